@@ -1,0 +1,47 @@
+# What every target of the project shares: the language level, warnings, sanitizers and output
+# folders. Used by host/ and by the plug-in alike, whether host/ is built here or on its own.
+include_guard(GLOBAL)
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_AUTOMOC ON)
+set(CMAKE_AUTOUIC ON)
+set(CMAKE_AUTORCC ON)
+
+# Programs and plug-ins lie side by side as they do after installation, so that the terminal
+# finds "plugins/" next to itself when it is started from the build folder.
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
+set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
+set(CMAKE_INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR};$ORIGIN;$ORIGIN/../..")
+
+set(TADATA_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize takes them: address,undefined or thread")
+option(TADATA_COVERAGE "Instrument for gcov" OFF)
+option(TADATA_WARNINGS_AS_ERRORS "Treat compiler warnings as errors" ON)
+
+find_program(TADATA_CCACHE ccache)
+if(TADATA_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${TADATA_CCACHE}")
+endif()
+
+add_library(tadata_options INTERFACE)
+target_compile_definitions(tadata_options INTERFACE
+  QT_NO_KEYWORDS QT_NO_FOREACH QT_DISABLE_DEPRECATED_BEFORE=0x060200
+  QT_NO_CAST_FROM_BYTEARRAY QT_NO_URL_CAST_FROM_STRING)
+target_compile_options(tadata_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual
+  -Wconversion -Wno-sign-conversion -Wformat=2
+  $<$<BOOL:${TADATA_WARNINGS_AS_ERRORS}>:-Werror>)
+if(TADATA_SANITIZE)
+  target_compile_options(tadata_options INTERFACE
+    -fsanitize=${TADATA_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  target_link_options(tadata_options INTERFACE -fsanitize=${TADATA_SANITIZE})
+endif()
+if(TADATA_COVERAGE)
+  target_compile_options(tadata_options INTERFACE --coverage)
+  target_link_options(tadata_options INTERFACE --coverage)
+endif()

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QtCore/qglobal.h>
+
+// Marks what the terminal's two shared libraries give to plug-ins.
+#if defined(VEXDESK_CORE_LIBRARY)
+#    define VEXDESK_CORE_EXPORT Q_DECL_EXPORT
+#else
+#    define VEXDESK_CORE_EXPORT Q_DECL_IMPORT
+#endif
+
+#if defined(VEXDESK_GUI_LIBRARY)
+#    define VEXDESK_GUI_EXPORT Q_DECL_EXPORT
+#else
+#    define VEXDESK_GUI_EXPORT Q_DECL_IMPORT
+#endif

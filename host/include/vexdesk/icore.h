@@ -1,0 +1,66 @@
+#pragma once
+
+#include <vexdesk/export.h>
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QStandardPaths>
+
+class IOptionsPage;
+class QObject;
+
+/// The terminal as a plug-in sees it. The terminal creates the one object before it loads the
+/// first plug-in and destroys it after the last one was unloaded; a plug-in gets it in
+/// IPlugin::init and may also ask for it with instance().
+///
+/// User-interface thread only, except instance() and getDir().
+class VEXDESK_CORE_EXPORT ICore
+{
+public:
+    /// The terminal's core, null before it exists and after it is gone.
+    static ICore* instance();
+
+    /// The directory in which files of the terminal and its plug-ins live, or one below it.
+    ///
+    /// A terminal that is installed for all users (the file ".installed" lies beside the program)
+    /// keeps them in the user's own application-data directory; a portable one in the
+    /// sub-directory "user" beside the program. With `flag` set it is the program's own directory
+    /// instead, and nothing is created.
+    /// A relative `path` is entered, and made first when it is missing and `flag` is not set.
+    /// What cannot be made leaves the result at the last directory that was reached.
+    static QDir getDir(const QString& path, bool flag);
+
+    /// Adds a page to the options dialog. The page stays its maker's and must live as long as the
+    /// plug-in is loaded.
+    virtual void addOptionsPage(IOptionsPage* page) = 0;
+
+    /// The object that emits "aNewDay()" once at each change of the trading day, on the
+    /// user-interface thread. Owned by the core.
+    virtual QObject* notifier() const = 0;
+
+protected:
+    ICore();
+    virtual ~ICore();
+
+private:
+    Q_DISABLE_COPY_MOVE(ICore)
+};
+
+inline QDir ICore::getDir(const QString& path, bool flag)
+{
+    QDir dir;
+    const QString applicationDir = QCoreApplication::applicationDirPath();
+    const bool installed = QFile::exists(QDir(applicationDir).filePath(QStringLiteral(".installed")));
+    if (installed && !flag) {
+        dir.setPath(QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation));
+    } else {
+        dir.setPath(applicationDir);
+        const QString user = QStringLiteral("user");
+        if (!flag && !dir.cd(user) && dir.mkpath(user))
+            dir.cd(user);
+    }
+    if (!path.isEmpty() && !dir.cd(path) && !flag && dir.mkpath(path))
+        dir.cd(path);
+    return dir;
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <vexdesk/export.h>
+
+#include <QtCore/QString>
+#include <QtCore/QVariant>
+
+#include <memory>
+
+class QSettings;
+
+/// A group of named values that outlive the program. What is written is on disk when the object
+/// is destroyed, and other objects of the same process see it at once.
+///
+/// An object belongs to one thread; objects in different threads may work at the same time.
+class VEXDESK_CORE_EXPORT Settings
+{
+public:
+    Settings(Settings&&) noexcept;
+    Settings& operator=(Settings&&) noexcept;
+    virtual ~Settings();
+
+    bool contains(const QString& key) const;
+
+    /// The stored value, or `defaultValue` when there is none.
+    QVariant value(const QString& key, const QVariant& defaultValue = QVariant()) const;
+
+    /// Stores the value. A settings file that cannot be written is not an error here: the value
+    /// then lasts as long as the process.
+    void setValue(const QString& key, const QVariant& value);
+
+protected:
+    explicit Settings(std::unique_ptr<QSettings> store);
+
+private:
+    std::unique_ptr<QSettings> m_store;
+};

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <vexdesk/export.h>
+#include <vexdesk/icore.h>
+
+#include <QtCore/QList>
+#include <QtCore/QObject>
+
+#include <memory>
+
+/// For programs that embed the terminal's library: the core itself, and the identity under which
+/// settings and data are found. Plug-ins use ICore.
+namespace vexdesk {
+
+/// Gives the application object its organisation and application name, so that every program of
+/// the terminal finds the same data directory. Call it once after the application object exists.
+VEXDESK_CORE_EXPORT void setApplicationIdentity();
+
+/// Emits "aNewDay()"; its owner decides when.
+class VEXDESK_CORE_EXPORT Notifier final : public QObject
+{
+    Q_OBJECT
+
+Q_SIGNALS:
+    void aNewDay();
+};
+
+/// The core of a process. At most one lives at a time; ICore::instance() finds it.
+class VEXDESK_CORE_EXPORT Core final : public ICore
+{
+public:
+    Core();
+    ~Core() override;
+
+    void addOptionsPage(IOptionsPage* page) override;
+    Notifier* notifier() const override;
+
+    /// The pages in the order in which they were added.
+    QList<IOptionsPage*> optionsPages() const { return m_optionsPages; }
+    /// Forgets the pages of a plug-in that is about to go.
+    void removeOptionsPage(IOptionsPage* page);
+
+private:
+    QList<IOptionsPage*> m_optionsPages;
+    std::unique_ptr<Notifier> m_notifier;
+};
+
+} // namespace vexdesk

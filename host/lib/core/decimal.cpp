@@ -1,0 +1,206 @@
+#include <vexdesk/decimal.h>
+
+#include <QtCore/QCoreApplication>
+
+#include <array>
+
+namespace {
+
+// 128 bits hold any 56-bit mantissa times 10^21, which is all that addition and comparison need.
+__extension__ typedef __int128 Wide;
+
+constexpr int maxWidePower = 21;
+
+constexpr std::array<Wide, maxWidePower + 1> makePowers()
+{
+    std::array<Wide, maxWidePower + 1> powers{};
+    Wide power = 1;
+    for (Wide& entry : powers) {
+        entry = power;
+        power *= 10;
+    }
+    return powers;
+}
+
+constexpr std::array<Wide, maxWidePower + 1> powerOfTen = makePowers();
+
+bool fits(Wide mantissa)
+{
+    return mantissa >= decimal::minMantissa && mantissa <= decimal::maxMantissa;
+}
+
+// Any mantissa of 56 bits has at most 17 digits: dropping more of them leaves nothing.
+constexpr int mantissaDigits = 17;
+
+Wide roundAway(Wide value, int digits)
+{
+    const Wide unit = powerOfTen[digits];
+    const Wide half = unit / 2;
+    return (value + (value < 0 ? -half : half)) / unit;
+}
+
+[[noreturn]] void throwIncorrect(QStringView text)
+{
+    throw QCoreApplication::translate("decimal", "Некорректное число '%1'").arg(text);
+}
+
+bool isDigit(QChar c)
+{
+    return c >= u'0' && c <= u'9';
+}
+
+} // namespace
+
+constinit const decimal decimal::zero;
+
+decimal::decimal(const QString& text)
+{
+    const std::optional<decimal> parsed = fromText(text);
+    if (!parsed)
+        throwIncorrect(text);
+    *this = *parsed;
+}
+
+decimal::decimal(qint64 mantissa, int scale)
+{
+    if (!fits(mantissa) || scale < 0 || scale > maxScale)
+        throwIncorrect(QStringLiteral("%1e-%2").arg(mantissa).arg(scale));
+    *this = pack(mantissa, scale);
+}
+
+std::optional<decimal> decimal::fromText(QStringView text) noexcept
+{
+    const QChar* at = text.begin();
+    const QChar* const end = text.end();
+    bool negative = false;
+    if (at != end && (*at == u'+' || *at == u'-')) {
+        negative = *at == u'-';
+        ++at;
+    }
+
+    // The limit of the negative side is one larger; digits are gathered below it and signed last.
+    constexpr quint64 limit = quint64(1) << 55;
+    quint64 magnitude = 0;
+    const auto takeDigits = [&at, end, &magnitude]() -> qsizetype {
+        const QChar* const start = at;
+        for (; at != end && isDigit(*at); ++at) {
+            magnitude = magnitude * 10 + (at->unicode() - u'0');
+            if (magnitude > limit)
+                return 0;
+        }
+        return at - start;
+    };
+
+    if (takeDigits() == 0)
+        return std::nullopt;
+    qsizetype scale = 0;
+    if (at != end && *at == u'.') {
+        ++at;
+        scale = takeDigits();
+        if (scale == 0)
+            return std::nullopt;
+    }
+    if (at != end || scale > maxScale || (magnitude == limit && !negative))
+        return std::nullopt;
+
+    const auto mantissa = static_cast<qint64>(magnitude);
+    return pack(negative ? -mantissa : mantissa, static_cast<int>(scale));
+}
+
+void decimal::setScale(short scale)
+{
+    const int held = this->scale();
+    if (scale == held)
+        return;
+    if (scale < 0 || scale > maxScale)
+        throwIncorrect(toString());
+
+    Wide mantissa = this->mantissa();
+    if (scale < held) {
+        const int dropped = held - scale;
+        mantissa = dropped > mantissaDigits ? 0 : roundAway(mantissa, dropped);
+    } else if (mantissa != 0) {
+        const int added = scale - held;
+        if (added > mantissaDigits)
+            throwIncorrect(toString());
+        mantissa *= powerOfTen[added];
+        if (!fits(mantissa))
+            throwIncorrect(toString());
+    }
+    *this = pack(static_cast<qint64>(mantissa), scale);
+}
+
+QString decimal::toString() const
+{
+    // Sign, 17 digits or up to 255 of them after the point, the point and a leading zero.
+    std::array<QChar, maxScale + 4> buffer;
+    QChar* const end = buffer.data() + buffer.size();
+    QChar* at = end;
+
+    const qint64 value = mantissa();
+    quint64 rest = value < 0 ? static_cast<quint64>(-value) : static_cast<quint64>(value);
+    const auto putDigit = [&at, &rest] {
+        *--at = QChar(static_cast<char16_t>(u'0' + rest % 10));
+        rest /= 10;
+    };
+    if (const int digits = scale(); digits > 0) {
+        for (int i = 0; i < digits; ++i)
+            putDigit();
+        *--at = u'.';
+    }
+    do
+        putDigit();
+    while (rest != 0);
+    if (value < 0)
+        *--at = u'-';
+    return QString(at, end - at);
+}
+
+int decimal::compare(const decimal& other) const noexcept
+{
+    const auto sign = [](Wide value) { return (value > 0) - (value < 0); };
+
+    const int difference = other.scale() - scale();
+    if (difference == 0)
+        return sign(Wide(mantissa()) - other.mantissa());
+    if (difference < 0)
+        return -other.compare(*this);
+
+    // Here other has more digits after the point. Beyond 17 of them, one unit of *this is larger
+    // than anything that other can hold.
+    if (isZero() || difference > mantissaDigits)
+        return !isZero() ? sign(mantissa()) : -sign(other.mantissa());
+    return sign(Wide(mantissa()) * powerOfTen[difference] - other.mantissa());
+}
+
+decimal operator+(const decimal& left, const decimal& right)
+{
+    const decimal& coarse = left.scale() <= right.scale() ? left : right;
+    const decimal& fine = left.scale() <= right.scale() ? right : left;
+
+    Wide fineMantissa = fine.mantissa();
+    int scale = fine.scale();
+    if (coarse.mantissa() == 0)
+        return fine;
+    // Where the scales lie so far apart that the exact sum needs more than 128 bits, digits that
+    // cannot reach the result are folded into one last digit that only keeps the rounding right.
+    if (const int excess = scale - coarse.scale() - (maxWidePower - 1); excess > 0) {
+        const Wide unit = powerOfTen[qMin(excess, mantissaDigits)];
+        const Wide kept = fineMantissa / unit;
+        const Wide lost = fineMantissa % unit;
+        fineMantissa = kept * 10 + (lost > 0) - (lost < 0);
+        scale -= excess - 1;
+    }
+
+    const Wide sum = Wide(coarse.mantissa()) * powerOfTen[scale - coarse.scale()] + fineMantissa;
+    Wide rounded = sum;
+    int dropped = 0;
+    while (!fits(rounded)) {
+        ++dropped;
+        if (dropped > scale)
+            throwIncorrect(left.toString() + u'+' + right.toString());
+        rounded = roundAway(sum, dropped);
+    }
+
+    return decimal::pack(static_cast<qint64>(rounded), scale - dropped);
+}

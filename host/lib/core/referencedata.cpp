@@ -1,0 +1,212 @@
+#include <vexdesk/terminal/referencedata.h>
+
+#include <vexdesk/icore.h>
+
+#include "referencetable.h"
+
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+#include <QtCore/QSet>
+
+#include <algorithm>
+#include <limits>
+
+namespace vexdesk {
+
+namespace {
+
+// A resource of a library is registered when the library is loaded; the prefix is ours alone.
+constexpr char demonstrationFile[] = ":/vexdesk/demonstration.json";
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("ReferenceData", text);
+}
+
+// Reads one array of the document, entry by entry, and stops at the first wrong one.
+class EntryReader final
+{
+public:
+    EntryReader(const QJsonObject& document, QString array, QString* error)
+        : m_array(std::move(array))
+        , m_error(error)
+    {
+        const QJsonValue value = document.value(m_array);
+        if (!value.isArray())
+            *m_error = tr("нет списка \"%1\"").arg(m_array);
+        m_entries = value.toArray();
+    }
+
+    bool next()
+    {
+        if (!m_error->isNull() || ++m_index >= m_entries.size())
+            return false;
+        m_entry = m_entries.at(m_index).toObject();
+        return true;
+    }
+
+    // A code becomes the name of a directory, so it must be able to be one.
+    QString code(const QString& key)
+    {
+        const QString text = m_entry.value(key).toString();
+        if (text.isEmpty() || text == u"." || text == u".." || text.contains(u'/'))
+            fail(key);
+        return text;
+    }
+
+    QString text(const QString& key) { return m_entry.value(key).toString(); }
+
+    qint64 integer(const QString& key, qint64 least, qint64 most)
+    {
+        const qint64 number = m_entry.value(key).toInteger(least - 1);
+        if (number < least || number > most)
+            fail(key);
+        return number;
+    }
+
+private:
+    void fail(const QString& key)
+    {
+        if (m_error->isNull())
+            *m_error = tr("список \"%1\", запись %2: неверное значение \"%3\"")
+                           .arg(m_array, QString::number(m_index + 1), key);
+    }
+
+    QString m_array;
+    QString* m_error;
+    QJsonArray m_entries;
+    QJsonObject m_entry;
+    qsizetype m_index = -1;
+};
+
+ReferenceData fromJson(const QByteArray& text, QString* error)
+{
+    QJsonParseError parseError;
+    const QJsonDocument json = QJsonDocument::fromJson(text, &parseError);
+    if (parseError.error != QJsonParseError::NoError) {
+        *error = tr("байт %1: %2").arg(QString::number(parseError.offset), parseError.errorString());
+        return {};
+    }
+
+    constexpr int maxInt = std::numeric_limits<int>::max();
+    constexpr qint64 maxId = std::numeric_limits<qint64>::max();
+    const QJsonObject document = json.object();
+    ReferenceData data;
+    for (EntryReader entry(document, QStringLiteral("stocks"), error); entry.next();) {
+        data.stocks.append({static_cast<int>(entry.integer(QStringLiteral("id"), 1, maxInt)),
+                            entry.code(QStringLiteral("code")), entry.text(QStringLiteral("name"))});
+    }
+    for (EntryReader entry(document, QStringLiteral("boards"), error); entry.next();) {
+        data.boards.append({entry.code(QStringLiteral("stock")),
+                            static_cast<int>(entry.integer(QStringLiteral("id"), 1, maxInt)),
+                            entry.code(QStringLiteral("code")), entry.text(QStringLiteral("name")),
+                            static_cast<int>(entry.integer(QStringLiteral("flags"), 0, maxInt))});
+    }
+    for (EntryReader entry(document, QStringLiteral("securities"), error); entry.next();) {
+        data.securities.append(
+            {entry.code(QStringLiteral("stock")), entry.code(QStringLiteral("board")),
+             entry.integer(QStringLiteral("id"), 1, maxId), entry.code(QStringLiteral("code")),
+             entry.text(QStringLiteral("title")),
+             static_cast<int>(
+                 entry.integer(QStringLiteral("decimals"), 0, ReferenceData::maxDecimals))});
+    }
+    return error->isNull() ? data : ReferenceData();
+}
+
+// The place that ICore::getDir gives for an empty path, without making it.
+QString standardFile()
+{
+    const QDir programDir = ICore::getDir(QString(), true);
+    const QString dataDir =
+        programDir.exists(QStringLiteral(".installed"))
+            ? QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation)
+            : programDir.filePath(QStringLiteral("user"));
+    return QDir(dataDir).filePath(QStringLiteral("reference.json"));
+}
+
+template <typename Entry, typename Matches, typename Make>
+Entry& findOrAdd(QList<Entry>& list, Matches matches, Make make)
+{
+    const auto found = std::find_if(list.begin(), list.end(), matches);
+    return found != list.end() ? *found : list.emplaceBack(make());
+}
+
+template <typename Entry>
+auto freeId(const QList<Entry>& list)
+{
+    QSet<decltype(Entry::id)> taken;
+    for (const Entry& entry : list)
+        taken.insert(entry.id);
+    decltype(Entry::id) id = 1;
+    while (taken.contains(id))
+        ++id;
+    return id;
+}
+
+} // namespace
+
+ReferenceData ReferenceData::demonstration()
+{
+    QString error;
+    ReferenceData data = fromFile(QLatin1String(demonstrationFile), &error);
+    Q_ASSERT_X(error.isNull(), "ReferenceData::demonstration", qPrintable(error));
+    return data;
+}
+
+ReferenceData ReferenceData::fromFile(const QString& path, QString* error)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        *error = tr("Невозможно открыть файл %1").arg(path);
+        return {};
+    }
+    QString what;
+    ReferenceData data = fromJson(file.readAll(), &what);
+    *error = what.isNull() ? QString() : tr("Ошибка в справочнике %1: %2").arg(path, what);
+    return data;
+}
+
+ReferenceData ReferenceData::standard(QString* error)
+{
+    const QString path = standardFile();
+    if (QFile::exists(path))
+        return fromFile(path, error);
+    *error = QString();
+    return demonstration();
+}
+
+ReferenceData ReferenceData::installed()
+{
+    return ReferenceTable::current().data();
+}
+
+void ReferenceData::install(const ReferenceData& data)
+{
+    ReferenceTable::publish(data);
+}
+
+void ReferenceData::setSeries(const QString& stockCode, const QString& boardCode,
+                              const QString& securityCode, int decimals)
+{
+    findOrAdd(
+        stocks, [&](const Stock& stock) { return stock.code == stockCode; },
+        [&] { return Stock{freeId(stocks), stockCode, QString()}; });
+    findOrAdd(
+        boards,
+        [&](const Board& board) { return board.stockCode == stockCode && board.code == boardCode; },
+        [&] { return Board{stockCode, freeId(boards), boardCode, QString(), 0}; });
+    Security& security = findOrAdd(
+        securities,
+        [&](const Security& entry) {
+            return entry.stockCode == stockCode && entry.boardCode == boardCode
+                && entry.code == securityCode;
+        },
+        [&] {
+            return Security{stockCode,    boardCode, freeId(securities),
+                            securityCode, QString(), decimals};
+        });
+    security.decimals = decimals;
+}
+
+} // namespace vexdesk

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <vexdesk/terminal/referencedata.h>
+
+#include <QtCore/QHash>
+
+#include <tuple>
+
+namespace vexdesk {
+
+/// The reference data with the indexes that the directories need. Never changed once it is
+/// published, so that readers on any thread need no lock.
+class ReferenceTable final
+{
+public:
+    explicit ReferenceTable(ReferenceData data);
+
+    static const ReferenceTable& current();
+    static void publish(ReferenceData data);
+
+    const ReferenceData& data() const { return m_data; }
+    const Stock* stock(const QString& code) const;
+    const Board* board(const QString& stockCode, const QString& boardCode) const;
+    const Security* security(const QString& stockCode, const QString& boardCode,
+                             const QString& securityCode) const;
+    int decimals(int stockId, int boardId, qint64 securityId) const;
+
+private:
+    struct SeriesId
+    {
+        int stockId = 0;
+        int boardId = 0;
+        qint64 securityId = 0;
+        friend bool operator==(const SeriesId&, const SeriesId&) = default;
+        friend size_t qHash(const SeriesId& id, size_t seed = 0)
+        {
+            return qHashMulti(seed, id.stockId, id.boardId, id.securityId);
+        }
+    };
+
+    ReferenceData m_data;
+    QHash<QString, qsizetype> m_stocks;
+    QHash<std::pair<QString, QString>, qsizetype> m_boards;
+    QHash<std::pair<QString, std::pair<QString, QString>>, qsizetype> m_securities;
+    QHash<SeriesId, int> m_decimals;
+};
+
+} // namespace vexdesk

@@ -1,0 +1,27 @@
+#include <vexdesk/settings.h>
+
+#include <QtCore/QSettings>
+
+Settings::Settings(std::unique_ptr<QSettings> store)
+    : m_store(std::move(store))
+{
+}
+
+Settings::Settings(Settings&&) noexcept = default;
+Settings& Settings::operator=(Settings&&) noexcept = default;
+Settings::~Settings() = default;
+
+bool Settings::contains(const QString& key) const
+{
+    return m_store->contains(key);
+}
+
+QVariant Settings::value(const QString& key, const QVariant& defaultValue) const
+{
+    return m_store->value(key, defaultValue);
+}
+
+void Settings::setValue(const QString& key, const QVariant& value)
+{
+    m_store->setValue(key, value);
+}

@@ -1,0 +1,54 @@
+#include <vexdesk/actionmanager.h>
+
+#include <vexdesk/action.h>
+#include <vexdesk/commandcontainer.h>
+
+ActionManager* ActionManager::instance()
+{
+    // Never destroyed: actions of statically owned plug-in objects may outlive any static here.
+    static ActionManager* const manager = new ActionManager;
+    return manager;
+}
+
+ActionManager::ActionManager()
+    : m_menuBar(new CommandContainer("MenuBar", this))
+{
+    m_containers.insert(m_menuBar->id(), m_menuBar);
+}
+
+CommandContainer* ActionManager::container(const QByteArray& id, const QString& title,
+                                           const QByteArray& parentId, const QByteArray& group,
+                                           const QByteArray& key)
+{
+    CommandContainer*& container = m_containers[id];
+    if (!container) {
+        container = new CommandContainer(id, this);
+        container->setTitle(title);
+        m_containers.value(parentId, m_menuBar)->addContainer(container, group, key);
+    }
+    return container;
+}
+
+Action* ActionManager::action(const QByteArray& commandId) const
+{
+    const QList<Action*> actions = m_actions.value(commandId);
+    return actions.isEmpty() ? nullptr : actions.last();
+}
+
+void ActionManager::add(Action* action)
+{
+    const QByteArray id = action->id();
+    m_actions[id].append(action);
+    connect(action, &Action::enabledChanged, this, [this, id] { Q_EMIT actionChanged(id); });
+    Q_EMIT actionChanged(id);
+}
+
+void ActionManager::remove(Action* action)
+{
+    const QByteArray id = action->id();
+    QList<Action*>& actions = m_actions[id];
+    actions.removeOne(action);
+    if (actions.isEmpty())
+        m_actions.remove(id);
+    Q_EMIT actionChanged(id);
+}

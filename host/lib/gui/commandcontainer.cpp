@@ -1,0 +1,58 @@
+#include <vexdesk/commandcontainer.h>
+
+#include <vexdesk/command.h>
+
+#include <algorithm>
+#include <tuple>
+
+CommandContainer::CommandContainer(const QByteArray& id, QObject* parent)
+    : QObject(parent)
+    , m_id(id)
+{
+}
+
+void CommandContainer::setTitle(const QString& title)
+{
+    m_title = title;
+    Q_EMIT changed();
+}
+
+void CommandContainer::addCommand(Command* command, const QByteArray& group, const QByteArray& key)
+{
+    if (!command)
+        return;
+    connect(command, &Command::changed, this, &CommandContainer::changed, Qt::UniqueConnection);
+    connect(command, &QObject::destroyed, this, &CommandContainer::remove, Qt::UniqueConnection);
+    insert({command, nullptr, group, key});
+}
+
+void CommandContainer::addContainer(CommandContainer* container, const QByteArray& group,
+                                    const QByteArray& key)
+{
+    if (!container || container == this)
+        return;
+    connect(container, &CommandContainer::changed, this, &CommandContainer::changed,
+            Qt::UniqueConnection);
+    connect(container, &QObject::destroyed, this, &CommandContainer::remove, Qt::UniqueConnection);
+    insert({nullptr, container, group, key});
+}
+
+void CommandContainer::insert(const Entry& entry)
+{
+    const auto position = std::upper_bound(
+        m_entries.cbegin(), m_entries.cend(), entry, [](const Entry& left, const Entry& right) {
+            return std::tie(left.group, left.key) < std::tie(right.group, right.key);
+        });
+    m_entries.insert(position, entry);
+    Q_EMIT changed();
+}
+
+void CommandContainer::remove(const QObject* object)
+{
+    const qsizetype removed = m_entries.removeIf([object](const Entry& entry) {
+        return static_cast<const QObject*>(entry.command) == object
+            || static_cast<const QObject*>(entry.container) == object;
+    });
+    if (removed > 0)
+        Q_EMIT changed();
+}

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QtCore/QByteArray>
+#include <QtCore/QDir>
+#include <QtCore/QMap>
+#include <QtCore/QString>
+
+namespace testsupport {
+
+/// Writes a file and the directories above it; fails the test when it cannot.
+void writeFile(const QString& path, const QByteArray& content);
+
+/// The whole content of a file. A file that cannot be read gives a null array, an empty one an
+/// empty array that is not null.
+QByteArray readFile(const QString& path);
+
+/// Every file below a directory (hidden ones too): path relative to it, and content.
+QMap<QString, QByteArray> readTree(const QDir& root);
+
+} // namespace testsupport
