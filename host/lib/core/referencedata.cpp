@@ -19,10 +19,10 @@ namespace {
 // A resource of a library is registered when the library is loaded; the prefix is ours alone.
 constexpr char demonstrationFile[] = ":/vexdesk/demonstration.json";
 
-QString tr(const char* text)
+struct Text
 {
-    return QCoreApplication::translate("ReferenceData", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(ReferenceData)
+};
 
 // Reads one array of the document, entry by entry, and stops at the first wrong one.
 class EntryReader final
@@ -33,8 +33,8 @@ public:
         , m_error(error)
     {
         const QJsonValue value = document.value(m_array);
-        if (!value.isArray())
-            *m_error = tr("нет списка \"%1\"").arg(m_array);
+        if (!value.isArray() && m_error->isNull())
+            *m_error = Text::tr("нет списка \"%1\"").arg(m_array);
         m_entries = value.toArray();
     }
 
@@ -69,7 +69,7 @@ private:
     void fail(const QString& key)
     {
         if (m_error->isNull())
-            *m_error = tr("список \"%1\", запись %2: неверное значение \"%3\"")
+            *m_error = Text::tr("список \"%1\", запись %2: неверное значение \"%3\"")
                            .arg(m_array, QString::number(m_index + 1), key);
     }
 
@@ -78,6 +78,7 @@ private:
     QJsonArray m_entries;
     QJsonObject m_entry;
     qsizetype m_index = -1;
+    QSet<QString> m_seen;
 };
 
 ReferenceData fromJson(const QByteArray& text, QString* error)
@@ -85,7 +86,7 @@ ReferenceData fromJson(const QByteArray& text, QString* error)
     QJsonParseError parseError;
     const QJsonDocument json = QJsonDocument::fromJson(text, &parseError);
     if (parseError.error != QJsonParseError::NoError) {
-        *error = tr("байт %1: %2").arg(QString::number(parseError.offset), parseError.errorString());
+        *error = Text::tr("байт %1: %2").arg(QString::number(parseError.offset), parseError.errorString());
         return {};
     }
 
@@ -112,6 +113,16 @@ ReferenceData fromJson(const QByteArray& text, QString* error)
                  entry.integer(QStringLiteral("decimals"), 0, ReferenceData::maxDecimals))});
     }
     return error->isNull() ? data : ReferenceData();
+}
+
+QString cannotOpen(const QString& path)
+{
+    return Text::tr("Невозможно открыть файл %1").arg(path);
+}
+
+QString wrongContent(const QString& path, const QString& what)
+{
+    return Text::tr("Ошибка в справочнике %1: %2").arg(path, what);
 }
 
 // The place that ICore::getDir gives for an empty path, without making it.
@@ -158,12 +169,12 @@ ReferenceData ReferenceData::fromFile(const QString& path, QString* error)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        *error = tr("Невозможно открыть файл %1").arg(path);
+        *error = cannotOpen(path);
         return {};
     }
     QString what;
     ReferenceData data = fromJson(file.readAll(), &what);
-    *error = what.isNull() ? QString() : tr("Ошибка в справочнике %1: %2").arg(path, what);
+    *error = what.isNull() ? QString() : wrongContent(path, what);
     return data;
 }
 

@@ -1,0 +1,237 @@
+#include "importcommand.h"
+
+#include "progressbar.h"
+
+#include "import/importjob.h"
+#include "store/dayfile.h"
+#include "store/textformats.h"
+
+#include <vexdesk/boarddirectory.h>
+#include <vexdesk/securitydirectory.h>
+#include <vexdesk/stockdirectory.h>
+#include <vexdesk/terminal/referencedata.h>
+
+#include <array>
+
+namespace tadata::cli {
+
+namespace {
+
+struct RoleName
+{
+    const char* name;
+    ColumnRole role;
+    bool mandatory;
+};
+
+constexpr std::array roleNames{
+    RoleName{"date", ColumnRole::Date, true},
+    RoleName{"time", ColumnRole::Time, true},
+    RoleName{"open", ColumnRole::Open, true},
+    RoleName{"high", ColumnRole::High, true},
+    RoleName{"low", ColumnRole::Low, true},
+    RoleName{"close", ColumnRole::Close, true},
+    RoleName{"volume", ColumnRole::Volume, false},
+    RoleName{"value", ColumnRole::Value, false},
+    RoleName{"oi", ColumnRole::OpenInterest, false},
+};
+
+ColumnRole parseRole(const QString& name)
+{
+    for (const RoleName& known : roleNames) {
+        if (name == QLatin1String(known.name))
+            return known.role;
+    }
+    throw UsageError{Text::tr("--columns: неизвестное значение «%1»; бывают date, time, open, high, low, "
+                        "close, volume, value, oi")
+                         .arg(name)};
+}
+
+QMap<qint32, qint32> parseColumns(const QString& text)
+{
+    QMap<qint32, qint32> columns;
+    const QStringList parts = text.split(u',');
+    for (const QString& part : parts) {
+        const qsizetype equals = part.indexOf(u'=');
+        const auto role = static_cast<qint32>(parseRole(part.left(equals)));
+        bool isNumber = false;
+        const int column = equals < 0 ? -1 : QStringView(part).mid(equals + 1).toInt(&isNumber);
+        if (!isNumber || column < 0)
+            throw UsageError{Text::tr("--columns: нужен номер столбца, считая от 0: «%1»").arg(part)};
+        if (columns.contains(role))
+            throw UsageError{Text::tr("--columns: «%1» задано дважды").arg(part.left(equals))};
+        if (columns.values().contains(column))
+            throw UsageError{Text::tr("--columns: столбец %1 назначен дважды").arg(column)};
+        columns.insert(role, column);
+    }
+    for (const RoleName& known : roleNames) {
+        if (known.mandatory && !columns.contains(static_cast<qint32>(known.role)))
+            throw UsageError{Text::tr("--columns: не задан столбец «%1»").arg(QLatin1String(known.name))};
+    }
+    return columns;
+}
+
+qint32 parseTimeframe(const QString& text)
+{
+    if (text == QString::number(minuteTimeframe))
+        return minuteTimeframe;
+    if (text == QString::number(secondTimeframe))
+        return secondTimeframe;
+    throw UsageError{Text::tr("--timeframe: бывает 60 или 1: «%1»").arg(text)};
+}
+
+TextFormat parseFormat(const char* option, const QString& pattern, const QList<TextFormat>& known)
+{
+    QStringList patterns;
+    for (const TextFormat& format : known) {
+        if (format.pattern == pattern)
+            return format;
+        patterns.append(format.pattern);
+    }
+    throw UsageError{Text::tr("--%1: бывает %2: «%3»")
+                         .arg(QLatin1String(option), patterns.join(QStringLiteral(", ")), pattern)};
+}
+
+ImportDetails parseDetails(const CommandLine& line, const SeriesCodes& codes)
+{
+    ImportDetails details;
+    details.stockCode = codes.stock;
+    details.boardCode = codes.board;
+    details.securityName = codes.security;
+    details.columns = parseColumns(line.required("columns"));
+    details.timeframe = parseTimeframe(line.value("timeframe").value_or(QStringLiteral("60")));
+    details.separator = parseSeparator(line.value("separator").value_or(QStringLiteral(",")));
+    const TextFormat date =
+        parseFormat("date-format", line.value("date-format").value_or(QStringLiteral("yyyyMMdd")),
+                    dateFormats());
+    details.dateFormat = date.pattern;
+    details.dateFormatTitle = date.title;
+    const TextFormat time = parseFormat(
+        "time-format", line.value("time-format").value_or(QStringLiteral("hhmmss")), timeFormats());
+    details.timeFormat = time.pattern;
+    details.timeFormatTitle = time.title;
+    details.firstLineIsHeader = !line.isSet("no-header");
+    return details;
+}
+
+// Null text, or what is wrong with the reference data.
+QString installReferenceData(const std::optional<QString>& file)
+{
+    QString error;
+    const auto data = file ? vexdesk::ReferenceData::fromFile(*file, &error)
+                           : vexdesk::ReferenceData::standard(&error);
+    if (error.isNull())
+        vexdesk::ReferenceData::install(data);
+    return error;
+}
+
+bool isKnown(const SeriesCodes& codes)
+{
+    return SecurityDirectory::i().idByCode(codes.stock, codes.board, codes.security) != 0;
+}
+
+void fillIds(ImportDetails& details)
+{
+    details.stockId = StockDirectory::i().idByCode(details.stockCode);
+    details.boardId = BoardDirectory::i().idByCode(details.stockCode, details.boardCode);
+    details.securityId = SecurityDirectory::i().idByCode(details.stockCode, details.boardCode,
+                                                         details.securityName);
+}
+
+QDir seriesDir(const std::optional<QString>& store, const SeriesCodes& codes)
+{
+    if (!store)
+        return makeSeriesDir(codes.stock, codes.board, codes.security);
+    const QDir dir(seriesPath(QDir(*store), codes.stock, codes.board, codes.security));
+    // A directory that cannot be made shows when the first day file is opened.
+    QDir().mkpath(dir.path());
+    return dir;
+}
+
+} // namespace
+
+ExitCode runImport(const QStringList& words)
+{
+    const CommandLine line(words, {{"series"},
+                                   {"columns"},
+                                   {"timeframe"},
+                                   {"separator"},
+                                   {"date-format"},
+                                   {"time-format"},
+                                   {"no-header", false},
+                                   {"decimals"},
+                                   {"store"},
+                                   {"reference"}});
+    if (line.positional().size() != 1)
+        throw UsageError{Text::tr("нужен один файл")};
+    const QString file = line.positional().first();
+    const SeriesCodes codes = parseSeries(line.required("series"));
+    ImportDetails details = parseDetails(line, codes);
+    const std::optional<QString> store = line.value("store");
+    if (store && store->isEmpty())
+        throw UsageError{Text::tr("--store: нужен каталог")};
+    std::optional<int> decimals;
+    if (const auto text = line.value("decimals"))
+        decimals = parseDecimals(*text);
+
+    if (const QString error = installReferenceData(line.value("reference")); !error.isNull()) {
+        printError(error);
+        return Failure;
+    }
+    if (decimals) {
+        auto data = vexdesk::ReferenceData::installed();
+        data.setSeries(codes.stock, codes.board, codes.security, *decimals);
+        vexdesk::ReferenceData::install(data);
+    } else if (!isKnown(codes)) {
+        throw UsageError{Text::tr("инструмента %1/%2/%3 нет в справочнике: задайте --decimals, число "
+                            "знаков после точки в ценах")
+                             .arg(codes.stock, codes.board, codes.security)};
+    }
+    fillIds(details);
+
+    QString error;
+    {
+        ProgressBar bar;
+        error = importBars(
+            file, details, [&] { return seriesDir(store, codes); },
+            [&bar](int percent) { bar.show(percent); });
+    }
+    if (error.isNull())
+        return Success;
+    printError(error);
+    return Failure;
+}
+
+QString importHelp()
+{
+    return Text::tr(
+        "Использование: tadata import ФАЙЛ --series ПЛОЩАДКА/РЕЖИМ/ИНСТРУМЕНТ\n"
+        "                             --columns РОЛЬ=СТОЛБЕЦ,... [параметры]\n"
+        "\n"
+        "Импортирует бары из текстового файла. Файл дня заменяется целиком каждый раз, когда в\n"
+        "файле начинается этот день.\n"
+        "\n"
+        "  --series КОДЫ        серия: коды площадки, режима торгов и инструмента через «/»\n"
+        "  --columns СПИСОК     какой столбец что несёт, считая столбцы от 0; обязательны date,\n"
+        "                       time, open, high, low, close; могут быть volume (объём в штуках),\n"
+        "                       value (объём в деньгах), oi (открытый интерес)\n"
+        "  --timeframe 60|1     длина бара в секундах; по умолчанию 60. Из секундных баров\n"
+        "                       строятся и минутные, в отдельный файл\n"
+        "  --separator ТЕКСТ    разделитель столбцов или слово comma, semicolon, space;\n"
+        "                       по умолчанию запятая\n"
+        "  --date-format ВИД    yyyyMMdd (по умолчанию), yyMMdd, ddMMyy, dd.MM.yy или dd/MM/yy\n"
+        "  --time-format ВИД    hhmmss (по умолчанию), hhmm, hh:mm:ss или hh:mm\n"
+        "  --no-header          первая строка — уже бар, а не заголовок\n"
+        "  --decimals ЧИСЛО     знаков после точки в ценах, от 0 до 15; по умолчанию как в\n"
+        "                       справочнике инструментов\n"
+        "  --store КАТАЛОГ      каталог с папками площадок; по умолчанию хранилище терминала\n"
+        "  --reference ФАЙЛ     справочник площадок, режимов и инструментов; по умолчанию\n"
+        "                       справочник терминала\n"
+        "\n"
+        "Пример:\n"
+        "  tadata import eurusd.csv --series ORIENT/FX/EURUSD --separator semicolon --no-header \\\n"
+        "         --date-format dd.MM.yy --time-format hh:mm \\\n"
+        "         --columns date=0,time=1,open=2,high=3,low=4,close=5,volume=6\n");
+}
+
+} // namespace tadata::cli

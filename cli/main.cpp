@@ -1,0 +1,84 @@
+// tadata: the batch companion of the terminal's history plug-in, for scripts and scheduled runs.
+
+#include "commandline.h"
+#include "importcommand.h"
+#include "listcommand.h"
+
+#include <vexdesk/terminal/core.h>
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QTextStream>
+
+#include <array>
+#include <cstdio>
+
+namespace {
+
+using namespace tadata::cli;
+
+struct CommandEntry
+{
+    const char* name;
+    ExitCode (*run)(const QStringList& words);
+    QString (*help)();
+};
+
+constexpr std::array commands{
+    CommandEntry{"import", runImport, importHelp},
+    CommandEntry{"list", runList, listHelp},
+};
+
+QString generalHelp()
+{
+    return Text::tr("tadata — бары для графиков терминала из командной строки\n"
+              "\n"
+              "Использование:\n"
+              "  tadata import ФАЙЛ ...   импортировать бары из текстового файла\n"
+              "  tadata list ...          показать, что хранится\n"
+              "  tadata КОМАНДА --help    всё о команде\n"
+              "  tadata --version         версия\n"
+              "\n"
+              "Код завершения: 0 — сделано; 1 — не удалось, причина в стандартном выводе ошибок;\n"
+              "2 — неверная командная строка.\n");
+}
+
+ExitCode print(const QString& text)
+{
+    QTextStream(stdout) << text;
+    return Success;
+}
+
+bool asksForHelp(const QStringList& words)
+{
+    return words.contains(QStringLiteral("--help")) || words.contains(QStringLiteral("-h"));
+}
+
+ExitCode run(const QStringList& words)
+{
+    const QString name = words.value(0);
+    for (const CommandEntry& command : commands) {
+        if (name == QLatin1String(command.name)) {
+            const QStringList rest = words.mid(1);
+            return asksForHelp(rest) ? print(command.help()) : command.run(rest);
+        }
+    }
+    if (name == u"--version")
+        return print(QStringLiteral("tadata " TADATA_VERSION "\n"));
+    if (name == u"--help" || name == u"-h")
+        return print(generalHelp());
+    throw UsageError{name.isEmpty() ? Text::tr("нет команды") : Text::tr("неизвестная команда «%1»").arg(name)};
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    const QCoreApplication application(argc, argv);
+    vexdesk::setApplicationIdentity();
+    try {
+        return run(QCoreApplication::arguments().mid(1));
+    } catch (const UsageError& error) {
+        printError(Text::tr("tadata: %1\nПодсказка: tadata --help").arg(error.text));
+        return WrongUsage;
+    }
+}

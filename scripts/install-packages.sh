@@ -1,0 +1,37 @@
+# Sourced by the other scripts: installs the Debian packages that are missing.
+# shellcheck shell=bash
+
+# install_packages NAME...
+install_packages()
+{
+    local missing=()
+    local name
+    for name in "$@"; do
+        [ "$(dpkg-query -W -f '${db:Status-Status}' "$name" 2>/dev/null)" = installed ] \
+            || missing+=("$name")
+    done
+    [ ${#missing[@]} -eq 0 ] && return 0
+
+    local as_root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        if ! command -v sudo >/dev/null; then
+            echo "These packages are missing, and there is no sudo to install them:" >&2
+            echo "  ${missing[*]}" >&2
+            return 1
+        fi
+        as_root=(sudo)
+    fi
+    echo "Installing ${missing[*]}" >&2
+    "${as_root[@]}" apt-get update -qq
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+# Everything that a build needs, and the terminal's window.
+build_packages=(
+    ca-certificates ccache cmake g++ libgl-dev ninja-build
+    qt6-base-dev qt6-base-dev-tools qt6-l10n-tools qt6-tools-dev qt6-tools-dev-tools
+    fonts-dejavu-core
+)
+# What the test suite needs beyond that.
+test_packages=(locales tzdata clang-format xvfb xauth mawk)

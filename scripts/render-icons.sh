@@ -1,0 +1,9 @@
+#!/bin/sh
+# Renders the PNG files (24 and 48 pixels) of every drawing in src/plugin/icons.
+set -eu
+cd "$(dirname "$0")/../src/plugin/icons"
+for drawing in *.svg; do
+  name=${drawing%.svg}
+  rsvg-convert --width=24 --height=24 --output="$name.png" "$drawing"
+  rsvg-convert --width=48 --height=48 --output="$name@2x.png" "$drawing"
+done

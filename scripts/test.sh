@@ -1,0 +1,35 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds and runs the test suite.
+#
+#   scripts/test.sh            the plain build, in several time zones and locales
+#   scripts/test.sh asan       with the address and undefined-behaviour sanitizers
+#   scripts/test.sh tsan       with the thread sanitizer
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+. scripts/install-packages.sh
+
+preset=${1:-dev}
+install_packages "${build_packages[@]}" "${test_packages[@]}"
+if ! locale -a | grep -qix 'ru_RU\.utf-\?8'; then
+    as_root=()
+    [ "$(id -u)" -eq 0 ] || as_root=(sudo)
+    "${as_root[@]}" localedef -i ru_RU -f UTF-8 ru_RU.UTF-8
+fi
+
+cmake --preset "$preset" >/dev/null
+cmake --build --preset "$preset"
+
+run_suite()
+{
+    echo
+    echo "== $preset: TZ=$1 LC_ALL=$2"
+    TZ=$1 LC_ALL=$2 ctest --preset "$preset" "${@:3}"
+}
+
+run_suite UTC C.UTF-8
+if [ "$preset" = dev ]; then
+    # What takes seconds does not depend on where it runs.
+    run_suite Europe/Moscow ru_RU.UTF-8 -LE slow
+    run_suite America/New_York C.UTF-8 -LE slow
+    scripts/check-style.sh
+fi

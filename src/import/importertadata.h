@@ -1,0 +1,18 @@
+#pragma once
+
+#include "import/importdetails.h"
+
+class QProgressDialog;
+
+/// The import command.
+class ImporterTAData final
+{
+public:
+    /// Runs the whole command. User-interface thread.
+    static void doImport();
+};
+
+/// Runs the import into the terminal's store and shows its progress on the dialog, whose value is
+/// set on the user-interface thread by queued calls. Null text on success, otherwise the message
+/// for the user. Any thread; the dialog must outlive the call.
+QString importFromFile(QProgressDialog* progress, QString fileName, ImportDetails details);

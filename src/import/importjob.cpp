@@ -1,0 +1,174 @@
+#include "import/importjob.h"
+
+#include "import/minutebuilder.h"
+#include "store/bardescription.h"
+#include "store/dayfile.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QFile>
+#include <QtCore/QTextStream>
+
+bool changeOutput(QFile& file, QTextStream& stream, QString fileName)
+{
+    stream.flush();
+    file.close();
+    file.setFileName(fileName);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        return false;
+    stream.setDevice(&file);
+    return true;
+}
+
+namespace tadata {
+
+namespace {
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(ImporterTAData)
+};
+
+QString cannotOpen(const QString& path)
+{
+    return Text::tr("Невозможно открыть файл %1").arg(path);
+}
+
+// The file that bars go to at the moment. Its functions return the message of what failed, or null.
+class BarOutput final
+{
+public:
+    BarOutput()
+    {
+        // Asks for a byte-order mark, which attaching a file takes back: stored files have none.
+        m_stream.setGenerateByteOrderMark(true);
+    }
+
+    QString path() const { return m_file.fileName(); }
+
+    void write(const BarDescription& bar) { m_stream << bar; }
+
+    QString switchTo(const QString& path)
+    {
+        if (const QString error = flush(); !error.isNull())
+            return error;
+        return changeOutput(m_file, m_stream, path) ? QString() : cannotOpen(path);
+    }
+
+    // Bars that did not reach the disk, because it is full, must not count as imported.
+    QString flush()
+    {
+        m_stream.flush();
+        return m_stream.status() == QTextStream::WriteFailed
+            ? Text::tr("Невозможно записать файл %1").arg(path())
+            : QString();
+    }
+
+private:
+    QFile m_file; // outlives the stream, which writes its rest when it goes
+    QTextStream m_stream;
+};
+
+// The outputs of one import: day files, and minute files beside them for second bars.
+class StoreWriter final
+{
+public:
+    StoreWriter(const QDir& dir, int timeframe)
+        : m_dir(dir)
+        , m_timeframe(timeframe)
+    {
+    }
+
+    bool needsSwitch(const QDate& day) const { return m_bars.path() != dayFilePath(day); }
+
+    QString switchTo(const QDate& day)
+    {
+        if (const QString error = m_bars.switchTo(dayFilePath(day)); !error.isNull())
+            return error;
+        if (!derivesMinutes())
+            return QString();
+        if (const auto minute = m_minuteBuilder.take())
+            m_minutes.write(*minute);
+        return m_minutes.switchTo(m_dir.filePath(minuteFileName(day)));
+    }
+
+    // Throws the host's message when a sum does not fit.
+    void write(const BarDescription& bar)
+    {
+        m_bars.write(bar);
+        if (!derivesMinutes())
+            return;
+        if (const auto minute = m_minuteBuilder.add(bar))
+            m_minutes.write(*minute);
+    }
+
+    QString finish()
+    {
+        QString error = m_bars.flush();
+        return error.isNull() && derivesMinutes() ? m_minutes.flush() : error;
+    }
+
+private:
+    bool derivesMinutes() const { return m_timeframe == secondTimeframe; }
+    QString dayFilePath(const QDate& day) const
+    {
+        return m_dir.filePath(dayFileName(day, m_timeframe));
+    }
+
+    QDir m_dir;
+    int m_timeframe;
+    BarOutput m_bars;
+    BarOutput m_minutes;
+    // The minute that is still open at the end of the input is dropped: more of its seconds may
+    // come with the next file, and half a minute must not pass for a whole one.
+    MinuteBuilder m_minuteBuilder;
+};
+
+} // namespace
+
+QString importBars(const QString& fileName, const ImportDetails& details,
+                   const SeriesDir& seriesDir, const ProgressSink& progress)
+{
+    QFile input(fileName);
+    if (!input.open(QIODevice::ReadOnly))
+        return cannotOpen(fileName);
+    QTextStream lines(&input);
+    qint64 lineNumber = 0;
+    const auto lineError = [&lineNumber](const QString& what) {
+        return Text::tr("Ошибка при импорте %1-й строки:\n%2.").arg(QString::number(lineNumber), what);
+    };
+
+    if (details.firstLineIsHeader) {
+        lines.readLine();
+        ++lineNumber;
+    }
+
+    StoreWriter store(seriesDir(), details.timeframe);
+    const qint64 size = input.size();
+    while (!lines.atEnd()) {
+        const QString line = lines.readLine();
+        ++lineNumber;
+
+        BarDescription bar;
+        if (!bar.init(line, details))
+            return lineError(bar.error);
+
+        if (store.needsSwitch(bar.date)) {
+            // The position runs ahead of the line: the stream reads in blocks.
+            const double done = size > 0 ? double(input.pos()) / double(size) : 0.0;
+            progress(qMin(static_cast<int>(done * 100.0), 100));
+            if (const QString error = store.switchTo(bar.date); !error.isNull())
+                return error;
+        }
+        try {
+            store.write(bar);
+        } catch (const QString& message) {
+            return lineError(message);
+        }
+    }
+    if (const QString error = store.finish(); !error.isNull())
+        return error;
+    progress(100);
+    return QString();
+}
+
+} // namespace tadata

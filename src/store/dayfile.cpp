@@ -1,0 +1,59 @@
+#include "store/dayfile.h"
+
+#include <vexdesk/icore.h>
+
+namespace tadata {
+
+namespace {
+
+QString dayText(const QDate& day)
+{
+    return day.toString(QStringLiteral("yyyyMMdd"));
+}
+
+} // namespace
+
+QDir storeRoot()
+{
+    return ICore::getDir(QStringLiteral("tadata"), false);
+}
+
+QString seriesPath(const QDir& root, const QString& stockCode, const QString& boardCode,
+                   const QString& securityName)
+{
+    return root.filePath(QStringLiteral("%1/%2/%3").arg(stockCode, boardCode, securityName));
+}
+
+QDir makeSeriesDir(const QString& stockCode, const QString& boardCode, const QString& securityName)
+{
+    const QString path =
+        QStringLiteral("tadata/%1/%2/%3").arg(stockCode, boardCode, securityName);
+    const QDir reached = ICore::getDir(path, false);
+    const QDir wanted(ICore::getDir(QString(), false).filePath(path));
+    return reached.absolutePath() == wanted.absolutePath() ? reached : wanted;
+}
+
+QString dayFileName(const QDate& day, int timeframe)
+{
+    return QStringLiteral("%1_%2.iss").arg(dayText(day), QString::number(timeframe));
+}
+
+QString minuteFileName(const QDate& day)
+{
+    return QStringLiteral("%1_%2").arg(dayText(day), QString::number(minuteTimeframe));
+}
+
+std::optional<DayFileKey> parseDayFileName(const QString& name)
+{
+    constexpr qsizetype dayLength = 8;
+    const QDate day = QDate::fromString(name.left(dayLength), QStringLiteral("yyyyMMdd"));
+    const qsizetype dot = name.indexOf(u'.');
+    if (!day.isValid() || dot <= dayLength)
+        return std::nullopt;
+    const int timeframe = QStringView(name).mid(dayLength + 1, dot - dayLength - 1).toInt();
+    if (timeframe <= 0 || dayFileName(day, timeframe) != name)
+        return std::nullopt;
+    return DayFileKey{day, timeframe};
+}
+
+} // namespace tadata

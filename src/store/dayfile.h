@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QtCore/QDate>
+#include <QtCore/QDir>
+#include <QtCore/QString>
+
+#include <optional>
+
+/// Where bars are stored. Below the store's root, which is the directory "tadata" of the terminal's
+/// data directory, each series has a directory "stock/board/security", and in it one text file for
+/// each day and timeframe. There is no index and no lock: the file system is the database.
+/// Any thread.
+namespace tadata {
+
+/// The two timeframes that are stored, in seconds.
+constexpr int secondTimeframe = 1;
+constexpr int minuteTimeframe = 60;
+
+/// The store's root, made when it is missing.
+QDir storeRoot();
+
+/// The directory of a series below a store's root. Nothing is looked for or made.
+QString seriesPath(const QDir& root, const QString& stockCode, const QString& boardCode,
+                   const QString& securityName);
+
+/// The directory of a series in the terminal's store, made when it is missing. Where it cannot be
+/// made, the directory that it should have been: opening a file in it then fails by name, and
+/// nothing is written to any other place.
+QDir makeSeriesDir(const QString& stockCode, const QString& boardCode, const QString& securityName);
+
+/// "20181214_60.iss": the bars of one day at one timeframe.
+QString dayFileName(const QDate& day, int timeframe);
+
+/// "20181214_60", without an extension: the minute bars that an import of second bars derives.
+/// Kept apart from the day file of the same day, so that they never replace real minute bars; the
+/// tools that collect them know them by this name.
+QString minuteFileName(const QDate& day);
+
+/// What a day file's name says.
+struct DayFileKey
+{
+    QDate day;
+    int timeframe = 0;
+};
+
+/// No value for any name that dayFileName would not have made.
+std::optional<DayFileKey> parseDayFileName(const QString& name);
+
+} // namespace tadata

@@ -1,0 +1,76 @@
+#include "store/storecatalog.h"
+
+#include "store/dayfile.h"
+
+#include <QtCore/QDirIterator>
+#include <QtCore/QMap>
+
+#include <algorithm>
+
+namespace tadata {
+
+namespace {
+
+QStringList subdirectories(const QString& path)
+{
+    QStringList names;
+    QDirIterator walk(path, QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
+    while (walk.hasNext()) {
+        walk.next();
+        names.append(walk.fileName());
+    }
+    // Not the order of the locale: the list is for programs too.
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+void countDayFile(StoredSeries& series, const QDate& day, qint64 bytes)
+{
+    ++series.dayFiles;
+    series.bytes += bytes;
+    if (!series.firstDay.isValid() || day < series.firstDay)
+        series.firstDay = day;
+    if (!series.lastDay.isValid() || day > series.lastDay)
+        series.lastDay = day;
+}
+
+QList<StoredSeries> listSeries(const QString& path, const StoredSeries& codes)
+{
+    QMap<int, StoredSeries> byTimeframe;
+    QDirIterator walk(path, QDir::Files);
+    while (walk.hasNext()) {
+        walk.next();
+        if (const auto key = parseDayFileName(walk.fileName())) {
+            auto series = byTimeframe.find(key->timeframe);
+            if (series == byTimeframe.end()) {
+                series = byTimeframe.insert(key->timeframe, codes);
+                series->timeframe = key->timeframe;
+            }
+            countDayFile(*series, key->day, walk.fileInfo().size());
+        }
+    }
+    return byTimeframe.values();
+}
+
+} // namespace
+
+QList<StoredSeries> listStore(const QDir& root)
+{
+    QList<StoredSeries> list;
+    StoredSeries codes;
+    for (const QString& stock : subdirectories(root.path())) {
+        codes.stockCode = stock;
+        const QString stockPath = root.filePath(stock);
+        for (const QString& board : subdirectories(stockPath)) {
+            codes.boardCode = board;
+            const QString boardPath = QDir(stockPath).filePath(board);
+            for (const QString& security : subdirectories(boardPath)) {
+                codes.securityName = security;
+                list += listSeries(QDir(boardPath).filePath(security), codes);
+            }
+        }
+    }
+    return list;
+}
+
+} // namespace tadata
