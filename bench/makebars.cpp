@@ -16,8 +16,7 @@ class Random final
 public:
     explicit Random(std::uint64_t seed)
         : m_state(seed)
-    {
-    }
+    {}
 
     // From 0 to count - 1.
     int below(int count)
@@ -106,8 +105,8 @@ void writeBars(const Arguments& arguments)
         }
         ++barOfDay;
         // The trading day is the end of the calendar day, short of midnight.
-        const int start = 86399 / arguments.timeframe * arguments.timeframe
-            - arguments.barsPerDay * arguments.timeframe;
+        const int start = 86399 / arguments.timeframe * arguments.timeframe -
+                          arguments.barsPerDay * arguments.timeframe;
         const int time = start + barOfDay * arguments.timeframe;
         const int open = price;
         const int close = open < 2000 ? open + random.below(20) : open + random.below(41) - 20;
@@ -115,9 +114,9 @@ void writeBars(const Arguments& arguments)
         const int low = (open < close ? open : close) - random.below(15);
         price = close;
         std::printf("DEMO,%d,%04d%02d%02d,%02d%02d%02d,%d.%02d,%d.%02d,%d.%02d,%d.%02d,%d\n",
-                    arguments.timeframe, day.year, day.month, day.day, time / 3600,
-                    time / 60 % 60, time % 60, open / 100, open % 100, high / 100, high % 100,
-                    low / 100, low % 100, close / 100, close % 100, 1 + random.below(5000));
+                    arguments.timeframe, day.year, day.month, day.day, time / 3600, time / 60 % 60,
+                    time % 60, open / 100, open % 100, high / 100, high % 100, low / 100, low % 100,
+                    close / 100, close % 100, 1 + random.below(5000));
     }
 }
 

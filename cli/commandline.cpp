@@ -33,8 +33,8 @@ CommandLine::CommandLine(const QStringList& words, std::initializer_list<Option>
     QCommandLineParser parser;
     for (const Option& option : options) {
         const QString name = QLatin1String(option.name);
-        parser.addOption(QCommandLineOption(name, QString(),
-                                            option.takesValue ? QStringLiteral("value") : QString()));
+        parser.addOption(QCommandLineOption(
+            name, QString(), option.takesValue ? QStringLiteral("value") : QString()));
     }
     // The parser skips the first word, which is a program's name.
     if (!parser.parse(QStringList(QString()) + words))
@@ -71,13 +71,13 @@ QString CommandLine::required(const char* option) const
 SeriesCodes parseSeries(const QString& text)
 {
     const QStringList codes = text.split(u'/');
-    const bool correct = codes.size() == 3
-        && std::none_of(codes.begin(), codes.end(), [](const QString& code) {
-               return code.isEmpty() || code == u"." || code == u"..";
-           });
+    const bool correct =
+        codes.size() == 3 && std::none_of(codes.begin(), codes.end(), [](const QString& code) {
+            return code.isEmpty() || code == u"." || code == u"..";
+        });
     if (!correct)
         throw UsageError{Text::tr("--series: нужны три кода через «/», ПЛОЩАДКА/РЕЖИМ/ИНСТРУМЕНТ, "
-                            "и ни один не может быть пустым, «.» или «..»: «%1»")
+                                  "и ни один не может быть пустым, «.» или «..»: «%1»")
                              .arg(text)};
     return {codes[0], codes[1], codes[2]};
 }

@@ -12,7 +12,7 @@ namespace tadata::cli {
 /// What every command of tadata returns to the shell.
 enum ExitCode {
     Success = 0,
-    Failure = 1, ///< the work could not be done; standard error says why
+    Failure = 1,    ///< the work could not be done; standard error says why
     WrongUsage = 2, ///< the command line is wrong; nothing was done
 };
 

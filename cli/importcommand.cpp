@@ -25,14 +25,10 @@ struct RoleName
 };
 
 constexpr std::array roleNames{
-    RoleName{"date", ColumnRole::Date, true},
-    RoleName{"time", ColumnRole::Time, true},
-    RoleName{"open", ColumnRole::Open, true},
-    RoleName{"high", ColumnRole::High, true},
-    RoleName{"low", ColumnRole::Low, true},
-    RoleName{"close", ColumnRole::Close, true},
-    RoleName{"volume", ColumnRole::Volume, false},
-    RoleName{"value", ColumnRole::Value, false},
+    RoleName{"date", ColumnRole::Date, true},        RoleName{"time", ColumnRole::Time, true},
+    RoleName{"open", ColumnRole::Open, true},        RoleName{"high", ColumnRole::High, true},
+    RoleName{"low", ColumnRole::Low, true},          RoleName{"close", ColumnRole::Close, true},
+    RoleName{"volume", ColumnRole::Volume, false},   RoleName{"value", ColumnRole::Value, false},
     RoleName{"oi", ColumnRole::OpenInterest, false},
 };
 
@@ -42,9 +38,10 @@ ColumnRole parseRole(const QString& name)
         if (name == QLatin1String(known.name))
             return known.role;
     }
-    throw UsageError{Text::tr("--columns: неизвестное значение «%1»; бывают date, time, open, high, low, "
-                        "close, volume, value, oi")
-                         .arg(name)};
+    throw UsageError{
+        Text::tr("--columns: неизвестное значение «%1»; бывают date, time, open, high, low, "
+                 "close, volume, value, oi")
+            .arg(name)};
 }
 
 QMap<qint32, qint32> parseColumns(const QString& text)
@@ -57,7 +54,8 @@ QMap<qint32, qint32> parseColumns(const QString& text)
         bool isNumber = false;
         const int column = equals < 0 ? -1 : QStringView(part).mid(equals + 1).toInt(&isNumber);
         if (!isNumber || column < 0)
-            throw UsageError{Text::tr("--columns: нужен номер столбца, считая от 0: «%1»").arg(part)};
+            throw UsageError{
+                Text::tr("--columns: нужен номер столбца, считая от 0: «%1»").arg(part)};
         if (columns.contains(role))
             throw UsageError{Text::tr("--columns: «%1» задано дважды").arg(part.left(equals))};
         if (columns.values().contains(column))
@@ -66,7 +64,8 @@ QMap<qint32, qint32> parseColumns(const QString& text)
     }
     for (const RoleName& known : roleNames) {
         if (known.mandatory && !columns.contains(static_cast<qint32>(known.role)))
-            throw UsageError{Text::tr("--columns: не задан столбец «%1»").arg(QLatin1String(known.name))};
+            throw UsageError{
+                Text::tr("--columns: не задан столбец «%1»").arg(QLatin1String(known.name))};
     }
     return columns;
 }
@@ -134,8 +133,8 @@ void fillIds(ImportDetails& details)
 {
     details.stockId = StockDirectory::i().idByCode(details.stockCode);
     details.boardId = BoardDirectory::i().idByCode(details.stockCode, details.boardCode);
-    details.securityId = SecurityDirectory::i().idByCode(details.stockCode, details.boardCode,
-                                                         details.securityName);
+    details.securityId =
+        SecurityDirectory::i().idByCode(details.stockCode, details.boardCode, details.securityName);
 }
 
 QDir seriesDir(const std::optional<QString>& store, const SeriesCodes& codes)
@@ -183,9 +182,10 @@ ExitCode runImport(const QStringList& words)
         data.setSeries(codes.stock, codes.board, codes.security, *decimals);
         vexdesk::ReferenceData::install(data);
     } else if (!isKnown(codes)) {
-        throw UsageError{Text::tr("инструмента %1/%2/%3 нет в справочнике: задайте --decimals, число "
-                            "знаков после точки в ценах")
-                             .arg(codes.stock, codes.board, codes.security)};
+        throw UsageError{
+            Text::tr("инструмента %1/%2/%3 нет в справочнике: задайте --decimals, число "
+                     "знаков после точки в ценах")
+                .arg(codes.stock, codes.board, codes.security)};
     }
     fillIds(details);
 
@@ -229,7 +229,8 @@ QString importHelp()
         "                       справочник терминала\n"
         "\n"
         "Пример:\n"
-        "  tadata import eurusd.csv --series ORIENT/FX/EURUSD --separator semicolon --no-header \\\n"
+        "  tadata import eurusd.csv --series ORIENT/FX/EURUSD --separator semicolon --no-header "
+        "\\\n"
         "         --date-format dd.MM.yy --time-format hh:mm \\\n"
         "         --columns date=0,time=1,open=2,high=3,low=4,close=5,volume=6\n");
 }

@@ -27,8 +27,8 @@ ExitCode runList(const QStringList& words)
     for (const StoredSeries& series : list) {
         out << series.stockCode << '/' << series.boardCode << '/' << series.securityName << '\t'
             << series.timeframe << '\t' << series.dayFiles << '\t'
-            << series.firstDay.toString(Qt::ISODate) << '\t'
-            << series.lastDay.toString(Qt::ISODate) << '\t' << series.bytes << '\n';
+            << series.firstDay.toString(Qt::ISODate) << '\t' << series.lastDay.toString(Qt::ISODate)
+            << '\t' << series.bytes << '\n';
     }
     out.flush();
     if (out.status() != QTextStream::Ok) {
@@ -40,12 +40,13 @@ ExitCode runList(const QStringList& words)
 
 QString listHelp()
 {
-    return Text::tr("Использование: tadata list [--store КАТАЛОГ]\n"
-              "\n"
-              "Печатает по строке на каждую серию и таймфрейм, через табуляцию: серия, таймфрейм в\n"
-              "секундах, число файлов дней, первый и последний день, байты.\n"
-              "\n"
-              "  --store КАТАЛОГ      каталог с папками площадок; по умолчанию хранилище терминала\n");
+    return Text::tr(
+        "Использование: tadata list [--store КАТАЛОГ]\n"
+        "\n"
+        "Печатает по строке на каждую серию и таймфрейм, через табуляцию: серия, таймфрейм в\n"
+        "секундах, число файлов дней, первый и последний день, байты.\n"
+        "\n"
+        "  --store КАТАЛОГ      каталог с папками площадок; по умолчанию хранилище терминала\n");
 }
 
 } // namespace tadata::cli

@@ -30,16 +30,17 @@ constexpr std::array commands{
 
 QString generalHelp()
 {
-    return Text::tr("tadata — бары для графиков терминала из командной строки\n"
-              "\n"
-              "Использование:\n"
-              "  tadata import ФАЙЛ ...   импортировать бары из текстового файла\n"
-              "  tadata list ...          показать, что хранится\n"
-              "  tadata КОМАНДА --help    всё о команде\n"
-              "  tadata --version         версия\n"
-              "\n"
-              "Код завершения: 0 — сделано; 1 — не удалось, причина в стандартном выводе ошибок;\n"
-              "2 — неверная командная строка.\n");
+    return Text::tr(
+        "tadata — бары для графиков терминала из командной строки\n"
+        "\n"
+        "Использование:\n"
+        "  tadata import ФАЙЛ ...   импортировать бары из текстового файла\n"
+        "  tadata list ...          показать, что хранится\n"
+        "  tadata КОМАНДА --help    всё о команде\n"
+        "  tadata --version         версия\n"
+        "\n"
+        "Код завершения: 0 — сделано; 1 — не удалось, причина в стандартном выводе ошибок;\n"
+        "2 — неверная командная строка.\n");
 }
 
 ExitCode print(const QString& text)
@@ -66,7 +67,8 @@ ExitCode run(const QStringList& words)
         return print(QStringLiteral("tadata " TADATA_VERSION "\n"));
     if (name == u"--help" || name == u"-h")
         return print(generalHelp());
-    throw UsageError{name.isEmpty() ? Text::tr("нет команды") : Text::tr("неизвестная команда «%1»").arg(name)};
+    throw UsageError{name.isEmpty() ? Text::tr("нет команды")
+                                    : Text::tr("неизвестная команда «%1»").arg(name)};
 }
 
 } // namespace

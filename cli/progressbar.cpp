@@ -10,8 +10,7 @@ namespace tadata::cli {
 
 ProgressBar::ProgressBar()
     : m_visible(isatty(STDERR_FILENO) != 0)
-{
-}
+{}
 
 ProgressBar::~ProgressBar()
 {

@@ -15,7 +15,7 @@ enum class ColumnRole : qint32 {
     Low = 5,
     Close = 6,
     Volume = 7, ///< in pieces
-    Value = 8, ///< in money
+    Value = 8,  ///< in money
     OpenInterest = 9,
 };
 

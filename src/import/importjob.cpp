@@ -59,8 +59,8 @@ public:
     {
         m_stream.flush();
         return m_stream.status() == QTextStream::WriteFailed
-            ? Text::tr("Невозможно записать файл %1").arg(path())
-            : QString();
+                   ? Text::tr("Невозможно записать файл %1").arg(path())
+                   : QString();
     }
 
 private:
@@ -75,8 +75,7 @@ public:
     StoreWriter(const QDir& dir, int timeframe)
         : m_dir(dir)
         , m_timeframe(timeframe)
-    {
-    }
+    {}
 
     bool needsSwitch(const QDate& day) const { return m_bars.path() != dayFilePath(day); }
 
@@ -123,18 +122,28 @@ private:
     MinuteBuilder m_minuteBuilder;
 };
 
+// The position runs ahead of the line, since the stream reads in blocks; and a file may have grown
+// or have no size of its own.
+int percentDone(qint64 position, qint64 size)
+{
+    return position < size ? static_cast<int>(double(position) / double(size) * 100.0) : 100;
+}
+
 } // namespace
 
 QString importBars(const QString& fileName, const ImportDetails& details,
                    const SeriesDir& seriesDir, const ProgressSink& progress)
 {
     QFile input(fileName);
-    if (!input.open(QIODevice::ReadOnly))
+    // A pipe opens, but its stream of lines ends before the first one: nothing would be imported,
+    // and the user would be told that all is well.
+    if (!input.open(QIODevice::ReadOnly) || input.isSequential())
         return cannotOpen(fileName);
     QTextStream lines(&input);
     qint64 lineNumber = 0;
     const auto lineError = [&lineNumber](const QString& what) {
-        return Text::tr("Ошибка при импорте %1-й строки:\n%2.").arg(QString::number(lineNumber), what);
+        return Text::tr("Ошибка при импорте %1-й строки:\n%2.")
+            .arg(QString::number(lineNumber), what);
     };
 
     if (details.firstLineIsHeader) {
@@ -153,9 +162,7 @@ QString importBars(const QString& fileName, const ImportDetails& details,
             return lineError(bar.error);
 
         if (store.needsSwitch(bar.date)) {
-            // The position runs ahead of the line: the stream reads in blocks.
-            const double done = size > 0 ? double(input.pos()) / double(size) : 0.0;
-            progress(qMin(static_cast<int>(done * 100.0), 100));
+            progress(percentDone(input.pos(), size));
             if (const QString error = store.switchTo(bar.date); !error.isNull())
                 return error;
         }

@@ -38,8 +38,7 @@ public:
     LineFields(const QString& line, const ImportDetails& details)
         : m_fields(line.split(details.separator))
         , m_columns(details.columns)
-    {
-    }
+    {}
 
     bool reach(int column) const { return m_fields.size() > column; }
 
@@ -124,8 +123,8 @@ bool BarDescription::init(const QString& line, const ImportDetails& details)
         return false;
     }
 
-    const auto decimals = static_cast<short>(SecurityDirectory::i().decimalsById(
-        details.stockId, details.boardId, details.securityId));
+    const auto decimals = static_cast<short>(
+        SecurityDirectory::i().decimalsById(details.stockId, details.boardId, details.securityId));
     try {
         readNumbers(*this, fields, decimals);
     } catch (const QString& message) {

@@ -52,9 +52,11 @@ void TADataManager::init(ICore* core)
     connect(core->notifier(), SIGNAL(aNewDay()), this, SLOT(removeOldSecondFiles()));
 }
 
-void TADataManager::tini() {}
+void TADataManager::tini()
+{}
 
-void TADataManager::initStage(IPlugin::InitStage) {}
+void TADataManager::initStage(IPlugin::InitStage)
+{}
 
 void TADataManager::createMenu()
 {

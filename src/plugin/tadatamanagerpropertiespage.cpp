@@ -16,8 +16,7 @@ AppSettings settings()
 
 TADataManagerPropertiesPage::TADataManagerPropertiesPage(QObject* parent)
     : QObject(parent)
-{
-}
+{}
 
 QString TADataManagerPropertiesPage::id() const
 {

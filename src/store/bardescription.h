@@ -14,7 +14,7 @@ struct ImportDetails;
 struct BarDescription
 {
     bool valid = false; ///< whether the bar holds data
-    QString error; ///< why init() refused the line; in the user's language
+    QString error;      ///< why init() refused the line; in the user's language
     QDate date;
     QTime time;
     decimal open;
@@ -22,7 +22,7 @@ struct BarDescription
     decimal low;
     decimal close;
     qint64 volume = 0; ///< in pieces (lots)
-    decimal value; ///< in money
+    decimal value;     ///< in money
     qint32 openInterest = 0;
 
     /// Reads one line of an external text file into this bar, which must be a fresh one. False

@@ -26,8 +26,7 @@ QString seriesPath(const QDir& root, const QString& stockCode, const QString& bo
 
 QDir makeSeriesDir(const QString& stockCode, const QString& boardCode, const QString& securityName)
 {
-    const QString path =
-        QStringLiteral("tadata/%1/%2/%3").arg(stockCode, boardCode, securityName);
+    const QString path = QStringLiteral("tadata/%1/%2/%3").arg(stockCode, boardCode, securityName);
     const QDir reached = ICore::getDir(path, false);
     const QDir wanted(ICore::getDir(QString(), false).filePath(path));
     return reached.absolutePath() == wanted.absolutePath() ? reached : wanted;

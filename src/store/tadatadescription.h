@@ -13,10 +13,10 @@ struct TADataDescription
     QString stockCode; ///< the three codes are the series' directory names in the store
     QString boardCode;
     QString securityName;
-    qint32 timeframe = 0; ///< length of a bar in seconds
-    QString separator; ///< between the columns of the external file
-    QString dateFormat; ///< a QDate pattern, of the external file
-    QString timeFormat; ///< a QTime pattern, of the external file
+    qint32 timeframe = 0;    ///< length of a bar in seconds
+    QString separator;       ///< between the columns of the external file
+    QString dateFormat;      ///< a QDate pattern, of the external file
+    QString timeFormat;      ///< a QTime pattern, of the external file
     QString dateFormatTitle; ///< the patterns as the user saw them, for messages
     QString timeFormatTitle;
 };

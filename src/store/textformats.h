@@ -10,7 +10,7 @@ namespace tadata {
 struct TextFormat
 {
     QString pattern; ///< as QDate and QTime take it
-    QString title; ///< as the user sees it
+    QString title;   ///< as the user sees it
 };
 
 QList<TextFormat> dateFormats();

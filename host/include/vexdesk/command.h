@@ -19,7 +19,7 @@ class VEXDESK_GUI_EXPORT Command final : public QObject
 public:
     /// Where the command's shortcut works. A modal dialog shields the window behind it always.
     enum CommandContext {
-        NoContext = 0, ///< nowhere: the menu only
+        NoContext = 0,     ///< nowhere: the menu only
         WidgetContext = 1, ///< while the menu bar's own window has the focus
         WindowContext = 2, ///< in the terminal's main window
         GlobalContext = 3, ///< in every window of the terminal

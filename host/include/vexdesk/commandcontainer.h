@@ -40,6 +40,7 @@ public:
     void setTitle(const QString& title);
 
     void addCommand(Command* command, const QByteArray& group, const QByteArray& key);
+    /// A container that is this one, or holds it at any depth, is not added.
     void addContainer(CommandContainer* container, const QByteArray& group, const QByteArray& key);
 
     /// In the order in which they are shown.

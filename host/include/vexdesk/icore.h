@@ -51,7 +51,8 @@ inline QDir ICore::getDir(const QString& path, bool flag)
 {
     QDir dir;
     const QString applicationDir = QCoreApplication::applicationDirPath();
-    const bool installed = QFile::exists(QDir(applicationDir).filePath(QStringLiteral(".installed")));
+    const bool installed =
+        QFile::exists(QDir(applicationDir).filePath(QStringLiteral(".installed")));
     if (installed && !flag) {
         dir.setPath(QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation));
     } else {

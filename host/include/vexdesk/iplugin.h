@@ -22,7 +22,7 @@ public:
     /// The steps of the terminal's start, after every plug-in's init.
     enum class InitStage {
         PluginsReady, ///< every plug-in has been initialised
-        WindowShown, ///< the main window is on the screen
+        WindowShown,  ///< the main window is on the screen
     };
 
     virtual ~IPlugin() = default;

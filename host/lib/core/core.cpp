@@ -32,8 +32,7 @@ void setApplicationIdentity()
 
 Core::Core()
     : m_notifier(std::make_unique<Notifier>())
-{
-}
+{}
 
 Core::~Core() = default;
 

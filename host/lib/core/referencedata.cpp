@@ -49,7 +49,7 @@ public:
     // A code becomes the name of a directory, so it must be able to be one.
     QString code(const QString& key)
     {
-        const QString text = m_entry.value(key).toString();
+        QString text = m_entry.value(key).toString();
         if (text.isEmpty() || text == u"." || text == u".." || text.contains(u'/'))
             fail(key);
         return text;
@@ -65,12 +65,31 @@ public:
         return number;
     }
 
+    // Refuses a code or an id that an earlier entry of the same owner has.
+    void unique(const QString& owner, const QString& code, qint64 id)
+    {
+        if (m_codes.contains({owner, code}))
+            fail(QStringLiteral("code"), Text::tr("повторное значение"));
+        if (m_ids.contains({owner, id}))
+            fail(QStringLiteral("id"), Text::tr("повторное значение"));
+        m_codes.insert({owner, code});
+        m_ids.insert({owner, id});
+    }
+
+    // Refuses an entry whose owner does not stand in the list of owners.
+    void known(const QString& key, bool found)
+    {
+        if (!found)
+            fail(key, Text::tr("неизвестное значение"));
+    }
+
 private:
-    void fail(const QString& key)
+    void fail(const QString& key) { fail(key, Text::tr("неверное значение")); }
+    void fail(const QString& key, const QString& what)
     {
         if (m_error->isNull())
-            *m_error = Text::tr("список \"%1\", запись %2: неверное значение \"%3\"")
-                           .arg(m_array, QString::number(m_index + 1), key);
+            *m_error = Text::tr("список \"%1\", запись %2: %3 \"%4\"")
+                           .arg(m_array, QString::number(m_index + 1), what, key);
     }
 
     QString m_array;
@@ -78,6 +97,8 @@ private:
     QJsonArray m_entries;
     QJsonObject m_entry;
     qsizetype m_index = -1;
+    QSet<std::pair<QString, QString>> m_codes;
+    QSet<std::pair<QString, qint64>> m_ids;
     QSet<QString> m_seen;
 };
 
@@ -86,7 +107,8 @@ ReferenceData fromJson(const QByteArray& text, QString* error)
     QJsonParseError parseError;
     const QJsonDocument json = QJsonDocument::fromJson(text, &parseError);
     if (parseError.error != QJsonParseError::NoError) {
-        *error = Text::tr("байт %1: %2").arg(QString::number(parseError.offset), parseError.errorString());
+        *error = Text::tr("байт %1: %2")
+                     .arg(QString::number(parseError.offset), parseError.errorString());
         return {};
     }
 
@@ -94,23 +116,38 @@ ReferenceData fromJson(const QByteArray& text, QString* error)
     constexpr qint64 maxId = std::numeric_limits<qint64>::max();
     const QJsonObject document = json.object();
     ReferenceData data;
+    // Venues by their codes and boards by "venue/board": no code holds a slash.
+    QSet<QString> owners;
     for (EntryReader entry(document, QStringLiteral("stocks"), error); entry.next();) {
-        data.stocks.append({static_cast<int>(entry.integer(QStringLiteral("id"), 1, maxInt)),
-                            entry.code(QStringLiteral("code")), entry.text(QStringLiteral("name"))});
+        const Stock stock{static_cast<int>(entry.integer(QStringLiteral("id"), 1, maxInt)),
+                          entry.code(QStringLiteral("code")), entry.text(QStringLiteral("name"))};
+        entry.unique(QString(), stock.code, stock.id);
+        owners.insert(stock.code);
+        data.stocks.append(stock);
     }
     for (EntryReader entry(document, QStringLiteral("boards"), error); entry.next();) {
-        data.boards.append({entry.code(QStringLiteral("stock")),
-                            static_cast<int>(entry.integer(QStringLiteral("id"), 1, maxInt)),
-                            entry.code(QStringLiteral("code")), entry.text(QStringLiteral("name")),
-                            static_cast<int>(entry.integer(QStringLiteral("flags"), 0, maxInt))});
+        const Board board{entry.code(QStringLiteral("stock")),
+                          static_cast<int>(entry.integer(QStringLiteral("id"), 1, maxInt)),
+                          entry.code(QStringLiteral("code")), entry.text(QStringLiteral("name")),
+                          static_cast<int>(entry.integer(QStringLiteral("flags"), 0, maxInt))};
+        entry.known(QStringLiteral("stock"), owners.contains(board.stockCode));
+        entry.unique(board.stockCode, board.code, board.id);
+        owners.insert(board.stockCode + u'/' + board.code);
+        data.boards.append(board);
     }
     for (EntryReader entry(document, QStringLiteral("securities"), error); entry.next();) {
-        data.securities.append(
-            {entry.code(QStringLiteral("stock")), entry.code(QStringLiteral("board")),
-             entry.integer(QStringLiteral("id"), 1, maxId), entry.code(QStringLiteral("code")),
-             entry.text(QStringLiteral("title")),
-             static_cast<int>(
-                 entry.integer(QStringLiteral("decimals"), 0, ReferenceData::maxDecimals))});
+        const Security security{entry.code(QStringLiteral("stock")),
+                                entry.code(QStringLiteral("board")),
+                                entry.integer(QStringLiteral("id"), 1, maxId),
+                                entry.code(QStringLiteral("code")),
+                                entry.text(QStringLiteral("title")),
+                                static_cast<int>(entry.integer(QStringLiteral("decimals"), 0,
+                                                               ReferenceData::maxDecimals))};
+        const QString owner = security.stockCode + u'/' + security.boardCode;
+        entry.known(QStringLiteral("stock"), owners.contains(security.stockCode));
+        entry.known(QStringLiteral("board"), owners.contains(owner));
+        entry.unique(owner, security.code, security.id);
+        data.securities.append(security);
     }
     return error->isNull() ? data : ReferenceData();
 }
@@ -202,16 +239,20 @@ void ReferenceData::setSeries(const QString& stockCode, const QString& boardCode
 {
     findOrAdd(
         stocks, [&](const Stock& stock) { return stock.code == stockCode; },
-        [&] { return Stock{freeId(stocks), stockCode, QString()}; });
+        [&] {
+            return Stock{freeId(stocks), stockCode, QString()};
+        });
     findOrAdd(
         boards,
         [&](const Board& board) { return board.stockCode == stockCode && board.code == boardCode; },
-        [&] { return Board{stockCode, freeId(boards), boardCode, QString(), 0}; });
+        [&] {
+            return Board{stockCode, freeId(boards), boardCode, QString(), 0};
+        });
     Security& security = findOrAdd(
         securities,
         [&](const Security& entry) {
-            return entry.stockCode == stockCode && entry.boardCode == boardCode
-                && entry.code == securityCode;
+            return entry.stockCode == stockCode && entry.boardCode == boardCode &&
+                   entry.code == securityCode;
         },
         [&] {
             return Security{stockCode,    boardCode, freeId(securities),

@@ -4,8 +4,7 @@
 
 Settings::Settings(std::unique_ptr<QSettings> store)
     : m_store(std::move(store))
-{
-}
+{}
 
 Settings::Settings(Settings&&) noexcept = default;
 Settings& Settings::operator=(Settings&&) noexcept = default;

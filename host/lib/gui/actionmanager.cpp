@@ -20,12 +20,14 @@ CommandContainer* ActionManager::container(const QByteArray& id, const QString& 
                                            const QByteArray& parentId, const QByteArray& group,
                                            const QByteArray& key)
 {
-    CommandContainer*& container = m_containers[id];
-    if (!container) {
-        container = new CommandContainer(id, this);
-        container->setTitle(title);
-        m_containers.value(parentId, m_menuBar)->addContainer(container, group, key);
-    }
+    if (CommandContainer* const known = m_containers.value(id))
+        return known;
+    // The parent is looked up first: a container cannot be its own.
+    CommandContainer* const parent = m_containers.value(parentId, m_menuBar);
+    auto* const container = new CommandContainer(id, this);
+    container->setTitle(title);
+    m_containers.insert(id, container);
+    parent->addContainer(container, group, key);
     return container;
 }
 
@@ -39,16 +41,21 @@ void ActionManager::add(Action* action)
 {
     const QByteArray id = action->id();
     m_actions[id].append(action);
-    connect(action, &Action::enabledChanged, this, [this, id] { Q_EMIT actionChanged(id); });
+    connect(action, &Action::enabledChanged, this, [this, action] {
+        if (this->action(action->id()) == action)
+            Q_EMIT actionChanged(action->id());
+    });
     Q_EMIT actionChanged(id);
 }
 
 void ActionManager::remove(Action* action)
 {
     const QByteArray id = action->id();
+    const bool answered = this->action(id) == action;
     QList<Action*>& actions = m_actions[id];
     actions.removeOne(action);
     if (actions.isEmpty())
         m_actions.remove(id);
-    Q_EMIT actionChanged(id);
+    if (answered)
+        Q_EMIT actionChanged(id);
 }

@@ -3,8 +3,7 @@
 Command::Command(const QByteArray& id, QObject* parent)
     : QObject(parent)
     , m_id(id)
-{
-}
+{}
 
 void Command::setCategory(const QString& category)
 {

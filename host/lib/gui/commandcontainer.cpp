@@ -5,11 +5,22 @@
 #include <algorithm>
 #include <tuple>
 
+namespace {
+
+bool holds(const CommandContainer* container, const CommandContainer* sought)
+{
+    const QList<CommandContainer::Entry> entries = container->entries();
+    return std::any_of(entries.cbegin(), entries.cend(), [sought](const auto& entry) {
+        return entry.container && (entry.container == sought || holds(entry.container, sought));
+    });
+}
+
+} // namespace
+
 CommandContainer::CommandContainer(const QByteArray& id, QObject* parent)
     : QObject(parent)
     , m_id(id)
-{
-}
+{}
 
 void CommandContainer::setTitle(const QString& title)
 {
@@ -29,7 +40,7 @@ void CommandContainer::addCommand(Command* command, const QByteArray& group, con
 void CommandContainer::addContainer(CommandContainer* container, const QByteArray& group,
                                     const QByteArray& key)
 {
-    if (!container || container == this)
+    if (!container || container == this || holds(container, this))
         return;
     connect(container, &CommandContainer::changed, this, &CommandContainer::changed,
             Qt::UniqueConnection);
@@ -50,8 +61,8 @@ void CommandContainer::insert(const Entry& entry)
 void CommandContainer::remove(const QObject* object)
 {
     const qsizetype removed = m_entries.removeIf([object](const Entry& entry) {
-        return static_cast<const QObject*>(entry.command) == object
-            || static_cast<const QObject*>(entry.container) == object;
+        return static_cast<const QObject*>(entry.command) == object ||
+               static_cast<const QObject*>(entry.container) == object;
     });
     if (removed > 0)
         Q_EMIT changed();

@@ -16,7 +16,8 @@
 ///       "securities": [ { "stock": "NORD", "board": "SPOT", "id": 101, "code": "ALFA",
 ///                         "title": "...", "decimals": 2 } ] }
 ///
-/// Ids are positive; codes are unique within what they belong to.
+/// Ids are positive. Ids and codes are unique within what they belong to, and that is in the file
+/// too: the venue of a board, the board of a security.
 namespace vexdesk {
 
 struct Stock

@@ -1,0 +1,79 @@
+#include "store/storecatalog.h"
+
+#include "support/filetree.h"
+#include "support/strictlog.h"
+
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QTest>
+
+class TestStoreCatalog final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { testsupport::failOnStrayWarnings(); }
+    void anEmptyStoreHoldsNothing();
+    void countsDayFilesBySeriesAndTimeframe();
+    void passesOverWhatIsNoDayFile();
+    void listsInTheOrderOfCodes();
+};
+
+using tadata::StoredSeries;
+
+void TestStoreCatalog::anEmptyStoreHoldsNothing()
+{
+    const QTemporaryDir store;
+    QVERIFY(tadata::listStore(QDir(store.path())).isEmpty());
+    QVERIFY(tadata::listStore(QDir(store.filePath(QStringLiteral("missing")))).isEmpty());
+}
+
+void TestStoreCatalog::countsDayFilesBySeriesAndTimeframe()
+{
+    const QTemporaryDir store;
+    const QDir root(store.path());
+    testsupport::writeFile(root.filePath(QStringLiteral("S/B/X/20240116_60.iss")), "12345");
+    testsupport::writeFile(root.filePath(QStringLiteral("S/B/X/20240115_60.iss")), "123");
+    testsupport::writeFile(root.filePath(QStringLiteral("S/B/X/20240120_1.iss")), "1");
+
+    const QList<StoredSeries> list = tadata::listStore(root);
+    QCOMPARE(list.size(), 2);
+    QCOMPARE(list[0].timeframe, 1);
+    QCOMPARE(list[0].dayFiles, 1);
+    QCOMPARE(list[1].timeframe, 60);
+    QCOMPARE(list[1].dayFiles, 2);
+    QCOMPARE(list[1].firstDay, QDate(2024, 1, 15));
+    QCOMPARE(list[1].lastDay, QDate(2024, 1, 16));
+    QCOMPARE(list[1].bytes, 8);
+    QCOMPARE(list[1].stockCode, QStringLiteral("S"));
+    QCOMPARE(list[1].boardCode, QStringLiteral("B"));
+    QCOMPARE(list[1].securityName, QStringLiteral("X"));
+}
+
+void TestStoreCatalog::passesOverWhatIsNoDayFile()
+{
+    const QTemporaryDir store;
+    const QDir root(store.path());
+    for (const char* path : {"S/B/X/20240115_60", "S/B/X/readme.txt", "S/B/20240115_60.iss",
+                             "S/20240115_60.iss", "20240115_60.iss", "S/B/X/Y/20240115_60.iss"})
+        testsupport::writeFile(root.filePath(QLatin1String(path)), "x");
+    QVERIFY(root.mkpath(QStringLiteral("S/B/X/20240116_60.iss")));
+    QVERIFY(tadata::listStore(root).isEmpty());
+}
+
+void TestStoreCatalog::listsInTheOrderOfCodes()
+{
+    const QTemporaryDir store;
+    const QDir root(store.path());
+    for (const char* series : {"b/B/X", "B/b/X", "B/B/x", "B/B/X", "B/B/Я"})
+        testsupport::writeFile(root.filePath(QString::fromUtf8(series) + "/20240115_60.iss"), "x");
+    QStringList codes;
+    const QList<StoredSeries> list = tadata::listStore(root);
+    for (const StoredSeries& series : list)
+        codes.append(series.stockCode + u'/' + series.boardCode + u'/' + series.securityName);
+    QCOMPARE(codes,
+             QStringList({QStringLiteral("B/B/X"), QStringLiteral("B/B/x"), QStringLiteral("B/B/Я"),
+                          QStringLiteral("B/b/X"), QStringLiteral("b/B/X")}));
+}
+
+QTEST_GUILESS_MAIN(TestStoreCatalog)
+#include "tst_storecatalog.moc"
