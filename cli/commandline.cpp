@@ -12,10 +12,19 @@ namespace tadata::cli {
 
 namespace {
 
-QString parseFailure(const QCommandLineParser& parser, const QStringList& words)
+QString parseFailure(const QCommandLineParser& parser, const QStringList& words,
+                     std::initializer_list<CommandLine::Option> options)
 {
     if (const QStringList unknown = parser.unknownOptionNames(); !unknown.isEmpty())
         return Text::tr("неизвестный параметр «%1»").arg(unknown.first());
+    for (const CommandLine::Option& option : options) {
+        const QString name = QStringLiteral("--") + QLatin1String(option.name);
+        const auto givesValue = [&name](const QString& word) {
+            return word.startsWith(name + u'=');
+        };
+        if (!option.takesValue && std::any_of(words.begin(), words.end(), givesValue))
+            return Text::tr("параметр %1 не принимает значения").arg(name);
+    }
     if (!words.isEmpty() && words.last().startsWith(u'-') && !words.last().contains(u'='))
         return Text::tr("нет значения после «%1»").arg(words.last());
     return parser.errorText();
@@ -28,6 +37,17 @@ void printError(const QString& text)
     QTextStream(stderr) << text << '\n';
 }
 
+ExitCode printOutput(const QString& text)
+{
+    QTextStream out(stdout);
+    out << text;
+    out.flush();
+    if (out.status() == QTextStream::Ok)
+        return Success;
+    printError(Text::tr("Невозможно записать в стандартный вывод"));
+    return Failure;
+}
+
 CommandLine::CommandLine(const QStringList& words, std::initializer_list<Option> options)
 {
     QCommandLineParser parser;
@@ -38,7 +58,7 @@ CommandLine::CommandLine(const QStringList& words, std::initializer_list<Option>
     }
     // The parser skips the first word, which is a program's name.
     if (!parser.parse(QStringList(QString()) + words))
-        throw UsageError{parseFailure(parser, words)};
+        throw UsageError{parseFailure(parser, words, options)};
 
     const QStringList names = parser.optionNames();
     for (const QString& name : names) {

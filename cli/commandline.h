@@ -73,4 +73,8 @@ struct Text
 /// Writes one line to standard error.
 void printError(const QString& text);
 
+/// Writes a text to standard output. A failure, which has been told to the user, when not all of it
+/// could be written.
+ExitCode printOutput(const QString& text);
+
 } // namespace tadata::cli

@@ -5,8 +5,6 @@
 
 #include <QtCore/QTextStream>
 
-#include <cstdio>
-
 namespace tadata::cli {
 
 ExitCode runList(const QStringList& words)
@@ -16,13 +14,16 @@ ExitCode runList(const QStringList& words)
         throw UsageError{Text::tr("лишнее слово «%1»").arg(line.positional().first())};
 
     const std::optional<QString> store = line.value("store");
+    if (store && store->isEmpty())
+        throw UsageError{Text::tr("--store: нужен каталог")};
     const QDir root = store ? QDir(*store) : storeRoot();
     if (!root.exists()) {
         printError(Text::tr("Нет каталога %1").arg(root.path()));
         return Failure;
     }
 
-    QTextStream out(stdout);
+    QString text;
+    QTextStream out(&text);
     const QList<StoredSeries> list = listStore(root);
     for (const StoredSeries& series : list) {
         out << series.stockCode << '/' << series.boardCode << '/' << series.securityName << '\t'
@@ -30,12 +31,7 @@ ExitCode runList(const QStringList& words)
             << series.firstDay.toString(Qt::ISODate) << '\t' << series.lastDay.toString(Qt::ISODate)
             << '\t' << series.bytes << '\n';
     }
-    out.flush();
-    if (out.status() != QTextStream::Ok) {
-        printError(Text::tr("Невозможно записать в стандартный вывод"));
-        return Failure;
-    }
-    return Success;
+    return printOutput(text);
 }
 
 QString listHelp()

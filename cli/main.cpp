@@ -7,10 +7,8 @@
 #include <vexdesk/terminal/core.h>
 
 #include <QtCore/QCoreApplication>
-#include <QtCore/QTextStream>
 
 #include <array>
-#include <cstdio>
 
 namespace {
 
@@ -43,12 +41,6 @@ QString generalHelp()
         "2 — неверная командная строка.\n");
 }
 
-ExitCode print(const QString& text)
-{
-    QTextStream(stdout) << text;
-    return Success;
-}
-
 bool asksForHelp(const QStringList& words)
 {
     return words.contains(QStringLiteral("--help")) || words.contains(QStringLiteral("-h"));
@@ -60,13 +52,13 @@ ExitCode run(const QStringList& words)
     for (const CommandEntry& command : commands) {
         if (name == QLatin1String(command.name)) {
             const QStringList rest = words.mid(1);
-            return asksForHelp(rest) ? print(command.help()) : command.run(rest);
+            return asksForHelp(rest) ? printOutput(command.help()) : command.run(rest);
         }
     }
     if (name == u"--version")
-        return print(QStringLiteral("tadata " TADATA_VERSION "\n"));
+        return printOutput(QStringLiteral("tadata " TADATA_VERSION "\n"));
     if (name == u"--help" || name == u"-h")
-        return print(generalHelp());
+        return printOutput(generalHelp());
     throw UsageError{name.isEmpty() ? Text::tr("нет команды")
                                     : Text::tr("неизвестная команда «%1»").arg(name)};
 }

@@ -24,6 +24,26 @@ int highestColumn(const QMap<qint32, qint32>& columns)
     return highest;
 }
 
+// As many of a line's fields as are wanted, in the manner of QString::split. The rest is left
+// alone: a damaged file's line may hold a hundred million separators, and each field is a string.
+QStringList firstFields(const QString& line, const QString& separator, qsizetype wanted)
+{
+    if (separator.isEmpty())
+        return line.split(separator);
+    QStringList fields;
+    qsizetype start = 0;
+    while (fields.size() < wanted) {
+        const qsizetype end = line.indexOf(separator, start);
+        if (end < 0) {
+            fields.append(line.mid(start));
+            break;
+        }
+        fields.append(line.mid(start, end - start));
+        start = end + separator.size();
+    }
+    return fields;
+}
+
 // A two-digit year is read into 1900 to 1999; files of such a format are younger than that.
 QDate inThisCentury(const QDate& date, const QString& format)
 {
@@ -36,11 +56,13 @@ class LineFields final
 {
 public:
     LineFields(const QString& line, const ImportDetails& details)
-        : m_fields(line.split(details.separator))
-        , m_columns(details.columns)
+        : m_columns(details.columns)
+        , m_wanted(highestColumn(m_columns) + qsizetype(1))
+        , m_fields(firstFields(line, details.separator, m_wanted))
     {}
 
-    bool reach(int column) const { return m_fields.size() > column; }
+    // Whether the line has all the columns that carry something.
+    bool complete() const { return m_fields.size() >= m_wanted; }
 
     // A mandatory role without a column reads the first one.
     const QString& text(ColumnRole role) const { return m_fields.at(column(role).value_or(0)); }
@@ -59,8 +81,9 @@ private:
         return found == m_columns.cend() ? std::nullopt : std::optional(*found);
     }
 
-    QStringList m_fields;
     const QMap<qint32, qint32>& m_columns;
+    qsizetype m_wanted; // fields, counted from the line's start
+    QStringList m_fields;
 };
 
 // Everything that is a number. Throws the message of the first text that is none.
@@ -101,7 +124,7 @@ bool BarDescription::init(const QString& line, const ImportDetails& details)
     valid = false;
 
     const LineFields fields(line, details);
-    if (!fields.reach(highestColumn(details.columns))) {
+    if (!fields.complete()) {
         error = Text::tr("Недостаточное количество столбцов");
         return false;
     }

@@ -21,7 +21,8 @@ QDir storeRoot()
 QString seriesPath(const QDir& root, const QString& stockCode, const QString& boardCode,
                    const QString& securityName)
 {
-    return root.filePath(QStringLiteral("%1/%2/%3").arg(stockCode, boardCode, securityName));
+    // Not QDir::filePath: a code that begins with ":" would be a path of its own to it.
+    return QStringLiteral("%1/%2/%3/%4").arg(root.path(), stockCode, boardCode, securityName);
 }
 
 QDir makeSeriesDir(const QString& stockCode, const QString& boardCode, const QString& securityName)

@@ -60,13 +60,14 @@ QList<StoredSeries> listStore(const QDir& root)
     StoredSeries codes;
     for (const QString& stock : subdirectories(root.path())) {
         codes.stockCode = stock;
-        const QString stockPath = root.filePath(stock);
+        // Not QDir::filePath: a code that begins with ":" would be a path of its own to it.
+        const QString stockPath = root.path() + u'/' + stock;
         for (const QString& board : subdirectories(stockPath)) {
             codes.boardCode = board;
-            const QString boardPath = QDir(stockPath).filePath(board);
+            const QString boardPath = stockPath + u'/' + board;
             for (const QString& security : subdirectories(boardPath)) {
                 codes.securityName = security;
-                list += listSeries(QDir(boardPath).filePath(security), codes);
+                list += listSeries(boardPath + u'/' + security, codes);
             }
         }
     }
