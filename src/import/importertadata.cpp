@@ -1,21 +1,106 @@
 #include "import/importertadata.h"
 
 #include "import/importjob.h"
+#include "import/importtadatawizard.h"
 #include "store/dayfile.h"
+#include "store/jobprogressdialog.h"
 
+#include <QtConcurrent/QtConcurrentRun>
 #include <QtCore/QCoreApplication>
+#include <QtCore/QFile>
+#include <QtCore/QFutureWatcher>
+#include <QtCore/QTextStream>
+#include <QtWidgets/QFileDialog>
 #include <QtWidgets/QMessageBox>
-#include <QtWidgets/QProgressDialog>
+
+#include <optional>
+
+namespace {
+
+constexpr int previewLines = 10;
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(ImporterTAData)
+};
+
+void warn(const QString& title, const QString& text)
+{
+    QMessageBox::warning(nullptr, title, text, QMessageBox::Ok);
+}
+
+// The steps of the command. One that ends it has told the user why, or the user has cancelled.
+
+QString askForFile()
+{
+    return QFileDialog::getOpenFileName(nullptr, Text::tr("Выбор файла для импорта"), QString(),
+                                        Text::tr("Текстовые файлы (*.txt *.csv)"));
+}
+
+std::optional<QList<QString>> readPreview(const QString& fileName)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly)) {
+        warn(Text::tr("Ошибка открытия файла"),
+             Text::tr("Невозможно открыть файл %1").arg(fileName));
+        return std::nullopt;
+    }
+    QTextStream stream(&file);
+    if (stream.atEnd()) {
+        warn(Text::tr("Пустой файл"), Text::tr("Файл %1 пуст").arg(file.fileName()));
+        return std::nullopt;
+    }
+    QList<QString> lines;
+    while (lines.size() < previewLines && !stream.atEnd())
+        lines.append(stream.readLine());
+    return lines;
+}
+
+std::optional<ImportDetails> askForDetails(const QList<QString>& lines)
+{
+    ImportTADataWizard wizard(lines, nullptr);
+    if (wizard.exec() != QDialog::Accepted)
+        return std::nullopt;
+    return wizard.importDetails();
+}
+
+QString runJob(const QString& fileName, const ImportDetails& details)
+{
+    JobProgressDialog progress(Text::tr("Импорт"), Text::tr("Импортирую..."));
+    QFutureWatcher<QString> watcher;
+    QObject::connect(&watcher, &QFutureWatcherBase::finished, &progress, &QWidget::close);
+    QFuture<QString> job = QtConcurrent::run(QThreadPool::globalInstance(), importFromFile,
+                                             &progress, fileName, details);
+    watcher.setFuture(job);
+    // A job that has ended by now has nothing to show.
+    if (!job.isFinished())
+        progress.exec();
+    return job.result();
+}
+
+void report(const QString& error)
+{
+    if (!error.isEmpty())
+        warn(Text::tr("Ошибка"), error);
+    else
+        QMessageBox::information(nullptr, Text::tr("Успешное завершение импорта"),
+                                 Text::tr("Импорт данных ТА успешно завершен"), QMessageBox::Ok);
+}
+
+} // namespace
 
 void ImporterTAData::doImport()
 {
-    QMessageBox::information(
-        nullptr, QCoreApplication::translate("ImporterTAData", "Импорт"),
-        QCoreApplication::translate(
-            "ImporterTAData",
-            "Мастер импорта появится в следующей версии.\nСейчас файл с барами можно импортировать "
-            "командой «tadata import»; подсказку даёт «tadata --help»."),
-        QMessageBox::Ok);
+    const QString fileName = askForFile();
+    if (fileName.isEmpty())
+        return;
+    const std::optional<QList<QString>> lines = readPreview(fileName);
+    if (!lines)
+        return;
+    const std::optional<ImportDetails> details = askForDetails(*lines);
+    if (!details)
+        return;
+    report(runJob(fileName, *details));
 }
 
 QString importFromFile(QProgressDialog* progress, QString fileName, ImportDetails details)

@@ -8,7 +8,8 @@ class QProgressDialog;
 class ImporterTAData final
 {
 public:
-    /// Runs the whole command. User-interface thread.
+    /// Asks for a file and how to read it, imports it behind a progress dialog and tells the user
+    /// how it went. Returns when all of it is over. User-interface thread.
     static void doImport();
 };
 

@@ -1,0 +1,65 @@
+#include <vexdesk/selectorbox.h>
+
+#include <vexdesk/selectormodel.h>
+
+#include <QtCore/QSignalBlocker>
+
+SelectorBox::SelectorBox(QWidget* parent)
+    : QComboBox(parent)
+{
+    setPlaceholderText(tr("не выбрано"));
+    setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
+    setMinimumContentsLength(24);
+    connect(this, &QComboBox::currentIndexChanged, this, [this] {
+        m_chosenCode = sourceRow() < 0 ? QString() : codeAt(sourceRow());
+        chosen();
+    });
+}
+
+SelectorBox::~SelectorBox() = default;
+
+void SelectorBox::chooseFirst()
+{
+    if (count() > 0)
+        setCurrentIndex(0);
+}
+
+void SelectorBox::showModel(SelectorModel* model)
+{
+    if (m_source) {
+        m_source->disconnect(this);
+        if (m_source->QObject::parent() == this)
+            m_source->deleteLater();
+    }
+    m_source = model;
+    if (!model->QObject::parent())
+        model->setParent(this);
+    model->populate();
+    connect(model, &QAbstractItemModel::modelReset, this, &SelectorBox::rebuild);
+    rebuild();
+}
+
+void SelectorBox::rebuild()
+{
+    {
+        const QSignalBlocker quiet(this);
+        clear();
+        int choice = -1;
+        for (int row = 0; m_source && row < m_source->rowCount(); ++row) {
+            if (!accepts(row))
+                continue;
+            if (!m_chosenCode.isEmpty() && codeAt(row) == m_chosenCode)
+                choice = count();
+            addItem(m_source->index(row, 0).data().toString(), row);
+        }
+        // A list of one needs no choosing.
+        setCurrentIndex(count() == 1 ? 0 : choice);
+        m_chosenCode = sourceRow() < 0 ? QString() : codeAt(sourceRow());
+    }
+    chosen();
+}
+
+int SelectorBox::sourceRow() const
+{
+    return currentIndex() < 0 ? -1 : currentData().toInt();
+}

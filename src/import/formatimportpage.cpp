@@ -1,0 +1,88 @@
+#include "import/formatimportpage.h"
+
+#include "import/importdetails.h"
+#include "import/previewtable.h"
+#include "store/textformats.h"
+#include "ui_formatimportpage.h"
+
+FormatImportPage::FormatImportPage(const QList<QString>& lines, QWidget* parent)
+    : QWizardPage(parent)
+    , m_lines(lines)
+    , m_ui(std::make_unique<Ui::FormatImportPage>())
+{
+    m_ui->setupUi(this);
+    setTitle(tr("Формат"));
+    setupPage();
+}
+
+FormatImportPage::~FormatImportPage() = default;
+
+void FormatImportPage::setupPage()
+{
+    // The item that stands for no choice splits nothing: no line of the preview holds a line feed.
+    m_ui->separator->addItem(tr("не задан"), QStringLiteral("\n"));
+    m_ui->separator->addItem(tr("запятая (,)"), QStringLiteral(","));
+    m_ui->separator->addItem(tr("точка с запятой (;)"), QStringLiteral(";"));
+    m_ui->separator->addItem(tr("пробел ( )"), QStringLiteral(" "));
+    m_ui->separator->setCurrentIndex(0);
+    connect(m_ui->separator, &QComboBox::currentIndexChanged, this, &QWizardPage::completeChanged);
+    connect(m_ui->separator, &QComboBox::currentIndexChanged, this,
+            &FormatImportPage::separatorChanged);
+
+    const QList<tadata::TextFormat> dates = tadata::dateFormats();
+    for (const tadata::TextFormat& format : dates)
+        m_ui->dateFormat->addItem(format.title, format.pattern);
+    const QList<tadata::TextFormat> times = tadata::timeFormats();
+    for (const tadata::TextFormat& format : times)
+        m_ui->timeFormat->addItem(format.title, format.pattern);
+}
+
+QString FormatImportPage::separator() const
+{
+    return m_ui->separator->currentData().toString();
+}
+
+QString FormatImportPage::dateFormat() const
+{
+    return m_ui->dateFormat->currentData().toString();
+}
+
+QString FormatImportPage::timeFormat() const
+{
+    return m_ui->timeFormat->currentData().toString();
+}
+
+void FormatImportPage::separatorChanged(int index)
+{
+    const QString separator = m_ui->separator->itemData(index).toString();
+    tadata::setPreviewSize(*m_ui->fileData, m_lines, separator);
+    tadata::fillPreview(*m_ui->fileData, m_lines, separator);
+    m_ui->fileData->resizeRowsToContents();
+    m_ui->fileData->resizeColumnsToContents();
+}
+
+bool FormatImportPage::isComplete() const
+{
+    const auto fieldCount = [this](qsizetype line) {
+        return m_lines.size() >= 2 ? m_lines.at(line).split(separator()).size() : 0;
+    };
+    const bool complete = m_ui->separator->currentIndex() >= 1 && fieldCount(0) == fieldCount(1);
+    m_ui->sepLabel->setStyleSheet(
+        QStringLiteral("QLabel {color: %1;}").arg(complete ? "black" : "red"));
+    return complete;
+}
+
+void FormatImportPage::cleanupPage()
+{
+    // Going back keeps every choice.
+}
+
+void FormatImportPage::getImportDetails(ImportDetails& details) const
+{
+    details.separator = separator();
+    details.dateFormat = dateFormat();
+    details.timeFormat = timeFormat();
+    details.firstLineIsHeader = m_ui->firstStringIsHead->isChecked();
+    details.dateFormatTitle = m_ui->dateFormat->currentText();
+    details.timeFormatTitle = m_ui->timeFormat->currentText();
+}

@@ -1,0 +1,73 @@
+#include "import/importtadatawizard.h"
+
+#include "import/columnsimportpage.h"
+#include "import/formatimportpage.h"
+#include "import/importdetails.h"
+#include "import/seriesimportpage.h"
+
+#include <vexdesk/appsettings.h>
+
+namespace {
+
+const char settingsGroup[] = "TADataManager/ImportWizard";
+const char sizeKey[] = "dialog_size";
+
+} // namespace
+
+ImportTADataWizard::ImportTADataWizard(const QList<QString>& lines, QWidget* parent)
+    : QWizard(parent)
+{
+    setWindowFlags(windowFlags() & ~Qt::WindowContextHelpButtonHint);
+    setWindowTitle(tr("Мастер импорта данных ТА"));
+    m_seriesPageId = addPage(new SeriesImportPage);
+    m_formatPageId = addPage(new FormatImportPage(lines));
+    m_columnsPageId = addPage(new ColumnsImportPage(lines));
+
+    const AppSettings settings(QLatin1String{settingsGroup});
+    if (settings.contains(QLatin1String(sizeKey)))
+        resize(settings.value(QLatin1String(sizeKey), sizeHint()).toSize());
+}
+
+ImportTADataWizard::~ImportTADataWizard()
+{
+    AppSettings(QLatin1String(settingsGroup)).setValue(QLatin1String(sizeKey), size());
+}
+
+ImportDetails ImportTADataWizard::importDetails() const
+{
+    ImportDetails details;
+    seriesPage()->getImportDetails(details);
+    formatPage()->getImportDetails(details);
+    columnsPage()->getImportDetails(details);
+    return details;
+}
+
+QString ImportTADataWizard::columnSeparator() const
+{
+    return formatPage()->separator();
+}
+
+QString ImportTADataWizard::dateFormat() const
+{
+    return formatPage()->dateFormat();
+}
+
+QString ImportTADataWizard::timeFormat() const
+{
+    return formatPage()->timeFormat();
+}
+
+SeriesImportPage* ImportTADataWizard::seriesPage() const
+{
+    return static_cast<SeriesImportPage*>(page(m_seriesPageId));
+}
+
+FormatImportPage* ImportTADataWizard::formatPage() const
+{
+    return static_cast<FormatImportPage*>(page(m_formatPageId));
+}
+
+ColumnsImportPage* ImportTADataWizard::columnsPage() const
+{
+    return static_cast<ColumnsImportPage*>(page(m_columnsPageId));
+}

@@ -1,0 +1,81 @@
+#include "import/seriesimportpage.h"
+
+#include "import/importdetails.h"
+#include "store/dayfile.h"
+#include "ui_seriesimportpage.h"
+
+#include <vexdesk/properties.h>
+
+namespace {
+
+// Boards of the trading kind, and those that are only technical.
+constexpr int tradingBoard = 4;
+constexpr int technicalBoard = 64;
+
+bool mark(QLabel* label, bool present)
+{
+    label->setStyleSheet(present ? QString() : QStringLiteral("QLabel {color: red;}"));
+    return present;
+}
+
+} // namespace
+
+SeriesImportPage::SeriesImportPage(QWidget* parent)
+    : QWizardPage(parent)
+    , m_properties(std::make_unique<Properties>())
+    , m_ui(std::make_unique<Ui::SeriesImportPage>())
+{
+    m_ui->setupUi(this);
+    m_ui->board->setBoardFlagsOnFilter(tradingBoard);
+    m_ui->board->setBoardFlagsOffFilter(technicalBoard);
+    setTitle(tr("Серия"));
+    m_properties->connectAll(this);
+    m_properties->setValue(QStringLiteral("StockId"), QStringLiteral("0"));
+    setupPage();
+}
+
+SeriesImportPage::~SeriesImportPage() = default;
+
+void SeriesImportPage::setupPage()
+{
+    m_ui->timeFrame->addItem(tr("1 минута"), tadata::minuteTimeframe);
+    m_ui->timeFrame->addItem(tr("1 секунда"), tadata::secondTimeframe);
+    connect(m_ui->stock, &StockSelectorBox::stockCodeChanged, this, &QWizardPage::completeChanged);
+    connect(m_ui->board, &BoardSelectorBox::boardCodeChanged, this, &QWizardPage::completeChanged);
+    connect(m_ui->security, &SecuritySelectorBox::securityChanged, this,
+            &QWizardPage::completeChanged);
+}
+
+void SeriesImportPage::cleanupPage()
+{
+    // Going back keeps every choice.
+}
+
+bool SeriesImportPage::isComplete() const
+{
+    return markMissing();
+}
+
+bool SeriesImportPage::validate()
+{
+    return markMissing();
+}
+
+bool SeriesImportPage::markMissing() const
+{
+    const bool stock = mark(m_ui->stockLabel, m_ui->stock->getStockId() != 0);
+    const bool board = mark(m_ui->boardLabel, m_ui->board->getBoardId() != 0);
+    const bool security = mark(m_ui->secLabel, m_ui->security->getSecurityId() != 0);
+    return stock && board && security;
+}
+
+void SeriesImportPage::getImportDetails(ImportDetails& details) const
+{
+    details.stockId = m_ui->stock->getStockId();
+    details.boardId = m_ui->board->getBoardId();
+    details.securityId = m_ui->security->getSecurityId();
+    details.stockCode = m_ui->stock->getStockCode();
+    details.boardCode = m_ui->board->getBoardCode();
+    details.securityName = m_ui->security->getSecurityName();
+    details.timeframe = m_ui->timeFrame->currentData().toInt();
+}
