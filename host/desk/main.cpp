@@ -1,0 +1,90 @@
+#include "desk/commandline.h"
+#include "desk/daywatcher.h"
+#include "desk/deskapplication.h"
+#include "desk/errorreport.h"
+#include "desk/importtour.h"
+#include "desk/mainwindow.h"
+#include "desk/pluginloader.h"
+#include "desk/tour.h"
+
+#include <vexdesk/terminal/core.h>
+#include <vexdesk/terminal/referencedata.h>
+
+#include <QtCore/QTimer>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+/// Before the first plug-in runs: it may ask for a venue at once.
+void installReferenceData(const QString& file)
+{
+    using vexdesk::ReferenceData;
+    QString error;
+    const ReferenceData data =
+        file.isEmpty() ? ReferenceData::standard(&error) : ReferenceData::fromFile(file, &error);
+    if (error.isNull()) {
+        ReferenceData::install(data);
+        return;
+    }
+    ReferenceData::install(ReferenceData::demonstration());
+    vexdesk::reportError(QCoreApplication::translate(
+                             "vexdesk::Main", "%1\n\nБудут использованы демонстрационные данные.")
+                             .arg(error));
+}
+
+/// The failure of a tour ends the process on the spot: dialogs of the plug-in may be open.
+[[noreturn]] void failTour(const QString& reason)
+{
+    std::fprintf(stderr, "%s\n", qUtf8Printable(reason));
+    std::fflush(stderr);
+    std::_Exit(EXIT_FAILURE);
+}
+
+void startTour(vexdesk::Tour& tour, vexdesk::MainWindow& window, const QDir& directory)
+{
+    if (!directory.mkpath(QStringLiteral(".")) || !vexdesk::addImportTour(tour, window, directory))
+        failTour(QCoreApplication::translate("vexdesk::Main", "Невозможно записать в каталог %1")
+                     .arg(directory.path()));
+    QObject::connect(&tour, &vexdesk::Tour::failed, &failTour);
+    QObject::connect(&tour, &vexdesk::Tour::finished, &window, &QWidget::close);
+    tour.start();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    vexdesk::DeskApplication application(argc, argv);
+    vexdesk::setApplicationIdentity();
+    const vexdesk::CommandLine commandLine = vexdesk::CommandLine::read();
+    installReferenceData(commandLine.referenceFile);
+
+    vexdesk::Core core;
+    vexdesk::PluginLoader loader;
+    QObject::connect(&loader, &vexdesk::PluginLoader::callFailed, &application,
+                     &vexdesk::reportError);
+    vexdesk::MainWindow window(loader);
+    loader.load(commandLine.pluginDirectories.isEmpty()
+                    ? vexdesk::PluginLoader::standardDirectories()
+                    : commandLine.pluginDirectories,
+                &core);
+    loader.initStage(IPlugin::InitStage::PluginsReady);
+    window.show();
+    QTimer::singleShot(0, &loader,
+                       [&loader] { loader.initStage(IPlugin::InitStage::WindowShown); });
+    const vexdesk::DayWatcher dayWatcher(core.notifier());
+
+    const QDir tourDirectory(commandLine.tourDirectory);
+    vexdesk::Tour tour(tourDirectory);
+    if (!commandLine.tourDirectory.isEmpty()) {
+        // The system's own file dialog is not made of widgets that the tour could use.
+        QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+        startTour(tour, window, tourDirectory);
+    }
+
+    const int exitCode = QApplication::exec();
+    loader.unload();
+    return exitCode;
+}

@@ -1,0 +1,143 @@
+#include "desk/mainwindow.h"
+
+#include "desk/commands.h"
+#include "desk/menubuilder.h"
+#include "desk/pluginloader.h"
+#include "desk/pluginsdialog.h"
+#include "desk/startpage.h"
+
+#include <vexdesk/action.h>
+#include <vexdesk/actionmanager.h>
+#include <vexdesk/appsettings.h>
+#include <vexdesk/command.h>
+#include <vexdesk/commandcontainer.h>
+
+#include <QtCore/QPointer>
+#include <QtGui/QCloseEvent>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QMenuBar>
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QStatusBar>
+#include <QtWidgets/QToolButton>
+
+namespace vexdesk {
+
+namespace {
+
+const QString settingsGroup = QStringLiteral("Desk");
+const QString geometryKey = QStringLiteral("geometry");
+constexpr auto pluginsCommand = "Desk.Plugins";
+
+} // namespace
+
+MainWindow::MainWindow(const PluginLoader& loader, QWidget* parent)
+    : QMainWindow(parent)
+    , m_loader(loader)
+{
+    setObjectName(QStringLiteral("mainWindow"));
+    setWindowTitle(QStringLiteral("Vexdesk"));
+    addOwnCommands();
+    m_menuBuilder = std::make_unique<MenuBuilder>(menuBar());
+    m_startPage = new StartPage(m_ownCommands, this);
+    setCentralWidget(m_startPage);
+    addStatusBar();
+    updatePlugins();
+    connect(&loader, &PluginLoader::changed, this, &MainWindow::updatePlugins);
+
+    resize(960, 640);
+    restoreGeometry(AppSettings(settingsGroup).value(geometryKey).toByteArray());
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::addOwnCommands()
+{
+    ActionManager* const manager = ActionManager::instance();
+    CommandContainer* const file = manager->container("File", tr("&Файл"), "MenuBar", "", "10");
+    CommandContainer* const service =
+        manager->container("Service", tr("&Сервис"), "MenuBar", "", "80");
+    CommandContainer* const help = manager->container("Help", tr("&Справка"), "MenuBar", "", "90");
+    addCommand(file, "Desk.Exit", tr("&Выход"), QKeySequence(Qt::CTRL | Qt::Key_Q),
+               [this] { close(); });
+    addCommand(service, pluginsCommand, tr("&Модули..."), QKeySequence(),
+               [this] { showPlugins(); });
+    addCommand(help, "Desk.About", tr("&О программе"), QKeySequence(), [this] { showAbout(); });
+}
+
+void MainWindow::addCommand(CommandContainer* menu, const QByteArray& id, const QString& text,
+                            const QKeySequence& shortcut, const std::function<void()>& run)
+{
+    auto* const command = new Command(id, this);
+    command->setCategory(tr("Терминал"));
+    command->setDefaultText(text);
+    command->setDefaultShortcut(shortcut);
+    command->setContext(Command::GlobalContext);
+    // The last group and key: what plug-ins add to these menus stands above.
+    menu->addCommand(command, "Z", "90");
+    connect(new Action(id, this), &Action::triggered, this, run);
+    m_ownCommands.insert(id);
+}
+
+void MainWindow::addStatusBar()
+{
+    m_loadedLabel = new QLabel(this);
+    m_loadedLabel->setObjectName(QStringLiteral("loadedPlugins"));
+    m_loadedLabel->setContentsMargins(6, 0, 6, 0);
+    statusBar()->addWidget(m_loadedLabel);
+    m_refusedButton = new QToolButton(this);
+    m_refusedButton->setObjectName(QStringLiteral("refusedPlugins"));
+    m_refusedButton->setAutoRaise(true);
+    m_refusedButton->setToolTip(tr("Показать, какие модули отклонены и почему"));
+    connect(m_refusedButton, &QToolButton::clicked, this, [] { triggerCommand(pluginsCommand); });
+    statusBar()->addWidget(m_refusedButton);
+}
+
+void MainWindow::updatePlugins()
+{
+    m_startPage->setPlugins(m_loader.loadedCount(), m_loader.directories());
+    m_loadedLabel->setText(tr("Загружено модулей: %1").arg(m_loader.loadedCount()));
+    m_refusedButton->setText(
+        tr("Отклонено модулей: %1. Подробнее...").arg(m_loader.refusedCount()));
+    m_refusedButton->setVisible(m_loader.refusedCount() > 0);
+}
+
+void MainWindow::showPlugins()
+{
+    PluginsDialog(m_loader.records(), m_loader.directories(), this).exec();
+}
+
+void MainWindow::showAbout()
+{
+    QMessageBox::about(this, tr("О программе"),
+                       tr("<h3>Vexdesk %1</h3>"
+                          "<p>Торговый терминал, который расширяется модулями.</p>"
+                          "<p>Версия Qt: %2</p>")
+                           .arg(QCoreApplication::applicationVersion(), QLatin1String(qVersion())));
+}
+
+bool MainWindow::closeOtherWindows()
+{
+    QList<QPointer<QWidget>> windows;
+    for (QWidget* const window : QApplication::topLevelWidgets()) {
+        if (window != this && window->isVisible() && window->windowType() != Qt::Desktop)
+            windows.append(window);
+    }
+    for (const QPointer<QWidget>& window : std::as_const(windows)) {
+        if (window && !window->close())
+            return false;
+    }
+    return true;
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    if (!closeOtherWindows()) {
+        event->ignore();
+        return;
+    }
+    AppSettings(settingsGroup).setValue(geometryKey, saveGeometry());
+    event->accept();
+}
+
+} // namespace vexdesk

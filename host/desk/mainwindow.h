@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QtCore/QSet>
+#include <QtWidgets/QMainWindow>
+
+#include <functional>
+#include <memory>
+
+class CommandContainer;
+class QKeySequence;
+class QLabel;
+class QToolButton;
+
+namespace vexdesk {
+
+class MenuBuilder;
+class PluginLoader;
+class StartPage;
+
+/// The terminal's window: the menus, the start page, and in the status bar what became of the
+/// plug-ins. Its own commands go the same way as those of plug-ins, through ActionManager.
+///
+/// Closing it closes every other window of the terminal first; one that refuses keeps it open.
+class MainWindow final : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    /// `loader` must live as long as the window; the window follows it.
+    explicit MainWindow(const PluginLoader& loader, QWidget* parent = nullptr);
+    ~MainWindow() override;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void addOwnCommands();
+    void addCommand(CommandContainer* menu, const QByteArray& id, const QString& text,
+                    const QKeySequence& shortcut, const std::function<void()>& run);
+    void addStatusBar();
+    void showPlugins();
+    void showAbout();
+    void updatePlugins();
+    bool closeOtherWindows();
+
+    const PluginLoader& m_loader;
+    QSet<QByteArray> m_ownCommands;
+    std::unique_ptr<MenuBuilder> m_menuBuilder;
+    StartPage* m_startPage = nullptr;
+    QLabel* m_loadedLabel = nullptr;
+    QToolButton* m_refusedButton = nullptr;
+};
+
+} // namespace vexdesk

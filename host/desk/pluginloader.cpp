@@ -1,0 +1,218 @@
+#include "desk/pluginloader.h"
+
+#include "desk/errorreport.h"
+
+#include <vexdesk/terminal/core.h>
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
+#include <QtCore/QJsonObject>
+#include <QtCore/QLibrary>
+#include <QtCore/QLibraryInfo>
+#include <QtCore/QPluginLoader>
+#include <QtCore/QSet>
+#include <QtCore/QVersionNumber>
+
+#include <algorithm>
+
+namespace vexdesk {
+
+namespace {
+
+const QLatin1String interfacePrefix("qgui.plugin.");
+
+/// The libraries of the directories, each file once.
+QStringList libraryFiles(const QStringList& directories)
+{
+    QStringList files;
+    QSet<QString> seen;
+    for (const QString& directory : directories) {
+        const QFileInfoList entries = QDir(directory).entryInfoList(QDir::Files, QDir::Name);
+        for (const QFileInfo& entry : entries) {
+            if (!QLibrary::isLibrary(entry.fileName()) || seen.contains(entry.canonicalFilePath()))
+                continue;
+            seen.insert(entry.canonicalFilePath());
+            files.append(entry.absoluteFilePath());
+        }
+    }
+    return files;
+}
+
+/// Why the file is not taken, as far as that shows without running its code; empty when nothing
+/// speaks against it.
+QString metadataFault(const QPluginLoader& library)
+{
+    const QJsonObject metadata = library.metaData();
+    if (metadata.isEmpty())
+        return PluginLoader::tr("Файл повреждён или не является модулем Qt: %1")
+            .arg(library.errorString());
+
+    const QString interfaceId = metadata.value(QLatin1String("IID")).toString();
+    if (!interfaceId.startsWith(interfacePrefix))
+        return PluginLoader::tr(
+                   "Это модуль другой программы: его интерфейс \"%1\", а нужен \"%2*\".")
+            .arg(interfaceId, interfacePrefix);
+
+    // Qt loads a library that was built with an older minor version, and no other.
+    const int version = metadata.value(QLatin1String("version")).toInt();
+    const int major = (version >> 16) & 0xff;
+    const int minor = (version >> 8) & 0xff;
+    if (major != QT_VERSION_MAJOR || minor > QLibraryInfo::version().minorVersion())
+        return PluginLoader::tr("Модуль собран для Qt %1.%2, а терминал работает с Qt %3.")
+            .arg(QString::number(major), QString::number(minor),
+                 QLibraryInfo::version().toString());
+    return QString();
+}
+
+/// Runs a call into a plug-in. The text of the exception that left it, null when none did. The
+/// exception itself may be of the plug-in's own type and does not outlive this function.
+template <typename Call>
+QString faultOf(const Call& call)
+{
+    try {
+        call();
+        return QString();
+    } catch (...) {
+        return exceptionText(std::current_exception());
+    }
+}
+
+} // namespace
+
+PluginLoader::PluginLoader(QObject* parent)
+    : QObject(parent)
+{}
+
+PluginLoader::~PluginLoader()
+{
+    unload();
+}
+
+QStringList PluginLoader::standardDirectories()
+{
+    const QDir program(QCoreApplication::applicationDirPath());
+    QStringList directories;
+    for (const QString& path :
+         {QStringLiteral("plugins"), QStringLiteral("../lib/vexdesk/plugins"),
+          QDir(QStringLiteral("..")).filePath(QStringLiteral(VEXDESK_PLUGIN_DIR))})
+        directories.append(QDir::cleanPath(program.absoluteFilePath(path)));
+    directories.removeDuplicates();
+    return directories;
+}
+
+void PluginLoader::load(const QStringList& directories, Core* core)
+{
+    unload();
+    m_core = core;
+    m_pagesBefore = core->optionsPages();
+    m_directories = directories;
+    for (const QString& path : libraryFiles(directories))
+        loadFile(path);
+    Q_EMIT changed();
+}
+
+void PluginLoader::loadFile(const QString& path)
+{
+    PluginRecord record;
+    record.path = path;
+    if (QFileInfo(path).size() == 0) { // Qt would write a warning about it into the log
+        record.reason = tr("Файл пуст.");
+        m_records.append(record);
+        return;
+    }
+    Plugin plugin;
+    plugin.library = std::make_unique<QPluginLoader>(path);
+    record.reason = metadataFault(*plugin.library);
+    if (record.reason.isEmpty()) {
+        // A missing symbol has to show here, and not as the end of the process in the first call.
+        plugin.library->setLoadHints(QLibrary::ResolveAllSymbolsHint | QLibrary::PreventUnloadHint);
+        const QList<IOptionsPage*> pages = m_core->optionsPages();
+        record.reason = start(*plugin.library, record, plugin);
+        if (record.reason.isEmpty()) {
+            record.state = PluginRecord::State::Loaded;
+            m_plugins.push_back(std::move(plugin));
+        } else {
+            dropPagesExcept(pages);
+            plugin.library->unload();
+        }
+    }
+    m_records.append(record);
+}
+
+QString PluginLoader::start(QPluginLoader& library, PluginRecord& record, Plugin& plugin)
+{
+    QObject* instance = nullptr;
+    QString fault = faultOf([&] { instance = library.instance(); });
+    if (!fault.isNull())
+        return tr("Объект модуля не создан: %1").arg(fault);
+    if (!library.isLoaded() || !instance)
+        return tr("Код модуля не загружается: %1").arg(library.errorString());
+
+    plugin.object = qobject_cast<IPlugin*>(instance);
+    if (!plugin.object)
+        return tr("Объект модуля не поддерживает интерфейс терминала (%1).")
+            .arg(QLatin1String(qobject_interface_iid<IPlugin*>()));
+
+    fault = faultOf([&] {
+        record.code = QString::fromUtf8(plugin.object->code());
+        record.name = plugin.object->name();
+        record.author = plugin.object->author();
+        record.version = plugin.object->version();
+        record.description = plugin.object->description();
+    });
+    if (!fault.isNull())
+        return tr("Модуль не сообщает сведения о себе: %1").arg(fault);
+    if (isLoaded(record.code))
+        return tr("Модуль с кодом \"%1\" уже загружен.").arg(record.code);
+
+    plugin.code = record.code;
+    fault = faultOf([&] { plugin.object->init(m_core); });
+    return fault.isNull() ? QString() : tr("Ошибка при запуске модуля: %1").arg(fault);
+}
+
+bool PluginLoader::isLoaded(const QString& code) const
+{
+    return std::any_of(m_plugins.cbegin(), m_plugins.cend(),
+                       [&code](const Plugin& plugin) { return plugin.code == code; });
+}
+
+void PluginLoader::initStage(IPlugin::InitStage stage)
+{
+    for (const Plugin& plugin : m_plugins) {
+        const QString fault = faultOf([&] { plugin.object->initStage(stage); });
+        if (!fault.isNull())
+            Q_EMIT callFailed(
+                tr("Ошибка модуля %1 при запуске терминала: %2").arg(plugin.code, fault));
+    }
+}
+
+void PluginLoader::unload()
+{
+    if (!m_core)
+        return;
+    std::for_each(m_plugins.crbegin(), m_plugins.crend(), [this](const Plugin& plugin) {
+        const QString fault = faultOf([&] { plugin.object->tini(); });
+        if (!fault.isNull())
+            Q_EMIT callFailed(
+                tr("Ошибка модуля %1 при завершении работы: %2").arg(plugin.code, fault));
+    });
+    dropPagesExcept(m_pagesBefore);
+    while (!m_plugins.empty()) {
+        m_plugins.back().library->unload();
+        m_plugins.pop_back();
+    }
+    m_records.clear();
+    m_core = nullptr;
+    Q_EMIT changed();
+}
+
+void PluginLoader::dropPagesExcept(const QList<IOptionsPage*>& kept)
+{
+    for (IOptionsPage* const page : m_core->optionsPages()) {
+        if (!kept.contains(page))
+            m_core->removeOptionsPage(page);
+    }
+}
+
+} // namespace vexdesk

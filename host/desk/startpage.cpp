@@ -1,0 +1,195 @@
+#include "desk/startpage.h"
+
+#include "desk/commandbutton.h"
+#include "desk/commands.h"
+
+#include <vexdesk/actionmanager.h>
+#include <vexdesk/command.h>
+#include <vexdesk/commandcontainer.h>
+#include <vexdesk/icore.h>
+
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QVBoxLayout>
+
+#include <algorithm>
+
+namespace vexdesk {
+
+namespace {
+
+// Device-independent pixels.
+constexpr int pageWidth = 640;
+constexpr int pageMargin = 32;
+constexpr int logoSize = 64;
+
+QLabel* makeLabel(const QString& text, double scale, bool bold)
+{
+    auto* const label = new QLabel(text);
+    QFont font = label->font();
+    font.setPointSizeF(font.pointSizeF() * scale);
+    font.setBold(bold);
+    label->setFont(font);
+    label->setTextFormat(Qt::PlainText);
+    return label;
+}
+
+QLabel* makeSelectableText(const QString& name)
+{
+    auto* const label = new QLabel;
+    label->setObjectName(name);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    return label;
+}
+
+} // namespace
+
+StartPage::StartPage(QSet<QByteArray> ownCommands, QWidget* parent)
+    : QScrollArea(parent)
+    , m_ownCommands(std::move(ownCommands))
+{
+    setFrameShape(QFrame::NoFrame);
+    setWidgetResizable(true);
+    setFocusPolicy(Qt::NoFocus);
+
+    auto* const page = new QWidget;
+    auto* const layout = new QVBoxLayout(page);
+    layout->setContentsMargins(pageMargin, pageMargin, pageMargin, pageMargin);
+    layout->addWidget(makeHeader());
+    layout->addSpacing(pageMargin / 2);
+    m_rowLayout = new QVBoxLayout;
+    m_rowLayout->setSpacing(2);
+    layout->addLayout(m_rowLayout);
+    m_hint = makeSelectableText(QStringLiteral("pluginHint"));
+    m_hint->hide();
+    layout->addWidget(m_hint);
+    layout->addStretch();
+    QLabel* const dataPath = makeSelectableText(QStringLiteral("dataPath"));
+    dataPath->setText(tr("Данные и настройки: %1")
+                          .arg(QDir::toNativeSeparators(ICore::getDir(QString(), false).path())));
+    dataPath->setForegroundRole(QPalette::PlaceholderText);
+    layout->addWidget(dataPath);
+
+    setAlignment(Qt::AlignHCenter);
+    setWidget(page);
+
+    const ActionManager* const manager = ActionManager::instance();
+    connect(manager->menuBar(), &CommandContainer::changed, this, &StartPage::schedule);
+    connect(manager, &ActionManager::actionChanged, this, &StartPage::updateEnabled);
+    rebuild();
+}
+
+StartPage::~StartPage() = default;
+
+QWidget* StartPage::makeHeader()
+{
+    auto* const header = new QWidget;
+    header->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+    auto* const layout = new QHBoxLayout(header);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(pageMargin / 2);
+    auto* const logo = new QLabel;
+    logo->setPixmap(QApplication::windowIcon().pixmap(logoSize));
+    layout->addWidget(logo);
+    auto* const texts = new QVBoxLayout;
+    texts->setSpacing(0);
+    texts->addStretch();
+    texts->addWidget(makeLabel(QStringLiteral("Vexdesk"), 2.0, true));
+    QLabel* const subtitle = makeLabel(tr("Торговый терминал"), 1.1, false);
+    subtitle->setForegroundRole(QPalette::PlaceholderText);
+    texts->addWidget(subtitle);
+    texts->addStretch();
+    layout->addLayout(texts, 1);
+    return header;
+}
+
+void StartPage::setPlugins(qsizetype loadedCount, const QStringList& directories)
+{
+    QStringList lines{tr("Ни один модуль не загружен, поэтому здесь пока нечего выбрать."),
+                      QString(), tr("Терминал ищет модули в каталогах:")};
+    for (const QString& directory : directories) {
+        const QString path = QDir::toNativeSeparators(directory);
+        lines.append(QDir(directory).exists() ? tr("• %1").arg(path)
+                                              : tr("• %1 (каталога нет)").arg(path));
+    }
+    lines.append(QString());
+    lines.append(tr("Положите файл модуля в один из них и запустите терминал снова."));
+    m_hint->setText(lines.join(u'\n'));
+    m_hint->setVisible(loadedCount == 0);
+}
+
+void StartPage::schedule()
+{
+    if (m_scheduled)
+        return;
+    m_scheduled = true;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (m_scheduled)
+                rebuild();
+        },
+        Qt::QueuedConnection);
+}
+
+void StartPage::collect(const CommandContainer& container, const QString& heading,
+                        QList<Row>* rows) const
+{
+    for (const CommandContainer::Entry& entry : container.entries()) {
+        if (entry.container) {
+            const QString title = withoutMnemonic(entry.container->title());
+            collect(*entry.container, heading.isEmpty() ? title : tr("%1 › %2").arg(heading, title),
+                    rows);
+        } else if (!m_ownCommands.contains(entry.command->id())) {
+            rows->append({heading, entry.command});
+        }
+    }
+}
+
+void StartPage::rebuild()
+{
+    m_scheduled = false;
+    QList<Row> rows;
+    collect(*ActionManager::instance()->menuBar(), QString(), &rows);
+
+    // The row that was clicked may still be at work: what goes is not deleted on the spot.
+    for (QWidget* const widget : std::as_const(m_rowWidgets)) {
+        widget->hide();
+        m_rowLayout->removeWidget(widget);
+        widget->deleteLater();
+    }
+    m_rowWidgets.clear();
+    const auto add = [this](QWidget* widget) {
+        m_rowWidgets.append(widget);
+        m_rowLayout->addWidget(widget);
+        widget->show(); // a layout alone would wait for the event loop
+    };
+    int width = pageWidth;
+    QString heading;
+    for (const Row& row : std::as_const(rows)) {
+        if (row.heading != heading) {
+            heading = row.heading;
+            QLabel* const label = makeLabel(heading, 1.1, true);
+            label->setContentsMargins(0, m_rowWidgets.isEmpty() ? 0 : pageMargin / 2, 0, 4);
+            add(label);
+        }
+        auto* const button = new CommandButton;
+        button->setCommand(*row.command);
+        add(button);
+        width = std::max(width, button->minimumSizeHint().width());
+    }
+    widget()->setMaximumWidth(width + 2 * pageMargin);
+}
+
+void StartPage::updateEnabled(const QByteArray& commandId)
+{
+    for (QWidget* const widget : std::as_const(m_rowWidgets)) {
+        auto* const button = qobject_cast<CommandButton*>(widget);
+        if (button && button->commandId() == commandId)
+            button->setEnabled(isCommandEnabled(commandId));
+    }
+}
+
+} // namespace vexdesk

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QtCore/QDir>
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QList>
+#include <QtCore/QObject>
+
+#include <functional>
+
+/// Shows the terminal at work: goes through a list of steps, each of which waits for what the one
+/// before it should have brought about, takes a picture and does something as a user would.
+/// User-interface thread only.
+namespace vexdesk {
+
+struct TourStep
+{
+    QString title;
+    /// What must hold before the step: null text when it does, otherwise what is still missing.
+    std::function<QString()> missing;
+    /// What the user does then. May open a modal dialog.
+    std::function<void()> act;
+    /// The name of the picture that is taken before it is done; none when empty.
+    QString picture = QString();
+};
+
+class Tour final : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Pictures go to this directory, which must exist.
+    explicit Tour(const QDir& pictures, QObject* parent = nullptr);
+
+    void add(const TourStep& step) { m_steps.append(step); }
+
+    /// Begins when the event loop runs. Prints each step to standard output.
+    void start();
+
+Q_SIGNALS:
+    /// All steps were gone through.
+    void finished();
+    /// A step did not do what it should; `reason` says what was missing.
+    void failed(const QString& reason);
+
+private:
+    void look();
+    bool savePicture(const QString& name) const;
+
+    QDir m_pictures;
+    QList<TourStep> m_steps;
+    qsizetype m_current = 0;
+    int m_pictureCount = 0;
+    QElapsedTimer m_waiting;
+};
+
+} // namespace vexdesk

@@ -1,0 +1,86 @@
+#include "desk/userinput.h"
+
+#include "desk/commands.h"
+
+#include <QtGui/QKeyEvent>
+#include <QtGui/QMouseEvent>
+#include <QtWidgets/QAbstractItemView>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QMenuBar>
+
+namespace vexdesk {
+
+namespace {
+
+void sendMouse(QEvent::Type type, QWidget* widget, QPoint position)
+{
+    const bool pressed = type == QEvent::MouseButtonPress;
+    QMouseEvent event(type, position, widget->mapToGlobal(QPointF(position)),
+                      type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton,
+                      pressed ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(widget, &event);
+}
+
+void clickAt(QWidget* widget, QPoint position)
+{
+    sendMouse(QEvent::MouseMove, widget, position);
+    sendMouse(QEvent::MouseButtonPress, widget, position);
+    sendMouse(QEvent::MouseButtonRelease, widget, position);
+}
+
+template <typename Menu>
+bool clickEntry(Menu* menu, const QString& title)
+{
+    const QList<QAction*> actions = menu->actions();
+    for (QAction* const action : actions) {
+        if (!action->isEnabled() || withoutMnemonic(action->text()) != title)
+            continue;
+        clickAt(menu, menu->actionGeometry(action).center());
+        return true;
+    }
+    return false;
+}
+
+} // namespace
+
+void click(QWidget* widget)
+{
+    clickAt(widget, widget->rect().center());
+}
+
+void pressKey(QWidget* widget, int key, const QString& text)
+{
+    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text);
+    QApplication::sendEvent(widget, &press);
+    QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier, text);
+    QApplication::sendEvent(widget, &release);
+}
+
+void typeText(QWidget* widget, const QString& text)
+{
+    for (const QChar character : text)
+        pressKey(widget, Qt::Key_unknown, QString(character));
+}
+
+bool clickMenu(QMenuBar* menuBar, const QString& title)
+{
+    return clickEntry(menuBar, title);
+}
+
+bool clickMenu(QMenu* menu, const QString& title)
+{
+    return clickEntry(menu, title);
+}
+
+void chooseEntry(QComboBox* box, int index)
+{
+    QAbstractItemView* const list = box->view();
+    pressKey(list, Qt::Key_Home);
+    for (int i = 0; i < index; ++i)
+        pressKey(list, Qt::Key_Down);
+    pressKey(list, Qt::Key_Return, QStringLiteral("\r"));
+}
+
+} // namespace vexdesk

@@ -1,0 +1,123 @@
+// A plug-in as it should be: commands in the menus, an options page, every call recorded.
+#include "callrecord.h"
+
+#include <vexdesk/action.h>
+#include <vexdesk/actionmanager.h>
+#include <vexdesk/command.h>
+#include <vexdesk/commandcontainer.h>
+#include <vexdesk/icore.h>
+#include <vexdesk/ioptionspage.h>
+#include <vexdesk/iplugin.h>
+
+#include <QtCore/QtPlugin>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QStyle>
+
+#include <stdexcept>
+
+namespace {
+
+// Shows that code of the library ran, however far the loading came.
+[[maybe_unused]] const bool codeRan = qputenv("DESK_TEST_GOOD_RAN", "1");
+
+class Page final : public IOptionsPage
+{
+public:
+    QString id() const override { return QStringLiteral("GOOD.General"); }
+    QString displayName() const override { return QStringLiteral("Общие"); }
+    QString category() const override { return QStringLiteral("GOOD"); }
+    QString displayCategory() const override { return QStringLiteral("Проверка"); }
+    QIcon categoryIcon() const override { return QIcon(); }
+    bool matches(const QString& /*searchText*/) const override { return false; }
+    QWidget* createPage(QWidget* /*parent*/) override { return nullptr; }
+    void apply() override {}
+    void finish() override {}
+};
+
+} // namespace
+
+class Good final : public QObject, public IPlugin
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID "qgui.plugin.desktest.Good")
+    Q_INTERFACES(IPlugin)
+
+public:
+    ~Good() override { desktest::recordCall(QStringLiteral("GOOD.destroyed")); }
+
+    QByteArrayView code() const override { return "GOOD"; }
+    QString name() const override { return QStringLiteral("История котировок"); }
+    QString author() const override { return QStringLiteral("Мастерская"); }
+    QString version() const override { return QStringLiteral("7.6"); }
+    QString description() const override
+    {
+        return QStringLiteral("Импорт, экспорт и правка истории");
+    }
+
+    void init(ICore* core) override;
+    void tini() override;
+    void initStage(InitStage stage) override;
+
+private:
+    void addCommand(CommandContainer* menu, const QByteArray& id, const QString& text, Qt::Key key,
+                    QStyle::StandardPixmap picture);
+
+    Page m_page;
+    Page m_latePage;
+    ICore* m_core = nullptr;
+};
+
+void Good::init(ICore* core)
+{
+    desktest::recordCall(QStringLiteral("GOOD.init"));
+    m_core = core;
+    core->addOptionsPage(&m_page);
+    ActionManager* const manager = ActionManager::instance();
+    manager->container("TA", QStringLiteral("Тех. &анализ"), "MenuBar", "", "25");
+    CommandContainer* const menu =
+        manager->container("TA.History", QStringLiteral("&История"), "TA", "B", "10");
+    addCommand(menu, "GOOD.Import", QStringLiteral("&Импорт..."), Qt::Key_I, QStyle::SP_ArrowDown);
+    addCommand(menu, "GOOD.Export", QStringLiteral("&Экспорт..."), Qt::Key_X, QStyle::SP_ArrowUp);
+    addCommand(menu, "GOOD.Edit", QStringLiteral("&Правка..."), Qt::Key_D,
+               QStyle::SP_FileDialogDetailedView);
+}
+
+void Good::addCommand(CommandContainer* menu, const QByteArray& id, const QString& text,
+                      Qt::Key key, QStyle::StandardPixmap picture)
+{
+    auto* const command = new Command(id, this);
+    command->setDefaultText(text);
+    command->setDefaultIcon(QApplication::style()->standardIcon(picture));
+    command->setDefaultShortcut(QKeySequence(Qt::SHIFT | key));
+    command->setContext(Command::GlobalContext);
+    menu->addCommand(command, "", QByteArray::number(menu->entries().size()));
+    connect(new Action(id, this), &Action::triggered, this, [id] {
+        desktest::recordCall(QString::fromLatin1(id));
+        if (id == "GOOD.Export")
+            throw std::runtime_error("Экспорт невозможен");
+    });
+}
+
+void Good::tini()
+{
+    desktest::recordCall(QStringLiteral("GOOD.tini"));
+    if (desktest::hasToThrow(QStringLiteral("GOOD.tini")))
+        throw QStringLiteral("не закрывается");
+}
+
+void Good::initStage(InitStage stage)
+{
+    if (stage == InitStage::PluginsReady) {
+        desktest::recordCall(QStringLiteral("GOOD.PluginsReady"));
+        m_core->addOptionsPage(&m_latePage);
+    } else {
+        desktest::recordCall(QStringLiteral("GOOD.WindowShown"));
+        if (qEnvironmentVariableIsSet("DESK_TEST_QUIT"))
+            QMetaObject::invokeMethod(
+                qApp, [] { QCoreApplication::quit(); }, Qt::QueuedConnection);
+    }
+    if (desktest::hasToThrow(QStringLiteral("GOOD.initStage")))
+        throw std::runtime_error("ступень не пройдена");
+}
+
+#include "good.moc"

@@ -1,0 +1,161 @@
+// The executable itself, started as a user starts it.
+#include "desk/deskapplication.h"
+#include "pluginfiles.h"
+#include "support/filetree.h"
+#include "support/strictlog.h"
+
+#include <QtCore/QProcess>
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QTest>
+
+namespace {
+
+struct Outcome
+{
+    int exitCode = -1;
+    QString output;
+    QString errors;
+};
+
+} // namespace
+
+class TestProgram : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void helpNamesTheOptions();
+    void versionIsTheTerminals();
+    void anUnknownOptionIsRefused();
+    void runsAPluginFromStartToEnd();
+    void findsPluginsBesideItself();
+    void theOptionReplacesTheStandardDirectories();
+
+private:
+    Outcome run(const QStringList& arguments, bool quits);
+    QStringList recordedCalls() const;
+
+    std::unique_ptr<QTemporaryDir> m_directory;
+    QString m_program;
+};
+
+void TestProgram::init()
+{
+    testsupport::failOnStrayWarnings();
+    // A copy: the terminal keeps its data beside the program.
+    m_directory = std::make_unique<QTemporaryDir>();
+    QVERIFY(QDir(m_directory->path()).mkdir(QStringLiteral("bin")));
+    m_program = m_directory->filePath(QStringLiteral("bin/vexdesk-desk"));
+    QVERIFY(QFile::copy(QStringLiteral(DESK_PROGRAM), m_program));
+}
+
+void TestProgram::cleanup()
+{
+    m_directory.reset();
+}
+
+Outcome TestProgram::run(const QStringList& arguments, bool quits)
+{
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("DESK_TEST_RECORD"),
+                       m_directory->filePath(QStringLiteral("calls")));
+    if (quits)
+        environment.insert(QStringLiteral("DESK_TEST_QUIT"), QStringLiteral("1"));
+    process.setProcessEnvironment(environment);
+    process.setWorkingDirectory(m_directory->path());
+    process.start(m_program, arguments);
+    if (!process.waitForFinished(60000)) {
+        process.kill();
+        process.waitForFinished();
+        return Outcome();
+    }
+    Outcome outcome;
+    outcome.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    outcome.output = QString::fromUtf8(process.readAllStandardOutput());
+    outcome.errors = QString::fromUtf8(process.readAllStandardError());
+    return outcome;
+}
+
+QStringList TestProgram::recordedCalls() const
+{
+    const QByteArray calls = testsupport::readFile(m_directory->filePath(QStringLiteral("calls")));
+    return QString::fromUtf8(calls).split(u'\n', Qt::SkipEmptyParts);
+}
+
+void TestProgram::helpNamesTheOptions()
+{
+    const Outcome outcome = run({QStringLiteral("--help")}, false);
+    QCOMPARE(outcome.exitCode, 0);
+    for (const auto* const text :
+         {"--plugins", "--reference", "--help", "--version", "Показать эту справку и выйти."})
+        QVERIFY2(outcome.output.contains(QString::fromUtf8(text)), qPrintable(outcome.output));
+}
+
+void TestProgram::versionIsTheTerminals()
+{
+    const Outcome outcome = run({QStringLiteral("--version")}, false);
+    QCOMPARE(outcome.exitCode, 0);
+    QCOMPARE(outcome.output.trimmed(),
+             QStringLiteral("Vexdesk %1").arg(QCoreApplication::applicationVersion()));
+}
+
+void TestProgram::anUnknownOptionIsRefused()
+{
+    const Outcome outcome = run({QStringLiteral("--colour")}, false);
+    QCOMPARE(outcome.exitCode, 1);
+    QVERIFY2(outcome.errors.contains(QStringLiteral("colour")), qPrintable(outcome.errors));
+}
+
+void TestProgram::runsAPluginFromStartToEnd()
+{
+    QVERIFY(QDir(m_directory->path()).mkdir(QStringLiteral("elsewhere")));
+    desktest::copyPlugins({QStringLiteral("good"), QStringLiteral("second")},
+                          QDir(m_directory->filePath(QStringLiteral("elsewhere"))));
+    // A relative path counts from the working directory.
+    const Outcome outcome = run({QStringLiteral("--plugins"), QStringLiteral("elsewhere")}, true);
+    QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
+    QCOMPARE(recordedCalls(),
+             QStringList({"GOOD.init", "SECOND.init", "GOOD.PluginsReady", "SECOND.PluginsReady",
+                          "GOOD.WindowShown", "SECOND.WindowShown", "SECOND.tini", "GOOD.tini",
+                          "SECOND.destroyed", "GOOD.destroyed"}));
+}
+
+void TestProgram::findsPluginsBesideItself()
+{
+    const QString plugins = m_directory->filePath(QStringLiteral("bin/plugins"));
+    const QString installed = m_directory->filePath(QStringLiteral("lib/vexdesk/plugins"));
+    QVERIFY(QDir().mkpath(plugins));
+    QVERIFY(QDir().mkpath(installed));
+    desktest::copyPlugins({QStringLiteral("good")}, QDir(plugins));
+    desktest::copyPlugins({QStringLiteral("second")}, QDir(installed));
+    const Outcome outcome = run({}, true);
+    QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
+    QCOMPARE(recordedCalls().mid(0, 2), QStringList({"GOOD.init", "SECOND.init"}));
+}
+
+void TestProgram::theOptionReplacesTheStandardDirectories()
+{
+    const QString plugins = m_directory->filePath(QStringLiteral("bin/plugins"));
+    const QString elsewhere = m_directory->filePath(QStringLiteral("elsewhere"));
+    QVERIFY(QDir().mkpath(plugins));
+    QVERIFY(QDir().mkpath(elsewhere));
+    desktest::copyPlugins({QStringLiteral("second")}, QDir(plugins));
+    desktest::copyPlugins({QStringLiteral("good")}, QDir(elsewhere));
+    const Outcome outcome = run({QStringLiteral("--plugins=") + elsewhere}, true);
+    QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
+    QVERIFY(!recordedCalls().contains(QStringLiteral("SECOND.init")));
+    QCOMPARE(recordedCalls().value(0), QStringLiteral("GOOD.init"));
+}
+
+int main(int argc, char** argv)
+{
+    const vexdesk::DeskApplication application(argc, argv);
+    TestProgram test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_program.moc"
