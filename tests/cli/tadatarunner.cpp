@@ -1,0 +1,83 @@
+#include "tadatarunner.h"
+
+#include <QtCore/QDirIterator>
+#include <QtCore/QProcess>
+#include <QtTest/QTest>
+
+namespace testsupport {
+
+char* toString(const Outcome& outcome)
+{
+    constexpr qsizetype shown = 500;
+    const QByteArray text = "exit code " + QByteArray::number(outcome.exitCode) +
+                            "\n   stdout: \"" + outcome.out.left(shown) + "\"\n   stderr: \"" +
+                            outcome.err.left(shown) + '"';
+    return qstrdup(text.constData());
+}
+
+Outcome succeeded(const QByteArray& out)
+{
+    return {0, out, QByteArray()};
+}
+
+Outcome failed(const QString& message)
+{
+    return {1, QByteArray(), message.toUtf8() + '\n'};
+}
+
+Outcome refused(const QString& reason)
+{
+    return {2, QByteArray(), "tadata: " + reason.toUtf8() + "\nПодсказка: tadata --help\n"};
+}
+
+QProcessEnvironment plainEnvironment()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        environment.remove(QLatin1String(name));
+    environment.insert(QStringLiteral("QT_ASSUME_STDERR_HAS_CONSOLE"), QStringLiteral("1"));
+    return environment;
+}
+
+QString tadataProgram()
+{
+    return QStringLiteral(TADATA_PROGRAM);
+}
+
+Outcome runProgram(const QString& program, const QStringList& words,
+                   const QProcessEnvironment& environment)
+{
+    constexpr int patience = 240'000;
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.start(program, words, QIODevice::ReadOnly);
+    Outcome outcome;
+    if (process.waitForFinished(patience) && process.exitStatus() == QProcess::NormalExit)
+        outcome.exitCode = process.exitCode();
+    outcome.out = process.readAllStandardOutput();
+    outcome.err = process.readAllStandardError();
+    return outcome;
+}
+
+Outcome runTadata(const QStringList& words, const QProcessEnvironment& environment)
+{
+    return runProgram(tadataProgram(), words, environment);
+}
+
+QStringList words(const char* text)
+{
+    return QString::fromUtf8(text).split(u' ', Qt::SkipEmptyParts);
+}
+
+QStringList readDirectories(const QDir& root)
+{
+    QStringList found;
+    QDirIterator walk(root.path(), QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot,
+                      QDirIterator::Subdirectories);
+    while (walk.hasNext())
+        found.append(root.relativeFilePath(walk.next()));
+    found.sort();
+    return found;
+}
+
+} // namespace testsupport

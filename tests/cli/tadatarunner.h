@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QtCore/QByteArray>
+#include <QtCore/QDir>
+#include <QtCore/QProcessEnvironment>
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+/// Runs the program tadata as a shell does and says what came of it.
+namespace testsupport {
+
+/// How a run ended. A program that crashed or did not end has the exit code -1.
+struct Outcome
+{
+    int exitCode = -1;
+    QByteArray out;
+    QByteArray err;
+
+    bool operator==(const Outcome& other) const = default;
+};
+
+/// For QCOMPARE, which finds it by this name.
+char* toString(const Outcome& outcome);
+
+/// Exit code 0 and this output. Success is silent on standard error.
+Outcome succeeded(const QByteArray& out = QByteArray());
+/// Exit code 1 and one message on standard error.
+Outcome failed(const QString& message);
+/// Exit code 2: the command line is wrong, with a hint.
+Outcome refused(const QString& reason);
+
+/// The environment that the runs get unless they are given another one: the test's own, without a
+/// display, and with Qt's messages on standard error.
+QProcessEnvironment plainEnvironment();
+
+/// The file name of the program under test.
+QString tadataProgram();
+
+Outcome runProgram(const QString& program, const QStringList& words,
+                   const QProcessEnvironment& environment = plainEnvironment());
+Outcome runTadata(const QStringList& words,
+                  const QProcessEnvironment& environment = plainEnvironment());
+
+/// The words of a command line, separated by blanks. For those that hold no blank themselves.
+QStringList words(const char* text);
+
+/// Every directory below another one, as paths relative to it, sorted.
+QStringList readDirectories(const QDir& root);
+
+} // namespace testsupport
