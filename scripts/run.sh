@@ -1,6 +1,9 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds, imports a demonstration file and lists what is stored.
-# With a display the terminal opens afterwards, with the plug-in loaded.
+# Installs what is missing, builds, and shows the import in the terminal.
+#
+# With a display the terminal opens with the plug-in loaded; the demonstration file lies where its
+# file dialog opens. Without one, the terminal goes through the import by itself, from the menu to
+# the stored bars, and leaves a picture of every step. What is stored is listed at the end.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 . scripts/install-packages.sh
@@ -9,22 +12,34 @@ install_packages "${build_packages[@]}"
 cmake --preset release >/dev/null
 cmake --build --preset release
 
-bin=build/release/bin
-demo=build/release/demo.csv
-"$bin/makebars" --lines 2500 --bars-per-day 500 >"$demo"
-
-echo
-echo "Importing $demo: $(($(wc -l <"$demo") - 1)) one-minute bars"
-"$bin/tadata" import "$demo" --series NORD/MAIN/ALFA \
-    --columns date=2,time=3,open=4,high=5,low=6,close=7,volume=8
-
-echo "Stored (series, timeframe in seconds, day files, first and last day, bytes):"
-"$bin/tadata" list
-echo "Day files:"
-ls -l "$bin/user/tadata/NORD/MAIN/ALFA"
+bin=$PWD/build/release/bin
+demo=$PWD/build/release/demo
+mkdir -p "$demo"
+"$bin/makebars" --lines 2500 --bars-per-day 500 >"$demo/demo.csv"
 
 if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
-    echo "Opening the terminal. Close its window to come back."
-    exec "$bin/vexdesk-desk"
+    cat <<END
+
+Opening the terminal. Choose "Импортировать..." (Shift+I) and take the file demo.csv: one-minute
+bars with commas, dates ггггммдд, times ччммсс. Close the window to come back.
+END
+    (cd "$demo" && "$bin/vexdesk-desk")
+else
+    echo
+    echo "No display: the terminal shows the import by itself."
+    # The offscreen platform complains about what it is not.
+    QT_QPA_PLATFORM=offscreen "$bin/vexdesk-desk" --tour build/release/tour \
+        2> >(grep -v '^This plugin does not support\|XDG_RUNTIME_DIR' >&2)
+    echo "Pictures: build/release/tour"
+    echo
+    echo "The same from the command line, with $demo/demo.csv:"
+    "$bin/tadata" import "$demo/demo.csv" --series NORD/MAIN/VEGA \
+        --columns date=2,time=3,open=4,high=5,low=6,close=7,volume=8
 fi
-echo "No display: the terminal $bin/vexdesk-desk was not opened."
+
+echo
+echo "Stored (series, timeframe in seconds, day files, first and last day, bytes):"
+"$bin/tadata" list
+echo
+echo "Day files:"
+(cd "$bin/user/tadata" && find . -name '*.iss' | sort | sed 's|^\./|  |')
