@@ -1,9 +1,18 @@
 #include "import/columnsheader.h"
 
-#include <QtCore/QEvent>
+#include <QtGui/QFocusEvent>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QTableView>
 #include <QtWidgets/QWizardPage>
+
+namespace {
+
+bool byKeyboard(const QFocusEvent& event)
+{
+    return event.reason() == Qt::TabFocusReason || event.reason() == Qt::BacktabFocusReason;
+}
+
+} // namespace
 
 ColumnsHeader::ColumnsHeader(QWizardPage* page, QWidget* parent)
     : QHeaderView(Qt::Horizontal, parent)
@@ -56,10 +65,11 @@ void ColumnsHeader::placeBox(int section)
                                      sectionSize(section) - 4, height());
 }
 
-// A box that is reached with the keyboard may be scrolled away.
+// A box that is reached with the keyboard may be scrolled away. One that is clicked stays under the
+// mouse.
 bool ColumnsHeader::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::FocusIn) {
+    if (event->type() == QEvent::FocusIn && byKeyboard(*static_cast<QFocusEvent*>(event))) {
         const auto section = m_boxes.indexOf(static_cast<QComboBox*>(watched));
         auto* const table = qobject_cast<QTableView*>(parentWidget());
         if (section >= 0 && table)

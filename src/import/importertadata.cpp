@@ -8,6 +8,7 @@
 #include <QtConcurrent/QtConcurrentRun>
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 #include <QtCore/QFutureWatcher>
 #include <QtCore/QTextStream>
 #include <QtWidgets/QFileDialog>
@@ -40,7 +41,8 @@ QString askForFile()
 std::optional<QList<QString>> readPreview(const QString& fileName)
 {
     QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly)) {
+    // To open a pipe is to wait for somebody who writes into it.
+    if (!QFileInfo(fileName).isFile() || !file.open(QIODevice::ReadOnly)) {
         warn(Text::tr("Ошибка открытия файла"),
              Text::tr("Невозможно открыть файл %1").arg(fileName));
         return std::nullopt;

@@ -1,7 +1,9 @@
 // The plug-in as the terminal meets it: loaded from its file into a real core.
 
 #include "support/filetree.h"
+#include "support/modalsteps.h"
 #include "support/strictlog.h"
+#include "support/userhands.h"
 
 #include <vexdesk/action.h>
 #include <vexdesk/actionmanager.h>
@@ -15,12 +17,12 @@
 #include <QtCore/QJsonObject>
 #include <QtCore/QMetaMethod>
 #include <QtCore/QPluginLoader>
-#include <QtCore/QTimer>
 #include <QtCore/QTranslator>
 #include <QtGui/QImage>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QFileDialog>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
 
@@ -282,18 +284,17 @@ void TestTADataManager::answersEveryCommand()
 {
     QFETCH(const QByteArray, id);
     plugin()->init(m_core.get());
-    QString shown;
-    QTimer closer;
-    connect(&closer, &QTimer::timeout, &closer, [&shown] {
-        auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        if (!box)
-            return;
-        shown = box->text();
-        QTest::mouseClick(box->button(QMessageBox::Ok), Qt::LeftButton);
-    });
-    closer.start(0);
+    testsupport::ModalSteps steps;
+    if (id == "1_Import") {
+        steps.on<QFileDialog>([](QFileDialog* dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
+    } else {
+        steps.on<QMessageBox>([](QMessageBox* box) {
+            QVERIFY(!box->text().isEmpty());
+            testsupport::click(box->button(QMessageBox::Ok));
+        });
+    }
     ActionManager::instance()->action(id)->trigger();
-    QVERIFY(!shown.isEmpty());
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
 }
 
 void TestTADataManager::doesNothingInStagesAndAtTheEnd()
@@ -320,5 +321,13 @@ void TestTADataManager::takesItsMenuAlong()
     QVERIFY(m_loader->instance());
 }
 
-QTEST_MAIN(TestTADataManager)
+int main(int argc, char** argv)
+{
+    // The dialog that the toolkit draws is the one that a test can drive.
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    QApplication app(argc, argv);
+    TestTADataManager test;
+    return QTest::qExec(&test, argc, argv);
+}
+
 #include "tst_tadatamanager.moc"

@@ -33,6 +33,8 @@ protected:
     void chosen() override;
 
 private:
+    int idAt(int row) const;
+
     StockSelectorModel* m_model = nullptr;
     QString m_code;
 };

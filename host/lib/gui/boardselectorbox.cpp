@@ -54,8 +54,8 @@ void BoardSelectorBox::setStockCode(const QString& stockCode)
 bool BoardSelectorBox::accepts(int row) const
 {
     const BoardSelectorModel::Data& entry = m_model->at(row);
-    return entry.stockCode == m_stockFilter && (entry.flags & m_flagsOn) == m_flagsOn &&
-           (entry.flags & m_flagsOff) == 0;
+    return entry.enabled && entry.stockCode == m_stockFilter &&
+           (entry.flags & m_flagsOn) == m_flagsOn && (entry.flags & m_flagsOff) == 0;
 }
 
 QString BoardSelectorBox::codeAt(int row) const

@@ -32,7 +32,7 @@ int BoardSelectorModel::rowCount(const QModelIndex& parent) const
 
 QVariant BoardSelectorModel::data(const QModelIndex& index, int role) const
 {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid) || role != Qt::DisplayRole)
+    if (!index.isValid() || role != Qt::DisplayRole)
         return QVariant();
     const Data& entry = m_list.at(index.row());
     return title(entry.boardCode, entry.name);

@@ -33,7 +33,7 @@ int SecuritySelectorModel::rowCount(const QModelIndex& parent) const
 
 QVariant SecuritySelectorModel::data(const QModelIndex& index, int role) const
 {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid) || role != Qt::DisplayRole)
+    if (!index.isValid() || role != Qt::DisplayRole)
         return QVariant();
     const Data& entry = m_list.at(index.row());
     return m_withTitles ? title(entry.securityCode, entry.title) : entry.securityCode;

@@ -10,13 +10,20 @@ SelectorBox::SelectorBox(QWidget* parent)
     setPlaceholderText(tr("не выбрано"));
     setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(24);
+    // The policy makes room for icons, which the entries do not have.
+    setIconSize(QSize(0, 0));
     connect(this, &QComboBox::currentIndexChanged, this, [this] {
         m_chosenCode = sourceRow() < 0 ? QString() : codeAt(sourceRow());
         chosen();
     });
 }
 
-SelectorBox::~SelectorBox() = default;
+SelectorBox::~SelectorBox()
+{
+    // A model that the box owns goes after the part of the box that would listen to it.
+    if (m_source)
+        m_source->disconnect(this);
+}
 
 void SelectorBox::chooseFirst()
 {
@@ -28,7 +35,7 @@ void SelectorBox::showModel(SelectorModel* model)
 {
     if (m_source) {
         m_source->disconnect(this);
-        if (m_source->QObject::parent() == this)
+        if (m_source != model && m_source->QObject::parent() == this)
             m_source->deleteLater();
     }
     m_source = model;
@@ -36,6 +43,7 @@ void SelectorBox::showModel(SelectorModel* model)
         model->setParent(this);
     model->populate();
     connect(model, &QAbstractItemModel::modelReset, this, &SelectorBox::rebuild);
+    connect(model, &QObject::destroyed, this, &SelectorBox::rebuild);
     rebuild();
 }
 

@@ -17,10 +17,7 @@ void StockSelectorBox::setSourceModel(StockSelectorModel* model)
 
 int StockSelectorBox::getStockId() const
 {
-    if (sourceRow() < 0)
-        return 0;
-    const int id = m_model->at(sourceRow()).stockId;
-    return id != 0 ? id : StockDirectory::i().idByCode(m_code);
+    return sourceRow() < 0 ? 0 : idAt(sourceRow());
 }
 
 QString StockSelectorBox::getStockCode() const
@@ -32,15 +29,21 @@ void StockSelectorBox::chooseStock(int stockId)
 {
     int choice = -1;
     for (int i = 0; stockId != 0 && i < count(); ++i) {
-        if (m_model->at(itemData(i).toInt()).stockId == stockId)
+        if (idAt(itemData(i).toInt()) == stockId)
             choice = i;
     }
     setCurrentIndex(choice);
 }
 
-bool StockSelectorBox::accepts(int) const
+int StockSelectorBox::idAt(int row) const
 {
-    return true;
+    const StockSelectorModel::Data& entry = m_model->at(row);
+    return entry.stockId != 0 ? entry.stockId : StockDirectory::i().idByCode(entry.code);
+}
+
+bool StockSelectorBox::accepts(int row) const
+{
+    return m_model->at(row).enabled;
 }
 
 QString StockSelectorBox::codeAt(int row) const

@@ -27,7 +27,7 @@ int StockSelectorModel::rowCount(const QModelIndex& parent) const
 
 QVariant StockSelectorModel::data(const QModelIndex& index, int role) const
 {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid) || role != Qt::DisplayRole)
+    if (!index.isValid() || role != Qt::DisplayRole)
         return QVariant();
     const Data& entry = m_list.at(index.row());
     return title(entry.code, entry.name);

@@ -1,0 +1,804 @@
+// The import command from the menu to the store: the plug-in is loaded from its file, and its
+// windows are answered with mouse and keys.
+
+#include "support/filetree.h"
+#include "support/importchoices.h"
+#include "support/modalsteps.h"
+#include "support/strictlog.h"
+#include "support/userhands.h"
+
+#include <vexdesk/action.h>
+#include <vexdesk/actionmanager.h>
+#include <vexdesk/iplugin.h>
+#include <vexdesk/terminal/core.h>
+
+#include <QtCore/QDirIterator>
+#include <QtCore/QPluginLoader>
+#include <QtCore/QScopeGuard>
+#include <QtCore/QTemporaryDir>
+#include <QtCore/QTextStream>
+#include <QtCore/QThread>
+#include <QtCore/QThreadPool>
+#include <QtGui/QCloseEvent>
+#include <QtGui/QWindow>
+#include <QtTest/QTest>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QDialogButtonBox>
+#include <QtWidgets/QFileDialog>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QProgressBar>
+#include <QtWidgets/QProgressDialog>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QTableWidget>
+#include <QtWidgets/QWizard>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <memory>
+
+using testsupport::click;
+using testsupport::ImportChoices;
+using testsupport::ModalSteps;
+using testsupport::readTree;
+using testsupport::writeFile;
+
+using Tree = QMap<QString, QByteArray>;
+
+namespace {
+
+// A day file that lets nobody write until the test reads from it.
+class BlockedFile final
+{
+public:
+    explicit BlockedFile(const QString& path)
+        : m_path(QFile::encodeName(path))
+    {
+        QVERIFY(QDir().mkpath(QFileInfo(path).path()));
+        QCOMPARE(::mkfifo(m_path.constData(), 0600), 0);
+    }
+    ~BlockedFile()
+    {
+        if (m_descriptor >= 0)
+            ::close(m_descriptor);
+        ::unlink(m_path.constData());
+    }
+    Q_DISABLE_COPY_MOVE(BlockedFile)
+
+    void release()
+    {
+        m_descriptor = ::open(m_path.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+        QVERIFY(m_descriptor >= 0);
+    }
+
+    // What was written, once the writer has gone.
+    QByteArray content() const
+    {
+        QByteArray all;
+        QByteArray block(65536, Qt::Uninitialized);
+        for (ssize_t got = 0; (got = ::read(m_descriptor, block.data(), block.size())) > 0;)
+            all.append(block.constData(), got);
+        return all;
+    }
+
+private:
+    QByteArray m_path;
+    int m_descriptor = -1;
+};
+
+// Runs something when a window of a class is about to be seen, before the event loop of that
+// window begins.
+class WhenShown final : public QObject
+{
+public:
+    WhenShown(const char* className, std::function<void(QWidget*)> act)
+        : m_className(className)
+        , m_act(std::move(act))
+    {
+        qApp->installEventFilter(this);
+    }
+    int times() const { return m_times; }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::Show && watched->isWidgetType() &&
+            watched->inherits(m_className)) {
+            ++m_times;
+            m_act(static_cast<QWidget*>(watched));
+        }
+        return false;
+    }
+
+private:
+    const char* m_className;
+    std::function<void(QWidget*)> m_act;
+    int m_times = 0;
+};
+
+struct Shown
+{
+    QString title;
+    QString text;
+    QMessageBox::Icon icon = QMessageBox::NoIcon;
+    QMessageBox::StandardButtons buttons;
+    bool hasParent = true;
+};
+
+bool operator==(const Shown& left, const Shown& right)
+{
+    return left.title == right.title && left.text == right.text && left.icon == right.icon &&
+           left.buttons == right.buttons && left.hasParent == right.hasParent;
+}
+
+char* toString(const Shown& shown)
+{
+    const QString text = QStringLiteral("%1 / %2 / icon %3 / buttons %4 / parent %5")
+                             .arg(shown.title, shown.text)
+                             .arg(shown.icon)
+                             .arg(shown.buttons.toInt(), 0, 16)
+                             .arg(shown.hasParent);
+    return qstrdup(qPrintable(text));
+}
+
+Shown warning(const QString& title, const QString& text)
+{
+    return {title, text, QMessageBox::Warning, QMessageBox::Ok, false};
+}
+
+Shown success()
+{
+    return {QStringLiteral("Успешное завершение импорта"),
+            QStringLiteral("Импорт данных ТА успешно завершен"), QMessageBox::Information,
+            QMessageBox::Ok, false};
+}
+
+// As the window system does when the user closes the window.
+bool closeFromOutside(QWidget* window)
+{
+    QCloseEvent event;
+    QCoreApplication::sendEvent(window->windowHandle(), &event);
+    return event.isAccepted();
+}
+
+// What the dialog shows as the job goes along, told by someone who reads the file in the same way:
+// at the first line of each day how far the reader has come, and 100 at the end.
+QList<int> expectedProgress(const QString& fileName)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    QTextStream stream(&file);
+    QList<int> values;
+    QString day;
+    const auto append = [&values](int value) {
+        if (values.isEmpty() || values.last() != value)
+            values.append(value);
+    };
+    while (!stream.atEnd()) {
+        const QString lineDay = stream.readLine().section(QLatin1Char(';'), 0, 0);
+        if (lineDay != day)
+            append(static_cast<int>(double(file.pos()) / double(file.size()) * 100.0));
+        day = lineDay;
+    }
+    append(100);
+    return values;
+}
+
+// Every file and directory below a directory.
+QStringList everything(const QDir& root)
+{
+    QStringList entries;
+    QDirIterator walk(root.path(),
+                      QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                      QDirIterator::Subdirectories);
+    while (walk.hasNext())
+        entries.append(root.relativeFilePath(walk.next()));
+    entries.sort();
+    return entries;
+}
+
+constexpr char minuteInput[] = "20240115;100000;1;1;1;1\n20240116;100000;2;2;2;2\n";
+
+} // namespace
+
+class TestImportCommand final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void asksForATextFile();
+    void importsMinuteBars();
+    void importsSecondBars();
+    void importsAFileWithAHeader();
+    void importsAgainOverTheSameDays();
+    void leavesNoTraceWhenNoFileIsChosen();
+    void leavesNoTraceWhenTheWizardIsCancelled_data();
+    void leavesNoTraceWhenTheWizardIsCancelled();
+    void staysInTheFileDialogForADirectory();
+    void staysInTheFileDialogForAMissingFile();
+    void warnsOfAFileThatHasGone();
+    void warnsOfAPipe();
+    void warnsOfAnEmptyFile();
+    void showsTenLinesAtMost_data();
+    void showsTenLinesAtMost();
+    void keepsTheBarsBeforeAWrongLine();
+    void tellsOfADayFileThatCannotBeWritten();
+    void goesOnWhenTheJobEndsBeforeItsDialogIsShown();
+    void goesOnAfterEachOfManyShortJobs();
+    void theProgressDialogCannotBeClosed();
+    void showsTheProgressInOrder();
+
+private:
+    void typeFileName(QFileDialog* dialog, const QString& name);
+    void chooseFile(ModalSteps& steps, const QString& path);
+    void fillWizard(ModalSteps& steps, const ImportChoices& choices);
+    void readBox(ModalSteps& steps, Shown* shown);
+    void trigger();
+
+    QString input(const QByteArray& content) const;
+    QString seriesPath(const QString& name) const
+    {
+        return m_user.absoluteFilePath(QStringLiteral("tadata/NORD/MAIN/GRAN/") + name);
+    }
+    Tree stored() const { return readTree(QDir(seriesPath(QString()))); }
+
+    std::unique_ptr<vexdesk::Core> m_core;
+    std::unique_ptr<QPluginLoader> m_loader;
+    std::unique_ptr<QTemporaryDir> m_input;
+    QDir m_user;
+};
+
+void TestImportCommand::initTestCase()
+{
+    m_user = QDir(QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("user")));
+    QVERIFY(!m_user.exists());
+}
+
+void TestImportCommand::init()
+{
+    testsupport::failOnStrayWarnings();
+    m_core = std::make_unique<vexdesk::Core>();
+    m_input = std::make_unique<QTemporaryDir>();
+    m_loader = std::make_unique<QPluginLoader>(QStringLiteral(TADATAMANAGER_FILE));
+    auto* const plugin = qobject_cast<IPlugin*>(m_loader->instance());
+    QVERIFY2(plugin, qPrintable(m_loader->errorString()));
+    plugin->init(m_core.get());
+}
+
+void TestImportCommand::cleanup()
+{
+    QVERIFY(!QApplication::activeModalWidget());
+    // What a command has made goes with it.
+    const QWidgetList left = QApplication::topLevelWidgets();
+    for (const QWidget* widget : left)
+        QVERIFY2(!widget->isVisible(), widget->metaObject()->className());
+    delete m_loader->instance();
+    QVERIFY(m_loader->unload());
+    m_loader.reset();
+    m_input.reset();
+    m_core.reset();
+    QVERIFY(m_user.removeRecursively());
+}
+
+void TestImportCommand::typeFileName(QFileDialog* dialog, const QString& name)
+{
+    auto* const edit = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    QVERIFY(edit);
+    edit->clear();
+    QTest::keyClicks(edit, name);
+    QTest::keyClick(edit, Qt::Key_Return);
+}
+
+void TestImportCommand::chooseFile(ModalSteps& steps, const QString& path)
+{
+    steps.on<QFileDialog>([this, path](QFileDialog* dialog) { typeFileName(dialog, path); });
+}
+
+void TestImportCommand::fillWizard(ModalSteps& steps, const ImportChoices& choices)
+{
+    steps.on<QWizard>([choices](QWizard* wizard) {
+        fillImportWizard(wizard, choices);
+        click(wizard->button(QWizard::FinishButton));
+    });
+}
+
+void TestImportCommand::readBox(ModalSteps& steps, Shown* shown)
+{
+    steps.on<QMessageBox>([shown](QMessageBox* box) {
+        *shown = {box->windowTitle(), box->text(), box->icon(), box->standardButtons(),
+                  box->parentWidget() != nullptr};
+        click(box->button(QMessageBox::Ok));
+    });
+}
+
+void TestImportCommand::trigger()
+{
+    ActionManager::instance()->action("1_Import")->trigger();
+}
+
+QString TestImportCommand::input(const QByteArray& content) const
+{
+    const QString path = m_input->filePath(QStringLiteral("bars.txt"));
+    writeFile(path, content);
+    return path;
+}
+
+void TestImportCommand::asksForATextFile()
+{
+    ModalSteps steps;
+    steps.on<QFileDialog>([](QFileDialog* dialog) {
+        QVERIFY(!dialog->parentWidget());
+        QCOMPARE(dialog->windowTitle(), QStringLiteral("Выбор файла для импорта"));
+        QCOMPARE(dialog->nameFilters(),
+                 QStringList{QStringLiteral("Текстовые файлы (*.txt *.csv)")});
+        QCOMPARE(dialog->acceptMode(), QFileDialog::AcceptOpen);
+        QCOMPARE(dialog->fileMode(), QFileDialog::ExistingFile);
+        QTest::keyClick(dialog, Qt::Key_Escape);
+    });
+    trigger();
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+}
+
+void TestImportCommand::importsMinuteBars()
+{
+    ImportChoices choices;
+    choices.roles = ImportChoices::allRoles();
+    Shown shown;
+    ModalSteps steps;
+    chooseFile(steps, input("20240115;100000;1.5;1.7;1.4;1.6;12;345.6;7\n"
+                            "20240115;100100;1.6;1.8;1.5;1.7;13;346.785;8\n"
+                            "20240116;235900;2;2;2;2;0;0;-1\n"));
+    fillWizard(steps, choices);
+    steps.letPass<QProgressDialog>();
+    readBox(steps, &shown);
+    trigger();
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    QCOMPARE(shown, success());
+    QCOMPARE(stored(), Tree({{"20240115_60.iss", "100000;1.50;1.70;1.40;1.60;12;345.60;7\n"
+                                                 "100100;1.60;1.80;1.50;1.70;13;346.79;8\n"},
+                             {"20240116_60.iss", "235900;2.00;2.00;2.00;2.00;0;0.00;-1\n"}}));
+}
+
+void TestImportCommand::importsSecondBars()
+{
+    ImportChoices choices;
+    choices.timeFrame = QStringLiteral("1 секунда");
+    QByteArray content;
+    QByteArray seconds;
+    for (int second = 1; second <= 61; ++second) {
+        const QByteArray time =
+            QTime(10, 0).addSecs(second).toString(QStringLiteral("hhmmss")).toLatin1();
+        const QByteArray price = QByteArray::number(100 + second);
+        content +=
+            "20240115;" + time + ";" + price + ";" + price + ";" + price + ";" + price + "\n";
+        seconds += time + ";" + price + ".00;" + price + ".00;" + price + ".00;" + price +
+                   ".00;0;0.00;0\n";
+    }
+    content += "20240116;100001;5;6;4;5.5\n";
+
+    Shown shown;
+    ModalSteps steps;
+    chooseFile(steps, input(content));
+    fillWizard(steps, choices);
+    steps.letPass<QProgressDialog>();
+    readBox(steps, &shown);
+    trigger();
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    QCOMPARE(shown, success());
+    QCOMPARE(stored(), Tree({{"20240115_1.iss", seconds},
+                             {"20240115_60", "100100;101.00;160.00;101.00;160.00;0;0.00;0\n"
+                                             "100200;161.00;161.00;161.00;161.00;0;0.00;0\n"},
+                             {"20240116_1.iss", "100001;5.00;6.00;4.00;5.50;0;0.00;0\n"},
+                             {"20240116_60", ""}}));
+}
+
+void TestImportCommand::importsAFileWithAHeader()
+{
+    ImportChoices choices;
+    choices.header = true;
+    Shown shown;
+    ModalSteps steps;
+    chooseFile(steps, input("<DATE>;<TIME>;<OPEN>;<HIGH>;<LOW>;<CLOSE>\n"
+                            "20240115;100000;1.5;1.7;1.4;1.6\n"));
+    fillWizard(steps, choices);
+    steps.letPass<QProgressDialog>();
+    readBox(steps, &shown);
+    trigger();
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    QCOMPARE(shown, success());
+    QCOMPARE(stored(), Tree({{"20240115_60.iss", "100000;1.50;1.70;1.40;1.60;0;0.00;0\n"}}));
+}
+
+void TestImportCommand::importsAgainOverTheSameDays()
+{
+    const QString path = input("20240115;100000;1;1;1;1\n20240116;100000;2;2;2;2\n");
+    const Tree expected{{"20240115_60.iss", "100000;1.00;1.00;1.00;1.00;0;0.00;0\n"},
+                        {"20240116_60.iss", "100000;2.00;2.00;2.00;2.00;0;0.00;0\n"}};
+    writeFile(seriesPath("20240115_60.iss"), "what was there before\n");
+    for (int time = 0; time < 2; ++time) {
+        Shown shown;
+        ModalSteps steps;
+        chooseFile(steps, path);
+        fillWizard(steps, ImportChoices());
+        steps.letPass<QProgressDialog>();
+        readBox(steps, &shown);
+        trigger();
+        QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+        QCOMPARE(shown, success());
+        QCOMPARE(stored(), expected);
+    }
+}
+
+void TestImportCommand::leavesNoTraceWhenNoFileIsChosen()
+{
+    ModalSteps steps;
+    steps.on<QFileDialog>([](QFileDialog* dialog) {
+        auto* const buttons = dialog->findChild<QDialogButtonBox*>();
+        QVERIFY(buttons);
+        click(buttons->button(QDialogButtonBox::Cancel));
+    });
+    trigger();
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    QCOMPARE(everything(m_user), QStringList{QStringLiteral("tadata")});
+}
+
+void TestImportCommand::leavesNoTraceWhenTheWizardIsCancelled_data()
+{
+    QTest::addColumn<int>("pages");
+    QTest::addColumn<QString>("how");
+    for (const char* how : {"button", "escape", "window"}) {
+        for (int pages = 0; pages < 3; ++pages) {
+            QTest::addRow("%s on page %d", how, pages + 1) << pages << QString::fromLatin1(how);
+        }
+    }
+}
+
+void TestImportCommand::leavesNoTraceWhenTheWizardIsCancelled()
+{
+    QFETCH(const int, pages);
+    QFETCH(const QString, how);
+    ModalSteps steps;
+    chooseFile(steps, input(minuteInput));
+    steps.on<QWizard>([pages, how](QWizard* wizard) {
+        const ImportChoices choices;
+        fillSeriesPage(wizard, choices);
+        if (pages > 0) {
+            click(wizard->button(QWizard::NextButton));
+            fillFormatPage(wizard, choices);
+        }
+        if (pages > 1) {
+            click(wizard->button(QWizard::NextButton));
+            fillColumnsPage(wizard, choices);
+        }
+        if (how == u"button")
+            click(wizard->button(QWizard::CancelButton));
+        else if (how == u"escape")
+            QTest::keyClick(wizard, Qt::Key_Escape);
+        else
+            QVERIFY(closeFromOutside(wizard));
+    });
+    trigger();
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    // The wizard's size is kept all the same.
+    QCOMPARE(everything(m_user),
+             QStringList({QStringLiteral("tadata"), QStringLiteral("vexdesk.ini")}));
+}
+
+void TestImportCommand::staysInTheFileDialogForADirectory()
+{
+    const QString directory = m_input->filePath(QStringLiteral("directory"));
+    QVERIFY(QDir().mkpath(directory));
+    ModalSteps steps;
+    steps.on<QFileDialog>([this, directory](QFileDialog* dialog) {
+        typeFileName(dialog, directory);
+        QVERIFY(dialog->isVisible());
+        QCOMPARE(dialog->directory(), QDir(directory));
+        QTest::keyClick(dialog, Qt::Key_Escape);
+    });
+    trigger();
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    QCOMPARE(everything(m_user), QStringList{QStringLiteral("tadata")});
+}
+
+void TestImportCommand::staysInTheFileDialogForAMissingFile()
+{
+    const QString path = m_input->filePath(QStringLiteral("missing.txt"));
+    QPointer<QFileDialog> asking;
+    ModalSteps steps;
+    steps.during<QFileDialog>([this, path, &asking](QFileDialog* dialog) {
+        asking = dialog;
+        typeFileName(dialog, path);
+    });
+    steps.on<QMessageBox>([](QMessageBox* box) { click(box->button(QMessageBox::Ok)); });
+    steps.on<QFileDialog>([&asking](QFileDialog* dialog) {
+        QCOMPARE(dialog, asking.data());
+        QTest::keyClick(dialog, Qt::Key_Escape);
+    });
+    trigger();
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    QCOMPARE(everything(m_user), QStringList{QStringLiteral("tadata")});
+}
+
+// Between the choice and the opening, somebody takes the file away.
+void TestImportCommand::warnsOfAFileThatHasGone()
+{
+    const QString path = input(minuteInput);
+    Shown shown;
+    ModalSteps steps;
+    steps.on<QFileDialog>([this, path](QFileDialog* dialog) {
+        connect(dialog, &QFileDialog::fileSelected, dialog,
+                [](const QString& file) { QVERIFY(QFile::remove(file)); });
+        typeFileName(dialog, path);
+    });
+    readBox(steps, &shown);
+    trigger();
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    QCOMPARE(shown, warning(QStringLiteral("Ошибка открытия файла"),
+                            QStringLiteral("Невозможно открыть файл ") + path));
+    QCOMPARE(everything(m_user), QStringList{QStringLiteral("tadata")});
+}
+
+// Nobody writes into it: to open it would be to wait for ever.
+void TestImportCommand::warnsOfAPipe()
+{
+    const QString path = m_input->filePath(QStringLiteral("pipe.txt"));
+    QCOMPARE(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+    Shown shown;
+    ModalSteps steps;
+    chooseFile(steps, path);
+    readBox(steps, &shown);
+    trigger();
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    QCOMPARE(shown, warning(QStringLiteral("Ошибка открытия файла"),
+                            QStringLiteral("Невозможно открыть файл ") + path));
+}
+
+void TestImportCommand::warnsOfAnEmptyFile()
+{
+    const QString path = input("");
+    Shown shown;
+    ModalSteps steps;
+    chooseFile(steps, path);
+    readBox(steps, &shown);
+    trigger();
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    QCOMPARE(shown,
+             warning(QStringLiteral("Пустой файл"), QStringLiteral("Файл %1 пуст").arg(path)));
+    QCOMPARE(everything(m_user), QStringList{QStringLiteral("tadata")});
+}
+
+void TestImportCommand::showsTenLinesAtMost_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QStringList>("lines");
+    const auto numbered = [](int count) {
+        QStringList lines;
+        for (int i = 1; i <= count; ++i)
+            lines.append(QStringLiteral("line %1").arg(i));
+        return lines;
+    };
+    const auto row = [&](const char* name, int count, const QString& end, const QString& lastEnd) {
+        QTest::newRow(name) << (numbered(count).join(end) + lastEnd).toUtf8()
+                            << numbered(qMin(count, 10));
+    };
+    row("one", 1, "\n", "\n");
+    row("one without an end", 1, "\n", "");
+    row("nine", 9, "\n", "\n");
+    row("ten", 10, "\n", "\n");
+    row("ten without an end", 10, "\n", "");
+    row("eleven", 11, "\n", "\n");
+    row("thousand", 1000, "\n", "\n");
+    row("with carriage returns", 12, "\r\n", "\r\n");
+    QTest::newRow("blank line") << QByteArray("\n") << QStringList{QString()};
+    QTest::newRow("byte-order mark and Cyrillic letters") << QByteArray("\xef\xbb\xbf"
+                                                                        "строка\n")
+                                                          << QStringList{QStringLiteral("строка")};
+}
+
+void TestImportCommand::showsTenLinesAtMost()
+{
+    QFETCH(const QByteArray, content);
+    QStringList seen;
+    ModalSteps steps;
+    chooseFile(steps, input(content));
+    steps.on<QWizard>([&seen](QWizard* wizard) {
+        ImportChoices choices;
+        fillSeriesPage(wizard, choices);
+        click(wizard->button(QWizard::NextButton));
+        fillFormatPage(wizard, choices);
+        const auto* const table = wizard->currentPage()->findChild<QTableWidget*>();
+        QVERIFY(table);
+        for (int row = 0; row < table->rowCount(); ++row)
+            seen.append(table->item(row, 0)->text());
+        click(wizard->button(QWizard::CancelButton));
+    });
+    trigger();
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    QTEST(seen, "lines");
+}
+
+void TestImportCommand::keepsTheBarsBeforeAWrongLine()
+{
+    Shown shown;
+    ModalSteps steps;
+    chooseFile(steps, input("20240115;100000;1;1;1;1\n"
+                            "20240115;100100;2;2;2;2\n"
+                            "20240116;100000;3;3;3;3\n"
+                            "20240116;100100;4;4;4;4\n"
+                            "20240116;100200;<b>;5;5;5\n"
+                            "20240116;100300;6;6;6;6\n"));
+    fillWizard(steps, ImportChoices());
+    steps.letPass<QProgressDialog>();
+    readBox(steps, &shown);
+    trigger();
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    QCOMPARE(shown,
+             warning(QStringLiteral("Ошибка"), QStringLiteral("Ошибка при импорте 5-й строки:\n"
+                                                              "Некорректное число '<b>'.")));
+    QCOMPARE(stored(), Tree({{"20240115_60.iss", "100000;1.00;1.00;1.00;1.00;0;0.00;0\n"
+                                                 "100100;2.00;2.00;2.00;2.00;0;0.00;0\n"},
+                             {"20240116_60.iss", "100000;3.00;3.00;3.00;3.00;0;0.00;0\n"
+                                                 "100100;4.00;4.00;4.00;4.00;0;0.00;0\n"}}));
+}
+
+void TestImportCommand::tellsOfADayFileThatCannotBeWritten()
+{
+    const QString blocked = seriesPath(QStringLiteral("20240116_60.iss"));
+    QVERIFY(QDir().mkpath(blocked));
+    Shown shown;
+    ModalSteps steps;
+    chooseFile(steps, input("20240115;100000;1;1;1;1\n20240116;100000;2;2;2;2\n"));
+    fillWizard(steps, ImportChoices());
+    steps.letPass<QProgressDialog>();
+    readBox(steps, &shown);
+    trigger();
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    QCOMPARE(shown, warning(QStringLiteral("Ошибка"),
+                            QStringLiteral("Невозможно открыть файл ") + blocked));
+    QCOMPARE(stored(), Tree({{"20240115_60.iss", "100000;1.00;1.00;1.00;1.00;0;0.00;0\n"}}));
+}
+
+void TestImportCommand::goesOnWhenTheJobEndsBeforeItsDialogIsShown()
+{
+    BlockedFile day(seriesPath(QStringLiteral("20240115_60.iss")));
+    // The event loop of the dialog has not begun: it must notice what is over already.
+    const WhenShown release("QProgressDialog", [&day](QWidget*) {
+        day.release();
+        QVERIFY(QThreadPool::globalInstance()->waitForDone());
+    });
+    Shown shown;
+    ModalSteps steps;
+    chooseFile(steps, input("20240115;100000;1;1;1;1\n"));
+    fillWizard(steps, ImportChoices());
+    steps.letPass<QProgressDialog>();
+    readBox(steps, &shown);
+    trigger();
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    QCOMPARE(release.times(), 1);
+    QCOMPARE(shown, success());
+    QCOMPARE(day.content(), QByteArray("100000;1.00;1.00;1.00;1.00;0;0.00;0\n"));
+}
+
+// Some of them end before the command asks whether they have, some after.
+void TestImportCommand::goesOnAfterEachOfManyShortJobs()
+{
+    const QString path = input("20240115;100000;1;1;1;1\n");
+    for (int time = 0; time < 20; ++time) {
+        Shown shown;
+        ModalSteps steps;
+        chooseFile(steps, path);
+        fillWizard(steps, ImportChoices());
+        steps.letPass<QProgressDialog>();
+        readBox(steps, &shown);
+        trigger();
+        QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+        QCOMPARE(shown, success());
+    }
+}
+
+void TestImportCommand::theProgressDialogCannotBeClosed()
+{
+    BlockedFile day(seriesPath(QStringLiteral("20240116_60.iss")));
+    Shown shown;
+    ModalSteps steps;
+    chooseFile(steps, input("20240115;100000;1;1;1;1\n"
+                            "20240116;100000;2;2;2;2\n"
+                            "20240117;100000;3;3;3;3\n"));
+    fillWizard(steps, ImportChoices());
+    steps.during<QProgressDialog>([&day](QProgressDialog* dialog) {
+        const auto release = qScopeGuard([&day] { day.release(); });
+        QVERIFY(!dialog->parentWidget());
+        QVERIFY(dialog->isModal());
+        QCOMPARE(dialog->windowTitle(), QStringLiteral("Импорт"));
+        QCOMPARE(dialog->labelText(), QStringLiteral("Импортирую..."));
+        QCOMPARE(dialog->minimum(), 0);
+        QCOMPARE(dialog->maximum(), 100);
+        QVERIFY(dialog->findChildren<QAbstractButton*>().isEmpty());
+        // The toolkit adds the menu that a minimise button needs.
+        QCOMPARE(dialog->windowFlags() & ~Qt::WindowSystemMenuHint,
+                 Qt::Dialog | Qt::WindowTitleHint | Qt::WindowMinimizeButtonHint |
+                     Qt::CustomizeWindowHint);
+
+        for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return, Qt::Key_Space})
+            QTest::keyClick(dialog, key);
+        QTest::keyClick(dialog, Qt::Key_Period, Qt::ControlModifier);
+        QTest::keyClick(dialog, Qt::Key_F4, Qt::AltModifier);
+        QVERIFY(dialog->isVisible());
+        QVERIFY(!closeFromOutside(dialog));
+        // What these might have asked for later.
+        QCoreApplication::processEvents();
+        QVERIFY(dialog->isVisible());
+        QCOMPARE(QApplication::activeModalWidget(), dialog);
+        QVERIFY(!dialog->wasCanceled());
+        QCOMPARE(QThreadPool::globalInstance()->activeThreadCount(), 1);
+    });
+    readBox(steps, &shown);
+    trigger();
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    QCOMPARE(shown, success());
+    QCOMPARE(day.content(), QByteArray("100000;2.00;2.00;2.00;2.00;0;0.00;0\n"));
+    QCOMPARE(testsupport::readFile(seriesPath(QStringLiteral("20240115_60.iss"))),
+             QByteArray("100000;1.00;1.00;1.00;1.00;0;0.00;0\n"));
+    QCOMPARE(testsupport::readFile(seriesPath(QStringLiteral("20240117_60.iss"))),
+             QByteArray("100000;3.00;3.00;3.00;3.00;0;0.00;0\n"));
+}
+
+void TestImportCommand::showsTheProgressInOrder()
+{
+    QByteArray content;
+    for (int day = 11; day <= 16; ++day) {
+        // The first one fits into the blocked file without a reader.
+        const int count = day == 11 ? 1000 : 2000;
+        for (int second = 0; second < count; ++second) {
+            content += "202401" + QByteArray::number(day) + ";" +
+                       QTime(10, 0).addSecs(second).toString(QStringLiteral("hhmmss")).toLatin1() +
+                       ";1;1;1;1\n";
+        }
+    }
+    const QString path = input(content);
+
+    // The job waits at its first day until somebody looks at the dialog.
+    BlockedFile firstDay(seriesPath(QStringLiteral("20240111_60.iss")));
+    QList<int> values;
+    QList<QThread*> threads;
+    const WhenShown watch("QProgressDialog", [&](QWidget* dialog) {
+        const auto* const bar = dialog->findChild<QProgressBar*>();
+        QVERIFY(bar);
+        const auto note = [&values, &threads](int value) {
+            values.append(value);
+            threads.append(QThread::currentThread());
+        };
+        connect(bar, &QProgressBar::valueChanged, dialog, note, Qt::DirectConnection);
+        firstDay.release();
+    });
+    Shown shown;
+    ModalSteps steps;
+    chooseFile(steps, path);
+    fillWizard(steps, ImportChoices());
+    steps.letPass<QProgressDialog>();
+    readBox(steps, &shown);
+    trigger();
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    QCOMPARE(shown, success());
+    QCOMPARE(values, expectedProgress(path));
+    QCOMPARE(values.size(), 7);
+    QCOMPARE(threads, QList<QThread*>(values.size(), QThread::currentThread()));
+}
+
+int main(int argc, char** argv)
+{
+    // The dialog that the toolkit draws is the one that a test can drive.
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    QApplication app(argc, argv);
+    TestImportCommand test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_importcommand.moc"

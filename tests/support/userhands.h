@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QtCore/QList>
+#include <QtCore/QString>
+
+class QAbstractButton;
+class QComboBox;
+class QWidget;
+
+/// What a user does with mouse and keys. Each function fails the test when the thing cannot be
+/// done because it is hidden, disabled or not there.
+namespace testsupport {
+
+/// Clicks a button.
+void click(QAbstractButton* button);
+
+/// Opens the list of a box with the mouse and takes an item with arrow keys and Return.
+void choose(QComboBox* box, int index);
+/// The item with this text or, where there is none, the first whose text begins so.
+void choose(QComboBox* box, const QString& beginning);
+
+/// Presses Tab, as often as it takes to come round, and tells which widgets had the focus, the one
+/// that has it now first.
+QList<QWidget*> tabOrder(QWidget* window);
+
+} // namespace testsupport
