@@ -196,8 +196,8 @@ void TestFormatImportPage::showsTheFields_data()
     QTest::newRow("one line") << QStringList{"a;b;c"} << int(Semicolon) << Cells{{"a", "b", "c"}};
     QTest::newRow("empty fields are kept") << QStringList{",b,", "a,,"} << int(Comma)
                                            << Cells{{empty, "b", empty}, {"a", empty, empty}};
-    QTest::newRow("longer lines are cut")
-        << QStringList{"a b", "c d e f"} << int(Blank) << Cells{{"a", "b"}, {"c", "d"}};
+    QTest::newRow("longer lines are cut") << QStringList{"a b", "c d e f", "g"} << int(Blank)
+                                          << Cells{{"a", "b"}, {"c", "d"}, {"g", none}};
     QTest::newRow("shorter lines leave cells without an item")
         << QStringList{"a b c", "d", ""} << int(Blank)
         << Cells{{"a", "b", "c"}, {"d", none, none}, {empty, none, none}};
@@ -236,6 +236,13 @@ void TestFormatImportPage::showsTheFieldsOfAnotherSeparator()
     QCOMPARE(cells(table()), Cells({{"a,b", "c,d"}, {"e,f", "g,h"}}));
     choose(separator(), Comma);
     QCOMPARE(cells(table()), Cells({{"a", "b;c", "d"}, {"e", "f;g", "h"}}));
+
+    // Of what was shown before, nothing is left in a line that has become shorter.
+    open({"a,b;c", "1,2"});
+    choose(separator(), Comma);
+    QCOMPARE(cells(table()), Cells({{"a", "b;c"}, {"1", "2"}}));
+    choose(separator(), Semicolon);
+    QCOMPARE(cells(table()), Cells({{"a,b", "c"}, {"1,2", QString()}}));
 }
 
 void TestFormatImportPage::showsWholeLinesWithoutASeparator()

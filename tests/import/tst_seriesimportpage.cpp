@@ -110,7 +110,8 @@ void TestSeriesImportPage::hasItsRowsInOrder()
         QCOMPARE(label->buddy(), field);
     }
     QLayoutItem* const last = form->itemAt(int(rows.size()), QFormLayout::SpanningRole);
-    QVERIFY(last && last->spacerItem());
+    QVERIFY(last);
+    QVERIFY(last->spacerItem());
     QVERIFY(last->expandingDirections() & Qt::Vertical);
 }
 

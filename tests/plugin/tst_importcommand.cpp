@@ -721,6 +721,9 @@ void TestImportCommand::theProgressDialogCannotBeClosed()
         QCOMPARE(dialog->minimum(), 0);
         QCOMPARE(dialog->maximum(), 100);
         QVERIFY(dialog->findChildren<QAbstractButton*>().isEmpty());
+        // The reader has come to the end of so small a file, but the job has not: that is no
+        // reason to close.
+        QTRY_COMPARE(dialog->value(), 100);
         // The toolkit adds the menu that a minimise button needs.
         QCOMPARE(dialog->windowFlags() & ~Qt::WindowSystemMenuHint,
                  Qt::Dialog | Qt::WindowTitleHint | Qt::WindowMinimizeButtonHint |
