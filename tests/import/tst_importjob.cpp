@@ -10,8 +10,11 @@
 #include <QtTest/QTest>
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <memory>
+#include <thread>
+#include <vector>
 
 using testsupport::detailsOfSeries;
 using testsupport::readTree;
@@ -58,6 +61,7 @@ private Q_SLOTS:
     void refusesASumThatDoesNotFit();
     void tellsItsProgressAtEachDay();
     void refusesAPipe();
+    void worksBesideOtherImports();
 
     void changeOutputSwitchesFiles();
     void changeOutputKeepsTheOldDeviceOnFailure();
@@ -457,6 +461,46 @@ void TestImportJob::refusesAPipe()
                  [this](int percent) { m_progress.append(percent); }),
              QString(QStringLiteral("Невозможно открыть файл ") + pipe));
     QVERIFY(stored().isEmpty());
+}
+
+void TestImportJob::worksBesideOtherImports()
+{
+    QByteArray input;
+    QByteArray expected;
+    for (int bar = 1; bar <= 500; ++bar) {
+        const QTime time = QTime(0, 0).addSecs(60 * bar);
+        const QByteArray prices = "1.5;1.7;1.4;" + QByteArray::number(bar);
+        input +=
+            "20240115;" + time.toString(QStringLiteral("hhmmss")).toLatin1() + ";" + prices + "\n";
+        expected += time.toString(QStringLiteral("hhmmss")).toLatin1() + ";1.50;1.70;1.40;" +
+                    QByteArray::number(bar) + ".00;0;0.00;0\n";
+    }
+    const QString file = m_input->filePath(QStringLiteral("bars.txt"));
+    writeFile(file, input);
+
+    constexpr int threadCount = 4;
+    const ImportDetails details = detailsOfSeries(2);
+    std::array<QString, threadCount> errors;
+    std::vector<std::thread> threads;
+    threads.reserve(threadCount);
+    for (int i = 0; i < threadCount; ++i) {
+        const QDir dir(m_store->filePath(QString::number(i)));
+        QVERIFY(dir.mkpath(QStringLiteral(".")));
+        threads.emplace_back([&error = errors.at(i), &file, &details, dir] {
+            error = tadata::importBars(
+                file, details, [&dir] { return dir; }, [](int) {});
+        });
+    }
+    // The terminal may take new reference data at any moment.
+    for (int i = 0; i < 20; ++i)
+        detailsOfSeries(2);
+    for (std::thread& thread : threads)
+        thread.join();
+
+    for (int i = 0; i < threadCount; ++i) {
+        QVERIFY2(errors.at(i).isNull(), qPrintable(errors.at(i)));
+        QCOMPARE(stored().value(QStringLiteral("%1/20240115_60.iss").arg(i)), expected);
+    }
 }
 
 void TestImportJob::changeOutputSwitchesFiles()

@@ -690,7 +690,7 @@ void TestImportCommand::goesOnWhenTheJobEndsBeforeItsDialogIsShown()
 void TestImportCommand::goesOnAfterEachOfManyShortJobs()
 {
     const QString path = input("20240115;100000;1;1;1;1\n");
-    for (int time = 0; time < 20; ++time) {
+    for (int time = 0; time < 10; ++time) {
         Shown shown;
         ModalSteps steps;
         chooseFile(steps, path);
