@@ -6,16 +6,19 @@
 #include "target.h"
 
 #include "store/dayfile.h"
+#include "store/dayfilelines.h"
 #include "store/recordline.h"
 
 #include <QtCore/QBuffer>
+#include <QtCore/QFileInfo>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QTextStream>
+
+#include <algorithm>
 
 namespace {
 
 using fuzz::require;
-using tadata::RecordText;
 
 QStringList readLines(const QByteArray& content)
 {
@@ -66,67 +69,87 @@ void checkBar(const QString& line)
             "time and counts are written without a loss");
 }
 
-QList<RecordText> rowsOf(const QStringList& lines)
+// The lines that the editor shows and writes back.
+QByteArrayList rowsOf(const QByteArrayList& lines)
 {
-    QList<RecordText> rows;
-    for (const QString& line : lines) {
-        const auto row = tadata::splitRecordLine(line);
-        require(row.has_value() == (line.count(u';') == 7), "a row is a line of eight fields");
-        if (row)
-            rows.append(*row);
+    QByteArrayList rows;
+    for (const QByteArray& line : lines) {
+        const auto fields = tadata::splitRecordLine(line);
+        require(fields.has_value() == (line.count(';') == 7), "a row is a line of eight fields");
+        if (fields)
+            rows.append(line);
     }
     return rows;
 }
 
-// The rows as lines, with money and volume in the order of a rewritten file or of an imported one.
-QStringList linesOf(const QList<RecordText>& rows, bool isRewritten)
+QByteArray exchanged(const QByteArray& row)
 {
-    QStringList lines;
-    for (const RecordText& row : rows) {
-        const QString& sixth = isRewritten ? row.value : row.volume;
-        const QString& seventh = isRewritten ? row.volume : row.value;
-        lines.append(QStringList{row.time, row.open, row.high, row.low, row.close, sixth, seventh,
-                                 row.openInterest}
-                         .join(u';'));
+    QByteArrayList fields = row.split(';');
+    fields.swapItemsAt(tadata::VolumeField, tadata::ValueField);
+    return fields.join(';');
+}
+
+// Whether the rows survive being a file: a carriage return before the line's end is a part of that
+// end, and a byte order mark at the file's start is none of its text.
+bool isPlainText(const QByteArrayList& rows)
+{
+    const QByteArray byteOrderMark = QByteArrayLiteral("\xef\xbb\xbf");
+    return std::none_of(rows.begin(), rows.end(),
+                        [](const QByteArray& row) { return row.endsWith('\r'); }) &&
+           (rows.isEmpty() || !rows.first().startsWith(byteOrderMark));
+}
+
+QByteArrayList readDayFile(const QString& path)
+{
+    tadata::DayFileLines file(path);
+    QByteArrayList lines;
+    QByteArrayView line;
+    if (file.open()) {
+        while (file.next(&line))
+            lines.append(line.toByteArray());
     }
     return lines;
 }
 
-// Whether the rows survive being text: half a character is no UTF-8, a carriage return before the
-// line's end is a part of that end, and a byte order mark at the file's start is none of its text.
-bool isPlainText(const QList<RecordText>& rows)
-{
-    const QStringList lines = linesOf(rows, false);
-    for (const QString& line : lines) {
-        if (line.endsWith(u'\r') || QString::fromUtf8("." + line.toUtf8()).mid(1) != line)
-            return false;
-    }
-    return rows.isEmpty() || !rows.first().time.startsWith(QChar(QChar::ByteOrderMark));
-}
-
-QByteArray rewritten(QDir& dir, const QList<RecordText>& rows)
-{
-    const QString name = QStringLiteral("20240115_60.iss");
-    require(tadata::rewriteDayFile(dir, name, rows), "a day file can be rewritten");
-    QFile file(dir.filePath(name));
-    require(file.exists() == !rows.isEmpty(), "a day file without rows is removed");
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-void checkRewriting(const QList<RecordText>& rows)
+const QString& dayFilePath()
 {
     static const QTemporaryDir temporary;
-    static QDir dir(temporary.path());
+    static const QString path = temporary.filePath(QStringLiteral("20240115_60.iss"));
+    return path;
+}
 
-    const QByteArray once = rewritten(dir, rows);
-    if (!isPlainText(rows))
+void write(const QByteArray& content)
+{
+    QFile file(dayFilePath());
+    require(file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
+                file.write(content) == content.size(),
+            "a file can be written");
+}
+
+QByteArrayList rewritten(const QByteArrayList& rows)
+{
+    QByteArray content;
+    for (const QByteArray& row : rows)
+        tadata::appendRewritten(content, *tadata::splitRecordLine(row));
+    const QFileInfo file(dayFilePath());
+    require(tadata::replaceDayFile(file.dir(), file.fileName(), content),
+            "a day file can be rewritten");
+    require(file.exists() == !rows.isEmpty(), "a day file without rows is removed");
+    return readDayFile(file.filePath());
+}
+
+void checkRewriting(const QByteArrayList& rows)
+{
+    const QByteArrayList once = rewritten(rows);
+    if (!isPlainText(rows) || rows.isEmpty())
         return;
-    const QStringList lines = readLines(once);
-    require(lines == linesOf(rows, true), "a rewritten file holds the rows, money before volume");
+    QByteArrayList wanted;
+    for (const QByteArray& row : rows)
+        wanted.append(exchanged(row));
+    require(once == wanted, "a rewritten file holds the rows, money before volume");
 
     // Money and volume change places once more: the text is that of an import again.
-    const QByteArray twice = rewritten(dir, rowsOf(lines));
-    require(readLines(twice) == linesOf(rows, false), "a file rewritten twice is as it was");
+    require(rewritten(once) == rows, "a file rewritten twice is as it was");
 }
 
 } // namespace
@@ -137,9 +160,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const qsizetype lineEnd = input.indexOf('\n');
     checkName(QString::fromUtf8(input.left(lineEnd)));
 
-    const QStringList lines = readLines(input.mid(lineEnd + 1));
+    const QByteArray content = input.mid(lineEnd + 1);
+    const QStringList lines = readLines(content);
     for (const QString& line : lines)
         checkBar(line);
-    checkRewriting(rowsOf(lines));
+
+    write(content);
+    const QByteArrayList bytes = readDayFile(dayFilePath());
+    require(bytes.size() == lines.size(), "a day file has the lines of its text");
+    for (qsizetype i = 0; i < lines.size(); ++i)
+        require(bytes.at(i) == lines.at(i).toUtf8(), "lines are read as a text stream reads them");
+    checkRewriting(rowsOf(bytes));
     return 0;
 }

@@ -2,6 +2,10 @@
 
 #include <vexdesk/icore.h>
 
+#include <QtCore/QDirIterator>
+
+#include <algorithm>
+
 namespace tadata {
 
 namespace {
@@ -33,6 +37,17 @@ QDir makeSeriesDir(const QString& stockCode, const QString& boardCode, const QSt
     return reached.absolutePath() == wanted.absolutePath() ? reached : wanted;
 }
 
+QStringList subdirectories(const QString& path, QDir::Filters also)
+{
+    QStringList names;
+    QDirIterator walk(path, QDir::Dirs | QDir::NoDotAndDotDot | also);
+    while (walk.hasNext()) {
+        walk.next();
+        names.append(walk.fileName());
+    }
+    return names;
+}
+
 QString dayFileName(const QDate& day, int timeframe)
 {
     return QStringLiteral("%1_%2.iss").arg(dayText(day), QString::number(timeframe));
@@ -54,6 +69,23 @@ std::optional<DayFileKey> parseDayFileName(const QString& name)
     if (timeframe <= 0 || dayFileName(day, timeframe) != name)
         return std::nullopt;
     return DayFileKey{day, timeframe};
+}
+
+QList<QDate> storedDays(const QDir& seriesDir, int timeframe, const QDate& from, const QDate& to)
+{
+    QList<QDate> days;
+    if (!from.isValid() || !to.isValid())
+        return days;
+    // One walk through the directory: an interval may have a million days, a series has few files.
+    QDirIterator walk(seriesDir.path(), QDir::Files);
+    while (walk.hasNext()) {
+        walk.next();
+        const auto key = parseDayFileName(walk.fileName());
+        if (key && key->timeframe == timeframe && from <= key->day && key->day <= to)
+            days.append(key->day);
+    }
+    std::sort(days.begin(), days.end());
+    return days;
 }
 
 } // namespace tadata

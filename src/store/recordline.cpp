@@ -1,71 +1,87 @@
 #include "store/recordline.h"
 
 #include <QtCore/QFile>
-#include <QtCore/QTextStream>
+#include <QtCore/QSaveFile>
+#include <QtCore/QStringList>
+
+#include <cstring>
 
 namespace tadata {
 
 namespace {
 
-constexpr char16_t separator = u';';
+constexpr char separator = ';';
 
-// The places of the fields in a line.
-enum Field { Time, Open, High, Low, Close, Volume, Value, OpenInterest, FieldCount };
-
-QTextStream& writeRewritten(QTextStream& stream, const RecordText& row)
+bool writeContent(const QString& path, const QByteArray& content)
 {
-    const QChar to(separator);
-    return stream << row.time << to << row.open << to << row.high << to << row.low << to
-                  << row.close << to << row.value << to << row.volume << to << row.openInterest
-                  << '\n';
+    // Whole or not at all: the bars that stay must survive a full disk.
+    QSaveFile file(path);
+    file.setDirectWriteFallback(true);
+    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() &&
+           file.commit();
 }
 
 } // namespace
 
 BarDescription barFromRecordLine(const QString& line, const QDate& day)
 {
-    const QStringList fields = line.split(separator);
-    const auto number = [&fields](Field field) {
+    const QStringList fields = line.split(QLatin1Char(separator));
+    const auto number = [&fields](RecordField field) {
         return decimal::fromText(fields.value(field)).value_or(decimal::zero);
     };
 
     BarDescription bar;
     bar.valid = true;
     bar.date = day;
-    bar.time = QTime::fromString(fields.value(Time), QStringLiteral("hhmmss"));
-    bar.open = number(Open);
-    bar.high = number(High);
-    bar.low = number(Low);
-    bar.close = number(Close);
-    bar.volume = fields.value(Volume).toInt();
-    bar.value = number(Value);
-    bar.openInterest = fields.value(OpenInterest).toInt();
+    bar.time = QTime::fromString(fields.value(TimeField), QStringLiteral("hhmmss"));
+    bar.open = number(OpenField);
+    bar.high = number(HighField);
+    bar.low = number(LowField);
+    bar.close = number(CloseField);
+    bar.volume = fields.value(VolumeField).toInt();
+    bar.value = number(ValueField);
+    bar.openInterest = fields.value(OpenInterestField).toInt();
     return bar;
 }
 
-std::optional<RecordText> splitRecordLine(const QString& line)
+std::optional<RecordFields> splitRecordLine(QByteArrayView line)
 {
-    const QStringList fields = line.split(separator);
-    if (fields.size() != FieldCount)
+    RecordFields fields;
+    const char* begin = line.begin();
+    int field = 0;
+    for (; field < RecordFieldCount - 1; ++field) {
+        const auto* const end = static_cast<const char*>(
+            std::memchr(begin, separator, static_cast<size_t>(line.end() - begin)));
+        if (!end)
+            return std::nullopt;
+        fields[field] = QByteArrayView(begin, end);
+        begin = end + 1;
+    }
+    if (std::memchr(begin, separator, static_cast<size_t>(line.end() - begin)))
         return std::nullopt;
-    return RecordText{fields[Time],  fields[Open],   fields[High],  fields[Low],
-                      fields[Close], fields[Volume], fields[Value], fields[OpenInterest]};
+    fields[field] = QByteArrayView(begin, line.end());
+    return fields;
 }
 
-bool rewriteDayFile(QDir& dir, const QString& name, const QList<RecordText>& rows)
+void appendRewritten(QByteArray& content, const RecordFields& fields)
 {
-    QFile file(dir.filePath(name));
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        return false;
-    {
-        QTextStream stream(&file);
-        for (const RecordText& row : rows)
-            writeRewritten(stream, row);
+    constexpr std::array order{TimeField,  OpenField,  HighField,   LowField,
+                               CloseField, ValueField, VolumeField, OpenInterestField};
+    for (const RecordField field : order) {
+        content += fields[field];
+        content += field == OpenInterestField ? '\n' : separator;
     }
+}
+
+bool replaceDayFile(const QDir& dir, const QString& name, const QByteArray& content)
+{
+    const QString path = dir.filePath(name);
+    // What is not writable is neither replaced nor removed, though its directory would allow both.
+    QFile file(path);
+    if (!file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly))
+        return false;
     file.close();
-    if (file.size() == 0)
-        dir.remove(name);
-    return true;
+    return content.isEmpty() ? file.remove() : writeContent(path, content);
 }
 
 } // namespace tadata

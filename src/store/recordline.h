@@ -2,10 +2,11 @@
 
 #include "store/bardescription.h"
 
+#include <QtCore/QByteArray>
+#include <QtCore/QByteArrayView>
 #include <QtCore/QDir>
-#include <QtCore/QList>
-#include <QtCore/QStringList>
 
+#include <array>
 #include <optional>
 
 /// The lines of day files as their readers take them and as the editor writes them back.
@@ -17,28 +18,34 @@ namespace tadata {
 /// charts take: a larger one is 0. Always valid.
 BarDescription barFromRecordLine(const QString& line, const QDate& day);
 
-/// The fields of a record line as text.
-struct RecordText
-{
-    QString time;
-    QString open;
-    QString high;
-    QString low;
-    QString close;
-    QString volume;
-    QString value;
-    QString openInterest;
+/// The fields of a record line, in their order.
+enum RecordField : int {
+    TimeField,
+    OpenField,
+    HighField,
+    LowField,
+    CloseField,
+    VolumeField, ///< in pieces
+    ValueField,  ///< in money
+    OpenInterestField,
+    RecordFieldCount
 };
 
-/// Splits a line the way the editor does: no value unless it has exactly eight fields.
-std::optional<RecordText> splitRecordLine(const QString& line);
+/// The fields as text; views into the line.
+using RecordFields = std::array<QByteArrayView, RecordFieldCount>;
 
-/// Writes a day file anew with these rows, as the editor leaves it, and removes the file when it is
-/// empty then. False, with the file as it was, when it cannot be opened for writing.
+/// Splits a line the way the editor does: no value unless it has exactly eight fields.
+std::optional<RecordFields> splitRecordLine(QByteArrayView line);
+
+/// Appends a line to the content of a day file that the editor writes anew.
 ///
 /// Rewritten lines carry the value in the sixth field and the volume in the seventh, the reverse of
 /// what an import writes. Kept: files that were edited by earlier versions have this order, and a
 /// reader can tell by it that a day was edited.
-bool rewriteDayFile(QDir& dir, const QString& name, const QList<RecordText>& rows);
+void appendRewritten(QByteArray& content, const RecordFields& fields);
+
+/// Gives a day file that exists another content, and removes the file when that is empty. False,
+/// with the file as it was, when it cannot be opened for writing or the disk is full.
+bool replaceDayFile(const QDir& dir, const QString& name, const QByteArray& content);
 
 } // namespace tadata

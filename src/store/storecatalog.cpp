@@ -11,14 +11,9 @@ namespace tadata {
 
 namespace {
 
-QStringList subdirectories(const QString& path)
+QStringList codes(const QString& path)
 {
-    QStringList names;
-    QDirIterator walk(path, QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
-    while (walk.hasNext()) {
-        walk.next();
-        names.append(walk.fileName());
-    }
+    QStringList names = subdirectories(path, QDir::Hidden);
     // Not the order of the locale: the list is for programs too.
     std::sort(names.begin(), names.end());
     return names;
@@ -57,17 +52,17 @@ QList<StoredSeries> listSeries(const QString& path, const StoredSeries& codes)
 QList<StoredSeries> listStore(const QDir& root)
 {
     QList<StoredSeries> list;
-    StoredSeries codes;
-    for (const QString& stock : subdirectories(root.path())) {
-        codes.stockCode = stock;
+    StoredSeries series;
+    for (const QString& stock : codes(root.path())) {
+        series.stockCode = stock;
         // Not QDir::filePath: a code that begins with ":" would be a path of its own to it.
         const QString stockPath = root.path() + u'/' + stock;
-        for (const QString& board : subdirectories(stockPath)) {
-            codes.boardCode = board;
+        for (const QString& board : codes(stockPath)) {
+            series.boardCode = board;
             const QString boardPath = stockPath + u'/' + board;
-            for (const QString& security : subdirectories(boardPath)) {
-                codes.securityName = security;
-                list += listSeries(boardPath + u'/' + security, codes);
+            for (const QString& security : codes(boardPath)) {
+                series.securityName = security;
+                list += listSeries(boardPath + u'/' + security, series);
             }
         }
     }

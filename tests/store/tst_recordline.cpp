@@ -28,13 +28,19 @@ private Q_SLOTS:
 };
 
 using tadata::barFromRecordLine;
-using tadata::RecordText;
 using tadata::splitRecordLine;
 
 namespace {
 
 const QDate day(2018, 12, 14);
 const QString sampleLine = QStringLiteral("093000;1.50;1.70;-0.05;1.60;1234567;1975307.20;-42");
+
+QByteArray rewritten(const QByteArray& line)
+{
+    QByteArray content;
+    tadata::appendRewritten(content, *splitRecordLine(line));
+    return content;
+}
 
 } // namespace
 
@@ -128,7 +134,7 @@ void TestRecordLine::splitsOnlyEightFields_data()
 void TestRecordLine::splitsOnlyEightFields()
 {
     QFETCH(const QString, line);
-    QTEST(splitRecordLine(line).has_value(), "accepted");
+    QTEST(splitRecordLine(line.toUtf8()).has_value(), "accepted");
 }
 
 void TestRecordLine::rewritesWithValueBeforeVolume()
@@ -138,7 +144,7 @@ void TestRecordLine::rewritesWithValueBeforeVolume()
     const QString name = QStringLiteral("20181214_60.iss");
     testsupport::writeFile(dir.filePath(name), "old content that is longer than what comes\n");
 
-    QVERIFY(tadata::rewriteDayFile(dir, name, {*splitRecordLine(sampleLine)}));
+    QVERIFY(tadata::replaceDayFile(dir, name, rewritten(sampleLine.toUtf8())));
     QCOMPARE(testsupport::readFile(dir.filePath(name)),
              QByteArray("093000;1.50;1.70;-0.05;1.60;1975307.20;1234567;-42\n"));
 }
@@ -150,8 +156,8 @@ void TestRecordLine::rewritingTwiceRestoresTheOrder()
     const QString name = QStringLiteral("20181214_60.iss");
     testsupport::writeFile(dir.filePath(name), sampleLine.toUtf8() + "\n");
     for (int pass = 0; pass < 2; ++pass) {
-        const QString content = QString::fromUtf8(testsupport::readFile(dir.filePath(name)));
-        QVERIFY(tadata::rewriteDayFile(dir, name, {*splitRecordLine(content.chopped(1))}));
+        const QByteArray content = testsupport::readFile(dir.filePath(name));
+        QVERIFY(tadata::replaceDayFile(dir, name, rewritten(content.chopped(1))));
     }
     QCOMPARE(testsupport::readFile(dir.filePath(name)), sampleLine.toUtf8() + "\n");
 }
@@ -162,7 +168,7 @@ void TestRecordLine::rewritingWithoutRowsRemovesTheFile()
     QDir dir(store.path());
     const QString name = QStringLiteral("20181214_60.iss");
     testsupport::writeFile(dir.filePath(name), sampleLine.toUtf8());
-    QVERIFY(tadata::rewriteDayFile(dir, name, {}));
+    QVERIFY(tadata::replaceDayFile(dir, name, QByteArray()));
     QVERIFY(!QFile::exists(dir.filePath(name)));
 }
 
@@ -172,7 +178,7 @@ void TestRecordLine::rewritingWhatCannotBeOpenedChangesNothing()
     QDir dir(store.path());
     const QString name = QStringLiteral("20181214_60.iss");
     QVERIFY(dir.mkdir(name));
-    QVERIFY(!tadata::rewriteDayFile(dir, name, {}));
+    QVERIFY(!tadata::replaceDayFile(dir, name, QByteArray()));
     QVERIFY(QFileInfo(dir.filePath(name)).isDir());
 }
 

@@ -1,0 +1,109 @@
+#include "store/dayfilelines.h"
+
+#include <QtCore/QFileInfo>
+
+#include <algorithm>
+#include <cstring>
+
+namespace tadata {
+
+namespace {
+
+constexpr qsizetype blockSize = 256 * 1024;
+
+bool isAscii(const char* begin, const char* end)
+{
+    constexpr quint64 highBits = 0x8080808080808080U;
+    for (; end - begin >= qsizetype(sizeof(quint64)); begin += sizeof(quint64)) {
+        quint64 word = 0;
+        std::memcpy(&word, begin, sizeof word);
+        if (word & highBits)
+            return false;
+    }
+    return std::all_of(begin, end, [](char c) { return static_cast<signed char>(c) >= 0; });
+}
+
+} // namespace
+
+DayFileLines::DayFileLines(const QString& path)
+    : m_file(path)
+{}
+
+bool DayFileLines::open()
+{
+    // To open a pipe is to wait for somebody who writes into it.
+    return QFileInfo(m_file.fileName()).isFile() && m_file.open(QIODevice::ReadOnly);
+}
+
+bool DayFileLines::next(QByteArrayView* line)
+{
+    if (m_usesStream)
+        return nextOfStream(line);
+    const bool found = nextOfBlocks(line);
+    ++m_given;
+    return found;
+}
+
+bool DayFileLines::nextOfBlocks(QByteArrayView* line)
+{
+    const void* lineEnd = nullptr;
+    while (!(lineEnd = std::memchr(m_buffer.constData() + m_searched, '\n',
+                                   static_cast<size_t>(m_buffer.size() - m_searched)))) {
+        m_searched = m_buffer.size();
+        if (!readBlock())
+            break;
+        if (!isAscii(m_buffer.constData() + m_searched, m_buffer.constData() + m_buffer.size())) {
+            switchToStream();
+            return nextOfStream(line);
+        }
+    }
+
+    const char* const begin = m_buffer.constData() + m_begin;
+    const char* const end =
+        lineEnd ? static_cast<const char*>(lineEnd) : m_buffer.constData() + m_buffer.size();
+    if (!lineEnd && begin == end)
+        return false;
+    *line = QByteArrayView(begin, end);
+    // A carriage return before the line end, or before the end of the file, is a part of it.
+    if (line->endsWith('\r'))
+        line->chop(1);
+    m_begin = end - m_buffer.constData() + (lineEnd ? 1 : 0);
+    m_searched = m_begin;
+    return true;
+}
+
+bool DayFileLines::nextOfStream(QByteArrayView* line)
+{
+    if (m_stream.atEnd())
+        return false;
+    m_line = m_stream.readLine().toUtf8();
+    *line = m_line;
+    return true;
+}
+
+// False when there is no more to read.
+bool DayFileLines::readBlock()
+{
+    m_buffer.remove(0, m_begin);
+    m_searched -= m_begin;
+    m_begin = 0;
+    const qsizetype kept = m_buffer.size();
+    // A line that is longer than a block must not be copied once for every block.
+    m_buffer.resize(kept + std::max(blockSize, kept));
+    const qint64 count = m_file.read(m_buffer.data() + kept, m_buffer.size() - kept);
+    m_buffer.resize(kept + std::max(qint64(0), count));
+    return count > 0;
+}
+
+void DayFileLines::switchToStream()
+{
+    m_usesStream = true;
+    m_buffer.clear();
+    // From the start, since what the first bytes are decides how the others are read.
+    m_file.seek(0);
+    m_stream.setDevice(&m_file);
+    for (qint64 i = 0; i < m_given; ++i)
+        m_stream.readLine();
+}
+
+} // namespace tadata
