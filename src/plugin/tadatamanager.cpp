@@ -1,5 +1,6 @@
 #include "plugin/tadatamanager.h"
 
+#include "editor/editortadatadialog.h"
 #include "import/importertadata.h"
 #include "plugin/purge.h"
 #include "plugin/purgesettings.h"
@@ -108,8 +109,8 @@ void TADataManager::exportTAData()
 
 void TADataManager::editTAData()
 {
-    QMessageBox::information(nullptr, tr("Редактирование"),
-                             tr("Редактор истории появится в следующей версии."), QMessageBox::Ok);
+    EditorTADataDialog dialog(nullptr);
+    dialog.exec();
 }
 
 void TADataManager::removeOldSecondFiles() const

@@ -287,6 +287,8 @@ void TestTADataManager::answersEveryCommand()
     testsupport::ModalSteps steps;
     if (id == "1_Import") {
         steps.on<QFileDialog>([](QFileDialog* dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
+    } else if (id == "3_Edit") {
+        steps.on<QDialog>([](QDialog* dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
     } else {
         steps.on<QMessageBox>([](QMessageBox* box) {
             QVERIFY(!box->text().isEmpty());

@@ -1,0 +1,167 @@
+#include "editor/datarows.h"
+
+#include <QtCore/QDateTime>
+#include <QtCore/QLocale>
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+namespace tadata {
+
+namespace {
+
+constexpr int secondsPerMinute = 60;
+constexpr int secondsPerHour = 60 * secondsPerMinute;
+
+// "hhmmss"
+std::array<char, 6> timeDigits(int secondOfDay)
+{
+    std::array<char, 6> digits{};
+    const std::array numbers{secondOfDay / secondsPerHour,
+                             secondOfDay / secondsPerMinute % secondsPerMinute,
+                             secondOfDay % secondsPerMinute};
+    for (size_t i = 0; i < numbers.size(); ++i) {
+        digits[2 * i] = static_cast<char>('0' + numbers[i] / 10);
+        digits[2 * i + 1] = static_cast<char>('0' + numbers[i] % 10);
+    }
+    return digits;
+}
+
+} // namespace
+
+void DataRows::clear()
+{
+    *this = DataRows();
+}
+
+void DataRows::beginDay(const QDate& day, qint64 textSize)
+{
+    m_days.push_back({day, QByteArray()});
+    m_days.back().text.reserve(textSize);
+}
+
+void DataRows::append(int secondOfDay, QByteArrayView line)
+{
+    QByteArray& text = m_days.back().text;
+    m_rows.push_back({static_cast<quint32>(m_days.size() - 1), secondOfDay, text.size()});
+    text += line;
+    text += '\n';
+}
+
+void DataRows::appendBlank()
+{
+    m_rows.push_back({static_cast<quint32>(m_days.size() - 1), blank, 0});
+}
+
+void DataRows::squeeze()
+{
+    const auto gap = m_rows.begin() + m_gap;
+    m_rows.erase(gap, gap + m_gapSize);
+    m_gap = 0;
+    m_gapSize = 0;
+    m_rows.shrink_to_fit();
+    for (Day& day : m_days)
+        day.text.squeeze();
+}
+
+qsizetype DataRows::memory() const
+{
+    auto bytes = static_cast<qsizetype>(m_rows.capacity() * sizeof(DataRow));
+    for (const Day& day : m_days)
+        bytes += day.text.capacity() + static_cast<qsizetype>(sizeof(Day));
+    return bytes;
+}
+
+void DataRows::remove(qsizetype row)
+{
+    DataRow* const rows = m_rows.data();
+    if (m_gapSize == 0) {
+        m_gap = row;
+    } else if (row < m_gap) {
+        std::move_backward(rows + row + 1, rows + m_gap, rows + m_gap + m_gapSize);
+        m_gap = row;
+    } else {
+        std::move(rows + m_gap + m_gapSize, rows + row + m_gapSize, rows + m_gap);
+        m_gap = row;
+    }
+    ++m_gapSize;
+}
+
+QString DataRows::timeText(qsizetype row) const
+{
+    const DataRow& entry = at(row);
+    if (entry.second == blank)
+        return QString();
+    // The notation has no zone in it. Taken as UTC, which skips no time, every bar shows its own.
+    const QDateTime time(date(entry), QTime(0, 0).addSecs(entry.second), Qt::UTC);
+    return QLocale().toString(time, QLocale::ShortFormat);
+}
+
+QString DataRows::fieldText(qsizetype row, RecordField field) const
+{
+    const DataRow& entry = at(row);
+    if (entry.second == blank)
+        return QString();
+    return field == TimeField ? timeText(row)
+                              : QString::fromUtf8((*splitRecordLine(line(entry)))[field]);
+}
+
+QString DataRows::key(qsizetype row) const
+{
+    const DataRow& entry = at(row);
+    if (entry.second == blank)
+        return QString();
+    const auto time = timeDigits(entry.second);
+    return date(entry).toString(QStringLiteral("yyyyMMdd ")) +
+           QLatin1String(time.data(), static_cast<qsizetype>(time.size()));
+}
+
+QByteArray DataRows::rewritten(const QDate& day) const
+{
+    const auto found = std::find_if(m_days.begin(), m_days.end(),
+                                    [&day](const Day& known) { return known.date == day; });
+    if (found == m_days.end())
+        return QByteArray();
+    const auto index = static_cast<quint32>(found - m_days.begin());
+    QByteArray content;
+    content.reserve(found->text.size());
+    const qsizetype end = firstRowOfDay(index + 1);
+    for (qsizetype row = firstRowOfDay(index); row < end; ++row) {
+        const DataRow& entry = at(row);
+        if (entry.second == blank)
+            continue;
+        RecordFields fields = *splitRecordLine(line(entry));
+        const auto time = timeDigits(entry.second);
+        fields[TimeField] = QByteArrayView(time.data(), static_cast<qsizetype>(time.size()));
+        appendRewritten(content, fields);
+    }
+    return content;
+}
+
+QByteArrayView DataRows::line(const DataRow& row) const
+{
+    const QByteArray& text = m_days[row.day].text;
+    const char* const begin = text.constData() + row.begin;
+    const auto* const end = static_cast<const char*>(
+        std::memchr(begin, '\n', static_cast<size_t>(text.size() - row.begin)));
+    return QByteArrayView(begin, end);
+}
+
+qsizetype DataRows::firstRowOfDay(quint32 day) const
+{
+    qsizetype begin = 0;
+    qsizetype count = size();
+    while (count > 0) {
+        const qsizetype half = count / 2;
+        if (at(begin + half).day < day) {
+            begin += half + 1;
+            count -= half + 1;
+        } else {
+            count = half;
+        }
+    }
+    return begin;
+}
+
+} // namespace tadata

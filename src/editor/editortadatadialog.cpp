@@ -1,0 +1,206 @@
+#include "editor/editortadatadialog.h"
+
+#include "editor/editortadatamodel.h"
+#include "store/dayfile.h"
+#include "store/seriesselectormodels.h"
+#include "ui_editortadatadialog.h"
+
+#include <vexdesk/appsettings.h>
+#include <vexdesk/headerproxystyle.h>
+#include <vexdesk/itemdelegate.h>
+#include <vexdesk/properties.h>
+
+#include <QtCore/QLocale>
+#include <QtGui/QKeyEvent>
+#include <QtWidgets/QCalendarWidget>
+#include <QtWidgets/QHeaderView>
+
+#include <algorithm>
+
+namespace {
+
+const char settingsGroup[] = "TADataManager/Editor";
+const char sizeKey[] = "dialog_size";
+
+bool mark(QLabel* label, bool isValid)
+{
+    label->setStyleSheet(isValid ? QString() : QStringLiteral("QLabel {color: red;}"));
+    return isValid;
+}
+
+// The row that takes the place of the selected ones: the next one below the last of them that
+// stays or, at the end of the table, the one above the first.
+QModelIndex survivor(const QItemSelectionModel& selection, int firstRow, int lastRow)
+{
+    const QAbstractItemModel& model = *selection.model();
+    const int row = lastRow + 1 < model.rowCount() ? lastRow + 1 : firstRow - 1;
+    return row < 0 ? QModelIndex() : model.index(row, 0);
+}
+
+} // namespace
+
+EditorTADataDialog::EditorTADataDialog(QWidget* parent)
+    : QDialog(parent)
+    , m_properties(std::make_unique<Properties>())
+    , m_ui(std::make_unique<Ui::EditorTADataDialog>())
+{
+    setWindowFlags(windowFlags() & ~Qt::WindowContextHelpButtonHint);
+    m_ui->setupUi(this);
+    m_properties->connectAll(this);
+    m_properties->setValue(QStringLiteral("StockId"), QStringLiteral("B"));
+    setupUI();
+
+    const AppSettings settings(QLatin1String{settingsGroup});
+    if (settings.contains(QLatin1String(sizeKey)))
+        resize(settings.value(QLatin1String(sizeKey), sizeHint()).toSize());
+}
+
+EditorTADataDialog::~EditorTADataDialog()
+{
+    AppSettings(QLatin1String(settingsGroup)).setValue(QLatin1String(sizeKey), size());
+}
+
+void EditorTADataDialog::setupUI()
+{
+    setupSelectors();
+    setupTable();
+    setupTimes();
+    m_ui->delButton->setEnabled(false);
+    connectForm();
+    validateForm();
+}
+
+void EditorTADataDialog::setupSelectors()
+{
+    m_ui->stock->setSourceModel(new StockWithStoredSelectorModel(true, nullptr));
+    m_ui->board->setSourceModel(new BoardWithStoredSelectorModel(true, nullptr));
+    m_ui->security->setSourceModel(new SecurityWithStoredSelectorModel(true, nullptr));
+    m_ui->timeFrame->addItem(tr("1 минута"), tadata::minuteTimeframe);
+    m_ui->timeFrame->addItem(tr("1 секунда"), tadata::secondTimeframe);
+}
+
+void EditorTADataDialog::setupTable()
+{
+    m_model = new EditorTADataModel(this);
+    m_ui->dataTable->setModel(m_model);
+    m_ui->dataTable->setItemDelegate(new ItemDelegate(m_ui->dataTable));
+    m_ui->dataTable->header()->setStyle(HeaderProxyStyle::instance());
+}
+
+void EditorTADataDialog::setupTimes()
+{
+    m_ui->fromDateTime->setDateTime(QDate::currentDate().addDays(-1).startOfDay());
+    m_ui->toDateTime->setDateTime(m_ui->fromDateTime->dateTime().addDays(1));
+    m_ui->findDateTime->setDateTime(m_ui->fromDateTime->dateTime());
+    for (QDateTimeEdit* const edit :
+         {m_ui->fromDateTime, m_ui->toDateTime, m_ui->findDateTime}) {
+        edit->calendarWidget()->setFirstDayOfWeek(QLocale::system().firstDayOfWeek());
+        edit->calendarWidget()->setGridVisible(true);
+    }
+}
+
+void EditorTADataDialog::connectForm()
+{
+    connect(m_ui->dataTable->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &EditorTADataDialog::onSelectionChanged);
+    connect(this, &QDialog::rejected, this, &EditorTADataDialog::delDataFromFiles);
+
+    connect(m_ui->stock, &StockSelectorBox::stockCodeChanged, this,
+            &EditorTADataDialog::validateForm);
+    connect(m_ui->board, &BoardSelectorBox::boardCodeChanged, this,
+            &EditorTADataDialog::validateForm);
+    connect(m_ui->security, &SecuritySelectorBox::securityChanged, this,
+            &EditorTADataDialog::validateForm);
+    for (const QDateTimeEdit* const edit : {m_ui->fromDateTime, m_ui->toDateTime}) {
+        connect(edit, &QDateTimeEdit::dateTimeChanged, this, &EditorTADataDialog::validateForm);
+    }
+}
+
+bool EditorTADataDialog::validate()
+{
+    const bool stock = mark(m_ui->stockLabel, !m_ui->stock->getStockCode().isEmpty());
+    const bool board = mark(m_ui->boardLabel, !m_ui->board->getBoardCode().isEmpty());
+    const bool security = mark(m_ui->secLabel, !m_ui->security->getSecurityCode().isEmpty());
+    const bool range =
+        mark(m_ui->fromLabel, m_ui->toDateTime->dateTime() >= m_ui->fromDateTime->dateTime());
+    return stock && board && security && range;
+}
+
+void EditorTADataDialog::validateForm()
+{
+    m_ui->loadDataButton->setEnabled(validate());
+}
+
+void EditorTADataDialog::onSelectionChanged()
+{
+    m_ui->delButton->setEnabled(m_ui->dataTable->selectionModel()->hasSelection());
+}
+
+void EditorTADataDialog::on_loadDataButton_clicked()
+{
+    delDataFromFiles();
+    const QDir dir(tadata::seriesPath(tadata::storeRoot(), m_ui->stock->getStockCode(),
+                                      m_ui->board->getBoardCode(),
+                                      m_ui->security->getSecurityCode()));
+    if (!dir.exists())
+        return;
+    m_model->load(dir, m_ui->fromDateTime->dateTime(), m_ui->toDateTime->dateTime(),
+                  m_ui->timeFrame->currentData().toInt());
+    for (int column = 0; column < m_model->columnCount(); ++column)
+        m_ui->dataTable->resizeColumnToContents(column);
+}
+
+void EditorTADataDialog::on_findButton_clicked()
+{
+    // Not the date-time as one: there is no text of a time that the local clock skips.
+    const QString key = m_ui->findDateTime->date().toString(QStringLiteral("yyyyMMdd ")) +
+                        m_ui->findDateTime->time().toString(QStringLiteral("hhmmss"));
+    const QModelIndex found = m_model->index(m_model->find(key), 0);
+    m_ui->dataTable->selectionModel()->select(found, QItemSelectionModel::Select |
+                                                         QItemSelectionModel::Rows);
+    m_ui->dataTable->scrollTo(found, QAbstractItemView::EnsureVisible);
+    m_ui->dataTable->setFocus(Qt::OtherFocusReason);
+}
+
+void EditorTADataDialog::on_delButton_clicked()
+{
+    m_pendingDeletions = true;
+    QItemSelectionModel& selection = *m_ui->dataTable->selectionModel();
+    QList<int> rows;
+    const QModelIndexList selected = selection.selectedRows(0);
+    rows.reserve(selected.size());
+    for (const QModelIndex& index : selected)
+        rows.append(index.row());
+    if (!rows.isEmpty()) {
+        // Before the rows go one by one: a current row among them would drag the view along, which
+        // lays out the whole table anew for each.
+        const auto [first, last] = std::minmax_element(rows.begin(), rows.end());
+        selection.clearSelection();
+        selection.setCurrentIndex(survivor(selection, *first, *last),
+                                  QItemSelectionModel::NoUpdate);
+    }
+    m_model->delRows(rows);
+    m_ui->dataTable->setFocus(Qt::OtherFocusReason);
+}
+
+void EditorTADataDialog::delDataFromFiles()
+{
+    if (!m_pendingDeletions)
+        return;
+    m_model->delRowsFromFiles();
+    m_pendingDeletions = false;
+}
+
+void EditorTADataDialog::keyPressEvent(QKeyEvent* event)
+{
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (event->key() == Qt::Key_Delete && m_ui->delButton->isEnabled()) {
+        on_delButton_clicked();
+        event->accept();
+    } else if (isReturn && m_ui->findDateTime->hasFocus()) {
+        on_findButton_clicked();
+        event->accept();
+    } else {
+        QDialog::keyPressEvent(event);
+    }
+}

@@ -1,0 +1,199 @@
+#include "editor/editortadatamodel.h"
+
+#include "editor/timeofdayrange.h"
+#include "store/dayfile.h"
+#include "store/dayfilelines.h"
+
+#include <algorithm>
+
+using tadata::TimeOfDayRange;
+
+namespace {
+
+// A column shows the field of its number.
+constexpr int columns = tadata::RecordFieldCount;
+
+// Plain digits are what every import writes.
+int secondOfPlainTime(QByteArrayView text)
+{
+    constexpr int length = 6;
+    if (text.size() != length)
+        return -1;
+    for (const char c : text) {
+        if (c < '0' || c > '9')
+            return -1;
+    }
+    const auto number = [text](int at) { return (text[at] - '0') * 10 + text[at + 1] - '0'; };
+    const int hour = number(0);
+    const int minute = number(2);
+    const int second = number(4);
+    return hour < 24 && minute < 60 && second < 60 ? (hour * 60 + minute) * 60 + second : -1;
+}
+
+// Seconds since midnight. What is no time is the day's midnight, as it is to QDateTime.
+int secondOfDay(QByteArrayView text)
+{
+    if (const int second = secondOfPlainTime(text); second >= 0)
+        return second;
+    const QTime time = QTime::fromString(QString::fromUtf8(text), QStringLiteral("hhmmss"));
+    return time.isValid() ? time.msecsSinceStartOfDay() / 1000 : 0;
+}
+
+} // namespace
+
+EditorTADataModel::EditorTADataModel(QObject* parent)
+    : QAbstractItemModel(parent)
+{}
+
+EditorTADataModel::~EditorTADataModel() = default;
+
+void EditorTADataModel::load(const QDir& dir, const QDateTime& from, const QDateTime& to,
+                             int timeframe)
+{
+    beginResetModel();
+    m_dir = dir;
+    m_fromDate = from.date();
+    m_toDate = to.date();
+    m_timeframe = timeframe;
+    m_rows.clear();
+    for (const QDate& day : tadata::storedDays(dir, timeframe, m_fromDate, m_toDate))
+        readDay(day, from, to);
+    m_rows.squeeze();
+    endResetModel();
+}
+
+void EditorTADataModel::readDay(const QDate& day, const QDateTime& from, const QDateTime& to)
+{
+    tadata::DayFileLines lines(m_dir.filePath(tadata::dayFileName(day, m_timeframe)));
+    if (!lines.open())
+        return;
+    const TimeOfDayRange range(day, from, to);
+    // Only a day that is shown from its beginning to its end needs room for all of its file.
+    const bool isWhole = from.date() < day && day < to.date();
+    m_rows.beginDay(day, isWhole ? lines.size() : 0);
+    QByteArrayView line;
+    while (lines.next(&line)) {
+        const auto fields = tadata::splitRecordLine(line);
+        const int second = secondOfDay(fields ? (*fields)[tadata::TimeField]
+                                              : line.first(line.indexOf(';') < 0
+                                                               ? line.size()
+                                                               : line.indexOf(';')));
+        switch (range.place(second)) {
+        case TimeOfDayRange::Place::Before:
+            break;
+        case TimeOfDayRange::Place::After:
+            return;
+        case TimeOfDayRange::Place::Inside:
+            if (fields)
+                m_rows.append(second, line);
+            else
+                m_rows.appendBlank();
+        }
+    }
+}
+
+int EditorTADataModel::find(const QString& key) const
+{
+    int low = 0;
+    int high = rowCount();
+    while (high - 1 > low) {
+        const int middle = (low + high) / 2;
+        if (key < m_rows.key(middle))
+            high = middle;
+        else
+            low = middle;
+    }
+    return low;
+}
+
+void EditorTADataModel::delRows(QList<int> rows)
+{
+    std::sort(rows.begin(), rows.end());
+    for (auto row = rows.crbegin(); row != rows.crend(); ++row) {
+        if (*row < 0 || *row >= rowCount())
+            continue;
+        beginRemoveRows(QModelIndex(), *row, *row);
+        m_rows.remove(*row);
+        endRemoveRows();
+    }
+}
+
+void EditorTADataModel::delRowsFromFiles()
+{
+    for (const QDate& day : tadata::storedDays(m_dir, m_timeframe, m_fromDate, m_toDate)) {
+        tadata::replaceDayFile(m_dir, tadata::dayFileName(day, m_timeframe),
+                               m_rows.rewritten(day));
+    }
+    forget();
+}
+
+// A view that is still attached must not go on showing rows that are gone.
+void EditorTADataModel::forget()
+{
+    beginResetModel();
+    m_dir = QDir(QString());
+    m_timeframe = 0;
+    m_fromDate = QDate();
+    m_toDate = QDate();
+    m_rows.clear();
+    endResetModel();
+}
+
+QModelIndex EditorTADataModel::index(int row, int column, const QModelIndex& parent) const
+{
+    return !parent.isValid() && hasIndex(row, column, parent) ? createIndex(row, column)
+                                                              : QModelIndex();
+}
+
+QModelIndex EditorTADataModel::parent(const QModelIndex&) const
+{
+    return QModelIndex();
+}
+
+int EditorTADataModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
+}
+
+int EditorTADataModel::columnCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : columns;
+}
+
+QVariant EditorTADataModel::data(const QModelIndex& index, int role) const
+{
+    if (role != Qt::DisplayRole || !index.isValid() || !hasIndex(index.row(), index.column()))
+        return QVariant();
+    return m_rows.fieldText(index.row(), static_cast<tadata::RecordField>(index.column()));
+}
+
+QVariant EditorTADataModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
+        return QAbstractItemModel::headerData(section, orientation, role);
+    switch (section) {
+    case tadata::TimeField:
+        return tr("Время");
+    case tadata::OpenField:
+        return tr("Открытие");
+    case tadata::HighField:
+        return tr("Максимум");
+    case tadata::LowField:
+        return tr("Минимум");
+    case tadata::CloseField:
+        return tr("Закрытие");
+    case tadata::VolumeField:
+        return tr("Объём в шт.");
+    case tadata::ValueField:
+        return tr("Объём в деньгах");
+    case tadata::OpenInterestField:
+        return tr("Откр. интерес");
+    default:
+        return QAbstractItemModel::headerData(section, orientation, role);
+    }
+}
+
+Qt::ItemFlags EditorTADataModel::flags(const QModelIndex& index) const
+{
+    return index.isValid() ? Qt::ItemIsSelectable | Qt::ItemIsEnabled : Qt::NoItemFlags;
+}
