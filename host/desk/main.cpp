@@ -2,10 +2,11 @@
 #include "desk/daywatcher.h"
 #include "desk/deskapplication.h"
 #include "desk/errorreport.h"
-#include "desk/importtour.h"
 #include "desk/mainwindow.h"
 #include "desk/pluginloader.h"
-#include "desk/tour.h"
+#include "desk/tour/editortour.h"
+#include "desk/tour/importtour.h"
+#include "desk/tour/tour.h"
 
 #include <vexdesk/terminal/core.h>
 #include <vexdesk/terminal/referencedata.h>
@@ -47,6 +48,7 @@ void startTour(vexdesk::Tour& tour, vexdesk::MainWindow& window, const QDir& dir
     if (!directory.mkpath(QStringLiteral(".")) || !vexdesk::addImportTour(tour, window, directory))
         failTour(QCoreApplication::translate("vexdesk::Main", "Невозможно записать в каталог %1")
                      .arg(directory.path()));
+    vexdesk::addEditorTour(tour, window);
     QObject::connect(&tour, &vexdesk::Tour::failed, &failTour);
     QObject::connect(&tour, &vexdesk::Tour::finished, &window, &QWidget::close);
     tour.start();

@@ -10,6 +10,33 @@
 
 #include <memory>
 
+namespace {
+
+// What the day files hold after the import and what the editor did: of the first two days, which it
+// showed, the lines have money before volume, and of the first day the bars 10:20 to 10:29 are
+// gone.
+QMap<QString, QByteArray> wantedDayFiles(const QByteArray& input)
+{
+    QMap<QString, QByteArray> files;
+    QByteArrayList lines = input.split('\n');
+    lines.removeFirst();
+    lines.removeLast();
+    for (const QByteArray& line : qAsConst(lines)) {
+        const QByteArrayList fields = line.split(';');
+        const QByteArray day = "202401" + fields.at(0).left(2);
+        const QByteArray time = QByteArray(fields.at(1)).remove(2, 1) + "00";
+        if (day == "20240115" && time >= "102000" && time < "103000")
+            continue;
+        const QByteArray volume = fields.at(6);
+        files[QString::fromLatin1(day) + QStringLiteral("_60.iss")] +=
+            time + ';' + fields.mid(2, 4).join(';') +
+            (day == "20240117" ? ';' + volume + ";0.00" : ";0.00;" + volume) + ";0\n";
+    }
+    return files;
+}
+
+} // namespace
+
 class TestTour final : public QObject
 {
     Q_OBJECT
@@ -18,8 +45,8 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
-    void importsAndLeavesAPictureOfEveryStep_data();
-    void importsAndLeavesAPictureOfEveryStep();
+    void worksAndLeavesAPictureOfEveryStep_data();
+    void worksAndLeavesAPictureOfEveryStep();
     void failsWithoutThePlugin();
     void failsWhereNoPictureCanBeWritten();
 
@@ -53,18 +80,24 @@ int TestTour::runTour(const QString& pictures)
     constexpr int patience = 200000;
     if (!program.waitForFinished(patience) || program.exitStatus() != QProcess::NormalExit)
         return -1;
-    m_errors = program.readAllStandardError();
+    // The offscreen platform complains about what it is not.
+    m_errors.clear();
+    const QByteArrayList lines = program.readAllStandardError().split('\n');
+    for (const QByteArray& line : lines) {
+        if (!line.startsWith("This plugin does not support"))
+            m_errors += line + '\n';
+    }
     return program.exitCode();
 }
 
-void TestTour::importsAndLeavesAPictureOfEveryStep_data()
+void TestTour::worksAndLeavesAPictureOfEveryStep_data()
 {
     QTest::addColumn<QByteArray>("scale");
     QTest::newRow("96 dpi") << QByteArray("1");
     QTest::newRow("192 dpi") << QByteArray("2");
 }
 
-void TestTour::importsAndLeavesAPictureOfEveryStep()
+void TestTour::worksAndLeavesAPictureOfEveryStep()
 {
     QFETCH(const QByteArray, scale);
     qputenv("QT_SCALE_FACTOR", scale);
@@ -74,32 +107,12 @@ void TestTour::importsAndLeavesAPictureOfEveryStep()
 
     const QDir pictures(path("pictures"));
     const QStringList names = pictures.entryList({QStringLiteral("*.png")});
-    QCOMPARE(names.size(), 13);
+    QCOMPARE(names.size(), 18);
     for (const QString& name : names)
         QVERIFY2(QImage(pictures.filePath(name)).width() >= 900 * scale.toInt(), qPrintable(name));
 
     const auto stored = testsupport::readTree(QDir(path("bin/user/tadata/NORD/MAIN/ALFA")));
-    QCOMPARE(stored.keys(),
-             QStringList({QStringLiteral("20240115_60.iss"), QStringLiteral("20240116_60.iss"),
-                          QStringLiteral("20240117_60.iss")}));
-    for (const QByteArray& dayFile : stored) {
-        QCOMPARE(dayFile.count('\n'), 60);
-        QVERIFY(dayFile.startsWith("100100;"));
-    }
-    // What was imported, line by line.
-    const QByteArrayList input = testsupport::readFile(path("pictures/demo.csv")).split('\n');
-    const QByteArrayList lines =
-        (stored.first() + stored.value(QStringLiteral("20240116_60.iss")) + stored.last())
-            .split('\n');
-    QCOMPARE(input.size(), lines.size() + 1);
-    for (qsizetype i = 0; i + 1 < lines.size(); ++i) {
-        const QByteArrayList from = input.at(i + 1).split(';');
-        QByteArrayList wanted = from.mid(2);
-        wanted.prepend(QByteArray(from.at(1)).remove(2, 1) + "00");
-        wanted << "0.00"
-               << "0";
-        QCOMPARE(lines.at(i), wanted.join(';'));
-    }
+    QCOMPARE(stored, wantedDayFiles(testsupport::readFile(path("pictures/demo.csv"))));
 }
 
 void TestTour::failsWithoutThePlugin()

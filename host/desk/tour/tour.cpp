@@ -1,4 +1,4 @@
-#include "desk/tour.h"
+#include "desk/tour/tour.h"
 
 #include <QtCore/QTimer>
 #include <QtGui/QPainter>

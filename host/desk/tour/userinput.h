@@ -13,11 +13,13 @@ class QWidget;
 /// widgets must be visible. A call that opens a modal dialog returns when the dialog is closed.
 namespace vexdesk {
 
-/// Presses and releases the left button in the middle of the widget.
+/// Presses and releases the left button in the middle of the widget, or at a place in it.
 void click(QWidget* widget);
+void click(QWidget* widget, QPoint place);
 
 /// Presses and releases a key; the text is what the key types.
-void pressKey(QWidget* widget, int key, const QString& text = QString());
+void pressKey(QWidget* widget, int key, const QString& text = QString(),
+              Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 
 /// Types a text, one key after the other.
 void typeText(QWidget* widget, const QString& text);

@@ -1,30 +1,21 @@
-#include "desk/importtour.h"
+#include "desk/tour/importtour.h"
 
-#include "desk/commands.h"
-#include "desk/mainwindow.h"
-#include "desk/tour.h"
-#include "desk/userinput.h"
-
-#include <vexdesk/icore.h>
+#include "desk/tour/demonstration.h"
+#include "desk/tour/tour.h"
+#include "desk/tour/toursteps.h"
+#include "desk/tour/userinput.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
-#include <QtCore/QMap>
-#include <QtWidgets/QAbstractItemView>
-#include <QtWidgets/QApplication>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLineEdit>
-#include <QtWidgets/QMenu>
-#include <QtWidgets/QMenuBar>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QTableWidget>
 #include <QtWidgets/QWizard>
-
-#include <algorithm>
 
 namespace vexdesk {
 
@@ -32,54 +23,10 @@ namespace {
 
 constexpr int fileColumns = 7;
 
-struct Demonstration
-{
-    QByteArray input;                   ///< the text file
-    QMap<QString, QByteArray> dayFiles; ///< what the store must hold then
-};
-
-// A trading hour on each of three days.
-Demonstration makeDemonstration()
-{
-    constexpr int days = 3;
-    constexpr int barsPerDay = 60;
-    Demonstration result;
-    result.input = "<DATE>;<TIME>;<OPEN>;<HIGH>;<LOW>;<CLOSE>;<VOL>\n";
-    const auto price = [](int hundredths) {
-        return QByteArray::number(hundredths / 100) + '.' +
-               QByteArray::number(hundredths % 100).rightJustified(2, '0');
-    };
-    int open = 12000;
-    for (int d = 0; d < days; ++d) {
-        const QDate day = QDate(2024, 1, 15).addDays(d);
-        QByteArray& stored =
-            result.dayFiles[day.toString(QStringLiteral("yyyyMMdd")) + QStringLiteral("_60.iss")];
-        for (int bar = 1; bar <= barsPerDay; ++bar) {
-            const QTime time = QTime(10, 0).addSecs(60 * bar);
-            const int close = open + bar * 7 % 11 - 5;
-            const QByteArray prices = price(open) + ';' + price(qMax(open, close) + bar % 4) + ';' +
-                                      price(qMin(open, close) - bar % 3) + ';' + price(close) +
-                                      ';' + QByteArray::number(100 + bar * 13 % 90);
-            result.input += day.toString(QStringLiteral("dd.MM.yy")).toLatin1() + ';' +
-                            time.toString(QStringLiteral("hh:mm")).toLatin1() + ';' + prices + '\n';
-            stored +=
-                time.toString(QStringLiteral("hhmmss")).toLatin1() + ';' + prices + ";0.00;0\n";
-            open = close;
-        }
-    }
-    return result;
-}
-
 struct Text
 {
     Q_DECLARE_TR_FUNCTIONS(vexdesk::ImportTour)
 };
-
-template <typename Widget>
-Widget* activeDialog()
-{
-    return qobject_cast<Widget*>(QApplication::activeModalWidget());
-}
 
 QWizard* wizard()
 {
@@ -122,84 +69,6 @@ QString buttonMissing(QWizard::WizardButton button)
                                                  : Text::tr("кнопка продолжения недоступна");
 }
 
-QMenu* openMenu()
-{
-    return qobject_cast<QMenu*>(QApplication::activePopupWidget());
-}
-
-QString entryMissing(const QString& title)
-{
-    if (!openMenu())
-        return Text::tr("меню не открыто");
-    const QList<QAction*> entries = openMenu()->actions();
-    const bool found = std::any_of(entries.begin(), entries.end(), [&title](const QAction* entry) {
-        return withoutMnemonic(entry->text()) == title;
-    });
-    return found ? QString() : Text::tr("в меню нет: %1").arg(title);
-}
-
-// The entry with this text, or the first one that begins with it.
-int entryOf(const QComboBox& list, const QString& text)
-{
-    const int exact = list.findText(text, Qt::MatchExactly);
-    return exact >= 0 ? exact : list.findText(text, Qt::MatchStartsWith | Qt::MatchCaseSensitive);
-}
-
-// The list is opened with the mouse, then an entry is chosen with the keyboard.
-void addChoice(Tour& tour, const QString& title, const std::function<QComboBox*()>& list,
-               const QString& entry, const QString& picture = QString())
-{
-    tour.add({Text::tr("открыть список: %1").arg(title),
-              [list] { return list() ? QString() : Text::tr("нет списка"); },
-              [list] { click(list()); }});
-    tour.add({Text::tr("выбрать «%1»").arg(entry),
-              [list, entry] {
-                  if (!list() || !list()->view()->isVisible())
-                      return Text::tr("список не открыт");
-                  return entryOf(*list(), entry) < 0 ? Text::tr("в списке нет: %1").arg(entry)
-                                                     : QString();
-              },
-              [list, entry] { chooseEntry(list(), entryOf(*list(), entry)); }, picture});
-    tour.add({Text::tr("выбрано «%1»").arg(entry),
-              [list, entry] {
-                  return list() && list()->currentText().startsWith(entry)
-                             ? QString()
-                             : Text::tr("не выбрано: %1").arg(entry);
-              },
-              {}});
-}
-
-QString dayFilePath(const QString& name)
-{
-    return ICore::getDir(QStringLiteral("tadata"), false)
-        .filePath(QStringLiteral("NORD/MAIN/ALFA/") + name);
-}
-
-QString storedMissing(const Demonstration& demonstration)
-{
-    const QDir store = ICore::getDir(QStringLiteral("tadata"), false);
-    for (auto day = demonstration.dayFiles.begin(); day != demonstration.dayFiles.end(); ++day) {
-        QFile file(dayFilePath(day.key()));
-        if (!file.open(QIODevice::ReadOnly))
-            return Text::tr("нет файла %1").arg(file.fileName());
-        if (file.readAll() != day.value())
-            return Text::tr("в файле %1 не то, что импортировано").arg(file.fileName());
-    }
-    return QString();
-}
-
-void addMenuSteps(Tour& tour, MainWindow& window)
-{
-    tour.add({Text::tr("окно терминала"),
-              [&window] { return window.isVisible() ? QString() : Text::tr("окна нет"); },
-              [&window] { clickMenu(window.menuBar(), Text::tr("Тех. анализ")); },
-              QStringLiteral("window")});
-    tour.add({Text::tr("меню"), [] { return entryMissing(Text::tr("Управление данными ТА")); },
-              [] { clickMenu(openMenu(), Text::tr("Управление данными ТА")); }});
-    tour.add({Text::tr("команды модуля"), [] { return entryMissing(Text::tr("Импортировать...")); },
-              [] { clickMenu(openMenu(), Text::tr("Импортировать...")); }, QStringLiteral("menu")});
-}
-
 void addFileSteps(Tour& tour, const QString& file)
 {
     const auto nameEdit = [] {
@@ -239,13 +108,7 @@ void addSeriesSteps(Tour& tour)
               [page] { return pageMissing(page); },
               {},
               QStringLiteral("series")});
-    addChoice(
-        tour, Text::tr("площадка"), [] { return box("stock"); }, QStringLiteral("NORD —"));
-    addChoice(
-        tour, Text::tr("режим торгов"), [] { return box("board"); }, QStringLiteral("MAIN —"));
-    addChoice(
-        tour, Text::tr("инструмент"), [] { return box("security"); }, QStringLiteral("ALFA —"),
-        QStringLiteral("security"));
+    addSeriesChoice(tour, box, QStringLiteral("security"));
     tour.add({Text::tr("серия выбрана"), [] { return buttonMissing(QWizard::NextButton); },
               [] { click(wizard()->button(QWizard::NextButton)); },
               QStringLiteral("series-chosen")});
@@ -322,7 +185,7 @@ void addEndSteps(Tour& tour, const Demonstration& demonstration)
     tour.add({Text::tr("бары сохранены"),
               [demonstration] {
                   return QApplication::activeModalWidget() ? Text::tr("окно не закрыто")
-                                                           : storedMissing(demonstration);
+                                                           : storedMissing(demonstration.dayFiles);
               },
               {}});
 }
@@ -338,9 +201,10 @@ bool addImportTour(Tour& tour, MainWindow& window, const QDir& directory)
         return false;
     // What an earlier tour left must not pass for the work of this one.
     for (auto day = demonstration.dayFiles.begin(); day != demonstration.dayFiles.end(); ++day)
-        QFile::remove(dayFilePath(day.key()));
+        QFile::remove(demonstrationFilePath(day.key()));
 
-    addMenuSteps(tour, window);
+    addMenuSteps(tour, window, Text::tr("Импортировать..."), QStringLiteral("window"),
+                 QStringLiteral("menu"));
     addFileSteps(tour, file.fileName());
     addSeriesSteps(tour);
     addFormatSteps(tour);

@@ -1,4 +1,4 @@
-#include "desk/userinput.h"
+#include "desk/tour/userinput.h"
 
 #include "desk/commands.h"
 
@@ -23,13 +23,6 @@ void sendMouse(QEvent::Type type, QWidget* widget, QPoint position)
     QApplication::sendEvent(widget, &event);
 }
 
-void clickAt(QWidget* widget, QPoint position)
-{
-    sendMouse(QEvent::MouseMove, widget, position);
-    sendMouse(QEvent::MouseButtonPress, widget, position);
-    sendMouse(QEvent::MouseButtonRelease, widget, position);
-}
-
 template <typename Menu>
 bool clickEntry(Menu* menu, const QString& title)
 {
@@ -37,7 +30,7 @@ bool clickEntry(Menu* menu, const QString& title)
     for (QAction* const action : actions) {
         if (!action->isEnabled() || withoutMnemonic(action->text()) != title)
             continue;
-        clickAt(menu, menu->actionGeometry(action).center());
+        click(menu, menu->actionGeometry(action).center());
         return true;
     }
     return false;
@@ -47,14 +40,21 @@ bool clickEntry(Menu* menu, const QString& title)
 
 void click(QWidget* widget)
 {
-    clickAt(widget, widget->rect().center());
+    click(widget, widget->rect().center());
 }
 
-void pressKey(QWidget* widget, int key, const QString& text)
+void click(QWidget* widget, QPoint place)
 {
-    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text);
+    sendMouse(QEvent::MouseMove, widget, place);
+    sendMouse(QEvent::MouseButtonPress, widget, place);
+    sendMouse(QEvent::MouseButtonRelease, widget, place);
+}
+
+void pressKey(QWidget* widget, int key, const QString& text, Qt::KeyboardModifiers modifiers)
+{
+    QKeyEvent press(QEvent::KeyPress, key, modifiers, text);
     QApplication::sendEvent(widget, &press);
-    QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier, text);
+    QKeyEvent release(QEvent::KeyRelease, key, modifiers, text);
     QApplication::sendEvent(widget, &release);
 }
 

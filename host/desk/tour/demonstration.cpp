@@ -1,0 +1,70 @@
+#include "desk/tour/demonstration.h"
+
+#include <vexdesk/icore.h>
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDate>
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+
+namespace vexdesk {
+
+namespace {
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(vexdesk::Demonstration)
+};
+
+} // namespace
+
+Demonstration makeDemonstration()
+{
+    constexpr int days = 3;
+    constexpr int barsPerDay = 60;
+    Demonstration result;
+    result.input = "<DATE>;<TIME>;<OPEN>;<HIGH>;<LOW>;<CLOSE>;<VOL>\n";
+    const auto price = [](int hundredths) {
+        return QByteArray::number(hundredths / 100) + '.' +
+               QByteArray::number(hundredths % 100).rightJustified(2, '0');
+    };
+    int open = 12000;
+    for (int d = 0; d < days; ++d) {
+        const QDate day = QDate(2024, 1, 15).addDays(d);
+        QByteArray& stored =
+            result.dayFiles[day.toString(QStringLiteral("yyyyMMdd")) + QStringLiteral("_60.iss")];
+        for (int bar = 1; bar <= barsPerDay; ++bar) {
+            const QTime time = QTime(10, 0).addSecs(60 * bar);
+            const int close = open + bar * 7 % 11 - 5;
+            const QByteArray prices = price(open) + ';' + price(qMax(open, close) + bar % 4) + ';' +
+                                      price(qMin(open, close) - bar % 3) + ';' + price(close) +
+                                      ';' + QByteArray::number(100 + bar * 13 % 90);
+            result.input += day.toString(QStringLiteral("dd.MM.yy")).toLatin1() + ';' +
+                            time.toString(QStringLiteral("hh:mm")).toLatin1() + ';' + prices + '\n';
+            stored +=
+                time.toString(QStringLiteral("hhmmss")).toLatin1() + ';' + prices + ";0.00;0\n";
+            open = close;
+        }
+    }
+    return result;
+}
+
+QString demonstrationFilePath(const QString& dayFile)
+{
+    return ICore::getDir(QStringLiteral("tadata"), false)
+        .filePath(QStringLiteral("NORD/MAIN/ALFA/") + dayFile);
+}
+
+QString storedMissing(const QMap<QString, QByteArray>& dayFiles)
+{
+    for (auto day = dayFiles.begin(); day != dayFiles.end(); ++day) {
+        QFile file(demonstrationFilePath(day.key()));
+        if (!file.open(QIODevice::ReadOnly))
+            return Text::tr("нет файла %1").arg(file.fileName());
+        if (file.readAll() != day.value())
+            return Text::tr("в файле %1 не то, что ожидалось").arg(file.fileName());
+    }
+    return QString();
+}
+
+} // namespace vexdesk

@@ -1,0 +1,179 @@
+#include "desk/tour/editortour.h"
+
+#include "desk/tour/demonstration.h"
+#include "desk/tour/tour.h"
+#include "desk/tour/toursteps.h"
+#include "desk/tour/userinput.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QItemSelectionModel>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QDateTimeEdit>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QTreeView>
+
+#include <algorithm>
+
+namespace vexdesk {
+
+namespace {
+
+// Two of the three days are shown; of the first, the bars of 10:20 to 10:29 are deleted.
+constexpr int shownRows = 120;
+constexpr int firstDeleted = 19;
+constexpr int deletedRows = 10;
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(vexdesk::EditorTour)
+};
+
+QTreeView* table()
+{
+    return inDialog<QTreeView>("dataTable");
+}
+
+QString rowsMissing(int wanted)
+{
+    if (!table())
+        return Text::tr("редактор не открыт");
+    const int rows = table()->model()->rowCount();
+    return rows == wanted ? QString() : Text::tr("в таблице строк: %1").arg(rows);
+}
+
+QString selectionMissing(int first, int count)
+{
+    if (const QString missing = rowsMissing(shownRows); !missing.isNull())
+        return missing;
+    QModelIndexList selected = table()->selectionModel()->selectedRows();
+    std::sort(selected.begin(), selected.end());
+    return selected.size() == count && selected.first().row() == first &&
+                   selected.last().row() == first + count - 1
+               ? QString()
+               : Text::tr("выбраны не те строки");
+}
+
+// A line as the editor writes it: money before volume.
+QByteArray exchanged(const QByteArray& line)
+{
+    constexpr int volume = 5;
+    QByteArrayList fields = line.split(';');
+    fields.swapItemsAt(volume, volume + 1);
+    return fields.join(';');
+}
+
+QMap<QString, QByteArray> editedDayFiles()
+{
+    QMap<QString, QByteArray> dayFiles = makeDemonstration().dayFiles;
+    const QString firstDay = dayFiles.firstKey();
+    const QString lastDay = dayFiles.lastKey();
+    for (auto day = dayFiles.begin(); day != dayFiles.end(); ++day) {
+        // Beyond the range: as it was imported.
+        if (day.key() == lastDay)
+            continue;
+        QByteArrayList lines = day.value().split('\n');
+        if (day.key() == firstDay)
+            lines.erase(lines.begin() + firstDeleted, lines.begin() + firstDeleted + deletedRows);
+        for (QByteArray& line : lines) {
+            if (!line.isEmpty())
+                line = exchanged(line);
+        }
+        day.value() = lines.join('\n');
+    }
+    return dayFiles;
+}
+
+// Reached with the Tab key the first part is selected; each one is typed over and leads to the
+// next.
+void addTime(Tour& tour, const char* name, const QDateTime& time)
+{
+    const auto edit = [name] { return inDialog<QDateTimeEdit>(name); };
+    tour.add({Text::tr("перейти к времени"),
+              [edit] { return edit() ? QString() : Text::tr("редактор не открыт"); },
+              [edit] {
+                  edit()->window()->activateWindow();
+                  edit()->clearFocus();
+                  edit()->setFocus(Qt::TabFocusReason);
+              }});
+    tour.add({Text::tr("ввести время"),
+              [edit] {
+                  return edit() && edit()->hasFocus() ? QString() : Text::tr("время нельзя ввести");
+              },
+              [edit, time] { typeText(edit(), time.toString(QStringLiteral("ddMMyyyyHHmmss"))); }});
+    tour.add({Text::tr("время введено"),
+              [edit, time] {
+                  const QString shown = edit()->dateTime().toString();
+                  return shown == time.toString() ? QString() : Text::tr("введено %1").arg(shown);
+              },
+              {}});
+}
+
+void addButton(Tour& tour, const char* name, const std::function<QString()>& missing,
+               const QString& picture)
+{
+    const auto button = [name] { return inDialog<QPushButton>(name); };
+    tour.add({Text::tr("кнопка редактора"),
+              [button, missing] {
+                  if (!button() || !button()->isEnabled())
+                      return Text::tr("кнопка недоступна");
+                  return missing ? missing() : QString();
+              },
+              [button] { click(button()); }, picture});
+}
+
+void addRangeSteps(Tour& tour)
+{
+    addSeriesChoice(tour, [](const char* name) { return inDialog<QComboBox>(name); });
+    const QDate day(2024, 1, 15);
+    addTime(tour, "fromDateTime", QDateTime(day, QTime(0, 0)));
+    addTime(tour, "toDateTime", QDateTime(day.addDays(1), QTime(23, 59, 59)));
+    addButton(tour, "loadDataButton", {}, QStringLiteral("editor"));
+}
+
+void addFindSteps(Tour& tour)
+{
+    addTime(tour, "findDateTime", QDateTime(QDate(2024, 1, 15), QTime(10, 20)));
+    addButton(
+        tour, "findButton", [] { return rowsMissing(shownRows); }, QStringLiteral("editor-range"));
+}
+
+void addDeletionSteps(Tour& tour)
+{
+    const auto found = [] { return table()->model()->index(firstDeleted, 0); };
+    tour.add({Text::tr("бар найден"), [] { return selectionMissing(firstDeleted, 1); },
+              [found] { click(table()->viewport(), table()->visualRect(found()).center()); },
+              QStringLiteral("editor-found")});
+    tour.add({Text::tr("выделить бары"),
+              [found] {
+                  return table()->currentIndex() == found() ? QString()
+                                                            : Text::tr("строка не текущая");
+              },
+              [] {
+                  for (int row = 1; row < deletedRows; ++row)
+                      pressKey(table(), Qt::Key_Down, QString(), Qt::ShiftModifier);
+              }});
+    addButton(
+        tour, "delButton", [] { return selectionMissing(firstDeleted, deletedRows); },
+        QStringLiteral("editor-selected"));
+    addButton(
+        tour, "closeButton", [] { return rowsMissing(shownRows - deletedRows); },
+        QStringLiteral("editor-deleted"));
+}
+
+} // namespace
+
+void addEditorTour(Tour& tour, MainWindow& window)
+{
+    addMenuSteps(tour, window, Text::tr("Редактировать..."));
+    addRangeSteps(tour);
+    addFindSteps(tour);
+    addDeletionSteps(tour);
+    tour.add({Text::tr("файлы записаны"),
+              [dayFiles = editedDayFiles()] {
+                  return QApplication::activeModalWidget() ? Text::tr("окно не закрыто")
+                                                           : storedMissing(dayFiles);
+              },
+              {}});
+}
+
+} // namespace vexdesk

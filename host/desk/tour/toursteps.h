@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QWidget>
+
+#include <functional>
+
+class QComboBox;
+
+/// Steps and look-ups that the tours of several commands share. User-interface thread only.
+namespace vexdesk {
+
+class MainWindow;
+class Tour;
+
+/// The modal dialog in front, or null when it is none of this class.
+template <typename Dialog>
+Dialog* activeDialog()
+{
+    return qobject_cast<Dialog*>(QApplication::activeModalWidget());
+}
+
+/// A widget of the modal dialog in front; null when there is none of this class and name.
+template <typename Widget>
+Widget* inDialog(const char* name)
+{
+    const QWidget* const dialog = QApplication::activeModalWidget();
+    return dialog ? dialog->findChild<Widget*>(QLatin1String(name)) : nullptr;
+}
+
+/// Opens a command of the history plug-in from the window's menu. Pictures of the window and of the
+/// open menu are taken when they are given a name.
+void addMenuSteps(Tour& tour, MainWindow& window, const QString& command,
+                  const QString& windowPicture = QString(), const QString& menuPicture = QString());
+
+/// Opens a list with the mouse and chooses an entry with the keyboard: the one with this text or
+/// code, or the first one that begins so. The picture is of the open list.
+void addChoice(Tour& tour, const QString& title, const std::function<QComboBox*()>& list,
+               const QString& entry, const QString& picture = QString());
+
+/// Chooses the demonstration's series in the boxes "stock", "board" and "security", which `box`
+/// finds by their names. The picture is of the open list of securities.
+void addSeriesChoice(Tour& tour, const std::function<QComboBox*(const char*)>& box,
+                     const QString& picture = QString());
+
+} // namespace vexdesk
