@@ -37,7 +37,7 @@ void DataRows::clear()
 
 void DataRows::beginDay(const QDate& day, qint64 textSize)
 {
-    m_days.push_back({day, QByteArray()});
+    m_days.push_back({day, day.toString(QStringLiteral("yyyyMMdd ")), QByteArray()});
     m_days.back().text.reserve(textSize);
 }
 
@@ -113,7 +113,7 @@ QString DataRows::key(qsizetype row) const
     if (entry.second == blank)
         return QString();
     const auto time = timeDigits(entry.second);
-    return date(entry).toString(QStringLiteral("yyyyMMdd ")) +
+    return m_days[entry.day].keyBegin +
            QLatin1String(time.data(), static_cast<qsizetype>(time.size()));
 }
 

@@ -57,6 +57,7 @@ private:
     struct Day
     {
         QDate date;
+        QString keyBegin; ///< "yyyyMMdd "
         QByteArray text;
     };
 

@@ -12,6 +12,14 @@ namespace {
 
 constexpr char separator = ';';
 
+// Null when there is none.
+const char* findSeparator(const char* begin, const char* end)
+{
+    return begin == end ? nullptr
+                        : static_cast<const char*>(
+                              std::memchr(begin, separator, static_cast<size_t>(end - begin)));
+}
+
 bool writeContent(const QString& path, const QByteArray& content)
 {
     // Whole or not at all: the bars that stay must survive a full disk.
@@ -50,14 +58,13 @@ std::optional<RecordFields> splitRecordLine(QByteArrayView line)
     const char* begin = line.begin();
     int field = 0;
     for (; field < RecordFieldCount - 1; ++field) {
-        const auto* const end = static_cast<const char*>(
-            std::memchr(begin, separator, static_cast<size_t>(line.end() - begin)));
+        const char* const end = findSeparator(begin, line.end());
         if (!end)
             return std::nullopt;
         fields[field] = QByteArrayView(begin, end);
         begin = end + 1;
     }
-    if (std::memchr(begin, separator, static_cast<size_t>(line.end() - begin)))
+    if (findSeparator(begin, line.end()))
         return std::nullopt;
     fields[field] = QByteArrayView(begin, line.end());
     return fields;

@@ -1,0 +1,180 @@
+// The editor's model beside a plain one, each in a view of its own: times of loading, showing,
+// finding and deleting, and memory, for a series of a store. Both must show the same texts.
+//
+//   bench_editor SERIES_DIR [TIMEFRAME] [ours|plain]
+
+#include "plaineditormodel.h"
+
+#include "editor/editortadatamodel.h"
+#include "store/dayfile.h"
+
+#include <vexdesk/itemdelegate.h>
+
+#include <QtCore/QElapsedTimer>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QTreeView>
+
+#include <cstdio>
+#include <malloc.h>
+#include <memory>
+
+namespace {
+
+constexpr int deletedRows = 10000;
+
+qsizetype heap()
+{
+    const struct mallinfo2 info = mallinfo2();
+    return static_cast<qsizetype>(info.uordblks + info.hblkhd);
+}
+
+void print(const char* model, const char* what, double value, const char* unit)
+{
+    std::printf("%-6s %-42s %12.3f %s\n", model, what, value, unit);
+    std::fflush(stdout);
+}
+
+double milliseconds(const QElapsedTimer& timer)
+{
+    return static_cast<double>(timer.nsecsElapsed()) / 1e6;
+}
+
+std::unique_ptr<QTreeView> makeView(QAbstractItemModel* model, bool uniformRows)
+{
+    auto view = std::make_unique<QTreeView>();
+    view->setRootIsDecorated(false);
+    view->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    view->setUniformRowHeights(uniformRows);
+    view->setItemDelegate(new ItemDelegate(view.get()));
+    view->resize(640, 480);
+    view->show();
+    view->setModel(model);
+    return view;
+}
+
+void selectRows(QTreeView& view, int first, int count)
+{
+    view.setCurrentIndex(view.model()->index(first, 0));
+    view.selectionModel()->select(
+        {view.model()->index(first, 0), view.model()->index(first + count - 1, 0)},
+        QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
+QList<int> selectedRows(const QTreeView& view)
+{
+    QList<int> rows;
+    const QModelIndexList selected = view.selectionModel()->selectedRows(0);
+    for (const QModelIndex& index : selected)
+        rows.append(index.row());
+    return rows;
+}
+
+// Every text of some rows: enough to tell the models apart where they differ.
+quint64 textsOf(const QAbstractItemModel& model)
+{
+    quint64 hash = static_cast<quint64>(model.rowCount());
+    for (int row = 0; row < model.rowCount(); row += 1 + row % 7) {
+        for (int column = 0; column < model.columnCount(); ++column)
+            hash = hash * 31 + qHash(model.index(row, column).data().toString());
+    }
+    return hash;
+}
+
+struct Range
+{
+    QDir dir;
+    QDateTime from;
+    QDateTime to;
+    int timeframe = 1;
+};
+
+// Loads, shows, finds and deletes.
+template <typename Model>
+quint64 measure(const char* name, const Range& range, bool isOurs)
+{
+    Model model(nullptr);
+    const auto view = makeView(&model, isOurs);
+    const qsizetype before = heap();
+    QElapsedTimer timer;
+    timer.start();
+    model.load(range.dir, range.from, range.to, range.timeframe);
+    print(name, "load", milliseconds(timer), "ms");
+    const int rows = model.rowCount();
+    print(name, "memory", static_cast<double>(heap() - before) / rows, "bytes a row");
+
+    timer.restart();
+    for (int column = 0; column < model.columnCount(); ++column)
+        view->resizeColumnToContents(column);
+    QCoreApplication::processEvents();
+    view->viewport()->repaint();
+    print(name, "columns sized, first rows shown", milliseconds(timer), "ms");
+
+    constexpr int searches = 10000;
+    QStringList keys;
+    for (int i = 0; i < searches; ++i) {
+        const QDateTime time = range.from.addSecs(range.from.secsTo(range.to) * i / searches);
+        keys.append(time.toString(QStringLiteral("yyyyMMdd hhmmss")));
+    }
+    qint64 found = 0;
+    timer.restart();
+    for (const QString& key : keys)
+        found += model.find(key);
+    print(name, "find", milliseconds(timer) * 1000 / searches, "us");
+
+    const quint64 texts = textsOf(model);
+
+    selectRows(*view, rows / 2, deletedRows);
+    QCoreApplication::processEvents();
+    timer.restart();
+    const QList<int> doomed = selectedRows(*view);
+    if (isOurs) {
+        view->selectionModel()->clearSelection();
+        view->selectionModel()->setCurrentIndex(model.index(rows / 2 + deletedRows, 0),
+                                                QItemSelectionModel::NoUpdate);
+    }
+    model.delRows(doomed);
+    QCoreApplication::processEvents();
+    print(name, "delete 10000 rows in the middle", milliseconds(timer), "ms");
+    if (model.rowCount() != rows - deletedRows) {
+        std::fprintf(stderr, "%s: %d rows are left of %d\n", name, model.rowCount(), rows);
+        std::exit(EXIT_FAILURE);
+    }
+    return texts + static_cast<quint64>(found) + textsOf(model);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const QApplication application(argc, argv);
+    const QStringList arguments = QApplication::arguments();
+    if (arguments.size() < 2) {
+        std::fprintf(stderr, "bench_editor SERIES_DIR [TIMEFRAME] [ours|plain]\n");
+        return EXIT_FAILURE;
+    }
+    Range range;
+    range.dir = QDir(arguments.at(1));
+    range.timeframe = arguments.value(2, QStringLiteral("1")).toInt();
+    const QList<QDate> days =
+        tadata::storedDays(range.dir, range.timeframe, QDate(1900, 1, 1), QDate(9999, 12, 31));
+    if (days.isEmpty()) {
+        std::fprintf(stderr, "%s: no day file of %d seconds\n", qUtf8Printable(arguments.at(1)),
+                     range.timeframe);
+        return EXIT_FAILURE;
+    }
+    range.from = days.first().startOfDay();
+    range.to = days.last().endOfDay();
+
+    const QString which = arguments.value(3);
+    quint64 ours = 0;
+    quint64 plain = 0;
+    if (which != QLatin1String("plain"))
+        ours = measure<EditorTADataModel>("ours", range, true);
+    if (which != QLatin1String("ours"))
+        plain = measure<PlainEditorModel>("plain", range, false);
+    if (which.isEmpty() && ours != plain) {
+        std::fprintf(stderr, "The two models do not show the same.\n");
+        return EXIT_FAILURE;
+    }
+    return EXIT_SUCCESS;
+}
