@@ -88,20 +88,6 @@ QString CommandLine::required(const char* option) const
     return *found;
 }
 
-SeriesCodes parseSeries(const QString& text)
-{
-    const QStringList codes = text.split(u'/');
-    const bool correct =
-        codes.size() == 3 && std::none_of(codes.begin(), codes.end(), [](const QString& code) {
-            return code.isEmpty() || code == u"." || code == u"..";
-        });
-    if (!correct)
-        throw UsageError{Text::tr("--series: нужны три кода через «/», ПЛОЩАДКА/РЕЖИМ/ИНСТРУМЕНТ, "
-                                  "и ни один не может быть пустым, «.» или «..»: «%1»")
-                             .arg(text)};
-    return {codes[0], codes[1], codes[2]};
-}
-
 QString parseSeparator(const QString& text)
 {
     if (text == u"comma")

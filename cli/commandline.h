@@ -45,18 +45,6 @@ private:
     QStringList m_positional;
 };
 
-/// The codes of a series. Each is the name of a directory in the store.
-struct SeriesCodes
-{
-    QString stock;
-    QString board;
-    QString security;
-};
-
-/// Takes "STOCK/BOARD/SECURITY" apart. Throws UsageError for anything that would not be three
-/// directory names, so that nothing can be written outside the store.
-SeriesCodes parseSeries(const QString& text);
-
 /// A separator as the user gives it: the text itself, or one of the words comma, semicolon, space.
 /// Throws UsageError for an empty text or one with a line end.
 QString parseSeparator(const QString& text);

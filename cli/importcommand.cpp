@@ -1,15 +1,11 @@
 #include "importcommand.h"
 
 #include "progressbar.h"
+#include "series.h"
 
 #include "import/importjob.h"
 #include "store/dayfile.h"
 #include "store/textformats.h"
-
-#include <vexdesk/boarddirectory.h>
-#include <vexdesk/securitydirectory.h>
-#include <vexdesk/stockdirectory.h>
-#include <vexdesk/terminal/referencedata.h>
 
 #include <array>
 
@@ -91,12 +87,9 @@ TextFormat parseFormat(const char* option, const QString& pattern, const QList<T
                          .arg(QLatin1String(option), patterns.join(QStringLiteral(", ")), pattern)};
 }
 
-ImportDetails parseDetails(const CommandLine& line, const SeriesCodes& codes)
+ImportDetails parseDetails(const CommandLine& line)
 {
     ImportDetails details;
-    details.stockCode = codes.stock;
-    details.boardCode = codes.board;
-    details.securityName = codes.security;
     details.columns = parseColumns(line.required("columns"));
     details.timeframe = parseTimeframe(line.value("timeframe").value_or(QStringLiteral("60")));
     details.separator = parseSeparator(line.value("separator").value_or(QStringLiteral(",")));
@@ -111,40 +104,6 @@ ImportDetails parseDetails(const CommandLine& line, const SeriesCodes& codes)
     details.timeFormatTitle = time.title;
     details.firstLineIsHeader = !line.isSet("no-header");
     return details;
-}
-
-// Null text, or what is wrong with the reference data.
-QString installReferenceData(const std::optional<QString>& file)
-{
-    QString error;
-    const auto data = file ? vexdesk::ReferenceData::fromFile(*file, &error)
-                           : vexdesk::ReferenceData::standard(&error);
-    if (error.isNull())
-        vexdesk::ReferenceData::install(data);
-    return error;
-}
-
-bool isKnown(const SeriesCodes& codes)
-{
-    return SecurityDirectory::i().idByCode(codes.stock, codes.board, codes.security) != 0;
-}
-
-void fillIds(ImportDetails& details)
-{
-    details.stockId = StockDirectory::i().idByCode(details.stockCode);
-    details.boardId = BoardDirectory::i().idByCode(details.stockCode, details.boardCode);
-    details.securityId =
-        SecurityDirectory::i().idByCode(details.stockCode, details.boardCode, details.securityName);
-}
-
-QDir seriesDir(const std::optional<QString>& store, const SeriesCodes& codes)
-{
-    if (!store)
-        return makeSeriesDir(codes.stock, codes.board, codes.security);
-    const QDir dir(seriesPath(QDir(*store), codes.stock, codes.board, codes.security));
-    // A directory that cannot be made shows when the first day file is opened.
-    QDir().mkpath(dir.path());
-    return dir;
 }
 
 } // namespace
@@ -165,35 +124,31 @@ ExitCode runImport(const QStringList& words)
         throw UsageError{Text::tr("нужен один файл")};
     const QString file = line.positional().first();
     const SeriesCodes codes = parseSeries(line.required("series"));
-    ImportDetails details = parseDetails(line, codes);
-    const std::optional<QString> store = line.value("store");
-    if (store && store->isEmpty())
-        throw UsageError{Text::tr("--store: нужен каталог")};
+    ImportDetails details = parseDetails(line);
+    const std::optional<QString> store = parseStore(line);
     std::optional<int> decimals;
     if (const auto text = line.value("decimals"))
         decimals = parseDecimals(*text);
 
-    if (const QString error = installReferenceData(line.value("reference")); !error.isNull()) {
+    if (const QString error = installReferenceData(line); !error.isNull()) {
         printError(error);
         return Failure;
     }
     if (decimals) {
-        auto data = vexdesk::ReferenceData::installed();
-        data.setSeries(codes.stock, codes.board, codes.security, *decimals);
-        vexdesk::ReferenceData::install(data);
+        makeKnown(codes, *decimals);
     } else if (!isKnown(codes)) {
         throw UsageError{
             Text::tr("инструмента %1/%2/%3 нет в справочнике: задайте --decimals, число "
                      "знаков после точки в ценах")
                 .arg(codes.stock, codes.board, codes.security)};
     }
-    fillIds(details);
+    setSeries(details, codes);
 
     QString error;
     {
         ProgressBar bar;
         error = importBars(
-            file, details, [&] { return seriesDir(store, codes); },
+            file, details, [&] { return makeSeriesDirIn(store, codes); },
             [&bar](int percent) { bar.show(percent); });
     }
     if (error.isNull())

@@ -1,5 +1,7 @@
 #include "listcommand.h"
 
+#include "series.h"
+
 #include "store/dayfile.h"
 #include "store/storecatalog.h"
 
@@ -13,9 +15,7 @@ ExitCode runList(const QStringList& words)
     if (!line.positional().isEmpty())
         throw UsageError{Text::tr("лишнее слово «%1»").arg(line.positional().first())};
 
-    const std::optional<QString> store = line.value("store");
-    if (store && store->isEmpty())
-        throw UsageError{Text::tr("--store: нужен каталог")};
+    const std::optional<QString> store = parseStore(line);
     const QDir root = store ? QDir(*store) : storeRoot();
     if (!root.exists()) {
         printError(Text::tr("Нет каталога %1").arg(root.path()));

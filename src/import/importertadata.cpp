@@ -3,13 +3,11 @@
 #include "import/importjob.h"
 #include "import/importtadatawizard.h"
 #include "store/dayfile.h"
-#include "store/jobprogressdialog.h"
+#include "store/jobrunner.h"
 
-#include <QtConcurrent/QtConcurrentRun>
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
-#include <QtCore/QFutureWatcher>
 #include <QtCore/QTextStream>
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QMessageBox>
@@ -68,25 +66,16 @@ std::optional<ImportDetails> askForDetails(const QList<QString>& lines)
 
 QString runJob(const QString& fileName, const ImportDetails& details)
 {
-    JobProgressDialog progress(Text::tr("Импорт"), Text::tr("Импортирую..."));
-    QFutureWatcher<QString> watcher;
-    QObject::connect(&watcher, &QFutureWatcherBase::finished, &progress, &QWidget::close);
-    QFuture<QString> job = QtConcurrent::run(QThreadPool::globalInstance(), importFromFile,
-                                             &progress, fileName, details);
-    watcher.setFuture(job);
-    // A job that has ended by now has nothing to show.
-    if (!job.isFinished())
-        progress.exec();
-    return job.result();
+    return tadata::runJob(Text::tr("Импорт"), Text::tr("Импортирую..."),
+                          [fileName, details](QProgressDialog* progress) {
+                              return importFromFile(progress, fileName, details);
+                          });
 }
 
 void report(const QString& error)
 {
-    if (!error.isEmpty())
-        warn(Text::tr("Ошибка"), error);
-    else
-        QMessageBox::information(nullptr, Text::tr("Успешное завершение импорта"),
-                                 Text::tr("Импорт данных ТА успешно завершен"), QMessageBox::Ok);
+    tadata::reportOutcome(error, Text::tr("Успешное завершение импорта"),
+                          Text::tr("Импорт данных ТА успешно завершен"));
 }
 
 } // namespace
@@ -110,9 +99,5 @@ QString importFromFile(QProgressDialog* progress, QString fileName, ImportDetail
     const auto seriesDir = [&details] {
         return tadata::makeSeriesDir(details.stockCode, details.boardCode, details.securityName);
     };
-    const auto show = [progress](int percent) {
-        QMetaObject::invokeMethod(
-            progress, [progress, percent] { progress->setValue(percent); }, Qt::QueuedConnection);
-    };
-    return tadata::importBars(fileName, details, seriesDir, show);
+    return tadata::importBars(fileName, details, seriesDir, tadata::shownOn(progress));
 }

@@ -1,24 +1,15 @@
 #pragma once
 
 #include "import/importdetails.h"
-
-#include <QtCore/QDir>
-
-#include <functional>
+#include "store/job.h"
 
 class QFile;
 class QTextStream;
 
 namespace tadata {
 
-/// Called with the percentage of the work that is done, from the thread that runs the job.
-using ProgressSink = std::function<void(int percent)>;
-
-/// Gives the directory of the series. Asked once, after the input has been opened, so that nothing
-/// is made for a file that is not there.
-using SeriesDir = std::function<QDir()>;
-
-/// Imports a text file into the day files of one series.
+/// Imports a text file into the day files of one series, whose directory is asked for once the
+/// input has been opened.
 ///
 /// A day file is replaced each time the input comes to its day, never appended to or merged: it
 /// holds the bars of the input's last run of lines of that day, in the order of the input. An

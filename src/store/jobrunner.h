@@ -1,0 +1,26 @@
+#pragma once
+
+#include "store/job.h"
+
+#include <QtCore/QString>
+
+#include <functional>
+
+class QProgressDialog;
+
+/// How a command runs its job and tells the user about it. User-interface thread, except shownOn().
+namespace tadata {
+
+/// Runs the job on a thread of the application's global pool, behind a progress dialog that cannot
+/// be cancelled, and returns what the job returned. What the job throws comes out of here.
+QString runJob(const QString& title, const QString& text,
+               const std::function<QString(QProgressDialog*)>& job);
+
+/// Carries each value to the dialog by a queued call, so that it is set on the user-interface
+/// thread. For any thread; the dialog must outlive the sink.
+ProgressSink shownOn(QProgressDialog* dialog);
+
+/// Shows the message of a job that failed, or the one of success when `error` is empty.
+void reportOutcome(const QString& error, const QString& successTitle, const QString& success);
+
+} // namespace tadata
