@@ -66,6 +66,7 @@ private Q_SLOTS:
     void instanceLivesAsLongAsTheCore();
     void optionsPages();
     void newDay();
+    void databaseAndQueueAreTheCores();
 
 private:
     void markAsInstalled() const { testsupport::writeFile(m_program + "/.installed", ""); }
@@ -283,6 +284,17 @@ void ICoreTest::newDay()
     QCOMPARE(counter.days, 1);
     Q_EMIT core.notifier()->aNewDay();
     QCOMPARE(counter.days, 2);
+}
+
+void ICoreTest::databaseAndQueueAreTheCores()
+{
+    const vexdesk::Core core;
+    const ICore* const seen = ICore::instance();
+    QVERIFY(seen->database());
+    QVERIFY(seen->rawQueue());
+    QCOMPARE(seen->database(), static_cast<IDatabase*>(core.database()));
+    QCOMPARE(seen->rawQueue(), static_cast<IRawQueue*>(core.rawQueue()));
+    QVERIFY(!seen->database()->table("all_deals"));
 }
 
 QTEST_GUILESS_MAIN(ICoreTest)

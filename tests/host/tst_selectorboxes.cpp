@@ -6,6 +6,7 @@
 #include <vexdesk/boarddirectory.h>
 #include <vexdesk/boardselectorbox.h>
 #include <vexdesk/boardselectormodel.h>
+#include <vexdesk/database/table.h>
 #include <vexdesk/properties.h>
 #include <vexdesk/securitydirectory.h>
 #include <vexdesk/securityselectorbox.h>
@@ -188,6 +189,7 @@ private Q_SLOTS:
     void modelsAreFlat_data();
     void modelsAreFlat();
     void populatingAgainListsWhatThereIsNow();
+    void stocksAcceptEveryRecord();
 
     void nothingIsChosenAtFirst();
     void theStockNarrowsTheBoardsAndTheBoardTheSecurities();
@@ -330,6 +332,16 @@ void TestSelectorBoxes::populatingAgainListsWhatThereIsNow()
     ReferenceData::install(shuffled());
     model.populate();
     QCOMPARE(model.rowCount(), 5);
+}
+
+void TestSelectorBoxes::stocksAcceptEveryRecord()
+{
+    const StockSelectorModel model(nullptr);
+    QVERIFY(model.filter(Record::null));
+    const QPointer<Table> securities = SecurityDirectory::i().table();
+    for (const Record& row : securities->masterIndex())
+        QVERIFY(model.filter(row));
+    QVERIFY(model.filter(Record(securities)));
 }
 
 void TestSelectorBoxes::nothingIsChosenAtFirst()

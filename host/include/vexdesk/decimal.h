@@ -2,6 +2,7 @@
 
 #include <vexdesk/export.h>
 
+#include <QtCore/QLatin1String>
 #include <QtCore/QString>
 #include <QtCore/QStringView>
 
@@ -40,6 +41,7 @@ public:
 
     /// Reads what the constructor from text reads, without throwing: no value for any other text.
     static std::optional<decimal> fromText(QStringView text) noexcept;
+    static std::optional<decimal> fromText(QLatin1String text) noexcept;
 
     qint64 mantissa() const noexcept { return m_packed >> 8; }
     int scale() const noexcept { return static_cast<int>(m_packed & 0xff); }
@@ -52,6 +54,11 @@ public:
 
     /// All digits of the held scale: "1.50", "-0.05", "0.00", never "-0.00".
     QString toString() const;
+
+    /// The room that toText() may need.
+    static constexpr int maxTextSize = maxScale + 3;
+    /// Writes the text of toString() without an end mark and returns its length.
+    int toText(char16_t* text) const noexcept;
 
     /// Exact for any two scales: negative, zero or positive as *this is less than, equal to or
     /// greater than other.
@@ -72,6 +79,9 @@ public:
     }
 
 private:
+    template <typename Char>
+    static std::optional<decimal> parse(const Char* at, const Char* end) noexcept;
+
     // Both must be in range.
     static decimal pack(qint64 mantissa, int scale) noexcept
     {

@@ -7,14 +7,16 @@
 #include <QtCore/QFile>
 #include <QtCore/QStandardPaths>
 
+class IDatabase;
 class IOptionsPage;
+class IRawQueue;
 class QObject;
 
 /// The terminal as a plug-in sees it. The terminal creates the one object before it loads the
 /// first plug-in and destroys it after the last one was unloaded; a plug-in gets it in
 /// IPlugin::init and may also ask for it with instance().
 ///
-/// User-interface thread only, except instance() and getDir().
+/// User-interface thread only, except instance(), getDir(), database() and rawQueue().
 class VEXDESK_CORE_EXPORT ICore
 {
 public:
@@ -38,6 +40,13 @@ public:
     /// The object that emits "aNewDay()" once at each change of the trading day, on the
     /// user-interface thread. Owned by the core.
     virtual QObject* notifier() const = 0;
+
+    /// The in-memory database; null where the terminal has none. Owned by the core. Any thread.
+    virtual IDatabase* database() const = 0;
+
+    /// The queue through which incoming data reaches the tables of the database; null where the
+    /// terminal has none. Owned by the core. Any thread.
+    virtual IRawQueue* rawQueue() const = 0;
 
 protected:
     ICore();

@@ -4,6 +4,8 @@
 
 #include <QtCore/QList>
 
+class Record;
+
 /// The venues that a StockSelectorBox offers: those of the reference data, in the order of their
 /// codes. Derive from it to offer others.
 class VEXDESK_GUI_EXPORT StockSelectorModel : public SelectorModel
@@ -24,6 +26,10 @@ public:
     void populate() override;
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+
+    /// Whether what a row of the database tells belongs to the venues on offer. Accepts every
+    /// record, the null record included; derive to narrow it.
+    virtual bool filter(const Record& record) const;
 
     /// The entry of a row; the row must exist.
     const Data& at(int row) const { return m_list.at(row); }

@@ -32,6 +32,8 @@ void setApplicationIdentity()
 
 Core::Core()
     : m_notifier(std::make_unique<Notifier>())
+    , m_database(std::make_unique<Database>())
+    , m_rawQueue(std::make_unique<RawQueue>())
 {}
 
 Core::~Core() = default;

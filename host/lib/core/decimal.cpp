@@ -2,6 +2,7 @@
 
 #include <QtCore/QCoreApplication>
 
+#include <algorithm>
 #include <array>
 
 namespace {
@@ -44,11 +45,6 @@ Wide roundAway(Wide value, int digits)
     throw QCoreApplication::translate("decimal", "Некорректное число '%1'").arg(text);
 }
 
-bool isDigit(QChar c)
-{
-    return c >= u'0' && c <= u'9';
-}
-
 } // namespace
 
 constinit const decimal decimal::zero;
@@ -68,13 +64,12 @@ decimal::decimal(qint64 mantissa, int scale)
     *this = pack(mantissa, scale);
 }
 
-std::optional<decimal> decimal::fromText(QStringView text) noexcept
+template <typename Char>
+std::optional<decimal> decimal::parse(const Char* at, const Char* end) noexcept
 {
-    const QChar* at = text.begin();
-    const QChar* const end = text.end();
     bool negative = false;
-    if (at != end && (*at == u'+' || *at == u'-')) {
-        negative = *at == u'-';
+    if (at != end && (*at == '+' || *at == '-')) {
+        negative = *at == '-';
         ++at;
     }
 
@@ -82,9 +77,9 @@ std::optional<decimal> decimal::fromText(QStringView text) noexcept
     constexpr quint64 limit = quint64(1) << 55;
     quint64 magnitude = 0;
     const auto takeDigits = [&at, end, &magnitude]() -> qsizetype {
-        const QChar* const start = at;
-        for (; at != end && isDigit(*at); ++at) {
-            magnitude = magnitude * 10 + (at->unicode() - u'0');
+        const Char* const start = at;
+        for (; at != end && *at >= '0' && *at <= '9'; ++at) {
+            magnitude = magnitude * 10 + static_cast<quint64>(*at - '0');
             if (magnitude > limit)
                 return 0;
         }
@@ -94,7 +89,7 @@ std::optional<decimal> decimal::fromText(QStringView text) noexcept
     if (takeDigits() == 0)
         return std::nullopt;
     qsizetype scale = 0;
-    if (at != end && *at == u'.') {
+    if (at != end && *at == '.') {
         ++at;
         scale = takeDigits();
         if (scale == 0)
@@ -105,6 +100,16 @@ std::optional<decimal> decimal::fromText(QStringView text) noexcept
 
     const auto mantissa = static_cast<qint64>(magnitude);
     return pack(negative ? -mantissa : mantissa, static_cast<int>(scale));
+}
+
+std::optional<decimal> decimal::fromText(QStringView text) noexcept
+{
+    return parse(text.utf16(), text.utf16() + text.size());
+}
+
+std::optional<decimal> decimal::fromText(QLatin1String text) noexcept
+{
+    return parse(text.begin(), text.end());
 }
 
 void decimal::setScale(short scale)
@@ -132,15 +137,19 @@ void decimal::setScale(short scale)
 
 QString decimal::toString() const
 {
-    // Sign, 17 digits or up to 255 of them after the point, the point and a leading zero.
-    std::array<QChar, maxScale + 4> buffer;
-    QChar* const end = buffer.data() + buffer.size();
-    QChar* at = end;
+    std::array<char16_t, maxTextSize> buffer;
+    return QString(reinterpret_cast<const QChar*>(buffer.data()), toText(buffer.data()));
+}
 
+int decimal::toText(char16_t* text) const noexcept
+{
+    // From the last digit to the first one, which may stand anywhere in the room.
+    char16_t* const end = text + maxTextSize;
+    char16_t* at = end;
     const qint64 value = mantissa();
     quint64 rest = value < 0 ? static_cast<quint64>(-value) : static_cast<quint64>(value);
     const auto putDigit = [&at, &rest] {
-        *--at = QChar(static_cast<char16_t>(u'0' + rest % 10));
+        *--at = static_cast<char16_t>(u'0' + rest % 10);
         rest /= 10;
     };
     if (const int digits = scale(); digits > 0) {
@@ -153,7 +162,8 @@ QString decimal::toString() const
     while (rest != 0);
     if (value < 0)
         *--at = u'-';
-    return QString(at, end - at);
+    std::copy(at, end, text);
+    return static_cast<int>(end - at);
 }
 
 int decimal::compare(const decimal& other) const noexcept
@@ -175,6 +185,9 @@ int decimal::compare(const decimal& other) const noexcept
 
 decimal operator+(const decimal& left, const decimal& right)
 {
+    if (left.scale() == right.scale() && fits(left.mantissa() + right.mantissa()))
+        return decimal::pack(left.mantissa() + right.mantissa(), left.scale());
+
     const decimal& coarse = left.scale() <= right.scale() ? left : right;
     const decimal& fine = left.scale() <= right.scale() ? right : left;
 

@@ -1,5 +1,7 @@
 #include "referencetable.h"
 
+#include "securityregister.h"
+
 #include <atomic>
 #include <memory>
 #include <mutex>
@@ -41,6 +43,8 @@ ReferenceTable::ReferenceTable(ReferenceData data)
     }
 }
 
+ReferenceTable::~ReferenceTable() = default;
+
 const ReferenceTable& ReferenceTable::current()
 {
     if (const ReferenceTable* table = published.load(std::memory_order_acquire))
@@ -80,6 +84,12 @@ const Security* ReferenceTable::security(const QString& stockCode, const QString
 int ReferenceTable::decimals(int stockId, int boardId, qint64 securityId) const
 {
     return m_decimals.value({stockId, boardId, securityId}, 0);
+}
+
+Table* ReferenceTable::securities() const
+{
+    std::call_once(m_registerMade, [this] { m_register = makeSecurityRegister(*this); });
+    return m_register.get();
 }
 
 } // namespace vexdesk

@@ -4,7 +4,11 @@
 
 #include <QtCore/QHash>
 
+#include <memory>
+#include <mutex>
 #include <tuple>
+
+class Table;
 
 namespace vexdesk {
 
@@ -14,6 +18,7 @@ class ReferenceTable final
 {
 public:
     explicit ReferenceTable(ReferenceData data);
+    ~ReferenceTable();
 
     static const ReferenceTable& current();
     static void publish(ReferenceData data);
@@ -24,6 +29,9 @@ public:
     const Security* security(const QString& stockCode, const QString& boardCode,
                              const QString& securityCode) const;
     int decimals(int stockId, int boardId, qint64 securityId) const;
+    /// The register of securities, see SecurityDirectory::table(); null when there is none. Made
+    /// when it is first asked for: few programs read it.
+    Table* securities() const;
 
 private:
     struct SeriesId
@@ -43,6 +51,8 @@ private:
     QHash<std::pair<QString, QString>, qsizetype> m_boards;
     QHash<std::pair<QString, std::pair<QString, QString>>, qsizetype> m_securities;
     QHash<SeriesId, int> m_decimals;
+    mutable std::once_flag m_registerMade;
+    mutable std::unique_ptr<Table> m_register;
 };
 
 } // namespace vexdesk

@@ -1,5 +1,7 @@
 #include <vexdesk/securitydirectory.h>
 
+#include <vexdesk/database/table.h>
+
 #include "referencetable.h"
 
 const SecurityDirectory& SecurityDirectory::i()
@@ -19,4 +21,9 @@ long long SecurityDirectory::idByCode(const QString& stockCode, const QString& b
     const vexdesk::Security* security =
         vexdesk::ReferenceTable::current().security(stockCode, boardCode, securityCode);
     return security ? security->id : 0;
+}
+
+QPointer<Table> SecurityDirectory::table() const
+{
+    return vexdesk::ReferenceTable::current().securities();
 }

@@ -2,14 +2,19 @@
 
 #include <QtCore/QLocale>
 
+#include <algorithm>
+
 namespace {
 
-// As bars have them; without grouping, which would be taken for a separator.
+// As bars have them: no grouping, no exponent, no blanks around.
 bool isNumber(const QString& text)
 {
+    const bool isPlain = std::all_of(text.begin(), text.end(), [](QChar character) {
+        return QStringView(u"0123456789.+-").contains(character);
+    });
     bool isNumber = false;
     QLocale::c().toDouble(text, &isNumber);
-    return isNumber;
+    return isPlain && isNumber;
 }
 
 } // namespace

@@ -25,6 +25,11 @@ int StockSelectorModel::rowCount(const QModelIndex& parent) const
     return parent.isValid() ? 0 : static_cast<int>(m_list.size());
 }
 
+bool StockSelectorModel::filter(const Record& /*record*/) const
+{
+    return true;
+}
+
 QVariant StockSelectorModel::data(const QModelIndex& index, int role) const
 {
     if (!index.isValid() || role != Qt::DisplayRole)

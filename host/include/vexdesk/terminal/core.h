@@ -2,6 +2,8 @@
 
 #include <vexdesk/export.h>
 #include <vexdesk/icore.h>
+#include <vexdesk/terminal/database.h>
+#include <vexdesk/terminal/rawqueue.h>
 
 #include <QtCore/QList>
 #include <QtCore/QObject>
@@ -34,6 +36,9 @@ public:
 
     void addOptionsPage(IOptionsPage* page) override;
     Notifier* notifier() const override;
+    /// Empty at first: whoever feeds a table makes it.
+    Database* database() const override { return m_database.get(); }
+    RawQueue* rawQueue() const override { return m_rawQueue.get(); }
 
     /// The pages in the order in which they were added.
     QList<IOptionsPage*> optionsPages() const { return m_optionsPages; }
@@ -43,6 +48,8 @@ public:
 private:
     QList<IOptionsPage*> m_optionsPages;
     std::unique_ptr<Notifier> m_notifier;
+    std::unique_ptr<Database> m_database;
+    std::unique_ptr<RawQueue> m_rawQueue; // ends before the tables that it fills
 };
 
 } // namespace vexdesk
