@@ -54,12 +54,12 @@ QString recordLine(const BarDescription& bar)
 void checkBar(const QString& line)
 {
     const QDate day(2024, 1, 15);
-    const BarDescription bar = tadata::barFromRecordLine(line, day);
+    const BarDescription bar = tadata::barFromRecordLine(line.toUtf8(), day);
     require(bar.valid && bar.date == day, "every line of a day file gives a bar of its day");
 
     // A line may hold anything; what it was taken for is written and read without a loss.
     const QString record = recordLine(bar);
-    const BarDescription again = tadata::barFromRecordLine(record, day);
+    const BarDescription again = tadata::barFromRecordLine(record.toUtf8(), day);
     require(recordLine(again) == record, "a bar that was read is written the same way again");
     require(bar.open == again.open && bar.high == again.high && bar.low == again.low &&
                 bar.close == again.close && bar.value == again.value,

@@ -165,7 +165,7 @@ void checkRecordLine(const BarDescription& bar)
     record.chop(1);
     require(tadata::splitRecordLine(record.toUtf8()).has_value(), "a record line has eight fields");
 
-    const BarDescription read = tadata::barFromRecordLine(record, bar.date);
+    const BarDescription read = tadata::barFromRecordLine(record.toUtf8(), bar.date);
     BarDescription expected = bar;
     // Readers take the volume as a 32-bit number.
     if (bar.volume < std::numeric_limits<qint32>::min() ||

@@ -13,27 +13,10 @@ namespace {
 // A column shows the field of its number.
 constexpr int columns = tadata::RecordFieldCount;
 
-// Plain digits are what every import writes.
-int secondOfPlainTime(QByteArrayView text)
-{
-    constexpr int length = 6;
-    if (text.size() != length)
-        return -1;
-    for (const char c : text) {
-        if (c < '0' || c > '9')
-            return -1;
-    }
-    const auto number = [text](int at) { return (text[at] - '0') * 10 + text[at + 1] - '0'; };
-    const int hour = number(0);
-    const int minute = number(2);
-    const int second = number(4);
-    return hour < 24 && minute < 60 && second < 60 ? (hour * 60 + minute) * 60 + second : -1;
-}
-
 // Seconds since midnight. What is no time is the day's midnight, as it is to QDateTime.
 int secondOfDay(QByteArrayView text)
 {
-    if (const int second = secondOfPlainTime(text); second >= 0)
+    if (const int second = tadata::secondOfPlainTime(text); second >= 0)
         return second;
     const QTime time = QTime::fromString(QString::fromUtf8(text), QStringLiteral("hhmmss"));
     return time.isValid() ? time.msecsSinceStartOfDay() / 1000 : 0;
@@ -74,10 +57,9 @@ void EditorTADataModel::readDay(const QDate& day, const QDateTime& from, const Q
     QByteArrayView line;
     while (lines.next(&line)) {
         const auto fields = tadata::splitRecordLine(line);
-        const int second = secondOfDay(fields ? (*fields)[tadata::TimeField]
-                                              : line.first(line.indexOf(';') < 0
-                                                               ? line.size()
-                                                               : line.indexOf(';')));
+        const int second = secondOfDay(
+            fields ? (*fields)[tadata::TimeField]
+                   : line.first(line.indexOf(';') < 0 ? line.size() : line.indexOf(';')));
         switch (range.place(second)) {
         case TimeOfDayRange::Place::Before:
             break;
@@ -121,8 +103,7 @@ void EditorTADataModel::delRows(QList<int> rows)
 void EditorTADataModel::delRowsFromFiles()
 {
     for (const QDate& day : tadata::storedDays(m_dir, m_timeframe, m_fromDate, m_toDate)) {
-        tadata::replaceDayFile(m_dir, tadata::dayFileName(day, m_timeframe),
-                               m_rows.rewritten(day));
+        tadata::replaceDayFile(m_dir, tadata::dayFileName(day, m_timeframe), m_rows.rewritten(day));
     }
     forget();
 }

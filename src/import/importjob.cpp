@@ -77,10 +77,11 @@ public:
         , m_timeframe(timeframe)
     {}
 
-    bool needsSwitch(const QDate& day) const { return m_bars.path() != dayFilePath(day); }
+    bool needsSwitch(const QDate& day) const { return m_day != day; }
 
     QString switchTo(const QDate& day)
     {
+        m_day = day;
         if (const QString error = m_bars.switchTo(dayFilePath(day)); !error.isNull())
             return error;
         if (!derivesMinutes())
@@ -115,6 +116,7 @@ private:
 
     QDir m_dir;
     int m_timeframe;
+    QDate m_day; // of the open files
     BarOutput m_bars;
     BarOutput m_minutes;
     // The minute that is still open at the end of the input is dropped: more of its seconds may
@@ -153,8 +155,8 @@ QString importBars(const QString& fileName, const ImportDetails& details,
 
     StoreWriter store(seriesDir(), details.timeframe);
     const qint64 size = input.size();
-    while (!lines.atEnd()) {
-        const QString line = lines.readLine();
+    QString line;
+    while (lines.readLineInto(&line)) {
         ++lineNumber;
 
         BarDescription bar;

@@ -1,3 +1,4 @@
+#include "import/fieldreader.h"
 #include "import/importdetails.h"
 #include "store/bardescription.h"
 
@@ -5,9 +6,12 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QStringList>
+#include <QtCore/QVarLengthArray>
 
 #include <algorithm>
+#include <array>
 #include <optional>
+#include <utility>
 
 namespace {
 
@@ -16,104 +20,120 @@ struct Text
     Q_DECLARE_TR_FUNCTIONS(BarDescription)
 };
 
-int highestColumn(const QMap<qint32, qint32>& columns)
+// Where the roles stand in a line.
+struct RoleColumns
 {
-    qint32 highest = 0;
-    for (const qint32 column : columns)
-        highest = std::max(highest, column);
-    return highest;
-}
+    static constexpr size_t roles = static_cast<size_t>(ColumnRole::OpenInterest) + 1;
 
-// As many of a line's fields as are wanted, in the manner of QString::split. The rest is left
-// alone: a damaged file's line may hold a hundred million separators, and each field is a string.
-QStringList firstFields(const QString& line, const QString& separator, qsizetype wanted)
-{
-    if (separator.isEmpty())
-        return line.split(separator);
-    QStringList fields;
-    qsizetype start = 0;
-    while (fields.size() < wanted) {
-        const qsizetype end = line.indexOf(separator, start);
-        if (end < 0) {
-            fields.append(line.mid(start));
-            break;
+    explicit RoleColumns(const QMap<qint32, qint32>& columns)
+    {
+        byRole.fill(-1);
+        for (auto column = columns.begin(); column != columns.end(); ++column) {
+            highest = std::max(highest, *column);
+            const auto role = static_cast<size_t>(column.key());
+            if (role < roles)
+                byRole[role] = *column;
         }
-        fields.append(line.mid(start, end - start));
-        start = end + separator.size();
     }
-    return fields;
-}
 
-// A two-digit year is read into 1900 to 1999; files of such a format are younger than that.
-QDate inThisCentury(const QDate& date, const QString& format)
-{
-    const bool fourDigits = format.contains(QStringLiteral("yyyy"));
-    return date.year() <= 1999 && !fourDigits ? date.addYears(100) : date;
-}
+    qint32 of(ColumnRole role) const { return byRole[static_cast<size_t>(role)]; }
 
-// The texts of one line by what they carry.
+    std::array<qint32, roles> byRole;
+    qint32 highest = 0;
+};
+
+// The texts of one line by what they carry. Views into the line and the separator's split of it.
 class LineFields final
 {
 public:
     LineFields(const QString& line, const ImportDetails& details)
         : m_columns(details.columns)
-        , m_wanted(highestColumn(m_columns) + qsizetype(1))
-        , m_fields(firstFields(line, details.separator, m_wanted))
-    {}
+    {
+        const qsizetype wanted = m_columns.highest + qsizetype(1);
+        if (details.separator.isEmpty())
+            splitIntoCharacters(line, details.separator);
+        else
+            takeFirst(line, details.separator, wanted);
+        m_complete = m_fields.size() >= wanted;
+    }
 
     // Whether the line has all the columns that carry something.
-    bool complete() const { return m_fields.size() >= m_wanted; }
+    bool complete() const { return m_complete; }
 
     // A mandatory role without a column reads the first one.
-    const QString& text(ColumnRole role) const { return m_fields.at(column(role).value_or(0)); }
+    QStringView text(ColumnRole role) const { return m_fields[std::max(m_columns.of(role), 0)]; }
 
-    // Null when no column carries the role.
-    const QString* optionalText(ColumnRole role) const
-    {
-        const std::optional<qint32> index = column(role);
-        return index ? &m_fields.at(*index) : nullptr;
-    }
+    // Whether a column carries the role.
+    bool has(ColumnRole role) const { return m_columns.of(role) >= 0; }
 
 private:
-    std::optional<qint32> column(ColumnRole role) const
+    // As many of a line's fields as are wanted, in the manner of QString::split. The rest is left
+    // alone: a damaged file's line may hold a hundred million separators.
+    void takeFirst(QStringView line, const QString& separator, qsizetype wanted)
     {
-        const auto found = m_columns.constFind(static_cast<qint32>(role));
-        return found == m_columns.cend() ? std::nullopt : std::optional(*found);
+        qsizetype start = 0;
+        while (m_fields.size() < wanted) {
+            const qsizetype end = separator.size() == 1 ? line.indexOf(separator.front(), start)
+                                                        : line.indexOf(separator, start);
+            if (end < 0) {
+                m_fields.append(line.mid(start));
+                break;
+            }
+            m_fields.append(line.mid(start, end - start));
+            start = end + separator.size();
+        }
     }
 
-    const QMap<qint32, qint32>& m_columns;
-    qsizetype m_wanted; // fields, counted from the line's start
-    QStringList m_fields;
+    void splitIntoCharacters(const QString& line, const QString& noSeparator)
+    {
+        m_characters = line.split(noSeparator);
+        for (const QString& character : std::as_const(m_characters))
+            m_fields.append(character);
+    }
+
+    RoleColumns m_columns;
+    QStringList m_characters; // what the views refer to where there is no separator
+    QVarLengthArray<QStringView, 16> m_fields;
+    bool m_complete = false;
 };
+
+decimal numberOf(QStringView text)
+{
+    const std::optional<decimal> number = decimal::fromText(text);
+    // Which throws what is wrong with it.
+    return number ? *number : decimal(text.toString());
+}
 
 // Everything that is a number. Throws the message of the first text that is none.
 void readNumbers(BarDescription& bar, const LineFields& fields, short decimals)
 {
-    bar.open = decimal(fields.text(ColumnRole::Open));
-    bar.high = decimal(fields.text(ColumnRole::High));
-    bar.low = decimal(fields.text(ColumnRole::Low));
-    bar.close = decimal(fields.text(ColumnRole::Close));
+    bar.open = numberOf(fields.text(ColumnRole::Open));
+    bar.high = numberOf(fields.text(ColumnRole::High));
+    bar.low = numberOf(fields.text(ColumnRole::Low));
+    bar.close = numberOf(fields.text(ColumnRole::Close));
     bar.open.setScale(decimals);
     bar.high.setScale(decimals);
     bar.low.setScale(decimals);
     bar.close.setScale(decimals);
 
     bool ok = true;
-    if (const QString* text = fields.optionalText(ColumnRole::Volume)) {
-        bar.volume = text->toLongLong(&ok);
+    if (fields.has(ColumnRole::Volume)) {
+        const QStringView text = fields.text(ColumnRole::Volume);
+        bar.volume = tadata::readInteger(text, &ok);
         if (!ok)
-            throw Text::tr("Некорректное значение поля 'Объём в шт.' (%1)").arg(*text);
+            throw Text::tr("Некорректное значение поля 'Объём в шт.' (%1)").arg(text);
     }
 
     // Money is kept with as many decimals as prices: that is how stored files have it.
-    const QString* value = fields.optionalText(ColumnRole::Value);
-    bar.value = value ? decimal(*value) : decimal(0, 2);
+    bar.value =
+        fields.has(ColumnRole::Value) ? numberOf(fields.text(ColumnRole::Value)) : decimal(0, 2);
     bar.value.setScale(decimals);
 
-    if (const QString* text = fields.optionalText(ColumnRole::OpenInterest)) {
-        bar.openInterest = text->toInt(&ok);
+    if (fields.has(ColumnRole::OpenInterest)) {
+        const QStringView text = fields.text(ColumnRole::OpenInterest);
+        bar.openInterest = tadata::readSmallInteger(text, &ok);
         if (!ok)
-            throw Text::tr("Некорректное значение поля 'Открытый интерес' (%1)").arg(*text);
+            throw Text::tr("Некорректное значение поля 'Открытый интерес' (%1)").arg(text);
     }
 }
 
@@ -129,17 +149,16 @@ bool BarDescription::init(const QString& line, const ImportDetails& details)
         return false;
     }
 
-    const QString& dateText = fields.text(ColumnRole::Date);
-    date = QDate::fromString(dateText, details.dateFormat);
+    const QStringView dateText = fields.text(ColumnRole::Date);
+    date = tadata::readDate(dateText, details.dateFormat);
     if (!date.isValid()) {
         error = Text::tr("Дата '%1' не соответствует заявленному формату '%2'")
                     .arg(dateText, details.dateFormatTitle);
         return false;
     }
-    date = inThisCentury(date, details.dateFormat);
 
-    const QString& timeText = fields.text(ColumnRole::Time);
-    time = QTime::fromString(timeText, details.timeFormat);
+    const QStringView timeText = fields.text(ColumnRole::Time);
+    time = tadata::readTime(timeText, details.timeFormat);
     if (!time.isValid()) {
         error = Text::tr("Время '%1' не соответствует заявленному формату '%2'")
                     .arg(timeText, details.timeFormatTitle);

@@ -1,12 +1,38 @@
 #include "store/bardescription.h"
 
+#include "store/textline.h"
+
 #include <QtCore/QTextStream>
+
+namespace {
+
+constexpr QChar separator = u';';
+
+void appendTime(tadata::TextLine& line, const QTime& time)
+{
+    if (!time.isValid())
+        return;
+    line.appendTwoDigits(time.hour());
+    line.appendTwoDigits(time.minute());
+    line.appendTwoDigits(time.second());
+}
+
+} // namespace
 
 QTextStream& operator<<(QTextStream& stream, const BarDescription& bar)
 {
-    constexpr char separator = ';';
-    return stream << bar.time.toString(QStringLiteral("hhmmss")) << separator << bar.open.toString()
-                  << separator << bar.high.toString() << separator << bar.low.toString()
-                  << separator << bar.close.toString() << separator << bar.volume << separator
-                  << bar.value.toString() << separator << bar.openInterest << '\n';
+    tadata::TextLine line;
+    appendTime(line, bar.time);
+    line.append(separator);
+    for (const decimal& price : {bar.open, bar.high, bar.low, bar.close}) {
+        line.append(price);
+        line.append(separator);
+    }
+    line.append(bar.volume);
+    line.append(separator);
+    line.append(bar.value);
+    line.append(separator);
+    line.append(qint64(bar.openInterest));
+    line.append(QChar(u'\n'));
+    return stream << line.text();
 }

@@ -30,8 +30,8 @@ QString seriesPath(const QDir& root, const QString& stockCode, const QString& bo
 /// nothing is written to any other place.
 QDir makeSeriesDir(const QString& stockCode, const QString& boardCode, const QString& securityName);
 
-/// The names of the directories in a directory of the store, in no order. Hidden ones are among them
-/// only with `also` = QDir::Hidden.
+/// The names of the directories in a directory of the store, in no order. Hidden ones are among
+/// them only with `also` = QDir::Hidden.
 QStringList subdirectories(const QString& path, QDir::Filters also = QDir::Filters());
 
 /// "20181214_60.iss": the bars of one day at one timeframe.
@@ -52,8 +52,8 @@ struct DayFileKey
 /// No value for any name that dayFileName would not have made.
 std::optional<DayFileKey> parseDayFileName(const QString& name);
 
-/// The days of an interval, both ends included, for which a directory holds a day file, in ascending
-/// order. None when the interval is reversed or an end of it is no date.
+/// The days of an interval, both ends included, for which a directory holds a day file, in
+/// ascending order. None when the interval is reversed or an end of it is no date.
 QList<QDate> storedDays(const QDir& seriesDir, int timeframe, const QDate& from, const QDate& to);
 
 } // namespace tadata

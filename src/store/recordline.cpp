@@ -2,8 +2,8 @@
 
 #include <QtCore/QFile>
 #include <QtCore/QSaveFile>
-#include <QtCore/QStringList>
 
+#include <algorithm>
 #include <cstring>
 
 namespace tadata {
@@ -11,6 +11,11 @@ namespace tadata {
 namespace {
 
 constexpr char separator = ';';
+
+bool isDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
 
 // Null when there is none.
 const char* findSeparator(const char* begin, const char* end)
@@ -29,27 +34,75 @@ bool writeContent(const QString& path, const QByteArray& content)
            file.commit();
 }
 
+// Missing ones are empty.
+RecordFields firstFields(QByteArrayView line)
+{
+    RecordFields fields;
+    const char* begin = line.begin();
+    for (QByteArrayView& field : fields) {
+        const char* const end = findSeparator(begin, line.end());
+        field = QByteArrayView(begin, end ? end : line.end());
+        if (!end)
+            break;
+        begin = end + 1;
+    }
+    return fields;
+}
+
+// The forms that imports write are read as they stand; all others are left to the framework.
+
+QTime timeOf(QByteArrayView text)
+{
+    const int second = secondOfPlainTime(text);
+    return second < 0 ? QTime::fromString(QString::fromUtf8(text), QStringLiteral("hhmmss"))
+                      : QTime::fromMSecsSinceStartOfDay(second * 1000);
+}
+
+int integerOf(QByteArrayView text)
+{
+    constexpr int safeDigits = 9;
+    if (text.empty() || text.size() > safeDigits || !std::all_of(text.begin(), text.end(), isDigit))
+        return QString::fromUtf8(text).toInt();
+    int number = 0;
+    for (const char digit : text)
+        number = number * 10 + digit - '0';
+    return number;
+}
+
+decimal decimalOf(QByteArrayView text)
+{
+    return decimal::fromText(QLatin1String(text.data(), text.size())).value_or(decimal::zero);
+}
+
 } // namespace
 
-BarDescription barFromRecordLine(const QString& line, const QDate& day)
+BarDescription barFromRecordLine(QByteArrayView line, const QDate& day)
 {
-    const QStringList fields = line.split(QLatin1Char(separator));
-    const auto number = [&fields](RecordField field) {
-        return decimal::fromText(fields.value(field)).value_or(decimal::zero);
-    };
-
+    const RecordFields fields = firstFields(line);
     BarDescription bar;
     bar.valid = true;
     bar.date = day;
-    bar.time = QTime::fromString(fields.value(TimeField), QStringLiteral("hhmmss"));
-    bar.open = number(OpenField);
-    bar.high = number(HighField);
-    bar.low = number(LowField);
-    bar.close = number(CloseField);
-    bar.volume = fields.value(VolumeField).toInt();
-    bar.value = number(ValueField);
-    bar.openInterest = fields.value(OpenInterestField).toInt();
+    bar.time = timeOf(fields[TimeField]);
+    bar.open = decimalOf(fields[OpenField]);
+    bar.high = decimalOf(fields[HighField]);
+    bar.low = decimalOf(fields[LowField]);
+    bar.close = decimalOf(fields[CloseField]);
+    bar.volume = integerOf(fields[VolumeField]);
+    bar.value = decimalOf(fields[ValueField]);
+    bar.openInterest = integerOf(fields[OpenInterestField]);
     return bar;
+}
+
+int secondOfPlainTime(QByteArrayView text)
+{
+    constexpr int length = 6;
+    if (text.size() != length || !std::all_of(text.begin(), text.end(), isDigit))
+        return -1;
+    const auto number = [text](int at) { return (text[at] - '0') * 10 + text[at + 1] - '0'; };
+    const int hour = number(0);
+    const int minute = number(2);
+    const int second = number(4);
+    return hour < 24 && minute < 60 && second < 60 ? (hour * 60 + minute) * 60 + second : -1;
 }
 
 std::optional<RecordFields> splitRecordLine(QByteArrayView line)

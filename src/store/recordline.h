@@ -15,8 +15,12 @@ namespace tadata {
 
 /// Reads a line the way the export does: a missing or unreadable field counts as nothing (no time,
 /// zero), and surplus fields are ignored. The volume is read as a 32-bit number, which is what the
-/// charts take: a larger one is 0. Always valid.
-BarDescription barFromRecordLine(const QString& line, const QDate& day);
+/// charts take: a larger one is 0. Always valid. The line is UTF-8.
+BarDescription barFromRecordLine(QByteArrayView line, const QDate& day);
+
+/// Seconds since midnight of a time as imports write it, six digits "hhmmss"; -1 for every other
+/// text, which QTime::fromString may still read.
+int secondOfPlainTime(QByteArrayView text);
 
 /// The fields of a record line, in their order.
 enum RecordField : int {

@@ -5,7 +5,27 @@
 
 #include <vexdesk/icore.h>
 
+#include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
+
+#include <sys/stat.h>
+
+#include <algorithm>
+
+namespace {
+
+QString dayName(const char* day, int timeframe = tadata::minuteTimeframe)
+{
+    return QStringLiteral("%1_%2.iss").arg(QLatin1String(day)).arg(timeframe);
+}
+
+QStringList sorted(QStringList names)
+{
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+} // namespace
 
 class TestDayFile final : public QObject
 {
@@ -23,6 +43,17 @@ private Q_SLOTS:
     void makesTheDirectoryOfASeries();
     void keepsPlaceholdersInCodes();
     void staysInTheStoreWhenADirectoryCannotBeMade();
+    void namesThePathOfASeries_data();
+    void namesThePathOfASeries();
+    void listsTheStoredDaysInOrder();
+    void listsTheDaysOfAnInterval_data();
+    void listsTheDaysOfAnInterval();
+    void listsOnlyDayFiles();
+    void listsTheDaysOfADirectory_data();
+    void listsTheDaysOfADirectory();
+    void listsADayBehindALink();
+    void listsSubdirectories();
+    void listsNoSubdirectoriesOfWhatIsNoDirectory();
 
 private:
     QDir m_user;
@@ -128,6 +159,142 @@ void TestDayFile::staysInTheStoreWhenADirectoryCannotBeMade()
         tadata::makeSeriesDir(QStringLiteral("S"), QStringLiteral("B"), QStringLiteral("X"));
     QCOMPARE(dir.absolutePath(), m_user.absoluteFilePath(QStringLiteral("tadata/S/B/X")));
     QVERIFY(!dir.exists());
+}
+
+void TestDayFile::namesThePathOfASeries_data()
+{
+    QTest::addColumn<QString>("security");
+    QTest::newRow("plain") << QStringLiteral("ALFA");
+    QTest::newRow("placeholder") << QStringLiteral("%1");
+    QTest::newRow("colon") << QStringLiteral(":ALFA");
+    QTest::newRow("Cyrillic") << QStringLiteral("Ёлка");
+}
+
+void TestDayFile::namesThePathOfASeries()
+{
+    QFETCH(const QString, security);
+    const QTemporaryDir store;
+    const QDir root(store.path());
+    const QString path =
+        tadata::seriesPath(root, QStringLiteral("S%3"), QStringLiteral("B"), security);
+    QCOMPARE(path, store.path() + QStringLiteral("/S%3/B/") + security);
+    QVERIFY(root.isEmpty());
+}
+
+void TestDayFile::listsTheStoredDaysInOrder()
+{
+    const QTemporaryDir series;
+    const QDir dir(series.path());
+    for (const char* day : {"20181214", "20171231", "20180101", "20181213", "20190102"})
+        testsupport::writeFile(dir.filePath(dayName(day)), "");
+    QCOMPARE(tadata::storedDays(dir, 60, QDate(2018, 1, 1), QDate(2018, 12, 31)),
+             QList<QDate>({QDate(2018, 1, 1), QDate(2018, 12, 13), QDate(2018, 12, 14)}));
+}
+
+void TestDayFile::listsTheDaysOfAnInterval_data()
+{
+    QTest::addColumn<QDate>("from");
+    QTest::addColumn<QDate>("to");
+    QTest::addColumn<qsizetype>("count");
+    const QDate first(2018, 12, 13);
+    const QDate last(2018, 12, 15);
+    const auto row = [](const char* name, const QDate& from, const QDate& to, qsizetype count) {
+        QTest::newRow(name) << from << to << count;
+    };
+    row("both ends", first, last, 3);
+    row("one day", first, first, 1);
+    row("before", first.addDays(-9), first.addDays(-1), 0);
+    row("after", last.addDays(1), last.addDays(9), 0);
+    row("reversed", last, first, 0);
+    row("all time", QDate(1, 1, 1), QDate(9999, 12, 31), 3);
+    row("no begin", QDate(), last, 0);
+    row("no end", first, QDate(), 0);
+    row("neither", QDate(), QDate(), 0);
+}
+
+void TestDayFile::listsTheDaysOfAnInterval()
+{
+    QFETCH(const QDate, from);
+    QFETCH(const QDate, to);
+    const QTemporaryDir series;
+    const QDir dir(series.path());
+    for (const char* day : {"20181213", "20181214", "20181215"})
+        testsupport::writeFile(dir.filePath(dayName(day)), "");
+    QTEST(tadata::storedDays(dir, 60, from, to).size(), "count");
+}
+
+void TestDayFile::listsOnlyDayFiles()
+{
+    const QTemporaryDir series;
+    const QDir dir(series.path());
+    for (const char* name :
+         {"20181210_60.iss", "20181211_1.iss", "20181212_60", "20181213_060.iss",
+          "20181213_60.iss.bak", "20181213_60.ISS", "20181332_60.iss", ".20181213_60.iss"})
+        testsupport::writeFile(dir.filePath(QLatin1String(name)), "");
+    QVERIFY(dir.mkdir(dayName("20181214")));
+    QCOMPARE(::mkfifo(QFile::encodeName(dir.filePath(dayName("20181215"))).constData(), 0600), 0);
+    const QDate from(2018, 1, 1);
+    const QDate to(2018, 12, 31);
+    QCOMPARE(tadata::storedDays(dir, 60, from, to), QList<QDate>{QDate(2018, 12, 10)});
+    QCOMPARE(tadata::storedDays(dir, 1, from, to), QList<QDate>{QDate(2018, 12, 11)});
+    QVERIFY(tadata::storedDays(dir, 0, from, to).isEmpty());
+    QVERIFY(tadata::storedDays(dir, 6, from, to).isEmpty());
+}
+
+void TestDayFile::listsTheDaysOfADirectory_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("plain") << QStringLiteral("series");
+    QTest::newRow("Cyrillic and blanks") << QStringLiteral("Сбытовая Ёлка");
+    QTest::newRow("wildcards") << QStringLiteral("[*?]");
+    QTest::newRow("placeholder") << QStringLiteral("%1");
+}
+
+void TestDayFile::listsTheDaysOfADirectory()
+{
+    QFETCH(const QString, name);
+    const QTemporaryDir parent;
+    const QDir dir(parent.filePath(name));
+    const QDate day(2018, 12, 14);
+    QVERIFY(tadata::storedDays(dir, 60, day, day).isEmpty());
+    testsupport::writeFile(dir.filePath(dayName("20181214")), "");
+    testsupport::writeFile(dir.filePath(QStringLiteral("below/") + dayName("20181214")), "");
+    QCOMPARE(tadata::storedDays(dir, 60, day, day), QList<QDate>{day});
+}
+
+void TestDayFile::listsADayBehindALink()
+{
+    const QTemporaryDir series;
+    const QDir dir(series.path());
+    testsupport::writeFile(dir.filePath(QStringLiteral("target")), "");
+    QVERIFY(QFile::link(dir.filePath(QStringLiteral("target")), dir.filePath(dayName("20181214"))));
+    QVERIFY(QFile::link(dir.filePath(QStringLiteral("gone")), dir.filePath(dayName("20181215"))));
+    QCOMPARE(tadata::storedDays(dir, 60, QDate(2018, 12, 1), QDate(2018, 12, 31)),
+             QList<QDate>{QDate(2018, 12, 14)});
+}
+
+void TestDayFile::listsSubdirectories()
+{
+    const QTemporaryDir parent;
+    const QDir dir(parent.path());
+    for (const char* name : {"b", "a", "Ёлка", ".hidden", "a b"})
+        QVERIFY(dir.mkdir(QString::fromUtf8(name)));
+    QVERIFY(dir.mkpath(QStringLiteral("a/below")));
+    testsupport::writeFile(dir.filePath(QStringLiteral("file")), "");
+    QVERIFY(QFile::link(dir.filePath(QStringLiteral("a")), dir.filePath(QStringLiteral("link"))));
+    const QStringList shown{"a", "a b", "b", "link", "Ёлка"};
+    QCOMPARE(sorted(tadata::subdirectories(dir.path())), shown);
+    QCOMPARE(sorted(tadata::subdirectories(dir.path(), QDir::Hidden)),
+             sorted(shown + QStringList{".hidden"}));
+}
+
+void TestDayFile::listsNoSubdirectoriesOfWhatIsNoDirectory()
+{
+    const QTemporaryDir parent;
+    QVERIFY(tadata::subdirectories(parent.path()).isEmpty());
+    QVERIFY(tadata::subdirectories(parent.filePath(QStringLiteral("missing"))).isEmpty());
+    testsupport::writeFile(parent.filePath(QStringLiteral("file")), "");
+    QVERIFY(tadata::subdirectories(parent.filePath(QStringLiteral("file"))).isEmpty());
 }
 
 QTEST_GUILESS_MAIN(TestDayFile)

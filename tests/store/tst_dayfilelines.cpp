@@ -1,0 +1,292 @@
+// DayFileLines against the text stream that it stands for.
+
+#include "store/dayfilelines.h"
+
+#include "support/filetree.h"
+#include "support/strictlog.h"
+
+#include <QtCore/QRandomGenerator>
+#include <QtCore/QTemporaryDir>
+#include <QtCore/QTextStream>
+#include <QtTest/QTest>
+
+#include <sys/stat.h>
+
+using tadata::DayFileLines;
+using testsupport::writeFile;
+
+namespace {
+
+constexpr qsizetype blockSize = 256 * 1024;
+const QByteArray bar = "093000;1.50;1.70;1.40;1.60;12;345.60;7";
+
+QByteArrayList linesOf(const QString& path)
+{
+    QByteArrayList lines;
+    DayFileLines reader(path);
+    if (!reader.open())
+        return {"not opened"};
+    QByteArrayView line;
+    while (reader.next(&line))
+        lines.append(line.toByteArray());
+    // The end is the end.
+    return reader.next(&line) ? QByteArrayList{"a line after the end"} : lines;
+}
+
+QByteArrayList streamedLinesOf(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {"not opened by the stream"};
+    QByteArrayList lines;
+    QTextStream stream(&file);
+    while (!stream.atEnd())
+        lines.append(stream.readLine().toUtf8());
+    return lines;
+}
+
+QByteArray utf16(const QString& text, bool bigEndian)
+{
+    QByteArray bytes = bigEndian ? QByteArray("\xfe\xff") : QByteArray("\xff\xfe");
+    for (const QChar c : text) {
+        const char high = static_cast<char>(c.unicode() >> 8);
+        const char low = static_cast<char>(c.unicode() & 0xff);
+        bytes += bigEndian ? high : low;
+        bytes += bigEndian ? low : high;
+    }
+    return bytes;
+}
+
+// Bars that fill the given number of bytes exactly; the last line has its end.
+QByteArray barsOf(qsizetype size)
+{
+    QByteArray content;
+    while (content.size() + bar.size() + 1 <= size)
+        content += bar + '\n';
+    if (content.size() < size)
+        content += QByteArray(size - content.size() - 1, '7') + '\n';
+    return content;
+}
+
+// What lines are made of, hostile pieces among them.
+QByteArray piece(QRandomGenerator& random, bool ascii)
+{
+    static const QByteArrayList plain{"\n",       "\r\n", "\r",   "\n\n", "\r\r\n", "\n\r",
+                                      ";",        "0930", "1.5;", " ",    "\t",     bar,
+                                      bar + "\n", "\x7f", "\x1a", "\f",   "\v",     ";;;;;;;"};
+    static const QByteArrayList foreign{"Ё",        "\xef\xbb\xbf", "\xff\xfe",    "\xfe\xff",
+                                        "\x80",     "\xc3",         "\xf0\x9f",    "😀",
+                                        "\xc2\x85", "\xe2\x80\xa8", "\xed\xa0\x80"};
+    const quint32 kind = random.bounded(ascii ? 24U : 32U);
+    if (kind == 23)
+        return QByteArray(1, '\0');
+    if (kind >= 24)
+        return foreign.at(random.bounded(foreign.size()));
+    return plain.at(random.bounded(plain.size()));
+}
+
+QByteArray randomContent(QRandomGenerator& random)
+{
+    const bool ascii = random.bounded(2) == 0;
+    const int pieces = static_cast<int>(random.bounded(40));
+    QByteArray content;
+    for (int i = 0; i < pieces; ++i)
+        content += piece(random, ascii);
+    return content;
+}
+
+} // namespace
+
+class TestDayFileLines final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { testsupport::failOnStrayWarnings(); }
+    void readsWhatATextStreamReads_data();
+    void readsWhatATextStreamReads();
+    void readsRandomContentsAsATextStreamDoes();
+    void readsRandomLargeContentsAsATextStreamDoes();
+    void givesTheLinesOfABarFile();
+    void leavesOutTheByteOrderMark();
+    void readsWideCharacters_data();
+    void readsWideCharacters();
+    void tellsTheSizeOfTheFile();
+    void doesNotOpenWhatIsNoFile_data();
+    void doesNotOpenWhatIsNoFile();
+    void followsALinkToAFile();
+
+private:
+    QTemporaryDir m_dir;
+    QString path() const { return m_dir.filePath(QStringLiteral("20181214_60.iss")); }
+};
+
+void TestDayFileLines::readsWhatATextStreamReads_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    const auto row = [](const QByteArray& name, const QByteArray& content) {
+        QTest::newRow(name.constData()) << content;
+    };
+    row("nothing", "");
+    row("line end", "\n");
+    row("two line ends", "\n\n");
+    row("carriage return", "\r");
+    row("two carriage returns", "\r\r");
+    row("carriage return and line end", "\r\n");
+    row("two carriage returns and line end", "\r\r\n");
+    row("line end and carriage return", "\n\r");
+    row("one bar", bar + "\n");
+    row("one bar without an end", bar);
+    row("one bar with a carriage return at the end", bar + "\r");
+    row("two bars with carriage returns", bar + "\r\n" + bar + "\r\n");
+    row("carriage return in a line", "a\rb\nc\rd");
+    row("blank lines", "\n\n" + bar + "\n\n\n" + bar + "\n\n");
+    row("blanks", "  \n \t \n");
+    row("zero bytes", QByteArray("\0;\0\n\0\0", 6));
+    row("zero byte alone", QByteArray("\0", 1));
+    row("byte order mark alone", "\xef\xbb\xbf");
+    row("half a byte order mark", "\xef\xbb");
+    row("byte order mark and bar", "\xef\xbb\xbf" + bar + "\n");
+    row("two byte order marks", "\xef\xbb\xbf\xef\xbb\xbf" + bar + "\n");
+    row("byte order mark in the second line", bar + "\n\xef\xbb\xbf" + bar + "\n");
+    row("Cyrillic letters", "строка;два\nтри\n");
+    row("invalid UTF-8", "a\xff\xfe\n\xc3\n\x80z\n");
+    row("UTF-8 that is cut short", bar + "\n\xe2\x80");
+    row("line separator of Unicode", "a\xe2\x80\xa8z\n");
+    row("little-endian wide characters", utf16(QStringLiteral("один\r\nдва\n"), false));
+    row("big-endian wide characters", utf16(QStringLiteral("один\r\nдва\n"), true));
+    row("wide characters with half of one",
+        utf16(QStringLiteral("a\n"), false) + QByteArray("z", 1));
+    row("mark of wide characters alone", "\xff\xfe");
+    row("mark of four-byte characters", QByteArray("\xff\xfe\0\0a\0\0\0\n\0\0\0b\0\0\0", 16));
+    for (const int beyond : {-2, -1, 0, 1, 2}) {
+        const QByteArray around = QByteArray::number(beyond);
+        row("a block and " + around, barsOf(blockSize + beyond));
+        row("two blocks and " + around, barsOf(2 * blockSize + beyond));
+        row("without an end, a block and " + around, barsOf(blockSize + 1 + beyond).chopped(1));
+        row("carriage return, a block and " + around,
+            barsOf(blockSize + beyond).chopped(1) + "\r\n" + bar + "\n");
+        row("other character, a block and " + around,
+            barsOf(blockSize + beyond) + "Ё;\n" + bar + "\n");
+        row("byte order mark, a block and " + around,
+            barsOf(blockSize + beyond) + "\xef\xbb\xbf" + bar + "\n");
+    }
+    row("line of three blocks", QByteArray(3 * blockSize, 'x') + "\n" + bar + "\n");
+    row("line of three blocks without an end", bar + "\n" + QByteArray(3 * blockSize, 'x'));
+    row("line of ten blocks and an other character",
+        bar + "\n" + QByteArray(10 * blockSize, 'x') + "Ё\n" + bar + "\n");
+    row("blank lines of two blocks", QByteArray(2 * blockSize, '\n'));
+    row("carriage returns of two blocks", QByteArray(2 * blockSize, '\r'));
+    row("other character at the very end", barsOf(3 * blockSize) + "Ё");
+}
+
+void TestDayFileLines::readsWhatATextStreamReads()
+{
+    QFETCH(const QByteArray, content);
+    writeFile(path(), content);
+    const QByteArrayList expected = streamedLinesOf(path());
+    const QByteArrayList lines = linesOf(path());
+    QCOMPARE(lines.size(), expected.size());
+    for (qsizetype i = 0; i < lines.size(); ++i)
+        QVERIFY2(lines.at(i) == expected.at(i), qPrintable(QStringLiteral("line %1").arg(i)));
+}
+
+void TestDayFileLines::readsRandomContentsAsATextStreamDoes()
+{
+    QRandomGenerator random(20181214);
+    for (int i = 0; i < 3000; ++i) {
+        const QByteArray content = randomContent(random);
+        writeFile(path(), content);
+        const QByteArrayList expected = streamedLinesOf(path());
+        QVERIFY2(linesOf(path()) == expected, content.toHex().constData());
+    }
+}
+
+// Hostile pieces around the ends of blocks.
+void TestDayFileLines::readsRandomLargeContentsAsATextStreamDoes()
+{
+    QRandomGenerator random(14122018);
+    for (int i = 0; i < 30; ++i) {
+        const qsizetype blocks = 1 + static_cast<qsizetype>(random.bounded(3));
+        const QByteArray begin = randomContent(random);
+        QByteArray content = random.bounded(2) == 0 ? barsOf(begin.size() + 1) : begin;
+        const qsizetype edge = blocks * blockSize - static_cast<qsizetype>(random.bounded(12));
+        content += barsOf(qMax(qsizetype(1), edge - content.size()));
+        content += randomContent(random) + barsOf(blockSize) + randomContent(random);
+        writeFile(path(), content);
+        const QByteArrayList expected = streamedLinesOf(path());
+        QVERIFY2(linesOf(path()) == expected, qPrintable(QStringLiteral("content %1").arg(i)));
+    }
+}
+
+void TestDayFileLines::givesTheLinesOfABarFile()
+{
+    writeFile(path(), bar + "\n" + bar + "\r\n\n" + bar);
+    QCOMPARE(linesOf(path()), QByteArrayList({bar, bar, "", bar}));
+}
+
+void TestDayFileLines::leavesOutTheByteOrderMark()
+{
+    writeFile(path(), "\xef\xbb\xbf" + bar + "\n");
+    QCOMPARE(linesOf(path()), QByteArrayList{bar});
+}
+
+void TestDayFileLines::readsWideCharacters_data()
+{
+    QTest::addColumn<bool>("bigEndian");
+    QTest::newRow("little-endian") << false;
+    QTest::newRow("big-endian") << true;
+}
+
+void TestDayFileLines::readsWideCharacters()
+{
+    QFETCH(const bool, bigEndian);
+    writeFile(path(), utf16(QString::fromLatin1(bar) + QStringLiteral("\nЁ\n"), bigEndian));
+    QCOMPARE(linesOf(path()), QByteArrayList({bar, "Ё"}));
+}
+
+void TestDayFileLines::tellsTheSizeOfTheFile()
+{
+    writeFile(path(), bar + "\n");
+    DayFileLines reader(path());
+    QVERIFY(reader.open());
+    QCOMPARE(reader.size(), bar.size() + 1);
+}
+
+void TestDayFileLines::doesNotOpenWhatIsNoFile_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("missing") << QStringLiteral("missing");
+    QTest::newRow("directory") << QStringLiteral("directory");
+    QTest::newRow("pipe") << QStringLiteral("pipe");
+    QTest::newRow("link to a pipe") << QStringLiteral("link");
+    QTest::newRow("link to nothing") << QStringLiteral("dangling");
+    QTest::newRow("below a file") << QStringLiteral("file/20181214_60.iss");
+}
+
+// Nobody writes into the pipe: to open it would be to wait for ever.
+void TestDayFileLines::doesNotOpenWhatIsNoFile()
+{
+    QFETCH(const QString, name);
+    const QTemporaryDir dir;
+    QVERIFY(QDir(dir.path()).mkdir(QStringLiteral("directory")));
+    writeFile(dir.filePath(QStringLiteral("file")), bar);
+    const QString pipe = dir.filePath(QStringLiteral("pipe"));
+    QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    QVERIFY(QFile::link(pipe, dir.filePath(QStringLiteral("link"))));
+    QVERIFY(QFile::link(dir.filePath(QStringLiteral("gone")),
+                        dir.filePath(QStringLiteral("dangling"))));
+    DayFileLines reader(dir.filePath(name));
+    QVERIFY(!reader.open());
+}
+
+void TestDayFileLines::followsALinkToAFile()
+{
+    writeFile(path(), bar + "\n");
+    const QString link = m_dir.filePath(QStringLiteral("link"));
+    QVERIFY(QFile::link(path(), link));
+    QCOMPARE(linesOf(link), QByteArrayList{bar});
+}
+
+QTEST_GUILESS_MAIN(TestDayFileLines)
+#include "tst_dayfilelines.moc"
