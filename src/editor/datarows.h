@@ -11,8 +11,8 @@
 namespace tadata {
 
 /// The rows of the editor's table: lines of day files, day after day in ascending order and within
-/// a day in the file's order. A row of other than eight fields is a blank one. Rows are appended and
-/// removed, never changed. One thread at a time.
+/// a day in the file's order. A row of other than eight fields is a blank one. Rows are appended
+/// and removed, never changed. One thread at a time.
 class DataRows final
 {
 public:

@@ -92,8 +92,7 @@ void EditorTADataDialog::setupTimes()
     m_ui->fromDateTime->setDateTime(QDate::currentDate().addDays(-1).startOfDay());
     m_ui->toDateTime->setDateTime(m_ui->fromDateTime->dateTime().addDays(1));
     m_ui->findDateTime->setDateTime(m_ui->fromDateTime->dateTime());
-    for (QDateTimeEdit* const edit :
-         {m_ui->fromDateTime, m_ui->toDateTime, m_ui->findDateTime}) {
+    for (QDateTimeEdit* const edit : {m_ui->fromDateTime, m_ui->toDateTime, m_ui->findDateTime}) {
         edit->calendarWidget()->setFirstDayOfWeek(QLocale::system().firstDayOfWeek());
         edit->calendarWidget()->setGridVisible(true);
     }
@@ -102,6 +101,9 @@ void EditorTADataDialog::setupTimes()
 void EditorTADataDialog::connectForm()
 {
     connect(m_ui->dataTable->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &EditorTADataDialog::onSelectionChanged);
+    // With the rows the selection goes too, and does not say so.
+    connect(m_model, &QAbstractItemModel::modelReset, this,
             &EditorTADataDialog::onSelectionChanged);
     connect(this, &QDialog::rejected, this, &EditorTADataDialog::delDataFromFiles);
 

@@ -31,8 +31,8 @@ public:
     void delRows(QList<int> rows);
 
     /// Writes every day file of the loaded range anew from the rows that are left, then forgets all
-    /// rows. Bars of the first and the last day that lie outside the range, and lines that are shown
-    /// blank, go from the files with the removed ones: the editor stores what it showed.
+    /// rows. Bars of the first and the last day that lie outside the range, and lines that are
+    /// shown blank, go from the files with the removed ones: the editor stores what it showed.
     void delRowsFromFiles();
 
     QModelIndex index(int row, int column,

@@ -2,45 +2,31 @@
 
 namespace tadata {
 
-TimeOfDayRange::TimeOfDayRange(const QDate& day, const QDateTime& from, const QDateTime& to)
-    : m_day(day)
-    , m_from(from)
-    , m_to(to)
-    , m_isOrdinary(from.isValid() && to.isValid() && !clockIsChanged())
+namespace {
+
+constexpr qint64 msPerSecond = 1000;
+constexpr qint64 msPerDay = 24 * 60 * 60 * msPerSecond;
+
+qint64 sinceMidnight(const QDate& day, const QDateTime& time)
 {
-    if (!m_isOrdinary)
-        return;
-    const qint64 midnight = QDateTime(day, QTime(0, 0)).toMSecsSinceEpoch();
-    m_fromOffset = from.toMSecsSinceEpoch() - midnight;
-    m_toOffset = to.toMSecsSinceEpoch() - midnight;
+    // A local time stays as it is, even one that the clock skips and that is no moment therefore.
+    const QDateTime local = time.timeSpec() == Qt::LocalTime ? time : time.toLocalTime();
+    return day.daysTo(local.date()) * msPerDay + local.time().msecsSinceStartOfDay();
 }
+
+} // namespace
+
+TimeOfDayRange::TimeOfDayRange(const QDate& day, const QDateTime& from, const QDateTime& to)
+    : m_from(sinceMidnight(day, from))
+    , m_to(sinceMidnight(day, to))
+{}
 
 TimeOfDayRange::Place TimeOfDayRange::place(int secondOfDay) const
 {
-    if (m_isOrdinary) {
-        const qint64 offset = secondOfDay * qint64(1000);
-        if (offset < m_fromOffset)
-            return Place::Before;
-        return m_toOffset < offset ? Place::After : Place::Inside;
-    }
-    const QDateTime time(m_day, QTime(0, 0).addSecs(secondOfDay));
+    const qint64 time = secondOfDay * msPerSecond;
     if (time < m_from)
         return Place::Before;
     return m_to < time ? Place::After : Place::Inside;
-}
-
-// Looked at every half hour: a change that is taken back within less is none.
-bool TimeOfDayRange::clockIsChanged() const
-{
-    const QDateTime midnight(m_day, QTime(0, 0));
-    constexpr int step = 30 * 60;
-    constexpr int lastSecond = 24 * 60 * 60 - 1;
-    for (int second = 0; second < lastSecond + step; second += step) {
-        const QDateTime time(m_day, QTime(0, 0).addSecs(qMin(second, lastSecond)));
-        if (!time.isValid() || time.offsetFromUtc() != midnight.offsetFromUtc())
-            return true;
-    }
-    return false;
 }
 
 } // namespace tadata
