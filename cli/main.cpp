@@ -1,6 +1,7 @@
 // tadata: the batch companion of the terminal's history plug-in, for scripts and scheduled runs.
 
 #include "commandline.h"
+#include "exportcommand.h"
 #include "importcommand.h"
 #include "listcommand.h"
 
@@ -23,6 +24,7 @@ struct CommandEntry
 
 constexpr std::array commands{
     CommandEntry{"import", runImport, importHelp},
+    CommandEntry{"export", runExport, exportHelp},
     CommandEntry{"list", runList, listHelp},
 };
 
@@ -33,6 +35,7 @@ QString generalHelp()
         "\n"
         "Использование:\n"
         "  tadata import ФАЙЛ ...   импортировать бары из текстового файла\n"
+        "  tadata export ФАЙЛ ...   записать хранимые бары в текстовый файл\n"
         "  tadata list ...          показать, что хранится\n"
         "  tadata КОМАНДА --help    всё о команде\n"
         "  tadata --version         версия\n"

@@ -1,6 +1,7 @@
 #include "plugin/tadatamanager.h"
 
 #include "editor/editortadatadialog.h"
+#include "export/exportertadata.h"
 #include "import/importertadata.h"
 #include "plugin/purge.h"
 #include "plugin/purgesettings.h"
@@ -13,8 +14,6 @@
 #include <vexdesk/command.h>
 #include <vexdesk/commandcontainer.h>
 #include <vexdesk/icore.h>
-
-#include <QtWidgets/QMessageBox>
 
 TADataManager::TADataManager() = default;
 TADataManager::~TADataManager() = default;
@@ -103,8 +102,7 @@ void TADataManager::importTAData()
 
 void TADataManager::exportTAData()
 {
-    QMessageBox::information(nullptr, tr("Экспорт"), tr("Экспорт появится в следующей версии."),
-                             QMessageBox::Ok);
+    ExporterTAData::doExport();
 }
 
 void TADataManager::editTAData()

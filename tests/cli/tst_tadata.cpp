@@ -112,8 +112,8 @@ void TadataTest::helpIsPrintedOnRequest_data()
     QTest::addColumn<QStringList>("line");
     QTest::addColumn<QStringList>("mentioned");
 
-    const QStringList general{QStringLiteral("tadata import"), QStringLiteral("tadata list"),
-                              QStringLiteral("--version")};
+    const QStringList general{QStringLiteral("tadata import"), QStringLiteral("tadata export"),
+                              QStringLiteral("tadata list"), QStringLiteral("--version")};
     const QStringList import{
         QStringLiteral("--series"),      QStringLiteral("--columns"),
         QStringLiteral("--timeframe"),   QStringLiteral("--separator"),
@@ -123,11 +123,21 @@ void TadataTest::helpIsPrintedOnRequest_data()
         QStringLiteral("yyMMdd"),        QStringLiteral("hh:mm:ss"),
         QStringLiteral("semicolon"),     QStringLiteral("oi"),
     };
+    const QStringList exporting{
+        QStringLiteral("--series"),      QStringLiteral("--from"),
+        QStringLiteral("--to"),          QStringLiteral("--timeframe"),
+        QStringLiteral("--line-format"), QStringLiteral("--separator"),
+        QStringLiteral("--date-format"), QStringLiteral("--time-format"),
+        QStringLiteral("--no-header"),   QStringLiteral("--store"),
+        QStringLiteral("--deals"),       QStringLiteral("--today"),
+        QStringLiteral("--reference"),   QStringLiteral("OPEN_INT"),
+    };
     const QStringList list{QStringLiteral("tadata list"), QStringLiteral("--store")};
     QTest::newRow("--help") << words("--help") << general;
     QTest::newRow("-h") << words("-h") << general;
     QTest::newRow("import --help") << words("import --help") << import;
     QTest::newRow("import -h") << words("import -h") << import;
+    QTest::newRow("export --help") << words("export --help") << exporting;
     QTest::newRow("list --help") << words("list --help") << list;
     QTest::newRow("help wins over a wrong line") << words("import --nonsense --help") << import;
 }
@@ -189,7 +199,7 @@ void TadataTest::wrongCommandLineChangesNothing_data()
 
     row("no command", {}, "нет команды");
     row("empty command", {QString()}, "нет команды");
-    row("unknown command", words("export {file}"), "неизвестная команда «export»");
+    row("unknown command", words("convert {file}"), "неизвестная команда «convert»");
     row("command in capitals", words("IMPORT {file}"), "неизвестная команда «IMPORT»");
     row("option before the command", words("--store {store} list"),
         "неизвестная команда «--store»");

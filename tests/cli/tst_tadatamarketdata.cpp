@@ -123,6 +123,93 @@ QList<Quote> minutesOf(const QList<Quote>& seconds)
     return minutes;
 }
 
+// A bar of a longer timeframe, and the line that an export writes for it.
+struct LongBar
+{
+    QByteArray day; // of the end
+    int end = 0;    // second of the source's day
+    Quote sums;
+
+    QByteArray line() const
+    {
+        return day + ',' + timeOfSecond(end % 86400) + ',' + priceText(sums.open) + ',' +
+               priceText(sums.high) + ',' + priceText(sums.low) + ',' + priceText(sums.close) +
+               ',' + QByteArray::number(sums.volume) + '\n';
+    }
+};
+
+// The days of the files are few enough to count on the fingers.
+QByteArray dayAfter(const QByteArray& day)
+{
+    return day.left(6) + QByteArray::number(day.right(2).toInt() + 1).rightJustified(2, '0');
+}
+
+// Of each bar its lines as it grew, the last of which is the finished one, day file by day file.
+QList<QByteArrayList> longBars(const QList<Quote>& quotes, int timeframe)
+{
+    QList<QByteArrayList> lines;
+    LongBar bar;
+    QByteArray day;
+    for (const Quote& quote : quotes) {
+        const int end = (secondOfDay(quote.time) + timeframe - 1) / timeframe * timeframe;
+        if (quote.day == day && end <= bar.end) {
+            bar.sums.high = qMax(bar.sums.high, quote.high);
+            bar.sums.low = qMin(bar.sums.low, quote.low);
+            bar.sums.close = quote.close;
+            bar.sums.volume += quote.volume;
+            lines.last().append(bar.line());
+            continue;
+        }
+        bar = {end == 86400 ? dayAfter(quote.day) : quote.day, end, quote};
+        day = quote.day;
+        lines.append(QByteArrayList{bar.line()});
+    }
+    return lines;
+}
+
+// The whole file: within a day each bar comes once more when the next one begins.
+QByteArray exportOf(const QList<Quote>& quotes, int timeframe)
+{
+    QByteArray text = "\xef\xbb\xbf<DATE>,<TIME>,<OPEN>,<HIGH>,<LOW>,<CLOSE>,<VOL>\n";
+    for (qsizetype i = 0, next = 0; i < quotes.size(); i = next) {
+        while (next < quotes.size() && quotes[next].day == quotes[i].day)
+            ++next;
+        const QList<QByteArrayList> bars = longBars(quotes.mid(i, next - i), timeframe);
+        for (qsizetype bar = 0; bar < bars.size(); ++bar) {
+            if (bar > 0)
+                text += bars[bar - 1].last();
+            text += bars[bar].join();
+        }
+    }
+    return text;
+}
+
+// Two groups may end at one midnight: the last one of a day, and the first one of the next.
+QByteArrayList finishedBars(const QList<Quote>& quotes, int timeframe)
+{
+    QByteArrayList finished;
+    const QList<QByteArrayList> bars = longBars(quotes, timeframe);
+    for (const QByteArrayList& bar : bars)
+        finished.append(bar.last());
+    return finished;
+}
+
+// The last line of each run of lines with one stamp and one opening price.
+QByteArrayList lastLines(const QByteArray& text)
+{
+    QByteArrayList last;
+    QByteArray stamp;
+    const QByteArrayList lines = text.chopped(1).split('\n').mid(1);
+    for (const QByteArray& line : lines) {
+        const QByteArray begin = line.split(',').mid(0, 3).join(',');
+        if (begin != stamp)
+            last.append(QByteArray());
+        stamp = begin;
+        last.last() = line + '\n';
+    }
+    return last;
+}
+
 } // namespace
 
 class TadataMarketDataTest final : public QObject
@@ -133,6 +220,8 @@ private Q_SLOTS:
     void init();
     void minuteBars();
     void secondBars();
+    void exportsLongerBars_data();
+    void exportsLongerBars();
 
 private:
     Outcome import(const char* name, const QStringList& more) const;
@@ -196,6 +285,32 @@ void TadataMarketDataTest::secondBars()
              QStringList({QStringLiteral("20140504_1.iss"), QStringLiteral("20140504_60"),
                           QStringLiteral("20140505_1.iss"), QStringLiteral("20140505_60")}));
     QCOMPARE(stored(), expected);
+}
+
+void TadataMarketDataTest::exportsLongerBars_data()
+{
+    QTest::addColumn<int>("timeframe");
+    for (const int timeframe : {60, 300, 600, 1800, 3600, 86400})
+        QTest::addRow("%d seconds", timeframe) << timeframe;
+}
+
+void TadataMarketDataTest::exportsLongerBars()
+{
+    QFETCH(const int, timeframe);
+    const QList<Quote> quotes = readQuotes(readFile(m_folder + QStringLiteral("/eurusd_1min.txt")));
+    QCOMPARE(
+        import("eurusd_1min.txt", words("--decimals 5 --date-format dd.MM.yy --time-format hh:mm")),
+        succeeded());
+    const QString output = m_store.filePath(QStringLiteral("out.csv"));
+    QCOMPARE(runTadata(words("export --from 2014-05-01 --to 2014-05-31 --line-format "
+                             "DATE,TIME,OPEN,HIGH,LOW,CLOSE,VOL")
+                       << output << QStringLiteral("--store") << m_store.path()
+                       << QStringLiteral("--series") << QLatin1String(seriesPath)
+                       << QStringLiteral("--timeframe") << QString::number(timeframe)),
+             succeeded());
+    const QByteArray text = readFile(output);
+    QCOMPARE(lastLines(text), finishedBars(quotes, timeframe));
+    QCOMPARE(text, exportOf(quotes, timeframe));
 }
 
 QTEST_GUILESS_MAIN(TadataMarketDataTest)

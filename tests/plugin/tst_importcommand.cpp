@@ -1,26 +1,19 @@
 // The import command from the menu to the store: the plug-in is loaded from its file, and its
 // windows are answered with mouse and keys.
 
+#include "plugin/commandtest.h"
 #include "support/filetree.h"
 #include "support/importchoices.h"
 #include "support/modalsteps.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"
 
-#include <vexdesk/action.h>
-#include <vexdesk/actionmanager.h>
-#include <vexdesk/iplugin.h>
-#include <vexdesk/terminal/core.h>
-
 #include <QtCore/QDirIterator>
-#include <QtCore/QPluginLoader>
 #include <QtCore/QScopeGuard>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QTextStream>
 #include <QtCore/QThread>
 #include <QtCore/QThreadPool>
-#include <QtGui/QCloseEvent>
-#include <QtGui/QWindow>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QDialogButtonBox>
@@ -40,9 +33,15 @@
 #include <memory>
 
 using testsupport::click;
+using testsupport::closeFromOutside;
 using testsupport::ImportChoices;
+using testsupport::LoadedPlugin;
 using testsupport::ModalSteps;
+using testsupport::readBox;
 using testsupport::readTree;
+using testsupport::Shown;
+using testsupport::warning;
+using testsupport::WhenShown;
 using testsupport::writeFile;
 
 using Tree = QMap<QString, QByteArray>;
@@ -88,79 +87,10 @@ private:
     int m_descriptor = -1;
 };
 
-// Runs something when a window of a class is about to be seen, before the event loop of that
-// window begins.
-class WhenShown final : public QObject
-{
-public:
-    WhenShown(const char* className, std::function<void(QWidget*)> act)
-        : m_className(className)
-        , m_act(std::move(act))
-    {
-        qApp->installEventFilter(this);
-    }
-    int times() const { return m_times; }
-
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override
-    {
-        if (event->type() == QEvent::Show && watched->isWidgetType() &&
-            watched->inherits(m_className)) {
-            ++m_times;
-            m_act(static_cast<QWidget*>(watched));
-        }
-        return false;
-    }
-
-private:
-    const char* m_className;
-    std::function<void(QWidget*)> m_act;
-    int m_times = 0;
-};
-
-struct Shown
-{
-    QString title;
-    QString text;
-    QMessageBox::Icon icon = QMessageBox::NoIcon;
-    QMessageBox::StandardButtons buttons;
-    bool hasParent = true;
-};
-
-bool operator==(const Shown& left, const Shown& right)
-{
-    return left.title == right.title && left.text == right.text && left.icon == right.icon &&
-           left.buttons == right.buttons && left.hasParent == right.hasParent;
-}
-
-char* toString(const Shown& shown)
-{
-    const QString text = QStringLiteral("%1 / %2 / icon %3 / buttons %4 / parent %5")
-                             .arg(shown.title, shown.text)
-                             .arg(shown.icon)
-                             .arg(shown.buttons.toInt(), 0, 16)
-                             .arg(shown.hasParent);
-    return qstrdup(qPrintable(text));
-}
-
-Shown warning(const QString& title, const QString& text)
-{
-    return {title, text, QMessageBox::Warning, QMessageBox::Ok, false};
-}
-
 Shown success()
 {
-    return {QStringLiteral("Успешное завершение импорта"),
-            QStringLiteral("Импорт данных ТА успешно завершен"), QMessageBox::Information,
-            QMessageBox::Ok, false};
-}
-
-// As the window system does when the user closes the window.
-bool closeFromOutside(QWidget* window)
-{
-    QCloseEvent event;
-    QCoreApplication::sendEvent(window->windowHandle(), &event);
-    return event.isAccepted();
+    return testsupport::information(QStringLiteral("Успешное завершение импорта"),
+                                    QStringLiteral("Импорт данных ТА успешно завершен"));
 }
 
 // What the dialog shows as the job goes along, told by someone who reads the file in the same way:
@@ -209,7 +139,6 @@ class TestImportCommand final : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
     void init();
     void cleanup();
 
@@ -239,52 +168,30 @@ private:
     void typeFileName(QFileDialog* dialog, const QString& name);
     void chooseFile(ModalSteps& steps, const QString& path);
     void fillWizard(ModalSteps& steps, const ImportChoices& choices);
-    void readBox(ModalSteps& steps, Shown* shown);
-    void trigger();
+    static void trigger() { LoadedPlugin::trigger("1_Import"); }
 
     QString input(const QByteArray& content) const;
     QString seriesPath(const QString& name) const
     {
-        return m_user.absoluteFilePath(QStringLiteral("tadata/NORD/MAIN/GRAN/") + name);
+        return m_plugin->store().absoluteFilePath(QStringLiteral("NORD/MAIN/GRAN/") + name);
     }
     Tree stored() const { return readTree(QDir(seriesPath(QString()))); }
 
-    std::unique_ptr<vexdesk::Core> m_core;
-    std::unique_ptr<QPluginLoader> m_loader;
+    std::unique_ptr<LoadedPlugin> m_plugin;
     std::unique_ptr<QTemporaryDir> m_input;
-    QDir m_user;
 };
-
-void TestImportCommand::initTestCase()
-{
-    m_user = QDir(QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("user")));
-    QVERIFY(!m_user.exists());
-}
 
 void TestImportCommand::init()
 {
     testsupport::failOnStrayWarnings();
-    m_core = std::make_unique<vexdesk::Core>();
+    m_plugin = std::make_unique<LoadedPlugin>();
     m_input = std::make_unique<QTemporaryDir>();
-    m_loader = std::make_unique<QPluginLoader>(QStringLiteral(TADATAMANAGER_FILE));
-    auto* const plugin = qobject_cast<IPlugin*>(m_loader->instance());
-    QVERIFY2(plugin, qPrintable(m_loader->errorString()));
-    plugin->init(m_core.get());
 }
 
 void TestImportCommand::cleanup()
 {
-    QVERIFY(!QApplication::activeModalWidget());
-    // What a command has made goes with it.
-    const QWidgetList left = QApplication::topLevelWidgets();
-    for (const QWidget* widget : left)
-        QVERIFY2(!widget->isVisible(), widget->metaObject()->className());
-    delete m_loader->instance();
-    QVERIFY(m_loader->unload());
-    m_loader.reset();
     m_input.reset();
-    m_core.reset();
-    QVERIFY(m_user.removeRecursively());
+    m_plugin.reset();
 }
 
 void TestImportCommand::typeFileName(QFileDialog* dialog, const QString& name)
@@ -307,20 +214,6 @@ void TestImportCommand::fillWizard(ModalSteps& steps, const ImportChoices& choic
         fillImportWizard(wizard, choices);
         click(wizard->button(QWizard::FinishButton));
     });
-}
-
-void TestImportCommand::readBox(ModalSteps& steps, Shown* shown)
-{
-    steps.on<QMessageBox>([shown](QMessageBox* box) {
-        *shown = {box->windowTitle(), box->text(), box->icon(), box->standardButtons(),
-                  box->parentWidget() != nullptr};
-        click(box->button(QMessageBox::Ok));
-    });
-}
-
-void TestImportCommand::trigger()
-{
-    ActionManager::instance()->action("1_Import")->trigger();
 }
 
 QString TestImportCommand::input(const QByteArray& content) const
@@ -446,7 +339,7 @@ void TestImportCommand::leavesNoTraceWhenNoFileIsChosen()
     });
     trigger();
     QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
-    QCOMPARE(everything(m_user), QStringList{QStringLiteral("tadata")});
+    QCOMPARE(everything(m_plugin->user()), QStringList{QStringLiteral("tadata")});
 }
 
 void TestImportCommand::leavesNoTraceWhenTheWizardIsCancelled_data()
@@ -487,7 +380,7 @@ void TestImportCommand::leavesNoTraceWhenTheWizardIsCancelled()
     trigger();
     QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
     // The wizard's size is kept all the same.
-    QCOMPARE(everything(m_user),
+    QCOMPARE(everything(m_plugin->user()),
              QStringList({QStringLiteral("tadata"), QStringLiteral("vexdesk.ini")}));
 }
 
@@ -504,7 +397,7 @@ void TestImportCommand::staysInTheFileDialogForADirectory()
     });
     trigger();
     QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
-    QCOMPARE(everything(m_user), QStringList{QStringLiteral("tadata")});
+    QCOMPARE(everything(m_plugin->user()), QStringList{QStringLiteral("tadata")});
 }
 
 void TestImportCommand::staysInTheFileDialogForAMissingFile()
@@ -523,7 +416,7 @@ void TestImportCommand::staysInTheFileDialogForAMissingFile()
     });
     trigger();
     QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
-    QCOMPARE(everything(m_user), QStringList{QStringLiteral("tadata")});
+    QCOMPARE(everything(m_plugin->user()), QStringList{QStringLiteral("tadata")});
 }
 
 // Between the choice and the opening, somebody takes the file away.
@@ -542,7 +435,7 @@ void TestImportCommand::warnsOfAFileThatHasGone()
     QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
     QCOMPARE(shown, warning(QStringLiteral("Ошибка открытия файла"),
                             QStringLiteral("Невозможно открыть файл ") + path));
-    QCOMPARE(everything(m_user), QStringList{QStringLiteral("tadata")});
+    QCOMPARE(everything(m_plugin->user()), QStringList{QStringLiteral("tadata")});
 }
 
 // Nobody writes into it: to open it would be to wait for ever.
@@ -571,7 +464,7 @@ void TestImportCommand::warnsOfAnEmptyFile()
     QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
     QCOMPARE(shown,
              warning(QStringLiteral("Пустой файл"), QStringLiteral("Файл %1 пуст").arg(path)));
-    QCOMPARE(everything(m_user), QStringList{QStringLiteral("tadata")});
+    QCOMPARE(everything(m_plugin->user()), QStringList{QStringLiteral("tadata")});
 }
 
 void TestImportCommand::showsTenLinesAtMost_data()

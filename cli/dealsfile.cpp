@@ -1,0 +1,110 @@
+#include "dealsfile.h"
+
+#include "commandline.h"
+
+#include <vexdesk/terminal/database.h>
+#include <vexdesk/terminal/deals.h>
+
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QTextStream>
+
+#include <mutex>
+#include <optional>
+
+namespace tadata::cli {
+
+namespace {
+
+using vexdesk::Deal;
+
+enum Column : int { Moment, Price, Quantity, OpenInterest, Value, ColumnCount };
+constexpr int mandatoryColumns = OpenInterest;
+
+// Thrown for a line that is no deal.
+struct LineError
+{
+    QString what;
+};
+
+using Fields = QList<QStringView>;
+
+std::optional<long long> integerAt(const Fields& fields, Column column)
+{
+    const QStringView text = fields.value(column);
+    if (text.isEmpty())
+        return std::nullopt;
+    bool isNumber = false;
+    const long long number = text.toLongLong(&isNumber);
+    if (!isNumber)
+        throw LineError{Text::tr("«%1» — не целое число").arg(text)};
+    return number;
+}
+
+std::optional<decimal> decimalAt(const Fields& fields, Column column)
+{
+    const QStringView text = fields.value(column);
+    if (text.isEmpty())
+        return std::nullopt;
+    const std::optional<decimal> number = decimal::fromText(text);
+    if (!number)
+        throw LineError{Text::tr("«%1» — не число").arg(text)};
+    return number;
+}
+
+Deal parseDeal(const QString& line, const SeriesIds& series)
+{
+    const Fields fields = QStringView(line).split(u',');
+    if (fields.size() < mandatoryColumns || fields.size() > ColumnCount)
+        throw LineError{Text::tr("полей %1, а нужно от %2 до %3")
+                            .arg(QString::number(fields.size()), QString::number(mandatoryColumns),
+                                 QString::number(int(ColumnCount)))};
+    Deal deal;
+    deal.stockId = series.stock;
+    deal.boardId = series.board;
+    deal.securityId = series.security;
+    if (const auto moment = integerAt(fields, Moment))
+        deal.moment = datetime(*moment);
+    deal.price = decimalAt(fields, Price);
+    deal.quantity = integerAt(fields, Quantity);
+    deal.openInterest = integerAt(fields, OpenInterest);
+    deal.value = decimalAt(fields, Value);
+    return deal;
+}
+
+// A file that begins with a deal would lose it without a word.
+bool isHeading(const QString& line)
+{
+    bool isNumber = false;
+    (void)QStringView(line).split(u',').first().toLongLong(&isNumber);
+    return !isNumber;
+}
+
+} // namespace
+
+QString loadDeals(const QString& path, const SeriesIds& series, vexdesk::Database& database)
+{
+    QFile file(path);
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+        return Text::tr("Невозможно открыть файл %1").arg(path);
+    QTextStream lines(&file);
+    if (!isHeading(lines.readLine()))
+        return Text::tr("%1: первая строка — сделка, а должна быть заголовком").arg(path);
+
+    const vexdesk::DealWriter writer(vexdesk::dealsTable(database));
+    const std::lock_guard lock(*writer.table());
+    qint64 number = 1;
+    QString line;
+    try {
+        while (lines.readLineInto(&line)) {
+            ++number;
+            if (!line.isEmpty())
+                writer.table()->insert(writer.row(parseDeal(line, series)));
+        }
+    } catch (const LineError& error) {
+        return Text::tr("%1, строка %2: %3").arg(path, QString::number(number), error.what);
+    }
+    return QString();
+}
+
+} // namespace tadata::cli

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "store/tadatadescription.h"
+
+#include <QtCore/QDate>
+#include <QtCore/QString>
+
+/// The settings of one export. A plain value, copied into the job. The titles of the formats stay
+/// empty: no message of an export names them.
+struct ExportDetails : TADataDescription
+{
+    bool addHeader = false; ///< whether the first line names the columns
+    QString lineFormat;     ///< names of columns, separated by ",": see exportbar.h
+    QDate dateFrom;         ///< the first day
+    QDate dateTo;           ///< the last day
+    QString outputPath;     ///< of the file that is written
+};

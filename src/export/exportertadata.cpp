@@ -1,0 +1,56 @@
+#include "export/exportertadata.h"
+
+#include "export/exportjob.h"
+#include "export/exporttadatawizard.h"
+#include "store/dayfile.h"
+#include "store/jobrunner.h"
+
+#include <vexdesk/database/irawqueue.h>
+
+#include <QtCore/QCoreApplication>
+#include <QtWidgets/QProgressDialog>
+
+#include <optional>
+
+namespace {
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(ExporterTAData)
+};
+
+std::optional<ExportDetails> askForDetails()
+{
+    ExportTADataWizard wizard(nullptr);
+    if (wizard.exec() != QDialog::Accepted)
+        return std::nullopt;
+    return wizard.exportDetails();
+}
+
+QString runJob(const ExportDetails& details)
+{
+    // No row of a table changes while the job reads it.
+    const IRawQueue::ProcessingBlocker blocker;
+    return tadata::runJob(
+        Text::tr("Экспорт"), Text::tr("Экспортирую..."),
+        [details](QProgressDialog* progress) { return exportData(progress, details); });
+}
+
+} // namespace
+
+void ExporterTAData::doExport()
+{
+    if (const std::optional<ExportDetails> details = askForDetails()) {
+        tadata::reportOutcome(runJob(*details), Text::tr("Успешное завершение экспорта"),
+                              Text::tr("Экспорт данных ТА успешно завершен"));
+    }
+}
+
+QString exportData(QProgressDialog* progress, const ExportDetails& details)
+{
+    const auto seriesDir = [&details] {
+        return tadata::makeSeriesDir(details.stockCode, details.boardCode, details.securityName);
+    };
+    return tadata::exportBars(details, {QDate::currentDate(), progress->value()}, seriesDir,
+                              tadata::shownOn(progress));
+}

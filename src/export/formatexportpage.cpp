@@ -1,0 +1,65 @@
+#include "export/formatexportpage.h"
+
+#include "export/exportdetails.h"
+#include "store/textformats.h"
+#include "ui_formatexportpage.h"
+
+namespace {
+
+// Names of columns and not words: they are in the files as they are.
+QStringList lineFormats()
+{
+    return {QStringLiteral("TICKER,PER,DATE,TIME,OPEN,HIGH,LOW,CLOSE,VOL,VAL,OPEN_INT"),
+            QStringLiteral("TICKER,PER,DATE,TIME,OPEN,HIGH,LOW,CLOSE,VOL,OPEN_INT"),
+            QStringLiteral("TICKER,PER,DATE,TIME,OPEN,HIGH,LOW,CLOSE,VAL,OPEN_INT"),
+            QStringLiteral("TICKER,PER,DATE,TIME,OPEN,HIGH,LOW,CLOSE,VOL"),
+            QStringLiteral("TICKER,PER,DATE,TIME,OPEN,HIGH,LOW,CLOSE,Q_TY"),
+            QStringLiteral("TICKER,PER,DATE,TIME,OPEN,HIGH,LOW,CLOSE"),
+            QStringLiteral("TICKER,PER,DATE,TIME,CLOSE,VOL,OPEN_INT"),
+            QStringLiteral("TICKER,PER,DATE,TIME,CLOSE,VAL,OPEN_INT"),
+            QStringLiteral("TICKER,PER,DATE,TIME,CLOSE,VOL"),
+            QStringLiteral("TICKER,PER,DATE,TIME,CLOSE,VAL"),
+            QStringLiteral("TICKER,PER,DATE,TIME,CLOSE"),
+            QStringLiteral("DATE,TIME,OPEN,HIGH,LOW,CLOSE,VOL,OPEN_INT"),
+            QStringLiteral("DATE,TIME,OPEN,HIGH,LOW,CLOSE,VAL,OPEN_INT"),
+            QStringLiteral("DATE,TIME,OPEN,HIGH,LOW,CLOSE"),
+            QStringLiteral("DATE,TIME,CLOSE")};
+}
+
+} // namespace
+
+FormatExportPage::FormatExportPage(QWidget* parent)
+    : QWizardPage(parent)
+    , m_ui(std::make_unique<Ui::FormatExportPage>())
+{
+    m_ui->setupUi(this);
+    setTitle(tr("Формат"));
+    setupPage();
+}
+
+FormatExportPage::~FormatExportPage() = default;
+
+void FormatExportPage::setupPage()
+{
+    m_ui->lineFormat->addItems(lineFormats());
+
+    m_ui->separator->addItem(tr("запятая (,)"), QStringLiteral(","));
+    m_ui->separator->addItem(tr("точка с запятой (;)"), QStringLiteral(";"));
+    m_ui->separator->addItem(tr("пробел ( )"), QStringLiteral(" "));
+
+    const QList<tadata::TextFormat> dates = tadata::dateFormats();
+    for (const tadata::TextFormat& format : dates)
+        m_ui->dateFormat->addItem(format.title, format.pattern);
+    const QList<tadata::TextFormat> times = tadata::timeFormats();
+    for (const tadata::TextFormat& format : times)
+        m_ui->timeFormat->addItem(format.title, format.pattern);
+}
+
+void FormatExportPage::getExportDetails(ExportDetails& details) const
+{
+    details.separator = m_ui->separator->currentData().toString();
+    details.dateFormat = m_ui->dateFormat->currentData().toString();
+    details.timeFormat = m_ui->timeFormat->currentData().toString();
+    details.addHeader = m_ui->writeHead->isChecked();
+    details.lineFormat = m_ui->lineFormat->currentText();
+}

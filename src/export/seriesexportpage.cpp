@@ -1,0 +1,167 @@
+#include "export/seriesexportpage.h"
+
+#include "export/exportdetails.h"
+#include "store/dayfile.h"
+#include "store/seriesselectormodels.h"
+#include "ui_seriesexportpage.h"
+
+#include <vexdesk/properties.h>
+
+#include <QtCore/QDir>
+#include <QtCore/QLocale>
+#include <QtWidgets/QCalendarWidget>
+#include <QtWidgets/QFileDialog>
+
+namespace {
+
+bool mark(QLabel* label, bool isValid)
+{
+    label->setStyleSheet(isValid ? QString() : QStringLiteral("QLabel {color: red;}"));
+    return isValid;
+}
+
+} // namespace
+
+SeriesExportPage::SeriesExportPage(QWidget* parent)
+    : QWizardPage(parent)
+    , m_properties(std::make_unique<Properties>())
+    , m_ui(std::make_unique<Ui::SeriesExportPage>())
+{
+    m_ui->setupUi(this);
+    setTitle(tr("Серия"));
+    m_properties->connectAll(this);
+    m_properties->setValue(QStringLiteral("StockId"), QStringLiteral("0"));
+    setupPage();
+}
+
+SeriesExportPage::~SeriesExportPage() = default;
+
+void SeriesExportPage::setupPage()
+{
+    setupDates();
+    setupTimeFrames();
+    setupSelectors();
+    connectForm();
+    // The only series of a store is chosen by now.
+    updateOutputFileName();
+}
+
+void SeriesExportPage::setupDates()
+{
+    const QDate today = QDate::currentDate();
+    for (QDateEdit* const edit : {m_ui->dateFrom, m_ui->dateTo}) {
+        edit->calendarWidget()->setFirstDayOfWeek(QLocale::system().firstDayOfWeek());
+        edit->calendarWidget()->setGridVisible(true);
+        edit->setDate(today);
+    }
+}
+
+void SeriesExportPage::setupTimeFrames()
+{
+    m_ui->timeFrame->addItem(tr("1 секунда"), tadata::secondTimeframe);
+    m_ui->timeFrame->addItem(tr("1 минута"), tadata::minuteTimeframe);
+    m_ui->timeFrame->addItem(tr("5 минут"), 300);
+    m_ui->timeFrame->addItem(tr("10 минут"), 600);
+    m_ui->timeFrame->addItem(tr("30 минут"), 1800);
+    m_ui->timeFrame->addItem(tr("1 час"), 3600);
+    m_ui->timeFrame->addItem(tr("1 день"), 86400);
+    m_ui->timeFrame->setCurrentIndex(1);
+}
+
+void SeriesExportPage::setupSelectors()
+{
+    m_ui->stock->setSourceModel(new StockWithStoredSelectorModel(true, nullptr));
+    m_ui->board->setSourceModel(new BoardWithStoredSelectorModel(true, nullptr));
+    m_ui->security->setSourceModel(new SecurityWithStoredSelectorModel(true, nullptr));
+}
+
+void SeriesExportPage::connectForm()
+{
+    // The name comes first, since the page is not complete without one. A security that is chosen
+    // because its board has no other is told by securityChanged alone.
+    connect(m_ui->security, &SecuritySelectorBox::securityChanged, this,
+            &SeriesExportPage::updateOutputFileName);
+    connect(m_ui->security, &QComboBox::currentIndexChanged, this,
+            &SeriesExportPage::updateOutputFileName);
+    connect(m_ui->outputFile, &QLineEdit::textEdited, this, &SeriesExportPage::outputFileEdited);
+    for (const QDateEdit* const edit : {m_ui->dateFrom, m_ui->dateTo}) {
+        connect(edit, &QDateEdit::dateChanged, this, &SeriesExportPage::updateOutputFileName);
+        connect(edit, &QDateEdit::dateChanged, this, &QWizardPage::completeChanged);
+    }
+
+    connect(m_ui->stock, &StockSelectorBox::stockCodeChanged, this, &QWizardPage::completeChanged);
+    connect(m_ui->board, &BoardSelectorBox::boardCodeChanged, this, &QWizardPage::completeChanged);
+    connect(m_ui->security, &SecuritySelectorBox::securityChanged, this,
+            &QWizardPage::completeChanged);
+    connect(m_ui->outputFile, &QLineEdit::textEdited, this, &QWizardPage::completeChanged);
+}
+
+void SeriesExportPage::updateOutputFileName()
+{
+    if (m_outputFileEdited)
+        return;
+    QString name = m_ui->security->getSecurityName();
+    if (!name.isEmpty()) {
+        const QString format = QStringLiteral("yyMMdd");
+        name += QStringLiteral("_%1_%2").arg(m_ui->dateFrom->date().toString(format),
+                                             m_ui->dateTo->date().toString(format));
+    }
+    m_ui->outputFile->setText(name);
+}
+
+void SeriesExportPage::outputFileEdited()
+{
+    m_outputFileEdited = true;
+}
+
+void SeriesExportPage::on_chooseDir_clicked()
+{
+    const QString directory =
+        QFileDialog::getExistingDirectory(nullptr, tr("Выбор директории для экспорта"),
+                                          m_ui->outputDir->text(), QFileDialog::ShowDirsOnly);
+    if (!directory.isEmpty())
+        m_ui->outputDir->setText(directory);
+}
+
+bool SeriesExportPage::isComplete() const
+{
+    return markWrong();
+}
+
+bool SeriesExportPage::validate()
+{
+    return markWrong();
+}
+
+bool SeriesExportPage::markWrong() const
+{
+    const QDate from = m_ui->dateFrom->date();
+    const QDate to = m_ui->dateTo->date();
+    const bool stock = mark(m_ui->stockLabel, !m_ui->stock->getStockCode().isEmpty());
+    const bool board = mark(m_ui->boardLabel, !m_ui->board->getBoardCode().isEmpty());
+    const bool security = mark(m_ui->secLabel, !m_ui->security->getSecurityCode().isEmpty());
+    const bool interval = mark(m_ui->fromLabel, to >= from);
+    const bool past = mark(m_ui->toLabel, to <= QDate::currentDate());
+    const bool file = mark(m_ui->outputLabel, !m_ui->outputFile->text().isEmpty());
+    return stock && board && security && interval && past && file;
+}
+
+QString SeriesExportPage::fileName() const
+{
+    return QDir(m_ui->outputDir->text())
+        .filePath(m_ui->outputFile->text() + m_ui->extensionComboBox->currentText());
+}
+
+void SeriesExportPage::getExportDetails(ExportDetails& details) const
+{
+    details.stockId = m_ui->stock->getStockId();
+    details.boardId = m_ui->board->getBoardId();
+    details.securityId = m_ui->security->getSecurityId();
+    details.stockCode = m_ui->stock->getStockCode();
+    details.boardCode = m_ui->board->getBoardCode();
+    details.securityName = m_ui->security->getSecurityName();
+    details.timeframe = m_ui->timeFrame->currentData().toInt();
+    details.dateFrom = m_ui->dateFrom->date();
+    details.dateTo = m_ui->dateTo->date();
+    details.outputPath = fileName();
+}

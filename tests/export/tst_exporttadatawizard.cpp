@@ -1,0 +1,722 @@
+#include "export/exporttadatawizard.h"
+
+#include "export/exportdetails.h"
+#include "support/exportchoices.h"
+#include "support/filetree.h"
+#include "support/modalsteps.h"
+#include "support/strictlog.h"
+#include "support/userhands.h"
+
+#include <vexdesk/appsettings.h>
+#include <vexdesk/terminal/referencedata.h>
+
+#include <QtCore/QDir>
+#include <QtCore/QScopeGuard>
+#include <QtCore/QTemporaryDir>
+#include <QtGui/QKeyEvent>
+#include <QtTest/QTest>
+#include <QtWidgets/QAbstractButton>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QCheckBox>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QDateEdit>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QPushButton>
+
+#include <memory>
+
+using testsupport::choose;
+using testsupport::click;
+using testsupport::ExportChoices;
+using testsupport::ModalSteps;
+
+namespace {
+
+AppSettings settings()
+{
+    return AppSettings(QStringLiteral("TADataManager/ExportWizard"));
+}
+
+const QString sizeKey = QStringLiteral("dialog_size");
+
+const QString seriesTitle = QStringLiteral("Серия");
+const QString formatTitle = QStringLiteral("Формат");
+
+} // namespace
+
+class TestExportTADataWizard final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void looksAsItShould();
+    void goesThroughItsPages();
+    void nextWaitsForTheSeries();
+    void nextWaitsForGoodDates();
+    void goingBackKeepsEveryChoice();
+    void gathersTheDetailsOfBothPages();
+    void beginsWithTheDefaults();
+
+    void asksBeforeAFileIsReplaced();
+    void asksOnce_data();
+    void asksOnce();
+    void asksNothingForANewFile_data();
+    void asksNothingForANewFile();
+    void asksForADirectoryOfThatName();
+    void asksAgain();
+    void asksOnTheSeriesPageOnly();
+    void checksTheFileWithoutThePage();
+    void aNextThatIsDisabledIsLeftAlone();
+    void otherEventsAreLeftAlone();
+    void goesOnAtThePress();
+
+    void keepsItsSize_data();
+    void keepsItsSize();
+    void keepsNothingElse();
+    void hasASizeOfItsOwnAtFirst();
+    void survivesASizeThatIsNone();
+    void nothingIsCutOff();
+    void tabFollowsTheEye();
+    void everyLabelHasABuddy();
+    void theKeyboardSuffices();
+
+private:
+    void open();
+    QAbstractButton* button(QWizard::WizardButton which) const { return m_wizard->button(which); }
+    bool enabled(QWizard::WizardButton which) const { return button(which)->isEnabled(); }
+    QString title() const { return m_wizard->currentPage()->title(); }
+    template <typename Widget>
+    Widget* child(const char* name) const
+    {
+        return m_wizard->currentPage()->findChild<Widget*>(QLatin1String(name));
+    }
+    // Choices whose file is "bars.txt" in a directory of the test.
+    ExportChoices choices() const;
+    QString output() const { return m_output->filePath(QStringLiteral("bars.txt")); }
+    // Does what leads to the next page.
+    void goOn(const QString& how) const;
+    // Where Tab goes from the widget that has the focus, by names.
+    QStringList tabNames() const;
+    void type(Qt::Key key) const { QTest::keyClick(m_wizard->focusWidget(), key); }
+    void type(const char* text) const
+    {
+        QTest::keyClicks(m_wizard->focusWidget(), QLatin1String(text));
+    }
+
+    QDir m_user;
+    std::unique_ptr<QTemporaryDir> m_output;
+    std::unique_ptr<ExportTADataWizard> m_wizard;
+};
+
+void TestExportTADataWizard::init()
+{
+    testsupport::failOnStrayWarnings();
+    vexdesk::ReferenceData::install(vexdesk::ReferenceData::demonstration());
+    m_user = QDir(QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("user")));
+    QVERIFY(!m_user.exists());
+    for (const char* series : {"NORD/MAIN/GRAN", "NORD/MAIN/ALFA", "NORD/ODD/VEGA",
+                               "ORIENT/FX/GBPUSD", "ORIENT/FX/USDJPY", "ORIENT/CLEAR/X"})
+        QVERIFY(m_user.mkpath(QStringLiteral("tadata/") + QLatin1String(series)));
+    m_output = std::make_unique<QTemporaryDir>();
+}
+
+void TestExportTADataWizard::cleanup()
+{
+    m_wizard.reset();
+    m_output.reset();
+    QVERIFY(m_user.removeRecursively());
+}
+
+void TestExportTADataWizard::open()
+{
+    m_wizard.reset();
+    m_wizard = std::make_unique<ExportTADataWizard>(nullptr);
+    m_wizard->show();
+    QVERIFY(QTest::qWaitForWindowActive(m_wizard.get()));
+}
+
+ExportChoices TestExportTADataWizard::choices() const
+{
+    ExportChoices choices;
+    choices.outputFile = QStringLiteral("bars");
+    choices.outputDir = m_output->path();
+    return choices;
+}
+
+void TestExportTADataWizard::goOn(const QString& how) const
+{
+    QAbstractButton* const next = button(QWizard::NextButton);
+    if (how == u"click") {
+        click(next);
+    } else if (how == u"Return" || how == u"Enter" || how == u"Space") {
+        next->setFocus();
+        QTest::keyClick(next, how == u"Return"  ? Qt::Key_Return
+                              : how == u"Enter" ? Qt::Key_Enter
+                                                : Qt::Key_Space);
+    } else if (how == u"shortcut") {
+        const QKeySequence keys = next->shortcut();
+        QCOMPARE(keys.count(), 1);
+        QTest::keyClick(m_wizard.get(), keys[0].key(), keys[0].keyboardModifiers());
+        // The button is seen to go down and up again.
+        QVERIFY(next->isDown());
+        QTRY_VERIFY(!next->isDown());
+    } else {
+        auto* const field = m_wizard->currentPage()->findChild<QWidget*>(how);
+        QVERIFY(field);
+        field->setFocus();
+        QTest::keyClick(field, Qt::Key_Return);
+    }
+}
+
+QStringList TestExportTADataWizard::tabNames() const
+{
+    const QList<std::pair<QWizard::WizardButton, QString>> buttons{
+        {QWizard::BackButton, QStringLiteral("Back")},
+        {QWizard::NextButton, QStringLiteral("Next")},
+        {QWizard::FinishButton, QStringLiteral("Finish")},
+        {QWizard::CancelButton, QStringLiteral("Cancel")}};
+    QStringList names;
+    const QWidget* const first = m_wizard->focusWidget();
+    QWidget* widget = m_wizard->focusWidget();
+    do {
+        QString name = widget->objectName();
+        for (const auto& [which, title] : buttons) {
+            if (button(which) == widget)
+                name = title;
+        }
+        // In a date Tab goes from day to month to year first.
+        if (names.isEmpty() || names.last() != name)
+            names.append(name);
+        QTest::keyClick(widget, Qt::Key_Tab);
+        widget = m_wizard->focusWidget();
+    } while (widget != first);
+    return names;
+}
+
+void TestExportTADataWizard::looksAsItShould()
+{
+    open();
+    QCOMPARE(m_wizard->windowTitle(), QStringLiteral("Мастер экспорта данных ТА"));
+    QVERIFY(!m_wizard->windowFlags().testFlag(Qt::WindowContextHelpButtonHint));
+    QVERIFY(!m_wizard->parentWidget());
+    QStringList titles;
+    const QList<int> ids = m_wizard->pageIds();
+    for (const int id : ids)
+        titles.append(m_wizard->page(id)->title());
+    QCOMPARE(titles, QStringList({seriesTitle, formatTitle}));
+    QCOMPARE(title(), seriesTitle);
+}
+
+void TestExportTADataWizard::goesThroughItsPages()
+{
+    open();
+    QVERIFY(!enabled(QWizard::BackButton));
+    QVERIFY(!enabled(QWizard::NextButton));
+    QVERIFY(!button(QWizard::FinishButton)->isVisible());
+    fillSeriesPage(m_wizard.get(), choices());
+    QVERIFY(enabled(QWizard::NextButton));
+    click(button(QWizard::NextButton));
+
+    QCOMPARE(title(), formatTitle);
+    QVERIFY(enabled(QWizard::BackButton));
+    QVERIFY(!button(QWizard::NextButton)->isVisible());
+    QVERIFY(button(QWizard::FinishButton)->isVisible());
+    QVERIFY(enabled(QWizard::FinishButton));
+    fillFormatPage(m_wizard.get(), choices());
+    click(button(QWizard::FinishButton));
+    QVERIFY(!m_wizard->isVisible());
+    QCOMPARE(m_wizard->result(), int(QDialog::Accepted));
+    QVERIFY(!QFile::exists(output()));
+}
+
+void TestExportTADataWizard::nextWaitsForTheSeries()
+{
+    open();
+    choose(child<QComboBox>("stock"), QStringLiteral("NORD "));
+    QVERIFY(!enabled(QWizard::NextButton));
+    choose(child<QComboBox>("board"), QStringLiteral("MAIN "));
+    QVERIFY(!enabled(QWizard::NextButton));
+    choose(child<QComboBox>("security"), QStringLiteral("GRAN"));
+    QVERIFY(enabled(QWizard::NextButton));
+    choose(child<QComboBox>("stock"), QStringLiteral("ORIENT "));
+    QVERIFY(!enabled(QWizard::NextButton));
+    // The only security of its board.
+    choose(child<QComboBox>("board"), QStringLiteral("CLEAR "));
+    QVERIFY(enabled(QWizard::NextButton));
+}
+
+void TestExportTADataWizard::nextWaitsForGoodDates()
+{
+    open();
+    const QString red = QStringLiteral("QLabel {color: red;}");
+    fillSeriesPage(m_wizard.get(), choices());
+    const QDate today = QDate::currentDate();
+    // Two days, of which midnight can take one.
+    child<QDateEdit>("dateTo")->setDate(today.addDays(2));
+    QVERIFY(!enabled(QWizard::NextButton));
+    QCOMPARE(child<QLabel>("toLabel")->styleSheet(), red);
+    QCOMPARE(child<QLabel>("fromLabel")->styleSheet(), QString());
+    child<QDateEdit>("dateTo")->setDate(today.addDays(-1));
+    QVERIFY(!enabled(QWizard::NextButton));
+    QCOMPARE(child<QLabel>("toLabel")->styleSheet(), QString());
+    QCOMPARE(child<QLabel>("fromLabel")->styleSheet(), red);
+    child<QDateEdit>("dateFrom")->setDate(today.addDays(-1));
+    QVERIFY(enabled(QWizard::NextButton));
+    QCOMPARE(child<QLabel>("fromLabel")->styleSheet(), QString());
+}
+
+void TestExportTADataWizard::goingBackKeepsEveryChoice()
+{
+    open();
+    ExportChoices choices = this->choices();
+    choices.dateFrom = QDate(2024, 3, 1);
+    choices.dateTo = QDate(2024, 3, 15);
+    choices.timeFrame = QStringLiteral("1 час");
+    choices.extension = QStringLiteral(".csv");
+    choices.lineFormat = QStringLiteral("DATE,TIME,CLOSE");
+    choices.separator = QStringLiteral("пробел ( )");
+    choices.header = false;
+    fillExportWizard(m_wizard.get(), choices);
+    click(button(QWizard::BackButton));
+    QCOMPARE(title(), seriesTitle);
+    QVERIFY(child<QComboBox>("security")->currentText().startsWith(choices.security));
+    QCOMPARE(child<QDateEdit>("dateFrom")->date(), choices.dateFrom);
+    QCOMPARE(child<QDateEdit>("dateTo")->date(), choices.dateTo);
+    QCOMPARE(child<QComboBox>("timeFrame")->currentText(), choices.timeFrame);
+    QCOMPARE(child<QLineEdit>("outputFile")->text(), choices.outputFile);
+    QCOMPARE(child<QComboBox>("extensionComboBox")->currentText(), choices.extension);
+    QCOMPARE(child<QLineEdit>("outputDir")->text(), choices.outputDir);
+    QVERIFY(enabled(QWizard::NextButton));
+    click(button(QWizard::NextButton));
+    QCOMPARE(child<QComboBox>("lineFormat")->currentText(), choices.lineFormat);
+    QCOMPARE(child<QComboBox>("separator")->currentText(), choices.separator);
+    QVERIFY(!child<QCheckBox>("writeHead")->isChecked());
+}
+
+void TestExportTADataWizard::gathersTheDetailsOfBothPages()
+{
+    open();
+    ExportChoices choices;
+    choices.stock = QStringLiteral("ORIENT ");
+    choices.board = QStringLiteral("FX ");
+    choices.security = QStringLiteral("USDJPY");
+    choices.dateFrom = QDate(2024, 3, 1);
+    choices.dateTo = QDate(2024, 3, 15);
+    choices.timeFrame = QStringLiteral("30 минут");
+    choices.extension = QStringLiteral(".csv");
+    choices.outputDir = m_output->path();
+    choices.lineFormat = QStringLiteral("TICKER,PER,DATE,TIME,CLOSE,VOL");
+    choices.separator = QStringLiteral("точка с запятой (;)");
+    choices.dateFormat = QStringLiteral("дд/мм/гг");
+    choices.timeFormat = QStringLiteral("чч:мм");
+    choices.header = false;
+    fillExportWizard(m_wizard.get(), choices);
+    click(button(QWizard::FinishButton));
+
+    const ExportDetails details = m_wizard->exportDetails();
+    QCOMPARE(details.stockId, 2);
+    QCOMPARE(details.boardId, 1);
+    QCOMPARE(details.securityId, 104);
+    QCOMPARE(details.stockCode, QStringLiteral("ORIENT"));
+    QCOMPARE(details.boardCode, QStringLiteral("FX"));
+    QCOMPARE(details.securityName, QStringLiteral("USDJPY"));
+    QCOMPARE(details.timeframe, 1800);
+    QCOMPARE(details.separator, QStringLiteral(";"));
+    QCOMPARE(details.dateFormat, QStringLiteral("dd/MM/yy"));
+    QCOMPARE(details.timeFormat, QStringLiteral("hh:mm"));
+    QCOMPARE(details.dateFormatTitle, QString());
+    QCOMPARE(details.timeFormatTitle, QString());
+    QVERIFY(!details.addHeader);
+    QCOMPARE(details.lineFormat, QStringLiteral("TICKER,PER,DATE,TIME,CLOSE,VOL"));
+    QCOMPARE(details.dateFrom, QDate(2024, 3, 1));
+    QCOMPARE(details.dateTo, QDate(2024, 3, 15));
+    QCOMPARE(details.outputPath, m_output->filePath(QStringLiteral("USDJPY_240301_240315.csv")));
+}
+
+void TestExportTADataWizard::beginsWithTheDefaults()
+{
+    open();
+    const ExportDetails details = m_wizard->exportDetails();
+    QCOMPARE(details.stockId, 0);
+    QCOMPARE(details.stockCode, QString());
+    QCOMPARE(details.timeframe, 60);
+    QCOMPARE(details.dateFrom, child<QDateEdit>("dateFrom")->date());
+    QCOMPARE(QDir::cleanPath(details.outputPath), QStringLiteral(".txt"));
+    QCOMPARE(details.lineFormat,
+             QStringLiteral("TICKER,PER,DATE,TIME,OPEN,HIGH,LOW,CLOSE,VOL,VAL,OPEN_INT"));
+    QCOMPARE(details.separator, QStringLiteral(","));
+    QCOMPARE(details.dateFormat, QStringLiteral("yyyyMMdd"));
+    QCOMPARE(details.timeFormat, QStringLiteral("hhmmss"));
+    QVERIFY(details.addHeader);
+}
+
+void TestExportTADataWizard::asksBeforeAFileIsReplaced()
+{
+    testsupport::writeFile(output(), "old");
+    open();
+    fillSeriesPage(m_wizard.get(), choices());
+    ModalSteps steps;
+    steps.on<QMessageBox>([this](QMessageBox* box) {
+        QCOMPARE(box->windowTitle(), QStringLiteral("Файл существует"));
+        QCOMPARE(box->text(), QStringLiteral("Файл с таким именем уже существует и будет "
+                                             "перезаписан при экспорте. Все равно продолжить?"));
+        QCOMPARE(box->icon(), QMessageBox::Question);
+        QCOMPARE(box->standardButtons(), QMessageBox::Yes | QMessageBox::No);
+        QCOMPARE(box->defaultButton(), box->button(QMessageBox::No));
+        QCOMPARE(box->escapeButton(), nullptr);
+        QCOMPARE(box->parentWidget(), m_wizard.get());
+        QTest::keyClick(box, Qt::Key_Return);
+    });
+    click(button(QWizard::NextButton));
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    QCOMPARE(title(), seriesTitle);
+    QCOMPARE(testsupport::readFile(output()), QByteArray("old"));
+}
+
+void TestExportTADataWizard::asksOnce_data()
+{
+    QTest::addColumn<QString>("how");
+    QTest::addColumn<QString>("answer");
+    QTest::addColumn<bool>("goesOn");
+    for (const char* how :
+         {"click", "Return", "Enter", "Space", "shortcut", "outputFile", "outputDir", "dateFrom",
+          "dateTo", "stock", "timeFrame", "extensionComboBox"}) {
+        QTest::addRow("%s, yes", how) << QString::fromLatin1(how) << "yes" << true;
+        QTest::addRow("%s, no", how) << QString::fromLatin1(how) << "no" << false;
+        QTest::addRow("%s, escape", how) << QString::fromLatin1(how) << "escape" << false;
+    }
+}
+
+void TestExportTADataWizard::asksOnce()
+{
+    QFETCH(const QString, how);
+    QFETCH(const QString, answer);
+    QFETCH(const bool, goesOn);
+    testsupport::writeFile(output(), "old");
+    open();
+    fillSeriesPage(m_wizard.get(), choices());
+    ModalSteps steps;
+    steps.on<QMessageBox>([answer](QMessageBox* box) {
+        if (answer == u"escape")
+            QTest::keyClick(box, Qt::Key_Escape);
+        else
+            click(box->button(answer == u"yes" ? QMessageBox::Yes : QMessageBox::No));
+    });
+    goOn(how);
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    QCOMPARE(title(), goesOn ? formatTitle : seriesTitle);
+    QCOMPARE(testsupport::readFile(output()), QByteArray("old"));
+    // A second time all is as it was.
+    if (!goesOn) {
+        QVERIFY(enabled(QWizard::NextButton));
+        QVERIFY(!button(QWizard::NextButton)->isDown());
+    }
+}
+
+void TestExportTADataWizard::asksNothingForANewFile_data()
+{
+    QTest::addColumn<QString>("how");
+    for (const char* how : {"click", "Return", "Enter", "Space", "shortcut", "outputFile",
+                            "outputDir", "dateFrom", "dateTo"})
+        QTest::newRow(how) << QString::fromLatin1(how);
+}
+
+void TestExportTADataWizard::asksNothingForANewFile()
+{
+    QFETCH(const QString, how);
+    // Of another name or another kind.
+    testsupport::writeFile(m_output->filePath(QStringLiteral("bars.csv")), "old");
+    testsupport::writeFile(m_output->filePath(QStringLiteral("bars")), "old");
+    open();
+    fillSeriesPage(m_wizard.get(), choices());
+    const ModalSteps steps;
+    goOn(how);
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    QCOMPARE(title(), formatTitle);
+}
+
+void TestExportTADataWizard::asksForADirectoryOfThatName()
+{
+    QVERIFY(QDir().mkpath(output()));
+    open();
+    fillSeriesPage(m_wizard.get(), choices());
+    ModalSteps steps;
+    steps.on<QMessageBox>([](QMessageBox* box) { click(box->button(QMessageBox::No)); });
+    click(button(QWizard::NextButton));
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    QCOMPARE(title(), seriesTitle);
+}
+
+void TestExportTADataWizard::asksAgain()
+{
+    testsupport::writeFile(output(), "old");
+    open();
+    fillSeriesPage(m_wizard.get(), choices());
+    ModalSteps steps;
+    for (const auto answer : {QMessageBox::No, QMessageBox::Yes, QMessageBox::Yes})
+        steps.on<QMessageBox>([answer](QMessageBox* box) { click(box->button(answer)); });
+    click(button(QWizard::NextButton));
+    QCOMPARE(title(), seriesTitle);
+    click(button(QWizard::NextButton));
+    QCOMPARE(title(), formatTitle);
+    click(button(QWizard::BackButton));
+    QCOMPARE(title(), seriesTitle);
+    click(button(QWizard::NextButton));
+    QCOMPARE(title(), formatTitle);
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+}
+
+void TestExportTADataWizard::asksOnTheSeriesPageOnly()
+{
+    open();
+    fillExportWizard(m_wizard.get(), choices());
+    testsupport::writeFile(output(), "new by now");
+    const ModalSteps steps;
+    click(button(QWizard::FinishButton));
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    QCOMPARE(m_wizard->result(), int(QDialog::Accepted));
+}
+
+void TestExportTADataWizard::checksTheFileWithoutThePage()
+{
+    open();
+    fillSeriesPage(m_wizard.get(), choices());
+    QVERIFY(m_wizard->checkFileName());
+    testsupport::writeFile(output(), "old");
+    ModalSteps steps;
+    for (const auto answer : {QMessageBox::Yes, QMessageBox::No})
+        steps.on<QMessageBox>([answer](QMessageBox* box) { click(box->button(answer)); });
+    QVERIFY(m_wizard->checkFileName());
+    QVERIFY(!m_wizard->checkFileName());
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    QCOMPARE(title(), seriesTitle);
+}
+
+void TestExportTADataWizard::aNextThatIsDisabledIsLeftAlone()
+{
+    open();
+    QAbstractButton* const next = button(QWizard::NextButton);
+    QVERIFY(!next->isEnabled());
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+    QVERIFY(!m_wizard->eventFilter(next, &press));
+    QCOMPARE(title(), seriesTitle);
+}
+
+void TestExportTADataWizard::otherEventsAreLeftAlone()
+{
+    open();
+    fillSeriesPage(m_wizard.get(), choices());
+    QAbstractButton* const next = button(QWizard::NextButton);
+    QKeyEvent tab(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier);
+    QVERIFY(!m_wizard->eventFilter(next, &tab));
+    QKeyEvent release(QEvent::KeyRelease, Qt::Key_Return, Qt::NoModifier);
+    QVERIFY(!m_wizard->eventFilter(next, &release));
+    QEvent enter(QEvent::HoverEnter);
+    QVERIFY(!m_wizard->eventFilter(next, &enter));
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+    QVERIFY(!m_wizard->eventFilter(button(QWizard::CancelButton), &press));
+    QCOMPARE(title(), seriesTitle);
+
+    QVERIFY(m_wizard->eventFilter(next, &press));
+    QCOMPARE(title(), formatTitle);
+    QVERIFY(!m_wizard->eventFilter(next, &press));
+    QCOMPARE(title(), formatTitle);
+}
+
+void TestExportTADataWizard::goesOnAtThePress()
+{
+    open();
+    fillSeriesPage(m_wizard.get(), choices());
+    QTest::mousePress(button(QWizard::NextButton), Qt::LeftButton);
+    QCOMPARE(title(), formatTitle);
+    QVERIFY(!button(QWizard::NextButton)->isDown());
+    click(button(QWizard::FinishButton));
+    QCOMPARE(m_wizard->result(), int(QDialog::Accepted));
+}
+
+void TestExportTADataWizard::keepsItsSize_data()
+{
+    QTest::addColumn<QString>("how");
+    for (const char* how : {"finish", "cancel", "escape", "destroyed"})
+        QTest::newRow(how) << QString::fromLatin1(how);
+}
+
+void TestExportTADataWizard::keepsItsSize()
+{
+    QFETCH(const QString, how);
+    const QSize size(711, 433);
+    open();
+    if (how == u"finish")
+        fillExportWizard(m_wizard.get(), choices());
+    m_wizard->resize(size);
+    QCOMPARE(m_wizard->size(), size);
+    if (how == u"finish")
+        click(button(QWizard::FinishButton));
+    else if (how == u"cancel")
+        click(button(QWizard::CancelButton));
+    else if (how == u"escape")
+        QTest::keyClick(m_wizard.get(), Qt::Key_Escape);
+    QVERIFY(!settings().contains(sizeKey));
+    m_wizard.reset();
+    QCOMPARE(settings().value(sizeKey).toSize(), size);
+
+    open();
+    QCOMPARE(m_wizard->size(), size);
+}
+
+void TestExportTADataWizard::keepsNothingElse()
+{
+    open();
+    ExportChoices choices = this->choices();
+    choices.dateFrom = QDate(2024, 3, 1);
+    choices.dateTo = QDate(2024, 3, 15);
+    choices.timeFrame = QStringLiteral("1 день");
+    choices.extension = QStringLiteral(".csv");
+    choices.lineFormat = QStringLiteral("DATE,TIME,CLOSE");
+    choices.header = false;
+    fillExportWizard(m_wizard.get(), choices);
+    click(button(QWizard::FinishButton));
+
+    open();
+    QCOMPARE(child<QComboBox>("stock")->currentIndex(), -1);
+    QVERIFY(child<QDateEdit>("dateFrom")->date() > choices.dateFrom);
+    QCOMPARE(child<QComboBox>("timeFrame")->currentText(), QStringLiteral("1 минута"));
+    QCOMPARE(child<QLineEdit>("outputFile")->text(), QString());
+    QCOMPARE(child<QComboBox>("extensionComboBox")->currentText(), QStringLiteral(".txt"));
+    QCOMPARE(child<QLineEdit>("outputDir")->text(), QString());
+    QVERIFY(m_wizard->exportDetails().addHeader);
+    QVERIFY(m_wizard->exportDetails().lineFormat.startsWith(QStringLiteral("TICKER,")));
+}
+
+void TestExportTADataWizard::hasASizeOfItsOwnAtFirst()
+{
+    open();
+    QVERIFY(!settings().contains(sizeKey));
+    const QSize minimum = m_wizard->minimumSizeHint();
+    QVERIFY(m_wizard->width() >= minimum.width() && m_wizard->height() >= minimum.height());
+}
+
+void TestExportTADataWizard::survivesASizeThatIsNone()
+{
+    settings().setValue(sizeKey, QStringLiteral("large"));
+    open();
+    QVERIFY(m_wizard->width() >= m_wizard->minimumWidth());
+    QVERIFY(m_wizard->height() >= m_wizard->minimumHeight());
+    fillExportWizard(m_wizard.get(), choices());
+    QVERIFY(enabled(QWizard::FinishButton));
+}
+
+void TestExportTADataWizard::nothingIsCutOff()
+{
+    // As small as it can be made.
+    open();
+    fillSeriesPage(m_wizard.get(), choices());
+    for (const QString& page : {seriesTitle, formatTitle}) {
+        QCOMPARE(title(), page);
+        m_wizard->resize(m_wizard->minimumSize());
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::processEvents();
+        const QList<QWidget*> widgets =
+            m_wizard->currentPage()->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+        for (const QWidget* widget : widgets) {
+            if (!widget->isVisible() || widget->isWindow())
+                continue;
+            QVERIFY2(m_wizard->currentPage()->rect().contains(widget->geometry()),
+                     qPrintable(widget->objectName()));
+            const int needed = widget->minimumSizeHint().width();
+            QVERIFY2(widget->width() >= std::min(needed, widget->maximumWidth()),
+                     qPrintable(widget->objectName()));
+        }
+        if (page == seriesTitle)
+            click(button(QWizard::NextButton));
+    }
+}
+
+void TestExportTADataWizard::tabFollowsTheEye()
+{
+    open();
+    const QStringList names{"stock",     "board",     "security",   "dateFrom",
+                            "dateTo",    "timeFrame", "outputFile", "extensionComboBox",
+                            "outputDir", "chooseDir"};
+    QCOMPARE(tabNames(), names + QStringList({"Cancel"}));
+    fillSeriesPage(m_wizard.get(), choices());
+    child<QComboBox>("stock")->setFocus();
+    QCOMPARE(tabNames(), names + QStringList({"Next", "Cancel"}));
+
+    click(button(QWizard::NextButton));
+    QCOMPARE(tabNames(), QStringList({"lineFormat", "separator", "dateFormat", "timeFormat",
+                                      "writeHead", "Back", "Finish", "Cancel"}));
+}
+
+void TestExportTADataWizard::everyLabelHasABuddy()
+{
+    open();
+    int labels = 0;
+    const QList<int> ids = m_wizard->pageIds();
+    for (const int id : ids) {
+        const QList<QLabel*> all = m_wizard->page(id)->findChildren<QLabel*>();
+        for (const QLabel* label : all) {
+            ++labels;
+            QVERIFY2(label->buddy(), qPrintable(label->text()));
+            QVERIFY2(label->buddy()->focusPolicy() & Qt::TabFocus, qPrintable(label->text()));
+            QCOMPARE(label->buddy()->parentWidget(), m_wizard->page(id));
+        }
+    }
+    QCOMPARE(labels, 13);
+}
+
+void TestExportTADataWizard::theKeyboardSuffices()
+{
+    // However slow the machine is, the letters belong together.
+    const int interval = QApplication::keyboardInputInterval();
+    QApplication::setKeyboardInputInterval(60'000);
+    const auto restore =
+        qScopeGuard([interval] { QApplication::setKeyboardInputInterval(interval); });
+
+    open();
+    QCOMPARE(m_wizard->focusWidget(), child<QComboBox>("stock"));
+    type("ORIENT");
+    type(Qt::Key_Tab);
+    type("FX");
+    type(Qt::Key_Tab);
+    type("GB");
+    type(Qt::Key_Tab);
+    type("01032024");
+    type(Qt::Key_Tab);
+    type("15032024");
+    type(Qt::Key_Tab);
+    type(Qt::Key_Down);
+    type(Qt::Key_Tab);
+    QCOMPARE(m_wizard->focusWidget(), child<QLineEdit>("outputFile"));
+    QCOMPARE(child<QLineEdit>("outputFile")->text(), QStringLiteral("GBPUSD_240301_240315"));
+    type(Qt::Key_Tab);
+    type(Qt::Key_Down);
+    type(Qt::Key_Tab);
+    QTest::keyClicks(m_wizard->focusWidget(), m_output->path());
+    type(Qt::Key_Return);
+
+    QCOMPARE(title(), formatTitle);
+    QCOMPARE(m_wizard->focusWidget(), child<QComboBox>("lineFormat"));
+    type(Qt::Key_End);
+    type(Qt::Key_Tab);
+    type(Qt::Key_Down);
+    type(Qt::Key_Return);
+    QVERIFY(!m_wizard->isVisible());
+    QCOMPARE(m_wizard->result(), int(QDialog::Accepted));
+    const ExportDetails details = m_wizard->exportDetails();
+    QCOMPARE(details.securityName, QStringLiteral("GBPUSD"));
+    QCOMPARE(details.timeframe, 300);
+    QCOMPARE(details.dateFrom, QDate(2024, 3, 1));
+    QCOMPARE(details.dateTo, QDate(2024, 3, 15));
+    QCOMPARE(details.outputPath, m_output->filePath(QStringLiteral("GBPUSD_240301_240315.csv")));
+    QCOMPARE(details.lineFormat, QStringLiteral("DATE,TIME,CLOSE"));
+    QCOMPARE(details.separator, QStringLiteral(";"));
+}
+
+QTEST_MAIN(TestExportTADataWizard)
+#include "tst_exporttadatawizard.moc"

@@ -1,0 +1,429 @@
+// The export command from the menu to the written file: the plug-in is loaded from its file, and
+// its windows are answered with mouse and keys.
+
+#include "plugin/commandtest.h"
+#include "support/filetree.h"
+#include "support/modalsteps.h"
+#include "support/strictlog.h"
+#include "support/userhands.h"
+
+#include <vexdesk/database/exception.h>
+#include <vexdesk/terminal/core.h>
+#include <vexdesk/terminal/deals.h>
+#include <vexdesk/terminal/referencedata.h>
+
+#include <QtCore/QScopeGuard>
+#include <QtCore/QTemporaryDir>
+#include <QtCore/QThreadPool>
+#include <QtTest/QTest>
+#include <QtWidgets/QAbstractButton>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QDateEdit>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QProgressDialog>
+#include <QtWidgets/QWizard>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <mutex>
+
+using testsupport::click;
+using testsupport::LoadedPlugin;
+using testsupport::ModalSteps;
+using testsupport::readBox;
+using testsupport::readFile;
+using testsupport::Shown;
+using testsupport::writeFile;
+
+namespace {
+
+const QDate pastDay(2024, 1, 15);
+const QByteArray mark = QByteArrayLiteral("\xef\xbb\xbf");
+
+// An output that lets nobody write until the test reads from it.
+class BlockedOutput final
+{
+public:
+    explicit BlockedOutput(const QString& path)
+        : m_path(QFile::encodeName(path))
+    {
+        QCOMPARE(::mkfifo(m_path.constData(), 0600), 0);
+    }
+    ~BlockedOutput()
+    {
+        if (m_descriptor >= 0)
+            ::close(m_descriptor);
+    }
+    Q_DISABLE_COPY_MOVE(BlockedOutput)
+
+    void release()
+    {
+        m_descriptor = ::open(m_path.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+        QVERIFY(m_descriptor >= 0);
+    }
+
+private:
+    QByteArray m_path;
+    int m_descriptor = -1;
+};
+
+Shown success()
+{
+    return testsupport::information(QStringLiteral("Успешное завершение экспорта"),
+                                    QStringLiteral("Экспорт данных ТА успешно завершен"));
+}
+
+template <typename Widget>
+Widget* child(const QWidget* parent, const char* name)
+{
+    auto* const widget = parent->findChild<Widget*>(QLatin1String(name));
+    if (!widget)
+        qFatal("no %s", name);
+    return widget;
+}
+
+void typeDate(const QWizard* wizard, const char* name, const QDate& date)
+{
+    auto* const edit = child<QDateEdit>(wizard, name);
+    edit->setFocus();
+    edit->setSelectedSection(QDateTimeEdit::DaySection);
+    QTest::keyClicks(edit, date.toString(QStringLiteral("ddMMyyyy")));
+    QCOMPARE(edit->date(), date);
+}
+
+void typeLine(const QWizard* wizard, const char* name, const QString& text)
+{
+    auto* const edit = child<QLineEdit>(wizard, name);
+    edit->selectAll();
+    QTest::keyClicks(edit, text);
+}
+
+} // namespace
+
+class TestExportCommand final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void exportsStoredDays();
+    void exportsTodaysDealsBehindTheStoredDays();
+    void leavesNoTraceWhenTheWizardIsCancelled();
+    void asksBeforeAFileIsOverwritten();
+    void namesAnOutputThatCannotBeOpened();
+    void theProgressDialogCannotBeClosed();
+    void dealsThatArriveMeanwhileComeAfterwards();
+    void letsTheExceptionOfADealPass();
+    void goesOnAfterManyShortJobs();
+    void showsTheProgressOfALongInterval();
+
+private:
+    void store(const QString& dayFile, const QByteArray& content) const
+    {
+        writeFile(m_plugin->store().filePath(QStringLiteral("NORD/MAIN/ALFA/") + dayFile), content);
+    }
+    void post(const vexdesk::Deal& deal) const;
+    vexdesk::Deal dealOfToday(const QTime& time, const char* price) const;
+    // The first page up to its button, which is left to the caller.
+    void fillSeries(QWizard* wizard, const QDate& from, const QDate& to) const;
+    void fillWizard(ModalSteps& steps, const QDate& from, const QDate& to) const;
+    QString output() const { return m_output->filePath(QStringLiteral("out.txt")); }
+
+    std::unique_ptr<LoadedPlugin> m_plugin;
+    std::unique_ptr<QTemporaryDir> m_output;
+};
+
+void TestExportCommand::init()
+{
+    testsupport::failOnStrayWarnings();
+    m_plugin = std::make_unique<LoadedPlugin>();
+    m_output = std::make_unique<QTemporaryDir>();
+    store(QStringLiteral("20240115_60.iss"), "100100;1.5;1.7;1.4;1.6;12;3.00;7\n"
+                                             "100200;1.6;1.8;1.5;1.7;13;1.00;8\n");
+}
+
+void TestExportCommand::cleanup()
+{
+    m_output.reset();
+    m_plugin.reset();
+}
+
+void TestExportCommand::post(const vexdesk::Deal& deal) const
+{
+    const vexdesk::DealWriter writer(vexdesk::dealsTable(*m_plugin->core().database()));
+    m_plugin->core().rawQueue()->post(writer.table(), writer.row(deal));
+}
+
+vexdesk::Deal TestExportCommand::dealOfToday(const QTime& time, const char* price) const
+{
+    vexdesk::Deal deal;
+    deal.stockId = 1;
+    deal.boardId = 1;
+    deal.securityId = 101;
+    deal.moment = datetime(QDateTime(QDate::currentDate(), time, Qt::UTC).toMSecsSinceEpoch());
+    deal.price = decimal(QString::fromLatin1(price));
+    deal.quantity = 2;
+    return deal;
+}
+
+void TestExportCommand::fillSeries(QWizard* wizard, const QDate& from, const QDate& to) const
+{
+    QVERIFY(!wizard->parentWidget());
+    typeDate(wizard, "dateFrom", from);
+    typeDate(wizard, "dateTo", to);
+    typeLine(wizard, "outputFile", QStringLiteral("out"));
+    typeLine(wizard, "outputDir", m_output->path());
+}
+
+void TestExportCommand::fillWizard(ModalSteps& steps, const QDate& from, const QDate& to) const
+{
+    steps.on<QWizard>([this, from, to](QWizard* wizard) {
+        fillSeries(wizard, from, to);
+        click(wizard->button(QWizard::NextButton));
+        testsupport::choose(child<QComboBox>(wizard, "separator"),
+                            QStringLiteral("точка с запятой (;)"));
+        testsupport::choose(child<QComboBox>(wizard, "lineFormat"),
+                            QStringLiteral("DATE,TIME,CLOSE"));
+        QTest::keyClick(child<QAbstractButton>(wizard, "writeHead"), Qt::Key_Space);
+        click(wizard->button(QWizard::FinishButton));
+    });
+}
+
+void TestExportCommand::exportsStoredDays()
+{
+    store(QStringLiteral("20240117_60.iss"), "100100;5;5;5;5;1;1;1\n");
+    store(QStringLiteral("20240118_60.iss"), "100100;6;6;6;6;1;1;1\n");
+    Shown shown;
+    ModalSteps steps;
+    fillWizard(steps, pastDay, QDate(2024, 1, 17));
+    steps.letPass<QProgressDialog>();
+    readBox(steps, &shown);
+    LoadedPlugin::trigger("2_Export");
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    QCOMPARE(shown, success());
+    QCOMPARE(readFile(output()), mark + "20240115;100100;1.6\n"
+                                        "20240115;100100;1.6\n"
+                                        "20240115;100200;1.7\n"
+                                        "20240117;100100;5\n");
+}
+
+void TestExportCommand::exportsTodaysDealsBehindTheStoredDays()
+{
+    // Those of the day are the same on both sides of midnight: there are deals on either.
+    const QDate today = QDate::currentDate();
+    post(dealOfToday(QTime(10, 0, 1), "7.5"));
+    post(dealOfToday(QTime(10, 0, 2), "7.7"));
+    post(dealOfToday(QTime(10, 2, 0), "8.0"));
+    store(today.addDays(-1).toString(QStringLiteral("yyyyMMdd")) + QStringLiteral("_60.iss"),
+          "100100;5;5;5;5;1;1;1\n");
+    Shown shown;
+    ModalSteps steps;
+    fillWizard(steps, today.addDays(-1), today);
+    steps.letPass<QProgressDialog>();
+    readBox(steps, &shown);
+    LoadedPlugin::trigger("2_Export");
+    if (QDate::currentDate() != today)
+        QSKIP("the day has changed meanwhile");
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    QCOMPARE(shown, success());
+    const QByteArray day = today.toString(QStringLiteral("yyyyMMdd")).toLatin1();
+    const QByteArray yesterday = today.addDays(-1).toString(QStringLiteral("yyyyMMdd")).toLatin1();
+    QCOMPARE(readFile(output()),
+             mark + yesterday + ";100100;5\n" + day + ";100100;7.7\n" + day + ";100200;8.0\n");
+}
+
+void TestExportCommand::leavesNoTraceWhenTheWizardIsCancelled()
+{
+    const auto before = testsupport::readTree(m_plugin->store());
+    ModalSteps steps;
+    steps.on<QWizard>([this](QWizard* wizard) {
+        fillSeries(wizard, pastDay, pastDay);
+        click(wizard->button(QWizard::NextButton));
+        click(wizard->button(QWizard::CancelButton));
+    });
+    LoadedPlugin::trigger("2_Export");
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    QVERIFY(!QFile::exists(output()));
+    QCOMPARE(testsupport::readTree(m_plugin->store()), before);
+}
+
+void TestExportCommand::asksBeforeAFileIsOverwritten()
+{
+    writeFile(output(), "precious");
+    Shown shown;
+    ModalSteps steps;
+    steps.during<QWizard>([this](QWizard* wizard) {
+        fillSeries(wizard, pastDay, pastDay);
+        click(wizard->button(QWizard::NextButton));
+        QCOMPARE(wizard->currentPage()->title(), QStringLiteral("Серия"));
+        QCOMPARE(readFile(output()), QByteArray("precious"));
+        click(wizard->button(QWizard::NextButton));
+        QCOMPARE(wizard->currentPage()->title(), QStringLiteral("Формат"));
+        click(wizard->button(QWizard::FinishButton));
+    });
+    for (const QMessageBox::StandardButton answer : {QMessageBox::No, QMessageBox::Yes}) {
+        steps.on<QMessageBox>([answer](QMessageBox* box) {
+            QCOMPARE(box->windowTitle(), QStringLiteral("Файл существует"));
+            click(box->button(answer));
+        });
+    }
+    steps.letPass<QProgressDialog>();
+    readBox(steps, &shown);
+    LoadedPlugin::trigger("2_Export");
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    QCOMPARE(shown, success());
+    QVERIFY(readFile(output()).startsWith(mark + "<TICKER>"));
+}
+
+void TestExportCommand::namesAnOutputThatCannotBeOpened()
+{
+    Shown shown;
+    ModalSteps steps;
+    steps.on<QWizard>([this](QWizard* wizard) {
+        fillSeries(wizard, pastDay, pastDay);
+        typeLine(wizard, "outputDir", m_output->filePath(QStringLiteral("missing")));
+        click(wizard->button(QWizard::NextButton));
+        click(wizard->button(QWizard::FinishButton));
+    });
+    steps.letPass<QProgressDialog>();
+    readBox(steps, &shown);
+    LoadedPlugin::trigger("2_Export");
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    QCOMPARE(
+        shown,
+        testsupport::warning(
+            QStringLiteral("Ошибка"),
+            QStringLiteral("Невозможно открыть файл %1/missing/out.txt").arg(m_output->path())));
+    QVERIFY(!QDir(m_output->filePath(QStringLiteral("missing"))).exists());
+}
+
+void TestExportCommand::theProgressDialogCannotBeClosed()
+{
+    BlockedOutput blocked(output());
+    Shown shown;
+    ModalSteps steps;
+    steps.during<QWizard>([this](QWizard* wizard) {
+        fillSeries(wizard, pastDay, pastDay);
+        click(wizard->button(QWizard::NextButton));
+        click(wizard->button(QWizard::FinishButton));
+    });
+    steps.on<QMessageBox>([](QMessageBox* box) { click(box->button(QMessageBox::Yes)); });
+    steps.during<QProgressDialog>([this, &blocked](QProgressDialog* dialog) {
+        const auto release = qScopeGuard([&blocked] { blocked.release(); });
+        QVERIFY(!dialog->parentWidget());
+        QVERIFY(dialog->isModal());
+        QCOMPARE(dialog->windowTitle(), QStringLiteral("Экспорт"));
+        QCOMPARE(dialog->labelText(), QStringLiteral("Экспортирую..."));
+        QCOMPARE(dialog->minimum(), 0);
+        QCOMPARE(dialog->maximum(), 100);
+        QVERIFY(dialog->findChildren<QAbstractButton*>().isEmpty());
+        // The toolkit adds the menu that a minimise button needs.
+        QCOMPARE(dialog->windowFlags() & ~Qt::WindowSystemMenuHint,
+                 Qt::Dialog | Qt::WindowTitleHint | Qt::WindowMinimizeButtonHint |
+                     Qt::CustomizeWindowHint);
+        for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return, Qt::Key_Space})
+            QTest::keyClick(dialog, key);
+        QTest::keyClick(dialog, Qt::Key_F4, Qt::AltModifier);
+        QVERIFY(!testsupport::closeFromOutside(dialog));
+        QCoreApplication::processEvents();
+        QVERIFY(dialog->isVisible());
+        QCOMPARE(QApplication::activeModalWidget(), dialog);
+        QCOMPARE(QThreadPool::globalInstance()->activeThreadCount(), 1);
+        QVERIFY(m_plugin->core().rawQueue()->isSuspended());
+    });
+    readBox(steps, &shown);
+    LoadedPlugin::trigger("2_Export");
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    QCOMPARE(shown, success());
+    QVERIFY(!m_plugin->core().rawQueue()->isSuspended());
+}
+
+void TestExportCommand::dealsThatArriveMeanwhileComeAfterwards()
+{
+    const QDate today = QDate::currentDate();
+    post(dealOfToday(QTime(10, 0), "1"));
+    const Table& deals = *vexdesk::dealsTable(*m_plugin->core().database());
+    const auto count = [&deals] {
+        const std::lock_guard lock(deals);
+        return deals.masterIndex().count();
+    };
+    Shown shown;
+    ModalSteps steps;
+    fillWizard(steps, today, today);
+    steps.letPass<QProgressDialog>();
+    readBox(steps, &shown);
+    // Once the dialog of the job is there, the queue stands still.
+    const testsupport::WhenShown arrival("QProgressDialog", [this, &count](QWidget*) {
+        post(dealOfToday(QTime(10, 1), "2"));
+        QCOMPARE(count(), 1);
+    });
+    LoadedPlugin::trigger("2_Export");
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    QCOMPARE(shown, success());
+    QCOMPARE(count(), 1 + arrival.times());
+    if (QDate::currentDate() != today)
+        QSKIP("the day has changed meanwhile");
+    QVERIFY(readFile(output()).endsWith(";100000;1\n"));
+}
+
+void TestExportCommand::letsTheExceptionOfADealPass()
+{
+    QList<Table::Column> columns = vexdesk::dealsColumns();
+    for (Table::Column& column : columns) {
+        if (column.name == u"price")
+            column.type = vexdesk::FieldType::Double;
+    }
+    m_plugin->core().database()->createTable(vexdesk::dealsTableName(), columns);
+    const QDate today = QDate::currentDate();
+    post(dealOfToday(QTime(10, 0), "1"));
+    ModalSteps steps;
+    fillWizard(steps, today, today);
+    steps.letPass<QProgressDialog>();
+    QString message;
+    try {
+        LoadedPlugin::trigger("2_Export");
+    } catch (const Exception& exception) {
+        message = exception.message();
+    }
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    QCOMPARE(message, QStringLiteral("Incorrect type conversion."));
+    QVERIFY(!m_plugin->core().rawQueue()->isSuspended());
+    QVERIFY(!QApplication::activeModalWidget());
+}
+
+void TestExportCommand::goesOnAfterManyShortJobs()
+{
+    for (int i = 0; i < 20; ++i) {
+        QFile::remove(output());
+        Shown shown;
+        ModalSteps steps;
+        fillWizard(steps, pastDay, pastDay);
+        steps.letPass<QProgressDialog>();
+        readBox(steps, &shown);
+        LoadedPlugin::trigger("2_Export");
+        QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+        QCOMPARE(shown, success());
+    }
+}
+
+// Tens of thousands of values, one for each day.
+void TestExportCommand::showsTheProgressOfALongInterval()
+{
+    Shown shown;
+    ModalSteps steps;
+    fillWizard(steps, QDate(1800, 1, 1), QDate(2024, 1, 17));
+    steps.letPass<QProgressDialog>();
+    readBox(steps, &shown);
+    LoadedPlugin::trigger("2_Export");
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    QCOMPARE(shown, success());
+    QVERIFY(readFile(output()).endsWith("20240115;100200;1.7\n"));
+}
+
+QTEST_MAIN(TestExportCommand)
+#include "tst_exportcommand.moc"
