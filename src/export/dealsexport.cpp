@@ -1,6 +1,6 @@
 #include "export/dealsexport.h"
 
-#include "export/exportbar.h"
+#include "export/barexporter.h"
 #include "store/bardescription.h"
 
 #include <vexdesk/database/datetime.h>
@@ -189,6 +189,7 @@ void exportDeals(const ExportDetails& details, const QDate& today, const DealsPr
     const MasterIndex_Column_Pure filter(deals, columns.key());
     const DayOfMoments day(today);
     const int rest = 100 - progress.start;
+    BarExporter exporter(details, out);
     BarDescription target;
     {
         const std::lock_guard lock(*deals);
@@ -199,7 +200,7 @@ void exportDeals(const ExportDetails& details, const QDate& today, const DealsPr
             if (filter.compare(deal, key) == 0) {
                 const qint64 moment = columns.moment(deal);
                 if (day.contains(moment)) {
-                    exportBar(columns.bar(deal, today, day.time(moment)), target, details, out);
+                    exporter.exportBar(columns.bar(deal, today, day.time(moment)), target);
                 }
             }
             if (++done % rowsPerProgress == 0) {
@@ -209,7 +210,7 @@ void exportDeals(const ExportDetails& details, const QDate& today, const DealsPr
         }
     }
     if (target.valid)
-        writeBar(target, out, details);
+        exporter.writeBar(target);
 }
 
 } // namespace tadata

@@ -1,5 +1,6 @@
 #include "export/exportjob.h"
 
+#include "export/barexporter.h"
 #include "export/dealsexport.h"
 #include "export/exportbar.h"
 #include "store/dayfile.h"
@@ -33,6 +34,7 @@ public:
         , m_progress(progress)
         , m_shown(start.progress)
         , m_out(out)
+        , m_exporter(details, out)
     {}
 
     // Ends early when the disk is full: the rest could not be written either.
@@ -77,11 +79,11 @@ private:
         BarDescription target;
         QByteArrayView line;
         while (lines.next(&line)) {
-            exportBar(barFromRecordLine(line, day), target, m_details, m_out);
+            m_exporter.exportBar(barFromRecordLine(line, day), target);
             // After every line, not only when a bar is finished: files that are read while the day
             // goes on hold the bar as far as it has come.
             if (target.valid)
-                writeBar(target, m_out, m_details);
+                m_exporter.writeBar(target);
         }
     }
 
@@ -91,6 +93,7 @@ private:
     const ProgressSink& m_progress;
     int m_shown;
     QTextStream& m_out;
+    BarExporter m_exporter;
     std::optional<QDir> m_dir;
 };
 

@@ -12,9 +12,9 @@ namespace {
 
 constexpr char separator = ';';
 
-bool isDigit(char c)
+bool areDigits(QByteArrayView text)
 {
-    return c >= '0' && c <= '9';
+    return std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
 // Null when there is none.
@@ -61,7 +61,7 @@ QTime timeOf(QByteArrayView text)
 int integerOf(QByteArrayView text)
 {
     constexpr int safeDigits = 9;
-    if (text.empty() || text.size() > safeDigits || !std::all_of(text.begin(), text.end(), isDigit))
+    if (text.empty() || text.size() > safeDigits || !areDigits(text))
         return QString::fromUtf8(text).toInt();
     int number = 0;
     for (const char digit : text)
@@ -96,7 +96,7 @@ BarDescription barFromRecordLine(QByteArrayView line, const QDate& day)
 int secondOfPlainTime(QByteArrayView text)
 {
     constexpr int length = 6;
-    if (text.size() != length || !std::all_of(text.begin(), text.end(), isDigit))
+    if (text.size() != length || !areDigits(text))
         return -1;
     const auto number = [text](int at) { return (text[at] - '0') * 10 + text[at + 1] - '0'; };
     const int hour = number(0);

@@ -6,7 +6,6 @@
 #include <QtCore/QVarLengthArray>
 
 #include <algorithm>
-#include <charconv>
 
 namespace tadata {
 
@@ -15,6 +14,8 @@ namespace tadata {
 class TextLine final
 {
 public:
+    void clear() { m_size = 0; }
+
     void append(QChar character)
     {
         *room(1) = character.unicode();
@@ -32,10 +33,18 @@ public:
     void append(qint64 number)
     {
         constexpr int maxSize = 20;
-        char digits[maxSize];
-        const char* const end = std::to_chars(digits, digits + maxSize, number).ptr;
-        std::copy(static_cast<const char*>(digits), end, room(maxSize));
-        m_size += end - digits;
+        char16_t* const end = room(maxSize) + maxSize;
+        char16_t* at = end;
+        quint64 rest = number < 0 ? 0 - static_cast<quint64>(number) : static_cast<quint64>(number);
+        do {
+            *--at = static_cast<char16_t>(u'0' + rest % 10);
+            rest /= 10;
+        } while (rest != 0);
+        if (number < 0)
+            *--at = u'-';
+        // To where the text begins; most numbers have one digit.
+        for (char16_t* to = end - maxSize; at != end; ++to, ++at, ++m_size)
+            *to = *at;
     }
 
     /// Two digits, the first of which may be 0; for numbers from 0 to 99.

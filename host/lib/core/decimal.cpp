@@ -40,6 +40,14 @@ Wide roundAway(Wide value, int digits)
     return (value + (value < 0 ? -half : half)) / unit;
 }
 
+int digitCount(quint64 number)
+{
+    int count = 1;
+    for (quint64 limit = 10; count <= mantissaDigits && number >= limit; limit *= 10)
+        ++count;
+    return count;
+}
+
 [[noreturn]] void throwIncorrect(QStringView text)
 {
     throw QCoreApplication::translate("decimal", "Некорректное число '%1'").arg(text);
@@ -143,27 +151,28 @@ QString decimal::toString() const
 
 int decimal::toText(char16_t* text) const noexcept
 {
-    // From the last digit to the first one, which may stand anywhere in the room.
-    char16_t* const end = text + maxTextSize;
-    char16_t* at = end;
     const qint64 value = mantissa();
+    const int fraction = scale();
     quint64 rest = value < 0 ? static_cast<quint64>(-value) : static_cast<quint64>(value);
-    const auto putDigit = [&at, &rest] {
-        *--at = static_cast<char16_t>(u'0' + rest % 10);
-        rest /= 10;
+    // At least one digit stands before the point.
+    const int digits = std::max(digitCount(rest), fraction + 1);
+    const int size = (value < 0) + digits + (fraction > 0);
+
+    char16_t* at = text + size;
+    const auto putDigits = [&at, &rest](int count) {
+        for (int i = 0; i < count; ++i) {
+            *--at = static_cast<char16_t>(u'0' + rest % 10);
+            rest /= 10;
+        }
     };
-    if (const int digits = scale(); digits > 0) {
-        for (int i = 0; i < digits; ++i)
-            putDigit();
+    if (fraction > 0) {
+        putDigits(fraction);
         *--at = u'.';
     }
-    do
-        putDigit();
-    while (rest != 0);
+    putDigits(digits - fraction);
     if (value < 0)
         *--at = u'-';
-    std::copy(at, end, text);
-    return static_cast<int>(end - at);
+    return size;
 }
 
 int decimal::compare(const decimal& other) const noexcept

@@ -41,8 +41,7 @@ public:
     struct Cell
     {
         vexdesk::FieldType type = vexdesk::FieldType::Int32;
-        const void* value =
-            nullptr; ///< of the type's C++ type (see FieldType), whether present or not
+        const void* value = nullptr; ///< of the C++ type that FieldType names
         bool present = false;
 
         /// The value; the type's default (zero, the empty text) where there is none.

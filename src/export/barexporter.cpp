@@ -1,0 +1,206 @@
+#include "export/barexporter.h"
+
+#include "export/exportdetails.h"
+
+#include <QtCore/QDateTime>
+#include <QtCore/QStringList>
+#include <QtCore/QTextStream>
+
+#include <cmath>
+
+namespace tadata {
+
+namespace {
+
+constexpr int secondsOfDay = 24 * 60 * 60;
+constexpr int msecsOfSecond = 1000;
+
+// Volumes are 64 bits wide and may be anything: their sum wraps around instead of being undefined.
+qint64 wrappingSum(qint64 left, qint64 right)
+{
+    return static_cast<qint64>(static_cast<quint64>(left) + static_cast<quint64>(right));
+}
+
+// A bar without a time is at midnight.
+int msecsOf(const QTime& time)
+{
+    return time.isValid() ? time.msecsSinceStartOfDay() : 0;
+}
+
+// Seconds from midnight to the end of the interval in which a time lies. An interval holds its end
+// and not its start.
+int intervalEnd(const QTime& time, int timeframe)
+{
+    const int length = timeframe * msecsOfSecond;
+    return static_cast<int>(std::ceil(msecsOf(time) / static_cast<double>(length))) * timeframe;
+}
+
+// The last interval of a day ends at the midnight that begins the next one, and so a daily bar has
+// the date of the day after. Kept: the files that users have exported are stamped this way, and new
+// bars must fit behind the old ones.
+void stampWithIntervalEnd(BarDescription& bar, const BarDescription& source, int timeframe)
+{
+    const int end = intervalEnd(source.time, timeframe);
+    bar.date = end == secondsOfDay ? source.date.addDays(1) : source.date;
+    bar.time = QTime(0, 0).addSecs(end);
+}
+
+void fold(const BarDescription& source, BarDescription& target)
+{
+    // Of equal prices the later one gives the high its digits, and the earlier one the low.
+    if (source.high.compare(target.high) >= 0)
+        target.high = source.high;
+    if (source.low.compare(target.low) < 0)
+        target.low = source.low;
+    target.close = source.close;
+    target.volume = wrappingSum(target.volume, source.volume);
+    target.value += source.value;
+    target.openInterest = source.openInterest;
+}
+
+BarDescription firstOf(const BarDescription& source, int timeframe)
+{
+    BarDescription target = source;
+    target.valid = true;
+    target.error.clear();
+    stampWithIntervalEnd(target, source, timeframe);
+    return target;
+}
+
+// hh, mm and ss, each whole, and signs that are no letters and quote none.
+bool isPlainTimePattern(QStringView pattern)
+{
+    for (qsizetype i = 0; i < pattern.size(); ++i) {
+        const QChar letter = pattern[i];
+        if (letter == u'\'')
+            return false;
+        if (!letter.isLetter())
+            continue;
+        const bool isKnown = letter == u'h' || letter == u'm' || letter == u's';
+        const bool isTwice = i + 1 < pattern.size() && pattern[i + 1] == letter &&
+                             (i + 2 == pattern.size() || pattern[i + 2] != letter);
+        if (!isKnown || !isTwice)
+            return false;
+        ++i;
+    }
+    return true;
+}
+
+} // namespace
+
+const BarExporter::NamedColumn BarExporter::namedColumns[] = {
+    {"TICKER", Column::Ticker}, {"PER", Column::Per},          {"DATE", Column::Date},
+    {"TIME", Column::Time},     {"OPEN", Column::Open},        {"HIGH", Column::High},
+    {"LOW", Column::Low},       {"CLOSE", Column::Close},      {"VOL", Column::Vol},
+    {"VAL", Column::Val},       {"OPEN_INT", Column::OpenInt},
+};
+
+BarExporter::BarExporter(const ExportDetails& details, QTextStream& out)
+    : m_details(details)
+    , m_out(out)
+    , m_isPlainTime(isPlainTimePattern(details.timeFormat))
+{
+    const QStringList names = details.lineFormat.split(u',');
+    for (const NamedColumn& named : namedColumns) {
+        const QLatin1String name(named.name);
+        if (!names.contains(name))
+            continue;
+        if (names.last() == name)
+            m_last = static_cast<int>(m_columns.size());
+        m_columns.append(named.column);
+    }
+}
+
+void BarExporter::exportBar(const BarDescription& source, BarDescription& target)
+{
+    if (target.valid && !liesAfter(source, target)) {
+        fold(source, target);
+        return;
+    }
+    if (target.valid)
+        writeBar(target);
+    target = firstOf(source, m_details.timeframe);
+}
+
+// As moments of the local clock.
+bool BarExporter::liesAfter(const BarDescription& source, const BarDescription& target)
+{
+    if (m_days.isKnownAsEven(source.date) && m_days.isKnownAsEven(target.date)) {
+        return target.date < source.date ||
+               (target.date == source.date && msecsOf(target.time) < msecsOf(source.time));
+    }
+    return QDateTime(target.date, target.time) < QDateTime(source.date, source.time);
+}
+
+void BarExporter::writeBar(const BarDescription& bar)
+{
+    m_line.clear();
+    for (int i = 0; i < m_columns.size(); ++i) {
+        append(m_columns.at(i), bar);
+        if (i == m_last)
+            m_line.append(QChar(u'\n'));
+        else
+            m_line.append(m_details.separator);
+    }
+    m_out << m_line.text();
+}
+
+void BarExporter::append(Column column, const BarDescription& bar)
+{
+    switch (column) {
+    case Column::Ticker:
+        return m_line.append(m_details.securityName);
+    case Column::Per:
+        return m_line.append(qint64(m_details.timeframe));
+    case Column::Date:
+        return appendDate(bar.date);
+    case Column::Time:
+        return appendTime(bar.time);
+    case Column::Open:
+        return m_line.append(bar.open);
+    case Column::High:
+        return m_line.append(bar.high);
+    case Column::Low:
+        return m_line.append(bar.low);
+    case Column::Close:
+        return m_line.append(bar.close);
+    case Column::Vol:
+        return m_line.append(bar.volume);
+    case Column::Val:
+        return m_line.append(bar.value);
+    case Column::OpenInt:
+        return m_line.append(qint64(bar.openInterest));
+    }
+}
+
+void BarExporter::appendDate(const QDate& date)
+{
+    if (date != m_date) {
+        m_date = date;
+        m_dateText = date.toString(m_details.dateFormat);
+    }
+    m_line.append(m_dateText);
+}
+
+void BarExporter::appendTime(const QTime& time)
+{
+    if (!m_isPlainTime || !time.isValid())
+        return m_line.append(time.toString(m_details.timeFormat));
+    const QStringView pattern = m_details.timeFormat;
+    for (qsizetype i = 0; i < pattern.size(); ++i) {
+        const QChar letter = pattern[i];
+        if (letter == u'h')
+            m_line.appendTwoDigits(time.hour());
+        else if (letter == u'm')
+            m_line.appendTwoDigits(time.minute());
+        else if (letter == u's')
+            m_line.appendTwoDigits(time.second());
+        else {
+            m_line.append(letter);
+            continue;
+        }
+        ++i;
+    }
+}
+
+} // namespace tadata

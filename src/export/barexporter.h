@@ -1,0 +1,51 @@
+#pragma once
+
+#include "export/localdays.h"
+#include "store/bardescription.h"
+#include "store/textline.h"
+
+#include <QtCore/QList>
+#include <QtCore/QString>
+
+class QTextStream;
+struct ExportDetails;
+
+namespace tadata {
+
+/// What exportBar and writeBar do, for a long row of bars: the line format is taken apart once, and
+/// the text of a date is made once for all bars of the day. The settings and the stream must
+/// outlive it. One thread at a time.
+class BarExporter final
+{
+public:
+    BarExporter(const ExportDetails& details, QTextStream& out);
+
+    void exportBar(const BarDescription& source, BarDescription& target);
+    void writeBar(const BarDescription& bar);
+
+private:
+    enum class Column { Ticker, Per, Date, Time, Open, High, Low, Close, Vol, Val, OpenInt };
+    struct NamedColumn
+    {
+        const char* name;
+        Column column;
+    };
+    static const NamedColumn namedColumns[];
+
+    bool liesAfter(const BarDescription& source, const BarDescription& target);
+    void append(Column column, const BarDescription& bar);
+    void appendDate(const QDate& date);
+    void appendTime(const QTime& time);
+
+    const ExportDetails& m_details;
+    QTextStream& m_out;
+    QList<Column> m_columns; ///< those that are written, in their order
+    int m_last = -1;         ///< the place in m_columns after which the line ends; -1 for none
+    bool m_isPlainTime;      ///< the time's pattern has nothing in it but hh, mm, ss and signs
+    LocalDays m_days;
+    TextLine m_line;
+    QDate m_date; ///< the date that was written last, and its text
+    QString m_dateText;
+};
+
+} // namespace tadata

@@ -1,0 +1,151 @@
+// A long row of bars beside the same bars one by one: what the exporter remembers from bar to bar
+// must not show.
+
+#include "export/barexporter.h"
+
+#include "export/exportbar.h"
+#include "export/exportdetails.h"
+#include "support/localzone.h"
+#include "support/strictlog.h"
+
+#include <QtCore/QRandomGenerator>
+#include <QtCore/QTextStream>
+#include <QtTest/QTest>
+
+class TestBarExporter final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { testsupport::failOnStrayWarnings(); }
+    void writesARowAsBarByBar_data();
+    void writesARowAsBarByBar();
+    void writesTimesOfEveryPattern_data();
+    void writesTimesOfEveryPattern();
+};
+
+namespace {
+
+ExportDetails detailsOf(int timeframe, const QString& timeFormat)
+{
+    ExportDetails details;
+    details.securityName = QStringLiteral("ALFA");
+    details.timeframe = timeframe;
+    details.separator = QStringLiteral(";");
+    details.dateFormat = QStringLiteral("yyyy-MM-dd");
+    details.timeFormat = timeFormat;
+    details.lineFormat =
+        QStringLiteral("TICKER,PER,DATE,TIME,OPEN,HIGH,LOW,CLOSE,VOL,VAL,OPEN_INT");
+    return details;
+}
+
+BarDescription randomBar(QRandomGenerator& random, const QDate& day)
+{
+    BarDescription bar;
+    bar.valid = true;
+    // Now and then out of the order of time, of another day or without a time.
+    bar.date = random.bounded(50) == 0 ? day.addDays(random.bounded(-2, 3)) : day;
+    if (random.bounded(60) != 0)
+        bar.time = QTime::fromMSecsSinceStartOfDay(random.bounded(24 * 60) * 60 * 1000 +
+                                                   (random.bounded(9) == 0 ? 500 : 0));
+    const auto price = [&random] {
+        return decimal(random.bounded(-500, 100000), random.bounded(3));
+    };
+    bar.open = price();
+    bar.high = price();
+    bar.low = price();
+    bar.close = price();
+    bar.value = price();
+    bar.volume = random.bounded(5) == 0 ? std::numeric_limits<qint64>::max() - random.bounded(100)
+                                        : random.bounded(1000);
+    bar.openInterest = random.bounded(-10, 10);
+    return bar;
+}
+
+} // namespace
+
+void TestBarExporter::writesARowAsBarByBar_data()
+{
+    QTest::addColumn<QByteArray>("zone");
+    QTest::addColumn<QDate>("day");
+    // Days of all kinds: an hour is left out, shown twice, midnight does not exist, a whole day
+    // too.
+    for (const char* zone : {"UTC", "Europe/Moscow"})
+        QTest::addRow("%s", zone) << QByteArray(zone) << QDate(2024, 1, 15);
+    QTest::newRow("New York in spring") << QByteArray("America/New_York") << QDate(2024, 3, 10);
+    QTest::newRow("New York in autumn") << QByteArray("America/New_York") << QDate(2024, 11, 3);
+    QTest::newRow("Havana in spring") << QByteArray("America/Havana") << QDate(2024, 3, 10);
+    QTest::newRow("Havana in autumn") << QByteArray("America/Havana") << QDate(2024, 11, 3);
+    QTest::newRow("Lord Howe in spring") << QByteArray("Australia/Lord_Howe") << QDate(2024, 10, 6);
+    QTest::newRow("Apia without a day") << QByteArray("Pacific/Apia") << QDate(2011, 12, 29);
+}
+
+void TestBarExporter::writesARowAsBarByBar()
+{
+    QFETCH(const QByteArray, zone);
+    QFETCH(const QDate, day);
+    const testsupport::LocalZone local(zone);
+    for (const int timeframe : {1, 60, 300, 3600, 86400}) {
+        const ExportDetails details = detailsOf(timeframe, QStringLiteral("hhmmss"));
+        QRandomGenerator random(20240115);
+        QString row;
+        QString single;
+        QTextStream rowOut(&row);
+        QTextStream singleOut(&single);
+        tadata::BarExporter exporter(details, rowOut);
+        BarDescription rowTarget;
+        BarDescription singleTarget;
+        for (int i = 0; i < 3000; ++i) {
+            const BarDescription bar = randomBar(random, day.addDays(i / 1000));
+            exporter.exportBar(bar, rowTarget);
+            exportBar(bar, singleTarget, details, singleOut);
+            if (i % 3 == 0) {
+                exporter.writeBar(rowTarget);
+                writeBar(singleTarget, singleOut, details);
+            }
+        }
+        rowOut.flush();
+        singleOut.flush();
+        if (row != single) {
+            const QStringList rowLines = row.split(u'\n');
+            const QStringList singleLines = single.split(u'\n');
+            for (qsizetype i = 0; i < rowLines.size(); ++i)
+                QCOMPARE(rowLines.at(i), singleLines.value(i));
+        }
+        QCOMPARE(row, single);
+    }
+}
+
+void TestBarExporter::writesTimesOfEveryPattern_data()
+{
+    QTest::addColumn<QString>("pattern");
+    for (const char* pattern :
+         {"hhmmss", "hhmm", "hh:mm:ss", "hh:mm", "h:m:s", "hh:mm:ss.zzz", "HH:mm", "hh 'h' mm",
+          "hhhmm", "hh:mm ap", "mm hh ss hh", "", "ss", "hh-mm-t", "час hh"})
+        QTest::newRow(*pattern ? pattern : "empty") << QString::fromUtf8(pattern);
+}
+
+void TestBarExporter::writesTimesOfEveryPattern()
+{
+    QFETCH(const QString, pattern);
+    ExportDetails details = detailsOf(1, pattern);
+    details.lineFormat = QStringLiteral("TIME");
+    BarDescription bar;
+    for (int msec = 0; msec < 24 * 60 * 60 * 1000; msec += 1234567) {
+        bar.time = QTime::fromMSecsSinceStartOfDay(msec);
+        QString line;
+        QTextStream out(&line);
+        writeBar(bar, out, details);
+        out.flush();
+        QCOMPARE(line, bar.time.toString(pattern) + u'\n');
+    }
+    bar.time = QTime();
+    QString line;
+    QTextStream out(&line);
+    writeBar(bar, out, details);
+    out.flush();
+    QCOMPARE(line, QStringLiteral("\n"));
+}
+
+QTEST_GUILESS_MAIN(TestBarExporter)
+#include "tst_barexporter.moc"
