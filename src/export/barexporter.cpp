@@ -134,42 +134,52 @@ bool BarExporter::liesAfter(const BarDescription& source, const BarDescription& 
 
 void BarExporter::writeBar(const BarDescription& bar)
 {
-    m_line.clear();
     for (int i = 0; i < m_columns.size(); ++i) {
         append(m_columns.at(i), bar);
         if (i == m_last)
-            m_line.append(QChar(u'\n'));
+            m_lines.append(QChar(u'\n'));
         else
-            m_line.append(m_details.separator);
+            m_lines.append(m_details.separator);
     }
-    m_out << m_line.text();
+    // As much as the stream itself keeps back.
+    constexpr qsizetype enough = 16384;
+    if (m_lines.text().size() >= enough)
+        flush();
+}
+
+void BarExporter::flush()
+{
+    if (m_lines.text().isEmpty())
+        return;
+    m_out << m_lines.text();
+    m_lines.clear();
 }
 
 void BarExporter::append(Column column, const BarDescription& bar)
 {
     switch (column) {
     case Column::Ticker:
-        return m_line.append(m_details.securityName);
+        return m_lines.append(m_details.securityName);
     case Column::Per:
-        return m_line.append(qint64(m_details.timeframe));
+        return m_lines.append(qint64(m_details.timeframe));
     case Column::Date:
         return appendDate(bar.date);
     case Column::Time:
         return appendTime(bar.time);
     case Column::Open:
-        return m_line.append(bar.open);
+        return m_lines.append(bar.open);
     case Column::High:
-        return m_line.append(bar.high);
+        return m_lines.append(bar.high);
     case Column::Low:
-        return m_line.append(bar.low);
+        return m_lines.append(bar.low);
     case Column::Close:
-        return m_line.append(bar.close);
+        return m_lines.append(bar.close);
     case Column::Vol:
-        return m_line.append(bar.volume);
+        return m_lines.append(bar.volume);
     case Column::Val:
-        return m_line.append(bar.value);
+        return m_lines.append(bar.value);
     case Column::OpenInt:
-        return m_line.append(qint64(bar.openInterest));
+        return m_lines.append(qint64(bar.openInterest));
     }
 }
 
@@ -179,24 +189,24 @@ void BarExporter::appendDate(const QDate& date)
         m_date = date;
         m_dateText = date.toString(m_details.dateFormat);
     }
-    m_line.append(m_dateText);
+    m_lines.append(m_dateText);
 }
 
 void BarExporter::appendTime(const QTime& time)
 {
     if (!m_isPlainTime || !time.isValid())
-        return m_line.append(time.toString(m_details.timeFormat));
+        return m_lines.append(time.toString(m_details.timeFormat));
     const QStringView pattern = m_details.timeFormat;
     for (qsizetype i = 0; i < pattern.size(); ++i) {
         const QChar letter = pattern[i];
         if (letter == u'h')
-            m_line.appendTwoDigits(time.hour());
+            m_lines.appendTwoDigits(time.hour());
         else if (letter == u'm')
-            m_line.appendTwoDigits(time.minute());
+            m_lines.appendTwoDigits(time.minute());
         else if (letter == u's')
-            m_line.appendTwoDigits(time.second());
+            m_lines.appendTwoDigits(time.second());
         else {
-            m_line.append(letter);
+            m_lines.append(letter);
             continue;
         }
         ++i;

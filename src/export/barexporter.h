@@ -2,7 +2,7 @@
 
 #include "export/localdays.h"
 #include "store/bardescription.h"
-#include "store/textline.h"
+#include "store/textlines.h"
 
 #include <QtCore/QList>
 #include <QtCore/QString>
@@ -12,16 +12,21 @@ struct ExportDetails;
 
 namespace tadata {
 
-/// What exportBar and writeBar do, for a long row of bars: the line format is taken apart once, and
-/// the text of a date is made once for all bars of the day. The settings and the stream must
-/// outlive it. One thread at a time.
+/// What exportBar and writeBar do, for a long row of bars: the line format is taken apart once, the
+/// text of a date is made once for all bars of the day, and the stream gets many lines at a time.
+/// The settings and the stream must outlive it. One thread at a time.
 class BarExporter final
 {
 public:
     BarExporter(const ExportDetails& details, QTextStream& out);
+    ~BarExporter() { flush(); }
+    Q_DISABLE_COPY_MOVE(BarExporter)
 
     void exportBar(const BarDescription& source, BarDescription& target);
     void writeBar(const BarDescription& bar);
+
+    /// Gives the stream the lines that it has not got yet.
+    void flush();
 
 private:
     enum class Column { Ticker, Per, Date, Time, Open, High, Low, Close, Vol, Val, OpenInt };
@@ -43,8 +48,8 @@ private:
     int m_last = -1;         ///< the place in m_columns after which the line ends; -1 for none
     bool m_isPlainTime;      ///< the time's pattern has nothing in it but hh, mm, ss and signs
     LocalDays m_days;
-    TextLine m_line;
-    QDate m_date; ///< the date that was written last, and its text
+    TextLines m_lines; ///< those that the stream has not got yet
+    QDate m_date;      ///< the date that was written last, and its text
     QString m_dateText;
 };
 

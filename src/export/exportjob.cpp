@@ -85,6 +85,7 @@ private:
             if (target.valid)
                 m_exporter.writeBar(target);
         }
+        m_exporter.flush();
     }
 
     const ExportDetails& m_details;

@@ -6,15 +6,14 @@ namespace tadata {
 
 namespace {
 
-// Both midnights belong to the day. Looked at every two hours: a change that is taken back within
-// less is none.
+// The same offset at the midnights around it, the neighbours' too: a change so near may reach into
+// the day. One that is taken back within a day is none.
 bool clockRunsEvenly(const QDate& day)
 {
     const QDateTime midnight(day, QTime(0, 0));
-    constexpr int hours = 24;
-    for (int hour = 0; hour <= hours; hour += 2) {
-        const QDateTime time(day.addDays(hour / hours), QTime(hour % hours, 0));
-        if (!time.isValid() || time.offsetFromUtc() != midnight.offsetFromUtc())
+    for (int days = -1; days <= 2; ++days) {
+        const QDateTime other(day.addDays(days), QTime(0, 0));
+        if (!other.isValid() || other.offsetFromUtc() != midnight.offsetFromUtc())
             return false;
     }
     return true;
@@ -25,7 +24,7 @@ bool clockRunsEvenly(const QDate& day)
 bool LocalDays::isKnownAsEven(const QDate& day)
 {
     // To look at a day costs as much as comparing so many moments on it.
-    constexpr int worthLooking = 20;
+    constexpr int worthLooking = 5;
     for (Known& known : m_known) {
         if (known.day != day)
             continue;

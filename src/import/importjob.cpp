@@ -3,6 +3,8 @@
 #include "import/minutebuilder.h"
 #include "store/bardescription.h"
 #include "store/dayfile.h"
+#include "store/recordline.h"
+#include "store/textlines.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
@@ -45,7 +47,14 @@ public:
 
     QString path() const { return m_file.fileName(); }
 
-    void write(const BarDescription& bar) { m_stream << bar; }
+    // Many lines at a time: the stream would make room for each.
+    void write(const BarDescription& bar)
+    {
+        appendRecordLine(m_lines, bar);
+        constexpr qsizetype enough = 16384;
+        if (m_lines.text().size() >= enough)
+            passOn();
+    }
 
     QString switchTo(const QString& path)
     {
@@ -57,15 +66,29 @@ public:
     // Bars that did not reach the disk, because it is full, must not count as imported.
     QString flush()
     {
+        passOn();
         m_stream.flush();
         return m_stream.status() == QTextStream::WriteFailed
                    ? Text::tr("Невозможно записать файл %1").arg(path())
                    : QString();
     }
 
+    // The lines before the one that ended an import stay stored.
+    ~BarOutput() { passOn(); }
+    Q_DISABLE_COPY_MOVE(BarOutput)
+
 private:
+    void passOn()
+    {
+        if (m_lines.text().isEmpty())
+            return;
+        m_stream << m_lines.text();
+        m_lines.clear();
+    }
+
     QFile m_file; // outlives the stream, which writes its rest when it goes
     QTextStream m_stream;
+    TextLines m_lines;
 };
 
 // The outputs of one import: day files, and minute files beside them for second bars.

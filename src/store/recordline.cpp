@@ -1,5 +1,7 @@
 #include "store/recordline.h"
 
+#include "store/textlines.h"
+
 #include <QtCore/QFile>
 #include <QtCore/QSaveFile>
 
@@ -74,7 +76,33 @@ decimal decimalOf(QByteArrayView text)
     return decimal::fromText(QLatin1String(text.data(), text.size())).value_or(decimal::zero);
 }
 
+void appendTime(TextLines& lines, const QTime& time)
+{
+    if (!time.isValid())
+        return;
+    lines.appendTwoDigits(time.hour());
+    lines.appendTwoDigits(time.minute());
+    lines.appendTwoDigits(time.second());
+}
+
 } // namespace
+
+void appendRecordLine(TextLines& lines, const BarDescription& bar)
+{
+    constexpr QChar between = QLatin1Char(separator);
+    appendTime(lines, bar.time);
+    lines.append(between);
+    for (const decimal& price : {bar.open, bar.high, bar.low, bar.close}) {
+        lines.append(price);
+        lines.append(between);
+    }
+    lines.append(bar.volume);
+    lines.append(between);
+    lines.append(bar.value);
+    lines.append(between);
+    lines.append(qint64(bar.openInterest));
+    lines.append(QChar(u'\n'));
+}
 
 BarDescription barFromRecordLine(QByteArrayView line, const QDate& day)
 {

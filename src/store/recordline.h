@@ -9,9 +9,14 @@
 #include <array>
 #include <optional>
 
-/// The lines of day files as their readers take them and as the editor writes them back.
-/// Writing a new bar is operator<< of BarDescription. Any thread.
+/// The lines of day files as they are written, as their readers take them and as the editor writes
+/// them back. Any thread.
 namespace tadata {
+
+class TextLines;
+
+/// Appends the line that operator<< of BarDescription writes.
+void appendRecordLine(TextLines& lines, const BarDescription& bar);
 
 /// Reads a line the way the export does: a missing or unreadable field counts as nothing (no time,
 /// zero), and surplus fields are ignored. The volume is read as a 32-bit number, which is what the

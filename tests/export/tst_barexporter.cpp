@@ -104,6 +104,7 @@ void TestBarExporter::writesARowAsBarByBar()
                 writeBar(singleTarget, singleOut, details);
             }
         }
+        exporter.flush();
         rowOut.flush();
         singleOut.flush();
         if (row != single) {

@@ -9,9 +9,9 @@
 
 namespace tadata {
 
-/// One line of a text file while it is put together: all of it goes to the stream at once. Numbers
-/// are written as a text stream writes them by default. One thread at a time.
-class TextLine final
+/// Lines of a text file while they are put together: they go to the stream as one text. Numbers are
+/// written as a text stream writes them by default. One thread at a time.
+class TextLines final
 {
 public:
     void clear() { m_size = 0; }
@@ -24,7 +24,14 @@ public:
 
     void append(QStringView text)
     {
-        std::copy_n(text.utf16(), text.size(), room(text.size()));
+        char16_t* to = room(text.size());
+        // Separators, dates and tickers are too short for a call.
+        constexpr qsizetype longText = 16;
+        if (text.size() > longText)
+            std::copy_n(text.utf16(), text.size(), to);
+        else
+            for (const char16_t* from = text.utf16(); from != text.utf16() + text.size(); ++from)
+                *to++ = *from;
         m_size += text.size();
     }
 
