@@ -2,8 +2,8 @@
 # Installs what is missing, builds, and shows the terminal at work.
 #
 # With a display the terminal opens with the plug-in loaded; the demonstration file lies where its
-# file dialog opens. Without one, the terminal imports and edits bars by itself, from the menu to
-# the stored bars, and leaves a picture of every step. What is stored is listed at the end.
+# file dialog opens. Without one, the terminal imports, edits and exports bars by itself, from the
+# menu to the files, and leaves a picture of every step. What is stored is listed at the end.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 . scripts/install-packages.sh
@@ -26,7 +26,7 @@ END
     (cd "$demo" && "$bin/vexdesk-desk")
 else
     echo
-    echo "No display: the terminal shows import and editor by itself."
+    echo "No display: the terminal shows its commands by itself."
     # The offscreen platform complains about what it is not.
     QT_QPA_PLATFORM=offscreen "$bin/vexdesk-desk" --tour build/release/tour \
         2> >(grep -v '^This plugin does not support\|XDG_RUNTIME_DIR' >&2)

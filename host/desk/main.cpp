@@ -1,10 +1,12 @@
 #include "desk/commandline.h"
 #include "desk/daywatcher.h"
+#include "desk/dealsfeed.h"
 #include "desk/deskapplication.h"
 #include "desk/errorreport.h"
 #include "desk/mainwindow.h"
 #include "desk/pluginloader.h"
 #include "desk/tour/editortour.h"
+#include "desk/tour/exporttour.h"
 #include "desk/tour/importtour.h"
 #include "desk/tour/tour.h"
 
@@ -49,6 +51,7 @@ void startTour(vexdesk::Tour& tour, vexdesk::MainWindow& window, const QDir& dir
         failTour(QCoreApplication::translate("vexdesk::Main", "Невозможно записать в каталог %1")
                      .arg(directory.path()));
     vexdesk::addEditorTour(tour, window);
+    vexdesk::addExportTour(tour, window, directory);
     QObject::connect(&tour, &vexdesk::Tour::failed, &failTour);
     QObject::connect(&tour, &vexdesk::Tour::finished, &window, &QWidget::close);
     tour.start();
@@ -77,6 +80,7 @@ int main(int argc, char** argv)
     QTimer::singleShot(0, &loader,
                        [&loader] { loader.initStage(IPlugin::InitStage::WindowShown); });
     const vexdesk::DayWatcher dayWatcher(core.notifier());
+    const vexdesk::DealsFeed dealsFeed(core);
 
     const QDir tourDirectory(commandLine.tourDirectory);
     vexdesk::Tour tour(tourDirectory);

@@ -83,29 +83,10 @@ QMap<QString, QByteArray> editedDayFiles()
     return dayFiles;
 }
 
-// Reached with the Tab key the first part is selected; each one is typed over and leads to the
-// next.
-void addTime(Tour& tour, const char* name, const QDateTime& time)
+void addTime(Tour& tour, const char* name, const QString& time)
 {
-    const auto edit = [name] { return inDialog<QDateTimeEdit>(name); };
-    tour.add({Text::tr("перейти к времени"),
-              [edit] { return edit() ? QString() : Text::tr("редактор не открыт"); },
-              [edit] {
-                  edit()->window()->activateWindow();
-                  edit()->clearFocus();
-                  edit()->setFocus(Qt::TabFocusReason);
-              }});
-    tour.add({Text::tr("ввести время"),
-              [edit] {
-                  return edit() && edit()->hasFocus() ? QString() : Text::tr("время нельзя ввести");
-              },
-              [edit, time] { typeText(edit(), time.toString(QStringLiteral("ddMMyyyyHHmmss"))); }});
-    tour.add({Text::tr("время введено"),
-              [edit, time] {
-                  const QString shown = edit()->dateTime().toString();
-                  return shown == time.toString() ? QString() : Text::tr("введено %1").arg(shown);
-              },
-              {}});
+    addTyping(
+        tour, Text::tr("время"), [name] { return inDialog<QDateTimeEdit>(name); }, time);
 }
 
 void addButton(Tour& tour, const char* name, const std::function<QString()>& missing,
@@ -124,15 +105,14 @@ void addButton(Tour& tour, const char* name, const std::function<QString()>& mis
 void addRangeSteps(Tour& tour)
 {
     addSeriesChoice(tour, [](const char* name) { return inDialog<QComboBox>(name); });
-    const QDate day(2024, 1, 15);
-    addTime(tour, "fromDateTime", QDateTime(day, QTime(0, 0)));
-    addTime(tour, "toDateTime", QDateTime(day.addDays(1), QTime(23, 59, 59)));
+    addTime(tour, "fromDateTime", QStringLiteral("15.01.2024 00:00:00"));
+    addTime(tour, "toDateTime", QStringLiteral("16.01.2024 23:59:59"));
     addButton(tour, "loadDataButton", {}, QStringLiteral("editor"));
 }
 
 void addFindSteps(Tour& tour)
 {
-    addTime(tour, "findDateTime", QDateTime(QDate(2024, 1, 15), QTime(10, 20)));
+    addTime(tour, "findDateTime", QStringLiteral("15.01.2024 10:20:00"));
     addButton(
         tour, "findButton", [] { return rowsMissing(shownRows); }, QStringLiteral("editor-range"));
 }

@@ -75,19 +75,7 @@ void addFileSteps(Tour& tour, const QString& file)
         auto* const dialog = activeDialog<QFileDialog>();
         return dialog ? dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit")) : nullptr;
     };
-    tour.add({Text::tr("окно выбора файла"),
-              [nameEdit] { return nameEdit() ? QString() : Text::tr("нет окна выбора файла"); },
-              [nameEdit] {
-                  nameEdit()->window()->activateWindow();
-                  click(nameEdit());
-              }});
-    // Without the focus the dialog takes what is typed for a choice in its list.
-    tour.add({Text::tr("ввести имя файла"),
-              [nameEdit] {
-                  return nameEdit() && nameEdit()->hasFocus() ? QString()
-                                                              : Text::tr("имя файла нельзя ввести");
-              },
-              [nameEdit, file] { typeText(nameEdit(), file); }});
+    addTyping(tour, Text::tr("имя файла"), nameEdit, file);
     tour.add({Text::tr("выбор файла"),
               [nameEdit, file] {
                   return nameEdit() && nameEdit()->text() == file

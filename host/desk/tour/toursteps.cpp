@@ -7,6 +7,7 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtWidgets/QAbstractItemView>
+#include <QtWidgets/QAbstractSpinBox>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
@@ -50,6 +51,12 @@ int entryOf(const QComboBox& list, const QString& text)
     return code >= 0 ? code : list.findText(text, begins);
 }
 
+QString digitsOf(QString text)
+{
+    text.removeIf([](QChar character) { return !character.isDigit(); });
+    return text;
+}
+
 } // namespace
 
 void addMenuSteps(Tour& tour, MainWindow& window, const QString& command,
@@ -87,6 +94,33 @@ void addChoice(Tour& tour, const QString& title, const std::function<QComboBox*(
                   return list() && list()->currentText().startsWith(entry)
                              ? QString()
                              : Text::tr("не выбрано: %1").arg(entry);
+              },
+              {}});
+}
+
+void addTyping(Tour& tour, const QString& title, const std::function<QWidget*()>& field,
+               const QString& text)
+{
+    tour.add({Text::tr("перейти к полю: %1").arg(title),
+              [field] { return field() ? QString() : Text::tr("нет поля"); },
+              [field] {
+                  field()->window()->activateWindow();
+                  field()->clearFocus();
+                  field()->setFocus(Qt::TabFocusReason);
+              }});
+    // Without the focus a dialog takes what is typed for something else.
+    tour.add({Text::tr("ввести: %1").arg(title),
+              [field] {
+                  return field() && field()->hasFocus() ? QString() : Text::tr("поле не активно");
+              },
+              [field, text] {
+                  const bool isEditOfParts = qobject_cast<QAbstractSpinBox*>(field());
+                  typeText(field(), isEditOfParts ? digitsOf(text) : text);
+              }});
+    tour.add({Text::tr("введено: %1").arg(title),
+              [field, text] {
+                  const QString shown = field() ? field()->property("text").toString() : QString();
+                  return shown == text ? QString() : Text::tr("введено «%1»").arg(shown);
               },
               {}});
 }

@@ -38,6 +38,11 @@ void addMenuSteps(Tour& tour, MainWindow& window, const QString& command,
 void addChoice(Tour& tour, const QString& title, const std::function<QComboBox*()>& list,
                const QString& entry, const QString& picture = QString());
 
+/// Goes to a field as the Tab key does, which selects what is in it, and types this text over it:
+/// in a line of text as it is, in a field of dates or numbers its digits alone.
+void addTyping(Tour& tour, const QString& title, const std::function<QWidget*()>& field,
+               const QString& text);
+
 /// Chooses the demonstration's series in the boxes "stock", "board" and "security", which `box`
 /// finds by their names. The picture is of the open list of securities.
 void addSeriesChoice(Tour& tour, const std::function<QComboBox*(const char*)>& box,

@@ -1,0 +1,85 @@
+#include "desk/dealsfeed.h"
+
+#include <vexdesk/terminal/core.h>
+#include <vexdesk/terminal/database.h>
+#include <vexdesk/terminal/rawqueue.h>
+#include <vexdesk/terminal/referencedata.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace vexdesk {
+
+namespace {
+
+constexpr int lookEvery = 1000; // ms
+
+// Whether a deal of the table was made on the date.
+std::function<bool(const Record&)> madeOn(const Table& table, QDate date)
+{
+    const datetime from(startOfDay(date));
+    const datetime to(startOfDay(date.addDays(1)));
+    const int column = table.columnIndex(QStringLiteral("moment"));
+    return [&table, column, from, to](const Record& row) {
+        const Table::Cell moment = table.dataPtr(row.data(), column);
+        return moment.present && moment.type == FieldType::DateTime &&
+               moment.as<datetime>() >= from && moment.as<datetime>() < to;
+    };
+}
+
+// Rows of the deals by their moments. The numbers are sorted rather than the deals, which are
+// large; the rows are made in their order so that a scan walks straight through memory.
+std::vector<Record> rowsInOrder(const std::vector<Deal>& deals, const DealWriter& writer)
+{
+    std::vector<std::pair<datetime, std::size_t>> order;
+    order.reserve(deals.size());
+    for (const Deal& deal : deals)
+        order.emplace_back(*deal.moment, order.size());
+    std::sort(order.begin(), order.end());
+    std::vector<Record> rows;
+    rows.reserve(deals.size());
+    for (const auto& [moment, number] : order)
+        rows.push_back(writer.row(deals[number]));
+    return rows;
+}
+
+} // namespace
+
+DealsFeed::DealsFeed(Core& core, Clock clock, QObject* parent)
+    : QObject(parent)
+    , m_queue(*core.rawQueue())
+    , m_writer(dealsTable(*core.database()))
+    , m_clock(std::move(clock))
+    , m_securities(replayedSecurities(ReferenceData::installed()))
+    , m_timer(this)
+{
+    connect(core.notifier(), &Notifier::aNewDay, this, &DealsFeed::advance);
+    connect(&m_timer, &QTimer::timeout, this, &DealsFeed::advance);
+    m_timer.start(lookEvery);
+    advance();
+}
+
+void DealsFeed::advance()
+{
+    const QDateTime now = m_clock();
+    if (now.date() != m_date)
+        startDay(now.date());
+
+    std::vector<Deal> deals;
+    for (DealsReplay& replay : m_replays)
+        replay.takeBefore(now.time().msecsSinceStartOfDay() + 1, &deals);
+    if (!deals.empty())
+        m_queue.post(m_writer.table(), rowsInOrder(deals, m_writer));
+}
+
+void DealsFeed::startDay(QDate date)
+{
+    if (m_date.isValid())
+        m_queue.postRemoval(m_writer.table(), madeOn(*m_writer.table(), m_date));
+    m_date = date;
+    m_replays.clear();
+    for (const ReplayedSecurity& security : m_securities)
+        m_replays.emplace_back(security, date);
+}
+
+} // namespace vexdesk
