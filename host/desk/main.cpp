@@ -8,6 +8,7 @@
 #include "desk/tour/editortour.h"
 #include "desk/tour/exporttour.h"
 #include "desk/tour/importtour.h"
+#include "desk/tour/optionstour.h"
 #include "desk/tour/tour.h"
 
 #include <vexdesk/terminal/core.h>
@@ -52,6 +53,7 @@ void startTour(vexdesk::Tour& tour, vexdesk::MainWindow& window, const QDir& dir
                      .arg(directory.path()));
     vexdesk::addEditorTour(tour, window);
     vexdesk::addExportTour(tour, window, directory);
+    vexdesk::addOptionsTour(tour, window);
     QObject::connect(&tour, &vexdesk::Tour::failed, &failTour);
     QObject::connect(&tour, &vexdesk::Tour::finished, &window, &QWidget::close);
     tour.start();

@@ -2,6 +2,7 @@
 
 #include "desk/commands.h"
 #include "desk/menubuilder.h"
+#include "desk/optionsdialog.h"
 #include "desk/pluginloader.h"
 #include "desk/pluginsdialog.h"
 #include "desk/startpage.h"
@@ -11,6 +12,7 @@
 #include <vexdesk/appsettings.h>
 #include <vexdesk/command.h>
 #include <vexdesk/commandcontainer.h>
+#include <vexdesk/terminal/core.h>
 
 #include <QtCore/QPointer>
 #include <QtGui/QCloseEvent>
@@ -28,6 +30,21 @@ namespace {
 const QString settingsGroup = QStringLiteral("Desk");
 const QString geometryKey = QStringLiteral("geometry");
 constexpr auto pluginsCommand = "Desk.Plugins";
+constexpr auto newDayCommand = "Desk.NewDay";
+constexpr int messageTime = 5000; // ms
+
+/// The core of this terminal; null before it exists.
+const Core* terminalCore()
+{
+    return dynamic_cast<const Core*>(ICore::instance());
+}
+
+QKeySequence optionsShortcut()
+{
+    // Not every desktop has one of its own.
+    const QKeySequence standard(QKeySequence::Preferences);
+    return standard.isEmpty() ? QKeySequence(Qt::CTRL | Qt::Key_Comma) : standard;
+}
 
 } // namespace
 
@@ -39,6 +56,8 @@ MainWindow::MainWindow(const PluginLoader& loader, QWidget* parent)
     setWindowTitle(QStringLiteral("Vexdesk"));
     addOwnCommands();
     m_menuBuilder = std::make_unique<MenuBuilder>(menuBar());
+    explainCommand(newDayCommand, tr("Сообщить модулям о начале нового торгового дня, не дожидаясь "
+                                     "смены даты: для проверки модулей"));
     m_startPage = new StartPage(m_ownCommands, this);
     setCentralWidget(m_startPage);
     addStatusBar();
@@ -58,25 +77,40 @@ void MainWindow::addOwnCommands()
     CommandContainer* const service =
         manager->container("Service", tr("&Сервис"), "MenuBar", "", "80");
     CommandContainer* const help = manager->container("Help", tr("&Справка"), "MenuBar", "", "90");
-    addCommand(file, "Desk.Exit", tr("&Выход"), QKeySequence(Qt::CTRL | Qt::Key_Q),
+    CommandContainer* const developer =
+        manager->container("Developer", tr("&Для разработчиков"), "Service", "Y", "90");
+    addCommand(file, {"Desk.Exit", tr("&Выход"), QKeySequence(Qt::CTRL | Qt::Key_Q)},
                [this] { close(); });
-    addCommand(service, pluginsCommand, tr("&Модули..."), QKeySequence(),
+    addCommand(service, {"Desk.Options", tr("&Настройки..."), optionsShortcut()},
+               [this] { showOptions(); });
+    addCommand(service, {pluginsCommand, tr("&Модули..."), QKeySequence()},
                [this] { showPlugins(); });
-    addCommand(help, "Desk.About", tr("&О программе"), QKeySequence(), [this] { showAbout(); });
+    addCommand(developer, {newDayCommand, tr("&Новый торговый день"), QKeySequence()},
+               [this] { beginNewDay(); });
+    addCommand(help, {"Desk.About", tr("&О программе"), QKeySequence()}, [this] { showAbout(); });
 }
 
-void MainWindow::addCommand(CommandContainer* menu, const QByteArray& id, const QString& text,
-                            const QKeySequence& shortcut, const std::function<void()>& run)
+void MainWindow::addCommand(CommandContainer* menu, const OwnCommand& own,
+                            const std::function<void()>& run)
 {
-    auto* const command = new Command(id, this);
+    auto* const command = new Command(own.id, this);
     command->setCategory(tr("Терминал"));
-    command->setDefaultText(text);
-    command->setDefaultShortcut(shortcut);
+    command->setDefaultText(own.text);
+    command->setDefaultShortcut(own.shortcut);
     command->setContext(Command::GlobalContext);
     // The last group and key: what plug-ins add to these menus stands above.
     menu->addCommand(command, "Z", "90");
-    connect(new Action(id, this), &Action::triggered, this, run);
-    m_ownCommands.insert(id);
+    connect(new Action(own.id, this), &Action::triggered, this, run);
+    m_ownCommands.insert(own.id);
+}
+void MainWindow::explainCommand(const QByteArray& id, const QString& text)
+{
+    // The builder keeps the item for as long as the command is in the menu.
+    const QList<QAction*> items = m_menuBuilder->findChildren<QAction*>();
+    for (QAction* const item : items) {
+        if (item->data().toByteArray() == id)
+            item->setStatusTip(text);
+    }
 }
 
 void MainWindow::addStatusBar()
@@ -105,6 +139,19 @@ void MainWindow::updatePlugins()
 void MainWindow::showPlugins()
 {
     PluginsDialog(m_loader.records(), m_loader.directories(), this).exec();
+}
+
+void MainWindow::showOptions()
+{
+    const Core* const core = terminalCore();
+    OptionsDialog(core ? core->optionsPages() : QList<IOptionsPage*>(), this).exec();
+}
+
+void MainWindow::beginNewDay()
+{
+    if (const Core* const core = terminalCore())
+        Q_EMIT core->notifier()->aNewDay();
+    statusBar()->showMessage(tr("Модулям сообщено о новом торговом дне"), messageTime);
 }
 
 void MainWindow::showAbout()

@@ -1,13 +1,13 @@
 #pragma once
 
 #include <QtCore/QSet>
+#include <QtGui/QKeySequence>
 #include <QtWidgets/QMainWindow>
 
 #include <functional>
 #include <memory>
 
 class CommandContainer;
-class QKeySequence;
 class QLabel;
 class QToolButton;
 
@@ -34,11 +34,23 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    struct OwnCommand
+    {
+        QByteArray id;
+        QString text;
+        QKeySequence shortcut;
+    };
+
     void addOwnCommands();
-    void addCommand(CommandContainer* menu, const QByteArray& id, const QString& text,
-                    const QKeySequence& shortcut, const std::function<void()>& run);
+    void addCommand(CommandContainer* menu, const OwnCommand& own,
+                    const std::function<void()>& run);
+    /// Shows the text in the status bar while the command is the current item of its open menu.
+    void explainCommand(const QByteArray& id, const QString& text);
     void addStatusBar();
+    void showOptions();
     void showPlugins();
+    /// Raises a new trading day by hand, whatever the date.
+    void beginNewDay();
     void showAbout();
     void updatePlugins();
     bool closeOtherWindows();

@@ -6,7 +6,6 @@ namespace tadata {
 
 namespace {
 
-// A name that begins with no date is of unknown age and counts as new.
 qint64 ageInDays(const QString& fileName, const QDate& today)
 {
     const QString dayText = fileName.left(fileName.indexOf(u'_'));
@@ -15,7 +14,7 @@ qint64 ageInDays(const QString& fileName, const QDate& today)
 
 } // namespace
 
-void removeOldSecondFiles(const QDir& root, const QDate& today, int storeForDays)
+QStringList oldSecondFiles(const QDir& root, const QDate& today, int storeForDays)
 {
     QStringList old;
     QDirIterator walk(root.path(), {QStringLiteral("*_1")}, QDir::Files,
@@ -25,7 +24,13 @@ void removeOldSecondFiles(const QDir& root, const QDate& today, int storeForDays
         if (ageInDays(walk.fileName(), today) > storeForDays)
             old.append(path);
     }
-    for (const QString& path : std::as_const(old))
+    return old;
+}
+
+void removeOldSecondFiles(const QDir& root, const QDate& today, int storeForDays)
+{
+    const QStringList old = oldSecondFiles(root, today, storeForDays);
+    for (const QString& path : old)
         QDir().remove(path);
 }
 

@@ -3,6 +3,7 @@
 #include <vexdesk/ioptionspage.h>
 
 #include <QtCore/QObject>
+#include <QtCore/QPointer>
 
 class TADataManagerPropertiesForm;
 
@@ -31,5 +32,6 @@ Q_SIGNALS:
     void changed();
 
 private:
-    TADataManagerPropertiesForm* m_form = nullptr;
+    // The one that was made last; a dialog may go without a word.
+    QPointer<TADataManagerPropertiesForm> m_form;
 };

@@ -4,6 +4,7 @@
 #include "support/strictlog.h"
 
 #include <QtCore/QProcess>
+#include <QtCore/QSettings>
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QImage>
 #include <QtTest/QTest>
@@ -11,6 +12,9 @@
 #include <memory>
 
 namespace {
+
+constexpr int optionsPictureCount = 3;
+constexpr int pictureCount = 21 + optionsPictureCount;
 
 // What the day files hold after the import and what the editor did: of the first two days, which it
 // showed, the lines have money before volume, and of the first day the bars 10:20 to 10:29 are
@@ -47,6 +51,8 @@ private Q_SLOTS:
 
     void worksAndLeavesAPictureOfEveryStep_data();
     void worksAndLeavesAPictureOfEveryStep();
+    void leavesSettingsAndSecondFilesToTheUser_data();
+    void leavesSettingsAndSecondFilesToTheUser();
     void failsWithoutThePlugin();
     void failsWhereNoPictureCanBeWritten();
 
@@ -107,12 +113,55 @@ void TestTour::worksAndLeavesAPictureOfEveryStep()
 
     const QDir pictures(path("pictures"));
     const QStringList names = pictures.entryList({QStringLiteral("*.png")});
-    QCOMPARE(names.size(), 18);
+    QCOMPARE(names.size(), pictureCount);
     for (const QString& name : names)
         QVERIFY2(QImage(pictures.filePath(name)).width() >= 900 * scale.toInt(), qPrintable(name));
 
     const auto stored = testsupport::readTree(QDir(path("bin/user/tadata/NORD/MAIN/ALFA")));
     QCOMPARE(stored, wantedDayFiles(testsupport::readFile(path("pictures/demo.csv"))));
+}
+
+void TestTour::leavesSettingsAndSecondFilesToTheUser_data()
+{
+    QTest::addColumn<QByteArray>("settings");
+    QTest::addColumn<int>("pictures");
+    QTest::addColumn<bool>("isOldOneKept");
+    QTest::newRow("none chosen") << QByteArray() << pictureCount << false;
+    QTest::newRow("many days") << QByteArray("storeForDays=40\n") << pictureCount << false;
+    // Nothing is shown that would remove what the user wants to keep.
+    QTest::newRow("for good") << QByteArray("deleteSeconds=false\nstoreForDays=5\n")
+                              << pictureCount - optionsPictureCount << true;
+}
+
+void TestTour::leavesSettingsAndSecondFilesToTheUser()
+{
+    QFETCH(const QByteArray, settings);
+    testsupport::writeFile(path("bin/user/vexdesk.ini"), "[TADataManager]\n" + settings);
+    const auto secondFile = [this](int age) {
+        const QString day = QDate::currentDate().addDays(-age).toString(QStringLiteral("yyyyMMdd"));
+        return m_dir->filePath(QStringLiteral("bin/user/tadata/NORD/MAIN/ALFA/%1_1").arg(day));
+    };
+    const QString young = secondFile(3);
+    const QString old = secondFile(150);
+    testsupport::writeFile(young, "the user's");
+    testsupport::writeFile(old, "the user's");
+
+    QVERIFY2(runTour(path("pictures")) == 0, m_errors.constData());
+    QTEST(static_cast<int>(QDir(path("pictures")).entryList({QStringLiteral("*.png")}).size()),
+          "pictures");
+    QVERIFY(QFile::exists(young));
+    QTEST(QFile::exists(old), "isOldOneKept");
+    QSettings after(path("bin/user/vexdesk.ini"), QSettings::IniFormat);
+    QVERIFY(!after.childGroups().isEmpty());
+    QByteArray left;
+    for (const char* key : {"deleteSeconds", "storeForDays"}) {
+        const QString name = QStringLiteral("TADataManager/") + QLatin1String(key);
+        if (after.contains(name))
+            left += QByteArray(key) + '=' + after.value(name).toByteArray() + '\n';
+    }
+    QCOMPARE(left, settings);
+    after.beginGroup(QStringLiteral("Desk/OptionsDialog"));
+    QVERIFY(after.allKeys().isEmpty());
 }
 
 void TestTour::failsWithoutThePlugin()

@@ -1,0 +1,270 @@
+#include "desk/tour/optionstour.h"
+
+#include "desk/commands.h"
+#include "desk/mainwindow.h"
+#include "desk/tour/demonstration.h"
+#include "desk/tour/tour.h"
+#include "desk/tour/toursteps.h"
+#include "desk/tour/userinput.h"
+
+#include <vexdesk/appsettings.h>
+#include <vexdesk/icore.h>
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDirIterator>
+#include <QtCore/QFileInfo>
+#include <QtCore/QMap>
+#include <QtCore/QSet>
+#include <QtCore/QSettings>
+#include <QtWidgets/QDialogButtonBox>
+#include <QtWidgets/QListWidget>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QMenuBar>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QSpinBox>
+
+#include <algorithm>
+#include <memory>
+
+namespace vexdesk {
+
+namespace {
+
+constexpr int usualDays = 30;
+constexpr int mostDays = 99; // that the page offers
+
+const QString pluginGroup = QStringLiteral("TADataManager");
+const QString deleteSecondsKey = QStringLiteral("deleteSeconds");
+const QString storeForDaysKey = QStringLiteral("storeForDays");
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(vexdesk::OptionsTour)
+};
+
+/// The settings that the tour changes, as they were before it.
+class SettingsBefore final
+{
+public:
+    SettingsBefore()
+    {
+        for (const QString& key : keys()) {
+            if (m_settings.contains(key))
+                m_values.insert(key, m_settings.value(key));
+        }
+    }
+
+    void restore()
+    {
+        for (const QString& key : keys()) {
+            if (m_values.contains(key))
+                m_settings.setValue(key, m_values.value(key));
+            else
+                m_settings.remove(key);
+        }
+        m_settings.sync();
+    }
+
+private:
+    static QStringList keys()
+    {
+        const QString dialogGroup = QStringLiteral("Desk/OptionsDialog/");
+        return {pluginGroup + u'/' + deleteSecondsKey, pluginGroup + u'/' + storeForDaysKey,
+                dialogGroup + QStringLiteral("size"), dialogGroup + QStringLiteral("category")};
+    }
+
+    // The file of AppSettings, which cannot take a value back.
+    QSettings m_settings{ICore::getDir(QString(), false).filePath(QStringLiteral("vexdesk.ini")),
+                         QSettings::IniFormat};
+    QMap<QString, QVariant> m_values;
+};
+
+/// The files of the tour, by what the rule of the page says of them. Nobody else has such names.
+struct SecondFiles
+{
+    QStringList old{QStringLiteral("20240110_tour_1"), QStringLiteral("20240111_tour_1")};
+    QStringList kept{QDate::currentDate().addDays(-1).toString(QStringLiteral("yyyyMMdd")) +
+                         QStringLiteral("_tour_1"),
+                     QStringLiteral("20240110_tour_1.iss"), QStringLiteral("20240110_tour_60"),
+                     QStringLiteral("tour_1")};
+
+    QStringList all() const { return old + kept; }
+};
+
+/// What the steps share from the first to the last one.
+struct State
+{
+    SettingsBefore settings;
+    SecondFiles files;
+    QSet<QString> before; // the paths of the store, before the new day
+
+    void cleanUp()
+    {
+        for (const QString& name : files.all())
+            QFile::remove(demonstrationFilePath(name));
+        settings.restore();
+    }
+};
+
+QSet<QString> storedPaths()
+{
+    QSet<QString> paths;
+    QDirIterator walk(ICore::getDir(QStringLiteral("tadata"), false).path(),
+                      QDir::Files | QDir::Hidden | QDir::System, QDirIterator::Subdirectories);
+    while (walk.hasNext())
+        paths.insert(walk.next());
+    return paths;
+}
+
+bool writeFiles(const SecondFiles& files)
+{
+    const QByteArray bars = "100000;120.00;120.00;120.00;120.00;1;0.00;0\n";
+    const QStringList names = files.all();
+    return QDir().mkpath(QFileInfo(demonstrationFilePath(names.constFirst())).path()) &&
+           std::all_of(names.cbegin(), names.cend(), [&bars](const QString& name) {
+               QFile file(demonstrationFilePath(name));
+               return file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
+                      file.write(bars) == bars.size() && file.flush();
+           });
+}
+
+// Null text when exactly the old files are gone.
+QString removalMissing(const State& state)
+{
+    QSet<QString> wanted = state.before;
+    for (const QString& name : state.files.old) {
+        if (!wanted.remove(demonstrationFilePath(name)))
+            return Text::tr("не было файла %1").arg(name);
+    }
+    const QSet<QString> now = storedPaths();
+    for (const QString& path : now) {
+        if (!wanted.contains(path))
+            return Text::tr("не удалён файл %1").arg(path);
+    }
+    for (const QString& path : std::as_const(wanted)) {
+        if (!now.contains(path))
+            return Text::tr("удалён файл %1").arg(path);
+    }
+    return QString();
+}
+
+QMenu* openMenu()
+{
+    return qobject_cast<QMenu*>(QApplication::activePopupWidget());
+}
+
+bool hasEntry(const QMenu& menu, const QString& title)
+{
+    const QList<QAction*> entries = menu.actions();
+    return std::any_of(entries.cbegin(), entries.cend(), [&title](const QAction* entry) {
+        return withoutMnemonic(entry->text()) == title;
+    });
+}
+
+// From the menu bar to a command. The picture is of the menu that holds it.
+void addMenuPath(Tour& tour, MainWindow& window, const QStringList& path, const QString& picture)
+{
+    tour.add({Text::tr("меню «%1»").arg(path.constFirst()),
+              [&window] {
+                  return window.isVisible() && !QApplication::activeModalWidget()
+                             ? QString()
+                             : Text::tr("окна нет, или перед ним другое");
+              },
+              [&window, menu = path.constFirst()] { clickMenu(window.menuBar(), menu); }});
+    for (const QString& entry : path.mid(1)) {
+        tour.add({Text::tr("выбрать «%1»").arg(entry),
+                  [entry] {
+                      return openMenu() && hasEntry(*openMenu(), entry)
+                                 ? QString()
+                                 : Text::tr("в меню нет: %1").arg(entry);
+                  },
+                  [entry] { clickMenu(openMenu(), entry); },
+                  entry == path.constLast() ? picture : QString()});
+    }
+}
+
+QListWidgetItem* categoryItem()
+{
+    const auto* const list = inDialog<QListWidget>("categories");
+    return list ? list->findItems(Text::tr("Истор. данные ТА"), Qt::MatchExactly).value(0)
+                : nullptr;
+}
+
+QSpinBox* daysBox()
+{
+    auto* const box = inDialog<QSpinBox>("storeForDays");
+    return box && box->isVisible() && box->isEnabled() ? box : nullptr;
+}
+
+void addFileSteps(Tour& tour, const std::shared_ptr<State>& state)
+{
+    tour.add({Text::tr("положить секундные файлы в хранилище"), [] { return QString(); },
+              [state] {
+                  if (writeFiles(state->files))
+                      state->before = storedPaths();
+              }});
+    tour.add(
+        {Text::tr("секундные файлы лежат в хранилище"),
+         [state] { return state->before.isEmpty() ? Text::tr("файлы не записаны") : QString(); },
+         {}});
+}
+
+void addDialogSteps(Tour& tour, MainWindow& window, int days)
+{
+    addMenuPath(tour, window, {Text::tr("Сервис"), Text::tr("Настройки...")}, QString());
+    tour.add({Text::tr("выбрать раздел настроек"),
+              [] { return categoryItem() ? QString() : Text::tr("в настройках нет раздела"); },
+              [] {
+                  auto* const list = inDialog<QListWidget>("categories");
+                  list->window()->activateWindow();
+                  click(list->viewport(), list->visualItemRect(categoryItem()).center());
+              }});
+    tour.add({Text::tr("страница настроек"),
+              [] { return daysBox() ? QString() : Text::tr("число дней нельзя ввести"); },
+              {},
+              QStringLiteral("options")});
+    addTyping(tour, Text::tr("число дней"), &daysBox, QString::number(days));
+    tour.add({Text::tr("сохранить настройки"), [] { return QString(); },
+              [] { click(inDialog<QDialogButtonBox>("buttons")->button(QDialogButtonBox::Ok)); },
+              QStringLiteral("options-days")});
+    tour.add({Text::tr("настройки сохранены"),
+              [days] {
+                  if (QApplication::activeModalWidget())
+                      return Text::tr("окно не закрыто");
+                  const int stored = AppSettings(pluginGroup).value(storeForDaysKey).toInt();
+                  return stored == days ? QString() : Text::tr("сохранено дней: %1").arg(stored);
+              },
+              {}});
+}
+
+void addDaySteps(Tour& tour, MainWindow& window, const std::shared_ptr<State>& state)
+{
+    addMenuPath(
+        tour, window,
+        {Text::tr("Сервис"), Text::tr("Для разработчиков"), Text::tr("Новый торговый день")},
+        QStringLiteral("new-day"));
+    tour.add({Text::tr("старые секундные файлы удалены, остальные на месте"),
+              [state] { return removalMissing(*state); }, [state] { state->cleanUp(); }});
+}
+
+} // namespace
+
+void addOptionsTour(Tour& tour, MainWindow& window)
+{
+    const AppSettings settings(pluginGroup);
+    const int usersDays = settings.value(storeForDaysKey, 0).toInt();
+    if (!settings.value(deleteSecondsKey, true).toBool() || usersDays >= mostDays) {
+        tour.add({Text::tr("настройки не показаны: секундная история хранится по желанию "
+                           "пользователя"),
+                  [] { return QString(); },
+                  {}});
+        return;
+    }
+    const auto state = std::make_shared<State>();
+    QObject::connect(&tour, &Tour::failed, &tour, [state] { state->cleanUp(); });
+    addFileSteps(tour, state);
+    addDialogSteps(tour, window, std::max(usualDays, usersDays + 1));
+    addDaySteps(tour, window, state);
+}
+
+} // namespace vexdesk
