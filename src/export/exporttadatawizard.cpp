@@ -8,22 +8,33 @@
 
 #include <QtCore/QFile>
 #include <QtGui/QKeyEvent>
-#include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QMessageBox>
+#include <QtWidgets/QPushButton>
 
 namespace {
 
 const char settingsGroup[] = "TADataManager/ExportWizard";
 const char sizeKey[] = "dialog_size";
 
-bool isPress(const QEvent* event)
+bool isReturn(const QKeyEvent& event)
 {
-    if (event->type() == QEvent::MouseButtonPress)
+    return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+}
+
+// Whether the user presses the button by what comes to it.
+bool isPress(const QEvent& event)
+{
+    switch (event.type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::Shortcut:
         return true;
-    if (event->type() != QEvent::KeyPress)
+    case QEvent::KeyPress: {
+        const auto& key = static_cast<const QKeyEvent&>(event);
+        return isReturn(key) || key.key() == Qt::Key_Space;
+    }
+    default:
         return false;
-    const int key = static_cast<const QKeyEvent*>(event)->key();
-    return key == Qt::Key_Return || key == Qt::Key_Enter;
+    }
 }
 
 } // namespace
@@ -69,17 +80,27 @@ bool ExportTADataWizard::checkFileName()
 bool ExportTADataWizard::eventFilter(QObject* watched, QEvent* event)
 {
     const QAbstractButton* const next = button(QWizard::NextButton);
-    if (watched != next || !next->isEnabled() || !showsSeriesPage() || !isPress(event))
+    if (watched != next || !next->isEnabled() || !showsSeriesPage() || !isPress(*event))
         return QWizard::eventFilter(watched, event);
     // At the press already: the question would come between it and its release.
-    this->next();
+    goToFormat();
     return true;
 }
 
-bool ExportTADataWizard::validateCurrentPage()
+void ExportTADataWizard::keyPressEvent(QKeyEvent* event)
 {
-    // Every way forward leads here: the button, its shortcut, and Return in a field of the page.
-    return QWizard::validateCurrentPage() && (!showsSeriesPage() || checkFileName());
+    // Return in a field of the page, which presses the default button without an event of its own.
+    const auto* const next = qobject_cast<QPushButton*>(button(QWizard::NextButton));
+    if (isReturn(*event) && showsSeriesPage() && next && next->isDefault() && next->isEnabled())
+        goToFormat();
+    else
+        QWizard::keyPressEvent(event);
+}
+
+void ExportTADataWizard::goToFormat()
+{
+    if (checkFileName())
+        next();
 }
 
 bool ExportTADataWizard::showsSeriesPage() const

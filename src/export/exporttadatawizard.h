@@ -8,6 +8,9 @@ class SeriesExportPage;
 
 /// Asks the user what is to be exported and how: the series and its days, the file, and the format
 /// of its lines. Its size is kept in the settings, and nothing else is.
+///
+/// Whichever way the user leaves the first page forward, he is asked first about a file that would
+/// be overwritten. Calls of next() ask nobody.
 class ExportTADataWizard final : public QWizard
 {
     Q_OBJECT
@@ -23,9 +26,12 @@ public:
     bool checkFileName();
 
     bool eventFilter(QObject* watched, QEvent* event) override;
-    bool validateCurrentPage() override;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void goToFormat();
     bool showsSeriesPage() const;
     SeriesExportPage* seriesPage() const;
     FormatExportPage* formatPage() const;

@@ -65,6 +65,7 @@ private Q_SLOTS:
     void asksBeforeAFileIsReplaced();
     void asksOnce_data();
     void asksOnce();
+    void aCallOfNextAsksNobody();
     void asksNothingForANewFile_data();
     void asksNothingForANewFile();
     void asksForADirectoryOfThatName();
@@ -162,9 +163,6 @@ void TestExportTADataWizard::goOn(const QString& how) const
         const QKeySequence keys = next->shortcut();
         QCOMPARE(keys.count(), 1);
         QTest::keyClick(m_wizard.get(), keys[0].key(), keys[0].keyboardModifiers());
-        // The button is seen to go down and up again.
-        QVERIFY(next->isDown());
-        QTRY_VERIFY(!next->isDown());
     } else {
         auto* const field = m_wizard->currentPage()->findChild<QWidget*>(how);
         QVERIFY(field);
@@ -416,6 +414,20 @@ void TestExportTADataWizard::asksOnce()
         QVERIFY(enabled(QWizard::NextButton));
         QVERIFY(!button(QWizard::NextButton)->isDown());
     }
+}
+
+void TestExportTADataWizard::aCallOfNextAsksNobody()
+{
+    testsupport::writeFile(output(), "old");
+    open();
+    fillSeriesPage(m_wizard.get(), choices());
+    const ModalSteps nobody;
+    m_wizard->next();
+    QCOMPARE(title(), formatTitle);
+    m_wizard->back();
+    button(QWizard::NextButton)->click();
+    QCOMPARE(title(), formatTitle);
+    QVERIFY2(nobody.complaint().isNull(), qPrintable(nobody.complaint()));
 }
 
 void TestExportTADataWizard::asksNothingForANewFile_data()
