@@ -2,6 +2,7 @@
 
 #include "editor/editortadatamodel.h"
 #include "store/dayfile.h"
+#include "store/labelmark.h"
 #include "store/seriesselectormodels.h"
 #include "ui_editortadatadialog.h"
 
@@ -17,16 +18,12 @@
 
 #include <algorithm>
 
+using tadata::markLabel;
+
 namespace {
 
 const char settingsGroup[] = "TADataManager/Editor";
 const char sizeKey[] = "dialog_size";
-
-bool mark(QLabel* label, bool isValid)
-{
-    label->setStyleSheet(isValid ? QString() : QStringLiteral("QLabel {color: red;}"));
-    return isValid;
-}
 
 // The row that takes the place of the selected ones: the next one below the last of them that
 // stays or, at the end of the table, the one above the first.
@@ -120,11 +117,11 @@ void EditorTADataDialog::connectForm()
 
 bool EditorTADataDialog::validate()
 {
-    const bool stock = mark(m_ui->stockLabel, !m_ui->stock->getStockCode().isEmpty());
-    const bool board = mark(m_ui->boardLabel, !m_ui->board->getBoardCode().isEmpty());
-    const bool security = mark(m_ui->secLabel, !m_ui->security->getSecurityCode().isEmpty());
+    const bool stock = markLabel(m_ui->stockLabel, !m_ui->stock->getStockCode().isEmpty());
+    const bool board = markLabel(m_ui->boardLabel, !m_ui->board->getBoardCode().isEmpty());
+    const bool security = markLabel(m_ui->secLabel, !m_ui->security->getSecurityCode().isEmpty());
     const bool range =
-        mark(m_ui->fromLabel, m_ui->toDateTime->dateTime() >= m_ui->fromDateTime->dateTime());
+        markLabel(m_ui->fromLabel, m_ui->toDateTime->dateTime() >= m_ui->fromDateTime->dateTime());
     return stock && board && security && range;
 }
 

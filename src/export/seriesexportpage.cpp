@@ -2,6 +2,7 @@
 
 #include "export/exportdetails.h"
 #include "store/dayfile.h"
+#include "store/labelmark.h"
 #include "store/seriesselectormodels.h"
 #include "ui_seriesexportpage.h"
 
@@ -12,15 +13,7 @@
 #include <QtWidgets/QCalendarWidget>
 #include <QtWidgets/QFileDialog>
 
-namespace {
-
-bool mark(QLabel* label, bool isValid)
-{
-    label->setStyleSheet(isValid ? QString() : QStringLiteral("QLabel {color: red;}"));
-    return isValid;
-}
-
-} // namespace
+using tadata::markLabel;
 
 SeriesExportPage::SeriesExportPage(QWidget* parent)
     : QWizardPage(parent)
@@ -137,12 +130,12 @@ bool SeriesExportPage::markWrong() const
 {
     const QDate from = m_ui->dateFrom->date();
     const QDate to = m_ui->dateTo->date();
-    const bool stock = mark(m_ui->stockLabel, !m_ui->stock->getStockCode().isEmpty());
-    const bool board = mark(m_ui->boardLabel, !m_ui->board->getBoardCode().isEmpty());
-    const bool security = mark(m_ui->secLabel, !m_ui->security->getSecurityCode().isEmpty());
-    const bool interval = mark(m_ui->fromLabel, to >= from);
-    const bool past = mark(m_ui->toLabel, to <= QDate::currentDate());
-    const bool file = mark(m_ui->outputLabel, !m_ui->outputFile->text().isEmpty());
+    const bool stock = markLabel(m_ui->stockLabel, !m_ui->stock->getStockCode().isEmpty());
+    const bool board = markLabel(m_ui->boardLabel, !m_ui->board->getBoardCode().isEmpty());
+    const bool security = markLabel(m_ui->secLabel, !m_ui->security->getSecurityCode().isEmpty());
+    const bool interval = markLabel(m_ui->fromLabel, to >= from);
+    const bool past = markLabel(m_ui->toLabel, to <= QDate::currentDate());
+    const bool file = markLabel(m_ui->outputLabel, !m_ui->outputFile->text().isEmpty());
     return stock && board && security && interval && past && file;
 }
 

@@ -2,21 +2,18 @@
 
 #include "import/importdetails.h"
 #include "store/dayfile.h"
+#include "store/labelmark.h"
 #include "ui_seriesimportpage.h"
 
 #include <vexdesk/properties.h>
+
+using tadata::markLabel;
 
 namespace {
 
 // Boards of the trading kind, and those that are only technical.
 constexpr int tradingBoard = 4;
 constexpr int technicalBoard = 64;
-
-bool mark(QLabel* label, bool present)
-{
-    label->setStyleSheet(present ? QString() : QStringLiteral("QLabel {color: red;}"));
-    return present;
-}
 
 } // namespace
 
@@ -63,9 +60,9 @@ bool SeriesImportPage::validate()
 
 bool SeriesImportPage::markMissing() const
 {
-    const bool stock = mark(m_ui->stockLabel, m_ui->stock->getStockId() != 0);
-    const bool board = mark(m_ui->boardLabel, m_ui->board->getBoardId() != 0);
-    const bool security = mark(m_ui->secLabel, m_ui->security->getSecurityId() != 0);
+    const bool stock = markLabel(m_ui->stockLabel, m_ui->stock->getStockId() != 0);
+    const bool board = markLabel(m_ui->boardLabel, m_ui->board->getBoardId() != 0);
+    const bool security = markLabel(m_ui->secLabel, m_ui->security->getSecurityId() != 0);
     return stock && board && security;
 }
 
