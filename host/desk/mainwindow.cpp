@@ -78,7 +78,7 @@ void MainWindow::addOwnCommands()
         manager->container("Service", tr("&Сервис"), "MenuBar", "", "80");
     CommandContainer* const help = manager->container("Help", tr("&Справка"), "MenuBar", "", "90");
     CommandContainer* const developer =
-        manager->container("Developer", tr("&Для разработчиков"), "Service", "Y", "90");
+        manager->container("Developer", tr("&Для разработчиков"), "Service", "ZZ", "90");
     addCommand(file, {"Desk.Exit", tr("&Выход"), QKeySequence(Qt::CTRL | Qt::Key_Q)},
                [this] { close(); });
     addCommand(service, {"Desk.Options", tr("&Настройки..."), optionsShortcut()},
@@ -103,6 +103,7 @@ void MainWindow::addCommand(CommandContainer* menu, const OwnCommand& own,
     connect(new Action(own.id, this), &Action::triggered, this, run);
     m_ownCommands.insert(own.id);
 }
+
 void MainWindow::explainCommand(const QByteArray& id, const QString& text)
 {
     // The builder keeps the item for as long as the command is in the menu.
