@@ -1,8 +1,10 @@
 #include "import/importjob.h"
 
 #include "import/minutebuilder.h"
+#include "import/plainlineparser.h"
 #include "store/bardescription.h"
 #include "store/dayfile.h"
+#include "store/dayfilelines.h"
 #include "store/recordline.h"
 #include "store/textlines.h"
 
@@ -17,6 +19,9 @@ bool changeOutput(QFile& file, QTextStream& stream, QString fileName)
     file.setFileName(fileName);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
         return false;
+    // A stream ties itself to its device anew each time and never lets go, and each tie is called
+    // when the file is closed: with a day for each of thousands of files that is most of the work.
+    QObject::disconnect(&file, &QIODevice::aboutToClose, nullptr, nullptr);
     stream.setDevice(&file);
     return true;
 }
@@ -147,7 +152,10 @@ private:
     MinuteBuilder m_minuteBuilder;
 };
 
-// The position runs ahead of the line, since the stream reads in blocks; and a file may have grown
+// As the text streams of the framework read, so that the progress comes at the same moments.
+constexpr qsizetype blockSize = 16384;
+
+// The position runs ahead of the line, since the file is read in blocks; and a file may have grown
 // or have no size of its own.
 int percentDone(qint64 position, qint64 size)
 {
@@ -159,35 +167,40 @@ int percentDone(qint64 position, qint64 size)
 QString importBars(const QString& fileName, const ImportDetails& details,
                    const SeriesDir& seriesDir, const ProgressSink& progress)
 {
-    QFile input(fileName);
-    // A pipe opens, but its stream of lines ends before the first one: nothing would be imported,
-    // and the user would be told that all is well.
-    if (!input.open(QIODevice::ReadOnly) || input.isSequential())
+    DayFileLines lines(fileName, blockSize);
+    // What is no file, such as a pipe, has no lines to come back to.
+    if (!lines.open())
         return cannotOpen(fileName);
-    QTextStream lines(&input);
     qint64 lineNumber = 0;
     const auto lineError = [&lineNumber](const QString& what) {
         return Text::tr("Ошибка при импорте %1-й строки:\n%2.")
             .arg(QString::number(lineNumber), what);
     };
 
+    QByteArrayView line;
+    QString text;
     if (details.firstLineIsHeader) {
-        lines.readLine();
+        lines.next(&line, &text);
         ++lineNumber;
     }
 
     StoreWriter store(seriesDir(), details.timeframe);
-    const qint64 size = input.size();
-    QString line;
-    while (lines.readLineInto(&line)) {
+    PlainLineParser parser(details);
+    const qint64 size = lines.size();
+    while (lines.next(&line, &text)) {
         ++lineNumber;
 
         BarDescription bar;
-        if (!bar.init(line, details))
-            return lineError(bar.error);
+        if (!lines.isAscii() || !parser.parse(line, &bar)) {
+            if (lines.isAscii())
+                text = QString::fromLatin1(line);
+            bar = BarDescription();
+            if (!bar.init(text, details))
+                return lineError(bar.error);
+        }
 
         if (store.needsSwitch(bar.date)) {
-            progress(percentDone(input.pos(), size));
+            progress(percentDone(lines.position(), size));
             if (const QString error = store.switchTo(bar.date); !error.isNull())
                 return error;
         }

@@ -9,9 +9,7 @@ namespace tadata {
 
 namespace {
 
-constexpr qsizetype blockSize = 256 * 1024;
-
-bool isAscii(const char* begin, const char* end)
+bool areAscii(const char* begin, const char* end)
 {
     constexpr quint64 highBits = 0x8080808080808080U;
     for (; end - begin >= qsizetype(sizeof(quint64)); begin += sizeof(quint64)) {
@@ -25,8 +23,9 @@ bool isAscii(const char* begin, const char* end)
 
 } // namespace
 
-DayFileLines::DayFileLines(const QString& path)
+DayFileLines::DayFileLines(const QString& path, qsizetype blockSize)
     : m_file(path)
+    , m_blockSize(blockSize)
 {}
 
 bool DayFileLines::open()
@@ -37,11 +36,30 @@ bool DayFileLines::open()
 
 bool DayFileLines::next(QByteArrayView* line)
 {
-    if (m_usesStream)
-        return nextOfStream(line);
-    const bool found = nextOfBlocks(line);
-    ++m_given;
-    return found;
+    QString text;
+    if (!next(line, &text))
+        return false;
+    if (m_usesStream) {
+        m_line = text.toUtf8();
+        *line = m_line;
+    }
+    return true;
+}
+
+bool DayFileLines::next(QByteArrayView* ascii, QString* text)
+{
+    if (!m_usesStream) {
+        const bool found = nextOfBlocks(ascii);
+        ++m_given;
+        if (!m_usesStream)
+            return found;
+    }
+    if (m_stream.atEnd())
+        return false;
+    // A mark alone is a line too, an empty one.
+    if (!m_stream.readLineInto(text))
+        text->clear();
+    return true;
 }
 
 bool DayFileLines::nextOfBlocks(QByteArrayView* line)
@@ -52,9 +70,9 @@ bool DayFileLines::nextOfBlocks(QByteArrayView* line)
         m_searched = m_buffer.size();
         if (!readBlock())
             break;
-        if (!isAscii(m_buffer.constData() + m_searched, m_buffer.constData() + m_buffer.size())) {
+        if (!areAscii(m_buffer.constData() + m_searched, m_buffer.constData() + m_buffer.size())) {
             switchToStream();
-            return nextOfStream(line);
+            return false;
         }
     }
 
@@ -72,15 +90,6 @@ bool DayFileLines::nextOfBlocks(QByteArrayView* line)
     return true;
 }
 
-bool DayFileLines::nextOfStream(QByteArrayView* line)
-{
-    if (m_stream.atEnd())
-        return false;
-    m_line = m_stream.readLine().toUtf8();
-    *line = m_line;
-    return true;
-}
-
 // False when there is no more to read.
 bool DayFileLines::readBlock()
 {
@@ -88,8 +97,9 @@ bool DayFileLines::readBlock()
     m_searched -= m_begin;
     m_begin = 0;
     const qsizetype kept = m_buffer.size();
-    // A line that is longer than a block must not be copied once for every block.
-    m_buffer.resize(kept + std::max(blockSize, kept));
+    // Grows by more than that where a line is longer than a block: it is not copied for every
+    // block.
+    m_buffer.resize(kept + m_blockSize);
     const qint64 count = m_file.read(m_buffer.data() + kept, m_buffer.size() - kept);
     m_buffer.resize(kept + std::max(qint64(0), count));
     return count > 0;

@@ -1,0 +1,225 @@
+#include "import/plainlineparser.h"
+
+#include "import/importdetails.h"
+
+#include <vexdesk/securitydirectory.h>
+
+#include <algorithm>
+#include <cstring>
+
+namespace tadata {
+
+namespace {
+
+bool isDigit(char character)
+{
+    return character >= '0' && character <= '9';
+}
+
+bool isLetter(char character)
+{
+    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
+}
+
+// Digits that make a number of the type whatever they are.
+template <typename Integer>
+bool readDigits(QByteArrayView text, Integer* number)
+{
+    if (text.empty() || text.size() > std::numeric_limits<Integer>::digits10)
+        return false;
+    *number = 0;
+    for (const char character : text) {
+        if (!isDigit(character))
+            return false;
+        *number = *number * 10 + (character - '0');
+    }
+    return true;
+}
+
+bool readDecimal(QByteArrayView text, short decimals, decimal* number)
+{
+    const std::optional<decimal> read = decimal::fromText(QLatin1String(text.data(), text.size()));
+    if (!read)
+        return false;
+    *number = *read;
+    number->setScale(decimals);
+    return true;
+}
+
+} // namespace
+
+PlainLineParser::Pattern::Pattern(const QString& pattern)
+    : text(pattern.toLatin1())
+{
+    isPlain = QString::fromLatin1(text) == pattern && !text.contains('\'');
+    for (int i = 0; i < text.size(); ++i) {
+        const char letter = text[i];
+        if (!isLetter(letter))
+            continue;
+        if (i == 0 || text[i - 1] != letter)
+            parts.append({letter, i, 0});
+        ++parts.last().length;
+    }
+    isPlain = isPlain && (parts.size() == 2 || parts.size() == 3);
+}
+
+bool PlainLineParser::Pattern::read(QByteArrayView field, std::array<int, 3>* numbers) const
+{
+    if (field.size() != text.size())
+        return false;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (isLetter(text[i]) ? !isDigit(field[i]) : field[i] != text[i])
+            return false;
+    }
+    for (qsizetype part = 0; part < parts.size(); ++part) {
+        int& number = (*numbers)[static_cast<size_t>(part)];
+        number = 0;
+        for (int i = 0; i < parts[part].length; ++i)
+            number = number * 10 + (field[parts[part].begin + i] - '0');
+    }
+    return true;
+}
+
+PlainLineParser::PlainLineParser(const ImportDetails& details)
+    : m_details(details)
+    , m_datePattern(details.dateFormat)
+    , m_timePattern(details.timeFormat)
+{
+    m_columns.fill(-1);
+    bool columnsFit = true;
+    for (auto column = details.columns.begin(); column != details.columns.end(); ++column) {
+        columnsFit = columnsFit && *column >= 0 && *column < maxFields && column.key() > 0 &&
+                     column.key() < roles;
+        if (!columnsFit)
+            break;
+        m_columns[static_cast<size_t>(column.key())] = *column;
+        m_wanted = std::max(m_wanted, *column + 1);
+    }
+    m_wanted = std::max(m_wanted, 1);
+
+    const bool hasPlainSeparator =
+        details.separator.size() == 1 && details.separator.front().unicode() < 128;
+    if (hasPlainSeparator)
+        m_separator = static_cast<char>(details.separator.front().unicode());
+    m_isUsable = columnsFit && hasPlainSeparator && m_datePattern.isPlain && m_timePattern.isPlain;
+}
+
+bool PlainLineParser::parse(QByteArrayView line, BarDescription* bar)
+{
+    if (!m_isUsable || !split(line) ||
+        !readDate(field(static_cast<int>(ColumnRole::Date)), &bar->date) ||
+        !readTime(field(static_cast<int>(ColumnRole::Time)), &bar->time))
+        return false;
+    try {
+        bar->valid = readNumbers(bar);
+    } catch (const QString&) {
+        return false;
+    }
+    return bar->valid;
+}
+
+bool PlainLineParser::split(QByteArrayView line)
+{
+    const char* begin = line.begin();
+    for (int i = 0; i < m_wanted; ++i) {
+        const auto* const end =
+            begin == line.end() ? nullptr
+                                : static_cast<const char*>(std::memchr(
+                                      begin, m_separator, static_cast<size_t>(line.end() - begin)));
+        m_fields[static_cast<size_t>(i)] = QByteArrayView(begin, end ? end : line.end());
+        if (!end)
+            return i + 1 == m_wanted;
+        begin = end + 1;
+    }
+    return true;
+}
+
+QByteArrayView PlainLineParser::field(int role) const
+{
+    const int column = m_columns[static_cast<size_t>(role)];
+    // A mandatory role without a column reads the first one.
+    return m_fields[static_cast<size_t>(std::max(column, 0))];
+}
+
+bool PlainLineParser::has(int role) const
+{
+    return m_columns[static_cast<size_t>(role)] >= 0;
+}
+
+bool PlainLineParser::readDate(QByteArrayView text, QDate* date)
+{
+    if (text == m_dateText && m_date.isValid()) {
+        *date = m_date;
+        return true;
+    }
+    std::array<int, 3> numbers{};
+    if (!m_datePattern.read(text, &numbers))
+        return false;
+    int year = -1;
+    int month = -1;
+    int day = -1;
+    bool hasCentury = false;
+    for (qsizetype i = 0; i < m_datePattern.parts.size(); ++i) {
+        const Pattern::Part& part = m_datePattern.parts[i];
+        const int number = numbers[static_cast<size_t>(i)];
+        hasCentury = hasCentury || (part.letter == 'y' && part.length == 4);
+        if (part.letter == 'y' && (part.length == 2 || part.length == 4) && year < 0)
+            year = number;
+        else if (part.letter == 'M' && part.length == 2 && month < 0)
+            month = number;
+        else if (part.letter == 'd' && part.length == 2 && day < 0)
+            day = number;
+        else
+            return false;
+    }
+    // Days that not every century has, and the year 0, are the framework's.
+    const bool isLeapDay = !hasCentury && month == 2 && day == 29;
+    if (year < 0 || month < 0 || day < 0 || isLeapDay || (hasCentury && year == 0))
+        return false;
+    *date = QDate(hasCentury ? year : 2000 + year, month, day);
+    m_dateText = text.toByteArray();
+    m_date = *date;
+    return date->isValid();
+}
+
+bool PlainLineParser::readTime(QByteArrayView text, QTime* time) const
+{
+    std::array<int, 3> numbers{};
+    if (!m_timePattern.read(text, &numbers))
+        return false;
+    static constexpr char letters[] = "hms";
+    for (qsizetype i = 0; i < m_timePattern.parts.size(); ++i) {
+        const Pattern::Part& part = m_timePattern.parts[i];
+        if (part.letter != letters[i] || part.length != 2)
+            return false;
+    }
+    *time = QTime(numbers[0], numbers[1], numbers[2]);
+    return time->isValid();
+}
+
+bool PlainLineParser::readNumbers(BarDescription* bar) const
+{
+    const auto decimals = static_cast<short>(SecurityDirectory::i().decimalsById(
+        m_details.stockId, m_details.boardId, m_details.securityId));
+    const auto number = [this, decimals](ColumnRole role, decimal* to) {
+        return readDecimal(field(static_cast<int>(role)), decimals, to);
+    };
+    if (!number(ColumnRole::Open, &bar->open) || !number(ColumnRole::High, &bar->high) ||
+        !number(ColumnRole::Low, &bar->low) || !number(ColumnRole::Close, &bar->close))
+        return false;
+
+    constexpr auto volume = static_cast<int>(ColumnRole::Volume);
+    constexpr auto openInterest = static_cast<int>(ColumnRole::OpenInterest);
+    if (has(volume) && !readDigits(field(volume), &bar->volume))
+        return false;
+    if (has(openInterest) && !readDigits(field(openInterest), &bar->openInterest))
+        return false;
+
+    if (has(static_cast<int>(ColumnRole::Value)))
+        return number(ColumnRole::Value, &bar->value);
+    bar->value = decimal(0, 2);
+    bar->value.setScale(decimals);
+    return true;
+}
+
+} // namespace tadata

@@ -1,0 +1,180 @@
+// The parser of plain lines beside BarDescription::init: what it accepts is the same bar, and of
+// ordinary files it accepts every line.
+
+#include "import/plainlineparser.h"
+
+#include "import/importdetails.h"
+#include "import/series.h"
+#include "store/textformats.h"
+#include "support/strictlog.h"
+
+#include <QtCore/QRandomGenerator>
+#include <QtTest/QTest>
+
+using testsupport::detailsOfSeries;
+using testsupport::with;
+
+class TestPlainLineParser final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { testsupport::failOnStrayWarnings(); }
+    void acceptsOrdinaryLines();
+    void agreesWithThePlainWay_data();
+    void agreesWithThePlainWay();
+};
+
+namespace {
+
+QString shown(const BarDescription& bar)
+{
+    QStringList fields{bar.valid ? QStringLiteral("valid") : QStringLiteral("invalid"), bar.error,
+                       bar.date.toString(Qt::ISODate), bar.time.toString(Qt::ISODateWithMs)};
+    for (const decimal& number : {bar.open, bar.high, bar.low, bar.close, bar.value})
+        fields.append(number.toString());
+    fields << QString::number(bar.volume) << QString::number(bar.openInterest);
+    return fields.join(u'|');
+}
+
+ImportDetails allColumns(int decimals)
+{
+    return with(with(with(detailsOfSeries(decimals), ColumnRole::Volume, 6), ColumnRole::Value, 7),
+                ColumnRole::OpenInterest, 8);
+}
+
+QByteArray digits(QRandomGenerator& random, int count)
+{
+    QByteArray text;
+    for (int i = 0; i < count; ++i)
+        text += static_cast<char>('0' + random.bounded(10));
+    return text;
+}
+
+// A date or a time of the pattern's form, mostly one that exists.
+QByteArray dated(QRandomGenerator& random, const QString& pattern)
+{
+    if (random.bounded(8) == 0) {
+        QByteArray text = pattern.toLatin1();
+        for (char& character : text) {
+            if (QChar::fromLatin1(character).isLetter())
+                character = digits(random, 1).front();
+        }
+        return text;
+    }
+    const QDate date = QDate(1999, 12, 1).addDays(random.bounded(40000));
+    const QTime time = QTime(0, 0).addSecs(random.bounded(86400));
+    return (pattern.contains(u'y') ? date.toString(pattern) : time.toString(pattern)).toLatin1();
+}
+
+QByteArray number(QRandomGenerator& random)
+{
+    static const QByteArrayList strange{"",
+                                        "-",
+                                        "+1",
+                                        "1.",
+                                        ".5",
+                                        "1e3",
+                                        " 1",
+                                        "1 ",
+                                        "0x1",
+                                        "-0",
+                                        "-1.05",
+                                        "1,5",
+                                        "1.005",
+                                        "0001",
+                                        "36028797018963967",
+                                        "99999999999999999999",
+                                        "2147483648",
+                                        "9223372036854775807",
+                                        "1.23456789012345"};
+    switch (random.bounded(6)) {
+    case 0:
+        return strange.at(random.bounded(static_cast<int>(strange.size())));
+    case 1:
+        return digits(random, 1 + random.bounded(4));
+    default:
+        return digits(random, 1 + random.bounded(4)) + '.' + digits(random, 1 + random.bounded(3));
+    }
+}
+
+} // namespace
+
+void TestPlainLineParser::acceptsOrdinaryLines()
+{
+    const ImportDetails details = allColumns(2);
+    tadata::PlainLineParser parser(details);
+    for (const char* line : {"20240115;100000;1.5;1.7;1.4;1.6;12;345.60;7",
+                             "20240115;100100;1;2;0;1;0;0;0;and;more;columns",
+                             "20240229;235959;1.50;1.70;1.40;1.60;123456789012;345.6;2"}) {
+        BarDescription bar;
+        QVERIFY2(parser.parse(line, &bar), line);
+    }
+    // Whatever is not so is left to the other one.
+    for (const char* line : {"", ";;;;;;;;", "20240230;100000;1;1;1;1;1;1;1",
+                             "20240115;240000;1;1;1;1;1;1;1", "20240115;100000;1;1;1;1;1;1",
+                             "20240115;100000;1;1;1;1;-1;1;1", "20240115;100000;1;1;1;1;1;1;x"}) {
+        BarDescription bar;
+        QVERIFY2(!parser.parse(line, &bar), line);
+    }
+}
+
+void TestPlainLineParser::agreesWithThePlainWay_data()
+{
+    QTest::addColumn<QString>("datePattern");
+    QTest::addColumn<QString>("timePattern");
+    QTest::addColumn<QString>("separator");
+    for (const tadata::TextFormat& date : tadata::dateFormats()) {
+        for (const tadata::TextFormat& time : tadata::timeFormats()) {
+            for (const char* separator : {";", ",", " ", "\t", "::", "."}) {
+                QTest::addRow("%s %s %s", qPrintable(date.pattern), qPrintable(time.pattern),
+                              separator)
+                    << date.pattern << time.pattern << QString::fromLatin1(separator);
+            }
+        }
+    }
+    QTest::newRow("other patterns")
+        << QStringLiteral("yyyy-MM-dd") << QStringLiteral("HH:mm:ss") << QStringLiteral(";");
+    QTest::newRow("single letters")
+        << QStringLiteral("d.M.yyyy") << QStringLiteral("h:m") << QStringLiteral(";");
+    QTest::newRow("quotes") << QStringLiteral("yyyy'MM'dd") << QStringLiteral("hh'mm'")
+                            << QStringLiteral(";");
+    QTest::newRow("no patterns") << QString() << QString() << QStringLiteral(";");
+    QTest::newRow("no separator") << QStringLiteral("yyyyMMdd") << QStringLiteral("hhmmss")
+                                  << QString();
+}
+
+void TestPlainLineParser::agreesWithThePlainWay()
+{
+    QFETCH(const QString, datePattern);
+    QFETCH(const QString, timePattern);
+    QFETCH(const QString, separator);
+    QRandomGenerator random(20240115);
+    for (const int decimals : {0, 2, 5}) {
+        ImportDetails details = allColumns(decimals);
+        if (decimals == 5)
+            details.columns.remove(static_cast<qint32>(ColumnRole::Value));
+        if (decimals == 0)
+            details.columns.remove(static_cast<qint32>(ColumnRole::Open));
+        details.dateFormat = datePattern;
+        details.timeFormat = timePattern;
+        details.separator = separator;
+        tadata::PlainLineParser parser(details);
+        for (int i = 0; i < 300; ++i) {
+            QByteArrayList fields{dated(random, datePattern), dated(random, timePattern)};
+            for (int field = 2; field < 9; ++field)
+                fields.append(number(random));
+            if (random.bounded(10) == 0)
+                fields.removeLast();
+            const QByteArray line = fields.join(separator.toLatin1());
+            BarDescription plain;
+            plain.init(QString::fromLatin1(line), details);
+            BarDescription fast;
+            if (parser.parse(line, &fast))
+                QCOMPARE(shown(fast), shown(plain));
+        }
+    }
+}
+
+QTEST_GUILESS_MAIN(TestPlainLineParser)
+#include "tst_plainlineparser.moc"
