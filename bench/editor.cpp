@@ -2,8 +2,14 @@
 // finding and deleting, and memory, for a series of a store. Both must show the same texts.
 //
 //   bench_editor SERIES_DIR [TIMEFRAME] [ours|plain]
+//
+// With "files" it measures loading alone beside reading the files and splitting their lines, in
+// turn, and prints one line for each of RUNS: processor seconds of the two, and bytes a row.
+//
+//   bench_editor SERIES_DIR TIMEFRAME files [RUNS]
 
 #include "plaineditormodel.h"
+#include "splitfiles.h"
 
 #include "editor/editortadatamodel.h"
 #include "store/dayfile.h"
@@ -15,6 +21,7 @@
 #include <QtWidgets/QTreeView>
 
 #include <cstdio>
+#include <ctime>
 #include <malloc.h>
 #include <memory>
 
@@ -142,6 +149,36 @@ quint64 measure(const char* name, const Range& range, bool isOurs)
     return texts + static_cast<quint64>(found) + textsOf(model);
 }
 
+double processorSeconds(std::clock_t since)
+{
+    return static_cast<double>(std::clock() - since) / CLOCKS_PER_SEC;
+}
+
+// False when the two do not see the same lines.
+bool measureLoading(const Range& range, int runs)
+{
+    for (int run = 0; run < runs; ++run) {
+        EditorTADataModel model(nullptr);
+        const qsizetype before = heap();
+        std::clock_t start = std::clock();
+        model.load(range.dir, range.from, range.to, range.timeframe);
+        const double ours = processorSeconds(start);
+        const int rows = model.rowCount();
+        const double bytes = static_cast<double>(heap() - before) / rows;
+
+        start = std::clock();
+        const SplitFiles split = SplitFiles::read(range.dir, range.timeframe);
+        const double theirs = processorSeconds(start);
+        if (split.lines != rows || split.fields != qint64(rows) * model.columnCount()) {
+            std::fprintf(stderr, "%d rows are shown of %lld lines\n", rows,
+                         static_cast<long long>(split.lines));
+            return false;
+        }
+        std::printf("%.4f %.4f %.1f\n", ours, theirs, bytes);
+    }
+    return true;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -149,7 +186,7 @@ int main(int argc, char** argv)
     const QApplication application(argc, argv);
     const QStringList arguments = QApplication::arguments();
     if (arguments.size() < 2) {
-        std::fprintf(stderr, "bench_editor SERIES_DIR [TIMEFRAME] [ours|plain]\n");
+        std::fprintf(stderr, "bench_editor SERIES_DIR [TIMEFRAME] [ours|plain|files] [RUNS]\n");
         return EXIT_FAILURE;
     }
     Range range;
@@ -166,6 +203,10 @@ int main(int argc, char** argv)
     range.to = days.last().endOfDay();
 
     const QString which = arguments.value(3);
+    if (which == QLatin1String("files")) {
+        const int runs = arguments.value(4, QStringLiteral("5")).toInt();
+        return measureLoading(range, runs) ? EXIT_SUCCESS : EXIT_FAILURE;
+    }
     quint64 ours = 0;
     quint64 plain = 0;
     if (which != QLatin1String("plain"))

@@ -35,3 +35,6 @@ build_packages=(
 )
 # What the test suite needs beyond that.
 test_packages=(locales tzdata clang-format xvfb xauth mawk)
+# What scripts/bench.sh measures with and beside; nodejs and npm come in addition where there is no
+# npm.
+bench_packages=(libbenchmark-dev mawk python3-pandas time)

@@ -1,0 +1,338 @@
+#!/usr/bin/env bash
+# Measures tadata and the plug-in's parts beside other programs that do the same work, and prints a
+# table of medians. Before anything is timed, both must have written the same bytes.
+#
+#   scripts/bench.sh [--runs N] [--lines N] [--work DIR] [--build DIR] [--only JOBS] [--large]
+#
+#   --runs N     how often each program runs, in turn with the others (5)
+#   --lines N    lines of the imported files; exports and the editor have half of it (4000000)
+#   --work DIR   where the files lie while it runs, some gigabytes (/dev/shm when it has the room,
+#                otherwise the system's temporary directory)
+#   --build DIR  a build with makebars, tadata and the bench programs (build/release, built first)
+#   --only JOBS  words of: import seconds export day deals editor selectors growth memory
+#   --large      the memory is compared at 1 GB in place of 500 MB
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+. scripts/install-packages.sh
+. bench/measure.sh
+
+runs=5
+lines=4000000
+build=
+scratch=
+jobs="import seconds export day deals editor selectors growth memory"
+large_megabytes=500
+while [ $# -gt 0 ]; do
+    case "$1" in
+        --large) large_megabytes=1000; shift; continue ;;
+        --runs | --lines | --work | --build | --only) ;;
+        *) sed -n '2,/^set /{/^set /d;s/^# \{0,1\}//;p}' scripts/bench.sh >&2; exit 2 ;;
+    esac
+    [ $# -ge 2 ] || { echo "$1 needs a value" >&2; exit 2; }
+    case "$1" in
+        --runs) runs=$2 ;;
+        --lines) lines=$2 ;;
+        --work) scratch=$2 ;;
+        --build) build=$2 ;;
+        --only) jobs=$2 ;;
+    esac
+    shift 2
+done
+for number in "$runs" "$lines"; do
+    [[ "$number" =~ ^[1-9][0-9]*$ ]] || { echo "No number: $number" >&2; exit 2; }
+done
+
+export TZ=UTC LC_ALL=C.UTF-8 QT_QPA_PLATFORM=offscreen
+export PEERS=$PWD/build/bench-peers
+duckdb_package=@duckdb/node-api@1.5.6-r.1 # one version, so that tables can be compared
+
+install_packages "${bench_packages[@]}"
+command -v npm >/dev/null || install_packages nodejs npm
+if [ ! -d "$PEERS/node_modules/@duckdb/node-api" ]; then
+    mkdir -p "$PEERS"
+    npm install --prefix "$PEERS" --no-audit --no-fund --silent "$duckdb_package" >&2
+fi
+if [ -z "$build" ]; then
+    build=build/release
+    install_packages "${build_packages[@]}"
+    cmake --preset release >/dev/null
+    cmake --build --preset release >&2
+fi
+bin=$(cd "$build/bin" && pwd)
+bench=$PWD/bench
+
+if [ -z "$scratch" ]; then
+    scratch=${TMPDIR:-/tmp}
+    room=$(df --output=avail -B1M /dev/shm 2>/dev/null | tail -n 1 || echo 0)
+    [ "$room" -lt 6000 ] || scratch=/dev/shm
+fi
+work=$(mktemp -d "$scratch/tadata-bench-XXXXXX")
+trap 'rm -rf "$work"' EXIT
+mkdir "$work/times"
+export XDG_RUNTIME_DIR=$work
+
+say() { echo "$*" >&2; }
+
+# ---- The programs. Each gets its input and its output, and starts where nothing is. ----
+
+columns=date=2,time=3,open=4,high=5,low=6,close=7,volume=8
+series=NORD/MAIN/ALFA
+
+ours_import() # NAME FILE STORE TIMEFRAME
+{
+    rm -rf "$3"
+    measure "$1" "$bin/tadata" import "$2" --series $series --decimals 2 --columns $columns \
+        --timeframe "$4" --store "$3"
+}
+ours_export() # NAME STORE FILE TIMEFRAME
+{
+    local from to
+    from=$(first_day "$2")
+    to=$(last_day "$2")
+    measure "$1" "$bin/tadata" export "$3" --series $series --from "$from" --to "$to" \
+        --today 9999-12-31 --timeframe "$4" --store "$2"
+}
+first_day() { day_of_store "$1" 1; }
+last_day() { day_of_store "$1" '$'; }
+day_of_store() # STORE LINE
+{
+    find "$1/$series" -name '*_60.iss' -printf '%f\n' | sort |
+        sed -n "$2"'s/^\(....\)\(..\)\(..\)_.*/\1-\2-\3/p'
+}
+
+# ---- Inputs ----
+
+minutes=$work/minutes.csv
+minutes_quarter=$work/minutes-quarter.csv
+seconds=$work/seconds.csv
+seconds_quarter=$work/seconds-quarter.csv
+stored=$work/stored
+stored_quarter=$work/stored-quarter
+
+make_bars() # FILE LINES [ARGUMENT...]
+{
+    [ -e "$1" ] || "$bin/makebars" --lines "$2" "${@:3}" >"$1"
+}
+make_store() # STORE LINES
+{
+    [ ! -d "$1" ] || return 0
+    make_bars "$1.csv" "$2"
+    ours_import made "$1.csv" "$1" 60
+    rm "$1.csv"
+}
+make_minutes() { make_bars "$minutes" "$lines"; }
+make_seconds() { make_bars "$seconds" "$lines" --timeframe 1 --bars-per-day 30000; }
+make_stored() { make_store "$stored" $((lines / 2)); }
+
+# ---- Jobs ----
+
+job_import()
+{
+    make_minutes
+    once() { ours_import import.ours "$minutes" "$work/ours" 60; }
+    mawk_once()
+    {
+        fresh "$work/theirs"
+        measure "import.mawk" mawk -v dir="$work/theirs" -f "$bench/import.awk" "$minutes"
+    }
+    bytes_once()
+    {
+        fresh "$work/theirs"
+        measure "import.bytes" "$bin/bench_bytes" "$minutes" "$work/theirs"
+    }
+    duckdb_once()
+    {
+        rm -rf "$work/theirs"
+        measure "import.duckdb" node "$bench/import.duckdb.mjs" "$minutes" "$work/theirs"
+    }
+    pandas_once()
+    {
+        fresh "$work/theirs"
+        measure "import.pandas" /usr/bin/python3 "$bench/import.pandas.py" "$minutes" "$work/theirs"
+    }
+    once
+    local peer
+    for peer in mawk bytes duckdb pandas; do
+        "${peer}_once"
+        same_files "$work/ours/$series" "$work/theirs" "import, $peer"
+    done
+    forget import
+    in_turn once mawk_once bytes_once duckdb_once pandas_once
+    local what="import, 1 minute, $lines lines"
+    row "$what" import.ours mawk import.mawk 0.6
+    row "$what" import.ours "DuckDB, 2 threads" import.duckdb 0.35
+    row "$what" import.ours "byte-level program, no checks" import.bytes 2.5
+    row "$what" import.ours pandas import.pandas -
+    rm -rf "$work/ours" "$work/theirs"
+}
+
+job_seconds()
+{
+    make_seconds
+    once() { ours_import seconds.ours "$seconds" "$work/ours" 1; }
+    mawk_once()
+    {
+        fresh "$work/theirs"
+        measure "seconds.mawk" mawk -v dir="$work/theirs" -f "$bench/import-seconds.awk" "$seconds"
+    }
+    once
+    mawk_once
+    same_files "$work/ours/$series" "$work/theirs" "import of seconds, mawk"
+    forget seconds
+    in_turn once mawk_once
+    row "import, 1 second with minute bars, $lines lines" seconds.ours mawk seconds.mawk 0.5
+    rm -rf "$work/ours" "$work/theirs"
+}
+
+job_export()
+{
+    make_stored
+    once() { ours_export export.ours "$stored" "$work/ours.txt" 300; }
+    # The day files are named one by one: their own directory keeps the names short.
+    mawk_once()
+    {
+        (cd "$stored/$series" &&
+            measure "export.mawk" mawk -v timeframe=300 -v ticker=ALFA -f "$bench/export.awk" \
+                ./*_60.iss >"$work/theirs.txt")
+    }
+    once
+    mawk_once
+    same_file "$work/ours.txt" "$work/theirs.txt" "export to 5 minutes, mawk"
+    forget export
+    in_turn once mawk_once
+    row "export, 1 minute to 5 minutes, $((lines / 2)) stored bars" export.ours mawk export.mawk 0.4
+    rm "$work/ours.txt" "$work/theirs.txt"
+}
+
+# What DuckDB writes of an export: no byte order mark, and of each bar the last line.
+finished_bars()
+{
+    tail -c +4 "$1" | awk -F, '
+        NR == 1 { print; next }
+        NR > 2 && $3 != day { print line }
+        { day = $3; line = $0 }
+        END { print line }'
+}
+
+job_day()
+{
+    make_stored
+    once() { ours_export day.ours "$stored" "$work/ours.txt" 86400; }
+    duckdb_once()
+    {
+        rm -f "$work/theirs.txt"
+        measure "day.duckdb" node "$bench/export.duckdb.mjs" "$stored/$series" "$work/theirs.txt"
+    }
+    once
+    duckdb_once
+    finished_bars "$work/ours.txt" >"$work/finished.txt"
+    same_file "$work/finished.txt" "$work/theirs.txt" "export to days, DuckDB"
+    forget day
+    in_turn once duckdb_once
+    row "export, 1 day, $((lines / 2)) stored bars" day.ours \
+        "DuckDB, 2 threads, finished bars alone" day.duckdb 1.0
+    rm "$work/ours.txt" "$work/theirs.txt" "$work/finished.txt"
+}
+
+# The programs below run both sides themselves, and check them against each other.
+
+job_deals()
+{
+    local i
+    # Five scans in each run.
+    for ((i = 0; i < runs; ++i)); do
+        "$bin/bench_deals" 2000000 50 |
+            sed -n 's/^scan \([0-9.]*\) ms.*plain loop \([0-9.]*\) ms.*/\1 \2/p'
+    done | inner_times deals 0.001
+    row "deals scan, 2000000 deals, 1 in 50 matching" deals.ours "loop over plain structs" \
+        deals.theirs 3
+}
+
+job_editor()
+{
+    make_stored
+    "$bin/bench_editor" "$stored/$series" 60 files "$runs" \
+        >"$work/editor.txt"
+    inner_times editor 1 <"$work/editor.txt"
+    row "editor load, $((lines / 2)) bars" editor.ours "reading and splitting, nothing kept" \
+        editor.theirs 2
+    local bytes
+    bytes=$(awk '{ print $3 }' "$work/editor.txt" | median)
+    note "editor load, $((lines / 2)) bars" "bytes a row" "$bytes" 120
+}
+
+job_selectors()
+{
+    # The store is beside the program.
+    mkdir "$work/selectors"
+    cp "$bin/bench_selectors" "$work/selectors/"
+    "$work/selectors/bench_selectors" 20000 "$runs" >"$work/selectors.txt"
+    inner_times selectors 1 <"$work/selectors.txt"
+    row "selectors, 20000 series" selectors.ours "find DIR -mindepth 3 -maxdepth 3" \
+        selectors.theirs 3
+    say "Starting find costs $(awk '{ print $3 }' "$work/selectors.txt" | median) s of it."
+    rm -rf "$work/selectors"
+}
+
+# Four times the input.
+job_growth()
+{
+    make_minutes
+    make_seconds
+    make_stored
+    make_bars "$minutes_quarter" $((lines / 4))
+    make_bars "$seconds_quarter" $((lines / 4)) --timeframe 1 --bars-per-day 30000
+    make_store "$stored_quarter" $((lines / 8))
+    grow() # NAME QUARTER WHOLE; runs grow_NAME INPUT TIMES
+    {
+        local name=$1 quarter=$2 whole=$3
+        small() { "grow_$name" "$quarter" "growth-$name.quarter"; }
+        full() { "grow_$name" "$whole" "growth-$name.whole"; }
+        small
+        forget "growth-$name"
+        in_turn small full
+        growth_row "$name" "growth-$name" 4.3
+    }
+    grow_import() { ours_import "$2" "$1" "$work/ours" 60; }
+    grow_seconds() { ours_import "$2" "$1" "$work/ours" 1; }
+    grow_export() { ours_export "$2" "$1" "$work/ours.txt" 300; }
+    grow_day() { ours_export "$2" "$1" "$work/ours.txt" 86400; }
+    grow import "$minutes_quarter" "$minutes"
+    grow seconds "$seconds_quarter" "$seconds"
+    grow export "$stored_quarter" "$stored"
+    grow day "$stored_quarter" "$stored"
+    rm -rf "$work/ours" "$work/ours.txt"
+}
+
+# The peak memory must not know the size of the input.
+job_memory()
+{
+    local megabytes i times=$((runs < 3 ? runs : 3))
+    rm -f "$minutes" "$minutes_quarter" "$seconds" "$seconds_quarter"
+    rm -rf "$stored" "$stored_quarter"
+    for megabytes in 10 "$large_megabytes"; do
+        # A line has 55 bytes.
+        "$bin/makebars" --lines $((megabytes * 1000000 / 55)) --bars-per-day 1400 >"$work/input.csv"
+        for ((i = 0; i < times; ++i)); do
+            ours_import "memory-import.$megabytes" "$work/input.csv" "$work/ours" 60
+        done
+        rm "$work/input.csv"
+        for ((i = 0; i < times; ++i)); do
+            ours_export "memory-export.$megabytes" "$work/ours" "$work/ours.txt" 300
+        done
+        rm -rf "$work/ours" "$work/ours.txt"
+    done
+    memory_row import memory-import 10 "$large_megabytes"
+    memory_row export memory-export 10 "$large_megabytes"
+}
+
+# ---- The report ----
+
+say "Work directory: $work; load: $(cut -d ' ' -f 1-3 /proc/loadavg)"
+for job in $jobs; do
+    declare -F "job_$job" >/dev/null || { say "No such job: $job"; exit 2; }
+    say "$(date +%H:%M:%S) $job"
+    "job_$job"
+done
+say "$(date +%H:%M:%S) done; load: $(cut -d ' ' -f 1-3 /proc/loadavg)"
+print_report
