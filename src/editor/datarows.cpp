@@ -44,14 +44,23 @@ void DataRows::beginDay(const QDate& day, qint64 textSize)
 void DataRows::append(int secondOfDay, QByteArrayView line)
 {
     QByteArray& text = m_days.back().text;
-    m_rows.push_back({static_cast<quint32>(m_days.size() - 1), secondOfDay, text.size()});
-    text += line;
-    text += '\n';
+    const qsizetype begin = text.size();
+    m_rows.push_back({static_cast<quint32>(m_days.size() - 1), secondOfDay, begin});
+    text.resize(begin + line.size() + 1);
+    char* const end = std::copy(line.begin(), line.end(), text.data() + begin);
+    *end = '\n';
 }
 
 void DataRows::appendBlank()
 {
     m_rows.push_back({static_cast<quint32>(m_days.size() - 1), blank, 0});
+}
+
+void DataRows::expectDays(qsizetype count)
+{
+    // Should the days be much shorter, squeeze() takes back what is too much.
+    constexpr qsizetype most = 8 * 1000 * 1000;
+    m_rows.reserve(static_cast<size_t>(std::min(most, size() * count)));
 }
 
 void DataRows::squeeze()
@@ -60,7 +69,9 @@ void DataRows::squeeze()
     m_rows.erase(gap, gap + m_gapSize);
     m_gap = 0;
     m_gapSize = 0;
-    m_rows.shrink_to_fit();
+    // To give back a little would cost a copy of all the rest.
+    if (m_rows.capacity() - m_rows.size() > m_rows.size() / 8)
+        m_rows.shrink_to_fit();
     for (Day& day : m_days)
         day.text.squeeze();
 }

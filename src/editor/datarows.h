@@ -23,6 +23,8 @@ public:
     /// Appends a line without its line end; it must have eight fields and no line feed in it.
     void append(int secondOfDay, QByteArrayView line);
     void appendBlank();
+    /// Makes room for so many days like those that are there.
+    void expectDays(qsizetype count);
     /// Gives back memory that was held for more rows.
     void squeeze();
 

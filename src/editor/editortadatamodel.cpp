@@ -22,6 +22,19 @@ int secondOfDay(QByteArrayView text)
     return time.isValid() ? time.msecsSinceStartOfDay() / 1000 : 0;
 }
 
+// Up to the first separator, which in almost every line is the seventh character.
+QByteArrayView timeField(QByteArrayView line)
+{
+    constexpr qsizetype usualLength = 6;
+    if (line.size() > usualLength && line[usualLength] == ';') {
+        const QByteArrayView usual = line.first(usualLength);
+        if (tadata::secondOfPlainTime(usual) >= 0)
+            return usual;
+    }
+    const qsizetype end = line.indexOf(';');
+    return end < 0 ? line : line.first(end);
+}
+
 } // namespace
 
 EditorTADataModel::EditorTADataModel(QObject* parent)
@@ -39,8 +52,13 @@ void EditorTADataModel::load(const QDir& dir, const QDateTime& from, const QDate
     m_toDate = to.date();
     m_timeframe = timeframe;
     m_rows.clear();
-    for (const QDate& day : tadata::storedDays(dir, timeframe, m_fromDate, m_toDate))
+    const QList<QDate> days = tadata::storedDays(dir, timeframe, m_fromDate, m_toDate);
+    for (const QDate& day : days) {
         readDay(day, from, to);
+        // Most days are about as long as the first one.
+        if (day == days.first())
+            m_rows.expectDays(days.size());
+    }
     m_rows.squeeze();
     endResetModel();
 }
@@ -56,17 +74,14 @@ void EditorTADataModel::readDay(const QDate& day, const QDateTime& from, const Q
     m_rows.beginDay(day, isWhole ? lines.size() : 0);
     QByteArrayView line;
     while (lines.next(&line)) {
-        const auto fields = tadata::splitRecordLine(line);
-        const int second = secondOfDay(
-            fields ? (*fields)[tadata::TimeField]
-                   : line.first(line.indexOf(';') < 0 ? line.size() : line.indexOf(';')));
+        const int second = secondOfDay(timeField(line));
         switch (range.place(second)) {
         case TimeOfDayRange::Place::Before:
             break;
         case TimeOfDayRange::Place::After:
             return;
         case TimeOfDayRange::Place::Inside:
-            if (fields)
+            if (tadata::isRecordLine(line))
                 m_rows.append(second, line);
             else
                 m_rows.appendBlank();

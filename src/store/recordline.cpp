@@ -6,6 +6,7 @@
 #include <QtCore/QSaveFile>
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 
 namespace tadata {
@@ -149,6 +150,24 @@ std::optional<RecordFields> splitRecordLine(QByteArrayView line)
         return std::nullopt;
     fields[field] = QByteArrayView(begin, line.end());
     return fields;
+}
+
+bool isRecordLine(QByteArrayView line)
+{
+    // Eight characters at a time: the highest bit of each that is a separator is set and counted.
+    constexpr quint64 separators = 0x3b3b3b3b3b3b3b3bU;
+    constexpr quint64 lowBits = 0x7f7f7f7f7f7f7f7fU;
+    static_assert(separator == 0x3b);
+    int count = 0;
+    const char* at = line.begin();
+    for (; line.end() - at >= qsizetype(sizeof(quint64)); at += sizeof(quint64)) {
+        quint64 characters = 0;
+        std::memcpy(&characters, at, sizeof characters);
+        characters ^= separators;
+        count += std::popcount(~(((characters & lowBits) + lowBits) | characters | lowBits));
+    }
+    count += static_cast<int>(std::count(at, line.end(), separator));
+    return count == RecordFieldCount - 1;
 }
 
 void appendRewritten(QByteArray& content, const RecordFields& fields)

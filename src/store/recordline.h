@@ -46,6 +46,9 @@ using RecordFields = std::array<QByteArrayView, RecordFieldCount>;
 /// Splits a line the way the editor does: no value unless it has exactly eight fields.
 std::optional<RecordFields> splitRecordLine(QByteArrayView line);
 
+/// Whether splitRecordLine() gives fields; for those who only want to know.
+bool isRecordLine(QByteArrayView line);
+
 /// Appends a line to the content of a day file that the editor writes anew.
 ///
 /// Rewritten lines carry the value in the sixth field and the volume in the seventh, the reverse of

@@ -240,6 +240,7 @@ void TestRecordLine::readsRandomLinesAsThePlainWay()
             fields.append(randomField(random));
         const QString line = fields.join(u';');
         QCOMPARE(shown(barFromRecordLine(line.toUtf8(), day)), shown(plainBar(line)));
+        QCOMPARE(tadata::isRecordLine(line.toUtf8()), splitRecordLine(line.toUtf8()).has_value());
     }
 }
 
