@@ -1,6 +1,7 @@
 #include "export/barexporter.h"
 
 #include "export/exportdetails.h"
+#include "store/wrappingsum.h"
 
 #include <QtCore/QDateTime>
 #include <QtCore/QStringList>
@@ -14,12 +15,6 @@ namespace {
 
 constexpr int secondsOfDay = 24 * 60 * 60;
 constexpr int msecsOfSecond = 1000;
-
-// Volumes are 64 bits wide and may be anything: their sum wraps around instead of being undefined.
-qint64 wrappingSum(qint64 left, qint64 right)
-{
-    return static_cast<qint64>(static_cast<quint64>(left) + static_cast<quint64>(right));
-}
 
 // A bar without a time is at midnight.
 int msecsOf(const QTime& time)

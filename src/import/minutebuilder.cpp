@@ -1,18 +1,10 @@
 #include "import/minutebuilder.h"
 
+#include "store/wrappingsum.h"
+
 #include <utility>
 
 namespace tadata {
-
-namespace {
-
-// Volumes are 64 bits wide and may be anything: their sum wraps around instead of being undefined.
-qint64 wrappingSum(qint64 left, qint64 right)
-{
-    return static_cast<qint64>(static_cast<quint64>(left) + static_cast<quint64>(right));
-}
-
-} // namespace
 
 std::optional<BarDescription> MinuteBuilder::add(const BarDescription& bar)
 {
