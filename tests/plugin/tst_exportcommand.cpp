@@ -2,6 +2,7 @@
 // its windows are answered with mouse and keys.
 
 #include "plugin/commandtest.h"
+#include "support/exportchoices.h"
 #include "support/filetree.h"
 #include "support/modalsteps.h"
 #include "support/strictlog.h"
@@ -19,8 +20,6 @@
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QComboBox>
-#include <QtWidgets/QDateEdit>
-#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QProgressDialog>
 #include <QtWidgets/QWizard>
 
@@ -85,22 +84,6 @@ Widget* child(const QWidget* parent, const char* name)
     return widget;
 }
 
-void typeDate(const QWizard* wizard, const char* name, const QDate& date)
-{
-    auto* const edit = child<QDateEdit>(wizard, name);
-    edit->setFocus();
-    edit->setSelectedSection(QDateTimeEdit::DaySection);
-    QTest::keyClicks(edit, date.toString(QStringLiteral("ddMMyyyy")));
-    QCOMPARE(edit->date(), date);
-}
-
-void typeLine(const QWizard* wizard, const char* name, const QString& text)
-{
-    auto* const edit = child<QLineEdit>(wizard, name);
-    edit->selectAll();
-    QTest::keyClicks(edit, text);
-}
-
 } // namespace
 
 class TestExportCommand final : public QObject
@@ -130,7 +113,8 @@ private:
     void post(const vexdesk::Deal& deal) const;
     vexdesk::Deal dealOfToday(const QTime& time, const char* price) const;
     // The first page up to its button, which is left to the caller.
-    void fillSeries(QWizard* wizard, const QDate& from, const QDate& to) const;
+    void fillSeries(QWizard* wizard, const QDate& from, const QDate& to,
+                    const QString& outputDir = QString()) const;
     void fillWizard(ModalSteps& steps, const QDate& from, const QDate& to) const;
     QString output() const { return m_output->filePath(QStringLiteral("out.txt")); }
 
@@ -171,13 +155,17 @@ vexdesk::Deal TestExportCommand::dealOfToday(const QTime& time, const char* pric
     return deal;
 }
 
-void TestExportCommand::fillSeries(QWizard* wizard, const QDate& from, const QDate& to) const
+void TestExportCommand::fillSeries(QWizard* wizard, const QDate& from, const QDate& to,
+                                   const QString& outputDir) const
 {
     QVERIFY(!wizard->parentWidget());
-    typeDate(wizard, "dateFrom", from);
-    typeDate(wizard, "dateTo", to);
-    typeLine(wizard, "outputFile", QStringLiteral("out"));
-    typeLine(wizard, "outputDir", m_output->path());
+    testsupport::ExportChoices choices;
+    choices.security = QStringLiteral("ALFA");
+    choices.dateFrom = from;
+    choices.dateTo = to;
+    choices.outputFile = QStringLiteral("out");
+    choices.outputDir = outputDir.isNull() ? m_output->path() : outputDir;
+    testsupport::fillSeriesPage(wizard, choices);
 }
 
 void TestExportCommand::fillWizard(ModalSteps& steps, const QDate& from, const QDate& to) const
@@ -285,8 +273,7 @@ void TestExportCommand::namesAnOutputThatCannotBeOpened()
     Shown shown;
     ModalSteps steps;
     steps.on<QWizard>([this](QWizard* wizard) {
-        fillSeries(wizard, pastDay, pastDay);
-        typeLine(wizard, "outputDir", m_output->filePath(QStringLiteral("missing")));
+        fillSeries(wizard, pastDay, pastDay, m_output->filePath(QStringLiteral("missing")));
         click(wizard->button(QWizard::NextButton));
         click(wizard->button(QWizard::FinishButton));
     });

@@ -1,6 +1,5 @@
 #include "desk/tour/optionstour.h"
 
-#include "desk/commands.h"
 #include "desk/mainwindow.h"
 #include "desk/tour/demonstration.h"
 #include "desk/tour/tour.h"
@@ -18,8 +17,6 @@
 #include <QtCore/QSettings>
 #include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QListWidget>
-#include <QtWidgets/QMenu>
-#include <QtWidgets/QMenuBar>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QSpinBox>
 
@@ -148,41 +145,6 @@ QString removalMissing(const State& state)
     return QString();
 }
 
-QMenu* openMenu()
-{
-    return qobject_cast<QMenu*>(QApplication::activePopupWidget());
-}
-
-bool hasEntry(const QMenu& menu, const QString& title)
-{
-    const QList<QAction*> entries = menu.actions();
-    return std::any_of(entries.cbegin(), entries.cend(), [&title](const QAction* entry) {
-        return withoutMnemonic(entry->text()) == title;
-    });
-}
-
-// From the menu bar to a command. The picture is of the menu that holds it.
-void addMenuPath(Tour& tour, MainWindow& window, const QStringList& path, const QString& picture)
-{
-    tour.add({Text::tr("меню «%1»").arg(path.constFirst()),
-              [&window] {
-                  return window.isVisible() && !QApplication::activeModalWidget()
-                             ? QString()
-                             : Text::tr("окна нет, или перед ним другое");
-              },
-              [&window, menu = path.constFirst()] { clickMenu(window.menuBar(), menu); }});
-    for (const QString& entry : path.mid(1)) {
-        tour.add({Text::tr("выбрать «%1»").arg(entry),
-                  [entry] {
-                      return openMenu() && hasEntry(*openMenu(), entry)
-                                 ? QString()
-                                 : Text::tr("в меню нет: %1").arg(entry);
-                  },
-                  [entry] { clickMenu(openMenu(), entry); },
-                  entry == path.constLast() ? picture : QString()});
-    }
-}
-
 QListWidgetItem* categoryItem()
 {
     const auto* const list = inDialog<QListWidget>("categories");
@@ -211,7 +173,7 @@ void addFileSteps(Tour& tour, const std::shared_ptr<State>& state)
 
 void addDialogSteps(Tour& tour, MainWindow& window, int days)
 {
-    addMenuPath(tour, window, {Text::tr("Сервис"), Text::tr("Настройки...")}, QString());
+    addMenuPath(tour, window, {Text::tr("Сервис"), Text::tr("Настройки...")});
     tour.add({Text::tr("выбрать раздел настроек"),
               [] { return categoryItem() ? QString() : Text::tr("в настройках нет раздела"); },
               [] {
@@ -242,7 +204,7 @@ void addDaySteps(Tour& tour, MainWindow& window, const std::shared_ptr<State>& s
     addMenuPath(
         tour, window,
         {Text::tr("Сервис"), Text::tr("Для разработчиков"), Text::tr("Новый торговый день")},
-        QStringLiteral("new-day"));
+        QString(), QStringLiteral("new-day"));
     tour.add({Text::tr("старые секундные файлы удалены, остальные на месте"),
               [state] { return removalMissing(*state); }, [state] { state->cleanUp(); }});
 }

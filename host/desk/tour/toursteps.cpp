@@ -59,8 +59,8 @@ QString digitsOf(QString text)
 
 } // namespace
 
-void addMenuSteps(Tour& tour, MainWindow& window, const QString& command,
-                  const QString& windowPicture, const QString& menuPicture)
+void addMenuPath(Tour& tour, MainWindow& window, const QStringList& path,
+                 const QString& windowPicture, const QString& menuPicture)
 {
     tour.add({Text::tr("окно терминала"),
               [&window] {
@@ -68,11 +68,21 @@ void addMenuSteps(Tour& tour, MainWindow& window, const QString& command,
                              ? QString()
                              : Text::tr("окна нет, или перед ним другое");
               },
-              [&window] { clickMenu(window.menuBar(), Text::tr("Тех. анализ")); }, windowPicture});
-    tour.add({Text::tr("меню"), [] { return entryMissing(Text::tr("Управление данными ТА")); },
-              [] { clickMenu(openMenu(), Text::tr("Управление данными ТА")); }});
-    tour.add({Text::tr("команды модуля"), [command] { return entryMissing(command); },
-              [command] { clickMenu(openMenu(), command); }, menuPicture});
+              [&window, menu = path.first()] { clickMenu(window.menuBar(), menu); },
+              windowPicture});
+    for (qsizetype i = 1; i < path.size(); ++i) {
+        const QString& entry = path.at(i);
+        tour.add({Text::tr("выбрать «%1»").arg(entry), [entry] { return entryMissing(entry); },
+                  [entry] { clickMenu(openMenu(), entry); },
+                  i + 1 == path.size() ? menuPicture : QString()});
+    }
+}
+
+void addMenuSteps(Tour& tour, MainWindow& window, const QString& command,
+                  const QString& windowPicture, const QString& menuPicture)
+{
+    addMenuPath(tour, window, {Text::tr("Тех. анализ"), Text::tr("Управление данными ТА"), command},
+                windowPicture, menuPicture);
 }
 
 void addChoice(Tour& tour, const QString& title, const std::function<QComboBox*()>& list,

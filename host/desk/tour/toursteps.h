@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtCore/QStringList>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QWidget>
 
@@ -28,8 +29,12 @@ Widget* inDialog(const char* name)
     return dialog ? dialog->findChild<Widget*>(QLatin1String(name)) : nullptr;
 }
 
-/// Opens a command of the history plug-in from the window's menu. Pictures of the window and of the
-/// open menu are taken when they are given a name.
+/// Goes from a menu of the menu bar over its sub-menus to a command. Pictures of the window and of
+/// the menu that holds the command are taken when they are given a name.
+void addMenuPath(Tour& tour, MainWindow& window, const QStringList& path,
+                 const QString& windowPicture = QString(), const QString& menuPicture = QString());
+
+/// The same to a command of the history plug-in.
 void addMenuSteps(Tour& tour, MainWindow& window, const QString& command,
                   const QString& windowPicture = QString(), const QString& menuPicture = QString());
 
