@@ -12,8 +12,8 @@
 #include "splitfiles.h"
 
 #include "editor/editortadatamodel.h"
-#include "store/dayfile.h"
 
+#include <vexdesk/history/dayfile.h>
 #include <vexdesk/itemdelegate.h>
 
 #include <QtCore/QElapsedTimer>
@@ -193,7 +193,7 @@ int main(int argc, char** argv)
     range.dir = QDir(arguments.at(1));
     range.timeframe = arguments.value(2, QStringLiteral("1")).toInt();
     const QList<QDate> days =
-        tadata::storedDays(range.dir, range.timeframe, QDate(1900, 1, 1), QDate(9999, 12, 31));
+        vexdesk::storedDays(range.dir, range.timeframe, QDate(1900, 1, 1), QDate(9999, 12, 31));
     if (days.isEmpty()) {
         std::fprintf(stderr, "%s: no day file of %d seconds\n", qUtf8Printable(arguments.at(1)),
                      range.timeframe);

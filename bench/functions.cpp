@@ -7,9 +7,9 @@
 #include "export/exportbar.h"
 #include "export/exportdetails.h"
 #include "import/importdetails.h"
-#include "store/dayfile.h"
 #include "store/recordline.h"
 
+#include <vexdesk/history/dayfile.h>
 #include <vexdesk/securitydirectory.h>
 #include <vexdesk/terminal/referencedata.h>
 
@@ -66,7 +66,7 @@ const std::vector<BarDescription>& bars()
             BarDescription bar;
             bar.valid = true;
             bar.date = firstDay;
-            bar.time = QTime(9, 30).addSecs((i + 1) * tadata::minuteTimeframe);
+            bar.time = QTime(9, 30).addSecs((i + 1) * vexdesk::minuteTimeframe);
             const qint64 price = 12000 + i * 37 % 400; // in hundredths
             bar.open = decimal(price, decimals);
             bar.high = decimal(price + i % 15, decimals);
@@ -103,7 +103,7 @@ ImportDetails importDetails()
     details.stockId = stockId;
     details.boardId = boardId;
     details.securityId = firstSecurityId;
-    details.timeframe = tadata::minuteTimeframe;
+    details.timeframe = vexdesk::minuteTimeframe;
     details.separator = QStringLiteral(",");
     details.dateFormat = QStringLiteral("yyyyMMdd");
     details.timeFormat = QStringLiteral("hhmmss");
@@ -129,7 +129,7 @@ ExportDetails exportDetails()
 {
     ExportDetails details;
     details.securityName = QStringLiteral("ALFA");
-    details.timeframe = 5 * tadata::minuteTimeframe;
+    details.timeframe = 5 * vexdesk::minuteTimeframe;
     details.separator = QStringLiteral(",");
     details.dateFormat = QStringLiteral("yyyyMMdd");
     details.timeFormat = QStringLiteral("hhmmss");
@@ -290,7 +290,7 @@ public:
 
     void loadInto(EditorTADataModel& model) const
     {
-        model.load(QDir(m_directory.path()), from(), to(), tadata::minuteTimeframe);
+        model.load(QDir(m_directory.path()), from(), to(), vexdesk::minuteTimeframe);
     }
     static QDateTime from() { return firstDay.startOfDay(); }
     static QDateTime to() { return firstDay.addDays(days - 1).endOfDay(); }
@@ -300,7 +300,8 @@ private:
     {
         const QByteArray content = recordLines(bars());
         for (int i = 0; i < days; ++i) {
-            const QString name = tadata::dayFileName(firstDay.addDays(i), tadata::minuteTimeframe);
+            const QString name =
+                vexdesk::dayFileName(firstDay.addDays(i), vexdesk::minuteTimeframe);
             QFile file(m_directory.filePath(name));
             if (file.open(QIODevice::WriteOnly))
                 file.write(content);

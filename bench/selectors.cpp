@@ -7,9 +7,9 @@
 // The store is "user/tadata" beside the program: copy the program into a directory of its own.
 // Where that store holds anything the program ends without having touched it.
 
-#include "store/dayfile.h"
 #include "store/seriesselectormodels.h"
 
+#include <vexdesk/history/dayfile.h>
 #include <vexdesk/terminal/referencedata.h>
 
 #include <QtCore/QCoreApplication>
@@ -104,7 +104,7 @@ int main(int argc, char** argv)
     const QStringList arguments = QCoreApplication::arguments();
     const int series = arguments.value(1, QStringLiteral("20000")).toInt();
     const int runs = arguments.value(2, QStringLiteral("5")).toInt();
-    const QDir root = tadata::storeRoot();
+    const QDir root = vexdesk::storeRoot();
     if (!root.isEmpty()) {
         std::fprintf(stderr, "%s is not empty: copy the program into a directory of its own\n",
                      qUtf8Printable(root.path()));

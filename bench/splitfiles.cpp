@@ -1,6 +1,6 @@
 #include "splitfiles.h"
 
-#include "store/dayfile.h"
+#include <vexdesk/history/dayfile.h>
 
 #include <QtCore/QFile>
 
@@ -41,8 +41,8 @@ SplitFiles SplitFiles::read(const QDir& dir, int timeframe)
     SplitFiles result;
     std::array<std::string_view, columns> fields;
     for (const QDate& day :
-         tadata::storedDays(dir, timeframe, QDate(1900, 1, 1), QDate(9999, 12, 31))) {
-        QFile file(dir.filePath(tadata::dayFileName(day, timeframe)));
+         vexdesk::storedDays(dir, timeframe, QDate(1900, 1, 1), QDate(9999, 12, 31))) {
+        QFile file(dir.filePath(vexdesk::dayFileName(day, timeframe)));
         if (!file.open(QIODevice::ReadOnly))
             continue;
         const QByteArray content = file.readAll();

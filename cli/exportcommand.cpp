@@ -5,12 +5,12 @@
 #include "series.h"
 
 #include "export/exportjob.h"
-#include "store/dayfile.h"
 
+#include <vexdesk/database/exception.h>
+#include <vexdesk/history/dayfile.h>
 #include <vexdesk/terminal/core.h>
 
 #include <QtCore/QFileInfo>
-#include <vexdesk/database/exception.h>
 
 #include <algorithm>
 #include <array>

@@ -4,8 +4,9 @@
 #include "series.h"
 
 #include "import/importjob.h"
-#include "store/dayfile.h"
 #include "store/textformats.h"
+
+#include <vexdesk/history/dayfile.h>
 
 #include <array>
 
@@ -68,10 +69,10 @@ QMap<qint32, qint32> parseColumns(const QString& text)
 
 qint32 parseTimeframe(const QString& text)
 {
-    if (text == QString::number(minuteTimeframe))
-        return minuteTimeframe;
-    if (text == QString::number(secondTimeframe))
-        return secondTimeframe;
+    if (text == QString::number(vexdesk::minuteTimeframe))
+        return vexdesk::minuteTimeframe;
+    if (text == QString::number(vexdesk::secondTimeframe))
+        return vexdesk::secondTimeframe;
     throw UsageError{Text::tr("--timeframe: бывает 60 или 1: «%1»").arg(text)};
 }
 

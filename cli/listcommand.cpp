@@ -2,8 +2,8 @@
 
 #include "series.h"
 
-#include "store/dayfile.h"
-#include "store/storecatalog.h"
+#include <vexdesk/history/dayfile.h>
+#include <vexdesk/history/storecatalog.h>
 
 #include <QtCore/QTextStream>
 
@@ -16,7 +16,7 @@ ExitCode runList(const QStringList& words)
         throw UsageError{Text::tr("лишнее слово «%1»").arg(line.positional().first())};
 
     const std::optional<QString> store = parseStore(line);
-    const QDir root = store ? QDir(*store) : storeRoot();
+    const QDir root = store ? QDir(*store) : vexdesk::storeRoot();
     if (!root.exists()) {
         printError(Text::tr("Нет каталога %1").arg(root.path()));
         return Failure;
@@ -24,8 +24,8 @@ ExitCode runList(const QStringList& words)
 
     QString text;
     QTextStream out(&text);
-    const QList<StoredSeries> list = listStore(root);
-    for (const StoredSeries& series : list) {
+    const QList<vexdesk::StoredSeries> list = vexdesk::listStore(root);
+    for (const vexdesk::StoredSeries& series : list) {
         out << series.stockCode << '/' << series.boardCode << '/' << series.securityName << '\t'
             << series.timeframe << '\t' << series.dayFiles << '\t'
             << series.firstDay.toString(Qt::ISODate) << '\t' << series.lastDay.toString(Qt::ISODate)

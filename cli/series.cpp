@@ -1,8 +1,7 @@
 #include "series.h"
 
-#include "store/dayfile.h"
-
 #include <vexdesk/boarddirectory.h>
+#include <vexdesk/history/dayfile.h>
 #include <vexdesk/securitydirectory.h>
 #include <vexdesk/stockdirectory.h>
 #include <vexdesk/terminal/referencedata.h>
@@ -38,8 +37,8 @@ std::optional<QString> parseStore(const CommandLine& line)
 QDir makeSeriesDirIn(const std::optional<QString>& store, const SeriesCodes& codes)
 {
     if (!store)
-        return makeSeriesDir(codes.stock, codes.board, codes.security);
-    const QDir dir(seriesPath(QDir(*store), codes.stock, codes.board, codes.security));
+        return vexdesk::makeSeriesDir(codes.stock, codes.board, codes.security);
+    const QDir dir(vexdesk::seriesPath(QDir(*store), codes.stock, codes.board, codes.security));
     QDir().mkpath(dir.path());
     return dir;
 }

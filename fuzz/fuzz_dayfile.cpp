@@ -5,9 +5,10 @@
 
 #include "target.h"
 
-#include "store/dayfile.h"
-#include "store/dayfilelines.h"
 #include "store/recordline.h"
+
+#include <vexdesk/history/dayfile.h>
+#include <vexdesk/history/dayfilelines.h>
 
 #include <QtCore/QBuffer>
 #include <QtCore/QFileInfo>
@@ -34,9 +35,9 @@ QStringList readLines(const QByteArray& content)
 
 void checkName(const QString& name)
 {
-    if (const auto key = tadata::parseDayFileName(name)) {
+    if (const auto key = vexdesk::parseDayFileName(name)) {
         require(key->day.isValid() && key->timeframe > 0, "a day file's name means something");
-        require(tadata::dayFileName(key->day, key->timeframe) == name,
+        require(vexdesk::dayFileName(key->day, key->timeframe) == name,
                 "only names that are given to day files are taken for such");
     }
 }
@@ -74,7 +75,7 @@ QByteArrayList rowsOf(const QByteArrayList& lines)
 {
     QByteArrayList rows;
     for (const QByteArray& line : lines) {
-        const auto fields = tadata::splitRecordLine(line);
+        const auto fields = vexdesk::splitRecordLine(line);
         require(fields.has_value() == (line.count(';') == 7), "a row is a line of eight fields");
         if (fields)
             rows.append(line);
@@ -85,7 +86,7 @@ QByteArrayList rowsOf(const QByteArrayList& lines)
 QByteArray exchanged(const QByteArray& row)
 {
     QByteArrayList fields = row.split(';');
-    fields.swapItemsAt(tadata::VolumeField, tadata::ValueField);
+    fields.swapItemsAt(vexdesk::VolumeField, vexdesk::ValueField);
     return fields.join(';');
 }
 
@@ -101,7 +102,7 @@ bool isPlainText(const QByteArrayList& rows)
 
 QByteArrayList readDayFile(const QString& path)
 {
-    tadata::DayFileLines file(path);
+    vexdesk::DayFileLines file(path);
     QByteArrayList lines;
     QByteArrayView line;
     if (file.open()) {
@@ -130,7 +131,7 @@ QByteArrayList rewritten(const QByteArrayList& rows)
 {
     QByteArray content;
     for (const QByteArray& row : rows)
-        tadata::appendRewritten(content, *tadata::splitRecordLine(row));
+        tadata::appendRewritten(content, *vexdesk::splitRecordLine(row));
     const QFileInfo file(dayFilePath());
     require(tadata::replaceDayFile(file.dir(), file.fileName(), content),
             "a day file can be rewritten");

@@ -163,7 +163,8 @@ void checkRecordLine(const BarDescription& bar)
     stream.flush();
     require(record.count(u'\n') == 1 && record.endsWith(u'\n'), "a bar is written as one line");
     record.chop(1);
-    require(tadata::splitRecordLine(record.toUtf8()).has_value(), "a record line has eight fields");
+    require(vexdesk::splitRecordLine(record.toUtf8()).has_value(),
+            "a record line has eight fields");
 
     const BarDescription read = tadata::barFromRecordLine(record.toUtf8(), bar.date);
     BarDescription expected = bar;

@@ -109,13 +109,14 @@ QString DataRows::timeText(qsizetype row) const
     return QLocale().toString(time, QLocale::ShortFormat);
 }
 
-QString DataRows::fieldText(qsizetype row, RecordField field) const
+QString DataRows::fieldText(qsizetype row, vexdesk::RecordField field) const
 {
     const DataRow& entry = at(row);
     if (entry.second == blank)
         return QString();
-    return field == TimeField ? timeText(row)
-                              : QString::fromUtf8((*splitRecordLine(line(entry)))[field]);
+    return field == vexdesk::TimeField
+               ? timeText(row)
+               : QString::fromUtf8((*vexdesk::splitRecordLine(line(entry)))[field]);
 }
 
 QString DataRows::key(qsizetype row) const
@@ -142,9 +143,10 @@ QByteArray DataRows::rewritten(const QDate& day) const
         const DataRow& entry = at(row);
         if (entry.second == blank)
             continue;
-        RecordFields fields = *splitRecordLine(line(entry));
+        vexdesk::RecordFields fields = *vexdesk::splitRecordLine(line(entry));
         const auto time = timeDigits(entry.second);
-        fields[TimeField] = QByteArrayView(time.data(), static_cast<qsizetype>(time.size()));
+        fields[vexdesk::TimeField] =
+            QByteArrayView(time.data(), static_cast<qsizetype>(time.size()));
         appendRewritten(content, fields);
     }
     return content;

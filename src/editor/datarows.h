@@ -39,7 +39,7 @@ public:
     /// The bar's date and time in the short notation of the default locale; empty for a blank row.
     QString timeText(qsizetype row) const;
     /// A field as the file has it; empty for a blank row. The time is timeText()'s.
-    QString fieldText(qsizetype row, RecordField field) const;
+    QString fieldText(qsizetype row, vexdesk::RecordField field) const;
     /// The bar's date and time as "yyyyMMdd hhmmss"; empty for a blank row.
     QString key(qsizetype row) const;
 

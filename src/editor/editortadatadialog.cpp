@@ -1,13 +1,13 @@
 #include "editor/editortadatadialog.h"
 
 #include "editor/editortadatamodel.h"
-#include "store/dayfile.h"
 #include "store/labelmark.h"
 #include "store/seriesselectormodels.h"
 #include "ui_editortadatadialog.h"
 
 #include <vexdesk/appsettings.h>
 #include <vexdesk/headerproxystyle.h>
+#include <vexdesk/history/dayfile.h>
 #include <vexdesk/itemdelegate.h>
 #include <vexdesk/properties.h>
 
@@ -72,8 +72,8 @@ void EditorTADataDialog::setupSelectors()
     m_ui->stock->setSourceModel(new StockWithStoredSelectorModel(true, nullptr));
     m_ui->board->setSourceModel(new BoardWithStoredSelectorModel(true, nullptr));
     m_ui->security->setSourceModel(new SecurityWithStoredSelectorModel(true, nullptr));
-    m_ui->timeFrame->addItem(tr("1 минута"), tadata::minuteTimeframe);
-    m_ui->timeFrame->addItem(tr("1 секунда"), tadata::secondTimeframe);
+    m_ui->timeFrame->addItem(tr("1 минута"), vexdesk::minuteTimeframe);
+    m_ui->timeFrame->addItem(tr("1 секунда"), vexdesk::secondTimeframe);
 }
 
 void EditorTADataDialog::setupTable()
@@ -138,9 +138,9 @@ void EditorTADataDialog::onSelectionChanged()
 void EditorTADataDialog::on_loadDataButton_clicked()
 {
     delDataFromFiles();
-    const QDir dir(tadata::seriesPath(tadata::storeRoot(), m_ui->stock->getStockCode(),
-                                      m_ui->board->getBoardCode(),
-                                      m_ui->security->getSecurityCode()));
+    const QDir dir(vexdesk::seriesPath(vexdesk::storeRoot(), m_ui->stock->getStockCode(),
+                                       m_ui->board->getBoardCode(),
+                                       m_ui->security->getSecurityCode()));
     if (!dir.exists())
         return;
     m_model->load(dir, m_ui->fromDateTime->dateTime(), m_ui->toDateTime->dateTime(),

@@ -1,8 +1,9 @@
 #include "editor/editortadatamodel.h"
 
 #include "editor/timeofdayrange.h"
-#include "store/dayfile.h"
-#include "store/dayfilelines.h"
+
+#include <vexdesk/history/dayfile.h>
+#include <vexdesk/history/dayfilelines.h>
 
 #include <algorithm>
 
@@ -11,12 +12,12 @@ using tadata::TimeOfDayRange;
 namespace {
 
 // A column shows the field of its number.
-constexpr int columns = tadata::RecordFieldCount;
+constexpr int columns = vexdesk::RecordFieldCount;
 
 // Seconds since midnight. What is no time is the day's midnight, as it is to QDateTime.
 int secondOfDay(QByteArrayView text)
 {
-    if (const int second = tadata::secondOfPlainTime(text); second >= 0)
+    if (const int second = vexdesk::secondOfPlainTime(text); second >= 0)
         return second;
     const QTime time = QTime::fromString(QString::fromUtf8(text), QStringLiteral("hhmmss"));
     return time.isValid() ? time.msecsSinceStartOfDay() / 1000 : 0;
@@ -28,7 +29,7 @@ QByteArrayView timeField(QByteArrayView line)
     constexpr qsizetype usualLength = 6;
     if (line.size() > usualLength && line[usualLength] == ';') {
         const QByteArrayView usual = line.first(usualLength);
-        if (tadata::secondOfPlainTime(usual) >= 0)
+        if (vexdesk::secondOfPlainTime(usual) >= 0)
             return usual;
     }
     const qsizetype end = line.indexOf(';');
@@ -52,7 +53,7 @@ void EditorTADataModel::load(const QDir& dir, const QDateTime& from, const QDate
     m_toDate = to.date();
     m_timeframe = timeframe;
     m_rows.clear();
-    const QList<QDate> days = tadata::storedDays(dir, timeframe, m_fromDate, m_toDate);
+    const QList<QDate> days = vexdesk::storedDays(dir, timeframe, m_fromDate, m_toDate);
     for (const QDate& day : days) {
         readDay(day, from, to);
         // Most days are about as long as the first one.
@@ -65,7 +66,7 @@ void EditorTADataModel::load(const QDir& dir, const QDateTime& from, const QDate
 
 void EditorTADataModel::readDay(const QDate& day, const QDateTime& from, const QDateTime& to)
 {
-    tadata::DayFileLines lines(m_dir.filePath(tadata::dayFileName(day, m_timeframe)));
+    vexdesk::DayFileLines lines(m_dir.filePath(vexdesk::dayFileName(day, m_timeframe)));
     if (!lines.open())
         return;
     const TimeOfDayRange range(day, from, to);
@@ -81,7 +82,7 @@ void EditorTADataModel::readDay(const QDate& day, const QDateTime& from, const Q
         case TimeOfDayRange::Place::After:
             return;
         case TimeOfDayRange::Place::Inside:
-            if (tadata::isRecordLine(line))
+            if (vexdesk::isRecordLine(line))
                 m_rows.append(second, line);
             else
                 m_rows.appendBlank();
@@ -117,8 +118,9 @@ void EditorTADataModel::delRows(QList<int> rows)
 
 void EditorTADataModel::delRowsFromFiles()
 {
-    for (const QDate& day : tadata::storedDays(m_dir, m_timeframe, m_fromDate, m_toDate)) {
-        tadata::replaceDayFile(m_dir, tadata::dayFileName(day, m_timeframe), m_rows.rewritten(day));
+    for (const QDate& day : vexdesk::storedDays(m_dir, m_timeframe, m_fromDate, m_toDate)) {
+        tadata::replaceDayFile(m_dir, vexdesk::dayFileName(day, m_timeframe),
+                               m_rows.rewritten(day));
     }
     forget();
 }
@@ -160,7 +162,7 @@ QVariant EditorTADataModel::data(const QModelIndex& index, int role) const
 {
     if (role != Qt::DisplayRole || !index.isValid() || !hasIndex(index.row(), index.column()))
         return QVariant();
-    return m_rows.fieldText(index.row(), static_cast<tadata::RecordField>(index.column()));
+    return m_rows.fieldText(index.row(), static_cast<vexdesk::RecordField>(index.column()));
 }
 
 QVariant EditorTADataModel::headerData(int section, Qt::Orientation orientation, int role) const
@@ -168,21 +170,21 @@ QVariant EditorTADataModel::headerData(int section, Qt::Orientation orientation,
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return QAbstractItemModel::headerData(section, orientation, role);
     switch (section) {
-    case tadata::TimeField:
+    case vexdesk::TimeField:
         return tr("Время");
-    case tadata::OpenField:
+    case vexdesk::OpenField:
         return tr("Открытие");
-    case tadata::HighField:
+    case vexdesk::HighField:
         return tr("Максимум");
-    case tadata::LowField:
+    case vexdesk::LowField:
         return tr("Минимум");
-    case tadata::CloseField:
+    case vexdesk::CloseField:
         return tr("Закрытие");
-    case tadata::VolumeField:
+    case vexdesk::VolumeField:
         return tr("Объём в шт.");
-    case tadata::ValueField:
+    case vexdesk::ValueField:
         return tr("Объём в деньгах");
-    case tadata::OpenInterestField:
+    case vexdesk::OpenInterestField:
         return tr("Откр. интерес");
     default:
         return QAbstractItemModel::headerData(section, orientation, role);

@@ -2,10 +2,10 @@
 
 #include "export/exportjob.h"
 #include "export/exporttadatawizard.h"
-#include "store/dayfile.h"
 #include "store/jobrunner.h"
 
 #include <vexdesk/database/irawqueue.h>
+#include <vexdesk/history/dayfile.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtWidgets/QProgressDialog>
@@ -49,7 +49,7 @@ void ExporterTAData::doExport()
 QString exportData(QProgressDialog* progress, const ExportDetails& details)
 {
     const auto seriesDir = [&details] {
-        return tadata::makeSeriesDir(details.stockCode, details.boardCode, details.securityName);
+        return vexdesk::makeSeriesDir(details.stockCode, details.boardCode, details.securityName);
     };
     return tadata::exportBars(details, {QDate::currentDate(), progress->value()}, seriesDir,
                               tadata::shownOn(progress));

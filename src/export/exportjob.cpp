@@ -3,9 +3,10 @@
 #include "export/barexporter.h"
 #include "export/dealsexport.h"
 #include "export/exportbar.h"
-#include "store/dayfile.h"
-#include "store/dayfilelines.h"
 #include "store/recordline.h"
+
+#include <vexdesk/history/dayfile.h>
+#include <vexdesk/history/dayfilelines.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
@@ -71,9 +72,10 @@ private:
     {
         if (!m_dir)
             m_dir = m_seriesDir();
-        const int timeframe =
-            m_details.timeframe < minuteTimeframe ? secondTimeframe : minuteTimeframe;
-        DayFileLines lines(m_dir->filePath(dayFileName(day, timeframe)));
+        const int timeframe = m_details.timeframe < vexdesk::minuteTimeframe
+                                  ? vexdesk::secondTimeframe
+                                  : vexdesk::minuteTimeframe;
+        vexdesk::DayFileLines lines(m_dir->filePath(vexdesk::dayFileName(day, timeframe)));
         if (!lines.open())
             return;
         BarDescription target;

@@ -1,11 +1,11 @@
 #include "export/seriesexportpage.h"
 
 #include "export/exportdetails.h"
-#include "store/dayfile.h"
 #include "store/labelmark.h"
 #include "store/seriesselectormodels.h"
 #include "ui_seriesexportpage.h"
 
+#include <vexdesk/history/dayfile.h>
 #include <vexdesk/properties.h>
 
 #include <QtCore/QDir>
@@ -51,8 +51,8 @@ void SeriesExportPage::setupDates()
 
 void SeriesExportPage::setupTimeFrames()
 {
-    m_ui->timeFrame->addItem(tr("1 секунда"), tadata::secondTimeframe);
-    m_ui->timeFrame->addItem(tr("1 минута"), tadata::minuteTimeframe);
+    m_ui->timeFrame->addItem(tr("1 секунда"), vexdesk::secondTimeframe);
+    m_ui->timeFrame->addItem(tr("1 минута"), vexdesk::minuteTimeframe);
     m_ui->timeFrame->addItem(tr("5 минут"), 300);
     m_ui->timeFrame->addItem(tr("10 минут"), 600);
     m_ui->timeFrame->addItem(tr("30 минут"), 1800);

@@ -2,8 +2,9 @@
 
 #include "import/importjob.h"
 #include "import/importtadatawizard.h"
-#include "store/dayfile.h"
 #include "store/jobrunner.h"
+
+#include <vexdesk/history/dayfile.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
@@ -97,7 +98,7 @@ void ImporterTAData::doImport()
 QString importFromFile(QProgressDialog* progress, QString fileName, ImportDetails details)
 {
     const auto seriesDir = [&details] {
-        return tadata::makeSeriesDir(details.stockCode, details.boardCode, details.securityName);
+        return vexdesk::makeSeriesDir(details.stockCode, details.boardCode, details.securityName);
     };
     return tadata::importBars(fileName, details, seriesDir, tadata::shownOn(progress));
 }

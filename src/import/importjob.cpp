@@ -3,10 +3,11 @@
 #include "import/minutebuilder.h"
 #include "import/plainlineparser.h"
 #include "store/bardescription.h"
-#include "store/dayfile.h"
-#include "store/dayfilelines.h"
 #include "store/recordline.h"
 #include "store/textlines.h"
+
+#include <vexdesk/history/dayfile.h>
+#include <vexdesk/history/dayfilelines.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
@@ -116,7 +117,7 @@ public:
             return QString();
         if (const auto minute = m_minuteBuilder.take())
             m_minutes.write(*minute);
-        return m_minutes.switchTo(m_dir.filePath(minuteFileName(day)));
+        return m_minutes.switchTo(m_dir.filePath(vexdesk::minuteFileName(day)));
     }
 
     // Throws the host's message when a sum does not fit.
@@ -136,10 +137,10 @@ public:
     }
 
 private:
-    bool derivesMinutes() const { return m_timeframe == secondTimeframe; }
+    bool derivesMinutes() const { return m_timeframe == vexdesk::secondTimeframe; }
     QString dayFilePath(const QDate& day) const
     {
-        return m_dir.filePath(dayFileName(day, m_timeframe));
+        return m_dir.filePath(vexdesk::dayFileName(day, m_timeframe));
     }
 
     QDir m_dir;
@@ -167,7 +168,7 @@ int percentDone(qint64 position, qint64 size)
 QString importBars(const QString& fileName, const ImportDetails& details,
                    const SeriesDir& seriesDir, const ProgressSink& progress)
 {
-    DayFileLines lines(fileName, blockSize);
+    vexdesk::DayFileLines lines(fileName, blockSize);
     // What is no file, such as a pipe, has no lines to come back to.
     if (!lines.open())
         return cannotOpen(fileName);

@@ -1,10 +1,10 @@
 #include "import/seriesimportpage.h"
 
 #include "import/importdetails.h"
-#include "store/dayfile.h"
 #include "store/labelmark.h"
 #include "ui_seriesimportpage.h"
 
+#include <vexdesk/history/dayfile.h>
 #include <vexdesk/properties.h>
 
 using tadata::markLabel;
@@ -35,8 +35,8 @@ SeriesImportPage::~SeriesImportPage() = default;
 
 void SeriesImportPage::setupPage()
 {
-    m_ui->timeFrame->addItem(tr("1 минута"), tadata::minuteTimeframe);
-    m_ui->timeFrame->addItem(tr("1 секунда"), tadata::secondTimeframe);
+    m_ui->timeFrame->addItem(tr("1 минута"), vexdesk::minuteTimeframe);
+    m_ui->timeFrame->addItem(tr("1 секунда"), vexdesk::secondTimeframe);
     connect(m_ui->stock, &StockSelectorBox::stockCodeChanged, this, &QWizardPage::completeChanged);
     connect(m_ui->board, &BoardSelectorBox::boardCodeChanged, this, &QWizardPage::completeChanged);
     connect(m_ui->security, &SecuritySelectorBox::securityChanged, this,

@@ -6,13 +6,13 @@
 #include "plugin/purge.h"
 #include "plugin/purgesettings.h"
 #include "plugin/tadatamanagerpropertiespage.h"
-#include "store/dayfile.h"
 
 #include <vexdesk/action.h>
 #include <vexdesk/actionmanager.h>
 #include <vexdesk/appsettings.h>
 #include <vexdesk/command.h>
 #include <vexdesk/commandcontainer.h>
+#include <vexdesk/history/dayfile.h>
 #include <vexdesk/icore.h>
 
 TADataManager::TADataManager() = default;
@@ -116,5 +116,5 @@ void TADataManager::removeOldSecondFiles() const
     const AppSettings settings(QLatin1String(tadata::PurgeSettings::group));
     const auto rule = tadata::PurgeSettings::from(settings);
     if (rule.deleteSeconds)
-        tadata::removeOldSecondFiles(tadata::storeRoot(), QDate::currentDate(), rule.storeForDays);
+        tadata::removeOldSecondFiles(vexdesk::storeRoot(), QDate::currentDate(), rule.storeForDays);
 }

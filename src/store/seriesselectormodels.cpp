@@ -1,8 +1,7 @@
 #include "store/seriesselectormodels.h"
 
-#include "store/dayfile.h"
-
 #include <vexdesk/boarddirectory.h>
+#include <vexdesk/history/dayfile.h>
 #include <vexdesk/stockdirectory.h>
 
 #include <algorithm>
@@ -31,7 +30,7 @@ void merge(QList<Data>& list, QList<Data> stored, Key key)
 template <typename Visit>
 void forEachBoard(const QString& stockPath, Visit visit)
 {
-    for (const QString& boardCode : tadata::subdirectories(stockPath))
+    for (const QString& boardCode : vexdesk::subdirectories(stockPath))
         visit(boardCode, stockPath + u'/' + boardCode);
 }
 
@@ -39,8 +38,8 @@ void forEachBoard(const QString& stockPath, Visit visit)
 template <typename Visit>
 void forEachStock(Visit visit)
 {
-    const QString root = tadata::storeRoot().path();
-    for (const QString& stockCode : tadata::subdirectories(root))
+    const QString root = vexdesk::storeRoot().path();
+    for (const QString& stockCode : vexdesk::subdirectories(root))
         visit(stockCode, root + u'/' + stockCode);
 }
 
@@ -78,7 +77,7 @@ QList<SecuritySelectorModel::Data> storedSecurities()
     QList<SecuritySelectorModel::Data> stored;
     forEachStock([&stored](const QString& stockCode, const QString& stockPath) {
         forEachBoard(stockPath, [&](const QString& boardCode, const QString& boardPath) {
-            for (const QString& name : tadata::subdirectories(boardPath)) {
+            for (const QString& name : vexdesk::subdirectories(boardPath)) {
                 SecuritySelectorModel::Data security;
                 security.stockCode = stockCode;
                 security.boardCode = boardCode;

@@ -44,7 +44,7 @@ private Q_SLOTS:
 };
 
 using tadata::barFromRecordLine;
-using tadata::splitRecordLine;
+using vexdesk::splitRecordLine;
 
 namespace {
 
@@ -240,7 +240,7 @@ void TestRecordLine::readsRandomLinesAsThePlainWay()
             fields.append(randomField(random));
         const QString line = fields.join(u';');
         QCOMPARE(shown(barFromRecordLine(line.toUtf8(), day)), shown(plainBar(line)));
-        QCOMPARE(tadata::isRecordLine(line.toUtf8()), splitRecordLine(line.toUtf8()).has_value());
+        QCOMPARE(vexdesk::isRecordLine(line.toUtf8()), splitRecordLine(line.toUtf8()).has_value());
     }
 }
 

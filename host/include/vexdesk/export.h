@@ -2,7 +2,7 @@
 
 #include <QtCore/qglobal.h>
 
-// Marks what the terminal's two shared libraries give to plug-ins.
+// Marks what the terminal's shared libraries give to plug-ins.
 #if defined(VEXDESK_CORE_LIBRARY)
 #    define VEXDESK_CORE_EXPORT Q_DECL_EXPORT
 #else
@@ -13,4 +13,10 @@
 #    define VEXDESK_GUI_EXPORT Q_DECL_EXPORT
 #else
 #    define VEXDESK_GUI_EXPORT Q_DECL_IMPORT
+#endif
+
+#if defined(VEXDESK_HISTORY_LIBRARY)
+#    define VEXDESK_HISTORY_EXPORT Q_DECL_EXPORT
+#else
+#    define VEXDESK_HISTORY_EXPORT Q_DECL_IMPORT
 #endif

@@ -1,11 +1,11 @@
-#include "store/dayfilelines.h"
+#include <vexdesk/history/dayfilelines.h>
 
 #include <QtCore/QFileInfo>
 
 #include <algorithm>
 #include <cstring>
 
-namespace tadata {
+namespace vexdesk {
 
 namespace {
 
@@ -116,4 +116,4 @@ void DayFileLines::switchToStream()
         m_stream.readLine();
 }
 
-} // namespace tadata
+} // namespace vexdesk

@@ -1,12 +1,14 @@
 #pragma once
 
+#include <vexdesk/export.h>
+
 #include <QtCore/QByteArray>
 #include <QtCore/QByteArrayView>
 #include <QtCore/QFile>
 #include <QtCore/QString>
 #include <QtCore/QTextStream>
 
-namespace tadata {
+namespace vexdesk {
 
 /// The lines of a day file, or of another text file, as UTF-8 bytes, one after the other: the very
 /// lines that a text stream gives, without their line ends. A byte order mark is not part of the
@@ -15,7 +17,7 @@ namespace tadata {
 /// Lines of ASCII characters, which is all that an import writes, are taken from the file's blocks
 /// as they are; from the first other character on a text stream reads the file. One thread at a
 /// time; throws nothing.
-class DayFileLines final
+class VEXDESK_HISTORY_EXPORT DayFileLines final
 {
 public:
     /// Reads this many bytes at a time.
@@ -52,4 +54,4 @@ private:
     QByteArray m_line; ///< the one that the stream gave last
 };
 
-} // namespace tadata
+} // namespace vexdesk

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <vexdesk/export.h>
+
 #include <QtCore/QDate>
 #include <QtCore/QDir>
 #include <QtCore/QList>
 #include <QtCore/QString>
 
-namespace tadata {
+namespace vexdesk {
 
 /// What a store holds of one series at one timeframe.
 struct StoredSeries
@@ -22,6 +24,6 @@ struct StoredSeries
 
 /// Lists a store by its day files, in the order of codes (by code unit) and timeframe. Files with
 /// other names and directories that cannot be read are passed over. Any thread.
-QList<StoredSeries> listStore(const QDir& root);
+VEXDESK_HISTORY_EXPORT QList<StoredSeries> listStore(const QDir& root);
 
-} // namespace tadata
+} // namespace vexdesk

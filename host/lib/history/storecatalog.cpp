@@ -1,13 +1,13 @@
-#include "store/storecatalog.h"
+#include <vexdesk/history/storecatalog.h>
 
-#include "store/dayfile.h"
+#include <vexdesk/history/dayfile.h>
 
 #include <QtCore/QDirIterator>
 #include <QtCore/QMap>
 
 #include <algorithm>
 
-namespace tadata {
+namespace vexdesk {
 
 namespace {
 
@@ -69,4 +69,4 @@ QList<StoredSeries> listStore(const QDir& root)
     return list;
 }
 
-} // namespace tadata
+} // namespace vexdesk

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vexdesk/export.h>
+
 #include <QtCore/QDate>
 #include <QtCore/QDir>
 #include <QtCore/QList>
@@ -12,35 +14,37 @@
 /// data directory, each series has a directory "stock/board/security", and in it one text file for
 /// each day and timeframe. There is no index and no lock: the file system is the database.
 /// Any thread.
-namespace tadata {
+namespace vexdesk {
 
 /// The two timeframes that are stored, in seconds.
 constexpr int secondTimeframe = 1;
 constexpr int minuteTimeframe = 60;
 
 /// The store's root, made when it is missing.
-QDir storeRoot();
+VEXDESK_HISTORY_EXPORT QDir storeRoot();
 
 /// The directory of a series below a store's root. Nothing is looked for or made.
-QString seriesPath(const QDir& root, const QString& stockCode, const QString& boardCode,
-                   const QString& securityName);
+VEXDESK_HISTORY_EXPORT QString seriesPath(const QDir& root, const QString& stockCode,
+                                          const QString& boardCode, const QString& securityName);
 
 /// The directory of a series in the terminal's store, made when it is missing. Where it cannot be
 /// made, the directory that it should have been: opening a file in it then fails by name, and
 /// nothing is written to any other place.
-QDir makeSeriesDir(const QString& stockCode, const QString& boardCode, const QString& securityName);
+VEXDESK_HISTORY_EXPORT QDir makeSeriesDir(const QString& stockCode, const QString& boardCode,
+                                          const QString& securityName);
 
 /// The names of the directories in a directory of the store, in no order. Hidden ones are among
 /// them only with `also` = QDir::Hidden.
-QStringList subdirectories(const QString& path, QDir::Filters also = QDir::Filters());
+VEXDESK_HISTORY_EXPORT QStringList subdirectories(const QString& path,
+                                                  QDir::Filters also = QDir::Filters());
 
 /// "20181214_60.iss": the bars of one day at one timeframe.
-QString dayFileName(const QDate& day, int timeframe);
+VEXDESK_HISTORY_EXPORT QString dayFileName(const QDate& day, int timeframe);
 
 /// "20181214_60", without an extension: the minute bars that an import of second bars derives.
 /// Kept apart from the day file of the same day, so that they never replace real minute bars; the
 /// tools that collect them know them by this name.
-QString minuteFileName(const QDate& day);
+VEXDESK_HISTORY_EXPORT QString minuteFileName(const QDate& day);
 
 /// What a day file's name says.
 struct DayFileKey
@@ -50,10 +54,11 @@ struct DayFileKey
 };
 
 /// No value for any name that dayFileName would not have made.
-std::optional<DayFileKey> parseDayFileName(const QString& name);
+VEXDESK_HISTORY_EXPORT std::optional<DayFileKey> parseDayFileName(const QString& name);
 
 /// The days of an interval, both ends included, for which a directory holds a day file, in
 /// ascending order. None when the interval is reversed or an end of it is no date.
-QList<QDate> storedDays(const QDir& seriesDir, int timeframe, const QDate& from, const QDate& to);
+VEXDESK_HISTORY_EXPORT QList<QDate> storedDays(const QDir& seriesDir, int timeframe,
+                                               const QDate& from, const QDate& to);
 
-} // namespace tadata
+} // namespace vexdesk

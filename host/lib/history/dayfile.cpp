@@ -1,4 +1,4 @@
-#include "store/dayfile.h"
+#include <vexdesk/history/dayfile.h>
 
 #include <vexdesk/icore.h>
 
@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-namespace tadata {
+namespace vexdesk {
 
 namespace {
 
@@ -88,4 +88,4 @@ QList<QDate> storedDays(const QDir& seriesDir, int timeframe, const QDate& from,
     return days;
 }
 
-} // namespace tadata
+} // namespace vexdesk

@@ -1,6 +1,6 @@
 // DayFileLines against the text stream that it stands for.
 
-#include "store/dayfilelines.h"
+#include <vexdesk/history/dayfilelines.h>
 
 #include "support/filetree.h"
 #include "support/strictlog.h"
@@ -12,8 +12,8 @@
 
 #include <sys/stat.h>
 
-using tadata::DayFileLines;
 using testsupport::writeFile;
+using vexdesk::DayFileLines;
 
 namespace {
 

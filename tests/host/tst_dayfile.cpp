@@ -1,4 +1,4 @@
-#include "store/dayfile.h"
+#include <vexdesk/history/dayfile.h>
 
 #include "support/filetree.h"
 #include "support/strictlog.h"
@@ -14,7 +14,7 @@
 
 namespace {
 
-QString dayName(const char* day, int timeframe = tadata::minuteTimeframe)
+QString dayName(const char* day, int timeframe = vexdesk::minuteTimeframe)
 {
     return QStringLiteral("%1_%2.iss").arg(QLatin1String(day)).arg(timeframe);
 }
@@ -74,14 +74,14 @@ void TestDayFile::cleanup()
 void TestDayFile::namesDayFilesWithAnUnpaddedTimeframe()
 {
     const QDate day(2018, 12, 14);
-    QCOMPARE(tadata::dayFileName(day, 60), QStringLiteral("20181214_60.iss"));
-    QCOMPARE(tadata::dayFileName(day, 1), QStringLiteral("20181214_1.iss"));
-    QCOMPARE(tadata::dayFileName(QDate(987, 6, 5), 1), QStringLiteral("09870605_1.iss"));
+    QCOMPARE(vexdesk::dayFileName(day, 60), QStringLiteral("20181214_60.iss"));
+    QCOMPARE(vexdesk::dayFileName(day, 1), QStringLiteral("20181214_1.iss"));
+    QCOMPARE(vexdesk::dayFileName(QDate(987, 6, 5), 1), QStringLiteral("09870605_1.iss"));
 }
 
 void TestDayFile::namesMinuteFilesWithoutAnExtension()
 {
-    QCOMPARE(tadata::minuteFileName(QDate(2018, 12, 14)), QStringLiteral("20181214_60"));
+    QCOMPARE(vexdesk::minuteFileName(QDate(2018, 12, 14)), QStringLiteral("20181214_60"));
 }
 
 void TestDayFile::readsOnlyNamesThatItMakes_data()
@@ -108,7 +108,7 @@ void TestDayFile::readsOnlyNamesThatItMakes()
 {
     QFETCH(const QString, name);
     QFETCH(const int, timeframe);
-    const auto key = tadata::parseDayFileName(name);
+    const auto key = vexdesk::parseDayFileName(name);
     QCOMPARE(key.has_value(), timeframe != 0);
     if (key) {
         QCOMPARE(key->day, QDate(2018, 12, 14));
@@ -118,7 +118,7 @@ void TestDayFile::readsOnlyNamesThatItMakes()
 
 void TestDayFile::makesTheRootBelowTheDataDirectory()
 {
-    const QDir root = tadata::storeRoot();
+    const QDir root = vexdesk::storeRoot();
     QCOMPARE(root.absolutePath(), m_user.absoluteFilePath(QStringLiteral("tadata")));
     QVERIFY(root.exists());
 }
@@ -137,17 +137,17 @@ void TestDayFile::makesTheDirectoryOfASeries_data()
 void TestDayFile::makesTheDirectoryOfASeries()
 {
     QFETCH(const QString, security);
-    const QDir dir = tadata::makeSeriesDir(QStringLiteral("S"), QStringLiteral("B"), security);
+    const QDir dir = vexdesk::makeSeriesDir(QStringLiteral("S"), QStringLiteral("B"), security);
     QVERIFY(dir.exists());
     QCOMPARE(dir.dirName(), security);
     QCOMPARE(dir.absolutePath(), m_user.absoluteFilePath(QStringLiteral("tadata/S/B/") + security));
-    QCOMPARE(tadata::makeSeriesDir(QStringLiteral("S"), QStringLiteral("B"), security), dir);
+    QCOMPARE(vexdesk::makeSeriesDir(QStringLiteral("S"), QStringLiteral("B"), security), dir);
 }
 
 void TestDayFile::keepsPlaceholdersInCodes()
 {
     const QDir dir =
-        tadata::makeSeriesDir(QStringLiteral("%2"), QStringLiteral("%3"), QStringLiteral("%1"));
+        vexdesk::makeSeriesDir(QStringLiteral("%2"), QStringLiteral("%3"), QStringLiteral("%1"));
     QCOMPARE(dir.absolutePath(), m_user.absoluteFilePath(QStringLiteral("tadata/%2/%3/%1")));
     QVERIFY(dir.exists());
 }
@@ -156,7 +156,7 @@ void TestDayFile::staysInTheStoreWhenADirectoryCannotBeMade()
 {
     testsupport::writeFile(m_user.filePath(QStringLiteral("tadata/S")), "in the way");
     const QDir dir =
-        tadata::makeSeriesDir(QStringLiteral("S"), QStringLiteral("B"), QStringLiteral("X"));
+        vexdesk::makeSeriesDir(QStringLiteral("S"), QStringLiteral("B"), QStringLiteral("X"));
     QCOMPARE(dir.absolutePath(), m_user.absoluteFilePath(QStringLiteral("tadata/S/B/X")));
     QVERIFY(!dir.exists());
 }
@@ -176,7 +176,7 @@ void TestDayFile::namesThePathOfASeries()
     const QTemporaryDir store;
     const QDir root(store.path());
     const QString path =
-        tadata::seriesPath(root, QStringLiteral("S%3"), QStringLiteral("B"), security);
+        vexdesk::seriesPath(root, QStringLiteral("S%3"), QStringLiteral("B"), security);
     QCOMPARE(path, store.path() + QStringLiteral("/S%3/B/") + security);
     QVERIFY(root.isEmpty());
 }
@@ -187,7 +187,7 @@ void TestDayFile::listsTheStoredDaysInOrder()
     const QDir dir(series.path());
     for (const char* day : {"20181214", "20171231", "20180101", "20181213", "20190102"})
         testsupport::writeFile(dir.filePath(dayName(day)), "");
-    QCOMPARE(tadata::storedDays(dir, 60, QDate(2018, 1, 1), QDate(2018, 12, 31)),
+    QCOMPARE(vexdesk::storedDays(dir, 60, QDate(2018, 1, 1), QDate(2018, 12, 31)),
              QList<QDate>({QDate(2018, 1, 1), QDate(2018, 12, 13), QDate(2018, 12, 14)}));
 }
 
@@ -220,7 +220,7 @@ void TestDayFile::listsTheDaysOfAnInterval()
     const QDir dir(series.path());
     for (const char* day : {"20181213", "20181214", "20181215"})
         testsupport::writeFile(dir.filePath(dayName(day)), "");
-    QTEST(tadata::storedDays(dir, 60, from, to).size(), "count");
+    QTEST(vexdesk::storedDays(dir, 60, from, to).size(), "count");
 }
 
 void TestDayFile::listsOnlyDayFiles()
@@ -235,10 +235,10 @@ void TestDayFile::listsOnlyDayFiles()
     QCOMPARE(::mkfifo(QFile::encodeName(dir.filePath(dayName("20181215"))).constData(), 0600), 0);
     const QDate from(2018, 1, 1);
     const QDate to(2018, 12, 31);
-    QCOMPARE(tadata::storedDays(dir, 60, from, to), QList<QDate>{QDate(2018, 12, 10)});
-    QCOMPARE(tadata::storedDays(dir, 1, from, to), QList<QDate>{QDate(2018, 12, 11)});
-    QVERIFY(tadata::storedDays(dir, 0, from, to).isEmpty());
-    QVERIFY(tadata::storedDays(dir, 6, from, to).isEmpty());
+    QCOMPARE(vexdesk::storedDays(dir, 60, from, to), QList<QDate>{QDate(2018, 12, 10)});
+    QCOMPARE(vexdesk::storedDays(dir, 1, from, to), QList<QDate>{QDate(2018, 12, 11)});
+    QVERIFY(vexdesk::storedDays(dir, 0, from, to).isEmpty());
+    QVERIFY(vexdesk::storedDays(dir, 6, from, to).isEmpty());
 }
 
 void TestDayFile::listsTheDaysOfADirectory_data()
@@ -256,10 +256,10 @@ void TestDayFile::listsTheDaysOfADirectory()
     const QTemporaryDir parent;
     const QDir dir(parent.filePath(name));
     const QDate day(2018, 12, 14);
-    QVERIFY(tadata::storedDays(dir, 60, day, day).isEmpty());
+    QVERIFY(vexdesk::storedDays(dir, 60, day, day).isEmpty());
     testsupport::writeFile(dir.filePath(dayName("20181214")), "");
     testsupport::writeFile(dir.filePath(QStringLiteral("below/") + dayName("20181214")), "");
-    QCOMPARE(tadata::storedDays(dir, 60, day, day), QList<QDate>{day});
+    QCOMPARE(vexdesk::storedDays(dir, 60, day, day), QList<QDate>{day});
 }
 
 void TestDayFile::listsADayBehindALink()
@@ -269,7 +269,7 @@ void TestDayFile::listsADayBehindALink()
     testsupport::writeFile(dir.filePath(QStringLiteral("target")), "");
     QVERIFY(QFile::link(dir.filePath(QStringLiteral("target")), dir.filePath(dayName("20181214"))));
     QVERIFY(QFile::link(dir.filePath(QStringLiteral("gone")), dir.filePath(dayName("20181215"))));
-    QCOMPARE(tadata::storedDays(dir, 60, QDate(2018, 12, 1), QDate(2018, 12, 31)),
+    QCOMPARE(vexdesk::storedDays(dir, 60, QDate(2018, 12, 1), QDate(2018, 12, 31)),
              QList<QDate>{QDate(2018, 12, 14)});
 }
 
@@ -283,18 +283,18 @@ void TestDayFile::listsSubdirectories()
     testsupport::writeFile(dir.filePath(QStringLiteral("file")), "");
     QVERIFY(QFile::link(dir.filePath(QStringLiteral("a")), dir.filePath(QStringLiteral("link"))));
     const QStringList shown{"a", "a b", "b", "link", "Ёлка"};
-    QCOMPARE(sorted(tadata::subdirectories(dir.path())), shown);
-    QCOMPARE(sorted(tadata::subdirectories(dir.path(), QDir::Hidden)),
+    QCOMPARE(sorted(vexdesk::subdirectories(dir.path())), shown);
+    QCOMPARE(sorted(vexdesk::subdirectories(dir.path(), QDir::Hidden)),
              sorted(shown + QStringList{".hidden"}));
 }
 
 void TestDayFile::listsNoSubdirectoriesOfWhatIsNoDirectory()
 {
     const QTemporaryDir parent;
-    QVERIFY(tadata::subdirectories(parent.path()).isEmpty());
-    QVERIFY(tadata::subdirectories(parent.filePath(QStringLiteral("missing"))).isEmpty());
+    QVERIFY(vexdesk::subdirectories(parent.path()).isEmpty());
+    QVERIFY(vexdesk::subdirectories(parent.filePath(QStringLiteral("missing"))).isEmpty());
     testsupport::writeFile(parent.filePath(QStringLiteral("file")), "");
-    QVERIFY(tadata::subdirectories(parent.filePath(QStringLiteral("file"))).isEmpty());
+    QVERIFY(vexdesk::subdirectories(parent.filePath(QStringLiteral("file"))).isEmpty());
 }
 
 QTEST_GUILESS_MAIN(TestDayFile)

@@ -1,0 +1,132 @@
+#include <vexdesk/history/recordline.h>
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+
+namespace vexdesk {
+
+namespace {
+
+constexpr char separator = ';';
+
+bool areDigits(QByteArrayView text)
+{
+    return std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+// Null when there is none.
+const char* findSeparator(const char* begin, const char* end)
+{
+    return begin == end ? nullptr
+                        : static_cast<const char*>(
+                              std::memchr(begin, separator, static_cast<size_t>(end - begin)));
+}
+
+// Missing ones are empty.
+RecordFields firstFields(QByteArrayView line)
+{
+    RecordFields fields;
+    const char* begin = line.begin();
+    for (QByteArrayView& field : fields) {
+        const char* const end = findSeparator(begin, line.end());
+        field = QByteArrayView(begin, end ? end : line.end());
+        if (!end)
+            break;
+        begin = end + 1;
+    }
+    return fields;
+}
+
+// The forms that imports write are read as they stand; all others are left to the framework.
+
+QTime timeOf(QByteArrayView text)
+{
+    const int second = secondOfPlainTime(text);
+    return second < 0 ? QTime::fromString(QString::fromUtf8(text), QStringLiteral("hhmmss"))
+                      : QTime::fromMSecsSinceStartOfDay(second * 1000);
+}
+
+int integerOf(QByteArrayView text)
+{
+    constexpr int safeDigits = 9;
+    if (text.empty() || text.size() > safeDigits || !areDigits(text))
+        return QString::fromUtf8(text).toInt();
+    int number = 0;
+    for (const char digit : text)
+        number = number * 10 + digit - '0';
+    return number;
+}
+
+decimal decimalOf(QByteArrayView text)
+{
+    return decimal::fromText(QLatin1String(text.data(), text.size())).value_or(decimal::zero);
+}
+
+} // namespace
+
+StoredBar storedBar(QByteArrayView line, const QDate& day)
+{
+    const RecordFields fields = firstFields(line);
+    StoredBar bar;
+    bar.date = day;
+    bar.time = timeOf(fields[TimeField]);
+    bar.open = decimalOf(fields[OpenField]);
+    bar.high = decimalOf(fields[HighField]);
+    bar.low = decimalOf(fields[LowField]);
+    bar.close = decimalOf(fields[CloseField]);
+    bar.volume = integerOf(fields[VolumeField]);
+    bar.value = decimalOf(fields[ValueField]);
+    bar.openInterest = integerOf(fields[OpenInterestField]);
+    return bar;
+}
+
+int secondOfPlainTime(QByteArrayView text)
+{
+    constexpr int length = 6;
+    if (text.size() != length || !areDigits(text))
+        return -1;
+    const auto number = [text](int at) { return (text[at] - '0') * 10 + text[at + 1] - '0'; };
+    const int hour = number(0);
+    const int minute = number(2);
+    const int second = number(4);
+    return hour < 24 && minute < 60 && second < 60 ? (hour * 60 + minute) * 60 + second : -1;
+}
+
+std::optional<RecordFields> splitRecordLine(QByteArrayView line)
+{
+    RecordFields fields;
+    const char* begin = line.begin();
+    int field = 0;
+    for (; field < RecordFieldCount - 1; ++field) {
+        const char* const end = findSeparator(begin, line.end());
+        if (!end)
+            return std::nullopt;
+        fields[field] = QByteArrayView(begin, end);
+        begin = end + 1;
+    }
+    if (findSeparator(begin, line.end()))
+        return std::nullopt;
+    fields[field] = QByteArrayView(begin, line.end());
+    return fields;
+}
+
+bool isRecordLine(QByteArrayView line)
+{
+    // Eight characters at a time: the highest bit of each that is a separator is set and counted.
+    constexpr quint64 separators = 0x3b3b3b3b3b3b3b3bU;
+    constexpr quint64 lowBits = 0x7f7f7f7f7f7f7f7fU;
+    static_assert(separator == 0x3b);
+    int count = 0;
+    const char* at = line.begin();
+    for (; line.end() - at >= qsizetype(sizeof(quint64)); at += sizeof(quint64)) {
+        quint64 characters = 0;
+        std::memcpy(&characters, at, sizeof characters);
+        characters ^= separators;
+        count += std::popcount(~(((characters & lowBits) + lowBits) | characters | lowBits));
+    }
+    count += static_cast<int>(std::count(at, line.end(), separator));
+    return count == RecordFieldCount - 1;
+}
+
+} // namespace vexdesk
