@@ -171,6 +171,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     require(bytes.size() == lines.size(), "a day file has the lines of its text");
     for (qsizetype i = 0; i < lines.size(); ++i)
         require(bytes.at(i) == lines.at(i).toUtf8(), "lines are read as a text stream reads them");
+    if (const auto text = vexdesk::plainDayFile(dayFilePath())) {
+        QByteArrayList plain = text->split('\n');
+        if (plain.last().isEmpty())
+            plain.removeLast();
+        require(plain == bytes, "the text of a file has the file's lines");
+    }
     checkRewriting(rowsOf(bytes));
     return 0;
 }

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 
 namespace tadata {
 
@@ -35,17 +34,21 @@ void DataRows::clear()
     *this = DataRows();
 }
 
-void DataRows::beginDay(const QDate& day, qint64 textSize)
+void DataRows::beginDay(const QDate& day, const QByteArray& text)
 {
-    m_days.push_back({day, day.toString(QStringLiteral("yyyyMMdd ")), QByteArray()});
-    m_days.back().text.reserve(textSize);
+    m_days.push_back({day, day.toString(QStringLiteral("yyyyMMdd ")), text});
+}
+
+void DataRows::append(int secondOfDay, qsizetype begin)
+{
+    m_rows.push_back({static_cast<quint32>(m_days.size() - 1), secondOfDay, begin});
 }
 
 void DataRows::append(int secondOfDay, QByteArrayView line)
 {
     QByteArray& text = m_days.back().text;
     const qsizetype begin = text.size();
-    m_rows.push_back({static_cast<quint32>(m_days.size() - 1), secondOfDay, begin});
+    append(secondOfDay, begin);
     text.resize(begin + line.size() + 1);
     char* const end = std::copy(line.begin(), line.end(), text.data() + begin);
     *end = '\n';
@@ -155,10 +158,9 @@ QByteArray DataRows::rewritten(const QDate& day) const
 QByteArrayView DataRows::line(const DataRow& row) const
 {
     const QByteArray& text = m_days[row.day].text;
-    const char* const begin = text.constData() + row.begin;
-    const auto* const end = static_cast<const char*>(
-        std::memchr(begin, '\n', static_cast<size_t>(text.size() - row.begin)));
-    return QByteArrayView(begin, end);
+    const QByteArrayView rest = QByteArrayView(text).sliced(row.begin);
+    const qsizetype end = rest.indexOf('\n');
+    return end < 0 ? rest : rest.first(end);
 }
 
 qsizetype DataRows::firstRowOfDay(quint32 day) const

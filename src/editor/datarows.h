@@ -17,9 +17,11 @@ class DataRows final
 {
 public:
     void clear();
-    /// Rows that are appended from here on are of this day, which is after the ones before.
-    /// `textSize` is how many bytes of text are expected.
-    void beginDay(const QDate& day, qint64 textSize);
+    /// Rows that are appended from here on are of this day, which is after the ones before. `text`
+    /// is the text of a day file that plainDayFile() gave, or empty.
+    void beginDay(const QDate& day, const QByteArray& text = QByteArray());
+    /// Appends the line that begins there in the day's text; it must have eight fields.
+    void append(int secondOfDay, qsizetype begin);
     /// Appends a line without its line end; it must have eight fields and no line feed in it.
     void append(int secondOfDay, QByteArrayView line);
     void appendBlank();

@@ -23,17 +23,17 @@ int secondOfDay(QByteArrayView text)
     return time.isValid() ? time.msecsSinceStartOfDay() / 1000 : 0;
 }
 
-// Up to the first separator, which in almost every line is the seventh character.
-QByteArrayView timeField(QByteArrayView line)
+// Of a line's first field, which in almost every line has six characters.
+int secondOfLine(QByteArrayView line)
 {
     constexpr qsizetype usualLength = 6;
     if (line.size() > usualLength && line[usualLength] == ';') {
-        const QByteArrayView usual = line.first(usualLength);
-        if (vexdesk::secondOfPlainTime(usual) >= 0)
-            return usual;
+        const int second = vexdesk::secondOfPlainTime(line.first(usualLength));
+        if (second >= 0)
+            return second;
     }
     const qsizetype end = line.indexOf(';');
-    return end < 0 ? line : line.first(end);
+    return secondOfDay(end < 0 ? line : line.first(end));
 }
 
 } // namespace
@@ -66,16 +66,21 @@ void EditorTADataModel::load(const QDir& dir, const QDateTime& from, const QDate
 
 void EditorTADataModel::readDay(const QDate& day, const QDateTime& from, const QDateTime& to)
 {
-    vexdesk::DayFileLines lines(m_dir.filePath(vexdesk::dayFileName(day, m_timeframe)));
+    const QString path = m_dir.filePath(vexdesk::dayFileName(day, m_timeframe));
+    const TimeOfDayRange range(day, from, to);
+    if (range.isWholeDay()) {
+        if (const auto text = vexdesk::plainDayFile(path)) {
+            readWholeDay(day, *text);
+            return;
+        }
+    }
+    vexdesk::DayFileLines lines(path);
     if (!lines.open())
         return;
-    const TimeOfDayRange range(day, from, to);
-    // Only a day that is shown from its beginning to its end needs room for all of its file.
-    const bool isWhole = from.date() < day && day < to.date();
-    m_rows.beginDay(day, isWhole ? lines.size() : 0);
+    m_rows.beginDay(day);
     QByteArrayView line;
     while (lines.next(&line)) {
-        const int second = secondOfDay(timeField(line));
+        const int second = secondOfLine(line);
         switch (range.place(second)) {
         case TimeOfDayRange::Place::Before:
             break;
@@ -87,6 +92,23 @@ void EditorTADataModel::readDay(const QDate& day, const QDateTime& from, const Q
             else
                 m_rows.appendBlank();
         }
+    }
+}
+
+// The rows are lines of the text as it was read.
+void EditorTADataModel::readWholeDay(const QDate& day, const QByteArray& text)
+{
+    m_rows.beginDay(day, text);
+    const QByteArrayView content(text);
+    for (qsizetype begin = 0, end = 0; begin < content.size(); begin = end + 1) {
+        end = content.indexOf('\n', begin);
+        if (end < 0)
+            end = content.size();
+        const QByteArrayView line = content.sliced(begin, end - begin);
+        if (vexdesk::isRecordLine(line))
+            m_rows.append(secondOfLine(line), begin);
+        else
+            m_rows.appendBlank();
     }
 }
 

@@ -51,6 +51,7 @@ public:
 
 private:
     void readDay(const QDate& day, const QDateTime& from, const QDateTime& to);
+    void readWholeDay(const QDate& day, const QByteArray& text);
     void forget();
 
     tadata::DataRows m_rows;

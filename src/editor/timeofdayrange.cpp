@@ -29,4 +29,9 @@ TimeOfDayRange::Place TimeOfDayRange::place(int secondOfDay) const
     return m_to < time ? Place::After : Place::Inside;
 }
 
+bool TimeOfDayRange::isWholeDay() const
+{
+    return m_from <= 0 && m_to >= msPerDay - msPerSecond;
+}
+
 } // namespace tadata

@@ -19,6 +19,8 @@ public:
 
     /// Where a time lies, given in seconds since the day's midnight as the clock shows it.
     Place place(int secondOfDay) const;
+    /// Whether every time of the day lies inside.
+    bool isWholeDay() const;
 
 private:
     // Since the day's midnight, in milliseconds.

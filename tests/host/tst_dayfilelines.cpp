@@ -1,4 +1,4 @@
-// DayFileLines against the text stream that it stands for.
+// DayFileLines and plainDayFile against the text stream that they stand for.
 
 #include <vexdesk/history/dayfilelines.h>
 
@@ -12,8 +12,11 @@
 
 #include <sys/stat.h>
 
+#include <algorithm>
+
 using testsupport::writeFile;
 using vexdesk::DayFileLines;
+using vexdesk::plainDayFile;
 
 namespace {
 
@@ -43,6 +46,31 @@ QByteArrayList streamedLinesOf(const QString& path)
     while (!stream.atEnd())
         lines.append(stream.readLine().toUtf8());
     return lines;
+}
+
+// The lines that the whole text of a file has; whoever knows no text has DayFileLines.
+QByteArrayList plainLinesOf(const QByteArray& text)
+{
+    QByteArrayList lines = text.split('\n');
+    if (lines.last().isEmpty())
+        lines.removeLast();
+    return lines;
+}
+
+bool isPlain(const QByteArray& content)
+{
+    return !content.isEmpty() && std::all_of(content.begin(), content.end(), [](char c) {
+        return c != '\r' && static_cast<signed char>(c) >= 0;
+    });
+}
+
+// Both readers give what the stream gives; the text of a file is given just for the plain ones.
+bool readsAsStreamed(const QString& path, const QByteArray& content)
+{
+    const QByteArrayList expected = streamedLinesOf(path);
+    const std::optional<QByteArray> text = plainDayFile(path);
+    return linesOf(path) == expected && text.has_value() == isPlain(content) &&
+           (!text || plainLinesOf(*text) == expected);
 }
 
 QByteArray utf16(const QString& text, bool bigEndian)
@@ -111,6 +139,8 @@ private Q_SLOTS:
     void leavesOutTheByteOrderMark();
     void readsWideCharacters_data();
     void readsWideCharacters();
+    void givesTheTextOfPlainFilesAlone_data();
+    void givesTheTextOfPlainFilesAlone();
     void tellsTheSizeOfTheFile();
     void doesNotOpenWhatIsNoFile_data();
     void doesNotOpenWhatIsNoFile();
@@ -197,8 +227,7 @@ void TestDayFileLines::readsRandomContentsAsATextStreamDoes()
     for (int i = 0; i < 3000; ++i) {
         const QByteArray content = randomContent(random);
         writeFile(path(), content);
-        const QByteArrayList expected = streamedLinesOf(path());
-        QVERIFY2(linesOf(path()) == expected, content.toHex().constData());
+        QVERIFY2(readsAsStreamed(path(), content), content.toHex().constData());
     }
 }
 
@@ -214,8 +243,7 @@ void TestDayFileLines::readsRandomLargeContentsAsATextStreamDoes()
         content += barsOf(qMax(qsizetype(1), edge - content.size()));
         content += randomContent(random) + barsOf(blockSize) + randomContent(random);
         writeFile(path(), content);
-        const QByteArrayList expected = streamedLinesOf(path());
-        QVERIFY2(linesOf(path()) == expected, qPrintable(QStringLiteral("content %1").arg(i)));
+        QVERIFY2(readsAsStreamed(path(), content), qPrintable(QStringLiteral("content %1").arg(i)));
     }
 }
 
@@ -243,6 +271,32 @@ void TestDayFileLines::readsWideCharacters()
     QFETCH(const bool, bigEndian);
     writeFile(path(), utf16(QString::fromLatin1(bar) + QStringLiteral("\nЁ\n"), bigEndian));
     QCOMPARE(linesOf(path()), QByteArrayList({bar, "Ё"}));
+}
+
+void TestDayFileLines::givesTheTextOfPlainFilesAlone_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<bool>("plain");
+    QTest::newRow("bars") << bar + "\n" + bar + "\n" << true;
+    QTest::newRow("no line end at the end") << bar << true;
+    QTest::newRow("line ends alone") << QByteArray("\n\n") << true;
+    QTest::newRow("a zero byte") << QByteArray("1\0002\n", 4) << true;
+    QTest::newRow("empty") << QByteArray() << false;
+    QTest::newRow("carriage returns") << bar + "\r\n" << false;
+    QTest::newRow("a carriage return inside") << QByteArray("1\r2\n") << false;
+    QTest::newRow("a mark") << "\xef\xbb\xbf" + bar + "\n" << false;
+    QTest::newRow("other characters far behind") << barsOf(2 * blockSize) + "Ё\n" << false;
+}
+
+void TestDayFileLines::givesTheTextOfPlainFilesAlone()
+{
+    QFETCH(const QByteArray, content);
+    QFETCH(const bool, plain);
+    writeFile(path(), content);
+    const std::optional<QByteArray> text = plainDayFile(path());
+    QCOMPARE(text.has_value(), plain);
+    if (plain)
+        QCOMPARE(*text, content);
 }
 
 void TestDayFileLines::tellsTheSizeOfTheFile()
@@ -278,6 +332,7 @@ void TestDayFileLines::doesNotOpenWhatIsNoFile()
                         dir.filePath(QStringLiteral("dangling"))));
     DayFileLines reader(dir.filePath(name));
     QVERIFY(!reader.open());
+    QVERIFY(!plainDayFile(dir.filePath(name)));
 }
 
 void TestDayFileLines::followsALinkToAFile()

@@ -21,7 +21,25 @@ bool areAscii(const char* begin, const char* end)
     return std::all_of(begin, end, [](char c) { return static_cast<signed char>(c) >= 0; });
 }
 
+// To open a pipe is to wait for somebody who writes into it.
+bool openForReading(QFile& file, QIODevice::OpenMode mode)
+{
+    return QFileInfo(file.fileName()).isFile() && file.open(QIODevice::ReadOnly | mode);
+}
+
 } // namespace
+
+std::optional<QByteArray> plainDayFile(const QString& path)
+{
+    QFile file(path);
+    if (!openForReading(file, QIODevice::Unbuffered))
+        return std::nullopt;
+    QByteArray text(file.size(), Qt::Uninitialized);
+    if (text.isEmpty() || file.read(text.data(), text.size()) != text.size() ||
+        text.contains('\r') || !areAscii(text.constBegin(), text.constEnd()))
+        return std::nullopt;
+    return text;
+}
 
 DayFileLines::DayFileLines(const QString& path, qsizetype blockSize)
     : m_file(path)
@@ -30,8 +48,7 @@ DayFileLines::DayFileLines(const QString& path, qsizetype blockSize)
 
 bool DayFileLines::open()
 {
-    // To open a pipe is to wait for somebody who writes into it.
-    return QFileInfo(m_file.fileName()).isFile() && m_file.open(QIODevice::ReadOnly);
+    return openForReading(m_file, QIODevice::NotOpen);
 }
 
 bool DayFileLines::next(QByteArrayView* line)

@@ -1,7 +1,6 @@
 #include <vexdesk/history/recordline.h>
 
 #include <algorithm>
-#include <bit>
 #include <cstring>
 
 namespace vexdesk {
@@ -113,9 +112,11 @@ std::optional<RecordFields> splitRecordLine(QByteArrayView line)
 
 bool isRecordLine(QByteArrayView line)
 {
-    // Eight characters at a time: the highest bit of each that is a separator is set and counted.
+    // Eight characters at a time: the highest bit of each that is a separator is set and counted,
+    // by a product, since not every processor counts bits.
     constexpr quint64 separators = 0x3b3b3b3b3b3b3b3bU;
     constexpr quint64 lowBits = 0x7f7f7f7f7f7f7f7fU;
+    constexpr quint64 ones = 0x0101010101010101U;
     static_assert(separator == 0x3b);
     int count = 0;
     const char* at = line.begin();
@@ -123,7 +124,8 @@ bool isRecordLine(QByteArrayView line)
         quint64 characters = 0;
         std::memcpy(&characters, at, sizeof characters);
         characters ^= separators;
-        count += std::popcount(~(((characters & lowBits) + lowBits) | characters | lowBits));
+        const quint64 found = ~(((characters & lowBits) + lowBits) | characters | lowBits);
+        count += static_cast<int>((found >> 7) * ones >> 56);
     }
     count += static_cast<int>(std::count(at, line.end(), separator));
     return count == RecordFieldCount - 1;

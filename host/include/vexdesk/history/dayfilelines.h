@@ -8,7 +8,15 @@
 #include <QtCore/QString>
 #include <QtCore/QTextStream>
 
+#include <optional>
+
 namespace vexdesk {
+
+/// The whole text of a day file of ASCII characters with no carriage return among them, which is
+/// what imports write: its lines are the bytes between line feeds. No value for every other file,
+/// and for one that is empty, missing or cannot be read; DayFileLines takes what there is. For
+/// those who keep the text. Any thread; throws nothing.
+VEXDESK_HISTORY_EXPORT std::optional<QByteArray> plainDayFile(const QString& path);
 
 /// The lines of a day file, or of another text file, as UTF-8 bytes, one after the other: the very
 /// lines that a text stream gives, without their line ends. A byte order mark is not part of the
