@@ -7,6 +7,7 @@
 #include "export/exportbar.h"
 #include "export/exportdetails.h"
 #include "import/importdetails.h"
+#include "import/plainlineparser.h"
 #include "store/recordline.h"
 
 #include <vexdesk/history/dayfile.h>
@@ -167,6 +168,22 @@ void importedLineIn(benchmark::State& state)
     });
 }
 BENCHMARK(importedLineIn)->Name("BarDescription::init");
+
+void plainLineIn(benchmark::State& state)
+{
+    const ImportDetails details = importDetails();
+    tadata::PlainLineParser parser(details);
+    QByteArrayList lines;
+    for (const QString& line : importLines())
+        lines.append(line.toLatin1());
+    forEach(state, lines, [&](const QByteArray& line) {
+        BarDescription bar;
+        if (!parser.parse(line, &bar))
+            state.SkipWithError("A line is not for this parser");
+        benchmark::DoNotOptimize(bar);
+    });
+}
+BENCHMARK(plainLineIn)->Name("tadata::PlainLineParser::parse");
 
 void recordLineOut(benchmark::State& state)
 {

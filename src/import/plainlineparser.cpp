@@ -5,6 +5,8 @@
 #include <vexdesk/securitydirectory.h>
 
 #include <algorithm>
+#include <bit>
+#include <climits>
 #include <cstring>
 
 namespace tadata {
@@ -19,6 +21,20 @@ bool isDigit(char character)
 bool isLetter(char character)
 {
     return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
+}
+
+constexpr bool isLittleEndian = std::endian::native == std::endian::little;
+constexpr qsizetype wordSize = sizeof(quint64);
+
+// The highest bit of each of the eight characters there that is the one looked for.
+quint64 placesOf(char character, const char* text)
+{
+    constexpr quint64 ones = 0x0101010101010101U;
+    constexpr quint64 lowBits = 0x7f7f7f7f7f7f7f7fU;
+    quint64 word = 0;
+    std::memcpy(&word, text, wordSize);
+    word ^= ones * static_cast<uchar>(character);
+    return ~(((word & lowBits) + lowBits) | word | lowBits);
 }
 
 // Digits that make a number of the type whatever they are.
@@ -120,18 +136,29 @@ bool PlainLineParser::parse(QByteArrayView line, BarDescription* bar)
 
 bool PlainLineParser::split(QByteArrayView line)
 {
+    const auto wanted = static_cast<size_t>(m_wanted);
+    size_t count = 0;
     const char* begin = line.begin();
-    for (int i = 0; i < m_wanted; ++i) {
-        const auto* const end =
-            begin == line.end() ? nullptr
-                                : static_cast<const char*>(std::memchr(
-                                      begin, m_separator, static_cast<size_t>(line.end() - begin)));
-        m_fields[static_cast<size_t>(i)] = QByteArrayView(begin, end ? end : line.end());
-        if (!end)
-            return i + 1 == m_wanted;
+    const auto endField = [this, &count, &begin](const char* end) {
+        m_fields[count++] = QByteArrayView(begin, end);
         begin = end + 1;
+    };
+    const char* at = line.begin();
+    for (; isLittleEndian && line.end() - at >= wordSize; at += wordSize) {
+        for (quint64 found = placesOf(m_separator, at); found != 0; found &= found - 1) {
+            endField(at + std::countr_zero(found) / CHAR_BIT);
+            if (count == wanted)
+                return true;
+        }
     }
-    return true;
+    for (; at != line.end(); ++at) {
+        if (*at == m_separator)
+            endField(at);
+        if (count == wanted)
+            return true;
+    }
+    endField(line.end());
+    return count == wanted;
 }
 
 QByteArrayView PlainLineParser::field(int role) const
@@ -193,8 +220,11 @@ bool PlainLineParser::readTime(QByteArrayView text, QTime* time) const
         if (part.letter != letters[i] || part.length != 2)
             return false;
     }
-    *time = QTime(numbers[0], numbers[1], numbers[2]);
-    return time->isValid();
+    const auto [hour, minute, second] = numbers;
+    if (hour >= 24 || minute >= 60 || second >= 60)
+        return false;
+    *time = QTime::fromMSecsSinceStartOfDay(((hour * 60 + minute) * 60 + second) * 1000);
+    return true;
 }
 
 bool PlainLineParser::readNumbers(BarDescription* bar) const

@@ -24,13 +24,16 @@ bool writeContent(const QString& path, const QByteArray& content)
            file.commit();
 }
 
+// What is no time is written as nothing.
 void appendTime(TextLines& lines, const QTime& time)
 {
-    if (!time.isValid())
+    if (time.isNull())
         return;
-    lines.appendTwoDigits(time.hour());
-    lines.appendTwoDigits(time.minute());
-    lines.appendTwoDigits(time.second());
+    constexpr int perMinute = 60;
+    const int seconds = time.msecsSinceStartOfDay() / 1000;
+    lines.appendTwoDigits(seconds / (perMinute * perMinute));
+    lines.appendTwoDigits(seconds / perMinute % perMinute);
+    lines.appendTwoDigits(seconds % perMinute);
 }
 
 } // namespace
