@@ -22,21 +22,6 @@ const char* findSeparator(const char* begin, const char* end)
                               std::memchr(begin, separator, static_cast<size_t>(end - begin)));
 }
 
-// Missing ones are empty.
-RecordFields firstFields(QByteArrayView line)
-{
-    RecordFields fields;
-    const char* begin = line.begin();
-    for (QByteArrayView& field : fields) {
-        const char* const end = findSeparator(begin, line.end());
-        field = QByteArrayView(begin, end ? end : line.end());
-        if (!end)
-            break;
-        begin = end + 1;
-    }
-    return fields;
-}
-
 // The forms that imports write are read as they stand; all others are left to the framework.
 
 QTime timeOf(QByteArrayView text)
@@ -64,9 +49,27 @@ decimal decimalOf(QByteArrayView text)
 
 } // namespace
 
+RecordFields firstRecordFields(QByteArrayView line)
+{
+    RecordFields fields;
+    const char* begin = line.begin();
+    for (QByteArrayView& field : fields) {
+        const char* const end = findSeparator(begin, line.end());
+        field = QByteArrayView(begin, end ? end : line.end());
+        if (!end)
+            break;
+        begin = end + 1;
+    }
+    return fields;
+}
+
 StoredBar storedBar(QByteArrayView line, const QDate& day)
 {
-    const RecordFields fields = firstFields(line);
+    return storedBar(firstRecordFields(line), day);
+}
+
+StoredBar storedBar(const RecordFields& fields, const QDate& day)
+{
     StoredBar bar;
     bar.date = day;
     bar.time = timeOf(fields[TimeField]);

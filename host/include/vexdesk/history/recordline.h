@@ -29,11 +29,6 @@ struct StoredBar
     qint32 openInterest = 0;
 };
 
-/// Reads a line of the file of a day. A missing or unreadable field counts as nothing (no time,
-/// zero), and surplus fields are ignored. The volume is read as a 32-bit number, which is what the
-/// charts take: a larger one is 0.
-VEXDESK_HISTORY_EXPORT StoredBar storedBar(QByteArrayView line, const QDate& day);
-
 /// Seconds since midnight of a time as imports write it, six digits "hhmmss"; -1 for every other
 /// text, which QTime::fromString may still read.
 VEXDESK_HISTORY_EXPORT int secondOfPlainTime(QByteArrayView text);
@@ -53,6 +48,14 @@ enum RecordField : int {
 
 /// The fields as text; views into the line.
 using RecordFields = std::array<QByteArrayView, RecordFieldCount>;
+
+/// The first eight fields of a line; missing ones are empty, and surplus ones are left out.
+VEXDESK_HISTORY_EXPORT RecordFields firstRecordFields(QByteArrayView line);
+
+/// Reads a line of the file of a day. A missing or unreadable field counts as nothing (no time,
+/// zero). The volume is read as a 32-bit number, which is what the charts take: a larger one is 0.
+VEXDESK_HISTORY_EXPORT StoredBar storedBar(const RecordFields& fields, const QDate& day);
+VEXDESK_HISTORY_EXPORT StoredBar storedBar(QByteArrayView line, const QDate& day);
 
 /// Splits a line the way the history editor does: no value unless it has exactly eight fields.
 VEXDESK_HISTORY_EXPORT std::optional<RecordFields> splitRecordLine(QByteArrayView line);
