@@ -1,0 +1,42 @@
+#pragma once
+
+#include "desk/chart/timerange.h"
+
+#include <QtCore/QString>
+
+#include <vector>
+
+/// Where the axes of the chart have their lines and numbers, and texts for times. Any thread.
+namespace vexdesk {
+
+/// Lines at multiples of a round number.
+struct ValueTicks
+{
+    double step = 1;  ///< 1, 2 or 5 with a power of ten
+    int decimals = 0; ///< that the labels need
+};
+
+/// At most about `most` lines between two values. The step is not below the last of the decimals.
+ValueTicks valueTicks(double low, double high, int most, int decimals);
+
+struct TimeTick
+{
+    qint64 time = 0;      ///< wall time
+    QString label;        ///< what is new at every line: the time, or the day, or the month
+    QString heading;      ///< what begins here, below the label: a date or a year; empty within it
+    bool isBegin = false; ///< a day begins here, or a year
+};
+
+/// At most about `most` lines in the range, at round times. The first one has a heading too.
+std::vector<TimeTick> timeTicks(const TimeRange& range, int most);
+
+/// "15.01.2024"
+QString dateText(qint64 time);
+/// "15.01.2024 10:20", or with seconds when it is about shorter bars than those of a minute.
+QString dateTimeText(qint64 time, qint64 interval);
+/// "1 мин", "15 с", "2 ч", "7 д".
+QString intervalText(qint64 seconds);
+/// A number with a fixed count of digits after the point, "120.50", never "-0.00".
+QString numberText(double number, int decimals);
+
+} // namespace vexdesk

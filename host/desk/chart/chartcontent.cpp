@@ -1,0 +1,19 @@
+#include "desk/chart/chartcontent.h"
+
+#include "desk/chart/chartpanel.h"
+
+#include <vexdesk/history/dayfile.h>
+
+namespace vexdesk {
+
+bool isChartBuilt()
+{
+    return true;
+}
+
+QWidget* makeChartContent()
+{
+    return new ChartPanel(storeRoot().path());
+}
+
+} // namespace vexdesk

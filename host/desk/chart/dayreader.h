@@ -1,0 +1,60 @@
+#pragma once
+
+#include "desk/chart/barseries.h"
+
+#include <QtCore/QDate>
+#include <QtCore/QString>
+
+#include <functional>
+#include <map>
+
+/// Reads the day files of a series for the chart. Throws nothing; any thread.
+namespace vexdesk {
+
+/// By which a day file that has become another one is known without reading it.
+struct DayStamp
+{
+    qint64 size = 0;
+    qint64 modified = 0; ///< milliseconds since 1970
+    /// False for a file that was written so short a time before it was read that it may have been
+    /// written once more since then, with the same size at the same time.
+    bool isSettled = false;
+
+    /// Whether a file with the stamp `now` surely holds what a file with this stamp held.
+    bool isSameAs(const DayStamp& now) const
+    {
+        return isSettled && size == now.size && modified == now.modified;
+    }
+};
+
+struct ReadDay
+{
+    DayStamp stamp;
+    BarSeries::Day bars; ///< null where the file has no bar that can be drawn
+};
+
+/// The day files of a directory at one timeframe.
+using ReadDays = std::map<QDate, ReadDay>;
+
+/// Told how many of how many days there are; answers whether to go on.
+using ReadProgress = std::function<bool(int done, int total)>;
+
+/// The stamp of a file now.
+DayStamp dayStamp(const QString& path);
+
+/// The bars of a day file, null when there is none. Lines without a time or without four prices
+/// are passed over; a file whose lines are not in the order of their times is put into order.
+///
+/// Lines that the history editor has written have the money before the volume. They are known by a
+/// point in the volume's place, where an import writes whole numbers alone, and read as they are
+/// meant: an edited day keeps its volume in the chart.
+BarSeries::Day readDay(const QString& path, const QDate& day);
+
+/// Reads the day files of a directory, and of those that `before` knows only what has changed. When
+/// `progress` answers false, what was read up to then is given.
+ReadDays readDays(const QString& directory, int timeframe, const ReadDays& before,
+                  const ReadProgress& progress);
+
+BarSeries seriesOf(const ReadDays& days);
+
+} // namespace vexdesk

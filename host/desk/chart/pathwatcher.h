@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QtCore/QFileSystemWatcher>
+#include <QtCore/QStringList>
+#include <QtCore/QTimer>
+
+namespace vexdesk {
+
+/// Tells when something has changed in directories or files. One that does not exist is waited for
+/// in the nearest directory above it that does.
+///
+/// Many changes in a short time are told as few: an import writes thousands of files. The owner
+/// watches anew after each change, since files come and go and a file that was replaced is another
+/// one. User-interface thread only.
+class PathWatcher final : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Tells a change after so many milliseconds, with all that came in between.
+    explicit PathWatcher(int delay = usualDelay, QObject* parent = nullptr);
+    ~PathWatcher() override;
+
+    /// Watches these paths and no others. Those that were watched already go on being so.
+    void watch(const QStringList& paths);
+
+    /// Tells a change soon, as if something had changed.
+    void tellSoon();
+
+    static constexpr int usualDelay = 200; // ms
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    QFileSystemWatcher m_watcher;
+    QTimer m_timer;
+};
+
+} // namespace vexdesk
