@@ -6,10 +6,15 @@
 #include "listcommand.h"
 
 #include <vexdesk/terminal/core.h>
+#include <vexdesk/terminal/language.h>
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QLocale>
+#include <QtCore/QTranslator>
 
 #include <array>
+#include <memory>
+#include <vector>
 
 namespace {
 
@@ -41,7 +46,28 @@ QString generalHelp()
         "  tadata --version         версия\n"
         "\n"
         "Код завершения: 0 — сделано; 1 — не удалось, причина в стандартном выводе ошибок;\n"
-        "2 — неверная командная строка.\n");
+        "2 — неверная командная строка.\n"
+        "\n"
+        "Сообщения — на языке пользователя или на том, который назван в переменной окружения\n"
+        "TADATA_LANGUAGE: ru или en.\n");
+}
+
+// The texts of the program, of what it shares with the plug-in, and of the terminal's library.
+// Without their files they are Russian.
+std::vector<std::unique_ptr<QTranslator>> installTranslations()
+{
+    const vexdesk::Language language = vexdesk::chooseLanguage(
+        {qEnvironmentVariable("TADATA_LANGUAGE")}, QLocale::system().uiLanguages());
+    std::vector<std::unique_ptr<QTranslator>> installed;
+    for (const char* name : {"tadata", "tadatamanager", "vexdesk"}) {
+        auto translation = vexdesk::loadTranslation(QLatin1String(name), language,
+                                                    vexdesk::translationDirectories());
+        if (!translation)
+            continue;
+        QCoreApplication::installTranslator(translation.get());
+        installed.push_back(std::move(translation));
+    }
+    return installed;
 }
 
 bool asksForHelp(const QStringList& words)
@@ -72,6 +98,7 @@ int main(int argc, char* argv[])
 {
     const QCoreApplication application(argc, argv);
     vexdesk::setApplicationIdentity();
+    const auto translations = installTranslations();
     try {
         return run(QCoreApplication::arguments().mid(1));
     } catch (const UsageError& error) {

@@ -17,7 +17,8 @@ set(CMAKE_AUTORCC ON)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
 set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
-set(CMAKE_INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR};$ORIGIN;$ORIGIN/../..")
+# From a library, from a program in its folder below the libraries, and from a plug-in below that.
+set(CMAKE_INSTALL_RPATH "$ORIGIN;$ORIGIN/..;$ORIGIN/../..")
 
 set(TADATA_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize takes them: address,undefined or thread")
 option(TADATA_COVERAGE "Instrument for gcov" OFF)
@@ -45,3 +46,15 @@ if(TADATA_COVERAGE)
   target_compile_options(tadata_options INTERFACE --coverage)
   target_link_options(tadata_options INTERFACE --coverage)
 endif()
+
+# tadata_install_program(target COMPONENT name): into the terminal's folder, with a link to it in the
+# folder for programs.
+function(tadata_install_program target)
+  cmake_parse_arguments(arg "" "COMPONENT" "" ${ARGN})
+  install(TARGETS ${target} RUNTIME DESTINATION "${VEXDESK_PROGRAM_DIR}" COMPONENT ${arg_COMPONENT})
+  file(RELATIVE_PATH path "/${CMAKE_INSTALL_BINDIR}" "/${VEXDESK_PROGRAM_DIR}/${target}")
+  set(link "${CMAKE_CURRENT_BINARY_DIR}/links/${target}")
+  file(MAKE_DIRECTORY "${CMAKE_CURRENT_BINARY_DIR}/links")
+  file(CREATE_LINK "${path}" "${link}" SYMBOLIC)
+  install(FILES "${link}" DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT ${arg_COMPONENT})
+endfunction()

@@ -25,10 +25,28 @@ DeskApplication::DeskApplication(int& argc, char** argv)
         icon.addFile(QStringLiteral(":/desk/vexdesk-%1.png").arg(size));
     setWindowIcon(icon);
 
-    auto* const translator = new QTranslator(this);
-    if (translator->load(QStringLiteral("qtbase_ru"),
-                         QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-        installTranslator(translator);
+    setLanguage(Language::Russian);
+}
+
+DeskApplication::~DeskApplication() = default;
+
+void DeskApplication::setLanguage(Language language)
+{
+    m_language = language;
+    m_translations.clear();
+    // Without a file the texts of the sources are shown: Qt's English, the terminal's Russian.
+    addTranslation(QStringLiteral("qtbase"), {QLibraryInfo::path(QLibraryInfo::TranslationsPath)});
+    // What Qt's own translation lacks.
+    addTranslation(QStringLiteral("vexdesk-qt"), translationDirectories());
+    addTranslation(QStringLiteral("vexdesk"), translationDirectories());
+}
+
+void DeskApplication::addTranslation(const QString& name, const QStringList& directories)
+{
+    if (auto translation = loadTranslation(name, m_language, directories)) {
+        installTranslator(translation.get());
+        m_translations.push_back(std::move(translation));
+    }
 }
 
 bool DeskApplication::notify(QObject* receiver, QEvent* event)

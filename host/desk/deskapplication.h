@@ -1,23 +1,41 @@
 #pragma once
 
+#include <vexdesk/terminal/language.h>
+
 #include <QtWidgets/QApplication>
+
+#include <memory>
+#include <vector>
 
 namespace vexdesk {
 
 /// The terminal's application object: an exception that leaves an event handler or a slot is shown
-/// to the user, and the terminal goes on. It also brings the terminal's version and pictures and,
-/// where Qt's own Russian texts are installed, those.
+/// to the user, and the terminal goes on. It also brings the terminal's version and pictures and
+/// the texts of its language.
 class DeskApplication final : public QApplication
 {
     Q_OBJECT
 
 public:
+    /// Speaks Russian until told otherwise.
     DeskApplication(int& argc, char** argv);
+    ~DeskApplication() override;
+
+    Language language() const { return m_language; }
+    /// From here on texts are made in this language, those of Qt where they are installed; what is
+    /// on the screen already stays as it is.
+    void setLanguage(Language language);
 
     /// Never throws. An event whose handler threw counts as handled.
     /// A last resort: Qt's own functions that the exception has passed may not have released what
     /// they held. What runs foreign code knowingly catches there, as triggerCommand does.
     bool notify(QObject* receiver, QEvent* event) override;
+
+private:
+    void addTranslation(const QString& name, const QStringList& directories);
+
+    Language m_language = Language::Russian;
+    std::vector<std::unique_ptr<QTranslator>> m_translations;
 };
 
 } // namespace vexdesk

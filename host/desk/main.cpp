@@ -3,8 +3,11 @@
 #include "desk/dealsfeed.h"
 #include "desk/deskapplication.h"
 #include "desk/errorreport.h"
+#include "desk/languagechoice.h"
 #include "desk/mainwindow.h"
+#include "desk/pluginlist.h"
 #include "desk/pluginloader.h"
+#include "desk/tour/charttour.h"
 #include "desk/tour/editortour.h"
 #include "desk/tour/exporttour.h"
 #include "desk/tour/importtour.h"
@@ -14,6 +17,8 @@
 #include <vexdesk/terminal/core.h>
 #include <vexdesk/terminal/referencedata.h>
 
+#include <QtCore/QLocale>
+#include <QtCore/QProcess>
 #include <QtCore/QTimer>
 
 #include <cstdio>
@@ -51,7 +56,7 @@ void startTour(vexdesk::Tour& tour, vexdesk::MainWindow& window, const QDir& dir
     if (!directory.mkpath(QStringLiteral(".")) || !vexdesk::addImportTour(tour, window, directory))
         failTour(QCoreApplication::translate("vexdesk::Main", "Невозможно записать в каталог %1")
                      .arg(directory.path()));
-    vexdesk::addEditorTour(tour, window);
+    vexdesk::addChartTour(tour, window, [&] { vexdesk::addEditorTour(tour, window); });
     vexdesk::addExportTour(tour, window, directory);
     vexdesk::addOptionsTour(tour, window);
     QObject::connect(&tour, &vexdesk::Tour::failed, &failTour);
@@ -59,17 +64,47 @@ void startTour(vexdesk::Tour& tour, vexdesk::MainWindow& window, const QDir& dir
     tour.start();
 }
 
+// Before the rest of the command line is read: what is wrong with it is said in that language.
+vexdesk::Language spokenLanguage()
+{
+    return vexdesk::chooseLanguage({vexdesk::CommandLine::languageIn(QCoreApplication::arguments()),
+                                    vexdesk::LanguageChoice::stored()},
+                                   QLocale::system().uiLanguages());
+}
+
+void startAgain(const QStringList& arguments)
+{
+    if (!QProcess::startDetached(QCoreApplication::applicationFilePath(),
+                                 vexdesk::CommandLine::withoutLanguage(arguments)))
+        vexdesk::reportError(QCoreApplication::translate(
+            "vexdesk::Main", "Терминал не удалось запустить снова: сделайте это сами."));
+}
+
+/// The process's exit code.
+int listPlugins(vexdesk::PluginLoader& loader)
+{
+    std::fputs(qUtf8Printable(vexdesk::pluginList(loader.records())), stdout);
+    const bool areAllLoaded = loader.refusedCount() == 0;
+    loader.unload();
+    return areAllLoaded ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
+    QStringList arguments; // all of them: Qt takes its own away
+    for (int i = 1; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
     vexdesk::DeskApplication application(argc, argv);
     vexdesk::setApplicationIdentity();
+    application.setLanguage(spokenLanguage());
     const vexdesk::CommandLine commandLine = vexdesk::CommandLine::read();
     installReferenceData(commandLine.referenceFile);
 
     vexdesk::Core core;
     vexdesk::PluginLoader loader;
+    loader.setLanguage(application.language());
     QObject::connect(&loader, &vexdesk::PluginLoader::callFailed, &application,
                      &vexdesk::reportError);
     vexdesk::MainWindow window(loader);
@@ -78,6 +113,8 @@ int main(int argc, char** argv)
                     : commandLine.pluginDirectories,
                 &core);
     loader.initStage(IPlugin::InitStage::PluginsReady);
+    if (commandLine.listPlugins)
+        return listPlugins(loader);
     window.show();
     QTimer::singleShot(0, &loader,
                        [&loader] { loader.initStage(IPlugin::InitStage::WindowShown); });
@@ -94,5 +131,7 @@ int main(int argc, char** argv)
 
     const int exitCode = QApplication::exec();
     loader.unload();
+    if (window.isRestartWanted())
+        startAgain(arguments);
     return exitCode;
 }

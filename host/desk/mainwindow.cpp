@@ -1,6 +1,8 @@
 #include "desk/mainwindow.h"
 
+#include "desk/chart/chartdock.h"
 #include "desk/commands.h"
+#include "desk/languagechoice.h"
 #include "desk/menubuilder.h"
 #include "desk/optionsdialog.h"
 #include "desk/pluginloader.h"
@@ -17,11 +19,14 @@
 #include <QtCore/QPointer>
 #include <QtGui/QCloseEvent>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QDockWidget>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QStatusBar>
 #include <QtWidgets/QToolButton>
+
+#include <algorithm>
 
 namespace vexdesk {
 
@@ -29,6 +34,9 @@ namespace {
 
 const QString settingsGroup = QStringLiteral("Desk");
 const QString geometryKey = QStringLiteral("geometry");
+const QString stateKey = QStringLiteral("state");
+constexpr int stateVersion = 1;
+constexpr auto chartCommand = "Desk.Chart";
 constexpr auto pluginsCommand = "Desk.Plugins";
 constexpr auto newDayCommand = "Desk.NewDay";
 constexpr int messageTime = 5000; // ms
@@ -51,21 +59,28 @@ QKeySequence optionsShortcut()
 MainWindow::MainWindow(const PluginLoader& loader, QWidget* parent)
     : QMainWindow(parent)
     , m_loader(loader)
+    , m_languageChoice(new LanguageChoice(loader.language(), this))
 {
     setObjectName(QStringLiteral("mainWindow"));
     setWindowTitle(QStringLiteral("Vexdesk"));
     addOwnCommands();
     m_menuBuilder = std::make_unique<MenuBuilder>(menuBar());
+    // The builder keeps an item for as long as its command is in the menu.
+    m_languageChoice->markItems(m_menuBuilder->findChildren<QAction*>());
+    connect(m_languageChoice, &LanguageChoice::restartWanted, this, &MainWindow::closeToRestart);
     explainCommand(newDayCommand, tr("Сообщить модулям о начале нового торгового дня, не дожидаясь "
                                      "смены даты: для проверки модулей"));
     m_startPage = new StartPage(m_ownCommands, this);
     setCentralWidget(m_startPage);
+    addChart();
     addStatusBar();
     updatePlugins();
     connect(&loader, &PluginLoader::changed, this, &MainWindow::updatePlugins);
 
     resize(960, 640);
-    restoreGeometry(AppSettings(settingsGroup).value(geometryKey).toByteArray());
+    const AppSettings settings(settingsGroup);
+    restoreGeometry(settings.value(geometryKey).toByteArray());
+    restoreState(settings.value(stateKey).toByteArray(), stateVersion);
 }
 
 MainWindow::~MainWindow() = default;
@@ -74,17 +89,28 @@ void MainWindow::addOwnCommands()
 {
     ActionManager* const manager = ActionManager::instance();
     CommandContainer* const file = manager->container("File", tr("&Файл"), "MenuBar", "", "10");
+    CommandContainer* const view = manager->container("View", tr("&Вид"), "MenuBar", "", "20");
     CommandContainer* const service =
         manager->container("Service", tr("&Сервис"), "MenuBar", "", "80");
-    CommandContainer* const help = manager->container("Help", tr("&Справка"), "MenuBar", "", "90");
+    CommandContainer* const help = manager->container("Help", tr("С&правка"), "MenuBar", "", "90");
+    CommandContainer* const languages =
+        manager->container("Language", tr("&Язык"), "Service", "Z", "95");
     CommandContainer* const developer =
         manager->container("Developer", tr("&Для разработчиков"), "Service", "ZZ", "90");
     addCommand(file, {"Desk.Exit", tr("&Выход"), QKeySequence(Qt::CTRL | Qt::Key_Q)},
                [this] { close(); });
+    addCommand(view, {chartCommand, tr("&График"), QKeySequence(Qt::CTRL | Qt::Key_G)},
+               [this] { toggleChart(); });
     addCommand(service, {"Desk.Options", tr("&Настройки..."), optionsShortcut()},
                [this] { showOptions(); });
     addCommand(service, {pluginsCommand, tr("&Модули..."), QKeySequence()},
                [this] { showPlugins(); });
+    for (const Language language : {Language::Russian, Language::English}) {
+        addCommand(
+            languages,
+            {LanguageChoice::commandOf(language), LanguageChoice::nameOf(language), QKeySequence()},
+            [this, language] { m_languageChoice->choose(language, this); });
+    }
     addCommand(developer, {newDayCommand, tr("&Новый торговый день"), QKeySequence()},
                [this] { beginNewDay(); });
     addCommand(help, {"Desk.About", tr("&О программе"), QKeySequence()}, [this] { showAbout(); });
@@ -104,14 +130,41 @@ void MainWindow::addCommand(CommandContainer* menu, const OwnCommand& own,
     m_ownCommands.insert(own.id);
 }
 
+QAction* MainWindow::menuItem(const QByteArray& id) const
+{
+    const QList<QAction*> items = m_menuBuilder->findChildren<QAction*>();
+    const auto found = std::find_if(items.begin(), items.end(), [&id](const QAction* item) {
+        return item->data().toByteArray() == id;
+    });
+    return found == items.end() ? nullptr : *found;
+}
+
 void MainWindow::explainCommand(const QByteArray& id, const QString& text)
 {
-    // The builder keeps the item for as long as the command is in the menu.
-    const QList<QAction*> items = m_menuBuilder->findChildren<QAction*>();
-    for (QAction* const item : items) {
-        if (item->data().toByteArray() == id)
-            item->setStatusTip(text);
+    if (QAction* const item = menuItem(id))
+        item->setStatusTip(text);
+}
+
+void MainWindow::addChart()
+{
+    m_chartDock = new ChartDock(this);
+    addDockWidget(Qt::BottomDockWidgetArea, m_chartDock);
+    m_chartDock->hide();
+    if (QAction* const item = menuItem(chartCommand)) {
+        item->setCheckable(true);
+        // The mark says what is there, also after the dock was closed by its own button.
+        connect(m_chartDock->toggleViewAction(), &QAction::toggled, item, &QAction::setChecked);
+        connect(item, &QAction::triggered, item,
+                [this, item] { item->setChecked(m_chartDock->toggleViewAction()->isChecked()); });
     }
+}
+
+void MainWindow::toggleChart()
+{
+    m_chartDock->toggleViewAction()->trigger();
+    // The keys of the chart work at once.
+    if (m_chartDock->isVisible())
+        m_chartDock->widget()->setFocus(Qt::ShortcutFocusReason);
 }
 
 void MainWindow::addStatusBar()
@@ -164,11 +217,20 @@ void MainWindow::showAbout()
                            .arg(QCoreApplication::applicationVersion(), QLatin1String(qVersion())));
 }
 
+void MainWindow::closeToRestart()
+{
+    m_restartWanted = true;
+    if (!close())
+        m_restartWanted = false;
+}
+
 bool MainWindow::closeOtherWindows()
 {
     QList<QPointer<QWidget>> windows;
     for (QWidget* const window : QApplication::topLevelWidgets()) {
-        if (window != this && window->isVisible() && window->windowType() != Qt::Desktop)
+        // A dock that stands alone is a part of this window and is there again with it.
+        if (window != this && window->isVisible() && window->windowType() != Qt::Desktop &&
+            !qobject_cast<QDockWidget*>(window))
             windows.append(window);
     }
     for (const QPointer<QWidget>& window : std::as_const(windows)) {
@@ -184,7 +246,9 @@ void MainWindow::closeEvent(QCloseEvent* event)
         event->ignore();
         return;
     }
-    AppSettings(settingsGroup).setValue(geometryKey, saveGeometry());
+    AppSettings settings(settingsGroup);
+    settings.setValue(geometryKey, saveGeometry());
+    settings.setValue(stateKey, saveState(stateVersion));
     event->accept();
 }
 

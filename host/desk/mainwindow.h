@@ -8,11 +8,14 @@
 #include <memory>
 
 class CommandContainer;
+class QAction;
 class QLabel;
 class QToolButton;
 
 namespace vexdesk {
 
+class ChartDock;
+class LanguageChoice;
 class MenuBuilder;
 class PluginLoader;
 class StartPage;
@@ -30,6 +33,9 @@ public:
     explicit MainWindow(const PluginLoader& loader, QWidget* parent = nullptr);
     ~MainWindow() override;
 
+    /// Whether the user has closed the window only to see the terminal again in another language.
+    bool isRestartWanted() const { return m_restartWanted; }
+
 protected:
     void closeEvent(QCloseEvent* event) override;
 
@@ -46,6 +52,11 @@ private:
                     const std::function<void()>& run);
     /// Shows the text in the status bar while the command is the current item of its open menu.
     void explainCommand(const QByteArray& id, const QString& text);
+    /// The menu item of a command of the terminal. The builder keeps it for as long as the command
+    /// is in the menu.
+    QAction* menuItem(const QByteArray& id) const;
+    void addChart();
+    void toggleChart();
     void addStatusBar();
     void showOptions();
     void showPlugins();
@@ -53,12 +64,16 @@ private:
     void beginNewDay();
     void showAbout();
     void updatePlugins();
+    void closeToRestart();
     bool closeOtherWindows();
 
     const PluginLoader& m_loader;
+    LanguageChoice* m_languageChoice;
+    bool m_restartWanted = false;
     QSet<QByteArray> m_ownCommands;
     std::unique_ptr<MenuBuilder> m_menuBuilder;
     StartPage* m_startPage = nullptr;
+    ChartDock* m_chartDock = nullptr;
     QLabel* m_loadedLabel = nullptr;
     QToolButton* m_refusedButton = nullptr;
 };

@@ -126,6 +126,7 @@ void OptionsDialog::addCategoryItems()
     for (Category& category : m_categories) {
         const QIcon icon = iconOf(*category.pages.constFirst().page, m_ui->categories->iconSize());
         category.item = new QListWidgetItem(icon, category.title, m_ui->categories);
+        category.item->setData(Qt::UserRole, category.id);
     }
 }
 

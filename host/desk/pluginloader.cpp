@@ -12,6 +12,7 @@
 #include <QtCore/QLibraryInfo>
 #include <QtCore/QPluginLoader>
 #include <QtCore/QSet>
+#include <QtCore/QTranslator>
 #include <QtCore/QVersionNumber>
 
 #include <algorithm>
@@ -65,6 +66,20 @@ QString metadataFault(const QPluginLoader& library)
     return QString();
 }
 
+/// The texts of the plug-in in this language, installed; null when it has brought none.
+std::unique_ptr<QTranslator> installTranslationOf(const QString& path, Language language)
+{
+    const QFileInfo library(path);
+    QString name = library.baseName();
+    if (name.startsWith(QLatin1String("lib")))
+        name.remove(0, 3);
+    auto translation =
+        loadTranslation(name, language, {library.dir().filePath(QStringLiteral("translations"))});
+    if (translation)
+        QCoreApplication::installTranslator(translation.get());
+    return translation;
+}
+
 /// Runs a call into a plug-in. The text of the exception that left it, null when none did. The
 /// exception itself may be of the plug-in's own type and does not outlive this function.
 template <typename Call>
@@ -94,10 +109,8 @@ QStringList PluginLoader::standardDirectories()
     const QDir program(QCoreApplication::applicationDirPath());
     QStringList directories;
     for (const QString& path :
-         {QStringLiteral("plugins"), QStringLiteral("../lib/vexdesk/plugins"),
-          QDir(QStringLiteral("..")).filePath(QStringLiteral(VEXDESK_PLUGIN_DIR))})
+         {QStringLiteral("plugins"), QStringLiteral("../lib/vexdesk/plugins")})
         directories.append(QDir::cleanPath(program.absoluteFilePath(path)));
-    directories.removeDuplicates();
     return directories;
 }
 
@@ -125,6 +138,8 @@ void PluginLoader::loadFile(const QString& path)
     plugin.library = std::make_unique<QPluginLoader>(path);
     record.reason = metadataFault(*plugin.library);
     if (record.reason.isEmpty()) {
+        // Before any of its code runs, which may ask for a text at once.
+        plugin.translation = installTranslationOf(path, m_language);
         // A missing symbol has to show here, and not as the end of the process in the first call.
         plugin.library->setLoadHints(QLibrary::ResolveAllSymbolsHint | QLibrary::PreventUnloadHint);
         const QList<IOptionsPage*> pages = m_core->optionsPages();

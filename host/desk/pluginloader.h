@@ -3,6 +3,7 @@
 #include "desk/pluginrecord.h"
 
 #include <vexdesk/iplugin.h>
+#include <vexdesk/terminal/language.h>
 
 #include <QtCore/QList>
 #include <QtCore/QObject>
@@ -42,6 +43,11 @@ public:
     /// they need not exist.
     static QStringList standardDirectories();
 
+    /// The language in which plug-ins that are loaded from here on show themselves; Russian unless
+    /// it is set.
+    void setLanguage(Language language) { m_language = language; }
+    Language language() const { return m_language; }
+
     /// Loads and initialises every plug-in in the directories: these in the given order, the files
     /// of each in the order of their names. A file that is reached twice is taken once. `core`
     /// must live until unload().
@@ -70,6 +76,7 @@ Q_SIGNALS:
 private:
     struct Plugin
     {
+        std::unique_ptr<QTranslator> translation; // null without a file for it
         std::unique_ptr<QPluginLoader> library;
         IPlugin* object = nullptr; // belongs to the library
         QString code;
@@ -80,6 +87,7 @@ private:
     bool isLoaded(const QString& code) const;
     void dropPagesExcept(const QList<IOptionsPage*>& kept);
 
+    Language m_language = Language::Russian;
     Core* m_core = nullptr;
     QList<IOptionsPage*> m_pagesBefore;
     QStringList m_directories;

@@ -81,7 +81,12 @@ void EditorTADataDialog::setupTable()
     m_model = new EditorTADataModel(this);
     m_ui->dataTable->setModel(m_model);
     m_ui->dataTable->setItemDelegate(new ItemDelegate(m_ui->dataTable));
-    m_ui->dataTable->header()->setStyle(HeaderProxyStyle::instance());
+    QHeaderView* const header = m_ui->dataTable->header();
+    header->setStyle(HeaderProxyStyle::instance());
+    // As long as there are no bars, too, the titles are to be read in full.
+    for (int column = 0; column < m_model->columnCount(); ++column)
+        header->resizeSection(
+            column, std::max(header->sectionSize(column), header->sectionSizeHint(column)));
 }
 
 void EditorTADataDialog::setupTimes()

@@ -197,15 +197,16 @@ void TestMainWindow::hasATitleAndASensibleSize()
 
 void TestMainWindow::hasItsOwnCommands()
 {
-    QCOMPARE(menuTitles(), QStringList({"&Файл", "&Сервис", "&Справка"}));
+    QCOMPARE(menuTitles(), QStringList({"&Файл", "&Вид", "&Сервис", "С&правка"}));
     const QAction* const exit = menu(QStringLiteral("&Файл"))->actions().constLast();
     QCOMPARE(exit->text(), QStringLiteral("&Выход"));
     QCOMPARE(exit->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_Q));
     QStringList service;
     for (const QAction* const item : menu(QStringLiteral("&Сервис"))->actions())
         service.append(item->text());
-    QCOMPARE(service, QStringList({"&Настройки...", "&Модули...", "", "&Для разработчиков"}));
-    QCOMPARE(menu(QStringLiteral("&Справка"))->actions().constLast()->text(),
+    QCOMPARE(service,
+             QStringList({"&Настройки...", "&Модули...", "&Язык", "", "&Для разработчиков"}));
+    QCOMPARE(menu(QStringLiteral("С&правка"))->actions().constLast()->text(),
              QStringLiteral("&О программе"));
     for (const QString& title : menuTitles()) {
         for (const QAction* const item : menu(title)->actions())
@@ -256,7 +257,7 @@ void TestMainWindow::aboutNamesVersions()
 {
     show();
     const desktest::MessageBoxes boxes;
-    choose({QStringLiteral("&Справка"), QStringLiteral("&О программе")});
+    choose({QStringLiteral("С&правка"), QStringLiteral("&О программе")});
     QTRY_COMPARE(boxes.titles(), QStringList{QStringLiteral("О программе")});
     const QString text = boxes.texts().constFirst();
     QVERIFY2(text.contains(QStringLiteral("Vexdesk ") + QCoreApplication::applicationVersion()),
@@ -290,7 +291,7 @@ void TestMainWindow::showsThePluginsCommands()
 {
     show();
     load({QStringLiteral("good")});
-    QCOMPARE(menuTitles(), QStringList({"&Файл", "Тех. &анализ", "&Сервис", "&Справка"}));
+    QCOMPARE(menuTitles(), QStringList({"&Файл", "&Вид", "Тех. &анализ", "&Сервис", "С&правка"}));
     QStringList texts;
     for (const CommandButton* const row : rows()) {
         texts.append(row->text());
@@ -323,7 +324,7 @@ void TestMainWindow::thePluginsCommandsGoWithIt()
     show();
     m_loader->unload();
     QCoreApplication::processEvents();
-    QCOMPARE(menuTitles(), QStringList({"&Файл", "&Сервис", "&Справка"}));
+    QCOMPARE(menuTitles(), QStringList({"&Файл", "&Вид", "&Сервис", "С&правка"}));
     QCOMPARE(rows().size(), 0);
     desktest::takeCalls();
     QTest::keyClick(m_window.get(), Qt::Key_I, Qt::ShiftModifier);

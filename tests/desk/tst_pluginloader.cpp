@@ -1,4 +1,5 @@
 #include "desk/deskapplication.h"
+#include "desk/pluginlist.h"
 #include "desk/pluginloader.h"
 #include "pluginfiles.h"
 #include "plugins/callrecord.h"
@@ -74,6 +75,7 @@ private Q_SLOTS:
     void dropsOptionsPages();
     void unloadsWhenDestroyed();
     void canLoadAgain();
+    void listsPluginsForScripts();
     void namesStandardDirectories();
 
 private:
@@ -418,6 +420,22 @@ void TestPluginLoader::canLoadAgain()
              QStringList({"GOOD.init", "GOOD.tini", "GOOD.destroyed", "GOOD.init"}));
     QCOMPARE(m_loader->records().size(), 1);
     QCOMPARE(m_loader->loadedCount(), 1);
+}
+
+void TestPluginLoader::listsPluginsForScripts()
+{
+    PluginRecord loaded;
+    loaded.path = QStringLiteral("/plugins/a b.so");
+    loaded.state = PluginRecord::State::Loaded;
+    loaded.code = QStringLiteral("one");
+    loaded.version = QStringLiteral("1.0");
+    PluginRecord refused;
+    refused.path = QStringLiteral("/plugins/two.so");
+    refused.reason = QStringLiteral("Не\tмодуль:\nдругая программа.");
+    QCOMPARE(vexdesk::pluginList({loaded, refused}),
+             QStringLiteral("loaded\tone\t1.0\t/plugins/a b.so\t\n"
+                            "refused\t\t\t/plugins/two.so\tНе модуль: другая программа.\n"));
+    QCOMPARE(vexdesk::pluginList({}), QString());
 }
 
 void TestPluginLoader::namesStandardDirectories()

@@ -28,6 +28,10 @@ private Q_SLOTS:
     void cleanup();
 
     void helpNamesTheOptions();
+    void speaksTheLanguageOfOptionSettingOrUser_data();
+    void speaksTheLanguageOfOptionSettingOrUser();
+    void anUnknownLanguageIsRefused();
+    void startsAgainInTheChosenLanguage();
     void versionIsTheTerminals();
     void anUnknownOptionIsRefused();
     void runsAPluginFromStartToEnd();
@@ -35,11 +39,15 @@ private Q_SLOTS:
     void theOptionReplacesTheStandardDirectories();
 
 private:
+    /// In Russian, unless the arguments or the environment say otherwise.
     Outcome run(const QStringList& arguments, bool quits);
+    void copyTranslation();
     QStringList recordedCalls() const;
 
     std::unique_ptr<QTemporaryDir> m_directory;
     QString m_program;
+    QProcessEnvironment m_environment;
+    QProcess::ProcessChannelMode m_channels = QProcess::SeparateChannels;
 };
 
 void TestProgram::init()
@@ -49,6 +57,11 @@ void TestProgram::init()
     m_directory = std::make_unique<QTemporaryDir>();
     QVERIFY(QDir(m_directory->path()).mkdir(QStringLiteral("bin")));
     m_program = m_directory->filePath(QStringLiteral("bin/vexdesk-desk"));
+    m_channels = QProcess::SeparateChannels;
+    m_environment = QProcessEnvironment::systemEnvironment();
+    for (const char* name : {"LANG", "LC_MESSAGES", "LANGUAGE"})
+        m_environment.remove(QLatin1String(name));
+    m_environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
     QVERIFY(QFile::copy(QStringLiteral(DESK_PROGRAM), m_program));
 }
 
@@ -60,7 +73,8 @@ void TestProgram::cleanup()
 Outcome TestProgram::run(const QStringList& arguments, bool quits)
 {
     QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    process.setProcessChannelMode(m_channels);
+    QProcessEnvironment environment = m_environment;
     environment.insert(QStringLiteral("DESK_TEST_RECORD"),
                        m_directory->filePath(QStringLiteral("calls")));
     if (quits)
@@ -93,6 +107,89 @@ void TestProgram::helpNamesTheOptions()
     for (const auto* const text :
          {"--plugins", "--reference", "--help", "--version", "Показать эту справку и выйти."})
         QVERIFY2(outcome.output.contains(QString::fromUtf8(text)), qPrintable(outcome.output));
+}
+
+void TestProgram::copyTranslation()
+{
+    QVERIFY(QDir(m_directory->path()).mkpath(QStringLiteral("bin/translations")));
+    QVERIFY(QFile::copy(QStringLiteral(DESK_TRANSLATIONS "/vexdesk_en.qm"),
+                        m_directory->filePath(QStringLiteral("bin/translations/vexdesk_en.qm"))));
+}
+
+void TestProgram::speaksTheLanguageOfOptionSettingOrUser_data()
+{
+    QTest::addColumn<QString>("option");
+    QTest::addColumn<QString>("setting");
+    QTest::addColumn<QString>("locale");
+    QTest::addColumn<bool>("isEnglish");
+    const QString none;
+    const QString ru = QStringLiteral("ru");
+    const QString en = QStringLiteral("en");
+    const QString russian = QStringLiteral("ru_RU.UTF-8");
+    const QString english = QStringLiteral("en_US.UTF-8");
+    QTest::newRow("no choice") << none << none << QStringLiteral("C.UTF-8") << false;
+    QTest::newRow("Russian user") << none << none << russian << false;
+    QTest::newRow("English user") << none << none << english << true;
+    QTest::newRow("Russian chosen") << none << ru << english << false;
+    QTest::newRow("English chosen") << none << en << russian << true;
+    QTest::newRow("Russian for once") << ru << en << english << false;
+    QTest::newRow("English for once") << en << ru << russian << true;
+}
+
+void TestProgram::speaksTheLanguageOfOptionSettingOrUser()
+{
+    QFETCH(const QString, option);
+    QFETCH(const QString, setting);
+    QFETCH(const QString, locale);
+    QFETCH(const bool, isEnglish);
+    copyTranslation();
+    const QString settings = m_directory->filePath(QStringLiteral("bin/user/vexdesk.ini"));
+    QByteArray stored;
+    if (!setting.isNull())
+        stored = "[Desk]\nlanguage=" + setting.toLatin1() + '\n';
+    testsupport::writeFile(settings, stored);
+    m_environment.insert(QStringLiteral("LC_ALL"), locale);
+
+    QStringList arguments{QStringLiteral("--help")};
+    if (!option.isNull())
+        arguments += {QStringLiteral("--language"), option};
+    const Outcome outcome = run(arguments, false);
+    QCOMPARE(outcome.exitCode, 0);
+    const bool english = outcome.output.contains(QStringLiteral("Show this help and exit."));
+    const bool russian = outcome.output.contains(QStringLiteral("Показать эту справку и выйти."));
+    QVERIFY2(english == isEnglish && russian != isEnglish, qPrintable(outcome.output));
+    // The option is not remembered.
+    QCOMPARE(testsupport::readFile(settings), stored);
+}
+
+void TestProgram::anUnknownLanguageIsRefused()
+{
+    const Outcome outcome = run({QStringLiteral("--language=de")}, false);
+    QCOMPARE(outcome.exitCode, 1);
+    QVERIFY2(outcome.errors.contains(QStringLiteral("Неизвестный язык «de»")),
+             qPrintable(outcome.errors));
+}
+
+void TestProgram::startsAgainInTheChosenLanguage()
+{
+    copyTranslation();
+    const QString plugins = m_directory->filePath(QStringLiteral("modules"));
+    QVERIFY(QDir().mkpath(plugins));
+    desktest::copyPlugins({QStringLiteral("good")}, QDir(plugins));
+    m_environment.insert(QStringLiteral("DESK_TEST_CHOOSE"), QStringLiteral("Desk.Language.en"));
+    // The second terminal goes on writing there when the first one has gone.
+    m_channels = QProcess::ForwardedChannels;
+    const Outcome outcome = run({QStringLiteral("--language"), QStringLiteral("ru"),
+                                 QStringLiteral("--plugins"), QStringLiteral("modules")},
+                                false);
+    QCOMPARE(outcome.exitCode, 0);
+    // The second terminal is nobody's child. It speaks English, so that its choice opens no box.
+    QTRY_COMPARE_WITH_TIMEOUT(recordedCalls().count(QStringLiteral("GOOD.destroyed")), 2, 60000);
+    const QStringList calls = recordedCalls();
+    QCOMPARE(calls.filter(QStringLiteral("GOOD.arguments")),
+             QStringList({"GOOD.arguments --language ru --plugins modules",
+                          "GOOD.arguments --plugins modules"}));
+    QCOMPARE(calls.filter(QStringLiteral("GOOD.answers")), QStringList{"GOOD.answers Restart"});
 }
 
 void TestProgram::versionIsTheTerminals()

@@ -8,8 +8,10 @@
 #include "support/strictlog.h"
 
 #include <QtCore/QHash>
+#include <QtCore/QRegularExpression>
 #include <QtCore/QSet>
 #include <QtCore/QTemporaryDir>
+#include <QtCore/QTranslator>
 #include <QtTest/QTest>
 
 #include <atomic>
@@ -48,6 +50,60 @@ const Security* find(const ReferenceData& data, const QString& stockCode, const 
     }
     return nullptr;
 }
+
+// Everything but the names, entry by entry.
+QStringList withoutNames(const ReferenceData& data)
+{
+    QStringList entries;
+    for (const Stock& stock : data.stocks)
+        entries.append(QStringLiteral("%1 %2").arg(stock.id).arg(stock.code));
+    for (const Board& board : data.boards)
+        entries.append(QStringLiteral("%1 %2 %3 %4")
+                           .arg(board.stockCode)
+                           .arg(board.id)
+                           .arg(board.code)
+                           .arg(board.flags));
+    for (const Security& security : data.securities)
+        entries.append(QStringLiteral("%1 %2 %3 %4 %5")
+                           .arg(security.stockCode, security.boardCode)
+                           .arg(security.id)
+                           .arg(security.code)
+                           .arg(security.decimals));
+    return entries;
+}
+
+QStringList namesOf(const ReferenceData& data)
+{
+    QStringList names;
+    for (const Stock& stock : data.stocks)
+        names.append(stock.name);
+    for (const Board& board : data.boards)
+        names.append(board.name);
+    for (const Security& security : data.securities)
+        names.append(security.title);
+    return names;
+}
+
+// While it lives, the texts are in a language that has this file with the demonstration.
+class DemonstrationFile final : public QTranslator
+{
+public:
+    explicit DemonstrationFile(QString name)
+        : m_name(std::move(name))
+    {
+        QCoreApplication::installTranslator(this);
+    }
+
+    QString translate(const char* /*context*/, const char* source, const char* /*comment*/,
+                      int /*n*/) const override
+    {
+        return qstrcmp(source, "demonstration.json") == 0 ? m_name : QString();
+    }
+    bool isEmpty() const override { return false; }
+
+private:
+    QString m_name;
+};
 
 // Two venues with a board of the same code and the same id, a security of the same code on both.
 ReferenceData twoVenues()
@@ -92,6 +148,8 @@ private Q_SLOTS:
     void demonstrationIsInstalledAtFirst();
     void demonstrationHoldsWhatADemonstrationNeeds();
     void demonstrationIsConsistent();
+    void demonstrationInEnglishDiffersInNamesAlone();
+    void demonstrationWithoutATranslatedFileIsTheUsualOne();
     void directoriesAnswer();
     void unknownCodes();
     void unknownStocksHaveIdsOfTheirOwn();
@@ -193,6 +251,29 @@ void ReferenceDataTest::demonstrationIsConsistent()
         QVERIFY2(isNew("security id " + owner + u'/' + QString::number(security.id)),
                  qPrintable(path));
     }
+}
+
+void ReferenceDataTest::demonstrationInEnglishDiffersInNamesAlone()
+{
+    const ReferenceData russian = ReferenceData::demonstration();
+    const DemonstrationFile translator(QStringLiteral("demonstration_en.json"));
+    const ReferenceData english = ReferenceData::demonstration();
+    QCOMPARE(withoutNames(english), withoutNames(russian));
+    const QStringList names = namesOf(english);
+    QCOMPARE(names.size(), namesOf(russian).size());
+    QVERIFY(!names.contains(QString()));
+    const QRegularExpression russianLetter(QStringLiteral("[А-Яа-яЁё]"));
+    QCOMPARE(names.filter(russianLetter), QStringList());
+    QVERIFY(!namesOf(russian).filter(russianLetter).isEmpty());
+}
+
+void ReferenceDataTest::demonstrationWithoutATranslatedFileIsTheUsualOne()
+{
+    const ReferenceData usual = ReferenceData::demonstration();
+    const DemonstrationFile translator(QStringLiteral("demonstration_xx.json"));
+    const ReferenceData data = ReferenceData::demonstration();
+    QCOMPARE(data.securities.size(), usual.securities.size());
+    QCOMPARE(data.securities.constLast().title, usual.securities.constLast().title);
 }
 
 void ReferenceDataTest::directoriesAnswer()

@@ -14,7 +14,9 @@
 namespace {
 
 constexpr int optionsPictureCount = 3;
-constexpr int pictureCount = 21 + optionsPictureCount;
+// Without its chart, the terminal has only the menu and a note to show.
+constexpr int chartPictureCount = DESK_HAS_CHART ? 5 : 2;
+constexpr int pictureCount = 21 + chartPictureCount + optionsPictureCount;
 
 // What the day files hold after the import and what the editor did: of the first two days, which it
 // showed, the lines have money before volume, and of the first day the bars 10:20 to 10:29 are
@@ -57,7 +59,7 @@ private Q_SLOTS:
     void failsWhereNoPictureCanBeWritten();
 
 private:
-    int runTour(const QString& pictures);
+    int runTour(const QString& pictures, const QString& language = QStringLiteral("ru"));
     QString path(const char* name) const { return m_dir->filePath(QString::fromLatin1(name)); }
 
     std::unique_ptr<QTemporaryDir> m_dir;
@@ -72,6 +74,12 @@ void TestTour::init()
     QVERIFY(QDir(m_dir->path()).mkpath(QStringLiteral("bin/plugins")));
     QVERIFY(QFile::copy(QStringLiteral(DESK_PROGRAM), path("bin/vexdesk-desk")));
     QVERIFY(QFile::copy(QStringLiteral(TADATAMANAGER_FILE), path("bin/plugins/tadatamanager.so")));
+    for (const char* file :
+         {"translations/vexdesk_en.qm", "plugins/translations/tadatamanager_en.qm"}) {
+        const QString copy = path("bin/") + QLatin1String(file);
+        QVERIFY(QDir().mkpath(QFileInfo(copy).path()));
+        QVERIFY(QFile::copy(QStringLiteral(DESK_FOLDER "/") + QLatin1String(file), copy));
+    }
 }
 
 void TestTour::cleanup()
@@ -79,10 +87,11 @@ void TestTour::cleanup()
     m_dir.reset();
 }
 
-int TestTour::runTour(const QString& pictures)
+int TestTour::runTour(const QString& pictures, const QString& language)
 {
     QProcess program;
-    program.start(path("bin/vexdesk-desk"), {QStringLiteral("--tour"), pictures});
+    program.start(path("bin/vexdesk-desk"),
+                  {QStringLiteral("--language"), language, QStringLiteral("--tour"), pictures});
     constexpr int patience = 200000;
     if (!program.waitForFinished(patience) || program.exitStatus() != QProcess::NormalExit)
         return -1;
@@ -99,15 +108,18 @@ int TestTour::runTour(const QString& pictures)
 void TestTour::worksAndLeavesAPictureOfEveryStep_data()
 {
     QTest::addColumn<QByteArray>("scale");
-    QTest::newRow("96 dpi") << QByteArray("1");
-    QTest::newRow("192 dpi") << QByteArray("2");
+    QTest::addColumn<QString>("language");
+    QTest::newRow("96 dpi") << QByteArray("1") << QStringLiteral("ru");
+    QTest::newRow("192 dpi") << QByteArray("2") << QStringLiteral("ru");
+    QTest::newRow("in English") << QByteArray("1") << QStringLiteral("en");
 }
 
 void TestTour::worksAndLeavesAPictureOfEveryStep()
 {
     QFETCH(const QByteArray, scale);
+    QFETCH(const QString, language);
     qputenv("QT_SCALE_FACTOR", scale);
-    const int exitCode = runTour(path("pictures"));
+    const int exitCode = runTour(path("pictures"), language);
     qunsetenv("QT_SCALE_FACTOR");
     QVERIFY2(exitCode == 0, m_errors.constData());
 
@@ -160,8 +172,11 @@ void TestTour::leavesSettingsAndSecondFilesToTheUser()
             left += QByteArray(key) + '=' + after.value(name).toByteArray() + '\n';
     }
     QCOMPARE(left, settings);
-    after.beginGroup(QStringLiteral("Desk/OptionsDialog"));
-    QVERIFY(after.allKeys().isEmpty());
+    for (const char* group : {"Desk/OptionsDialog", "Desk/Chart"}) {
+        after.beginGroup(QLatin1String(group));
+        QVERIFY2(after.allKeys().isEmpty(), group);
+        after.endGroup();
+    }
 }
 
 void TestTour::failsWithoutThePlugin()

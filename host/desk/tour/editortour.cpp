@@ -144,7 +144,7 @@ void addDeletionSteps(Tour& tour)
 
 void addEditorTour(Tour& tour, MainWindow& window)
 {
-    addMenuSteps(tour, window, Text::tr("Редактировать..."));
+    addMenuSteps(tour, window, "3_Edit");
     addRangeSteps(tour);
     addFindSteps(tour);
     addDeletionSteps(tour);

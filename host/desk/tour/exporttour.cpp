@@ -27,20 +27,23 @@ struct Text
     Q_DECLARE_TR_FUNCTIONS(vexdesk::ExportTour)
 };
 
-QString pageMissing(const QString& title)
+constexpr auto seriesPage = "SeriesExportPage";
+constexpr auto formatPage = "FormatExportPage";
+
+QString pageMissing(const char* name)
 {
     const auto* const wizard = activeDialog<QWizard>();
     if (!wizard)
         return Text::tr("мастер экспорта не открыт");
-    return wizard->currentPage() && wizard->currentPage()->title() == title
+    return wizard->currentPage() && wizard->currentPage()->objectName() == QLatin1String(name)
                ? QString()
-               : Text::tr("нет страницы «%1»").arg(title);
+               : Text::tr("открыта не та страница");
 }
 
-void addWizardButton(Tour& tour, const QString& page, QWizard::WizardButton button,
+void addWizardButton(Tour& tour, const char* page, QWizard::WizardButton button,
                      const QString& picture)
 {
-    tour.add({Text::tr("страница «%1»").arg(page),
+    tour.add({Text::tr("продолжить"),
               [page, button] {
                   if (const QString missing = pageMissing(page); !missing.isNull())
                       return missing;
@@ -51,15 +54,15 @@ void addWizardButton(Tour& tour, const QString& page, QWizard::WizardButton butt
               [button] { click(activeDialog<QWizard>()->button(button)); }, picture});
 }
 
-void addAnswer(Tour& tour, const QString& title, QMessageBox::StandardButton answer,
-               const QString& picture)
+void addAnswer(Tour& tour, const QString& title, QMessageBox::Icon kind,
+               QMessageBox::StandardButton answer, const QString& picture)
 {
     tour.add({title,
-              [title] {
+              [kind] {
                   const auto* const box = activeDialog<QMessageBox>();
                   if (!box)
                       return Text::tr("нет сообщения");
-                  return box->windowTitle() == title ? QString() : box->text();
+                  return box->icon() == kind ? QString() : box->text();
               },
               [answer] { click(activeDialog<QMessageBox>()->button(answer)); }, picture});
 }
@@ -68,12 +71,12 @@ struct Interval
 {
     QDate from;
     QDate to;
-    QString timeframe;
+    int timeframe; // seconds
 };
 
 void addSeriesPage(Tour& tour, const QDir& directory, const Interval& interval)
 {
-    tour.add({Text::tr("мастер экспорта"), [] { return pageMissing(Text::tr("Серия")); }, {}});
+    tour.add({Text::tr("мастер экспорта"), [] { return pageMissing(seriesPage); }, {}});
     addSeriesChoice(tour, [](const char* name) { return inDialog<QComboBox>(name); });
     const auto typeDate = [&tour](const char* name, const QDate& date) {
         addTyping(
@@ -84,7 +87,7 @@ void addSeriesPage(Tour& tour, const QDir& directory, const Interval& interval)
     typeDate("dateTo", interval.to);
     addChoice(
         tour, Text::tr("таймфрейм"), [] { return inDialog<QComboBox>("timeFrame"); },
-        interval.timeframe);
+        entryWith(interval.timeframe));
     const auto typeLine = [&tour](const char* name, const QString& text) {
         addTyping(
             tour, Text::tr("выходной файл"), [name] { return inDialog<QLineEdit>(name); }, text);
@@ -95,8 +98,9 @@ void addSeriesPage(Tour& tour, const QDir& directory, const Interval& interval)
 
 void addEnd(Tour& tour, const QString& picture)
 {
-    addWizardButton(tour, Text::tr("Формат"), QWizard::FinishButton, picture);
-    addAnswer(tour, Text::tr("Успешное завершение экспорта"), QMessageBox::Ok, QString());
+    addWizardButton(tour, formatPage, QWizard::FinishButton, picture);
+    addAnswer(tour, Text::tr("экспорт завершён"), QMessageBox::Information, QMessageBox::Ok,
+              QString());
 }
 
 void addComparison(Tour& tour, const QString& path,
@@ -120,22 +124,23 @@ void addExportTour(Tour& tour, MainWindow& window, const QDir& directory)
     const QString path = directory.absoluteFilePath(outputName + QStringLiteral(".txt"));
     // What an earlier tour left would raise the question about it too early.
     QFile::remove(path);
-    const QString command = Text::tr("Экспортировать...");
+    constexpr auto command = "2_Export";
 
     addMenuSteps(tour, window, command);
-    addSeriesPage(tour, directory, {QDate(2024, 1, 15), QDate(2024, 1, 17), Text::tr("5 минут")});
-    addWizardButton(tour, Text::tr("Серия"), QWizard::NextButton, QStringLiteral("export-series"));
+    addSeriesPage(tour, directory, {QDate(2024, 1, 15), QDate(2024, 1, 17), 300});
+    addWizardButton(tour, seriesPage, QWizard::NextButton, QStringLiteral("export-series"));
     addEnd(tour, QStringLiteral("export-format"));
     addComparison(tour, path, storedExportMissing);
 
     const QDate today = QDate::currentDate();
-    const QString question = Text::tr("Файл существует");
+    const QString question = Text::tr("файл уже есть");
     addMenuSteps(tour, window, command);
-    addSeriesPage(tour, directory, {today, today, Text::tr("1 минута")});
-    addWizardButton(tour, Text::tr("Серия"), QWizard::NextButton, QString());
-    addAnswer(tour, question, QMessageBox::No, QStringLiteral("export-question"));
-    addWizardButton(tour, Text::tr("Серия"), QWizard::NextButton, QString());
-    addAnswer(tour, question, QMessageBox::Yes, QString());
+    addSeriesPage(tour, directory, {today, today, 60});
+    addWizardButton(tour, seriesPage, QWizard::NextButton, QString());
+    addAnswer(tour, question, QMessageBox::Question, QMessageBox::No,
+              QStringLiteral("export-question"));
+    addWizardButton(tour, seriesPage, QWizard::NextButton, QString());
+    addAnswer(tour, question, QMessageBox::Question, QMessageBox::Yes, QString());
     addEnd(tour, QString());
     addComparison(tour, path, dealsExportMissing);
 }

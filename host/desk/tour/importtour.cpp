@@ -53,12 +53,13 @@ QList<QComboBox*> columnBoxes()
     return table ? table->horizontalHeader()->findChildren<QComboBox*>() : QList<QComboBox*>();
 }
 
-QString pageMissing(const QString& title)
+QString pageMissing(const char* name)
 {
     if (!wizard())
         return Text::tr("мастер импорта не открыт");
     const QWizardPage* const page = wizard()->currentPage();
-    return page && page->title() == title ? QString() : Text::tr("нет страницы «%1»").arg(title);
+    return page && page->objectName() == QLatin1String(name) ? QString()
+                                                             : Text::tr("открыта не та страница");
 }
 
 QString buttonMissing(QWizard::WizardButton button)
@@ -91,7 +92,7 @@ void addFileSteps(Tour& tour, const QString& file)
 
 void addSeriesSteps(Tour& tour)
 {
-    const auto page = Text::tr("Серия");
+    constexpr auto page = "SeriesImportPage";
     tour.add({Text::tr("страница серии"),
               [page] { return pageMissing(page); },
               {},
@@ -104,7 +105,7 @@ void addSeriesSteps(Tour& tour)
 
 void addFormatSteps(Tour& tour)
 {
-    const auto page = Text::tr("Формат");
+    constexpr auto page = "FormatImportPage";
     tour.add({Text::tr("страница формата"),
               [page] {
                   if (const QString missing = pageMissing(page); !missing.isNull())
@@ -117,11 +118,13 @@ void addFormatSteps(Tour& tour)
               QStringLiteral("format")});
     addChoice(
         tour, Text::tr("разделитель"), [] { return box("separator"); },
-        Text::tr("точка с запятой (;)"), QStringLiteral("separator"));
+        entryWith(QStringLiteral(";")), QStringLiteral("separator"));
     addChoice(
-        tour, Text::tr("формат даты"), [] { return box("dateFormat"); }, Text::tr("дд.мм.гг"));
+        tour, Text::tr("формат даты"), [] { return box("dateFormat"); },
+        entryWith(QStringLiteral("dd.MM.yy")));
     addChoice(
-        tour, Text::tr("формат времени"), [] { return box("timeFormat"); }, Text::tr("чч:мм"));
+        tour, Text::tr("формат времени"), [] { return box("timeFormat"); },
+        entryWith(QStringLiteral("hh:mm")));
     tour.add({Text::tr("формат выбран"),
               [] {
                   const auto* const table = onPage<QTableWidget>(QStringLiteral("fileData"));
@@ -135,7 +138,7 @@ void addFormatSteps(Tour& tour)
 
 void addColumnSteps(Tour& tour)
 {
-    const auto page = Text::tr("Столбцы");
+    constexpr auto page = "ColumnsImportPage";
     tour.add({Text::tr("страница столбцов"),
               [page] {
                   if (const QString missing = pageMissing(page); !missing.isNull())
@@ -144,13 +147,11 @@ void addColumnSteps(Tour& tour)
               },
               {},
               QStringLiteral("columns")});
-    const QStringList roles{Text::tr("Дата окон-я"), Text::tr("Вр. окон-я"), Text::tr("Цена откр."),
-                            Text::tr("Цена макс."),  Text::tr("Цена мин."),  Text::tr("Цена закр."),
-                            Text::tr("Объем в шт.")};
+    // The columns of the file stand in the order of the roles, before which there is "none".
     for (int column = 0; column < fileColumns; ++column) {
         addChoice(
             tour, Text::tr("роль столбца"), [column] { return columnBoxes().value(column); },
-            roles.at(column), column == 0 ? QStringLiteral("role") : QString());
+            entryAt(column + 1), column == 0 ? QStringLiteral("role") : QString());
     }
     tour.add({Text::tr("столбцы выбраны"), [] { return buttonMissing(QWizard::FinishButton); },
               [] { click(wizard()->button(QWizard::FinishButton)); },
@@ -164,9 +165,7 @@ void addEndSteps(Tour& tour, const Demonstration& demonstration)
                   const auto* const message = activeDialog<QMessageBox>();
                   if (!message)
                       return Text::tr("нет сообщения об итоге");
-                  return message->text() == Text::tr("Импорт данных ТА успешно завершен")
-                             ? QString()
-                             : message->text();
+                  return message->icon() == QMessageBox::Information ? QString() : message->text();
               },
               [] { click(activeDialog<QMessageBox>()->button(QMessageBox::Ok)); },
               QStringLiteral("result")});
@@ -191,8 +190,7 @@ bool addImportTour(Tour& tour, MainWindow& window, const QDir& directory)
     for (auto day = demonstration.dayFiles.begin(); day != demonstration.dayFiles.end(); ++day)
         QFile::remove(demonstrationFilePath(day.key()));
 
-    addMenuSteps(tour, window, Text::tr("Импортировать..."), QStringLiteral("window"),
-                 QStringLiteral("menu"));
+    addMenuSteps(tour, window, "1_Import", QStringLiteral("window"), QStringLiteral("menu"));
     addFileSteps(tour, file.fileName());
     addSeriesSteps(tour);
     addFormatSteps(tour);

@@ -2,6 +2,7 @@
 
 #include "desk/mainwindow.h"
 #include "desk/tour/demonstration.h"
+#include "desk/tour/settingsbefore.h"
 #include "desk/tour/tour.h"
 #include "desk/tour/toursteps.h"
 #include "desk/tour/userinput.h"
@@ -12,9 +13,7 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDirIterator>
 #include <QtCore/QFileInfo>
-#include <QtCore/QMap>
 #include <QtCore/QSet>
-#include <QtCore/QSettings>
 #include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QListWidget>
 #include <QtWidgets/QPushButton>
@@ -39,42 +38,13 @@ struct Text
     Q_DECLARE_TR_FUNCTIONS(vexdesk::OptionsTour)
 };
 
-/// The settings that the tour changes, as they were before it.
-class SettingsBefore final
+/// The settings that the tour changes.
+QStringList changedKeys()
 {
-public:
-    SettingsBefore()
-    {
-        for (const QString& key : keys()) {
-            if (m_settings.contains(key))
-                m_values.insert(key, m_settings.value(key));
-        }
-    }
-
-    void restore()
-    {
-        for (const QString& key : keys()) {
-            if (m_values.contains(key))
-                m_settings.setValue(key, m_values.value(key));
-            else
-                m_settings.remove(key);
-        }
-        m_settings.sync();
-    }
-
-private:
-    static QStringList keys()
-    {
-        const QString dialogGroup = QStringLiteral("Desk/OptionsDialog/");
-        return {pluginGroup + u'/' + deleteSecondsKey, pluginGroup + u'/' + storeForDaysKey,
-                dialogGroup + QStringLiteral("size"), dialogGroup + QStringLiteral("category")};
-    }
-
-    // The file of AppSettings, which cannot take a value back.
-    QSettings m_settings{ICore::getDir(QString(), false).filePath(QStringLiteral("vexdesk.ini")),
-                         QSettings::IniFormat};
-    QMap<QString, QVariant> m_values;
-};
+    const QString dialogGroup = QStringLiteral("Desk/OptionsDialog/");
+    return {pluginGroup + u'/' + deleteSecondsKey, pluginGroup + u'/' + storeForDaysKey,
+            dialogGroup + QStringLiteral("size"), dialogGroup + QStringLiteral("category")};
+}
 
 /// The files of the tour, by what the rule of the page says of them. Nobody else has such names.
 struct SecondFiles
@@ -91,7 +61,7 @@ struct SecondFiles
 /// What the steps share from the first to the last one.
 struct State
 {
-    SettingsBefore settings;
+    SettingsBefore settings{changedKeys()};
     SecondFiles files;
     QSet<QString> before; // the paths of the store, before the new day
 
@@ -148,8 +118,11 @@ QString removalMissing(const State& state)
 QListWidgetItem* categoryItem()
 {
     const auto* const list = inDialog<QListWidget>("categories");
-    return list ? list->findItems(Text::tr("Истор. данные ТА"), Qt::MatchExactly).value(0)
-                : nullptr;
+    for (int row = 0; list && row < list->count(); ++row) {
+        if (list->item(row)->data(Qt::UserRole).toString() == pluginGroup)
+            return list->item(row);
+    }
+    return nullptr;
 }
 
 QSpinBox* daysBox()
@@ -173,7 +146,7 @@ void addFileSteps(Tour& tour, const std::shared_ptr<State>& state)
 
 void addDialogSteps(Tour& tour, MainWindow& window, int days)
 {
-    addMenuPath(tour, window, {Text::tr("Сервис"), Text::tr("Настройки...")});
+    addMenuSteps(tour, window, "Desk.Options");
     tour.add({Text::tr("выбрать раздел настроек"),
               [] { return categoryItem() ? QString() : Text::tr("в настройках нет раздела"); },
               [] {
@@ -201,10 +174,7 @@ void addDialogSteps(Tour& tour, MainWindow& window, int days)
 
 void addDaySteps(Tour& tour, MainWindow& window, const std::shared_ptr<State>& state)
 {
-    addMenuPath(
-        tour, window,
-        {Text::tr("Сервис"), Text::tr("Для разработчиков"), Text::tr("Новый торговый день")},
-        QString(), QStringLiteral("new-day"));
+    addMenuSteps(tour, window, "Desk.NewDay", QString(), QStringLiteral("new-day"));
     tour.add({Text::tr("старые секундные файлы удалены, остальные на месте"),
               [state] { return removalMissing(*state); }, [state] { state->cleanUp(); }});
 }

@@ -5,6 +5,10 @@
 #include "desk/tour/tour.h"
 #include "desk/tour/userinput.h"
 
+#include <vexdesk/actionmanager.h>
+#include <vexdesk/command.h>
+#include <vexdesk/commandcontainer.h>
+
 #include <QtCore/QCoreApplication>
 #include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QAbstractSpinBox>
@@ -39,16 +43,33 @@ QString entryMissing(const QString& title)
     return found ? QString() : Text::tr("в меню нет: %1").arg(title);
 }
 
-// The entry with this text or, where a code stands before a name, with this code; or the first one
-// that begins so.
-int entryOf(const QComboBox& list, const QString& text)
+// The entry that is this code or in which it stands before a name.
+EntryFinder entryOfCode(const QString& code)
 {
-    const int exact = list.findText(text, Qt::MatchExactly);
-    if (exact >= 0)
-        return exact;
-    constexpr auto begins = Qt::MatchStartsWith | Qt::MatchCaseSensitive;
-    const int code = list.findText(text + QStringLiteral(" —"), begins);
-    return code >= 0 ? code : list.findText(text, begins);
+    return [code](const QComboBox& list) {
+        const int exact = list.findText(code, Qt::MatchExactly);
+        return exact >= 0 ? exact
+                          : list.findText(code + QStringLiteral(" —"),
+                                          Qt::MatchStartsWith | Qt::MatchCaseSensitive);
+    };
+}
+
+// The titles on the way from the container to the command, its own last; empty when it is not
+// there.
+QStringList pathTo(const QByteArray& command, const CommandContainer& container)
+{
+    for (const CommandContainer::Entry& entry : container.entries()) {
+        if (entry.command && entry.command->id() == command)
+            return {withoutMnemonic(entry.command->defaultText())};
+        if (!entry.container)
+            continue;
+        QStringList path = pathTo(command, *entry.container);
+        if (path.isEmpty())
+            continue;
+        path.prepend(withoutMnemonic(entry.container->title()));
+        return path;
+    }
+    return {};
 }
 
 QString digitsOf(QString text)
@@ -59,9 +80,12 @@ QString digitsOf(QString text)
 
 } // namespace
 
-void addMenuPath(Tour& tour, MainWindow& window, const QStringList& path,
-                 const QString& windowPicture, const QString& menuPicture)
+void addMenuSteps(Tour& tour, MainWindow& window, const QByteArray& command,
+                  const QString& windowPicture, const QString& menuPicture)
 {
+    QStringList path = pathTo(command, *ActionManager::instance()->menuBar());
+    if (path.isEmpty()) // the step that looks for it will say so
+        path = {QString(), QString::fromLatin1(command)};
     tour.add({Text::tr("окно терминала"),
               [&window] {
                   return window.isVisible() && !QApplication::activeModalWidget()
@@ -78,32 +102,34 @@ void addMenuPath(Tour& tour, MainWindow& window, const QStringList& path,
     }
 }
 
-void addMenuSteps(Tour& tour, MainWindow& window, const QString& command,
-                  const QString& windowPicture, const QString& menuPicture)
+EntryFinder entryWith(const QVariant& data)
 {
-    addMenuPath(tour, window, {Text::tr("Тех. анализ"), Text::tr("Управление данными ТА"), command},
-                windowPicture, menuPicture);
+    return [data](const QComboBox& list) { return list.findData(data); };
+}
+
+EntryFinder entryAt(int index)
+{
+    return [index](const QComboBox& list) { return index < list.count() ? index : -1; };
 }
 
 void addChoice(Tour& tour, const QString& title, const std::function<QComboBox*()>& list,
-               const QString& entry, const QString& picture)
+               const EntryFinder& entry, const QString& picture)
 {
     tour.add({Text::tr("открыть список: %1").arg(title),
               [list] { return list() ? QString() : Text::tr("нет списка"); },
               [list] { click(list()); }});
-    tour.add({Text::tr("выбрать «%1»").arg(entry),
+    tour.add({Text::tr("выбрать из списка: %1").arg(title),
               [list, entry] {
                   if (!list() || !list()->view()->isVisible())
                       return Text::tr("список не открыт");
-                  return entryOf(*list(), entry) < 0 ? Text::tr("в списке нет: %1").arg(entry)
-                                                     : QString();
+                  return entry(*list()) < 0 ? Text::tr("в списке нет того, что нужно") : QString();
               },
-              [list, entry] { chooseEntry(list(), entryOf(*list(), entry)); }, picture});
-    tour.add({Text::tr("выбрано «%1»").arg(entry),
+              [list, entry] { chooseEntry(list(), entry(*list())); }, picture});
+    tour.add({Text::tr("выбрано: %1").arg(title),
               [list, entry] {
-                  return list() && list()->currentText().startsWith(entry)
+                  return list() && list()->currentIndex() == entry(*list())
                              ? QString()
-                             : Text::tr("не выбрано: %1").arg(entry);
+                             : Text::tr("выбрано не то, что нужно");
               },
               {}});
 }
@@ -139,12 +165,14 @@ void addSeriesChoice(Tour& tour, const std::function<QComboBox*(const char*)>& b
                      const QString& picture)
 {
     addChoice(
-        tour, Text::tr("площадка"), [box] { return box("stock"); }, QStringLiteral("NORD"));
+        tour, Text::tr("площадка"), [box] { return box("stock"); },
+        entryOfCode(QStringLiteral("NORD")));
     addChoice(
-        tour, Text::tr("режим торгов"), [box] { return box("board"); }, QStringLiteral("MAIN"));
+        tour, Text::tr("режим торгов"), [box] { return box("board"); },
+        entryOfCode(QStringLiteral("MAIN")));
     addChoice(
-        tour, Text::tr("инструмент"), [box] { return box("security"); }, QStringLiteral("ALFA"),
-        picture);
+        tour, Text::tr("инструмент"), [box] { return box("security"); },
+        entryOfCode(QStringLiteral("ALFA")), picture);
 }
 
 } // namespace vexdesk

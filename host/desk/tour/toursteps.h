@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QtCore/QStringList>
+#include <QtCore/QByteArray>
+#include <QtCore/QVariant>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QWidget>
 
@@ -29,19 +30,24 @@ Widget* inDialog(const char* name)
     return dialog ? dialog->findChild<Widget*>(QLatin1String(name)) : nullptr;
 }
 
-/// Goes from a menu of the menu bar over its sub-menus to a command. Pictures of the window and of
-/// the menu that holds the command are taken when they are given a name.
-void addMenuPath(Tour& tour, MainWindow& window, const QStringList& path,
-                 const QString& windowPicture = QString(), const QString& menuPicture = QString());
-
-/// The same to a command of the history plug-in.
-void addMenuSteps(Tour& tour, MainWindow& window, const QString& command,
+/// Goes from a menu of the menu bar over its sub-menus to the command with this id. Pictures of the
+/// window and of the menu that holds the command are taken when they are given a name.
+void addMenuSteps(Tour& tour, MainWindow& window, const QByteArray& command,
                   const QString& windowPicture = QString(), const QString& menuPicture = QString());
 
-/// Opens a list with the mouse and chooses an entry with the keyboard: the one with this text or
-/// code, or the first one that begins so. The picture is of the open list.
+/// Which entry of a list is meant, whatever the language of its text: a number, or -1 where the
+/// list does not have it.
+using EntryFinder = std::function<int(const QComboBox&)>;
+
+/// The entry with this item data.
+EntryFinder entryWith(const QVariant& data);
+/// The entry with this number, counted from 0.
+EntryFinder entryAt(int index);
+
+/// Opens a list with the mouse and chooses an entry with the keyboard. The picture is of the open
+/// list.
 void addChoice(Tour& tour, const QString& title, const std::function<QComboBox*()>& list,
-               const QString& entry, const QString& picture = QString());
+               const EntryFinder& entry, const QString& picture = QString());
 
 /// Goes to a field as the Tab key does, which selects what is in it, and types this text over it:
 /// in a line of text as it is, in a field of dates or numbers its digits alone.

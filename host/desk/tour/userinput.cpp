@@ -4,6 +4,7 @@
 
 #include <QtGui/QKeyEvent>
 #include <QtGui/QMouseEvent>
+#include <QtGui/QWheelEvent>
 #include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QComboBox>
@@ -48,6 +49,28 @@ void click(QWidget* widget, QPoint place)
     sendMouse(QEvent::MouseMove, widget, place);
     sendMouse(QEvent::MouseButtonPress, widget, place);
     sendMouse(QEvent::MouseButtonRelease, widget, place);
+}
+
+void hover(QWidget* widget, QPoint place)
+{
+    const QPointF global = widget->mapToGlobal(QPointF(place));
+    QMouseEvent event(QEvent::MouseMove, place, global, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(widget, &event);
+}
+
+void leave(QWidget* widget)
+{
+    QEvent event(QEvent::Leave);
+    QApplication::sendEvent(widget, &event);
+}
+
+void turnWheel(QWidget* widget, QPoint place, int steps)
+{
+    constexpr int angleOfStep = 120; // in eighths of a degree
+    QWheelEvent event(place, widget->mapToGlobal(QPointF(place)), QPoint(),
+                      QPoint(0, steps * angleOfStep), Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    QApplication::sendEvent(widget, &event);
 }
 
 void pressKey(QWidget* widget, int key, const QString& text, Qt::KeyboardModifiers modifiers)

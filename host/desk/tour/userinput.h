@@ -17,6 +17,13 @@ namespace vexdesk {
 void click(QWidget* widget);
 void click(QWidget* widget, QPoint place);
 
+/// Moves the mouse to a place in the widget.
+void hover(QWidget* widget, QPoint place);
+/// Moves the mouse out of the widget.
+void leave(QWidget* widget);
+/// Turns the wheel, away from the user by so many steps, at a place in the widget.
+void turnWheel(QWidget* widget, QPoint place, int steps);
+
 /// Presses and releases a key; the text is what the key types.
 void pressKey(QWidget* widget, int key, const QString& text = QString(),
               Qt::KeyboardModifiers modifiers = Qt::NoModifier);

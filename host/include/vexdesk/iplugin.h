@@ -12,6 +12,13 @@ class ICore;
 /// without it is refused before any of its code runs. The exported object is a QObject that lists
 /// IPlugin in its Q_INTERFACES.
 ///
+/// Texts for people come through Qt's translation functions. The terminal installs the plug-in's
+/// translation before it asks the object for the first text and takes it away after tini: the file
+/// NAME_xx.qm in the directory "translations" beside the library, where NAME is the name of the
+/// library's file up to its first dot without a "lib" at the beginning, and xx is the code of the
+/// terminal's language. Without such a file the texts are shown as they are written in the code. A
+/// plug-in installs no translator of its own.
+///
 /// Call order, all on the user-interface thread: the five texts, init, initStage once for each
 /// stage in the order of InitStage, and at the end of the terminal tini. The object is destroyed
 /// after tini, when its library is unloaded. An exception that leaves init refuses the plug-in;

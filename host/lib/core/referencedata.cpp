@@ -17,7 +17,7 @@ namespace vexdesk {
 namespace {
 
 // A resource of a library is registered when the library is loaded; the prefix is ours alone.
-constexpr char demonstrationFile[] = ":/vexdesk/demonstration.json";
+constexpr char resourceFolder[] = ":/vexdesk/";
 
 struct Text
 {
@@ -192,12 +192,22 @@ auto freeId(const QList<Entry>& list)
     return id;
 }
 
+QString demonstrationFile()
+{
+    const QString folder = QLatin1String(resourceFolder);
+    const QString translated =
+        folder +
+        Text::tr("demonstration.json", "file of the same securities, named in the language");
+    // An incomplete translation must not leave the terminal without securities.
+    return QFile::exists(translated) ? translated : folder + QStringLiteral("demonstration.json");
+}
+
 } // namespace
 
 ReferenceData ReferenceData::demonstration()
 {
     QString error;
-    ReferenceData data = fromFile(QLatin1String(demonstrationFile), &error);
+    ReferenceData data = fromFile(demonstrationFile(), &error);
     Q_ASSERT_X(error.isNull(), "ReferenceData::demonstration", qPrintable(error));
     return data;
 }

@@ -9,8 +9,11 @@
 #include <vexdesk/ioptionspage.h>
 #include <vexdesk/iplugin.h>
 
+#include <QtCore/QTimer>
 #include <QtCore/QtPlugin>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QPushButton>
 #include <QtWidgets/QStyle>
 
 #include <stdexcept>
@@ -61,6 +64,7 @@ public:
 private:
     void addCommand(CommandContainer* menu, const QByteArray& id, const QString& text, Qt::Key key,
                     QStyle::StandardPixmap picture);
+    void chooseCommand();
 
     Page m_page;
     Page m_latePage;
@@ -98,6 +102,24 @@ void Good::addCommand(CommandContainer* menu, const QByteArray& id, const QStrin
     });
 }
 
+// As a user: chooses a command of the terminal, answers what it asks, and leaves.
+void Good::chooseCommand()
+{
+    desktest::recordCall(QStringLiteral("GOOD.arguments ") +
+                         QCoreApplication::arguments().mid(1).join(u' '));
+    QTimer answers;
+    connect(&answers, &QTimer::timeout, this, [] {
+        auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (!box || !box->isVisible())
+            return;
+        desktest::recordCall(QStringLiteral("GOOD.answers ") + box->defaultButton()->text());
+        box->defaultButton()->click();
+    });
+    answers.start(1);
+    ActionManager::instance()->action(qgetenv("DESK_TEST_CHOOSE"))->trigger();
+    QCoreApplication::quit();
+}
+
 void Good::tini()
 {
     desktest::recordCall(QStringLiteral("GOOD.tini"));
@@ -112,6 +134,8 @@ void Good::initStage(InitStage stage)
         m_core->addOptionsPage(&m_latePage);
     } else {
         desktest::recordCall(QStringLiteral("GOOD.WindowShown"));
+        if (qEnvironmentVariableIsSet("DESK_TEST_CHOOSE"))
+            QTimer::singleShot(0, this, &Good::chooseCommand);
         if (qEnvironmentVariableIsSet("DESK_TEST_QUIT"))
             QMetaObject::invokeMethod(
                 qApp, [] { QCoreApplication::quit(); }, Qt::QueuedConnection);

@@ -54,7 +54,8 @@ struct VEXDESK_CORE_EXPORT ReferenceData
     QList<Board> boards;
     QList<Security> securities;
 
-    /// The invented venues and securities that are built into the library.
+    /// The invented venues and securities that are built into the library, named in the language
+    /// of the installed translation; everything else is the same in all languages.
     static ReferenceData demonstration();
 
     /// Reads a file. Null error text on success; otherwise *error says what is wrong and where,

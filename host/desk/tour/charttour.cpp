@@ -1,0 +1,238 @@
+#include "desk/tour/charttour.h"
+
+#include "desk/chart/chartdock.h"
+#include "desk/chart/readout.h"
+#include "desk/chart/seriesfeed.h"
+#include "desk/chart/wallclock.h"
+#include "desk/mainwindow.h"
+#include "desk/tour/demonstration.h"
+#include "desk/tour/settingsbefore.h"
+#include "desk/tour/tour.h"
+#include "desk/tour/toursteps.h"
+#include "desk/tour/userinput.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtWidgets/QAbstractScrollArea>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QPushButton>
+
+#include <memory>
+
+namespace vexdesk {
+
+namespace {
+
+constexpr int minute = 60;
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(vexdesk::ChartTour)
+};
+
+/// What the steps share: the window's chart, by the names of its widgets.
+struct State
+{
+    explicit State(MainWindow& window)
+        : dock(*window.findChild<ChartDock*>())
+        , wasShown(!dock.isHidden())
+    {}
+
+    template <typename Widget>
+    Widget* widget(const char* name) const
+    {
+        auto* const found = dock.findChild<Widget*>(QLatin1String(name));
+        return found && found->isVisible() ? found : nullptr;
+    }
+    QWidget* chart() const
+    {
+        const auto* const view = widget<QAbstractScrollArea>("chartView");
+        return view ? view->viewport() : nullptr;
+    }
+    QString readout() const
+    {
+        return dock.findChild<QLabel*>(QStringLiteral("chartReadout"))->text();
+    }
+
+    /// Moves the mouse over the chart from the left to the right until what is read out begins so.
+    bool pointAt(const QString& time)
+    {
+        QWidget* const place = chart();
+        for (int x = 0; place && x < place->width(); ++x) {
+            mouse = QPoint(x, place->height() / 3);
+            hover(place, mouse);
+            if (readout().startsWith(time))
+                return true;
+        }
+        return false;
+    }
+
+    void restore()
+    {
+        settings.restore();
+        dock.setVisible(wasShown);
+    }
+
+    ChartDock& dock;
+    bool wasShown;
+    QPoint mouse; // over the chart
+    SettingsBefore settings{
+        QStringList{QStringLiteral("Desk/Chart/stock"), QStringLiteral("Desk/Chart/board"),
+                    QStringLiteral("Desk/Chart/security"), QStringLiteral("Desk/Chart/timeframe")}};
+};
+
+/// A bar of the demonstration, as the input file has it, and where it ends.
+struct PointedBar
+{
+    QDate day{2024, 1, 15};
+    QTime time{10, 20};
+
+    QString timeText() const
+    {
+        return day.toString(QStringLiteral("dd.MM.yyyy")) + time.toString(QStringLiteral(" hh:mm"));
+    }
+
+    /// What the chart has to say of it.
+    QString readout() const
+    {
+        const QByteArray wanted = day.toString(QStringLiteral("dd.MM.yy")).toLatin1() + ';' +
+                                  time.toString(QStringLiteral("hh:mm")).toLatin1() + ';';
+        const QByteArrayList lines = makeDemonstration().input.split('\n');
+        for (const QByteArray& line : lines) {
+            if (!line.startsWith(wanted))
+                continue;
+            const QByteArrayList fields = line.split(';');
+            Candle candle;
+            candle.count = 1;
+            candle.bar.time = wallTime(day, time);
+            candle.bar.open = fields.at(2).toDouble();
+            candle.bar.high = fields.at(3).toDouble();
+            candle.bar.low = fields.at(4).toDouble();
+            candle.bar.close = fields.at(5).toDouble();
+            candle.bar.volume = fields.at(6).toLongLong();
+            constexpr int decimals = 2;
+            return readoutText(candle, minute, minute, decimals);
+        }
+        return QString();
+    }
+};
+
+// Of the demonstration's series.
+int entryOfSeries(const QComboBox& list)
+{
+    const SeriesKey series{QStringLiteral("NORD"), QStringLiteral("MAIN"), QStringLiteral("ALFA"),
+                           minute};
+    for (int i = 0; i < list.count(); ++i) {
+        if (list.itemData(i).value<SeriesKey>().isSameSeriesAs(series))
+            return i;
+    }
+    return -1;
+}
+
+void addOpening(Tour& tour, MainWindow& window, const std::shared_ptr<State>& state)
+{
+    tour.add({Text::tr("график ещё не открыт"), [] { return QString(); },
+              [state] { state->dock.hide(); }});
+    addMenuSteps(tour, window, "Desk.Chart", QString(), QStringLiteral("chart-menu"));
+    tour.add(
+        {Text::tr("график открыт"),
+         [state] { return state->dock.isVisible() ? QString() : Text::tr("график не открылся"); },
+         {}});
+}
+
+void addChoiceOfSeries(Tour& tour, const std::shared_ptr<State>& state)
+{
+    addChoice(
+        tour, Text::tr("серия графика"),
+        [state] { return state->widget<QComboBox>("chartSeries"); }, entryOfSeries);
+    addChoice(
+        tour, Text::tr("таймфрейм графика"),
+        [state] { return state->widget<QComboBox>("chartTimeframe"); }, entryWith(minute));
+    tour.add({Text::tr("бары на графике"),
+              [state] {
+                  const bool isShown =
+                      state->chart() && state->pointAt(QStringLiteral("17.01.2024 "));
+                  return isShown ? QString() : Text::tr("баров последнего дня нет");
+              },
+              [state] { leave(state->chart()); }});
+    tour.add({Text::tr("показать всё"),
+              [state] {
+                  const auto* const button = state->widget<QPushButton>("chartShowAll");
+                  return button && button->isEnabled() ? QString() : Text::tr("кнопки нет");
+              },
+              [state] { click(state->widget<QPushButton>("chartShowAll")); },
+              QStringLiteral("chart")});
+}
+
+void addZooming(Tour& tour, const std::shared_ptr<State>& state, const PointedBar& bar)
+{
+    const QString day = bar.day.toString(QStringLiteral("dd.MM.yyyy"));
+    constexpr int wheelSteps = 16;
+    for (int i = 0; i < wheelSteps; ++i) {
+        tour.add({Text::tr("приблизить колесом мыши"),
+                  [state, day] {
+                      return state->pointAt(day) ? QString() : Text::tr("баров первого дня нет");
+                  },
+                  [state] { turnWheel(state->chart(), state->mouse, 1); },
+                  i == 0 ? QStringLiteral("chart-all") : QString()});
+    }
+    tour.add({Text::tr("навести на бар"),
+              [state, bar] {
+                  if (!state->pointAt(bar.timeText()))
+                      return Text::tr("на графике нет бара %1").arg(bar.timeText());
+                  return state->readout() == bar.readout()
+                             ? QString()
+                             : Text::tr("вместо «%1» прочитано «%2»")
+                                   .arg(bar.readout(), state->readout());
+              },
+              [state] { leave(state->chart()); }, QStringLiteral("chart-bar")});
+    tour.add(
+        {Text::tr("увести мышь с графика"),
+         [state] { return state->readout().isEmpty() ? QString() : Text::tr("бар ещё прочитан"); },
+         {}});
+}
+
+void addLookAfterEdit(Tour& tour, const std::shared_ptr<State>& state)
+{
+    const QString deleted = PointedBar().timeText();
+    const QString before = PointedBar{QDate(2024, 1, 15), QTime(10, 19)}.timeText();
+    tour.add({Text::tr("удалённых баров нет на графике"),
+              [state, deleted, before] {
+                  if (!state->chart())
+                      return Text::tr("график не виден");
+                  if (state->pointAt(deleted))
+                      return Text::tr("на графике удалённый бар %1").arg(deleted);
+                  return state->pointAt(before) ? QString()
+                                                : Text::tr("на графике нет бара %1").arg(before);
+              },
+              [state] { leave(state->chart()); }, QStringLiteral("chart-edited")});
+}
+
+void addClosing(Tour& tour, MainWindow& window, const std::shared_ptr<State>& state)
+{
+    addMenuSteps(tour, window, "Desk.Chart",
+                 ChartDock::hasChart() ? QString() : QStringLiteral("no-chart"));
+    tour.add(
+        {Text::tr("график закрыт"),
+         [state] { return state->dock.isHidden() ? QString() : Text::tr("график не закрылся"); },
+         [state] { state->restore(); }});
+}
+
+} // namespace
+
+void addChartTour(Tour& tour, MainWindow& window, const std::function<void()>& edit)
+{
+    const auto state = std::make_shared<State>(window);
+    QObject::connect(&tour, &Tour::failed, &tour, [state] { state->restore(); });
+    addOpening(tour, window, state);
+    if (ChartDock::hasChart()) {
+        addChoiceOfSeries(tour, state);
+        addZooming(tour, state, PointedBar());
+    }
+    edit();
+    if (ChartDock::hasChart())
+        addLookAfterEdit(tour, state);
+    addClosing(tour, window, state);
+}
+
+} // namespace vexdesk

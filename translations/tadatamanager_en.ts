@@ -1,0 +1,592 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en" sourcelanguage="ru">
+<context>
+    <name>BarDescription</name>
+    <message>
+        <source>Некорректное значение поля &apos;Объём в шт.&apos; (%1)</source>
+        <translation>Invalid value of the field &apos;Volume&apos; (%1)</translation>
+    </message>
+    <message>
+        <source>Некорректное значение поля &apos;Открытый интерес&apos; (%1)</source>
+        <translation>Invalid value of the field &apos;Open interest&apos; (%1)</translation>
+    </message>
+    <message>
+        <source>Недостаточное количество столбцов</source>
+        <translation>Too few columns</translation>
+    </message>
+    <message>
+        <source>Дата &apos;%1&apos; не соответствует заявленному формату &apos;%2&apos;</source>
+        <translation>The date &apos;%1&apos; does not match the stated format &apos;%2&apos;</translation>
+    </message>
+    <message>
+        <source>Время &apos;%1&apos; не соответствует заявленному формату &apos;%2&apos;</source>
+        <translation>The time &apos;%1&apos; does not match the stated format &apos;%2&apos;</translation>
+    </message>
+</context>
+<context>
+    <name>ColumnsHeader</name>
+    <message>
+        <source>Не импор-ть</source>
+        <translation>Skip</translation>
+    </message>
+    <message>
+        <source>Дата окон-я</source>
+        <translation>End date</translation>
+    </message>
+    <message>
+        <source>Вр. окон-я</source>
+        <translation>End time</translation>
+    </message>
+    <message>
+        <source>Цена откр.</source>
+        <translation>Open</translation>
+    </message>
+    <message>
+        <source>Цена макс.</source>
+        <translation>High</translation>
+    </message>
+    <message>
+        <source>Цена мин.</source>
+        <translation>Low</translation>
+    </message>
+    <message>
+        <source>Цена закр.</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>Объем в шт.</source>
+        <translation>Volume</translation>
+    </message>
+    <message>
+        <source>Объем в ден.</source>
+        <translation>Value</translation>
+    </message>
+    <message>
+        <source>Откр. инт.</source>
+        <translation>Open int.</translation>
+    </message>
+</context>
+<context>
+    <name>ColumnsImportPage</name>
+    <message>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;span style=&quot; color:#ff0000;&quot;&gt;Что-то не так... &lt;/span&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;span style=&quot; color:#ff0000;&quot;&gt;Something is wrong... &lt;/span&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
+    </message>
+    <message>
+        <source>Столбцы</source>
+        <translation>Columns</translation>
+    </message>
+    <message>
+        <source>Выберите единственный столбец &apos;%1&apos;; </source>
+        <translation>Choose exactly one column &apos;%1&apos;; </translation>
+    </message>
+    <message>
+        <source>Выберите не более одного столбца &apos;%1&apos;; </source>
+        <translation>Choose no more than one column &apos;%1&apos;; </translation>
+    </message>
+</context>
+<context>
+    <name>EditorTADataDialog</name>
+    <message>
+        <source>Редактирование данных ТА</source>
+        <translation>Edit TA data</translation>
+    </message>
+    <message>
+        <source>Серия</source>
+        <translation>Series</translation>
+    </message>
+    <message>
+        <source>Площадка:</source>
+        <translation>Venue:</translation>
+    </message>
+    <message>
+        <source>Режим торгов:</source>
+        <translation>Board:</translation>
+    </message>
+    <message>
+        <source>Инструмент:</source>
+        <translation>Security:</translation>
+    </message>
+    <message>
+        <source>Таймфрейм:</source>
+        <translation>Timeframe:</translation>
+    </message>
+    <message>
+        <source>Интервал:</source>
+        <translation>Period:</translation>
+    </message>
+    <message>
+        <source>с</source>
+        <translation>from</translation>
+    </message>
+    <message>
+        <source>по</source>
+        <translation>to</translation>
+    </message>
+    <message>
+        <source>Показать</source>
+        <translation>Show</translation>
+    </message>
+    <message>
+        <source>Исторические данные</source>
+        <translation>Historical data</translation>
+    </message>
+    <message>
+        <source>Удалить</source>
+        <translation>Delete</translation>
+    </message>
+    <message>
+        <source>Найти</source>
+        <translation>Find</translation>
+    </message>
+    <message>
+        <source>Закрыть</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>1 минута</source>
+        <translation>1 minute</translation>
+    </message>
+    <message>
+        <source>1 секунда</source>
+        <translation>1 second</translation>
+    </message>
+</context>
+<context>
+    <name>EditorTADataModel</name>
+    <message>
+        <source>Время</source>
+        <translation>Time</translation>
+    </message>
+    <message>
+        <source>Открытие</source>
+        <translation>Open</translation>
+    </message>
+    <message>
+        <source>Максимум</source>
+        <translation>High</translation>
+    </message>
+    <message>
+        <source>Минимум</source>
+        <translation>Low</translation>
+    </message>
+    <message>
+        <source>Закрытие</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>Объём в шт.</source>
+        <translation>Volume</translation>
+    </message>
+    <message>
+        <source>Объём в деньгах</source>
+        <translation>Value</translation>
+    </message>
+    <message>
+        <source>Откр. интерес</source>
+        <translation>Open interest</translation>
+    </message>
+</context>
+<context>
+    <name>ExportTADataWizard</name>
+    <message>
+        <source>Мастер экспорта данных ТА</source>
+        <translation>TA data export wizard</translation>
+    </message>
+    <message>
+        <source>Файл существует</source>
+        <translation>File exists</translation>
+    </message>
+    <message>
+        <source>Файл с таким именем уже существует и будет перезаписан при экспорте. Все равно продолжить?</source>
+        <translation>A file with this name already exists and will be overwritten by the export. Continue anyway?</translation>
+    </message>
+</context>
+<context>
+    <name>ExporterTAData</name>
+    <message>
+        <source>Экспорт</source>
+        <translation>Export</translation>
+    </message>
+    <message>
+        <source>Экспортирую...</source>
+        <translation>Exporting...</translation>
+    </message>
+    <message>
+        <source>Успешное завершение экспорта</source>
+        <translation>Export completed</translation>
+    </message>
+    <message>
+        <source>Экспорт данных ТА успешно завершен</source>
+        <translation>TA data exported successfully</translation>
+    </message>
+    <message>
+        <source>Невозможно открыть файл %1</source>
+        <translation>Cannot open file %1</translation>
+    </message>
+    <message>
+        <source>Невозможно записать файл %1</source>
+        <translation>Cannot write file %1</translation>
+    </message>
+</context>
+<context>
+    <name>FormatExportPage</name>
+    <message>
+        <source>Формат строки:</source>
+        <translation>Line format:</translation>
+    </message>
+    <message>
+        <source>Разделитель:</source>
+        <translation>Separator:</translation>
+    </message>
+    <message>
+        <source>Формат даты:</source>
+        <translation>Date format:</translation>
+    </message>
+    <message>
+        <source>Формат времени:</source>
+        <translation>Time format:</translation>
+    </message>
+    <message>
+        <source>Добавить заголовок</source>
+        <translation>Add a header line</translation>
+    </message>
+    <message>
+        <source>Формат</source>
+        <translation>Format</translation>
+    </message>
+    <message>
+        <source>запятая (,)</source>
+        <translation>comma (,)</translation>
+    </message>
+    <message>
+        <source>точка с запятой (;)</source>
+        <translation>semicolon (;)</translation>
+    </message>
+    <message>
+        <source>пробел ( )</source>
+        <translation>space ( )</translation>
+    </message>
+</context>
+<context>
+    <name>FormatImportPage</name>
+    <message>
+        <source>Первая строка содержит заголовок</source>
+        <translation>The first line is a header</translation>
+    </message>
+    <message>
+        <source>Разделитель:</source>
+        <translation>Separator:</translation>
+    </message>
+    <message>
+        <source>Формат даты:</source>
+        <translation>Date format:</translation>
+    </message>
+    <message>
+        <source>Формат времени:</source>
+        <translation>Time format:</translation>
+    </message>
+    <message>
+        <source>Импортируемый файл</source>
+        <translation>File to import</translation>
+    </message>
+    <message>
+        <source>Формат</source>
+        <translation>Format</translation>
+    </message>
+    <message>
+        <source>не задан</source>
+        <translation>not set</translation>
+    </message>
+    <message>
+        <source>запятая (,)</source>
+        <translation>comma (,)</translation>
+    </message>
+    <message>
+        <source>точка с запятой (;)</source>
+        <translation>semicolon (;)</translation>
+    </message>
+    <message>
+        <source>пробел ( )</source>
+        <translation>space ( )</translation>
+    </message>
+</context>
+<context>
+    <name>ImportTADataWizard</name>
+    <message>
+        <source>Мастер импорта данных ТА</source>
+        <translation>TA data import wizard</translation>
+    </message>
+</context>
+<context>
+    <name>ImporterTAData</name>
+    <message>
+        <source>Выбор файла для импорта</source>
+        <translation>Choose a file to import</translation>
+    </message>
+    <message>
+        <source>Текстовые файлы (*.txt *.csv)</source>
+        <translation>Text files (*.txt *.csv)</translation>
+    </message>
+    <message>
+        <source>Ошибка открытия файла</source>
+        <translation>Error opening the file</translation>
+    </message>
+    <message>
+        <source>Невозможно открыть файл %1</source>
+        <translation>Cannot open file %1</translation>
+    </message>
+    <message>
+        <source>Пустой файл</source>
+        <translation>Empty file</translation>
+    </message>
+    <message>
+        <source>Файл %1 пуст</source>
+        <translation>File %1 is empty</translation>
+    </message>
+    <message>
+        <source>Импорт</source>
+        <translation>Import</translation>
+    </message>
+    <message>
+        <source>Импортирую...</source>
+        <translation>Importing...</translation>
+    </message>
+    <message>
+        <source>Успешное завершение импорта</source>
+        <translation>Import completed</translation>
+    </message>
+    <message>
+        <source>Импорт данных ТА успешно завершен</source>
+        <translation>TA data imported successfully</translation>
+    </message>
+    <message>
+        <source>Невозможно записать файл %1</source>
+        <translation>Cannot write file %1</translation>
+    </message>
+    <message>
+        <source>Ошибка при импорте %1-й строки:
+%2.</source>
+        <translation>Error importing line %1:
+%2.</translation>
+    </message>
+</context>
+<context>
+    <name>JobRunner</name>
+    <message>
+        <source>Ошибка</source>
+        <translation>Error</translation>
+    </message>
+</context>
+<context>
+    <name>SeriesExportPage</name>
+    <message>
+        <source>Площадка:</source>
+        <translation>Venue:</translation>
+    </message>
+    <message>
+        <source>Режим торгов:</source>
+        <translation>Board:</translation>
+    </message>
+    <message>
+        <source>Инструмент:</source>
+        <translation>Security:</translation>
+    </message>
+    <message>
+        <source>Интервал:</source>
+        <translation>Period:</translation>
+    </message>
+    <message>
+        <source>с</source>
+        <translation>from</translation>
+    </message>
+    <message>
+        <source>по</source>
+        <translation>to</translation>
+    </message>
+    <message>
+        <source>Таймфрейм:</source>
+        <translation>Timeframe:</translation>
+    </message>
+    <message>
+        <source>Выходной файл:</source>
+        <translation>Output file:</translation>
+    </message>
+    <message>
+        <source>Путь:</source>
+        <translation>Path:</translation>
+    </message>
+    <message>
+        <source>Серия</source>
+        <translation>Series</translation>
+    </message>
+    <message>
+        <source>1 секунда</source>
+        <translation>1 second</translation>
+    </message>
+    <message>
+        <source>1 минута</source>
+        <translation>1 minute</translation>
+    </message>
+    <message>
+        <source>5 минут</source>
+        <translation>5 minutes</translation>
+    </message>
+    <message>
+        <source>10 минут</source>
+        <translation>10 minutes</translation>
+    </message>
+    <message>
+        <source>30 минут</source>
+        <translation>30 minutes</translation>
+    </message>
+    <message>
+        <source>1 час</source>
+        <translation>1 hour</translation>
+    </message>
+    <message>
+        <source>1 день</source>
+        <translation>1 day</translation>
+    </message>
+    <message>
+        <source>Выбор директории для экспорта</source>
+        <translation>Choose a directory for the export</translation>
+    </message>
+</context>
+<context>
+    <name>SeriesImportPage</name>
+    <message>
+        <source>Площадка:</source>
+        <translation>Venue:</translation>
+    </message>
+    <message>
+        <source>Режим торгов:</source>
+        <translation>Board:</translation>
+    </message>
+    <message>
+        <source>Инструмент:</source>
+        <translation>Security:</translation>
+    </message>
+    <message>
+        <source>Таймфрейм:</source>
+        <translation>Timeframe:</translation>
+    </message>
+    <message>
+        <source>Серия</source>
+        <translation>Series</translation>
+    </message>
+    <message>
+        <source>1 минута</source>
+        <translation>1 minute</translation>
+    </message>
+    <message>
+        <source>1 секунда</source>
+        <translation>1 second</translation>
+    </message>
+</context>
+<context>
+    <name>TADataManager</name>
+    <message>
+        <source>Управление данными ТА</source>
+        <translation>TA data management</translation>
+    </message>
+    <message>
+        <source>Орвента</source>
+        <translation>Orventa</translation>
+    </message>
+    <message>
+        <source>Управление историческими данными для графиков</source>
+        <translation>Management of historical data for charts</translation>
+    </message>
+    <message>
+        <source>Тех. &amp;анализ</source>
+        <translation>Technical &amp;analysis</translation>
+    </message>
+    <message>
+        <source>&amp;Управление данными ТА</source>
+        <translation>&amp;TA data management</translation>
+    </message>
+    <message>
+        <source>&amp;Импортировать...</source>
+        <translation>&amp;Import...</translation>
+    </message>
+    <message>
+        <source>&amp;Экспортировать...</source>
+        <translation>&amp;Export...</translation>
+    </message>
+    <message>
+        <source>&amp;Редактировать...</source>
+        <translation>E&amp;dit...</translation>
+    </message>
+    <message>
+        <source>Технический анализ</source>
+        <translation>Technical analysis</translation>
+    </message>
+</context>
+<context>
+    <name>TADataManagerPropertiesForm</name>
+    <message>
+        <source>Form</source>
+        <translation>Form</translation>
+    </message>
+    <message>
+        <source>Удалять историю в &quot;секундах&quot; по истечении </source>
+        <translation>Delete history in &quot;seconds&quot; after </translation>
+    </message>
+    <message>
+        <source>дн.</source>
+        <translation>days</translation>
+    </message>
+</context>
+<context>
+    <name>TADataManagerPropertiesPage</name>
+    <message>
+        <source>Общее</source>
+        <translation>General</translation>
+    </message>
+    <message>
+        <source>Истор. данные ТА</source>
+        <translation>TA history data</translation>
+    </message>
+</context>
+<context>
+    <name>TextFormats</name>
+    <message>
+        <source>ггггммдд</source>
+        <translation>yyyymmdd</translation>
+    </message>
+    <message>
+        <source>ггммдд</source>
+        <translation>yymmdd</translation>
+    </message>
+    <message>
+        <source>ддммгг</source>
+        <translation>ddmmyy</translation>
+    </message>
+    <message>
+        <source>дд.мм.гг</source>
+        <translation>dd.mm.yy</translation>
+    </message>
+    <message>
+        <source>дд/мм/гг</source>
+        <translation>dd/mm/yy</translation>
+    </message>
+    <message>
+        <source>ччммсс</source>
+        <translation>hhmmss</translation>
+    </message>
+    <message>
+        <source>ччмм</source>
+        <translation>hhmm</translation>
+    </message>
+    <message>
+        <source>чч:мм:сс</source>
+        <translation>hh:mm:ss</translation>
+    </message>
+    <message>
+        <source>чч:мм</source>
+        <translation>hh:mm</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,1163 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en" sourcelanguage="ru">
+<context>
+    <name>Field</name>
+    <message>
+        <source>Can&apos;t convert from %1 to %2</source>
+        <translation>Can&apos;t convert from %1 to %2</translation>
+    </message>
+    <message>
+        <source>Can&apos;t convert from &apos;%1&apos;&apos; to %2</source>
+        <translation>Can&apos;t convert from &apos;%1&apos;&apos; to %2</translation>
+    </message>
+</context>
+<context>
+    <name>MasterIndex</name>
+    <message>
+        <source>Колонок в порядке строк: %1, ожидалось: %2</source>
+        <translation>Columns in the order of rows: %1, expected: %2</translation>
+    </message>
+    <message>
+        <source>Колонка %1 другого типа: %2</source>
+        <translation>Column %1 is of another type: %2</translation>
+    </message>
+</context>
+<context>
+    <name>Record</name>
+    <message>
+        <source>Строки нет</source>
+        <translation>There is no row</translation>
+    </message>
+    <message>
+        <source>В строке нет колонки %1</source>
+        <translation>The row has no column %1</translation>
+    </message>
+</context>
+<context>
+    <name>ReferenceData</name>
+    <message>
+        <source>нет списка &quot;%1&quot;</source>
+        <translation>the list &quot;%1&quot; is missing</translation>
+    </message>
+    <message>
+        <source>повторное значение</source>
+        <translation>duplicate value</translation>
+    </message>
+    <message>
+        <source>неизвестное значение</source>
+        <translation>unknown value</translation>
+    </message>
+    <message>
+        <source>неверное значение</source>
+        <translation>invalid value</translation>
+    </message>
+    <message>
+        <source>список &quot;%1&quot;, запись %2: %3 &quot;%4&quot;</source>
+        <translation>list &quot;%1&quot;, entry %2: %3 &quot;%4&quot;</translation>
+    </message>
+    <message>
+        <source>байт %1: %2</source>
+        <translation>byte %1: %2</translation>
+    </message>
+    <message>
+        <source>Невозможно открыть файл %1</source>
+        <translation>Cannot open file %1</translation>
+    </message>
+    <message>
+        <source>Ошибка в справочнике %1: %2</source>
+        <translation>Error in reference data %1: %2</translation>
+    </message>
+    <message>
+        <source>demonstration.json</source>
+        <comment>file of the same securities, named in the language</comment>
+        <translation>demonstration_en.json</translation>
+    </message>
+</context>
+<context>
+    <name>SelectorBox</name>
+    <message>
+        <source>не выбрано</source>
+        <translation>not selected</translation>
+    </message>
+</context>
+<context>
+    <name>Table</name>
+    <message>
+        <source>Строка не принадлежит таблице %1</source>
+        <translation>The row does not belong to table %1</translation>
+    </message>
+    <message>
+        <source>В таблице %1 нет колонки %2</source>
+        <translation>Table %1 has no column %2</translation>
+    </message>
+</context>
+<context>
+    <name>decimal</name>
+    <message>
+        <source>Некорректное число &apos;%1&apos;</source>
+        <translation>Invalid number &apos;%1&apos;</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::AxisTicks</name>
+    <message>
+        <source>%1 д</source>
+        <translation>%1 d</translation>
+    </message>
+    <message>
+        <source>%1 ч</source>
+        <translation>%1 h</translation>
+    </message>
+    <message>
+        <source>%1 мин</source>
+        <translation>%1 min</translation>
+    </message>
+    <message>
+        <source>%1 с</source>
+        <translation>%1 s</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::ChartDock</name>
+    <message>
+        <source>График</source>
+        <translation>Chart</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::ChartPanel</name>
+    <message>
+        <source>Серия</source>
+        <translation>Series</translation>
+    </message>
+    <message>
+        <source>Таймфрейм</source>
+        <translation>Timeframe</translation>
+    </message>
+    <message>
+        <source>Таймфрейм сохраненных баров</source>
+        <translation>Timeframe of the stored bars</translation>
+    </message>
+    <message>
+        <source>Показать всё</source>
+        <translation>Show all</translation>
+    </message>
+    <message>
+        <source>Показать все бары серии (Ctrl+0 или двойной щелчок по графику)</source>
+        <translation>Show all bars of the series (Ctrl+0 or a double click on the chart)</translation>
+    </message>
+    <message>
+        <source>Бары: %1</source>
+        <translation>Bars: %1</translation>
+    </message>
+    <message>
+        <source>1 секунда</source>
+        <translation>1 second</translation>
+    </message>
+    <message>
+        <source>1 минута</source>
+        <translation>1 minute</translation>
+    </message>
+    <message>
+        <source>Сохраненных баров пока нет.
+
+Чтобы импортировать их из файла, выберите в меню «Тех. анализ» › «Управление данными ТА» › «Импортировать...» или нажмите Shift+I.</source>
+        <translation>There are no stored bars yet.
+
+To import them from a file, choose Technical analysis › TA data management › Import... in the menu or press Shift+I.</translation>
+    </message>
+    <message>
+        <source>В этой серии нет баров, которые можно показать.</source>
+        <translation>This series has no bars that can be shown.</translation>
+    </message>
+    <message>
+        <source>Чтение баров: день %1 из %2</source>
+        <translation>Reading bars: day %1 of %2</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::ChartTour</name>
+    <message>
+        <source>график ещё не открыт</source>
+        <translation>the chart is not open yet</translation>
+    </message>
+    <message>
+        <source>график открыт</source>
+        <translation>chart open</translation>
+    </message>
+    <message>
+        <source>график не открылся</source>
+        <translation>the chart did not open</translation>
+    </message>
+    <message>
+        <source>серия графика</source>
+        <translation>series of the chart</translation>
+    </message>
+    <message>
+        <source>таймфрейм графика</source>
+        <translation>timeframe of the chart</translation>
+    </message>
+    <message>
+        <source>бары на графике</source>
+        <translation>bars on the chart</translation>
+    </message>
+    <message>
+        <source>баров последнего дня нет</source>
+        <translation>the bars of the last day are missing</translation>
+    </message>
+    <message>
+        <source>показать всё</source>
+        <translation>show all</translation>
+    </message>
+    <message>
+        <source>кнопки нет</source>
+        <translation>there is no button</translation>
+    </message>
+    <message>
+        <source>приблизить колесом мыши</source>
+        <translation>zoom in with the mouse wheel</translation>
+    </message>
+    <message>
+        <source>баров первого дня нет</source>
+        <translation>the bars of the first day are missing</translation>
+    </message>
+    <message>
+        <source>навести на бар</source>
+        <translation>point at a bar</translation>
+    </message>
+    <message>
+        <source>на графике нет бара %1</source>
+        <translation>the chart does not have the bar %1</translation>
+    </message>
+    <message>
+        <source>вместо «%1» прочитано «%2»</source>
+        <translation>read &quot;%2&quot; instead of &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>увести мышь с графика</source>
+        <translation>move the mouse off the chart</translation>
+    </message>
+    <message>
+        <source>бар ещё прочитан</source>
+        <translation>a bar is still read out</translation>
+    </message>
+    <message>
+        <source>удалённых баров нет на графике</source>
+        <translation>the deleted bars are gone from the chart</translation>
+    </message>
+    <message>
+        <source>график не виден</source>
+        <translation>the chart is not visible</translation>
+    </message>
+    <message>
+        <source>на графике удалённый бар %1</source>
+        <translation>the chart has the deleted bar %1</translation>
+    </message>
+    <message>
+        <source>график закрыт</source>
+        <translation>chart closed</translation>
+    </message>
+    <message>
+        <source>график не закрылся</source>
+        <translation>the chart did not close</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::ChartView</name>
+    <message>
+        <source>График цен и объемов</source>
+        <translation>Chart of prices and volumes</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::CommandLine</name>
+    <message>
+        <source>Искать модули в этом каталоге, а не в обычных. Можно указать несколько раз.</source>
+        <translation>Look for plug-ins in this directory instead of the usual ones. Can be given several times.</translation>
+    </message>
+    <message>
+        <source>каталог</source>
+        <translation>directory</translation>
+    </message>
+    <message>
+        <source>Взять площадки, режимы торгов и инструменты из этого файла.</source>
+        <translation>Take venues, boards and securities from this file.</translation>
+    </message>
+    <message>
+        <source>файл</source>
+        <translation>file</translation>
+    </message>
+    <message>
+        <source>Показать терминал в работе: пройти импорт от меню до сохранённых баров серии NORD/MAIN/ALFA, сохранить картинки шагов в этот каталог и выйти.</source>
+        <translation>Show the terminal at work: go through an import from the menu to the stored bars of the series NORD/MAIN/ALFA, save pictures of the steps in this directory and exit.</translation>
+    </message>
+    <message>
+        <source>Показать эту справку и выйти.</source>
+        <translation>Show this help and exit.</translation>
+    </message>
+    <message>
+        <source>Показать версию и выйти.</source>
+        <translation>Show the version and exit.</translation>
+    </message>
+    <message>
+        <source>Торговый терминал Vexdesk.</source>
+        <translation>The trading terminal Vexdesk.</translation>
+    </message>
+    <message>
+        <source>Язык терминала: ru или en. Без этого параметра — выбранный в меню, а если не выбран, то язык пользователя.</source>
+        <translation>Language of the terminal: ru or en. Without this option, the one chosen in the menu or, if none was, the language of the user.</translation>
+    </message>
+    <message>
+        <source>язык</source>
+        <translation>language</translation>
+    </message>
+    <message>
+        <source>Неизвестный язык «%1»: бывает ru или en.</source>
+        <translation>Unknown language &quot;%1&quot;: use ru or en.</translation>
+    </message>
+    <message>
+        <source>Загрузить модули, назвать загруженные и отклонённые и выйти. Код выхода 1, если хотя бы один отклонён.</source>
+        <translation>Load the plug-ins, name those that were loaded and refused, and exit. The exit code is 1 if any was refused.</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::Database</name>
+    <message>
+        <source>Таблица %1 уже есть</source>
+        <translation>Table %1 already exists</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::Demonstration</name>
+    <message>
+        <source>нет файла %1</source>
+        <translation>file %1 is missing</translation>
+    </message>
+    <message>
+        <source>в файле %1 не то, что ожидалось</source>
+        <translation>file %1 does not hold what was expected</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::EditorTour</name>
+    <message>
+        <source>редактор не открыт</source>
+        <translation>the editor is not open</translation>
+    </message>
+    <message>
+        <source>в таблице строк: %1</source>
+        <translation>rows in the table: %1</translation>
+    </message>
+    <message>
+        <source>выбраны не те строки</source>
+        <translation>the wrong rows are selected</translation>
+    </message>
+    <message>
+        <source>время</source>
+        <translation>time</translation>
+    </message>
+    <message>
+        <source>кнопка редактора</source>
+        <translation>button of the editor</translation>
+    </message>
+    <message>
+        <source>кнопка недоступна</source>
+        <translation>the button is disabled</translation>
+    </message>
+    <message>
+        <source>бар найден</source>
+        <translation>bar found</translation>
+    </message>
+    <message>
+        <source>выделить бары</source>
+        <translation>select bars</translation>
+    </message>
+    <message>
+        <source>строка не текущая</source>
+        <translation>the row is not the current one</translation>
+    </message>
+    <message>
+        <source>файлы записаны</source>
+        <translation>files written</translation>
+    </message>
+    <message>
+        <source>окно не закрыто</source>
+        <translation>the window is not closed</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::ErrorReport</name>
+    <message>
+        <source>Ошибка</source>
+        <translation>Error</translation>
+    </message>
+    <message>
+        <source>Произошла неизвестная ошибка.</source>
+        <translation>An unknown error has occurred.</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::ExportTour</name>
+    <message>
+        <source>записано не то, что хранится</source>
+        <translation>what was written is not what is stored</translation>
+    </message>
+    <message>
+        <source>записаны не сегодняшние сделки</source>
+        <translation>what was written is not today&apos;s deals</translation>
+    </message>
+    <message>
+        <source>мастер экспорта не открыт</source>
+        <translation>the export wizard is not open</translation>
+    </message>
+    <message>
+        <source>кнопка продолжения недоступна</source>
+        <translation>the button to go on is disabled</translation>
+    </message>
+    <message>
+        <source>нет сообщения</source>
+        <translation>there is no message</translation>
+    </message>
+    <message>
+        <source>мастер экспорта</source>
+        <translation>export wizard</translation>
+    </message>
+    <message>
+        <source>дата</source>
+        <translation>date</translation>
+    </message>
+    <message>
+        <source>таймфрейм</source>
+        <translation>timeframe</translation>
+    </message>
+    <message>
+        <source>выходной файл</source>
+        <translation>output file</translation>
+    </message>
+    <message>
+        <source>файл записан</source>
+        <translation>file written</translation>
+    </message>
+    <message>
+        <source>окно не закрыто</source>
+        <translation>the window is not closed</translation>
+    </message>
+    <message>
+        <source>нет файла %1</source>
+        <translation>file %1 is missing</translation>
+    </message>
+    <message>
+        <source>открыта не та страница</source>
+        <translation>another page is open</translation>
+    </message>
+    <message>
+        <source>продолжить</source>
+        <translation>go on</translation>
+    </message>
+    <message>
+        <source>экспорт завершён</source>
+        <translation>export finished</translation>
+    </message>
+    <message>
+        <source>файл уже есть</source>
+        <translation>the file exists</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::ImportTour</name>
+    <message>
+        <source>мастер импорта не открыт</source>
+        <translation>the import wizard is not open</translation>
+    </message>
+    <message>
+        <source>кнопка продолжения недоступна</source>
+        <translation>the button to go on is disabled</translation>
+    </message>
+    <message>
+        <source>имя файла</source>
+        <translation>file name</translation>
+    </message>
+    <message>
+        <source>выбор файла</source>
+        <translation>choice of the file</translation>
+    </message>
+    <message>
+        <source>имя файла не введено</source>
+        <translation>the file name is not entered</translation>
+    </message>
+    <message>
+        <source>страница серии</source>
+        <translation>series page</translation>
+    </message>
+    <message>
+        <source>серия выбрана</source>
+        <translation>series chosen</translation>
+    </message>
+    <message>
+        <source>страница формата</source>
+        <translation>format page</translation>
+    </message>
+    <message>
+        <source>можно продолжать без разделителя</source>
+        <translation>one can go on without a separator</translation>
+    </message>
+    <message>
+        <source>разделитель</source>
+        <translation>separator</translation>
+    </message>
+    <message>
+        <source>формат даты</source>
+        <translation>date format</translation>
+    </message>
+    <message>
+        <source>формат времени</source>
+        <translation>time format</translation>
+    </message>
+    <message>
+        <source>формат выбран</source>
+        <translation>format chosen</translation>
+    </message>
+    <message>
+        <source>файл не показан</source>
+        <translation>the file is not shown</translation>
+    </message>
+    <message>
+        <source>страница столбцов</source>
+        <translation>columns page</translation>
+    </message>
+    <message>
+        <source>нет списков</source>
+        <translation>the lists are missing</translation>
+    </message>
+    <message>
+        <source>роль столбца</source>
+        <translation>role of the column</translation>
+    </message>
+    <message>
+        <source>столбцы выбраны</source>
+        <translation>columns chosen</translation>
+    </message>
+    <message>
+        <source>итог</source>
+        <translation>result</translation>
+    </message>
+    <message>
+        <source>нет сообщения об итоге</source>
+        <translation>there is no message about the result</translation>
+    </message>
+    <message>
+        <source>бары сохранены</source>
+        <translation>bars stored</translation>
+    </message>
+    <message>
+        <source>окно не закрыто</source>
+        <translation>the window is not closed</translation>
+    </message>
+    <message>
+        <source>открыта не та страница</source>
+        <translation>another page is open</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::LanguageChoice</name>
+    <message>
+        <source>Язык</source>
+        <translation>Language</translation>
+    </message>
+    <message>
+        <source>Перезапустить</source>
+        <translation>Restart</translation>
+    </message>
+    <message>
+        <source>Позже</source>
+        <translation>Later</translation>
+    </message>
+    <message>
+        <source>Язык изменится после перезапуска терминала.</source>
+        <translation>The language will change after the terminal is restarted.</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::Main</name>
+    <message>
+        <source>%1
+
+Будут использованы демонстрационные данные.</source>
+        <translation>%1
+
+Demonstration data will be used.</translation>
+    </message>
+    <message>
+        <source>Невозможно записать в каталог %1</source>
+        <translation>Cannot write to directory %1</translation>
+    </message>
+    <message>
+        <source>Терминал не удалось запустить снова: сделайте это сами.</source>
+        <translation>The terminal could not be started again: please do so yourself.</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::MainWindow</name>
+    <message>
+        <source>Сообщить модулям о начале нового торгового дня, не дожидаясь смены даты: для проверки модулей</source>
+        <translation>Tell the plug-ins that a new trading day has begun without waiting for the date to change: for testing plug-ins</translation>
+    </message>
+    <message>
+        <source>&amp;Файл</source>
+        <translation>&amp;File</translation>
+    </message>
+    <message>
+        <source>&amp;Сервис</source>
+        <translation>&amp;Tools</translation>
+    </message>
+    <message>
+        <source>&amp;Для разработчиков</source>
+        <translation>&amp;For developers</translation>
+    </message>
+    <message>
+        <source>&amp;Выход</source>
+        <translation>E&amp;xit</translation>
+    </message>
+    <message>
+        <source>&amp;Настройки...</source>
+        <translation>&amp;Options...</translation>
+    </message>
+    <message>
+        <source>&amp;Модули...</source>
+        <translation>&amp;Plug-ins...</translation>
+    </message>
+    <message>
+        <source>&amp;Новый торговый день</source>
+        <translation>&amp;New trading day</translation>
+    </message>
+    <message>
+        <source>&amp;О программе</source>
+        <translation>&amp;About</translation>
+    </message>
+    <message>
+        <source>Терминал</source>
+        <translation>Terminal</translation>
+    </message>
+    <message>
+        <source>Показать, какие модули отклонены и почему</source>
+        <translation>Show which plug-ins were refused and why</translation>
+    </message>
+    <message>
+        <source>Загружено модулей: %1</source>
+        <translation>Plug-ins loaded: %1</translation>
+    </message>
+    <message>
+        <source>Отклонено модулей: %1. Подробнее...</source>
+        <translation>Plug-ins refused: %1. Details...</translation>
+    </message>
+    <message>
+        <source>Модулям сообщено о новом торговом дне</source>
+        <translation>The plug-ins were told of a new trading day</translation>
+    </message>
+    <message>
+        <source>О программе</source>
+        <translation>About</translation>
+    </message>
+    <message>
+        <source>&lt;h3&gt;Vexdesk %1&lt;/h3&gt;&lt;p&gt;Торговый терминал, который расширяется модулями.&lt;/p&gt;&lt;p&gt;Версия Qt: %2&lt;/p&gt;</source>
+        <translation>&lt;h3&gt;Vexdesk %1&lt;/h3&gt;&lt;p&gt;A trading terminal that is extended by plug-ins.&lt;/p&gt;&lt;p&gt;Qt version: %2&lt;/p&gt;</translation>
+    </message>
+    <message>
+        <source>&amp;Язык</source>
+        <translation>&amp;Language</translation>
+    </message>
+    <message>
+        <source>&amp;Вид</source>
+        <translation>&amp;View</translation>
+    </message>
+    <message>
+        <source>С&amp;правка</source>
+        <translation>&amp;Help</translation>
+    </message>
+    <message>
+        <source>&amp;График</source>
+        <translation>&amp;Chart</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::NoChart</name>
+    <message>
+        <source>Этот терминал собран без графика.
+
+Для графика нужен модуль Qt Charts: установите пакет qt6-charts-dev и соберите терминал заново.</source>
+        <translation>This terminal was built without the chart.
+
+The chart needs the Qt Charts module: install the package qt6-charts-dev and build the terminal again.</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::OptionsDialog</name>
+    <message>
+        <source>Настройки</source>
+        <translation>Options</translation>
+    </message>
+    <message>
+        <source>Поиск</source>
+        <translation>Search</translation>
+    </message>
+    <message>
+        <source>Ничего не найдено</source>
+        <translation>Nothing found</translation>
+    </message>
+    <message>
+        <source>Ни один модуль не добавил своих настроек</source>
+        <translation>No plug-in has added options of its own</translation>
+    </message>
+    <message>
+        <source>ОК</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Отмена</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Применить</source>
+        <translation>Apply</translation>
+    </message>
+    <message>
+        <source>Прочее</source>
+        <translation>Other</translation>
+    </message>
+    <message>
+        <source>Без названия</source>
+        <translation>Untitled</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::OptionsPageView</name>
+    <message>
+        <source>Страницу «%1» не удалось открыть: %2</source>
+        <translation>The page &quot;%1&quot; could not be opened: %2</translation>
+    </message>
+    <message>
+        <source>Страницу «%1» не удалось открыть: модуль её не создал.</source>
+        <translation>The page &quot;%1&quot; could not be opened: the plug-in did not create it.</translation>
+    </message>
+    <message>
+        <source>Настройки страницы «%1» не сохранены: %2</source>
+        <translation>The options of the page &quot;%1&quot; were not saved: %2</translation>
+    </message>
+    <message>
+        <source>Ошибка страницы «%1» при закрытии настроек: %2</source>
+        <translation>Error in the page &quot;%1&quot; while closing the options: %2</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::OptionsTour</name>
+    <message>
+        <source>не было файла %1</source>
+        <translation>file %1 was missing</translation>
+    </message>
+    <message>
+        <source>не удалён файл %1</source>
+        <translation>file %1 was not removed</translation>
+    </message>
+    <message>
+        <source>удалён файл %1</source>
+        <translation>file %1 was removed</translation>
+    </message>
+    <message>
+        <source>положить секундные файлы в хранилище</source>
+        <translation>put second files into the store</translation>
+    </message>
+    <message>
+        <source>секундные файлы лежат в хранилище</source>
+        <translation>second files are in the store</translation>
+    </message>
+    <message>
+        <source>файлы не записаны</source>
+        <translation>the files are not written</translation>
+    </message>
+    <message>
+        <source>выбрать раздел настроек</source>
+        <translation>choose a section of the options</translation>
+    </message>
+    <message>
+        <source>в настройках нет раздела</source>
+        <translation>the options have no such section</translation>
+    </message>
+    <message>
+        <source>страница настроек</source>
+        <translation>options page</translation>
+    </message>
+    <message>
+        <source>число дней нельзя ввести</source>
+        <translation>the number of days cannot be entered</translation>
+    </message>
+    <message>
+        <source>число дней</source>
+        <translation>number of days</translation>
+    </message>
+    <message>
+        <source>сохранить настройки</source>
+        <translation>save the options</translation>
+    </message>
+    <message>
+        <source>настройки сохранены</source>
+        <translation>options saved</translation>
+    </message>
+    <message>
+        <source>окно не закрыто</source>
+        <translation>the window is not closed</translation>
+    </message>
+    <message>
+        <source>сохранено дней: %1</source>
+        <translation>days saved: %1</translation>
+    </message>
+    <message>
+        <source>старые секундные файлы удалены, остальные на месте</source>
+        <translation>old second files are removed, the others are there</translation>
+    </message>
+    <message>
+        <source>настройки не показаны: секундная история хранится по желанию пользователя</source>
+        <translation>the options are not shown: the user wants to keep the history of seconds</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::PluginLoader</name>
+    <message>
+        <source>Файл повреждён или не является модулем Qt: %1</source>
+        <translation>The file is damaged or is not a Qt plug-in: %1</translation>
+    </message>
+    <message>
+        <source>Это модуль другой программы: его интерфейс &quot;%1&quot;, а нужен &quot;%2*&quot;.</source>
+        <translation>This is a plug-in of another program: its interface is &quot;%1&quot;, but &quot;%2*&quot; is needed.</translation>
+    </message>
+    <message>
+        <source>Модуль собран для Qt %1.%2, а терминал работает с Qt %3.</source>
+        <translation>The plug-in was built for Qt %1.%2, but the terminal runs with Qt %3.</translation>
+    </message>
+    <message>
+        <source>Файл пуст.</source>
+        <translation>The file is empty.</translation>
+    </message>
+    <message>
+        <source>Объект модуля не создан: %1</source>
+        <translation>The object of the plug-in was not created: %1</translation>
+    </message>
+    <message>
+        <source>Код модуля не загружается: %1</source>
+        <translation>The code of the plug-in cannot be loaded: %1</translation>
+    </message>
+    <message>
+        <source>Объект модуля не поддерживает интерфейс терминала (%1).</source>
+        <translation>The object of the plug-in does not support the interface of the terminal (%1).</translation>
+    </message>
+    <message>
+        <source>Модуль не сообщает сведения о себе: %1</source>
+        <translation>The plug-in does not tell about itself: %1</translation>
+    </message>
+    <message>
+        <source>Модуль с кодом &quot;%1&quot; уже загружен.</source>
+        <translation>A plug-in with the code &quot;%1&quot; is already loaded.</translation>
+    </message>
+    <message>
+        <source>Ошибка при запуске модуля: %1</source>
+        <translation>Error while starting the plug-in: %1</translation>
+    </message>
+    <message>
+        <source>Ошибка модуля %1 при запуске терминала: %2</source>
+        <translation>Error in plug-in %1 while starting the terminal: %2</translation>
+    </message>
+    <message>
+        <source>Ошибка модуля %1 при завершении работы: %2</source>
+        <translation>Error in plug-in %1 while exiting: %2</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::PluginModel</name>
+    <message>
+        <source>Состояние</source>
+        <translation>State</translation>
+    </message>
+    <message>
+        <source>Код</source>
+        <translation>Code</translation>
+    </message>
+    <message>
+        <source>Название</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Версия</source>
+        <translation>Version</translation>
+    </message>
+    <message>
+        <source>Автор</source>
+        <translation>Author</translation>
+    </message>
+    <message>
+        <source>Описание</source>
+        <translation>Description</translation>
+    </message>
+    <message>
+        <source>Файл</source>
+        <translation>File</translation>
+    </message>
+    <message>
+        <source>Причина отказа</source>
+        <translation>Reason for refusal</translation>
+    </message>
+    <message>
+        <source>Загружен</source>
+        <translation>Loaded</translation>
+    </message>
+    <message>
+        <source>Отклонён</source>
+        <translation>Refused</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::PluginsDialog</name>
+    <message>
+        <source>Модули</source>
+        <translation>Plug-ins</translation>
+    </message>
+    <message>
+        <source>&amp;Подробности:</source>
+        <translation>&amp;Details:</translation>
+    </message>
+    <message>
+        <source>&amp;Закрыть</source>
+        <translation>&amp;Close</translation>
+    </message>
+    <message>
+        <source>Найдено файлов: %1, загружено модулей: %2, отклонено: %3</source>
+        <translation>Files found: %1, plug-ins loaded: %2, refused: %3</translation>
+    </message>
+    <message>
+        <source>В этих каталогах модулей нет:</source>
+        <translation>There are no plug-ins in these directories:</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>Файл</source>
+        <translation>File</translation>
+    </message>
+    <message>
+        <source>Состояние</source>
+        <translation>State</translation>
+    </message>
+    <message>
+        <source>Причина отказа</source>
+        <translation>Reason for refusal</translation>
+    </message>
+    <message>
+        <source>Код</source>
+        <translation>Code</translation>
+    </message>
+    <message>
+        <source>Название</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Версия</source>
+        <translation>Version</translation>
+    </message>
+    <message>
+        <source>Автор</source>
+        <translation>Author</translation>
+    </message>
+    <message>
+        <source>Описание</source>
+        <translation>Description</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::Readout</name>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
+    <message>
+        <source>Откр. %1</source>
+        <translation>Open %1</translation>
+    </message>
+    <message>
+        <source>Макс. %1</source>
+        <translation>High %1</translation>
+    </message>
+    <message>
+        <source>Мин. %1</source>
+        <translation>Low %1</translation>
+    </message>
+    <message>
+        <source>Закр. %1</source>
+        <translation>Close %1</translation>
+    </message>
+    <message>
+        <source>Объем %1</source>
+        <translation>Volume %1</translation>
+    </message>
+    <message>
+        <source>Объем в деньгах %1</source>
+        <translation>Value %1</translation>
+    </message>
+    <message>
+        <source>Откр. интерес %1</source>
+        <translation>Open interest %1</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::SeriesBox</name>
+    <message>
+        <source>нет сохраненных серий</source>
+        <translation>no stored series</translation>
+    </message>
+    <message>
+        <source>%1 — %2 — %3</source>
+        <translation>%1 — %2 — %3</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::StartPage</name>
+    <message>
+        <source>Данные и настройки: %1</source>
+        <translation>Data and settings: %1</translation>
+    </message>
+    <message>
+        <source>Торговый терминал</source>
+        <translation>Trading terminal</translation>
+    </message>
+    <message>
+        <source>Ни один модуль не загружен, поэтому здесь пока нечего выбрать.</source>
+        <translation>No plug-in is loaded, so there is nothing to choose here yet.</translation>
+    </message>
+    <message>
+        <source>Терминал ищет модули в каталогах:</source>
+        <translation>The terminal looks for plug-ins in these directories:</translation>
+    </message>
+    <message>
+        <source>• %1</source>
+        <translation>• %1</translation>
+    </message>
+    <message>
+        <source>• %1 (каталога нет)</source>
+        <translation>• %1 (no such directory)</translation>
+    </message>
+    <message>
+        <source>Положите файл модуля в один из них и запустите терминал снова.</source>
+        <translation>Put the plug-in file into one of them and start the terminal again.</translation>
+    </message>
+    <message>
+        <source>%1 › %2</source>
+        <translation>%1 › %2</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::Tour</name>
+    <message>
+        <source>Шаг «%1»: %2</source>
+        <translation>Step &quot;%1&quot;: %2</translation>
+    </message>
+    <message>
+        <source>Невозможно записать файл %1</source>
+        <translation>Cannot write file %1</translation>
+    </message>
+    <message>
+        <source> (картинка %1)</source>
+        <translation> (picture %1)</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::TourSteps</name>
+    <message>
+        <source>меню не открыто</source>
+        <translation>the menu is not open</translation>
+    </message>
+    <message>
+        <source>в меню нет: %1</source>
+        <translation>the menu does not have: %1</translation>
+    </message>
+    <message>
+        <source>окно терминала</source>
+        <translation>window of the terminal</translation>
+    </message>
+    <message>
+        <source>окна нет, или перед ним другое</source>
+        <translation>there is no window, or another one is in front of it</translation>
+    </message>
+    <message>
+        <source>выбрать «%1»</source>
+        <translation>choose &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>открыть список: %1</source>
+        <translation>open the list: %1</translation>
+    </message>
+    <message>
+        <source>нет списка</source>
+        <translation>there is no list</translation>
+    </message>
+    <message>
+        <source>список не открыт</source>
+        <translation>the list is not open</translation>
+    </message>
+    <message>
+        <source>перейти к полю: %1</source>
+        <translation>go to the field: %1</translation>
+    </message>
+    <message>
+        <source>нет поля</source>
+        <translation>there is no field</translation>
+    </message>
+    <message>
+        <source>ввести: %1</source>
+        <translation>enter: %1</translation>
+    </message>
+    <message>
+        <source>поле не активно</source>
+        <translation>the field is not active</translation>
+    </message>
+    <message>
+        <source>введено: %1</source>
+        <translation>entered: %1</translation>
+    </message>
+    <message>
+        <source>введено «%1»</source>
+        <translation>entered: &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>площадка</source>
+        <translation>venue</translation>
+    </message>
+    <message>
+        <source>режим торгов</source>
+        <translation>board</translation>
+    </message>
+    <message>
+        <source>инструмент</source>
+        <translation>security</translation>
+    </message>
+    <message>
+        <source>выбрать из списка: %1</source>
+        <translation>choose from the list: %1</translation>
+    </message>
+    <message>
+        <source>в списке нет того, что нужно</source>
+        <translation>the list does not have what is needed</translation>
+    </message>
+    <message>
+        <source>выбрано: %1</source>
+        <translation>chosen: %1</translation>
+    </message>
+    <message>
+        <source>выбрано не то, что нужно</source>
+        <translation>what is chosen is not what is needed</translation>
+    </message>
+</context>
+</TS>
