@@ -1,0 +1,107 @@
+#!/usr/bin/env bash
+# Makes the Debian packages, unpacks them into a root of its own, and uses what is there as somebody
+# would who has installed them: the batch companion, the terminal, and the headers for plug-in authors.
+#
+#   packages.sh SOURCE_DIR BUILD_DIR
+set -euo pipefail
+export LC_ALL=C.UTF-8
+
+source_dir=$1
+build_dir=$2
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+root=$work/root
+prefix=$root/usr
+
+fail()
+{
+    echo "FAIL: $*" >&2
+    exit 1
+}
+
+step() { echo "== $*"; }
+
+# Nothing of the build's surroundings: no store of the user, no other libraries.
+as_user()
+{
+    env -i PATH=/usr/bin:/bin HOME="$work/home" LC_ALL=C.UTF-8 QT_QPA_PLATFORM=offscreen \
+        XDG_RUNTIME_DIR="$work/runtime" "$@"
+}
+
+step "cpack"
+(cd "$build_dir" && cpack -G DEB -B "$work/packages") >"$work/cpack.log" 2>&1 ||
+    { cat "$work/cpack.log" >&2; fail "cpack"; }
+mkdir -p "$root" "$work/home" "$work/runtime"
+chmod 700 "$work/runtime"
+for name in vexdesk-desk tadatamanager vexdesk-dev; do
+    package=$(ls "$work/packages/${name}"_*.deb) || fail "there is no package $name"
+    [ "$(dpkg-deb -f "$package" Package)" = "$name" ] || fail "$package is not called $name"
+    dpkg-deb -x "$package" "$root"
+done
+
+step "what the packages ask for"
+depends() { dpkg-deb -f "$work/packages/$1"_*.deb Depends; }
+depends vexdesk-desk | grep -q 'libqt6widgets6' || fail "vexdesk-desk does not ask for Qt"
+depends tadatamanager | grep -q 'vexdesk-desk (= ' || fail "tadatamanager does not ask for the terminal"
+depends vexdesk-dev | grep -q 'vexdesk-desk (= ' || fail "vexdesk-dev does not ask for the terminal"
+
+step "what they hold"
+for file in bin/vexdesk-desk bin/tadata lib/vexdesk/plugins/libtadatamanager.so lib/vexdesk/.installed \
+    share/applications/vexdesk-desk.desktop share/icons/hicolor/48x48/apps/vexdesk-desk.png \
+    share/icons/hicolor/scalable/apps/vexdesk-desk.svg share/man/man1/tadata.1 \
+    share/man/ru/man1/tadata.1 share/vexdesk/translations/vexdesk_en.qm \
+    share/vexdesk/translations/tadata_en.qm lib/vexdesk/plugins/translations/tadatamanager_en.qm \
+    share/doc/tadatamanager/guide.ru.md share/doc/tadatamanager/guide.en.md \
+    include/vexdesk/iplugin.h lib/cmake/Vexdesk/VexdeskConfig.cmake; do
+    [ -e "$prefix/$file" ] || fail "/usr/$file is missing"
+done
+[ "$(ls "$root")" = usr ] || fail "something lies outside /usr: $(ls "$root")"
+if grep -rlF "$build_dir" "$prefix" | grep -v '\.md$'; then
+    fail "these files name the build folder"
+fi
+while read -r file; do
+    if ldd "$file" | grep -F vexdesk | grep -vF "$prefix"; then
+        fail "$file takes its libraries from elsewhere"
+    fi
+done < <(find "$prefix/lib" -type f \( -name '*.so*' -o -perm -u+x \))
+
+step "tadata"
+as_user "$prefix/bin/tadata" import "$source_dir/docs/samples/vega-minutes.csv" \
+    --series NORD/MAIN/VEGA --columns date=2,time=3,open=4,high=5,low=6,close=7,volume=8 >/dev/null
+as_user "$prefix/bin/tadata" list | grep -q 'NORD/MAIN/VEGA' || fail "what was imported is not listed"
+[ -d "$work/home/.local/share/Vexdesk/Vexdesk/tadata/NORD/MAIN/VEGA" ] ||
+    fail "the store is not in the user's own directory"
+as_user "$prefix/bin/tadata" --help | grep -qP '\p{Cyrillic}' || fail "tadata does not speak Russian"
+if as_user TADATA_LANGUAGE=en "$prefix/bin/tadata" --help | grep -P '\p{Cyrillic}'; then
+    fail "tadata does not speak English"
+fi
+
+step "the terminal"
+if as_user "$prefix/bin/vexdesk-desk" --language en --help | grep -P '\p{Cyrillic}'; then
+    fail "the terminal does not speak English"
+fi
+as_user "$prefix/bin/vexdesk-desk" --tour "$work/tour" >"$work/tour.log" 2>&1 ||
+    { cat "$work/tour.log" >&2; fail "the terminal's tour"; }
+[ "$(find "$work/tour" -name '*.png' | wc -l)" -gt 20 ] || fail "the tour made too few pictures"
+
+step "a plug-in of somebody else, built with the headers"
+cmake -S "$source_dir/tests/package/consumer" -B "$work/consumer" -G Ninja \
+    -DCMAKE_PREFIX_PATH="$prefix" >"$work/consumer.log" 2>&1 &&
+    cmake --build "$work/consumer" >>"$work/consumer.log" 2>&1 ||
+    { cat "$work/consumer.log" >&2; fail "the plug-in does not build"; }
+plugin_dir=$(dirname "$(find "$work/consumer" -name 'libconsumer.so')")
+as_user "$prefix/bin/vexdesk-desk" --language en --plugins "$plugin_dir" --list-plugins >"$work/plugins.txt"
+grep -qP '^loaded\tconsumer\t' "$work/plugins.txt" ||
+    { cat "$work/plugins.txt" >&2; fail "the terminal does not load it"; }
+
+step "this plug-in, built with the headers alone"
+cmake -S "$source_dir" -B "$work/plugin" -G Ninja -DTADATA_INSTALLED_HOST=ON -DTADATA_BUILD_TESTS=OFF \
+    -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_EXPORT_COMPILE_COMMANDS=ON >"$work/plugin.log" 2>&1 &&
+    cmake --build "$work/plugin" --target tadatamanager tadata >>"$work/plugin.log" 2>&1 ||
+    { cat "$work/plugin.log" >&2; fail "the plug-in does not build"; }
+if grep -F "$source_dir/host" "$work/plugin/compile_commands.json"; then
+    fail "the plug-in is built with the host's sources"
+fi
+as_user "$prefix/bin/vexdesk-desk" --language en --plugins "$work/plugin/bin/plugins" --list-plugins |
+    grep -qP '^loaded\ttadatamanager\t' || fail "the terminal does not load it"
+echo "All of it holds."
