@@ -262,6 +262,10 @@ To import them from a file, choose Technical analysis › TA data management ›
         <source>график не закрылся</source>
         <translation>the chart did not close</translation>
     </message>
+    <message>
+        <source>прокрутить график</source>
+        <translation>scroll the chart</translation>
+    </message>
 </context>
 <context>
     <name>vexdesk::ChartView</name>

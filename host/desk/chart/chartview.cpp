@@ -21,9 +21,8 @@ namespace {
 // Device-independent pixels.
 constexpr double thinnestCandle = 4; // with the gap beside it
 constexpr double padding = 6;
-constexpr double textMargin = 4;     // that a text item has around its text
-constexpr double priceDistance = 40; // between lines
-constexpr double volumeDistance = 20;
+constexpr double textMargin = 4;       // that a text item has around its text
+constexpr double priceDistance = 40;   // between lines
 constexpr double gapBetweenPanes = 14; // half a label
 constexpr QSize smallestSize(320, 180);
 
@@ -276,11 +275,12 @@ void ChartView::updateAxes()
     setTicks(m_priceAxis, m_layout.prices,
              valueTicks(m_layout.prices.low, m_layout.prices.high,
                         count(m_layout.pricePane, priceDistance), m_layout.decimals));
+    // The pane is low: its labels may stand close to each other, so that one of them is not the 0.
+    const double labelHeight = QFontMetricsF(font()).height();
     const ValueTicks volumeTicks = valueTicks(m_layout.volumes.low, m_layout.volumes.high,
-                                              count(m_layout.volumePane, volumeDistance), 0);
-    m_layout.volumes.high =
-        withRoomForLabel(m_layout.volumes, volumeTicks.step, m_layout.volumePane.height(),
-                         QFontMetricsF(font()).height());
+                                              count(m_layout.volumePane, labelHeight), 0);
+    m_layout.volumes.high = withRoomForLabel(m_layout.volumes, volumeTicks.step,
+                                             m_layout.volumePane.height(), labelHeight);
     setTicks(m_volumeAxis, m_layout.volumes, volumeTicks);
     // At once, with the candles, and not with the next turn of the event loop.
     for (QChart* const pane : {m_priceChart, m_volumeChart})

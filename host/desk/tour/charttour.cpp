@@ -176,6 +176,12 @@ void addZooming(Tour& tour, const std::shared_ptr<State>& state, const PointedBa
                   [state] { turnWheel(state->chart(), state->mouse, 1); },
                   i == 0 ? QStringLiteral("chart-all") : QString()});
     }
+    tour.add({Text::tr("прокрутить график"), [] { return QString(); },
+              [state] {
+                  constexpr int steps = 5; // the day's first bar stood at the edge, so half a view
+                  for (int i = 0; i < steps; ++i)
+                      pressKey(state->widget<QAbstractScrollArea>("chartView"), Qt::Key_Right);
+              }});
     tour.add({Text::tr("навести на бар"),
               [state, bar] {
                   if (!state->pointAt(bar.timeText()))

@@ -28,6 +28,12 @@ Demonstration makeDemonstration()
         return QByteArray::number(hundredths / 100) + '.' +
                QByteArray::number(hundredths % 100).rightJustified(2, '0');
     };
+    // Prices wander as those of a market do, and always in the same way.
+    quint32 random = 1;
+    const auto step = [&random](int from, int to) {
+        random = random * 1664525 + 1013904223;
+        return from + static_cast<int>((random >> 16) % static_cast<quint32>(to - from + 1));
+    };
     int open = 12000;
     for (int d = 0; d < days; ++d) {
         const QDate day = QDate(2024, 1, 15).addDays(d);
@@ -35,10 +41,11 @@ Demonstration makeDemonstration()
             result.dayFiles[day.toString(QStringLiteral("yyyyMMdd")) + QStringLiteral("_60.iss")];
         for (int bar = 1; bar <= barsPerDay; ++bar) {
             const QTime time = QTime(10, 0).addSecs(60 * bar);
-            const int close = open + bar * 7 % 11 - 5;
-            const QByteArray prices = price(open) + ';' + price(qMax(open, close) + bar % 4) + ';' +
-                                      price(qMin(open, close) - bar % 3) + ';' + price(close) +
-                                      ';' + QByteArray::number(100 + bar * 13 % 90);
+            const int close = open + step(-6, 6);
+            const int high = qMax(open, close) + step(0, 4);
+            const int low = qMin(open, close) - step(0, 4);
+            const QByteArray prices = price(open) + ';' + price(high) + ';' + price(low) + ';' +
+                                      price(close) + ';' + QByteArray::number(step(20, 400));
             result.input += day.toString(QStringLiteral("dd.MM.yy")).toLatin1() + ';' +
                             time.toString(QStringLiteral("hh:mm")).toLatin1() + ';' + prices + '\n';
             stored +=
