@@ -43,15 +43,10 @@ for number in "$runs" "$lines"; do
 done
 
 export TZ=UTC LC_ALL=C.UTF-8 QT_QPA_PLATFORM=offscreen
-export PEERS=$PWD/build/bench-peers
-duckdb_package=@duckdb/node-api@1.5.6-r.1 # one version, so that tables can be compared
+export PEERS=$PWD/$peers_folder
 
 install_packages "${bench_packages[@]}"
-command -v npm >/dev/null || install_packages nodejs npm
-if [ ! -d "$PEERS/node_modules/@duckdb/node-api" ]; then
-    mkdir -p "$PEERS"
-    npm install --prefix "$PEERS" --no-audit --no-fund --silent "$duckdb_package" >&2
-fi
+install_duckdb
 if [ -z "$build" ]; then
     build=build/release
     install_packages "${build_packages[@]}"

@@ -34,7 +34,20 @@ build_packages=(
     qt6-tools-dev qt6-tools-dev-tools fonts-dejavu-core
 )
 # What the test suite needs beyond that.
-test_packages=(locales tzdata clang-format xvfb xauth mawk)
-# What scripts/bench.sh measures with and beside; nodejs and npm come in addition where there is no
-# npm.
+test_packages=(
+    locales tzdata clang-format xvfb xauth mawk gawk python3-pandas dpkg-dev file
+)
+# What scripts/bench.sh measures with and beside.
 bench_packages=(libbenchmark-dev mawk python3-pandas time)
+
+# Where npm puts what the store is read with beside our own programs; below the project's root.
+peers_folder=build/peers
+duckdb_package=@duckdb/node-api@1.5.6-r.1 # one version, so that tables can be compared
+
+install_duckdb()
+{
+    [ -d "$peers_folder/node_modules/@duckdb/node-api" ] && return 0
+    command -v npm >/dev/null || install_packages nodejs npm
+    mkdir -p "$peers_folder"
+    npm install --prefix "$peers_folder" --no-audit --no-fund --silent "$duckdb_package" >&2
+}

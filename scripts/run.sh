@@ -20,8 +20,9 @@ mkdir -p "$demo"
 if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
     cat <<END
 
-Opening the terminal. Choose "Импортировать..." (Shift+I) and take the file demo.csv: one-minute
-bars with commas, dates ггггммдд, times ччммсс. Close the window to come back.
+Opening the terminal. Choose "Import..." ("Импортировать...", Shift+I) and take the file demo.csv:
+one-minute bars with commas, dates yyyymmdd (ггггммдд), times hhmmss (ччммсс). Close the window to
+come back.
 END
     (cd "$demo" && "$bin/vexdesk-desk")
 else

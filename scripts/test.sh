@@ -10,6 +10,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 preset=${1:-dev}
 install_packages "${build_packages[@]}" "${test_packages[@]}"
+install_duckdb
 if ! locale -a | grep -qix 'ru_RU\.utf-\?8'; then
     as_root=()
     [ "$(id -u)" -eq 0 ] || as_root=(sudo)
@@ -18,6 +19,10 @@ fi
 
 cmake --preset "$preset" >/dev/null
 cmake --build --preset "$preset"
+
+# The documents show how other tools read the store: these are here, and missing ones are a failure.
+export TADATA_NODE_MODULES=$PWD/$peers_folder/node_modules
+export TADATA_REQUIRE_TOOLS=1
 
 run_suite()
 {

@@ -1,0 +1,31 @@
+#!/usr/bin/env bash
+# Makes the pictures of the documents anew: the terminal goes through its commands by itself, once in
+# each language, and the pictures that the documents show are taken over.
+#
+#   scripts/pictures.sh [BIN_DIR]     the folder of vexdesk-desk (build/dev/bin)
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+bin=${1:-build/dev/bin}
+# Always the same place, because the pictures show it; somebody else's is not taken.
+work=/tmp/vexdesk
+mkdir "$work"
+trap 'rm -rf "$work"' EXIT
+export QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR=$work TZ=UTC LANG=C.UTF-8
+unset LC_ALL
+declare -A locale=([ru]=ru_RU.UTF-8 [en]=en_GB.UTF-8)
+
+for language in ru en; do
+    # A copy: the tour fills the store beside the program.
+    cp -r "$bin" "$work/bin"
+    rm -rf "$work/bin/user"
+    LC_TIME=${locale[$language]} "$work/bin/vexdesk-desk" --language "$language" --tour "$work/$language"
+    rm -rf "$work/bin"
+    mkdir -p "docs/images/$language"
+    rm -f "docs/images/$language"/*.png
+    # shellcheck disable=SC2013
+    for name in $(grep -rhoE "images/$language/[a-z0-9-]+\.png" README.md docs/*.md | sort -u); do
+        # The tour numbers its pictures; the documents do without.
+        cp "$work/$language"/[0-9][0-9]-"$(basename "$name")" "docs/$name"
+    done
+done
