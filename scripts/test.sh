@@ -21,7 +21,6 @@ cmake --preset "$preset" >/dev/null
 cmake --build --preset "$preset"
 
 # The documents show how other tools read the store: these are here, and missing ones are a failure.
-export TADATA_NODE_MODULES=$PWD/$peers_folder/node_modules
 export TADATA_REQUIRE_TOOLS=1
 
 run_suite()

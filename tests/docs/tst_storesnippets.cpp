@@ -1,9 +1,9 @@
 // The few lines by which other tools read the store, as docs/store-format.md shows them: they run,
 // on a store that an import has made, and give what they should.
 //
-// Each tool is looked for where it usually is, DuckDB below the directory that the environment
-// variable TADATA_NODE_MODULES names. Without its tool a test is skipped; with the variable
-// TADATA_REQUIRE_TOOLS it fails.
+// Each tool is looked for where it usually is, DuckDB where the project's scripts install it or
+// below the directory that the environment variable TADATA_NODE_MODULES names. Without its tool a
+// test is skipped; with the variable TADATA_REQUIRE_TOOLS it fails.
 
 #include "markdown.h"
 
@@ -12,6 +12,7 @@
 #include "support/filetree.h"
 #include "support/strictlog.h"
 
+#include <QtCore/QFileInfo>
 #include <QtCore/QProcess>
 #include <QtCore/QStandardPaths>
 #include <QtCore/QTemporaryDir>
@@ -64,9 +65,11 @@ QString python()
 
 QString node()
 {
-    const QString modules = qEnvironmentVariable("TADATA_NODE_MODULES");
-    const QString found = QStandardPaths::findExecutable(QStringLiteral("node"));
-    return modules.isEmpty() ? QString() : found;
+    constexpr char variable[] = "TADATA_NODE_MODULES";
+    if (!qEnvironmentVariableIsSet(variable))
+        qputenv(variable, SOURCE_FOLDER "/build/peers/node_modules");
+    const bool isInstalled = QFileInfo::exists(qEnvironmentVariable(variable));
+    return isInstalled ? QStandardPaths::findExecutable(QStringLiteral("node")) : QString();
 }
 
 } // namespace

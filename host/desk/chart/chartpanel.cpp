@@ -112,8 +112,7 @@ QWidget* ChartPanel::makeChoice()
     layout->addWidget(m_timeframeBox);
     layout->addWidget(m_showAll);
 
-    connect(m_seriesBox, &SeriesBox::aboutToOpen, this,
-            [this] { setStored(listStore(QDir(m_root))); });
+    connect(m_seriesBox, &SeriesBox::aboutToOpen, this, &ChartPanel::listStoredSoon);
     connect(m_seriesBox, &QComboBox::currentIndexChanged, this, &ChartPanel::chooseSeries);
     connect(m_timeframeBox, &QComboBox::currentIndexChanged, this, &ChartPanel::chooseTimeframe);
     connect(m_showAll, &QPushButton::clicked, m_view, &ChartView::showAll);

@@ -29,7 +29,7 @@ class VEXDESK_HISTORY_EXPORT DayFileLines final
 {
 public:
     /// Reads this many bytes at a time.
-    explicit DayFileLines(const QString& path, qsizetype blockSize = 256 * 1024);
+    explicit DayFileLines(const QString& path, qsizetype blockSize = qsizetype(256) * 1024);
 
     /// False for a file that is missing or cannot be read, and for what is no file.
     bool open();
