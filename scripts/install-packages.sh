@@ -30,8 +30,8 @@ install_packages()
 # Everything that a build needs, and the terminal's window.
 build_packages=(
     ca-certificates ccache cmake g++ libgl-dev ninja-build
-    qt6-base-dev qt6-base-dev-tools qt6-charts-dev qt6-l10n-tools qt6-translations-l10n
-    qt6-tools-dev qt6-tools-dev-tools fonts-dejavu-core
+    qt6-base-dev qt6-base-dev-tools qt6-charts-dev libqt6opengl6-dev qt6-l10n-tools
+    qt6-translations-l10n qt6-tools-dev qt6-tools-dev-tools fonts-dejavu-core
 )
 # What the test suite needs beyond that.
 test_packages=(
@@ -49,5 +49,5 @@ install_duckdb()
     [ -d "$peers_folder/node_modules/@duckdb/node-api" ] && return 0
     command -v npm >/dev/null || install_packages nodejs npm
     mkdir -p "$peers_folder"
-    npm install --prefix "$peers_folder" --no-audit --no-fund --silent "$duckdb_package" >&2
+    npm install --prefix "$peers_folder" --no-audit --no-fund --loglevel=error "$duckdb_package" >&2
 }

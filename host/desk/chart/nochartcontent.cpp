@@ -21,10 +21,10 @@ bool isChartBuilt()
 
 QWidget* makeChartContent()
 {
-    auto* const label = new QLabel(
-        Text::tr("Этот терминал собран без графика.\n\n"
-                 "Для графика нужен модуль Qt Charts: установите пакет qt6-charts-dev и соберите "
-                 "терминал заново."));
+    auto* const label = new QLabel(Text::tr("Этот терминал собран без графика.\n\n"
+                                            "Для графика нужен модуль Qt Charts: установите пакеты "
+                                            "qt6-charts-dev и libqt6opengl6-dev и соберите "
+                                            "терминал заново."));
     label->setObjectName(QStringLiteral("chartMessage"));
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
