@@ -8,11 +8,16 @@ namespace {
 
 constexpr size_t blockSize = 16;
 
+void extendBy(Bar& sum, const std::vector<Bar>& bars, size_t first, size_t last)
+{
+    for (size_t i = first; i < last; ++i)
+        extendBar(sum, bars[i]);
+}
+
 Bar sumOf(const std::vector<Bar>& bars, size_t first, size_t last)
 {
     Bar sum = bars[first];
-    for (size_t i = first + 1; i < last; ++i)
-        extendBar(sum, bars[i]);
+    extendBy(sum, bars, first + 1, last);
     return sum;
 }
 
@@ -23,12 +28,6 @@ std::vector<Bar> blocksOf(const std::vector<Bar>& bars)
     for (size_t i = 0; i < bars.size(); i += blockSize)
         blocks.push_back(sumOf(bars, i, std::min(i + blockSize, bars.size())));
     return blocks;
-}
-
-void extendBy(Bar& sum, const std::vector<Bar>& bars, size_t first, size_t last)
-{
-    for (size_t i = first; i < last; ++i)
-        extendBar(sum, bars[i]);
 }
 
 } // namespace

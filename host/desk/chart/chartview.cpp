@@ -276,7 +276,8 @@ void ChartView::updateAxes()
              valueTicks(m_layout.prices.low, m_layout.prices.high,
                         count(m_layout.pricePane, priceDistance), m_layout.decimals));
     // The pane is low: its labels may stand close to each other, so that one of them is not the 0.
-    const double labelHeight = QFontMetricsF(font()).height();
+    const QFontMetricsF metrics(font());
+    const double labelHeight = metrics.height();
     const ValueTicks volumeTicks = valueTicks(m_layout.volumes.low, m_layout.volumes.high,
                                               count(m_layout.volumePane, labelHeight), 0);
     m_layout.volumes.high = withRoomForLabel(m_layout.volumes, volumeTicks.step,
@@ -286,7 +287,6 @@ void ChartView::updateAxes()
     for (QChart* const pane : {m_priceChart, m_volumeChart})
         pane->layout()->activate();
 
-    const QFontMetricsF metrics(font());
     const double labelWidth = metrics.horizontalAdvance(QStringLiteral("00:00:00")) + 3 * padding;
     m_layout.ticks =
         timeTicks(m_layout.time, static_cast<int>(m_layout.pricePane.width() / labelWidth));
