@@ -16,7 +16,8 @@ class QObject;
 /// first plug-in and destroys it after the last one was unloaded; a plug-in gets it in
 /// IPlugin::init and may also ask for it with instance().
 ///
-/// User-interface thread only, except instance(), getDir(), database() and rawQueue().
+/// User-interface thread only, except instance(), getDir(), database(), rawQueue() and
+/// reportProblem().
 class VEXDESK_CORE_EXPORT ICore
 {
 public:
@@ -47,6 +48,12 @@ public:
     /// The queue through which incoming data reaches the tables of the database; null where the
     /// terminal has none. Owned by the core. Any thread.
     virtual IRawQueue* rawQueue() const = 0;
+
+    /// Tells the user of something that went wrong and that no window is there to say: a file that
+    /// could not be written when its window was closed, for example. A full sentence that names
+    /// what and where. The terminal shows it without interrupting anybody and keeps it until it
+    /// was read. Any thread. A core that has nobody to tell, which is the default, passes over it.
+    virtual void reportProblem(const QString& text);
 
 protected:
     ICore();

@@ -22,6 +22,9 @@ ICore* ICore::instance()
     return theCore;
 }
 
+void ICore::reportProblem(const QString&)
+{}
+
 namespace vexdesk {
 
 void setApplicationIdentity()
@@ -52,6 +55,27 @@ void Core::removeOptionsPage(IOptionsPage* page)
 Notifier* Core::notifier() const
 {
     return m_notifier.get();
+}
+
+void Core::reportProblem(const QString& text)
+{
+    {
+        const QMutexLocker lock(&m_problemsMutex);
+        m_problems.append(text);
+    }
+    Q_EMIT m_notifier->problemReported(text);
+}
+
+QStringList Core::problems() const
+{
+    const QMutexLocker lock(&m_problemsMutex);
+    return m_problems;
+}
+
+void Core::forgetProblems()
+{
+    const QMutexLocker lock(&m_problemsMutex);
+    m_problems.clear();
 }
 
 } // namespace vexdesk

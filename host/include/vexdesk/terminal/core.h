@@ -6,7 +6,9 @@
 #include <vexdesk/terminal/rawqueue.h>
 
 #include <QtCore/QList>
+#include <QtCore/QMutex>
 #include <QtCore/QObject>
+#include <QtCore/QStringList>
 
 #include <memory>
 
@@ -18,13 +20,15 @@ namespace vexdesk {
 /// the terminal finds the same data directory. Call it once after the application object exists.
 VEXDESK_CORE_EXPORT void setApplicationIdentity();
 
-/// Emits "aNewDay()"; its owner decides when.
+/// Emits "aNewDay()", when its owner decides, and tells of problems that were reported to the core.
 class VEXDESK_CORE_EXPORT Notifier final : public QObject
 {
     Q_OBJECT
 
 Q_SIGNALS:
     void aNewDay();
+    /// Emitted from the thread that reported it; the core's problems() have it by then.
+    void problemReported(const QString& text);
 };
 
 /// The core of a process. At most one lives at a time; ICore::instance() finds it.
@@ -39,6 +43,12 @@ public:
     /// Empty at first: whoever feeds a table makes it.
     Database* database() const override { return m_database.get(); }
     RawQueue* rawQueue() const override { return m_rawQueue.get(); }
+    void reportProblem(const QString& text) override;
+
+    /// What was reported and not yet forgotten, the oldest first. Any thread.
+    QStringList problems() const;
+    /// The user has read them. Any thread.
+    void forgetProblems();
 
     /// The pages in the order in which they were added.
     QList<IOptionsPage*> optionsPages() const { return m_optionsPages; }
@@ -50,6 +60,8 @@ private:
     std::unique_ptr<Notifier> m_notifier;
     std::unique_ptr<Database> m_database;
     std::unique_ptr<RawQueue> m_rawQueue; // ends before the tables that it fills
+    mutable QMutex m_problemsMutex;
+    QStringList m_problems;
 };
 
 } // namespace vexdesk
