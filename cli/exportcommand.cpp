@@ -95,7 +95,8 @@ QString runJob(const ExportDetails& details, const QDate& today, const SeriesDir
     ProgressBar bar;
     try {
         return exportBars(details, {today, 0}, seriesDir,
-                          [&bar](int percent) { bar.show(percent); });
+                          [&bar](int percent) { bar.show(percent); })
+            .error;
     } catch (const Exception& exception) {
         return exception.message();
     }

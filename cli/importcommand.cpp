@@ -149,8 +149,9 @@ ExitCode runImport(const QStringList& words)
     {
         ProgressBar bar;
         error = importBars(
-            file, details, [&] { return makeSeriesDirIn(store, codes); },
-            [&bar](int percent) { bar.show(percent); });
+                    file, details, [&] { return makeSeriesDirIn(store, codes); },
+                    [&bar](int percent) { bar.show(percent); })
+                    .error;
     }
     if (error.isNull())
         return Success;

@@ -112,6 +112,12 @@ QByteArrayList readDayFile(const QString& path)
     return lines;
 }
 
+std::optional<QByteArray> plainTextOf(const QString& path)
+{
+    vexdesk::DayFileLines file(path);
+    return file.open() ? file.plainText() : std::nullopt;
+}
+
 const QString& dayFilePath()
 {
     static const QTemporaryDir temporary;
@@ -171,7 +177,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     require(bytes.size() == lines.size(), "a day file has the lines of its text");
     for (qsizetype i = 0; i < lines.size(); ++i)
         require(bytes.at(i) == lines.at(i).toUtf8(), "lines are read as a text stream reads them");
-    if (const auto text = vexdesk::plainDayFile(dayFilePath())) {
+    if (const auto text = plainTextOf(dayFilePath())) {
         QByteArrayList plain = text->split('\n');
         if (plain.last().isEmpty())
             plain.removeLast();

@@ -4,6 +4,7 @@
 
 #include <vexdesk/history/dayfile.h>
 #include <vexdesk/history/dayfilelines.h>
+#include <vexdesk/history/utf8.h>
 
 #include <algorithm>
 
@@ -19,7 +20,7 @@ int secondOfDay(QByteArrayView text)
 {
     if (const int second = vexdesk::secondOfPlainTime(text); second >= 0)
         return second;
-    const QTime time = QTime::fromString(QString::fromUtf8(text), QStringLiteral("hhmmss"));
+    const QTime time = QTime::fromString(vexdesk::textFromUtf8(text), QStringLiteral("hhmmss"));
     return time.isValid() ? time.msecsSinceStartOfDay() / 1000 : 0;
 }
 
@@ -68,15 +69,15 @@ void EditorTADataModel::readDay(const QDate& day, const QDateTime& from, const Q
 {
     const QString path = m_dir.filePath(vexdesk::dayFileName(day, m_timeframe));
     const TimeOfDayRange range(day, from, to);
+    vexdesk::DayFileLines lines(path);
+    if (!lines.open())
+        return;
     if (range.isWholeDay()) {
-        if (const auto text = vexdesk::plainDayFile(path)) {
+        if (const auto text = lines.plainText()) {
             readWholeDay(day, *text);
             return;
         }
     }
-    vexdesk::DayFileLines lines(path);
-    if (!lines.open())
-        return;
     m_rows.beginDay(day);
     QByteArrayView line;
     while (lines.next(&line)) {

@@ -51,6 +51,10 @@ QString exportData(QProgressDialog* progress, const ExportDetails& details)
     const auto seriesDir = [&details] {
         return vexdesk::makeSeriesDir(details.stockCode, details.boardCode, details.securityName);
     };
+    if (const QString error = tadata::refusedOutput(details, vexdesk::storePlace());
+        !error.isNull())
+        return error;
     return tadata::exportBars(details, {QDate::currentDate(), progress->value()}, seriesDir,
-                              tadata::shownOn(progress));
+                              tadata::shownOn(progress))
+        .error;
 }

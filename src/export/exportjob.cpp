@@ -9,9 +9,12 @@
 #include <vexdesk/history/dayfilelines.h>
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QDirIterator>
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 #include <QtCore/QTextStream>
 
+#include <filesystem>
 #include <optional>
 
 namespace tadata {
@@ -22,6 +25,14 @@ struct Text
 {
     Q_DECLARE_TR_FUNCTIONS(ExporterTAData)
 };
+
+// What cannot be looked at may be there.
+bool isThere(const QString& path)
+{
+    std::error_code error;
+    return std::filesystem::symlink_status(QFile::encodeName(path).constData(), error).type() !=
+           std::filesystem::file_type::not_found;
+}
 
 // The days of an interval, in turn.
 class ExportRun final
@@ -41,9 +52,10 @@ public:
     // Ends early when the disk is full: the rest could not be written either.
     void writeDays()
     {
+        if (!m_details.dateFrom.isValid() || !m_details.dateTo.isValid())
+            return;
         const double days = static_cast<double>(m_details.dateFrom.daysTo(m_details.dateTo) + 1);
-        for (QDate day = m_details.dateFrom;
-             day <= m_details.dateTo && m_out.status() != QTextStream::WriteFailed;
+        for (QDate day = m_details.dateFrom; goesOn() && day.isValid() && day <= m_details.dateTo;
              day = day.addDays(1)) {
             if (day >= m_today) {
                 writeDeals();
@@ -55,6 +67,10 @@ public:
             show(static_cast<int>(left / days * 100));
         }
     }
+
+    /// What could not be read; null when nothing was.
+    QString error() const { return m_error; }
+    QStringList unopened() const { return m_unopened; }
 
     void show(int percent)
     {
@@ -68,6 +84,8 @@ private:
         exportDeals(m_details, m_today, {m_shown, [this](int percent) { show(percent); }}, m_out);
     }
 
+    bool goesOn() const { return m_error.isNull() && m_out.status() != QTextStream::WriteFailed; }
+
     void writeStored(const QDate& day)
     {
         if (!m_dir)
@@ -75,9 +93,16 @@ private:
         const int timeframe = m_details.timeframe < vexdesk::minuteTimeframe
                                   ? vexdesk::secondTimeframe
                                   : vexdesk::minuteTimeframe;
-        vexdesk::DayFileLines lines(m_dir->filePath(vexdesk::dayFileName(day, timeframe)));
-        if (!lines.open())
-            return;
+        const QString path = m_dir->filePath(vexdesk::dayFileName(day, timeframe));
+        vexdesk::DayFileLines lines(path);
+        if (lines.open())
+            writeLines(lines, day);
+        else if (isThere(path))
+            m_unopened.append(path);
+    }
+
+    void writeLines(vexdesk::DayFileLines& lines, const QDate& day)
+    {
         BarDescription target;
         QByteArrayView line;
         while (lines.next(&line)) {
@@ -88,6 +113,8 @@ private:
                 m_exporter.writeBar(target);
         }
         m_exporter.flush();
+        if (!lines.error().isNull())
+            m_error = Text::tr("Невозможно прочитать файл %1: %2").arg(lines.path(), lines.error());
     }
 
     const ExportDetails& m_details;
@@ -98,16 +125,58 @@ private:
     QTextStream& m_out;
     BarExporter m_exporter;
     std::optional<QDir> m_dir;
+    QString m_error;
+    QStringList m_unopened;
 };
+
+// Whether the file has the path of a day file of some series.
+bool hasPathOfBars(const QString& outputPath, const QDir& root)
+{
+    const QString path = QFileInfo(outputPath).canonicalFilePath();
+    const QString below = QDir(root.canonicalPath()).relativeFilePath(path);
+    constexpr qsizetype slashes = 3; // between venue, board, security and file
+    return !path.isEmpty() && !root.canonicalPath().isEmpty() && below.count(u'/') == slashes &&
+           !below.startsWith(QLatin1String("../")) &&
+           vexdesk::isBarFileName(QFileInfo(path).fileName());
+}
+
+// Whether the file is also a day file of some series under another name of it.
+bool isLinkedToBars(const vexdesk::FileState& output, const QDir& root)
+{
+    if (output.links < 2)
+        return false;
+    QDirIterator series(root.path(), QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot,
+                        QDirIterator::Subdirectories);
+    while (series.hasNext()) {
+        if (!vexdesk::barFileThatIs(output, QDir(series.next())).isEmpty())
+            return true;
+    }
+    return false;
+}
 
 } // namespace
 
-QString exportBars(const ExportDetails& details, const ExportStart& start,
-                   const SeriesDir& seriesDir, const ProgressSink& progress)
+QString refusedOutput(const ExportDetails& details, const QDir& root)
+{
+    const std::optional<vexdesk::FileState> output = vexdesk::fileState(details.outputPath);
+    if (!output)
+        return QString();
+    const QDir ownSeries(
+        vexdesk::seriesPath(root, details.stockCode, details.boardCode, details.securityName));
+    if (!hasPathOfBars(details.outputPath, root) &&
+        vexdesk::barFileThatIs(*output, ownSeries).isEmpty() && !isLinkedToBars(*output, root))
+        return QString();
+    return Text::tr("Файл %1 — файл дня в хранилище: выгрузка стёрла бы его бары. Выберите другой "
+                    "файл")
+        .arg(details.outputPath);
+}
+
+ExportOutcome exportBars(const ExportDetails& details, const ExportStart& start,
+                         const SeriesDir& seriesDir, const ProgressSink& progress)
 {
     QFile file(details.outputPath);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        return Text::tr("Невозможно открыть файл %1").arg(details.outputPath);
+        return {Text::tr("Невозможно открыть файл %1").arg(details.outputPath), {}};
     QTextStream out(&file);
     out.setGenerateByteOrderMark(true);
     if (details.addHeader)
@@ -118,13 +187,17 @@ QString exportBars(const ExportDetails& details, const ExportStart& start,
         run.writeDays();
     } catch (const QString& message) {
         // Money that no number of the host can hold.
-        return message;
+        return {message, run.unopened()};
     }
     out.flush();
-    if (out.status() == QTextStream::WriteFailed)
-        return Text::tr("Невозможно записать файл %1").arg(details.outputPath);
+    // Some file systems say only at the end what they could not keep.
+    file.close();
+    if (out.status() == QTextStream::WriteFailed || file.error() != QFileDevice::NoError)
+        return {Text::tr("Невозможно записать файл %1").arg(details.outputPath), run.unopened()};
+    if (!run.error().isNull())
+        return {run.error(), run.unopened()};
     run.show(100);
-    return QString();
+    return {QString(), run.unopened()};
 }
 
 } // namespace tadata

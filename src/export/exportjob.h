@@ -3,6 +3,8 @@
 #include "export/exportdetails.h"
 #include "store/job.h"
 
+#include <QtCore/QStringList>
+
 namespace tadata {
 
 /// What an export takes from the moment and the place in which it begins.
@@ -12,17 +14,32 @@ struct ExportStart
     int progress = 0; ///< what the progress shows before the job's first value
 };
 
+/// How an export ended.
+struct ExportOutcome
+{
+    QString error; ///< the message for the user; null on success
+    /// The day files of the interval that are there and could not be opened: their bars are not in
+    /// the output.
+    QStringList unopened;
+};
+
+/// Why an export must not write to its output: the message for the user where that is a day file of
+/// the store with this root, reached by its own path, through a link or by another name of it.
+/// Null otherwise. Nothing is opened or made. Any thread.
+QString refusedOutput(const ExportDetails& details, const QDir& root);
+
 /// Writes the bars of one series and an interval of days as a text file with a byte order mark.
 ///
 /// Past days are read from their day files; for each line that was read the bar is written as it
 /// stands then, and once more when it is finished: a reader sees the bar grow, and takes the last
 /// line of each time for the finished bar. The deals of today are bars of their own, written when
-/// they are finished. The file at the output's path is replaced.
+/// they are finished. The file at the output's path is replaced. An interval of which an end is no
+/// date has no days.
 ///
-/// Null text on success, otherwise the message for the user; what was written by then stays. A deal
-/// of which a field has an unexpected type throws the host's Exception. Any thread; one line is in
-/// memory at a time.
-QString exportBars(const ExportDetails& details, const ExportStart& start,
-                   const SeriesDir& seriesDir, const ProgressSink& progress);
+/// A day file that cannot be opened has no bars. One that cannot be read to its end, or whose sums
+/// do not fit, ends the export; what was written by then stays. A deal of which a field has an
+/// unexpected type throws the host's Exception. Any thread; one line is in memory at a time.
+ExportOutcome exportBars(const ExportDetails& details, const ExportStart& start,
+                         const SeriesDir& seriesDir, const ProgressSink& progress);
 
 } // namespace tadata

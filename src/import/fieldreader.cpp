@@ -17,6 +17,9 @@ bool isLetter(QChar character)
     return (character >= u'a' && character <= u'z') || (character >= u'A' && character <= u'Z');
 }
 
+// No number of more digits than a year has is a part of a date or a time.
+constexpr int maxDigits = 4;
+
 // A part of a pattern: a run of one letter, and the number that stands there in the text.
 struct Part
 {
@@ -51,7 +54,8 @@ std::optional<Parts> readParts(QStringView text, QStringView pattern)
             ++count;
         }
         Part& part = parts[count - 1];
-        ++part.length;
+        if (++part.length > maxDigits)
+            return std::nullopt;
         part.number = part.number * 10 + (text[i].unicode() - u'0');
     }
     return parts;

@@ -5,11 +5,10 @@
 #include "store/jobrunner.h"
 
 #include <vexdesk/history/dayfile.h>
+#include <vexdesk/history/dayfilelines.h>
+#include <vexdesk/history/utf8.h>
 
 #include <QtCore/QCoreApplication>
-#include <QtCore/QFile>
-#include <QtCore/QFileInfo>
-#include <QtCore/QTextStream>
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QMessageBox>
 
@@ -39,22 +38,26 @@ QString askForFile()
 
 std::optional<QList<QString>> readPreview(const QString& fileName)
 {
-    QFile file(fileName);
-    // To open a pipe is to wait for somebody who writes into it.
-    if (!QFileInfo(fileName).isFile() || !file.open(QIODevice::ReadOnly)) {
+    vexdesk::DayFileLines lines(fileName, vexdesk::DayFileLines::unlimited);
+    if (!lines.open()) {
         warn(Text::tr("Ошибка открытия файла"),
              Text::tr("Невозможно открыть файл %1").arg(fileName));
         return std::nullopt;
     }
-    QTextStream stream(&file);
-    if (stream.atEnd()) {
-        warn(Text::tr("Пустой файл"), Text::tr("Файл %1 пуст").arg(file.fileName()));
+    QList<QString> preview;
+    QByteArrayView line;
+    while (preview.size() < previewLines && lines.next(&line))
+        preview.append(vexdesk::textFromUtf8(line));
+    if (!lines.error().isNull()) {
+        warn(Text::tr("Ошибка открытия файла"),
+             Text::tr("Невозможно прочитать файл %1: %2").arg(fileName, lines.error()));
         return std::nullopt;
     }
-    QList<QString> lines;
-    while (lines.size() < previewLines && !stream.atEnd())
-        lines.append(stream.readLine());
-    return lines;
+    if (preview.isEmpty()) {
+        warn(Text::tr("Пустой файл"), Text::tr("Файл %1 пуст").arg(fileName));
+        return std::nullopt;
+    }
+    return preview;
 }
 
 std::optional<ImportDetails> askForDetails(const QList<QString>& lines)
@@ -100,5 +103,5 @@ QString importFromFile(QProgressDialog* progress, QString fileName, ImportDetail
     const auto seriesDir = [&details] {
         return vexdesk::makeSeriesDir(details.stockCode, details.boardCode, details.securityName);
     };
-    return tadata::importBars(fileName, details, seriesDir, tadata::shownOn(progress));
+    return tadata::importBars(fileName, details, seriesDir, tadata::shownOn(progress)).error;
 }

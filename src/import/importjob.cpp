@@ -8,9 +8,11 @@
 
 #include <vexdesk/history/dayfile.h>
 #include <vexdesk/history/dayfilelines.h>
+#include <vexdesk/history/utf8.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 #include <QtCore/QTextStream>
 
 bool changeOutput(QFile& file, QTextStream& stream, QString fileName)
@@ -20,9 +22,6 @@ bool changeOutput(QFile& file, QTextStream& stream, QString fileName)
     file.setFileName(fileName);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
         return false;
-    // A stream ties itself to its device anew each time and never lets go, and each tie is called
-    // when the file is closed: with a day for each of thousands of files that is most of the work.
-    QObject::disconnect(&file, &QIODevice::aboutToClose, nullptr, nullptr);
     stream.setDevice(&file);
     return true;
 }
@@ -41,19 +40,23 @@ QString cannotOpen(const QString& path)
     return Text::tr("Невозможно открыть файл %1").arg(path);
 }
 
+QString cannotWrite(const QString& path)
+{
+    return Text::tr("Невозможно записать файл %1").arg(path);
+}
+
 // The file that bars go to at the moment. Its functions return the message of what failed, or null.
+//
+// Every write hands over whole lines, so that whoever reads the file meanwhile finds no half of
+// one.
 class BarOutput final
 {
 public:
-    BarOutput()
-    {
-        // Asks for a byte-order mark, which attaching a file takes back: stored files have none.
-        m_stream.setGenerateByteOrderMark(true);
-    }
+    BarOutput() = default;
+    ~BarOutput() { close(); }
+    Q_DISABLE_COPY_MOVE(BarOutput)
 
-    QString path() const { return m_file.fileName(); }
-
-    // Many lines at a time: the stream would make room for each.
+    // What fails shows when the file is closed.
     void write(const BarDescription& bar)
     {
         appendRecordLine(m_lines, bar);
@@ -64,37 +67,40 @@ public:
 
     QString switchTo(const QString& path)
     {
-        if (const QString error = flush(); !error.isNull())
+        if (const QString error = close(); !error.isNull())
             return error;
-        return changeOutput(m_file, m_stream, path) ? QString() : cannotOpen(path);
+        m_file.setFileName(path);
+        m_isWhole = true;
+        // To open a pipe is to wait for somebody who reads it.
+        const QFileInfo there(path);
+        const bool isFile = there.isFile() || !there.exists();
+        const auto mode = QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered;
+        return isFile && m_file.open(mode) ? QString() : cannotOpen(path);
     }
 
-    // Bars that did not reach the disk, because it is full, must not count as imported.
-    QString flush()
+    // Bars that did not reach the disk, because it is full, must not count as imported. Some file
+    // systems say so only now.
+    QString close()
     {
+        if (!m_file.isOpen())
+            return QString();
         passOn();
-        m_stream.flush();
-        return m_stream.status() == QTextStream::WriteFailed
-                   ? Text::tr("Невозможно записать файл %1").arg(path())
-                   : QString();
+        m_file.close();
+        return m_isWhole && m_file.error() == QFileDevice::NoError ? QString()
+                                                                   : cannotWrite(m_file.fileName());
     }
-
-    // The lines before the one that ended an import stay stored.
-    ~BarOutput() { passOn(); }
-    Q_DISABLE_COPY_MOVE(BarOutput)
 
 private:
     void passOn()
     {
-        if (m_lines.text().isEmpty())
-            return;
-        m_stream << m_lines.text();
+        const QByteArray bytes = m_lines.text().toLatin1();
+        m_isWhole = m_isWhole && m_file.write(bytes) == bytes.size();
         m_lines.clear();
     }
 
-    QFile m_file; // outlives the stream, which writes its rest when it goes
-    QTextStream m_stream;
+    QFile m_file;
     TextLines m_lines;
+    bool m_isWhole = true; // whether the file has taken all that it was given
 };
 
 // The outputs of one import: day files, and minute files beside them for second bars.
@@ -130,10 +136,12 @@ public:
             m_minutes.write(*minute);
     }
 
+    // Ends both files, also where one of them has failed.
     QString finish()
     {
-        QString error = m_bars.flush();
-        return error.isNull() && derivesMinutes() ? m_minutes.flush() : error;
+        const QString error = m_bars.close();
+        const QString minuteError = m_minutes.close();
+        return error.isNull() ? minuteError : error;
     }
 
 private:
@@ -163,58 +171,104 @@ int percentDone(qint64 position, qint64 size)
     return position < size ? static_cast<int>(double(position) / double(size) * 100.0) : 100;
 }
 
-} // namespace
-
-QString importBars(const QString& fileName, const ImportDetails& details,
-                   const SeriesDir& seriesDir, const ProgressSink& progress)
+// One import, from its first line to its last.
+class ImportRun final
 {
-    vexdesk::DayFileLines lines(fileName, blockSize);
-    // What is no file, such as a pipe, has no lines to come back to.
-    if (!lines.open())
-        return cannotOpen(fileName);
-    qint64 lineNumber = 0;
-    const auto lineError = [&lineNumber](const QString& what) {
-        return Text::tr("Ошибка при импорте %1-й строки:\n%2.")
-            .arg(QString::number(lineNumber), what);
-    };
+public:
+    ImportRun(vexdesk::DayFileLines& lines, const ImportDetails& details, const QDir& dir,
+              const ProgressSink& progress)
+        : m_lines(lines)
+        , m_details(details)
+        , m_progress(progress)
+        , m_parser(details)
+        , m_store(dir, details.timeframe)
+    {}
 
-    QByteArrayView line;
-    QString text;
-    if (details.firstLineIsHeader) {
-        lines.next(&line, &text);
-        ++lineNumber;
+    ImportOutcome run()
+    {
+        QString error = readLines();
+        // Bars that came before an error stay stored: that they are not is the worse of two errors.
+        if (const QString lost = m_store.finish(); !lost.isNull())
+            error = lost;
+        if (error.isNull())
+            m_progress(100);
+        return {error, m_bars};
     }
 
-    StoreWriter store(seriesDir(), details.timeframe);
-    PlainLineParser parser(details);
-    const qint64 size = lines.size();
-    while (lines.next(&line, &text)) {
-        ++lineNumber;
-
-        BarDescription bar;
-        if (!lines.isAscii() || !parser.parse(line, &bar)) {
-            if (lines.isAscii())
-                text = QString::fromLatin1(line);
-            bar = BarDescription();
-            if (!bar.init(text, details))
-                return lineError(bar.error);
+private:
+    QString readLines()
+    {
+        QByteArrayView line;
+        if (m_details.firstLineIsHeader && m_lines.next(&line))
+            ++m_lineNumber;
+        while (m_lines.next(&line)) {
+            ++m_lineNumber;
+            BarDescription bar;
+            if (const QString error = parse(line, &bar); !error.isNull())
+                return error;
+            if (const QString error = store(bar); !error.isNull())
+                return error;
+            ++m_bars;
         }
+        return m_lines.error().isNull() ? QString()
+                                        : Text::tr("Невозможно прочитать файл %1: %2")
+                                              .arg(m_lines.path(), m_lines.error());
+    }
 
-        if (store.needsSwitch(bar.date)) {
-            progress(percentDone(lines.position(), size));
-            if (const QString error = store.switchTo(bar.date); !error.isNull())
+    QString parse(QByteArrayView line, BarDescription* bar)
+    {
+        if (m_parser.parse(line, bar))
+            return QString();
+        *bar = BarDescription();
+        return bar->init(vexdesk::textFromUtf8(line), m_details) ? QString()
+                                                                 : lineError(bar->error);
+    }
+
+    QString store(const BarDescription& bar)
+    {
+        if (m_store.needsSwitch(bar.date)) {
+            m_progress(percentDone(m_lines.position(), m_lines.size()));
+            if (const QString error = m_store.switchTo(bar.date); !error.isNull())
                 return error;
         }
         try {
-            store.write(bar);
+            m_store.write(bar);
         } catch (const QString& message) {
             return lineError(message);
         }
+        return QString();
     }
-    if (const QString error = store.finish(); !error.isNull())
-        return error;
-    progress(100);
-    return QString();
+
+    QString lineError(const QString& what) const
+    {
+        return Text::tr("Ошибка при импорте %1-й строки:\n%2.")
+            .arg(QString::number(m_lineNumber), what);
+    }
+
+    vexdesk::DayFileLines& m_lines;
+    const ImportDetails& m_details;
+    const ProgressSink& m_progress;
+    PlainLineParser m_parser;
+    StoreWriter m_store;
+    qint64 m_lineNumber = 0;
+    qint64 m_bars = 0;
+};
+
+} // namespace
+
+ImportOutcome importBars(const QString& fileName, const ImportDetails& details,
+                         const SeriesDir& seriesDir, const ProgressSink& progress)
+{
+    vexdesk::DayFileLines lines(fileName, vexdesk::DayFileLines::unlimited, blockSize);
+    if (!lines.open())
+        return {cannotOpen(fileName)};
+    const QDir dir = seriesDir();
+    if (!vexdesk::barFileThatIs(lines.state(), dir).isEmpty())
+        return {
+            Text::tr("Файл %1 лежит в хранилище как файл дня этой же серии: импорт стёр бы его. "
+                     "Скопируйте его в другое место и импортируйте копию")
+                .arg(fileName)};
+    return ImportRun(lines, details, dir, progress).run();
 }
 
 } // namespace tadata

@@ -8,18 +8,27 @@ class QTextStream;
 
 namespace tadata {
 
+/// How an import ended.
+struct ImportOutcome
+{
+    QString error;   ///< the message for the user; null on success
+    qint64 bars = 0; ///< that were taken from the input
+};
+
 /// Imports a text file into the day files of one series, whose directory is asked for once the
 /// input has been opened.
 ///
 /// A day file is replaced each time the input comes to its day, never appended to or merged: it
 /// holds the bars of the input's last run of lines of that day, in the order of the input. An
 /// import of second bars (timeframe 1) also derives minute bars into a file of their own beside
-/// each day file. The first wrong line ends the import; the bars before it stay stored.
+/// each day file. The first wrong line ends the import, and so does a part of the input that cannot
+/// be read; the bars before it stay stored. An input that is itself a day file of the series, by
+/// whatever name, is refused before anything is opened for writing.
 ///
-/// Null text on success, otherwise the message for the user. Any thread; one line is in memory at a
-/// time.
-QString importBars(const QString& fileName, const ImportDetails& details,
-                   const SeriesDir& seriesDir, const ProgressSink& progress);
+/// Every write to a day file hands over whole lines. Two imports into one series at a time mix its
+/// days. Any thread; one line is in memory at a time.
+ImportOutcome importBars(const QString& fileName, const ImportDetails& details,
+                         const SeriesDir& seriesDir, const ProgressSink& progress);
 
 } // namespace tadata
 

@@ -23,6 +23,8 @@ bool isLetter(char character)
     return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
 }
 
+constexpr int maxDigits = 4; // of the year, the longest part of a date or a time
+
 constexpr bool isLittleEndian = std::endian::native == std::endian::little;
 constexpr qsizetype wordSize = sizeof(quint64);
 
@@ -75,6 +77,7 @@ PlainLineParser::Pattern::Pattern(const QString& pattern)
         if (i == 0 || text[i - 1] != letter)
             parts.append({letter, i, 0});
         ++parts.last().length;
+        isPlain = isPlain && parts.last().length <= maxDigits;
     }
     isPlain = isPlain && (parts.size() == 2 || parts.size() == 3);
 }

@@ -539,8 +539,9 @@ void TestDealsExport::goesOnFromTheLastProgressOfTheDays()
     details.dateFrom = today.addDays(-1);
     QList<int> progress;
     const QString error = tadata::exportBars(
-        details, {today, -1}, [&dir] { return QDir(dir.path()); },
-        [&progress](int percent) { progress.append(percent); });
+                              details, {today, -1}, [&dir] { return QDir(dir.path()); },
+                              [&progress](int percent) { progress.append(percent); })
+                              .error;
     QVERIFY2(error.isNull(), qPrintable(error));
     // One past day of two; the scan goes on from its 50.
     QCOMPARE(progress, QList<int>({50, 100, 100}));
@@ -558,7 +559,8 @@ void TestDealsExport::followsTheStoredDays()
     details.outputPath = dir.filePath(QStringLiteral("out.txt"));
     details.dateFrom = today.addDays(-1);
     const QString error = tadata::exportBars(
-        details, {today, 0}, [&dir] { return QDir(dir.path()); }, [](int) {});
+                              details, {today, 0}, [&dir] { return QDir(dir.path()); }, [](int) {})
+                              .error;
     QVERIFY2(error.isNull(), qPrintable(error));
     QCOMPARE(testsupport::readFile(details.outputPath),
              QByteArray("\xef\xbb\xbf"

@@ -104,7 +104,8 @@ QString TestExportJob::run(const ExportDetails& details)
         return QDir(m_dir->filePath(QStringLiteral("series")));
     };
     return tadata::exportBars(details, {m_today, -1}, seriesDir,
-                              [this](int percent) { m_progress.append(percent); });
+                              [this](int percent) { m_progress.append(percent); })
+        .error;
 }
 
 void TestExportJob::store(const char* name, const QByteArray& content)

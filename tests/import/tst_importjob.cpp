@@ -95,8 +95,9 @@ QString TestImportJob::import(const QByteArray& input, const ImportDetails& deta
     const QString file = m_input->filePath(QStringLiteral("bars.txt"));
     writeFile(file, input);
     return tadata::importBars(
-        file, details, [this] { return QDir(m_store->path()); },
-        [this](int percent) { m_progress.append(percent); });
+               file, details, [this] { return QDir(m_store->path()); },
+               [this](int percent) { m_progress.append(percent); })
+        .error;
 }
 
 void TestImportJob::storesAMinuteBar()
@@ -354,12 +355,13 @@ void TestImportJob::aMissingInputMakesNoDirectory()
     bool asked = false;
     const QString missing = m_input->filePath(QStringLiteral("нет такого %1.txt"));
     const QString error = tadata::importBars(
-        missing, detailsOfSeries(0),
-        [&asked] {
-            asked = true;
-            return QDir();
-        },
-        [](int) {});
+                              missing, detailsOfSeries(0),
+                              [&asked] {
+                                  asked = true;
+                                  return QDir();
+                              },
+                              [](int) {})
+                              .error;
     QCOMPARE(error, QString(QStringLiteral("Невозможно открыть файл ") + missing));
     QVERIFY(!asked);
 }
@@ -456,7 +458,8 @@ void TestImportJob::refusesAPipe()
     // Nobody writes into it, and nobody is waited for.
     QCOMPARE(tadata::importBars(
                  pipe, detailsOfSeries(0), [this] { return QDir(m_store->path()); },
-                 [this](int percent) { m_progress.append(percent); }),
+                 [this](int percent) { m_progress.append(percent); })
+                 .error,
              QString(QStringLiteral("Невозможно открыть файл ") + pipe));
     QVERIFY(stored().isEmpty());
 }
@@ -486,7 +489,8 @@ void TestImportJob::worksBesideOtherImports()
         QVERIFY(dir.mkpath(QStringLiteral(".")));
         threads.emplace_back([&error = errors.at(i), &file, &details, dir] {
             error = tadata::importBars(
-                file, details, [&dir] { return dir; }, [](int) {});
+                        file, details, [&dir] { return dir; }, [](int) {})
+                        .error;
         });
     }
     // The terminal may take new reference data at any moment.

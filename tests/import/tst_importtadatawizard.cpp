@@ -498,8 +498,10 @@ void TestImportTADataWizard::importsEveryFormat()
     const QDir store(directory.filePath(QStringLiteral("store")));
     QVERIFY(QDir().mkpath(store.path()));
     testsupport::writeFile(path, input);
-    const QString error = tadata::importBars(
-        path, m_wizard->importDetails(), [&store] { return store; }, [](int) {});
+    const QString error =
+        tadata::importBars(
+            path, m_wizard->importDetails(), [&store] { return store; }, [](int) {})
+            .error;
     QVERIFY2(error.isNull(), qPrintable(error));
     QCOMPARE(
         testsupport::readTree(store),

@@ -5,21 +5,43 @@
 #include <QtCore/QDirIterator>
 
 #include <algorithm>
+#include <optional>
 
 namespace vexdesk {
 
 namespace {
+
+constexpr qsizetype dayLength = 8; // of "yyyyMMdd"
 
 QString dayText(const QDate& day)
 {
     return day.toString(QStringLiteral("yyyyMMdd"));
 }
 
+QDate dayAtStart(const QString& name)
+{
+    return QDate::fromString(name.left(dayLength), QStringLiteral("yyyyMMdd"));
+}
+
+// The terminal gives the last directory that it reached where it cannot make one: what is not the
+// directory that was asked for is never taken for it.
+QDir dataDirectory(const QString& path)
+{
+    const QDir reached = ICore::getDir(path, false);
+    const QDir wanted(ICore::getDir(QString(), false).filePath(path));
+    return reached.absolutePath() == wanted.absolutePath() ? reached : wanted;
+}
+
 } // namespace
 
 QDir storeRoot()
 {
-    return ICore::getDir(QStringLiteral("tadata"), false);
+    return dataDirectory(QStringLiteral("tadata"));
+}
+
+QDir storePlace()
+{
+    return QDir(ICore::getDir(QString(), false).filePath(QStringLiteral("tadata")));
 }
 
 QString seriesPath(const QDir& root, const QString& stockCode, const QString& boardCode,
@@ -31,10 +53,7 @@ QString seriesPath(const QDir& root, const QString& stockCode, const QString& bo
 
 QDir makeSeriesDir(const QString& stockCode, const QString& boardCode, const QString& securityName)
 {
-    const QString path = QStringLiteral("tadata/%1/%2/%3").arg(stockCode, boardCode, securityName);
-    const QDir reached = ICore::getDir(path, false);
-    const QDir wanted(ICore::getDir(QString(), false).filePath(path));
-    return reached.absolutePath() == wanted.absolutePath() ? reached : wanted;
+    return dataDirectory(QStringLiteral("tadata/%1/%2/%3").arg(stockCode, boardCode, securityName));
 }
 
 QStringList subdirectories(const QString& path, QDir::Filters also)
@@ -60,8 +79,7 @@ QString minuteFileName(const QDate& day)
 
 std::optional<DayFileKey> parseDayFileName(const QString& name)
 {
-    constexpr qsizetype dayLength = 8;
-    const QDate day = QDate::fromString(name.left(dayLength), QStringLiteral("yyyyMMdd"));
+    const QDate day = dayAtStart(name);
     const qsizetype dot = name.indexOf(u'.');
     if (!day.isValid() || dot <= dayLength)
         return std::nullopt;
@@ -69,6 +87,28 @@ std::optional<DayFileKey> parseDayFileName(const QString& name)
     if (timeframe <= 0 || dayFileName(day, timeframe) != name)
         return std::nullopt;
     return DayFileKey{day, timeframe};
+}
+
+bool isBarFileName(const QString& name)
+{
+    if (parseDayFileName(name))
+        return true;
+    const QDate day = dayAtStart(name);
+    return day.isValid() && minuteFileName(day) == name;
+}
+
+QString barFileThatIs(const FileState& file, const QDir& seriesDir)
+{
+    QDirIterator walk(seriesDir.path(), QDir::Files | QDir::Hidden);
+    while (walk.hasNext()) {
+        const QString path = walk.next();
+        if (!isBarFileName(walk.fileName()))
+            continue;
+        const std::optional<FileState> state = fileState(path);
+        if (state && state->isSameFile(file))
+            return walk.fileName();
+    }
+    return QString();
 }
 
 QList<QDate> storedDays(const QDir& seriesDir, int timeframe, const QDate& from, const QDate& to)

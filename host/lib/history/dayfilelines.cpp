@@ -1,5 +1,8 @@
 #include <vexdesk/history/dayfilelines.h>
 
+#include <vexdesk/history/utf8.h>
+
+#include <QtCore/QCoreApplication>
 #include <QtCore/QFileInfo>
 
 #include <algorithm>
@@ -9,128 +12,192 @@ namespace vexdesk {
 
 namespace {
 
-bool areAscii(const char* begin, const char* end)
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(vexdesk::DayFileLines)
+};
+
+bool areAscii(QByteArrayView text)
 {
     constexpr quint64 highBits = 0x8080808080808080U;
-    for (; end - begin >= qsizetype(sizeof(quint64)); begin += sizeof(quint64)) {
+    const char* begin = text.begin();
+    for (; text.end() - begin >= qsizetype(sizeof(quint64)); begin += sizeof(quint64)) {
         quint64 word = 0;
         std::memcpy(&word, begin, sizeof word);
         if (word & highBits)
             return false;
     }
-    return std::all_of(begin, end, [](char c) { return static_cast<signed char>(c) >= 0; });
+    return std::all_of(begin, text.end(), [](char c) { return static_cast<signed char>(c) >= 0; });
 }
 
-// To open a pipe is to wait for somebody who writes into it.
-bool openForReading(QFile& file, QIODevice::OpenMode mode)
+// How many bytes a character has that begins with this one; 0 for one that begins none.
+int lengthOfCharacter(uchar first)
 {
-    return QFileInfo(file.fileName()).isFile() && file.open(QIODevice::ReadOnly | mode);
+    if (first < 0xc2 || first > 0xf4)
+        return 0;
+    return first < 0xe0 ? 2 : first < 0xf0 ? 3 : 4;
+}
+
+// The bytes of a character that the end of the text has cut off.
+qsizetype sizeOfCutCharacter(QByteArrayView text)
+{
+    const qsizetype most = std::min<qsizetype>(3, text.size());
+    for (qsizetype size = 1; size <= most; ++size) {
+        const auto byte = static_cast<uchar>(text[text.size() - size]);
+        if (byte >= 0xc0)
+            return size < lengthOfCharacter(byte) ? size : 0;
+        if (byte < 0x80)
+            break;
+    }
+    return 0;
 }
 
 } // namespace
 
-std::optional<QByteArray> plainDayFile(const QString& path)
-{
-    QFile file(path);
-    if (!openForReading(file, QIODevice::Unbuffered))
-        return std::nullopt;
-    QByteArray text(file.size(), Qt::Uninitialized);
-    if (text.isEmpty() || file.read(text.data(), text.size()) != text.size() ||
-        text.contains('\r') || !areAscii(text.constBegin(), text.constEnd()))
-        return std::nullopt;
-    return text;
-}
-
-DayFileLines::DayFileLines(const QString& path, qsizetype blockSize)
+DayFileLines::DayFileLines(const QString& path, qint64 maxSize, qsizetype blockSize)
     : m_file(path)
+    , m_maxSize(maxSize)
     , m_blockSize(blockSize)
+    , m_encoder(QStringEncoder::Utf8)
 {}
 
 bool DayFileLines::open()
 {
-    return openForReading(m_file, QIODevice::NotOpen);
+    // To open a pipe is to wait for somebody who writes into it.
+    if (!QFileInfo(m_file.fileName()).isFile() ||
+        !m_file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        return false;
+    const std::optional<FileState> state = fileState(m_file);
+    if (!state)
+        return false;
+    m_state = *state;
+    return true;
+}
+
+std::optional<QByteArray> DayFileLines::plainText()
+{
+    if (m_state.size == 0 || m_state.size > m_maxSize)
+        return std::nullopt;
+    m_buffer = QByteArray(m_state.size, Qt::Uninitialized); // no larger: it may be kept
+    append(0);
+    const bool isPlain = m_error.isNull() && m_isAscii && !m_buffer.isEmpty() &&
+                         !m_buffer.contains('\r') && m_position == m_state.size;
+    return isPlain ? std::optional(m_buffer) : std::nullopt;
 }
 
 bool DayFileLines::next(QByteArrayView* line)
 {
-    QString text;
-    if (!next(line, &text))
-        return false;
-    if (m_usesStream) {
-        m_line = text.toUtf8();
-        *line = m_line;
-    }
-    return true;
-}
-
-bool DayFileLines::next(QByteArrayView* ascii, QString* text)
-{
-    if (!m_usesStream) {
-        const bool found = nextOfBlocks(ascii);
-        ++m_given;
-        if (!m_usesStream)
-            return found;
-    }
-    if (m_stream.atEnd())
-        return false;
-    // A mark alone is a line too, an empty one.
-    if (!m_stream.readLineInto(text))
-        text->clear();
-    return true;
-}
-
-bool DayFileLines::nextOfBlocks(QByteArrayView* line)
-{
-    const void* lineEnd = nullptr;
-    while (!(lineEnd = std::memchr(m_buffer.constData() + m_searched, '\n',
-                                   static_cast<size_t>(m_buffer.size() - m_searched)))) {
-        m_searched = m_buffer.size();
-        if (!readBlock())
-            break;
-        if (!areAscii(m_buffer.constData() + m_searched, m_buffer.constData() + m_buffer.size())) {
-            switchToStream();
-            return false;
-        }
-    }
-
+    const char* end = nullptr;
+    const bool hasEnd = findLineEnd(&end);
     const char* const begin = m_buffer.constData() + m_begin;
-    const char* const end =
-        lineEnd ? static_cast<const char*>(lineEnd) : m_buffer.constData() + m_buffer.size();
-    if (!lineEnd && begin == end)
+    // What has bytes, but none of text, has one line nevertheless: a mark alone is an empty one.
+    const bool isMarkAlone = !m_hasGiven && m_position > 0;
+    if (!m_error.isNull() || (!hasEnd && begin == end && !isMarkAlone))
         return false;
+    m_hasGiven = true;
     *line = QByteArrayView(begin, end);
     // A carriage return before the line end, or before the end of the file, is a part of it.
     if (line->endsWith('\r'))
         line->chop(1);
-    m_begin = end - m_buffer.constData() + (lineEnd ? 1 : 0);
+    m_begin = end - m_buffer.constData() + (hasEnd ? 1 : 0);
     m_searched = m_begin;
+    if (!m_isAscii && !areAscii(*line))
+        *line = withoutErrors(*line);
     return true;
+}
+
+// Where the line ends that begins at m_begin; false when that is the end of the file, or nowhere.
+bool DayFileLines::findLineEnd(const char** end)
+{
+    const void* found = nullptr;
+    while (!(found = std::memchr(m_buffer.constData() + m_searched, '\n',
+                                 static_cast<size_t>(m_buffer.size() - m_searched)))) {
+        m_searched = m_buffer.size();
+        if (m_searched - m_begin > maxLine) {
+            m_error = Text::tr("строка длиннее 256 МБ");
+            break;
+        }
+        if (!readBlock())
+            break;
+    }
+    *end = found ? static_cast<const char*>(found) : m_buffer.constData() + m_buffer.size();
+    return found != nullptr;
 }
 
 // False when there is no more to read.
 bool DayFileLines::readBlock()
 {
+    if (m_isAtEnd || !m_error.isNull())
+        return false;
     m_buffer.remove(0, m_begin);
     m_searched -= m_begin;
     m_begin = 0;
+    m_isAscii = m_isAscii || areAscii(m_buffer);
     const qsizetype kept = m_buffer.size();
     // Grows by more than that where a line is longer than a block: it is not copied for every
     // block.
     m_buffer.resize(kept + m_blockSize);
-    const qint64 count = m_file.read(m_buffer.data() + kept, m_buffer.size() - kept);
-    m_buffer.resize(kept + std::max(qint64(0), count));
-    return count > 0;
+    append(kept);
+    return m_error.isNull() && !m_isAtEnd;
 }
 
-void DayFileLines::switchToStream()
+// Fills the buffer behind what is kept, as far as the file goes.
+void DayFileLines::append(qsizetype kept)
 {
-    m_usesStream = true;
-    m_buffer.clear();
-    // From the start, since what the first bytes are decides how the others are read.
-    m_file.seek(0);
-    m_stream.setDevice(&m_file);
-    for (qint64 i = 0; i < m_given; ++i)
-        m_stream.readLine();
+    const qint64 count = readBytes(m_buffer.data() + kept, m_buffer.size() - kept);
+    m_buffer.resize(kept + std::max(qint64(0), count));
+    if (!m_hasBegun)
+        beginText();
+    else if (m_decoder)
+        m_buffer = m_buffer.first(kept) + inUtf8(QByteArrayView(m_buffer).sliced(kept));
+    m_isAscii = m_isAscii && areAscii(QByteArrayView(m_buffer).sliced(kept));
+    // What the end of the file has cut in two is no character.
+    if (m_isAtEnd && !m_decoder)
+        m_buffer.chop(sizeOfCutCharacter(m_buffer));
+    m_searched = std::min(m_searched, m_buffer.size());
+}
+
+// As many as there are; fewer at the end of the file, and where an error is.
+qint64 DayFileLines::readBytes(char* to, qint64 count)
+{
+    const qint64 read = m_position > m_maxSize ? 0 : m_file.read(to, count);
+    m_position += std::max(qint64(0), read);
+    if (std::max(m_position, m_state.size) > m_maxSize)
+        m_error = Text::tr("файл больше 1 ГБ");
+    else if (read < 0)
+        m_error = m_file.errorString();
+    else if (read == 0 && count > 0 && m_position < m_state.size)
+        m_error = Text::tr("файл стал короче, пока его читали");
+    m_isAtEnd = read == 0 && count > 0;
+    return read;
+}
+
+// The first bytes say how the others are to be read.
+void DayFileLines::beginText()
+{
+    m_hasBegun = true;
+    const auto encoding = QStringConverter::encodingForData(m_buffer);
+    if (!encoding)
+        return;
+    if (*encoding == QStringConverter::Utf8) {
+        constexpr qsizetype markSize = 3;
+        m_buffer.remove(0, markSize);
+    } else {
+        m_decoder.emplace(*encoding);
+        m_buffer = inUtf8(m_buffer);
+    }
+}
+
+QByteArray DayFileLines::inUtf8(QByteArrayView bytes)
+{
+    const QString text = (*m_decoder)(bytes);
+    return m_encoder(text);
+}
+
+QByteArrayView DayFileLines::withoutErrors(QByteArrayView line)
+{
+    m_line = textFromUtf8(line).toUtf8();
+    return m_line;
 }
 
 } // namespace vexdesk

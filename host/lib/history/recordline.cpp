@@ -1,5 +1,7 @@
 #include <vexdesk/history/recordline.h>
 
+#include <vexdesk/history/utf8.h>
+
 #include <algorithm>
 #include <cstring>
 
@@ -27,7 +29,7 @@ const char* findSeparator(const char* begin, const char* end)
 QTime timeOf(QByteArrayView text)
 {
     const int second = secondOfPlainTime(text);
-    return second < 0 ? QTime::fromString(QString::fromUtf8(text), QStringLiteral("hhmmss"))
+    return second < 0 ? QTime::fromString(textFromUtf8(text), QStringLiteral("hhmmss"))
                       : QTime::fromMSecsSinceStartOfDay(second * 1000);
 }
 
@@ -35,7 +37,7 @@ int integerOf(QByteArrayView text)
 {
     constexpr int safeDigits = 9;
     if (text.empty() || text.size() > safeDigits || !areDigits(text))
-        return QString::fromUtf8(text).toInt();
+        return textFromUtf8(text).toInt();
     int number = 0;
     for (const char digit : text)
         number = number * 10 + digit - '0';
@@ -121,16 +123,16 @@ bool isRecordLine(QByteArrayView line)
     constexpr quint64 lowBits = 0x7f7f7f7f7f7f7f7fU;
     constexpr quint64 ones = 0x0101010101010101U;
     static_assert(separator == 0x3b);
-    int count = 0;
+    qsizetype count = 0;
     const char* at = line.begin();
     for (; line.end() - at >= qsizetype(sizeof(quint64)); at += sizeof(quint64)) {
         quint64 characters = 0;
         std::memcpy(&characters, at, sizeof characters);
         characters ^= separators;
         const quint64 found = ~(((characters & lowBits) + lowBits) | characters | lowBits);
-        count += static_cast<int>((found >> 7) * ones >> 56);
+        count += static_cast<qsizetype>((found >> 7) * ones >> 56);
     }
-    count += static_cast<int>(std::count(at, line.end(), separator));
+    count += std::count(at, line.end(), separator);
     return count == RecordFieldCount - 1;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <vexdesk/export.h>
+#include <vexdesk/history/filestate.h>
 
 #include <QtCore/QDate>
 #include <QtCore/QDir>
@@ -20,8 +21,13 @@ namespace vexdesk {
 constexpr int secondTimeframe = 1;
 constexpr int minuteTimeframe = 60;
 
-/// The store's root, made when it is missing.
+/// The store's root, made when it is missing. Where it cannot be made, because something else has
+/// its name or a link of its name leads nowhere, the directory that it should have been: it does
+/// not exist, so nothing is found in it, and nothing in any other place is taken for the store.
 VEXDESK_HISTORY_EXPORT QDir storeRoot();
+
+/// Where the terminal's store is or would be: nothing is made.
+VEXDESK_HISTORY_EXPORT QDir storePlace();
 
 /// The directory of a series below a store's root. Nothing is looked for or made.
 VEXDESK_HISTORY_EXPORT QString seriesPath(const QDir& root, const QString& stockCode,
@@ -55,6 +61,14 @@ struct DayFileKey
 
 /// No value for any name that dayFileName would not have made.
 VEXDESK_HISTORY_EXPORT std::optional<DayFileKey> parseDayFileName(const QString& name);
+
+/// Whether a file of this name in a series' directory holds bars: a day file or a derived minute
+/// file.
+VEXDESK_HISTORY_EXPORT bool isBarFileName(const QString& name);
+
+/// The name of the day file or derived minute file in a series' directory that is this very file,
+/// by whatever other name or link it was reached; empty when none is.
+VEXDESK_HISTORY_EXPORT QString barFileThatIs(const FileState& file, const QDir& seriesDir);
 
 /// The days of an interval, both ends included, for which a directory holds a day file, in
 /// ascending order. None when the interval is reversed or an end of it is no date.
