@@ -13,8 +13,10 @@
 #include <cstdarg>
 #include <cstdio>
 #include <mutex>
+#include <utility>
 #include <vector>
 
+using testsupport::AtEnd;
 using testsupport::Fault;
 using testsupport::SystemCall;
 using testsupport::WrittenPieces;
@@ -28,6 +30,12 @@ struct Fault::Rule
     std::atomic<int> calls = 0;
 };
 
+struct AtEnd::Rule
+{
+    QByteArray pathEnd;
+    std::function<void()> action;
+};
+
 struct WrittenPieces::Record
 {
     QByteArray pathEnd;
@@ -38,8 +46,9 @@ namespace {
 
 std::mutex rulesMutex;
 std::vector<std::shared_ptr<Fault::Rule>> rules;
+std::vector<std::shared_ptr<AtEnd::Rule>> ends;
 std::vector<std::shared_ptr<WrittenPieces::Record>> records;
-std::atomic<int> ruleCount = 0; // and records
+std::atomic<int> ruleCount = 0; // of all three kinds
 
 template <typename Function>
 Function real(const char* name)
@@ -73,6 +82,21 @@ bool fails(SystemCall call, const QByteArray& path)
 bool failsOn(SystemCall call, int descriptor)
 {
     return ruleCount != 0 && fails(call, pathOf(descriptor));
+}
+
+void tellEnd(int descriptor)
+{
+    const QByteArray path = pathOf(descriptor);
+    std::vector<std::function<void()>> actions;
+    {
+        const std::lock_guard lock(rulesMutex);
+        for (const auto& rule : ends) {
+            if (path.endsWith(rule->pathEnd) && rule->action)
+                actions.push_back(std::exchange(rule->action, nullptr));
+        }
+    }
+    for (const auto& action : actions)
+        action();
 }
 
 void keepPiece(int descriptor, const void* from, size_t count)
@@ -115,6 +139,21 @@ int Fault::failed() const
     return std::max(0, m_rule->calls - m_rule->passed);
 }
 
+AtEnd::AtEnd(const QString& pathEnd, std::function<void()> action)
+    : m_rule(new Rule{QFile::encodeName(pathEnd), std::move(action)})
+{
+    const std::lock_guard lock(rulesMutex);
+    ends.push_back(m_rule);
+    ++ruleCount;
+}
+
+AtEnd::~AtEnd()
+{
+    const std::lock_guard lock(rulesMutex);
+    std::erase(ends, m_rule);
+    --ruleCount;
+}
+
 WrittenPieces::WrittenPieces(const QString& pathEnd)
     : m_record(new Record{QFile::encodeName(pathEnd), {}})
 {
@@ -142,7 +181,12 @@ QByteArrayList WrittenPieces::pieces() const
 TESTSUPPORT_INTERPOSED ssize_t read(int descriptor, void* to, size_t count)
 {
     static const auto call = real<ssize_t (*)(int, void*, size_t)>("read");
-    return failsOn(SystemCall::Read, descriptor) ? -1 : call(descriptor, to, count);
+    if (failsOn(SystemCall::Read, descriptor))
+        return -1;
+    const ssize_t size = call(descriptor, to, count);
+    if (size == 0 && ruleCount != 0)
+        tellEnd(descriptor);
+    return size;
 }
 
 TESTSUPPORT_INTERPOSED ssize_t write(int descriptor, const void* from, size_t count)

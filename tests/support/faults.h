@@ -5,6 +5,7 @@
 #include <QtCore/QString>
 
 #include <cerrno>
+#include <functional>
 #include <memory>
 
 namespace testsupport {
@@ -27,6 +28,21 @@ public:
 
     /// How many calls have failed.
     int failed() const;
+
+    struct Rule;
+
+private:
+    std::shared_ptr<Rule> m_rule;
+};
+
+/// Calls a function when the end of a file whose path ends so has been read for the first time,
+/// before the reader hears of it.
+class AtEnd final
+{
+public:
+    AtEnd(const QString& pathEnd, std::function<void()> action);
+    ~AtEnd();
+    Q_DISABLE_COPY_MOVE(AtEnd)
 
     struct Rule;
 
