@@ -229,6 +229,14 @@
         <source>Невозможно записать файл %1</source>
         <translation>Cannot write file %1</translation>
     </message>
+    <message>
+        <source>Невозможно прочитать файл %1: %2</source>
+        <translation>Cannot read file %1: %2</translation>
+    </message>
+    <message>
+        <source>Файл %1 — файл дня в хранилище: выгрузка стёрла бы его бары. Выберите другой файл</source>
+        <translation>File %1 is a day file of the store: the export would wipe its bars. Choose another file</translation>
+    </message>
 </context>
 <context>
     <name>FormatExportPage</name>
@@ -370,6 +378,14 @@
 %2.</source>
         <translation>Error importing line %1:
 %2.</translation>
+    </message>
+    <message>
+        <source>Невозможно прочитать файл %1: %2</source>
+        <translation>Cannot read file %1: %2</translation>
+    </message>
+    <message>
+        <source>Файл %1 лежит в хранилище как файл дня этой же серии: импорт стёр бы его. Скопируйте его в другое место и импортируйте копию</source>
+        <translation>File %1 lies in the store as a day file of this very series: the import would wipe it. Copy it to another place and import the copy</translation>
     </message>
 </context>
 <context>

@@ -73,6 +73,10 @@
         <comment>file of the same securities, named in the language</comment>
         <translation>demonstration_en.json</translation>
     </message>
+    <message>
+        <source>Невозможно прочитать файл %1</source>
+        <translation>Cannot read file %1</translation>
+    </message>
 </context>
 <context>
     <name>SelectorBox</name>
@@ -330,6 +334,21 @@ To import them from a file, choose Technical analysis › TA data management ›
     <message>
         <source>Таблица %1 уже есть</source>
         <translation>Table %1 already exists</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::DayFileLines</name>
+    <message>
+        <source>строка длиннее 256 МБ</source>
+        <translation>a line is longer than 256 MB</translation>
+    </message>
+    <message>
+        <source>файл больше 1 ГБ</source>
+        <translation>the file is larger than 1 GB</translation>
+    </message>
+    <message>
+        <source>файл стал короче, пока его читали</source>
+        <translation>the file became shorter while it was read</translation>
     </message>
 </context>
 <context>

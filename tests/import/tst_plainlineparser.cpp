@@ -144,6 +144,7 @@ void TestPlainLineParser::leavesUnknownRolesToTheOther()
     const QByteArray line = "20240115;100000;1;1;1;1";
     BarDescription bar;
     QVERIFY(!tadata::PlainLineParser(details).parse(line, &bar));
+    QVERIFY(!tadata::PlainLineParser(details).parse(line + ";2;2;2", &bar));
     bar = BarDescription();
     QVERIFY(!bar.init(QString::fromLatin1(line), details));
     QCOMPARE(bar.error, QStringLiteral("Недостаточное количество столбцов"));
