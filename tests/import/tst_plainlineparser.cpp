@@ -24,6 +24,7 @@ private Q_SLOTS:
     void leavesFarColumnsToTheOther();
     void leavesUnknownRolesToTheOther();
     void leavesLongPartsOfAPatternToTheOther();
+    void leavesQuotesToTheOther();
     void agreesWithThePlainWay_data();
     void agreesWithThePlainWay();
 };
@@ -158,6 +159,18 @@ void TestPlainLineParser::leavesLongPartsOfAPatternToTheOther()
     const QByteArray line = "20240199999999999999;100000;1;1;1;1";
     BarDescription bar;
     QVERIFY(!tadata::PlainLineParser(details).parse(line, &bar));
+}
+
+// Where the text has a quote too, the letters between are no number of a date.
+void TestPlainLineParser::leavesQuotesToTheOther()
+{
+    ImportDetails details = detailsOfSeries(0);
+    BarDescription bar;
+    details.dateFormat = QStringLiteral("yyyy'MM'dd");
+    QVERIFY(!tadata::PlainLineParser(details).parse("2024'01'15;100000;1;1;1;1", &bar));
+    details = detailsOfSeries(0);
+    details.timeFormat = QStringLiteral("hh'mm'ss");
+    QVERIFY(!tadata::PlainLineParser(details).parse("20240115;10'15'30;1;1;1;1", &bar));
 }
 
 void TestPlainLineParser::agreesWithThePlainWay_data()
