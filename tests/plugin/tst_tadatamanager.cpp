@@ -2,6 +2,7 @@
 
 #include "support/filetree.h"
 #include "support/localzone.h"
+#include "support/markingtranslator.h"
 #include "support/modalsteps.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"
@@ -20,7 +21,6 @@
 #include <QtCore/QMetaMethod>
 #include <QtCore/QPluginLoader>
 #include <QtCore/QPointer>
-#include <QtCore/QTranslator>
 #include <QtGui/QIcon>
 #include <QtGui/QImage>
 #include <QtTest/QSignalSpy>
@@ -38,17 +38,6 @@
 #include <memory>
 
 namespace {
-
-// Turns every text into one that shows it was asked for.
-class MarkingTranslator final : public QTranslator
-{
-public:
-    QString translate(const char* context, const char* source, const char*, int) const override
-    {
-        return QStringLiteral("%1|%2").arg(QLatin1String(context), QString::fromUtf8(source));
-    }
-    bool isEmpty() const override { return false; }
-};
 
 QString secondName(const QDate& day)
 {
@@ -264,7 +253,7 @@ void TestTADataManager::introducesItself()
 
 void TestTADataManager::translatesItsTextsButNotItsVersion()
 {
-    MarkingTranslator translator;
+    testsupport::MarkingTranslator translator;
     QCoreApplication::installTranslator(&translator);
     QCOMPARE(plugin()->name(), QStringLiteral("TADataManager|Управление данными ТА"));
     QCOMPARE(plugin()->author(), QStringLiteral("TADataManager|Орвента"));
