@@ -6,6 +6,7 @@
 #include "support/strictlog.h"
 
 #include <vexdesk/appsettings.h>
+#include <vexdesk/history/dayfile.h>
 #include <vexdesk/icore.h>
 
 #include <QtCore/QRandomGenerator>
@@ -133,6 +134,9 @@ private Q_SLOTS:
     void removesALinkWithWhatItLeadsTo();
     void aSecondRunFindsNothing();
     void agreesWithTheRuleOnRandomTrees();
+
+    void withoutAStoreNothingIsRemoved_data();
+    void withoutAStoreNothingIsRemoved();
 
     void settingsHaveDefaults();
     void settingsOfAnotherType_data();
@@ -488,6 +492,34 @@ void TestPurge::agreesWithTheRuleOnRandomTrees()
         removed += wanted.size();
     }
     QVERIFY(removed > 100); // the trees do hold old files
+}
+
+void TestPurge::withoutAStoreNothingIsRemoved_data()
+{
+    QTest::addColumn<QString>("store");
+    for (const char* store : {"a file", "a link to a file", "a link that leads nowhere"})
+        QTest::newRow(store) << QString::fromLatin1(store);
+}
+
+// What has the store's name is no directory, and what lies beside it is somebody else's.
+void TestPurge::withoutAStoreNothingIsRemoved()
+{
+    QFETCH(const QString, store);
+    const QDir data = ICore::getDir(QString(), false);
+    const QString name = data.filePath(QStringLiteral("tadata"));
+    for (const char* other : {"20200101_1", "other/20200101_1", "other/S/B/X/20200101_1"})
+        writeFile(data.filePath(QLatin1String(other)), "precious");
+    if (store == u"a file")
+        writeFile(name, "file");
+    else if (store == u"a link to a file")
+        QVERIFY(QFile::link(data.filePath(QStringLiteral("20200101_1")), name));
+    else
+        QVERIFY(QFile::link(data.filePath(QStringLiteral("nowhere")), name));
+    const auto before = readTree(data);
+    removeOldSecondFiles(vexdesk::storeRoot(), today, keptDays);
+    QCOMPARE(readTree(data), before);
+    QVERIFY(isThere(name));
+    QVERIFY(!data.exists(QStringLiteral("nowhere")));
 }
 
 void TestPurge::settingsHaveDefaults()
