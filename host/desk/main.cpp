@@ -1,6 +1,5 @@
 #include "desk/commandline.h"
 #include "desk/daywatcher.h"
-#include "desk/dealsfeed.h"
 #include "desk/deskapplication.h"
 #include "desk/errorreport.h"
 #include "desk/languagechoice.h"
@@ -15,6 +14,8 @@
 #include "desk/tour/tour.h"
 
 #include <vexdesk/terminal/core.h>
+#include <vexdesk/terminal/database.h>
+#include <vexdesk/terminal/deals.h>
 #include <vexdesk/terminal/referencedata.h>
 
 #include <QtCore/QLocale>
@@ -80,12 +81,21 @@ void startAgain(const QStringList& arguments)
             "vexdesk::Main", "Терминал не удалось запустить снова: сделайте это сами."));
 }
 
+/// What was reported after the window went, or what nobody has read.
+void printProblems(const vexdesk::Core& core)
+{
+    const QStringList problems = core.problems();
+    for (const QString& problem : problems)
+        std::fprintf(stderr, "%s\n", qUtf8Printable(problem));
+}
+
 /// The process's exit code.
-int listPlugins(vexdesk::PluginLoader& loader)
+int listPlugins(vexdesk::PluginLoader& loader, const vexdesk::Core& core)
 {
     std::fputs(qUtf8Printable(vexdesk::pluginList(loader.records())), stdout);
     const bool areAllLoaded = loader.refusedCount() == 0;
     loader.unload();
+    printProblems(core);
     return areAllLoaded ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
@@ -103,6 +113,7 @@ int main(int argc, char** argv)
     installReferenceData(commandLine.referenceFile);
 
     vexdesk::Core core;
+    vexdesk::dealsTable(*core.database());
     vexdesk::PluginLoader loader;
     loader.setLanguage(application.language());
     QObject::connect(&loader, &vexdesk::PluginLoader::callFailed, &application,
@@ -114,12 +125,12 @@ int main(int argc, char** argv)
                 &core);
     loader.initStage(IPlugin::InitStage::PluginsReady);
     if (commandLine.listPlugins)
-        return listPlugins(loader);
+        return listPlugins(loader, core);
+    window.setDemoDeals(commandLine.demoDeals);
     window.show();
     QTimer::singleShot(0, &loader,
                        [&loader] { loader.initStage(IPlugin::InitStage::WindowShown); });
     const vexdesk::DayWatcher dayWatcher(core.notifier());
-    const vexdesk::DealsFeed dealsFeed(core);
 
     const QDir tourDirectory(commandLine.tourDirectory);
     vexdesk::Tour tour(tourDirectory);
@@ -131,6 +142,7 @@ int main(int argc, char** argv)
 
     const int exitCode = QApplication::exec();
     loader.unload();
+    printProblems(core);
     if (window.isRestartWanted())
         startAgain(arguments);
     return exitCode;

@@ -2,12 +2,15 @@
 
 #include "desk/chart/chartdock.h"
 #include "desk/commands.h"
+#include "desk/dealsfeed.h"
 #include "desk/languagechoice.h"
 #include "desk/menubuilder.h"
 #include "desk/optionsdialog.h"
 #include "desk/pluginloader.h"
 #include "desk/pluginsdialog.h"
+#include "desk/problemnotice.h"
 #include "desk/startpage.h"
+#include "desk/statuslink.h"
 
 #include <vexdesk/action.h>
 #include <vexdesk/actionmanager.h>
@@ -24,7 +27,6 @@
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QStatusBar>
-#include <QtWidgets/QToolButton>
 
 #include <algorithm>
 
@@ -39,12 +41,13 @@ constexpr int stateVersion = 1;
 constexpr auto chartCommand = "Desk.Chart";
 constexpr auto pluginsCommand = "Desk.Plugins";
 constexpr auto newDayCommand = "Desk.NewDay";
+constexpr auto demoDealsCommand = "Desk.DemoDeals";
 constexpr int messageTime = 5000; // ms
 
 /// The core of this terminal; null before it exists.
-const Core* terminalCore()
+Core* terminalCore()
 {
-    return dynamic_cast<const Core*>(ICore::instance());
+    return dynamic_cast<Core*>(ICore::instance());
 }
 
 QKeySequence optionsShortcut()
@@ -70,6 +73,11 @@ MainWindow::MainWindow(const PluginLoader& loader, QWidget* parent)
     connect(m_languageChoice, &LanguageChoice::restartWanted, this, &MainWindow::closeToRestart);
     explainCommand(newDayCommand, tr("Сообщить модулям о начале нового торгового дня, не дожидаясь "
                                      "смены даты: для проверки модулей"));
+    explainCommand(demoDealsCommand,
+                   tr("Заполнить сегодняшние сделки всех инструментов придуманными; пока они "
+                      "включены, они попадают и в экспорт за сегодня"));
+    if (QAction* const item = menuItem(demoDealsCommand))
+        item->setCheckable(true);
     m_startPage = new StartPage(m_ownCommands, this);
     setCentralWidget(m_startPage);
     addChart();
@@ -113,6 +121,8 @@ void MainWindow::addOwnCommands()
     }
     addCommand(developer, {newDayCommand, tr("&Новый торговый день"), QKeySequence()},
                [this] { beginNewDay(); });
+    addCommand(developer, {demoDealsCommand, tr("&Придуманные сделки"), QKeySequence()},
+               [this] { setDemoDeals(!m_demoDeals); });
     addCommand(help, {"Desk.About", tr("&О программе"), QKeySequence()}, [this] { showAbout(); });
 }
 
@@ -173,21 +183,29 @@ void MainWindow::addStatusBar()
     m_loadedLabel->setObjectName(QStringLiteral("loadedPlugins"));
     m_loadedLabel->setContentsMargins(6, 0, 6, 0);
     statusBar()->addWidget(m_loadedLabel);
-    m_refusedButton = new QToolButton(this);
-    m_refusedButton->setObjectName(QStringLiteral("refusedPlugins"));
-    m_refusedButton->setAutoRaise(true);
-    m_refusedButton->setToolTip(tr("Показать, какие модули отклонены и почему"));
-    connect(m_refusedButton, &QToolButton::clicked, this, [] { triggerCommand(pluginsCommand); });
-    statusBar()->addWidget(m_refusedButton);
+    m_refusedLink = new StatusLink(this);
+    m_refusedLink->setObjectName(QStringLiteral("refusedPlugins"));
+    m_refusedLink->setToolTip(tr("Показать, какие модули отклонены и почему"));
+    connect(m_refusedLink, &StatusLink::clicked, this, [] { triggerCommand(pluginsCommand); });
+    statusBar()->addWidget(m_refusedLink);
+    // Permanent: what was not read yet gives way to no passing message.
+    if (Core* const core = terminalCore())
+        statusBar()->addPermanentWidget(new ProblemNotice(*core, this));
+    m_demoDealsLabel = new QLabel(tr("Идут придуманные сделки"), this);
+    m_demoDealsLabel->setObjectName(QStringLiteral("demoDeals"));
+    m_demoDealsLabel->setToolTip(
+        tr("Сегодняшние сделки всех инструментов придуманы, и экспорт за сегодня берёт их. "
+           "Выключаются они в меню «Сервис», «Для разработчиков»."));
+    m_demoDealsLabel->hide();
+    statusBar()->addPermanentWidget(m_demoDealsLabel);
 }
 
 void MainWindow::updatePlugins()
 {
     m_startPage->setPlugins(m_loader.loadedCount(), m_loader.directories());
     m_loadedLabel->setText(tr("Загружено модулей: %1").arg(m_loader.loadedCount()));
-    m_refusedButton->setText(
-        tr("Отклонено модулей: %1. Подробнее...").arg(m_loader.refusedCount()));
-    m_refusedButton->setVisible(m_loader.refusedCount() > 0);
+    m_refusedLink->setText(tr("Отклонено модулей: %1. Подробнее...").arg(m_loader.refusedCount()));
+    m_refusedLink->setVisible(m_loader.refusedCount() > 0);
 }
 
 void MainWindow::showPlugins()
@@ -206,6 +224,18 @@ void MainWindow::beginNewDay()
     if (const Core* const core = terminalCore())
         Q_EMIT core->notifier()->aNewDay();
     statusBar()->showMessage(tr("Модулям сообщено о новом торговом дне"), messageTime);
+}
+
+void MainWindow::setDemoDeals(bool on)
+{
+    Core* const core = terminalCore();
+    if (!on || !core)
+        m_demoDeals.reset();
+    else if (!m_demoDeals)
+        m_demoDeals = std::make_unique<DealsFeed>(*core);
+    m_demoDealsLabel->setVisible(m_demoDeals != nullptr);
+    if (QAction* const item = menuItem(demoDealsCommand))
+        item->setChecked(m_demoDeals != nullptr);
 }
 
 void MainWindow::showAbout()

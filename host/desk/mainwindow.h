@@ -10,15 +10,16 @@
 class CommandContainer;
 class QAction;
 class QLabel;
-class QToolButton;
 
 namespace vexdesk {
 
 class ChartDock;
+class DealsFeed;
 class LanguageChoice;
 class MenuBuilder;
 class PluginLoader;
 class StartPage;
+class StatusLink;
 
 /// The terminal's window: the menus, the start page, and in the status bar what became of the
 /// plug-ins. Its own commands go the same way as those of plug-ins, through ActionManager.
@@ -35,6 +36,10 @@ public:
 
     /// Whether the user has closed the window only to see the terminal again in another language.
     bool isRestartWanted() const { return m_restartWanted; }
+
+    /// Fills today's deals of all securities with made-up ones for as long as the window lives, or
+    /// takes them out again. While they are there the status bar says so.
+    void setDemoDeals(bool on);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -75,7 +80,9 @@ private:
     StartPage* m_startPage = nullptr;
     ChartDock* m_chartDock = nullptr;
     QLabel* m_loadedLabel = nullptr;
-    QToolButton* m_refusedButton = nullptr;
+    StatusLink* m_refusedLink = nullptr;
+    QLabel* m_demoDealsLabel = nullptr;
+    std::unique_ptr<DealsFeed> m_demoDeals; // null while there are none
 };
 
 } // namespace vexdesk

@@ -37,6 +37,8 @@ private Q_SLOTS:
     void runsAPluginFromStartToEnd();
     void findsPluginsBesideItself();
     void theOptionReplacesTheStandardDirectories();
+    void dealsAreMadeUpOnlyWhenAskedFor_data();
+    void dealsAreMadeUpOnlyWhenAskedFor();
 
 private:
     /// In Russian, unless the arguments or the environment say otherwise.
@@ -104,8 +106,8 @@ void TestProgram::helpNamesTheOptions()
 {
     const Outcome outcome = run({QStringLiteral("--help")}, false);
     QCOMPARE(outcome.exitCode, 0);
-    for (const auto* const text :
-         {"--plugins", "--reference", "--help", "--version", "Показать эту справку и выйти."})
+    for (const auto* const text : {"--plugins", "--reference", "--demo-deals", "--help",
+                                   "--version", "Показать эту справку и выйти."})
         QVERIFY2(outcome.output.contains(QString::fromUtf8(text)), qPrintable(outcome.output));
 }
 
@@ -246,6 +248,28 @@ void TestProgram::theOptionReplacesTheStandardDirectories()
     QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
     QVERIFY(!recordedCalls().contains(QStringLiteral("SECOND.init")));
     QCOMPARE(recordedCalls().value(0), QStringLiteral("GOOD.init"));
+}
+
+void TestProgram::dealsAreMadeUpOnlyWhenAskedFor_data()
+{
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<QString>("deals");
+    QTest::newRow("not asked for") << QStringList() << QStringLiteral("GOOD.deals 0");
+    QTest::newRow("asked for") << QStringList(QStringLiteral("--demo-deals"))
+                               << QStringLiteral("GOOD.deals some");
+}
+
+void TestProgram::dealsAreMadeUpOnlyWhenAskedFor()
+{
+    QFETCH(const QStringList, options);
+    QFETCH(const QString, deals);
+    const QString plugins = m_directory->filePath(QStringLiteral("bin/plugins"));
+    QVERIFY(QDir().mkpath(plugins));
+    desktest::copyPlugins({QStringLiteral("good")}, QDir(plugins));
+    m_environment.insert(QStringLiteral("DESK_TEST_DEALS"), QStringLiteral("1"));
+    const Outcome outcome = run(options, true);
+    QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
+    QCOMPARE(recordedCalls().filter(QStringLiteral("GOOD.deals")), QStringList{deals});
 }
 
 int main(int argc, char** argv)
