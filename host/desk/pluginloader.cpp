@@ -17,6 +17,10 @@
 
 #include <algorithm>
 
+#ifdef Q_OS_UNIX
+#    include <unistd.h>
+#endif
+
 namespace vexdesk {
 
 namespace {
@@ -38,6 +42,39 @@ QStringList libraryFiles(const QStringList& directories)
         }
     }
     return files;
+}
+
+/// Why nothing is loaded from the folder; empty when nothing speaks against it.
+QString folderFault(const QString& folder)
+{
+    QString fault;
+#ifdef Q_OS_UNIX
+    constexpr uint root = 0;
+    const QFileInfo info(folder);
+    const QString name = QDir::toNativeSeparators(folder);
+    if (info.permission(QFile::WriteOther))
+        fault = PluginLoader::tr("В каталог %1 может писать кто угодно. Запретите это, например "
+                                 "командой chmod o-w, и запустите терминал снова.")
+                    .arg(name);
+    else if (info.ownerId() != root && info.ownerId() != geteuid())
+        fault = PluginLoader::tr("Каталог %1 принадлежит другому пользователю. Загружаются модули "
+                                 "из каталогов администратора и своих: перенесите модуль в такой "
+                                 "каталог.")
+                    .arg(name);
+#else
+    Q_UNUSED(folder)
+#endif
+    return fault;
+}
+
+/// The same for the folder of the file and, where that is a link, for the one in which it ends.
+/// Whoever may write there could put any library in the place of this one.
+QString placeFault(const QString& path)
+{
+    const QFileInfo file(path);
+    const QString fault = folderFault(file.absolutePath());
+    return fault.isEmpty() ? folderFault(QFileInfo(file.canonicalFilePath()).absolutePath())
+                           : fault;
 }
 
 /// Why the file is not taken, as far as that shows without running its code; empty when nothing
@@ -129,6 +166,11 @@ void PluginLoader::loadFile(const QString& path)
 {
     PluginRecord record;
     record.path = path;
+    record.reason = placeFault(path);
+    if (!record.reason.isEmpty()) {
+        m_records.append(record);
+        return;
+    }
     if (QFileInfo(path).size() == 0) { // Qt would write a warning about it into the log
         record.reason = tr("Файл пуст.");
         m_records.append(record);

@@ -3,6 +3,7 @@
 #include "desk/pluginloader.h"
 #include "pluginfiles.h"
 #include "plugins/callrecord.h"
+#include "support/asuser.h"
 #include "support/filetree.h"
 #include "support/strictlog.h"
 
@@ -16,6 +17,9 @@
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 using vexdesk::PluginLoader;
 using vexdesk::PluginRecord;
@@ -70,6 +74,12 @@ private Q_SLOTS:
     void refusesACodeThatIsTaken();
     void refusesAPluginWhoseInitThrows_data();
     void refusesAPluginWhoseInitThrows();
+    void refusesAFolderThatEverybodyMayWriteTo_data();
+    void refusesAFolderThatEverybodyMayWriteTo();
+    void refusesALinkIntoSuchAFolder();
+    void takesAFolderThatTheGroupMayWriteTo();
+    void refusesAFolderOfSomebodyElse();
+    void anotherUserTakesHisOwnFolderAndThatOfRoot();
     void goesOnAfterEveryKindOfFault();
     void reportsALaterExceptionAndGoesOn();
     void dropsOptionsPages();
@@ -81,6 +91,9 @@ private Q_SLOTS:
 private:
     QString path(const QString& name) const { return m_directory->filePath(name); }
     void load(const QStringList& plugins);
+    void load() { m_loader->load({m_directory->path()}, m_core.get()); }
+    /// Of the only file: that it was refused, without a line of its code, and why.
+    QString refusal() const;
 
     std::unique_ptr<QTemporaryDir> m_directory;
     std::unique_ptr<vexdesk::Core> m_core;
@@ -333,6 +346,91 @@ void TestPluginLoader::refusesAPluginWhoseInitThrows()
     m_loader->unload();
     QCOMPARE(desktest::takeCalls(), QStringList({"THROWING.init", "THROWING.destroyed"}));
     QCOMPARE(failed.count(), 0);
+}
+
+QString TestPluginLoader::refusal() const
+{
+    const QList<PluginRecord> records = m_loader->records();
+    if (records.size() != 1 || records.constFirst().state != PluginRecord::State::Refused)
+        return QStringLiteral("not refused");
+    if (qEnvironmentVariableIsSet("DESK_TEST_GOOD_RAN") || !desktest::calls().isEmpty())
+        return QStringLiteral("its code ran");
+    return records.constFirst().reason;
+}
+
+void TestPluginLoader::refusesAFolderThatEverybodyMayWriteTo_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::newRow("everybody") << 0777;
+    QTest::newRow("others alone") << 0702;
+    QTest::newRow("as a folder of temporary files") << 01777;
+}
+
+void TestPluginLoader::refusesAFolderThatEverybodyMayWriteTo()
+{
+    QFETCH(const int, mode);
+    desktest::copyPlugins({QStringLiteral("good")}, QDir(m_directory->path()));
+    QCOMPARE(::chmod(qPrintable(m_directory->path()), mode), 0);
+    load();
+    QCOMPARE(refusal(), QStringLiteral("В каталог %1 может писать кто угодно. Запретите это, "
+                                       "например командой chmod o-w, и запустите терминал снова.")
+                            .arg(m_directory->path()));
+}
+
+void TestPluginLoader::refusesALinkIntoSuchAFolder()
+{
+    const QTemporaryDir open;
+    desktest::copyPlugins({QStringLiteral("good")}, QDir(open.path()));
+    const QString file = QFileInfo(desktest::pluginFile("good")).fileName();
+    QVERIFY(QFile::link(open.filePath(file), path(file)));
+    QCOMPARE(::chmod(qPrintable(open.path()), 0777), 0);
+    load();
+    QVERIFY2(refusal().startsWith(QStringLiteral("В каталог %1 может писать кто угодно.")
+                                      .arg(QFileInfo(open.path()).canonicalFilePath())),
+             qPrintable(refusal()));
+}
+
+void TestPluginLoader::takesAFolderThatTheGroupMayWriteTo()
+{
+    QCOMPARE(::chmod(qPrintable(m_directory->path()), 0775), 0);
+    load({QStringLiteral("good")});
+    QCOMPARE(m_loader->loadedCount(), 1);
+}
+
+void TestPluginLoader::refusesAFolderOfSomebodyElse()
+{
+    if (!testsupport::AsUser::isPossible())
+        QSKIP("only root can give a folder away");
+    desktest::copyPlugins({QStringLiteral("good")}, QDir(m_directory->path()));
+    QCOMPARE(::chown(qPrintable(m_directory->path()), testsupport::nobody, gid_t(-1)), 0);
+    load();
+    const QString wanted =
+        QStringLiteral("Каталог %1 принадлежит другому пользователю. Загружаются модули из "
+                       "каталогов администратора и своих: перенесите модуль в такой каталог.")
+            .arg(m_directory->path());
+    QCOMPARE(refusal(), wanted);
+    QCOMPARE(::chown(qPrintable(m_directory->path()), 0, gid_t(-1)), 0);
+}
+
+void TestPluginLoader::anotherUserTakesHisOwnFolderAndThatOfRoot()
+{
+    if (!testsupport::AsUser::isPossible())
+        QSKIP("only root can become another user");
+    desktest::copyPlugins({QStringLiteral("good")}, QDir(m_directory->path()));
+    const QByteArray folder = m_directory->path().toLocal8Bit();
+    QCOMPARE(::chmod(folder.constData(), 0755), 0);
+    const auto loadAsNobody = [&](uid_t owner) {
+        QCOMPARE(::chown(folder.constData(), owner, gid_t(-1)), 0);
+        const testsupport::AsUser user(testsupport::nobody);
+        load();
+    };
+    loadAsNobody(1);
+    QVERIFY2(refusal().contains(QStringLiteral("принадлежит другому пользователю")),
+             qPrintable(refusal()));
+    loadAsNobody(testsupport::nobody);
+    QCOMPARE(m_loader->loadedCount(), 1);
+    loadAsNobody(0);
+    QCOMPARE(m_loader->loadedCount(), 1);
 }
 
 void TestPluginLoader::goesOnAfterEveryKindOfFault()
