@@ -324,6 +324,43 @@ To import them from a file, choose Technical analysis › TA data management ›
         <source>Загрузить модули, назвать загруженные и отклонённые и выйти. Код выхода 1, если хотя бы один отклонён.</source>
         <translation>Load the plug-ins, name those that were loaded and refused, and exit. The exit code is 1 if any was refused.</translation>
     </message>
+    <message>
+        <source>Заполнить сегодняшние сделки всех инструментов придуманными. Пока терминал работает, они попадают и в экспорт за сегодня.</source>
+        <translation>Fill today&apos;s deals of all securities with made-up ones. While the terminal runs, an export of today takes them too.</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::DataDirectory</name>
+    <message>
+        <source>Терминал уже запущен</source>
+        <translation>The terminal is already running</translation>
+    </message>
+    <message>
+        <source>С этим каталогом данных уже работает терминал (процесс %1):
+%2
+
+Если менять историю или настройки в обоих, изменения одного из них пропадут.</source>
+        <translation>A terminal already works with this data directory (process %1):
+%2
+
+If both change history or settings, the changes of one of them will be lost.</translation>
+    </message>
+    <message>
+        <source>&amp;Завершить</source>
+        <translation>&amp;End</translation>
+    </message>
+    <message>
+        <source>&amp;Продолжить</source>
+        <translation>&amp;Go on</translation>
+    </message>
+    <message>
+        <source>В каталог данных %1 нельзя писать: импорт, правка истории и настройки не сохранятся.</source>
+        <translation>The data directory %1 cannot be written: imports, edits of the history and settings will not be kept.</translation>
+    </message>
+    <message>
+        <source>На диске каталога данных %1 нет места: импорт, правка истории и настройки не сохранятся.</source>
+        <translation>There is no room on the disk of the data directory %1: imports, edits of the history and settings will not be kept.</translation>
+    </message>
 </context>
 <context>
     <name>vexdesk::Database</name>
@@ -581,6 +618,10 @@ To import them from a file, choose Technical analysis › TA data management ›
         <source>Язык изменится после перезапуска терминала.</source>
         <translation>The language will change after the terminal is restarted.</translation>
     </message>
+    <message>
+        <source>Выбор языка не записан: каталог %1 или файл vexdesk.ini в нём не принимает запись. На один запуск язык задаёт параметр --language.</source>
+        <translation>The choice of the language was not written: the directory %1 or the file vexdesk.ini in it takes no writing. For one run the option --language sets the language.</translation>
+    </message>
 </context>
 <context>
     <name>vexdesk::Main</name>
@@ -683,6 +724,22 @@ Demonstration data will be used.</translation>
         <source>&amp;График</source>
         <translation>&amp;Chart</translation>
     </message>
+    <message>
+        <source>Заполнить сегодняшние сделки всех инструментов придуманными; пока они включены, они попадают и в экспорт за сегодня</source>
+        <translation>Fill today&apos;s deals of all securities with made-up ones; while they are on, an export of today takes them too</translation>
+    </message>
+    <message>
+        <source>&amp;Придуманные сделки</source>
+        <translation>&amp;Made-up deals</translation>
+    </message>
+    <message>
+        <source>Идут придуманные сделки</source>
+        <translation>Made-up deals are on</translation>
+    </message>
+    <message>
+        <source>Сегодняшние сделки всех инструментов придуманы, и экспорт за сегодня берёт их. Выключаются они в меню «Сервис», «Для разработчиков».</source>
+        <translation>Today&apos;s deals of all securities are made up, and an export of today takes them. They are switched off in the menu &quot;Tools&quot;, &quot;For developers&quot;.</translation>
+    </message>
 </context>
 <context>
     <name>vexdesk::NoChart</name>
@@ -732,6 +789,10 @@ The chart needs the Qt Charts module: install the packages qt6-charts-dev and li
     <message>
         <source>Без названия</source>
         <translation>Untitled</translation>
+    </message>
+    <message>
+        <source>Настройки не записаны: каталог %1 или файл vexdesk.ini в нём не принимает запись. Они действуют, пока терминал работает; при следующем запуске будут прежние.</source>
+        <translation>The settings were not written: the directory %1 or the file vexdesk.ini in it takes no writing. They hold as long as the terminal runs; at the next start they will be the old ones.</translation>
     </message>
 </context>
 <context>
@@ -874,6 +935,14 @@ The chart needs the Qt Charts module: install the packages qt6-charts-dev and li
         <source>Ошибка модуля %1 при завершении работы: %2</source>
         <translation>Error in plug-in %1 while exiting: %2</translation>
     </message>
+    <message>
+        <source>В каталог %1 может писать кто угодно. Запретите это, например командой chmod o-w, и запустите терминал снова.</source>
+        <translation>Anybody may write to the directory %1. Forbid that, for example by chmod o-w, and start the terminal again.</translation>
+    </message>
+    <message>
+        <source>Каталог %1 принадлежит другому пользователю. Загружаются модули из каталогов администратора и своих: перенесите модуль в такой каталог.</source>
+        <translation>The directory %1 belongs to another user. Plug-ins are loaded from directories of the administrator and from your own: move the plug-in to one of these.</translation>
+    </message>
 </context>
 <context>
     <name>vexdesk::PluginModel</name>
@@ -975,6 +1044,32 @@ The chart needs the Qt Charts module: install the packages qt6-charts-dev and li
     <message>
         <source>Описание</source>
         <translation>Description</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::ProblemNotice</name>
+    <message>
+        <source>Показать всё, что не удалось</source>
+        <translation>Show everything that failed</translation>
+    </message>
+    <message>
+        <source>Ошибки: %1. %2</source>
+        <translation>Errors: %1. %2</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::ProblemsDialog</name>
+    <message>
+        <source>Ошибки</source>
+        <translation>Errors</translation>
+    </message>
+    <message>
+        <source>&amp;Копировать всё</source>
+        <translation>&amp;Copy all</translation>
+    </message>
+    <message>
+        <source>&amp;Закрыть</source>
+        <translation>&amp;Close</translation>
     </message>
 </context>
 <context>

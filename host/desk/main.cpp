@@ -1,4 +1,5 @@
 #include "desk/commandline.h"
+#include "desk/datadirectory.h"
 #include "desk/daywatcher.h"
 #include "desk/deskapplication.h"
 #include "desk/errorreport.h"
@@ -112,7 +113,14 @@ int main(int argc, char** argv)
     const vexdesk::CommandLine commandLine = vexdesk::CommandLine::read();
     installReferenceData(commandLine.referenceFile);
 
+    // A list of plug-ins changes nothing, and a tour has nobody to ask.
+    vexdesk::DataDirectory dataDirectory;
+    if (!commandLine.listPlugins && commandLine.tourDirectory.isEmpty() &&
+        !dataDirectory.mayBeUsed())
+        return EXIT_SUCCESS;
     vexdesk::Core core;
+    if (const QString fault = dataDirectory.writeFault(); !fault.isEmpty())
+        core.reportProblem(fault);
     vexdesk::dealsTable(*core.database());
     vexdesk::PluginLoader loader;
     loader.setLanguage(application.language());
@@ -143,6 +151,7 @@ int main(int argc, char** argv)
     const int exitCode = QApplication::exec();
     loader.unload();
     printProblems(core);
+    dataDirectory.giveBack();
     if (window.isRestartWanted())
         startAgain(arguments);
     return exitCode;
