@@ -1,6 +1,7 @@
 #include "desk/deskapplication.h"
 
 #include "desk/errorreport.h"
+#include "desk/screenfitter.h"
 
 #include <QtCore/QLibraryInfo>
 #include <QtCore/QTranslator>
@@ -24,6 +25,7 @@ DeskApplication::DeskApplication(int& argc, char** argv)
     for (const int size : {16, 24, 32, 48, 64, 128, 256})
         icon.addFile(QStringLiteral(":/desk/vexdesk-%1.png").arg(size));
     setWindowIcon(icon);
+    installEventFilter(new ScreenFitter(this));
 
     setLanguage(Language::Russian);
 }
