@@ -888,10 +888,6 @@ The chart needs the Qt Charts module: install the packages qt6-charts-dev and li
 <context>
     <name>vexdesk::PluginLoader</name>
     <message>
-        <source>Файл повреждён или не является модулем Qt: %1</source>
-        <translation>The file is damaged or is not a Qt plug-in: %1</translation>
-    </message>
-    <message>
         <source>Это модуль другой программы: его интерфейс &quot;%1&quot;, а нужен &quot;%2*&quot;.</source>
         <translation>This is a plug-in of another program: its interface is &quot;%1&quot;, but &quot;%2*&quot; is needed.</translation>
     </message>
@@ -906,10 +902,6 @@ The chart needs the Qt Charts module: install the packages qt6-charts-dev and li
     <message>
         <source>Объект модуля не создан: %1</source>
         <translation>The object of the plug-in was not created: %1</translation>
-    </message>
-    <message>
-        <source>Код модуля не загружается: %1</source>
-        <translation>The code of the plug-in cannot be loaded: %1</translation>
     </message>
     <message>
         <source>Объект модуля не поддерживает интерфейс терминала (%1).</source>
@@ -942,6 +934,14 @@ The chart needs the Qt Charts module: install the packages qt6-charts-dev and li
     <message>
         <source>Каталог %1 принадлежит другому пользователю. Загружаются модули из каталогов администратора и своих: перенесите модуль в такой каталог.</source>
         <translation>The directory %1 belongs to another user. Plug-ins are loaded from directories of the administrator and from your own: move the plug-in to one of these.</translation>
+    </message>
+    <message>
+        <source>Файл повреждён или не является модулем Qt.</source>
+        <translation>The file is damaged or not a Qt plug-in.</translation>
+    </message>
+    <message>
+        <source>Код модуля не загружается.</source>
+        <translation>The plug-in&apos;s code cannot be loaded.</translation>
     </message>
 </context>
 <context>
@@ -1044,6 +1044,10 @@ The chart needs the Qt Charts module: install the packages qt6-charts-dev and li
     <message>
         <source>Описание</source>
         <translation>Description</translation>
+    </message>
+    <message>
+        <source>Подробности</source>
+        <translation>Details</translation>
     </message>
 </context>
 <context>

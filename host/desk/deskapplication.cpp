@@ -4,6 +4,7 @@
 #include "desk/screenfitter.h"
 
 #include <QtCore/QLibraryInfo>
+#include <QtCore/QLocale>
 #include <QtCore/QTranslator>
 #include <QtGui/QIcon>
 
@@ -15,6 +16,19 @@ static void registerResources()
 }
 
 namespace vexdesk {
+
+namespace {
+
+// As it is written in the user's country, where the language is spoken there.
+QLocale localeOf(Language language)
+{
+    const QLocale::Language spoken =
+        language == Language::English ? QLocale::English : QLocale::Russian;
+    const QLocale user = QLocale::system();
+    return user.language() == spoken ? QLocale(spoken, user.territory()) : QLocale(spoken);
+}
+
+} // namespace
 
 DeskApplication::DeskApplication(int& argc, char** argv)
     : QApplication(argc, argv)
@@ -41,6 +55,7 @@ void DeskApplication::setLanguage(Language language)
     // What Qt's own translation lacks.
     addTranslation(QStringLiteral("vexdesk-qt"), translationDirectories());
     addTranslation(QStringLiteral("vexdesk"), translationDirectories());
+    QLocale::setDefault(localeOf(language));
 }
 
 void DeskApplication::addTranslation(const QString& name, const QStringList& directories)

@@ -82,6 +82,7 @@ MainWindow::MainWindow(const PluginLoader& loader, QWidget* parent)
     setCentralWidget(m_startPage);
     addChart();
     addStatusBar();
+    connect(m_startPage, &StartPage::rebuilt, this, &MainWindow::keepLinksLast);
     updatePlugins();
     connect(&loader, &PluginLoader::changed, this, &MainWindow::updatePlugins);
 
@@ -189,8 +190,10 @@ void MainWindow::addStatusBar()
     connect(m_refusedLink, &StatusLink::clicked, this, [] { triggerCommand(pluginsCommand); });
     statusBar()->addWidget(m_refusedLink);
     // Permanent: what was not read yet gives way to no passing message.
-    if (Core* const core = terminalCore())
-        statusBar()->addPermanentWidget(new ProblemNotice(*core, this));
+    if (Core* const core = terminalCore()) {
+        m_problemsLink = new ProblemNotice(*core, this);
+        statusBar()->addPermanentWidget(m_problemsLink);
+    }
     m_demoDealsLabel = new QLabel(tr("Идут придуманные сделки"), this);
     m_demoDealsLabel->setObjectName(QStringLiteral("demoDeals"));
     m_demoDealsLabel->setToolTip(
@@ -198,6 +201,18 @@ void MainWindow::addStatusBar()
            "Выключаются они в меню «Сервис», «Для разработчиков»."));
     m_demoDealsLabel->hide();
     statusBar()->addPermanentWidget(m_demoDealsLabel);
+}
+
+void MainWindow::keepLinksLast(QWidget* lastRow)
+{
+    // The rows come later than the links and would be reached after them.
+    QWidget* last = lastRow;
+    for (QWidget* const link : {m_refusedLink, m_problemsLink}) {
+        if (last && link)
+            setTabOrder(last, link);
+        if (link)
+            last = link;
+    }
 }
 
 void MainWindow::updatePlugins()

@@ -63,6 +63,7 @@ private:
     void addChart();
     void toggleChart();
     void addStatusBar();
+    void keepLinksLast(QWidget* lastRow);
     void showOptions();
     void showPlugins();
     /// Raises a new trading day by hand, whatever the date.
@@ -81,6 +82,7 @@ private:
     ChartDock* m_chartDock = nullptr;
     QLabel* m_loadedLabel = nullptr;
     StatusLink* m_refusedLink = nullptr;
+    StatusLink* m_problemsLink = nullptr; // null without a core
     QLabel* m_demoDealsLabel = nullptr;
     std::unique_ptr<DealsFeed> m_demoDeals; // null while there are none
 };

@@ -78,13 +78,14 @@ QString placeFault(const QString& path)
 }
 
 /// Why the file is not taken, as far as that shows without running its code; empty when nothing
-/// speaks against it.
-QString metadataFault(const QPluginLoader& library)
+/// speaks against it. *details is what Qt says, where that is all that is known.
+QString metadataFault(const QPluginLoader& library, QString* details)
 {
     const QJsonObject metadata = library.metaData();
-    if (metadata.isEmpty())
-        return PluginLoader::tr("Файл повреждён или не является модулем Qt: %1")
-            .arg(library.errorString());
+    if (metadata.isEmpty()) {
+        *details = library.errorString();
+        return PluginLoader::tr("Файл повреждён или не является модулем Qt.");
+    }
 
     const QString interfaceId = metadata.value(QLatin1String("IID")).toString();
     if (!interfaceId.startsWith(interfacePrefix))
@@ -178,7 +179,7 @@ void PluginLoader::loadFile(const QString& path)
     }
     Plugin plugin;
     plugin.library = std::make_unique<QPluginLoader>(path);
-    record.reason = metadataFault(*plugin.library);
+    record.reason = metadataFault(*plugin.library, &record.details);
     if (record.reason.isEmpty()) {
         // Before any of its code runs, which may ask for a text at once.
         plugin.translation = installTranslationOf(path, m_language);
@@ -203,8 +204,10 @@ QString PluginLoader::start(QPluginLoader& library, PluginRecord& record, Plugin
     QString fault = faultOf([&] { instance = library.instance(); });
     if (!fault.isNull())
         return tr("Объект модуля не создан: %1").arg(fault);
-    if (!library.isLoaded() || !instance)
-        return tr("Код модуля не загружается: %1").arg(library.errorString());
+    if (!library.isLoaded() || !instance) {
+        record.details = library.errorString();
+        return tr("Код модуля не загружается.");
+    }
 
     plugin.object = qobject_cast<IPlugin*>(instance);
     if (!plugin.object)

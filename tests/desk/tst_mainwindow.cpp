@@ -81,6 +81,7 @@ private Q_SLOTS:
     void anErrorInAPluginIsShownAndTheWindowGoesOn();
     void pluginsWindowOpensByMouse();
     void refusedPluginsAreHintedAt();
+    void tabGoesThroughTheRowsToTheLinks();
     void errorsOfLaterCallsAreShown();
     void demoDealsAreSwitchedInTheMenu();
     void problemsAreShownInTheStatusBar();
@@ -400,6 +401,21 @@ void TestMainWindow::refusedPluginsAreHintedAt()
     QTest::mouseClick(button, Qt::LeftButton);
     QTRY_VERIFY(m_dialogSeen);
     QTRY_VERIFY(!QApplication::activeModalWidget());
+}
+
+void TestMainWindow::tabGoesThroughTheRowsToTheLinks()
+{
+    load({QStringLiteral("good"), QStringLiteral("foreign")});
+    m_core->reportProblem(QStringLiteral("Файл А не записан."));
+    show();
+    QList<QWidget*> wanted;
+    for (CommandButton* const row : rows())
+        wanted.append(row);
+    QCOMPARE(wanted.size(), 3);
+    QCOMPARE(QApplication::focusWidget(), wanted.constFirst());
+    wanted.append(m_window->findChild<StatusLink*>(QStringLiteral("refusedPlugins")));
+    wanted.append(problemLink());
+    QCOMPARE(testsupport::tabOrder(m_window.get()), wanted);
 }
 
 void TestMainWindow::errorsOfLaterCallsAreShown()

@@ -254,7 +254,7 @@ void TestPluginLoader::refusesABrokenFile_data()
     QTest::addColumn<QString>("reason");
     const QByteArray good = testsupport::readFile(desktest::pluginFile("good"));
     QVERIFY(good.size() > 8192);
-    const QString broken = QStringLiteral("Файл повреждён или не является модулем Qt: ");
+    const QString broken = QStringLiteral("Файл повреждён или не является модулем Qt.");
     QTest::newRow("empty") << QByteArray() << QStringLiteral("Файл пуст.");
     QTest::newRow("text") << QByteArray("Just a text.\n") << broken;
     QTest::newRow("long text") << QByteArray("Just a text.\n").repeated(5000) << broken;
@@ -274,7 +274,9 @@ void TestPluginLoader::refusesABrokenFile()
     QCOMPARE(m_loader->records().size(), 1);
     const PluginRecord record = m_loader->records().constFirst();
     QCOMPARE(record.state, PluginRecord::State::Refused);
-    QVERIFY2(record.reason.startsWith(reason), qPrintable(record.reason));
+    QCOMPARE(record.reason, reason);
+    // What Qt says stands apart: it may be in another language.
+    QCOMPARE(record.details.isEmpty(), content.isEmpty());
     QVERIFY(!qEnvironmentVariableIsSet("DESK_TEST_GOOD_RAN"));
     QCOMPARE(desktest::takeCalls(), QStringList());
 }
@@ -285,10 +287,9 @@ void TestPluginLoader::refusesALibraryThatCannotBeLoaded()
     QCOMPARE(m_loader->records().size(), 1);
     const PluginRecord record = m_loader->records().constFirst();
     QCOMPARE(record.state, PluginRecord::State::Refused);
-    QVERIFY2(record.reason.startsWith(QStringLiteral("Код модуля не загружается: ")),
-             qPrintable(record.reason));
-    QVERIFY2(record.reason.contains(QStringLiteral("deskTestFunctionOfNoLibrary")),
-             qPrintable(record.reason));
+    QCOMPARE(record.reason, QStringLiteral("Код модуля не загружается."));
+    QVERIFY2(record.details.contains(QStringLiteral("deskTestFunctionOfNoLibrary")),
+             qPrintable(record.details));
 }
 
 void TestPluginLoader::refusesAnObjectThatIsNoPlugin()
@@ -530,9 +531,11 @@ void TestPluginLoader::listsPluginsForScripts()
     PluginRecord refused;
     refused.path = QStringLiteral("/plugins/two.so");
     refused.reason = QStringLiteral("Не\tмодуль:\nдругая программа.");
+    refused.details = QStringLiteral("not a\nplug-in");
     QCOMPARE(vexdesk::pluginList({loaded, refused}),
-             QStringLiteral("loaded\tone\t1.0\t/plugins/a b.so\t\n"
-                            "refused\t\t\t/plugins/two.so\tНе модуль: другая программа.\n"));
+             QStringLiteral(
+                 "loaded\tone\t1.0\t/plugins/a b.so\t\n"
+                 "refused\t\t\t/plugins/two.so\tНе модуль: другая программа. not a plug-in\n"));
     QCOMPARE(vexdesk::pluginList({}), QString());
 }
 
