@@ -136,10 +136,6 @@
         <translation>Timeframe</translation>
     </message>
     <message>
-        <source>Таймфрейм сохраненных баров</source>
-        <translation>Timeframe of the stored bars</translation>
-    </message>
-    <message>
         <source>Показать всё</source>
         <translation>Show all</translation>
     </message>
@@ -160,20 +156,24 @@
         <translation>1 minute</translation>
     </message>
     <message>
-        <source>Сохраненных баров пока нет.
-
-Чтобы импортировать их из файла, выберите в меню «Тех. анализ» › «Управление данными ТА» › «Импортировать...» или нажмите Shift+I.</source>
-        <translation>There are no stored bars yet.
-
-To import them from a file, choose Technical analysis › TA data management › Import... in the menu or press Shift+I.</translation>
-    </message>
-    <message>
         <source>В этой серии нет баров, которые можно показать.</source>
         <translation>This series has no bars that can be shown.</translation>
     </message>
     <message>
         <source>Чтение баров: день %1 из %2</source>
         <translation>Reading bars: day %1 of %2</translation>
+    </message>
+    <message>
+        <source>Таймфрейм сохранённых баров</source>
+        <translation>Timeframe of the stored bars</translation>
+    </message>
+    <message>
+        <source>Сохранённых баров пока нет.
+
+Чтобы импортировать их из файла, выберите в меню «Тех. анализ» › «Управление данными ТА» › «Импортировать...» или нажмите Shift+I.</source>
+        <translation>There are no stored bars yet.
+
+To import them from a file, choose Technical analysis › TA data management › Import... in the menu or press Shift+I.</translation>
     </message>
 </context>
 <context>
@@ -270,7 +270,7 @@ To import them from a file, choose Technical analysis › TA data management ›
 <context>
     <name>vexdesk::ChartView</name>
     <message>
-        <source>График цен и объемов</source>
+        <source>График цен и объёмов</source>
         <translation>Chart of prices and volumes</translation>
     </message>
 </context>
@@ -1099,24 +1099,20 @@ The chart needs the Qt Charts module: install the packages qt6-charts-dev and li
         <translation>Close %1</translation>
     </message>
     <message>
-        <source>Объем %1</source>
+        <source>Откр. интерес %1</source>
+        <translation>Open interest %1</translation>
+    </message>
+    <message>
+        <source>Объём %1</source>
         <translation>Volume %1</translation>
     </message>
     <message>
-        <source>Объем в деньгах %1</source>
+        <source>Объём в деньгах %1</source>
         <translation>Value %1</translation>
-    </message>
-    <message>
-        <source>Откр. интерес %1</source>
-        <translation>Open interest %1</translation>
     </message>
 </context>
 <context>
     <name>vexdesk::SeriesBox</name>
-    <message>
-        <source>нет сохраненных серий</source>
-        <translation>no stored series</translation>
-    </message>
     <message>
         <source>%1 — %2 — %3</source>
         <translation>%1 — %2 — %3</translation>
@@ -1124,6 +1120,10 @@ The chart needs the Qt Charts module: install the packages qt6-charts-dev and li
     <message>
         <source>%1 (%2)</source>
         <translation>%1 (%2)</translation>
+    </message>
+    <message>
+        <source>нет сохранённых серий</source>
+        <translation>no stored series</translation>
     </message>
 </context>
 <context>
