@@ -506,6 +506,13 @@ If both change history or settings, the changes of one of them will be lost.</tr
     </message>
 </context>
 <context>
+    <name>vexdesk::GuideWindow</name>
+    <message>
+        <source>Руководство</source>
+        <translation>User guide</translation>
+    </message>
+</context>
+<context>
     <name>vexdesk::ImportTour</name>
     <message>
         <source>мастер импорта не открыт</source>
@@ -739,6 +746,16 @@ Demonstration data will be used.</translation>
     <message>
         <source>Сегодняшние сделки всех инструментов придуманы, и экспорт за сегодня берёт их. Выключаются они в меню «Сервис», «Для разработчиков».</source>
         <translation>Today&apos;s deals of all securities are made up, and an export of today takes them. They are switched off in the menu &quot;Tools&quot;, &quot;For developers&quot;.</translation>
+    </message>
+    <message>
+        <source>&amp;Руководство</source>
+        <translation>User &amp;guide</translation>
+    </message>
+    <message>
+        <source>Руководства нет ни в одном из каталогов:
+%1</source>
+        <translation>None of these directories has the user guide:
+%1</translation>
     </message>
 </context>
 <context>

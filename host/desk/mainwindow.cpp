@@ -3,6 +3,8 @@
 #include "desk/chart/chartdock.h"
 #include "desk/commands.h"
 #include "desk/dealsfeed.h"
+#include "desk/errorreport.h"
+#include "desk/guidewindow.h"
 #include "desk/languagechoice.h"
 #include "desk/menubuilder.h"
 #include "desk/optionsdialog.h"
@@ -124,6 +126,8 @@ void MainWindow::addOwnCommands()
                [this] { beginNewDay(); });
     addCommand(developer, {demoDealsCommand, tr("&Придуманные сделки"), QKeySequence()},
                [this] { setDemoDeals(!m_demoDeals); });
+    addCommand(help, {"Desk.Guide", tr("&Руководство"), QKeySequence(Qt::Key_F1)},
+               [this] { showGuide(); });
     addCommand(help, {"Desk.About", tr("&О программе"), QKeySequence()}, [this] { showAbout(); });
 }
 
@@ -251,6 +255,22 @@ void MainWindow::setDemoDeals(bool on)
     m_demoDealsLabel->setVisible(m_demoDeals != nullptr);
     if (QAction* const item = menuItem(demoDealsCommand))
         item->setChecked(m_demoDeals != nullptr);
+}
+
+void MainWindow::showGuide()
+{
+    if (!m_guide) {
+        const QString file = guideFile(m_loader.language());
+        if (file.isEmpty()) {
+            reportError(tr("Руководства нет ни в одном из каталогов:\n%1")
+                            .arg(guideDirectories().join(u'\n')));
+            return;
+        }
+        m_guide = new GuideWindow(file, this);
+    }
+    m_guide->show();
+    m_guide->raise();
+    m_guide->activateWindow();
 }
 
 void MainWindow::showAbout()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtCore/QPointer>
 #include <QtCore/QSet>
 #include <QtGui/QKeySequence>
 #include <QtWidgets/QMainWindow>
@@ -15,6 +16,7 @@ namespace vexdesk {
 
 class ChartDock;
 class DealsFeed;
+class GuideWindow;
 class LanguageChoice;
 class MenuBuilder;
 class PluginLoader;
@@ -68,6 +70,7 @@ private:
     void showPlugins();
     /// Raises a new trading day by hand, whatever the date.
     void beginNewDay();
+    void showGuide();
     void showAbout();
     void updatePlugins();
     void closeToRestart();
@@ -75,6 +78,7 @@ private:
 
     const PluginLoader& m_loader;
     LanguageChoice* m_languageChoice;
+    QPointer<GuideWindow> m_guide;
     bool m_restartWanted = false;
     QSet<QByteArray> m_ownCommands;
     std::unique_ptr<MenuBuilder> m_menuBuilder;
