@@ -88,7 +88,7 @@ GuideWindow::GuideWindow(const QString& file, QWidget* parent)
     connect(m_browser, &QTextBrowser::anchorClicked, this, &GuideWindow::open);
 
     const QFontMetrics metrics = fontMetrics();
-    const QSize wanted(110 * metrics.averageCharWidth(), 45 * metrics.lineSpacing());
+    const QSize wanted(140 * metrics.averageCharWidth(), 45 * metrics.lineSpacing());
     resize(wanted.boundedTo(screen()->availableSize() * 0.9));
     // Only now is it known how wide the pictures may be.
     layout->activate();
