@@ -1,9 +1,9 @@
 #include "desk/datadirectory.h"
 #include "desk/deskapplication.h"
 #include "messageboxes.h"
-#include "support/asuser.h"
 #include "support/filetree.h"
 #include "support/modalsteps.h"
+#include "support/otheruser.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"
 
@@ -12,8 +12,10 @@
 #include <QtCore/QLockFile>
 #include <QtCore/QProcess>
 #include <QtTest/QTest>
+
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
+#include <unistd.h>
 
 #include <sys/mount.h>
 #include <sys/stat.h>
@@ -184,9 +186,7 @@ void TestDataDirectory::aReadOnlyOneIsNamed()
     // For root it would be none.
     QVERIFY(QFile::setPermissions(m_path, QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther |
                                               QFile::ExeOther));
-    std::optional<testsupport::AsUser> user;
-    if (testsupport::AsUser::isPossible())
-        user.emplace(testsupport::nobody);
+    std::optional<testsupport::OtherUser> user(std::in_place);
     const QString fault = DataDirectory().writeFault();
     user.reset();
     QVERIFY(QFile::setPermissions(m_path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
@@ -214,9 +214,7 @@ void TestDataDirectory::aReadOnlyOneIsNobodys()
 {
     QVERIFY(QFile::setPermissions(m_path, QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther |
                                               QFile::ExeOther));
-    std::optional<testsupport::AsUser> user;
-    if (testsupport::AsUser::isPossible())
-        user.emplace(testsupport::nobody);
+    std::optional<testsupport::OtherUser> user(std::in_place);
     const bool isTaken = DataDirectory().isTaken();
     user.reset();
     QVERIFY(QFile::setPermissions(m_path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));

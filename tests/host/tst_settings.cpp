@@ -1,13 +1,15 @@
 #include <vexdesk/appsettings.h>
 #include <vexdesk/terminal/core.h>
 
-#include "support/asuser.h"
 #include "support/filetree.h"
+#include "support/otheruser.h"
 #include "support/strictlog.h"
 
 #include <QtCore/QSettings>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
+
+#include <unistd.h>
 
 #include <atomic>
 #include <optional>
@@ -333,9 +335,7 @@ void SettingsTest::aReadOnlyDirectoryIsTold()
     bool isStored = true;
     {
         // For root it would be writable.
-        std::optional<testsupport::AsUser> user;
-        if (testsupport::AsUser::isPossible())
-            user.emplace(testsupport::nobody);
+        const testsupport::OtherUser user;
         AppSettings settings("ReadOnly");
         settings.setValue("key", 2);
         isStored = settings.sync();
