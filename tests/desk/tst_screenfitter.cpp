@@ -137,8 +137,9 @@ void TestScreenFitter::aDialogThatGrowsStaysOnTheScreen()
     QDialog window;
     window.resize(300, 200);
     window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-    QTRY_VERIFY(available().contains(window.frameGeometry()));
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QCoreApplication::processEvents(); // what showing it has brought about is over
+    QVERIFY(available().contains(window.frameGeometry()));
     window.resize(5000, 200);
     QTRY_VERIFY(available().contains(window.frameGeometry()));
 }

@@ -286,7 +286,8 @@ void TestDialogTexts::chart()
     vexdesk::triggerCommand("Desk.Chart");
     const auto* const dock = m_window->findChild<QDockWidget*>(QStringLiteral("chartDock"));
     QVERIFY(dock && dock->isVisible());
-    // It slides into its place.
+    // The list of the store comes from a thread: with it, the window arranges the dock once more.
+    QCoreApplication::sendPostedEvents();
     QTRY_VERIFY(m_window->rect().contains(dock->geometry()));
     look(m_window.get());
     QVERIFY2(m_faults.isEmpty(), qPrintable(m_faults.join(u'\n')));

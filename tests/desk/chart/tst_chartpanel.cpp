@@ -423,6 +423,11 @@ void TestChartPanel::tabGoesThroughBoxesButtonAndChart()
     write(QStringLiteral("NORD/MAIN/ALFA"), QDate(2024, 1, 15), "100100;1;2;1;2;10;0;0\n");
     start();
     QTRY_VERIFY(candles() > 0);
+    // Whoever comes from the window above begins with the first box, not with the chart.
+    const QWidget* first = m_panel->nextInFocusChain();
+    while (!(first->focusPolicy() & Qt::TabFocus) || !first->isVisible())
+        first = first->nextInFocusChain();
+    QCOMPARE(first, seriesBox());
     seriesBox()->setFocus(Qt::TabFocusReason);
     QCOMPARE(testsupport::tabOrder(m_panel.get()),
              (QList<QWidget*>{seriesBox(), timeframeBox(), widget<QPushButton>("chartShowAll"),
