@@ -1,6 +1,7 @@
 #include "import/importjob.h"
 
 #include "import/series.h"
+#include "support/faults.h"
 #include "support/filetree.h"
 #include "support/strictlog.h"
 
@@ -8,6 +9,9 @@
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QTextStream>
 #include <QtTest/QTest>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <array>
@@ -56,8 +60,21 @@ private Q_SLOTS:
     void aMissingInputMakesNoDirectory();
     void namesAFileThatCannotBeOpened_data();
     void namesAFileThatCannotBeOpened();
+    void namesAFileThatCannotBeWritten_data();
     void namesAFileThatCannotBeWritten();
+    void namesAMinuteFileThatCannotBeWritten_data();
     void namesAMinuteFileThatCannotBeWritten();
+    void aFullDiskIsToldBeforeAWrongLine();
+    void aReadErrorIsNotTheEnd();
+    void anInputThatBecameShorterIsAnError();
+    void handsOverWholeLines();
+    void refusesADayFileOfTheSeriesAsInput_data();
+    void refusesADayFileOfTheSeriesAsInput();
+    void refusesAPipeAsDayFile();
+    void takesAMarkInsideTheFileForText();
+    void countsTheBars();
+    void tellsItsProgressBeforeADayIsOpened();
+    void dropsTheOpenMinuteWhenTheNextDayCannotBeOpened();
     void refusesASumThatDoesNotFit();
     void tellsItsProgressAtEachDay();
     void refusesAPipe();
@@ -388,12 +405,19 @@ void TestImportJob::namesAFileThatCannotBeOpened()
     QCOMPARE(stored().value(earlier), QByteArray("100001;1;1;1;1;0;0;0\n"));
 }
 
+void TestImportJob::namesAFileThatCannotBeWritten_data()
+{
+    QTest::addColumn<testsupport::SystemCall>("call");
+    // On some file systems the first word of a full disk comes with the end of the file.
+    QTest::newRow("write") << testsupport::SystemCall::Write;
+    QTest::newRow("close") << testsupport::SystemCall::Close;
+}
+
 void TestImportJob::namesAFileThatCannotBeWritten()
 {
-    if (!QFile::exists(QStringLiteral("/dev/full")))
-        QSKIP("This system has no device that is always full");
+    QFETCH(const testsupport::SystemCall, call);
     const QString full = path("20240116_60.iss");
-    QVERIFY(QFile::link(QStringLiteral("/dev/full"), full));
+    const testsupport::Fault fault(call, full, ENOSPC);
     const QString wanted = QStringLiteral("Невозможно записать файл ") + full;
     // Found out at the switch to the next day, and at the end.
     QCOMPARE(import("20240115;100000;1;1;1;1\n20240116;100000;2;2;2;2\n20240117;100000;3;3;3;3\n",
@@ -405,18 +429,192 @@ void TestImportJob::namesAFileThatCannotBeWritten()
     QCOMPARE(testsupport::readFile(path("20240115_60.iss")), QByteArray("100000;1;1;1;1;0;0;0\n"));
 }
 
+void TestImportJob::namesAMinuteFileThatCannotBeWritten_data()
+{
+    namesAFileThatCannotBeWritten_data();
+}
+
 void TestImportJob::namesAMinuteFileThatCannotBeWritten()
 {
-    if (!QFile::exists(QStringLiteral("/dev/full")))
-        QSKIP("This system has no device that is always full");
+    QFETCH(const testsupport::SystemCall, call);
     const QString full = path("20240115_60");
-    QVERIFY(QFile::link(QStringLiteral("/dev/full"), full));
+    const testsupport::Fault fault(call, full, ENOSPC);
     ImportDetails details = detailsOfSeries(0);
     details.timeframe = 1;
     QCOMPARE(import("20240115;100001;1;1;1;1\n20240115;100101;2;2;2;2\n", details),
              QString(QStringLiteral("Невозможно записать файл ") + full));
     QCOMPARE(testsupport::readFile(path("20240115_1.iss")),
              QByteArray("100001;1;1;1;1;0;0;0\n100101;2;2;2;2;0;0;0\n"));
+}
+
+// The bars before a wrong line are to stay stored; that they could not be is the worse error.
+void TestImportJob::aFullDiskIsToldBeforeAWrongLine()
+{
+    const QString full = path("20240115_60.iss");
+    const testsupport::Fault fault(testsupport::SystemCall::Write, full, ENOSPC);
+    QCOMPARE(import("20240115;100000;1;1;1;1\nwrong\n", detailsOfSeries(0)),
+             QString(QStringLiteral("Невозможно записать файл ") + full));
+}
+
+namespace {
+
+// Bars of one day each minute, of so many days from 1 January 2024 on.
+QByteArray barsOfDays(int days)
+{
+    QByteArray lines;
+    for (int day = 0; day < days; ++day) {
+        const QByteArray date =
+            QDate(2024, 1, 1).addDays(day).toString(QStringLiteral("yyyyMMdd;")).toLatin1();
+        for (int minute = 0; minute < 24 * 60; ++minute) {
+            const QString time =
+                QTime(0, 0).addSecs(60 * minute).toString(QStringLiteral("hhmmss"));
+            lines += date + time.toLatin1() + ";1.5;1.7;1.4;1.6\n";
+        }
+    }
+    return lines;
+}
+
+bool hardLink(const QString& file, const QString& name)
+{
+    return ::link(QFile::encodeName(file).constData(), QFile::encodeName(name).constData()) == 0;
+}
+
+bool isWholeLines(const QByteArray& text)
+{
+    return text.isEmpty() || text.endsWith('\n');
+}
+
+} // namespace
+
+void TestImportJob::aReadErrorIsNotTheEnd()
+{
+    // Two blocks are read, the third is not.
+    const testsupport::Fault fault(testsupport::SystemCall::Read, QStringLiteral("bars.txt"), EIO,
+                                   2);
+    const QString error = import(barsOfDays(3), detailsOfSeries(2));
+    QVERIFY2(error.startsWith(QStringLiteral("Невозможно прочитать файл ") +
+                              m_input->filePath(QStringLiteral("bars.txt")) + u':'),
+             qPrintable(error));
+    QCOMPARE(fault.failed(), 1);
+    // The bars of the whole lines before, and none of the line that the error has cut.
+    const QByteArray bars = stored().value("20240101_60.iss");
+    const qsizetype whole = barsOfDays(3).first(qsizetype(2) * 16384).count('\n');
+    QCOMPARE(bars.count('\n'), whole);
+    QVERIFY(isWholeLines(bars));
+    QVERIFY(!m_progress.contains(100));
+}
+
+void TestImportJob::anInputThatBecameShorterIsAnError()
+{
+    const QString file = m_input->filePath(QStringLiteral("bars.txt"));
+    const QByteArray content = barsOfDays(3);
+    writeFile(file, content);
+    const auto outcome = tadata::importBars(
+        file, detailsOfSeries(2), [this] { return QDir(m_store->path()); },
+        // In the middle of a line, while the first day is read.
+        [&](int) { QVERIFY(QFile::resize(file, content.size() / 2 + 5)); });
+    QVERIFY2(outcome.error.startsWith(QStringLiteral("Невозможно прочитать файл ") + file),
+             qPrintable(outcome.error));
+    const qsizetype whole = content.first(content.size() / 2 + 5).count('\n');
+    QCOMPARE(outcome.bars, whole);
+}
+
+void TestImportJob::handsOverWholeLines()
+{
+    const testsupport::WrittenPieces written(QStringLiteral(".iss"));
+    QVERIFY(import(barsOfDays(2), detailsOfSeries(2)).isNull());
+    const QByteArrayList pieces = written.pieces();
+    QVERIFY(pieces.size() > 4);
+    QVERIFY(std::all_of(pieces.begin(), pieces.end(), isWholeLines));
+    QCOMPARE(pieces.join(), stored().value("20240101_60.iss") + stored().value("20240102_60.iss"));
+}
+
+void TestImportJob::refusesADayFileOfTheSeriesAsInput_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("way");
+    for (const char* name : {"20240115_60.iss", "20240115_60", "20240115_1.iss"}) {
+        for (const char* way : {"itself", "symbolic link", "hard link", "linked from the store"})
+            QTest::addRow("%s, %s", name, way)
+                << QString::fromLatin1(name) << QString::fromLatin1(way);
+    }
+}
+
+void TestImportJob::refusesADayFileOfTheSeriesAsInput()
+{
+    QFETCH(const QString, name);
+    QFETCH(const QString, way);
+    const QString dayFile = m_store->filePath(name);
+    const QString other = m_input->filePath(QStringLiteral("other.txt"));
+    const QByteArray content = "20240114;100000;1;1;1;1\n20240115;100000;1;1;1;1\n";
+    writeFile(way == u"linked from the store" ? other : dayFile, content);
+    if (way == u"symbolic link")
+        QVERIFY(QFile::link(dayFile, other));
+    else if (way == u"hard link")
+        QVERIFY(hardLink(dayFile, other));
+    else if (way == u"linked from the store")
+        QVERIFY(QFile::link(other, dayFile));
+    const QString input = way == u"itself" ? dayFile : other;
+    const QString error =
+        tadata::importBars(
+            input, detailsOfSeries(0), [this] { return QDir(m_store->path()); }, [](int) {})
+            .error;
+    QVERIFY2(error.contains(input), qPrintable(error));
+    QCOMPARE(stored(), Tree({{name.toUtf8(), content}}));
+}
+
+void TestImportJob::refusesAPipeAsDayFile()
+{
+    const QString pipe = path("20240115_60.iss");
+    QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    QCOMPARE(import("20240115;100000;1;1;1;1\n", detailsOfSeries(0)),
+             QString(QStringLiteral("Невозможно открыть файл ") + pipe));
+}
+
+void TestImportJob::takesAMarkInsideTheFileForText()
+{
+    const QByteArray file = "\xef\xbb\xbf"
+                            "20240115;100000;1;1;1;1\n";
+    QCOMPARE(import(file + file, detailsOfSeries(0)),
+             QStringLiteral("Ошибка при импорте 2-й строки:\nДата '\ufeff20240115' не "
+                            "соответствует заявленному формату 'ггггммдд'."));
+}
+
+void TestImportJob::countsTheBars()
+{
+    const QString file = m_input->filePath(QStringLiteral("bars.txt"));
+    const auto barsOf = [&](const QByteArray& content) {
+        writeFile(file, content);
+        return tadata::importBars(
+                   file, detailsOfSeries(0), [this] { return QDir(m_store->path()); }, [](int) {})
+            .bars;
+    };
+    QCOMPARE(barsOf(""), 0);
+    QCOMPARE(barsOf("20240115;100000;1;1;1;1\n20240116;100000;1;1;1;1\n"), 2);
+    QCOMPARE(barsOf("20240115;100000;1;1;1;1\nwrong\n"), 1);
+}
+
+// Whoever shows the progress of a day may look at the file as it was.
+void TestImportJob::tellsItsProgressBeforeADayIsOpened()
+{
+    const QString file = m_input->filePath(QStringLiteral("bars.txt"));
+    writeFile(file, "20240115;100000;1;1;1;1\n");
+    QStringList seen;
+    const auto outcome = tadata::importBars(
+        file, detailsOfSeries(0), [this] { return QDir(m_store->path()); },
+        [&](int) { seen.append(stored().keys().join(u' ')); });
+    QVERIFY(outcome.error.isNull());
+    QCOMPARE(seen, QStringList({QString(), QStringLiteral("20240115_60.iss")}));
+}
+
+// More of its seconds may come with the next file.
+void TestImportJob::dropsTheOpenMinuteWhenTheNextDayCannotBeOpened()
+{
+    QVERIFY(QDir(m_store->path()).mkdir(QStringLiteral("20240116_1.iss")));
+    ImportDetails details = detailsOfSeries(0);
+    details.timeframe = 1;
+    QVERIFY(!import("20240115;100001;1;1;1;1\n20240116;100001;2;2;2;2\n", details).isNull());
+    QCOMPARE(stored().value("20240115_60"), QByteArray(""));
 }
 
 void TestImportJob::refusesASumThatDoesNotFit()

@@ -1,0 +1,189 @@
+#include "support/faults.h"
+
+#include <QtCore/QByteArray>
+#include <QtCore/QFile>
+
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <array>
+#include <atomic>
+#include <climits>
+#include <cstdarg>
+#include <cstdio>
+#include <mutex>
+#include <vector>
+
+using testsupport::Fault;
+using testsupport::SystemCall;
+using testsupport::WrittenPieces;
+
+struct Fault::Rule
+{
+    SystemCall call;
+    QByteArray pathEnd;
+    int error;
+    int passed;
+    std::atomic<int> calls = 0;
+};
+
+struct WrittenPieces::Record
+{
+    QByteArray pathEnd;
+    QByteArrayList pieces;
+};
+
+namespace {
+
+std::mutex rulesMutex;
+std::vector<std::shared_ptr<Fault::Rule>> rules;
+std::vector<std::shared_ptr<WrittenPieces::Record>> records;
+std::atomic<int> ruleCount = 0; // and records
+
+template <typename Function>
+Function real(const char* name)
+{
+    return reinterpret_cast<Function>(::dlsym(RTLD_NEXT, name));
+}
+
+QByteArray pathOf(int descriptor)
+{
+    std::array<char, PATH_MAX> path{};
+    const QByteArray link = "/proc/self/fd/" + QByteArray::number(descriptor);
+    const ssize_t size = ::readlink(link.constData(), path.data(), path.size());
+    return size > 0 ? QByteArray(path.data(), size) : QByteArray();
+}
+
+// Whether this call is to fail; errno then says why.
+bool fails(SystemCall call, const QByteArray& path)
+{
+    const std::lock_guard lock(rulesMutex);
+    for (const auto& rule : rules) {
+        if (rule->call != call || !path.endsWith(rule->pathEnd))
+            continue;
+        if (rule->calls++ < rule->passed)
+            continue;
+        errno = rule->error;
+        return true;
+    }
+    return false;
+}
+
+bool failsOn(SystemCall call, int descriptor)
+{
+    return ruleCount != 0 && fails(call, pathOf(descriptor));
+}
+
+void keepPiece(int descriptor, const void* from, size_t count)
+{
+    const QByteArray path = pathOf(descriptor);
+    const std::lock_guard lock(rulesMutex);
+    for (const auto& record : records) {
+        if (path.endsWith(record->pathEnd))
+            record->pieces.append(
+                QByteArray(static_cast<const char*>(from), static_cast<qsizetype>(count)));
+    }
+}
+
+int openFile(const char* name, const char* path, int flags, mode_t mode)
+{
+    if (ruleCount != 0 && fails(SystemCall::Open, path))
+        return -1;
+    return real<int (*)(const char*, int, ...)>(name)(path, flags, mode);
+}
+
+} // namespace
+
+Fault::Fault(SystemCall call, const QString& pathEnd, int error, int passed)
+    : m_rule(new Rule{call, QFile::encodeName(pathEnd), error, passed})
+{
+    const std::lock_guard lock(rulesMutex);
+    rules.push_back(m_rule);
+    ++ruleCount;
+}
+
+Fault::~Fault()
+{
+    const std::lock_guard lock(rulesMutex);
+    std::erase(rules, m_rule);
+    --ruleCount;
+}
+
+int Fault::failed() const
+{
+    return std::max(0, m_rule->calls - m_rule->passed);
+}
+
+WrittenPieces::WrittenPieces(const QString& pathEnd)
+    : m_record(new Record{QFile::encodeName(pathEnd), {}})
+{
+    const std::lock_guard lock(rulesMutex);
+    records.push_back(m_record);
+    ++ruleCount;
+}
+
+WrittenPieces::~WrittenPieces()
+{
+    const std::lock_guard lock(rulesMutex);
+    std::erase(records, m_record);
+    --ruleCount;
+}
+
+QByteArrayList WrittenPieces::pieces() const
+{
+    const std::lock_guard lock(rulesMutex);
+    return m_record->pieces;
+}
+
+// What the libraries call, too: the program's own names come before those of the system.
+#define TESTSUPPORT_INTERPOSED extern "C" __attribute__((visibility("default")))
+
+TESTSUPPORT_INTERPOSED ssize_t read(int descriptor, void* to, size_t count)
+{
+    static const auto call = real<ssize_t (*)(int, void*, size_t)>("read");
+    return failsOn(SystemCall::Read, descriptor) ? -1 : call(descriptor, to, count);
+}
+
+TESTSUPPORT_INTERPOSED ssize_t write(int descriptor, const void* from, size_t count)
+{
+    static const auto call = real<ssize_t (*)(int, const void*, size_t)>("write");
+    if (ruleCount != 0)
+        keepPiece(descriptor, from, count);
+    return failsOn(SystemCall::Write, descriptor) ? -1 : call(descriptor, from, count);
+}
+
+TESTSUPPORT_INTERPOSED int close(int descriptor)
+{
+    static const auto call = real<int (*)(int)>("close");
+    if (!failsOn(SystemCall::Close, descriptor))
+        return call(descriptor);
+    const int error = errno;
+    call(descriptor);
+    errno = error;
+    return -1;
+}
+
+TESTSUPPORT_INTERPOSED int rename(const char* from, const char* to) noexcept
+{
+    static const auto call = real<int (*)(const char*, const char*)>("rename");
+    return ruleCount != 0 && fails(SystemCall::Rename, to) ? -1 : call(from, to);
+}
+
+TESTSUPPORT_INTERPOSED int open(const char* path, int flags, ...)
+{
+    va_list rest;
+    va_start(rest, flags);
+    const auto mode = va_arg(rest, mode_t);
+    va_end(rest);
+    return openFile("open", path, flags, mode);
+}
+
+TESTSUPPORT_INTERPOSED int open64(const char* path, int flags, ...)
+{
+    va_list rest;
+    va_start(rest, flags);
+    const auto mode = va_arg(rest, mode_t);
+    va_end(rest);
+    return openFile("open64", path, flags, mode);
+}
