@@ -2,12 +2,12 @@
 
 #include "commandline.h"
 
+#include <vexdesk/history/dayfilelines.h>
+#include <vexdesk/history/utf8.h>
 #include <vexdesk/terminal/database.h>
 #include <vexdesk/terminal/deals.h>
 
-#include <QtCore/QFile>
-#include <QtCore/QFileInfo>
-#include <QtCore/QTextStream>
+#include <QtCore/QList>
 
 #include <mutex>
 #include <optional>
@@ -84,27 +84,29 @@ bool isHeading(const QString& line)
 
 QString loadDeals(const QString& path, const SeriesIds& series, vexdesk::Database& database)
 {
-    QFile file(path);
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+    vexdesk::DayFileLines lines(path, vexdesk::DayFileLines::unlimited);
+    if (!lines.open())
         return Text::tr("Невозможно открыть файл %1").arg(path);
-    QTextStream lines(&file);
-    if (!isHeading(lines.readLine()))
+    QByteArrayView line;
+    const bool hasLine = lines.nextBytes(&line);
+    if (hasLine && !isHeading(vexdesk::textFromUtf8(line)))
         return Text::tr("%1: первая строка — сделка, а должна быть заголовком").arg(path);
 
     const vexdesk::DealWriter writer(vexdesk::dealsTable(database));
     const std::lock_guard lock(*writer.table());
     qint64 number = 1;
-    QString line;
     try {
-        while (lines.readLineInto(&line)) {
+        while (lines.nextBytes(&line)) {
             ++number;
-            if (!line.isEmpty())
-                writer.table()->insert(writer.row(parseDeal(line, series)));
+            if (!line.empty())
+                writer.table()->insert(writer.row(parseDeal(vexdesk::textFromUtf8(line), series)));
         }
     } catch (const LineError& error) {
         return Text::tr("%1, строка %2: %3").arg(path, QString::number(number), error.what);
     }
-    return QString();
+    return lines.error().isNull()
+               ? QString()
+               : Text::tr("Невозможно прочитать файл %1: %2").arg(path, lines.error());
 }
 
 } // namespace tadata::cli

@@ -45,18 +45,53 @@ int parseTimeframe(const QString& text)
         Text::tr("--timeframe: бывает %1: «%2»").arg(known.join(QStringLiteral(", ")), text)};
 }
 
-// A pattern in which each of these letters stands, in lower or in upper case.
-QString parsePattern(const char* option, const QString& pattern, const QString& letters)
+[[noreturn]] void refusePattern(const char* option, const QString& pattern,
+                                const QStringList& needed)
 {
-    const bool isWhole = std::all_of(letters.begin(), letters.end(), [&pattern](QChar letter) {
-        return pattern.contains(letter, Qt::CaseInsensitive);
-    });
+    throw UsageError{Text::tr("--%1: вид «%2» не называет всего, что нужно: %3")
+                         .arg(QLatin1String(option), pattern, needed.join(QStringLiteral(", ")))};
+}
+
+// A pattern in which each of these letters stands, in lower or in upper case.
+QString parsePattern(const char* option, const QString& pattern, const QStringList& letters)
+{
+    const bool isWhole =
+        std::all_of(letters.begin(), letters.end(), [&pattern](const QString& letter) {
+            return pattern.contains(letter.front(), Qt::CaseInsensitive);
+        });
     if (!isWhole)
-        throw UsageError{
-            Text::tr("--%1: вид «%2» не называет всего, что нужно: %3")
-                .arg(QLatin1String(option), pattern,
-                     letters.split(QString(), Qt::SkipEmptyParts).join(QStringLiteral(", ")))};
+        refusePattern(option, pattern, letters);
     return pattern;
+}
+
+// Whether a year stands in a pattern, outside of its quotes: one letter, or three, are none.
+bool hasYear(const QString& pattern)
+{
+    bool isQuoted = false;
+    int letters = 0;
+    for (const QChar letter : pattern + QChar()) {
+        if (letter == u'y' && !isQuoted) {
+            ++letters;
+            continue;
+        }
+        if (letters == 2 || letters == 4)
+            return true;
+        letters = 0;
+        if (letter == u'\'')
+            isQuoted = !isQuoted;
+    }
+    return false;
+}
+
+QString parseDateFormat(const CommandLine& line)
+{
+    constexpr auto option = "date-format";
+    const QString format = line.value(option).value_or(QStringLiteral("yyyyMMdd"));
+    const QStringList needed{QStringLiteral("d"), QStringLiteral("M"), QStringLiteral("yy")};
+    parsePattern(option, format, needed);
+    if (!hasYear(format))
+        refusePattern(option, format, needed);
+    return format;
 }
 
 ExportDetails parseDetails(const CommandLine& line)
@@ -70,12 +105,10 @@ ExportDetails parseDetails(const CommandLine& line)
     details.timeframe = parseTimeframe(line.value("timeframe").value_or(QStringLiteral("60")));
     details.lineFormat = line.value("line-format").value_or(defaultLineFormat);
     details.separator = parseSeparator(line.value("separator").value_or(QStringLiteral(",")));
-    details.dateFormat =
-        parsePattern("date-format", line.value("date-format").value_or(QStringLiteral("yyyyMMdd")),
-                     QStringLiteral("dMy"));
+    details.dateFormat = parseDateFormat(line);
     details.timeFormat =
         parsePattern("time-format", line.value("time-format").value_or(QStringLiteral("hhmmss")),
-                     QStringLiteral("hm"));
+                     {QStringLiteral("h"), QStringLiteral("m")});
     details.addHeader = !line.isSet("no-header");
     return details;
 }
@@ -90,16 +123,34 @@ QString loadDealsOf(const QString& file, const SeriesCodes& codes, vexdesk::Core
     return loadDeals(file, {ids.stockId, ids.boardId, ids.securityId}, *core.database());
 }
 
-QString runJob(const ExportDetails& details, const QDate& today, const SeriesDir& seriesDir)
+ExportOutcome runJob(const ExportDetails& details, const QDate& today, const SeriesDir& seriesDir)
 {
     ProgressBar bar;
     try {
         return exportBars(details, {today, 0}, seriesDir,
-                          [&bar](int percent) { bar.show(percent); })
-            .error;
+                          [&bar](int percent) { bar.show(percent); });
     } catch (const Exception& exception) {
-        return exception.message();
+        return {exception.message(), {}};
     }
+}
+
+// The days that are exported: each day from today on would bring the deals of today once more.
+void cutAtToday(ExportDetails& details, const QDate& today)
+{
+    if (details.dateFrom > today)
+        throw UsageError{
+            Text::tr("--from: %1 позже, чем сегодня, %2: выгружать нечего")
+                .arg(details.dateFrom.toString(Qt::ISODate), today.toString(Qt::ISODate))};
+    details.dateTo = std::min(details.dateTo, today);
+}
+
+ExitCode report(const ExportOutcome& outcome)
+{
+    for (const QString& path : outcome.unopened)
+        printError(Text::tr("Невозможно открыть файл %1: его баров в выгрузке нет").arg(path));
+    if (!outcome.error.isNull())
+        printError(outcome.error);
+    return outcome.error.isNull() && outcome.unopened.isEmpty() ? Success : Failure;
 }
 
 } // namespace
@@ -125,8 +176,7 @@ ExitCode runExport(const QStringList& words)
     ExportDetails details = parseDetails(line);
     const QDate today =
         line.isSet("today") ? parseDay("today", line.required("today")) : QDate::currentDate();
-    // Each day from today on would bring the deals of today once more.
-    details.dateTo = std::min(details.dateTo, std::max(today, details.dateFrom));
+    cutAtToday(details, today);
     const std::optional<QString> store = parseStore(line);
     if (store && !QFileInfo(*store).isDir()) {
         printError(Text::tr("Нет каталога %1").arg(*store));
@@ -137,17 +187,22 @@ ExitCode runExport(const QStringList& words)
         printError(error);
         return Failure;
     }
-    vexdesk::Core core;
-    QString error;
-    if (const auto file = line.value("deals"))
-        error = loadDealsOf(*file, codes, core);
+    const QDir root = store ? QDir(*store) : vexdesk::storePlace();
     setSeries(details, codes);
-    if (error.isNull())
-        error = runJob(details, today, [&] { return makeSeriesDirIn(store, codes); });
-    if (error.isNull())
-        return Success;
-    printError(error);
-    return Failure;
+    if (const QString error = refusedOutput(details, root); !error.isNull()) {
+        printError(error);
+        return Failure;
+    }
+
+    vexdesk::Core core;
+    if (const auto file = line.value("deals")) {
+        if (const QString error = loadDealsOf(*file, codes, core); !error.isNull()) {
+            printError(error);
+            return Failure;
+        }
+    }
+    setSeries(details, codes);
+    return report(runJob(details, today, [&] { return makeSeriesDirIn(store, codes); }));
 }
 
 QString exportHelp()
@@ -158,10 +213,11 @@ QString exportHelp()
         "\n"
         "Записывает бары серии в текстовый файл. Файл, который уже есть, заменяется. За каждую\n"
         "строку хранилища пишется бар, каким он стал к ней, и ещё раз — когда он закончен:\n"
-        "законченный бар — последняя строка со своим временем.\n"
+        "законченный бар — последняя строка со своим временем. Файл дня, который нельзя открыть,\n"
+        "назван в стандартном выводе ошибок, и код завершения тогда 1.\n"
         "\n"
         "  --series КОДЫ        серия: коды площадки, режима торгов и инструмента через «/»\n"
-        "  --from ДЕНЬ          первый день, например 2024-01-31\n"
+        "  --from ДЕНЬ          первый день, например 2024-01-31; не позже сегодняшнего\n"
         "  --to ДЕНЬ            последний день; дни после сегодняшнего пропускаются\n"
         "  --timeframe СЕКУНДЫ  длина бара: 1, 60 (по умолчанию), 300, 600, 1800, 3600, 86400\n"
         "  --line-format СПИСОК столбцы через запятую: TICKER, PER, DATE, TIME, OPEN, HIGH, LOW,\n"
@@ -169,7 +225,7 @@ QString exportHelp()
         "                       всегда этот; строка кончается после последнего в списке\n"
         "  --separator ТЕКСТ    разделитель столбцов или слово comma, semicolon, space;\n"
         "                       по умолчанию запятая\n"
-        "  --date-format ВИД    вид даты из d, M и y; по умолчанию yyyyMMdd\n"
+        "  --date-format ВИД    вид даты из d, M и yy или yyyy; по умолчанию yyyyMMdd\n"
         "  --time-format ВИД    вид времени из h, m, s и z; по умолчанию hhmmss\n"
         "  --no-header          без строки заголовка\n"
         "  --store КАТАЛОГ      каталог с папками площадок; по умолчанию хранилище терминала\n"

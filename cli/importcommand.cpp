@@ -107,6 +107,12 @@ ImportDetails parseDetails(const CommandLine& line)
     return details;
 }
 
+ImportOutcome runJob(const QString& file, const ImportDetails& details, const SeriesDir& seriesDir)
+{
+    ProgressBar bar;
+    return importBars(file, details, seriesDir, [&bar](int percent) { bar.show(percent); });
+}
+
 } // namespace
 
 ExitCode runImport(const QStringList& words)
@@ -125,6 +131,7 @@ ExitCode runImport(const QStringList& words)
         throw UsageError{Text::tr("нужен один файл")};
     const QString file = line.positional().first();
     const SeriesCodes codes = parseSeries(line.required("series"));
+    refuseUnprintable(codes);
     ImportDetails details = parseDetails(line);
     const std::optional<QString> store = parseStore(line);
     std::optional<int> decimals;
@@ -145,18 +152,15 @@ ExitCode runImport(const QStringList& words)
     }
     setSeries(details, codes);
 
-    QString error;
-    {
-        ProgressBar bar;
-        error = importBars(
-                    file, details, [&] { return makeSeriesDirIn(store, codes); },
-                    [&bar](int percent) { bar.show(percent); })
-                    .error;
+    const ImportOutcome outcome =
+        runJob(file, details, [&] { return makeSeriesDirIn(store, codes); });
+    if (!outcome.error.isNull()) {
+        printError(outcome.error);
+        return Failure;
     }
-    if (error.isNull())
-        return Success;
-    printError(error);
-    return Failure;
+    if (outcome.bars == 0)
+        printError(Text::tr("Ни одного бара не импортировано: в файле %1 их нет").arg(file));
+    return Success;
 }
 
 QString importHelp()
@@ -166,7 +170,9 @@ QString importHelp()
         "                             --columns РОЛЬ=СТОЛБЕЦ,... [параметры]\n"
         "\n"
         "Импортирует бары из текстового файла. Файл дня заменяется целиком каждый раз, когда в\n"
-        "файле начинается этот день.\n"
+        "файле начинается этот день. Если в файле нет ни одного бара, об этом сказано в "
+        "стандартном\n"
+        "выводе ошибок, код завершения 0.\n"
         "\n"
         "  --series КОДЫ        серия: коды площадки, режима торгов и инструмента через «/»\n"
         "  --columns СПИСОК     какой столбец что несёт, считая столбцы от 0; обязательны date,\n"

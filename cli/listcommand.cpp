@@ -24,14 +24,18 @@ ExitCode runList(const QStringList& words)
 
     QString text;
     QTextStream out(&text);
-    const QList<vexdesk::StoredSeries> list = vexdesk::listStore(root);
-    for (const vexdesk::StoredSeries& series : list) {
-        out << series.stockCode << '/' << series.boardCode << '/' << series.securityName << '\t'
-            << series.timeframe << '\t' << series.dayFiles << '\t'
-            << series.firstDay.toString(Qt::ISODate) << '\t' << series.lastDay.toString(Qt::ISODate)
-            << '\t' << series.bytes << '\n';
+    const vexdesk::StoreCatalog catalog = vexdesk::listStore(root);
+    for (const vexdesk::StoredSeries& series : catalog.series) {
+        out << escaped(series.stockCode) << '/' << escaped(series.boardCode) << '/'
+            << escaped(series.securityName) << '\t' << series.timeframe << '\t' << series.dayFiles
+            << '\t' << series.firstDay.toString(Qt::ISODate) << '\t'
+            << series.lastDay.toString(Qt::ISODate) << '\t' << series.bytes << '\n';
     }
-    return printOutput(text);
+    const ExitCode printed = printOutput(text);
+    for (const QString& directory : catalog.unreadable)
+        printError(Text::tr("Невозможно прочитать каталог %1: того, что в нём, в списке нет")
+                       .arg(escaped(directory)));
+    return catalog.unreadable.isEmpty() ? printed : Failure;
 }
 
 QString listHelp()
@@ -40,7 +44,10 @@ QString listHelp()
         "Использование: tadata list [--store КАТАЛОГ]\n"
         "\n"
         "Печатает по строке на каждую серию и таймфрейм, через табуляцию: серия, таймфрейм в\n"
-        "секундах, число файлов дней, первый и последний день, байты.\n"
+        "секундах, число файлов дней, первый и последний день, байты. Управляющие символы в кодах\n"
+        "печатаются в виде \\x0a и \\u2028. Каталог, который нельзя прочитать, назван в "
+        "стандартном\n"
+        "выводе ошибок; код завершения тогда 1, остальное напечатано.\n"
         "\n"
         "  --store КАТАЛОГ      каталог с папками площадок; по умолчанию хранилище терминала\n");
 }

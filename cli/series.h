@@ -22,6 +22,14 @@ struct SeriesCodes
 /// directory names, so that nothing can be written outside the store.
 SeriesCodes parseSeries(const QString& text);
 
+/// Refuses codes that no list could show as they are: with control characters, or bytes that are no
+/// UTF-8. Throws UsageError.
+void refuseUnprintable(const SeriesCodes& codes);
+
+/// A code as a part of one printed line, whatever characters it has: control characters and what is
+/// no UTF-8 as "\x0a" and "\u2028". A backslash before an x or a u is doubled.
+QString escaped(const QString& code);
+
 /// The value of --store, none for the terminal's own store. Throws UsageError for an empty one.
 std::optional<QString> parseStore(const CommandLine& line);
 

@@ -46,7 +46,7 @@ std::optional<QList<QString>> readPreview(const QString& fileName)
     }
     QList<QString> preview;
     QByteArrayView line;
-    while (preview.size() < previewLines && lines.next(&line))
+    while (preview.size() < previewLines && lines.nextBytes(&line))
         preview.append(vexdesk::textFromUtf8(line));
     if (!lines.error().isNull()) {
         warn(Text::tr("Ошибка открытия файла"),

@@ -199,9 +199,9 @@ private:
     QString readLines()
     {
         QByteArrayView line;
-        if (m_details.firstLineIsHeader && m_lines.next(&line))
+        if (m_details.firstLineIsHeader && m_lines.nextBytes(&line))
             ++m_lineNumber;
-        while (m_lines.next(&line)) {
+        while (m_lines.nextBytes(&line)) {
             ++m_lineNumber;
             BarDescription bar;
             if (const QString error = parse(line, &bar); !error.isNull())

@@ -39,6 +39,18 @@ QProcessEnvironment plainEnvironment()
     return environment;
 }
 
+QProcessEnvironment faultyEnvironment(const QString& call, const QString& pathEnd, int error,
+                                      int passed)
+{
+    QProcessEnvironment environment = plainEnvironment();
+    environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(TADATA_PRELOADED_FAULTS));
+    environment.insert(QStringLiteral("TADATA_TEST_FAULT"),
+                       QStringLiteral("%1 %2 %3 %4").arg(call).arg(error).arg(passed).arg(pathEnd));
+    // The sanitizer wants to be the first library of all, for no reason that matters here.
+    environment.insert(QStringLiteral("ASAN_OPTIONS"), QStringLiteral("verify_asan_link_order=0"));
+    return environment;
+}
+
 QString tadataProgram()
 {
     return QStringLiteral(TADATA_PROGRAM);

@@ -33,6 +33,11 @@ Outcome refused(const QString& reason);
 /// display, and with Qt's messages on standard error.
 QProcessEnvironment plainEnvironment();
 
+/// The same, with a call of the system (open, read, write, close, rename) that fails on the files
+/// whose path ends so, after so many that work.
+QProcessEnvironment faultyEnvironment(const QString& call, const QString& pathEnd, int error,
+                                      int passed = 0);
+
 /// The file name of the program under test.
 QString tadataProgram();
 

@@ -4,6 +4,7 @@
 #include "tadatarunner.h"
 
 #include "support/filetree.h"
+#include "support/otheruser.h"
 #include "support/strictlog.h"
 
 #include <QtCore/QFileInfo>
@@ -16,6 +17,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace testsupport;
@@ -63,6 +65,8 @@ private Q_SLOTS:
     void listPassesOverForeignFiles();
     void listOfAnEmptyStoreIsEmpty();
     void listOfAMissingStoreFails();
+    void listNamesWhatItCannotRead();
+    void listShowsEveryNameOnItsOwnLine();
     void listTakesTheCurrentDirectoryAsBase();
 
     void defaultStoreIsBesideAPortableProgram();
@@ -453,6 +457,49 @@ void TadataTest::listOfAMissingStoreFails()
     writeFile(path("store"), "a file");
     QCOMPARE(runTadata(filled(words("list --store {store}"))),
              failed(QStringLiteral("Нет каталога %1").arg(path("store"))));
+}
+
+void TadataTest::listNamesWhatItCannotRead()
+{
+    m_dir.reset();
+    const OtherUser nobody;
+    init(); // in a directory of his own
+    writeFile(path("store/A/B/C/20240115_60.iss"), oneRecord);
+    writeFile(path("store/A/B/D/20240115_60.iss"), oneRecord);
+    writeFile(path("store/A/X/C/20240115_60.iss"), oneRecord);
+    const Permissions series(path("store/A/B/D"), 0);
+    const Permissions board(path("store/A/X"), 0);
+    const QByteArray rest = "A/B/C\t60\t1\t2024-01-15\t2024-01-15\t" +
+                            QByteArray::number(qsizetype(qstrlen(oneRecord))) + "\n";
+    const auto told = [](const QString& directory) {
+        return QStringLiteral("Невозможно прочитать каталог %1: того, что в нём, в списке нет\n")
+            .arg(directory)
+            .toUtf8();
+    };
+    QCOMPARE(runTadata(filled(words("list --store {store}"))),
+             (Outcome{1, rest, told(path("store/A/B/D")) + told(path("store/A/X"))}));
+}
+
+void TadataTest::listShowsEveryNameOnItsOwnLine()
+{
+    const QByteArrayList names{"A\nB", "A\x1b[0m", "A\xff", "A\xc2\x85", "A\\x0a", "A\\n"};
+    for (const QByteArray& name : names) {
+        const QByteArray series = QFile::encodeName(path("store/V/W/")) + name;
+        QVERIFY(QDir().mkpath(path("store/V/W")));
+        QCOMPARE(::mkdir(series.constData(), 0700), 0);
+        const int file =
+            ::open((series + "/20240115_60.iss").constData(), O_CREAT | O_WRONLY, 0600);
+        QVERIFY(file >= 0);
+        ::close(file);
+    }
+    QByteArray wanted;
+    // In the order of the codes.
+    for (const char* shown : {"A\\x0aB", "A\\x1b[0m", "A\\n", "A\\\\x0a", "A\\u0085", "A\\xff"})
+        wanted += QByteArray("V/W/") + shown + "\t60\t1\t2024-01-15\t2024-01-15\t0\n";
+    const Outcome outcome = runTadata(filled(words("list --store {store}")));
+    QCOMPARE(outcome, succeeded(wanted));
+    // Qt cannot remove a directory whose name is no text.
+    QCOMPARE(std::system(qPrintable(QStringLiteral("rm -r '%1'").arg(path("store/V")))), 0);
 }
 
 void TadataTest::listTakesTheCurrentDirectoryAsBase()

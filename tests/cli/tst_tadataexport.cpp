@@ -9,6 +9,9 @@
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 using namespace testsupport;
 
 namespace {
@@ -45,6 +48,13 @@ private Q_SLOTS:
 
     void refusesAWrongCommandLine_data();
     void refusesAWrongCommandLine();
+    void leavesTheOutputAloneWhenNothingIsToBeExported();
+    void namesDaysThatCannotBeOpened();
+    void aReadErrorIsNotTheEnd_data();
+    void aReadErrorIsNotTheEnd();
+    void aDiskThatSaysAtTheEndThatItIsFullIsNoSuccess();
+    void refusesDayFilesOfItsStoreAsOutput_data();
+    void refusesDayFilesOfItsStoreAsOutput();
     void namesWhatCannotBeOpened_data();
     void namesWhatCannotBeOpened();
     void saysWhatIsWrongWithADeal_data();
@@ -280,7 +290,23 @@ void TadataExportTest::refusesAWrongCommandLine_data()
         "--timeframe: бывает 1, 60, 300, 600, 1800, 3600, 86400: «120»");
     row("date without a month",
         "OUT --series A/B/C --from 2024-01-15 --to 2024-01-15 --date-format yyyydd",
-        "--date-format: вид «yyyydd» не называет всего, что нужно: d, M, y");
+        "--date-format: вид «yyyydd» не называет всего, что нужно: d, M, yy");
+    for (const char* format : {"dd.MM.y", "dd.MM.yyy", "ddMM'yy'", "yddMM"}) {
+        const QByteArray line =
+            QByteArray("OUT --series A/B/C --from 2024-01-15 --to 2024-01-15 --date-format ") +
+            format;
+        const QString reason =
+            QStringLiteral("--date-format: вид «%1» не называет всего, что нужно: "
+                           "d, M, yy")
+                .arg(QLatin1String(format));
+        row(format, line.constData(), qUtf8Printable(reason));
+    }
+    row("first day after today",
+        "OUT --series A/B/C --from 2024-01-17 --to 2024-01-18 --today 2024-01-16",
+        "--from: 2024-01-17 позже, чем сегодня, 2024-01-16: выгружать нечего");
+    row("first day after the real today", "OUT --series A/B/C --from 9999-01-01 --to 9999-01-02",
+        qUtf8Printable(QStringLiteral("--from: 9999-01-01 позже, чем сегодня, %1: выгружать нечего")
+                           .arg(QDate::currentDate().toString(Qt::ISODate))));
     row("time without minutes",
         "OUT --series A/B/C --from 2024-01-15 --to 2024-01-15 --time-format hhss",
         "--time-format: вид «hhss» не называет всего, что нужно: h, m");
@@ -298,6 +324,109 @@ void TadataExportTest::refusesAWrongCommandLine()
     parts.replaceInStrings(QStringLiteral("OUT"), path("out.txt"));
     QCOMPARE(runTadata(parts), refused(reason));
     QVERIFY(!QFile::exists(path("out.txt")));
+}
+
+// What is there already stays, too.
+void TadataExportTest::leavesTheOutputAloneWhenNothingIsToBeExported()
+{
+    writeFile(path("out.txt"), "earlier");
+    const Outcome outcome =
+        runTadata(words("export --series NORD/MAIN/ALFA --from 2024-01-17 --to 2024-01-18 --today "
+                        "2024-01-16")
+                  << path("out.txt") << QStringLiteral("--store") << path("store"));
+    QCOMPARE(outcome.exitCode, 2);
+    QCOMPARE(written(), QByteArray("earlier"));
+}
+
+void TadataExportTest::namesDaysThatCannotBeOpened()
+{
+    const QString dayFile = path("store/NORD/MAIN/ALFA/20240115_60.iss");
+    QVERIFY(QFile::exists(dayFile));
+    QCOMPARE(run("--timeframe 60"), succeeded());
+    const QByteArray whole = written();
+    QVERIFY(QFile::remove(dayFile));
+    QCOMPARE(::mkfifo(QFile::encodeName(dayFile).constData(), 0600), 0);
+    QCOMPARE(
+        run("--timeframe 60"),
+        failed(
+            QStringLiteral("Невозможно открыть файл %1: его баров в выгрузке нет").arg(dayFile)));
+    QVERIFY(!written().isNull() && written() != whole);
+}
+
+void TadataExportTest::aReadErrorIsNotTheEnd_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::newRow("day file") << QStringLiteral("store/NORD/MAIN/ALFA/20240115_60.iss");
+    QTest::newRow("deals") << QStringLiteral("deals.csv");
+    QTest::newRow("reference") << QStringLiteral("reference.json");
+}
+
+void TadataExportTest::aReadErrorIsNotTheEnd()
+{
+    QFETCH(const QString, file);
+    writeFile(path("deals.csv"), dealsHeading + "1705312800000,5,1,,\n");
+    writeFile(path("reference.json"), R"({"stocks": [], "boards": [], "securities": []})");
+    const QString full = m_dir->filePath(file);
+    const Outcome outcome = runTadata(
+        words("export --series NORD/MAIN/ALFA --from 2024-01-15 --to 2024-01-16 --today 2024-01-17")
+            << path("out.txt") << QStringLiteral("--store") << path("store")
+            << QStringLiteral("--deals") << path("deals.csv") << QStringLiteral("--reference")
+            << path("reference.json"),
+        faultyEnvironment(QStringLiteral("read"), full, EIO));
+    QCOMPARE(outcome.exitCode, 1);
+    QVERIFY2(outcome.err.startsWith("Невозможно прочитать файл " + full.toUtf8()),
+             outcome.err.constData());
+}
+
+void TadataExportTest::aDiskThatSaysAtTheEndThatItIsFullIsNoSuccess()
+{
+    const Outcome outcome =
+        runTadata(words("export --series NORD/MAIN/ALFA --from 2024-01-15 --to 2024-01-15")
+                      << path("out.txt") << QStringLiteral("--store") << path("store"),
+                  faultyEnvironment(QStringLiteral("close"), QStringLiteral("/out.txt"), EDQUOT));
+    QCOMPARE(outcome, failed(QStringLiteral("Невозможно записать файл ") + path("out.txt")));
+}
+
+void TadataExportTest::refusesDayFilesOfItsStoreAsOutput_data()
+{
+    QTest::addColumn<QString>("way");
+    for (const char* way : {"itself", "symbolic link", "hard link", "linked from the store",
+                            "another series", "hard link of another series"})
+        QTest::newRow(way) << QString::fromLatin1(way);
+}
+
+void TadataExportTest::refusesDayFilesOfItsStoreAsOutput()
+{
+    QFETCH(const QString, way);
+    const QString other = path("other.txt");
+    const QString foreign = path("store/NORD/MAIN/BARK/20240115_60");
+    writeFile(foreign, "100000;1;1;1;1;0;0;0\n");
+    QString dayFile = path("store/NORD/MAIN/ALFA/20240115_60.iss");
+    if (way.contains(u"another series"))
+        dayFile = foreign;
+    QString output = other;
+    if (way == u"symbolic link") {
+        QVERIFY(QFile::link(dayFile, other));
+    } else if (way.startsWith(u"hard link")) {
+        QCOMPARE(
+            ::link(QFile::encodeName(dayFile).constData(), QFile::encodeName(other).constData()),
+            0);
+    } else if (way == u"linked from the store") {
+        QVERIFY(QFile::rename(dayFile, other));
+        QVERIFY(QFile::link(other, dayFile));
+    } else {
+        output = dayFile;
+    }
+    const Tree before = readTree(QDir(path("store")));
+    const Outcome outcome =
+        runTadata(words("export --series NORD/MAIN/ALFA --from 2024-01-15 --to 2024-01-15")
+                  << output << QStringLiteral("--store") << path("store"));
+    QCOMPARE(outcome,
+             failed(QStringLiteral("Файл %1 — файл дня в хранилище: выгрузка стёрла бы его "
+                                   "бары. Выберите другой файл")
+                        .arg(output)));
+    QCOMPARE(readTree(QDir(path("store"))), before);
+    QCOMPARE(QFile::exists(other), output == other);
 }
 
 void TadataExportTest::namesWhatCannotBeOpened_data()

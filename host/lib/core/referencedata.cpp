@@ -4,6 +4,7 @@
 
 #include "referencetable.h"
 
+#include <QtCore/QFileInfo>
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
@@ -215,12 +216,19 @@ ReferenceData ReferenceData::demonstration()
 ReferenceData ReferenceData::fromFile(const QString& path, QString* error)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
+    // To open a pipe is to wait for somebody who writes into it. Resources are files too.
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) {
         *error = cannotOpen(path);
         return {};
     }
+    const qint64 size = file.size();
+    const QByteArray text = file.readAll();
+    if (file.error() != QFileDevice::NoError || text.size() < size) {
+        *error = Text::tr("Невозможно прочитать файл %1").arg(path);
+        return {};
+    }
     QString what;
-    ReferenceData data = fromJson(file.readAll(), &what);
+    ReferenceData data = fromJson(text, &what);
     *error = what.isNull() ? QString() : wrongContent(path, what);
     return data;
 }

@@ -93,6 +93,15 @@ std::optional<QByteArray> DayFileLines::plainText()
 
 bool DayFileLines::next(QByteArrayView* line)
 {
+    if (!nextBytes(line))
+        return false;
+    if (!m_isAscii && !areAscii(*line))
+        *line = withoutErrors(*line);
+    return true;
+}
+
+bool DayFileLines::nextBytes(QByteArrayView* line)
+{
     const char* end = nullptr;
     const bool hasEnd = findLineEnd(&end);
     const char* const begin = m_buffer.constData() + m_begin;
@@ -107,8 +116,6 @@ bool DayFileLines::next(QByteArrayView* line)
         line->chop(1);
     m_begin = end - m_buffer.constData() + (hasEnd ? 1 : 0);
     m_searched = m_begin;
-    if (!m_isAscii && !areAscii(*line))
-        *line = withoutErrors(*line);
     return true;
 }
 

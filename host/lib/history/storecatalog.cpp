@@ -2,71 +2,124 @@
 
 #include <vexdesk/history/dayfile.h>
 
-#include <QtCore/QDirIterator>
+#include <QtCore/QFile>
 #include <QtCore/QMap>
 
 #include <algorithm>
+#include <filesystem>
+#include <string>
+#include <system_error>
 
 namespace vexdesk {
 
 namespace {
 
-QStringList codes(const QString& path)
+using Entry = std::filesystem::directory_entry;
+using Path = std::filesystem::path;
+
+// Names differ where their bytes do.
+QString codeOf(const Path& path)
 {
-    QStringList names = subdirectories(path, QDir::Hidden);
-    // Not the order of the locale: the list is for programs too.
-    std::sort(names.begin(), names.end());
-    return names;
+    const QByteArray name = path.filename().c_str();
+    const QString code = QFile::decodeName(name);
+    if (QFile::encodeName(code) == name)
+        return code;
+    constexpr char16_t escape = 0xdc00;
+    QString escaped;
+    for (const char byte : name) {
+        const auto character = static_cast<uchar>(byte);
+        escaped += QChar(character < 0x80 ? character : static_cast<char16_t>(escape + character));
+    }
+    return escaped;
 }
 
-void countDayFile(StoredSeries& series, const QDate& day, qint64 bytes)
+class StoreWalk final
 {
-    ++series.dayFiles;
-    series.bytes += bytes;
-    if (!series.firstDay.isValid() || day < series.firstDay)
-        series.firstDay = day;
-    if (!series.lastDay.isValid() || day > series.lastDay)
-        series.lastDay = day;
-}
-
-QList<StoredSeries> listSeries(const QString& path, const StoredSeries& codes)
-{
-    QMap<int, StoredSeries> byTimeframe;
-    QDirIterator walk(path, QDir::Files);
-    while (walk.hasNext()) {
-        walk.next();
-        if (const auto key = parseDayFileName(walk.fileName())) {
-            auto series = byTimeframe.find(key->timeframe);
-            if (series == byTimeframe.end()) {
-                series = byTimeframe.insert(key->timeframe, codes);
-                series->timeframe = key->timeframe;
+public:
+    void listStocks(const Path& root)
+    {
+        for (const Path& stock : directories(root)) {
+            m_codes.stockCode = codeOf(stock);
+            for (const Path& board : directories(stock)) {
+                m_codes.boardCode = codeOf(board);
+                for (const Path& security : directories(board)) {
+                    m_codes.securityName = codeOf(security);
+                    listSeries(security);
+                }
             }
-            countDayFile(*series, key->day, walk.fileInfo().size());
         }
     }
-    return byTimeframe.values();
-}
+
+    StoreCatalog takeCatalog() { return std::move(m_catalog); }
+
+private:
+    template <typename Visit>
+    void visitEntries(const Path& directory, Visit visit)
+    {
+        std::error_code error;
+        std::filesystem::directory_iterator entry(directory, error);
+        const std::filesystem::directory_iterator end;
+        for (; !error && entry != end; entry.increment(error)) {
+            visit(*entry, error);
+            if (error)
+                break;
+        }
+        // A directory may go while the store is listed.
+        if (error && error != std::errc::no_such_file_or_directory)
+            m_catalog.unreadable.append(QFile::decodeName(directory.c_str()));
+    }
+
+    // Not in the order of the locale: the list is for programs too.
+    std::vector<Path> directories(const Path& directory)
+    {
+        std::vector<Path> paths;
+        visitEntries(directory, [&paths](const Entry& entry, std::error_code& error) {
+            if (entry.is_directory(error))
+                paths.push_back(entry.path());
+        });
+        std::sort(paths.begin(), paths.end(),
+                  [](const Path& left, const Path& right) { return codeOf(left) < codeOf(right); });
+        return paths;
+    }
+
+    void listSeries(const Path& directory)
+    {
+        QMap<int, StoredSeries> byTimeframe;
+        visitEntries(directory, [&](const Entry& entry, std::error_code& error) {
+            const auto key = parseDayFileName(QFile::decodeName(entry.path().filename().c_str()));
+            if (!key || !entry.is_regular_file(error))
+                return;
+            auto series = byTimeframe.find(key->timeframe);
+            if (series == byTimeframe.end()) {
+                series = byTimeframe.insert(key->timeframe, m_codes);
+                series->timeframe = key->timeframe;
+            }
+            countDayFile(*series, key->day, static_cast<qint64>(entry.file_size(error)));
+        });
+        m_catalog.series += byTimeframe.values();
+    }
+
+    static void countDayFile(StoredSeries& series, const QDate& day, qint64 bytes)
+    {
+        ++series.dayFiles;
+        series.bytes += bytes;
+        if (!series.firstDay.isValid() || day < series.firstDay)
+            series.firstDay = day;
+        if (!series.lastDay.isValid() || day > series.lastDay)
+            series.lastDay = day;
+    }
+
+    StoredSeries m_codes; // of the directory that is being listed
+    StoreCatalog m_catalog;
+};
 
 } // namespace
 
-QList<StoredSeries> listStore(const QDir& root)
+StoreCatalog listStore(const QDir& root)
 {
-    QList<StoredSeries> list;
-    StoredSeries series;
-    for (const QString& stock : codes(root.path())) {
-        series.stockCode = stock;
-        // Not QDir::filePath: a code that begins with ":" would be a path of its own to it.
-        const QString stockPath = root.path() + u'/' + stock;
-        for (const QString& board : codes(stockPath)) {
-            series.boardCode = board;
-            const QString boardPath = stockPath + u'/' + board;
-            for (const QString& security : codes(boardPath)) {
-                series.securityName = security;
-                list += listSeries(boardPath + u'/' + security, series);
-            }
-        }
-    }
-    return list;
+    StoreWalk walk;
+    walk.listStocks(Path(QFile::encodeName(root.path()).toStdString()));
+    return walk.takeCatalog();
 }
 
 } // namespace vexdesk

@@ -56,6 +56,9 @@ public:
     /// Takes the next line; false at the end, and where reading failed. The line is valid until the
     /// next call.
     bool next(QByteArrayView* line);
+    /// The same with its bytes as the file has them, those too that are no UTF-8: for those who
+    /// decode the line themselves.
+    bool nextBytes(QByteArrayView* line);
 
     /// Why the file was not read to its end, in the user's language; null when nothing failed.
     QString error() const { return m_error; }

@@ -6,10 +6,13 @@
 #include <QtCore/QDir>
 #include <QtCore/QList>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 
 namespace vexdesk {
 
-/// What a store holds of one series at one timeframe.
+/// What a store holds of one series at one timeframe. Bytes of a directory's name that are no UTF-8
+/// stand in its code as U+DC80 to U+DCFF, so that no two names have the same code; such a code is
+/// no path.
 struct StoredSeries
 {
     QString stockCode;
@@ -22,8 +25,14 @@ struct StoredSeries
     qint64 bytes = 0;
 };
 
-/// Lists a store by its day files, in the order of codes (by code unit) and timeframe. Files with
-/// other names and directories that cannot be read are passed over. Any thread.
-VEXDESK_HISTORY_EXPORT QList<StoredSeries> listStore(const QDir& root);
+/// What was found in a store.
+struct StoreCatalog
+{
+    QList<StoredSeries> series; ///< in the order of codes (by code unit) and timeframe
+    QStringList unreadable;     ///< the paths of directories that could not be read to their end
+};
+
+/// Lists a store by its day files. Files with other names are passed over. Any thread.
+VEXDESK_HISTORY_EXPORT StoreCatalog listStore(const QDir& root);
 
 } // namespace vexdesk
