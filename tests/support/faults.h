@@ -5,6 +5,7 @@
 #include <QtCore/QString>
 
 #include <cerrno>
+#include <functional>
 #include <memory>
 
 namespace testsupport {
@@ -48,6 +49,21 @@ public:
 
 private:
     std::shared_ptr<Record> m_record;
+};
+
+/// Does something once, before a call of the system on the files whose path ends so: what somebody
+/// else does while the program is at work.
+class Meanwhile final
+{
+public:
+    Meanwhile(SystemCall call, const QString& pathEnd, const std::function<void()>& act);
+    ~Meanwhile();
+    Q_DISABLE_COPY_MOVE(Meanwhile)
+
+    struct Deed;
+
+private:
+    std::shared_ptr<Deed> m_deed;
 };
 
 } // namespace testsupport
