@@ -5,6 +5,7 @@
 
 #include "target.h"
 
+#include "store/dayfilerewrite.h"
 #include "store/recordline.h"
 
 #include <vexdesk/history/dayfile.h>
@@ -139,7 +140,8 @@ QByteArrayList rewritten(const QByteArrayList& rows)
     for (const QByteArray& row : rows)
         tadata::appendRewritten(content, *vexdesk::splitRecordLine(row));
     const QFileInfo file(dayFilePath());
-    require(tadata::replaceDayFile(file.dir(), file.fileName(), content),
+    const auto state = vexdesk::fileState(file.filePath());
+    require(state && tadata::rewriteDayFile(file.dir(), file.fileName(), content, *state).isNull(),
             "a day file can be rewritten");
     require(file.exists() == !rows.isEmpty(), "a day file without rows is removed");
     return readDayFile(file.filePath());

@@ -8,6 +8,7 @@
 #include <vexdesk/appsettings.h>
 #include <vexdesk/headerproxystyle.h>
 #include <vexdesk/history/dayfile.h>
+#include <vexdesk/icore.h>
 #include <vexdesk/itemdelegate.h>
 #include <vexdesk/properties.h>
 
@@ -150,6 +151,7 @@ void EditorTADataDialog::on_loadDataButton_clicked()
         return;
     m_model->load(dir, m_ui->fromDateTime->dateTime(), m_ui->toDateTime->dateTime(),
                   m_ui->timeFrame->currentData().toInt());
+    reportProblems();
     for (int column = 0; column < m_model->columnCount(); ++column)
         m_ui->dataTable->resizeColumnToContents(column);
 }
@@ -193,6 +195,18 @@ void EditorTADataDialog::delDataFromFiles()
         return;
     m_model->delRowsFromFiles();
     m_pendingDeletions = false;
+    reportProblems();
+}
+
+// The terminal keeps them until they were read: this window may be about to go.
+void EditorTADataDialog::reportProblems()
+{
+    const QStringList problems = m_model->takeProblems();
+    ICore* const core = ICore::instance();
+    if (!core)
+        return;
+    for (const QString& problem : problems)
+        core->reportProblem(problem);
 }
 
 void EditorTADataDialog::keyPressEvent(QKeyEvent* event)
