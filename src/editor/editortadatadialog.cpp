@@ -1,5 +1,6 @@
 #include "editor/editortadatadialog.h"
 
+#include "editor/columnwidths.h"
 #include "editor/editortadatamodel.h"
 #include "store/labelmark.h"
 #include "store/seriesselectormodels.h"
@@ -25,6 +26,22 @@ namespace {
 
 const char settingsGroup[] = "TADataManager/Editor";
 const char sizeKey[] = "dialog_size";
+
+// A date and time to the second as the terminal's language writes them, the year in full. Where it
+// has no language, as in Russian.
+QString momentFormat()
+{
+    const QLocale locale;
+    if (locale.language() == QLocale::C)
+        return QStringLiteral("dd.MM.yyyy HH:mm:ss");
+    QString date = locale.dateFormat(QLocale::ShortFormat);
+    if (!date.contains(QLatin1String("yyyy")))
+        date.replace(QLatin1String("yy"), QLatin1String("yyyy"));
+    QString time = locale.timeFormat(QLocale::ShortFormat);
+    if (!time.contains(u's'))
+        time.replace(QLatin1String("mm"), QLatin1String("mm:ss"));
+    return date + u' ' + time;
+}
 
 // The row that takes the place of the selected ones: the next one below the last of them that
 // stays or, at the end of the table, the one above the first.
@@ -98,6 +115,7 @@ void EditorTADataDialog::setupTimes()
     for (QDateTimeEdit* const edit : {m_ui->fromDateTime, m_ui->toDateTime, m_ui->findDateTime}) {
         edit->calendarWidget()->setFirstDayOfWeek(QLocale::system().firstDayOfWeek());
         edit->calendarWidget()->setGridVisible(true);
+        edit->setDisplayFormat(momentFormat());
     }
 }
 
@@ -152,8 +170,7 @@ void EditorTADataDialog::on_loadDataButton_clicked()
     m_model->load(dir, m_ui->fromDateTime->dateTime(), m_ui->toDateTime->dateTime(),
                   m_ui->timeFrame->currentData().toInt());
     reportProblems();
-    for (int column = 0; column < m_model->columnCount(); ++column)
-        m_ui->dataTable->resizeColumnToContents(column);
+    tadata::fitColumns(*m_ui->dataTable, *m_model);
 }
 
 void EditorTADataDialog::on_findButton_clicked()
@@ -162,10 +179,21 @@ void EditorTADataDialog::on_findButton_clicked()
     const QString key = m_ui->findDateTime->date().toString(QStringLiteral("yyyyMMdd ")) +
                         m_ui->findDateTime->time().toString(QStringLiteral("hhmmss"));
     const QModelIndex found = m_model->index(m_model->find(key), 0);
-    m_ui->dataTable->selectionModel()->select(found, QItemSelectionModel::Select |
-                                                         QItemSelectionModel::Rows);
-    m_ui->dataTable->scrollTo(found, QAbstractItemView::EnsureVisible);
+    if (found.isValid())
+        goTo(found);
     m_ui->dataTable->setFocus(Qt::OtherFocusReason);
+}
+
+// The keyboard goes on from there, and what was selected stays so: only the view's own function
+// moves the place from which Shift extends, but it selects that row alone.
+void EditorTADataDialog::goTo(const QModelIndex& row)
+{
+    QItemSelectionModel& selection = *m_ui->dataTable->selectionModel();
+    const QItemSelection before = selection.selection();
+    m_ui->dataTable->setCurrentIndex(row);
+    selection.select(before, QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    selection.select(row, QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    m_ui->dataTable->scrollTo(row, QAbstractItemView::EnsureVisible);
 }
 
 void EditorTADataDialog::on_delButton_clicked()

@@ -8,6 +8,7 @@
 
 class EditorTADataModel;
 class Properties;
+class QModelIndex;
 namespace Ui {
 class EditorTADataDialog;
 }
@@ -52,6 +53,7 @@ private:
     void setupTable();
     void setupTimes();
     void connectForm();
+    void goTo(const QModelIndex& row);
     void reportProblems();
 
     std::unique_ptr<Properties> m_properties;

@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <utility>
 
+using tadata::FieldLengths;
 using tadata::TimeOfDayRange;
 
 namespace {
@@ -58,6 +59,8 @@ void EditorTADataModel::load(const QDir& dir, const QDateTime& from, const QDate
     m_toDate = to.date();
     m_timeframe = timeframe;
     m_rows.clear();
+    m_lengths = FieldLengths();
+    m_rowsOfText.clear();
     const QList<QDate> days = vexdesk::storedDays(dir, timeframe, m_fromDate, m_toDate);
     m_loaded.clear();
     m_loaded.reserve(days.size());
@@ -88,7 +91,7 @@ EditorTADataModel::LoadedDay EditorTADataModel::readDay(const QDate& day, const 
                               : lines.error();
     if (error.isNull())
         return {day, lines.state()};
-    m_rows.takeBackDay();
+    takeBackDay();
     m_problems.append(tr("Бары файла %1 не показаны, потому что его не удалось прочитать до "
                          "конца: %2; покажите интервал ещё раз или импортируйте этот день заново.")
                           .arg(lines.path(), error));
@@ -114,12 +117,28 @@ void EditorTADataModel::readLines(vexdesk::DayFileLines& lines, const QDate& day
         case TimeOfDayRange::Place::After:
             return;
         case TimeOfDayRange::Place::Inside:
-            if (vexdesk::isRecordLine(line))
+            if (isRecordLine(line))
                 m_rows.append(second, line);
             else
                 m_rows.appendBlank();
         }
     }
+}
+
+// Of the line that makes the next row.
+bool EditorTADataModel::isRecordLine(QByteArrayView line)
+{
+    const FieldLengths::Line kind = m_lengths.add(line);
+    if (kind == FieldLengths::Line::Text)
+        m_rowsOfText.push_back(static_cast<int>(m_rows.size()));
+    return kind != FieldLengths::Line::NoRecord;
+}
+
+void EditorTADataModel::takeBackDay()
+{
+    m_rows.takeBackDay();
+    while (!m_rowsOfText.empty() && m_rowsOfText.back() >= m_rows.size())
+        m_rowsOfText.pop_back();
 }
 
 // The rows are lines of the text as it was read.
@@ -132,7 +151,7 @@ void EditorTADataModel::readWholeDay(const QDate& day, const QByteArray& text)
         if (end < 0)
             end = content.size();
         const QByteArrayView line = content.sliced(begin, end - begin);
-        if (vexdesk::isRecordLine(line))
+        if (isRecordLine(line))
             m_rows.append(secondOfLine(line), begin);
         else
             m_rows.appendBlank();
@@ -216,6 +235,7 @@ void EditorTADataModel::forget()
     m_fromDate = QDate();
     m_toDate = QDate();
     m_rows.clear();
+    m_rowsOfText.clear();
     m_loaded.clear();
     endResetModel();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/datarows.h"
+#include "editor/fieldlengths.h"
 
 #include <vexdesk/history/filestate.h>
 
@@ -11,6 +12,7 @@
 #include <QtCore/QStringList>
 
 #include <optional>
+#include <vector>
 
 namespace vexdesk {
 class DayFileLines;
@@ -67,6 +69,11 @@ public:
     /// What the rows take in memory, in bytes.
     qsizetype memory() const { return m_rows.memory(); }
 
+    /// The lengths of the fields that were loaded last.
+    const tadata::FieldLengths& fieldLengths() const { return m_lengths; }
+    /// The rows that have other characters than numbers have; until rows are removed.
+    const std::vector<int>& rowsOfText() const { return m_rowsOfText; }
+
 private:
     // A day file that was there when the range was loaded.
     struct LoadedDay
@@ -79,12 +86,16 @@ private:
     LoadedDay readDay(const QDate& day, const QDateTime& from, const QDateTime& to);
     void readLines(vexdesk::DayFileLines& lines, const QDate& day,
                    const tadata::TimeOfDayRange& range);
+    bool isRecordLine(QByteArrayView line);
+    void takeBackDay();
     void readWholeDay(const QDate& day, const QByteArray& text);
     void rewrite(const LoadedDay& loaded);
     bool isLoaded(const QDate& day) const;
     void forget();
 
     tadata::DataRows m_rows;
+    tadata::FieldLengths m_lengths;
+    std::vector<int> m_rowsOfText;
     QList<LoadedDay> m_loaded; ///< in ascending order
     QStringList m_problems;
     QDir m_dir = QDir(QString());

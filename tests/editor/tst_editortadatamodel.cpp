@@ -108,6 +108,7 @@ private Q_SLOTS:
     void showsTheDaysThatExistInTheirOrder();
     void showsOneTimeframe();
     void showsTheWholeOfTheDaysBetween();
+    void leavesOutTheLastSecondsOfADay();
     void showsOtherLinesAsBlankRows_data();
     void showsOtherLinesAsBlankRows();
     void leavesOutOtherLinesBeforeTheRange();
@@ -217,6 +218,7 @@ void TestEditorTADataModel::isEmptyAtFirst()
     QCOMPARE(m_model->rowCount(), 0);
     QCOMPARE(m_model->columnCount(), columns);
     QVERIFY(!m_model->index(0, 0).isValid());
+    QVERIFY(!EditorTADataModel().QObject::parent());
     QObject owner;
     QCOMPARE((new EditorTADataModel(&owner))->parent(), &owner);
 }
@@ -430,6 +432,19 @@ void TestEditorTADataModel::showsTheWholeOfTheDaysBetween()
               barLine(QTime(0, 0), 10 * i) + barLine(QTime(23, 59, 59), 10 * i + 1));
     load(QDateTime(day, QTime(12, 0)), QDateTime(day.addDays(2), QTime(11, 0)));
     QCOMPARE(openPrices(*m_model), openPricesOf({1, 10, 11, 20}));
+}
+
+void TestEditorTADataModel::leavesOutTheLastSecondsOfADay()
+{
+    write(day, barLine(QTime(0, 0), 1) + barLine(QTime(23, 58, 59), 2) +
+                   barLine(QTime(23, 59, 58), 3) + barLine(QTime(23, 59, 59), 4));
+    for (const auto& [to, count] :
+         {std::pair(QTime(23, 58, 59), 2), {QTime(23, 59, 58), 3}, {QTime(23, 59, 59), 4}}) {
+        load(QTime(0, 0), to);
+        QCOMPARE(m_model->rowCount(), count);
+    }
+    load(QTime(0, 0, 1), QTime(23, 59, 59));
+    QCOMPARE(openPrices(*m_model), openPricesOf({2, 3, 4}));
 }
 
 void TestEditorTADataModel::showsOtherLinesAsBlankRows_data()

@@ -23,6 +23,8 @@ private Q_SLOTS:
     void skipsTheByteOrderMarkOfAFile();
     void splitsOnlyEightFields_data();
     void splitsOnlyEightFields();
+    void countsNothingButSeparators();
+    void takesAMarkWithinTheTextForText();
 };
 
 using tadata::barFromRecordLine;
@@ -218,6 +220,38 @@ void TestRecordLine::splitsOnlyEightFields()
 {
     QFETCH(const QString, line);
     QTEST(splitRecordLine(line.toUtf8()).has_value(), "accepted");
+}
+
+// Eight characters are looked at in one: each may stand at each place and beside any other.
+void TestRecordLine::countsNothingButSeparators()
+{
+    const QByteArray line = ";;;;;;0123456789abcdef";
+    for (int first = 0; first < 256; ++first) {
+        for (int second = 0; second < 256; ++second) {
+            for (int place = 6; place < 14; ++place) {
+                QByteArray other = line;
+                other[place] = static_cast<char>(first);
+                other[place + 1] = static_cast<char>(second);
+                if (vexdesk::isRecordLine(other) != (other.count(';') == 7))
+                    QFAIL(other.toHex().constData());
+            }
+        }
+    }
+    for (qsizetype count = 0; count < 600; ++count)
+        QCOMPARE(vexdesk::isRecordLine(QByteArray(count, ';')), count == 7);
+}
+
+// Two marked files, one behind the other: a time with a mark before it is none.
+void TestRecordLine::takesAMarkWithinTheTextForText()
+{
+    const QByteArray mark = "\xef\xbb\xbf";
+    const BarDescription bar =
+        barFromRecordLine(mark + "100100;" + mark + "1;2;3;4;" + mark + "5;6;7", day);
+    QVERIFY(!bar.time.isValid());
+    QCOMPARE(bar.open, decimal::zero);
+    QCOMPARE(bar.high.toString(), QStringLiteral("2"));
+    QCOMPARE(bar.volume, 0);
+    QCOMPARE(bar.openInterest, 7);
 }
 
 QTEST_GUILESS_MAIN(TestRecordLine)
