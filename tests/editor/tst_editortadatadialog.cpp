@@ -837,6 +837,10 @@ void TestEditorTADataDialog::makesRoomForEveryTime()
                       barLine(QTime(12, 44), 1) + barLine(QTime(20, 28), 1));
     }
     open();
+    // Large letters: no rounding makes up for one.
+    QFont font = table()->font();
+    font.setPointSize(60);
+    table()->setFont(font);
     child<QDateTimeEdit>("fromDateTime")->setDateTime(QDateTime(day, QTime(0, 0)));
     child<QDateTimeEdit>("toDateTime")->setDateTime(QDateTime(day.addDays(400), QTime(0, 0)));
     click(button("loadDataButton"));
