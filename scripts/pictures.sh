@@ -11,7 +11,9 @@ bin=${1:-build/dev/bin}
 work=/tmp/vexdesk
 mkdir "$work"
 trap 'rm -rf "$work"' EXIT
-export QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR=$work TZ=UTC LANG=C.UTF-8
+# The screen of its own that the platform has is smaller than the window.
+export QT_QPA_PLATFORM="offscreen:configfile=$PWD/tests/support/largescreen.json"
+export XDG_RUNTIME_DIR=$work TZ=UTC
 unset LC_ALL
 declare -A locale=([ru]=ru_RU.UTF-8 [en]=en_GB.UTF-8)
 
@@ -19,7 +21,7 @@ for language in ru en; do
     # A copy: the tour fills the store beside the program.
     cp -r "$bin" "$work/bin"
     rm -rf "$work/bin/user"
-    LC_TIME=${locale[$language]} "$work/bin/vexdesk-desk" --language "$language" --tour "$work/$language"
+    LANG=${locale[$language]} "$work/bin/vexdesk-desk" --language "$language" --tour "$work/$language"
     rm -rf "$work/bin"
     mkdir -p "docs/images/$language"
     rm -f "docs/images/$language"/*.png

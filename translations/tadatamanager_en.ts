@@ -229,6 +229,18 @@
         <source>Невозможно записать файл %1</source>
         <translation>Cannot write file %1</translation>
     </message>
+    <message>
+        <source>Невозможно прочитать файл %1: %2</source>
+        <translation>Cannot read file %1: %2</translation>
+    </message>
+    <message>
+        <source>Файл %1 — файл дня в хранилище: выгрузка стёрла бы его бары. Выберите другой файл</source>
+        <translation>File %1 is a day file of the store: the export would wipe its bars. Choose another file</translation>
+    </message>
+    <message>
+        <source>Ошибка</source>
+        <translation>Error</translation>
+    </message>
 </context>
 <context>
     <name>FormatExportPage</name>
@@ -267,6 +279,42 @@
     <message>
         <source>пробел ( )</source>
         <translation>space ( )</translation>
+    </message>
+    <message>
+        <source>ггггммдд</source>
+        <translation>yyyymmdd</translation>
+    </message>
+    <message>
+        <source>ггммдд</source>
+        <translation>yymmdd</translation>
+    </message>
+    <message>
+        <source>ддммгг</source>
+        <translation>ddmmyy</translation>
+    </message>
+    <message>
+        <source>дд.мм.гг</source>
+        <translation>dd.mm.yy</translation>
+    </message>
+    <message>
+        <source>дд/мм/гг</source>
+        <translation>dd/mm/yy</translation>
+    </message>
+    <message>
+        <source>ччммсс</source>
+        <translation>hhmmss</translation>
+    </message>
+    <message>
+        <source>ччмм</source>
+        <translation>hhmm</translation>
+    </message>
+    <message>
+        <source>чч:мм:сс</source>
+        <translation>hh:mm:ss</translation>
+    </message>
+    <message>
+        <source>чч:мм</source>
+        <translation>hh:mm</translation>
     </message>
 </context>
 <context>
@@ -310,6 +358,42 @@
     <message>
         <source>пробел ( )</source>
         <translation>space ( )</translation>
+    </message>
+    <message>
+        <source>ггггммдд</source>
+        <translation>yyyymmdd</translation>
+    </message>
+    <message>
+        <source>ггммдд</source>
+        <translation>yymmdd</translation>
+    </message>
+    <message>
+        <source>ддммгг</source>
+        <translation>ddmmyy</translation>
+    </message>
+    <message>
+        <source>дд.мм.гг</source>
+        <translation>dd.mm.yy</translation>
+    </message>
+    <message>
+        <source>дд/мм/гг</source>
+        <translation>dd/mm/yy</translation>
+    </message>
+    <message>
+        <source>ччммсс</source>
+        <translation>hhmmss</translation>
+    </message>
+    <message>
+        <source>ччмм</source>
+        <translation>hhmm</translation>
+    </message>
+    <message>
+        <source>чч:мм:сс</source>
+        <translation>hh:mm:ss</translation>
+    </message>
+    <message>
+        <source>чч:мм</source>
+        <translation>hh:mm</translation>
     </message>
 </context>
 <context>
@@ -371,12 +455,28 @@
         <translation>Error importing line %1:
 %2.</translation>
     </message>
-</context>
-<context>
-    <name>JobRunner</name>
+    <message>
+        <source>Невозможно прочитать файл %1: %2</source>
+        <translation>Cannot read file %1: %2</translation>
+    </message>
+    <message>
+        <source>Файл %1 лежит в хранилище как файл дня этой же серии: импорт стёр бы его. Скопируйте его в другое место и импортируйте копию</source>
+        <translation>File %1 lies in the store as a day file of this very series: the import would wipe it. Copy it to another place and import the copy</translation>
+    </message>
     <message>
         <source>Ошибка</source>
         <translation>Error</translation>
+    </message>
+</context>
+<context>
+    <name>OutcomeBox</name>
+    <message>
+        <source>
+
+(показано начало сообщения, не показано символов: %L1)</source>
+        <translation>
+
+(the beginning of the message is shown, characters not shown: %L1)</translation>
     </message>
 </context>
 <context>
@@ -548,45 +648,6 @@
     <message>
         <source>Истор. данные ТА</source>
         <translation>TA history data</translation>
-    </message>
-</context>
-<context>
-    <name>TextFormats</name>
-    <message>
-        <source>ггггммдд</source>
-        <translation>yyyymmdd</translation>
-    </message>
-    <message>
-        <source>ггммдд</source>
-        <translation>yymmdd</translation>
-    </message>
-    <message>
-        <source>ддммгг</source>
-        <translation>ddmmyy</translation>
-    </message>
-    <message>
-        <source>дд.мм.гг</source>
-        <translation>dd.mm.yy</translation>
-    </message>
-    <message>
-        <source>дд/мм/гг</source>
-        <translation>dd/mm/yy</translation>
-    </message>
-    <message>
-        <source>ччммсс</source>
-        <translation>hhmmss</translation>
-    </message>
-    <message>
-        <source>ччмм</source>
-        <translation>hhmm</translation>
-    </message>
-    <message>
-        <source>чч:мм:сс</source>
-        <translation>hh:mm:ss</translation>
-    </message>
-    <message>
-        <source>чч:мм</source>
-        <translation>hh:mm</translation>
     </message>
 </context>
 </TS>

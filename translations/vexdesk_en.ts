@@ -73,6 +73,10 @@
         <comment>file of the same securities, named in the language</comment>
         <translation>demonstration_en.json</translation>
     </message>
+    <message>
+        <source>Невозможно прочитать файл %1</source>
+        <translation>Cannot read file %1</translation>
+    </message>
 </context>
 <context>
     <name>SelectorBox</name>
@@ -136,10 +140,6 @@
         <translation>Timeframe</translation>
     </message>
     <message>
-        <source>Таймфрейм сохраненных баров</source>
-        <translation>Timeframe of the stored bars</translation>
-    </message>
-    <message>
         <source>Показать всё</source>
         <translation>Show all</translation>
     </message>
@@ -160,20 +160,24 @@
         <translation>1 minute</translation>
     </message>
     <message>
-        <source>Сохраненных баров пока нет.
-
-Чтобы импортировать их из файла, выберите в меню «Тех. анализ» › «Управление данными ТА» › «Импортировать...» или нажмите Shift+I.</source>
-        <translation>There are no stored bars yet.
-
-To import them from a file, choose Technical analysis › TA data management › Import... in the menu or press Shift+I.</translation>
-    </message>
-    <message>
         <source>В этой серии нет баров, которые можно показать.</source>
         <translation>This series has no bars that can be shown.</translation>
     </message>
     <message>
         <source>Чтение баров: день %1 из %2</source>
         <translation>Reading bars: day %1 of %2</translation>
+    </message>
+    <message>
+        <source>Таймфрейм сохранённых баров</source>
+        <translation>Timeframe of the stored bars</translation>
+    </message>
+    <message>
+        <source>Сохранённых баров пока нет.
+
+Чтобы импортировать их из файла, выберите в меню «Тех. анализ» › «Управление данными ТА» › «Импортировать...» или нажмите Shift+I.</source>
+        <translation>There are no stored bars yet.
+
+To import them from a file, choose Technical analysis › TA data management › Import... in the menu or press Shift+I.</translation>
     </message>
 </context>
 <context>
@@ -270,7 +274,7 @@ To import them from a file, choose Technical analysis › TA data management ›
 <context>
     <name>vexdesk::ChartView</name>
     <message>
-        <source>График цен и объемов</source>
+        <source>График цен и объёмов</source>
         <translation>Chart of prices and volumes</translation>
     </message>
 </context>
@@ -324,12 +328,64 @@ To import them from a file, choose Technical analysis › TA data management ›
         <source>Загрузить модули, назвать загруженные и отклонённые и выйти. Код выхода 1, если хотя бы один отклонён.</source>
         <translation>Load the plug-ins, name those that were loaded and refused, and exit. The exit code is 1 if any was refused.</translation>
     </message>
+    <message>
+        <source>Заполнить сегодняшние сделки всех инструментов придуманными. Пока терминал работает, они попадают и в экспорт за сегодня.</source>
+        <translation>Fill today&apos;s deals of all securities with made-up ones. While the terminal runs, an export of today takes them too.</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::DataDirectory</name>
+    <message>
+        <source>Терминал уже запущен</source>
+        <translation>The terminal is already running</translation>
+    </message>
+    <message>
+        <source>С этим каталогом данных уже работает терминал (процесс %1):
+%2
+
+Если менять историю или настройки в обоих, изменения одного из них пропадут.</source>
+        <translation>A terminal already works with this data directory (process %1):
+%2
+
+If both change history or settings, the changes of one of them will be lost.</translation>
+    </message>
+    <message>
+        <source>&amp;Завершить</source>
+        <translation>&amp;End</translation>
+    </message>
+    <message>
+        <source>&amp;Продолжить</source>
+        <translation>&amp;Go on</translation>
+    </message>
+    <message>
+        <source>В каталог данных %1 нельзя писать: импорт, правка истории и настройки не сохранятся.</source>
+        <translation>The data directory %1 cannot be written: imports, edits of the history and settings will not be kept.</translation>
+    </message>
+    <message>
+        <source>На диске каталога данных %1 нет места: импорт, правка истории и настройки не сохранятся.</source>
+        <translation>There is no room on the disk of the data directory %1: imports, edits of the history and settings will not be kept.</translation>
+    </message>
 </context>
 <context>
     <name>vexdesk::Database</name>
     <message>
         <source>Таблица %1 уже есть</source>
         <translation>Table %1 already exists</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::DayFileLines</name>
+    <message>
+        <source>строка длиннее 256 МБ</source>
+        <translation>a line is longer than 256 MB</translation>
+    </message>
+    <message>
+        <source>файл больше 1 ГБ</source>
+        <translation>the file is larger than 1 GB</translation>
+    </message>
+    <message>
+        <source>файл стал короче, пока его читали</source>
+        <translation>the file became shorter while it was read</translation>
     </message>
 </context>
 <context>
@@ -469,6 +525,13 @@ To import them from a file, choose Technical analysis › TA data management ›
     </message>
 </context>
 <context>
+    <name>vexdesk::GuideWindow</name>
+    <message>
+        <source>Руководство</source>
+        <translation>User guide</translation>
+    </message>
+</context>
+<context>
     <name>vexdesk::ImportTour</name>
     <message>
         <source>мастер импорта не открыт</source>
@@ -581,6 +644,10 @@ To import them from a file, choose Technical analysis › TA data management ›
         <source>Язык изменится после перезапуска терминала.</source>
         <translation>The language will change after the terminal is restarted.</translation>
     </message>
+    <message>
+        <source>Выбор языка не записан: каталог %1 или файл vexdesk.ini в нём не принимает запись. На один запуск язык задаёт параметр --language.</source>
+        <translation>The choice of the language was not written: the directory %1 or the file vexdesk.ini in it takes no writing. For one run the option --language sets the language.</translation>
+    </message>
 </context>
 <context>
     <name>vexdesk::Main</name>
@@ -683,6 +750,32 @@ Demonstration data will be used.</translation>
         <source>&amp;График</source>
         <translation>&amp;Chart</translation>
     </message>
+    <message>
+        <source>Заполнить сегодняшние сделки всех инструментов придуманными; пока они включены, они попадают и в экспорт за сегодня</source>
+        <translation>Fill today&apos;s deals of all securities with made-up ones; while they are on, an export of today takes them too</translation>
+    </message>
+    <message>
+        <source>&amp;Придуманные сделки</source>
+        <translation>&amp;Made-up deals</translation>
+    </message>
+    <message>
+        <source>Идут придуманные сделки</source>
+        <translation>Made-up deals are on</translation>
+    </message>
+    <message>
+        <source>Сегодняшние сделки всех инструментов придуманы, и экспорт за сегодня берёт их. Выключаются они в меню «Сервис», «Для разработчиков».</source>
+        <translation>Today&apos;s deals of all securities are made up, and an export of today takes them. They are switched off in the menu &quot;Tools&quot;, &quot;For developers&quot;.</translation>
+    </message>
+    <message>
+        <source>&amp;Руководство</source>
+        <translation>User &amp;guide</translation>
+    </message>
+    <message>
+        <source>Руководства нет ни в одном из каталогов:
+%1</source>
+        <translation>None of these directories has the user guide:
+%1</translation>
+    </message>
 </context>
 <context>
     <name>vexdesk::NoChart</name>
@@ -732,6 +825,10 @@ The chart needs the Qt Charts module: install the packages qt6-charts-dev and li
     <message>
         <source>Без названия</source>
         <translation>Untitled</translation>
+    </message>
+    <message>
+        <source>Настройки не записаны: каталог %1 или файл vexdesk.ini в нём не принимает запись. Они действуют, пока терминал работает; при следующем запуске будут прежние.</source>
+        <translation>The settings were not written: the directory %1 or the file vexdesk.ini in it takes no writing. They hold as long as the terminal runs; at the next start they will be the old ones.</translation>
     </message>
 </context>
 <context>
@@ -827,10 +924,6 @@ The chart needs the Qt Charts module: install the packages qt6-charts-dev and li
 <context>
     <name>vexdesk::PluginLoader</name>
     <message>
-        <source>Файл повреждён или не является модулем Qt: %1</source>
-        <translation>The file is damaged or is not a Qt plug-in: %1</translation>
-    </message>
-    <message>
         <source>Это модуль другой программы: его интерфейс &quot;%1&quot;, а нужен &quot;%2*&quot;.</source>
         <translation>This is a plug-in of another program: its interface is &quot;%1&quot;, but &quot;%2*&quot; is needed.</translation>
     </message>
@@ -845,10 +938,6 @@ The chart needs the Qt Charts module: install the packages qt6-charts-dev and li
     <message>
         <source>Объект модуля не создан: %1</source>
         <translation>The object of the plug-in was not created: %1</translation>
-    </message>
-    <message>
-        <source>Код модуля не загружается: %1</source>
-        <translation>The code of the plug-in cannot be loaded: %1</translation>
     </message>
     <message>
         <source>Объект модуля не поддерживает интерфейс терминала (%1).</source>
@@ -873,6 +962,22 @@ The chart needs the Qt Charts module: install the packages qt6-charts-dev and li
     <message>
         <source>Ошибка модуля %1 при завершении работы: %2</source>
         <translation>Error in plug-in %1 while exiting: %2</translation>
+    </message>
+    <message>
+        <source>В каталог %1 может писать кто угодно. Запретите это, например командой chmod o-w, и запустите терминал снова.</source>
+        <translation>Anybody may write to the directory %1. Forbid that, for example by chmod o-w, and start the terminal again.</translation>
+    </message>
+    <message>
+        <source>Каталог %1 принадлежит другому пользователю. Загружаются модули из каталогов администратора и своих: перенесите модуль в такой каталог.</source>
+        <translation>The directory %1 belongs to another user. Plug-ins are loaded from directories of the administrator and from your own: move the plug-in to one of these.</translation>
+    </message>
+    <message>
+        <source>Файл повреждён или не является модулем Qt.</source>
+        <translation>The file is damaged or not a Qt plug-in.</translation>
+    </message>
+    <message>
+        <source>Код модуля не загружается.</source>
+        <translation>The plug-in&apos;s code cannot be loaded.</translation>
     </message>
 </context>
 <context>
@@ -976,6 +1081,36 @@ The chart needs the Qt Charts module: install the packages qt6-charts-dev and li
         <source>Описание</source>
         <translation>Description</translation>
     </message>
+    <message>
+        <source>Подробности</source>
+        <translation>Details</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::ProblemNotice</name>
+    <message>
+        <source>Показать всё, что не удалось</source>
+        <translation>Show everything that failed</translation>
+    </message>
+    <message>
+        <source>Ошибки: %1. %2</source>
+        <translation>Errors: %1. %2</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::ProblemsDialog</name>
+    <message>
+        <source>Ошибки</source>
+        <translation>Errors</translation>
+    </message>
+    <message>
+        <source>&amp;Копировать всё</source>
+        <translation>&amp;Copy all</translation>
+    </message>
+    <message>
+        <source>&amp;Закрыть</source>
+        <translation>&amp;Close</translation>
+    </message>
 </context>
 <context>
     <name>vexdesk::Readout</name>
@@ -1000,24 +1135,20 @@ The chart needs the Qt Charts module: install the packages qt6-charts-dev and li
         <translation>Close %1</translation>
     </message>
     <message>
-        <source>Объем %1</source>
+        <source>Откр. интерес %1</source>
+        <translation>Open interest %1</translation>
+    </message>
+    <message>
+        <source>Объём %1</source>
         <translation>Volume %1</translation>
     </message>
     <message>
-        <source>Объем в деньгах %1</source>
+        <source>Объём в деньгах %1</source>
         <translation>Value %1</translation>
-    </message>
-    <message>
-        <source>Откр. интерес %1</source>
-        <translation>Open interest %1</translation>
     </message>
 </context>
 <context>
     <name>vexdesk::SeriesBox</name>
-    <message>
-        <source>нет сохраненных серий</source>
-        <translation>no stored series</translation>
-    </message>
     <message>
         <source>%1 — %2 — %3</source>
         <translation>%1 — %2 — %3</translation>
@@ -1025,6 +1156,10 @@ The chart needs the Qt Charts module: install the packages qt6-charts-dev and li
     <message>
         <source>%1 (%2)</source>
         <translation>%1 (%2)</translation>
+    </message>
+    <message>
+        <source>нет сохранённых серий</source>
+        <translation>no stored series</translation>
     </message>
 </context>
 <context>

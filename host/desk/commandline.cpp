@@ -75,13 +75,17 @@ CommandLine CommandLine::read()
         QStringLiteral("list-plugins"),
         Text::tr("Загрузить модули, назвать загруженные и отклонённые и выйти. Код выхода 1, если "
                  "хотя бы один отклонён."));
+    const QCommandLineOption demoDeals(
+        QStringLiteral("demo-deals"),
+        Text::tr("Заполнить сегодняшние сделки всех инструментов придуманными. Пока терминал "
+                 "работает, они попадают и в экспорт за сегодня."));
     const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
                                   Text::tr("Показать эту справку и выйти."));
     const QCommandLineOption version({QStringLiteral("v"), QStringLiteral("version")},
                                      Text::tr("Показать версию и выйти."));
     QCommandLineParser parser;
     parser.setApplicationDescription(Text::tr("Торговый терминал Vexdesk."));
-    parser.addOptions({plugins, reference, language, list, tour, help, version});
+    parser.addOptions({plugins, reference, language, demoDeals, list, tour, help, version});
 
     if (!parser.parse(QCoreApplication::arguments()))
         refuse(parser.errorText());
@@ -101,6 +105,8 @@ CommandLine CommandLine::read()
     result.referenceFile = parser.value(reference);
     result.tourDirectory = parser.value(tour);
     result.listPlugins = parser.isSet(list);
+    // The tour shows an export of today.
+    result.demoDeals = parser.isSet(demoDeals) || parser.isSet(tour);
     return result;
 }
 

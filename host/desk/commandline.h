@@ -14,6 +14,7 @@ struct CommandLine
     QString language;         ///< a language's code; empty when the user named none
     QString tourDirectory;    ///< where the tour's pictures go; empty when no tour is wanted
     bool listPlugins = false; ///< instead of opening the window
+    bool demoDeals = false;   ///< fill today's deals with made-up ones
 
     static constexpr char languageOption[] = "language";
 

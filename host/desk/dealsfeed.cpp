@@ -6,6 +6,7 @@
 #include <vexdesk/terminal/referencedata.h>
 
 #include <algorithm>
+#include <functional>
 #include <utility>
 
 namespace vexdesk {
@@ -14,16 +15,16 @@ namespace {
 
 constexpr int lookEvery = 1000; // ms
 
-// Whether a deal of the table was made on the date.
-std::function<bool(const Record&)> madeOn(const Table& table, QDate date)
+// Whether a row is one of these.
+std::function<bool(const Record&)> oneOf(const std::vector<Record>& rows)
 {
-    const datetime from(startOfDay(date));
-    const datetime to(startOfDay(date.addDays(1)));
-    const int column = table.columnIndex(QStringLiteral("moment"));
-    return [&table, column, from, to](const Record& row) {
-        const Table::Cell moment = table.dataPtr(row.data(), column);
-        return moment.present && moment.type == FieldType::DateTime &&
-               moment.as<datetime>() >= from && moment.as<datetime>() < to;
+    std::vector<const unsigned char*> places;
+    places.reserve(rows.size());
+    for (const Record& row : rows)
+        places.push_back(row.data());
+    std::sort(places.begin(), places.end(), std::less<>());
+    return [places = std::move(places)](const Record& row) {
+        return std::binary_search(places.begin(), places.end(), row.data(), std::less<>());
     };
 }
 
@@ -59,6 +60,19 @@ DealsFeed::DealsFeed(Core& core, Clock clock, QObject* parent)
     advance();
 }
 
+DealsFeed::~DealsFeed()
+{
+    takeOut();
+}
+
+void DealsFeed::takeOut()
+{
+    if (m_posted.empty())
+        return;
+    m_queue.postRemoval(m_writer.table(), oneOf(m_posted));
+    m_posted.clear();
+}
+
 void DealsFeed::advance()
 {
     const QDateTime now = m_clock();
@@ -68,14 +82,16 @@ void DealsFeed::advance()
     std::vector<Deal> deals;
     for (DealsReplay& replay : m_replays)
         replay.takeBefore(now.time().msecsSinceStartOfDay() + 1, &deals);
-    if (!deals.empty())
-        m_queue.post(m_writer.table(), rowsInOrder(deals, m_writer));
+    if (deals.empty())
+        return;
+    const std::vector<Record> rows = rowsInOrder(deals, m_writer);
+    m_posted.insert(m_posted.end(), rows.begin(), rows.end());
+    m_queue.post(m_writer.table(), rows);
 }
 
 void DealsFeed::startDay(QDate date)
 {
-    if (m_date.isValid())
-        m_queue.postRemoval(m_writer.table(), madeOn(*m_writer.table(), m_date));
+    takeOut();
     m_date = date;
     m_replays.clear();
     for (const ReplayedSecurity& security : m_securities)

@@ -1,8 +1,10 @@
 #include "desk/deskapplication.h"
 
 #include "desk/errorreport.h"
+#include "desk/screenfitter.h"
 
 #include <QtCore/QLibraryInfo>
+#include <QtCore/QLocale>
 #include <QtCore/QTranslator>
 #include <QtGui/QIcon>
 
@@ -15,6 +17,19 @@ static void registerResources()
 
 namespace vexdesk {
 
+namespace {
+
+// As it is written in the user's country, where the language is spoken there.
+QLocale localeOf(Language language)
+{
+    const QLocale::Language spoken =
+        language == Language::English ? QLocale::English : QLocale::Russian;
+    const QLocale user = QLocale::system();
+    return user.language() == spoken ? QLocale(spoken, user.territory()) : QLocale(spoken);
+}
+
+} // namespace
+
 DeskApplication::DeskApplication(int& argc, char** argv)
     : QApplication(argc, argv)
 {
@@ -24,6 +39,7 @@ DeskApplication::DeskApplication(int& argc, char** argv)
     for (const int size : {16, 24, 32, 48, 64, 128, 256})
         icon.addFile(QStringLiteral(":/desk/vexdesk-%1.png").arg(size));
     setWindowIcon(icon);
+    installEventFilter(new ScreenFitter(this));
 
     setLanguage(Language::Russian);
 }
@@ -39,6 +55,7 @@ void DeskApplication::setLanguage(Language language)
     // What Qt's own translation lacks.
     addTranslation(QStringLiteral("vexdesk-qt"), translationDirectories());
     addTranslation(QStringLiteral("vexdesk"), translationDirectories());
+    QLocale::setDefault(localeOf(language));
 }
 
 void DeskApplication::addTranslation(const QString& name, const QStringList& directories)

@@ -10,8 +10,8 @@
 namespace vexdesk {
 
 /// The terminal's application object: an exception that leaves an event handler or a slot is shown
-/// to the user, and the terminal goes on. It also brings the terminal's version and pictures and
-/// the texts of its language.
+/// to the user, and the terminal goes on. It also brings the terminal's version and pictures, the
+/// texts of its language, and a ScreenFitter.
 class DeskApplication final : public QApplication
 {
     Q_OBJECT
@@ -22,8 +22,9 @@ public:
     ~DeskApplication() override;
 
     Language language() const { return m_language; }
-    /// From here on texts are made in this language, those of Qt where they are installed; what is
-    /// on the screen already stays as it is.
+    /// From here on texts are made in this language, those of Qt where they are installed, and
+    /// dates, calendars and numbers are written as it is usual in it (the default QLocale); what is
+    /// on the screen already stays as it is. QLocale::system() stays the user's.
     void setLanguage(Language language);
 
     /// Never throws. An event whose handler threw counts as handled.

@@ -1,6 +1,7 @@
 #include "desk/languagechoice.h"
 
 #include <vexdesk/appsettings.h>
+#include <vexdesk/icore.h>
 
 #include <QtCore/QTranslator>
 #include <QtGui/QAction>
@@ -20,6 +21,9 @@ constexpr auto titleText = QT_TRANSLATE_NOOP("vexdesk::LanguageChoice", "Язы�
 constexpr auto explanationText =
     QT_TRANSLATE_NOOP("vexdesk::LanguageChoice", "Язык изменится после перезапуска терминала.");
 constexpr auto restartText = QT_TRANSLATE_NOOP("vexdesk::LanguageChoice", "Перезапустить");
+constexpr auto notKeptText = QT_TRANSLATE_NOOP(
+    "vexdesk::LanguageChoice", "Выбор языка не записан: каталог %1 или файл vexdesk.ini в нём не "
+                               "принимает запись. На один запуск язык задаёт параметр --language.");
 constexpr auto laterText = QT_TRANSLATE_NOOP("vexdesk::LanguageChoice", "Позже");
 
 /// Texts in a language that is not the one of the application.
@@ -75,13 +79,19 @@ void LanguageChoice::markItems(const QList<QAction*>& items)
             item->setCheckable(true);
             item->setChecked(language == m_spoken);
             group->addAction(item);
+            m_items.insert(language, item);
         }
     }
 }
 
 void LanguageChoice::choose(Language language, QWidget* window)
 {
-    AppSettings(settingsGroup).setValue(languageKey, languageCode(language));
+    AppSettings settings(settingsGroup);
+    settings.setValue(languageKey, languageCode(language));
+    if (!settings.sync()) {
+        tellThatItIsNotKept(language, window);
+        return;
+    }
     if (language == m_spoken)
         return;
     const OtherLanguage chosen(language);
@@ -94,6 +104,19 @@ void LanguageChoice::choose(Language language, QWidget* window)
     box.exec();
     if (box.clickedButton() == restart)
         Q_EMIT restartWanted();
+}
+
+void LanguageChoice::tellThatItIsNotKept(Language language, QWidget* window)
+{
+    if (QAction* const item = m_items.value(m_spoken))
+        item->setChecked(true);
+    const OtherLanguage chosen(language);
+    const QString directory = ICore::getDir(QString(), false).path();
+    QMessageBox box(QMessageBox::Warning, chosen.text(titleText),
+                    chosen.text(notKeptText).arg(QDir::toNativeSeparators(directory)),
+                    QMessageBox::Ok, window);
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
 }
 
 } // namespace vexdesk

@@ -3,6 +3,7 @@
 #include <vexdesk/terminal/language.h>
 
 #include <QtCore/QList>
+#include <QtCore/QMap>
 #include <QtCore/QObject>
 
 class QAction;
@@ -30,8 +31,9 @@ public:
     /// Among these items of the menu bar, those of the languages get check marks.
     void markItems(const QList<QAction*>& items);
 
-    /// Stores the choice. Where it is not the language spoken now, a box over `window` says in the
-    /// chosen one when it will be, and returns when the user has answered.
+    /// Stores the choice. Where that fails a box says so, and the mark goes back. Where it is not
+    /// the language spoken now, a box over `window` says in the chosen one when it will be, and
+    /// returns when the user has answered.
     void choose(Language language, QWidget* window);
 
 Q_SIGNALS:
@@ -39,7 +41,10 @@ Q_SIGNALS:
     void restartWanted();
 
 private:
+    void tellThatItIsNotKept(Language language, QWidget* window);
+
     Language m_spoken;
+    QMap<Language, QAction*> m_items;
 };
 
 } // namespace vexdesk

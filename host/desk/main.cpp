@@ -1,6 +1,6 @@
 #include "desk/commandline.h"
+#include "desk/datadirectory.h"
 #include "desk/daywatcher.h"
-#include "desk/dealsfeed.h"
 #include "desk/deskapplication.h"
 #include "desk/errorreport.h"
 #include "desk/languagechoice.h"
@@ -15,6 +15,8 @@
 #include "desk/tour/tour.h"
 
 #include <vexdesk/terminal/core.h>
+#include <vexdesk/terminal/database.h>
+#include <vexdesk/terminal/deals.h>
 #include <vexdesk/terminal/referencedata.h>
 
 #include <QtCore/QLocale>
@@ -80,12 +82,21 @@ void startAgain(const QStringList& arguments)
             "vexdesk::Main", "Терминал не удалось запустить снова: сделайте это сами."));
 }
 
+/// What was reported after the window went, or what nobody has read.
+void printProblems(const vexdesk::Core& core)
+{
+    const QStringList problems = core.problems();
+    for (const QString& problem : problems)
+        std::fprintf(stderr, "%s\n", qUtf8Printable(problem));
+}
+
 /// The process's exit code.
-int listPlugins(vexdesk::PluginLoader& loader)
+int listPlugins(vexdesk::PluginLoader& loader, const vexdesk::Core& core)
 {
     std::fputs(qUtf8Printable(vexdesk::pluginList(loader.records())), stdout);
     const bool areAllLoaded = loader.refusedCount() == 0;
     loader.unload();
+    printProblems(core);
     return areAllLoaded ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
@@ -102,7 +113,15 @@ int main(int argc, char** argv)
     const vexdesk::CommandLine commandLine = vexdesk::CommandLine::read();
     installReferenceData(commandLine.referenceFile);
 
+    // A list of plug-ins changes nothing, and a tour has nobody to ask.
+    vexdesk::DataDirectory dataDirectory;
+    if (!commandLine.listPlugins && commandLine.tourDirectory.isEmpty() &&
+        !dataDirectory.mayBeUsed())
+        return EXIT_SUCCESS;
     vexdesk::Core core;
+    if (const QString fault = dataDirectory.writeFault(); !fault.isEmpty())
+        core.reportProblem(fault);
+    vexdesk::dealsTable(*core.database());
     vexdesk::PluginLoader loader;
     loader.setLanguage(application.language());
     QObject::connect(&loader, &vexdesk::PluginLoader::callFailed, &application,
@@ -114,12 +133,12 @@ int main(int argc, char** argv)
                 &core);
     loader.initStage(IPlugin::InitStage::PluginsReady);
     if (commandLine.listPlugins)
-        return listPlugins(loader);
+        return listPlugins(loader, core);
+    window.setDemoDeals(commandLine.demoDeals);
     window.show();
     QTimer::singleShot(0, &loader,
                        [&loader] { loader.initStage(IPlugin::InitStage::WindowShown); });
     const vexdesk::DayWatcher dayWatcher(core.notifier());
-    const vexdesk::DealsFeed dealsFeed(core);
 
     const QDir tourDirectory(commandLine.tourDirectory);
     vexdesk::Tour tour(tourDirectory);
@@ -131,6 +150,8 @@ int main(int argc, char** argv)
 
     const int exitCode = QApplication::exec();
     loader.unload();
+    printProblems(core);
+    dataDirectory.giveBack();
     if (window.isRestartWanted())
         startAgain(arguments);
     return exitCode;

@@ -2,12 +2,17 @@
 
 #include "desk/chart/chartdock.h"
 #include "desk/commands.h"
+#include "desk/dealsfeed.h"
+#include "desk/errorreport.h"
+#include "desk/guidewindow.h"
 #include "desk/languagechoice.h"
 #include "desk/menubuilder.h"
 #include "desk/optionsdialog.h"
 #include "desk/pluginloader.h"
 #include "desk/pluginsdialog.h"
+#include "desk/problemnotice.h"
 #include "desk/startpage.h"
+#include "desk/statuslink.h"
 
 #include <vexdesk/action.h>
 #include <vexdesk/actionmanager.h>
@@ -24,7 +29,6 @@
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QStatusBar>
-#include <QtWidgets/QToolButton>
 
 #include <algorithm>
 
@@ -39,12 +43,13 @@ constexpr int stateVersion = 1;
 constexpr auto chartCommand = "Desk.Chart";
 constexpr auto pluginsCommand = "Desk.Plugins";
 constexpr auto newDayCommand = "Desk.NewDay";
+constexpr auto demoDealsCommand = "Desk.DemoDeals";
 constexpr int messageTime = 5000; // ms
 
 /// The core of this terminal; null before it exists.
-const Core* terminalCore()
+Core* terminalCore()
 {
-    return dynamic_cast<const Core*>(ICore::instance());
+    return dynamic_cast<Core*>(ICore::instance());
 }
 
 QKeySequence optionsShortcut()
@@ -70,10 +75,16 @@ MainWindow::MainWindow(const PluginLoader& loader, QWidget* parent)
     connect(m_languageChoice, &LanguageChoice::restartWanted, this, &MainWindow::closeToRestart);
     explainCommand(newDayCommand, tr("Сообщить модулям о начале нового торгового дня, не дожидаясь "
                                      "смены даты: для проверки модулей"));
+    explainCommand(demoDealsCommand,
+                   tr("Заполнить сегодняшние сделки всех инструментов придуманными; пока они "
+                      "включены, они попадают и в экспорт за сегодня"));
+    if (QAction* const item = menuItem(demoDealsCommand))
+        item->setCheckable(true);
     m_startPage = new StartPage(m_ownCommands, this);
     setCentralWidget(m_startPage);
     addChart();
     addStatusBar();
+    connect(m_startPage, &StartPage::rebuilt, this, &MainWindow::keepLinksLast);
     updatePlugins();
     connect(&loader, &PluginLoader::changed, this, &MainWindow::updatePlugins);
 
@@ -113,6 +124,10 @@ void MainWindow::addOwnCommands()
     }
     addCommand(developer, {newDayCommand, tr("&Новый торговый день"), QKeySequence()},
                [this] { beginNewDay(); });
+    addCommand(developer, {demoDealsCommand, tr("&Придуманные сделки"), QKeySequence()},
+               [this] { setDemoDeals(!m_demoDeals); });
+    addCommand(help, {"Desk.Guide", tr("&Руководство"), QKeySequence(Qt::Key_F1)},
+               [this] { showGuide(); });
     addCommand(help, {"Desk.About", tr("&О программе"), QKeySequence()}, [this] { showAbout(); });
 }
 
@@ -173,21 +188,43 @@ void MainWindow::addStatusBar()
     m_loadedLabel->setObjectName(QStringLiteral("loadedPlugins"));
     m_loadedLabel->setContentsMargins(6, 0, 6, 0);
     statusBar()->addWidget(m_loadedLabel);
-    m_refusedButton = new QToolButton(this);
-    m_refusedButton->setObjectName(QStringLiteral("refusedPlugins"));
-    m_refusedButton->setAutoRaise(true);
-    m_refusedButton->setToolTip(tr("Показать, какие модули отклонены и почему"));
-    connect(m_refusedButton, &QToolButton::clicked, this, [] { triggerCommand(pluginsCommand); });
-    statusBar()->addWidget(m_refusedButton);
+    m_refusedLink = new StatusLink(this);
+    m_refusedLink->setObjectName(QStringLiteral("refusedPlugins"));
+    m_refusedLink->setToolTip(tr("Показать, какие модули отклонены и почему"));
+    connect(m_refusedLink, &StatusLink::clicked, this, [] { triggerCommand(pluginsCommand); });
+    statusBar()->addWidget(m_refusedLink);
+    // Permanent: what was not read yet gives way to no passing message.
+    if (Core* const core = terminalCore()) {
+        m_problemsLink = new ProblemNotice(*core, this);
+        statusBar()->addPermanentWidget(m_problemsLink);
+    }
+    m_demoDealsLabel = new QLabel(tr("Идут придуманные сделки"), this);
+    m_demoDealsLabel->setObjectName(QStringLiteral("demoDeals"));
+    m_demoDealsLabel->setToolTip(
+        tr("Сегодняшние сделки всех инструментов придуманы, и экспорт за сегодня берёт их. "
+           "Выключаются они в меню «Сервис», «Для разработчиков»."));
+    m_demoDealsLabel->hide();
+    statusBar()->addPermanentWidget(m_demoDealsLabel);
+}
+
+void MainWindow::keepLinksLast(QWidget* lastRow)
+{
+    // The rows come later than the links and would be reached after them.
+    QWidget* last = lastRow;
+    for (QWidget* const link : {m_refusedLink, m_problemsLink}) {
+        if (last && link)
+            setTabOrder(last, link);
+        if (link)
+            last = link;
+    }
 }
 
 void MainWindow::updatePlugins()
 {
     m_startPage->setPlugins(m_loader.loadedCount(), m_loader.directories());
     m_loadedLabel->setText(tr("Загружено модулей: %1").arg(m_loader.loadedCount()));
-    m_refusedButton->setText(
-        tr("Отклонено модулей: %1. Подробнее...").arg(m_loader.refusedCount()));
-    m_refusedButton->setVisible(m_loader.refusedCount() > 0);
+    m_refusedLink->setText(tr("Отклонено модулей: %1. Подробнее...").arg(m_loader.refusedCount()));
+    m_refusedLink->setVisible(m_loader.refusedCount() > 0);
 }
 
 void MainWindow::showPlugins()
@@ -206,6 +243,34 @@ void MainWindow::beginNewDay()
     if (const Core* const core = terminalCore())
         Q_EMIT core->notifier()->aNewDay();
     statusBar()->showMessage(tr("Модулям сообщено о новом торговом дне"), messageTime);
+}
+
+void MainWindow::setDemoDeals(bool on)
+{
+    Core* const core = terminalCore();
+    if (!on || !core)
+        m_demoDeals.reset();
+    else if (!m_demoDeals)
+        m_demoDeals = std::make_unique<DealsFeed>(*core);
+    m_demoDealsLabel->setVisible(m_demoDeals != nullptr);
+    if (QAction* const item = menuItem(demoDealsCommand))
+        item->setChecked(m_demoDeals != nullptr);
+}
+
+void MainWindow::showGuide()
+{
+    if (!m_guide) {
+        const QString file = guideFile(m_loader.language());
+        if (file.isEmpty()) {
+            reportError(tr("Руководства нет ни в одном из каталогов:\n%1")
+                            .arg(guideDirectories().join(u'\n')));
+            return;
+        }
+        m_guide = new GuideWindow(file, this);
+    }
+    m_guide->show();
+    m_guide->raise();
+    m_guide->activateWindow();
 }
 
 void MainWindow::showAbout()

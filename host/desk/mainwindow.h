@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtCore/QPointer>
 #include <QtCore/QSet>
 #include <QtGui/QKeySequence>
 #include <QtWidgets/QMainWindow>
@@ -10,15 +11,17 @@
 class CommandContainer;
 class QAction;
 class QLabel;
-class QToolButton;
 
 namespace vexdesk {
 
 class ChartDock;
+class DealsFeed;
+class GuideWindow;
 class LanguageChoice;
 class MenuBuilder;
 class PluginLoader;
 class StartPage;
+class StatusLink;
 
 /// The terminal's window: the menus, the start page, and in the status bar what became of the
 /// plug-ins. Its own commands go the same way as those of plug-ins, through ActionManager.
@@ -35,6 +38,10 @@ public:
 
     /// Whether the user has closed the window only to see the terminal again in another language.
     bool isRestartWanted() const { return m_restartWanted; }
+
+    /// Fills today's deals of all securities with made-up ones for as long as the window lives, or
+    /// takes them out again. While they are there the status bar says so.
+    void setDemoDeals(bool on);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -58,10 +65,12 @@ private:
     void addChart();
     void toggleChart();
     void addStatusBar();
+    void keepLinksLast(QWidget* lastRow);
     void showOptions();
     void showPlugins();
     /// Raises a new trading day by hand, whatever the date.
     void beginNewDay();
+    void showGuide();
     void showAbout();
     void updatePlugins();
     void closeToRestart();
@@ -69,13 +78,17 @@ private:
 
     const PluginLoader& m_loader;
     LanguageChoice* m_languageChoice;
+    QPointer<GuideWindow> m_guide;
     bool m_restartWanted = false;
     QSet<QByteArray> m_ownCommands;
     std::unique_ptr<MenuBuilder> m_menuBuilder;
     StartPage* m_startPage = nullptr;
     ChartDock* m_chartDock = nullptr;
     QLabel* m_loadedLabel = nullptr;
-    QToolButton* m_refusedButton = nullptr;
+    StatusLink* m_refusedLink = nullptr;
+    StatusLink* m_problemsLink = nullptr; // null without a core
+    QLabel* m_demoDealsLabel = nullptr;
+    std::unique_ptr<DealsFeed> m_demoDeals; // null while there are none
 };
 
 } // namespace vexdesk

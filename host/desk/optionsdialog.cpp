@@ -1,10 +1,12 @@
 #include "desk/optionsdialog.h"
 
+#include "desk/errorreport.h"
 #include "desk/optionspageview.h"
 
 #include "ui_optionsdialog.h"
 
 #include <vexdesk/appsettings.h>
+#include <vexdesk/icore.h>
 #include <vexdesk/ioptionspage.h>
 
 #include <QtCore/QSignalBlocker>
@@ -259,8 +261,19 @@ bool OptionsDialog::eventFilter(QObject* watched, QEvent* event)
 bool OptionsDialog::apply()
 {
     // Every page has its turn, whatever became of the one before it.
-    return std::count_if(m_views.cbegin(), m_views.cend(),
-                         [](OptionsPageView* view) { return !view->apply(); }) == 0;
+    const auto failed = std::count_if(m_views.cbegin(), m_views.cend(),
+                                      [](OptionsPageView* view) { return !view->apply(); });
+    tellWhatIsNotKept();
+    return failed == 0;
+}
+
+void OptionsDialog::tellWhatIsNotKept()
+{
+    if (!AppSettings(settingsGroup).sync())
+        reportError(tr("Настройки не записаны: каталог %1 или файл vexdesk.ini в нём не принимает "
+                       "запись. Они действуют, пока терминал работает; при следующем запуске "
+                       "будут прежние.")
+                        .arg(QDir::toNativeSeparators(ICore::getDir(QString(), false).path())));
 }
 
 void OptionsDialog::accept()

@@ -22,8 +22,10 @@ class OptionsPageView;
 ///
 /// A page's widget is made when the page is first shown. "Применить" lets every page that was shown
 /// store its values; so does "ОК", which then closes the window, unless a page could not store its
-/// values. However the window goes, each page that was shown is told before its widget is
-/// destroyed. A page that was never shown hears nothing at all: it has nothing to store.
+/// values. When the terminal's settings cannot be written the user is told that the values hold for
+/// as long as the terminal runs. However the window goes, each page that was shown is told before
+/// its widget is destroyed. A page that was never shown hears nothing at all: it has nothing to
+/// store.
 ///
 /// What a page says of itself is made good where it is missing: pages without a category stand
 /// together, and so do those of one category that are not neighbours.
@@ -72,6 +74,7 @@ private:
     void showCategory(int row);
     void search(const QString& text);
     bool apply();
+    static void tellWhatIsNotKept();
     void keepButtonsLast();
 
     std::unique_ptr<Ui::OptionsDialog> m_ui;

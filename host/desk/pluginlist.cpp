@@ -11,7 +11,7 @@ QString pluginList(const QList<PluginRecord>& records)
         const bool isLoaded = record.state == PluginRecord::State::Loaded;
         const QStringList parts{isLoaded ? QStringLiteral("loaded") : QStringLiteral("refused"),
                                 record.code, record.version, record.path,
-                                record.reason.simplified()};
+                                QString(record.reason + u' ' + record.details).simplified()};
         text += parts.join(u'\t') + u'\n';
     }
     return text;

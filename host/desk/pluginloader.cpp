@@ -17,6 +17,10 @@
 
 #include <algorithm>
 
+#ifdef Q_OS_UNIX
+#    include <unistd.h>
+#endif
+
 namespace vexdesk {
 
 namespace {
@@ -40,14 +44,48 @@ QStringList libraryFiles(const QStringList& directories)
     return files;
 }
 
+/// Why nothing is loaded from the folder; empty when nothing speaks against it.
+QString folderFault(const QString& folder)
+{
+    QString fault;
+#ifdef Q_OS_UNIX
+    constexpr uint root = 0;
+    const QFileInfo info(folder);
+    const QString name = QDir::toNativeSeparators(folder);
+    if (info.permission(QFile::WriteOther))
+        fault = PluginLoader::tr("В каталог %1 может писать кто угодно. Запретите это, например "
+                                 "командой chmod o-w, и запустите терминал снова.")
+                    .arg(name);
+    else if (info.ownerId() != root && info.ownerId() != geteuid())
+        fault = PluginLoader::tr("Каталог %1 принадлежит другому пользователю. Загружаются модули "
+                                 "из каталогов администратора и своих: перенесите модуль в такой "
+                                 "каталог.")
+                    .arg(name);
+#else
+    Q_UNUSED(folder)
+#endif
+    return fault;
+}
+
+/// The same for the folder of the file and, where that is a link, for the one in which it ends.
+/// Whoever may write there could put any library in the place of this one.
+QString placeFault(const QString& path)
+{
+    const QFileInfo file(path);
+    const QString fault = folderFault(file.absolutePath());
+    return fault.isEmpty() ? folderFault(QFileInfo(file.canonicalFilePath()).absolutePath())
+                           : fault;
+}
+
 /// Why the file is not taken, as far as that shows without running its code; empty when nothing
-/// speaks against it.
-QString metadataFault(const QPluginLoader& library)
+/// speaks against it. *details is what Qt says, where that is all that is known.
+QString metadataFault(const QPluginLoader& library, QString* details)
 {
     const QJsonObject metadata = library.metaData();
-    if (metadata.isEmpty())
-        return PluginLoader::tr("Файл повреждён или не является модулем Qt: %1")
-            .arg(library.errorString());
+    if (metadata.isEmpty()) {
+        *details = library.errorString();
+        return PluginLoader::tr("Файл повреждён или не является модулем Qt.");
+    }
 
     const QString interfaceId = metadata.value(QLatin1String("IID")).toString();
     if (!interfaceId.startsWith(interfacePrefix))
@@ -129,6 +167,11 @@ void PluginLoader::loadFile(const QString& path)
 {
     PluginRecord record;
     record.path = path;
+    record.reason = placeFault(path);
+    if (!record.reason.isEmpty()) {
+        m_records.append(record);
+        return;
+    }
     if (QFileInfo(path).size() == 0) { // Qt would write a warning about it into the log
         record.reason = tr("Файл пуст.");
         m_records.append(record);
@@ -136,7 +179,7 @@ void PluginLoader::loadFile(const QString& path)
     }
     Plugin plugin;
     plugin.library = std::make_unique<QPluginLoader>(path);
-    record.reason = metadataFault(*plugin.library);
+    record.reason = metadataFault(*plugin.library, &record.details);
     if (record.reason.isEmpty()) {
         // Before any of its code runs, which may ask for a text at once.
         plugin.translation = installTranslationOf(path, m_language);
@@ -161,8 +204,10 @@ QString PluginLoader::start(QPluginLoader& library, PluginRecord& record, Plugin
     QString fault = faultOf([&] { instance = library.instance(); });
     if (!fault.isNull())
         return tr("Объект модуля не создан: %1").arg(fault);
-    if (!library.isLoaded() || !instance)
-        return tr("Код модуля не загружается: %1").arg(library.errorString());
+    if (!library.isLoaded() || !instance) {
+        record.details = library.errorString();
+        return tr("Код модуля не загружается.");
+    }
 
     plugin.object = qobject_cast<IPlugin*>(instance);
     if (!plugin.object)

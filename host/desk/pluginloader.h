@@ -22,8 +22,9 @@ class Core;
 /// Loads the terminal's plug-ins, drives them through their lives (see IPlugin) and lets them go.
 ///
 /// A library that is no plug-in of the terminal is refused by its metadata, before any of its code
-/// runs. Nothing that a plug-in does stops the others: what is wrong with one is in its record or
-/// told by callFailed().
+/// runs. So is whatever lies in a folder that everybody may write to, or that belongs neither to
+/// root nor to the user: anybody could have put it there. Nothing that a plug-in does stops the
+/// others: what is wrong with one is in its record or told by callFailed().
 ///
 /// A plug-in that has gone leaves its code in memory until the process ends: texts and queued calls
 /// of it may still be held somewhere.

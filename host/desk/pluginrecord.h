@@ -20,7 +20,9 @@ struct PluginRecord
     QString author;
     QString version;
     QString description;
-    QString reason; ///< a sentence for the user; empty for a loaded plug-in
+    QString reason; ///< sentences for the user; empty for a loaded plug-in
+    /// What Qt says of it, which may be in another language; mostly empty.
+    QString details = QString();
 };
 
 } // namespace vexdesk

@@ -57,6 +57,7 @@ void PluginsDialog::showDetails(int row)
     add(tr("Файл"), QDir::toNativeSeparators(record.path));
     add(tr("Состояние"), PluginModel::stateText(record.state));
     add(tr("Причина отказа"), record.reason);
+    add(tr("Подробности"), record.details);
     add(tr("Код"), record.code);
     add(tr("Название"), record.name);
     add(tr("Версия"), record.version);
@@ -73,13 +74,31 @@ void PluginsDialog::resizeToContents()
     table->verticalHeader()->setDefaultSectionSize(metrics.height() * 3 / 2);
     table->resizeColumnsToContents();
     // As wide as the table asks for, as long as the screen has the room.
-    const int content = table->horizontalHeader()->length() +
-                        table->verticalScrollBar()->sizeHint().width() +
-                        4 * metrics.averageCharWidth();
-    const int least = 80 * metrics.averageCharWidth();
     const QSize most = screen()->availableSize() * 0.8;
+    const int beside =
+        table->verticalScrollBar()->sizeHint().width() + 4 * metrics.averageCharWidth();
+    wrapSentences(most.width() - beside);
+    table->resizeRowsToContents();
+    const int content = table->horizontalHeader()->length() + beside;
+    const int least = 80 * metrics.averageCharWidth();
     resize(std::min(std::max(content, least), most.width()),
            std::min(34 * metrics.lineSpacing(), most.height()));
+}
+
+void PluginsDialog::wrapSentences(int room)
+{
+    const QTableView* const table = m_ui->table;
+    int rest = room - table->horizontalHeader()->length();
+    for (const int column : {PluginModel::DescriptionColumn, PluginModel::ReasonColumn})
+        rest += table->columnWidth(column);
+    const int least = 25 * fontMetrics().averageCharWidth();
+    // The shorter one gives what it does not need to the other.
+    const int description =
+        std::min(table->columnWidth(PluginModel::DescriptionColumn), std::max(rest / 3, least));
+    m_ui->table->setColumnWidth(PluginModel::DescriptionColumn, description);
+    m_ui->table->setColumnWidth(PluginModel::ReasonColumn,
+                                std::min(table->columnWidth(PluginModel::ReasonColumn),
+                                         std::max(rest - description, least)));
 }
 
 } // namespace vexdesk

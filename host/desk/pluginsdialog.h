@@ -31,6 +31,8 @@ public:
 private:
     void showDetails(int row);
     void resizeToContents();
+    /// Where the table would be wider than `room`, sentences get more lines than one.
+    void wrapSentences(int room);
 
     std::unique_ptr<Ui::PluginsDialog> m_ui;
     PluginModel* m_model;

@@ -181,6 +181,7 @@ void StartPage::rebuild()
         width = std::max(width, button->minimumSizeHint().width());
     }
     widget()->setMaximumWidth(width + 2 * pageMargin);
+    Q_EMIT rebuilt(m_rowWidgets.isEmpty() ? nullptr : m_rowWidgets.constLast());
 }
 
 void StartPage::updateEnabled(const QByteArray& commandId)

@@ -33,6 +33,10 @@ public:
     /// Brings the rows up to date without waiting for the event loop.
     void rebuild();
 
+Q_SIGNALS:
+    /// The rows were made anew; `last` is the last of them, null without one.
+    void rebuilt(QWidget* last);
+
 private:
     struct Row
     {

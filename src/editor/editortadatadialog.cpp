@@ -2,6 +2,7 @@
 
 #include "editor/columnwidths.h"
 #include "editor/editortadatamodel.h"
+#include "store/dateeditors.h"
 #include "store/labelmark.h"
 #include "store/seriesselectormodels.h"
 #include "ui_editortadatadialog.h"
@@ -27,20 +28,13 @@ namespace {
 const char settingsGroup[] = "TADataManager/Editor";
 const char sizeKey[] = "dialog_size";
 
-// A date and time to the second as the terminal's language writes them, the year in full. Where it
-// has no language, as in Russian.
+// A date and time to the second, as the terminal's language writes them.
 QString momentFormat()
 {
-    const QLocale locale;
-    if (locale.language() == QLocale::C)
-        return QStringLiteral("dd.MM.yyyy HH:mm:ss");
-    QString date = locale.dateFormat(QLocale::ShortFormat);
-    if (!date.contains(QLatin1String("yyyy")))
-        date.replace(QLatin1String("yy"), QLatin1String("yyyy"));
-    QString time = locale.timeFormat(QLocale::ShortFormat);
+    QString time = QLocale().timeFormat(QLocale::ShortFormat);
     if (!time.contains(u's'))
         time.replace(QLatin1String("mm"), QLatin1String("mm:ss"));
-    return date + u' ' + time;
+    return tadata::shownDateFormat(QLocale()) + u' ' + time;
 }
 
 // The row that takes the place of the selected ones: the next one below the last of them that

@@ -31,8 +31,8 @@ int intervalEnd(const QTime& time, int timeframe)
 }
 
 // The last interval of a day ends at the midnight that begins the next one, and so a daily bar has
-// the date of the day after. Kept: the files that users have exported are stamped this way, and new
-// bars must fit behind the old ones.
+// the date of the day after: like every other bar it is stamped with the moment at which it is
+// over, and nobody who reads the file in order knows it before.
 void stampWithIntervalEnd(BarDescription& bar, const BarDescription& source, int timeframe)
 {
     const int end = intervalEnd(source.time, timeframe);

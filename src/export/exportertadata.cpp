@@ -41,8 +41,9 @@ QString runJob(const ExportDetails& details)
 void ExporterTAData::doExport()
 {
     if (const std::optional<ExportDetails> details = askForDetails()) {
-        tadata::reportOutcome(runJob(*details), Text::tr("Успешное завершение экспорта"),
-                              Text::tr("Экспорт данных ТА успешно завершен"));
+        tadata::reportOutcome(runJob(*details),
+                              {Text::tr("Ошибка"), Text::tr("Успешное завершение экспорта"),
+                               Text::tr("Экспорт данных ТА успешно завершен")});
     }
 }
 

@@ -52,8 +52,6 @@ public:
     // Ends early when the disk is full: the rest could not be written either.
     void writeDays()
     {
-        if (!m_details.dateFrom.isValid() || !m_details.dateTo.isValid())
-            return;
         const double days = static_cast<double>(m_details.dateFrom.daysTo(m_details.dateTo) + 1);
         for (QDate day = m_details.dateFrom; goesOn() && day.isValid() && day <= m_details.dateTo;
              day = day.addDays(1)) {

@@ -3,11 +3,13 @@
 #include "export/exportdetails.h"
 #include "export/formatexportpage.h"
 #include "export/seriesexportpage.h"
+#include "store/openingsize.h"
 
 #include <vexdesk/appsettings.h>
 
 #include <QtCore/QFile>
 #include <QtGui/QKeyEvent>
+#include <QtGui/QShowEvent>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
 
@@ -95,6 +97,13 @@ void ExportTADataWizard::keyPressEvent(QKeyEvent* event)
         goToFormat();
     else
         QWizard::keyPressEvent(event);
+}
+
+void ExportTADataWizard::showEvent(QShowEvent* event)
+{
+    if (!event->spontaneous())
+        tadata::widenForPage(*this, formatPage()->sizeHint().width());
+    QWizard::showEvent(event);
 }
 
 void ExportTADataWizard::goToFormat()

@@ -29,6 +29,8 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    /// Opens wide enough for the longest line format, unless a size was stored.
+    void showEvent(QShowEvent* event) override;
 
 private:
     void goToFormat();

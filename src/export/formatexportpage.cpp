@@ -4,6 +4,8 @@
 #include "store/textformats.h"
 #include "ui_formatexportpage.h"
 
+#include <QtWidgets/QLayout>
+
 namespace {
 
 // Names of columns and not words: they are in the files as they are.
@@ -33,6 +35,8 @@ FormatExportPage::FormatExportPage(QWidget* parent)
     , m_ui(std::make_unique<Ui::FormatExportPage>())
 {
     m_ui->setupUi(this);
+    // A check box that is wider than its text cannot be clicked beside it.
+    layout()->setAlignment(m_ui->writeHead, Qt::AlignLeft);
     setTitle(tr("Формат"));
     setupPage();
 }
@@ -47,10 +51,10 @@ void FormatExportPage::setupPage()
     m_ui->separator->addItem(tr("точка с запятой (;)"), QStringLiteral(";"));
     m_ui->separator->addItem(tr("пробел ( )"), QStringLiteral(" "));
 
-    const QList<tadata::TextFormat> dates = tadata::dateFormats();
+    const QList<tadata::TextFormat> dates = tadata::dateFormats(tadata::FormatPage::Export);
     for (const tadata::TextFormat& format : dates)
         m_ui->dateFormat->addItem(format.title, format.pattern);
-    const QList<tadata::TextFormat> times = tadata::timeFormats();
+    const QList<tadata::TextFormat> times = tadata::timeFormats(tadata::FormatPage::Export);
     for (const tadata::TextFormat& format : times)
         m_ui->timeFormat->addItem(format.title, format.pattern);
 }

@@ -19,9 +19,9 @@ public:
     ~FormatExportPage() override;
 
     void getExportDetails(ExportDetails& details) const;
-
-private:
+    /// Fills the boxes of the form. The constructor does; a second call offers everything twice.
     void setupPage();
 
+private:
     std::unique_ptr<Ui::FormatExportPage> m_ui;
 };

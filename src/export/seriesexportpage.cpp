@@ -1,6 +1,7 @@
 #include "export/seriesexportpage.h"
 
 #include "export/exportdetails.h"
+#include "store/dateeditors.h"
 #include "store/labelmark.h"
 #include "store/seriesselectormodels.h"
 #include "ui_seriesexportpage.h"
@@ -45,6 +46,7 @@ void SeriesExportPage::setupDates()
     for (QDateEdit* const edit : {m_ui->dateFrom, m_ui->dateTo}) {
         edit->calendarWidget()->setFirstDayOfWeek(QLocale::system().firstDayOfWeek());
         edit->calendarWidget()->setGridVisible(true);
+        edit->setDisplayFormat(tadata::shownDateFormat(QLocale()));
         edit->setDate(today);
     }
 }

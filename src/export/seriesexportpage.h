@@ -28,15 +28,18 @@ public:
     void getExportDetails(ExportDetails& details) const;
     /// The path of the file. Relative to the working directory when no directory is given.
     QString fileName() const;
+    /// Fills the boxes of the form. The constructor does; a second call offers everything twice.
+    void setupPage();
 
-private Q_SLOTS:
+public Q_SLOTS:
     /// Names the file after the series and the days, until the user has given it another name.
     void updateOutputFileName();
+    /// The file's name is the user's from now on.
     void outputFileEdited();
+    /// Asks for the directory of the file. Nothing changes when the user cancels.
     void on_chooseDir_clicked();
 
 private:
-    void setupPage();
     void setupDates();
     void setupTimeFrames();
     void setupSelectors();

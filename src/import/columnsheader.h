@@ -4,6 +4,7 @@
 #include <QtWidgets/QHeaderView>
 
 class QComboBox;
+class QWheelEvent;
 class QWizardPage;
 
 /// A table header with a box in each section in which the user says what the column carries.
@@ -14,7 +15,7 @@ class ColumnsHeader final : public QHeaderView
 
 public:
     /// The page's completeChanged() follows every choice.
-    ColumnsHeader(QWizardPage* page, QWidget* parent);
+    explicit ColumnsHeader(QWizardPage* page, QWidget* parent = nullptr);
 
     /// The box of a section.
     QComboBox* box(int section) const { return m_boxes.at(section); }
@@ -23,7 +24,11 @@ public:
 
     /// Makes a box for each section of the model. Call it once, when the table has the header.
     void fill();
+    /// Makes a box with the roles, a child of the header that belongs to no section yet.
+    QComboBox* newHeaderBox();
 
+    /// How wide a section is at first, so that the roles of its box can be read.
+    static int sectionWidth(const QComboBox& box);
     /// What the boxes offer, in the order of ColumnRole.
     static QStringList roleTitles();
 
@@ -35,8 +40,9 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    QComboBox* newHeaderBox();
     void placeBox(int section);
+    void showSection(const QComboBox* box) const;
+    void scrollTable(QWheelEvent* event) const;
 
     QWizardPage* m_page;
     QList<QComboBox*> m_boxes;

@@ -8,6 +8,9 @@
 
 #include <QtCore/QTimer>
 #include <QtWidgets/QComboBox>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QLayout>
+#include <QtWidgets/QStyle>
 
 ColumnsImportPage::ColumnsImportPage(const QList<QString>& lines, QWidget* parent)
     : QWizardPage(parent)
@@ -23,7 +26,7 @@ ColumnsImportPage::~ColumnsImportPage() = default;
 
 void ColumnsImportPage::initializePage()
 {
-    const QString separator = static_cast<ImportTADataWizard*>(wizard())->columnSeparator();
+    const QString separator = columnSeparator();
     tadata::setPreviewSize(*m_ui->fileData, m_lines, separator);
     m_header = new ColumnsHeader(this, m_ui->fileData);
     m_ui->fileData->setColumnsHeader(m_header);
@@ -32,6 +35,27 @@ void ColumnsImportPage::initializePage()
     m_ui->fileData->resizeRowsToContents();
     // Once more when the table has its final geometry.
     QTimer::singleShot(0, m_header, &ColumnsHeader::fixComboPositions);
+}
+
+QString ColumnsImportPage::columnSeparator() const
+{
+    const auto* const importWizard = qobject_cast<const ImportTADataWizard*>(wizard());
+    return importWizard ? importWizard->columnSeparator() : QStringLiteral("\n");
+}
+
+int ColumnsImportPage::widthForColumns(int columns)
+{
+    ColumnsHeader header(this);
+    const QComboBox* const box = header.newHeaderBox();
+    box->ensurePolished();
+    // As the table of the page will be: with a number beside each row.
+    const QTableWidget rows(static_cast<int>(m_lines.size()), 1);
+    const QStyle* const tableStyle = m_ui->fileData->style();
+    const QMargins margins = layout()->contentsMargins();
+    return columns * ColumnsHeader::sectionWidth(*box) + rows.verticalHeader()->sizeHint().width() +
+           2 * m_ui->fileData->frameWidth() +
+           tableStyle->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, m_ui->fileData) +
+           margins.left() + margins.right();
 }
 
 void ColumnsImportPage::cleanupPage()

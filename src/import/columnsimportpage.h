@@ -14,13 +14,14 @@ class ColumnsImportPage;
 }
 
 /// The import wizard's third page: which column carries what. Every entry begins afresh, since the
-/// separator may have changed. The wizard owns it; the lines must outlive it.
+/// separator may have changed. The wizard owns it; the lines must outlive it. In a wizard that
+/// knows no separator each line is one column.
 class ColumnsImportPage final : public QWizardPage
 {
     Q_OBJECT
 
 public:
-    ColumnsImportPage(const QList<QString>& lines, QWidget* parent = nullptr);
+    explicit ColumnsImportPage(const QList<QString>& lines, QWidget* parent = nullptr);
     ~ColumnsImportPage() override;
 
     void initializePage() override;
@@ -28,7 +29,12 @@ public:
     bool isComplete() const override;
     void getImportDetails(ImportDetails& details) const;
 
+    /// How wide the page must be so that the boxes of so many columns are seen side by side.
+    int widthForColumns(int columns);
+
 private:
+    /// What the import wizard says. In any other wizard, and in none, lines are not split.
+    QString columnSeparator() const;
     /// What is wrong with the choices, empty when nothing is.
     QString warning() const;
 

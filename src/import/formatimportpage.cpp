@@ -5,12 +5,16 @@
 #include "store/textformats.h"
 #include "ui_formatimportpage.h"
 
+#include <QtWidgets/QLayout>
+
 FormatImportPage::FormatImportPage(const QList<QString>& lines, QWidget* parent)
     : QWizardPage(parent)
     , m_lines(lines)
     , m_ui(std::make_unique<Ui::FormatImportPage>())
 {
     m_ui->setupUi(this);
+    // A check box that is wider than its text cannot be clicked beside it.
+    layout()->setAlignment(m_ui->firstStringIsHead, Qt::AlignLeft);
     setTitle(tr("Формат"));
     setupPage();
 }

@@ -18,7 +18,7 @@ class FormatImportPage final : public QWizardPage
     Q_OBJECT
 
 public:
-    FormatImportPage(const QList<QString>& lines, QWidget* parent = nullptr);
+    explicit FormatImportPage(const QList<QString>& lines, QWidget* parent = nullptr);
     ~FormatImportPage() override;
 
     QString separator() const;
@@ -27,14 +27,14 @@ public:
     bool isComplete() const override;
     void cleanupPage() override;
     void getImportDetails(ImportDetails& details) const;
+    /// Fills the boxes of the form. The constructor does; a second call offers everything twice.
+    void setupPage();
 
-private Q_SLOTS:
+public Q_SLOTS:
     /// Builds the preview with the separator of this item.
     void separatorChanged(int index);
 
 private:
-    void setupPage();
-
     const QList<QString>& m_lines;
     std::unique_ptr<Ui::FormatImportPage> m_ui;
 };

@@ -3,6 +3,7 @@
 #include "import/importjob.h"
 #include "import/importtadatawizard.h"
 #include "store/jobrunner.h"
+#include "store/outcomebox.h"
 
 #include <vexdesk/history/dayfile.h>
 #include <vexdesk/history/dayfilelines.h>
@@ -10,7 +11,6 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtWidgets/QFileDialog>
-#include <QtWidgets/QMessageBox>
 
 #include <optional>
 
@@ -25,7 +25,7 @@ struct Text
 
 void warn(const QString& title, const QString& text)
 {
-    QMessageBox::warning(nullptr, title, text, QMessageBox::Ok);
+    OutcomeBox::tell(QMessageBox::Warning, title, text);
 }
 
 // The steps of the command. One that ends it has told the user why, or the user has cancelled.
@@ -78,8 +78,8 @@ QString runJob(const QString& fileName, const ImportDetails& details)
 
 void report(const QString& error)
 {
-    tadata::reportOutcome(error, Text::tr("Успешное завершение импорта"),
-                          Text::tr("Импорт данных ТА успешно завершен"));
+    tadata::reportOutcome(error, {Text::tr("Ошибка"), Text::tr("Успешное завершение импорта"),
+                                  Text::tr("Импорт данных ТА успешно завершен")});
 }
 
 } // namespace

@@ -4,13 +4,19 @@
 #include "import/formatimportpage.h"
 #include "import/importdetails.h"
 #include "import/seriesimportpage.h"
+#include "store/openingsize.h"
 
 #include <vexdesk/appsettings.h>
+
+#include <QtGui/QShowEvent>
 
 namespace {
 
 const char settingsGroup[] = "TADataManager/ImportWizard";
 const char sizeKey[] = "dialog_size";
+
+// Date, time, four prices, and the volume in pieces and in money.
+constexpr int commonColumns = 8;
 
 } // namespace
 
@@ -31,6 +37,13 @@ ImportTADataWizard::ImportTADataWizard(const QList<QString>& lines, QWidget* par
 ImportTADataWizard::~ImportTADataWizard()
 {
     AppSettings(QLatin1String(settingsGroup)).setValue(QLatin1String(sizeKey), size());
+}
+
+void ImportTADataWizard::showEvent(QShowEvent* event)
+{
+    if (!event->spontaneous())
+        tadata::widenForPage(*this, columnsPage()->widthForColumns(commonColumns));
+    QWizard::showEvent(event);
 }
 
 ImportDetails ImportTADataWizard::importDetails() const

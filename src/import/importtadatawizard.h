@@ -17,7 +17,7 @@ class ImportTADataWizard final : public QWizard
 
 public:
     /// `lines` are the first lines of the file, at least one.
-    ImportTADataWizard(const QList<QString>& lines, QWidget* parent = nullptr);
+    explicit ImportTADataWizard(const QList<QString>& lines, QWidget* parent = nullptr);
     ~ImportTADataWizard() override;
 
     /// What the pages say; complete once the wizard was accepted.
@@ -26,6 +26,10 @@ public:
     QString columnSeparator() const;
     QString dateFormat() const;
     QString timeFormat() const;
+
+protected:
+    /// Opens wide enough for the columns of a common file, unless a size was stored.
+    void showEvent(QShowEvent* event) override;
 
 private:
     SeriesImportPage* seriesPage() const;

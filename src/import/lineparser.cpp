@@ -117,6 +117,7 @@ void readNumbers(BarDescription& bar, const LineFields& fields, short decimals)
     bar.close.setScale(decimals);
 
     bool ok = true;
+    bar.volume = 0;
     if (fields.has(ColumnRole::Volume)) {
         const QStringView text = fields.text(ColumnRole::Volume);
         bar.volume = tadata::readInteger(text, &ok);
@@ -129,6 +130,7 @@ void readNumbers(BarDescription& bar, const LineFields& fields, short decimals)
         fields.has(ColumnRole::Value) ? numberOf(fields.text(ColumnRole::Value)) : decimal(0, 2);
     bar.value.setScale(decimals);
 
+    bar.openInterest = 0;
     if (fields.has(ColumnRole::OpenInterest)) {
         const QStringView text = fields.text(ColumnRole::OpenInterest);
         bar.openInterest = tadata::readSmallInteger(text, &ok);

@@ -11,8 +11,8 @@ namespace tadata {
 ///
 /// A minute bar is stamped with the next whole minute after its first second, so a second that is
 /// itself a whole minute opens the minute after it, and the last minute of a day is stamped
-/// 00:00:00 with the date of that day. Kept so: the minute files of earlier versions are built this
-/// way.
+/// 00:00:00 with the date of that day: a minute file holds the bars of its own day's seconds, and
+/// those who collect these files read the time 00:00:00 as the day's end.
 class MinuteBuilder final
 {
 public:

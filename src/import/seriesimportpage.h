@@ -26,9 +26,10 @@ public:
     void cleanupPage() override;
     bool validate() override;
     void getImportDetails(ImportDetails& details) const;
+    /// Fills the boxes of the form. The constructor does; a second call offers everything twice.
+    void setupPage();
 
 private:
-    void setupPage();
     /// Colours the labels of what is missing; true when nothing is.
     bool markMissing() const;
 

@@ -30,16 +30,17 @@ public:
     void tini() override;
     void initStage(IPlugin::InitStage stage) override;
 
+    /// Adds the plug-in's menu to the terminal's. init() does; once is enough.
+    void createMenu();
+    /// Adds a command to the container, and the action that answers it by calling a slot of this
+    /// object: `member` is its text as SLOT() makes it.
+    void createMenuCommand(CommandContainer* container, const QByteArray& id, const QIcon& icon,
+                           const QString& text, const char* member, const QKeySequence& shortcut);
+
 public Q_SLOTS:
     void importTAData();
     void exportTAData();
     void editTAData();
     /// Removes second files by the rule of the options page.
     void removeOldSecondFiles() const;
-
-private:
-    void createMenu();
-    /// `member` is the text of a slot of this object, as SLOT() makes it.
-    void createMenuCommand(CommandContainer* container, const QByteArray& id, const QIcon& icon,
-                           const QString& text, const char* member, const QKeySequence& shortcut);
 };

@@ -16,7 +16,7 @@ class TADataManagerPropertiesForm final : public QWidget
     Q_OBJECT
 
 public:
-    explicit TADataManagerPropertiesForm(QWidget* parent);
+    explicit TADataManagerPropertiesForm(QWidget* parent = nullptr);
     ~TADataManagerPropertiesForm() override;
 
     /// Shows the stored values, or the defaults where there are none.
@@ -24,7 +24,8 @@ public:
     /// Stores what is shown.
     void store(Settings& s);
 
-private Q_SLOTS:
+public Q_SLOTS:
+    /// The days can be chosen while the box is checked (a Qt::CheckState).
     void on_deleteSeconds_stateChanged(int state);
 
 private:

@@ -15,7 +15,7 @@ class TADataManagerPropertiesPage final : public QObject, public IOptionsPage
     Q_INTERFACES(IOptionsPage)
 
 public:
-    explicit TADataManagerPropertiesPage(QObject* parent);
+    explicit TADataManagerPropertiesPage(QObject* parent = nullptr);
 
     QString id() const override;
     QString displayName() const override;

@@ -1,22 +1,12 @@
 #include "store/jobrunner.h"
 
 #include "store/jobprogressdialog.h"
+#include "store/outcomebox.h"
 
 #include <QtConcurrent/QtConcurrentRun>
-#include <QtCore/QCoreApplication>
 #include <QtCore/QFutureWatcher>
-#include <QtWidgets/QMessageBox>
 
 namespace tadata {
-
-namespace {
-
-struct Text
-{
-    Q_DECLARE_TR_FUNCTIONS(JobRunner)
-};
-
-} // namespace
 
 QString runJob(const QString& title, const QString& text,
                const std::function<QString(QProgressDialog*)>& job)
@@ -41,12 +31,12 @@ ProgressSink shownOn(QProgressDialog* dialog)
     };
 }
 
-void reportOutcome(const QString& error, const QString& successTitle, const QString& success)
+void reportOutcome(const QString& error, const OutcomeTexts& texts)
 {
     if (error.isEmpty())
-        QMessageBox::information(nullptr, successTitle, success, QMessageBox::Ok);
+        OutcomeBox::tell(QMessageBox::Information, texts.successTitle, texts.success);
     else
-        QMessageBox::warning(nullptr, Text::tr("Ошибка"), error, QMessageBox::Ok);
+        OutcomeBox::tell(QMessageBox::Warning, texts.errorTitle, error);
 }
 
 } // namespace tadata

@@ -20,7 +20,15 @@ QString runJob(const QString& title, const QString& text,
 /// thread. For any thread; the dialog must outlive the sink.
 ProgressSink shownOn(QProgressDialog* dialog);
 
+/// What a command says when its job has ended, besides the job's own message.
+struct OutcomeTexts
+{
+    QString errorTitle;
+    QString successTitle;
+    QString success;
+};
+
 /// Shows the message of a job that failed, or the one of success when `error` is empty.
-void reportOutcome(const QString& error, const QString& successTitle, const QString& success);
+void reportOutcome(const QString& error, const OutcomeTexts& texts);
 
 } // namespace tadata

@@ -18,7 +18,7 @@ class StockWithStoredSelectorModel final : public StockSelectorModel
     Q_OBJECT
 
 public:
-    StockWithStoredSelectorModel(bool storedOnly, QObject* parent);
+    explicit StockWithStoredSelectorModel(bool storedOnly, QObject* parent = nullptr);
 
     void populate() override;
 
@@ -32,7 +32,7 @@ class BoardWithStoredSelectorModel final : public BoardSelectorModel
     Q_OBJECT
 
 public:
-    BoardWithStoredSelectorModel(bool storedOnly, QObject* parent);
+    explicit BoardWithStoredSelectorModel(bool storedOnly, QObject* parent = nullptr);
 
     void populate() override;
 
@@ -47,7 +47,7 @@ class SecurityWithStoredSelectorModel final : public SecuritySelectorModel
     Q_OBJECT
 
 public:
-    SecurityWithStoredSelectorModel(bool storedOnly, QObject* parent);
+    explicit SecurityWithStoredSelectorModel(bool storedOnly, QObject* parent = nullptr);
 
     void populate() override;
 

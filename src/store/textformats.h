@@ -13,7 +13,10 @@ struct TextFormat
     QString title;   ///< as the user sees it
 };
 
-QList<TextFormat> dateFormats();
-QList<TextFormat> timeFormats();
+/// The page that offers them: its translation says what the titles are in other languages.
+enum class FormatPage { Import, Export };
+
+QList<TextFormat> dateFormats(FormatPage page = FormatPage::Import);
+QList<TextFormat> timeFormats(FormatPage page = FormatPage::Import);
 
 } // namespace tadata

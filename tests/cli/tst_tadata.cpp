@@ -68,6 +68,8 @@ private Q_SLOTS:
     void listNamesWhatItCannotRead();
     void listShowsEveryNameOnItsOwnLine();
     void listTakesTheCurrentDirectoryAsBase();
+    void listTakesNothingElseForTheStore_data();
+    void listTakesNothingElseForTheStore();
 
     void defaultStoreIsBesideAPortableProgram();
     void defaultStoreOfAnInstalledProgramIsTheUsers();
@@ -512,6 +514,28 @@ void TadataTest::listTakesTheCurrentDirectoryAsBase()
     QVERIFY(process.waitForFinished());
     QCOMPARE(process.readAllStandardOutput(),
              QByteArray("A/B/C\t60\t1\t2024-01-15\t2024-01-15\t1\n"));
+}
+
+void TadataTest::listTakesNothingElseForTheStore_data()
+{
+    QTest::addColumn<bool>("isLink");
+    QTest::newRow("link to nothing") << true;
+    QTest::newRow("file") << false;
+}
+
+// The data directory has folders of the same shape, which are somebody else's.
+void TadataTest::listTakesNothingElseForTheStore()
+{
+    QFETCH(const bool, isLink);
+    const QString program = copyProgram(QDir(m_dir->path()));
+    QVERIFY(!program.isEmpty());
+    writeFile(path("user/A/B/C/20240115_60.iss"), oneRecord);
+    const QString store = path("user/tadata");
+    if (isLink)
+        QVERIFY(QFile::link(path("nothing"), store));
+    else
+        writeFile(store, "");
+    QCOMPARE(runProgram(program, words("list")), failed(QStringLiteral("Нет каталога ") + store));
 }
 
 void TadataTest::defaultStoreIsBesideAPortableProgram()

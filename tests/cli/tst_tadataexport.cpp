@@ -444,6 +444,12 @@ void TadataExportTest::namesWhatCannotBeOpened_data()
     QTest::newRow("missing deals")
         << QStringLiteral("DIR/out.txt --store DIR/store --deals DIR/nowhere")
         << QStringLiteral("Невозможно открыть файл DIR/nowhere");
+    QTest::newRow("deals that are a pipe")
+        << QStringLiteral("DIR/out.txt --store DIR/store --deals DIR/pipe")
+        << QStringLiteral("Невозможно открыть файл DIR/pipe");
+    QTest::newRow("reference that is a pipe")
+        << QStringLiteral("DIR/out.txt --store DIR/store --reference DIR/pipe")
+        << QStringLiteral("Невозможно открыть файл DIR/pipe");
     QTest::newRow("deals that are a directory")
         << QStringLiteral("DIR/out.txt --store DIR/store --deals DIR/store")
         << QStringLiteral("Невозможно открыть файл DIR/store");
@@ -459,6 +465,7 @@ void TadataExportTest::namesWhatCannotBeOpened()
     QFETCH(QString, message);
     options.replace(QStringLiteral("DIR"), m_dir->path());
     message.replace(QStringLiteral("DIR"), m_dir->path());
+    QCOMPARE(::mkfifo(QFile::encodeName(path("pipe")).constData(), 0600), 0);
     QCOMPARE(runTadata(words("export --series NORD/MAIN/ALFA --from 2024-01-15 --to 2024-01-15")
                        << options.split(u' ')),
              failed(message));

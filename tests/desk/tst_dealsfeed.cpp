@@ -99,6 +99,8 @@ private Q_SLOTS:
     void aBlockerHoldsTheTableStill();
     void aBlockerHoldsTheNewDayBack();
     void rowsOfOthersStay();
+    void goesWithItsRows();
+    void aBlockerHoldsItsRowsToo();
 };
 
 void TestDealsFeed::init()
@@ -492,12 +494,54 @@ void TestDealsFeed::rowsOfOthersStay()
     const vexdesk::DealWriter writer(table);
     Deal strange;
     strange.securityId = 7;
+    Deal real = strange; // of the same day
+    real.moment = datetime(momentText(day, QTime(0, 0, 30)));
     core.rawQueue()->post(table, writer.row(strange));
+    core.rawQueue()->post(table, writer.row(real));
+    const std::vector<Row> theirs = rows(core);
     QDateTime now(day, QTime(0, 1));
     DealsFeed feed(core, [&now] { return now; });
     now = QDateTime(day.addDays(1), QTime(0, 1));
     feed.advance();
-    QVERIFY((rows(core).front() == Row{0, 7, QString()}));
+    const std::vector<Row> all = rows(core);
+    QVERIFY(all.size() > 2);
+    QVERIFY(std::equal(theirs.begin(), theirs.end(), all.begin()));
+}
+
+void TestDealsFeed::goesWithItsRows()
+{
+    vexdesk::Core core;
+    Table* const table = vexdesk::dealsTable(*core.database());
+    const vexdesk::DealWriter writer(table);
+    Deal real;
+    real.securityId = 7;
+    real.moment = datetime(momentText(day, QTime(9, 0)));
+    core.rawQueue()->post(table, writer.row(real));
+    const std::vector<Row> theirs = rows(core);
+    {
+        QDateTime now(day, QTime(10, 0));
+        DealsFeed feed(core, [&now] { return now; });
+        now = QDateTime(day, QTime(10, 1));
+        feed.advance();
+        QVERIFY(rows(core).size() > 1000);
+    }
+    QVERIFY(rows(core) == theirs);
+    // The same again, as if it had never gone.
+    const DealsFeed again(core, [] { return QDateTime(day, QTime(10, 1)); });
+    QVERIFY(rows(core).size() > 1000);
+}
+
+void TestDealsFeed::aBlockerHoldsItsRowsToo()
+{
+    vexdesk::Core core;
+    auto feed = std::make_unique<DealsFeed>(core, [] { return QDateTime(day, QTime(10, 0)); });
+    const std::vector<Row> before = rows(core);
+    {
+        const IRawQueue::ProcessingBlocker blocker;
+        feed.reset();
+        QVERIFY(rows(core) == before);
+    }
+    QVERIFY(rows(core).empty());
 }
 
 QTEST_GUILESS_MAIN(TestDealsFeed)

@@ -3,9 +3,12 @@
 #include "messageboxes.h"
 #include "support/strictlog.h"
 
+#include <QtCore/QScopeGuard>
 #include <QtCore/QThread>
 #include <QtCore/QTimer>
 #include <QtTest/QTest>
+#include <QtWidgets/QCalendarWidget>
+#include <QtWidgets/QDateTimeEdit>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
@@ -90,6 +93,8 @@ private Q_SLOTS:
     void anOpenMenuDoesNotBlockTheBox();
     void theParentMayDieUnderTheBox();
     void suppliesIcons();
+    void datesFollowTheLanguage_data();
+    void datesFollowTheLanguage();
 };
 
 void TestDeskApplication::showsWhatASlotThrows_data()
@@ -268,6 +273,33 @@ void TestDeskApplication::suppliesIcons()
     QCOMPARE(QImage(QStringLiteral(":/icons/preferences/tadatamanager@2x.png")).size(),
              QSize(48, 48));
     QCOMPARE(QApplication::applicationVersion().isEmpty(), false);
+}
+
+void TestDeskApplication::datesFollowTheLanguage_data()
+{
+    QTest::addColumn<int>("language");
+    QTest::addColumn<QString>("month");
+    QTest::newRow("English") << int(vexdesk::Language::English) << QStringLiteral("20 November");
+    QTest::newRow("Russian") << int(vexdesk::Language::Russian) << QStringLiteral("20 ноября");
+}
+
+void TestDeskApplication::datesFollowTheLanguage()
+{
+    QFETCH(const int, language);
+    QFETCH(const QString, month);
+    const Qt::DayOfWeek first = QLocale::system().firstDayOfWeek();
+    auto* const application = qobject_cast<vexdesk::DeskApplication*>(qApp);
+    application->setLanguage(static_cast<vexdesk::Language>(language));
+    const auto restore =
+        qScopeGuard([application] { application->setLanguage(vexdesk::Language::Russian); });
+    QDateEdit edit(QDate(2026, 11, 20));
+    edit.setCalendarPopup(true);
+    edit.setDisplayFormat(QStringLiteral("d MMMM"));
+    QCOMPARE(edit.text(), month);
+    QCOMPARE(edit.calendarWidget()->locale().language(), QLocale().language());
+    QCOMPARE(QLocale().toString(edit.date(), QStringLiteral("d MMMM")), month);
+    // What is the user's and not the language's.
+    QCOMPARE(QLocale::system().firstDayOfWeek(), first);
 }
 
 int main(int argc, char** argv)

@@ -49,6 +49,7 @@ private Q_SLOTS:
     void theChoiceIsStoredAndMarked();
     void theSpokenLanguageIsStoredWithoutAWord();
     void theBoxSpeaksTheChosenLanguage();
+    void aChoiceThatIsNotKeptIsTold();
     void escapeMeansLater();
     void restartClosesTheWindow();
     void aWindowThatRefusesPreventsTheRestart();
@@ -184,6 +185,28 @@ void TestLanguageChoice::theBoxSpeaksTheChosenLanguage()
     choose(Language::Russian, read);
     QCOMPARE(texts, QStringList({"Язык", "Язык изменится после перезапуска терминала.",
                                  "Перезапустить", "Позже"}));
+}
+
+void TestLanguageChoice::aChoiceThatIsNotKeptIsTold()
+{
+    // In the place of the file it keeps everybody from writing.
+    const QString file = ICore::getDir(QString(), false).filePath(QStringLiteral("vexdesk.ini"));
+    QVERIFY(QDir().mkpath(file + QStringLiteral("/in the way")));
+    QList<QMessageBox::Icon> icons;
+    choose(Language::English, [&icons](QMessageBox* box) {
+        icons.append(box->icon());
+        QTest::keyClick(box, Qt::Key_Return);
+    });
+    QVERIFY(QDir(file).removeRecursively());
+    QCOMPARE(icons, QList<QMessageBox::Icon>{QMessageBox::Warning});
+    QVERIFY2(m_boxes.constFirst().startsWith(QStringLiteral("The choice of the language")),
+             qPrintable(m_boxes.constFirst()));
+    QVERIFY2(m_boxes.constFirst().contains(
+                 QDir::toNativeSeparators(ICore::getDir(QString(), false).path())),
+             qPrintable(m_boxes.constFirst()));
+    QVERIFY(item(Language::Russian)->isChecked());
+    QVERIFY(!item(Language::English)->isChecked());
+    QVERIFY(m_window->isVisible());
 }
 
 void TestLanguageChoice::escapeMeansLater()

@@ -4,15 +4,22 @@
 #include "desk/mainwindow.h"
 #include "desk/pluginloader.h"
 #include "desk/pluginsdialog.h"
+#include "desk/problemsdialog.h"
+#include "desk/statuslink.h"
 #include "messageboxes.h"
 #include "pluginfiles.h"
 #include "plugins/callrecord.h"
 #include "support/filetree.h"
+#include "support/modalsteps.h"
 #include "support/strictlog.h"
+#include "support/userhands.h"
 
 #include <vexdesk/terminal/core.h>
+#include <vexdesk/terminal/database.h>
+#include <vexdesk/terminal/deals.h>
 
 #include <QtCore/QTemporaryDir>
+#include <QtGui/QClipboard>
 #include <QtGui/QCloseEvent>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
@@ -21,12 +28,19 @@
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QMessageBox>
+#include <QtWidgets/QPlainTextEdit>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QStatusBar>
 #include <QtWidgets/QToolButton>
+
+#include <thread>
 
 using vexdesk::CommandButton;
 using vexdesk::MainWindow;
 using vexdesk::PluginLoader;
 using vexdesk::PluginsDialog;
+using vexdesk::ProblemsDialog;
+using vexdesk::StatusLink;
 
 namespace {
 
@@ -67,7 +81,18 @@ private Q_SLOTS:
     void anErrorInAPluginIsShownAndTheWindowGoesOn();
     void pluginsWindowOpensByMouse();
     void refusedPluginsAreHintedAt();
+    void tabGoesThroughTheRowsToTheLinks();
     void errorsOfLaterCallsAreShown();
+    void demoDealsAreSwitchedInTheMenu();
+    void problemsAreShownInTheStatusBar();
+    void problemsOfBeforeTheWindowAreShown();
+    void problemsOfOtherThreadsAreShown();
+    void aLongProblemMakesTheWindowNoWider();
+    void passingMessagesDoNotHideProblems();
+    void theProblemsAreReadAndCopiedInTheirList();
+    void theListOpensByKeyboard();
+    void whatIsReportedWhileTheListIsOpenIsShownThere();
+    void whatTheListHasNotShownStaysUnread();
 
 private:
     void load(const QStringList& plugins);
@@ -79,6 +104,10 @@ private:
     /// Runs `action` on the "Модули" window once it is open, and closes it by Escape.
     void whenPluginsDialogOpens(const std::function<void(PluginsDialog*)>& action);
     QList<CommandButton*> rows() const;
+    StatusLink* problemLink() const
+    {
+        return m_window->findChild<StatusLink*>(QStringLiteral("problems"));
+    }
 
     std::unique_ptr<QTemporaryDir> m_directory;
     std::unique_ptr<vexdesk::Core> m_core;
@@ -374,6 +403,21 @@ void TestMainWindow::refusedPluginsAreHintedAt()
     QTRY_VERIFY(!QApplication::activeModalWidget());
 }
 
+void TestMainWindow::tabGoesThroughTheRowsToTheLinks()
+{
+    load({QStringLiteral("good"), QStringLiteral("foreign")});
+    m_core->reportProblem(QStringLiteral("Файл А не записан."));
+    show();
+    QList<QWidget*> wanted;
+    for (CommandButton* const row : rows())
+        wanted.append(row);
+    QCOMPARE(wanted.size(), 3);
+    QCOMPARE(QApplication::focusWidget(), wanted.constFirst());
+    wanted.append(m_window->findChild<StatusLink*>(QStringLiteral("refusedPlugins")));
+    wanted.append(problemLink());
+    QCOMPARE(testsupport::tabOrder(m_window.get()), wanted);
+}
+
 void TestMainWindow::errorsOfLaterCallsAreShown()
 {
     connect(m_loader.get(), &PluginLoader::callFailed, qApp, &vexdesk::reportError);
@@ -385,6 +429,189 @@ void TestMainWindow::errorsOfLaterCallsAreShown()
     QCOMPARE(boxes.texts(), QStringList{QStringLiteral(
                                 "Ошибка модуля GOOD при запуске терминала: ступень не пройдена")});
     QVERIFY(m_window->isVisible());
+}
+
+void TestMainWindow::demoDealsAreSwitchedInTheMenu()
+{
+    show();
+    const Table* const deals = vexdesk::dealsTable(*m_core->database());
+    const auto dealCount = [deals] {
+        const std::lock_guard lock(*deals);
+        return deals->masterIndex().size();
+    };
+    const auto* const label = m_window->findChild<QLabel*>(QStringLiteral("demoDeals"));
+    QVERIFY(!label->isVisible());
+    QCOMPARE(dealCount(), 0);
+    const QStringList command{QStringLiteral("&Сервис"), QStringLiteral("&Для разработчиков"),
+                              QStringLiteral("&Придуманные сделки")};
+    const QMenu* developer = nullptr;
+    for (const QAction* const item : menu(command.at(0))->actions()) {
+        if (item->text() == command.at(1))
+            developer = item->menu();
+    }
+    QVERIFY(developer);
+    const QAction* const item = developer->actions().constLast();
+    QCOMPARE(item->text(), command.at(2));
+    QVERIFY2(item->statusTip().contains(QStringLiteral("экспорт")), qPrintable(item->statusTip()));
+    QVERIFY(item->isCheckable() && !item->isChecked());
+
+    choose(command);
+    QTRY_VERIFY(label->isVisible());
+    QVERIFY(item->isChecked());
+    QVERIFY(dealCount() > 0);
+    m_window->statusBar()->showMessage(QStringLiteral("Мимоходом"));
+    QVERIFY2(label->isVisible(), "it is there for as long as the deals are");
+
+    choose(command);
+    QTRY_VERIFY(!label->isVisible());
+    QVERIFY(!item->isChecked());
+    QCOMPARE(dealCount(), 0);
+}
+
+void TestMainWindow::problemsAreShownInTheStatusBar()
+{
+    show();
+    QVERIFY(!problemLink()->isVisible());
+    const desktest::MessageBoxes boxes;
+    m_core->reportProblem(QStringLiteral("Файл А не записан."));
+    QVERIFY(problemLink()->isVisible());
+    QCOMPARE(problemLink()->text(), QStringLiteral("Ошибки: 1. Файл А не записан."));
+    m_core->reportProblem(QStringLiteral("Файл <b>&Б</b>\nне записан."));
+    QCOMPARE(problemLink()->text(), QStringLiteral("Ошибки: 2. Файл <b>&&Б</b> не записан."));
+    // Nothing opens by itself.
+    QCoreApplication::processEvents();
+    QVERIFY(!QApplication::activeModalWidget());
+    QCOMPARE(boxes.texts(), QStringList());
+}
+
+void TestMainWindow::problemsOfBeforeTheWindowAreShown()
+{
+    m_window.reset();
+    m_core->reportProblem(QStringLiteral("Файл А не записан."));
+    m_window = std::make_unique<MainWindow>(*m_loader);
+    show();
+    QVERIFY(problemLink()->isVisible());
+    QCOMPARE(problemLink()->text(), QStringLiteral("Ошибки: 1. Файл А не записан."));
+}
+
+void TestMainWindow::problemsOfOtherThreadsAreShown()
+{
+    show();
+    std::thread([] {
+        ICore::instance()->reportProblem(QStringLiteral("Файл А не записан."));
+    }).join();
+    QTRY_VERIFY(problemLink()->isVisible());
+    QCOMPARE(problemLink()->text(), QStringLiteral("Ошибки: 1. Файл А не записан."));
+}
+
+void TestMainWindow::aLongProblemMakesTheWindowNoWider()
+{
+    show();
+    const int least = m_window->minimumSizeHint().width();
+    m_core->reportProblem(QStringLiteral("Файл не записан: ") + QString(10000, u'x'));
+    QCoreApplication::processEvents();
+    QCOMPARE(m_window->width(), 960);
+    QVERIFY2(m_window->minimumSizeHint().width() <= std::max(least, 400),
+             qPrintable(QString::number(m_window->minimumSizeHint().width())));
+    // The whole link stands within the window.
+    const QRect link(problemLink()->mapTo(m_window.get(), QPoint()), problemLink()->size());
+    QVERIFY(m_window->rect().contains(link));
+    m_window->resize(420, 400);
+    QTRY_COMPARE(m_window->width(), 420);
+    QVERIFY(problemLink()->mapTo(m_window.get(), QPoint()).x() + problemLink()->width() <= 420);
+}
+
+void TestMainWindow::passingMessagesDoNotHideProblems()
+{
+    show();
+    m_core->reportProblem(QStringLiteral("Файл А не записан."));
+    m_window->statusBar()->showMessage(QStringLiteral("Мимоходом"));
+    QVERIFY(problemLink()->isVisible());
+}
+
+void TestMainWindow::theProblemsAreReadAndCopiedInTheirList()
+{
+    show();
+    m_core->reportProblem(QStringLiteral("Файл <b>А</b> не записан."));
+    m_core->reportProblem(QStringLiteral("Файл Б не записан:\nнет места."));
+    const QString all =
+        QStringLiteral("Файл <b>А</b> не записан.\n\nФайл Б не записан:\nнет места.");
+    testsupport::ModalSteps steps;
+    steps.on<ProblemsDialog>([&all](ProblemsDialog* dialog) {
+        QCOMPARE(dialog->windowTitle(), QStringLiteral("Ошибки"));
+        auto* const texts = dialog->findChild<QPlainTextEdit*>(QStringLiteral("texts"));
+        QCOMPARE(texts->toPlainText(), all);
+        QVERIFY(texts->isReadOnly());
+        QTest::keyClick(texts, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(texts, Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(QGuiApplication::clipboard()->text(), all);
+        QGuiApplication::clipboard()->clear();
+        testsupport::click(dialog->findChild<QPushButton*>(QStringLiteral("copyButton")));
+        QCOMPARE(QGuiApplication::clipboard()->text(), all);
+        testsupport::click(dialog->findChild<QPushButton*>(QStringLiteral("closeButton")));
+    });
+    testsupport::click(problemLink());
+    QCOMPARE(steps.complaint(), QString());
+    QVERIFY(!problemLink()->isVisible());
+    QCOMPARE(m_core->problems(), QStringList());
+    // The next one is the first again.
+    m_core->reportProblem(QStringLiteral("Файл В не записан."));
+    QVERIFY(problemLink()->isVisible());
+    QCOMPARE(problemLink()->text(), QStringLiteral("Ошибки: 1. Файл В не записан."));
+}
+
+void TestMainWindow::theListOpensByKeyboard()
+{
+    show();
+    m_core->reportProblem(QStringLiteral("Файл А не записан."));
+    // Without plug-ins it is all that the keyboard can go to.
+    QTest::keyClick(m_window.get(), Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget(), problemLink());
+    for (const int key : {Qt::Key_Return, Qt::Key_Space}) {
+        m_core->reportProblem(QStringLiteral("Файл А не записан."));
+        problemLink()->setFocus(Qt::TabFocusReason);
+        testsupport::ModalSteps steps;
+        steps.on<ProblemsDialog>(
+            [](ProblemsDialog* dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
+        QTest::keyClick(problemLink(), static_cast<Qt::Key>(key));
+        QCOMPARE(steps.complaint(), QString());
+        QCOMPARE(m_core->problems(), QStringList());
+    }
+}
+
+void TestMainWindow::whatIsReportedWhileTheListIsOpenIsShownThere()
+{
+    show();
+    m_core->reportProblem(QStringLiteral("Файл А не записан."));
+    testsupport::ModalSteps steps;
+    steps.on<ProblemsDialog>([this](ProblemsDialog* dialog) {
+        m_core->reportProblem(QStringLiteral("Файл Б не записан."));
+        QCOMPARE(dialog->findChild<QPlainTextEdit*>(QStringLiteral("texts"))->toPlainText(),
+                 QStringLiteral("Файл А не записан.\n\nФайл Б не записан."));
+        QTest::keyClick(dialog, Qt::Key_Escape);
+    });
+    testsupport::click(problemLink());
+    QCOMPARE(steps.complaint(), QString());
+    QCOMPARE(m_core->problems(), QStringList());
+}
+
+void TestMainWindow::whatTheListHasNotShownStaysUnread()
+{
+    show();
+    m_core->reportProblem(QStringLiteral("Файл А не записан."));
+    testsupport::ModalSteps steps;
+    steps.on<ProblemsDialog>([](ProblemsDialog* dialog) {
+        // The window hears of it by an event, and closes before that comes.
+        std::thread([] {
+            ICore::instance()->reportProblem(QStringLiteral("Файл Б не записан."));
+        }).join();
+        QTest::keyClick(dialog, Qt::Key_Escape);
+    });
+    testsupport::click(problemLink());
+    QCOMPARE(steps.complaint(), QString());
+    QCOMPARE(m_core->problems(), QStringList{QStringLiteral("Файл Б не записан.")});
+    QVERIFY(problemLink()->isVisible());
+    QCOMPARE(problemLink()->text(), QStringLiteral("Ошибки: 1. Файл Б не записан."));
 }
 
 int main(int argc, char** argv)

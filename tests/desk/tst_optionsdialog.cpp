@@ -28,6 +28,7 @@
 #include <QtWidgets/QStatusBar>
 #include <QtWidgets/QTabWidget>
 
+#include <functional>
 #include <memory>
 #include <stdexcept>
 
@@ -54,6 +55,7 @@ public:
     int leastHeight = 0;
     int leastWidth = 0;
     QPointer<QLineEdit> widget;
+    std::function<void()> store; // what apply() does
 
     FakePage(QStringList* calls, const QString& title, const QString& category)
         : name(title)
@@ -87,6 +89,8 @@ public:
     void apply() override
     {
         m_calls->append(name + QStringLiteral(".apply"));
+        if (store)
+            store();
         orThrow("apply", 0);
     }
     void finish() override
@@ -169,6 +173,8 @@ private Q_SLOTS:
     void aPageThatThrowsWhenItIsMade_data();
     void aPageThatThrowsWhenItIsMade();
     void aPageThatCannotStoreKeepsTheDialogOpen();
+    void whatCannotBeKeptIsTold_data();
+    void whatCannotBeKeptIsTold();
     void aPageThatThrowsAtTheEnd();
     void aPageThatThrowsWhateverItIsAsked_data();
     void aPageThatThrowsWhateverItIsAsked();
@@ -685,7 +691,10 @@ void TestOptionsDialog::aSizeFromALargerScreen()
         .setValue(QStringLiteral("size"), QSize(20000, 10000));
     addPage("Сеть", "Связь");
     open();
-    QCOMPARE(m_dialog->size(), m_dialog->screen()->availableSize());
+    const QRect available = m_dialog->screen()->availableGeometry();
+    QTRY_VERIFY(available.contains(m_dialog->frameGeometry()));
+    QVERIFY(m_dialog->width() > available.width() - 50 &&
+            m_dialog->height() > available.height() - 50);
 }
 
 void TestOptionsDialog::withoutPagesItSaysSo()
@@ -768,6 +777,40 @@ void TestOptionsDialog::aPageThatCannotStoreKeepsTheDialogOpen()
     page->throwIn.clear();
     testsupport::click(button(QDialogButtonBox::Ok));
     QVERIFY(!m_dialog->isVisible());
+}
+
+void TestOptionsDialog::whatCannotBeKeptIsTold_data()
+{
+    QTest::addColumn<int>("pressed");
+    QTest::newRow("apply") << int(QDialogButtonBox::Apply);
+    QTest::newRow("OK") << int(QDialogButtonBox::Ok);
+}
+
+void TestOptionsDialog::whatCannotBeKeptIsTold()
+{
+    QFETCH(const int, pressed);
+    FakePage* const page = addPage("Сеть", "Связь");
+    page->store = [] { AppSettings(QStringLiteral("Net")).setValue(QStringLiteral("port"), 5); };
+    open();
+    const desktest::MessageBoxes boxes;
+    const QDir directory = ICore::getDir(QString(), false);
+    const QString file = directory.filePath(QStringLiteral("vexdesk.ini"));
+    // In the place of the file it keeps everybody from writing.
+    QVERIFY(QDir().mkpath(file + QStringLiteral("/in the way")));
+    testsupport::click(button(static_cast<QDialogButtonBox::StandardButton>(pressed)));
+    QVERIFY(QDir(file).removeRecursively());
+    QCOMPARE(boxes.texts(),
+             QStringList{QStringLiteral("Настройки не записаны: каталог %1 или файл vexdesk.ini в "
+                                        "нём не принимает запись. Они действуют, пока терминал "
+                                        "работает; при следующем запуске будут прежние.")
+                             .arg(QDir::toNativeSeparators(directory.path()))});
+    QCOMPARE(m_dialog->isVisible(), pressed == QDialogButtonBox::Apply);
+
+    // Nothing is said where they are kept.
+    m_dialog.reset();
+    open();
+    testsupport::click(button(QDialogButtonBox::Apply));
+    QCOMPARE(boxes.texts().size(), 1);
 }
 
 void TestOptionsDialog::aPageThatThrowsAtTheEnd()

@@ -41,8 +41,10 @@ private Q_SLOTS:
     void theModelHoldsWhatIsKnown();
     void theModelOfNothing();
     void showsTheSelectedPlugin();
+    void whatQtSaysIsALineOfItsOwn();
     void clickingARowSelectsIt();
     void cutsNoText();
+    void needsNoScrollingSideways();
     void summarises();
     void namesDirectoriesWhenThereIsNothing();
     void detailsCanBeCopied();
@@ -121,6 +123,18 @@ void TestPluginsDialog::showsTheSelectedPlugin()
             .arg(QDir::toNativeSeparators(someRecords().at(1).path), someRecords().at(1).reason));
 }
 
+void TestPluginsDialog::whatQtSaysIsALineOfItsOwn()
+{
+    QList<PluginRecord> records = someRecords();
+    records[1].details = QStringLiteral("undefined symbol: x");
+    PluginsDialog dialog(records, {});
+    show(&dialog);
+    QTest::keyClick(child<QTableView>(dialog, "table"), Qt::Key_Down);
+    QCOMPARE(child<QPlainTextEdit>(dialog, "details")->toPlainText().section(u'\n', 2),
+             QStringLiteral("Причина отказа: %1\nПодробности: undefined symbol: x")
+                 .arg(records.at(1).reason));
+}
+
 void TestPluginsDialog::clickingARowSelectsIt()
 {
     PluginsDialog dialog(someRecords(), {});
@@ -146,12 +160,26 @@ void TestPluginsDialog::cutsNoText()
     for (int row = 0; row < table->model()->rowCount(); ++row) {
         for (int column = 0; column < PluginModel::ColumnCount; ++column) {
             const QString text = table->model()->index(row, column).data().toString();
-            QVERIFY2(table->columnWidth(column) > metrics.horizontalAdvance(text),
-                     qPrintable(text));
+            const bool isWrapped =
+                column == PluginModel::DescriptionColumn || column == PluginModel::ReasonColumn;
+            const QRect room(0, 0, table->columnWidth(column), isWrapped ? 1000000 : 1);
+            const QRect needed = metrics.boundingRect(room, isWrapped ? Qt::TextWordWrap : 0, text);
+            QVERIFY2(needed.width() < room.width(), qPrintable(text));
+            QVERIFY2(needed.height() <= table->rowHeight(row), qPrintable(text));
         }
     }
     for (int column = 0; column < PluginModel::ColumnCount; ++column)
         QVERIFY(table->columnWidth(column) >= table->horizontalHeader()->sectionSizeHint(column));
+}
+
+void TestPluginsDialog::needsNoScrollingSideways()
+{
+    QList<PluginRecord> records = someRecords();
+    records[1].reason = QString(QStringLiteral("Длинная причина отказа. ")).repeated(20);
+    PluginsDialog dialog(records, {});
+    show(&dialog);
+    const auto* const table = child<QTableView>(dialog, "table");
+    QVERIFY(table->horizontalHeader()->length() <= table->viewport()->width());
 }
 
 void TestPluginsDialog::summarises()

@@ -2,11 +2,17 @@
 #include "desk/deskapplication.h"
 #include "pluginfiles.h"
 #include "support/filetree.h"
+#include "support/otheruser.h"
 #include "support/strictlog.h"
 
+#include <QtCore/QLockFile>
 #include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
+
+#include <unistd.h>
+
+#include <cstdlib>
 
 namespace {
 
@@ -37,6 +43,10 @@ private Q_SLOTS:
     void runsAPluginFromStartToEnd();
     void findsPluginsBesideItself();
     void theOptionReplacesTheStandardDirectories();
+    void aDataDirectoryThatCannotBeWrittenIsTold();
+    void aListOfPluginsAsksNothing();
+    void dealsAreMadeUpOnlyWhenAskedFor_data();
+    void dealsAreMadeUpOnlyWhenAskedFor();
 
 private:
     /// In Russian, unless the arguments or the environment say otherwise.
@@ -47,6 +57,7 @@ private:
     std::unique_ptr<QTemporaryDir> m_directory;
     QString m_program;
     QProcessEnvironment m_environment;
+    bool m_asNobody = false;
     QProcess::ProcessChannelMode m_channels = QProcess::SeparateChannels;
 };
 
@@ -58,6 +69,7 @@ void TestProgram::init()
     QVERIFY(QDir(m_directory->path()).mkdir(QStringLiteral("bin")));
     m_program = m_directory->filePath(QStringLiteral("bin/vexdesk-desk"));
     m_channels = QProcess::SeparateChannels;
+    m_asNobody = false;
     m_environment = QProcessEnvironment::systemEnvironment();
     for (const char* name : {"LANG", "LC_MESSAGES", "LANGUAGE"})
         m_environment.remove(QLatin1String(name));
@@ -74,6 +86,11 @@ Outcome TestProgram::run(const QStringList& arguments, bool quits)
 {
     QProcess process;
     process.setProcessChannelMode(m_channels);
+    if (m_asNobody && geteuid() == 0)
+        process.setChildProcessModifier([] {
+            if (setgid(testsupport::nobody) != 0 || setuid(testsupport::nobody) != 0)
+                _exit(EXIT_FAILURE);
+        });
     QProcessEnvironment environment = m_environment;
     environment.insert(QStringLiteral("DESK_TEST_RECORD"),
                        m_directory->filePath(QStringLiteral("calls")));
@@ -104,8 +121,8 @@ void TestProgram::helpNamesTheOptions()
 {
     const Outcome outcome = run({QStringLiteral("--help")}, false);
     QCOMPARE(outcome.exitCode, 0);
-    for (const auto* const text :
-         {"--plugins", "--reference", "--help", "--version", "Показать эту справку и выйти."})
+    for (const auto* const text : {"--plugins", "--reference", "--demo-deals", "--help",
+                                   "--version", "Показать эту справку и выйти."})
         QVERIFY2(outcome.output.contains(QString::fromUtf8(text)), qPrintable(outcome.output));
 }
 
@@ -246,6 +263,58 @@ void TestProgram::theOptionReplacesTheStandardDirectories()
     QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
     QVERIFY(!recordedCalls().contains(QStringLiteral("SECOND.init")));
     QCOMPARE(recordedCalls().value(0), QStringLiteral("GOOD.init"));
+}
+
+void TestProgram::aDataDirectoryThatCannotBeWrittenIsTold()
+{
+    const QString plugins = m_directory->filePath(QStringLiteral("bin/plugins"));
+    const QString data = m_directory->filePath(QStringLiteral("bin/user"));
+    QVERIFY(QDir().mkpath(plugins));
+    QVERIFY(QDir().mkpath(data));
+    desktest::copyPlugins({QStringLiteral("good")}, QDir(plugins));
+    // Root could write all the same.
+    const auto readable = QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther;
+    for (const QString& path : {m_directory->path(), data})
+        QVERIFY(QFile::setPermissions(path, readable));
+    m_asNobody = true;
+    const Outcome outcome = run({}, true);
+    for (const QString& path : {m_directory->path(), data})
+        QVERIFY(QFile::setPermissions(path, readable | QFile::WriteOwner));
+    QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
+    // Nobody has read it.
+    QVERIFY2(outcome.errors.contains(QStringLiteral("В каталог данных %1 нельзя писать").arg(data)),
+             qPrintable(outcome.errors));
+}
+
+void TestProgram::aListOfPluginsAsksNothing()
+{
+    QVERIFY(QDir().mkpath(m_directory->filePath(QStringLiteral("bin/user"))));
+    QLockFile other(m_directory->filePath(QStringLiteral("bin/user/vexdesk.lock")));
+    QVERIFY(other.tryLock(0));
+    const Outcome outcome = run({QStringLiteral("--list-plugins")}, false);
+    QCOMPARE(outcome.exitCode, 0);
+}
+
+void TestProgram::dealsAreMadeUpOnlyWhenAskedFor_data()
+{
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<QString>("deals");
+    QTest::newRow("not asked for") << QStringList() << QStringLiteral("GOOD.deals 0");
+    QTest::newRow("asked for") << QStringList(QStringLiteral("--demo-deals"))
+                               << QStringLiteral("GOOD.deals some");
+}
+
+void TestProgram::dealsAreMadeUpOnlyWhenAskedFor()
+{
+    QFETCH(const QStringList, options);
+    QFETCH(const QString, deals);
+    const QString plugins = m_directory->filePath(QStringLiteral("bin/plugins"));
+    QVERIFY(QDir().mkpath(plugins));
+    desktest::copyPlugins({QStringLiteral("good")}, QDir(plugins));
+    m_environment.insert(QStringLiteral("DESK_TEST_DEALS"), QStringLiteral("1"));
+    const Outcome outcome = run(options, true);
+    QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
+    QCOMPARE(recordedCalls().filter(QStringLiteral("GOOD.deals")), QStringList{deals});
 }
 
 int main(int argc, char** argv)

@@ -113,6 +113,7 @@ private Q_SLOTS:
     void skipsWhereThereIsNoRegister();
     void readsOtherTypesOfColumns();
     void readsAMomentThatIsText();
+    void anAbsentMomentThatIsTextIsTheFirstDayOfAll();
     void clampsOpenInterest_data();
     void clampsOpenInterest();
     void throwsForATypeThatDealsDoNotHave_data();
@@ -123,6 +124,8 @@ private Q_SLOTS:
     void tellsItsProgressEveryThousandRows();
     void goesOnFromTheLastProgressOfTheDays();
     void followsTheStoredDays();
+    void scansOnceForEachDayFromTodayOn();
+    void holdsTheTableWhileItScans();
     void scansWhileDealsArrive();
 
 private:
@@ -401,6 +404,22 @@ void TestDealsExport::readsAMomentThatIsText()
     }
 }
 
+// As in a column of moments: the first day of all.
+void TestDealsExport::anAbsentMomentThatIsTextIsTheFirstDayOfAll()
+{
+    for (const FieldType type : {FieldType::Code, FieldType::Text}) {
+        m_core = nullptr;
+        m_core = std::make_unique<vexdesk::Core>();
+        QVERIFY(dealsWith(QStringLiteral("moment"), type));
+        Deal deal = dealAt(at(10, 0), "5");
+        deal.moment.reset();
+        add(deal);
+        QCOMPARE(run(), QByteArray());
+        QCOMPARE(run(detailsOfAlfa(), QDate(1970, 1, 1)),
+                 QByteArray("19700101;000000;5;5;5;5;1;0;0\n"));
+    }
+}
+
 void TestDealsExport::clampsOpenInterest_data()
 {
     QTest::addColumn<qint64>("interest");
@@ -531,7 +550,7 @@ void TestDealsExport::tellsItsProgressEveryThousandRows()
 
 void TestDealsExport::goesOnFromTheLastProgressOfTheDays()
 {
-    for (int i = 0; i < 1000; ++i)
+    for (int i = 0; i < 2500; ++i)
         add(dealAt(at(10, 0), "5"));
     const QTemporaryDir dir;
     ExportDetails details = detailsOfAlfa();
@@ -544,7 +563,7 @@ void TestDealsExport::goesOnFromTheLastProgressOfTheDays()
                               .error;
     QVERIFY2(error.isNull(), qPrintable(error));
     // One past day of two; the scan goes on from its 50.
-    QCOMPARE(progress, QList<int>({50, 100, 100}));
+    QCOMPARE(progress, QList<int>({50, 70, 90, 100}));
 }
 
 void TestDealsExport::followsTheStoredDays()
@@ -566,6 +585,40 @@ void TestDealsExport::followsTheStoredDays()
              QByteArray("\xef\xbb\xbf"
                         "20240114;100000;1;2;0;1;5;0;0\n"
                         "20240115;100100;7.5;7.5;7.5;7.5;1;0;0\n"));
+}
+
+// Whoever asks for days to come gets today's deals for each of them.
+void TestDealsExport::scansOnceForEachDayFromTodayOn()
+{
+    add(dealAt(at(10, 0), "5"));
+    const QTemporaryDir dir;
+    testsupport::writeFile(dir.filePath(QStringLiteral("20240116_60.iss")),
+                           "100000;9;9;9;9;9;9;9\n");
+    ExportDetails details = detailsOfAlfa();
+    details.outputPath = dir.filePath(QStringLiteral("out.txt"));
+    details.lineFormat = QStringLiteral("OPEN");
+    details.dateTo = today.addDays(2);
+    QList<int> progress;
+    const auto outcome = tadata::exportBars(
+        details, {today, 0}, [&dir] { return QDir(dir.path()); },
+        [&progress](int percent) { progress.append(percent); });
+    QVERIFY(outcome.error.isNull());
+    QCOMPARE(testsupport::readFile(details.outputPath), QByteArray("\xef\xbb\xbf"
+                                                                   "5\n5\n5\n"));
+    QCOMPARE(progress, QList<int>({100}));
+}
+
+void TestDealsExport::holdsTheTableWhileItScans()
+{
+    for (int i = 0; i < 1000; ++i)
+        add(dealAt(at(10, 0), "5"));
+    bool wasLocked = false;
+    QByteArray written;
+    QTextStream out(&written);
+    tadata::exportDeals(detailsOfAlfa(), today,
+                        {0, [this, &wasLocked](int) { wasLocked = !isUnlocked(); }}, out);
+    QVERIFY(wasLocked);
+    QVERIFY(isUnlocked());
 }
 
 // Each scan sees some first part of what arrives, whole.

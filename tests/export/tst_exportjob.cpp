@@ -1,5 +1,6 @@
 #include "export/exportjob.h"
 
+#include "support/faults.h"
 #include "support/filetree.h"
 #include "support/strictlog.h"
 
@@ -7,6 +8,7 @@
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
 
+#include <algorithm>
 #include <memory>
 
 #ifdef Q_OS_UNIX
@@ -69,6 +71,11 @@ private Q_SLOTS:
     void namesAnOutputThatCannotBeOpened_data();
     void namesAnOutputThatCannotBeOpened();
     void namesAnOutputThatCannotBeWritten();
+    void anErrorOfClosingIsNoSuccess();
+    void aDayThatCannotBeReadToItsEndEndsTheExport();
+    void aDayThatIsTooLargeEndsTheExport();
+    void namesTheDaysThatCannotBeOpened();
+    void anIntervalWithoutDatesIsEmpty();
     void saysWhenASumDoesNotFit();
 
 private:
@@ -313,6 +320,15 @@ void TestExportJob::tellsTheShareOfTheDaysThatAreLeft()
     details.dateTo = details.dateFrom.addDays(6);
     QVERIFY(run(details).isNull());
     QCOMPARE(m_progress, QList<int>({85, 71, 57, 42, 28, 14, 0, 100}));
+
+    // The share is taken before it becomes a percentage: 57 hundredths are a little less than 57.
+    m_progress.clear();
+    details.dateTo = details.dateFrom.addDays(99);
+    m_today = details.dateTo.addDays(1);
+    QVERIFY(run(details).isNull());
+    QCOMPARE(m_progress.size(), 101);
+    QCOMPARE(m_progress.at(42), 56);
+    QCOMPARE(m_progress.at(49), 50);
 }
 
 void TestExportJob::asksForTheDirectoryOnceAndOnlyForAPastDay()
@@ -382,6 +398,72 @@ void TestExportJob::namesAnOutputThatCannotBeWritten()
     details.dateTo = details.dateFrom.addDays(3);
     QCOMPARE(run(details), QStringLiteral("Невозможно записать файл %1").arg(full));
     QVERIFY(!m_progress.contains(100));
+}
+
+void TestExportJob::anErrorOfClosingIsNoSuccess()
+{
+    store("20240115_60.iss", "100000;1;1;1;1;0;0;0\n");
+    const testsupport::Fault fault(testsupport::SystemCall::Close, output(), EDQUOT);
+    QCOMPARE(run(detailsOf(output())), QStringLiteral("Невозможно записать файл %1").arg(output()));
+    QVERIFY(!m_progress.contains(100));
+}
+
+void TestExportJob::aDayThatCannotBeReadToItsEndEndsTheExport()
+{
+    store("20240115_60.iss", "100000;1;1;1;1;0;0;0\n");
+    store("20240116_60.iss", QByteArray("100000;2;2;2;2;0;0;0\n").repeated(20000));
+    store("20240117_60.iss", "100000;3;3;3;3;0;0;0\n");
+    const testsupport::Fault fault(testsupport::SystemCall::Read, QStringLiteral("20240116_60.iss"),
+                                   EIO, 1);
+    ExportDetails details = detailsOf(output());
+    details.dateTo = details.dateFrom.addDays(2);
+    details.lineFormat = QStringLiteral("CLOSE");
+    const QString error = run(details);
+    const QString path = m_dir->filePath(QStringLiteral("series/20240116_60.iss"));
+    QVERIFY2(error.startsWith(QStringLiteral("Невозможно прочитать файл %1: ").arg(path)),
+             qPrintable(error));
+    QVERIFY(!m_progress.contains(100));
+    // No bar of the line that the error has cut, and none behind it.
+    const QList<QByteArray> closes = written().mid(mark.size()).split('\n');
+    QVERIFY(std::all_of(closes.begin(), closes.end(), [](const QByteArray& close) {
+        return close.isEmpty() || close == "1" || close == "2";
+    }));
+}
+
+void TestExportJob::aDayThatIsTooLargeEndsTheExport()
+{
+    store("20240115_60.iss", "100000;1;1;1;1;0;0;0\n");
+    const QString path = m_dir->filePath(QStringLiteral("series/20240115_60.iss"));
+    QVERIFY(QFile::resize(path, qint64(1024) * 1024 * 1024 + 1)); // takes no room
+    QCOMPARE(run(detailsOf(output())),
+             QStringLiteral("Невозможно прочитать файл %1: файл больше 1 ГБ").arg(path));
+}
+
+void TestExportJob::namesTheDaysThatCannotBeOpened()
+{
+    store("20240115_60.iss", "100000;1;1;1;1;0;0;0\n");
+    store("20240116_60.iss", "100000;2;2;2;2;0;0;0\n");
+    const QString path = m_dir->filePath(QStringLiteral("series/20240116_60.iss"));
+    const testsupport::Fault fault(testsupport::SystemCall::Open, path, EACCES);
+    ExportDetails details = detailsOf(output());
+    details.dateTo = details.dateFrom.addDays(2);
+    details.lineFormat = QStringLiteral("CLOSE");
+    const auto outcome = tadata::exportBars(
+        details, {m_today, -1}, [this] { return QDir(m_dir->filePath(QStringLiteral("series"))); },
+        [](int) {});
+    QVERIFY(outcome.error.isNull());
+    QCOMPARE(outcome.unopened, QStringList{path});
+    QCOMPARE(written(), mark + "1\n");
+}
+
+void TestExportJob::anIntervalWithoutDatesIsEmpty()
+{
+    ExportDetails details;
+    details.outputPath = output();
+    QVERIFY(run(details).isNull());
+    QCOMPARE(m_progress, QList<int>({100}));
+    QCOMPARE(m_directoryCalls, 0);
+    QCOMPARE(written(), QByteArray(""));
 }
 
 void TestExportJob::saysWhenASumDoesNotFit()

@@ -24,6 +24,8 @@
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QStyle>
+#include <QtWidgets/QStyleOption>
 
 #include <memory>
 
@@ -80,6 +82,9 @@ private Q_SLOTS:
     void keepsItsSize();
     void keepsNothingElse();
     void hasASizeOfItsOwnAtFirst();
+    void opensWideEnoughForTheLongestLineFormat();
+    void returnDoesNothingWhileNextIsDisabled_data();
+    void returnDoesNothingWhileNextIsDisabled();
     void survivesASizeThatIsNone();
     void nothingIsCutOff();
     void tabFollowsTheEye();
@@ -516,6 +521,16 @@ void TestExportTADataWizard::aNextThatIsDisabledIsLeftAlone()
     QVERIFY(!next->isEnabled());
     QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
     QVERIFY(!m_wizard->eventFilter(next, &press));
+    QKeyEvent space(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier);
+    QVERIFY(!m_wizard->eventFilter(next, &space));
+    QShortcutEvent shortcut(QKeySequence(Qt::ALT | Qt::Key_N), 0);
+    QVERIFY(!m_wizard->eventFilter(next, &shortcut));
+    ModalSteps steps; // complains of every window
+    QTest::mouseClick(next, Qt::LeftButton);
+    QTest::keyClick(next, Qt::Key_Space);
+    QTest::keyClick(next, Qt::Key_Return);
+    QCoreApplication::processEvents();
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
     QCOMPARE(title(), seriesTitle);
 }
 
@@ -728,6 +743,54 @@ void TestExportTADataWizard::theKeyboardSuffices()
     QCOMPARE(details.outputPath, m_output->filePath(QStringLiteral("GBPUSD_240301_240315.csv")));
     QCOMPARE(details.lineFormat, QStringLiteral("DATE,TIME,CLOSE"));
     QCOMPARE(details.separator, QStringLiteral(";"));
+}
+
+void TestExportTADataWizard::opensWideEnoughForTheLongestLineFormat()
+{
+    open();
+    const QSize opened = m_wizard->size();
+    fillSeriesPage(m_wizard.get(), choices());
+    click(button(QWizard::NextButton));
+    QCOMPARE(title(), formatTitle);
+    QCOMPARE(m_wizard->width(), opened.width());
+    const auto* const box = child<QComboBox>("lineFormat");
+    const QFontMetrics metrics(box->font());
+    QStyleOptionComboBox option;
+    option.initFrom(box);
+    const QRect field = box->style()->subControlRect(QStyle::CC_ComboBox, &option,
+                                                     QStyle::SC_ComboBoxEditField, box);
+    for (int i = 0; i < box->count(); ++i)
+        QVERIFY2(field.width() >= metrics.horizontalAdvance(box->itemText(i)),
+                 qPrintable(box->itemText(i)));
+}
+
+void TestExportTADataWizard::returnDoesNothingWhileNextIsDisabled_data()
+{
+    QTest::addColumn<QString>("field");
+    for (const char* field : {"outputFile", "outputDir", "dateFrom", "dateTo", "stock", "board",
+                              "security", "timeFrame", "extensionComboBox"})
+        QTest::newRow(field) << QString::fromLatin1(field);
+}
+
+void TestExportTADataWizard::returnDoesNothingWhileNextIsDisabled()
+{
+    QFETCH(const QString, field);
+    // There is a file that would be asked for, and no series yet.
+    testsupport::writeFile(output(), "precious");
+    open();
+    child<QLineEdit>("outputFile")->setText(QStringLiteral("bars"));
+    child<QLineEdit>("outputDir")->setText(m_output->path());
+    QVERIFY(!enabled(QWizard::NextButton));
+    auto* const widget = child<QWidget>(field.toLatin1().constData());
+    ModalSteps steps; // complains of every window
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+        widget->setFocus();
+        QTest::keyClick(widget, key);
+        QCoreApplication::processEvents();
+        QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+        QCOMPARE(title(), seriesTitle);
+        QVERIFY(m_wizard->isVisible());
+    }
 }
 
 QTEST_MAIN(TestExportTADataWizard)

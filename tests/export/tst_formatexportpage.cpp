@@ -1,6 +1,7 @@
 #include "export/formatexportpage.h"
 
 #include "export/exportdetails.h"
+#include "support/markingtranslator.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"
 
@@ -36,6 +37,7 @@ class TestFormatExportPage final : public QObject
 
 private Q_SLOTS:
     void init();
+    void itsTextsAreItsOwn();
     void cleanup();
 
     void hasItsRowsInOrder();
@@ -241,6 +243,20 @@ void TestFormatExportPage::isAlwaysComplete()
     choose(child<QComboBox>("lineFormat"), 14);
     click(child<QCheckBox>("writeHead"));
     QVERIFY(m_page->isComplete());
+}
+
+void TestFormatExportPage::itsTextsAreItsOwn()
+{
+    testsupport::MarkingTranslator translator;
+    QCoreApplication::installTranslator(&translator);
+    const FormatExportPage page;
+    for (const char* name : {"separator", "dateFormat", "timeFormat"}) {
+        const auto* const box = page.findChild<QComboBox*>(QLatin1String(name));
+        for (int i = 0; i < box->count(); ++i)
+            QVERIFY2(box->itemText(i).startsWith(u"FormatExportPage|"),
+                     qPrintable(box->itemText(i)));
+    }
+    QCOMPARE(page.title(), QStringLiteral("FormatExportPage|Формат"));
 }
 
 QTEST_MAIN(TestFormatExportPage)

@@ -15,6 +15,7 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QLocale>
+#include <QtCore/QScopeGuard>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
@@ -25,6 +26,8 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QTableView>
+#include <QtWidgets/QToolButton>
 
 #include <memory>
 
@@ -67,6 +70,10 @@ private Q_SLOTS:
     void offersTheTimeframes();
     void offersTheExtensions();
     void theCalendarsShowTheirGrid();
+    void theWeekBeginsAsTheSystemSays();
+    void datesAreInTheLanguageOfTheTerminal_data();
+    void datesAreInTheLanguageOfTheTerminal();
+    void beginsWithNothingChosen();
     void offersWhatIsStored();
     void anEmptyStoreOffersNothing();
 
@@ -737,6 +744,73 @@ void TestSeriesExportPage::keepsTheDirectoryWhenNoneIsChosen()
         QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
         QCOMPARE(text("outputDir"), shown);
     }
+}
+
+// Whatever the terminal's language: it is the user's calendar on the wall that counts.
+void TestSeriesExportPage::theWeekBeginsAsTheSystemSays()
+{
+    const QLocale before;
+    const auto restore = qScopeGuard([&before] { QLocale::setDefault(before); });
+    const Qt::DayOfWeek first = QLocale::system().firstDayOfWeek();
+    const QLocale other(first == Qt::Monday ? "en_US" : "ru_RU");
+    QVERIFY(other.firstDayOfWeek() != first);
+    QLocale::setDefault(other);
+    openUsual();
+    for (const char* name : {"dateFrom", "dateTo"})
+        QCOMPARE(child<QDateEdit>(name)->calendarWidget()->firstDayOfWeek(), first);
+}
+
+void TestSeriesExportPage::datesAreInTheLanguageOfTheTerminal_data()
+{
+    QTest::addColumn<QString>("locale");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("month");
+    QTest::addColumn<QString>("friday");
+    QTest::newRow("Russian") << "ru_RU"
+                             << "05.03.2024" << QStringLiteral("март") << QStringLiteral("пт");
+    QTest::newRow("English") << "en_US"
+                             << "3/5/2024"
+                             << "March"
+                             << "Fri";
+    QTest::newRow("English of the island") << "en_GB"
+                                           << "05/03/2024"
+                                           << "March"
+                                           << "Fri";
+}
+
+void TestSeriesExportPage::datesAreInTheLanguageOfTheTerminal()
+{
+    QFETCH(const QString, locale);
+    QFETCH(const QString, friday);
+    const QLocale before;
+    const auto restore = qScopeGuard([&before] { QLocale::setDefault(before); });
+    QLocale::setDefault(QLocale(locale));
+    openUsual();
+    for (const char* name : {"dateFrom", "dateTo"}) {
+        auto* const edit = child<QDateEdit>(name);
+        edit->setDate(QDate(2024, 3, 5));
+        QTEST(edit->text(), "text");
+        const QCalendarWidget* const calendar = edit->calendarWidget();
+        const auto* const month =
+            calendar->findChild<QToolButton*>(QStringLiteral("qt_calendar_monthbutton"));
+        QTEST(month->text(), "month");
+        const auto* const days =
+            calendar->findChild<QTableView*>(QStringLiteral("qt_calendar_calendarview"));
+        QStringList names;
+        for (int column = 0; column < days->model()->columnCount(); ++column)
+            names.append(days->model()->index(0, column).data().toString());
+        QVERIFY2(names.contains(friday), qPrintable(names.join(u' ')));
+    }
+}
+
+void TestSeriesExportPage::beginsWithNothingChosen()
+{
+    vexdesk::ReferenceData data = vexdesk::ReferenceData::demonstration();
+    data.stocks.removeIf([](const vexdesk::Stock& stock) { return stock.code != u"NORD"; });
+    vexdesk::ReferenceData::install(data);
+    open({"NORD/MAIN/GRAN", "ORIENT/FX/USDJPY"});
+    QCOMPARE(child<QComboBox>("stock")->count(), 2);
+    QCOMPARE(child<QComboBox>("stock")->currentIndex(), -1);
 }
 
 QTEST_MAIN(TestSeriesExportPage)

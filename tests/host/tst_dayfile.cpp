@@ -39,6 +39,9 @@ private Q_SLOTS:
     void readsOnlyNamesThatItMakes_data();
     void readsOnlyNamesThatItMakes();
     void makesTheRootBelowTheDataDirectory();
+    void takesNothingElseForTheRoot_data();
+    void takesNothingElseForTheRoot();
+    void findsABarFileByWhateverName();
     void makesTheDirectoryOfASeries_data();
     void makesTheDirectoryOfASeries();
     void keepsPlaceholdersInCodes();
@@ -121,6 +124,50 @@ void TestDayFile::makesTheRootBelowTheDataDirectory()
     const QDir root = vexdesk::storeRoot();
     QCOMPARE(root.absolutePath(), m_user.absoluteFilePath(QStringLiteral("tadata")));
     QVERIFY(root.exists());
+}
+
+void TestDayFile::takesNothingElseForTheRoot_data()
+{
+    QTest::addColumn<bool>("isLink");
+    QTest::newRow("link to nothing") << true;
+    QTest::newRow("file") << false;
+}
+
+// Not the data directory, whose other folders are not the store's.
+void TestDayFile::takesNothingElseForTheRoot()
+{
+    QFETCH(const bool, isLink);
+    const QString name = m_user.filePath(QStringLiteral("tadata"));
+    QVERIFY(m_user.mkpath(QStringLiteral(".")));
+    if (isLink)
+        QVERIFY(QFile::link(m_user.filePath(QStringLiteral("nothing")), name));
+    else
+        testsupport::writeFile(name, "");
+    const QDir root = vexdesk::storeRoot();
+    QCOMPARE(root.absolutePath(), name);
+    QVERIFY(!root.exists());
+    QVERIFY(vexdesk::subdirectories(root.path()).isEmpty());
+    QCOMPARE(vexdesk::storePlace().absolutePath(), name);
+}
+
+void TestDayFile::findsABarFileByWhateverName()
+{
+    const QTemporaryDir dir;
+    const QDir series(dir.filePath(QStringLiteral("series")));
+    const QString other = dir.filePath(QStringLiteral("other.txt"));
+    testsupport::writeFile(other, "1");
+    testsupport::writeFile(series.filePath(dayName("20240115")), "2");
+    testsupport::writeFile(series.filePath(QStringLiteral("notes.txt")), "3");
+    const auto found = [&](const QString& path) {
+        return vexdesk::barFileThatIs(*vexdesk::fileState(path), series);
+    };
+    QCOMPARE(found(series.filePath(dayName("20240115"))), dayName("20240115"));
+    QCOMPARE(found(series.filePath(QStringLiteral("notes.txt"))), QString());
+    QCOMPARE(found(other), QString());
+    QVERIFY(QFile::link(other, series.filePath(QStringLiteral("20240116_60"))));
+    QCOMPARE(found(other), QStringLiteral("20240116_60"));
+    QVERIFY(!vexdesk::fileState(dir.path()));
+    QVERIFY(!vexdesk::fileState(dir.filePath(QStringLiteral("missing"))));
 }
 
 void TestDayFile::makesTheDirectoryOfASeries_data()

@@ -2,6 +2,7 @@
 
 #include <vexdesk/history/dayfilelines.h>
 
+#include "support/faults.h"
 #include "support/filetree.h"
 #include "support/strictlog.h"
 
@@ -92,6 +93,17 @@ bool readsAs(const QByteArrayList& expected, const QString& path, const QByteArr
            (text || !isPlain(content)) && (!text || plainLinesOf(*text) == expected);
 }
 
+// A file that nobody has written to for a long time: of a new one the rest of the last line may be
+// on its way, which is waited for.
+void writeOldFile(const QString& path, const QByteArray& content)
+{
+    writeFile(path, content);
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    QVERIFY(file.setFileTime(QDateTime(QDate(2018, 12, 14), QTime(9, 30)),
+                             QFileDevice::FileModificationTime));
+}
+
 QByteArray utf16(const QString& text, bool bigEndian)
 {
     QByteArray bytes = bigEndian ? QByteArray("\xfe\xff") : QByteArray("\xff\xfe");
@@ -165,6 +177,9 @@ private Q_SLOTS:
     void doesNotOpenWhatIsNoFile();
     void followsALinkToAFile();
     void tellsWhetherTheFileWasWrittenTo();
+    void saysWhyItStopped_data();
+    void saysWhyItStopped();
+    void waitsForTheRestOfALineThatIsBeingWritten();
 
 private:
     QTemporaryDir m_dir;
@@ -246,7 +261,7 @@ void TestDayFileLines::readsRandomContentsAsATextStreamDoes()
     QRandomGenerator random(20181214);
     for (int i = 0; i < 3000; ++i) {
         const QByteArray content = randomContent(random);
-        writeFile(path(), content);
+        writeOldFile(path(), content);
         QVERIFY2(readsAs(streamedLinesOf(path()), path(), content), content.toHex().constData());
     }
 }
@@ -262,7 +277,7 @@ void TestDayFileLines::readsRandomLargeContentsAsATextStreamDoes()
         const qsizetype edge = blocks * blockSize - static_cast<qsizetype>(random.bounded(12));
         content += barsOf(qMax(qsizetype(1), edge - content.size()));
         content += randomContent(random) + barsOf(blockSize) + randomContent(random);
-        writeFile(path(), content);
+        writeOldFile(path(), content);
         QVERIFY2(readsAs(decodedLinesOf(content), path(), content),
                  qPrintable(QStringLiteral("content %1").arg(i)));
     }
@@ -375,6 +390,56 @@ void TestDayFileLines::tellsWhetherTheFileWasWrittenTo()
     QVERIFY(writer.open(QIODevice::Append | QIODevice::Unbuffered));
     QCOMPARE(writer.write(bar), bar.size());
     QVERIFY(reader.isChanged());
+}
+
+void TestDayFileLines::saysWhyItStopped_data()
+{
+    QTest::addColumn<int>("passed");
+    QTest::addColumn<bool>("plain");
+    QTest::newRow("at once") << 0 << false;
+    QTest::newRow("in the middle of a line") << 1 << false;
+    QTest::newRow("at once, asked for the text") << 0 << true;
+}
+
+void TestDayFileLines::saysWhyItStopped()
+{
+    QFETCH(const int, passed);
+    QFETCH(const bool, plain);
+    writeOldFile(path(), (bar + '\n').repeated(3 * blockSize / bar.size()));
+    const testsupport::Fault fault(testsupport::SystemCall::Read, path(), EIO, passed);
+    DayFileLines reader(path());
+    QVERIFY(reader.open());
+    QVERIFY(reader.error().isNull());
+    if (plain)
+        QVERIFY(!reader.plainText());
+    QByteArrayView line;
+    qsizetype lines = 0;
+    while (reader.next(&line)) {
+        QCOMPARE(line, QByteArrayView(bar));
+        ++lines;
+    }
+    QCOMPARE(lines, passed * (blockSize / (bar.size() + 1)));
+    QVERIFY(!reader.error().isEmpty());
+    QVERIFY(!reader.next(&line));
+}
+
+// The other writes the line in two parts, as some file systems let its readers see it.
+void TestDayFileLines::waitsForTheRestOfALineThatIsBeingWritten()
+{
+    writeFile(path(), bar + '\n' + bar.first(20));
+    DayFileLines reader(path());
+    QVERIFY(reader.open());
+    QByteArrayView line;
+    QVERIFY(reader.next(&line));
+    // From here on the first read at the end finds nothing, and the next one the rest.
+    QFile file(path());
+    QVERIFY(file.open(QIODevice::Append));
+    const testsupport::AtEnd rest(path(), [&] {
+        file.write(bar.mid(20) + '\n');
+        file.flush();
+    });
+    QVERIFY(reader.next(&line));
+    QCOMPARE(line, QByteArrayView(bar));
 }
 
 QTEST_GUILESS_MAIN(TestDayFileLines)

@@ -5,9 +5,12 @@
 #include "support/strictlog.h"
 
 #include <QtCore/QTemporaryDir>
+#include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 
 #include <optional>
+#include <thread>
+#include <vector>
 
 namespace {
 
@@ -35,6 +38,16 @@ public:
 
 public Q_SLOTS:
     void onNewDay() { ++days; }
+};
+
+// A program that embeds the libraries and shows no problem to anybody.
+class QuietCore final : public ICore
+{
+public:
+    void addOptionsPage(IOptionsPage* /*page*/) override {}
+    QObject* notifier() const override { return nullptr; }
+    IDatabase* database() const override { return nullptr; }
+    IRawQueue* rawQueue() const override { return nullptr; }
 };
 
 } // namespace
@@ -67,6 +80,9 @@ private Q_SLOTS:
     void optionsPages();
     void newDay();
     void databaseAndQueueAreTheCores();
+    void problemsAreKeptUntilTheyWereRead();
+    void problemsComeFromAnyThread();
+    void aCoreWithNobodyToTellPassesOverProblems();
 
 private:
     void markAsInstalled() const { testsupport::writeFile(m_program + "/.installed", ""); }
@@ -295,6 +311,67 @@ void ICoreTest::databaseAndQueueAreTheCores()
     QCOMPARE(seen->database(), static_cast<IDatabase*>(core.database()));
     QCOMPARE(seen->rawQueue(), static_cast<IRawQueue*>(core.rawQueue()));
     QVERIFY(!seen->database()->table("all_deals"));
+}
+
+void ICoreTest::problemsAreKeptUntilTheyWereRead()
+{
+    vexdesk::Core core;
+    QCOMPARE(core.problems(), QStringList());
+    QStringList keptWhenTold;
+    connect(core.notifier(), &vexdesk::Notifier::problemReported, this,
+            [&] { keptWhenTold = core.problems(); });
+    const QSignalSpy told(core.notifier(), &vexdesk::Notifier::problemReported);
+    for (const char* text : {"one", "two", "one", "three"})
+        ICore::instance()->reportProblem(QLatin1String(text));
+    QCOMPARE(core.problems(), QStringList({"one", "two", "one", "three"}));
+    QCOMPARE(keptWhenTold, core.problems());
+    QCOMPARE(told.count(), 4);
+    QCOMPARE(told.at(1).at(0).toString(), QStringLiteral("two"));
+
+    core.forgetProblems(2);
+    QCOMPARE(core.problems(), QStringList({"one", "three"}));
+    core.forgetProblems(0);
+    QCOMPARE(core.problems(), QStringList({"one", "three"}));
+    core.forgetProblems(3);
+    QCOMPARE(core.problems(), QStringList());
+    core.reportProblem(QStringLiteral("four"));
+    core.forgetProblems();
+    QCOMPARE(core.problems(), QStringList());
+}
+
+void ICoreTest::problemsComeFromAnyThread()
+{
+    vexdesk::Core core;
+    constexpr int threadCount = 4;
+    constexpr int each = 250;
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < threadCount; ++thread) {
+        threads.emplace_back([thread] {
+            for (int i = 0; i < each; ++i)
+                ICore::instance()->reportProblem(QStringLiteral("%1 %2").arg(thread).arg(i));
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    const QStringList problems = core.problems();
+    QCOMPARE(problems.size(), threadCount * each);
+    // Those of one thread stand in their order.
+    for (int thread = 0; thread < threadCount; ++thread) {
+        const QString beginning = QString::number(thread) + u' ';
+        int next = 0;
+        for (const QString& problem : problems) {
+            if (problem.startsWith(beginning))
+                QCOMPARE(problem, beginning + QString::number(next++));
+        }
+        QCOMPARE(next, each);
+    }
+}
+
+void ICoreTest::aCoreWithNobodyToTellPassesOverProblems()
+{
+    QuietCore core;
+    ICore::instance()->reportProblem(QStringLiteral("nobody hears it"));
+    QVERIFY(!ICore::instance()->notifier());
 }
 
 QTEST_GUILESS_MAIN(ICoreTest)

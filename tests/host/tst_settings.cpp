@@ -2,13 +2,17 @@
 #include <vexdesk/terminal/core.h>
 
 #include "support/filetree.h"
+#include "support/otheruser.h"
 #include "support/strictlog.h"
 
 #include <QtCore/QSettings>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
 
+#include <unistd.h>
+
 #include <atomic>
+#include <optional>
 #include <thread>
 #include <vector>
 
@@ -36,6 +40,8 @@ private Q_SLOTS:
     void fileFromElsewhereIsRead();
     void valuesOfTheWrongType();
     void fileThatCannotBeWritten();
+    void syncTellsWhatIsNotOnDisk();
+    void aReadOnlyDirectoryIsTold();
     void directoryThatCannotBeMade();
     void canBeMoved();
     void objectsInSeveralThreads();
@@ -296,6 +302,46 @@ void SettingsTest::fileThatCannotBeWritten()
     }
     QCOMPARE(AppSettings("Unwritable").value("key").toInt(), 5);
     QVERIFY(QFileInfo(m_file).isDir());
+}
+
+void SettingsTest::syncTellsWhatIsNotOnDisk()
+{
+    AppSettings settings("Sync");
+    QVERIFY(settings.sync());
+    settings.setValue("key", 1);
+    QVERIFY(settings.sync());
+    QCOMPARE(onDisk("Sync/key").toInt(), 1);
+
+    QVERIFY(QFile::remove(m_file));
+    QVERIFY(QDir().mkpath(m_file + "/in the way"));
+    settings.setValue("key", 2);
+    QVERIFY(!settings.sync());
+    QVERIFY(!settings.sync());
+    QVERIFY2(!AppSettings("Other").sync(),
+             "what another object could not store is not kept either");
+    QCOMPARE(settings.value("key").toInt(), 2);
+
+    // Nothing is lost that could be written after all.
+    QVERIFY(QDir(m_file).removeRecursively());
+    QVERIFY(settings.sync());
+    QCOMPARE(onDisk("Sync/key").toInt(), 2);
+}
+
+void SettingsTest::aReadOnlyDirectoryIsTold()
+{
+    AppSettings("ReadOnly").setValue("key", 1);
+    const auto readable = QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther;
+    QVERIFY(QFile::setPermissions(m_dataDir, readable));
+    bool isStored = true;
+    {
+        // For root it would be writable.
+        const testsupport::OtherUser user;
+        AppSettings settings("ReadOnly");
+        settings.setValue("key", 2);
+        isStored = settings.sync();
+    }
+    QVERIFY(QFile::setPermissions(m_dataDir, readable | QFile::WriteOwner));
+    QVERIFY(!isStored);
 }
 
 void SettingsTest::directoryThatCannotBeMade()

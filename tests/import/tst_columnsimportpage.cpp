@@ -10,7 +10,10 @@
 
 #include <QtCore/QDir>
 #include <QtGui/QTextDocumentFragment>
+#include <QtGui/QWheelEvent>
+#include <QtGui/QWindow>
 #include <QtTest/QTest>
+#include <QtTest/qtestspontaneevent.h>
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QLabel>
@@ -63,6 +66,17 @@ void scrollOn(QScrollBar* bar)
     QVERIFY(bar->value() > before);
 }
 
+// One notch towards the user, over the middle of the widget, as the window system tells of it.
+void turnWheel(const QWidget* widget)
+{
+    QWidget* const window = widget->window();
+    const QPoint at = widget->mapTo(window, widget->rect().center());
+    QWheelEvent event(at, window->mapToGlobal(at), QPoint(), QPoint(0, -120), Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QSpontaneKeyEvent::setSpontaneous(&event);
+    QCoreApplication::sendEvent(window->windowHandle(), &event);
+}
+
 } // namespace
 
 class TestColumnsImportPage final : public QObject
@@ -94,6 +108,12 @@ private Q_SLOTS:
     void tabReachesEveryBoxAndShowsIt();
     void aClickDoesNotScroll();
     void keysChooseARole();
+    void theLastOfTwoColumnsCounts();
+    void theWheelScrollsTheRows();
+    void theWheelScrollsSidewaysWhereAllRowsAreShown();
+    void theWheelTurnsTheBoxThatHasTheFocus();
+    void showsWholeLinesInAnotherWizard();
+    void showsWholeLinesWithoutAWizard();
 
 private:
     // Shows the third page for these lines.
@@ -515,6 +535,86 @@ void TestColumnsImportPage::keysChooseARole()
     QCOMPARE(header()->box(1)->currentText(), QStringLiteral("Дата окон-я"));
     QCOMPARE(warning()->text(),
              QString::fromUtf8(QByteArray(oneTime) + oneOpen + oneHigh + oneLow + oneClose));
+}
+
+// An incomplete page never gets so far; whoever asks all the same is told of one of them.
+void TestColumnsImportPage::theLastOfTwoColumnsCounts()
+{
+    enter({"1,2,3,4"});
+    chooseRoles({3, 0, 3, 1});
+    const auto* const page = qobject_cast<ColumnsImportPage*>(m_wizard->currentPage());
+    QVERIFY(!page->isComplete());
+    ImportDetails details;
+    page->getImportDetails(details);
+    QCOMPARE(details.columns, (QMap<qint32, qint32>{{1, 3}, {3, 2}}));
+}
+
+void TestColumnsImportPage::theWheelScrollsTheRows()
+{
+    enter(QStringList(10, QStringLiteral("1,2")));
+    m_wizard->resize(m_wizard->minimumSize());
+    const QScrollBar* const rows = table()->verticalScrollBar();
+    QTRY_VERIFY(rows->maximum() > rows->minimum());
+    turnWheel(header()->box(1));
+    QVERIFY(rows->value() > rows->minimum());
+    QCOMPARE(header()->box(1)->currentIndex(), 0);
+    QVERIFY(!header()->box(1)->hasFocus());
+}
+
+void TestColumnsImportPage::theWheelScrollsSidewaysWhereAllRowsAreShown()
+{
+    enter({line(20).join(u',')});
+    const QScrollBar* const columns = table()->horizontalScrollBar();
+    QCOMPARE(table()->verticalScrollBar()->maximum(), table()->verticalScrollBar()->minimum());
+    QVERIFY(columns->maximum() > columns->minimum());
+    turnWheel(header()->box(0));
+    QVERIFY(columns->value() > columns->minimum());
+    for (const QComboBox* const box : header()->boxes())
+        QCOMPARE(box->currentIndex(), 0);
+}
+
+void TestColumnsImportPage::theWheelTurnsTheBoxThatHasTheFocus()
+{
+    enter({line(20).join(u',')});
+    QComboBox* const box = header()->box(1);
+    box->setFocus(Qt::TabFocusReason);
+    QVERIFY(box->hasFocus());
+    const int before = table()->horizontalScrollBar()->value();
+    turnWheel(box);
+    QCOMPARE(box->currentIndex(), 1);
+    QCOMPARE(table()->horizontalScrollBar()->value(), before);
+    // And only that one.
+    turnWheel(header()->box(0));
+    QCOMPARE(header()->box(0)->currentIndex(), 0);
+    QCOMPARE(box->currentIndex(), 1);
+    QVERIFY(box->hasFocus());
+}
+
+void TestColumnsImportPage::showsWholeLinesInAnotherWizard()
+{
+    const QStringList lines{"20240115,100000;1", "20240116 100000"};
+    QWizard wizard;
+    auto* const page = new ColumnsImportPage(lines);
+    wizard.addPage(page);
+    wizard.show();
+    QVERIFY(QTest::qWaitForWindowActive(&wizard));
+    const auto* const table = page->findChild<QTableWidget*>();
+    QCOMPARE(table->columnCount(), 1);
+    QCOMPARE(table->rowCount(), 2);
+    QCOMPARE(table->item(0, 0)->text(), lines.at(0));
+    QCOMPARE(table->item(1, 0)->text(), lines.at(1));
+    QVERIFY(!wizard.button(QWizard::FinishButton)->isEnabled());
+}
+
+void TestColumnsImportPage::showsWholeLinesWithoutAWizard()
+{
+    const QStringList lines{"20240115,100000;1"};
+    ColumnsImportPage page(lines);
+    page.initializePage();
+    QVERIFY(!page.isComplete());
+    const auto* const table = page.findChild<QTableWidget*>();
+    QCOMPARE(table->columnCount(), 1);
+    QCOMPARE(table->item(0, 0)->text(), lines.at(0));
 }
 
 QTEST_MAIN(TestColumnsImportPage)

@@ -23,6 +23,7 @@ private Q_SLOTS:
     void readsHostileTimes_data();
     void readsHostileTimes();
     void readsHostileIntegers();
+    void takesQuotedLettersForText();
 };
 
 namespace {
@@ -41,6 +42,7 @@ QStringList datePatterns()
     for (const tadata::TextFormat& format : tadata::dateFormats())
         patterns.append(format.pattern);
     patterns << QStringLiteral("yyyy-MM-dd") << QStringLiteral("d.M.yyyy")
+             << QStringLiteral("yyyyyyyyyyyyMMdd") << QStringLiteral("yyyyMMdddddddddddddd")
              << QStringLiteral("yyyyMMddMM") << QStringLiteral("yyMMddyy")
              << QStringLiteral("dd'MM'yyyy") << QStringLiteral("ddd") << QStringLiteral("yyyy")
              << QStringLiteral("MMdd") << QString();
@@ -53,6 +55,7 @@ QStringList timePatterns()
     for (const tadata::TextFormat& format : tadata::timeFormats())
         patterns.append(format.pattern);
     patterns << QStringLiteral("HHmmss") << QStringLiteral("h:mm") << QStringLiteral("hhmmzzz")
+             << QStringLiteral("hhmmssssssssssssss") << QStringLiteral("hh'mm'ss")
              << QStringLiteral("hh:mm:ss.zzz") << QStringLiteral("hhmmap") << QStringLiteral("hh")
              << QString();
     return patterns;
@@ -174,6 +177,16 @@ void TestFieldReader::readsHostileIntegers()
         QCOMPARE(tadata::readSmallInteger(text, &ok), text.toInt(&wantedOk));
         QCOMPARE(ok, wantedOk);
     }
+}
+
+// Where the text has a quote too, the letters between are no number of a date.
+void TestFieldReader::takesQuotedLettersForText()
+{
+    const QString date = QStringLiteral("dd'MM'yyyy");
+    QVERIFY(!tadata::readDate(QStringLiteral("15'01'2024"), date).isValid());
+    const QString time = QStringLiteral("hh'mm'ss");
+    QVERIFY(!tadata::readTime(QStringLiteral("10'15'30"), time).isValid());
+    QCOMPARE(tadata::readTime(QStringLiteral("10mm30"), time), QTime(10, 0, 30));
 }
 
 QTEST_GUILESS_MAIN(TestFieldReader)

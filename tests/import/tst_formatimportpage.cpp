@@ -1,6 +1,7 @@
 #include "import/formatimportpage.h"
 
 #include "import/importdetails.h"
+#include "support/markingtranslator.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"
 
@@ -58,6 +59,9 @@ private Q_SLOTS:
 
     void hasItsRowsInOrder();
     void offersItsFormatsInOrder();
+    void itsTextsAreItsOwn();
+    void showsAThousandColumnsAtMost_data();
+    void showsAThousandColumnsAtMost();
     void showsNothingBeforeASeparatorIsChosen();
     void showsTheFields_data();
     void showsTheFields();
@@ -402,6 +406,45 @@ void TestFormatImportPage::keepsItsChoicesWhenLeft()
     QCOMPARE(m_page->separator(), QStringLiteral(","));
     QCOMPARE(m_page->dateFormat(), QStringLiteral("dd.MM.yy"));
     QCOMPARE(cells(table()), Cells({{"a", "b"}}));
+}
+
+void TestFormatImportPage::itsTextsAreItsOwn()
+{
+    testsupport::MarkingTranslator translator;
+    QCoreApplication::installTranslator(&translator);
+    const QStringList lines{"1"};
+    const FormatImportPage page(lines);
+    const QList<QComboBox*> boxes = page.findChildren<QComboBox*>();
+    QCOMPARE(boxes.size(), 3);
+    for (const QComboBox* const box : boxes) {
+        for (int i = 0; i < box->count(); ++i)
+            QVERIFY2(box->itemText(i).startsWith(u"FormatImportPage|"),
+                     qPrintable(box->itemText(i)));
+    }
+    QCOMPARE(page.title(), QStringLiteral("FormatImportPage|Формат"));
+}
+
+void TestFormatImportPage::showsAThousandColumnsAtMost_data()
+{
+    QTest::addColumn<int>("fields");
+    QTest::addColumn<int>("columns");
+    QTest::newRow("less") << 999 << 999;
+    QTest::newRow("as many") << 1000 << 1000;
+    QTest::newRow("more") << 1001 << 1000;
+    QTest::newRow("a million") << 1'000'000 << 1000;
+}
+
+// More than that take no table any useful time.
+void TestFormatImportPage::showsAThousandColumnsAtMost()
+{
+    QFETCH(const int, fields);
+    QFETCH(const int, columns);
+    open({QString(fields - 1, u','), QStringLiteral("1,2")});
+    choose(child<QComboBox>("separator"), Comma);
+    const auto* const table = child<QTableWidget>("fileData");
+    QCOMPARE(table->columnCount(), columns);
+    QVERIFY(table->item(0, columns - 1));
+    QCOMPARE(table->item(1, 1)->text(), QStringLiteral("2"));
 }
 
 QTEST_MAIN(TestFormatImportPage)

@@ -13,12 +13,14 @@
 #include <QtCore/QDir>
 #include <QtCore/QScopeGuard>
 #include <QtCore/QTemporaryDir>
+#include <QtGui/QScreen>
 #include <QtTest/QTest>
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QScrollBar>
 #include <QtWidgets/QTableWidget>
 
 using testsupport::choose;
@@ -57,6 +59,8 @@ private Q_SLOTS:
     void keepsItsSize_data();
     void keepsItsSize();
     void hasASizeOfItsOwnAtFirst();
+    void opensWideEnoughForEightColumns();
+    void opensNoWiderThanTheScreen();
     void survivesASizeThatIsNone();
     void tabFollowsTheEye();
     void everyLabelHasABuddy();
@@ -508,6 +512,42 @@ void TestImportTADataWizard::importsEveryFormat()
         (QMap<QString, QByteArray>{{"20181205_60.iss", "091500;1.50;2.00;1.00;1.75;0;0.00;0\n"
                                                        "211500;1.50;2.00;1.00;1.75;0;0.00;0\n"},
                                    {"20181206_60.iss", "091500;1.50;2.00;1.00;1.75;0;0.00;0\n"}}));
+}
+
+void TestImportTADataWizard::opensWideEnoughForEightColumns()
+{
+    open("1;2;3;4;5;6;7;8\n1;2;3;4;5;6;7;8\n");
+    testsupport::ImportChoices choices;
+    fillSeriesPage(m_wizard.get(), choices);
+    click(m_wizard->button(QWizard::NextButton));
+    fillFormatPage(m_wizard.get(), choices);
+    click(m_wizard->button(QWizard::NextButton));
+    QCoreApplication::processEvents();
+    const auto* const table = m_wizard->currentPage()->findChild<QTableWidget*>();
+    const QList<QComboBox*> boxes = testsupport::roleBoxes(m_wizard.get());
+    QCOMPARE(boxes.size(), 8);
+    if (m_wizard->width() == m_wizard->screen()->availableSize().width())
+        return; // a screen as small as that shows no more
+    QCOMPARE(table->horizontalScrollBar()->maximum(), 0);
+    for (const QComboBox* const box : boxes) {
+        QVERIFY(box->geometry().right() < table->viewport()->width());
+        QVERIFY(box->width() >= box->sizeHint().width());
+    }
+}
+
+void TestImportTADataWizard::opensNoWiderThanTheScreen()
+{
+    const QFont before = QApplication::font();
+    const auto restore = qScopeGuard([&before] { QApplication::setFont(before); });
+    QFont large = before;
+    large.setPointSize(40);
+    QApplication::setFont(large);
+    QStringList lines{"1;2"};
+    ImportTADataWizard wizard(lines);
+    wizard.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&wizard));
+    const int screen = wizard.screen()->availableSize().width();
+    QCOMPARE(wizard.width(), std::max(screen, wizard.minimumWidth()));
 }
 
 QTEST_MAIN(TestImportTADataWizard)

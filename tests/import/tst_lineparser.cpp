@@ -44,6 +44,7 @@ private Q_SLOTS:
     void usesZeroDecimalsForAnUnknownSecurity();
     void keepsFieldsThatWereReadBeforeTheFault();
     void keepsPlaceholdersInsideAText();
+    void leavesNothingOfALineThatWasReadBefore();
 };
 
 void TestLineParser::readsALine()
@@ -442,6 +443,19 @@ void TestLineParser::keepsPlaceholdersInsideAText()
     BarDescription bar;
     QVERIFY(!bar.init(QStringLiteral("%2;100000;1.5;1.7;1.4;1.6"), details));
     QCOMPARE(bar.error, QStringLiteral("Дата '%2' не соответствует заявленному формату 'вид'"));
+}
+
+void TestLineParser::leavesNothingOfALineThatWasReadBefore()
+{
+    const ImportDetails six = detailsOfSeries(2);
+    const ImportDetails nine = with(with(with(six, ColumnRole::Volume, 6), ColumnRole::Value, 7),
+                                    ColumnRole::OpenInterest, 8);
+    BarDescription bar;
+    QVERIFY(bar.init(QStringLiteral("20240115;100000;1;1;1;1;12;345.6;7"), nine));
+    QVERIFY(bar.init(QStringLiteral("20240115;100100;2;2;2;2"), six));
+    QCOMPARE(bar.volume, 0);
+    QCOMPARE(bar.value.toString(), QStringLiteral("0.00"));
+    QCOMPARE(bar.openInterest, 0);
 }
 
 QTEST_GUILESS_MAIN(TestLineParser)

@@ -21,6 +21,10 @@ class TestPlainLineParser final : public QObject
 private Q_SLOTS:
     void init() { testsupport::failOnStrayWarnings(); }
     void acceptsOrdinaryLines();
+    void leavesFarColumnsToTheOther();
+    void leavesUnknownRolesToTheOther();
+    void leavesLongPartsOfAPatternToTheOther();
+    void leavesQuotesToTheOther();
     void agreesWithThePlainWay_data();
     void agreesWithThePlainWay();
 };
@@ -117,6 +121,56 @@ void TestPlainLineParser::acceptsOrdinaryLines()
         BarDescription bar;
         QVERIFY2(!parser.parse(line, &bar), line);
     }
+}
+
+// As many fields as it has room for.
+void TestPlainLineParser::leavesFarColumnsToTheOther()
+{
+    const QByteArray line = "20240115;100000;1;1;1;1" + QByteArray(";7").repeated(60);
+    for (const int column : {31, 32, 40}) {
+        const ImportDetails details = with(detailsOfSeries(0), ColumnRole::Volume, column);
+        BarDescription bar;
+        QCOMPARE(tadata::PlainLineParser(details).parse(line, &bar), column < 32);
+        bar = BarDescription();
+        QVERIFY(bar.init(QString::fromLatin1(line), details));
+        QCOMPARE(bar.volume, 7);
+    }
+}
+
+// Every column of the settings must be there, whatever is to be made of it.
+void TestPlainLineParser::leavesUnknownRolesToTheOther()
+{
+    ImportDetails details = detailsOfSeries(0);
+    details.columns.insert(42, 8);
+    const QByteArray line = "20240115;100000;1;1;1;1";
+    BarDescription bar;
+    QVERIFY(!tadata::PlainLineParser(details).parse(line, &bar));
+    QVERIFY(!tadata::PlainLineParser(details).parse(line + ";2;2;2", &bar));
+    bar = BarDescription();
+    QVERIFY(!bar.init(QString::fromLatin1(line), details));
+    QCOMPARE(bar.error, QStringLiteral("Недостаточное количество столбцов"));
+    QVERIFY(bar.init(QString::fromLatin1(line + ";2;2;2"), details));
+}
+
+void TestPlainLineParser::leavesLongPartsOfAPatternToTheOther()
+{
+    ImportDetails details = detailsOfSeries(0);
+    details.dateFormat = QStringLiteral("yyyyMMdddddddddddddd");
+    const QByteArray line = "20240199999999999999;100000;1;1;1;1";
+    BarDescription bar;
+    QVERIFY(!tadata::PlainLineParser(details).parse(line, &bar));
+}
+
+// Where the text has a quote too, the letters between are no number of a date.
+void TestPlainLineParser::leavesQuotesToTheOther()
+{
+    ImportDetails details = detailsOfSeries(0);
+    BarDescription bar;
+    details.dateFormat = QStringLiteral("yyyy'MM'dd");
+    QVERIFY(!tadata::PlainLineParser(details).parse("2024'01'15;100000;1;1;1;1", &bar));
+    details = detailsOfSeries(0);
+    details.timeFormat = QStringLiteral("hh'mm'ss");
+    QVERIFY(!tadata::PlainLineParser(details).parse("20240115;10'15'30;1;1;1;1", &bar));
 }
 
 void TestPlainLineParser::agreesWithThePlainWay_data()

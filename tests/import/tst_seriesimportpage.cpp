@@ -33,6 +33,7 @@ private Q_SLOTS:
     void hasItsRowsInOrder();
     void offersTheTwoTimeframes();
     void marksWhatIsMissing();
+    void beginsWithNothingChosen();
     void marksWhatIsMissingAgain();
     void isValidatedThroughItsInterface();
     void offersTradingBoardsOnly();
@@ -232,6 +233,19 @@ void TestSeriesImportPage::keepsItsChoicesWhenLeft()
     m_page->initializePage();
     QVERIFY(m_page->isComplete());
     QCOMPARE(child<SecuritySelectorBox>("security")->getSecurityCode(), QStringLiteral("VEGA"));
+}
+
+// Not even where a list of one would choose itself: bars go where the user says.
+void TestSeriesImportPage::beginsWithNothingChosen()
+{
+    vexdesk::ReferenceData data = vexdesk::ReferenceData::demonstration();
+    data.stocks.removeIf([](const vexdesk::Stock& stock) { return stock.code != u"NORD"; });
+    vexdesk::ReferenceData::install(data);
+    const SeriesImportPage page;
+    const auto* const stock = page.findChild<QComboBox*>(QStringLiteral("stock"));
+    QCOMPARE(stock->count(), 1);
+    QCOMPARE(stock->currentIndex(), -1);
+    QVERIFY(!page.isComplete());
 }
 
 QTEST_MAIN(TestSeriesImportPage)

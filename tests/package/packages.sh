@@ -49,7 +49,8 @@ step "what they hold"
 for file in bin/vexdesk-desk bin/tadata lib/vexdesk/plugins/libtadatamanager.so lib/vexdesk/.installed \
     share/applications/vexdesk-desk.desktop share/icons/hicolor/48x48/apps/vexdesk-desk.png \
     share/icons/hicolor/scalable/apps/vexdesk-desk.svg share/man/man1/tadata.1 \
-    share/man/ru/man1/tadata.1 share/vexdesk/translations/vexdesk_en.qm \
+    share/man/ru/man1/tadata.1 share/vexdesk/translations/vexdesk_en.qm share/vexdesk/docs/guide.ru.md \
+    share/vexdesk/docs/guide.en.md share/vexdesk/docs/images/ru/options.png \
     share/vexdesk/translations/tadata_en.qm lib/vexdesk/plugins/translations/tadatamanager_en.qm \
     share/doc/tadatamanager/guide.ru.md share/doc/tadatamanager/guide.en.md \
     include/vexdesk/iplugin.h lib/cmake/Vexdesk/VexdeskConfig.cmake; do

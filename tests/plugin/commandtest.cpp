@@ -14,8 +14,22 @@
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QStyle>
 
 namespace testsupport {
+
+namespace {
+
+// The title in bold letters, and beside it an icon and three buttons.
+bool titleFits(const QMessageBox& box)
+{
+    QFont bold = box.font();
+    bold.setBold(true);
+    const int button = box.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &box);
+    return box.width() >= QFontMetrics(bold).horizontalAdvance(box.windowTitle()) + 4 * button;
+}
+
+} // namespace
 
 LoadedPlugin::LoadedPlugin()
     : m_user(QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("user")))
@@ -49,29 +63,47 @@ void LoadedPlugin::trigger(const char* command)
 
 char* toString(const Shown& shown)
 {
-    const QString text = QStringLiteral("%1 / %2 / icon %3 / buttons %4 / parent %5")
+    const QString text = QStringLiteral("%1 / %2 / icon %3 / buttons %4 / parent %5 / "
+                                        "format %6 / title fits %7 / %8")
                              .arg(shown.title, shown.text)
                              .arg(shown.icon)
                              .arg(shown.buttons.toInt(), 0, 16)
-                             .arg(shown.hasParent);
+                             .arg(shown.hasParent)
+                             .arg(shown.format)
+                             .arg(shown.titleFits)
+                             .arg(shown.details);
     return qstrdup(qPrintable(text));
 }
 
 Shown warning(const QString& title, const QString& text)
 {
-    return {title, text, QMessageBox::Warning, QMessageBox::Ok, false};
+    return {.title = title,
+            .text = text,
+            .icon = QMessageBox::Warning,
+            .buttons = QMessageBox::Ok,
+            .hasParent = false};
 }
 
 Shown information(const QString& title, const QString& text)
 {
-    return {title, text, QMessageBox::Information, QMessageBox::Ok, false};
+    return {.title = title,
+            .text = text,
+            .icon = QMessageBox::Information,
+            .buttons = QMessageBox::Ok,
+            .hasParent = false};
 }
 
 void readBox(ModalSteps& steps, Shown* shown)
 {
     steps.on<QMessageBox>([shown](QMessageBox* box) {
-        *shown = {box->windowTitle(), box->text(), box->icon(), box->standardButtons(),
-                  box->parentWidget() != nullptr};
+        *shown = {box->windowTitle(),
+                  box->text(),
+                  box->icon(),
+                  box->standardButtons(),
+                  box->parentWidget() != nullptr,
+                  box->textFormat(),
+                  titleFits(*box),
+                  box->detailedText()};
         click(box->button(QMessageBox::Ok));
     });
 }

@@ -52,6 +52,9 @@ struct Shown
     QMessageBox::Icon icon = QMessageBox::NoIcon;
     QMessageBox::StandardButtons buttons;
     bool hasParent = true;
+    Qt::TextFormat format = Qt::PlainText; ///< of names and fields nothing is taken for markup
+    bool titleFits = true;                 ///< into the title bar of a common window manager
+    QString details = QString();
 
     bool operator==(const Shown& other) const = default;
 };

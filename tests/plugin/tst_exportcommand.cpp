@@ -4,6 +4,7 @@
 #include "plugin/commandtest.h"
 #include "support/exportchoices.h"
 #include "support/filetree.h"
+#include "support/markingtranslator.h"
 #include "support/modalsteps.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"
@@ -104,6 +105,8 @@ private Q_SLOTS:
     void letsTheExceptionOfADealPass();
     void goesOnAfterManyShortJobs();
     void showsTheProgressOfALongInterval();
+    void theQueueGoesOnBeforeTheUserIsTold();
+    void itsTextsAreItsOwn();
 
 private:
     void store(const QString& dayFile, const QByteArray& content) const
@@ -411,6 +414,53 @@ void TestExportCommand::showsTheProgressOfALongInterval()
     QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
     QCOMPARE(shown, success());
     QVERIFY(readFile(output()).endsWith("20240115;100200;1.7\n"));
+}
+
+// A user who does not answer must not keep the deals waiting.
+void TestExportCommand::theQueueGoesOnBeforeTheUserIsTold()
+{
+    bool told = false;
+    ModalSteps steps;
+    fillWizard(steps, pastDay, pastDay);
+    steps.letPass<QProgressDialog>();
+    steps.on<QMessageBox>([this, &told](QMessageBox* box) {
+        QVERIFY(!m_plugin->core().rawQueue()->isSuspended());
+        told = true;
+        click(box->button(QMessageBox::Ok));
+    });
+    LoadedPlugin::trigger("2_Export");
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    QVERIFY(told);
+}
+
+void TestExportCommand::itsTextsAreItsOwn()
+{
+    const QString missing = m_output->filePath(QStringLiteral("missing"));
+    testsupport::MarkingTranslator translator;
+    for (const bool fails : {false, true}) {
+        QString title;
+        const testsupport::WhenShown seen(
+            "QProgressDialog", [&title](QWidget* dialog) { title = dialog->windowTitle(); });
+        Shown shown;
+        ModalSteps steps;
+        steps.on<QWizard>([this, fails, &missing, &translator](QWizard* wizard) {
+            fillSeries(wizard, pastDay, pastDay, fails ? missing : QString());
+            click(wizard->button(QWizard::NextButton));
+            QCoreApplication::installTranslator(&translator);
+            click(wizard->button(QWizard::FinishButton));
+        });
+        steps.letPass<QProgressDialog>();
+        readBox(steps, &shown);
+        LoadedPlugin::trigger("2_Export");
+        QCoreApplication::removeTranslator(&translator);
+        QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+        if (seen.times() > 0) // a short job may end before
+            QCOMPARE(title, QStringLiteral("ExporterTAData|Экспорт"));
+        QCOMPARE(shown.title, fails
+                                  ? QStringLiteral("ExporterTAData|Ошибка")
+                                  : QStringLiteral("ExporterTAData|Успешное завершение экспорта"));
+        QVERIFY2(shown.text.startsWith(u"ExporterTAData|"), qPrintable(shown.text));
+    }
 }
 
 QTEST_MAIN(TestExportCommand)

@@ -4,6 +4,7 @@
 #include "plugin/commandtest.h"
 #include "support/filetree.h"
 #include "support/importchoices.h"
+#include "support/markingtranslator.h"
 #include "support/modalsteps.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"
@@ -158,6 +159,10 @@ private Q_SLOTS:
     void showsTenLinesAtMost_data();
     void showsTenLinesAtMost();
     void keepsTheBarsBeforeAWrongLine();
+    void showsANameAsItIs();
+    void tellsTheBeginningOfAHugeField();
+    void itsTextsAreItsOwn_data();
+    void itsTextsAreItsOwn();
     void tellsOfADayFileThatCannotBeWritten();
     void goesOnWhenTheJobEndsBeforeItsDialogIsShown();
     void goesOnAfterEachOfManyShortJobs();
@@ -541,6 +546,47 @@ void TestImportCommand::keepsTheBarsBeforeAWrongLine()
                                                  "100100;4.00;4.00;4.00;4.00;0;0.00;0\n"}}));
 }
 
+void TestImportCommand::showsANameAsItIs()
+{
+    const QString path = m_input->filePath(QStringLiteral("<b>bars</b>&amp;.txt"));
+    writeFile(path, "");
+    Shown shown;
+    ModalSteps steps;
+    chooseFile(steps, path);
+    readBox(steps, &shown);
+    trigger();
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    QCOMPARE(shown,
+             warning(QStringLiteral("Пустой файл"), QStringLiteral("Файл %1 пуст").arg(path)));
+}
+
+// The whole of the job's message would keep a window busy for minutes.
+void TestImportCommand::tellsTheBeginningOfAHugeField()
+{
+    constexpr qsizetype length = 10'000'000;
+    constexpr qsizetype shownLength = 32 * 1024;
+    const QByteArray bars = QByteArray("20240115;100000;1;1;1;1\n").repeated(11);
+    const QString beginning = QStringLiteral("Ошибка при импорте 12-й строки:\n"
+                                             "Некорректное число '");
+    const qsizetype whole = beginning.size() + length + 2; // with "'." behind the field
+    Shown shown;
+    ModalSteps steps;
+    chooseFile(steps, input(bars + "20240115;100100;" + QByteArray(length, 'x') + ";1;1;1\n"));
+    fillWizard(steps, ImportChoices());
+    steps.letPass<QProgressDialog>();
+    readBox(steps, &shown);
+    trigger();
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    QVERIFY(shown.text.startsWith(beginning + QStringLiteral("xxxxxxxxxx")));
+    QVERIFY(shown.text.endsWith(u"xxxxxxxxxx'."));
+    QVERIFY(shown.text.size() < 1000);
+    QCOMPARE(shown.buttons, QMessageBox::Ok);
+    QCOMPARE(shown.icon, QMessageBox::Warning);
+    QVERIFY(shown.details.startsWith(beginning));
+    QVERIFY(shown.details.size() < shownLength + 100);
+    QVERIFY(shown.details.contains(QLocale().toString(whole - shownLength)));
+}
+
 void TestImportCommand::tellsOfADayFileThatCannotBeWritten()
 {
     const QString blocked = seriesPath(QStringLiteral("20240116_60.iss"));
@@ -687,6 +733,36 @@ void TestImportCommand::showsTheProgressInOrder()
     QCOMPARE(values, expectedProgress(path));
     QCOMPARE(values.size(), 7);
     QCOMPARE(threads, QList<QThread*>(values.size(), QThread::currentThread()));
+}
+
+void TestImportCommand::itsTextsAreItsOwn_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("title");
+    QTest::newRow("success") << QByteArray(minuteInput)
+                             << QStringLiteral("ImporterTAData|Успешное завершение импорта");
+    QTest::newRow("failure") << QByteArray("20240115;100000;1;1;1;x\n")
+                             << QStringLiteral("ImporterTAData|Ошибка");
+}
+
+void TestImportCommand::itsTextsAreItsOwn()
+{
+    QFETCH(const QByteArray, content);
+    testsupport::MarkingTranslator translator;
+    Shown shown;
+    ModalSteps steps;
+    chooseFile(steps, input(content));
+    steps.on<QWizard>([&translator](QWizard* wizard) {
+        fillImportWizard(wizard, ImportChoices());
+        QCoreApplication::installTranslator(&translator);
+        click(wizard->button(QWizard::FinishButton));
+    });
+    steps.letPass<QProgressDialog>();
+    readBox(steps, &shown);
+    trigger();
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    QTEST(shown.title, "title");
+    QVERIFY2(shown.text.startsWith(u"ImporterTAData|"), qPrintable(shown.text));
 }
 
 int main(int argc, char** argv)

@@ -156,6 +156,9 @@ void TestOptionsCommand::theDialogShowsThePage()
         for (int x = 0; x < icon.width(); ++x)
             drawn = drawn || icon.pixelColor(x, icon.height() / 2).alpha() > 0;
         QVERIFY(drawn); // the terminal has the picture
+        QCOMPARE(
+            icon,
+            QIcon(QStringLiteral(":/icons/preferences/tadatamanager.png")).pixmap(24).toImage());
         QCOMPARE(dialog->findChild<QLabel*>(QStringLiteral("pageTitle"))->text(),
                  QStringLiteral("Общее"));
         QVERIFY(deleteSeconds(dialog)->isVisible());

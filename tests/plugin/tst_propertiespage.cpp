@@ -2,6 +2,7 @@
 #include "plugin/tadatamanagerpropertiespage.h"
 
 #include "support/filetree.h"
+#include "support/markingtranslator.h"
 #include "support/strictlog.h"
 
 #include <vexdesk/appsettings.h>
@@ -9,7 +10,6 @@
 
 #include <QtCore/QMetaMethod>
 #include <QtCore/QPointer>
-#include <QtCore/QTranslator>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 #include <QtWidgets/QCheckBox>
@@ -20,17 +20,6 @@
 #include <memory>
 
 namespace {
-
-// Turns every text into one that shows it was asked for.
-class MarkingTranslator final : public QTranslator
-{
-public:
-    QString translate(const char* context, const char* source, const char*, int) const override
-    {
-        return QStringLiteral("%1|%2").arg(QLatin1String(context), QString::fromUtf8(source));
-    }
-    bool isEmpty() const override { return false; }
-};
 
 const QString group = QStringLiteral("TADataManager");
 const QString deleteSecondsKey = QStringLiteral("deleteSeconds");
@@ -168,7 +157,7 @@ void TestPropertiesPage::theFormsTextsAreExact()
 
 void TestPropertiesPage::theFormsTextsAreTranslatable()
 {
-    MarkingTranslator translator;
+    testsupport::MarkingTranslator translator;
     QCoreApplication::installTranslator(&translator);
     const TADataManagerPropertiesForm form(nullptr);
     const QString context = QStringLiteral("TADataManagerPropertiesForm|");
@@ -250,7 +239,7 @@ void TestPropertiesPage::thePageIntroducesItself()
 
 void TestPropertiesPage::thePagesTextsAreTranslatable()
 {
-    MarkingTranslator translator;
+    testsupport::MarkingTranslator translator;
     QCoreApplication::installTranslator(&translator);
     QCOMPARE(m_page->id(), QStringLiteral("TADataManager.General"));
     QCOMPARE(m_page->displayName(), QStringLiteral("TADataManagerPropertiesPage|Общее"));

@@ -2,9 +2,11 @@
 #include "plugin/purgesettings.h"
 
 #include "support/filetree.h"
+#include "support/otheruser.h"
 #include "support/strictlog.h"
 
 #include <vexdesk/appsettings.h>
+#include <vexdesk/history/dayfile.h>
 #include <vexdesk/icore.h>
 
 #include <QtCore/QRandomGenerator>
@@ -21,6 +23,8 @@
 using tadata::oldSecondFiles;
 using tadata::PurgeSettings;
 using tadata::removeOldSecondFiles;
+using testsupport::OtherUser;
+using testsupport::Permissions;
 using testsupport::readTree;
 using testsupport::writeFile;
 
@@ -30,47 +34,6 @@ const QDate today(2024, 1, 15);
 constexpr int keptDays = 7;
 const QString oldName = QStringLiteral("20230105_1");
 
-/// Lives as a user whom permissions bind: for the superuser there are no unreadable directories.
-class OrdinaryUser final
-{
-public:
-    OrdinaryUser()
-    {
-        constexpr uid_t nobody = 65534;
-        m_wasSuper = ::geteuid() == 0;
-        m_works = !m_wasSuper || ::seteuid(nobody) == 0;
-    }
-    ~OrdinaryUser()
-    {
-        if (m_wasSuper && m_works && ::seteuid(0) != 0)
-            qFatal("the superuser did not come back");
-    }
-    Q_DISABLE_COPY_MOVE(OrdinaryUser)
-
-    bool works() const { return m_works; }
-
-private:
-    bool m_wasSuper = false;
-    bool m_works = false;
-};
-
-/// Takes permissions away from a directory for as long as it lives.
-class Restricted final
-{
-public:
-    Restricted(const QString& directory, mode_t mode)
-        : m_path(QFile::encodeName(directory))
-    {
-        if (::chmod(m_path.constData(), mode) != 0)
-            qFatal("no permissions can be set");
-    }
-    ~Restricted() { ::chmod(m_path.constData(), 0755); }
-    Q_DISABLE_COPY_MOVE(Restricted)
-
-private:
-    QByteArray m_path;
-};
-
 /// Whether there is something of this name; a link that leads nowhere is something.
 bool isThere(const QString& path)
 {
@@ -79,19 +42,22 @@ bool isThere(const QString& path)
     return ::lstat(QFile::encodeName(path).constData(), &status) == 0;
 }
 
-/// The date that a name begins with, read digit by digit.
+/// The date that a name begins with, read digit by digit. A year may have a minus.
 std::optional<QDate> dateOf(const QString& name)
 {
     const QString text = name.section(u'_', 0, 0);
-    if (text.size() != 8)
+    const bool beforeOurEra = text.startsWith(u'-');
+    const QString digits = text.mid(beforeOurEra ? 1 : 0);
+    if (digits.size() != 8)
         return std::nullopt;
     int number = 0;
-    for (const QChar digit : text) {
+    for (const QChar digit : digits) {
         if (digit < u'0' || digit > u'9')
             return std::nullopt;
         number = 10 * number + digit.unicode() - u'0';
     }
-    const QDate date(number / 10000, number / 100 % 100, number % 100);
+    const int year = number / 10000;
+    const QDate date(beforeOurEra ? -year : year, number / 100 % 100, number % 100);
     return date.isValid() ? std::optional(date) : std::nullopt;
 }
 
@@ -116,9 +82,10 @@ const Value& oneOf(const QList<Value>& values, QRandomGenerator* random)
 QString randomName(QRandomGenerator* random)
 {
     static const QStringList beginnings{
-        "20230105", "20240107", "20240108",  "20240115",  "20240116",  "20230229",  "20240229",
-        "20231301", "2023010",  "202301055", "",          ".20230105", "дата",      "00010101",
-        "99991231", "2023 105", "-2023105",  "20230105 ", "[0-9]",     "2023\n0105"};
+        "20230105",  "20240107",  "20240108",  "20240115",  "20240116",  "20230229",
+        "20240229",  "20231301",  "2023010",   "202301055", "",          ".20230105",
+        "дата",      "00010101",  "99991231",  "2023 105",  "-2023105",  "-20230105",
+        "-00010101", "-20231301", "20230105 ", "[0-9]",     "2023\n0105"};
     static const QStringList endings{"_1",  "_1",  "_1",   "_1",  "_1.iss", "_60", "_60_1",  "1",
                                      "_11", "__1", "_1_1", "_1 ", "_",      "",    "_x\n_1", "_1~"};
     return oneOf(beginnings, random) + oneOf(endings, random);
@@ -164,8 +131,12 @@ private Q_SLOTS:
     void passesOverDirectoriesThatCannotBeRead();
     void passesOverFilesThatCannotBeRemoved();
     void findsBeforeItRemoves();
+    void removesALinkWithWhatItLeadsTo();
     void aSecondRunFindsNothing();
     void agreesWithTheRuleOnRandomTrees();
+
+    void withoutAStoreNothingIsRemoved_data();
+    void withoutAStoreNothingIsRemoved();
 
     void settingsHaveDefaults();
     void settingsOfAnotherType_data();
@@ -191,6 +162,10 @@ void TestPurge::removesWhatIsOlderThanTheDaysToKeep_data()
     row("today, nothing kept", "20240115_1", 0, true);
     row("tomorrow", "20240116_1", 0, true);
     row("far ahead", "99991231_1", 0, true);
+    // To "yyyy" a year may have a minus: this one lies before our era.
+    row("before our era", "-20230105_1", 7, false);
+    row("before our era, no such day", "-20230230_1", 0, true);
+    row("before our era, day file", "-20230105_1.iss", 0, true);
     row("long ago", "19000101_1", 0, false);
     row("long ago, most days kept", "19000101_1", 99, false);
     row("the oldest of most days", "20231008_1", 99, true);
@@ -228,11 +203,12 @@ void TestPurge::keepsWhatIsAlmostADate_data()
 {
     QTest::addColumn<QString>("name");
     for (const char* name :
-         {"notadate_1",  "20230230_1",  "20230229_1",   "2023010_1",    "202301055_1",
-          "20231301_1",  "20230100_1",  "20230132_1",   "20230105x_1",  "x20230105_1",
-          "20230105 _1", " 20230105_1", "2023-01-05_1", "2023.01.05_1", "05012023_1",
-          "230105_1",    "+2023105_1",  "-2023105_1",   "00000101_1",   "_1",
-          "__1",         "_20230105_1", "20230105.1_1", "²0230105_1",   "٢٠٢٣٠١٠٥_1"})
+         {"notadate_1",  "20230230_1",   "20230229_1",   "2023010_1",    "202301055_1",
+          "20231301_1",  "20230100_1",   "20230132_1",   "20230105x_1",  "x20230105_1",
+          "20230105 _1", " 20230105_1",  "2023-01-05_1", "2023.01.05_1", "05012023_1",
+          "230105_1",    "+2023105_1",   "-2023105_1",   "+20230105_1",  "00000101_1",
+          "_1",          "__1",          "_20230105_1",  "20230105.1_1", "²0230105_1",
+          "٢٠٢٣٠١٠٥_1",  "--20230105_1", "−20230105_1"})
         QTest::newRow(name) << QString::fromUtf8(name);
 }
 
@@ -405,16 +381,14 @@ void TestPurge::passesOverAStoreThatIsNotThere()
 
 void TestPurge::passesOverDirectoriesThatCannotBeRead()
 {
-    const OrdinaryUser user;
-    if (!user.works())
-        QSKIP("The superuser reads everything, and this one cannot become another user.");
+    const OtherUser user;
     const QTemporaryDir store;
     const QDir root(store.path());
     for (const char* name : {"A/20230105_1", "B/20230105_1", "C/20230105_1", "D/deep/20230105_1"})
         writeFile(root.filePath(QLatin1String(name)), "x");
     {
-        const Restricted noEntry(root.filePath(QStringLiteral("B")), 0000);
-        const Restricted noList(root.filePath(QStringLiteral("D")), 0300);
+        const Permissions noEntry(root.filePath(QStringLiteral("B")), 0000);
+        const Permissions noList(root.filePath(QStringLiteral("D")), 0300);
         removeOldSecondFiles(root, today, keptDays);
     }
     QCOMPARE(readTree(root).keys(), QStringList({"B/20230105_1", "D/deep/20230105_1"}));
@@ -422,15 +396,13 @@ void TestPurge::passesOverDirectoriesThatCannotBeRead()
 
 void TestPurge::passesOverFilesThatCannotBeRemoved()
 {
-    const OrdinaryUser user;
-    if (!user.works())
-        QSKIP("The superuser removes everything, and this one cannot become another user.");
+    const OtherUser user;
     const QTemporaryDir store;
     const QDir root(store.path());
     for (const char* name : {"A/20230105_1", "B/20230105_1", "B/20230106_1", "C/20230105_1"})
         writeFile(root.filePath(QLatin1String(name)), "x");
     {
-        const Restricted readOnly(root.filePath(QStringLiteral("B")), 0500);
+        const Permissions readOnly(root.filePath(QStringLiteral("B")), 0500);
         removeOldSecondFiles(root, today, keptDays);
     }
     QCOMPARE(readTree(root).keys(), QStringList({"B/20230105_1", "B/20230106_1"}));
@@ -452,6 +424,26 @@ void TestPurge::findsBeforeItRemoves()
     QCOMPARE(readTree(root).size(), 500);
     removeOldSecondFiles(root, today, keptDays);
     QVERIFY(readTree(root).isEmpty());
+}
+
+// A link that leads nowhere is kept, but these lead to something as long as nothing is removed yet.
+// Whichever way the directory lists them, some links come behind what they lead to.
+void TestPurge::removesALinkWithWhatItLeadsTo()
+{
+    const QTemporaryDir store;
+    const QDir root(store.path());
+    for (int i = 0; i < 40; ++i) {
+        const QString file = root.filePath(QStringLiteral("20230105_%1_1").arg(i));
+        const QString link = root.filePath(QStringLiteral("20230106_%1_1").arg(i));
+        if (i % 2 == 0)
+            QVERIFY(QFile::link(file, link));
+        writeFile(file, "x");
+        if (i % 2 != 0)
+            QVERIFY(QFile::link(file, link));
+    }
+    removeOldSecondFiles(root, today, keptDays);
+    const auto everything = QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot;
+    QCOMPARE(root.entryList(everything), QStringList());
 }
 
 void TestPurge::aSecondRunFindsNothing()
@@ -500,6 +492,34 @@ void TestPurge::agreesWithTheRuleOnRandomTrees()
         removed += wanted.size();
     }
     QVERIFY(removed > 100); // the trees do hold old files
+}
+
+void TestPurge::withoutAStoreNothingIsRemoved_data()
+{
+    QTest::addColumn<QString>("store");
+    for (const char* store : {"a file", "a link to a file", "a link that leads nowhere"})
+        QTest::newRow(store) << QString::fromLatin1(store);
+}
+
+// What has the store's name is no directory, and what lies beside it is somebody else's.
+void TestPurge::withoutAStoreNothingIsRemoved()
+{
+    QFETCH(const QString, store);
+    const QDir data = ICore::getDir(QString(), false);
+    const QString name = data.filePath(QStringLiteral("tadata"));
+    for (const char* other : {"20200101_1", "other/20200101_1", "other/S/B/X/20200101_1"})
+        writeFile(data.filePath(QLatin1String(other)), "precious");
+    if (store == u"a file")
+        writeFile(name, "file");
+    else if (store == u"a link to a file")
+        QVERIFY(QFile::link(data.filePath(QStringLiteral("20200101_1")), name));
+    else
+        QVERIFY(QFile::link(data.filePath(QStringLiteral("nowhere")), name));
+    const auto before = readTree(data);
+    removeOldSecondFiles(vexdesk::storeRoot(), today, keptDays);
+    QCOMPARE(readTree(data), before);
+    QVERIFY(isThere(name));
+    QVERIFY(!data.exists(QStringLiteral("nowhere")));
 }
 
 void TestPurge::settingsHaveDefaults()

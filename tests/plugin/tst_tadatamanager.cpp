@@ -1,6 +1,8 @@
 // The plug-in as the terminal meets it: loaded from its file into a real core.
 
 #include "support/filetree.h"
+#include "support/localzone.h"
+#include "support/markingtranslator.h"
 #include "support/modalsteps.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"
@@ -14,10 +16,12 @@
 #include <vexdesk/iplugin.h>
 #include <vexdesk/terminal/core.h>
 
+#include <QtCore/QFileInfo>
 #include <QtCore/QJsonObject>
 #include <QtCore/QMetaMethod>
 #include <QtCore/QPluginLoader>
-#include <QtCore/QTranslator>
+#include <QtCore/QPointer>
+#include <QtGui/QIcon>
 #include <QtGui/QImage>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
@@ -27,25 +31,100 @@
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
 
+#include <sys/inotify.h>
+#include <unistd.h>
+
+#include <functional>
 #include <memory>
 
 namespace {
 
-// Turns every text into one that shows it was asked for.
-class MarkingTranslator final : public QTranslator
+QString secondName(const QDate& day)
+{
+    return day.toString(QStringLiteral("yyyyMMdd")) + "_1";
+}
+
+QString oldSecondName()
+{
+    return secondName(QDate::currentDate().addDays(-30));
+}
+
+QImage picture(const QIcon& icon)
+{
+    return icon.pixmap(16).toImage();
+}
+
+QIcon commandIcon(const char* name)
+{
+    return QIcon(QStringLiteral(":qm/icons/%1.png").arg(QLatin1String(name)));
+}
+
+const CommandContainer* theMenu()
+{
+    const QList<CommandContainer::Entry> bar = ActionManager::instance()->menuBar()->entries();
+    for (const CommandContainer::Entry& entry : bar) {
+        if (entry.container && entry.container->id() == "TA")
+            return entry.container;
+    }
+    return nullptr;
+}
+
+// A core that lets the test look around each time when the plug-in turns to it.
+class WatchingCore final : public ICore
 {
 public:
-    QString translate(const char* context, const char* source, const char*, int) const override
+    std::function<void()> whenPageIsAdded = [] {};
+    std::function<void()> whenNotifierIsTaken = [] {};
+    QList<IOptionsPage*> pages;
+    vexdesk::Notifier theNotifier;
+
+    void addOptionsPage(IOptionsPage* page) override
     {
-        return QStringLiteral("%1|%2").arg(QLatin1String(context), QString::fromUtf8(source));
+        pages.append(page);
+        whenPageIsAdded();
     }
-    bool isEmpty() const override { return false; }
+    QObject* notifier() const override
+    {
+        whenNotifierIsTaken();
+        return const_cast<vexdesk::Notifier*>(&theNotifier);
+    }
+    IDatabase* database() const override { return nullptr; }
+    IRawQueue* rawQueue() const override { return nullptr; }
 };
 
-QString oldMinuteName()
+// Counts how often a directory is opened, which is how often somebody walks through it.
+class Openings final
 {
-    return QDate::currentDate().addDays(-30).toString(QStringLiteral("yyyyMMdd")) + "_1";
-}
+public:
+    explicit Openings(const QString& directory)
+        : m_descriptor(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC))
+    {
+        // With the closings between them no two openings become one.
+        QVERIFY(::inotify_add_watch(m_descriptor, QFile::encodeName(directory).constData(),
+                                    IN_OPEN | IN_CLOSE_NOWRITE | IN_ONLYDIR) >= 0);
+    }
+    ~Openings() { ::close(m_descriptor); }
+    Q_DISABLE_COPY_MOVE(Openings)
+
+    // Those since the last call.
+    int take() const
+    {
+        int count = 0;
+        alignas(inotify_event) char events[4096];
+        for (ssize_t got = 0; (got = ::read(m_descriptor, events, sizeof events)) > 0;) {
+            for (const char* at = events; at < events + got;) {
+                const auto* const event = reinterpret_cast<const inotify_event*>(at);
+                if (event->len == 0 && (event->mask & IN_OPEN))
+                    ++count;
+                at += sizeof(inotify_event) + event->len;
+            }
+        }
+        return count;
+    }
+
+private:
+    int m_descriptor;
+};
 
 } // namespace
 
@@ -67,10 +146,19 @@ private Q_SLOTS:
     void carriesItsIcons_data();
     void carriesItsIcons();
     void registersItsOptionsPage();
-    void purgesOnceAtStartAndOnEachNewDay();
+    void purgesAtStartAndOnEachNewDay();
+    void purgesOnceEachTime();
+    void startsStepByStep();
+    void listensToTheNotifierOfItsCore();
+    void reckonsDaysByTheLocalDate_data();
+    void reckonsDaysByTheLocalDate();
+    void purgesTheStoreAndNothingBesideIt();
     void leavesTheStoreAloneWhenThePurgeIsOff();
+    void makesNoStoreWhenThePurgeIsOff();
     void answersEveryCommand_data();
     void answersEveryCommand();
+    void destroysTheWindowOfACommand_data() { answersEveryCommand_data(); }
+    void destroysTheWindowOfACommand();
     void doesNothingInStagesAndAtTheEnd();
     void takesItsMenuAlong();
 
@@ -78,7 +166,12 @@ private:
     IPlugin* plugin() const { return qobject_cast<IPlugin*>(m_loader->instance()); }
     QString secondFile() const
     {
-        return m_user.filePath(QStringLiteral("tadata/S/B/X/") + oldMinuteName());
+        return m_user.filePath(QStringLiteral("tadata/S/B/X/") + oldSecondName());
+    }
+    void writeSecondFile() const { testsupport::writeFile(secondFile(), "old"); }
+    void purge() const
+    {
+        QVERIFY(QMetaObject::invokeMethod(m_loader->instance(), "removeOldSecondFiles"));
     }
 
     std::unique_ptr<vexdesk::Core> m_core;
@@ -160,7 +253,7 @@ void TestTADataManager::introducesItself()
 
 void TestTADataManager::translatesItsTextsButNotItsVersion()
 {
-    MarkingTranslator translator;
+    testsupport::MarkingTranslator translator;
     QCoreApplication::installTranslator(&translator);
     QCOMPARE(plugin()->name(), QStringLiteral("TADataManager|Управление данными ТА"));
     QCOMPARE(plugin()->author(), QStringLiteral("TADataManager|Орвента"));
@@ -173,19 +266,19 @@ void TestTADataManager::addsItsMenu()
 {
     plugin()->init(m_core.get());
 
-    const CommandContainer* menu = nullptr;
     const QList<CommandContainer::Entry> bar = ActionManager::instance()->menuBar()->entries();
     for (const CommandContainer::Entry& entry : bar) {
         if (entry.container && entry.container->id() == "TA") {
-            menu = entry.container;
             QCOMPARE(entry.key, QByteArray("25"));
             QCOMPARE(entry.group, QByteArray());
         }
     }
+    const CommandContainer* const menu = theMenu();
     QVERIFY(menu);
     QCOMPARE(menu->title(), QStringLiteral("Тех. &анализ"));
     QCOMPARE(menu->entries().size(), 1);
     QCOMPARE(menu->entries().first().group, QByteArray("B"));
+    QCOMPARE(menu->entries().first().key, QByteArray());
     const CommandContainer* const commands = menu->entries().first().container;
     QVERIFY(commands);
     QCOMPARE(commands->id(), QByteArray("100"));
@@ -196,24 +289,27 @@ void TestTADataManager::addsItsMenu()
     {
         const char* id;
         const char* text;
+        const char* icon;
         QKeySequence shortcut;
     };
     const QList<Expected> expected{
-        {"1_Import", "&Импортировать...", QKeySequence(Qt::SHIFT | Qt::Key_I)},
-        {"2_Export", "&Экспортировать...", QKeySequence(Qt::SHIFT | Qt::Key_X)},
-        {"3_Edit", "&Редактировать...", QKeySequence(Qt::SHIFT | Qt::Key_D)},
+        {"1_Import", "&Импортировать...", "import", QKeySequence(Qt::SHIFT | Qt::Key_I)},
+        {"2_Export", "&Экспортировать...", "export", QKeySequence(Qt::SHIFT | Qt::Key_X)},
+        {"3_Edit", "&Редактировать...", "edit", QKeySequence(Qt::SHIFT | Qt::Key_D)},
     };
     const QList<CommandContainer::Entry> entries = commands->entries();
     QCOMPARE(entries.size(), expected.size());
     for (qsizetype i = 0; i < entries.size(); ++i) {
         const Command* const command = entries[i].command;
         QVERIFY(command);
+        QCOMPARE(entries[i].group, QByteArray());
+        QCOMPARE(entries[i].key, QByteArray());
         QCOMPARE(command->id(), QByteArray(expected[i].id));
         QCOMPARE(command->defaultText(), QString::fromUtf8(expected[i].text));
         QCOMPARE(command->defaultShortcut(), expected[i].shortcut);
         QCOMPARE(command->category(), QStringLiteral("Технический анализ"));
         QCOMPARE(command->context(), 3);
-        QVERIFY(!command->defaultIcon().isNull());
+        QCOMPARE(picture(command->defaultIcon()), picture(commandIcon(expected[i].icon)));
         QCOMPARE(command->parent(), m_loader->instance());
         Action* const action = ActionManager::instance()->action(command->id());
         QVERIFY(action);
@@ -238,6 +334,10 @@ void TestTADataManager::carriesItsIcons()
     QCOMPARE(normal.height(), normal.width());
     QCOMPARE(large.size(), normal.size() * 2);
     QVERIFY(normal.hasAlphaChannel());
+    // Each command has a picture of its own.
+    for (const char* other : {"import", "export", "edit"})
+        QCOMPARE(picture(commandIcon(other)) == picture(QIcon(QPixmap::fromImage(normal))),
+                 name == QLatin1String(other));
 }
 
 void TestTADataManager::registersItsOptionsPage()
@@ -251,26 +351,138 @@ void TestTADataManager::registersItsOptionsPage()
     QCOMPARE(object->parent(), m_loader->instance());
 }
 
-void TestTADataManager::purgesOnceAtStartAndOnEachNewDay()
+void TestTADataManager::purgesAtStartAndOnEachNewDay()
 {
-    testsupport::writeFile(secondFile(), "old");
+    writeSecondFile();
     plugin()->init(m_core.get());
     QVERIFY(!QFile::exists(secondFile()));
 
     for (int day = 0; day < 2; ++day) {
-        testsupport::writeFile(secondFile(), "old");
+        writeSecondFile();
         Q_EMIT m_core->notifier()->aNewDay();
         QVERIFY(!QFile::exists(secondFile()));
     }
 }
 
+void TestTADataManager::purgesOnceEachTime()
+{
+    writeSecondFile();
+    const Openings walks(QFileInfo(secondFile()).path());
+    purge();
+    const int once = walks.take();
+    QVERIFY(once > 0);
+
+    plugin()->init(m_core.get());
+    QCOMPARE(walks.take(), once);
+    Q_EMIT m_core->notifier()->aNewDay();
+    QCOMPARE(walks.take(), once);
+}
+
+// A terminal that shows its menu already has the plug-in's, and the connection comes last.
+void TestTADataManager::startsStepByStep()
+{
+    m_core.reset();
+    writeSecondFile();
+    QStringList steps;
+    WatchingCore core;
+    core.whenPageIsAdded = [this, &steps] {
+        QVERIFY(ActionManager::instance()->action("3_Edit"));
+        QCOMPARE(theMenu()->entries().size(), 1);
+        QVERIFY(QFile::exists(secondFile()));
+        steps.append(QStringLiteral("page"));
+    };
+    core.whenNotifierIsTaken = [this, &core, &steps] {
+        QVERIFY(!QFile::exists(secondFile()));
+        steps.append(QStringLiteral("notifier"));
+        writeSecondFile();
+        Q_EMIT core.theNotifier.aNewDay();
+    };
+    plugin()->init(&core);
+    QCOMPARE(steps, QStringList({QStringLiteral("page"), QStringLiteral("notifier")}));
+    QCOMPARE(core.pages.size(), 1);
+    QVERIFY(QFile::exists(secondFile()));
+    Q_EMIT core.theNotifier.aNewDay();
+    QVERIFY(!QFile::exists(secondFile()));
+}
+
+void TestTADataManager::listensToTheNotifierOfItsCore()
+{
+    m_core.reset();
+    WatchingCore core;
+    int asked = 0;
+    core.whenNotifierIsTaken = [&asked] { ++asked; };
+#ifdef QT_NO_DEBUG
+    // The youngest is the one that instance() knows. With assertions there cannot be another.
+    const vexdesk::Core another;
+    QCOMPARE(ICore::instance(), static_cast<const ICore*>(&another));
+#endif
+    plugin()->init(&core);
+    QCOMPARE(asked, 1);
+    QCOMPARE(core.pages.size(), 1);
+#ifdef QT_NO_DEBUG
+    QVERIFY(another.optionsPages().isEmpty());
+    writeSecondFile();
+    Q_EMIT another.notifier()->aNewDay();
+    QVERIFY(QFile::exists(secondFile()));
+#endif
+    writeSecondFile();
+    Q_EMIT core.theNotifier.aNewDay();
+    QVERIFY(!QFile::exists(secondFile()));
+}
+
+// At any time of the day it is another date than in Greenwich in one of these zones at least.
+void TestTADataManager::reckonsDaysByTheLocalDate_data()
+{
+    QTest::addColumn<QByteArray>("zone");
+    QTest::newRow("fourteen hours ahead") << QByteArray("AHEAD-14");
+    QTest::newRow("twelve hours behind") << QByteArray("BEHIND12");
+    QTest::newRow("in Greenwich") << QByteArray("UTC0");
+}
+
+void TestTADataManager::reckonsDaysByTheLocalDate()
+{
+    QFETCH(const QByteArray, zone);
+    const testsupport::LocalZone here(zone);
+    const QDir series(m_user.filePath(QStringLiteral("tadata/S/B/X")));
+    QDate today;
+    QStringList left;
+    do {
+        today = QDate::currentDate();
+        for (int age = 5; age <= 10; ++age)
+            testsupport::writeFile(series.filePath(secondName(today.addDays(-age))), "x");
+        purge();
+        left = testsupport::readTree(series).keys();
+    } while (today != QDate::currentDate());
+    QCOMPARE(left, QStringList({secondName(today.addDays(-7)), secondName(today.addDays(-6)),
+                                secondName(today.addDays(-5))}));
+}
+
+void TestTADataManager::purgesTheStoreAndNothingBesideIt()
+{
+    for (const char* path : {"", "other/", "tadata2/S/B/X/", "S/B/X/"})
+        testsupport::writeFile(m_user.filePath(QLatin1String(path) + oldSecondName()), "x");
+    const auto before = testsupport::readTree(m_user);
+    writeSecondFile();
+    plugin()->init(m_core.get());
+    Q_EMIT m_core->notifier()->aNewDay();
+    QCOMPARE(testsupport::readTree(m_user), before);
+}
+
 void TestTADataManager::leavesTheStoreAloneWhenThePurgeIsOff()
 {
     AppSettings(QStringLiteral("TADataManager")).setValue(QStringLiteral("deleteSeconds"), false);
-    testsupport::writeFile(secondFile(), "old");
+    writeSecondFile();
     plugin()->init(m_core.get());
     Q_EMIT m_core->notifier()->aNewDay();
     QVERIFY(QFile::exists(secondFile()));
+}
+
+void TestTADataManager::makesNoStoreWhenThePurgeIsOff()
+{
+    AppSettings(QStringLiteral("TADataManager")).setValue(QStringLiteral("deleteSeconds"), false);
+    plugin()->init(m_core.get());
+    Q_EMIT m_core->notifier()->aNewDay();
+    QVERIFY(!m_user.exists(QStringLiteral("tadata")));
 }
 
 void TestTADataManager::answersEveryCommand_data()
@@ -298,10 +510,27 @@ void TestTADataManager::answersEveryCommand()
     QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
 }
 
+void TestTADataManager::destroysTheWindowOfACommand()
+{
+    QFETCH(const QByteArray, id);
+    plugin()->init(m_core.get());
+    QPointer<QDialog> window;
+    testsupport::ModalSteps steps;
+    steps.on<QDialog>([&window](QDialog* dialog) {
+        window = dialog;
+        QTest::keyClick(dialog, Qt::Key_Escape);
+    });
+    const QWidgetList before = QApplication::topLevelWidgets();
+    ActionManager::instance()->action(id)->trigger();
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    QVERIFY(!window);
+    QCOMPARE(QApplication::topLevelWidgets(), before);
+}
+
 void TestTADataManager::doesNothingInStagesAndAtTheEnd()
 {
     plugin()->init(m_core.get());
-    testsupport::writeFile(secondFile(), "old");
+    writeSecondFile();
     plugin()->initStage(IPlugin::InitStage::PluginsReady);
     plugin()->initStage(IPlugin::InitStage::WindowShown);
     plugin()->tini();

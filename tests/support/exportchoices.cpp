@@ -46,8 +46,14 @@ void typeDate(QDateEdit* edit, const QDate& date)
     QVERIFY(edit);
     QVERIFY(edit->isVisible() && edit->isEnabled());
     edit->setFocus();
-    edit->setSelectedSection(QDateTimeEdit::DaySection);
-    QTest::keyClicks(edit, date.toString(QStringLiteral("ddMMyyyy")));
+    // In whatever order they are shown: a day fits into its month when it comes last.
+    const auto type = [edit, &date](QDateTimeEdit::Section section, const char* format) {
+        edit->setSelectedSection(section);
+        QTest::keyClicks(edit, date.toString(QLatin1String(format)));
+    };
+    type(QDateTimeEdit::YearSection, "yyyy");
+    type(QDateTimeEdit::MonthSection, "MM");
+    type(QDateTimeEdit::DaySection, "dd");
     QCOMPARE(edit->date(), date);
 }
 

@@ -29,7 +29,7 @@ struct ExportChoices
     bool header = true;
 };
 
-/// Types a date over the one that is shown. A day after the 28th may not fit the shown month.
+/// Types a date over the one that is shown, in whatever order the editor shows it.
 void typeDate(QDateEdit* edit, const QDate& date);
 
 /// Fills the page that the wizard shows.

@@ -16,6 +16,7 @@
 #include <utility>
 #include <vector>
 
+using testsupport::AtEnd;
 using testsupport::Fault;
 using testsupport::Meanwhile;
 using testsupport::SystemCall;
@@ -28,6 +29,12 @@ struct Fault::Rule
     int error;
     int passed;
     std::atomic<int> calls = 0;
+};
+
+struct AtEnd::Rule
+{
+    QByteArray pathEnd;
+    std::function<void()> action;
 };
 
 struct WrittenPieces::Record
@@ -47,9 +54,10 @@ namespace {
 
 std::mutex rulesMutex;
 std::vector<std::shared_ptr<Fault::Rule>> rules;
+std::vector<std::shared_ptr<AtEnd::Rule>> ends;
 std::vector<std::shared_ptr<WrittenPieces::Record>> records;
 std::vector<std::shared_ptr<Meanwhile::Deed>> deeds;
-std::atomic<int> ruleCount = 0; // and records and deeds
+std::atomic<int> ruleCount = 0; // of all four kinds
 
 template <typename Function>
 Function real(const char* name)
@@ -101,6 +109,21 @@ bool failsOn(SystemCall call, int descriptor)
     return ruleCount != 0 && fails(call, pathOf(descriptor));
 }
 
+void tellEnd(int descriptor)
+{
+    const QByteArray path = pathOf(descriptor);
+    std::vector<std::function<void()>> actions;
+    {
+        const std::lock_guard lock(rulesMutex);
+        for (const auto& rule : ends) {
+            if (path.endsWith(rule->pathEnd) && rule->action)
+                actions.push_back(std::exchange(rule->action, nullptr));
+        }
+    }
+    for (const auto& action : actions)
+        action();
+}
+
 void keepPiece(int descriptor, const void* from, size_t count)
 {
     const QByteArray path = pathOf(descriptor);
@@ -139,6 +162,21 @@ Fault::~Fault()
 int Fault::failed() const
 {
     return std::max(0, m_rule->calls - m_rule->passed);
+}
+
+AtEnd::AtEnd(const QString& pathEnd, std::function<void()> action)
+    : m_rule(new Rule{QFile::encodeName(pathEnd), std::move(action)})
+{
+    const std::lock_guard lock(rulesMutex);
+    ends.push_back(m_rule);
+    ++ruleCount;
+}
+
+AtEnd::~AtEnd()
+{
+    const std::lock_guard lock(rulesMutex);
+    std::erase(ends, m_rule);
+    --ruleCount;
 }
 
 WrittenPieces::WrittenPieces(const QString& pathEnd)
@@ -183,7 +221,12 @@ Meanwhile::~Meanwhile()
 TESTSUPPORT_INTERPOSED ssize_t read(int descriptor, void* to, size_t count)
 {
     static const auto call = real<ssize_t (*)(int, void*, size_t)>("read");
-    return failsOn(SystemCall::Read, descriptor) ? -1 : call(descriptor, to, count);
+    if (failsOn(SystemCall::Read, descriptor))
+        return -1;
+    const ssize_t size = call(descriptor, to, count);
+    if (size == 0 && ruleCount != 0)
+        tellEnd(descriptor);
+    return size;
 }
 
 TESTSUPPORT_INTERPOSED ssize_t write(int descriptor, const void* from, size_t count)

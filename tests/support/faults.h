@@ -35,6 +35,21 @@ private:
     std::shared_ptr<Rule> m_rule;
 };
 
+/// Calls a function when the end of a file whose path ends so has been read for the first time,
+/// before the reader hears of it.
+class AtEnd final
+{
+public:
+    AtEnd(const QString& pathEnd, std::function<void()> action);
+    ~AtEnd();
+    Q_DISABLE_COPY_MOVE(AtEnd)
+
+    struct Rule;
+
+private:
+    std::shared_ptr<Rule> m_rule;
+};
+
 /// Keeps what is handed to the system by each call of write, for the files whose path ends so.
 class WrittenPieces final
 {

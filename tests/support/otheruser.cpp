@@ -11,8 +11,6 @@ namespace testsupport {
 
 namespace {
 
-constexpr uid_t nobody = 65534;
-constexpr gid_t noGroup = 65534;
 constexpr mode_t permissionBits = 07777;
 
 std::vector<gid_t> groups()

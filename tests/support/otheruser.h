@@ -9,6 +9,10 @@
 /// For tests of what may not be read or written: the superuser may do everything.
 namespace testsupport {
 
+/// A user, and a group, who own nothing on this machine.
+constexpr uid_t nobody = 65534;
+constexpr gid_t noGroup = 65534;
+
 /// Where the superuser runs the tests, the process lives as the user "nobody" for as long as the
 /// object does, with nobody's group and no other; whoever else runs it stays who he is. What a
 /// program that is started meanwhile is allowed follows. Make files that this user is to own, and

@@ -286,6 +286,8 @@ void TestDialogTexts::chart()
     vexdesk::triggerCommand("Desk.Chart");
     const auto* const dock = m_window->findChild<QDockWidget*>(QStringLiteral("chartDock"));
     QVERIFY(dock && dock->isVisible());
+    // It slides into its place.
+    QTRY_VERIFY(m_window->rect().contains(dock->geometry()));
     look(m_window.get());
     QVERIFY2(m_faults.isEmpty(), qPrintable(m_faults.join(u'\n')));
     if (!vexdesk::ChartDock::hasChart())

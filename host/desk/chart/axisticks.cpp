@@ -181,4 +181,15 @@ QString numberText(double number, int decimals)
     return isZero && text.startsWith(u'-') ? text.mid(1) : text;
 }
 
+QString groupedText(const QString& number)
+{
+    constexpr qsizetype group = 3;
+    QString text = number;
+    const qsizetype point = number.indexOf(u'.');
+    const qsizetype first = number.startsWith(u'-') ? 1 : 0;
+    for (qsizetype i = (point < 0 ? number.size() : point) - group; i > first; i -= group)
+        text.insert(i, QChar::Nbsp);
+    return text;
+}
+
 } // namespace vexdesk

@@ -38,5 +38,7 @@ QString dateTimeText(qint64 time, qint64 interval);
 QString intervalText(qint64 seconds);
 /// A number with a fixed count of digits after the point, "120.50", never "-0.00".
 QString numberText(double number, int decimals);
+/// The text of a number with its thousands apart, "40 000 000"; the blanks do not break a line.
+QString groupedText(const QString& number);
 
 } // namespace vexdesk

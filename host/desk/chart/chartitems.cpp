@@ -75,49 +75,63 @@ void TimeAxisItem::paint(QPainter* painter, const QStyleOptionGraphicsItem* /*op
                          QWidget* /*widget*/)
 {
     painter->setFont(m_font);
+    for (const TimeTick& tick : m_layout.ticks)
+        paintTick(painter, tick);
     const QFontMetricsF metrics(m_font);
-    const double left = m_layout.pricePane.left();
-    const double right = m_layout.pricePane.right();
-    const double row = metrics.height();
-    double free = left; // where the next heading may begin
-    for (auto tick = m_layout.ticks.begin(); tick != m_layout.ticks.end(); ++tick) {
-        const double x = std::round(m_layout.xOf(static_cast<double>(tick->time)));
-        painter->setPen(tick->isBegin ? m_colors.dayLine : m_colors.grid);
-        painter->drawLine(QPointF(x, m_layout.pricePane.top()),
-                          QPointF(x, m_layout.pricePane.bottom()));
-        painter->drawLine(QPointF(x, m_layout.volumePane.top()),
-                          QPointF(x, m_layout.volumePane.bottom()));
-        painter->setPen(m_colors.dayLine);
-        painter->drawLine(QPointF(x, m_layout.volumePane.bottom()),
-                          QPointF(x, m_layout.volumePane.bottom() + tickLength));
+    const double baseline = m_layout.labelsTop + metrics.height() + metrics.ascent();
+    painter->setPen(m_colors.text);
+    for (const Heading& heading : headings())
+        painter->drawText(QPointF(heading.left, baseline), heading.text);
+}
 
-        painter->setPen(m_colors.text);
-        const double width = metrics.horizontalAdvance(tick->label);
-        // Kept inside: a label may be wider than what is beside the pane.
-        const double labelLeft = std::max(0.0, x - width / 2);
-        const QRectF labelPlace(labelLeft, m_layout.labelsTop, width, row);
-        // Rather none than a part of one.
-        if (!labelPlace.intersects(m_layout.timeTag))
-            painter->drawText(labelPlace.topLeft() + QPointF(0, metrics.ascent()), tick->label);
+void TimeAxisItem::paintTick(QPainter* painter, const TimeTick& tick) const
+{
+    const double x = std::round(m_layout.xOf(static_cast<double>(tick.time)));
+    painter->setPen(tick.isBegin ? m_colors.dayLine : m_colors.grid);
+    painter->drawLine(QPointF(x, m_layout.pricePane.top()),
+                      QPointF(x, m_layout.pricePane.bottom()));
+    painter->drawLine(QPointF(x, m_layout.volumePane.top()),
+                      QPointF(x, m_layout.volumePane.bottom()));
+    painter->setPen(m_colors.dayLine);
+    painter->drawLine(QPointF(x, m_layout.volumePane.bottom()),
+                      QPointF(x, m_layout.volumePane.bottom() + tickLength));
+
+    painter->setPen(m_colors.text);
+    const QFontMetricsF metrics(m_font);
+    const double width = metrics.horizontalAdvance(tick.label);
+    // Kept inside: a label may be wider than what is beside the pane.
+    const QRectF place(std::max(0.0, x - width / 2), m_layout.labelsTop, width, metrics.height());
+    // Rather none than a part of one.
+    if (!place.intersects(m_layout.timeTag))
+        painter->drawText(place.topLeft() + QPointF(0, metrics.ascent()), tick.label);
+}
+
+std::vector<TimeAxisItem::Heading> TimeAxisItem::headings() const
+{
+    const QFontMetricsF metrics(m_font);
+    const double right = m_layout.pricePane.right();
+    std::vector<Heading> shown;
+    double free = 0; // where the next one may begin; the first may stand left of the pane
+    for (auto tick = m_layout.ticks.begin(); tick != m_layout.ticks.end(); ++tick) {
         if (tick->heading.isEmpty())
             continue;
-        const double headingWidth = metrics.horizontalAdvance(tick->heading);
-        const double headingLeft =
-            std::clamp(x - headingWidth / 2, 0.0, std::max(0.0, right - headingWidth));
+        const double x = std::round(m_layout.xOf(static_cast<double>(tick->time)));
+        const double width = metrics.horizontalAdvance(tick->heading);
+        const double left = std::clamp(x - width / 2, 0.0, std::max(0.0, right - width));
         const auto next = std::find_if(tick + 1, m_layout.ticks.end(), [](const TimeTick& later) {
             return !later.heading.isEmpty();
         });
-        // The first heading gives way to the begin of the next day.
+        // The first one gives way to the begin of the next day.
         const bool givesWay = !tick->isBegin && next != m_layout.ticks.end() &&
                               m_layout.xOf(static_cast<double>(next->time)) -
                                       metrics.horizontalAdvance(next->heading) / 2 <
-                                  headingLeft + headingWidth + 2 * tagPadding;
-        if (givesWay || headingLeft < free)
+                                  left + width + 2 * tagPadding;
+        if (givesWay || left < free)
             continue;
-        painter->drawText(QPointF(headingLeft, m_layout.labelsTop + row + metrics.ascent()),
-                          tick->heading);
-        free = headingLeft + headingWidth + 2 * tagPadding;
+        shown.push_back({tick->heading, left});
+        free = left + width + 2 * tagPadding;
     }
+    return shown;
 }
 
 void BarsItem::paint(QPainter* painter, const QStyleOptionGraphicsItem* /*option*/,
@@ -208,12 +222,14 @@ void CrosshairItem::paint(QPainter* painter, const QStyleOptionGraphicsItem* /*o
     const bool isPrice = m_y <= price.bottom();
     const double value = isPrice ? ChartLayout::valueAt(m_y, price, m_layout.prices)
                                  : ChartLayout::valueAt(m_y, volume, m_layout.volumes);
-    const QString text = numberText(value, isPrice ? m_layout.decimals : 0);
+    const QString text =
+        isPrice ? numberText(value, m_layout.decimals) : groupedText(numberText(value, 0));
     const double height = metrics.height() + 2;
     const double width = metrics.horizontalAdvance(text) + 2 * tagPadding;
-    paintTag(painter, text,
-             {std::min(price.right() + 1, boundingRect().right() - width), m_y - height / 2, width,
-              height});
+    if (isPrice || m_layout.hasVolumes)
+        paintTag(painter, text,
+                 {std::min(price.right() + 1, boundingRect().right() - width), m_y - height / 2,
+                  width, height});
     paintTag(painter, candleTimeText(*candle(), m_layout.interval, m_layout.timeframe), timeTag());
 }
 

@@ -36,7 +36,17 @@ public:
     void setFont(const QFont& font) { m_font = font; }
     void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget) override;
 
+    struct Heading
+    {
+        QString text;
+        double left = 0;
+    };
+    /// Those of the lines' headings that are shown, the leftmost first.
+    std::vector<Heading> headings() const;
+
 private:
+    void paintTick(QPainter* painter, const TimeTick& tick) const;
+
     QFont m_font;
 };
 

@@ -30,7 +30,8 @@ struct ChartLayout
     TimeRange time;
     ValueRange prices;
     ValueRange volumes;
-    qint64 interval = 60; ///< of a candle, in seconds
+    bool hasVolumes = false; ///< of a candle that is shown
+    qint64 interval = 60;    ///< of a candle, in seconds
     int timeframe = 60;
     int decimals = 0; ///< of prices
     std::vector<Candle> candles;

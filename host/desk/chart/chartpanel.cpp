@@ -77,6 +77,10 @@ ChartPanel::ChartPanel(const QString& root, QWidget* parent)
     layout->addWidget(m_readout);
     layout->addWidget(m_pages, 1);
     setFocusProxy(m_view);
+    // As they stand, and not as they were made.
+    setTabOrder(m_seriesBox, m_timeframeBox);
+    setTabOrder(m_timeframeBox, m_showAll);
+    setTabOrder(m_showAll, m_view);
 
     connect(&m_feed, &SeriesFeed::loaded, this, &ChartPanel::showBars);
     connect(&m_feed, &SeriesFeed::progressed, this, &ChartPanel::showProgress);
@@ -103,7 +107,7 @@ QWidget* ChartPanel::makeChoice()
     m_timeframeBox = new QComboBox;
     m_timeframeBox->setObjectName(QStringLiteral("chartTimeframe"));
     m_timeframeBox->setAccessibleName(tr("Таймфрейм"));
-    m_timeframeBox->setToolTip(tr("Таймфрейм сохраненных баров"));
+    m_timeframeBox->setToolTip(tr("Таймфрейм сохранённых баров"));
     m_timeframeBox->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     m_showAll = new QPushButton(tr("Показать всё"));
     m_showAll->setObjectName(QStringLiteral("chartShowAll"));
@@ -294,7 +298,7 @@ void ChartPanel::showNothing()
     m_series.reset();
     const QSignalBlocker quiet(m_timeframeBox);
     m_timeframeBox->clear();
-    showMessage(tr("Сохраненных баров пока нет.\n\n"
+    showMessage(tr("Сохранённых баров пока нет.\n\n"
                    "Чтобы импортировать их из файла, выберите в меню «Тех. анализ» › «Управление "
                    "данными ТА» › «Импортировать...» или нажмите Shift+I."));
 }

@@ -111,8 +111,11 @@ double withRoomForLabel(const ValueRange& range, double step, double length, dou
 
 double widestLabel(const QFontMetricsF& metrics, const ValueRange& range, int decimals)
 {
-    return std::max(metrics.horizontalAdvance(numberText(range.low, decimals)),
-                    metrics.horizontalAdvance(numberText(range.high, decimals)));
+    // Grouped, whether it is or not: the volumes are.
+    const auto width = [&](double number) {
+        return metrics.horizontalAdvance(groupedText(numberText(number, decimals)));
+    };
+    return std::max(width(range.low), width(range.high));
 }
 
 } // namespace
@@ -148,7 +151,10 @@ ChartView::ChartView(QWidget* parent)
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     viewport()->setMouseTracking(true);
-    setAccessibleName(tr("График цен и объемов"));
+    // As groupedText() does it, whatever the language.
+    m_volumeChart->setLocalizeNumbers(true);
+    m_volumeChart->setLocale(QLocale(QLocale::Russian));
+    setAccessibleName(tr("График цен и объёмов"));
     applyColors();
     applyFont();
 }
@@ -262,6 +268,8 @@ void ChartView::updateAxes()
     if (!m_layout.candles.empty())
         m_layout.prices = pricesOf(m_layout.candles, m_layout.decimals);
     m_layout.volumes = m_layout.candles.empty() ? ValueRange() : volumesOf(m_layout.candles);
+    m_layout.hasVolumes = std::any_of(m_layout.candles.cbegin(), m_layout.candles.cend(),
+                                      [](const Candle& candle) { return candle.bar.volume != 0; });
 
     const double before = m_layout.pricePane.width();
     placePanes();
@@ -283,6 +291,8 @@ void ChartView::updateAxes()
     m_layout.volumes.high = withRoomForLabel(m_layout.volumes, volumeTicks.step,
                                              m_layout.volumePane.height(), labelHeight);
     setTicks(m_volumeAxis, m_layout.volumes, volumeTicks);
+    // Numbers that nothing is measured by would be taken for those of the bars.
+    m_volumeAxis->setVisible(m_layout.hasVolumes);
     // At once, with the candles, and not with the next turn of the event loop.
     for (QChart* const pane : {m_priceChart, m_volumeChart})
         pane->layout()->activate();
@@ -516,6 +526,27 @@ void ChartView::keyPressEvent(QKeyEvent* event)
     default:
         event->ignore();
     }
+}
+
+void ChartView::drawForeground(QPainter* painter, const QRectF& /*rect*/)
+{
+    if (!hasFocus())
+        return;
+    painter->setPen(palette().color(QPalette::Highlight));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRect(QRectF(QPointF(), m_sceneSize).adjusted(0, 0, -1, -1));
+}
+
+void ChartView::focusInEvent(QFocusEvent* event)
+{
+    QGraphicsView::focusInEvent(event);
+    viewport()->update();
+}
+
+void ChartView::focusOutEvent(QFocusEvent* event)
+{
+    QGraphicsView::focusOutEvent(event);
+    viewport()->update();
 }
 
 void ChartView::changeEvent(QEvent* event)

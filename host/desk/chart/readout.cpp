@@ -50,11 +50,13 @@ QString readoutText(const Candle& candle, qint64 interval, int timeframe, int de
                       Text::tr("Макс. %1").arg(price(bar.high)),
                       Text::tr("Мин. %1").arg(price(bar.low)),
                       Text::tr("Закр. %1").arg(price(bar.close)),
-                      Text::tr("Объем %1").arg(bar.volume)};
+                      Text::tr("Объём %1").arg(groupedText(QString::number(bar.volume)))};
     if (bar.value != 0)
-        parts.append(Text::tr("Объем в деньгах %1").arg(numberText(bar.value, moneyDecimals)));
+        parts.append(
+            Text::tr("Объём в деньгах %1").arg(groupedText(numberText(bar.value, moneyDecimals))));
     if (bar.openInterest != 0)
-        parts.append(Text::tr("Откр. интерес %1").arg(bar.openInterest));
+        parts.append(
+            Text::tr("Откр. интерес %1").arg(groupedText(QString::number(bar.openInterest))));
     return parts.join(QStringLiteral("   "));
 }
 

@@ -45,7 +45,7 @@ SeriesBox::SeriesBox(QWidget* parent)
     : QComboBox(parent)
 {
     constexpr int letters = 18; // that are seen however narrow the window
-    setPlaceholderText(tr("нет сохраненных серий"));
+    setPlaceholderText(tr("нет сохранённых серий"));
     setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(letters);
     setIconSize(QSize(0, 0));

@@ -26,8 +26,12 @@ public:
     QVariant value(const QString& key, const QVariant& defaultValue = QVariant()) const;
 
     /// Stores the value. A settings file that cannot be written is not an error here: the value
-    /// then lasts as long as the process.
+    /// then lasts as long as the process, and sync() tells so.
     void setValue(const QString& key, const QVariant& value);
+
+    /// Writes what this process has stored, through whichever object, and is not on disk yet. False
+    /// when it still is not: the file or its directory cannot be written, or the disk is full.
+    bool sync();
 
 protected:
     explicit Settings(std::unique_ptr<QSettings> store);

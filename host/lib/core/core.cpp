@@ -1,5 +1,7 @@
 #include <vexdesk/terminal/core.h>
 
+#include <algorithm>
+
 namespace {
 
 ICore* theCore = nullptr;
@@ -72,10 +74,10 @@ QStringList Core::problems() const
     return m_problems;
 }
 
-void Core::forgetProblems()
+void Core::forgetProblems(qsizetype count)
 {
     const QMutexLocker lock(&m_problemsMutex);
-    m_problems.clear();
+    m_problems = m_problems.mid(std::min(count, m_problems.size()));
 }
 
 } // namespace vexdesk

@@ -24,3 +24,11 @@ void Settings::setValue(const QString& key, const QVariant& value)
 {
     m_store->setValue(key, value);
 }
+
+bool Settings::sync()
+{
+    // A store of its own: that of this object would remember an error for ever.
+    QSettings store(m_store->fileName(), m_store->format());
+    store.sync();
+    return store.status() != QSettings::AccessError;
+}

@@ -3,7 +3,9 @@
 #include <vexdesk/history/utf8.h>
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QDateTime>
 #include <QtCore/QFileInfo>
+#include <QtCore/QThread>
 
 #include <algorithm>
 #include <cstring>
@@ -28,6 +30,14 @@ bool areAscii(QByteArrayView text)
             return false;
     }
     return std::all_of(begin, text.end(), [](char c) { return static_cast<signed char>(c) >= 0; });
+}
+
+bool wasJustWritten(const QFile& file)
+{
+    constexpr qint64 longAgo = qint64(1000) * 1000 * 1000; // ns
+    const std::optional<FileState> state = fileState(file);
+    const qint64 now = QDateTime::currentMSecsSinceEpoch() * 1000 * 1000;
+    return state && now - state->modified < longAgo;
 }
 
 // How many bytes a character has that begins with this one; 0 for one that begins none.
@@ -173,7 +183,9 @@ void DayFileLines::append(qsizetype kept)
 // As many as there are; fewer at the end of the file, and where an error is.
 qint64 DayFileLines::readBytes(char* to, qint64 count)
 {
-    const qint64 read = m_position > m_maxSize ? 0 : m_file.read(to, count);
+    qint64 read = m_position > m_maxSize ? 0 : m_file.read(to, count);
+    if (read == 0 && count < m_buffer.size() && wasJustWritten(m_file))
+        read = readWhatIsComing(to, count);
     m_position += std::max(qint64(0), read);
     if (std::max(m_position, m_state.size) > m_maxSize)
         m_error = Text::tr("файл больше 1 ГБ");
@@ -182,6 +194,20 @@ qint64 DayFileLines::readBytes(char* to, qint64 count)
     else if (read == 0 && count > 0 && m_position < m_state.size)
         m_error = Text::tr("файл стал короче, пока его читали");
     m_isAtEnd = read == 0 && count > 0;
+    return read;
+}
+
+// A writer beside hands over whole lines, but a file system may show the pages of what it is just
+// taking in one after the other: the rest of a line that is cut there comes at once.
+qint64 DayFileLines::readWhatIsComing(char* to, qint64 count)
+{
+    constexpr int most = 5;
+    constexpr unsigned long pause = 100; // microseconds
+    qint64 read = 0;
+    for (int i = 0; read == 0 && i < most; ++i) {
+        QThread::usleep(pause);
+        read = m_file.read(to, count);
+    }
     return read;
 }
 

@@ -57,6 +57,7 @@ private Q_SLOTS:
     void intervalsAreNamed_data();
     void intervalsAreNamed();
     void numbersHaveAllTheirDecimals();
+    void thousandsStandApart();
     void timesGoThereAndBack();
 };
 
@@ -215,6 +216,19 @@ void TestAxisTicks::numbersHaveAllTheirDecimals()
     QCOMPARE(vexdesk::numberText(-0.001, 2), QStringLiteral("0.00"));
     QCOMPARE(vexdesk::numberText(-1.25, 2), QStringLiteral("-1.25"));
     QCOMPARE(vexdesk::numberText(1e15, 0), QStringLiteral("1000000000000000"));
+}
+
+void TestAxisTicks::thousandsStandApart()
+{
+    const auto grouped = [](const char* text) {
+        return vexdesk::groupedText(QLatin1String(text)).replace(QChar::Nbsp, u'_');
+    };
+    for (const char* text : {"0", "7", "999", "-999", "-12.345678", "0.50"})
+        QCOMPARE(grouped(text), QLatin1String(text));
+    QCOMPARE(grouped("1000"), QStringLiteral("1_000"));
+    QCOMPARE(grouped("-1000"), QStringLiteral("-1_000"));
+    QCOMPARE(grouped("40000000"), QStringLiteral("40_000_000"));
+    QCOMPARE(grouped("-123456.7891"), QStringLiteral("-123_456.7891"));
 }
 
 void TestAxisTicks::timesGoThereAndBack()

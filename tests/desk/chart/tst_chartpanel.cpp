@@ -66,6 +66,7 @@ private Q_SLOTS:
     void anotherSeriesTakesThePlaceOfOneThatIsGone();
     void remembersSeriesAndTimeframe();
     void keepsItsPlaceWhenItIsHiddenAndShown();
+    void tabGoesThroughBoxesButtonAndChart();
     void isSmallEnoughForADock();
 
 private:
@@ -237,8 +238,8 @@ void TestChartPanel::readsOutTheBarAtTheMouse()
     QCOMPARE(readout(), QString());
     pointAt(QTime(10, 7));
     QCOMPARE(readout(), QStringLiteral("15.01.2024 10:07   Откр. 107.10   Макс. 107.40   "
-                                       "Мин. 107.05   Закр. 107.20   Объем 1107   "
-                                       "Объем в деньгах 2107.50   Откр. интерес 107"));
+                                       "Мин. 107.05   Закр. 107.20   Объём 1 107   "
+                                       "Объём в деньгах 2 107.50   Откр. интерес 107"));
 }
 
 void TestChartPanel::readsOutAnEditedBarWithItsVolume()
@@ -247,7 +248,7 @@ void TestChartPanel::readsOutAnEditedBarWithItsVolume()
     start();
     QTRY_COMPARE(candles(), 20U);
     pointAt(QTime(10, 7));
-    QVERIFY2(readout().contains(QStringLiteral("Объем 1107   Объем в деньгах 2107.50")),
+    QVERIFY2(readout().contains(QStringLiteral("Объём 1 107   Объём в деньгах 2 107.50")),
              qPrintable(readout()));
 }
 
@@ -415,6 +416,17 @@ void TestChartPanel::keepsItsPlaceWhenItIsHiddenAndShown()
     QTRY_VERIFY(view()->limits().lastTime() > double(wallTime(day.addDays(3))));
     QVERIFY(qAbs(view()->range().length() - before.length()) < 1);
     QVERIFY(qAbs(view()->range().begin - before.begin) < 1);
+}
+
+void TestChartPanel::tabGoesThroughBoxesButtonAndChart()
+{
+    write(QStringLiteral("NORD/MAIN/ALFA"), QDate(2024, 1, 15), "100100;1;2;1;2;10;0;0\n");
+    start();
+    QTRY_VERIFY(candles() > 0);
+    seriesBox()->setFocus(Qt::TabFocusReason);
+    QCOMPARE(testsupport::tabOrder(m_panel.get()),
+             (QList<QWidget*>{seriesBox(), timeframeBox(), widget<QPushButton>("chartShowAll"),
+                              view()}));
 }
 
 void TestChartPanel::isSmallEnoughForADock()

@@ -5,11 +5,13 @@
 #include "desk/chart/wallclock.h"
 #include "support/strictlog.h"
 
+#include <QtCore/QRegularExpression>
 #include <QtGui/QWheelEvent>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QGraphicsTextItem>
+#include <QtWidgets/QPushButton>
 
 #include <cmath>
 #include <memory>
@@ -20,6 +22,7 @@ using vexdesk::Candle;
 using vexdesk::ChartLayout;
 using vexdesk::ChartView;
 using vexdesk::DayBars;
+using vexdesk::TimeAxisItem;
 using vexdesk::TimeRange;
 using vexdesk::wallTime;
 
@@ -94,6 +97,11 @@ private Q_SLOTS:
     void drawsNothingWhereThereIsNoBar();
     void pricesFollowWhatIsShown();
     void theHighestVolumeLineHasRoomForItsLabel();
+    void aDateIsAlwaysShown_data();
+    void aDateIsAlwaysShown();
+    void volumesStandWithTheirThousandsApart();
+    void withoutVolumesThereIsNoAxisOfThem();
+    void theFocusIsSeen();
     void bothPanesShareTheTimes();
     void candlesNeverStandCloserThanTheyCanBeSeen();
     void theWheelZoomsAroundTheMouse();
@@ -122,6 +130,8 @@ private:
     QPoint middle() const { return m_view->chart().pricePane.center().toPoint(); }
     const Candle& candleAt(const QTime& time) const;
     QImage picture() const { return m_view->grab().toImage(); }
+    void showOneBar(qint64 volume);
+    QStringList volumeLabels() const;
 
     std::unique_ptr<ChartView> m_view;
     std::shared_ptr<const BarSeries> m_series;
@@ -282,11 +292,118 @@ void TestChartView::theHighestVolumeLineHasRoomForItsLabel()
             const auto* const label = dynamic_cast<const QGraphicsTextItem*>(item);
             if (label && label->isVisible() &&
                 label->scenePos().y() > m_view->chart().pricePane.bottom())
-                highest = std::max(highest, label->toPlainText().toInt());
+                highest = std::max(highest, label->toPlainText().remove(u' ').toInt());
         }
         QVERIFY2(highest > 0 && highest <= 2 * volume,
                  qPrintable(QStringLiteral("%1: %2").arg(volume).arg(highest)));
     }
+}
+
+void TestChartView::aDateIsAlwaysShown_data()
+{
+    QTest::addColumn<int>("timeframe");
+    for (const int timeframe : {1, 15, 60, 300, 900, 3600, 14400, 86400})
+        QTest::addRow("%d seconds", timeframe) << timeframe;
+}
+
+void TestChartView::aDateIsAlwaysShown()
+{
+    QFETCH(const int, timeframe);
+    const TimeAxisItem* axis = nullptr;
+    const QList<QGraphicsItem*> items = m_view->scene()->items();
+    for (const QGraphicsItem* const item : items) {
+        if (const auto* const found = dynamic_cast<const TimeAxisItem*>(item))
+            axis = found;
+    }
+    QVERIFY(axis);
+    // Below the days of a longer range stands their year.
+    const QRegularExpression date(QStringLiteral("^(\\d\\d\\.\\d\\d\\.)?\\d{4}$"));
+    const auto datesShown = [&] {
+        const auto headings = axis->headings();
+        return std::count_if(headings.begin(), headings.end(), [&date](const auto& heading) {
+            return date.match(heading.text).hasMatch();
+        });
+    };
+    for (const int count : {1, 2, 5, 30, 240}) {
+        std::vector<BarSeries::Day> days;
+        for (int d = 0; d < count; ++d) {
+            const QDate day = firstDay.addDays(d);
+            std::vector<Bar> bars{makeBar(day, QTime(10, 0), d)};
+            if (timeframe == 86400) // the bar of a day ends with it
+                bars.front().time = wallTime(day.addDays(1));
+            else
+                bars.push_back(makeBar(day, QTime(18, 40), d));
+            days.push_back(std::make_shared<const DayBars>(std::move(bars), 2));
+        }
+        const auto series = std::make_shared<const BarSeries>(std::move(days));
+        for (int width = 330; width < 1900; width += 37) {
+            m_view->resize(width, 300);
+            m_view->showSeries(series, timeframe);
+            const auto where = [&] {
+                return QStringLiteral("%1 days, %2 wide").arg(count).arg(width).toLocal8Bit();
+            };
+            QVERIFY2(datesShown() > 0, where().constData());
+            QTest::keyClick(m_view.get(), Qt::Key_Home);
+            QVERIFY2(datesShown() > 0, where().constData());
+        }
+    }
+}
+
+void TestChartView::showOneBar(qint64 volume)
+{
+    Bar bar = makeBar(firstDay, {10, 1}, 1);
+    bar.volume = volume;
+    m_view->showSeries(std::make_shared<const BarSeries>(std::vector<BarSeries::Day>{
+                           std::make_shared<const DayBars>(std::vector<Bar>{bar}, 2)}),
+                       minute);
+}
+
+QStringList TestChartView::volumeLabels() const
+{
+    QStringList labels;
+    const QList<QGraphicsItem*> items = m_view->scene()->items();
+    for (const QGraphicsItem* const item : items) {
+        const auto* const label = dynamic_cast<const QGraphicsTextItem*>(item);
+        if (label && label->isVisible() && !label->toPlainText().isEmpty() &&
+            label->scenePos().y() > m_view->chart().pricePane.bottom())
+            labels.append(label->toPlainText());
+    }
+    return labels;
+}
+
+void TestChartView::volumesStandWithTheirThousandsApart()
+{
+    showOneBar(40000000);
+    // What is shown as text has plain blanks for those that do not break.
+    const QStringList labels = volumeLabels();
+    QVERIFY2(labels.contains(QStringLiteral("40 000 000")), qPrintable(labels.join(u'|')));
+}
+
+void TestChartView::withoutVolumesThereIsNoAxisOfThem()
+{
+    showOneBar(0);
+    QCOMPARE(volumeLabels(), QStringList());
+    showOneBar(7);
+    QVERIFY(!volumeLabels().isEmpty());
+}
+
+void TestChartView::theFocusIsSeen()
+{
+    QWidget window;
+    auto* const other = new QPushButton(&window);
+    m_view->setParent(&window);
+    window.resize(700, 400);
+    window.show();
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    other->setFocus();
+    const QImage without = picture();
+    m_view->setFocus();
+    QVERIFY(m_view->hasFocus());
+    QVERIFY(picture() != without);
+    other->setFocus();
+    QVERIFY(picture() == without);
+    m_view->setParent(nullptr);
 }
 
 void TestChartView::bothPanesShareTheTimes()

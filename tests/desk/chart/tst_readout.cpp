@@ -55,7 +55,7 @@ void TestReadout::tellsABar()
 {
     QCOMPARE(vexdesk::readoutText(oneBar(), 60, 60, 2),
              QStringLiteral("15.01.2024 10:20   Откр. 120.03   Макс. 120.10   Мин. 119.90   "
-                            "Закр. 120.00   Объем 180"));
+                            "Закр. 120.00   Объём 180"));
 }
 
 void TestReadout::tellsWhatIsNotZero()
@@ -65,7 +65,7 @@ void TestReadout::tellsWhatIsNotZero()
     candle.bar.openInterest = -7;
     const QString text = vexdesk::readoutText(candle, 60, 60, 2);
     QVERIFY2(
-        text.endsWith(QStringLiteral("Объем 180   Объем в деньгах 21605.40   Откр. интерес -7")),
+        text.endsWith(QStringLiteral("Объём 180   Объём в деньгах 21 605.40   Откр. интерес -7")),
         qPrintable(text));
 }
 

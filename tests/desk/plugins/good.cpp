@@ -5,6 +5,8 @@
 #include <vexdesk/actionmanager.h>
 #include <vexdesk/command.h>
 #include <vexdesk/commandcontainer.h>
+#include <vexdesk/database/idatabase.h>
+#include <vexdesk/database/table.h>
 #include <vexdesk/icore.h>
 #include <vexdesk/ioptionspage.h>
 #include <vexdesk/iplugin.h>
@@ -65,6 +67,7 @@ private:
     void addCommand(CommandContainer* menu, const QByteArray& id, const QString& text, Qt::Key key,
                     QStyle::StandardPixmap picture);
     void chooseCommand();
+    void countDeals() const;
 
     Page m_page;
     Page m_latePage;
@@ -120,6 +123,19 @@ void Good::chooseCommand()
     QCoreApplication::quit();
 }
 
+// What an export of today would find.
+void Good::countDeals() const
+{
+    const Table* const deals = m_core->database()->table(QStringLiteral("all_deals"));
+    if (!deals) {
+        desktest::recordCall(QStringLiteral("GOOD.deals none"));
+        return;
+    }
+    const std::lock_guard lock(*deals);
+    desktest::recordCall(deals->masterIndex().isEmpty() ? QStringLiteral("GOOD.deals 0")
+                                                        : QStringLiteral("GOOD.deals some"));
+}
+
 void Good::tini()
 {
     desktest::recordCall(QStringLiteral("GOOD.tini"));
@@ -136,6 +152,8 @@ void Good::initStage(InitStage stage)
         desktest::recordCall(QStringLiteral("GOOD.WindowShown"));
         if (qEnvironmentVariableIsSet("DESK_TEST_CHOOSE"))
             QTimer::singleShot(0, this, &Good::chooseCommand);
+        if (qEnvironmentVariableIsSet("DESK_TEST_DEALS"))
+            QTimer::singleShot(0, this, &Good::countDeals);
         if (qEnvironmentVariableIsSet("DESK_TEST_QUIT"))
             QMetaObject::invokeMethod(
                 qApp, [] { QCoreApplication::quit(); }, Qt::QueuedConnection);

@@ -67,6 +67,7 @@ private:
     bool findLineEnd(const char** end);
     bool readBlock();
     qint64 readBytes(char* to, qint64 count);
+    qint64 readWhatIsComing(char* to, qint64 count);
     void append(qsizetype kept);
     void beginText();
     QByteArray inUtf8(QByteArrayView bytes);

@@ -10,6 +10,7 @@
 #include <QtCore/QObject>
 #include <QtCore/QStringList>
 
+#include <limits>
 #include <memory>
 
 /// For programs that embed the terminal's library: the core itself, and the identity under which
@@ -47,8 +48,8 @@ public:
 
     /// What was reported and not yet forgotten, the oldest first. Any thread.
     QStringList problems() const;
-    /// The user has read them. Any thread.
-    void forgetProblems();
+    /// The user has read the oldest `count` of them, or all that there are. Any thread.
+    void forgetProblems(qsizetype count = std::numeric_limits<qsizetype>::max());
 
     /// The pages in the order in which they were added.
     QList<IOptionsPage*> optionsPages() const { return m_optionsPages; }

@@ -1,0 +1,12 @@
+#pragma once
+
+class QWizard;
+
+namespace tadata {
+
+/// Makes a wizard that is about to be shown so wide that a page of this width has its place in it,
+/// but no wider than the screen. A wizard that has been given a size keeps it. Call it from
+/// showEvent(), when the wizard has its first page. User-interface thread.
+void widenForPage(QWizard& wizard, int pageWidth);
+
+} // namespace tadata

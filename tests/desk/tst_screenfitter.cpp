@@ -1,0 +1,206 @@
+#include "desk/deskapplication.h"
+#include "support/strictlog.h"
+
+#include <QtGui/QScreen>
+#include <QtTest/QTest>
+#include <QtWidgets/QDialog>
+#include <QtWidgets/QDialogButtonBox>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QVBoxLayout>
+
+namespace {
+
+QRect available()
+{
+    return QGuiApplication::primaryScreen()->availableGeometry();
+}
+
+/// A window that takes a size of its own when it is shown, as the wizards take a saved one.
+class Remembering final : public QDialog
+{
+    Q_OBJECT
+
+public:
+    QSize remembered;
+
+protected:
+    void showEvent(QShowEvent* event) override
+    {
+        QDialog::showEvent(event);
+        resize(remembered);
+    }
+};
+
+} // namespace
+
+class TestScreenFitter : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { testsupport::failOnStrayWarnings(); }
+
+    void aWindowLargerThanTheScreenIsLimited_data();
+    void aWindowLargerThanTheScreenIsLimited();
+    void aWindowOffTheScreenIsMovedThere_data();
+    void aWindowOffTheScreenIsMovedThere();
+    void aSizeThatIsTakenWhenShownIsLimited();
+    void aLargeLayoutIsSqueezed();
+    void aLongMessageIsLimited();
+    void aDialogThatGrowsStaysOnTheScreen();
+    void aWindowThatFitsIsLeftAlone();
+    void aMaximizedWindowIsLeftAlone();
+    void whatTheUserMovesStaysThere();
+    void isFittedEveryTimeItIsShown();
+};
+
+void TestScreenFitter::aWindowLargerThanTheScreenIsLimited_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("wide") << QSize(5000, 300);
+    QTest::newRow("high") << QSize(365, 32767);
+    QTest::newRow("both") << QSize(5000, 5000);
+}
+
+void TestScreenFitter::aWindowLargerThanTheScreenIsLimited()
+{
+    QFETCH(const QSize, size);
+    for (const Qt::WindowType type : {Qt::Window, Qt::Dialog}) {
+        QWidget window(nullptr, type);
+        window.resize(size);
+        window.show();
+        QTRY_VERIFY(available().contains(window.frameGeometry()));
+        const QSize least = size.boundedTo(available().size()) - QSize(50, 50);
+        QVERIFY(window.width() >= least.width() && window.height() >= least.height());
+    }
+}
+
+void TestScreenFitter::aWindowOffTheScreenIsMovedThere_data()
+{
+    QTest::addColumn<QPoint>("place");
+    QTest::newRow("left") << QPoint(-1000, 100);
+    QTest::newRow("above") << QPoint(100, -1000);
+    QTest::newRow("right") << QPoint(5000, 100);
+    QTest::newRow("below") << QPoint(100, 5000);
+    QTest::newRow("in part") << available().bottomRight() - QPoint(50, 50);
+}
+
+void TestScreenFitter::aWindowOffTheScreenIsMovedThere()
+{
+    QFETCH(const QPoint, place);
+    QDialog window;
+    window.resize(300, 200);
+    window.move(place);
+    window.show();
+    QTRY_VERIFY(available().contains(window.frameGeometry()));
+    QCOMPARE(window.size(), QSize(300, 200));
+}
+
+void TestScreenFitter::aSizeThatIsTakenWhenShownIsLimited()
+{
+    Remembering window;
+    window.remembered = QSize(365, 32767);
+    window.show();
+    QTRY_VERIFY(available().contains(window.frameGeometry()));
+    QCOMPARE(window.width(), 365);
+}
+
+void TestScreenFitter::aLargeLayoutIsSqueezed()
+{
+    QDialog window;
+    auto* const layout = new QVBoxLayout(&window);
+    for (int i = 0; i < 3; ++i) {
+        auto* const content = new QWidget;
+        content->setMinimumSize(2000, 2000);
+        layout->addWidget(content);
+    }
+    auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok);
+    layout->addWidget(buttons);
+    window.show();
+    QTRY_VERIFY(available().contains(window.frameGeometry()));
+    const QPushButton* const button = buttons->button(QDialogButtonBox::Ok);
+    QTRY_VERIFY(window.rect().contains(QRect(button->mapTo(&window, QPoint()), button->size())));
+}
+
+void TestScreenFitter::aLongMessageIsLimited()
+{
+    QMessageBox box(QMessageBox::Warning, QString(), QStringLiteral("text\n").repeated(500),
+                    QMessageBox::Ok);
+    box.show();
+    QTRY_VERIFY(available().contains(box.frameGeometry()));
+}
+
+void TestScreenFitter::aDialogThatGrowsStaysOnTheScreen()
+{
+    QDialog window;
+    window.resize(300, 200);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QTRY_VERIFY(available().contains(window.frameGeometry()));
+    window.resize(5000, 200);
+    QTRY_VERIFY(available().contains(window.frameGeometry()));
+}
+
+void TestScreenFitter::aWindowThatFitsIsLeftAlone()
+{
+    QDialog window;
+    window.setGeometry(QRect(available().topLeft() + QPoint(120, 130), QSize(310, 220)));
+    const QRect before = window.geometry();
+    const QSize least = window.minimumSize();
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QCoreApplication::processEvents();
+    QCOMPARE(window.geometry(), before);
+    QCOMPARE(window.minimumSize(), least);
+}
+
+void TestScreenFitter::aMaximizedWindowIsLeftAlone()
+{
+    QWidget window;
+    window.showMaximized();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QCoreApplication::processEvents();
+    QVERIFY(window.isMaximized());
+}
+
+void TestScreenFitter::whatTheUserMovesStaysThere()
+{
+    QWidget window;
+    window.resize(300, 200);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QCoreApplication::processEvents();
+    const QPoint place = available().bottomRight() - QPoint(50, 50);
+    window.move(place);
+    QDialog other;
+    other.show();
+    other.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&other));
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QCoreApplication::processEvents();
+    QCOMPARE(window.pos(), place);
+}
+
+void TestScreenFitter::isFittedEveryTimeItIsShown()
+{
+    QWidget window;
+    window.resize(300, 200);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    window.hide();
+    window.resize(5000, 5000);
+    window.show();
+    QTRY_VERIFY(available().contains(window.frameGeometry()));
+}
+
+int main(int argc, char** argv)
+{
+    const vexdesk::DeskApplication application(argc, argv);
+    TestScreenFitter test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_screenfitter.moc"

@@ -1,0 +1,53 @@
+#include "export/localdays.h"
+
+#include "support/localzone.h"
+#include "support/strictlog.h"
+
+#include <QtTest/QTest>
+
+class TestLocalDays final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { testsupport::failOnStrayWarnings(); }
+    void knowsADayThatIsAskedForOften();
+    void knowsEachDayOfAYearByItself();
+};
+
+namespace {
+
+bool isEvenAtLast(tadata::LocalDays& days, const QDate& day)
+{
+    bool isEven = false;
+    for (int i = 0; i < 10; ++i)
+        isEven = days.isKnownAsEven(day);
+    return isEven;
+}
+
+} // namespace
+
+void TestLocalDays::knowsADayThatIsAskedForOften()
+{
+    const testsupport::LocalZone zone("Europe/Berlin");
+    tadata::LocalDays days;
+    const QDate day(2024, 3, 10);
+    QVERIFY(!days.isKnownAsEven(day)); // not worth a look yet
+    QVERIFY(isEvenAtLast(days, day));
+}
+
+// Summer time begins on 31 March and ends on 27 October.
+void TestLocalDays::knowsEachDayOfAYearByItself()
+{
+    const testsupport::LocalZone zone("Europe/Berlin");
+    tadata::LocalDays days;
+    for (const QDate& change : {QDate(2024, 3, 31), QDate(2024, 10, 27)}) {
+        QVERIFY(isEvenAtLast(days, change.addDays(-10)));
+        for (int near = -1; near <= 1; ++near)
+            QVERIFY(!isEvenAtLast(days, change.addDays(near)));
+        QVERIFY(isEvenAtLast(days, change.addDays(10)));
+    }
+}
+
+QTEST_GUILESS_MAIN(TestLocalDays)
+#include "tst_localdays.moc"
