@@ -5,6 +5,8 @@
 
 #include "target.h"
 
+#include "editor/fieldlengths.h"
+#include "store/dayfilerewrite.h"
 #include "store/recordline.h"
 
 #include <vexdesk/history/dayfile.h>
@@ -12,6 +14,7 @@
 
 #include <QtCore/QBuffer>
 #include <QtCore/QFileInfo>
+#include <QtCore/QStringConverter>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QTextStream>
 
@@ -31,6 +34,14 @@ QStringList readLines(const QByteArray& content)
     while (!stream.atEnd())
         lines.append(stream.readLine());
     return lines;
+}
+
+// Half a character, which a file in UTF-16 may have, becomes a replacement character: QString's own
+// function makes it a question mark.
+QByteArray inUtf8(const QString& text)
+{
+    QStringEncoder encoder(QStringEncoder::Utf8, QStringEncoder::Flag::Stateless);
+    return encoder(text);
 }
 
 void checkName(const QString& name)
@@ -68,6 +79,61 @@ void checkBar(const QString& line)
     require(bar.time == again.time && bar.volume == again.volume &&
                 bar.openInterest == again.openInterest,
             "time and counts are written without a loss");
+}
+
+// The line taken apart field by field, as the format is described: nothing here is the readers'.
+vexdesk::StoredBar plainBar(const QString& line, const QDate& day)
+{
+    const QStringList fields = line.split(u';');
+    const auto number = [&fields](int field) {
+        try {
+            return decimal(fields.value(field));
+        } catch (const QString&) {
+            return decimal::zero;
+        }
+    };
+    vexdesk::StoredBar bar;
+    bar.date = day;
+    bar.time = QTime::fromString(fields.value(0), QStringLiteral("hhmmss"));
+    bar.open = number(1);
+    bar.high = number(2);
+    bar.low = number(3);
+    bar.close = number(4);
+    bar.volume = fields.value(5).toInt();
+    bar.value = number(6);
+    bar.openInterest = fields.value(7).toInt();
+    return bar;
+}
+
+bool areSame(const decimal& left, const decimal& right)
+{
+    return left == right && left.scale() == right.scale();
+}
+
+bool areSame(const vexdesk::StoredBar& left, const vexdesk::StoredBar& right)
+{
+    return left.date == right.date && left.time == right.time && areSame(left.open, right.open) &&
+           areSame(left.high, right.high) && areSame(left.low, right.low) &&
+           areSame(left.close, right.close) && left.volume == right.volume &&
+           areSame(left.value, right.value) && left.openInterest == right.openInterest;
+}
+
+void checkAgainstThePlainWay(const QByteArray& line)
+{
+    const QDate day(2024, 1, 15);
+    // A byte order mark is text: it is none of the file's start.
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless |
+                                                     QStringDecoder::Flag::ConvertInitialBom);
+    const QString text = decoder(line);
+    require(areSame(vexdesk::storedBar(line, day), plainBar(text, day)),
+            "a stored bar is what its fields say");
+    const qsizetype fields = text.split(u';').size();
+    require(vexdesk::isRecordLine(line) == (fields == vexdesk::RecordFieldCount),
+            "a record line is one of eight fields");
+    require(vexdesk::splitRecordLine(line).has_value() == vexdesk::isRecordLine(line),
+            "a record line is one that can be split");
+    const bool isRow = tadata::FieldLengths().add(line) != tadata::FieldLengths::Line::NoRecord;
+    require(isRow == vexdesk::isRecordLine(line), "the editor's rows are the record lines");
 }
 
 // The lines that the editor shows and writes back.
@@ -139,7 +205,8 @@ QByteArrayList rewritten(const QByteArrayList& rows)
     for (const QByteArray& row : rows)
         tadata::appendRewritten(content, *vexdesk::splitRecordLine(row));
     const QFileInfo file(dayFilePath());
-    require(tadata::replaceDayFile(file.dir(), file.fileName(), content),
+    const auto state = vexdesk::fileState(file.filePath());
+    require(state && tadata::rewriteDayFile(file.dir(), file.fileName(), content, *state).isNull(),
             "a day file can be rewritten");
     require(file.exists() == !rows.isEmpty(), "a day file without rows is removed");
     return readDayFile(file.filePath());
@@ -174,9 +241,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     write(content);
     const QByteArrayList bytes = readDayFile(dayFilePath());
+    for (const QByteArray& line : bytes)
+        checkAgainstThePlainWay(line);
+    // As they stand in the file, too: of the readers' own bytes nothing is taken for granted.
+    const QByteArrayList raw = content.split('\n');
+    for (const QByteArray& line : raw)
+        checkAgainstThePlainWay(line);
     require(bytes.size() == lines.size(), "a day file has the lines of its text");
     for (qsizetype i = 0; i < lines.size(); ++i)
-        require(bytes.at(i) == lines.at(i).toUtf8(), "lines are read as a text stream reads them");
+        require(bytes.at(i) == inUtf8(lines.at(i)), "lines are read as a text stream reads them");
     if (const auto text = plainTextOf(dayFilePath())) {
         QByteArrayList plain = text->split('\n');
         if (plain.last().isEmpty())

@@ -187,6 +187,58 @@
         <source>Откр. интерес</source>
         <translation>Open interest</translation>
     </message>
+    <message>
+        <source>он изменился, пока его читали</source>
+        <translation>it changed while it was being read</translation>
+    </message>
+    <message>
+        <source>Бары файла %1 не показаны, потому что его не удалось прочитать до конца: %2; покажите интервал ещё раз или импортируйте этот день заново.</source>
+        <translation>The bars of the file %1 are not shown, because it could not be read to its end: %2; show the range again or import this day anew.</translation>
+    </message>
+    <message>
+        <source>Файл %1 не переписан: он появился после того, как был показан интервал; покажите интервал ещё раз и повторите удаление.</source>
+        <translation>The file %1 was not rewritten: it appeared after the range was shown; show the range again and repeat the deletion.</translation>
+    </message>
+    <message>
+        <source>Файл %1 не переписан: его не удалось прочитать; проверьте права на файл или импортируйте этот день заново.</source>
+        <translation>The file %1 was not rewritten: it could not be read; check the permissions of the file or import this day anew.</translation>
+    </message>
+    <message>
+        <source>Файл %1 не переписан: %2; %3.</source>
+        <translation>The file %1 was not rewritten: %2; %3.</translation>
+    </message>
+    <message>
+        <source>покажите интервал ещё раз и повторите удаление</source>
+        <translation>show the range again and repeat the deletion</translation>
+    </message>
+    <message>
+        <source>он изменился после того, как был показан</source>
+        <translation>it has changed since it was shown</translation>
+    </message>
+    <message>
+        <source>проверьте диск и права на файл и повторите удаление</source>
+        <translation>check the disk and the permissions of the file and repeat the deletion</translation>
+    </message>
+    <message>
+        <source>Файл %1 испорчен: он был переписан не до конца, и вернуть прежнее содержимое не удалось (%2); импортируйте этот день заново.</source>
+        <translation>The file %1 is broken: it was rewritten only in part, and its old content could not be put back (%2); import this day anew.</translation>
+    </message>
+    <message>
+        <source>Файл %1 пуст, но не удалён: %2; удалите его.</source>
+        <translation>The file %1 is empty, but was not removed: %2; remove it.</translation>
+    </message>
+    <message>
+        <source>это не обычный файл</source>
+        <translation>it is no regular file</translation>
+    </message>
+    <message>
+        <source>уберите его из хранилища</source>
+        <translation>take it out of the store</translation>
+    </message>
+    <message>
+        <source>его больше нет</source>
+        <translation>it is no longer there</translation>
+    </message>
 </context>
 <context>
     <name>ExportTADataWizard</name>

@@ -1,5 +1,9 @@
 #include "editor/datarows.h"
 
+#include "store/dayfilerewrite.h"
+
+#include <vexdesk/history/utf8.h>
+
 #include <QtCore/QDateTime>
 #include <QtCore/QLocale>
 
@@ -37,6 +41,12 @@ void DataRows::clear()
 void DataRows::beginDay(const QDate& day, const QByteArray& text)
 {
     m_days.push_back({day, day.toString(QStringLiteral("yyyyMMdd ")), text});
+}
+
+void DataRows::takeBackDay()
+{
+    m_rows.resize(static_cast<size_t>(firstRowOfDay(static_cast<quint32>(m_days.size() - 1))));
+    m_days.pop_back();
 }
 
 void DataRows::append(int secondOfDay, qsizetype begin)
@@ -119,7 +129,7 @@ QString DataRows::fieldText(qsizetype row, vexdesk::RecordField field) const
         return QString();
     return field == vexdesk::TimeField
                ? timeText(row)
-               : QString::fromUtf8((*vexdesk::splitRecordLine(line(entry)))[field]);
+               : vexdesk::textFromUtf8((*vexdesk::splitRecordLine(line(entry)))[field]);
 }
 
 QString DataRows::key(qsizetype row) const
@@ -134,9 +144,10 @@ QString DataRows::key(qsizetype row) const
 
 QByteArray DataRows::rewritten(const QDate& day) const
 {
-    const auto found = std::find_if(m_days.begin(), m_days.end(),
-                                    [&day](const Day& known) { return known.date == day; });
-    if (found == m_days.end())
+    const auto found =
+        std::lower_bound(m_days.begin(), m_days.end(), day,
+                         [](const Day& known, const QDate& wanted) { return known.date < wanted; });
+    if (found == m_days.end() || found->date != day)
         return QByteArray();
     const auto index = static_cast<quint32>(found - m_days.begin());
     QByteArray content;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/recordline.h"
+#include <vexdesk/history/recordline.h>
 
 #include <QtCore/QByteArray>
 #include <QtCore/QDate>
@@ -20,6 +20,8 @@ public:
     /// Rows that are appended from here on are of this day, which is after the ones before. `text`
     /// is the text of a day file that plainDayFile() gave, or empty.
     void beginDay(const QDate& day, const QByteArray& text = QByteArray());
+    /// Takes back the day that was begun last, with its rows; none may have been removed yet.
+    void takeBackDay();
     /// Appends the line that begins there in the day's text; it must have eight fields.
     void append(int secondOfDay, qsizetype begin);
     /// Appends a line without its line end; it must have eight fields and no line feed in it.

@@ -1,6 +1,8 @@
 #include "editor/editortadatadialog.h"
 
+#include "editor/columnwidths.h"
 #include "editor/editortadatamodel.h"
+#include "store/dateeditors.h"
 #include "store/labelmark.h"
 #include "store/seriesselectormodels.h"
 #include "ui_editortadatadialog.h"
@@ -8,6 +10,7 @@
 #include <vexdesk/appsettings.h>
 #include <vexdesk/headerproxystyle.h>
 #include <vexdesk/history/dayfile.h>
+#include <vexdesk/icore.h>
 #include <vexdesk/itemdelegate.h>
 #include <vexdesk/properties.h>
 
@@ -24,6 +27,15 @@ namespace {
 
 const char settingsGroup[] = "TADataManager/Editor";
 const char sizeKey[] = "dialog_size";
+
+// A date and time to the second, as the terminal's language writes them.
+QString momentFormat()
+{
+    QString time = QLocale().timeFormat(QLocale::ShortFormat);
+    if (!time.contains(u's'))
+        time.replace(QLatin1String("mm"), QLatin1String("mm:ss"));
+    return tadata::shownDateFormat(QLocale()) + u' ' + time;
+}
 
 // The row that takes the place of the selected ones: the next one below the last of them that
 // stays or, at the end of the table, the one above the first.
@@ -97,6 +109,7 @@ void EditorTADataDialog::setupTimes()
     for (QDateTimeEdit* const edit : {m_ui->fromDateTime, m_ui->toDateTime, m_ui->findDateTime}) {
         edit->calendarWidget()->setFirstDayOfWeek(QLocale::system().firstDayOfWeek());
         edit->calendarWidget()->setGridVisible(true);
+        edit->setDisplayFormat(momentFormat());
     }
 }
 
@@ -150,8 +163,8 @@ void EditorTADataDialog::on_loadDataButton_clicked()
         return;
     m_model->load(dir, m_ui->fromDateTime->dateTime(), m_ui->toDateTime->dateTime(),
                   m_ui->timeFrame->currentData().toInt());
-    for (int column = 0; column < m_model->columnCount(); ++column)
-        m_ui->dataTable->resizeColumnToContents(column);
+    reportProblems();
+    tadata::fitColumns(*m_ui->dataTable, *m_model);
 }
 
 void EditorTADataDialog::on_findButton_clicked()
@@ -160,10 +173,21 @@ void EditorTADataDialog::on_findButton_clicked()
     const QString key = m_ui->findDateTime->date().toString(QStringLiteral("yyyyMMdd ")) +
                         m_ui->findDateTime->time().toString(QStringLiteral("hhmmss"));
     const QModelIndex found = m_model->index(m_model->find(key), 0);
-    m_ui->dataTable->selectionModel()->select(found, QItemSelectionModel::Select |
-                                                         QItemSelectionModel::Rows);
-    m_ui->dataTable->scrollTo(found, QAbstractItemView::EnsureVisible);
+    if (found.isValid())
+        goTo(found);
     m_ui->dataTable->setFocus(Qt::OtherFocusReason);
+}
+
+// The keyboard goes on from there, and what was selected stays so: only the view's own function
+// moves the place from which Shift extends, but it selects that row alone.
+void EditorTADataDialog::goTo(const QModelIndex& row)
+{
+    QItemSelectionModel& selection = *m_ui->dataTable->selectionModel();
+    const QItemSelection before = selection.selection();
+    m_ui->dataTable->setCurrentIndex(row);
+    selection.select(before, QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    selection.select(row, QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    m_ui->dataTable->scrollTo(row, QAbstractItemView::EnsureVisible);
 }
 
 void EditorTADataDialog::on_delButton_clicked()
@@ -193,6 +217,18 @@ void EditorTADataDialog::delDataFromFiles()
         return;
     m_model->delRowsFromFiles();
     m_pendingDeletions = false;
+    reportProblems();
+}
+
+// The terminal keeps them until they were read: this window may be about to go.
+void EditorTADataDialog::reportProblems()
+{
+    const QStringList problems = m_model->takeProblems();
+    ICore* const core = ICore::instance();
+    if (!core)
+        return;
+    for (const QString& problem : problems)
+        core->reportProblem(problem);
 }
 
 void EditorTADataDialog::keyPressEvent(QKeyEvent* event)

@@ -8,6 +8,7 @@
 
 class EditorTADataModel;
 class Properties;
+class QModelIndex;
 namespace Ui {
 class EditorTADataDialog;
 }
@@ -24,26 +25,36 @@ public:
     explicit EditorTADataDialog(QWidget* parent = nullptr);
     ~EditorTADataDialog() override;
 
+    /// Fills the form and connects it; the constructor has called it.
+    void setupUI();
+
     /// Marks what is missing or wrong in red; true when nothing is.
     bool validate() override;
+
+public Q_SLOTS:
+    /// "Показать" is enabled while the form is valid.
+    void validateForm();
+    /// Adds the last bar at or before the chosen time to the selection and goes there.
+    void on_findButton_clicked();
+    /// Takes the selected rows from the table.
+    void on_delButton_clicked();
+    /// Writes what is pending and shows the chosen range.
+    void on_loadDataButton_clicked();
+    /// "Удалить" is enabled while something is selected.
+    void onSelectionChanged();
+    /// Writes the day files if rows were deleted. What goes wrong is told by the terminal.
+    void delDataFromFiles();
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
 
-private Q_SLOTS:
-    void validateForm();
-    void on_findButton_clicked();
-    void on_delButton_clicked();
-    void on_loadDataButton_clicked();
-    void onSelectionChanged();
-    void delDataFromFiles();
-
 private:
-    void setupUI();
     void setupSelectors();
     void setupTable();
     void setupTimes();
     void connectForm();
+    void goTo(const QModelIndex& row);
+    void reportProblems();
 
     std::unique_ptr<Properties> m_properties;
     bool m_pendingDeletions = false;

@@ -1,13 +1,18 @@
 #include "editor/editortadatamodel.h"
 
 #include "editor/timeofdayrange.h"
+#include "store/dayfilerewrite.h"
 
 #include <vexdesk/history/dayfile.h>
 #include <vexdesk/history/dayfilelines.h>
 #include <vexdesk/history/utf8.h>
 
-#include <algorithm>
+#include <QtCore/QFileInfo>
 
+#include <algorithm>
+#include <utility>
+
+using tadata::FieldLengths;
 using tadata::TimeOfDayRange;
 
 namespace {
@@ -54,9 +59,13 @@ void EditorTADataModel::load(const QDir& dir, const QDateTime& from, const QDate
     m_toDate = to.date();
     m_timeframe = timeframe;
     m_rows.clear();
+    m_lengths = FieldLengths();
+    m_rowsOfText.clear();
     const QList<QDate> days = vexdesk::storedDays(dir, timeframe, m_fromDate, m_toDate);
+    m_loaded.clear();
+    m_loaded.reserve(days.size());
     for (const QDate& day : days) {
-        readDay(day, from, to);
+        m_loaded.append(readDay(day, from, to));
         // Most days are about as long as the first one.
         if (day == days.first())
             m_rows.expectDays(days.size());
@@ -65,13 +74,33 @@ void EditorTADataModel::load(const QDir& dir, const QDateTime& from, const QDate
     endResetModel();
 }
 
-void EditorTADataModel::readDay(const QDate& day, const QDateTime& from, const QDateTime& to)
+QString EditorTADataModel::dayPath(const QDate& day) const
 {
-    const QString path = m_dir.filePath(vexdesk::dayFileName(day, m_timeframe));
-    const TimeOfDayRange range(day, from, to);
-    vexdesk::DayFileLines lines(path);
+    return m_dir.filePath(vexdesk::dayFileName(day, m_timeframe));
+}
+
+EditorTADataModel::LoadedDay EditorTADataModel::readDay(const QDate& day, const QDateTime& from,
+                                                        const QDateTime& to)
+{
+    vexdesk::DayFileLines lines(dayPath(day));
     if (!lines.open())
-        return;
+        return {day, std::nullopt};
+    readLines(lines, day, TimeOfDayRange(day, from, to));
+    const QString error = lines.error().isNull() && lines.isChanged()
+                              ? tr("он изменился, пока его читали")
+                              : lines.error();
+    if (error.isNull())
+        return {day, lines.state()};
+    takeBackDay();
+    m_problems.append(tr("Бары файла %1 не показаны, потому что его не удалось прочитать до "
+                         "конца: %2; покажите интервал ещё раз или импортируйте этот день заново.")
+                          .arg(lines.path(), error));
+    return {day, std::nullopt};
+}
+
+void EditorTADataModel::readLines(vexdesk::DayFileLines& lines, const QDate& day,
+                                  const TimeOfDayRange& range)
+{
     if (range.isWholeDay()) {
         if (const auto text = lines.plainText()) {
             readWholeDay(day, *text);
@@ -88,12 +117,28 @@ void EditorTADataModel::readDay(const QDate& day, const QDateTime& from, const Q
         case TimeOfDayRange::Place::After:
             return;
         case TimeOfDayRange::Place::Inside:
-            if (vexdesk::isRecordLine(line))
+            if (isRecordLine(line))
                 m_rows.append(second, line);
             else
                 m_rows.appendBlank();
         }
     }
+}
+
+// Of the line that makes the next row.
+bool EditorTADataModel::isRecordLine(QByteArrayView line)
+{
+    const FieldLengths::Line kind = m_lengths.add(line);
+    if (kind == FieldLengths::Line::Text)
+        m_rowsOfText.push_back(static_cast<int>(m_rows.size()));
+    return kind != FieldLengths::Line::NoRecord;
+}
+
+void EditorTADataModel::takeBackDay()
+{
+    m_rows.takeBackDay();
+    while (!m_rowsOfText.empty() && m_rowsOfText.back() >= m_rows.size())
+        m_rowsOfText.pop_back();
 }
 
 // The rows are lines of the text as it was read.
@@ -106,7 +151,7 @@ void EditorTADataModel::readWholeDay(const QDate& day, const QByteArray& text)
         if (end < 0)
             end = content.size();
         const QByteArrayView line = content.sliced(begin, end - begin);
-        if (vexdesk::isRecordLine(line))
+        if (isRecordLine(line))
             m_rows.append(secondOfLine(line), begin);
         else
             m_rows.appendBlank();
@@ -141,11 +186,44 @@ void EditorTADataModel::delRows(QList<int> rows)
 
 void EditorTADataModel::delRowsFromFiles()
 {
+    for (const LoadedDay& loaded : std::as_const(m_loaded))
+        rewrite(loaded);
     for (const QDate& day : vexdesk::storedDays(m_dir, m_timeframe, m_fromDate, m_toDate)) {
-        tadata::replaceDayFile(m_dir, vexdesk::dayFileName(day, m_timeframe),
-                               m_rows.rewritten(day));
+        if (!isLoaded(day)) {
+            m_problems.append(tr("Файл %1 не переписан: он появился после того, как был показан "
+                                 "интервал; покажите интервал ещё раз и повторите удаление.")
+                                  .arg(dayPath(day)));
+        }
     }
     forget();
+}
+
+void EditorTADataModel::rewrite(const LoadedDay& loaded)
+{
+    QString problem;
+    if (loaded.state) {
+        problem = tadata::rewriteDayFile(m_dir, vexdesk::dayFileName(loaded.day, m_timeframe),
+                                         m_rows.rewritten(loaded.day), *loaded.state);
+    } else if (const QString path = dayPath(loaded.day); QFileInfo::exists(path)) {
+        problem = tr("Файл %1 не переписан: его не удалось прочитать; проверьте права на файл или "
+                     "импортируйте этот день заново.")
+                      .arg(path);
+    }
+    if (!problem.isNull())
+        m_problems.append(problem);
+}
+
+bool EditorTADataModel::isLoaded(const QDate& day) const
+{
+    const auto found = std::lower_bound(
+        m_loaded.begin(), m_loaded.end(), day,
+        [](const LoadedDay& loaded, const QDate& wanted) { return loaded.day < wanted; });
+    return found != m_loaded.end() && found->day == day;
+}
+
+QStringList EditorTADataModel::takeProblems()
+{
+    return std::exchange(m_problems, {});
 }
 
 // A view that is still attached must not go on showing rows that are gone.
@@ -157,6 +235,8 @@ void EditorTADataModel::forget()
     m_fromDate = QDate();
     m_toDate = QDate();
     m_rows.clear();
+    m_rowsOfText.clear();
+    m_loaded.clear();
     endResetModel();
 }
 

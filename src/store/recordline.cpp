@@ -4,25 +4,11 @@
 
 #include <vexdesk/history/recordline.h>
 
-#include <QtCore/QFile>
-#include <QtCore/QSaveFile>
-
-#include <array>
-
 namespace tadata {
 
 namespace {
 
 constexpr char separator = ';';
-
-bool writeContent(const QString& path, const QByteArray& content)
-{
-    // Whole or not at all: the bars that stay must survive a full disk.
-    QSaveFile file(path);
-    file.setDirectWriteFallback(true);
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() &&
-           file.commit();
-}
 
 // What is no time is written as nothing.
 void appendTime(TextLines& lines, const QTime& time)
@@ -70,28 +56,6 @@ BarDescription barFromRecordLine(QByteArrayView line, const QDate& day)
     bar.value = stored.value;
     bar.openInterest = stored.openInterest;
     return bar;
-}
-
-void appendRewritten(QByteArray& content, const vexdesk::RecordFields& fields)
-{
-    constexpr std::array order{vexdesk::TimeField,   vexdesk::OpenField,        vexdesk::HighField,
-                               vexdesk::LowField,    vexdesk::CloseField,       vexdesk::ValueField,
-                               vexdesk::VolumeField, vexdesk::OpenInterestField};
-    for (const vexdesk::RecordField field : order) {
-        content += fields[field];
-        content += field == vexdesk::OpenInterestField ? '\n' : separator;
-    }
-}
-
-bool replaceDayFile(const QDir& dir, const QString& name, const QByteArray& content)
-{
-    const QString path = dir.filePath(name);
-    // What is not writable is neither replaced nor removed, though its directory would allow both.
-    QFile file(path);
-    if (!file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly))
-        return false;
-    file.close();
-    return content.isEmpty() ? file.remove() : writeContent(path, content);
 }
 
 } // namespace tadata

@@ -1,6 +1,7 @@
 #include "editor/editortadatadialog.h"
 
 #include "support/dayfiles.h"
+#include "support/faults.h"
 #include "support/filetree.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"
@@ -11,9 +12,11 @@
 #include <vexdesk/itemdelegate.h>
 #include <vexdesk/securityselectorbox.h>
 #include <vexdesk/stockselectorbox.h>
+#include <vexdesk/terminal/core.h>
 #include <vexdesk/terminal/referencedata.h>
 
 #include <QtCore/QMetaMethod>
+#include <QtCore/QScopeGuard>
 #include <QtCore/QTranslator>
 #include <QtGui/QCloseEvent>
 #include <QtGui/QWindow>
@@ -23,12 +26,14 @@
 #include <QtWidgets/QCalendarWidget>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QDateTimeEdit>
+#include <QtWidgets/QFormLayout>
 #include <QtWidgets/QFrame>
 #include <QtWidgets/QGridLayout>
 #include <QtWidgets/QGroupBox>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QScrollBar>
 #include <QtWidgets/QTreeView>
 
 #include <memory>
@@ -89,7 +94,12 @@ private Q_SLOTS:
     void declaresItsSlotsInOrder();
     void answersToItsInterface();
     void tabFollowsTheEye();
-    void everyLabelHasABuddy();
+    void everyLabelHasItsBuddy();
+    void placesTheRowsOfItsForm();
+    void followsTheLanguage_data();
+    void followsTheLanguage();
+    void letsItselfBeCalled();
+    void beginsWithTheFirstVenue();
 
     void isRedWithoutAStore();
     void choosesTheOnlySeries();
@@ -104,6 +114,11 @@ private Q_SLOTS:
     void showsTheChosenTimeframe();
     void showsTheChosenSeries();
     void makesRoomForTheTexts();
+    void makesRoomForEveryRow_data();
+    void makesRoomForEveryRow();
+    void makesRoomForEveryTime_data();
+    void makesRoomForEveryTime();
+    void makesNoMoreRoomThanThereCanBe();
     void keepsTheTableWithoutTheDirectory();
 
     void findsARow_data();
@@ -111,6 +126,9 @@ private Q_SLOTS:
     void findsNothingInAnEmptyTable();
     void findingAgainAddsToTheSelection();
     void findingScrollsThere();
+    void findingScrollsNoFurtherThanItMust();
+    void theKeyboardGoesOnFromTheFoundRow_data();
+    void theKeyboardGoesOnFromTheFoundRow();
     void returnElsewhereDoesNothing();
 
     void deletesTheSelectedRows_data();
@@ -131,6 +149,10 @@ private Q_SLOTS:
     void writesBeforeItShowsAnotherRange();
     void writesOnlyOnce();
     void isEmptyWhenTheDirectoryHasGone();
+    void tellsTheTerminalWhatItCouldNotWrite_data();
+    void tellsTheTerminalWhatItCouldNotWrite();
+    void tellsTheTerminalWhatItCouldNotRead();
+    void doesNotNeedTheTerminal();
     void storesOnlyWhatTheRangeShowed();
     void removesTheFileOfADayThatIsEmpty();
 
@@ -380,6 +402,8 @@ void TestEditorTADataDialog::setsUpItsTable()
     QVERIFY(!table()->rootIsDecorated());
     QVERIFY(!table()->itemsExpandable());
     QVERIFY(!table()->expandsOnDoubleClick());
+    // Else the height of each of a million rows is asked for.
+    QVERIFY(table()->uniformRowHeights());
     QCOMPARE(table()->model()->columnCount(), 8);
     QCOMPARE(static_cast<QObject*>(table()->model())->parent(), m_dialog.get());
     QVERIFY(qobject_cast<ItemDelegate*>(table()->itemDelegate()));
@@ -484,15 +508,110 @@ void TestEditorTADataDialog::tabFollowsTheEye()
                                  "findDateTime", "findButton", "closeButton"}));
 }
 
-void TestEditorTADataDialog::everyLabelHasABuddy()
+void TestEditorTADataDialog::everyLabelHasItsBuddy()
 {
     open();
-    for (const char* name : {"stockLabel", "boardLabel", "secLabel", "label", "timeRangeLabel",
-                             "fromLabel", "toLabel"}) {
-        const auto* const label = child<QLabel>(name);
-        QVERIFY2(label->buddy(), name);
-        QVERIFY2(label->buddy()->focusPolicy() & Qt::TabFocus, name);
+    for (const auto& [label, buddy] : {std::pair("stockLabel", "stock"),
+                                       {"boardLabel", "board"},
+                                       {"secLabel", "security"},
+                                       {"label", "timeFrame"},
+                                       {"timeRangeLabel", "fromDateTime"},
+                                       {"fromLabel", "fromDateTime"},
+                                       {"toLabel", "toDateTime"}}) {
+        QVERIFY2(child<QLabel>(label)->buddy(), label);
+        QCOMPARE(child<QLabel>(label)->buddy()->objectName(), QLatin1String(buddy));
+        QVERIFY2(child<QLabel>(label)->buddy()->focusPolicy() & Qt::TabFocus, label);
     }
+}
+
+void TestEditorTADataDialog::placesTheRowsOfItsForm()
+{
+    open();
+    const auto* const form = child<QFormLayout>("formLayout");
+    QCOMPARE(form->rowCount(), 5);
+    const auto nameAt = [form](int row, QFormLayout::ItemRole role) {
+        QLayoutItem* const item = form->itemAt(row, role);
+        return item->widget() ? item->widget()->objectName() : item->layout()->objectName();
+    };
+    const QStringList labels{"stockLabel", "boardLabel", "secLabel", "label", "timeRangeLabel"};
+    const QStringList fields{"stock", "board", "security", "timeFrame", "horizontalLayout"};
+    for (int row = 0; row < form->rowCount(); ++row) {
+        QCOMPARE(nameAt(row, QFormLayout::LabelRole), labels.at(row));
+        QCOMPARE(nameAt(row, QFormLayout::FieldRole), fields.at(row));
+    }
+    QStringList range;
+    const auto* const row = child<QHBoxLayout>("horizontalLayout");
+    for (int i = 0; i < row->count(); ++i)
+        range.append(row->itemAt(i)->widget() ? row->itemAt(i)->widget()->objectName() : QString());
+    QCOMPARE(range, QStringList({"fromLabel", "fromDateTime", "toLabel", "toDateTime", QString()}));
+}
+
+void TestEditorTADataDialog::followsTheLanguage_data()
+{
+    QTest::addColumn<QLocale>("locale");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("Russian") << QLocale(QStringLiteral("ru_RU"))
+                             << QStringLiteral("05.03.2023 14:07:09");
+    QTest::newRow("English") << QLocale(QStringLiteral("en_US"))
+                             << QStringLiteral("3/5/2023 2:07:09 PM");
+    QTest::newRow("German") << QLocale(QStringLiteral("de_DE"))
+                            << QStringLiteral("05.03.2023 14:07:09");
+    QTest::newRow("none") << QLocale::c() << QStringLiteral("05.03.2023 14:07:09");
+}
+
+void TestEditorTADataDialog::followsTheLanguage()
+{
+    QFETCH(const QLocale, locale);
+    const auto restore = qScopeGuard([before = QLocale()] { QLocale::setDefault(before); });
+    QLocale::setDefault(locale);
+    open();
+    for (const char* name : {"fromDateTime", "toDateTime", "findDateTime"}) {
+        auto* const edit = child<QDateTimeEdit>(name);
+        QCOMPARE(edit->locale(), locale);
+        QCOMPARE(edit->calendarWidget()->locale(), locale);
+        QCOMPARE(edit->calendarWidget()->firstDayOfWeek(), QLocale::system().firstDayOfWeek());
+        edit->setDateTime(QDateTime(QDate(2023, 3, 5), QTime(14, 7, 9)));
+        // Newer data of the languages have a narrow blank before the half of the day.
+        QTEST(edit->text().replace(QChar(0x202f), u' '), "text");
+    }
+}
+
+// A program that is compiled with the header calls what it declares.
+void TestEditorTADataDialog::letsItselfBeCalled()
+{
+    store(dayFile(day), barLines(QTime(10, 0), 3));
+    EditorTADataDialog dialog;
+    QVERIFY(!dialog.parentWidget());
+    const auto setUp = &EditorTADataDialog::setupUI;
+    QVERIFY(setUp);
+    const auto edit = [&dialog](const char* name) {
+        return dialog.findChild<QDateTimeEdit*>(QLatin1String(name));
+    };
+    edit("fromDateTime")->setDateTime(QDateTime(day, QTime(0, 0)));
+    edit("toDateTime")->setDateTime(QDateTime(day, QTime(23, 0)));
+    edit("findDateTime")->setDateTime(QDateTime(day, QTime(10, 1)));
+    QVERIFY(dialog.validate());
+    dialog.validateForm();
+    dialog.on_loadDataButton_clicked();
+    dialog.on_findButton_clicked();
+    dialog.onSelectionChanged();
+    dialog.on_delButton_clicked();
+    dialog.delDataFromFiles();
+    QCOMPARE(stored(), Tree({{dayFile(day),
+                              editedBarLine(QTime(10, 0), 1) + editedBarLine(QTime(10, 2), 3)}}));
+}
+
+// Of those that the terminal knows, where bars of it are stored; any other is the user's to choose.
+void TestEditorTADataDialog::beginsWithTheFirstVenue()
+{
+    StockSelectorBox all;
+    all.setCurrentIndex(0);
+    const QString first = all.getStockCode();
+    for (const QString& stock : {QStringLiteral("AA"), first, QStringLiteral("ZZ")})
+        store(dayFile(day), barLines(QTime(10, 0), 1), stock + QStringLiteral("/A/B"));
+    open();
+    QCOMPARE(child<StockSelectorBox>("stock")->count(), 3);
+    QCOMPARE(child<StockSelectorBox>("stock")->getStockCode(), first);
 }
 
 void TestEditorTADataDialog::isRedWithoutAStore()
@@ -667,6 +786,80 @@ void TestEditorTADataDialog::makesRoomForTheTexts()
     }
 }
 
+void TestEditorTADataDialog::makesRoomForEveryRow_data()
+{
+    QTest::addColumn<QByteArray>("line");
+    QTest::newRow("numbers") << QByteArray(";111111.10;-2.5;33333333;4444.444444;1;22.30;999999");
+    QTest::newRow("long numbers") << QByteArray(";") + QByteArray(90, '4') + ";1;1;1;1;1;" +
+                                         QByteArray(60, '-');
+    QTest::newRow("other characters") << QByteArray(";MMMMMMMMMMMM;цена;1e+300;@@@@@@@@;%;&&&&;WW");
+    QTest::newRow("signs") << QByteArray(";++++++++++;+1;+1;+1;+1;+1;+++++");
+}
+
+// The wide one stands far below what the window shows.
+void TestEditorTADataDialog::makesRoomForEveryRow()
+{
+    QFETCH(const QByteArray, line);
+    const QDate next = day.addDays(1);
+    store(dayFile(day), barLines(QTime(0, 0), 1400));
+    store(dayFile(next),
+          barLines(QTime(0, 0), 700) + "120000" + line + '\n' + barLines(QTime(12, 1), 700));
+    open();
+    chooseRange(QDateTime(day, QTime(0, 0)), QDateTime(next, QTime(23, 59, 59)));
+    click(button("loadDataButton"));
+    QCOMPARE(table()->model()->rowCount(), 2801);
+    for (int row = 0; row < table()->model()->rowCount(); ++row) {
+        for (int column = 0; column < 8; ++column) {
+            const QModelIndex cell = table()->model()->index(row, column);
+            if (table()->sizeHintForIndex(cell).width() > table()->columnWidth(column))
+                QFAIL(qPrintable(
+                    QStringLiteral("%1, %2: %3").arg(row).arg(column).arg(cell.data().toString())));
+        }
+    }
+}
+
+void TestEditorTADataDialog::makesRoomForEveryTime_data()
+{
+    QTest::addColumn<QLocale>("locale");
+    for (const char* name : {"ru_RU", "en_US", "de_DE", "ar_EG", "zh_CN", "fa_IR", "C"})
+        QTest::newRow(name) << QLocale(QLatin1String(name));
+}
+
+void TestEditorTADataDialog::makesRoomForEveryTime()
+{
+    QFETCH(const QLocale, locale);
+    const auto restore = qScopeGuard([before = QLocale()] { QLocale::setDefault(before); });
+    QLocale::setDefault(locale);
+    for (int month = 1; month <= 12; ++month) {
+        for (const int dayOfMonth : {1, 8, 20, 28})
+            store(dayFile(QDate(2023, month, dayOfMonth)),
+                  barLine(QTime(0, 0), 1) + barLine(QTime(8, 48), 2) + barLine(QTime(10, 8), 2) +
+                      barLine(QTime(12, 44), 1) + barLine(QTime(20, 28), 1));
+    }
+    open();
+    // Large letters: no rounding makes up for one.
+    QFont font = table()->font();
+    font.setPointSize(60);
+    table()->setFont(font);
+    child<QDateTimeEdit>("fromDateTime")->setDateTime(QDateTime(day, QTime(0, 0)));
+    child<QDateTimeEdit>("toDateTime")->setDateTime(QDateTime(day.addDays(400), QTime(0, 0)));
+    click(button("loadDataButton"));
+    QVERIFY(table()->model()->rowCount() > 200);
+    for (int row = 0; row < table()->model()->rowCount(); ++row) {
+        const QModelIndex cell = table()->model()->index(row, 0);
+        QVERIFY2(table()->sizeHintForIndex(cell).width() <= table()->columnWidth(0),
+                 qPrintable(cell.data().toString()));
+    }
+}
+
+void TestEditorTADataDialog::makesNoMoreRoomThanThereCanBe()
+{
+    store(dayFile(day), "100000;" + QByteArray(1'000'000, '7') + ";1;1;1;1;1;1\n");
+    open();
+    showDay();
+    QCOMPARE(table()->columnWidth(1), table()->header()->maximumSectionSize());
+}
+
 void TestEditorTADataDialog::keepsTheTableWithoutTheDirectory()
 {
     store(dayFile(day), barLines(QTime(10, 0), 3));
@@ -754,6 +947,70 @@ void TestEditorTADataDialog::findingScrollsThere()
     type("findDateTime", QDateTime(day, QTime(10, 0)));
     click(button("findButton"));
     QVERIFY(isVisible(0));
+}
+
+void TestEditorTADataDialog::findingScrollsNoFurtherThanItMust()
+{
+    store(dayFile(day), barLines(QTime(10, 0), 500));
+    open();
+    showDay();
+    QScrollBar* const bar = table()->verticalScrollBar();
+    type("findDateTime", QDateTime(day, QTime(10, 3)));
+    click(button("findButton"));
+    QCOMPARE(bar->value(), 0);
+    // A row below the view becomes its last one, a row above it the first.
+    type("findDateTime", QDateTime(day, QTime(14, 0)));
+    click(button("findButton"));
+    const int below = table()->visualRect(table()->model()->index(240, 0)).bottom();
+    QVERIFY(below <= table()->viewport()->rect().bottom());
+    QVERIFY(below > table()->viewport()->rect().bottom() - 2 * table()->fontMetrics().height());
+    const int before = bar->value();
+    type("findDateTime", QDateTime(day, QTime(13, 59)));
+    click(button("findButton"));
+    QCOMPARE(bar->value(), before);
+}
+
+void TestEditorTADataDialog::theKeyboardGoesOnFromTheFoundRow_data()
+{
+    QTest::addColumn<QString>("before");
+    QTest::addColumn<QList<int>>("selected");
+    QTest::newRow("at first") << QString() << QList<int>{};
+    QTest::newRow("after a click") << QStringLiteral("click") << QList<int>{2};
+    QTest::newRow("after a selection") << QStringLiteral("range") << QList<int>{2, 3, 4};
+    QTest::newRow("after a search") << QStringLiteral("find") << QList<int>{2};
+}
+
+// The user is looking at the found bar: Shift and an arrow extend from there.
+void TestEditorTADataDialog::theKeyboardGoesOnFromTheFoundRow()
+{
+    QFETCH(const QString, before);
+    QFETCH(const QList<int>, selected);
+    store(dayFile(day), barLines(QTime(10, 0), 500));
+    open();
+    showDay();
+    if (before == u"find") {
+        type("findDateTime", QDateTime(day, QTime(10, 2)));
+        click(button("findButton"));
+    } else if (!before.isEmpty()) {
+        clickRow(2);
+        if (before == u"range")
+            clickRow(4, Qt::ShiftModifier);
+    }
+    QCOMPARE(selectedRows(), selected);
+    type("findDateTime", QDateTime(day, QTime(16, 40)));
+    QTest::keyClick(child<QWidget>("findDateTime"), Qt::Key_Return);
+    QCOMPARE(selectedRows(), selected + QList<int>{400});
+    QCOMPARE(table()->currentIndex().row(), 400);
+    QTest::keyClick(table(), Qt::Key_Down, Qt::ShiftModifier);
+    QTest::keyClick(table(), Qt::Key_Down, Qt::ShiftModifier);
+    QCOMPARE(selectedRows(), selected + QList<int>({400, 401, 402}));
+    QStringList expected = openPrices();
+    for (const int row : {402, 401, 400})
+        expected.removeAt(row);
+    for (auto row = selected.crbegin(); row != selected.crend(); ++row)
+        expected.removeAt(*row);
+    QTest::keyClick(table(), Qt::Key_Delete);
+    QCOMPARE(openPrices(), expected);
 }
 
 void TestEditorTADataDialog::returnElsewhereDoesNothing()
@@ -1028,6 +1285,66 @@ void TestEditorTADataDialog::isEmptyWhenTheDirectoryHasGone()
     click(button("findButton"));
     click(button("closeButton"));
     QVERIFY(!seriesDir().exists());
+}
+
+void TestEditorTADataDialog::tellsTheTerminalWhatItCouldNotWrite_data()
+{
+    QTest::addColumn<bool>("closed");
+    QTest::newRow("closed") << true;
+    QTest::newRow("shown again") << false;
+}
+
+// In its own words, without a box, and for each file once.
+void TestEditorTADataDialog::tellsTheTerminalWhatItCouldNotWrite()
+{
+    QFETCH(const bool, closed);
+    const vexdesk::Core core;
+    store(dayFile(day), barLines(QTime(10, 0), 3));
+    open();
+    showDay();
+    clickRow(1);
+    QTest::keyClick(table(), Qt::Key_Delete);
+    store(dayFile(day), barLines(QTime(10, 0), 4));
+    QVERIFY(core.problems().isEmpty());
+    click(button(closed ? "closeButton" : "loadDataButton"));
+    QCOMPARE(core.problems().size(), 1);
+    QVERIFY2(core.problems().first().contains(seriesDir().filePath(dayFile(day))),
+             qPrintable(core.problems().first()));
+    QVERIFY(!QApplication::activeModalWidget());
+    m_dialog.reset();
+    QCOMPARE(core.problems().size(), 1);
+    QCOMPARE(stored(), Tree({{dayFile(day), barLines(QTime(10, 0), 4)}}));
+}
+
+void TestEditorTADataDialog::tellsTheTerminalWhatItCouldNotRead()
+{
+    const vexdesk::Core core;
+    store(dayFile(day), barLines(QTime(10, 0), 3));
+    open();
+    {
+        const testsupport::Fault fault(testsupport::SystemCall::Read, dayFile(day));
+        showDay();
+    }
+    QCOMPARE(table()->model()->rowCount(), 0);
+    QCOMPARE(core.problems().size(), 1);
+    QVERIFY2(core.problems().first().contains(seriesDir().filePath(dayFile(day))),
+             qPrintable(core.problems().first()));
+    showDay();
+    QCOMPARE(table()->model()->rowCount(), 3);
+    QCOMPARE(core.problems().size(), 1);
+}
+
+void TestEditorTADataDialog::doesNotNeedTheTerminal()
+{
+    QVERIFY(!ICore::instance());
+    store(dayFile(day), barLines(QTime(10, 0), 3));
+    open();
+    showDay();
+    clickRow(1);
+    QTest::keyClick(table(), Qt::Key_Delete);
+    store(dayFile(day), barLines(QTime(10, 0), 4));
+    click(button("closeButton"));
+    QCOMPARE(stored(), Tree({{dayFile(day), barLines(QTime(10, 0), 4)}}));
 }
 
 void TestEditorTADataDialog::storesOnlyWhatTheRangeShowed()

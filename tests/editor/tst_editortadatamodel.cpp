@@ -1,11 +1,14 @@
 #include "editor/editortadatamodel.h"
 
 #include "support/dayfiles.h"
+#include "support/faults.h"
 #include "support/filetree.h"
+#include "support/otheruser.h"
 #include "support/strictlog.h"
 
 #include <QtCore/QLocale>
 #include <QtCore/QRandomGenerator>
+#include <QtCore/QRegularExpression>
 #include <QtCore/QScopeGuard>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QTranslator>
@@ -14,7 +17,6 @@
 #include <QtTest/QTest>
 
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <functional>
@@ -69,6 +71,16 @@ QStringList openPricesOf(std::initializer_list<int> numbers)
     return prices;
 }
 
+// The day files that sentences for the user tell of, one for each.
+QStringList filesOf(const QStringList& problems)
+{
+    static const QRegularExpression file(QStringLiteral("/([0-9]{8}_[0-9]+\\.iss)[ :]"));
+    QStringList names;
+    for (const QString& problem : problems)
+        names.append(file.match(problem).captured(1));
+    return names;
+}
+
 } // namespace
 
 class TestEditorTADataModel final : public QObject
@@ -96,11 +108,13 @@ private Q_SLOTS:
     void showsTheDaysThatExistInTheirOrder();
     void showsOneTimeframe();
     void showsTheWholeOfTheDaysBetween();
+    void leavesOutTheLastSecondsOfADay();
     void showsOtherLinesAsBlankRows_data();
     void showsOtherLinesAsBlankRows();
     void leavesOutOtherLinesBeforeTheRange();
     void takesAnUnreadableTimeForMidnight_data();
     void takesAnUnreadableTimeForMidnight();
+    void takesAMarkWithinTheTextForText();
     void stopsAtTheFirstLineAfterTheRange();
     void readsForeignLineEnds_data();
     void readsForeignLineEnds();
@@ -134,6 +148,17 @@ private Q_SLOTS:
     void rewritingSurvivesTheDirectory();
     void rewritingLeavesADirectoryAlone();
     void rewritingLeavesAReadOnlyFileAlone();
+    void rewritingLeavesAChangedFileAlone_data();
+    void rewritingLeavesAChangedFileAlone();
+    void rewritingLeavesANewFileAlone();
+    void rewritingTellsOfAFileThatHasGone();
+    void rewritingLeavesAFileAloneThatWasNotOpened();
+    void leavesADayAloneThatItCouldNotRead_data();
+    void leavesADayAloneThatItCouldNotRead();
+    void showsNothingOfAFileThatIsWrittenMeanwhile();
+    void aStopAtTheEndOfTheRangeIsNoError();
+    void tellsEachProblemOnce();
+    void rewritesEachOfManyDays();
     void forgetsTheRowsAfterARewrite();
     void rewritesOnlyOnce();
     void rewritesNothingOfAReversedRange();
@@ -154,8 +179,10 @@ private:
     {
         load(QDateTime(day, from), QDateTime(day, to));
     }
+    void becomeOtherUser(); ///< with a store of his own
     void loadDay() { load(QTime(0, 0), QTime(23, 59, 59)); }
 
+    std::unique_ptr<testsupport::OtherUser> m_otherUser;
     std::unique_ptr<QTemporaryDir> m_store;
     std::unique_ptr<EditorTADataModel> m_model;
     std::unique_ptr<QAbstractItemModelTester> m_tester;
@@ -176,6 +203,14 @@ void TestEditorTADataModel::cleanup()
     m_tester.reset();
     m_model.reset();
     m_store.reset();
+    m_otherUser.reset();
+}
+
+void TestEditorTADataModel::becomeOtherUser()
+{
+    m_store.reset();
+    m_otherUser = std::make_unique<testsupport::OtherUser>();
+    m_store = std::make_unique<QTemporaryDir>();
 }
 
 void TestEditorTADataModel::isEmptyAtFirst()
@@ -183,6 +218,7 @@ void TestEditorTADataModel::isEmptyAtFirst()
     QCOMPARE(m_model->rowCount(), 0);
     QCOMPARE(m_model->columnCount(), columns);
     QVERIFY(!m_model->index(0, 0).isValid());
+    QVERIFY(!EditorTADataModel().QObject::parent());
     QObject owner;
     QCOMPARE((new EditorTADataModel(&owner))->parent(), &owner);
 }
@@ -398,6 +434,19 @@ void TestEditorTADataModel::showsTheWholeOfTheDaysBetween()
     QCOMPARE(openPrices(*m_model), openPricesOf({1, 10, 11, 20}));
 }
 
+void TestEditorTADataModel::leavesOutTheLastSecondsOfADay()
+{
+    write(day, barLine(QTime(0, 0), 1) + barLine(QTime(23, 58, 59), 2) +
+                   barLine(QTime(23, 59, 58), 3) + barLine(QTime(23, 59, 59), 4));
+    for (const auto& [to, count] :
+         {std::pair(QTime(23, 58, 59), 2), {QTime(23, 59, 58), 3}, {QTime(23, 59, 59), 4}}) {
+        load(QTime(0, 0), to);
+        QCOMPARE(m_model->rowCount(), count);
+    }
+    load(QTime(0, 0, 1), QTime(23, 59, 59));
+    QCOMPARE(openPrices(*m_model), openPricesOf({2, 3, 4}));
+}
+
 void TestEditorTADataModel::showsOtherLinesAsBlankRows_data()
 {
     QTest::addColumn<QByteArray>("line");
@@ -453,6 +502,24 @@ void TestEditorTADataModel::takesAnUnreadableTimeForMidnight()
     QCOMPARE(openPrices(*m_model), openPricesOf({7, 1}));
     QCOMPARE(m_model->index(0, 0).data().toString(),
              QLocale().toString(QDateTime(day, QTime(0, 0)), QLocale::ShortFormat));
+}
+
+// Two files that each began with a mark, one behind the other: the second mark is no part of a
+// time.
+void TestEditorTADataModel::takesAMarkWithinTheTextForText()
+{
+    const QByteArray mark = "\xef\xbb\xbf";
+    write(day, mark + barLine(QTime(10, 0), 1) + mark + barLine(QTime(10, 1), 2));
+    loadDay();
+    QCOMPARE(openPrices(*m_model), openPricesOf({1, 2}));
+    QCOMPARE(m_model->index(1, 0).data().toString(),
+             QLocale().toString(QDateTime(day, QTime(0, 0)), QLocale::ShortFormat));
+    load(QTime(0, 0, 1), QTime(23, 0));
+    QCOMPARE(openPrices(*m_model), openPricesOf({1}));
+    // Nor is it lost from a field that begins with it.
+    write(day, "100000;" + mark + "1;1;1;1;1;1;1\n");
+    loadDay();
+    QCOMPARE(openPrices(*m_model), QStringList(QChar(QChar::ByteOrderMark) + QStringLiteral("1")));
 }
 
 void TestEditorTADataModel::stopsAtTheFirstLineAfterTheRange()
@@ -824,8 +891,7 @@ void TestEditorTADataModel::rewritingLeavesADirectoryAlone()
 
 void TestEditorTADataModel::rewritingLeavesAReadOnlyFileAlone()
 {
-    if (::geteuid() == 0)
-        QSKIP("To the superuser no file is read-only.");
+    becomeOtherUser();
     for (int i = 0; i < 3; ++i)
         write(day.addDays(i), barLines(QTime(10, 0), 2));
     for (int i = 0; i < 2; ++i) {
@@ -838,6 +904,196 @@ void TestEditorTADataModel::rewritingLeavesAReadOnlyFileAlone()
     QCOMPARE(stored(), Tree({{dayFile(day), barLines(QTime(10, 0), 2)},
                              {dayFile(day.addDays(1)), barLines(QTime(10, 0), 2)},
                              {dayFile(day.addDays(2)), editedBarLines(QTime(10, 0), 2)}}));
+    QCOMPARE(filesOf(m_model->takeProblems()),
+             QStringList({dayFile(day), dayFile(day.addDays(1))}));
+}
+
+void TestEditorTADataModel::rewritingLeavesAChangedFileAlone_data()
+{
+    QTest::addColumn<bool>("removed");
+    QTest::addColumn<QByteArray>("how");
+    for (const char* how : {"grown", "shrunk", "replaced"}) {
+        QTest::addRow("%s, some rows removed", how) << false << QByteArray(how);
+        QTest::addRow("%s, all rows removed", how) << true << QByteArray(how);
+    }
+}
+
+// An import at the same time: what it has written must not go with what it replaced.
+void TestEditorTADataModel::rewritingLeavesAChangedFileAlone()
+{
+    QFETCH(const bool, removed);
+    QFETCH(const QByteArray, how);
+    const QDate next = day.addDays(1);
+    write(day, barLines(QTime(10, 0), 3));
+    write(next, barLines(QTime(10, 0), 3, 11));
+    load(QDateTime(day, QTime(0, 0)), QDateTime(next, QTime(23, 0)));
+    QByteArray content = barLines(QTime(10, 0), how == "grown" ? 300 : 3, 11);
+    if (how == "shrunk")
+        content.chop(20);
+    else if (how == "replaced")
+        QVERIFY(QFile::rename(path(dayFile(next)), path(QStringLiteral("other"))));
+    write(next, content);
+    m_model->delRows(removed ? QList<int>{0, 3, 4, 5} : QList<int>{0, 3});
+    m_model->delRowsFromFiles();
+    QCOMPARE(testsupport::readFile(path(dayFile(day))), editedBarLines(QTime(10, 1), 2, 2));
+    QCOMPARE(testsupport::readFile(path(dayFile(next))), content);
+    QCOMPARE(filesOf(m_model->takeProblems()), QStringList(dayFile(next)));
+}
+
+void TestEditorTADataModel::rewritingLeavesANewFileAlone()
+{
+    write(day, barLines(QTime(10, 0), 3));
+    load(QDateTime(day, QTime(0, 0)), QDateTime(day.addDays(2), QTime(23, 0)));
+    write(day.addDays(2), barLines(QTime(10, 0), 3, 11));
+    write(day.addDays(3), barLines(QTime(10, 0), 3, 21));
+    m_model->delRows({0});
+    m_model->delRowsFromFiles();
+    QCOMPARE(stored(), Tree({{dayFile(day), editedBarLines(QTime(10, 1), 2, 2)},
+                             {dayFile(day.addDays(2)), barLines(QTime(10, 0), 3, 11)},
+                             {dayFile(day.addDays(3)), barLines(QTime(10, 0), 3, 21)}}));
+    QCOMPARE(filesOf(m_model->takeProblems()), QStringList(dayFile(day.addDays(2))));
+}
+
+void TestEditorTADataModel::rewritingTellsOfAFileThatHasGone()
+{
+    write(day, barLines(QTime(10, 0), 3));
+    loadDay();
+    QVERIFY(QFile::remove(path(dayFile(day))));
+    m_model->delRows({0});
+    m_model->delRowsFromFiles();
+    QVERIFY(stored().isEmpty());
+    QCOMPARE(filesOf(m_model->takeProblems()), QStringList(dayFile(day)));
+}
+
+// It is passed over without a word, as a day without bars, until it is to be written.
+void TestEditorTADataModel::rewritingLeavesAFileAloneThatWasNotOpened()
+{
+    becomeOtherUser();
+    write(day, barLines(QTime(10, 0), 3));
+    write(day.addDays(1), barLines(QTime(10, 0), 3, 11));
+    {
+        const testsupport::Permissions unreadable(path(dayFile(day)), 0200);
+        load(QDateTime(day, QTime(0, 0)), QDateTime(day.addDays(1), QTime(23, 0)));
+    }
+    QCOMPARE(openPrices(*m_model), openPricesOf({11, 12, 13}));
+    QVERIFY(m_model->takeProblems().isEmpty());
+    m_model->delRows({0});
+    m_model->delRowsFromFiles();
+    QCOMPARE(stored(), Tree({{dayFile(day), barLines(QTime(10, 0), 3)},
+                             {dayFile(day.addDays(1)), editedBarLines(QTime(10, 1), 2, 12)}}));
+    QCOMPARE(filesOf(m_model->takeProblems()), QStringList(dayFile(day)));
+}
+
+void TestEditorTADataModel::leavesADayAloneThatItCouldNotRead_data()
+{
+    QTest::addColumn<QTime>("from");
+    QTest::addColumn<int>("passed");
+    // A whole day is read at once, a part of one block by block.
+    QTest::newRow("at its begin") << QTime(0, 0) << 0;
+    QTest::newRow("at its begin, a part") << QTime(0, 1) << 0;
+    QTest::newRow("half-way, a part") << QTime(0, 1) << 1;
+}
+
+// Half a day must not look like a whole one, nor take its place.
+void TestEditorTADataModel::leavesADayAloneThatItCouldNotRead()
+{
+    QFETCH(const QTime, from);
+    QFETCH(const int, passed);
+    QByteArray large;
+    for (int number = 0; number < 20'000; ++number)
+        large += barLine(QTime(1, 0).addSecs(number), number);
+    write(day.addDays(-1), barLines(QTime(23, 58), 2, 1));
+    write(day, large);
+    write(day.addDays(1), barLines(QTime(10, 0), 2, 11));
+    {
+        const testsupport::Fault fault(testsupport::SystemCall::Read, dayFile(day), EIO, passed);
+        load(QDateTime(from == QTime(0, 0) ? day.addDays(-1) : day, from),
+             QDateTime(day.addDays(1), QTime(23, 0)));
+        QVERIFY(fault.failed() > 0);
+    }
+    const bool both = from == QTime(0, 0);
+    QCOMPARE(openPrices(*m_model), both ? openPricesOf({1, 2, 11, 12}) : openPricesOf({11, 12}));
+    QCOMPARE(filesOf(m_model->takeProblems()), QStringList(dayFile(day)));
+    m_model->delRows({0});
+    m_model->delRowsFromFiles();
+    QVERIFY(testsupport::readFile(path(dayFile(day))) == large);
+    QCOMPARE(testsupport::readFile(path(dayFile(day.addDays(1)))),
+             both ? editedBarLines(QTime(10, 0), 2, 11) : editedBarLines(QTime(10, 1), 1, 12));
+    QCOMPARE(filesOf(m_model->takeProblems()), QStringList(dayFile(day)));
+}
+
+void TestEditorTADataModel::showsNothingOfAFileThatIsWrittenMeanwhile()
+{
+    write(day, barLines(QTime(10, 0), 3));
+    const testsupport::Meanwhile meanwhile(testsupport::SystemCall::Read, dayFile(day), [this] {
+        QFile file(path(dayFile(day)));
+        QVERIFY(file.open(QIODevice::Append));
+        QVERIFY(file.write(barLines(QTime(10, 3), 3, 4)) > 0);
+    });
+    loadDay();
+    QCOMPARE(m_model->rowCount(), 0);
+    QCOMPARE(filesOf(m_model->takeProblems()), QStringList(dayFile(day)));
+    m_model->delRowsFromFiles();
+    QCOMPARE(stored(), Tree({{dayFile(day), barLines(QTime(10, 0), 6)}}));
+}
+
+void TestEditorTADataModel::aStopAtTheEndOfTheRangeIsNoError()
+{
+    QByteArray large;
+    for (int number = 0; number < 20'000; ++number)
+        large += barLine(QTime(1, 0).addSecs(number), number);
+    write(day, large);
+    {
+        const testsupport::Fault fault(testsupport::SystemCall::Read, dayFile(day), EIO, 1);
+        load(QTime(1, 0), QTime(1, 0, 1));
+    }
+    QCOMPARE(openPrices(*m_model), openPricesOf({0, 1}));
+    m_model->delRows({0});
+    m_model->delRowsFromFiles();
+    QCOMPARE(m_model->takeProblems(), QStringList());
+    QCOMPARE(stored(), Tree({{dayFile(day), editedBarLine(QTime(1, 0, 1), 1)}}));
+}
+
+void TestEditorTADataModel::tellsEachProblemOnce()
+{
+    QVERIFY(m_model->takeProblems().isEmpty());
+    write(day, barLines(QTime(10, 0), 3));
+    loadDay();
+    write(day, barLines(QTime(10, 0), 4));
+    m_model->delRowsFromFiles();
+    const QStringList problems = m_model->takeProblems();
+    QCOMPARE(problems.size(), 1);
+    QVERIFY2(problems.first().contains(path(dayFile(day))), qPrintable(problems.first()));
+    QVERIFY(m_model->takeProblems().isEmpty());
+    m_model->delRowsFromFiles();
+    QVERIFY(m_model->takeProblems().isEmpty());
+}
+
+// Each day is written from its own rows, wherever it stands among the others.
+void TestEditorTADataModel::rewritesEachOfManyDays()
+{
+    constexpr int days = 300;
+    Tree expected;
+    QList<int> removed;
+    for (int i = 0; i < days; ++i) {
+        const QDate date = day.addDays(i + i / 5 * 2);
+        write(date, barLines(QTime(10, 0), 3, 10 * i));
+        // Of every third day the first bar goes, of every seventh all of them.
+        if (i % 7 == 0)
+            removed.append({3 * i, 3 * i + 1, 3 * i + 2});
+        else if (i % 3 == 0)
+            removed.append(3 * i);
+        const int kept = i % 7 == 0 ? 0 : i % 3 == 0 ? 2 : 3;
+        if (kept > 0) {
+            expected.insert(dayFile(date),
+                            editedBarLines(QTime(10, 3 - kept), kept, 10 * i + 3 - kept));
+        }
+    }
+    load(QDateTime(day, QTime(0, 0)), QDateTime(day.addDays(2 * days), QTime(0, 0)));
+    m_model->delRows(removed);
+    m_model->delRowsFromFiles();
+    QCOMPARE(m_model->takeProblems(), QStringList());
+    QCOMPARE(stored(), expected);
 }
 
 // No view goes on showing rows that are gone.

@@ -176,6 +176,7 @@ private Q_SLOTS:
     void doesNotOpenWhatIsNoFile_data();
     void doesNotOpenWhatIsNoFile();
     void followsALinkToAFile();
+    void tellsWhetherTheFileWasWrittenTo();
     void saysWhyItStopped_data();
     void saysWhyItStopped();
     void waitsForTheRestOfALineThatIsBeingWritten();
@@ -377,6 +378,18 @@ void TestDayFileLines::followsALinkToAFile()
     const QString link = m_dir.filePath(QStringLiteral("link"));
     QVERIFY(QFile::link(path(), link));
     QCOMPARE(linesOf(link), QByteArrayList{bar});
+}
+
+void TestDayFileLines::tellsWhetherTheFileWasWrittenTo()
+{
+    writeFile(path(), bar + "\n");
+    DayFileLines reader(path());
+    QVERIFY(reader.open());
+    QVERIFY(!reader.isChanged());
+    QFile writer(path());
+    QVERIFY(writer.open(QIODevice::Append | QIODevice::Unbuffered));
+    QCOMPARE(writer.write(bar), bar.size());
+    QVERIFY(reader.isChanged());
 }
 
 void TestDayFileLines::saysWhyItStopped_data()

@@ -1,17 +1,12 @@
 #include "store/recordline.h"
 
-#include "support/filetree.h"
 #include "support/strictlog.h"
 
+#include <vexdesk/history/recordline.h>
+
 #include <QtCore/QRandomGenerator>
-#include <QtCore/QTemporaryDir>
 #include <QtCore/QTextStream>
 #include <QtTest/QTest>
-
-#include <sys/resource.h>
-#include <unistd.h>
-
-#include <csignal>
 
 class TestRecordLine final : public QObject
 {
@@ -28,19 +23,8 @@ private Q_SLOTS:
     void skipsTheByteOrderMarkOfAFile();
     void splitsOnlyEightFields_data();
     void splitsOnlyEightFields();
-    void rewritesWithValueBeforeVolume();
-    void rewritingTwiceRestoresTheOrder();
-    void rewritingWithoutRowsRemovesTheFile();
-    void rewritingWhatCannotBeOpenedChangesNothing();
-    void rewritesFieldsAsTheyAre();
-    void rewritingMakesNoFile_data();
-    void rewritingMakesNoFile();
-    void rewritingKeepsPermissions_data();
-    void rewritingKeepsPermissions();
-    void rewritingLeavesAReadOnlyFileAlone_data();
-    void rewritingLeavesAReadOnlyFileAlone();
-    void rewritingFollowsALink();
-    void rewritingIsWholeOrNotAtAll();
+    void countsNothingButSeparators();
+    void takesAMarkWithinTheTextForText();
 };
 
 using tadata::barFromRecordLine;
@@ -128,36 +112,6 @@ QString randomField(QRandomGenerator& random)
         return QString::number(random.bounded(1 << (1 + random.bounded(30))));
     }
 }
-
-QByteArray rewritten(const QByteArray& line)
-{
-    QByteArray content;
-    tadata::appendRewritten(content, *splitRecordLine(line));
-    return content;
-}
-
-// While it lives, no file of this process grows beyond a size: what a full disk looks like.
-class FileSizeLimit final
-{
-public:
-    explicit FileSizeLimit(rlim_t bytes)
-        : m_handler(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        QCOMPARE(::getrlimit(RLIMIT_FSIZE, &m_before), 0);
-        const rlimit limit{bytes, m_before.rlim_max};
-        QCOMPARE(::setrlimit(RLIMIT_FSIZE, &limit), 0);
-    }
-    ~FileSizeLimit()
-    {
-        ::setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_handler);
-    }
-    Q_DISABLE_COPY_MOVE(FileSizeLimit)
-
-private:
-    rlimit m_before{};
-    void (*m_handler)(int);
-};
 
 } // namespace
 
@@ -268,150 +222,36 @@ void TestRecordLine::splitsOnlyEightFields()
     QTEST(splitRecordLine(line.toUtf8()).has_value(), "accepted");
 }
 
-void TestRecordLine::rewritesWithValueBeforeVolume()
+// Eight characters are looked at in one: each may stand at each place and beside any other.
+void TestRecordLine::countsNothingButSeparators()
 {
-    const QTemporaryDir store;
-    QDir dir(store.path());
-    const QString name = QStringLiteral("20181214_60.iss");
-    testsupport::writeFile(dir.filePath(name), "old content that is longer than what comes\n");
-
-    QVERIFY(tadata::replaceDayFile(dir, name, rewritten(sampleLine.toUtf8())));
-    QCOMPARE(testsupport::readFile(dir.filePath(name)),
-             QByteArray("093000;1.50;1.70;-0.05;1.60;1975307.20;1234567;-42\n"));
-}
-
-void TestRecordLine::rewritingTwiceRestoresTheOrder()
-{
-    const QTemporaryDir store;
-    QDir dir(store.path());
-    const QString name = QStringLiteral("20181214_60.iss");
-    testsupport::writeFile(dir.filePath(name), sampleLine.toUtf8() + "\n");
-    for (int pass = 0; pass < 2; ++pass) {
-        const QByteArray content = testsupport::readFile(dir.filePath(name));
-        QVERIFY(tadata::replaceDayFile(dir, name, rewritten(content.chopped(1))));
+    const QByteArray line = ";;;;;;0123456789abcdef";
+    for (int first = 0; first < 256; ++first) {
+        for (int second = 0; second < 256; ++second) {
+            for (int place = 6; place < 14; ++place) {
+                QByteArray other = line;
+                other[place] = static_cast<char>(first);
+                other[place + 1] = static_cast<char>(second);
+                if (vexdesk::isRecordLine(other) != (other.count(';') == 7))
+                    QFAIL(other.toHex().constData());
+            }
+        }
     }
-    QCOMPARE(testsupport::readFile(dir.filePath(name)), sampleLine.toUtf8() + "\n");
+    for (qsizetype count = 0; count < 600; ++count)
+        QCOMPARE(vexdesk::isRecordLine(QByteArray(count, ';')), count == 7);
 }
 
-void TestRecordLine::rewritingWithoutRowsRemovesTheFile()
+// Two marked files, one behind the other: a time with a mark before it is none.
+void TestRecordLine::takesAMarkWithinTheTextForText()
 {
-    const QTemporaryDir store;
-    QDir dir(store.path());
-    const QString name = QStringLiteral("20181214_60.iss");
-    testsupport::writeFile(dir.filePath(name), sampleLine.toUtf8());
-    QVERIFY(tadata::replaceDayFile(dir, name, QByteArray()));
-    QVERIFY(!QFile::exists(dir.filePath(name)));
-}
-
-void TestRecordLine::rewritingWhatCannotBeOpenedChangesNothing()
-{
-    const QTemporaryDir store;
-    QDir dir(store.path());
-    const QString name = QStringLiteral("20181214_60.iss");
-    QVERIFY(dir.mkdir(name));
-    QVERIFY(!tadata::replaceDayFile(dir, name, QByteArray()));
-    QVERIFY(QFileInfo(dir.filePath(name)).isDir());
-}
-
-void TestRecordLine::rewritesFieldsAsTheyAre()
-{
-    QCOMPARE(rewritten(";;;;;;;"), QByteArray(";;;;;;;\n"));
-    QCOMPARE(rewritten("t; o ;h;l;c;1e3;+5.;Ё\r"), QByteArray("t; o ;h;l;c;+5.;1e3;Ё\r\n"));
-}
-
-void TestRecordLine::rewritingMakesNoFile_data()
-{
-    QTest::addColumn<QByteArray>("content");
-    QTest::newRow("with rows") << rewritten(sampleLine.toUtf8());
-    QTest::newRow("without rows") << QByteArray();
-}
-
-void TestRecordLine::rewritingMakesNoFile()
-{
-    QFETCH(const QByteArray, content);
-    const QTemporaryDir store;
-    const QDir dir(store.path());
-    QVERIFY(!tadata::replaceDayFile(dir, QStringLiteral("20181214_60.iss"), content));
-    QVERIFY(dir.isEmpty(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot));
-    const QDir missing(dir.filePath(QStringLiteral("missing")));
-    QVERIFY(!tadata::replaceDayFile(missing, QStringLiteral("20181214_60.iss"), content));
-    QVERIFY(!missing.exists());
-}
-
-void TestRecordLine::rewritingKeepsPermissions_data()
-{
-    QTest::addColumn<QFile::Permissions>("permissions");
-    const QFile::Permissions own =
-        QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser;
-    QTest::newRow("owner") << own;
-    QTest::newRow("group") << (own | QFile::ReadGroup | QFile::WriteGroup);
-    QTest::newRow("all") << (own | QFile::ReadGroup | QFile::ReadOther | QFile::WriteOther);
-}
-
-void TestRecordLine::rewritingKeepsPermissions()
-{
-    QFETCH(const QFile::Permissions, permissions);
-    const QTemporaryDir store;
-    const QDir dir(store.path());
-    const QString name = QStringLiteral("20181214_60.iss");
-    const QString path = dir.filePath(name);
-    testsupport::writeFile(path, "old\n");
-    QVERIFY(QFile::setPermissions(path, permissions));
-    QCOMPARE(QFile::permissions(path), permissions);
-    QVERIFY(tadata::replaceDayFile(dir, name, "new\n"));
-    QCOMPARE(testsupport::readFile(path), QByteArray("new\n"));
-    QCOMPARE(QFile::permissions(path), permissions);
-}
-
-void TestRecordLine::rewritingLeavesAReadOnlyFileAlone_data()
-{
-    rewritingMakesNoFile_data();
-}
-
-void TestRecordLine::rewritingLeavesAReadOnlyFileAlone()
-{
-    QFETCH(const QByteArray, content);
-    if (::geteuid() == 0)
-        QSKIP("To the superuser no file is read-only.");
-    const QTemporaryDir store;
-    const QDir dir(store.path());
-    const QString name = QStringLiteral("20181214_60.iss");
-    const QString path = dir.filePath(name);
-    testsupport::writeFile(path, "old\n");
-    QVERIFY(QFile::setPermissions(path, QFile::ReadOwner | QFile::ReadUser));
-    QVERIFY(!tadata::replaceDayFile(dir, name, content));
-    QCOMPARE(testsupport::readFile(path), QByteArray("old\n"));
-}
-
-// A series on another disk: the link stays one.
-void TestRecordLine::rewritingFollowsALink()
-{
-    const QTemporaryDir store;
-    const QDir dir(store.path());
-    const QString name = QStringLiteral("20181214_60.iss");
-    const QTemporaryDir elsewhere;
-    const QString target = elsewhere.filePath(QStringLiteral("bars"));
-    testsupport::writeFile(target, "old\n");
-    QVERIFY(QFile::link(target, dir.filePath(name)));
-    QVERIFY(tadata::replaceDayFile(dir, name, "new\n"));
-    QVERIFY(QFileInfo(dir.filePath(name)).isSymLink());
-    QCOMPARE(testsupport::readFile(target), QByteArray("new\n"));
-}
-
-void TestRecordLine::rewritingIsWholeOrNotAtAll()
-{
-    const QTemporaryDir store;
-    const QDir dir(store.path());
-    const QString name = QStringLiteral("20181214_60.iss");
-    const QByteArray old(50'000, 'o');
-    testsupport::writeFile(dir.filePath(name), old);
-    bool isReplaced = true;
-    {
-        const FileSizeLimit limit(16'384);
-        isReplaced = tadata::replaceDayFile(dir, name, QByteArray(40'000, 'n'));
-    }
-    QVERIFY(!isReplaced);
-    QCOMPARE(testsupport::readTree(dir), (QMap<QString, QByteArray>{{name, old}}));
+    const QByteArray mark = "\xef\xbb\xbf";
+    const BarDescription bar =
+        barFromRecordLine(mark + "100100;" + mark + "1;2;3;4;" + mark + "5;6;7", day);
+    QVERIFY(!bar.time.isValid());
+    QCOMPARE(bar.open, decimal::zero);
+    QCOMPARE(bar.high.toString(), QStringLiteral("2"));
+    QCOMPARE(bar.volume, 0);
+    QCOMPARE(bar.openInterest, 7);
 }
 
 QTEST_GUILESS_MAIN(TestRecordLine)

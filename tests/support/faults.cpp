@@ -18,6 +18,7 @@
 
 using testsupport::AtEnd;
 using testsupport::Fault;
+using testsupport::Meanwhile;
 using testsupport::SystemCall;
 using testsupport::WrittenPieces;
 
@@ -42,13 +43,21 @@ struct WrittenPieces::Record
     QByteArrayList pieces;
 };
 
+struct Meanwhile::Deed
+{
+    SystemCall call;
+    QByteArray pathEnd;
+    std::function<void()> act;
+};
+
 namespace {
 
 std::mutex rulesMutex;
 std::vector<std::shared_ptr<Fault::Rule>> rules;
 std::vector<std::shared_ptr<AtEnd::Rule>> ends;
 std::vector<std::shared_ptr<WrittenPieces::Record>> records;
-std::atomic<int> ruleCount = 0; // of all three kinds
+std::vector<std::shared_ptr<Meanwhile::Deed>> deeds;
+std::atomic<int> ruleCount = 0; // of all four kinds
 
 template <typename Function>
 Function real(const char* name)
@@ -64,9 +73,25 @@ QByteArray pathOf(int descriptor)
     return size > 0 ? QByteArray(path.data(), size) : QByteArray();
 }
 
+// Not under the lock: what is done calls the system, too.
+void doMeanwhile(SystemCall call, const QByteArray& path)
+{
+    std::function<void()> act;
+    {
+        const std::lock_guard lock(rulesMutex);
+        for (const auto& deed : deeds) {
+            if (deed->call == call && path.endsWith(deed->pathEnd))
+                act = std::exchange(deed->act, nullptr);
+        }
+    }
+    if (act)
+        act();
+}
+
 // Whether this call is to fail; errno then says why.
 bool fails(SystemCall call, const QByteArray& path)
 {
+    doMeanwhile(call, path);
     const std::lock_guard lock(rulesMutex);
     for (const auto& rule : rules) {
         if (rule->call != call || !path.endsWith(rule->pathEnd))
@@ -173,6 +198,21 @@ QByteArrayList WrittenPieces::pieces() const
 {
     const std::lock_guard lock(rulesMutex);
     return m_record->pieces;
+}
+
+Meanwhile::Meanwhile(SystemCall call, const QString& pathEnd, const std::function<void()>& act)
+    : m_deed(new Deed{call, QFile::encodeName(pathEnd), act})
+{
+    const std::lock_guard lock(rulesMutex);
+    deeds.push_back(m_deed);
+    ++ruleCount;
+}
+
+Meanwhile::~Meanwhile()
+{
+    const std::lock_guard lock(rulesMutex);
+    std::erase(deeds, m_deed);
+    --ruleCount;
 }
 
 // What the libraries call, too: the program's own names come before those of the system.

@@ -66,6 +66,21 @@ private:
     std::shared_ptr<Record> m_record;
 };
 
+/// Does something once, before a call of the system on the files whose path ends so: what somebody
+/// else does while the program is at work.
+class Meanwhile final
+{
+public:
+    Meanwhile(SystemCall call, const QString& pathEnd, const std::function<void()>& act);
+    ~Meanwhile();
+    Q_DISABLE_COPY_MOVE(Meanwhile)
+
+    struct Deed;
+
+private:
+    std::shared_ptr<Deed> m_deed;
+};
+
 } // namespace testsupport
 
 Q_DECLARE_METATYPE(testsupport::SystemCall)

@@ -84,6 +84,12 @@ bool DayFileLines::open()
     return true;
 }
 
+bool DayFileLines::isChanged() const
+{
+    const std::optional<FileState> state = fileState(m_file);
+    return !state || !state->isUnchanged(m_state);
+}
+
 std::optional<QByteArray> DayFileLines::plainText()
 {
     if (m_state.size == 0 || m_state.size > m_maxSize)

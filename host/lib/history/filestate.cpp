@@ -33,8 +33,13 @@ std::optional<FileState> fileState(const QString& path)
 
 std::optional<FileState> fileState(const QFileDevice& file)
 {
+    return fileState(file.handle());
+}
+
+std::optional<FileState> fileState(int descriptor)
+{
     struct stat status = {};
-    return ::fstat(file.handle(), &status) == 0 ? stateOf(status) : std::nullopt;
+    return ::fstat(descriptor, &status) == 0 ? stateOf(status) : std::nullopt;
 }
 
 } // namespace vexdesk

@@ -40,6 +40,8 @@ public:
     QString path() const { return m_file.fileName(); }
     /// What the file was when it was opened.
     const FileState& state() const { return m_state; }
+    /// Whether the open file is no longer what it was then: somebody has written into it.
+    bool isChanged() const;
     /// The size of the file in bytes when it was opened.
     qint64 size() const { return m_state.size; }
     /// How far the file has been read, in bytes: up to a block further than the line.

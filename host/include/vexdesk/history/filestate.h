@@ -37,5 +37,6 @@ struct FileState
 VEXDESK_HISTORY_EXPORT std::optional<FileState> fileState(const QString& path);
 /// The same of an open file.
 VEXDESK_HISTORY_EXPORT std::optional<FileState> fileState(const QFileDevice& file);
+VEXDESK_HISTORY_EXPORT std::optional<FileState> fileState(int descriptor);
 
 } // namespace vexdesk

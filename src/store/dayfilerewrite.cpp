@@ -1,0 +1,344 @@
+#include "store/dayfilerewrite.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QRandomGenerator>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <optional>
+#include <utility>
+
+using vexdesk::FileState;
+using vexdesk::fileState;
+
+namespace tadata {
+
+namespace {
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(EditorTADataModel)
+};
+
+// What came of a step.
+class [[nodiscard]] Outcome final
+{
+public:
+    static Outcome done() { return Outcome(0); }
+    /// By the error of the call that failed last.
+    static Outcome failed() { return Outcome(errno); }
+
+    bool isDone() const { return m_error == 0; }
+    /// Whether nothing is wrong with the disk, but the directory allows no such step: by its
+    /// permissions, or because the file is a mount of its own.
+    bool isRefused() const
+    {
+        constexpr std::array refusals{EACCES, EPERM, EROFS, EBUSY, EXDEV};
+        return std::find(refusals.begin(), refusals.end(), m_error) != refusals.end();
+    }
+    QString reason() const { return qt_error_string(m_error); }
+
+private:
+    explicit Outcome(int error)
+        : m_error(error)
+    {}
+    int m_error;
+};
+
+Outcome outcomeOf(int result)
+{
+    return result == 0 ? Outcome::done() : Outcome::failed();
+}
+
+// An open file, which is closed when it goes.
+class Descriptor final
+{
+public:
+    explicit Descriptor(int descriptor)
+        : m_descriptor(descriptor)
+    {}
+    ~Descriptor()
+    {
+        if (isOpen())
+            ::close(m_descriptor);
+    }
+    Q_DISABLE_COPY_MOVE(Descriptor)
+
+    bool isOpen() const { return m_descriptor >= 0; }
+    int get() const { return m_descriptor; }
+    Outcome close() { return outcomeOf(::close(std::exchange(m_descriptor, -1))); }
+
+private:
+    int m_descriptor;
+};
+
+// A file's name, which is removed when it goes unless it was kept.
+class TemporaryName final
+{
+public:
+    explicit TemporaryName(const QByteArray& path)
+        : m_path(path)
+    {}
+    ~TemporaryName()
+    {
+        if (!m_isKept)
+            ::unlink(m_path.constData());
+    }
+    Q_DISABLE_COPY_MOVE(TemporaryName)
+
+    Outcome renameTo(const QByteArray& path)
+    {
+        const Outcome renamed = outcomeOf(::rename(m_path.constData(), path.constData()));
+        m_isKept = renamed.isDone();
+        return renamed;
+    }
+
+private:
+    QByteArray m_path;
+    bool m_isKept = false;
+};
+
+QString notRewritten(const QString& path, const QString& reason, const QString& advice)
+{
+    return Text::tr("Файл %1 не переписан: %2; %3.").arg(path, reason, advice);
+}
+
+QString showAgain()
+{
+    return Text::tr("покажите интервал ещё раз и повторите удаление");
+}
+
+QString changed(const QString& path)
+{
+    return notRewritten(path, Text::tr("он изменился после того, как был показан"), showAgain());
+}
+
+QString failed(const QString& path, const Outcome& outcome)
+{
+    return notRewritten(path, outcome.reason(),
+                        Text::tr("проверьте диск и права на файл и повторите удаление"));
+}
+
+Outcome writeAll(int descriptor, QByteArrayView bytes)
+{
+    while (!bytes.isEmpty()) {
+        const ssize_t count = ::write(descriptor, bytes.data(), static_cast<size_t>(bytes.size()));
+        if (count < 0 && errno != EINTR)
+            return Outcome::failed();
+        bytes = bytes.sliced(std::max<ssize_t>(count, 0));
+    }
+    return Outcome::done();
+}
+
+// Each call of the system is given whole lines: who reads the file meanwhile meets no cut one.
+Outcome writeLines(int descriptor, QByteArrayView content)
+{
+    constexpr qsizetype pieceSize = qsizetype(1024) * 1024;
+    while (!content.isEmpty()) {
+        qsizetype size = content.size();
+        if (size > pieceSize) {
+            qsizetype end = content.first(pieceSize).lastIndexOf('\n');
+            if (end < 0)
+                end = content.indexOf('\n', pieceSize);
+            size = end < 0 ? size : end + 1;
+        }
+        const Outcome written = writeAll(descriptor, content.first(size));
+        if (!written.isDone())
+            return written;
+        content = content.sliced(size);
+    }
+    return Outcome::done();
+}
+
+// Puts a content into an open file. Some file systems say only at closing what they could not keep,
+// and any descriptor's closing makes them say it.
+Outcome fill(int descriptor, QByteArrayView content)
+{
+    if (::ftruncate(descriptor, 0) != 0 || ::lseek(descriptor, 0, SEEK_SET) != 0)
+        return Outcome::failed();
+    const Outcome written = writeLines(descriptor, content);
+    if (!written.isDone())
+        return written;
+    Descriptor duplicate(::fcntl(descriptor, F_DUPFD_CLOEXEC, 0));
+    return duplicate.isOpen() ? duplicate.close() : Outcome::failed();
+}
+
+std::optional<QByteArray> contentOf(int descriptor, qint64 size)
+{
+    QByteArray content(size, Qt::Uninitialized);
+    qint64 position = 0;
+    while (position < size) {
+        const ssize_t count = ::pread(descriptor, content.data() + position,
+                                      static_cast<size_t>(size - position), position);
+        if (count == 0 || (count < 0 && errno != EINTR))
+            return std::nullopt;
+        position += std::max<ssize_t>(count, 0);
+    }
+    return content;
+}
+
+bool isUnchanged(const std::optional<FileState>& state, const FileState& asRead)
+{
+    return state && state->isUnchanged(asRead);
+}
+
+bool hasAccessList(int descriptor)
+{
+    return ::fgetxattr(descriptor, "system.posix_acl_access", nullptr, 0) > 0;
+}
+
+// Gives a new file the permissions, owner and group of another; false where it cannot have them.
+bool takeAccess(int descriptor, int from)
+{
+    struct stat wanted = {};
+    struct stat own = {};
+    if (::fstat(from, &wanted) != 0 || ::fstat(descriptor, &own) != 0)
+        return false;
+    const bool isOwn = own.st_uid == wanted.st_uid && own.st_gid == wanted.st_gid;
+    if (!isOwn && ::fchown(descriptor, wanted.st_uid, wanted.st_gid) != 0)
+        return false;
+    // A mode may be set in part.
+    constexpr mode_t permissions = 07777;
+    return ::fchmod(descriptor, wanted.st_mode & permissions) == 0 &&
+           ::fstat(descriptor, &own) == 0 && own.st_mode == wanted.st_mode &&
+           !hasAccessList(from) && !hasAccessList(descriptor);
+}
+
+// One rewriting of one file.
+class Rewrite final
+{
+public:
+    Rewrite(const QString& path, const FileState& asRead, int descriptor)
+        : m_path(path)
+        , m_asRead(asRead)
+        , m_descriptor(descriptor)
+    {}
+
+    QString write(const QByteArray& content) const;
+    QString remove() const;
+
+private:
+    // No value: the directory does not allow it.
+    std::optional<QString> replaceWhole(const QByteArray& content) const;
+    QString writeInPlace(QByteArrayView content) const;
+
+    const QString& m_path;
+    const FileState& m_asRead;
+    int m_descriptor; ///< of the file, for reading and writing
+};
+
+QString Rewrite::write(const QByteArray& content) const
+{
+    if (const std::optional<QString> result = replaceWhole(content))
+        return *result;
+    return writeInPlace(content);
+}
+
+std::optional<QString> Rewrite::replaceWhole(const QByteArray& content) const
+{
+    const QFileInfo target(QFileInfo(m_path).canonicalFilePath());
+    const QString beside = QStringLiteral("%1/.tadata-%2-%3.tmp")
+                               .arg(target.path())
+                               .arg(::getpid())
+                               .arg(QRandomGenerator::global()->generate());
+    const QByteArray path = QFile::encodeName(beside);
+    constexpr mode_t nobodyElse = 0600;
+    Descriptor file(::open(path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, nobodyElse));
+    if (!file.isOpen()) {
+        const Outcome made = Outcome::failed();
+        return made.isRefused() ? std::nullopt : std::optional(failed(m_path, made));
+    }
+    TemporaryName name(path);
+    if (!takeAccess(file.get(), m_descriptor))
+        return std::nullopt;
+    Outcome outcome = writeLines(file.get(), content);
+    if (outcome.isDone())
+        outcome = file.close();
+    if (!outcome.isDone())
+        return failed(m_path, outcome);
+    if (!isUnchanged(fileState(m_path), m_asRead))
+        return changed(m_path);
+    outcome = name.renameTo(QFile::encodeName(target.filePath()));
+    if (outcome.isDone())
+        return QString();
+    return outcome.isRefused() ? std::nullopt : std::optional(failed(m_path, outcome));
+}
+
+QString Rewrite::writeInPlace(QByteArrayView content) const
+{
+    const std::optional<QByteArray> old = contentOf(m_descriptor, m_asRead.size);
+    const Outcome read = Outcome::failed();
+    if (!isUnchanged(fileState(m_path), m_asRead))
+        return changed(m_path);
+    if (!old)
+        return failed(m_path, read);
+    const Outcome written = fill(m_descriptor, content);
+    if (written.isDone())
+        return QString();
+    if (fill(m_descriptor, *old).isDone())
+        return failed(m_path, written);
+    return Text::tr("Файл %1 испорчен: он был переписан не до конца, и вернуть прежнее содержимое "
+                    "не удалось (%2); импортируйте этот день заново.")
+        .arg(m_path, written.reason());
+}
+
+QString Rewrite::remove() const
+{
+    const bool isLink = QFileInfo(m_path).isSymLink();
+    if (isLink) {
+        if (const QString problem = writeInPlace({}); !problem.isNull())
+            return problem;
+    }
+    const Outcome removed = outcomeOf(::unlink(QFile::encodeName(m_path).constData()));
+    if (removed.isDone())
+        return QString();
+    if (!isLink)
+        return removed.isRefused() ? writeInPlace({}) : failed(m_path, removed);
+    // Whoever made the link there, where we may not remove it, has an empty file.
+    return removed.isRefused() ? QString()
+                               : Text::tr("Файл %1 пуст, но не удалён: %2; удалите его.")
+                                     .arg(m_path, removed.reason());
+}
+
+} // namespace
+
+void appendRewritten(QByteArray& content, const vexdesk::RecordFields& fields)
+{
+    constexpr std::array order{vexdesk::TimeField,   vexdesk::OpenField,        vexdesk::HighField,
+                               vexdesk::LowField,    vexdesk::CloseField,       vexdesk::ValueField,
+                               vexdesk::VolumeField, vexdesk::OpenInterestField};
+    for (const vexdesk::RecordField field : order) {
+        content += fields[field];
+        content += field == vexdesk::OpenInterestField ? '\n' : ';';
+    }
+}
+
+QString rewriteDayFile(const QDir& dir, const QString& name, const QByteArray& content,
+                       const FileState& asRead)
+{
+    const QString path = dir.filePath(name);
+    if (!fileState(path)) {
+        return QFileInfo::exists(path)
+                   ? notRewritten(path, Text::tr("это не обычный файл"),
+                                  Text::tr("уберите его из хранилища"))
+                   : notRewritten(path, Text::tr("его больше нет"), showAgain());
+    }
+    // Both ways: what was there may have to be put back.
+    Descriptor file(::open(QFile::encodeName(path).constData(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
+    if (!file.isOpen())
+        return failed(path, Outcome::failed());
+    if (!isUnchanged(fileState(file.get()), asRead))
+        return changed(path);
+    const Rewrite rewrite(path, asRead, file.get());
+    return content.isEmpty() ? rewrite.remove() : rewrite.write(content);
+}
+
+} // namespace tadata

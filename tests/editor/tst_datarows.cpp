@@ -1,0 +1,68 @@
+#include "editor/datarows.h"
+
+#include "support/dayfiles.h"
+#include "support/strictlog.h"
+
+#include <QtTest/QTest>
+
+using tadata::DataRows;
+using testsupport::barLine;
+using testsupport::editedBarLine;
+
+namespace {
+
+const QDate day(2023, 1, 5);
+
+void appendBar(DataRows& rows, const QTime& time, int number)
+{
+    rows.append(time.msecsSinceStartOfDay() / 1000, barLine(time, number).chopped(1));
+}
+
+} // namespace
+
+class TestDataRows final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { testsupport::failOnStrayWarnings(); }
+    void hasNothingOfADayThatWasNotBegun();
+    void takesBackADay();
+};
+
+void TestDataRows::hasNothingOfADayThatWasNotBegun()
+{
+    DataRows rows;
+    QVERIFY(rows.rewritten(day).isEmpty());
+    for (const int offset : {0, 4}) {
+        rows.beginDay(day.addDays(offset));
+        appendBar(rows, QTime(10, 0), offset);
+    }
+    for (const int offset : {-1, 1, 3, 5})
+        QVERIFY(rows.rewritten(day.addDays(offset)).isEmpty());
+    QCOMPARE(rows.rewritten(day), editedBarLine(QTime(10, 0), 0));
+    QCOMPARE(rows.rewritten(day.addDays(4)), editedBarLine(QTime(10, 0), 4));
+}
+
+void TestDataRows::takesBackADay()
+{
+    DataRows rows;
+    rows.beginDay(day);
+    appendBar(rows, QTime(10, 0), 1);
+    for (int time = 0; time < 2; ++time) {
+        rows.beginDay(day.addDays(1));
+        rows.appendBlank();
+        appendBar(rows, QTime(10, 0), 2);
+        rows.takeBackDay();
+        QCOMPARE(rows.size(), 1);
+        QVERIFY(rows.rewritten(day.addDays(1)).isEmpty());
+    }
+    rows.beginDay(day.addDays(2));
+    appendBar(rows, QTime(10, 0), 3);
+    QCOMPARE(rows.size(), 2);
+    QCOMPARE(rows.rewritten(day), editedBarLine(QTime(10, 0), 1));
+    QCOMPARE(rows.rewritten(day.addDays(2)), editedBarLine(QTime(10, 0), 3));
+}
+
+QTEST_GUILESS_MAIN(TestDataRows)
+#include "tst_datarows.moc"
