@@ -5,12 +5,16 @@
 #include <algorithm>
 #include <bit>
 
+#ifdef __SSE2__
+#    include <emmintrin.h>
+#endif
+
 namespace tadata {
 
 namespace {
 
 constexpr qsizetype wordSize = sizeof(quint64);
-constexpr int bitsOfByte = 8;
+constexpr int bitsOfMark = 64;
 
 constexpr quint64 inEachByte(quint64 byte)
 {
@@ -35,7 +39,7 @@ quint64 separatorsIn(quint64 word)
 }
 
 constexpr char firstOfNumbers = '-';
-constexpr char lastOfNumbers = ';';
+constexpr char lastOfNumbers = ';'; // which is the separator
 
 // Not 0 in the highest bit of a byte, for at least one byte, when a character is none of those from
 // '-' to ';', which are the digits, their point and sign, and the separator.
@@ -47,6 +51,52 @@ quint64 othersIn(quint64 word)
     return (word | above | ~notBelow) & highBits;
 }
 
+// Looks at the characters of a line eight at a time.
+class Eight final
+{
+public:
+    static constexpr qsizetype size = wordSize;
+
+    quint64 separators(const char* at)
+    {
+        const quint64 word = wordAt(at);
+        m_others |= othersIn(word);
+        return separatorsIn(word);
+    }
+    bool hasOthers() const { return m_others != 0; }
+
+private:
+    quint64 m_others = 0;
+};
+
+#ifdef __SSE2__
+// The same, sixteen at a time.
+class Sixteen final
+{
+public:
+    static constexpr qsizetype size = sizeof(__m128i);
+
+    quint64 separators(const char* at)
+    {
+        const __m128i text = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
+        m_highest = _mm_max_epu8(m_highest, _mm_sub_epi8(text, _mm_set1_epi8(firstOfNumbers)));
+        return static_cast<quint64>(
+            _mm_movemask_epi8(_mm_cmpeq_epi8(text, _mm_set1_epi8(lastOfNumbers))));
+    }
+    bool hasOthers() const
+    {
+        const __m128i most = _mm_set1_epi8(lastOfNumbers - firstOfNumbers);
+        constexpr int all = 0xffff;
+        return _mm_movemask_epi8(_mm_cmpeq_epi8(_mm_max_epu8(m_highest, most), most)) != all;
+    }
+
+private:
+    __m128i m_highest = _mm_setzero_si128(); ///< counted from the first that is of numbers
+};
+#else
+using Sixteen = Eight;
+#endif
+
 bool isOfNumbers(char character)
 {
     return character >= firstOfNumbers && character <= lastOfNumbers;
@@ -56,28 +106,34 @@ bool isOfNumbers(char character)
 
 FieldLengths::Line FieldLengths::add(QByteArrayView line)
 {
-    constexpr qsizetype bits = std::tuple_size_v<Marks> * wordSize * bitsOfByte;
-    return line.size() >= wordSize && line.size() < bits ? addByMarks(line) : addByFields(line);
+    constexpr qsizetype most = std::tuple_size_v<Marks> * bitsOfMark;
+    if (line.size() < Eight::size || line.size() >= most)
+        return addByFields(line);
+    return line.size() < Sixteen::size ? addByMarks<Eight>(line) : addByMarks<Sixteen>(line);
 }
 
+template <typename Characters>
 FieldLengths::Line FieldLengths::addByMarks(QByteArrayView line)
 {
-    constexpr qsizetype half = wordSize * bitsOfByte;
+    const char* const end = line.end();
+    const char* at = line.begin();
+    Characters characters;
     Marks marks{};
-    quint64 others = 0;
-    qsizetype at = 0;
-    for (; line.size() - at >= wordSize; at += wordSize) {
-        const quint64 word = wordAt(line.data() + at);
-        marks[at / half] |= separatorsIn(word) << at % half;
-        others |= othersIn(word);
+    for (quint64& mark : marks) {
+        // Not into the array each time: that would wait for the time before.
+        quint64 gathered = 0;
+        for (int bit = 0; bit < bitsOfMark && end - at >= Characters::size;
+             at += Characters::size, bit += Characters::size)
+            gathered |= characters.separators(at) << bit;
+        mark = gathered;
     }
-    // The last word overlaps the one before.
-    if (const qsizetype rest = line.size() - at; rest > 0) {
-        const quint64 word = wordAt(line.end() - wordSize);
-        marks[at / half] |= separatorsIn(word) >> (wordSize - rest) << at % half;
-        others |= othersIn(word);
+    // The last ones overlap those before.
+    if (const qsizetype rest = end - at; rest > 0) {
+        const qsizetype bit = at - line.begin();
+        marks[bit / bitsOfMark] |= characters.separators(end - Characters::size) >>
+                                   (Characters::size - rest) << bit % bitsOfMark;
     }
-    marks[line.size() / half] |= quint64(1) << line.size() % half;
+    marks[line.size() / bitsOfMark] |= quint64(1) << line.size() % bitsOfMark;
 
     constexpr quint64 spread = 0x9e3779b97f4a7c15U;
     Marks& known = m_known[((marks[0] ^ std::rotl(marks[1], 32)) * spread) >> 56];
@@ -86,7 +142,7 @@ FieldLengths::Line FieldLengths::addByMarks(QByteArrayView line)
             return Line::NoRecord;
         known = marks;
     }
-    return others == 0 ? Line::Numbers : Line::Text;
+    return characters.hasOthers() ? Line::Text : Line::Numbers;
 }
 
 // False when it is no record line.

@@ -30,6 +30,7 @@ private:
     // of the same lengths.
     using Marks = std::array<quint64, 2>;
 
+    template <typename Characters>
     Line addByMarks(QByteArrayView line);
     Line addByFields(QByteArrayView line);
     bool addUnknown(QByteArrayView line, const Marks& marks);

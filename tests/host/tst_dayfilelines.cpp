@@ -176,6 +176,7 @@ private Q_SLOTS:
     void doesNotOpenWhatIsNoFile_data();
     void doesNotOpenWhatIsNoFile();
     void followsALinkToAFile();
+    void keepsHalfACharacterAtTheEnd();
     void tellsWhetherTheFileWasWrittenTo();
     void saysWhyItStopped_data();
     void saysWhyItStopped();
@@ -378,6 +379,20 @@ void TestDayFileLines::followsALinkToAFile()
     const QString link = m_dir.filePath(QStringLiteral("link"));
     QVERIFY(QFile::link(path(), link));
     QCOMPARE(linesOf(link), QByteArrayList{bar});
+}
+
+// In UTF-32 a file may end with what is half a character in UTF-16.
+void TestDayFileLines::keepsHalfACharacterAtTheEnd()
+{
+    const QByteArray wide("\xff\xfe\0\0"
+                          "1\0\0\0"
+                          "\x12\0\x3b\x34",
+                          12);
+    writeFile(path(), wide);
+    const QByteArrayList lines = linesOf(path());
+    QCOMPARE(lines.size(), 1);
+    QVERIFY2(lines.first().startsWith('1') && lines.first().endsWith("\xef\xbf\xbd"),
+             lines.first().toHex().constData());
 }
 
 void TestDayFileLines::tellsWhetherTheFileWasWrittenTo()

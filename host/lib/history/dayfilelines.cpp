@@ -177,6 +177,8 @@ void DayFileLines::append(qsizetype kept)
     // What the end of the file has cut in two is no character.
     if (m_isAtEnd && !m_decoder)
         m_buffer.chop(sizeOfCutCharacter(m_buffer));
+    else if (m_isAtEnd)
+        m_buffer += restOfUtf8();
     m_searched = std::min(m_searched, m_buffer.size());
 }
 
@@ -231,6 +233,13 @@ QByteArray DayFileLines::inUtf8(QByteArrayView bytes)
 {
     const QString text = (*m_decoder)(bytes);
     return m_encoder(text);
+}
+
+// The encoder holds back half a character until it has seen the next one.
+QByteArray DayFileLines::restOfUtf8()
+{
+    const QByteArray rest = m_encoder(QStringLiteral("\n"));
+    return rest.chopped(1);
 }
 
 QByteArrayView DayFileLines::withoutErrors(QByteArrayView line)

@@ -71,6 +71,7 @@ private:
     void append(qsizetype kept);
     void beginText();
     QByteArray inUtf8(QByteArrayView bytes);
+    QByteArray restOfUtf8();
     QByteArrayView withoutErrors(QByteArrayView line);
 
     QFile m_file;
