@@ -11,6 +11,7 @@
 #include "store/recordline.h"
 #include "store/textformats.h"
 
+#include <vexdesk/history/recordline.h>
 #include <vexdesk/terminal/referencedata.h>
 
 #include <QtCore/QTextStream>
