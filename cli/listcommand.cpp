@@ -24,7 +24,7 @@ ExitCode runList(const QStringList& words)
 
     QString text;
     QTextStream out(&text);
-    const vexdesk::StoreCatalog catalog = vexdesk::listStore(root);
+    const vexdesk::StoreCatalog catalog = vexdesk::storeCatalog(root);
     for (const vexdesk::StoredSeries& series : catalog.series) {
         out << escaped(series.stockCode) << '/' << escaped(series.boardCode) << '/'
             << escaped(series.securityName) << '\t' << series.timeframe << '\t' << series.dayFiles

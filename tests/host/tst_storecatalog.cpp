@@ -23,8 +23,8 @@ using vexdesk::StoredSeries;
 void TestStoreCatalog::anEmptyStoreHoldsNothing()
 {
     const QTemporaryDir store;
-    QVERIFY(vexdesk::listStore(QDir(store.path())).series.isEmpty());
-    QVERIFY(vexdesk::listStore(QDir(store.filePath(QStringLiteral("missing")))).series.isEmpty());
+    QVERIFY(vexdesk::listStore(QDir(store.path())).isEmpty());
+    QVERIFY(vexdesk::listStore(QDir(store.filePath(QStringLiteral("missing")))).isEmpty());
 }
 
 void TestStoreCatalog::countsDayFilesBySeriesAndTimeframe()
@@ -35,7 +35,7 @@ void TestStoreCatalog::countsDayFilesBySeriesAndTimeframe()
     testsupport::writeFile(root.filePath(QStringLiteral("S/B/X/20240115_60.iss")), "123");
     testsupport::writeFile(root.filePath(QStringLiteral("S/B/X/20240120_1.iss")), "1");
 
-    const QList<StoredSeries> list = vexdesk::listStore(root).series;
+    const QList<StoredSeries> list = vexdesk::listStore(root);
     QCOMPARE(list.size(), 2);
     QCOMPARE(list[0].timeframe, 1);
     QCOMPARE(list[0].dayFiles, 1);
@@ -57,7 +57,7 @@ void TestStoreCatalog::passesOverWhatIsNoDayFile()
                              "S/20240115_60.iss", "20240115_60.iss", "S/B/X/Y/20240115_60.iss"})
         testsupport::writeFile(root.filePath(QLatin1String(path)), "x");
     QVERIFY(root.mkpath(QStringLiteral("S/B/X/20240116_60.iss")));
-    QVERIFY(vexdesk::listStore(root).series.isEmpty());
+    QVERIFY(vexdesk::listStore(root).isEmpty());
 }
 
 void TestStoreCatalog::listsInTheOrderOfCodes()
@@ -67,7 +67,7 @@ void TestStoreCatalog::listsInTheOrderOfCodes()
     for (const char* series : {"b/B/X", "B/b/X", "B/B/x", "B/B/X", "B/B/Я"})
         testsupport::writeFile(root.filePath(QString::fromUtf8(series) + "/20240115_60.iss"), "x");
     QStringList codes;
-    const QList<StoredSeries> list = vexdesk::listStore(root).series;
+    const QList<StoredSeries> list = vexdesk::listStore(root);
     for (const StoredSeries& series : list)
         codes.append(series.stockCode + u'/' + series.boardCode + u'/' + series.securityName);
     QCOMPARE(codes,

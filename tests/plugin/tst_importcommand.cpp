@@ -2,6 +2,7 @@
 // windows are answered with mouse and keys.
 
 #include "plugin/commandtest.h"
+#include "support/faults.h"
 #include "support/filetree.h"
 #include "support/importchoices.h"
 #include "support/markingtranslator.h"
@@ -11,6 +12,7 @@
 
 #include <QtCore/QDirIterator>
 #include <QtCore/QScopeGuard>
+#include <QtCore/QSemaphore>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QTextStream>
 #include <QtCore/QThread>
@@ -49,43 +51,25 @@ using Tree = QMap<QString, QByteArray>;
 
 namespace {
 
-// A day file that lets nobody write until the test reads from it.
+// A day file that nobody can open until the test allows it.
 class BlockedFile final
 {
 public:
     explicit BlockedFile(const QString& path)
-        : m_path(QFile::encodeName(path))
-    {
-        QVERIFY(QDir().mkpath(QFileInfo(path).path()));
-        QCOMPARE(::mkfifo(m_path.constData(), 0600), 0);
-    }
-    ~BlockedFile()
-    {
-        if (m_descriptor >= 0)
-            ::close(m_descriptor);
-        ::unlink(m_path.constData());
-    }
+        : m_path(path)
+        , m_opening(testsupport::SystemCall::Open, path, [this] { m_permit.acquire(); })
+    {}
+    // Whoever waits is not left behind.
+    ~BlockedFile() { release(); }
     Q_DISABLE_COPY_MOVE(BlockedFile)
 
-    void release()
-    {
-        m_descriptor = ::open(m_path.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-        QVERIFY(m_descriptor >= 0);
-    }
-
-    // What was written, once the writer has gone.
-    QByteArray content() const
-    {
-        QByteArray all;
-        QByteArray block(65536, Qt::Uninitialized);
-        for (ssize_t got = 0; (got = ::read(m_descriptor, block.data(), block.size())) > 0;)
-            all.append(block.constData(), got);
-        return all;
-    }
+    void release() { m_permit.release(); }
+    QByteArray content() const { return testsupport::readFile(m_path); }
 
 private:
-    QByteArray m_path;
-    int m_descriptor = -1;
+    QString m_path;
+    QSemaphore m_permit;
+    testsupport::Meanwhile m_opening;
 };
 
 Shown success()
@@ -697,9 +681,7 @@ void TestImportCommand::showsTheProgressInOrder()
 {
     QByteArray content;
     for (int day = 11; day <= 16; ++day) {
-        // The first one fits into the blocked file without a reader.
-        const int count = day == 11 ? 1000 : 2000;
-        for (int second = 0; second < count; ++second) {
+        for (int second = 0; second < 2000; ++second) {
             content += "202401" + QByteArray::number(day) + ";" +
                        QTime(10, 0).addSecs(second).toString(QStringLiteral("hhmmss")).toLatin1() +
                        ";1;1;1;1\n";

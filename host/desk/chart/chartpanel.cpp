@@ -183,7 +183,7 @@ void ChartPanel::listStoredSoon()
     m_isListing = true;
     m_isListOutdated = false;
     m_thread.start([this, root = m_root] {
-        QList<StoredSeries> stored = listStore(QDir(root)).series;
+        QList<StoredSeries> stored = listStore(QDir(root));
         QMetaObject::invokeMethod(
             this,
             [this, stored] {

@@ -83,10 +83,11 @@ QMap<QString, QByteArray> editedDayFiles()
     return dayFiles;
 }
 
-void addTime(Tour& tour, const char* name, const QString& time)
+void addTime(Tour& tour, const char* name, const QDate& day, const QTime& time)
 {
     addTyping(
-        tour, Text::tr("время"), [name] { return inDialog<QDateTimeEdit>(name); }, time);
+        tour, Text::tr("время"), [name] { return inDialog<QDateTimeEdit>(name); },
+        QDateTime(day, time));
 }
 
 void addButton(Tour& tour, const char* name, const std::function<QString()>& missing,
@@ -105,14 +106,14 @@ void addButton(Tour& tour, const char* name, const std::function<QString()>& mis
 void addRangeSteps(Tour& tour)
 {
     addSeriesChoice(tour, [](const char* name) { return inDialog<QComboBox>(name); });
-    addTime(tour, "fromDateTime", QStringLiteral("15.01.2024 00:00:00"));
-    addTime(tour, "toDateTime", QStringLiteral("16.01.2024 23:59:59"));
+    addTime(tour, "fromDateTime", QDate(2024, 1, 15), QTime(0, 0));
+    addTime(tour, "toDateTime", QDate(2024, 1, 16), QTime(23, 59, 59));
     addButton(tour, "loadDataButton", {}, QStringLiteral("editor"));
 }
 
 void addFindSteps(Tour& tour)
 {
-    addTime(tour, "findDateTime", QStringLiteral("15.01.2024 10:20:00"));
+    addTime(tour, "findDateTime", QDate(2024, 1, 15), QTime(10, 20));
     addButton(
         tour, "findButton", [] { return rowsMissing(shownRows); }, QStringLiteral("editor-range"));
 }

@@ -80,8 +80,8 @@ void addSeriesPage(Tour& tour, const QDir& directory, const Interval& interval)
     addSeriesChoice(tour, [](const char* name) { return inDialog<QComboBox>(name); });
     const auto typeDate = [&tour](const char* name, const QDate& date) {
         addTyping(
-            tour, Text::tr("дата"), [name] { return inDialog<QDateEdit>(name); },
-            date.toString(QStringLiteral("dd.MM.yyyy")));
+            tour, Text::tr("дата"), [name] { return inDialog<QDateTimeEdit>(name); },
+            date.startOfDay());
     };
     typeDate("dateFrom", interval.from);
     typeDate("dateTo", interval.to);

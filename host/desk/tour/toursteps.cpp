@@ -13,6 +13,7 @@
 #include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QAbstractSpinBox>
 #include <QtWidgets/QComboBox>
+#include <QtWidgets/QDateTimeEdit>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
 
@@ -134,8 +135,47 @@ void addChoice(Tour& tour, const QString& title, const std::function<QComboBox*(
               {}});
 }
 
-void addTyping(Tour& tour, const QString& title, const std::function<QWidget*()>& field,
-               const QString& text)
+namespace {
+
+QString keysOfPart(const QDateTimeEdit& edit, QDateTimeEdit::Section part, const QDateTime& moment)
+{
+    const bool hasHalves = edit.displayedSections().testFlag(QDateTimeEdit::AmPmSection);
+    switch (part) {
+    case QDateTimeEdit::YearSection:
+        return moment.toString(QStringLiteral("yyyy"));
+    case QDateTimeEdit::MonthSection:
+        return moment.toString(QStringLiteral("MM"));
+    case QDateTimeEdit::DaySection:
+        return moment.toString(QStringLiteral("dd"));
+    case QDateTimeEdit::HourSection:
+        return hasHalves ? moment.toString(QStringLiteral("hh ap")).left(2)
+                         : moment.toString(QStringLiteral("HH"));
+    case QDateTimeEdit::MinuteSection:
+        return moment.toString(QStringLiteral("mm"));
+    case QDateTimeEdit::SecondSection:
+        return moment.toString(QStringLiteral("ss"));
+    default:
+        return edit.locale().toString(moment, QStringLiteral("AP"));
+    }
+}
+
+QString keysOf(const QDateTimeEdit& edit, const QDateTime& moment)
+{
+    QString keys;
+    for (int part = 0; part < edit.sectionCount(); ++part)
+        keys += keysOfPart(edit, edit.sectionAt(part), moment);
+    return keys;
+}
+
+// What is typed, asked when it is time, and whether the field has it then.
+struct Typing
+{
+    std::function<QString()> keys;
+    std::function<bool()> isEntered;
+};
+
+void addTypingSteps(Tour& tour, const QString& title, const std::function<QWidget*()>& field,
+                    const Typing& typing)
 {
     tour.add({Text::tr("перейти к полю: %1").arg(title),
               [field] { return field() ? QString() : Text::tr("нет поля"); },
@@ -149,16 +189,36 @@ void addTyping(Tour& tour, const QString& title, const std::function<QWidget*()>
               [field] {
                   return field() && field()->hasFocus() ? QString() : Text::tr("поле не активно");
               },
-              [field, text] {
-                  const bool isEditOfParts = qobject_cast<QAbstractSpinBox*>(field());
-                  typeText(field(), isEditOfParts ? digitsOf(text) : text);
-              }});
+              [field, typing] { typeText(field(), typing.keys()); }});
     tour.add({Text::tr("введено: %1").arg(title),
-              [field, text] {
-                  const QString shown = field() ? field()->property("text").toString() : QString();
-                  return shown == text ? QString() : Text::tr("введено «%1»").arg(shown);
+              [field, typing] {
+                  if (field() && typing.isEntered())
+                      return QString();
+                  return Text::tr("введено «%1»")
+                      .arg(field() ? field()->property("text").toString() : QString());
               },
               {}});
+}
+
+} // namespace
+
+void addTyping(Tour& tour, const QString& title, const std::function<QWidget*()>& field,
+               const QString& text)
+{
+    addTypingSteps(tour, title, field,
+                   {[field, text] {
+                        const bool isEditOfParts = qobject_cast<QAbstractSpinBox*>(field());
+                        return isEditOfParts ? digitsOf(text) : text;
+                    },
+                    [field, text] { return field()->property("text").toString() == text; }});
+}
+
+void addTyping(Tour& tour, const QString& title, const std::function<QDateTimeEdit*()>& field,
+               const QDateTime& moment)
+{
+    addTypingSteps(tour, title, field,
+                   {[field, moment] { return keysOf(*field(), moment); },
+                    [field, moment] { return field()->dateTime() == moment; }});
 }
 
 void addSeriesChoice(Tour& tour, const std::function<QComboBox*(const char*)>& box,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QtCore/QByteArray>
+#include <QtCore/QDateTime>
 #include <QtCore/QVariant>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QWidget>
@@ -8,6 +9,7 @@
 #include <functional>
 
 class QComboBox;
+class QDateTimeEdit;
 
 /// Steps and look-ups that the tours of several commands share. User-interface thread only.
 namespace vexdesk {
@@ -53,6 +55,11 @@ void addChoice(Tour& tour, const QString& title, const std::function<QComboBox*(
 /// in a line of text as it is, in a field of dates or numbers its digits alone.
 void addTyping(Tour& tour, const QString& title, const std::function<QWidget*()>& field,
                const QString& text);
+
+/// The same for a field of a date, or of a date and a time: part by part, in the order in which the
+/// field shows them.
+void addTyping(Tour& tour, const QString& title, const std::function<QDateTimeEdit*()>& field,
+               const QDateTime& moment);
 
 /// Chooses the demonstration's series in the boxes "stock", "board" and "security", which `box`
 /// finds by their names. The picture is of the open list of securities.

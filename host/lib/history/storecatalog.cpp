@@ -115,11 +115,16 @@ private:
 
 } // namespace
 
-StoreCatalog listStore(const QDir& root)
+StoreCatalog storeCatalog(const QDir& root)
 {
     StoreWalk walk;
     walk.listStocks(Path(QFile::encodeName(root.path()).toStdString()));
     return walk.takeCatalog();
+}
+
+QList<StoredSeries> listStore(const QDir& root)
+{
+    return storeCatalog(root).series;
 }
 
 } // namespace vexdesk

@@ -33,6 +33,8 @@ struct StoreCatalog
 };
 
 /// Lists a store by its day files. Files with other names are passed over. Any thread.
-VEXDESK_HISTORY_EXPORT StoreCatalog listStore(const QDir& root);
+VEXDESK_HISTORY_EXPORT StoreCatalog storeCatalog(const QDir& root);
+/// The series alone, for those who do not ask what could not be read.
+VEXDESK_HISTORY_EXPORT QList<StoredSeries> listStore(const QDir& root);
 
 } // namespace vexdesk
