@@ -293,6 +293,10 @@
         <source>Ошибка</source>
         <translation>Error</translation>
     </message>
+    <message>
+        <source>он изменился, пока его читали</source>
+        <translation>it was changed while it was read</translation>
+    </message>
 </context>
 <context>
     <name>FormatExportPage</name>

@@ -23,6 +23,8 @@ DataDirectory::DataDirectory()
     : m_path(ICore::getDir(QString(), false).absolutePath())
     , m_lock(m_path + QStringLiteral("/vexdesk.lock"))
 {
+    // The first terminal of a user finds none.
+    QDir().mkpath(m_path);
     // However long a terminal runs; whether it still does is told by its process.
     m_lock.setStaleLockTime(0);
     if (m_lock.tryLock(0))

@@ -4,6 +4,8 @@
 
 #include <vexdesk/terminal/core.h>
 
+#include <QtCore/QRegularExpression>
+
 namespace vexdesk {
 
 namespace {
@@ -11,9 +13,14 @@ namespace {
 // More of a text than fits the status bar of any screen; measuring a line takes its time.
 constexpr int mostShown = 500;
 
+// Of a path its end alone: there is room for what has happened then. The list has the whole.
 QString asOneLine(const QString& text)
 {
-    return text.left(mostShown).simplified().replace(u'&', QLatin1String("&&"));
+    static const QRegularExpression folders(QStringLiteral("/(?:[^/\\s]+/)+"));
+    return text.left(mostShown)
+        .simplified()
+        .replace(folders, QStringLiteral("…/"))
+        .replace(u'&', QLatin1String("&&"));
 }
 
 } // namespace

@@ -12,7 +12,7 @@ namespace {
 
 constexpr int margin = 4; // device-independent pixels
 constexpr int leastCharacters = 14;
-constexpr int mostCharacters = 70;
+constexpr int mostCharacters = 150;
 
 } // namespace
 

@@ -28,15 +28,6 @@ namespace {
 const char settingsGroup[] = "TADataManager/Editor";
 const char sizeKey[] = "dialog_size";
 
-// A date and time to the second, as the terminal's language writes them.
-QString momentFormat()
-{
-    QString time = QLocale().timeFormat(QLocale::ShortFormat);
-    if (!time.contains(u's'))
-        time.replace(QLatin1String("mm"), QLatin1String("mm:ss"));
-    return tadata::shownDateFormat(QLocale()) + u' ' + time;
-}
-
 // The row that takes the place of the selected ones: the next one below the last of them that
 // stays or, at the end of the table, the one above the first.
 QModelIndex survivor(const QItemSelectionModel& selection, int firstRow, int lastRow)
@@ -109,7 +100,7 @@ void EditorTADataDialog::setupTimes()
     for (QDateTimeEdit* const edit : {m_ui->fromDateTime, m_ui->toDateTime, m_ui->findDateTime}) {
         edit->calendarWidget()->setFirstDayOfWeek(QLocale::system().firstDayOfWeek());
         edit->calendarWidget()->setGridVisible(true);
-        edit->setDisplayFormat(momentFormat());
+        edit->setDisplayFormat(tadata::shownMomentFormat(QLocale()));
     }
 }
 

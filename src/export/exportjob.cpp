@@ -9,7 +9,6 @@
 #include <vexdesk/history/dayfilelines.h>
 
 #include <QtCore/QCoreApplication>
-#include <QtCore/QDirIterator>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QTextStream>
@@ -111,8 +110,10 @@ private:
                 m_exporter.writeBar(target);
         }
         m_exporter.flush();
-        if (!lines.error().isNull())
-            m_error = Text::tr("Невозможно прочитать файл %1: %2").arg(lines.path(), lines.error());
+        const QString fault =
+            lines.isMixed() ? Text::tr("он изменился, пока его читали") : lines.error();
+        if (!fault.isNull())
+            m_error = Text::tr("Невозможно прочитать файл %1: %2").arg(lines.path(), fault);
     }
 
     const ExportDetails& m_details;
@@ -127,27 +128,23 @@ private:
     QStringList m_unopened;
 };
 
-// Whether the file has the path of a day file of some series.
-bool hasPathOfBars(const QString& outputPath, const QDir& root)
+// Whether the file is a day file of any series. Links to directories are followed, as by those who
+// read the store.
+bool isInStore(const QString& path, const QDir& root)
 {
-    const QString path = QFileInfo(outputPath).canonicalFilePath();
-    const QString below = QDir(root.canonicalPath()).relativeFilePath(path);
-    constexpr qsizetype slashes = 3; // between venue, board, security and file
-    return !path.isEmpty() && !root.canonicalPath().isEmpty() && below.count(u'/') == slashes &&
-           !below.startsWith(QLatin1String("../")) &&
-           vexdesk::isBarFileName(QFileInfo(path).fileName());
-}
-
-// Whether the file is also a day file of some series under another name of it.
-bool isLinkedToBars(const vexdesk::FileState& output, const QDir& root)
-{
-    if (output.links < 2)
-        return false;
-    QDirIterator series(root.path(), QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot,
-                        QDirIterator::Subdirectories);
-    while (series.hasNext()) {
-        if (!vexdesk::barFileThatIs(output, QDir(series.next())).isEmpty())
-            return true;
+    const auto below = [](const QString& directory) {
+        QStringList paths = vexdesk::subdirectories(directory, QDir::Hidden);
+        for (QString& name : paths)
+            name.prepend(directory + u'/');
+        return paths;
+    };
+    for (const QString& stock : below(root.path())) {
+        for (const QString& board : below(stock)) {
+            for (const QString& security : below(board)) {
+                if (!vexdesk::barFileThatIs(path, QDir(security)).isEmpty())
+                    return true;
+            }
+        }
     }
     return false;
 }
@@ -156,13 +153,7 @@ bool isLinkedToBars(const vexdesk::FileState& output, const QDir& root)
 
 QString refusedOutput(const ExportDetails& details, const QDir& root)
 {
-    const std::optional<vexdesk::FileState> output = vexdesk::fileState(details.outputPath);
-    if (!output)
-        return QString();
-    const QDir ownSeries(
-        vexdesk::seriesPath(root, details.stockCode, details.boardCode, details.securityName));
-    if (!hasPathOfBars(details.outputPath, root) &&
-        vexdesk::barFileThatIs(*output, ownSeries).isEmpty() && !isLinkedToBars(*output, root))
+    if (!QFileInfo(details.outputPath).isFile() || !isInStore(details.outputPath, root))
         return QString();
     return Text::tr("Файл %1 — файл дня в хранилище: выгрузка стёрла бы его бары. Выберите другой "
                     "файл")

@@ -45,6 +45,13 @@ QString cannotWrite(const QString& path)
     return Text::tr("Невозможно записать файл %1").arg(path);
 }
 
+QString wouldWipe(const QString& input)
+{
+    return Text::tr("Файл %1 лежит в хранилище как файл дня этой же серии: импорт стёр бы его. "
+                    "Скопируйте его в другое место и импортируйте копию")
+        .arg(input);
+}
+
 // The file that bars go to at the moment. Its functions return the message of what failed, or null.
 //
 // Every write hands over whole lines, so that whoever reads the file meanwhile finds no half of
@@ -65,10 +72,12 @@ public:
             passOn();
     }
 
-    QString switchTo(const QString& path)
+    QString switchTo(const QString& path, const vexdesk::FileState& input)
     {
         if (const QString error = close(); !error.isNull())
             return error;
+        if (const auto file = vexdesk::fileState(path); file && file->isSameFile(input))
+            return wouldWipe(path);
         m_file.setFileName(path);
         m_isWhole = true;
         // To open a pipe is to wait for somebody who reads it.
@@ -107,9 +116,10 @@ private:
 class StoreWriter final
 {
 public:
-    StoreWriter(const QDir& dir, int timeframe)
+    StoreWriter(const QDir& dir, int timeframe, const vexdesk::FileState& input)
         : m_dir(dir)
         , m_timeframe(timeframe)
+        , m_input(input)
     {}
 
     bool needsSwitch(const QDate& day) const { return m_day != day; }
@@ -117,13 +127,13 @@ public:
     QString switchTo(const QDate& day)
     {
         m_day = day;
-        if (const QString error = m_bars.switchTo(dayFilePath(day)); !error.isNull())
+        if (const QString error = m_bars.switchTo(dayFilePath(day), m_input); !error.isNull())
             return error;
         if (!derivesMinutes())
             return QString();
         if (const auto minute = m_minuteBuilder.take())
             m_minutes.write(*minute);
-        return m_minutes.switchTo(m_dir.filePath(vexdesk::minuteFileName(day)));
+        return m_minutes.switchTo(m_dir.filePath(vexdesk::minuteFileName(day)), m_input);
     }
 
     // Throws the host's message when a sum does not fit.
@@ -153,6 +163,7 @@ private:
 
     QDir m_dir;
     int m_timeframe;
+    vexdesk::FileState m_input;
     QDate m_day; // of the open files
     BarOutput m_bars;
     BarOutput m_minutes;
@@ -181,7 +192,7 @@ public:
         , m_details(details)
         , m_progress(progress)
         , m_parser(details)
-        , m_store(dir, details.timeframe)
+        , m_store(dir, details.timeframe, lines.state())
     {}
 
     ImportOutcome run()
@@ -263,11 +274,8 @@ ImportOutcome importBars(const QString& fileName, const ImportDetails& details,
     if (!lines.open())
         return {cannotOpen(fileName)};
     const QDir dir = seriesDir();
-    if (!vexdesk::barFileThatIs(lines.state(), dir).isEmpty())
-        return {
-            Text::tr("Файл %1 лежит в хранилище как файл дня этой же серии: импорт стёр бы его. "
-                     "Скопируйте его в другое место и импортируйте копию")
-                .arg(fileName)};
+    if (!vexdesk::barFileThatIs(fileName, dir).isEmpty())
+        return {wouldWipe(fileName)};
     return ImportRun(lines, details, dir, progress).run();
 }
 

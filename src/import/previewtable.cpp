@@ -11,6 +11,14 @@ namespace {
 // A binary file may be one line of a million fields, which no table shows in any useful time.
 constexpr qsizetype maxColumns = 1000;
 
+// Nor is a field of a million characters ever read there; to lay it out takes minutes.
+constexpr qsizetype maxCharacters = 1000;
+
+QString shown(const QString& field)
+{
+    return field.size() > maxCharacters ? field.left(maxCharacters) + u'…' : field;
+}
+
 } // namespace
 
 void setPreviewSize(QTableWidget& table, const QList<QString>& lines, const QString& separator)
@@ -28,7 +36,7 @@ void fillPreview(QTableWidget& table, const QList<QString>& lines, const QString
         const int columns =
             static_cast<int>(std::min<qsizetype>(fields.size(), table.columnCount()));
         for (int column = 0; column < columns; ++column)
-            table.setItem(row, column, new QTableWidgetItem(fields.at(column)));
+            table.setItem(row, column, new QTableWidgetItem(shown(fields.at(column))));
     }
 }
 

@@ -11,6 +11,8 @@
 
 #include <QtCore/QLockFile>
 #include <QtCore/QProcess>
+#include <QtCore/QScopeGuard>
+#include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
 
 #include <QtWidgets/QMessageBox>
@@ -41,6 +43,7 @@ private Q_SLOTS:
     void aTerminalThatRunsForLongKeepsIt();
     void isFreeAgainAfterwards();
 
+    void isMadeWhereThereIsNone();
     void canBeWritten();
     void aReadOnlyOneIsNamed();
     void aFullOneIsNamed();
@@ -171,6 +174,27 @@ void TestDataDirectory::isFreeAgainAfterwards()
     second->giveBack();
     const DataDirectory third;
     QVERIFY(!third.isTaken());
+}
+
+// The first terminal of a user of an installed one.
+void TestDataDirectory::isMadeWhereThereIsNone()
+{
+    const QTemporaryDir home;
+    qputenv("XDG_DATA_HOME", QFile::encodeName(home.filePath(QStringLiteral("new/share"))));
+    const QString installed =
+        QCoreApplication::applicationDirPath() + QStringLiteral("/.installed");
+    testsupport::writeFile(installed, "");
+    const auto restore = qScopeGuard([&installed] {
+        QFile::remove(installed);
+        qunsetenv("XDG_DATA_HOME");
+    });
+    const QString path = ICore::getDir(QString(), false).absolutePath();
+    QVERIFY2(path.startsWith(home.path()), qPrintable(path));
+    QVERIFY(!QDir(path).exists());
+    const DataDirectory first;
+    QCOMPARE(first.writeFault(), QString());
+    QVERIFY(!first.isTaken());
+    QVERIFY(QFile::exists(path + QStringLiteral("/vexdesk.lock")));
 }
 
 void TestDataDirectory::canBeWritten()

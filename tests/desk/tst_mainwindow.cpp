@@ -1,3 +1,4 @@
+#include "desk/chart/chartdock.h"
 #include "desk/commandbutton.h"
 #include "desk/deskapplication.h"
 #include "desk/errorreport.h"
@@ -18,12 +19,14 @@
 #include <vexdesk/terminal/database.h>
 #include <vexdesk/terminal/deals.h>
 
+#include <QtCore/QScopeGuard>
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QClipboard>
 #include <QtGui/QCloseEvent>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 #include <QtWidgets/QAbstractItemView>
+#include <QtWidgets/QDockWidget>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
@@ -82,6 +85,8 @@ private Q_SLOTS:
     void pluginsWindowOpensByMouse();
     void refusedPluginsAreHintedAt();
     void tabGoesThroughTheRowsToTheLinks();
+    void tabGoesThroughTheChart();
+    void aProblemShowsWhatHasHappened();
     void errorsOfLaterCallsAreShown();
     void demoDealsAreSwitchedInTheMenu();
     void problemsAreShownInTheStatusBar();
@@ -416,6 +421,47 @@ void TestMainWindow::tabGoesThroughTheRowsToTheLinks()
     wanted.append(m_window->findChild<StatusLink*>(QStringLiteral("refusedPlugins")));
     wanted.append(problemLink());
     QCOMPARE(testsupport::tabOrder(m_window.get()), wanted);
+}
+
+// By the key itself: what stands in the order may still be passed over.
+void TestMainWindow::tabGoesThroughTheChart()
+{
+    const QDir store(ICore::getDir(QStringLiteral("tadata"), false));
+    const auto restore = qScopeGuard([&store] { QDir(store).removeRecursively(); });
+    testsupport::writeFile(store.filePath(QStringLiteral("NORD/MAIN/ALFA/20240115_60.iss")),
+                           "100000;1;2;1;2;5;0;0\n100100;2;3;2;3;6;0;0\n");
+    load({QStringLiteral("good")});
+    show();
+    auto* const dock = m_window->findChild<QDockWidget*>(QStringLiteral("chartDock"));
+    if (!vexdesk::ChartDock::hasChart())
+        QSKIP("the chart is not built");
+    dock->show();
+    const auto box = [dock](const char* name) {
+        return dock->findChild<QWidget*>(QLatin1String(name));
+    };
+    QTRY_VERIFY(box("chartShowAll") && box("chartShowAll")->isEnabled());
+    rows().constFirst()->setFocus(Qt::TabFocusReason);
+    QStringList visited;
+    constexpr int enough = 30;
+    for (int i = 0; i < enough; ++i) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        const QString name = QApplication::focusWidget()->objectName();
+        if (name.startsWith(QLatin1String("chart")) && !visited.contains(name))
+            visited.append(name);
+    }
+    QCOMPARE(visited, QStringList({QStringLiteral("chartSeries"), QStringLiteral("chartTimeframe"),
+                                   QStringLiteral("chartShowAll"), QStringLiteral("chartView")}));
+    // Whoever goes to the chart by its command is at the picture.
+    dock->widget()->setFocus(Qt::ShortcutFocusReason);
+    QCOMPARE(QApplication::focusWidget()->objectName(), QStringLiteral("chartView"));
+}
+
+void TestMainWindow::aProblemShowsWhatHasHappened()
+{
+    show();
+    m_core->reportProblem(QStringLiteral("Файл /a/long/way/20240115_60.iss не записан."));
+    QCOMPARE(problemLink()->text(),
+             QStringLiteral("Ошибки: 1. Файл …/20240115_60.iss не записан."));
 }
 
 void TestMainWindow::errorsOfLaterCallsAreShown()

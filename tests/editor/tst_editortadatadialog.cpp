@@ -553,7 +553,7 @@ void TestEditorTADataDialog::followsTheLanguage_data()
     QTest::newRow("Russian") << QLocale(QStringLiteral("ru_RU"))
                              << QStringLiteral("05.03.2023 14:07:09");
     QTest::newRow("English") << QLocale(QStringLiteral("en_US"))
-                             << QStringLiteral("3/5/2023 2:07:09 PM");
+                             << QStringLiteral("03/05/2023 02:07:09 PM");
     QTest::newRow("German") << QLocale(QStringLiteral("de_DE"))
                             << QStringLiteral("05.03.2023 14:07:09");
     QTest::newRow("none") << QLocale::c() << QStringLiteral("05.03.2023 14:07:09");

@@ -73,6 +73,7 @@ private Q_SLOTS:
     void namesAnOutputThatCannotBeWritten();
     void anErrorOfClosingIsNoSuccess();
     void aDayThatCannotBeReadToItsEndEndsTheExport();
+    void aDayThatIsWrittenAnewMeanwhileEndsTheExport();
     void aDayThatIsTooLargeEndsTheExport();
     void namesTheDaysThatCannotBeOpened();
     void anIntervalWithoutDatesIsEmpty();
@@ -428,6 +429,19 @@ void TestExportJob::aDayThatCannotBeReadToItsEndEndsTheExport()
     QVERIFY(std::all_of(closes.begin(), closes.end(), [](const QByteArray& close) {
         return close.isEmpty() || close == "1" || close == "2";
     }));
+}
+
+// Otherwise the end of an old line and the beginning of a new one would make a bar.
+void TestExportJob::aDayThatIsWrittenAnewMeanwhileEndsTheExport()
+{
+    store("20240115_60.iss", QByteArray("100000;2;2;2;2;0;0;0\n").repeated(40000));
+    const QString path = m_dir->filePath(QStringLiteral("series/20240115_60.iss"));
+    const testsupport::AtEnd end(path, [&] {
+        writeFile(path, QByteArray("100000;3.5;3.5;3.5;3.5;0;0;0\n").repeated(20000));
+    });
+    QCOMPARE(
+        run(detailsOf(output())),
+        QStringLiteral("Невозможно прочитать файл %1: он изменился, пока его читали").arg(path));
 }
 
 void TestExportJob::aDayThatIsTooLargeEndsTheExport()

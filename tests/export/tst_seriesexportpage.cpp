@@ -28,6 +28,7 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QTableView>
 #include <QtWidgets/QToolButton>
+#include <QtWidgets/QWizard>
 
 #include <memory>
 
@@ -71,6 +72,8 @@ private Q_SLOTS:
     void offersTheExtensions();
     void theCalendarsShowTheirGrid();
     void theWeekBeginsAsTheSystemSays();
+    void takesADateAsItIsTyped_data();
+    void takesADateAsItIsTyped();
     void datesAreInTheLanguageOfTheTerminal_data();
     void datesAreInTheLanguageOfTheTerminal();
     void beginsWithNothingChosen();
@@ -760,6 +763,35 @@ void TestSeriesExportPage::theWeekBeginsAsTheSystemSays()
         QCOMPARE(child<QDateEdit>(name)->calendarWidget()->firstDayOfWeek(), first);
 }
 
+void TestSeriesExportPage::takesADateAsItIsTyped_data()
+{
+    QTest::addColumn<QString>("locale");
+    QTest::addColumn<QByteArray>("typed");
+    QTest::newRow("Russian") << "ru_RU" << QByteArray("05032024");
+    QTest::newRow("English") << "en_US" << QByteArray("03052024");
+}
+
+// In a wizard, which looks at the page with every digit.
+void TestSeriesExportPage::takesADateAsItIsTyped()
+{
+    QFETCH(const QString, locale);
+    QFETCH(const QByteArray, typed);
+    const QLocale before;
+    const auto restore = qScopeGuard([&before] { QLocale::setDefault(before); });
+    QLocale::setDefault(QLocale(locale));
+    QWizard wizard;
+    auto* const page = new SeriesExportPage;
+    wizard.addPage(page);
+    wizard.show();
+    QVERIFY(QTest::qWaitForWindowActive(&wizard));
+    auto* const edit = page->findChild<QDateEdit*>(QStringLiteral("dateFrom"));
+    edit->setFocus(Qt::TabFocusReason);
+    edit->setSelectedSection(edit->sectionAt(0));
+    for (const char digit : typed)
+        QTest::keyClick(edit, digit);
+    QCOMPARE(edit->date(), QDate(2024, 3, 5));
+}
+
 void TestSeriesExportPage::datesAreInTheLanguageOfTheTerminal_data()
 {
     QTest::addColumn<QString>("locale");
@@ -769,7 +801,7 @@ void TestSeriesExportPage::datesAreInTheLanguageOfTheTerminal_data()
     QTest::newRow("Russian") << "ru_RU"
                              << "05.03.2024" << QStringLiteral("март") << QStringLiteral("пт");
     QTest::newRow("English") << "en_US"
-                             << "3/5/2024"
+                             << "03/05/2024"
                              << "March"
                              << "Fri";
     QTest::newRow("English of the island") << "en_GB"

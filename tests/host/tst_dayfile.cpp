@@ -158,9 +158,7 @@ void TestDayFile::findsABarFileByWhateverName()
     testsupport::writeFile(other, "1");
     testsupport::writeFile(series.filePath(dayName("20240115")), "2");
     testsupport::writeFile(series.filePath(QStringLiteral("notes.txt")), "3");
-    const auto found = [&](const QString& path) {
-        return vexdesk::barFileThatIs(*vexdesk::fileState(path), series);
-    };
+    const auto found = [&](const QString& path) { return vexdesk::barFileThatIs(path, series); };
     QCOMPARE(found(series.filePath(dayName("20240115"))), dayName("20240115"));
     QCOMPARE(found(series.filePath(QStringLiteral("notes.txt"))), QString());
     QCOMPARE(found(other), QString());

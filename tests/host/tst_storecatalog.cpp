@@ -16,6 +16,7 @@ private Q_SLOTS:
     void countsDayFilesBySeriesAndTimeframe();
     void passesOverWhatIsNoDayFile();
     void listsInTheOrderOfCodes();
+    void passesOverLinksThatLeadNowhere();
 };
 
 using vexdesk::StoredSeries;
@@ -73,6 +74,26 @@ void TestStoreCatalog::listsInTheOrderOfCodes()
     QCOMPARE(codes,
              QStringList({QStringLiteral("B/B/X"), QStringLiteral("B/B/x"), QStringLiteral("B/B/Я"),
                           QStringLiteral("B/b/X"), QStringLiteral("b/B/X")}));
+}
+
+// All the rest is listed, whatever stands beside it.
+void TestStoreCatalog::passesOverLinksThatLeadNowhere()
+{
+    const QTemporaryDir store;
+    const QDir root(store.path());
+    for (const char* stock : {"A", "M", "Z"})
+        testsupport::writeFile(root.filePath(QLatin1String(stock) + "/B/C/20240115_60.iss"), "x");
+    for (int link = 0; link < 8; ++link) {
+        const QString number = QString::number(link);
+        QVERIFY(QFile::link(QStringLiteral("/nonexistent"), root.filePath("x" + number)));
+        QVERIFY(QFile::link(root.filePath("loop" + number), root.filePath("loop" + number)));
+        QVERIFY(QFile::link(QStringLiteral("/nonexistent"),
+                            root.filePath("A/B/C/2024012" + number + "_60.iss")));
+    }
+    const vexdesk::StoreCatalog catalog = vexdesk::storeCatalog(root);
+    QCOMPARE(catalog.series.size(), 3);
+    QCOMPARE(catalog.series.first().dayFiles, 1);
+    QVERIFY(catalog.unreadable.isEmpty());
 }
 
 QTEST_GUILESS_MAIN(TestStoreCatalog)

@@ -60,6 +60,7 @@ private Q_SLOTS:
     void hasItsRowsInOrder();
     void offersItsFormatsInOrder();
     void itsTextsAreItsOwn();
+    void showsTheBeginningOfAHugeField();
     void showsAThousandColumnsAtMost_data();
     void showsAThousandColumnsAtMost();
     void showsNothingBeforeASeparatorIsChosen();
@@ -422,6 +423,20 @@ void TestFormatImportPage::itsTextsAreItsOwn()
                      qPrintable(box->itemText(i)));
     }
     QCOMPARE(page.title(), QStringLiteral("FormatImportPage|Формат"));
+}
+
+// To lay out all of it would hold up the window for half a minute.
+void TestFormatImportPage::showsTheBeginningOfAHugeField()
+{
+    const QString usual(1000, u'1');
+    const QString huge(10 * 1000 * 1000, u'X');
+    const QList<QString> lines{usual + u',' + huge};
+    FormatImportPage page(lines);
+    auto* const separator = page.findChild<QComboBox*>(QStringLiteral("separator"));
+    separator->setCurrentIndex(1);
+    const auto* const table = page.findChild<QTableWidget*>(QStringLiteral("fileData"));
+    QCOMPARE(table->item(0, 0)->text(), usual);
+    QCOMPARE(table->item(0, 1)->text(), QString(huge.left(1000) + u'…'));
 }
 
 void TestFormatImportPage::showsAThousandColumnsAtMost_data()

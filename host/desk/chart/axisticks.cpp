@@ -3,6 +3,7 @@
 #include "desk/chart/wallclock.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QLocale>
 
 #include <algorithm>
 #include <array>
@@ -11,6 +12,35 @@
 namespace vexdesk {
 
 namespace {
+
+// As the terminal's language writes a date in numbers, each with all its digits.
+QString dateFormat()
+{
+    const QLocale locale;
+    if (locale.language() == QLocale::C)
+        return QStringLiteral("dd.MM.yyyy");
+    QString format = locale.dateFormat(QLocale::ShortFormat);
+    for (const QChar part : {u'd', u'M'}) {
+        if (format.count(part) == 1)
+            format.replace(part, QString(2, part));
+    }
+    return format.contains(QLatin1String("yyyy"))
+               ? format
+               : format.replace(QLatin1String("yy"), QLatin1String("yyyy"));
+}
+
+// The same without the year, or without the day.
+QString withoutPart(QChar part)
+{
+    QString format = dateFormat();
+    const qsizetype begin = format.indexOf(part);
+    const qsizetype count = format.count(part);
+    // With the sign behind it or, at the end, with all signs before it.
+    format.remove(begin, count + 1);
+    while (!format.isEmpty() && !format.back().isLetter())
+        format.chop(1);
+    return format;
+}
 
 constexpr qint64 minute = 60;
 constexpr qint64 hour = 60 * minute;
@@ -65,7 +95,7 @@ std::vector<TimeTick> evenTicks(const TimeRange& range, qint64 step)
             if (isFirst || tick.isBegin)
                 tick.heading = dateText(time);
         } else {
-            tick.label = day.toString(QStringLiteral("dd.MM"));
+            tick.label = day.toString(withoutPart(u'y'));
             tick.isBegin = !isFirst && day.year() != year;
             if (isFirst || tick.isBegin)
                 tick.heading = yearText(day);
@@ -86,7 +116,7 @@ std::vector<TimeTick> monthTicks(const TimeRange& range, int months)
             continue;
         TimeTick tick;
         tick.time = wallTime(day);
-        tick.label = day.toString(QStringLiteral("MM.yyyy"));
+        tick.label = day.toString(withoutPart(u'd'));
         tick.isBegin = day.month() == 1;
         ticks.push_back(tick);
     }
@@ -151,7 +181,7 @@ std::vector<TimeTick> timeTicks(const TimeRange& range, int most)
 
 QString dateText(qint64 time)
 {
-    return wallDate(time).toString(QStringLiteral("dd.MM.yyyy"));
+    return wallDate(time).toString(dateFormat());
 }
 
 QString dateTimeText(qint64 time, qint64 interval)

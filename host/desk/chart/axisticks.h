@@ -30,7 +30,7 @@ struct TimeTick
 /// At most about `most` lines in the range, at round times. The first one has a heading too.
 std::vector<TimeTick> timeTicks(const TimeRange& range, int most);
 
-/// "15.01.2024"
+/// "15.01.2024", as the default locale writes it.
 QString dateText(qint64 time);
 /// "15.01.2024 10:20", or with seconds when it is about shorter bars than those of a minute.
 QString dateTimeText(qint64 time, qint64 interval);

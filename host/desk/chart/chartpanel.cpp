@@ -9,6 +9,7 @@
 #include <vexdesk/history/dayfile.h>
 
 #include <QtCore/QSignalBlocker>
+#include <QtGui/QFocusEvent>
 #include <QtGui/QShowEvent>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
@@ -76,7 +77,6 @@ ChartPanel::ChartPanel(const QString& root, QWidget* parent)
     layout->addWidget(makeChoice());
     layout->addWidget(m_readout);
     layout->addWidget(m_pages, 1);
-    setFocusProxy(m_view);
     // As they stand, and not as they were made.
     setTabOrder(m_seriesBox, m_timeframeBox);
     setTabOrder(m_timeframeBox, m_showAll);
@@ -88,6 +88,13 @@ ChartPanel::ChartPanel(const QString& root, QWidget* parent)
 }
 
 ChartPanel::~ChartPanel() = default;
+
+// Whoever goes to the chart means its picture. Not by a proxy: Tab would take the panel for it, and
+// pass over the boxes.
+void ChartPanel::focusInEvent(QFocusEvent* event)
+{
+    m_view->setFocus(event->reason());
+}
 
 QSize ChartPanel::sizeHint() const
 {

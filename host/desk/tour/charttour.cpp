@@ -1,5 +1,6 @@
 #include "desk/tour/charttour.h"
 
+#include "desk/chart/axisticks.h"
 #include "desk/chart/chartdock.h"
 #include "desk/chart/readout.h"
 #include "desk/chart/seriesfeed.h"
@@ -87,10 +88,7 @@ struct PointedBar
     QDate day{2024, 1, 15};
     QTime time{10, 20};
 
-    QString timeText() const
-    {
-        return day.toString(QStringLiteral("dd.MM.yyyy")) + time.toString(QStringLiteral(" hh:mm"));
-    }
+    QString timeText() const { return dateTimeText(wallTime(day, time), minute); }
 
     /// What the chart has to say of it.
     QString readout() const
@@ -166,7 +164,7 @@ void addChoiceOfSeries(Tour& tour, const std::shared_ptr<State>& state)
 
 void addZooming(Tour& tour, const std::shared_ptr<State>& state, const PointedBar& bar)
 {
-    const QString day = bar.day.toString(QStringLiteral("dd.MM.yyyy"));
+    const QString day = dateText(wallTime(bar.day));
     constexpr int wheelSteps = 16;
     for (int i = 0; i < wheelSteps; ++i) {
         tour.add({Text::tr("приблизить колесом мыши"),

@@ -167,6 +167,12 @@ QString keysOf(const QDateTimeEdit& edit, const QDateTime& moment)
     return keys;
 }
 
+bool shows(const QDateTimeEdit& edit, const QDateTime& moment)
+{
+    const bool hasTime = edit.displayedSections().testFlag(QDateTimeEdit::MinuteSection);
+    return edit.date() == moment.date() && (!hasTime || edit.time() == moment.time());
+}
+
 // What is typed, asked when it is time, and whether the field has it then.
 struct Typing
 {
@@ -217,8 +223,12 @@ void addTyping(Tour& tour, const QString& title, const std::function<QDateTimeEd
                const QDateTime& moment)
 {
     addTypingSteps(tour, title, field,
-                   {[field, moment] { return keysOf(*field(), moment); },
-                    [field, moment] { return field()->dateTime() == moment; }});
+                   {[field, moment] {
+                        // As Tab does in a window that was active before.
+                        field()->setSelectedSection(field()->sectionAt(0));
+                        return keysOf(*field(), moment);
+                    },
+                    [field, moment] { return shows(*field(), moment); }});
 }
 
 void addSeriesChoice(Tour& tour, const std::function<QComboBox*(const char*)>& box,

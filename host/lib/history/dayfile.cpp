@@ -3,6 +3,7 @@
 #include <vexdesk/icore.h>
 
 #include <QtCore/QDirIterator>
+#include <QtCore/QFileInfo>
 
 #include <algorithm>
 #include <optional>
@@ -97,15 +98,22 @@ bool isBarFileName(const QString& name)
     return day.isValid() && minuteFileName(day) == name;
 }
 
-QString barFileThatIs(const FileState& file, const QDir& seriesDir)
+QString barFileThatIs(const QString& path, const QDir& seriesDir)
 {
+    const std::optional<FileState> file = fileState(path);
+    if (!file)
+        return QString();
+    const QString name = QFileInfo(QFileInfo(path).canonicalFilePath()).fileName();
     QDirIterator walk(seriesDir.path(), QDir::Files | QDir::Hidden);
     while (walk.hasNext()) {
-        const QString path = walk.next();
-        if (!isBarFileName(walk.fileName()))
+        const QString candidate = walk.next();
+        // What is no link, and has no other name, is the file under its own name alone.
+        const bool mayBeIt =
+            file->links > 1 || walk.fileName() == name || walk.fileInfo().isSymLink();
+        if (!mayBeIt || !isBarFileName(walk.fileName()))
             continue;
-        const std::optional<FileState> state = fileState(path);
-        if (state && state->isSameFile(file))
+        const std::optional<FileState> state = fileState(candidate);
+        if (state && state->isSameFile(*file))
             return walk.fileName();
     }
     return QString();

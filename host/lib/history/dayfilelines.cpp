@@ -189,6 +189,7 @@ qint64 DayFileLines::readBytes(char* to, qint64 count)
     if (read == 0 && count < m_buffer.size() && wasJustWritten(m_file))
         read = readWhatIsComing(to, count);
     m_position += std::max(qint64(0), read);
+    m_reads += read > 0 ? 1 : 0;
     if (std::max(m_position, m_state.size) > m_maxSize)
         m_error = Text::tr("файл больше 1 ГБ");
     else if (read < 0)

@@ -59,14 +59,21 @@ private:
         std::error_code error;
         std::filesystem::directory_iterator entry(directory, error);
         const std::filesystem::directory_iterator end;
+        bool isWhole = true;
         for (; !error && entry != end; entry.increment(error)) {
-            visit(*entry, error);
-            if (error)
-                break;
+            std::error_code unknown;
+            visit(*entry, unknown);
+            isWhole = isWhole && !isUnreadable(unknown);
         }
-        // A directory may go while the store is listed.
-        if (error && error != std::errc::no_such_file_or_directory)
+        if (!isWhole || isUnreadable(error))
             m_catalog.unreadable.append(QFile::decodeName(directory.c_str()));
+    }
+
+    // A directory may go while the store is listed, and a link may lead nowhere or to itself.
+    static bool isUnreadable(const std::error_code& error)
+    {
+        return error && error != std::errc::no_such_file_or_directory &&
+               error != std::errc::too_many_symbolic_link_levels;
     }
 
     // Not in the order of the locale: the list is for programs too.
@@ -89,12 +96,15 @@ private:
             const auto key = parseDayFileName(QFile::decodeName(entry.path().filename().c_str()));
             if (!key || !entry.is_regular_file(error))
                 return;
+            const auto bytes = static_cast<qint64>(entry.file_size(error));
+            if (error)
+                return;
             auto series = byTimeframe.find(key->timeframe);
             if (series == byTimeframe.end()) {
                 series = byTimeframe.insert(key->timeframe, m_codes);
                 series->timeframe = key->timeframe;
             }
-            countDayFile(*series, key->day, static_cast<qint64>(entry.file_size(error)));
+            countDayFile(*series, key->day, bytes);
         });
         m_catalog.series += byTimeframe.values();
     }

@@ -3,9 +3,12 @@
 #include "support/localzone.h"
 #include "support/strictlog.h"
 
+#include <QtCore/QLocale>
 #include <QtCore/QRandomGenerator>
+#include <QtCore/QScopeGuard>
 #include <QtTest/QTest>
 
+#include <algorithm>
 #include <cmath>
 
 using vexdesk::TimeRange;
@@ -43,6 +46,9 @@ class TestAxisTicks final : public QObject
 
 private Q_SLOTS:
     void init() { testsupport::failOnStrayWarnings(); }
+
+    void datesFollowTheLanguage_data();
+    void datesFollowTheLanguage();
 
     void pricesStandAtRoundNumbers_data();
     void pricesStandAtRoundNumbers();
@@ -244,6 +250,42 @@ void TestAxisTicks::timesGoThereAndBack()
     QCOMPARE(wallTime(QDate(1970, 1, 1)), 0);
     QCOMPARE(wallTime(QDate(1969, 12, 31), QTime(23, 59, 59)), -1);
     QCOMPARE(wallTime(QDate(2024, 1, 15), QTime(10, 0)) - wallTime(QDate(2024, 1, 14)), 122400);
+}
+
+void TestAxisTicks::datesFollowTheLanguage_data()
+{
+    QTest::addColumn<QString>("locale");
+    QTest::addColumn<QString>("date");
+    QTest::addColumn<QString>("day");
+    QTest::newRow("none") << "C"
+                          << "05.03.2024"
+                          << "05.03";
+    QTest::newRow("Russian") << "ru_RU"
+                             << "05.03.2024"
+                             << "05.03";
+    QTest::newRow("English") << "en_US"
+                             << "03/05/2024"
+                             << "03/05";
+    QTest::newRow("Swedish") << "sv_SE"
+                             << "2024-03-05"
+                             << "03-05";
+}
+
+void TestAxisTicks::datesFollowTheLanguage()
+{
+    QFETCH(const QString, locale);
+    QFETCH(const QString, date);
+    QFETCH(const QString, day);
+    const QLocale before;
+    const auto restore = qScopeGuard([&before] { QLocale::setDefault(before); });
+    QLocale::setDefault(QLocale(locale));
+    const qint64 begin = wallTime(QDate(2024, 3, 5));
+    QCOMPARE(vexdesk::dateText(begin), date);
+    constexpr qint64 secondsOfDay = 24 * 60 * 60;
+    const vexdesk::TimeRange week{double(begin), double(begin + 7 * secondsOfDay)};
+    const auto ticks = vexdesk::timeTicks(week, 8);
+    QVERIFY(std::any_of(ticks.begin(), ticks.end(),
+                        [&day](const vexdesk::TimeTick& tick) { return tick.label == day; }));
 }
 
 QTEST_GUILESS_MAIN(TestAxisTicks)

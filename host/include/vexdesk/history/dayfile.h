@@ -66,9 +66,9 @@ VEXDESK_HISTORY_EXPORT std::optional<DayFileKey> parseDayFileName(const QString&
 /// file.
 VEXDESK_HISTORY_EXPORT bool isBarFileName(const QString& name);
 
-/// The name of the day file or derived minute file in a series' directory that is this very file,
-/// by whatever other name or link it was reached; empty when none is.
-VEXDESK_HISTORY_EXPORT QString barFileThatIs(const FileState& file, const QDir& seriesDir);
+/// The name of the day file or derived minute file in a series' directory that is the very file to
+/// which the path leads, by whatever other name or link; empty when none is.
+VEXDESK_HISTORY_EXPORT QString barFileThatIs(const QString& path, const QDir& seriesDir);
 
 /// The days of an interval, both ends included, for which a directory holds a day file, in
 /// ascending order. None when the interval is reversed or an end of it is no date.

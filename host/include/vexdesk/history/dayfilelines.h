@@ -42,6 +42,9 @@ public:
     const FileState& state() const { return m_state; }
     /// Whether the open file is no longer what it was then: somebody has written into it.
     bool isChanged() const;
+    /// Whether somebody has done so between two of the reads: what was read may be the beginning of
+    /// one content and the end of another.
+    bool isMixed() const { return m_reads > 1 && isChanged(); }
     /// The size of the file in bytes when it was opened.
     qint64 size() const { return m_state.size; }
     /// How far the file has been read, in bytes: up to a block further than the line.
@@ -79,6 +82,7 @@ private:
     qsizetype m_blockSize;
     FileState m_state;
     qint64 m_position = 0;
+    qint64 m_reads = 0; ///< that gave something
     QString m_error;
     bool m_isAtEnd = false; ///< of the file
 
