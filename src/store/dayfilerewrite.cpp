@@ -213,12 +213,6 @@ bool takeAccess(int descriptor, int from)
 }
 
 // One rewriting of one file.
-bool holds(int descriptor, const QByteArray& content)
-{
-    const std::optional<FileState> state = fileState(descriptor);
-    return state && state->size == content.size() && contentOf(descriptor, state->size) == content;
-}
-
 class Rewrite final
 {
 public:
@@ -289,8 +283,8 @@ QString Rewrite::writeInPlace(QByteArrayView content) const
     const Outcome written = fill(m_descriptor, content);
     if (written.isDone())
         return QString();
-    // Where nothing can be written, the first attempt may have left everything as it was.
-    if (fill(m_descriptor, *old).isDone() || holds(m_descriptor, *old))
+    // What could not even be emptied is as it was.
+    if (isUnchanged(fileState(m_path), m_asRead) || fill(m_descriptor, *old).isDone())
         return failed(m_path, written);
     return Text::tr("Файл %1 испорчен: он был переписан не до конца, и вернуть прежнее содержимое "
                     "не удалось (%2); импортируйте этот день заново.")

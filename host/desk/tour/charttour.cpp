@@ -149,7 +149,8 @@ void addChoiceOfSeries(Tour& tour, const std::shared_ptr<State>& state)
     tour.add({Text::tr("бары на графике"),
               [state] {
                   const bool isShown =
-                      state->chart() && state->pointAt(QStringLiteral("17.01.2024 "));
+                      state->chart() &&
+                      state->pointAt(dateText(wallTime(QDate(2024, 1, 17))) + u' ');
                   return isShown ? QString() : Text::tr("баров последнего дня нет");
               },
               [state] { leave(state->chart()); }});
