@@ -15,6 +15,7 @@
 #include <QtTest/QTest>
 #include <QtTest/qtestspontaneevent.h>
 #include <QtWidgets/QAbstractButton>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QScrollBar>
@@ -74,7 +75,7 @@ void turnWheel(const QWidget* widget)
     QWheelEvent event(at, window->mapToGlobal(at), QPoint(), QPoint(0, -120), Qt::NoButton,
                       Qt::NoModifier, Qt::NoScrollPhase, false);
     QSpontaneKeyEvent::setSpontaneous(&event);
-    QCoreApplication::sendEvent(window->windowHandle(), &event);
+    qApp->notify(window->windowHandle(), &event);
 }
 
 } // namespace
