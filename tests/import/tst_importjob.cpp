@@ -3,6 +3,7 @@
 #include "import/series.h"
 #include "support/faults.h"
 #include "support/filetree.h"
+#include "support/otheruser.h"
 #include "support/strictlog.h"
 
 #include <QtCore/QFile>
@@ -70,6 +71,7 @@ private Q_SLOTS:
     void handsOverWholeLines();
     void refusesADayFileOfTheSeriesAsInput_data();
     void refusesADayFileOfTheSeriesAsInput();
+    void refusesItsInputWhereTheDirectoryCannotBeListed();
     void refusesAPipeAsDayFile();
     void takesAMarkInsideTheFileForText();
     void countsTheBars();
@@ -561,6 +563,30 @@ void TestImportJob::refusesADayFileOfTheSeriesAsInput()
             .error;
     QVERIFY2(error.contains(input), qPrintable(error));
     QCOMPARE(stored(), Tree({{name.toUtf8(), content}}));
+}
+
+// What cannot be found beforehand shows when the file is to be opened.
+void TestImportJob::refusesItsInputWhereTheDirectoryCannotBeListed()
+{
+    cleanup();
+    const testsupport::OtherUser nobody;
+    init(); // in directories of his own
+    const QString series = m_store->filePath(QStringLiteral("series"));
+    const QString dayFile = series + QStringLiteral("/20240115_60.iss");
+    const QString input = m_input->filePath(QStringLiteral("bars.txt"));
+    const QByteArray content = "20240115;100000;1;1;1;1\n";
+    writeFile(dayFile, content);
+    QVERIFY(hardLink(dayFile, input));
+    QString error;
+    {
+        const testsupport::Permissions closed(series, 0311);
+        error = tadata::importBars(
+                    input, detailsOfSeries(0), [&series] { return QDir(series); }, [](int) {})
+                    .error;
+    }
+    QVERIFY2(error.contains(dayFile), qPrintable(error));
+    QCOMPARE(testsupport::readFile(input), content);
+    cleanup();
 }
 
 void TestImportJob::refusesAPipeAsDayFile()
