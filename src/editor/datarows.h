@@ -18,7 +18,7 @@ class DataRows final
 public:
     void clear();
     /// Rows that are appended from here on are of this day, which is after the ones before. `text`
-    /// is the text of a day file that plainDayFile() gave, or empty.
+    /// is the text that DayFileLines::plainText() gave of a day file, or empty.
     void beginDay(const QDate& day, const QByteArray& text = QByteArray());
     /// Takes back the day that was begun last, with its rows; none may have been removed yet.
     void takeBackDay();
