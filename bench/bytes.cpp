@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What an import costs at the least: reads the output of makebars by blocks and writes the day
 // files, with no look at what the fields hold. The system's calls and memchr, nothing else.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The terminal's chart over a year of minute bars: reading the series, looking for what has
 // changed, and frames of the chart while it is scrolled at several zooms. The store is made below
 // the system's temporary directory and removed again.

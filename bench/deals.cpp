@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The export's scan of today's deals beside a loop over plain structs in memory: the same deals,
 // the same filter, the same sums.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The editor's model beside a plain one, each in a view of its own: times of loading, showing,
 // finding and deleting, and memory, for a series of a store. Both must show the same texts.
 //

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The export of one-minute day files to a longer timeframe, with every column and the heading, in
 # awk. The day files are the arguments, in the order of their days.
 #

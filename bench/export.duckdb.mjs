@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The peer of "tadata export --timeframe 86400" with every column and the heading: DuckDB with two
 // threads.
 //

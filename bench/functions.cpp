@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The functions that run once for every line, bar or row, each by itself.
 //
 //   bench_functions [--benchmark_filter=REGEX] [--benchmark_repetitions=N]

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The peer of "tadata import --timeframe 1" for the output of makebars: the same day files, and
 # beside each the minute file that is derived from its seconds; nothing checked.
 #

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The peer of "tadata import" for the output of makebars: the same day files, nothing checked.
 # mawk -v dir=DIRECTORY -f import.awk FILE
 BEGIN { FS = ","; OFS = ";" }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The peer of "tadata import" for the output of makebars: DuckDB with two threads writes the same
 // day files.
 //

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The peer of "tadata import" for the output of makebars: pandas writes the same day files, nothing
 # checked. No field becomes a number, so that the texts stay what they are.
 #

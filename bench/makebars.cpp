@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes made-up bars as delimited text, the same bytes for the same arguments on every machine.
 // The input of demonstrations and measurements.
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Sourced by scripts/bench.sh: times in files below $work/times, and the tables made of them.
 # shellcheck shell=bash disable=SC2154 # runs, work and duckdb_package are the script's
 #

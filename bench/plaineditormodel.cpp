@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plaineditormodel.h"
 
 #include <QtCore/QFile>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The purge of old second files over a store of many files, with a warm cache: the walk alone, then
 // the walk with the removal. The store is made below a directory of the caller's choice, or the
 // system's temporary directory, and removed again.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Filling the three selector models from a store of many series, beside the "find" that lists the
 // same directories. One line for each of RUNS: processor seconds of ours, of find, and of a find
 // that finds nothing, which is what starting the program costs.

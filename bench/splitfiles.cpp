@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "splitfiles.h"
 
 #include <vexdesk/history/dayfile.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "dealsfile.h"
 
 #include "commandline.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "exportcommand.h"
 
 #include "dealsfile.h"

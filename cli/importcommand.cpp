@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "importcommand.h"
 
 #include "progressbar.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "listcommand.h"
 
 #include "series.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // tadata: the batch companion of the terminal's history plug-in, for scripts and scheduled runs.
 
 #include "commandline.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "progressbar.h"
 
 #include <algorithm>

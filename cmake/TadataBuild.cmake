@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # What every target of the project shares: the language level, warnings, sanitizers and output
 # folders. Used by host/ and by the plug-in alike, whether host/ is built here or on its own.
 include_guard(GLOBAL)

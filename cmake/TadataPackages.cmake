@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Debian packages, by "cpack" in the build folder: the terminal with its libraries, the plug-in with its
 # companion, and what authors of plug-ins need.
 set(documents "${CMAKE_INSTALL_DATADIR}/doc")

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The translation files (*.ts in translations/) and what the programs load of them (*.qm).
 include_guard(DIRECTORY) # what find_package finds is known there and below
 

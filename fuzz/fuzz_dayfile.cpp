@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Day files: whatever a file in the store holds and whatever it is called, reading it gives bars
 // and rows, and writing these gives a file that reads as the same ones.
 //

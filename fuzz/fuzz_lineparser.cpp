@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // BarDescription::init: whatever a line of a text file holds, it becomes a whole bar or a message.
 //
 // The first five bytes of an input choose the settings, counted from the digit "0" so that an input

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Stands in for the fuzzer where there is none: gives every file of the corpus directories on the
 // command line to the target, once.
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Where the parts of an installed terminal are, relative to the installation prefix. Programs lie in a
 # folder of their own, with ".installed" beside them, the mark of an installation for all users; links
 # in the folder for programs lead to them.

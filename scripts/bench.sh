@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Measures tadata and the plug-in's parts beside other programs that do the same work, and prints a
 # table of medians. Before anything is timed, both must have written the same bytes.
 #

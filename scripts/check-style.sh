@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Fails when a file is not formatted, or when an include goes against the arrows between folders.
 # With the word "tidy" it runs clang-tidy over the whole project as well (minutes).
 set -euo pipefail
@@ -13,6 +14,14 @@ complain()
 
 mapfile -t sources < <(git ls-files --cached --others --exclude-standard '*.cpp' '*.h')
 clang-format --dry-run --Werror "${sources[@]}" || complain "clang-format -i would change these files"
+
+# The licence of a file stands in its first lines, for those who meet it outside this tree.
+unlicensed=$(git ls-files --cached --others --exclude-standard '*.cpp' '*.h' '*.mjs' '*.sh' '*.py' \
+    '*.awk' '*.cmake' '*CMakeLists.txt' .ci/run | while read -r file; do
+    [ ! -f "$file" ] || head -2 "$file" | grep -q 'SPDX-License-Identifier: MIT' || echo "$file"
+done)
+[ -z "$unlicensed" ] || complain "No SPDX-License-Identifier in the first lines of:
+$unlicensed"
 
 # may_not_include FOLDER PATTERN: no file in the folder includes what the pattern matches.
 may_not_include()

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Makes the pictures of the documents anew: the terminal goes through its commands by itself, once in
 # each language, and the pictures that the documents show are taken over.
 #

@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: MIT
 # Renders the PNG files (24 and 48 pixels) of every drawing in src/plugin/icons.
 set -eu
 cd "$(dirname "$0")/../src/plugin/icons"

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Installs what is missing, builds, and shows the terminal at work.
 #
 # With a display the terminal opens with the plug-in loaded; the demonstration file lies where its

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Installs what is missing, builds and runs the test suite.
 #
 #   scripts/test.sh            the plain build, in several time zones and locales

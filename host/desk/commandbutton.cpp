@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/commandbutton.h"
 
 #include "desk/commands.h"

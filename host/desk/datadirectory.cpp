@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/datadirectory.h"
 
 #include <vexdesk/icore.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/dealsfeed.h"
 
 #include <vexdesk/terminal/core.h>

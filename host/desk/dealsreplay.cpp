@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/dealsreplay.h"
 
 #include <vexdesk/terminal/referencedata.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/errorreport.h"
 
 #include <QtCore/QPointer>

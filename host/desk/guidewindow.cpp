@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/guidewindow.h"
 
 #include <QtCore/QCoreApplication>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/languagechoice.h"
 
 #include <vexdesk/appsettings.h>

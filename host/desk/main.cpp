@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/commandline.h"
 #include "desk/datadirectory.h"
 #include "desk/daywatcher.h"

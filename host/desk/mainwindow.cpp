@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/mainwindow.h"
 
 #include "desk/chart/chartdock.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/menubuilder.h"
 
 #include "desk/commands.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/pluginlist.h"
 
 #include <QtCore/QStringList>

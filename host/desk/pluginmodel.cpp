@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/pluginmodel.h"
 
 #include <QtCore/QDir>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/pluginsdialog.h"
 
 #include "desk/pluginmodel.h"

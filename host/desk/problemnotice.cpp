@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/problemnotice.h"
 
 #include "desk/problemsdialog.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/problemsdialog.h"
 
 #include <vexdesk/terminal/core.h>

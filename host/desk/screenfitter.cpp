@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/screenfitter.h"
 
 #include <QtCore/QEvent>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/startpage.h"
 
 #include "desk/commandbutton.h"

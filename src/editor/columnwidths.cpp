@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "editor/columnwidths.h"
 
 #include "editor/editortadatamodel.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "editor/editortadatamodel.h"
 
 #include "editor/timeofdayrange.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/barexporter.h"
 
 #include "export/exportdetails.h"

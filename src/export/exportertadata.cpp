@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/exportertadata.h"
 
 #include "export/exportjob.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/seriesexportpage.h"
 
 #include "export/exportdetails.h"

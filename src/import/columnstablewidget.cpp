@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "import/columnstablewidget.h"
 
 #include "import/columnsheader.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "import/importertadata.h"
 
 #include "import/importjob.h"

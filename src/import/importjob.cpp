@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "import/importjob.h"
 
 #include "import/minutebuilder.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "import/importtadatawizard.h"
 
 #include "import/columnsimportpage.h"

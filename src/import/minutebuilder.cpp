@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "import/minutebuilder.h"
 
 #include "store/wrappingsum.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "import/plainlineparser.h"
 
 #include "import/importdetails.h"

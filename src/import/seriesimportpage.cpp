@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "import/seriesimportpage.h"
 
 #include "import/importdetails.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/purge.h"
 
 #include <QtCore/QDirIterator>

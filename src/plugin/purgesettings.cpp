@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/purgesettings.h"
 
 #include <vexdesk/settings.h>

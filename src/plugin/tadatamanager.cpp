@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/tadatamanager.h"
 
 #include "editor/editortadatadialog.h"

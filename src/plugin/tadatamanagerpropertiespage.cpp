@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/tadatamanagerpropertiespage.h"
 
 #include "plugin/purgesettings.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "store/bardescription.h"
 
 #include "store/recordline.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "store/dateeditors.h"
 
 #include <QtCore/QLocale>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "store/jobrunner.h"
 
 #include "store/jobprogressdialog.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "store/openingsize.h"
 
 #include <QtGui/QScreen>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "store/recordline.h"
 
 #include "store/textlines.h"

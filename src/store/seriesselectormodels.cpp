@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "store/seriesselectormodels.h"
 
 #include <vexdesk/boarddirectory.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "store/textformats.h"
 
 #include <QtCore/QCoreApplication>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tadatarunner.h"
 
 #include <QtCore/QDirIterator>

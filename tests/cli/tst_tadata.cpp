@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The program around its commands: the command line, help, the list of the store, and what the
 // program needs of its surroundings.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What cannot be imported: one clear message, exit code 1, and nothing of the store lost but the
 // days that were being replaced.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Stored bars and deals as text files.
 
 #include "tadatarunner.h"

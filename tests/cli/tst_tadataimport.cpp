@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Text files of every notation that can be imported, and the day files that come of them.
 
 #include "tadatarunner.h"

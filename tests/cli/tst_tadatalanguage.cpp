@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The language of the program's messages.
 
 #include "tadatarunner.h"

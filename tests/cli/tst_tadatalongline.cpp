@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lines of a hundred million bytes, as files have them that are no text or lost their line ends:
 // the line's own fault is told, and the memory that it takes stays in proportion to it.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whole files of real quotes, from the folder that the environment variable TADATA_MARKET_DATA
 // names. What is stored is compared with a plain computation on the text that shares nothing with
 // the import: no date, no time and no decimal number, only digits and their places.

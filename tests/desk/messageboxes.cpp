@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "messageboxes.h"
 
 #include <QtTest/QTest>

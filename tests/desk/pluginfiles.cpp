@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "pluginfiles.h"
 
 #include <QtCore/QDir>

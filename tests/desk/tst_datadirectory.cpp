@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/datadirectory.h"
 #include "desk/deskapplication.h"
 #include "messageboxes.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/daywatcher.h"
 #include "desk/deskapplication.h"
 #include "messageboxes.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/dealsfeed.h"
 #include "desk/dealsreplay.h"
 #include "support/strictlog.h"

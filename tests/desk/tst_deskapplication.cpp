@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/deskapplication.h"
 #include "desk/errorreport.h"
 #include "messageboxes.h"

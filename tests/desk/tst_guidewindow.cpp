@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/deskapplication.h"
 #include "desk/guidewindow.h"
 #include "desk/mainwindow.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The menu in which the user chooses the language of the terminal.
 #include "desk/commands.h"
 #include "desk/deskapplication.h"

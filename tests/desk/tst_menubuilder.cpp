@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/commands.h"
 #include "desk/deskapplication.h"
 #include "desk/menubuilder.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/deskapplication.h"
 #include "desk/pluginlist.h"
 #include "desk/pluginloader.h"

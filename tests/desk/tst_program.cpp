@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The executable itself, started as a user starts it.
 #include "desk/deskapplication.h"
 #include "pluginfiles.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/deskapplication.h"
 #include "support/strictlog.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Runs the SQL of a file with DuckDB and prints the rows, a line each, values separated by blanks.
 //
 //   TADATA_NODE_MODULES=DIR node run-sql.mjs FILE

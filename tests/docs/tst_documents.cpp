@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The documents keep what they promise: links lead somewhere, commands do what stands beside them,
 // both guides say the same, and what they quote is what the programs say.
 

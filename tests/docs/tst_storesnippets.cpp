@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The few lines by which other tools read the store, as docs/store-format.md shows them: they run,
 // on a store that an import has made, and give what they should.
 //

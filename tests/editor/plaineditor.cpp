@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plaineditor.h"
 
 #include <QtCore/QFile>

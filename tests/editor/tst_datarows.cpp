@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "editor/datarows.h"
 
 #include "support/dayfiles.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The editor's model beside a plain implementation, on days when the clock is changed above all.
 
 #include "editor/editortadatamodel.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Day files of a hundred megabytes: more than any day has, and the editor does not mind.
 
 #include "editor/editortadatamodel.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A long row of bars beside the same bars one by one: what the exporter remembers from bar to bar
 // must not show.
 

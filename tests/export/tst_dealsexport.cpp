@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/dealsexport.h"
 
 #include "export/exportjob.h"

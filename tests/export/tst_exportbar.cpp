@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/exportbar.h"
 
 #include "export/plainexport.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The export as the command runs it: behind a dialog whose progress it goes on from.
 
 #include "export/exportertadata.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/exportjob.h"
 
 #include "support/faults.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/exporttadatawizard.h"
 
 #include "export/exportdetails.h"

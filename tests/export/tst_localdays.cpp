@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/localdays.h"
 
 #include "support/localzone.h"

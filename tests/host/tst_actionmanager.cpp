@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/action.h>
 #include <vexdesk/actionmanager.h>
 #include <vexdesk/command.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/database/masterindex.h>
 #include <vexdesk/database/table.h>
 #include <vexdesk/terminal/database.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/database/datetime.h>
 #include <vexdesk/database/exception.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // DayFileLines against the text stream that they stand for.
 
 #include <vexdesk/history/dayfilelines.h>

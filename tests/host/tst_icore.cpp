@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/ioptionspage.h>
 #include <vexdesk/terminal/core.h>
 

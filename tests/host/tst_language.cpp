@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/strictlog.h"
 
 #include <vexdesk/terminal/language.h>

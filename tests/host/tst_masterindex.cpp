@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/database/indexsort.h>
 #include <vexdesk/database/masterindex.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/database/partitionlist.h>
 
 #include "support/strictlog.h"

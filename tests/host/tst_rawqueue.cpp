@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/database/irawqueue.h>
 #include <vexdesk/database/masterindex.h>
 #include <vexdesk/terminal/core.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The boxes in which a user chooses a venue, a board and a security.
 
 #include "support/strictlog.h"

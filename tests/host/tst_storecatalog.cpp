@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/history/storecatalog.h>
 
 #include "support/filetree.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How the terminal's tables show cells and headers.
 
 #include "support/strictlog.h"

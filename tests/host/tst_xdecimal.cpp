@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/database/xdecimal.h>
 
 #include "support/strictlog.h"

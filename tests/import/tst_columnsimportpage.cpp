@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "import/columnsimportpage.h"
 
 #include "import/columnsheader.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The reader of fields beside the framework's own functions: it may be faster, never different.
 
 #include "import/fieldreader.h"

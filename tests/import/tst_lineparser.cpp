@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "import/importdetails.h"
 #include "import/series.h"
 #include "store/bardescription.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The parser of plain lines beside BarDescription::init: what it accepts is the same bar, and of
 // ordinary files it accepts every line.
 

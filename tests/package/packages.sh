@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Makes the Debian packages, unpacks them into a root of its own, and uses what is there as somebody
 # would who has installed them: the batch companion, the terminal, and the headers for plug-in authors.
 #

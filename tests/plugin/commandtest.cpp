@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/commandtest.h"
 
 #include "support/modalsteps.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The edit command from the menu to the store: the plug-in is loaded from its file, and its window
 // is answered with mouse and keys.
 

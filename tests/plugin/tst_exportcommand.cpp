@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The export command from the menu to the written file: the plug-in is loaded from its file, and
 // its windows are answered with mouse and keys.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The import command from the menu to the store: the plug-in is loaded from its file, and its
 // windows are answered with mouse and keys.
 

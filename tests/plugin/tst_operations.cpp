@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A program that is compiled against the plug-in's headers: what it can make without a parent, and
 // which operations it can call by itself.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The options page in the terminal's own dialog, and what the purge makes of the values: the
 // plug-in is loaded from its file, and the dialog is driven with mouse and keys.
 

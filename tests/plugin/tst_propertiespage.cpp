@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/tadatamanagerpropertiesform.h"
 #include "plugin/tadatamanagerpropertiespage.h"
 

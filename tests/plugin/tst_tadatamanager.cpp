@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The plug-in as the terminal meets it: loaded from its file into a real core.
 
 #include "support/filetree.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The settings of jobs as plain records: their fields and the order in which they stand. Programs
 // that are compiled with the headers fill them by position.
 

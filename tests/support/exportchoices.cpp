@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/exportchoices.h"
 
 #include "support/userhands.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/filetree.h"
 
 #include <QtCore/QDirIterator>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/importchoices.h"
 
 #include "support/userhands.h"

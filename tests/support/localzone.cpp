@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/localzone.h"
 
 #include <ctime>

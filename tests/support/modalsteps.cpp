@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/modalsteps.h"
 
 #include <QtCore/QTimerEvent>

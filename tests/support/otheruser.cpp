@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/otheruser.h"
 
 #include <QtCore/QFile>

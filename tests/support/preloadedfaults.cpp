@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A library that makes calls of the system fail in a program under test, which is started with it
 // in LD_PRELOAD. The environment variable TADATA_TEST_FAULT says which ones: "CALL ERROR PASSED
 // PATHEND", with the call as open, read, write, close or rename, the number of the error, and how

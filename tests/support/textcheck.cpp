@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/textcheck.h"
 
 #include <QtCore/QRegularExpression>

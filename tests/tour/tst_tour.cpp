@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The terminal showing itself at work, as its option "--tour" does it, with the plug-in beside it.
 
 #include "support/filetree.h"

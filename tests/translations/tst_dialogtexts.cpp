@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every window of the terminal and of the plug-in in one language: nothing is left in the other
 // one, and nothing is cut. The language is in the environment variable DIALOG_LANGUAGE, "ru" or
 // "en"; without it, Russian. The plug-in is loaded from its file as the terminal does it.

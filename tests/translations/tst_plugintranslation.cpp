@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The plug-in speaks the language of the terminal that loads it, by the file beside its library.
 
 #include "desk/deskapplication.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The look at texts by which the windows are tested: it finds what it is there to find.
 
 #include "support/strictlog.h"

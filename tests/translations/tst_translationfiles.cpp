@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The translation files beside the sources: every text of the sources is in them, translated, and
 // the translation agrees with its source in everything that is not language.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/chart/axisticks.h"
 
 #include "desk/chart/wallclock.h"

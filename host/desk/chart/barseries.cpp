@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/chart/barseries.h"
 
 #include <algorithm>

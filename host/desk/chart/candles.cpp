@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/chart/candles.h"
 
 #include "desk/chart/wallclock.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/chart/chartdock.h"
 
 #include "desk/chart/chartcontent.h"

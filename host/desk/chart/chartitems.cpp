@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/chart/chartitems.h"
 
 #include "desk/chart/readout.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/chart/chartpanel.h"
 
 #include "desk/chart/axisticks.h"

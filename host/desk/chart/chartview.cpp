@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/chart/chartview.h"
 
 #include "desk/chart/chartitems.h"

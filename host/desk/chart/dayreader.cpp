@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/chart/dayreader.h"
 
 #include "desk/chart/wallclock.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/chart/chartcontent.h"
 
 #include <QtCore/QCoreApplication>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/chart/pathwatcher.h"
 
 #include <QtCore/QFileInfo>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/chart/readout.h"
 
 #include "desk/chart/axisticks.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/chart/seriesbox.h"
 
 #include <vexdesk/boarddirectory.h>

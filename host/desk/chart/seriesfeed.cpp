@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/chart/seriesfeed.h"
 
 #include <vexdesk/history/dayfile.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/tour/charttour.h"
 
 #include "desk/chart/axisticks.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/tour/demonstration.h"
 
 #include <vexdesk/icore.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/tour/exportedbars.h"
 
 #include "desk/tour/demonstration.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/tour/optionstour.h"
 
 #include "desk/mainwindow.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/tour/settingsbefore.h"
 
 #include <vexdesk/icore.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/tour/tour.h"
 
 #include <QtCore/QTimer>

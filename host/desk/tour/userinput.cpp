@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/tour/userinput.h"
 
 #include "desk/commands.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/appsettings.h>
 
 #include <vexdesk/icore.h>

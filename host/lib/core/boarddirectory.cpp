@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/boarddirectory.h>
 
 #include "referencetable.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/terminal/core.h>
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/decimal.h>
 
 #include <QtCore/QCoreApplication>

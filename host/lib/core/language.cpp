@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/terminal/language.h>
 
 #include <QtCore/QCoreApplication>

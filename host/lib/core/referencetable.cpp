@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "referencetable.h"
 
 #include "securityregister.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/securitydirectory.h>
 
 #include <vexdesk/database/table.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/settings.h>
 
 #include <QtCore/QSettings>

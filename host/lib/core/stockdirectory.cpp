@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/stockdirectory.h>
 
 #include "referencetable.h"

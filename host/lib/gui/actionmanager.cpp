@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/actionmanager.h>
 
 #include <vexdesk/action.h>

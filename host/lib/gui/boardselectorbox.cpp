@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/boardselectorbox.h>
 
 #include <vexdesk/boarddirectory.h>

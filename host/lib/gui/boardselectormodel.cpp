@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/boardselectormodel.h>
 
 #include <vexdesk/stockdirectory.h>

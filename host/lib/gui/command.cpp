@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/command.h>
 
 Command::Command(const QByteArray& id, QObject* parent)

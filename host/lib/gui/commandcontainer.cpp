@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/commandcontainer.h>
 
 #include <vexdesk/command.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/headerproxystyle.h>
 
 #include <QtCore/QPointer>

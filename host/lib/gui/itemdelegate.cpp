@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/itemdelegate.h>
 
 #include <QtCore/QLocale>

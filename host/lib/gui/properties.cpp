@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/properties.h>
 
 #include <vexdesk/boardselectorbox.h>

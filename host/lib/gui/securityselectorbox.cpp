@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/securityselectorbox.h>
 
 #include <vexdesk/securitydirectory.h>

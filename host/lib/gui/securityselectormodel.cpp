@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/securityselectormodel.h>
 
 #include <vexdesk/terminal/referencedata.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/selectorbox.h>
 
 #include <vexdesk/selectormodel.h>

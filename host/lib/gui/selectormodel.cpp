@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/selectormodel.h>
 
 SelectorModel::SelectorModel(QObject* parent)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/stockselectorbox.h>
 
 #include <vexdesk/stockdirectory.h>

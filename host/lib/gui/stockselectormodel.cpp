@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/stockselectormodel.h>
 
 #include <vexdesk/terminal/referencedata.h>

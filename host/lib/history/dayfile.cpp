@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/history/dayfile.h>
 
 #include <vexdesk/icore.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/history/filestate.h>
 
 #include <QtCore/QFile>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/history/utf8.h>
 
 namespace vexdesk {

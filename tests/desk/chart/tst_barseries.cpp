@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The bars of the chart in memory: what is found and summed up fast is what a loop over all bars
 // finds and sums up.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The chart as a part of the terminal's window: its menu entry, its place, and what it says in a
 // build without a chart.
 

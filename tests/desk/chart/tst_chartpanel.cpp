@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The chart with its choice of series: what is stored, what is remembered, and what is read out.
 
 #include "desk/chart/chartpanel.h"

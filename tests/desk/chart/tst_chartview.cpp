@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The chart under mouse, wheel and keys.
 
 #include "desk/chart/chartitems.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desk/chart/readout.h"
 #include "desk/chart/wallclock.h"
 #include "support/strictlog.h"

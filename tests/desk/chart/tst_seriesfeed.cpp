@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The bars of the chosen series as they are on disk, however they come there.
 
 #include "desk/chart/seriesfeed.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How far the chart can be zoomed and moved, and what it shows when its bars have changed.
 
 #include "desk/chart/timerange.h"

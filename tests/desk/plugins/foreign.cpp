@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A plug-in of another program: the terminal must not run any of its code.
 #include <QtCore/QObject>
 #include <QtCore/QtPlugin>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A plug-in as it should be: commands in the menus, an options page, every call recorded.
 #include "callrecord.h"
 

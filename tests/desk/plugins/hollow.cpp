@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Its metadata are right, its object is none of the terminal's plug-ins.
 #include "callrecord.h"
 

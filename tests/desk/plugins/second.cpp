@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A plug-in beside the good one: the order of calls shows with two.
 #include "callrecord.h"
 

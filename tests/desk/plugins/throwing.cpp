@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Its init adds a page and a command, and throws what the application's property "throwType" says.
 #include "callrecord.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Its code is the one of the good plug-in.
 #include "callrecord.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // It calls a function that no library has.
 #include <QtCore/QObject>
 #include <QtCore/QtPlugin>

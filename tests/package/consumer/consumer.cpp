@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A whole plug-in: a menu entry that tells how many series, by timeframe, are stored.
 #include <vexdesk/action.h>
 #include <vexdesk/actionmanager.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/terminal/deals.h>
 
 #include <vexdesk/terminal/database.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/database/exception.h>
 
 Exception::Exception(const QString& message)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/database/fieldtype.h>
 
 namespace vexdesk {

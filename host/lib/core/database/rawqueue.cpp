@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/terminal/rawqueue.h>
 
 #include <vexdesk/database/table.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <vexdesk/database/record.h>
 
 #include <vexdesk/database/table.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "rowstore.h"
 
 #include <vexdesk/database/datetime.h>
