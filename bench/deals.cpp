@@ -4,7 +4,7 @@
 //
 //   bench_deals [DEALS] [SECURITIES]
 
-#include "export/dealsexport.h"
+#include "dealsexport.h"
 
 #include <vexdesk/terminal/core.h>
 #include <vexdesk/terminal/deals.h>

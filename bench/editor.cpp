@@ -17,8 +17,8 @@
 #include "plaineditormodel.h"
 #include "splitfiles.h"
 
-#include "editor/columnwidths.h"
-#include "editor/editortadatamodel.h"
+#include "columnwidths.h"
+#include "editortadatamodel.h"
 
 #include <vexdesk/history/dayfile.h>
 #include <vexdesk/itemdelegate.h>

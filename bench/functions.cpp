@@ -3,13 +3,13 @@
 //
 //   bench_functions [--benchmark_filter=REGEX] [--benchmark_repetitions=N]
 
-#include "editor/editortadatamodel.h"
-#include "export/barexporter.h"
-#include "export/exportbar.h"
-#include "export/exportdetails.h"
-#include "import/importdetails.h"
-#include "import/plainlineparser.h"
-#include "store/recordline.h"
+#include "barexporter.h"
+#include "editortadatamodel.h"
+#include "exportbar.h"
+#include "exportdetails.h"
+#include "importdetails.h"
+#include "plainlineparser.h"
+#include "recordline.h"
 
 #include <vexdesk/history/dayfile.h>
 #include <vexdesk/securitydirectory.h>

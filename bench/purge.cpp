@@ -5,7 +5,7 @@
 //
 //   bench_purge [SERIES] [FILES_PER_SERIES] [DIR]
 
-#include "plugin/purge.h"
+#include "purge.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QElapsedTimer>

@@ -8,7 +8,7 @@
 // The store is "user/tadata" beside the program: copy the program into a directory of its own.
 // Where that store holds anything the program ends without having touched it.
 
-#include "store/seriesselectormodels.h"
+#include "seriesselectormodels.h"
 
 #include <vexdesk/history/dayfile.h>
 #include <vexdesk/terminal/referencedata.h>

@@ -5,7 +5,7 @@
 #include "progressbar.h"
 #include "series.h"
 
-#include "export/exportjob.h"
+#include "exportjob.h"
 
 #include <vexdesk/database/exception.h>
 #include <vexdesk/history/dayfile.h>

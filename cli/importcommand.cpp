@@ -4,8 +4,8 @@
 #include "progressbar.h"
 #include "series.h"
 
-#include "import/importjob.h"
-#include "store/textformats.h"
+#include "importjob.h"
+#include "textformats.h"
 
 #include <vexdesk/history/dayfile.h>
 

@@ -3,7 +3,7 @@
 
 #include "commandline.h"
 
-#include "store/tadatadescription.h"
+#include "tadatadescription.h"
 
 #include <QtCore/QDir>
 

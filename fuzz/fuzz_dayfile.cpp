@@ -6,9 +6,9 @@
 
 #include "target.h"
 
-#include "editor/fieldlengths.h"
-#include "store/dayfilerewrite.h"
-#include "store/recordline.h"
+#include "dayfilerewrite.h"
+#include "fieldlengths.h"
+#include "recordline.h"
 
 #include <vexdesk/history/dayfile.h>
 #include <vexdesk/history/dayfilelines.h>

@@ -7,10 +7,10 @@
 
 #include "target.h"
 
-#include "import/importdetails.h"
-#include "store/bardescription.h"
-#include "store/recordline.h"
-#include "store/textformats.h"
+#include "bardescription.h"
+#include "importdetails.h"
+#include "recordline.h"
+#include "textformats.h"
 
 #include <vexdesk/history/recordline.h>
 #include <vexdesk/terminal/referencedata.h>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "editor/columnwidths.h"
+#include "columnwidths.h"
 
-#include "editor/editortadatamodel.h"
+#include "editortadatamodel.h"
 
 #include <QtCore/QDateTime>
 #include <QtCore/QLocale>

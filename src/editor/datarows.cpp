@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "editor/datarows.h"
+#include "datarows.h"
 
-#include "store/dayfilerewrite.h"
+#include "dayfilerewrite.h"
 
 #include <vexdesk/history/utf8.h>
 

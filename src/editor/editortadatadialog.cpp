@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "editor/editortadatadialog.h"
+#include "editortadatadialog.h"
 
-#include "editor/columnwidths.h"
-#include "editor/editortadatamodel.h"
-#include "store/dateeditors.h"
-#include "store/labelmark.h"
-#include "store/seriesselectormodels.h"
+#include "columnwidths.h"
+#include "dateeditors.h"
+#include "editortadatamodel.h"
+#include "labelmark.h"
+#include "seriesselectormodels.h"
 #include "ui_editortadatadialog.h"
 
 #include <vexdesk/appsettings.h>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "editor/editortadatamodel.h"
+#include "editortadatamodel.h"
 
-#include "editor/timeofdayrange.h"
-#include "store/dayfilerewrite.h"
+#include "dayfilerewrite.h"
+#include "timeofdayrange.h"
 
 #include <vexdesk/history/dayfile.h>
 #include <vexdesk/history/dayfilelines.h>

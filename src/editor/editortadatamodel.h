@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "editor/datarows.h"
-#include "editor/fieldlengths.h"
+#include "datarows.h"
+#include "fieldlengths.h"
 
 #include <vexdesk/history/filestate.h>
 

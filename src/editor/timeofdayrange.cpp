@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "editor/timeofdayrange.h"
+#include "timeofdayrange.h"
 
 namespace tadata {
 

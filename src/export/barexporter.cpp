@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "export/barexporter.h"
+#include "barexporter.h"
 
-#include "export/exportdetails.h"
-#include "store/wrappingsum.h"
+#include "exportdetails.h"
+#include "wrappingsum.h"
 
 #include <QtCore/QDateTime>
 #include <QtCore/QStringList>

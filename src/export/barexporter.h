@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "export/localdays.h"
-#include "store/bardescription.h"
-#include "store/textlines.h"
+#include "bardescription.h"
+#include "localdays.h"
+#include "textlines.h"
 
 #include <QtCore/QList>
 #include <QtCore/QString>

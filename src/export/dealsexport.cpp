@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "export/dealsexport.h"
+#include "dealsexport.h"
 
-#include "export/barexporter.h"
-#include "store/bardescription.h"
+#include "bardescription.h"
+#include "barexporter.h"
 
 #include <vexdesk/database/datetime.h>
 #include <vexdesk/database/exception.h>

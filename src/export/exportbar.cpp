@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "export/exportbar.h"
+#include "exportbar.h"
 
-#include "export/barexporter.h"
-#include "export/exportdetails.h"
+#include "barexporter.h"
+#include "exportdetails.h"
 
 #include <QtCore/QStringList>
 #include <QtCore/QTextStream>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "store/tadatadescription.h"
+#include "tadatadescription.h"
 
 #include <QtCore/QDate>
 #include <QtCore/QString>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "export/exportertadata.h"
+#include "exportertadata.h"
 
-#include "export/exportjob.h"
-#include "export/exporttadatawizard.h"
-#include "store/jobrunner.h"
+#include "exportjob.h"
+#include "exporttadatawizard.h"
+#include "jobrunner.h"
 
 #include <vexdesk/database/irawqueue.h>
 #include <vexdesk/history/dayfile.h>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "export/exportdetails.h"
+#include "exportdetails.h"
 
 class QProgressDialog;
 

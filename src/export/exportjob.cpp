@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "export/exportjob.h"
+#include "exportjob.h"
 
-#include "export/barexporter.h"
-#include "export/dealsexport.h"
-#include "export/exportbar.h"
-#include "store/recordline.h"
+#include "barexporter.h"
+#include "dealsexport.h"
+#include "exportbar.h"
+#include "recordline.h"
 
 #include <vexdesk/history/dayfile.h>
 #include <vexdesk/history/dayfilelines.h>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "export/exportdetails.h"
-#include "store/job.h"
+#include "exportdetails.h"
+#include "job.h"
 
 #include <QtCore/QStringList>
 

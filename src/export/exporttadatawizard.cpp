@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "export/exporttadatawizard.h"
+#include "exporttadatawizard.h"
 
-#include "export/exportdetails.h"
-#include "export/formatexportpage.h"
-#include "export/seriesexportpage.h"
-#include "store/openingsize.h"
+#include "exportdetails.h"
+#include "formatexportpage.h"
+#include "openingsize.h"
+#include "seriesexportpage.h"
 
 #include <vexdesk/appsettings.h>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "export/formatexportpage.h"
+#include "formatexportpage.h"
 
-#include "export/exportdetails.h"
-#include "store/textformats.h"
+#include "exportdetails.h"
+#include "textformats.h"
 #include "ui_formatexportpage.h"
 
 #include <QtWidgets/QLayout>

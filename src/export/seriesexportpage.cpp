@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "export/seriesexportpage.h"
+#include "seriesexportpage.h"
 
-#include "export/exportdetails.h"
-#include "store/dateeditors.h"
-#include "store/labelmark.h"
-#include "store/seriesselectormodels.h"
+#include "dateeditors.h"
+#include "exportdetails.h"
+#include "labelmark.h"
+#include "seriesselectormodels.h"
 #include "ui_seriesexportpage.h"
 
 #include <vexdesk/history/dayfile.h>

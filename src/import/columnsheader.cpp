@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "import/columnsheader.h"
+#include "columnsheader.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtGui/QFocusEvent>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "import/columnsimportpage.h"
+#include "columnsimportpage.h"
 
-#include "import/columnsheader.h"
-#include "import/importdetails.h"
-#include "import/importtadatawizard.h"
-#include "import/previewtable.h"
+#include "columnsheader.h"
+#include "importdetails.h"
+#include "importtadatawizard.h"
+#include "previewtable.h"
 #include "ui_columnsimportpage.h"
 
 #include <QtCore/QTimer>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "import/columnstablewidget.h"
+#include "columnstablewidget.h"
 
-#include "import/columnsheader.h"
+#include "columnsheader.h"
 
 ColumnsTableWidget::ColumnsTableWidget(QWidget* parent)
     : QTableWidget(parent)

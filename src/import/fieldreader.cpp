@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "import/fieldreader.h"
+#include "fieldreader.h"
 
 #include <array>
 #include <optional>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "import/formatimportpage.h"
+#include "formatimportpage.h"
 
-#include "import/importdetails.h"
-#include "import/previewtable.h"
-#include "store/textformats.h"
+#include "importdetails.h"
+#include "previewtable.h"
+#include "textformats.h"
 #include "ui_formatimportpage.h"
 
 #include <QtWidgets/QLayout>

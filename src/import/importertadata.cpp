@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "import/importertadata.h"
+#include "importertadata.h"
 
-#include "import/importjob.h"
-#include "import/importtadatawizard.h"
-#include "store/jobrunner.h"
-#include "store/outcomebox.h"
+#include "importjob.h"
+#include "importtadatawizard.h"
+#include "jobrunner.h"
+#include "outcomebox.h"
 
 #include <vexdesk/history/dayfile.h>
 #include <vexdesk/history/dayfilelines.h>

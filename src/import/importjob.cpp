@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "import/importjob.h"
+#include "importjob.h"
 
-#include "import/minutebuilder.h"
-#include "import/plainlineparser.h"
-#include "store/bardescription.h"
-#include "store/recordline.h"
-#include "store/textlines.h"
+#include "bardescription.h"
+#include "minutebuilder.h"
+#include "plainlineparser.h"
+#include "recordline.h"
+#include "textlines.h"
 
 #include <vexdesk/history/dayfile.h>
 #include <vexdesk/history/dayfilelines.h>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "import/importdetails.h"
-#include "store/job.h"
+#include "importdetails.h"
+#include "job.h"
 
 class QFile;
 class QTextStream;

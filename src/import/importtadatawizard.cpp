@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "import/importtadatawizard.h"
+#include "importtadatawizard.h"
 
-#include "import/columnsimportpage.h"
-#include "import/formatimportpage.h"
-#include "import/importdetails.h"
-#include "import/seriesimportpage.h"
-#include "store/openingsize.h"
+#include "columnsimportpage.h"
+#include "formatimportpage.h"
+#include "importdetails.h"
+#include "openingsize.h"
+#include "seriesimportpage.h"
 
 #include <vexdesk/appsettings.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "import/fieldreader.h"
-#include "import/importdetails.h"
-#include "store/bardescription.h"
+#include "bardescription.h"
+#include "fieldreader.h"
+#include "importdetails.h"
 
 #include <vexdesk/securitydirectory.h>
 

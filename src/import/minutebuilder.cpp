@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "import/minutebuilder.h"
+#include "minutebuilder.h"
 
-#include "store/wrappingsum.h"
+#include "wrappingsum.h"
 
 #include <utility>
 

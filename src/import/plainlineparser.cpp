@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "import/plainlineparser.h"
+#include "plainlineparser.h"
 
-#include "import/importdetails.h"
+#include "importdetails.h"
 
 #include <vexdesk/securitydirectory.h>
 

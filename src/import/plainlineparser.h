@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "store/bardescription.h"
+#include "bardescription.h"
 
 #include <QtCore/QByteArray>
 #include <QtCore/QByteArrayView>

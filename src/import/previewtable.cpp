@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "import/previewtable.h"
+#include "previewtable.h"
 
 #include <QtWidgets/QTableWidget>
 

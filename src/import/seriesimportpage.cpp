@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "import/seriesimportpage.h"
+#include "seriesimportpage.h"
 
-#include "import/importdetails.h"
-#include "store/labelmark.h"
+#include "importdetails.h"
+#include "labelmark.h"
 #include "ui_seriesimportpage.h"
 
 #include <vexdesk/history/dayfile.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "plugin/purge.h"
+#include "purge.h"
 
 #include <QtCore/QDirIterator>
 

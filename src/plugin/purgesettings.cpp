@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "plugin/purgesettings.h"
+#include "purgesettings.h"
 
 #include <vexdesk/settings.h>
 

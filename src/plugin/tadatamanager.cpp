@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "plugin/tadatamanager.h"
+#include "tadatamanager.h"
 
-#include "editor/editortadatadialog.h"
-#include "export/exportertadata.h"
-#include "import/importertadata.h"
-#include "plugin/purge.h"
-#include "plugin/purgesettings.h"
-#include "plugin/tadatamanagerpropertiespage.h"
+#include "editortadatadialog.h"
+#include "exportertadata.h"
+#include "importertadata.h"
+#include "purge.h"
+#include "purgesettings.h"
+#include "tadatamanagerpropertiespage.h"
 
 #include <vexdesk/action.h>
 #include <vexdesk/actionmanager.h>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "plugin/tadatamanagerpropertiesform.h"
+#include "tadatamanagerpropertiesform.h"
 
-#include "plugin/purgesettings.h"
+#include "purgesettings.h"
 #include "ui_tadatamanagerpropertiesform.h"
 
 TADataManagerPropertiesForm::TADataManagerPropertiesForm(QWidget* parent)

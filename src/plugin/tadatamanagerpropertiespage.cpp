@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "plugin/tadatamanagerpropertiespage.h"
+#include "tadatamanagerpropertiespage.h"
 
-#include "plugin/purgesettings.h"
-#include "plugin/tadatamanagerpropertiesform.h"
+#include "purgesettings.h"
+#include "tadatamanagerpropertiesform.h"
 
 #include <vexdesk/appsettings.h>
 

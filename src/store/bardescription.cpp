@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "store/bardescription.h"
+#include "bardescription.h"
 
-#include "store/recordline.h"
-#include "store/textlines.h"
+#include "recordline.h"
+#include "textlines.h"
 
 #include <QtCore/QTextStream>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "store/recordline.h"
+#include "recordline.h"
 
-#include "store/textlines.h"
+#include "textlines.h"
 
 #include <vexdesk/history/recordline.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "store/bardescription.h"
+#include "bardescription.h"
 
 #include <QtCore/QByteArrayView>
 #include <QtCore/QDate>

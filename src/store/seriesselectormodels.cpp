@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "store/seriesselectormodels.h"
+#include "seriesselectormodels.h"
 
 #include <vexdesk/boarddirectory.h>
 #include <vexdesk/history/dayfile.h>

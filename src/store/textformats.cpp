@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "store/textformats.h"
+#include "textformats.h"
 
 #include <QtCore/QCoreApplication>
 

@@ -9,7 +9,7 @@
 #include "markdown.h"
 
 #include "cli/tadatarunner.h"
-#include "editor/editortadatamodel.h"
+#include "editortadatamodel.h"
 #include "support/filetree.h"
 #include "support/strictlog.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "editor/datarows.h"
+#include "datarows.h"
 
 #include "support/dayfiles.h"
 #include "support/strictlog.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The editor's model beside a plain implementation, on days when the clock is changed above all.
 
-#include "editor/editortadatamodel.h"
+#include "editortadatamodel.h"
 
 #include "plaineditor.h"
 #include "support/dayfiles.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Day files of a hundred megabytes: more than any day has, and the editor does not mind.
 
-#include "editor/editortadatamodel.h"
+#include "editortadatamodel.h"
 
 #include "support/dayfiles.h"
 #include "support/filetree.h"

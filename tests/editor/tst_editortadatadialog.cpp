@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "editor/editortadatadialog.h"
+#include "editortadatadialog.h"
 
 #include "support/dayfiles.h"
 #include "support/faults.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "editor/editortadatamodel.h"
+#include "editortadatamodel.h"
 
 #include "support/dayfiles.h"
 #include "support/faults.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "editor/fieldlengths.h"
+#include "fieldlengths.h"
 
 #include "support/strictlog.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "export/plainexport.h"
+#include "plainexport.h"
 
 #include <QtCore/QDateTime>
 #include <QtCore/QStringList>

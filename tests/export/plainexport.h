@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "export/exportdetails.h"
-#include "store/bardescription.h"
+#include "bardescription.h"
+#include "exportdetails.h"
 
 #include <QtCore/QList>
 #include <QtCore/QString>

@@ -2,10 +2,10 @@
 // A long row of bars beside the same bars one by one: what the exporter remembers from bar to bar
 // must not show.
 
-#include "export/barexporter.h"
+#include "barexporter.h"
 
-#include "export/exportbar.h"
-#include "export/exportdetails.h"
+#include "exportbar.h"
+#include "exportdetails.h"
 #include "support/localzone.h"
 #include "support/strictlog.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "export/dealsexport.h"
+#include "dealsexport.h"
 
-#include "export/exportjob.h"
+#include "exportjob.h"
 #include "support/filetree.h"
 #include "support/strictlog.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "export/exportbar.h"
+#include "exportbar.h"
 
-#include "export/plainexport.h"
+#include "plainexport.h"
 #include "support/localzone.h"
 #include "support/strictlog.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The export as the command runs it: behind a dialog whose progress it goes on from.
 
-#include "export/exportertadata.h"
+#include "exportertadata.h"
 
 #include "support/filetree.h"
 #include "support/strictlog.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "export/exportjob.h"
+#include "exportjob.h"
 
 #include "support/faults.h"
 #include "support/filetree.h"

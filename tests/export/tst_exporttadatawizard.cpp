@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "export/exporttadatawizard.h"
+#include "exporttadatawizard.h"
 
-#include "export/exportdetails.h"
+#include "exportdetails.h"
 #include "support/exportchoices.h"
 #include "support/filetree.h"
 #include "support/modalsteps.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "export/formatexportpage.h"
+#include "formatexportpage.h"
 
-#include "export/exportdetails.h"
+#include "exportdetails.h"
 #include "support/markingtranslator.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"

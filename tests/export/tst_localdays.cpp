@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "export/localdays.h"
+#include "localdays.h"
 
 #include "support/localzone.h"
 #include "support/strictlog.h"

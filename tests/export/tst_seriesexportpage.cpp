@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "export/seriesexportpage.h"
+#include "seriesexportpage.h"
 
-#include "export/exportdetails.h"
+#include "exportdetails.h"
 #include "support/exportchoices.h"
 #include "support/modalsteps.h"
 #include "support/strictlog.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "import/importdetails.h"
+#include "importdetails.h"
 
 #include <vexdesk/boarddirectory.h>
 #include <vexdesk/securitydirectory.h>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "import/columnsimportpage.h"
+#include "columnsimportpage.h"
 
-#include "import/columnsheader.h"
-#include "import/columnstablewidget.h"
-#include "import/importdetails.h"
-#include "import/importtadatawizard.h"
+#include "columnsheader.h"
+#include "columnstablewidget.h"
+#include "importdetails.h"
+#include "importtadatawizard.h"
 #include "support/importchoices.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // The reader of fields beside the framework's own functions: it may be faster, never different.
 
-#include "import/fieldreader.h"
+#include "fieldreader.h"
 
-#include "store/textformats.h"
 #include "support/strictlog.h"
+#include "textformats.h"
 
 #include <QtCore/QRandomGenerator>
 #include <QtTest/QTest>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "import/formatimportpage.h"
+#include "formatimportpage.h"
 
-#include "import/importdetails.h"
+#include "importdetails.h"
 #include "support/markingtranslator.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"

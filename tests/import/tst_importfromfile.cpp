@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "import/importertadata.h"
+#include "importertadata.h"
 
-#include "import/series.h"
+#include "series.h"
 #include "support/filetree.h"
 #include "support/strictlog.h"
 

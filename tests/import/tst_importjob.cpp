@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "import/importjob.h"
+#include "importjob.h"
 
-#include "import/series.h"
+#include "series.h"
 #include "support/faults.h"
 #include "support/filetree.h"
 #include "support/otheruser.h"

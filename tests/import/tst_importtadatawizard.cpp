@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "import/importtadatawizard.h"
+#include "importtadatawizard.h"
 
-#include "import/importdetails.h"
-#include "import/importjob.h"
+#include "importdetails.h"
+#include "importjob.h"
 #include "support/filetree.h"
 #include "support/importchoices.h"
 #include "support/strictlog.h"

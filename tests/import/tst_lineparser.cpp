@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "import/importdetails.h"
-#include "import/series.h"
-#include "store/bardescription.h"
+#include "bardescription.h"
+#include "importdetails.h"
+#include "series.h"
 
 #include "support/strictlog.h"
 

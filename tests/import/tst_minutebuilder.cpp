@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "import/minutebuilder.h"
+#include "minutebuilder.h"
 
 #include "support/strictlog.h"
 

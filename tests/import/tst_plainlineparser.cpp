@@ -2,12 +2,12 @@
 // The parser of plain lines beside BarDescription::init: what it accepts is the same bar, and of
 // ordinary files it accepts every line.
 
-#include "import/plainlineparser.h"
+#include "plainlineparser.h"
 
-#include "import/importdetails.h"
-#include "import/series.h"
-#include "store/textformats.h"
+#include "importdetails.h"
+#include "series.h"
 #include "support/strictlog.h"
+#include "textformats.h"
 
 #include <QtCore/QRandomGenerator>
 #include <QtTest/QTest>

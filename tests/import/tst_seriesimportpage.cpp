@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "import/seriesimportpage.h"
+#include "seriesimportpage.h"
 
-#include "import/importdetails.h"
+#include "importdetails.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "plugin/commandtest.h"
+#include "commandtest.h"
 
 #include "support/modalsteps.h"
 #include "support/userhands.h"

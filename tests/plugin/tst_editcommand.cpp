@@ -2,7 +2,7 @@
 // The edit command from the menu to the store: the plug-in is loaded from its file, and its window
 // is answered with mouse and keys.
 
-#include "plugin/commandtest.h"
+#include "commandtest.h"
 #include "support/dayfiles.h"
 #include "support/filetree.h"
 #include "support/modalsteps.h"

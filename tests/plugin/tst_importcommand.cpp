@@ -2,7 +2,7 @@
 // The import command from the menu to the store: the plug-in is loaded from its file, and its
 // windows are answered with mouse and keys.
 
-#include "plugin/commandtest.h"
+#include "commandtest.h"
 #include "support/faults.h"
 #include "support/filetree.h"
 #include "support/importchoices.h"

@@ -2,21 +2,21 @@
 // A program that is compiled against the plug-in's headers: what it can make without a parent, and
 // which operations it can call by itself.
 
-#include "export/exporttadatawizard.h"
-#include "export/formatexportpage.h"
-#include "export/seriesexportpage.h"
-#include "import/columnsheader.h"
-#include "import/columnsimportpage.h"
-#include "import/columnstablewidget.h"
-#include "import/formatimportpage.h"
-#include "import/importtadatawizard.h"
-#include "import/seriesimportpage.h"
-#include "plugin/tadatamanager.h"
-#include "plugin/tadatamanagerpropertiesform.h"
-#include "plugin/tadatamanagerpropertiespage.h"
-#include "store/seriesselectormodels.h"
+#include "columnsheader.h"
+#include "columnsimportpage.h"
+#include "columnstablewidget.h"
+#include "exporttadatawizard.h"
+#include "formatexportpage.h"
+#include "formatimportpage.h"
+#include "importtadatawizard.h"
+#include "seriesexportpage.h"
+#include "seriesimportpage.h"
+#include "seriesselectormodels.h"
 #include "support/modalsteps.h"
 #include "support/strictlog.h"
+#include "tadatamanager.h"
+#include "tadatamanagerpropertiesform.h"
+#include "tadatamanagerpropertiespage.h"
 
 #include <vexdesk/actionmanager.h>
 #include <vexdesk/command.h>

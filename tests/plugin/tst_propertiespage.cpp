@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "plugin/tadatamanagerpropertiesform.h"
-#include "plugin/tadatamanagerpropertiespage.h"
+#include "tadatamanagerpropertiesform.h"
+#include "tadatamanagerpropertiespage.h"
 
 #include "support/filetree.h"
 #include "support/markingtranslator.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "plugin/purge.h"
-#include "plugin/purgesettings.h"
+#include "purge.h"
+#include "purgesettings.h"
 
 #include "support/filetree.h"
 #include "support/otheruser.h"

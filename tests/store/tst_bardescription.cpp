@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "store/bardescription.h"
+#include "bardescription.h"
 
 #include "support/strictlog.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "store/dayfilerewrite.h"
+#include "dayfilerewrite.h"
 
 #include "support/faults.h"
 #include "support/filetree.h"

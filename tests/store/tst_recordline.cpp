@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "store/recordline.h"
+#include "recordline.h"
 
 #include "support/strictlog.h"
 

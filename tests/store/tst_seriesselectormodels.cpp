@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "store/seriesselectormodels.h"
+#include "seriesselectormodels.h"
 
 #include "support/filetree.h"
 #include "support/strictlog.h"

@@ -2,10 +2,10 @@
 // The settings of jobs as plain records: their fields and the order in which they stand. Programs
 // that are compiled with the headers fill them by position.
 
-#include "export/exportdetails.h"
-#include "import/importdetails.h"
-#include "store/tadatadescription.h"
+#include "exportdetails.h"
+#include "importdetails.h"
 #include "support/strictlog.h"
+#include "tadatadescription.h"
 
 #include <QtTest/QTest>
 

@@ -3,6 +3,7 @@
 // one, and nothing is cut. The language is in the environment variable DIALOG_LANGUAGE, "ru" or
 // "en"; without it, Russian. The plug-in is loaded from its file as the terminal does it.
 
+#include "commandtest.h"
 #include "desk/chart/chartdock.h"
 #include "desk/commands.h"
 #include "desk/deskapplication.h"
@@ -12,7 +13,6 @@
 #include "desk/optionsdialog.h"
 #include "desk/pluginloader.h"
 #include "desk/pluginsdialog.h"
-#include "plugin/commandtest.h"
 #include "support/filetree.h"
 #include "support/modalsteps.h"
 #include "support/strictlog.h"

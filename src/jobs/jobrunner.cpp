@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "store/jobrunner.h"
+#include "jobrunner.h"
 
-#include "store/jobprogressdialog.h"
-#include "store/outcomebox.h"
+#include "jobprogressdialog.h"
+#include "outcomebox.h"
 
 #include <QtConcurrent/QtConcurrentRun>
 #include <QtCore/QFutureWatcher>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "store/job.h"
+#include "job.h"
 
 #include <QtCore/QString>
 

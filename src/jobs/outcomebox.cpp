@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "store/outcomebox.h"
+#include "outcomebox.h"
 
 #include <QtCore/QTextBoundaryFinder>
 #include <QtGui/QFontMetrics>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "store/jobprogressdialog.h"
+#include "jobprogressdialog.h"
 
 #include <QtGui/QCloseEvent>
 

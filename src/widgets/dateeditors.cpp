@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "store/dateeditors.h"
+#include "dateeditors.h"
 
 #include <QtCore/QLocale>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "store/outcomebox.h"
+#include "outcomebox.h"
 
 #include "support/modalsteps.h"
 #include "support/strictlog.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "store/labelmark.h"
+#include "labelmark.h"
 
 #include <QtWidgets/QLabel>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "store/openingsize.h"
+#include "openingsize.h"
 
 #include <QtGui/QScreen>
 #include <QtWidgets/QLayout>
