@@ -11,7 +11,7 @@
 #include "desk/chart/dayreader.h"
 #include "desk/chart/wallclock.h"
 
-#include <vexdesk/history/dayfile.h>
+#include <vexdesk/history/dayfilenames.h>
 
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QFile>

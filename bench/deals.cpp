@@ -12,7 +12,6 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDateTime>
-#include <QtCore/QTextStream>
 
 #include <cstdio>
 #include <ctime>
@@ -104,9 +103,8 @@ QByteArray scan(qint64 securityId)
     details.separator = QStringLiteral(",");
     details.lineFormat = QStringLiteral("VOL");
     QByteArray lines;
-    QTextStream out(&lines);
-    tadata::exportDeals(details, today, {0, [](int) {}}, out);
-    out.flush();
+    tadata::exportDeals(details, today, {0, [](int) {}},
+                        [&lines](QByteArrayView written) { lines += written; });
     return lines;
 }
 

@@ -20,7 +20,7 @@
 #include "columnwidths.h"
 #include "editortadatamodel.h"
 
-#include <vexdesk/history/dayfile.h>
+#include <vexdesk/history/dayfilenames.h>
 #include <vexdesk/itemdelegate.h>
 
 #include <QtCore/QElapsedTimer>

@@ -3,15 +3,15 @@
 //
 //   bench_functions [--benchmark_filter=REGEX] [--benchmark_repetitions=N]
 
+#include "bardescription.h"
 #include "barexporter.h"
 #include "editortadatamodel.h"
 #include "exportbar.h"
 #include "exportdetails.h"
 #include "importdetails.h"
 #include "plainlineparser.h"
-#include "recordline.h"
 
-#include <vexdesk/history/dayfile.h>
+#include <vexdesk/history/dayfilenames.h>
 #include <vexdesk/securitydirectory.h>
 #include <vexdesk/terminal/referencedata.h>
 
@@ -227,9 +227,7 @@ BENCHMARK(writtenBar)->Name("writeBar");
 void exporterFolds(benchmark::State& state)
 {
     const ExportDetails details = exportDetails();
-    NoDevice device;
-    QTextStream stream(&device);
-    tadata::BarExporter exporter(details, stream);
+    tadata::BarExporter exporter(details, [](QByteArrayView) {});
     BarDescription target;
     forEach(state, bars(), [&](const BarDescription& bar) {
         restartDay(bar, target);
@@ -241,9 +239,7 @@ BENCHMARK(exporterFolds)->Name("tadata::BarExporter::exportBar");
 void exporterWrites(benchmark::State& state)
 {
     const ExportDetails details = exportDetails();
-    NoDevice device;
-    QTextStream stream(&device);
-    tadata::BarExporter exporter(details, stream);
+    tadata::BarExporter exporter(details, [](QByteArrayView) {});
     forEach(state, bars(), [&](const BarDescription& bar) { exporter.writeBar(bar); });
 }
 BENCHMARK(exporterWrites)->Name("tadata::BarExporter::writeBar");
@@ -268,7 +264,7 @@ BENCHMARK(decimalFromText<QLatin1String>)->Name("decimal::fromText(QLatin1String
 
 void decimalToText(benchmark::State& state)
 {
-    char16_t text[decimal::maxTextSize];
+    char text[decimal::maxTextSize];
     forEach(state, bars(), [&text](const BarDescription& bar) {
         benchmark::DoNotOptimize(bar.open.toText(text));
         benchmark::ClobberMemory();

@@ -10,7 +10,7 @@
 
 #include "seriesselectormodels.h"
 
-#include <vexdesk/history/dayfile.h>
+#include <vexdesk/history/storepaths.h>
 #include <vexdesk/terminal/referencedata.h>
 
 #include <QtCore/QCoreApplication>

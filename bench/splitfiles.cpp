@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "splitfiles.h"
 
-#include <vexdesk/history/dayfile.h>
+#include <vexdesk/history/dayfilenames.h>
 
 #include <QtCore/QFile>
 

@@ -105,9 +105,9 @@ QString loadDeals(const QString& path, const SeriesIds& series, vexdesk::Databas
     } catch (const LineError& error) {
         return Text::tr("%1, строка %2: %3").arg(path, QString::number(number), error.what);
     }
-    return lines.error().isNull()
+    return lines.outcome()
                ? QString()
-               : Text::tr("Невозможно прочитать файл %1: %2").arg(path, lines.error());
+               : Text::tr("Невозможно прочитать файл %1: %2").arg(path, lines.outcome().message());
 }
 
 } // namespace tadata::cli

@@ -8,7 +8,7 @@
 #include "exportjob.h"
 
 #include <vexdesk/database/exception.h>
-#include <vexdesk/history/dayfile.h>
+#include <vexdesk/history/storepaths.h>
 #include <vexdesk/terminal/core.h>
 
 #include <QtCore/QFileInfo>
@@ -124,14 +124,14 @@ QString loadDealsOf(const QString& file, const SeriesCodes& codes, vexdesk::Core
     return loadDeals(file, {ids.stockId, ids.boardId, ids.securityId}, *core.database());
 }
 
-ExportOutcome runJob(const ExportDetails& details, const QDate& today, const SeriesDir& seriesDir)
+ExportResult runJob(const ExportDetails& details, const QDate& today, const SeriesDir& seriesDir)
 {
     ProgressBar bar;
     try {
         return exportBars(details, {today, 0}, seriesDir,
                           [&bar](int percent) { bar.show(percent); });
     } catch (const Exception& exception) {
-        return {exception.message(), {}};
+        return {vexdesk::Failure{exception.message()}, {}};
     }
 }
 
@@ -145,13 +145,13 @@ void cutAtToday(ExportDetails& details, const QDate& today)
     details.dateTo = std::min(details.dateTo, today);
 }
 
-ExitCode report(const ExportOutcome& outcome)
+ExitCode report(const ExportResult& result)
 {
-    for (const QString& path : outcome.unopened)
+    for (const QString& path : result.unopened)
         printError(Text::tr("Невозможно открыть файл %1: его баров в выгрузке нет").arg(path));
-    if (!outcome.error.isNull())
-        printError(outcome.error);
-    return outcome.error.isNull() && outcome.unopened.isEmpty() ? Success : Failure;
+    if (!result.outcome)
+        printError(result.outcome.message());
+    return result.outcome && result.unopened.isEmpty() ? Success : Failure;
 }
 
 } // namespace
@@ -190,8 +190,8 @@ ExitCode runExport(const QStringList& words)
     }
     const QDir root = store ? QDir(*store) : vexdesk::storePlace();
     setSeries(details, codes);
-    if (const QString error = refusedOutput(details, root); !error.isNull()) {
-        printError(error);
+    if (const auto allowed = mayWriteOutput(details, root); !allowed) {
+        printError(allowed.message());
         return Failure;
     }
 

@@ -7,7 +7,8 @@
 #include "importjob.h"
 #include "textformats.h"
 
-#include <vexdesk/history/dayfile.h>
+#include <vexdesk/history/dayfilenames.h>
+#include <vexdesk/history/storepaths.h>
 
 #include <array>
 
@@ -108,7 +109,7 @@ ImportDetails parseDetails(const CommandLine& line)
     return details;
 }
 
-ImportOutcome runJob(const QString& file, const ImportDetails& details, const SeriesDir& seriesDir)
+ImportResult runJob(const QString& file, const ImportDetails& details, const SeriesDir& seriesDir)
 {
     ProgressBar bar;
     return importBars(file, details, seriesDir, [&bar](int percent) { bar.show(percent); });
@@ -153,13 +154,13 @@ ExitCode runImport(const QStringList& words)
     }
     setSeries(details, codes);
 
-    const ImportOutcome outcome =
+    const ImportResult result =
         runJob(file, details, [&] { return makeSeriesDirIn(store, codes); });
-    if (!outcome.error.isNull()) {
-        printError(outcome.error);
+    if (!result.outcome) {
+        printError(result.outcome.message());
         return Failure;
     }
-    if (outcome.bars == 0)
+    if (result.bars == 0)
         printError(Text::tr("Ни одного бара не импортировано: в файле %1 их нет").arg(file));
     return Success;
 }

@@ -3,8 +3,8 @@
 
 #include "series.h"
 
-#include <vexdesk/history/dayfile.h>
 #include <vexdesk/history/storecatalog.h>
+#include <vexdesk/history/storepaths.h>
 
 #include <QtCore/QTextStream>
 

@@ -2,7 +2,7 @@
 #include "series.h"
 
 #include <vexdesk/boarddirectory.h>
-#include <vexdesk/history/dayfile.h>
+#include <vexdesk/history/storepaths.h>
 #include <vexdesk/securitydirectory.h>
 #include <vexdesk/stockdirectory.h>
 #include <vexdesk/terminal/referencedata.h>

@@ -6,12 +6,12 @@
 
 #include "target.h"
 
-#include "dayfilerewrite.h"
+#include "bardescription.h"
 #include "fieldlengths.h"
-#include "recordline.h"
 
-#include <vexdesk/history/dayfile.h>
 #include <vexdesk/history/dayfilelines.h>
+#include <vexdesk/history/dayfilenames.h>
+#include <vexdesk/history/dayfilerewrite.h>
 
 #include <QtCore/QBuffer>
 #include <QtCore/QFileInfo>
@@ -204,10 +204,10 @@ QByteArrayList rewritten(const QByteArrayList& rows)
 {
     QByteArray content;
     for (const QByteArray& row : rows)
-        tadata::appendRewritten(content, *vexdesk::splitRecordLine(row));
+        vexdesk::appendRewritten(content, *vexdesk::splitRecordLine(row));
     const QFileInfo file(dayFilePath());
     const auto state = vexdesk::fileState(file.filePath());
-    require(state && tadata::rewriteDayFile(file.dir(), file.fileName(), content, *state).isNull(),
+    require(state && vexdesk::rewriteDayFile(file.dir(), file.fileName(), content, *state),
             "a day file can be rewritten");
     require(file.exists() == !rows.isEmpty(), "a day file without rows is removed");
     return readDayFile(file.filePath());

@@ -9,7 +9,6 @@
 
 #include "bardescription.h"
 #include "importdetails.h"
-#include "recordline.h"
 #include "textformats.h"
 
 #include <vexdesk/history/recordline.h>

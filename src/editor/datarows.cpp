@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "datarows.h"
 
-#include "dayfilerewrite.h"
-
 #include <vexdesk/history/utf8.h>
 
 #include <QtCore/QDateTime>
@@ -162,7 +160,7 @@ QByteArray DataRows::rewritten(const QDate& day) const
         const auto time = timeDigits(entry.second);
         fields[vexdesk::TimeField] =
             QByteArrayView(time.data(), static_cast<qsizetype>(time.size()));
-        appendRewritten(content, fields);
+        vexdesk::appendRewritten(content, fields);
     }
     return content;
 }

@@ -5,29 +5,24 @@
 #include "dateeditors.h"
 #include "editortadatamodel.h"
 #include "labelmark.h"
-#include "seriesselectormodels.h"
 #include "ui_editortadatadialog.h"
+#include "windowsize.h"
 
-#include <vexdesk/appsettings.h>
 #include <vexdesk/headerproxystyle.h>
-#include <vexdesk/history/dayfile.h>
+#include <vexdesk/history/dayfilenames.h>
+#include <vexdesk/history/storepaths.h>
 #include <vexdesk/icore.h>
 #include <vexdesk/itemdelegate.h>
 #include <vexdesk/properties.h>
 
-#include <QtCore/QLocale>
 #include <QtGui/QKeyEvent>
-#include <QtWidgets/QCalendarWidget>
 #include <QtWidgets/QHeaderView>
 
 #include <algorithm>
 
-using tadata::markLabel;
-
 namespace {
 
-const char settingsGroup[] = "TADataManager/Editor";
-const char sizeKey[] = "dialog_size";
+constexpr QLatin1String settingsGroup("TADataManager/Editor");
 
 // The row that takes the place of the selected ones: the next one below the last of them that
 // stays or, at the end of the table, the one above the first.
@@ -51,14 +46,12 @@ EditorTADataDialog::EditorTADataDialog(QWidget* parent)
     m_properties->setValue(QStringLiteral("StockId"), QStringLiteral("B"));
     setupUI();
 
-    const AppSettings settings(QLatin1String{settingsGroup});
-    if (settings.contains(QLatin1String(sizeKey)))
-        resize(settings.value(QLatin1String(sizeKey), sizeHint()).toSize());
+    tadata::restoreSize(*this, settingsGroup);
 }
 
 EditorTADataDialog::~EditorTADataDialog()
 {
-    AppSettings(QLatin1String(settingsGroup)).setValue(QLatin1String(sizeKey), size());
+    tadata::saveSize(*this, settingsGroup);
 }
 
 void EditorTADataDialog::setupUI()
@@ -73,9 +66,7 @@ void EditorTADataDialog::setupUI()
 
 void EditorTADataDialog::setupSelectors()
 {
-    m_ui->stock->setSourceModel(new StockWithStoredSelectorModel(true, nullptr));
-    m_ui->board->setSourceModel(new BoardWithStoredSelectorModel(true, nullptr));
-    m_ui->security->setSourceModel(new SecurityWithStoredSelectorModel(true, nullptr));
+    series().offerStored();
     m_ui->timeFrame->addItem(tr("1 минута"), vexdesk::minuteTimeframe);
     m_ui->timeFrame->addItem(tr("1 секунда"), vexdesk::secondTimeframe);
 }
@@ -98,11 +89,13 @@ void EditorTADataDialog::setupTimes()
     m_ui->fromDateTime->setDateTime(QDate::currentDate().addDays(-1).startOfDay());
     m_ui->toDateTime->setDateTime(m_ui->fromDateTime->dateTime().addDays(1));
     m_ui->findDateTime->setDateTime(m_ui->fromDateTime->dateTime());
-    for (QDateTimeEdit* const edit : {m_ui->fromDateTime, m_ui->toDateTime, m_ui->findDateTime}) {
-        edit->calendarWidget()->setFirstDayOfWeek(QLocale::system().firstDayOfWeek());
-        edit->calendarWidget()->setGridVisible(true);
-        edit->setDisplayFormat(tadata::shownMomentFormat(QLocale()));
-    }
+    for (QDateTimeEdit* const edit : {m_ui->fromDateTime, m_ui->toDateTime, m_ui->findDateTime})
+        tadata::setUpDateEditor(*edit);
+}
+
+tadata::SeriesBoxes EditorTADataDialog::series() const
+{
+    return {*m_ui->stock, *m_ui->board, *m_ui->security};
 }
 
 void EditorTADataDialog::connectForm()
@@ -114,12 +107,7 @@ void EditorTADataDialog::connectForm()
             &EditorTADataDialog::onSelectionChanged);
     connect(this, &QDialog::rejected, this, &EditorTADataDialog::delDataFromFiles);
 
-    connect(m_ui->stock, &StockSelectorBox::stockCodeChanged, this,
-            &EditorTADataDialog::validateForm);
-    connect(m_ui->board, &BoardSelectorBox::boardCodeChanged, this,
-            &EditorTADataDialog::validateForm);
-    connect(m_ui->security, &SecuritySelectorBox::securityChanged, this,
-            &EditorTADataDialog::validateForm);
+    series().onChange(this, &EditorTADataDialog::validateForm);
     for (const QDateTimeEdit* const edit : {m_ui->fromDateTime, m_ui->toDateTime}) {
         connect(edit, &QDateTimeEdit::dateTimeChanged, this, &EditorTADataDialog::validateForm);
     }
@@ -127,12 +115,10 @@ void EditorTADataDialog::connectForm()
 
 bool EditorTADataDialog::validate()
 {
-    const bool stock = markLabel(m_ui->stockLabel, !m_ui->stock->getStockCode().isEmpty());
-    const bool board = markLabel(m_ui->boardLabel, !m_ui->board->getBoardCode().isEmpty());
-    const bool security = markLabel(m_ui->secLabel, !m_ui->security->getSecurityCode().isEmpty());
-    const bool range =
-        markLabel(m_ui->fromLabel, m_ui->toDateTime->dateTime() >= m_ui->fromDateTime->dateTime());
-    return stock && board && security && range;
+    const bool chosen = series().markMissing(m_ui->stockLabel, m_ui->boardLabel, m_ui->secLabel);
+    const bool range = tadata::markLabel(m_ui->fromLabel, m_ui->toDateTime->dateTime() >=
+                                                              m_ui->fromDateTime->dateTime());
+    return chosen && range;
 }
 
 void EditorTADataDialog::validateForm()

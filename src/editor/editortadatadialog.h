@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "seriesboxes.h"
+
 #include <vexdesk/ivalidateform.h>
 
 #include <QtWidgets/QDialog>
@@ -54,6 +56,7 @@ private:
     void setupTable();
     void setupTimes();
     void connectForm();
+    tadata::SeriesBoxes series() const;
     void goTo(const QModelIndex& row);
     void reportProblems();
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "editortadatamodel.h"
 
-#include "dayfilerewrite.h"
 #include "timeofdayrange.h"
 
-#include <vexdesk/history/dayfile.h>
 #include <vexdesk/history/dayfilelines.h>
+#include <vexdesk/history/dayfilenames.h>
+#include <vexdesk/history/dayfilerewrite.h>
 #include <vexdesk/history/utf8.h>
 
 #include <QtCore/QFileInfo>
@@ -87,15 +87,15 @@ EditorTADataModel::LoadedDay EditorTADataModel::readDay(const QDate& day, const 
     if (!lines.open())
         return {day, std::nullopt};
     readLines(lines, day, TimeOfDayRange(day, from, to));
-    const QString error = lines.error().isNull() && lines.isChanged()
-                              ? tr("он изменился, пока его читали")
-                              : lines.error();
-    if (error.isNull())
+    const vexdesk::Outcome read = lines.outcome() && lines.isChanged()
+                                      ? vexdesk::Failure{tr("он изменился, пока его читали")}
+                                      : lines.outcome();
+    if (read)
         return {day, lines.state()};
     takeBackDay();
     m_problems.append(tr("Бары файла %1 не показаны, потому что его не удалось прочитать до "
                          "конца: %2; покажите интервал ещё раз или импортируйте этот день заново.")
-                          .arg(lines.path(), error));
+                          .arg(lines.path(), read.message()));
     return {day, std::nullopt};
 }
 
@@ -201,17 +201,17 @@ void EditorTADataModel::delRowsFromFiles()
 
 void EditorTADataModel::rewrite(const LoadedDay& loaded)
 {
-    QString problem;
     if (loaded.state) {
-        problem = tadata::rewriteDayFile(m_dir, vexdesk::dayFileName(loaded.day, m_timeframe),
-                                         m_rows.rewritten(loaded.day), *loaded.state);
+        const auto rewritten =
+            vexdesk::rewriteDayFile(m_dir, vexdesk::dayFileName(loaded.day, m_timeframe),
+                                    m_rows.rewritten(loaded.day), *loaded.state);
+        if (!rewritten)
+            m_problems.append(rewritten.message());
     } else if (const QString path = dayPath(loaded.day); QFileInfo::exists(path)) {
-        problem = tr("Файл %1 не переписан: его не удалось прочитать; проверьте права на файл или "
-                     "импортируйте этот день заново.")
-                      .arg(path);
+        m_problems.append(tr("Файл %1 не переписан: его не удалось прочитать; проверьте права на "
+                             "файл или импортируйте этот день заново.")
+                              .arg(path));
     }
-    if (!problem.isNull())
-        m_problems.append(problem);
 }
 
 bool EditorTADataModel::isLoaded(const QDate& day) const

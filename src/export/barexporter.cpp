@@ -6,9 +6,9 @@
 
 #include <QtCore/QDateTime>
 #include <QtCore/QStringList>
-#include <QtCore/QTextStream>
 
 #include <cmath>
+#include <utility>
 
 namespace tadata {
 
@@ -91,9 +91,11 @@ const BarExporter::NamedColumn BarExporter::namedColumns[] = {
     {"VAL", Column::Val},       {"OPEN_INT", Column::OpenInt},
 };
 
-BarExporter::BarExporter(const ExportDetails& details, QTextStream& out)
+BarExporter::BarExporter(const ExportDetails& details, LineSink sink)
     : m_details(details)
-    , m_out(out)
+    , m_sink(std::move(sink))
+    , m_ticker(details.securityName.toUtf8())
+    , m_separator(details.separator.toUtf8())
     , m_isPlainTime(isPlainTimePattern(details.timeFormat))
 {
     const QStringList names = details.lineFormat.split(u',');
@@ -133,21 +135,20 @@ void BarExporter::writeBar(const BarDescription& bar)
     for (int i = 0; i < m_columns.size(); ++i) {
         append(m_columns.at(i), bar);
         if (i == m_last)
-            m_lines.append(QChar(u'\n'));
+            m_lines.append('\n');
         else
-            m_lines.append(m_details.separator);
+            m_lines.append(m_separator);
     }
-    // As much as the stream itself keeps back.
     constexpr qsizetype enough = 16384;
-    if (m_lines.text().size() >= enough)
+    if (m_lines.bytes().size() >= enough)
         flush();
 }
 
 void BarExporter::flush()
 {
-    if (m_lines.text().isEmpty())
+    if (m_lines.bytes().isEmpty())
         return;
-    m_out << m_lines.text();
+    m_sink(m_lines.bytes());
     m_lines.clear();
 }
 
@@ -155,7 +156,7 @@ void BarExporter::append(Column column, const BarDescription& bar)
 {
     switch (column) {
     case Column::Ticker:
-        return m_lines.append(m_details.securityName);
+        return m_lines.append(m_ticker);
     case Column::Per:
         return m_lines.append(qint64(m_details.timeframe));
     case Column::Date:
@@ -183,7 +184,7 @@ void BarExporter::appendDate(const QDate& date)
 {
     if (date != m_date) {
         m_date = date;
-        m_dateText = date.toString(m_details.dateFormat);
+        m_dateText = date.toString(m_details.dateFormat).toUtf8();
     }
     m_lines.append(m_dateText);
 }
@@ -191,7 +192,7 @@ void BarExporter::appendDate(const QDate& date)
 void BarExporter::appendTime(const QTime& time)
 {
     if (!m_isPlainTime || !time.isValid())
-        return m_lines.append(time.toString(m_details.timeFormat));
+        return m_lines.append(time.toString(m_details.timeFormat).toUtf8());
     const QStringView pattern = m_details.timeFormat;
     for (qsizetype i = 0; i < pattern.size(); ++i) {
         const QChar letter = pattern[i];
@@ -202,7 +203,7 @@ void BarExporter::appendTime(const QTime& time)
         else if (letter == u's')
             m_lines.appendTwoDigits(time.second());
         else {
-            m_lines.append(letter);
+            m_lines.append(QString(letter).toUtf8());
             continue;
         }
         ++i;

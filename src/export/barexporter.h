@@ -2,31 +2,35 @@
 #pragma once
 
 #include "bardescription.h"
+#include "linebuffer.h"
 #include "localdays.h"
-#include "textlines.h"
 
+#include <QtCore/QByteArray>
 #include <QtCore/QList>
-#include <QtCore/QString>
 
-class QTextStream;
+#include <functional>
+
 struct ExportDetails;
 
 namespace tadata {
 
+/// Takes whole lines of the output, in UTF-8.
+using LineSink = std::function<void(QByteArrayView lines)>;
+
 /// What exportBar and writeBar do, for a long row of bars: the line format is taken apart once, the
-/// text of a date is made once for all bars of the day, and the stream gets many lines at a time.
-/// The settings and the stream must outlive it. One thread at a time.
+/// text of a date is made once for all bars of the day, and the sink gets many lines at a time.
+/// The settings must outlive it. One thread at a time.
 class BarExporter final
 {
 public:
-    BarExporter(const ExportDetails& details, QTextStream& out);
+    BarExporter(const ExportDetails& details, LineSink sink);
     ~BarExporter() { flush(); }
     Q_DISABLE_COPY_MOVE(BarExporter)
 
     void exportBar(const BarDescription& source, BarDescription& target);
     void writeBar(const BarDescription& bar);
 
-    /// Gives the stream the lines that it has not got yet.
+    /// Gives the sink the lines that it has not got yet.
     void flush();
 
 private:
@@ -44,14 +48,16 @@ private:
     void appendTime(const QTime& time);
 
     const ExportDetails& m_details;
-    QTextStream& m_out;
+    LineSink m_sink;
+    QByteArray m_ticker;
+    QByteArray m_separator;
     QList<Column> m_columns; ///< those that are written, in their order
     int m_last = -1;         ///< the place in m_columns after which the line ends; -1 for none
     bool m_isPlainTime;      ///< the time's pattern has nothing in it but hh, mm, ss and signs
     LocalDays m_days;
-    TextLines m_lines; ///< those that the stream has not got yet
-    QDate m_date;      ///< the date that was written last, and its text
-    QString m_dateText;
+    LineBuffer m_lines; ///< those that the sink has not got yet
+    QDate m_date;       ///< the date that was written last, and its text
+    QByteArray m_dateText;
 };
 
 } // namespace tadata

@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "dealsexport.h"
 
-#include "bardescription.h"
-#include "barexporter.h"
-
 #include <vexdesk/database/datetime.h>
 #include <vexdesk/database/exception.h>
 #include <vexdesk/database/idatabase.h>
@@ -14,7 +11,6 @@
 #include <vexdesk/securitydirectory.h>
 
 #include <QtCore/QDateTime>
-#include <QtCore/QTextStream>
 
 #include <algorithm>
 #include <limits>
@@ -180,7 +176,7 @@ private:
 } // namespace
 
 void exportDeals(const ExportDetails& details, const QDate& today, const DealsProgress& progress,
-                 QTextStream& out)
+                 const LineSink& sink)
 {
     Table* const deals = isRegistered(details) ? dealsTable() : nullptr;
     if (!deals)
@@ -190,7 +186,7 @@ void exportDeals(const ExportDetails& details, const QDate& today, const DealsPr
     const MasterIndex_Column_Pure filter(deals, columns.key());
     const DayOfMoments day(today);
     const int rest = 100 - progress.start;
-    BarExporter exporter(details, out);
+    BarExporter exporter(details, sink);
     BarDescription target;
     {
         const std::lock_guard lock(*deals);

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "barexporter.h"
 #include "exportdetails.h"
 #include "job.h"
-
-class QTextStream;
 
 namespace tadata {
 
@@ -25,6 +24,6 @@ struct DealsProgress
 /// Any thread: the table is locked during the scan. Throws Exception, with the table unlocked, when
 /// a field has a type that deals do not have, or a key that it cannot take.
 void exportDeals(const ExportDetails& details, const QDate& today, const DealsProgress& progress,
-                 QTextStream& out);
+                 const LineSink& sink);
 
 } // namespace tadata

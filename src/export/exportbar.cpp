@@ -7,15 +7,24 @@
 #include <QtCore/QStringList>
 #include <QtCore/QTextStream>
 
+namespace {
+
+tadata::LineSink into(QTextStream& out)
+{
+    return [&out](QByteArrayView lines) { out << QString::fromUtf8(lines); };
+}
+
+} // namespace
+
 void exportBar(const BarDescription& source, BarDescription& target, const ExportDetails& details,
                QTextStream& out)
 {
-    tadata::BarExporter(details, out).exportBar(source, target);
+    tadata::BarExporter(details, into(out)).exportBar(source, target);
 }
 
 void writeBar(const BarDescription& bar, QTextStream& out, const ExportDetails& details)
 {
-    tadata::BarExporter(details, out).writeBar(bar);
+    tadata::BarExporter(details, into(out)).writeBar(bar);
 }
 
 void writeHeader(QTextStream& out, const ExportDetails& details)

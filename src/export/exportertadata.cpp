@@ -6,7 +6,7 @@
 #include "jobrunner.h"
 
 #include <vexdesk/database/irawqueue.h>
-#include <vexdesk/history/dayfile.h>
+#include <vexdesk/history/storepaths.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtWidgets/QProgressDialog>
@@ -53,10 +53,9 @@ QString exportData(QProgressDialog* progress, const ExportDetails& details)
     const auto seriesDir = [&details] {
         return vexdesk::makeSeriesDir(details.stockCode, details.boardCode, details.securityName);
     };
-    if (const QString error = tadata::refusedOutput(details, vexdesk::storePlace());
-        !error.isNull())
-        return error;
+    if (const auto allowed = tadata::mayWriteOutput(details, vexdesk::storePlace()); !allowed)
+        return allowed.message();
     return tadata::exportBars(details, {QDate::currentDate(), progress->value()}, seriesDir,
                               tadata::shownOn(progress))
-        .error;
+        .outcome.message();
 }

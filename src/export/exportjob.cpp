@@ -4,10 +4,10 @@
 #include "barexporter.h"
 #include "dealsexport.h"
 #include "exportbar.h"
-#include "recordline.h"
 
-#include <vexdesk/history/dayfile.h>
 #include <vexdesk/history/dayfilelines.h>
+#include <vexdesk/history/dayfilenames.h>
+#include <vexdesk/history/storepaths.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
@@ -16,8 +16,12 @@
 
 #include <filesystem>
 #include <optional>
+#include <utility>
 
 namespace tadata {
+
+using vexdesk::Failure;
+using vexdesk::Outcome;
 
 namespace {
 
@@ -34,19 +38,71 @@ bool isThere(const QString& path)
            std::filesystem::file_type::not_found;
 }
 
+// The file that is exported to. It begins with a byte order mark, as soon as there is anything in
+// it.
+class OutputFile final
+{
+public:
+    explicit OutputFile(const QString& path)
+        : m_file(path)
+    {}
+
+    bool open()
+    {
+        return m_file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered);
+    }
+
+    void write(QByteArrayView lines)
+    {
+        if (!std::exchange(m_hasBegun, true))
+            writeBytes("\xef\xbb\xbf");
+        writeBytes(lines);
+    }
+
+    // Whether the file has taken all that it was given.
+    bool isWhole() const { return m_isWhole; }
+
+    // Some file systems say only at the end what they could not keep.
+    bool close()
+    {
+        m_file.close();
+        return m_isWhole && m_file.error() == QFileDevice::NoError;
+    }
+
+private:
+    void writeBytes(QByteArrayView bytes)
+    {
+        m_isWhole = m_isWhole && m_file.write(bytes.data(), bytes.size()) == bytes.size();
+    }
+
+    QFile m_file;
+    bool m_hasBegun = false;
+    bool m_isWhole = true;
+};
+
+QByteArray heading(const ExportDetails& details)
+{
+    QString text;
+    QTextStream stream(&text);
+    writeHeader(stream, details);
+    stream.flush();
+    return text.toUtf8();
+}
+
 // The days of an interval, in turn.
 class ExportRun final
 {
 public:
     ExportRun(const ExportDetails& details, const ExportStart& start, const SeriesDir& seriesDir,
-              const ProgressSink& progress, QTextStream& out)
+              const ProgressSink& progress, OutputFile& output)
         : m_details(details)
         , m_today(start.today)
         , m_seriesDir(seriesDir)
         , m_progress(progress)
         , m_shown(start.progress)
-        , m_out(out)
-        , m_exporter(details, out)
+        , m_output(output)
+        , m_sink([&output](QByteArrayView lines) { output.write(lines); })
+        , m_exporter(details, m_sink)
     {}
 
     // Ends early when the disk is full: the rest could not be written either.
@@ -66,8 +122,8 @@ public:
         }
     }
 
-    /// What could not be read; null when nothing was.
-    QString error() const { return m_error; }
+    /// Whether all was read.
+    const Outcome& outcome() const { return m_outcome; }
     QStringList unopened() const { return m_unopened; }
 
     void show(int percent)
@@ -79,10 +135,10 @@ public:
 private:
     void writeDeals()
     {
-        exportDeals(m_details, m_today, {m_shown, [this](int percent) { show(percent); }}, m_out);
+        exportDeals(m_details, m_today, {m_shown, [this](int percent) { show(percent); }}, m_sink);
     }
 
-    bool goesOn() const { return m_error.isNull() && m_out.status() != QTextStream::WriteFailed; }
+    bool goesOn() const { return m_outcome && m_output.isWhole(); }
 
     void writeStored(const QDate& day)
     {
@@ -111,10 +167,12 @@ private:
                 m_exporter.writeBar(target);
         }
         m_exporter.flush();
-        const QString fault =
-            lines.isMixed() ? Text::tr("он изменился, пока его читали") : lines.error();
-        if (!fault.isNull())
-            m_error = Text::tr("Невозможно прочитать файл %1: %2").arg(lines.path(), fault);
+        const Outcome read =
+            lines.isMixed() ? Failure{Text::tr("он изменился, пока его читали")} : lines.outcome();
+        if (!read) {
+            m_outcome = Failure{
+                Text::tr("Невозможно прочитать файл %1: %2").arg(lines.path(), read.message())};
+        }
     }
 
     const ExportDetails& m_details;
@@ -122,10 +180,11 @@ private:
     const SeriesDir& m_seriesDir;
     const ProgressSink& m_progress;
     int m_shown;
-    QTextStream& m_out;
+    OutputFile& m_output;
+    LineSink m_sink;
     BarExporter m_exporter;
     std::optional<QDir> m_dir;
-    QString m_error;
+    Outcome m_outcome;
     QStringList m_unopened;
 };
 
@@ -152,42 +211,38 @@ bool isInStore(const QString& path, const QDir& root)
 
 } // namespace
 
-QString refusedOutput(const ExportDetails& details, const QDir& root)
+Outcome mayWriteOutput(const ExportDetails& details, const QDir& root)
 {
     if (!QFileInfo(details.outputPath).isFile() || !isInStore(details.outputPath, root))
-        return QString();
-    return Text::tr("Файл %1 — файл дня в хранилище: выгрузка стёрла бы его бары. Выберите другой "
-                    "файл")
-        .arg(details.outputPath);
+        return Outcome();
+    return Failure{Text::tr("Файл %1 — файл дня в хранилище: выгрузка стёрла бы его бары. Выберите "
+                            "другой файл")
+                       .arg(details.outputPath)};
 }
 
-ExportOutcome exportBars(const ExportDetails& details, const ExportStart& start,
-                         const SeriesDir& seriesDir, const ProgressSink& progress)
+ExportResult exportBars(const ExportDetails& details, const ExportStart& start,
+                        const SeriesDir& seriesDir, const ProgressSink& progress)
 {
-    QFile file(details.outputPath);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        return {Text::tr("Невозможно открыть файл %1").arg(details.outputPath), {}};
-    QTextStream out(&file);
-    out.setGenerateByteOrderMark(true);
+    OutputFile output(details.outputPath);
+    if (!output.open())
+        return {Failure{Text::tr("Невозможно открыть файл %1").arg(details.outputPath)}, {}};
     if (details.addHeader)
-        writeHeader(out, details);
+        output.write(heading(details));
 
-    ExportRun run(details, start, seriesDir, progress, out);
+    ExportRun run(details, start, seriesDir, progress, output);
     try {
         run.writeDays();
     } catch (const QString& message) {
         // Money that no number of the host can hold.
-        return {message, run.unopened()};
+        return {Failure{message}, run.unopened()};
     }
-    out.flush();
-    // Some file systems say only at the end what they could not keep.
-    file.close();
-    if (out.status() == QTextStream::WriteFailed || file.error() != QFileDevice::NoError)
-        return {Text::tr("Невозможно записать файл %1").arg(details.outputPath), run.unopened()};
-    if (!run.error().isNull())
-        return {run.error(), run.unopened()};
-    run.show(100);
-    return {QString(), run.unopened()};
+    if (!output.close()) {
+        return {Failure{Text::tr("Невозможно записать файл %1").arg(details.outputPath)},
+                run.unopened()};
+    }
+    if (run.outcome())
+        run.show(100);
+    return {run.outcome(), run.unopened()};
 }
 
 } // namespace tadata

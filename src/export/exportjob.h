@@ -4,6 +4,8 @@
 #include "exportdetails.h"
 #include "job.h"
 
+#include <vexdesk/outcome.h>
+
 #include <QtCore/QStringList>
 
 namespace tadata {
@@ -15,19 +17,19 @@ struct ExportStart
     int progress = 0; ///< what the progress shows before the job's first value
 };
 
-/// How an export ended.
-struct ExportOutcome
+/// What came of an export.
+struct ExportResult
 {
-    QString error; ///< the message for the user; null on success
+    vexdesk::Outcome outcome;
     /// The day files of the interval that are there and could not be opened: their bars are not in
     /// the output.
     QStringList unopened;
 };
 
-/// Why an export must not write to its output: the message for the user where that is a day file of
-/// the store with this root, reached by its own path, through a link or by another name of it.
-/// Null otherwise. Nothing is opened or made. Any thread.
-QString refusedOutput(const ExportDetails& details, const QDir& root);
+/// Whether an export may write to its output: not where that is a day file of the store with this
+/// root, reached by its own path, through a link or by another name of it. Nothing is opened or
+/// made. Any thread.
+vexdesk::Outcome mayWriteOutput(const ExportDetails& details, const QDir& root);
 
 /// Writes the bars of one series and an interval of days as a text file with a byte order mark.
 ///
@@ -40,7 +42,7 @@ QString refusedOutput(const ExportDetails& details, const QDir& root);
 /// A day file that cannot be opened has no bars. One that cannot be read to its end, or whose sums
 /// do not fit, ends the export; what was written by then stays. A deal of which a field has an
 /// unexpected type throws the host's Exception. Any thread; one line is in memory at a time.
-ExportOutcome exportBars(const ExportDetails& details, const ExportStart& start,
-                         const SeriesDir& seriesDir, const ProgressSink& progress);
+ExportResult exportBars(const ExportDetails& details, const ExportStart& start,
+                        const SeriesDir& seriesDir, const ProgressSink& progress);
 
 } // namespace tadata

@@ -3,10 +3,8 @@
 
 #include "exportdetails.h"
 #include "formatexportpage.h"
-#include "openingsize.h"
 #include "seriesexportpage.h"
-
-#include <vexdesk/appsettings.h>
+#include "windowsize.h"
 
 #include <QtCore/QFile>
 #include <QtGui/QKeyEvent>
@@ -16,8 +14,7 @@
 
 namespace {
 
-const char settingsGroup[] = "TADataManager/ExportWizard";
-const char sizeKey[] = "dialog_size";
+constexpr QLatin1String settingsGroup("TADataManager/ExportWizard");
 
 bool isReturn(const QKeyEvent& event)
 {
@@ -50,15 +47,13 @@ ExportTADataWizard::ExportTADataWizard(QWidget* parent)
     m_seriesPageId = addPage(new SeriesExportPage);
     m_formatPageId = addPage(new FormatExportPage);
 
-    const AppSettings settings(QLatin1String{settingsGroup});
-    if (settings.contains(QLatin1String(sizeKey)))
-        resize(settings.value(QLatin1String(sizeKey), sizeHint()).toSize());
+    tadata::restoreSize(*this, settingsGroup);
     button(QWizard::NextButton)->installEventFilter(this);
 }
 
 ExportTADataWizard::~ExportTADataWizard()
 {
-    AppSettings(QLatin1String(settingsGroup)).setValue(QLatin1String(sizeKey), size());
+    tadata::saveSize(*this, settingsGroup);
 }
 
 ExportDetails ExportTADataWizard::exportDetails() const

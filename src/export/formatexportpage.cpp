@@ -2,7 +2,7 @@
 #include "formatexportpage.h"
 
 #include "exportdetails.h"
-#include "textformats.h"
+#include "formatboxes.h"
 #include "ui_formatexportpage.h"
 
 #include <QtWidgets/QLayout>
@@ -47,17 +47,8 @@ FormatExportPage::~FormatExportPage() = default;
 void FormatExportPage::setupPage()
 {
     m_ui->lineFormat->addItems(lineFormats());
-
-    m_ui->separator->addItem(tr("запятая (,)"), QStringLiteral(","));
-    m_ui->separator->addItem(tr("точка с запятой (;)"), QStringLiteral(";"));
-    m_ui->separator->addItem(tr("пробел ( )"), QStringLiteral(" "));
-
-    const QList<tadata::TextFormat> dates = tadata::dateFormats(tadata::FormatPage::Export);
-    for (const tadata::TextFormat& format : dates)
-        m_ui->dateFormat->addItem(format.title, format.pattern);
-    const QList<tadata::TextFormat> times = tadata::timeFormats(tadata::FormatPage::Export);
-    for (const tadata::TextFormat& format : times)
-        m_ui->timeFormat->addItem(format.title, format.pattern);
+    tadata::FormatBoxes{*m_ui->separator, *m_ui->dateFormat, *m_ui->timeFormat}.fill(
+        tadata::FormatPage::Export);
 }
 
 void FormatExportPage::getExportDetails(ExportDetails& details) const

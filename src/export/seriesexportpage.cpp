@@ -4,15 +4,12 @@
 #include "dateeditors.h"
 #include "exportdetails.h"
 #include "labelmark.h"
-#include "seriesselectormodels.h"
 #include "ui_seriesexportpage.h"
 
-#include <vexdesk/history/dayfile.h>
+#include <vexdesk/history/dayfilenames.h>
 #include <vexdesk/properties.h>
 
 #include <QtCore/QDir>
-#include <QtCore/QLocale>
-#include <QtWidgets/QCalendarWidget>
 #include <QtWidgets/QFileDialog>
 
 using tadata::markLabel;
@@ -35,7 +32,7 @@ void SeriesExportPage::setupPage()
 {
     setupDates();
     setupTimeFrames();
-    setupSelectors();
+    series().offerStored();
     connectForm();
     // The only series of a store is chosen by now.
     updateOutputFileName();
@@ -45,9 +42,7 @@ void SeriesExportPage::setupDates()
 {
     const QDate today = QDate::currentDate();
     for (QDateEdit* const edit : {m_ui->dateFrom, m_ui->dateTo}) {
-        edit->calendarWidget()->setFirstDayOfWeek(QLocale::system().firstDayOfWeek());
-        edit->calendarWidget()->setGridVisible(true);
-        edit->setDisplayFormat(tadata::shownDateFormat(QLocale()));
+        tadata::setUpDateEditor(*edit);
         edit->setDate(today);
     }
 }
@@ -64,11 +59,9 @@ void SeriesExportPage::setupTimeFrames()
     m_ui->timeFrame->setCurrentIndex(1);
 }
 
-void SeriesExportPage::setupSelectors()
+tadata::SeriesBoxes SeriesExportPage::series() const
 {
-    m_ui->stock->setSourceModel(new StockWithStoredSelectorModel(true, nullptr));
-    m_ui->board->setSourceModel(new BoardWithStoredSelectorModel(true, nullptr));
-    m_ui->security->setSourceModel(new SecurityWithStoredSelectorModel(true, nullptr));
+    return {*m_ui->stock, *m_ui->board, *m_ui->security};
 }
 
 void SeriesExportPage::connectForm()
@@ -85,10 +78,7 @@ void SeriesExportPage::connectForm()
         connect(edit, &QDateEdit::dateChanged, this, &QWizardPage::completeChanged);
     }
 
-    connect(m_ui->stock, &StockSelectorBox::stockCodeChanged, this, &QWizardPage::completeChanged);
-    connect(m_ui->board, &BoardSelectorBox::boardCodeChanged, this, &QWizardPage::completeChanged);
-    connect(m_ui->security, &SecuritySelectorBox::securityChanged, this,
-            &QWizardPage::completeChanged);
+    series().onChange(this, &QWizardPage::completeChanged);
     connect(m_ui->outputFile, &QLineEdit::textEdited, this, &QWizardPage::completeChanged);
 }
 
@@ -133,13 +123,11 @@ bool SeriesExportPage::markWrong() const
 {
     const QDate from = m_ui->dateFrom->date();
     const QDate to = m_ui->dateTo->date();
-    const bool stock = markLabel(m_ui->stockLabel, !m_ui->stock->getStockCode().isEmpty());
-    const bool board = markLabel(m_ui->boardLabel, !m_ui->board->getBoardCode().isEmpty());
-    const bool security = markLabel(m_ui->secLabel, !m_ui->security->getSecurityCode().isEmpty());
+    const bool chosen = series().markMissing(m_ui->stockLabel, m_ui->boardLabel, m_ui->secLabel);
     const bool interval = markLabel(m_ui->fromLabel, to >= from);
     const bool past = markLabel(m_ui->toLabel, to <= QDate::currentDate());
     const bool file = markLabel(m_ui->outputLabel, !m_ui->outputFile->text().isEmpty());
-    return stock && board && security && interval && past && file;
+    return chosen && interval && past && file;
 }
 
 QString SeriesExportPage::fileName() const
@@ -150,12 +138,7 @@ QString SeriesExportPage::fileName() const
 
 void SeriesExportPage::getExportDetails(ExportDetails& details) const
 {
-    details.stockId = m_ui->stock->getStockId();
-    details.boardId = m_ui->board->getBoardId();
-    details.securityId = m_ui->security->getSecurityId();
-    details.stockCode = m_ui->stock->getStockCode();
-    details.boardCode = m_ui->board->getBoardCode();
-    details.securityName = m_ui->security->getSecurityName();
+    series().describe(details);
     details.timeframe = m_ui->timeFrame->currentData().toInt();
     details.dateFrom = m_ui->dateFrom->date();
     details.dateTo = m_ui->dateTo->date();

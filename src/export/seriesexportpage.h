@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "seriesboxes.h"
+
 #include <vexdesk/ivalidateform.h>
 
 #include <QtWidgets/QWizardPage>
@@ -43,8 +45,8 @@ public Q_SLOTS:
 private:
     void setupDates();
     void setupTimeFrames();
-    void setupSelectors();
     void connectForm();
+    tadata::SeriesBoxes series() const;
     /// Colours the labels of what is missing or wrong; true when nothing is.
     bool markWrong() const;
 

@@ -143,18 +143,22 @@ QTime readTime(QStringView text, const QString& pattern)
     return time ? *time : QTime::fromString(text.toString(), pattern);
 }
 
-qint64 readInteger(QStringView text, bool* ok)
+std::optional<qint64> readInteger(QStringView text)
 {
-    const std::optional<qint64> number = plainInteger<qint64>(text);
-    *ok = true;
-    return number ? *number : text.toLongLong(ok);
+    if (const std::optional<qint64> number = plainInteger<qint64>(text))
+        return number;
+    bool isNumber = false;
+    const qint64 number = text.toLongLong(&isNumber);
+    return isNumber ? std::optional(number) : std::nullopt;
 }
 
-qint32 readSmallInteger(QStringView text, bool* ok)
+std::optional<qint32> readSmallInteger(QStringView text)
 {
-    const std::optional<qint32> number = plainInteger<qint32>(text);
-    *ok = true;
-    return number ? *number : text.toInt(ok);
+    if (const std::optional<qint32> number = plainInteger<qint32>(text))
+        return number;
+    bool isNumber = false;
+    const qint32 number = text.toInt(&isNumber);
+    return isNumber ? std::optional(number) : std::nullopt;
 }
 
 } // namespace tadata

@@ -5,9 +5,11 @@
 #include <QtCore/QString>
 #include <QtCore/QTime>
 
-/// Reads the fields of imported lines: what the framework's own functions read, and to the same
+#include <optional>
+
+/// Reads the fields of imported lines: what Qt's own functions read, and to the same
 /// values. A field of exactly the form that its pattern describes, as all of a correct file are, is
-/// read digit by digit; every other one goes to the framework. Any thread; locale plays no part.
+/// read digit by digit; every other one goes to Qt. Any thread; locale plays no part.
 namespace tadata {
 
 /// As QDate::fromString reads it, except that a year of two digits is one of this century.
@@ -17,8 +19,8 @@ QDate readDate(QStringView text, const QString& pattern);
 /// As QTime::fromString reads it.
 QTime readTime(QStringView text, const QString& pattern);
 
-/// As QStringView::toLongLong and toInt read them.
-qint64 readInteger(QStringView text, bool* ok);
-qint32 readSmallInteger(QStringView text, bool* ok);
+/// As QStringView::toLongLong and toInt read them; no value for what they refuse.
+std::optional<qint64> readInteger(QStringView text);
+std::optional<qint32> readSmallInteger(QStringView text);
 
 } // namespace tadata

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "formatimportpage.h"
 
+#include "formatboxes.h"
 #include "importdetails.h"
 #include "previewtable.h"
-#include "textformats.h"
 #include "ui_formatimportpage.h"
 
 #include <QtWidgets/QLayout>
@@ -26,20 +26,12 @@ void FormatImportPage::setupPage()
 {
     // The item that stands for no choice splits nothing: no line of the preview holds a line feed.
     m_ui->separator->addItem(tr("не задан"), QStringLiteral("\n"));
-    m_ui->separator->addItem(tr("запятая (,)"), QStringLiteral(","));
-    m_ui->separator->addItem(tr("точка с запятой (;)"), QStringLiteral(";"));
-    m_ui->separator->addItem(tr("пробел ( )"), QStringLiteral(" "));
+    tadata::FormatBoxes{*m_ui->separator, *m_ui->dateFormat, *m_ui->timeFormat}.fill(
+        tadata::FormatPage::Import);
     m_ui->separator->setCurrentIndex(0);
     connect(m_ui->separator, &QComboBox::currentIndexChanged, this, &QWizardPage::completeChanged);
     connect(m_ui->separator, &QComboBox::currentIndexChanged, this,
             &FormatImportPage::separatorChanged);
-
-    const QList<tadata::TextFormat> dates = tadata::dateFormats();
-    for (const tadata::TextFormat& format : dates)
-        m_ui->dateFormat->addItem(format.title, format.pattern);
-    const QList<tadata::TextFormat> times = tadata::timeFormats();
-    for (const tadata::TextFormat& format : times)
-        m_ui->timeFormat->addItem(format.title, format.pattern);
 }
 
 QString FormatImportPage::separator() const

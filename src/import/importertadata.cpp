@@ -6,8 +6,8 @@
 #include "jobrunner.h"
 #include "outcomebox.h"
 
-#include <vexdesk/history/dayfile.h>
 #include <vexdesk/history/dayfilelines.h>
+#include <vexdesk/history/storepaths.h>
 #include <vexdesk/history/utf8.h>
 
 #include <QtCore/QCoreApplication>
@@ -49,9 +49,9 @@ std::optional<QList<QString>> readPreview(const QString& fileName)
     QByteArrayView line;
     while (preview.size() < previewLines && lines.nextBytes(&line))
         preview.append(vexdesk::textFromUtf8(line));
-    if (!lines.error().isNull()) {
+    if (const auto read = lines.outcome(); !read) {
         warn(Text::tr("Ошибка открытия файла"),
-             Text::tr("Невозможно прочитать файл %1: %2").arg(fileName, lines.error()));
+             Text::tr("Невозможно прочитать файл %1: %2").arg(fileName, read.message()));
         return std::nullopt;
     }
     if (preview.isEmpty()) {
@@ -104,5 +104,6 @@ QString importFromFile(QProgressDialog* progress, QString fileName, ImportDetail
     const auto seriesDir = [&details] {
         return vexdesk::makeSeriesDir(details.stockCode, details.boardCode, details.securityName);
     };
-    return tadata::importBars(fileName, details, seriesDir, tadata::shownOn(progress)).error;
+    return tadata::importBars(fileName, details, seriesDir, tadata::shownOn(progress))
+        .outcome.message();
 }

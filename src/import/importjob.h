@@ -4,15 +4,17 @@
 #include "importdetails.h"
 #include "job.h"
 
+#include <vexdesk/outcome.h>
+
 class QFile;
 class QTextStream;
 
 namespace tadata {
 
-/// How an import ended.
-struct ImportOutcome
+/// What came of an import.
+struct ImportResult
 {
-    QString error;   ///< the message for the user; null on success
+    vexdesk::Outcome outcome;
     qint64 bars = 0; ///< that were taken from the input
 };
 
@@ -28,8 +30,8 @@ struct ImportOutcome
 ///
 /// Every write to a day file hands over whole lines. Two imports into one series at a time mix its
 /// days. Any thread; one line is in memory at a time.
-ImportOutcome importBars(const QString& fileName, const ImportDetails& details,
-                         const SeriesDir& seriesDir, const ProgressSink& progress);
+ImportResult importBars(const QString& fileName, const ImportDetails& details,
+                        const SeriesDir& seriesDir, const ProgressSink& progress);
 
 } // namespace tadata
 

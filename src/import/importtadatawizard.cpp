@@ -4,17 +4,14 @@
 #include "columnsimportpage.h"
 #include "formatimportpage.h"
 #include "importdetails.h"
-#include "openingsize.h"
 #include "seriesimportpage.h"
-
-#include <vexdesk/appsettings.h>
+#include "windowsize.h"
 
 #include <QtGui/QShowEvent>
 
 namespace {
 
-const char settingsGroup[] = "TADataManager/ImportWizard";
-const char sizeKey[] = "dialog_size";
+constexpr QLatin1String settingsGroup("TADataManager/ImportWizard");
 
 // Date, time, four prices, and the volume in pieces and in money.
 constexpr int commonColumns = 8;
@@ -30,14 +27,12 @@ ImportTADataWizard::ImportTADataWizard(const QList<QString>& lines, QWidget* par
     m_formatPageId = addPage(new FormatImportPage(lines));
     m_columnsPageId = addPage(new ColumnsImportPage(lines));
 
-    const AppSettings settings(QLatin1String{settingsGroup});
-    if (settings.contains(QLatin1String(sizeKey)))
-        resize(settings.value(QLatin1String(sizeKey), sizeHint()).toSize());
+    tadata::restoreSize(*this, settingsGroup);
 }
 
 ImportTADataWizard::~ImportTADataWizard()
 {
-    AppSettings(QLatin1String(settingsGroup)).setValue(QLatin1String(sizeKey), size());
+    tadata::saveSize(*this, settingsGroup);
 }
 
 void ImportTADataWizard::showEvent(QShowEvent* event)

@@ -117,13 +117,13 @@ void readNumbers(BarDescription& bar, const LineFields& fields, short decimals)
     bar.low.setScale(decimals);
     bar.close.setScale(decimals);
 
-    bool ok = true;
     bar.volume = 0;
     if (fields.has(ColumnRole::Volume)) {
         const QStringView text = fields.text(ColumnRole::Volume);
-        bar.volume = tadata::readInteger(text, &ok);
-        if (!ok)
+        const std::optional<qint64> volume = tadata::readInteger(text);
+        if (!volume)
             throw Text::tr("Некорректное значение поля 'Объём в шт.' (%1)").arg(text);
+        bar.volume = *volume;
     }
 
     // Money is kept with as many decimals as prices: that is how stored files have it.
@@ -134,9 +134,10 @@ void readNumbers(BarDescription& bar, const LineFields& fields, short decimals)
     bar.openInterest = 0;
     if (fields.has(ColumnRole::OpenInterest)) {
         const QStringView text = fields.text(ColumnRole::OpenInterest);
-        bar.openInterest = tadata::readSmallInteger(text, &ok);
-        if (!ok)
+        const std::optional<qint32> openInterest = tadata::readSmallInteger(text);
+        if (!openInterest)
             throw Text::tr("Некорректное значение поля 'Открытый интерес' (%1)").arg(text);
+        bar.openInterest = *openInterest;
     }
 }
 

@@ -5,7 +5,7 @@
 #include "labelmark.h"
 #include "ui_seriesimportpage.h"
 
-#include <vexdesk/history/dayfile.h>
+#include <vexdesk/history/dayfilenames.h>
 #include <vexdesk/properties.h>
 
 using tadata::markLabel;
@@ -38,10 +38,12 @@ void SeriesImportPage::setupPage()
 {
     m_ui->timeFrame->addItem(tr("1 минута"), vexdesk::minuteTimeframe);
     m_ui->timeFrame->addItem(tr("1 секунда"), vexdesk::secondTimeframe);
-    connect(m_ui->stock, &StockSelectorBox::stockCodeChanged, this, &QWizardPage::completeChanged);
-    connect(m_ui->board, &BoardSelectorBox::boardCodeChanged, this, &QWizardPage::completeChanged);
-    connect(m_ui->security, &SecuritySelectorBox::securityChanged, this,
-            &QWizardPage::completeChanged);
+    series().onChange(this, &QWizardPage::completeChanged);
+}
+
+tadata::SeriesBoxes SeriesImportPage::series() const
+{
+    return {*m_ui->stock, *m_ui->board, *m_ui->security};
 }
 
 void SeriesImportPage::cleanupPage()
@@ -69,11 +71,6 @@ bool SeriesImportPage::markMissing() const
 
 void SeriesImportPage::getImportDetails(ImportDetails& details) const
 {
-    details.stockId = m_ui->stock->getStockId();
-    details.boardId = m_ui->board->getBoardId();
-    details.securityId = m_ui->security->getSecurityId();
-    details.stockCode = m_ui->stock->getStockCode();
-    details.boardCode = m_ui->board->getBoardCode();
-    details.securityName = m_ui->security->getSecurityName();
+    series().describe(details);
     details.timeframe = m_ui->timeFrame->currentData().toInt();
 }

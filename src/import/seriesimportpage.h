@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "seriesboxes.h"
+
 #include <vexdesk/ivalidateform.h>
 
 #include <QtWidgets/QWizardPage>
@@ -31,6 +33,7 @@ public:
     void setupPage();
 
 private:
+    tadata::SeriesBoxes series() const;
     /// Colours the labels of what is missing; true when nothing is.
     bool markMissing() const;
 

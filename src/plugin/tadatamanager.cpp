@@ -13,7 +13,7 @@
 #include <vexdesk/appsettings.h>
 #include <vexdesk/command.h>
 #include <vexdesk/commandcontainer.h>
-#include <vexdesk/history/dayfile.h>
+#include <vexdesk/history/storepaths.h>
 #include <vexdesk/icore.h>
 
 TADataManager::TADataManager() = default;

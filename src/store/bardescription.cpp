@@ -1,14 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include "bardescription.h"
 
-#include "recordline.h"
-#include "textlines.h"
-
 #include <QtCore/QTextStream>
+
+#include <array>
 
 QTextStream& operator<<(QTextStream& stream, const BarDescription& bar)
 {
-    tadata::TextLines line;
-    tadata::appendRecordLine(line, bar);
-    return stream << line.text();
+    std::array<char, vexdesk::maxRecordLine> line;
+    return stream << QLatin1String(line.data(), vexdesk::writeRecordLine(line.data(), bar));
 }
+
+namespace tadata {
+
+BarDescription barFromRecordLine(QByteArrayView line, const QDate& day)
+{
+    return {vexdesk::storedBar(line, day), true, QString()};
+}
+
+} // namespace tadata

@@ -1,30 +1,19 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <vexdesk/decimal.h>
+#include <vexdesk/history/recordline.h>
 
-#include <QtCore/QDate>
 #include <QtCore/QString>
-#include <QtCore/QTime>
 
 class QTextStream;
 struct ImportDetails;
 
-/// One price bar. It is stamped with the date and time at which its interval ends.
-/// A plain value; every field may be used from any thread that owns the object.
-struct BarDescription
+/// One price bar, as the store has it: a plain value; every field may be used from any thread that
+/// owns the object.
+struct BarDescription : vexdesk::StoredBar
 {
     bool valid = false; ///< whether the bar holds data
     QString error;      ///< why init() refused the line; in the user's language
-    QDate date;
-    QTime time;
-    decimal open;
-    decimal high;
-    decimal low;
-    decimal close;
-    qint64 volume = 0; ///< in pieces (lots)
-    decimal value;     ///< in money
-    qint32 openInterest = 0;
 
     /// Reads one line of an external text file into this bar, which must be a fresh one. False
     /// when the line is wrong: `error` then says what is wrong with it, and fields that were read
@@ -35,3 +24,10 @@ struct BarDescription
 /// Writes one record line of a day file: time, open, high, low, close, volume, value and open
 /// interest, separated by ";" and ended by "\n". The date is the file's and is not written.
 QTextStream& operator<<(QTextStream& stream, const BarDescription& bar);
+
+namespace tadata {
+
+/// A line of a day file as vexdesk::storedBar() reads it. Always valid. Any thread.
+BarDescription barFromRecordLine(QByteArrayView line, const QDate& day);
+
+} // namespace tadata

@@ -2,7 +2,7 @@
 #include "seriesselectormodels.h"
 
 #include <vexdesk/boarddirectory.h>
-#include <vexdesk/history/dayfile.h>
+#include <vexdesk/history/storepaths.h>
 #include <vexdesk/stockdirectory.h>
 
 #include <algorithm>

@@ -36,6 +36,14 @@ constexpr Format times[] = {{"hhmmss", QT_TRANSLATE_NOOP("FormatImportPage", "ч
                             {"hh:mm", QT_TRANSLATE_NOOP("FormatImportPage", "чч:мм"),
                              QT_TRANSLATE_NOOP("FormatExportPage", "чч:мм")}};
 
+constexpr Format separatorFormats[] = {
+    {",", QT_TRANSLATE_NOOP("FormatImportPage", "запятая (,)"),
+     QT_TRANSLATE_NOOP("FormatExportPage", "запятая (,)")},
+    {";", QT_TRANSLATE_NOOP("FormatImportPage", "точка с запятой (;)"),
+     QT_TRANSLATE_NOOP("FormatExportPage", "точка с запятой (;)")},
+    {" ", QT_TRANSLATE_NOOP("FormatImportPage", "пробел ( )"),
+     QT_TRANSLATE_NOOP("FormatExportPage", "пробел ( )")}};
+
 QList<TextFormat> formatsOf(FormatPage page, std::span<const Format> formats)
 {
     QList<TextFormat> list;
@@ -59,6 +67,11 @@ QList<TextFormat> dateFormats(FormatPage page)
 QList<TextFormat> timeFormats(FormatPage page)
 {
     return formatsOf(page, times);
+}
+
+QList<TextFormat> separators(FormatPage page)
+{
+    return formatsOf(page, separatorFormats);
 }
 
 } // namespace tadata

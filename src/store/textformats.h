@@ -4,13 +4,13 @@
 #include <QtCore/QList>
 #include <QtCore/QString>
 
-/// The notations of dates and times that external text files may have, in the order in which they
-/// are offered. Any thread.
+/// The notations of dates and times, and the separators of columns, that external text files may
+/// have, in the order in which they are offered. Any thread.
 namespace tadata {
 
 struct TextFormat
 {
-    QString pattern; ///< as QDate and QTime take it
+    QString pattern; ///< as QDate and QTime take it; of a separator, itself
     QString title;   ///< as the user sees it
 };
 
@@ -19,5 +19,6 @@ enum class FormatPage { Import, Export };
 
 QList<TextFormat> dateFormats(FormatPage page = FormatPage::Import);
 QList<TextFormat> timeFormats(FormatPage page = FormatPage::Import);
+QList<TextFormat> separators(FormatPage page);
 
 } // namespace tadata

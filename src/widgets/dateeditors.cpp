@@ -2,6 +2,8 @@
 #include "dateeditors.h"
 
 #include <QtCore/QLocale>
+#include <QtWidgets/QCalendarWidget>
+#include <QtWidgets/QDateEdit>
 
 namespace tadata {
 
@@ -38,6 +40,14 @@ QString shownMomentFormat(const QLocale& locale)
     if (!time.contains(u's'))
         time.replace(QLatin1String("mm"), QLatin1String("mm:ss"));
     return shownDateFormat(locale) + u' ' + time;
+}
+
+void setUpDateEditor(QDateTimeEdit& editor)
+{
+    editor.calendarWidget()->setFirstDayOfWeek(QLocale::system().firstDayOfWeek());
+    editor.calendarWidget()->setGridVisible(true);
+    editor.setDisplayFormat(qobject_cast<QDateEdit*>(&editor) ? shownDateFormat(QLocale())
+                                                              : shownMomentFormat(QLocale()));
 }
 
 } // namespace tadata

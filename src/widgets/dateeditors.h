@@ -3,6 +3,7 @@
 
 #include <QtCore/QString>
 
+class QDateTimeEdit;
 class QLocale;
 
 namespace tadata {
@@ -13,5 +14,9 @@ namespace tadata {
 QString shownDateFormat(const QLocale& locale);
 /// The same of a date and a time to the second.
 QString shownMomentFormat(const QLocale& locale);
+
+/// Gives an editor of dates, or of moments, the notation of the terminal's language, and its
+/// calendar the first day of the week that the system has. User-interface thread.
+void setUpDateEditor(QDateTimeEdit& editor);
 
 } // namespace tadata

@@ -7,7 +7,7 @@
 #include "support/strictlog.h"
 
 #include <vexdesk/boarddirectory.h>
-#include <vexdesk/history/dayfile.h>
+#include <vexdesk/history/storepaths.h>
 #include <vexdesk/securitydirectory.h>
 #include <vexdesk/stockdirectory.h>
 #include <vexdesk/terminal/core.h>

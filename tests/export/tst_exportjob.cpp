@@ -114,7 +114,7 @@ QString TestExportJob::run(const ExportDetails& details)
     };
     return tadata::exportBars(details, {m_today, -1}, seriesDir,
                               [this](int percent) { m_progress.append(percent); })
-        .error;
+        .outcome.message();
 }
 
 void TestExportJob::store(const char* name, const QByteArray& content)
@@ -463,11 +463,11 @@ void TestExportJob::namesTheDaysThatCannotBeOpened()
     ExportDetails details = detailsOf(output());
     details.dateTo = details.dateFrom.addDays(2);
     details.lineFormat = QStringLiteral("CLOSE");
-    const auto outcome = tadata::exportBars(
+    const auto result = tadata::exportBars(
         details, {m_today, -1}, [this] { return QDir(m_dir->filePath(QStringLiteral("series"))); },
         [](int) {});
-    QVERIFY(outcome.error.isNull());
-    QCOMPARE(outcome.unopened, QStringList{path});
+    QVERIFY(result.outcome);
+    QCOMPARE(result.unopened, QStringList{path});
     QCOMPARE(written(), mark + "1\n");
 }
 

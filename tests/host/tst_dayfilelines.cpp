@@ -42,7 +42,7 @@ QByteArrayList linesOf(const QString& path, qsizetype block = blockSize)
     while (reader.next(&line))
         lines.append(line.toByteArray());
     // The end is the end.
-    return reader.next(&line) || !reader.error().isNull() ? QByteArrayList{"no end"} : lines;
+    return reader.next(&line) || !reader.outcome() ? QByteArrayList{"no end"} : lines;
 }
 
 QByteArrayList streamedLinesOf(const QString& path)
@@ -425,7 +425,7 @@ void TestDayFileLines::saysWhyItStopped()
     const testsupport::Fault fault(testsupport::SystemCall::Read, path(), EIO, passed);
     DayFileLines reader(path());
     QVERIFY(reader.open());
-    QVERIFY(reader.error().isNull());
+    QVERIFY(reader.outcome());
     if (plain)
         QVERIFY(!reader.plainText());
     QByteArrayView line;
@@ -435,7 +435,7 @@ void TestDayFileLines::saysWhyItStopped()
         ++lines;
     }
     QCOMPARE(lines, passed * (blockSize / (bar.size() + 1)));
-    QVERIFY(!reader.error().isEmpty());
+    QVERIFY(!reader.outcome().message().isEmpty());
     QVERIFY(!reader.next(&line));
 }
 

@@ -117,7 +117,7 @@ QString TestImportJob::import(const QByteArray& input, const ImportDetails& deta
     return tadata::importBars(
                file, details, [this] { return QDir(m_store->path()); },
                [this](int percent) { m_progress.append(percent); })
-        .error;
+        .outcome.message();
 }
 
 void TestImportJob::storesAMinuteBar()
@@ -381,7 +381,7 @@ void TestImportJob::aMissingInputMakesNoDirectory()
                                   return QDir();
                               },
                               [](int) {})
-                              .error;
+                              .outcome.message();
     QCOMPARE(error, QString(QStringLiteral("Невозможно открыть файл ") + missing));
     QVERIFY(!asked);
 }
@@ -512,14 +512,15 @@ void TestImportJob::anInputThatBecameShorterIsAnError()
     const QString file = m_input->filePath(QStringLiteral("bars.txt"));
     const QByteArray content = barsOfDays(3);
     writeFile(file, content);
-    const auto outcome = tadata::importBars(
+    const auto result = tadata::importBars(
         file, detailsOfSeries(2), [this] { return QDir(m_store->path()); },
         // In the middle of a line, while the first day is read.
         [&](int) { QVERIFY(QFile::resize(file, content.size() / 2 + 5)); });
-    QVERIFY2(outcome.error.startsWith(QStringLiteral("Невозможно прочитать файл ") + file),
-             qPrintable(outcome.error));
+    QVERIFY2(
+        result.outcome.message().startsWith(QStringLiteral("Невозможно прочитать файл ") + file),
+        qPrintable(result.outcome.message()));
     const qsizetype whole = content.first(content.size() / 2 + 5).count('\n');
-    QCOMPARE(outcome.bars, whole);
+    QCOMPARE(result.bars, whole);
 }
 
 void TestImportJob::handsOverWholeLines()
@@ -561,7 +562,7 @@ void TestImportJob::refusesADayFileOfTheSeriesAsInput()
     const QString error =
         tadata::importBars(
             input, detailsOfSeries(0), [this] { return QDir(m_store->path()); }, [](int) {})
-            .error;
+            .outcome.message();
     QVERIFY2(error.contains(input), qPrintable(error));
     QCOMPARE(stored(), Tree({{name.toUtf8(), content}}));
 }
@@ -583,7 +584,7 @@ void TestImportJob::refusesItsInputWhereTheDirectoryCannotBeListed()
         const testsupport::Permissions closed(series, 0311);
         error = tadata::importBars(
                     input, detailsOfSeries(0), [&series] { return QDir(series); }, [](int) {})
-                    .error;
+                    .outcome.message();
     }
     QVERIFY2(error.contains(dayFile), qPrintable(error));
     QCOMPARE(testsupport::readFile(input), content);
@@ -627,10 +628,10 @@ void TestImportJob::tellsItsProgressBeforeADayIsOpened()
     const QString file = m_input->filePath(QStringLiteral("bars.txt"));
     writeFile(file, "20240115;100000;1;1;1;1\n");
     QStringList seen;
-    const auto outcome = tadata::importBars(
+    const auto result = tadata::importBars(
         file, detailsOfSeries(0), [this] { return QDir(m_store->path()); },
         [&](int) { seen.append(stored().keys().join(u' ')); });
-    QVERIFY(outcome.error.isNull());
+    QVERIFY(result.outcome);
     QCOMPARE(seen, QStringList({QString(), QStringLiteral("20240115_60.iss")}));
 }
 
@@ -684,7 +685,7 @@ void TestImportJob::refusesAPipe()
     QCOMPARE(tadata::importBars(
                  pipe, detailsOfSeries(0), [this] { return QDir(m_store->path()); },
                  [this](int percent) { m_progress.append(percent); })
-                 .error,
+                 .outcome.message(),
              QString(QStringLiteral("Невозможно открыть файл ") + pipe));
     QVERIFY(stored().isEmpty());
 }
@@ -715,7 +716,7 @@ void TestImportJob::worksBesideOtherImports()
         threads.emplace_back([&error = errors.at(i), &file, &details, dir] {
             error = tadata::importBars(
                         file, details, [&dir] { return dir; }, [](int) {})
-                        .error;
+                        .outcome.message();
         });
     }
     // The terminal may take new reference data at any moment.

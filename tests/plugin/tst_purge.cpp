@@ -7,7 +7,7 @@
 #include "support/strictlog.h"
 
 #include <vexdesk/appsettings.h>
-#include <vexdesk/history/dayfile.h>
+#include <vexdesk/history/storepaths.h>
 #include <vexdesk/icore.h>
 
 #include <QtCore/QRandomGenerator>

@@ -14,6 +14,7 @@ class TestBarDescription final : public QObject
 private Q_SLOTS:
     void init() { testsupport::failOnStrayWarnings(); }
     void isEmptyOnConstruction();
+    void comesFromALineOfADayFile();
     void writesEightFieldsAndOneLineFeed();
     void writesVolumesBeyond32Bits();
     void writesTheSameInEveryLocale();
@@ -59,6 +60,18 @@ void TestBarDescription::isEmptyOnConstruction()
         QCOMPARE(number.toString(), QStringLiteral("0"));
     QCOMPARE(bar.volume, 0);
     QCOMPARE(bar.openInterest, 0);
+}
+
+void TestBarDescription::comesFromALineOfADayFile()
+{
+    const BarDescription wanted = sampleBar();
+    const BarDescription bar =
+        tadata::barFromRecordLine(lineOf(wanted).chopped(1).toUtf8(), wanted.date);
+    QVERIFY(bar.valid);
+    QVERIFY(bar.error.isNull());
+    QCOMPARE(bar.date, wanted.date);
+    QCOMPARE(lineOf(bar), lineOf(wanted));
+    QVERIFY(tadata::barFromRecordLine("no line of a day file", wanted.date).valid);
 }
 
 void TestBarDescription::writesEightFieldsAndOneLineFeed()

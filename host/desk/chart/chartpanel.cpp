@@ -7,7 +7,8 @@
 #include "desk/chart/seriesbox.h"
 
 #include <vexdesk/appsettings.h>
-#include <vexdesk/history/dayfile.h>
+#include <vexdesk/history/dayfilenames.h>
+#include <vexdesk/history/storepaths.h>
 
 #include <QtCore/QSignalBlocker>
 #include <QtGui/QFocusEvent>

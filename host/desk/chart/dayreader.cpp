@@ -3,7 +3,7 @@
 
 #include "desk/chart/wallclock.h"
 
-#include <vexdesk/history/dayfile.h>
+#include <vexdesk/history/dayfilenames.h>
 #include <vexdesk/history/dayfilelines.h>
 #include <vexdesk/history/recordline.h>
 

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "desk/chart/seriesfeed.h"
 
-#include <vexdesk/history/dayfile.h>
+#include <vexdesk/history/dayfilenames.h>
+#include <vexdesk/history/storepaths.h>
 
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QSet>

@@ -58,8 +58,8 @@ public:
 
     /// The room that toText() may need.
     static constexpr int maxTextSize = maxScale + 3;
-    /// Writes the text of toString() without an end mark and returns its length.
-    int toText(char16_t* text) const noexcept;
+    /// Writes the text of toString(), ASCII characters, without an end mark and returns its length.
+    int toText(char* text) const noexcept;
 
     /// Exact for any two scales: negative, zero or positive as *this is less than, equal to or
     /// greater than other.

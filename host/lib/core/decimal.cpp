@@ -146,11 +146,11 @@ void decimal::setScale(short scale)
 
 QString decimal::toString() const
 {
-    std::array<char16_t, maxTextSize> buffer;
-    return QString(reinterpret_cast<const QChar*>(buffer.data()), toText(buffer.data()));
+    std::array<char, maxTextSize> buffer;
+    return QString::fromLatin1(buffer.data(), toText(buffer.data()));
 }
 
-int decimal::toText(char16_t* text) const noexcept
+int decimal::toText(char* text) const noexcept
 {
     const qint64 value = mantissa();
     const int fraction = scale();
@@ -159,20 +159,20 @@ int decimal::toText(char16_t* text) const noexcept
     const int digits = std::max(digitCount(rest), fraction + 1);
     const int size = (value < 0) + digits + (fraction > 0);
 
-    char16_t* at = text + size;
+    char* at = text + size;
     const auto putDigits = [&at, &rest](int count) {
         for (int i = 0; i < count; ++i) {
-            *--at = static_cast<char16_t>(u'0' + rest % 10);
+            *--at = static_cast<char>('0' + rest % 10);
             rest /= 10;
         }
     };
     if (fraction > 0) {
         putDigits(fraction);
-        *--at = u'.';
+        *--at = '.';
     }
     putDigits(digits - fraction);
     if (value < 0)
-        *--at = u'-';
+        *--at = '-';
     return size;
 }
 

@@ -4,6 +4,7 @@
 #include <vexdesk/history/utf8.h>
 
 #include <algorithm>
+#include <charconv>
 #include <cstring>
 
 namespace vexdesk {
@@ -25,7 +26,7 @@ const char* findSeparator(const char* begin, const char* end)
                               std::memchr(begin, separator, static_cast<size_t>(end - begin)));
 }
 
-// The forms that imports write are read as they stand; all others are left to the framework.
+// The forms that imports write are read as they stand; all others are left to Qt.
 
 QTime timeOf(QByteArrayView text)
 {
@@ -50,7 +51,62 @@ decimal decimalOf(QByteArrayView text)
     return decimal::fromText(QLatin1String(text.data(), text.size())).value_or(decimal::zero);
 }
 
+char* writeTwoDigits(char* to, int number)
+{
+    *to++ = static_cast<char>('0' + number / 10);
+    *to++ = static_cast<char>('0' + number % 10);
+    return to;
+}
+
+char* writeTime(char* to, const QTime& time)
+{
+    if (time.isNull())
+        return to;
+    constexpr int perMinute = 60;
+    const int seconds = time.msecsSinceStartOfDay() / 1000;
+    to = writeTwoDigits(to, seconds / (perMinute * perMinute));
+    to = writeTwoDigits(to, seconds / perMinute % perMinute);
+    return writeTwoDigits(to, seconds % perMinute);
+}
+
+char* writeNumber(char* to, const decimal& number)
+{
+    *to++ = separator;
+    return to + number.toText(to);
+}
+
+char* writeNumber(char* to, qint64 number)
+{
+    constexpr int longest = 20;
+    *to++ = separator;
+    return std::to_chars(to, to + longest, number).ptr;
+}
+
 } // namespace
+
+char* writeRecordLine(char* to, const StoredBar& bar)
+{
+    to = writeTime(to, bar.time);
+    to = writeNumber(to, bar.open);
+    to = writeNumber(to, bar.high);
+    to = writeNumber(to, bar.low);
+    to = writeNumber(to, bar.close);
+    to = writeNumber(to, bar.volume);
+    to = writeNumber(to, bar.value);
+    to = writeNumber(to, qint64(bar.openInterest));
+    *to++ = '\n';
+    return to;
+}
+
+void appendRewritten(QByteArray& content, const RecordFields& fields)
+{
+    constexpr std::array order{TimeField,  OpenField,  HighField,   LowField,
+                               CloseField, ValueField, VolumeField, OpenInterestField};
+    for (const RecordField field : order) {
+        content += fields[field];
+        content += field == OpenInterestField ? '\n' : separator;
+    }
+}
 
 RecordFields firstRecordFields(QByteArrayView line)
 {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexdesk/history/storecatalog.h>
 
-#include <vexdesk/history/dayfile.h>
+#include <vexdesk/history/dayfilenames.h>
 
 #include <QtCore/QFile>
 #include <QtCore/QMap>

@@ -4,8 +4,8 @@
 #include <vexdesk/actionmanager.h>
 #include <vexdesk/command.h>
 #include <vexdesk/commandcontainer.h>
-#include <vexdesk/history/dayfile.h>
 #include <vexdesk/history/storecatalog.h>
+#include <vexdesk/history/storepaths.h>
 #include <vexdesk/iplugin.h>
 
 #include <QtWidgets/QMessageBox>

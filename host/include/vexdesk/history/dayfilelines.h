@@ -3,14 +3,14 @@
 
 #include <vexdesk/export.h>
 #include <vexdesk/history/filestate.h>
+#include <vexdesk/outcome.h>
 
 #include <QtCore/QByteArray>
 #include <QtCore/QByteArrayView>
-#include <QtCore/QFile>
 #include <QtCore/QString>
-#include <QtCore/QStringConverter>
 
 #include <limits>
+#include <memory>
 #include <optional>
 
 namespace vexdesk {
@@ -20,7 +20,7 @@ namespace vexdesk {
 /// is not part of the first line, any other is text like all else; files in UTF-16 and UTF-32 that
 /// begin with one are read too.
 ///
-/// Whoever has come to the end asks error(): what could not be read to its end was not read. The
+/// Whoever has come to the end asks outcome(): what could not be read to its end was not read. The
 /// part of a line that was there before an error is never given as a line. One thread at a time.
 class VEXDESK_HISTORY_EXPORT DayFileLines final
 {
@@ -34,22 +34,24 @@ public:
     /// Reads this many bytes at a time. A file of more than `maxSize` bytes is an error.
     explicit DayFileLines(const QString& path, qint64 maxSize = maxDayFile,
                           qsizetype blockSize = qsizetype(256) * 1024);
+    ~DayFileLines();
+    Q_DISABLE_COPY_MOVE(DayFileLines)
 
     /// False for a file that is missing or cannot be opened, and for what is no file: a pipe, a
     /// socket or a device is never waited for.
-    bool open();
-    QString path() const { return m_file.fileName(); }
+    [[nodiscard]] bool open();
+    QString path() const;
     /// What the file was when it was opened.
-    const FileState& state() const { return m_state; }
+    const FileState& state() const;
     /// Whether the open file is no longer what it was then: somebody has written into it.
     bool isChanged() const;
     /// Whether somebody has done so between two of the reads: what was read may be the beginning of
     /// one content and the end of another.
-    bool isMixed() const { return m_reads > 1 && isChanged(); }
+    bool isMixed() const;
     /// The size of the file in bytes when it was opened.
-    qint64 size() const { return m_state.size; }
+    qint64 size() const { return state().size; }
     /// How far the file has been read, in bytes: up to a block further than the line.
-    qint64 position() const { return m_position; }
+    qint64 position() const;
 
     /// The whole text of a day file of ASCII characters with no carriage return among them, which
     /// is what imports write: its lines are the bytes between line feeds. For those who keep the
@@ -64,38 +66,12 @@ public:
     /// decode the line themselves.
     bool nextBytes(QByteArrayView* line);
 
-    /// Why the file was not read to its end, in the user's language; null when nothing failed.
-    QString error() const { return m_error; }
+    /// Whether nothing has failed so far. The message says why, without the file's name.
+    const Outcome& outcome() const;
 
 private:
-    bool findLineEnd(const char** end);
-    bool readBlock();
-    qint64 readBytes(char* to, qint64 count);
-    qint64 readWhatIsComing(char* to, qint64 count);
-    void append(qsizetype kept);
-    void beginText();
-    QByteArray inUtf8(QByteArrayView bytes);
-    QByteArray restOfUtf8();
-    QByteArrayView withoutErrors(QByteArrayView line);
-
-    QFile m_file;
-    qint64 m_maxSize;
-    qsizetype m_blockSize;
-    FileState m_state;
-    qint64 m_position = 0;
-    qint64 m_reads = 0; ///< that gave something
-    QString m_error;
-    bool m_isAtEnd = false; ///< of the file
-
-    QByteArray m_buffer; ///< what was read and not yet given, and before it what was given
-    qsizetype m_begin = 0;
-    qsizetype m_searched = 0; ///< up to here there is no line end after m_begin
-    bool m_isAscii = true;    ///< the buffer
-    bool m_hasBegun = false;  ///< whether the first bytes, which may be a mark, were looked at
-    bool m_hasGiven = false;  ///< a line
-    std::optional<QStringDecoder> m_decoder; ///< of a file that is not UTF-8
-    QStringEncoder m_encoder;
-    QByteArray m_line; ///< the one that was given last, where it is no part of the buffer
+    class Private;
+    const std::unique_ptr<Private> m_d;
 };
 
 } // namespace vexdesk

@@ -4,6 +4,7 @@
 #include <vexdesk/decimal.h>
 #include <vexdesk/export.h>
 
+#include <QtCore/QByteArray>
 #include <QtCore/QByteArrayView>
 #include <QtCore/QDate>
 #include <QtCore/QTime>
@@ -11,12 +12,13 @@
 #include <array>
 #include <optional>
 
-/// The lines of day files, as everything that reads them takes them: the charts, the export and the
-/// history editor. A line is UTF-8 and comes without its line end, as DayFileLines gives it.
-/// Nothing here throws; any thread.
+/// The lines of day files: as imports and the history editor write them, and as everything that
+/// reads them takes them, the charts, the export and the editor. A line that is read is UTF-8 and
+/// comes without its line end, as DayFileLines gives it. Nothing here throws; any thread.
 namespace vexdesk {
 
-/// A bar as a day file holds it. It is stamped with the date and time at which its interval ends.
+/// One price bar, as a day file holds it. It is stamped with the date and time at which its
+/// interval ends. A plain value.
 struct StoredBar
 {
     QDate date;
@@ -29,6 +31,14 @@ struct StoredBar
     decimal value;     ///< in money
     qint32 openInterest = 0;
 };
+
+/// The room that writeRecordLine() may need, in bytes.
+constexpr qsizetype maxRecordLine = 6 + 5 * decimal::maxTextSize + 20 + 11 + 8;
+
+/// Writes a bar as imports write it: time, open, high, low, close, volume, value and open interest,
+/// separated by ";" and ended by "\n". The date is the file's and is not written; what is no time
+/// is written as nothing. Returns the end of the line.
+VEXDESK_HISTORY_EXPORT char* writeRecordLine(char* to, const StoredBar& bar);
 
 /// Seconds since midnight of a time as imports write it, six digits "hhmmss"; -1 for every other
 /// text, which QTime::fromString may still read.
@@ -57,6 +67,12 @@ VEXDESK_HISTORY_EXPORT RecordFields firstRecordFields(QByteArrayView line);
 /// zero). The volume is read as a 32-bit number, which is what the charts take: a larger one is 0.
 VEXDESK_HISTORY_EXPORT StoredBar storedBar(const RecordFields& fields, const QDate& day);
 VEXDESK_HISTORY_EXPORT StoredBar storedBar(QByteArrayView line, const QDate& day);
+
+/// Appends a line to the content of a day file that the editor writes anew.
+///
+/// Rewritten lines carry the value in the sixth field and the volume in the seventh, the reverse of
+/// what an import writes. Kept: a reader can tell by this order that a day was edited.
+VEXDESK_HISTORY_EXPORT void appendRewritten(QByteArray& content, const RecordFields& fields);
 
 /// Splits a line the way the history editor does: no value unless it has exactly eight fields.
 VEXDESK_HISTORY_EXPORT std::optional<RecordFields> splitRecordLine(QByteArrayView line);

@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include <vexdesk/history/dayfile.h>
+#include <vexdesk/history/dayfilenames.h>
 
-#include <vexdesk/icore.h>
+#include <vexdesk/history/filestate.h>
 
 #include <QtCore/QDirIterator>
 #include <QtCore/QFileInfo>
 
 #include <algorithm>
-#include <optional>
 
 namespace vexdesk {
 
@@ -25,49 +24,7 @@ QDate dayAtStart(const QString& name)
     return QDate::fromString(name.left(dayLength), QStringLiteral("yyyyMMdd"));
 }
 
-// The terminal gives the last directory that it reached where it cannot make one: what is not the
-// directory that was asked for is never taken for it.
-QDir dataDirectory(const QString& path)
-{
-    const QDir reached = ICore::getDir(path, false);
-    const QDir wanted(ICore::getDir(QString(), false).filePath(path));
-    return reached.absolutePath() == wanted.absolutePath() ? reached : wanted;
-}
-
 } // namespace
-
-QDir storeRoot()
-{
-    return dataDirectory(QStringLiteral("tadata"));
-}
-
-QDir storePlace()
-{
-    return QDir(ICore::getDir(QString(), false).filePath(QStringLiteral("tadata")));
-}
-
-QString seriesPath(const QDir& root, const QString& stockCode, const QString& boardCode,
-                   const QString& securityName)
-{
-    // Not QDir::filePath: a code that begins with ":" would be a path of its own to it.
-    return QStringLiteral("%1/%2/%3/%4").arg(root.path(), stockCode, boardCode, securityName);
-}
-
-QDir makeSeriesDir(const QString& stockCode, const QString& boardCode, const QString& securityName)
-{
-    return dataDirectory(QStringLiteral("tadata/%1/%2/%3").arg(stockCode, boardCode, securityName));
-}
-
-QStringList subdirectories(const QString& path, QDir::Filters also)
-{
-    QStringList names;
-    QDirIterator walk(path, QDir::Dirs | QDir::NoDotAndDotDot | also);
-    while (walk.hasNext()) {
-        walk.next();
-        names.append(walk.fileName());
-    }
-    return names;
-}
 
 QString dayFileName(const QDate& day, int timeframe)
 {

@@ -1,24 +1,20 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <vexdesk/history/filestate.h>
-#include <vexdesk/history/recordline.h>
+#include <vexdesk/export.h>
+#include <vexdesk/outcome.h>
 
 #include <QtCore/QByteArray>
 #include <QtCore/QDir>
 #include <QtCore/QString>
 
 /// Day files as the editor writes them back. Any thread.
-namespace tadata {
+namespace vexdesk {
 
-/// Appends a line to the content of a day file that the editor writes anew.
-///
-/// Rewritten lines carry the value in the sixth field and the volume in the seventh, the reverse of
-/// what an import writes. Kept: a reader can tell by this order that a day was edited.
-void appendRewritten(QByteArray& content, const vexdesk::RecordFields& fields);
+struct FileState;
 
 /// Gives a day file that is still what it was when it was read another content, or makes it go when
-/// that is empty. Null when it is done, else a sentence for the user that names the file, the
+/// that is empty. The message of a failure is a sentence for the user that names the file, the
 /// reason and what to do; the file is then as it was, unless the sentence says that it is broken.
 ///
 /// Where the directory may be written to, the file is replaced whole or not at all, by a temporary
@@ -34,7 +30,7 @@ void appendRewritten(QByteArray& content, const vexdesk::RecordFields& fields);
 /// A file without bars is removed: its other hard links keep their content. Through a symbolic link
 /// the target is emptied, under all its names, and the link is removed. Where the directory does
 /// not allow that, the file is emptied and stays.
-[[nodiscard]] QString rewriteDayFile(const QDir& dir, const QString& name,
-                                     const QByteArray& content, const vexdesk::FileState& asRead);
+VEXDESK_HISTORY_EXPORT Outcome rewriteDayFile(const QDir& dir, const QString& name,
+                                              const QByteArray& content, const FileState& asRead);
 
-} // namespace tadata
+} // namespace vexdesk

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "openingsize.h"
+#include "windowsize.h"
+
+#include <vexdesk/appsettings.h>
 
 #include <QtGui/QScreen>
 #include <QtWidgets/QLayout>
@@ -12,6 +14,8 @@ namespace tadata {
 
 namespace {
 
+constexpr QLatin1String sizeKey("dialog_size");
+
 // The widgets around the page, from the window inwards, get their places.
 void layOut(const QWidget* widget)
 {
@@ -22,6 +26,18 @@ void layOut(const QWidget* widget)
 }
 
 } // namespace
+
+void restoreSize(QWidget& window, QLatin1String settingsGroup)
+{
+    const AppSettings settings(settingsGroup);
+    if (settings.contains(sizeKey))
+        window.resize(settings.value(sizeKey, window.sizeHint()).toSize());
+}
+
+void saveSize(const QWidget& window, QLatin1String settingsGroup)
+{
+    AppSettings(settingsGroup).setValue(sizeKey, window.size());
+}
 
 void widenForPage(QWizard& wizard, int pageWidth)
 {

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "dayfilerewrite.h"
+#include <vexdesk/history/dayfilerewrite.h>
+
+#include <vexdesk/history/filestate.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
@@ -17,25 +19,22 @@
 #include <optional>
 #include <utility>
 
-using vexdesk::FileState;
-using vexdesk::fileState;
-
-namespace tadata {
+namespace vexdesk {
 
 namespace {
 
 struct Text
 {
-    Q_DECLARE_TR_FUNCTIONS(EditorTADataModel)
+    Q_DECLARE_TR_FUNCTIONS(vexdesk::DayFileRewrite)
 };
 
-// What came of a step.
-class [[nodiscard]] Outcome final
+// What came of a call of the system.
+class [[nodiscard]] Step final
 {
 public:
-    static Outcome done() { return Outcome(0); }
+    static Step done() { return Step(0); }
     /// By the error of the call that failed last.
-    static Outcome failed() { return Outcome(errno); }
+    static Step failed() { return Step(errno); }
 
     bool isDone() const { return m_error == 0; }
     /// Whether nothing is wrong with the disk, but the directory allows no such step: by its
@@ -48,15 +47,15 @@ public:
     QString reason() const { return qt_error_string(m_error); }
 
 private:
-    explicit Outcome(int error)
+    explicit Step(int error)
         : m_error(error)
     {}
     int m_error;
 };
 
-Outcome outcomeOf(int result)
+Step stepOf(int result)
 {
-    return result == 0 ? Outcome::done() : Outcome::failed();
+    return result == 0 ? Step::done() : Step::failed();
 }
 
 // An open file, which is closed when it goes.
@@ -75,7 +74,7 @@ public:
 
     bool isOpen() const { return m_descriptor >= 0; }
     int get() const { return m_descriptor; }
-    Outcome close() { return outcomeOf(::close(std::exchange(m_descriptor, -1))); }
+    Step close() { return stepOf(::close(std::exchange(m_descriptor, -1))); }
 
 private:
     int m_descriptor;
@@ -95,9 +94,9 @@ public:
     }
     Q_DISABLE_COPY_MOVE(TemporaryName)
 
-    Outcome renameTo(const QByteArray& path)
+    Step renameTo(const QByteArray& path)
     {
-        const Outcome renamed = outcomeOf(::rename(m_path.constData(), path.constData()));
+        const Step renamed = stepOf(::rename(m_path.constData(), path.constData()));
         m_isKept = renamed.isDone();
         return renamed;
     }
@@ -107,9 +106,9 @@ private:
     bool m_isKept = false;
 };
 
-QString notRewritten(const QString& path, const QString& reason, const QString& advice)
+Failure notRewritten(const QString& path, const QString& reason, const QString& advice)
 {
-    return Text::tr("Файл %1 не переписан: %2; %3.").arg(path, reason, advice);
+    return {Text::tr("Файл %1 не переписан: %2; %3.").arg(path, reason, advice)};
 }
 
 QString showAgain()
@@ -117,30 +116,30 @@ QString showAgain()
     return Text::tr("покажите интервал ещё раз и повторите удаление");
 }
 
-QString changed(const QString& path)
+Failure changed(const QString& path)
 {
     return notRewritten(path, Text::tr("он изменился после того, как был показан"), showAgain());
 }
 
-QString failed(const QString& path, const Outcome& outcome)
+Failure failed(const QString& path, const Step& step)
 {
-    return notRewritten(path, outcome.reason(),
+    return notRewritten(path, step.reason(),
                         Text::tr("проверьте диск и права на файл и повторите удаление"));
 }
 
-Outcome writeAll(int descriptor, QByteArrayView bytes)
+Step writeAll(int descriptor, QByteArrayView bytes)
 {
     while (!bytes.isEmpty()) {
         const ssize_t count = ::write(descriptor, bytes.data(), static_cast<size_t>(bytes.size()));
         if (count < 0 && errno != EINTR)
-            return Outcome::failed();
+            return Step::failed();
         bytes = bytes.sliced(std::max<ssize_t>(count, 0));
     }
-    return Outcome::done();
+    return Step::done();
 }
 
 // Each call of the system is given whole lines: who reads the file meanwhile meets no cut one.
-Outcome writeLines(int descriptor, QByteArrayView content)
+Step writeLines(int descriptor, QByteArrayView content)
 {
     constexpr qsizetype pieceSize = qsizetype(1024) * 1024;
     while (!content.isEmpty()) {
@@ -151,25 +150,25 @@ Outcome writeLines(int descriptor, QByteArrayView content)
                 end = content.indexOf('\n', pieceSize);
             size = end < 0 ? size : end + 1;
         }
-        const Outcome written = writeAll(descriptor, content.first(size));
+        const Step written = writeAll(descriptor, content.first(size));
         if (!written.isDone())
             return written;
         content = content.sliced(size);
     }
-    return Outcome::done();
+    return Step::done();
 }
 
 // Puts a content into an open file. Some file systems say only at closing what they could not keep,
 // and any descriptor's closing makes them say it.
-Outcome fill(int descriptor, QByteArrayView content)
+Step fill(int descriptor, QByteArrayView content)
 {
     if (::ftruncate(descriptor, 0) != 0 || ::lseek(descriptor, 0, SEEK_SET) != 0)
-        return Outcome::failed();
-    const Outcome written = writeLines(descriptor, content);
+        return Step::failed();
+    const Step written = writeLines(descriptor, content);
     if (!written.isDone())
         return written;
     Descriptor duplicate(::fcntl(descriptor, F_DUPFD_CLOEXEC, 0));
-    return duplicate.isOpen() ? duplicate.close() : Outcome::failed();
+    return duplicate.isOpen() ? duplicate.close() : Step::failed();
 }
 
 std::optional<QByteArray> contentOf(int descriptor, qint64 size)
@@ -223,27 +222,26 @@ public:
         , m_descriptor(descriptor)
     {}
 
-    QString write(const QByteArray& content) const;
-    QString remove() const;
+    Outcome write(const QByteArray& content) const;
+    Outcome remove() const;
 
 private:
     // No value: the directory does not allow it.
-    std::optional<QString> replaceWhole(const QByteArray& content) const;
-    QString writeInPlace(QByteArrayView content) const;
+    std::optional<Outcome> replaceWhole(const QByteArray& content) const;
+    Outcome writeInPlace(QByteArrayView content) const;
 
     const QString& m_path;
     const FileState& m_asRead;
     int m_descriptor; ///< of the file, for reading and writing
 };
 
-QString Rewrite::write(const QByteArray& content) const
+Outcome Rewrite::write(const QByteArray& content) const
 {
-    if (const std::optional<QString> result = replaceWhole(content))
-        return *result;
-    return writeInPlace(content);
+    const std::optional<Outcome> replaced = replaceWhole(content);
+    return replaced ? *replaced : writeInPlace(content);
 }
 
-std::optional<QString> Rewrite::replaceWhole(const QByteArray& content) const
+std::optional<Outcome> Rewrite::replaceWhole(const QByteArray& content) const
 {
     const QFileInfo target(QFileInfo(m_path).canonicalFilePath());
     const QString beside = QStringLiteral("%1/.tadata-%2-%3.tmp")
@@ -254,76 +252,66 @@ std::optional<QString> Rewrite::replaceWhole(const QByteArray& content) const
     constexpr mode_t nobodyElse = 0600;
     Descriptor file(::open(path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, nobodyElse));
     if (!file.isOpen()) {
-        const Outcome made = Outcome::failed();
-        return made.isRefused() ? std::nullopt : std::optional(failed(m_path, made));
+        const Step made = Step::failed();
+        return made.isRefused() ? std::nullopt : std::optional<Outcome>(failed(m_path, made));
     }
     TemporaryName name(path);
     if (!takeAccess(file.get(), m_descriptor))
         return std::nullopt;
-    Outcome outcome = writeLines(file.get(), content);
-    if (outcome.isDone())
-        outcome = file.close();
-    if (!outcome.isDone())
-        return failed(m_path, outcome);
+    Step step = writeLines(file.get(), content);
+    if (step.isDone())
+        step = file.close();
+    if (!step.isDone())
+        return failed(m_path, step);
     if (!isUnchanged(fileState(m_path), m_asRead))
         return changed(m_path);
-    outcome = name.renameTo(QFile::encodeName(target.filePath()));
-    if (outcome.isDone())
-        return QString();
-    return outcome.isRefused() ? std::nullopt : std::optional(failed(m_path, outcome));
+    step = name.renameTo(QFile::encodeName(target.filePath()));
+    if (step.isDone())
+        return Outcome();
+    return step.isRefused() ? std::nullopt : std::optional<Outcome>(failed(m_path, step));
 }
 
-QString Rewrite::writeInPlace(QByteArrayView content) const
+Outcome Rewrite::writeInPlace(QByteArrayView content) const
 {
     const std::optional<QByteArray> old = contentOf(m_descriptor, m_asRead.size);
-    const Outcome read = Outcome::failed();
+    const Step read = Step::failed();
     if (!isUnchanged(fileState(m_path), m_asRead))
         return changed(m_path);
     if (!old)
         return failed(m_path, read);
-    const Outcome written = fill(m_descriptor, content);
+    const Step written = fill(m_descriptor, content);
     if (written.isDone())
-        return QString();
+        return Outcome();
     // What could not even be emptied is as it was.
     if (isUnchanged(fileState(m_path), m_asRead) || fill(m_descriptor, *old).isDone())
         return failed(m_path, written);
-    return Text::tr("Файл %1 испорчен: он был переписан не до конца, и вернуть прежнее содержимое "
-                    "не удалось (%2); импортируйте этот день заново.")
-        .arg(m_path, written.reason());
+    return Failure{Text::tr("Файл %1 испорчен: он был переписан не до конца, и вернуть прежнее "
+                            "содержимое не удалось (%2); импортируйте этот день заново.")
+                       .arg(m_path, written.reason())};
 }
 
-QString Rewrite::remove() const
+Outcome Rewrite::remove() const
 {
     const bool isLink = QFileInfo(m_path).isSymLink();
     if (isLink) {
-        if (const QString problem = writeInPlace({}); !problem.isNull())
-            return problem;
+        if (const Outcome emptied = writeInPlace({}); !emptied)
+            return emptied;
     }
-    const Outcome removed = outcomeOf(::unlink(QFile::encodeName(m_path).constData()));
+    const Step removed = stepOf(::unlink(QFile::encodeName(m_path).constData()));
     if (removed.isDone())
-        return QString();
+        return Outcome();
     if (!isLink)
         return removed.isRefused() ? writeInPlace({}) : failed(m_path, removed);
     // Whoever made the link there, where we may not remove it, has an empty file.
-    return removed.isRefused() ? QString()
-                               : Text::tr("Файл %1 пуст, но не удалён: %2; удалите его.")
-                                     .arg(m_path, removed.reason());
+    if (removed.isRefused())
+        return Outcome();
+    return Failure{
+        Text::tr("Файл %1 пуст, но не удалён: %2; удалите его.").arg(m_path, removed.reason())};
 }
 
 } // namespace
 
-void appendRewritten(QByteArray& content, const vexdesk::RecordFields& fields)
-{
-    constexpr std::array order{vexdesk::TimeField,   vexdesk::OpenField,        vexdesk::HighField,
-                               vexdesk::LowField,    vexdesk::CloseField,       vexdesk::ValueField,
-                               vexdesk::VolumeField, vexdesk::OpenInterestField};
-    for (const vexdesk::RecordField field : order) {
-        content += fields[field];
-        content += field == vexdesk::OpenInterestField ? '\n' : ';';
-    }
-}
-
-QString rewriteDayFile(const QDir& dir, const QString& name, const QByteArray& content,
+Outcome rewriteDayFile(const QDir& dir, const QString& name, const QByteArray& content,
                        const FileState& asRead)
 {
     const QString path = dir.filePath(name);
@@ -336,11 +324,11 @@ QString rewriteDayFile(const QDir& dir, const QString& name, const QByteArray& c
     // Both ways: what was there may have to be put back.
     Descriptor file(::open(QFile::encodeName(path).constData(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
     if (!file.isOpen())
-        return failed(path, Outcome::failed());
+        return failed(path, Step::failed());
     if (!isUnchanged(fileState(file.get()), asRead))
         return changed(path);
     const Rewrite rewrite(path, asRead, file.get());
     return content.isEmpty() ? rewrite.remove() : rewrite.write(content);
 }
 
-} // namespace tadata
+} // namespace vexdesk

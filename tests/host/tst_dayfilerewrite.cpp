@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "dayfilerewrite.h"
-
 #include "support/faults.h"
 #include "support/filetree.h"
 #include "support/otheruser.h"
 #include "support/strictlog.h"
+
+#include <vexdesk/history/dayfilerewrite.h>
+#include <vexdesk/history/filestate.h>
+#include <vexdesk/history/recordline.h>
 
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
@@ -40,7 +42,7 @@ constexpr mode_t nobodyWrites = 0555;
 QByteArray rewritten(const QByteArray& line)
 {
     QByteArray content;
-    tadata::appendRewritten(content, *vexdesk::splitRecordLine(line));
+    vexdesk::appendRewritten(content, *vexdesk::splitRecordLine(line));
     return content;
 }
 
@@ -149,7 +151,7 @@ private:
     QString rewrite(const QByteArray& content) const
     {
         const std::optional<FileState> state = fileState(path());
-        return tadata::rewriteDayFile(dir(), name, content, state.value_or(FileState()));
+        return vexdesk::rewriteDayFile(dir(), name, content, state.value_or(FileState())).message();
     }
     void becomeOtherUser(); ///< with a store of his own
     // A file of the store whose directory may not be written to by the one that runs the test.
@@ -252,7 +254,7 @@ void TestDayFileRewrite::makesNoFile()
     QVERIFY(isToldOf(rewrite(content)));
     QVERIFY(dir().isEmpty(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot));
     const QDir missing(dir().filePath(QStringLiteral("missing")));
-    QVERIFY(!tadata::rewriteDayFile(missing, name, content, FileState()).isNull());
+    QVERIFY(!vexdesk::rewriteDayFile(missing, name, content, FileState()));
     QVERIFY(!missing.exists());
 }
 
@@ -278,7 +280,7 @@ void TestDayFileRewrite::leavesAFileAloneThatHasChanged()
         ++asRead.modified;
     else
         ++asRead.inode;
-    const QString problem = tadata::rewriteDayFile(dir(), name, content, asRead);
+    const QString problem = vexdesk::rewriteDayFile(dir(), name, content, asRead).message();
     QVERIFY(isToldOf(problem));
     QVERIFY2(problem.contains(QStringLiteral("изменился")), qPrintable(problem));
     QCOMPARE(stored(), (Tree{{name, "old\n"}}));
@@ -600,7 +602,8 @@ void TestDayFileRewrite::emptiesWhatItCannotRemove()
         const QTemporaryDir series;
         QVERIFY(QFile::link(path(), series.filePath(name)));
         QCOMPARE(
-            tadata::rewriteDayFile(QDir(series.path()), name, QByteArray(), *fileState(path())),
+            vexdesk::rewriteDayFile(QDir(series.path()), name, QByteArray(), *fileState(path()))
+                .message(),
             QString());
         QVERIFY(!QFileInfo(series.filePath(name)).isSymLink());
     }

@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "recordline.h"
-
 #include "support/strictlog.h"
 
 #include <vexdesk/history/recordline.h>
@@ -9,6 +7,9 @@
 #include <QtCore/QTextStream>
 #include <QtTest/QTest>
 
+#include <array>
+#include <limits>
+
 class TestRecordLine final : public QObject
 {
     Q_OBJECT
@@ -16,6 +17,8 @@ class TestRecordLine final : public QObject
 private Q_SLOTS:
     void init() { testsupport::failOnStrayWarnings(); }
     void readsWhatWasWritten();
+    void writesAsATextStreamDoes();
+    void hasRoomForTheLongestLine();
     void readsIncompleteLines_data();
     void readsIncompleteLines();
     void readsAnyTextWithoutThrowing_data();
@@ -28,23 +31,23 @@ private Q_SLOTS:
     void takesAMarkWithinTheTextForText();
 };
 
-using tadata::barFromRecordLine;
 using vexdesk::splitRecordLine;
+using vexdesk::storedBar;
+using vexdesk::StoredBar;
 
 namespace {
 
 const QDate day(2018, 12, 14);
 const QString sampleLine = QStringLiteral("093000;1.50;1.70;-0.05;1.60;1234567;1975307.20;-42");
 
-// The line taken apart by the framework alone.
-BarDescription plainBar(const QString& line)
+// The line taken apart by Qt alone.
+StoredBar plainBar(const QString& line)
 {
     const QStringList fields = line.split(u';');
     const auto number = [&fields](int field) {
         return decimal::fromText(fields.value(field)).value_or(decimal::zero);
     };
-    BarDescription bar;
-    bar.valid = true;
+    StoredBar bar;
     bar.date = day;
     bar.time = QTime::fromString(fields.value(0), QStringLiteral("hhmmss"));
     bar.open = number(1);
@@ -57,7 +60,7 @@ BarDescription plainBar(const QString& line)
     return bar;
 }
 
-QString shown(const BarDescription& bar)
+QString shown(const StoredBar& bar)
 {
     QStringList fields{bar.time.isValid() ? bar.time.toString(QStringLiteral("hhmmss.zzz"))
                                           : QStringLiteral("no time")};
@@ -65,6 +68,12 @@ QString shown(const BarDescription& bar)
         fields.append(number.toString());
     fields << QString::number(bar.volume) << QString::number(bar.openInterest);
     return fields.join(u';');
+}
+
+QByteArray written(const StoredBar& bar)
+{
+    std::array<char, vexdesk::maxRecordLine> line;
+    return QByteArray(line.data(), vexdesk::writeRecordLine(line.data(), bar) - line.data());
 }
 
 // Fields as imports write them, and such that come near to them.
@@ -118,15 +127,50 @@ QString randomField(QRandomGenerator& random)
 
 void TestRecordLine::readsWhatWasWritten()
 {
-    const BarDescription bar = barFromRecordLine(sampleLine.toUtf8(), day);
-    QVERIFY(bar.valid);
+    const StoredBar bar = storedBar(sampleLine.toUtf8(), day);
     QCOMPARE(bar.date, day);
     QCOMPARE(bar.time, QTime(9, 30));
 
-    QString text;
-    QTextStream stream(&text);
-    stream << bar;
-    QCOMPARE(text, sampleLine + u'\n');
+    QCOMPARE(written(bar), sampleLine.toUtf8() + '\n');
+}
+
+void TestRecordLine::writesAsATextStreamDoes()
+{
+    QRandomGenerator random(20181215);
+    const auto number = [&random] {
+        const qint64 mantissa = qint64(random.generate64()) >> (8 + random.bounded(56));
+        return decimal(mantissa, random.bounded(random.bounded(4) == 0 ? 256 : 5));
+    };
+    for (int i = 0; i < 20000; ++i) {
+        StoredBar bar;
+        bar.date = day;
+        if (random.bounded(10) != 0)
+            bar.time = QTime::fromMSecsSinceStartOfDay(random.bounded(24 * 60 * 60 * 1000));
+        for (decimal* const field : {&bar.open, &bar.high, &bar.low, &bar.close, &bar.value})
+            *field = number();
+        bar.volume = qint64(random.generate64()) >> random.bounded(64);
+        bar.openInterest = qint32(random.generate()) >> random.bounded(32);
+        QByteArray wanted;
+        QTextStream stream(&wanted);
+        stream << bar.time.toString(QStringLiteral("hhmmss"));
+        for (const decimal& price : {bar.open, bar.high, bar.low, bar.close})
+            stream << ';' << price.toString();
+        stream << ';' << bar.volume << ';' << bar.value.toString() << ';' << bar.openInterest
+               << '\n';
+        stream.flush();
+        QCOMPARE(written(bar), wanted);
+    }
+}
+
+void TestRecordLine::hasRoomForTheLongestLine()
+{
+    StoredBar bar;
+    bar.time = QTime(23, 59, 59);
+    bar.open = bar.high = bar.low = bar.close = bar.value =
+        decimal(decimal::minMantissa, decimal::maxScale);
+    bar.volume = std::numeric_limits<qint64>::min();
+    bar.openInterest = std::numeric_limits<qint32>::min();
+    QCOMPARE(written(bar).size(), vexdesk::maxRecordLine);
 }
 
 void TestRecordLine::readsIncompleteLines_data()
@@ -157,7 +201,7 @@ void TestRecordLine::readsIncompleteLines_data()
 void TestRecordLine::readsIncompleteLines()
 {
     QFETCH(const QString, line);
-    const BarDescription bar = barFromRecordLine(line.toUtf8(), day);
+    const StoredBar bar = storedBar(line.toUtf8(), day);
     QCOMPARE(bar.close.toString(), QStringLiteral("4"));
     QTEST(bar.volume, "volume");
     QTEST(bar.value.toString(), "value");
@@ -178,8 +222,7 @@ void TestRecordLine::readsAnyTextWithoutThrowing_data()
 void TestRecordLine::readsAnyTextWithoutThrowing()
 {
     QFETCH(const QString, line);
-    const BarDescription bar = barFromRecordLine(line.toUtf8(), day);
-    QVERIFY(bar.valid);
+    const StoredBar bar = storedBar(line.toUtf8(), day);
     QCOMPARE(bar.date, day);
     QCOMPARE(bar.open, decimal::zero);
     QCOMPARE(bar.open.scale(), 0);
@@ -194,7 +237,7 @@ void TestRecordLine::readsRandomLinesAsThePlainWay()
         for (int field = 0; field < count; ++field)
             fields.append(randomField(random));
         const QString line = fields.join(u';');
-        QCOMPARE(shown(barFromRecordLine(line.toUtf8(), day)), shown(plainBar(line)));
+        QCOMPARE(shown(storedBar(line.toUtf8(), day)), shown(plainBar(line)));
         QCOMPARE(vexdesk::isRecordLine(line.toUtf8()), splitRecordLine(line.toUtf8()).has_value());
     }
 }
@@ -203,7 +246,7 @@ void TestRecordLine::skipsTheByteOrderMarkOfAFile()
 {
     QByteArray content = "\xef\xbb\xbf" + sampleLine.toUtf8() + "\n";
     QTextStream stream(&content);
-    QCOMPARE(barFromRecordLine(stream.readLine().toUtf8(), day).time, QTime(9, 30));
+    QCOMPARE(storedBar(stream.readLine().toUtf8(), day).time, QTime(9, 30));
 }
 
 void TestRecordLine::splitsOnlyEightFields_data()
@@ -246,8 +289,7 @@ void TestRecordLine::countsNothingButSeparators()
 void TestRecordLine::takesAMarkWithinTheTextForText()
 {
     const QByteArray mark = "\xef\xbb\xbf";
-    const BarDescription bar =
-        barFromRecordLine(mark + "100100;" + mark + "1;2;3;4;" + mark + "5;6;7", day);
+    const StoredBar bar = storedBar(mark + "100100;" + mark + "1;2;3;4;" + mark + "5;6;7", day);
     QVERIFY(!bar.time.isValid());
     QCOMPARE(bar.open, decimal::zero);
     QCOMPARE(bar.high.toString(), QStringLiteral("2"));

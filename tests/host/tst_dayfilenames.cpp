@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include <vexdesk/history/dayfile.h>
+#include <vexdesk/history/dayfilenames.h>
+#include <vexdesk/history/storepaths.h>
 
 #include "support/filetree.h"
 #include "support/strictlog.h"
