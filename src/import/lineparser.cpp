@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "bardescription.h"
-#include "fieldreader.h"
 #include "importdetails.h"
 
 #include <vexdesk/securitydirectory.h>
@@ -98,6 +97,14 @@ private:
     bool m_complete = false;
 };
 
+// A year of two digits is read into 1900 to 1999; files of such a pattern are younger than that.
+QDate dateOf(QStringView text, const QString& pattern)
+{
+    const QDate date = QDate::fromString(text.toString(), pattern);
+    const bool hasCentury = pattern.contains(QStringLiteral("yyyy"));
+    return date.year() <= 1999 && !hasCentury ? date.addYears(100) : date;
+}
+
 decimal numberOf(QStringView text)
 {
     const std::optional<decimal> number = decimal::fromText(text);
@@ -117,13 +124,13 @@ void readNumbers(BarDescription& bar, const LineFields& fields, short decimals)
     bar.low.setScale(decimals);
     bar.close.setScale(decimals);
 
+    bool isNumber = true;
     bar.volume = 0;
     if (fields.has(ColumnRole::Volume)) {
         const QStringView text = fields.text(ColumnRole::Volume);
-        const std::optional<qint64> volume = tadata::readInteger(text);
-        if (!volume)
+        bar.volume = text.toLongLong(&isNumber);
+        if (!isNumber)
             throw Text::tr("Некорректное значение поля 'Объём в шт.' (%1)").arg(text);
-        bar.volume = *volume;
     }
 
     // Money is kept with as many decimals as prices: that is how stored files have it.
@@ -134,10 +141,9 @@ void readNumbers(BarDescription& bar, const LineFields& fields, short decimals)
     bar.openInterest = 0;
     if (fields.has(ColumnRole::OpenInterest)) {
         const QStringView text = fields.text(ColumnRole::OpenInterest);
-        const std::optional<qint32> openInterest = tadata::readSmallInteger(text);
-        if (!openInterest)
+        bar.openInterest = text.toInt(&isNumber);
+        if (!isNumber)
             throw Text::tr("Некорректное значение поля 'Открытый интерес' (%1)").arg(text);
-        bar.openInterest = *openInterest;
     }
 }
 
@@ -154,7 +160,7 @@ bool BarDescription::init(const QString& line, const ImportDetails& details)
     }
 
     const QStringView dateText = fields.text(ColumnRole::Date);
-    date = tadata::readDate(dateText, details.dateFormat);
+    date = dateOf(dateText, details.dateFormat);
     if (!date.isValid()) {
         error = Text::tr("Дата '%1' не соответствует заявленному формату '%2'")
                     .arg(dateText, details.dateFormatTitle);
@@ -162,7 +168,7 @@ bool BarDescription::init(const QString& line, const ImportDetails& details)
     }
 
     const QStringView timeText = fields.text(ColumnRole::Time);
-    time = tadata::readTime(timeText, details.timeFormat);
+    time = QTime::fromString(timeText.toString(), details.timeFormat);
     if (!time.isValid()) {
         error = Text::tr("Время '%1' не соответствует заявленному формату '%2'")
                     .arg(timeText, details.timeFormatTitle);

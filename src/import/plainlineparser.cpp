@@ -203,7 +203,7 @@ bool PlainLineParser::readDate(QByteArrayView text, QDate* date)
         else
             return false;
     }
-    // Days that not every century has, and the year 0, are the framework's.
+    // Days that not every century has, and the year 0, are Qt's.
     const bool isLeapDay = !hasCentury && month == 2 && day == 29;
     if (year < 0 || month < 0 || day < 0 || isLeapDay || (hasCentury && year == 0))
         return false;

@@ -9,6 +9,7 @@
 
 #include <QtCore/QRandomGenerator>
 #include <QtCore/QTemporaryDir>
+#include <QtCore/QStringDecoder>
 #include <QtCore/QTextStream>
 #include <QtTest/QTest>
 

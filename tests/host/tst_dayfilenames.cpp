@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <vexdesk/history/dayfilenames.h>
+#include <vexdesk/history/filestate.h>
 #include <vexdesk/history/storepaths.h>
 
 #include "support/filetree.h"
@@ -345,4 +346,4 @@ void TestDayFile::listsNoSubdirectoriesOfWhatIsNoDirectory()
 }
 
 QTEST_GUILESS_MAIN(TestDayFile)
-#include "tst_dayfile.moc"
+#include "tst_dayfilenames.moc"

@@ -26,6 +26,11 @@ private Q_SLOTS:
     void leavesUnknownRolesToTheOther();
     void leavesLongPartsOfAPatternToTheOther();
     void leavesQuotesToTheOther();
+    void readsEveryDayOfTwoCenturies_data();
+    void readsEveryDayOfTwoCenturies();
+    void readsEveryTimeOfADay_data();
+    void readsEveryTimeOfADay();
+    void findsSeparatorsAtEveryPlace();
     void agreesWithThePlainWay_data();
     void agreesWithThePlainWay();
 };
@@ -172,6 +177,91 @@ void TestPlainLineParser::leavesQuotesToTheOther()
     details = detailsOfSeries(0);
     details.timeFormat = QStringLiteral("hh'mm'ss");
     QVERIFY(!tadata::PlainLineParser(details).parse("20240115;10'15'30;1;1;1;1", &bar));
+}
+
+void TestPlainLineParser::readsEveryDayOfTwoCenturies_data()
+{
+    QTest::addColumn<QString>("pattern");
+    QTest::addColumn<bool>("isPlain");
+    for (const tadata::TextFormat& format : tadata::dateFormats())
+        QTest::addRow("%s", qPrintable(format.pattern)) << format.pattern << true;
+    for (const char* pattern : {"yyyy-MM-dd", "dd/MM/yyyy", "MMddyy"})
+        QTest::addRow("%s", pattern) << QString::fromLatin1(pattern) << true;
+    for (const char* pattern : {"d.M.yyyy", "yyyyMMddMM", "yyMMddyy", "MMdd"})
+        QTest::addRow("%s", pattern) << QString::fromLatin1(pattern) << false;
+}
+
+// Of a day that not every century has, and a pattern that names none, the other one decides.
+void TestPlainLineParser::readsEveryDayOfTwoCenturies()
+{
+    QFETCH(const QString, pattern);
+    QFETCH(const bool, isPlain);
+    ImportDetails details = detailsOfSeries(0);
+    details.dateFormat = pattern;
+    tadata::PlainLineParser parser(details);
+    for (QDate day(1899, 12, 25); day.year() < 2101; day = day.addDays(1)) {
+        const QString line = day.toString(pattern) + QStringLiteral(";100000;1;1;1;1");
+        BarDescription plain;
+        plain.init(line, details);
+        BarDescription fast;
+        const bool isRead = parser.parse(line.toLatin1(), &fast);
+        const bool isLeapDay = day.month() == 2 && day.day() == 29 && !pattern.contains("yyyy");
+        if (isRead != (isPlain && !isLeapDay))
+            QVERIFY2(isRead == (isPlain && !isLeapDay), qPrintable(line));
+        if (isRead && shown(fast) != shown(plain))
+            QCOMPARE(shown(fast), shown(plain));
+    }
+}
+
+void TestPlainLineParser::readsEveryTimeOfADay_data()
+{
+    QTest::addColumn<QString>("pattern");
+    for (const tadata::TextFormat& format : tadata::timeFormats())
+        QTest::addRow("%s", qPrintable(format.pattern)) << format.pattern;
+}
+
+void TestPlainLineParser::readsEveryTimeOfADay()
+{
+    QFETCH(const QString, pattern);
+    ImportDetails details = detailsOfSeries(0);
+    details.timeFormat = pattern;
+    tadata::PlainLineParser parser(details);
+    for (int second = 0; second < 86400; second += 7) {
+        const QTime time = QTime(0, 0).addSecs(second);
+        BarDescription bar;
+        const QString line = QStringLiteral("20240115;%1;1;1;1;1").arg(time.toString(pattern));
+        QVERIFY2(parser.parse(line.toLatin1(), &bar), qPrintable(line));
+        if (bar.time != QTime::fromString(time.toString(pattern), pattern))
+            QCOMPARE(bar.time, time);
+    }
+}
+
+// Eight characters are looked at in one: each may stand at each place and beside any other.
+void TestPlainLineParser::findsSeparatorsAtEveryPlace()
+{
+    const ImportDetails details = with(detailsOfSeries(0), ColumnRole::Volume, 8);
+    for (const char separator : {';', ',', ' ', '\t', '\x01', '\x7f', ':'}) {
+        ImportDetails other = details;
+        other.separator = QLatin1Char(separator);
+        tadata::PlainLineParser parser(other);
+        const QByteArray between(1, separator);
+        for (int first = 1; first < 128; ++first) {
+            for (int padding = 0; padding < 9; ++padding) {
+                // Two columns that nobody reads, before the volume.
+                QByteArrayList fields{"20240115", "100000", "1", "1", "1", "1"};
+                fields << QByteArray(padding, 'x')
+                       << QByteArray(1, static_cast<char>(first)) + static_cast<char>(separator ^ 1)
+                       << "7";
+                const QByteArray line = fields.join(between);
+                BarDescription plain;
+                plain.init(QString::fromLatin1(line), other);
+                BarDescription fast;
+                if (parser.parse(line, &fast) != plain.valid ||
+                    (plain.valid && shown(fast) != shown(plain)))
+                    QFAIL(line.toHex(' ').constData());
+            }
+        }
+    }
 }
 
 void TestPlainLineParser::agreesWithThePlainWay_data()
