@@ -8,12 +8,12 @@
 
 #include <vexdesk/database/exception.h>
 #include <vexdesk/history/dayfile.h>
+#include <vexdesk/history/filestate.h>
 #include <vexdesk/terminal/core.h>
 
 #include <QtCore/QFileInfo>
 
 #include <algorithm>
-#include <filesystem>
 
 namespace tadata::cli {
 
@@ -30,7 +30,7 @@ bool hasField(const QString& pattern, QStringView letters, std::initializer_list
     QChar current;
     int length = 0;
     for (const QChar letter : pattern + QChar()) {
-        if (letter == current) {
+        if (letter == current && letter != u'\'') {
             ++length;
             continue;
         }
@@ -110,47 +110,32 @@ void cutAtToday(const CommandLine& line, ExportDetails& details, const QDate& to
     details.dateTo = std::min(details.dateTo, today);
 }
 
-std::filesystem::path filePath(const QString& path)
-{
-    return QFile::encodeName(QFileInfo(path).absoluteFilePath()).toStdString();
-}
-
 // What is read would be gone before it is read.
-void refuseInputAsOutput(const CommandLine& line, const QString& output)
+void refuseInputAsOutput(const CommandLine& line, const QString& path)
 {
+    const auto output = vexdesk::fileState(path);
     for (const char* option : {"deals", "reference"}) {
-        const std::optional<QString> input = line.value(option);
-        std::error_code error;
-        if (input && std::filesystem::equivalent(filePath(*input), filePath(output), error))
-            line.refuse(option, Text::tr("это и файл %1, который был бы записан").arg(output));
+        const auto input = vexdesk::fileState(line.value(option).value_or(QString()));
+        if (input && output && input->isSameFile(*output))
+            line.refuse(option, Text::tr("это и файл %1, который был бы записан").arg(path));
     }
 }
 
-// The file that would be made or opened, whose last parts need not be there yet.
-std::filesystem::path targetOf(std::filesystem::path path)
-{
-    std::error_code error;
-    constexpr int longestChain = 40;
-    for (int i = 0; i < longestChain && std::filesystem::is_symlink(path, error); ++i)
-        path = path.parent_path() / std::filesystem::read_symlink(path, error);
-    return std::filesystem::weakly_canonical(path, error);
-}
-
-bool isBelow(const std::filesystem::path& path, const std::filesystem::path& directory)
-{
-    return std::mismatch(directory.begin(), directory.end(), path.begin(), path.end()).first ==
-           directory.end();
-}
-
-// A day that is not stored yet must not come to be one that no import has written.
+// A day that is not stored yet must not come to be one that no import has written: neither under
+// the name that was given nor under the one to which links lead from there.
 bool isNewDayFile(const QString& output, const QDir& root)
 {
-    const std::filesystem::path named = filePath(output).lexically_normal();
-    const std::filesystem::path target = targetOf(named);
-    const QString name = QFile::decodeName(QByteArray::fromStdString(target.filename().string()));
-    return vexdesk::isBarFileName(name) &&
-           (isBelow(target, targetOf(filePath(root.path()))) ||
-            isBelow(named, filePath(root.path()).lexically_normal()));
+    QFileInfo target(output);
+    constexpr int longestChain = 40;
+    for (int i = 0; i < longestChain && target.isSymLink(); ++i)
+        target.setFile(target.symLinkTarget());
+    const auto isBelow = [](const QString& path, const QString& directory) {
+        return path == directory || path.startsWith(directory + u'/');
+    };
+    const QString named = QDir::cleanPath(QFileInfo(output).absolutePath());
+    return root.exists() && vexdesk::isBarFileName(target.fileName()) &&
+           (isBelow(target.dir().canonicalPath(), root.canonicalPath()) ||
+            isBelow(named, QDir::cleanPath(root.absolutePath())));
 }
 
 Outcome checkOutput(const ExportDetails& details, const QDir& root)

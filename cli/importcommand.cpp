@@ -9,7 +9,6 @@
 #include <vexdesk/history/dayfile.h>
 #include <vexdesk/terminal/referencedata.h>
 
-#include <algorithm>
 #include <array>
 #include <limits>
 
@@ -74,20 +73,18 @@ QMap<qint32, qint32> parseColumns(const CommandLine& line)
     return columns;
 }
 
-// One that is in the list: the table of the options has its patterns from there.
-TextFormat formatOf(const QString& pattern, const QList<TextFormat>& known)
-{
-    return *std::find_if(known.begin(), known.end(), [&pattern](const TextFormat& format) {
-        return format.pattern == pattern;
-    });
-}
-
 QStringList patternsOf(const QList<TextFormat>& formats)
 {
     QStringList patterns;
     for (const TextFormat& format : formats)
         patterns.append(format.pattern);
     return patterns;
+}
+
+// The table of the options has its patterns from the same list.
+TextFormat formatOf(const QString& pattern, const QList<TextFormat>& formats)
+{
+    return formats.value(patternsOf(formats).indexOf(pattern));
 }
 
 ImportDetails parseDetails(const CommandLine& line)

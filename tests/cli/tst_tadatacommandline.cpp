@@ -73,6 +73,8 @@ private Q_SLOTS:
     void wrongColumnsAreExplained();
     void wrongSeriesAreExplained_data();
     void wrongSeriesAreExplained();
+    void patternsMayHaveOtherText_data();
+    void patternsMayHaveOtherText();
     void inputIsNoOutput_data();
     void inputIsNoOutput();
 
@@ -327,6 +329,8 @@ void TadataCommandLineTest::wrongLineChangesNothing_data()
     const QStringList someBars = words("export {out} --store {store} --series NORD/MAIN/ALFA");
     const QStringList aDay = someBars + words("--from 2024-01-15 --to 2024-01-15");
     row("no file to export to", aDay.mid(0, 1) + aDay.mid(2), "не задано: ФАЙЛ");
+    row("no series to export", words("export {out} --from 2024-01-15 --to 2024-01-15"),
+        "не задано: " + series);
     row("no first day", someBars + words("--to 2024-01-15"),
         QByteArray("--to «2024-01-15» задан без --from; нужно и то и другое: --from ДЕНЬ (") +
             dayTakes + ")");
@@ -353,8 +357,9 @@ void TadataCommandLineTest::wrongLineChangesNothing_data()
           "1, 60, 300, 600, 1800, 3600, 86400");
     // Capital D and Y and small m are no fields of a date to Qt, which would write them as they
     // are; three or four d are the name of a day of the week.
-    for (const char* format : {"", "yyyydd", "yyyyMM", "dd.MM.y", "dd.MM.yyy", "ddMM'yy'", "yddMM",
-                               "DDMMyyyy", "ddmmyyyy", "ddMMYYYY", "dddMMyy", "'d'MMyy", "dd'M'yy"})
+    for (const char* format :
+         {"", "yyyydd", "yyyyMM", "dd.MM.y", "dd.MM.yyy", "ddMM'yy'", "yddMM", "MM''yyyy",
+          "DDMMyyyy", "ddmmyyyy", "ddMMYYYY", "dddMMyy", "'d'MMyy", "dd'M'yy"})
         value(qPrintable(QStringLiteral("date '%1'").arg(QLatin1String(format))), aDay,
               "date-format", QLatin1String(format), dateTakes);
     for (const char* format : {"", "hhss", "mmss", "hhMM", "'h'mm", "hh'mm'"})
@@ -424,6 +429,34 @@ void TadataCommandLineTest::wrongSeriesAreExplained()
     const QString reason = wrongValue("series", series, seriesTakes);
     refuses(importLine(path("bars.csv"), option + words("--decimals 2")), reason);
     refuses(exportLine(path("out.txt"), option), reason);
+}
+
+void TadataCommandLineTest::patternsMayHaveOtherText_data()
+{
+    QTest::addColumn<QString>("option");
+    QTest::addColumn<QString>("pattern");
+    QTest::addColumn<QByteArray>("written");
+    const auto row = [](const char* option, const char* pattern, const char* written) {
+        QTest::addRow("%s %s", option, pattern)
+            << QString::fromLatin1(option) << QString::fromLatin1(pattern) << QByteArray(written);
+    };
+    row("--date-format", "d.M.yy", "15.1.24");
+    row("--date-format", "dd-MMM-yyyy ddd", "15-Jan-2024 Mon");
+    row("--date-format", "'day'dd''MM''yyyy", "day15'01'2024");
+    row("--time-format", "H:m", "10:0");
+    row("--time-format", "hh'h'mm''ss.zzz", "10h00'00.000");
+}
+
+void TadataCommandLineTest::patternsMayHaveOtherText()
+{
+    QFETCH(const QString, option);
+    QFETCH(const QString, pattern);
+    QFETCH(const QByteArray, written);
+    const QStringList options{
+        option, pattern, QStringLiteral("--no-header"), QStringLiteral("--line-format"),
+        option == u"--date-format" ? QStringLiteral("DATE,CLOSE") : QStringLiteral("TIME,CLOSE")};
+    QCOMPARE(runTadata(exportLine(path("out.txt"), options)), succeeded());
+    QCOMPARE(readFile(path("out.txt")), "\xef\xbb\xbf" + written + ",1.60\n");
 }
 
 void TadataCommandLineTest::inputIsNoOutput_data()
