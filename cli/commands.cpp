@@ -51,4 +51,12 @@ Option referenceOption()
             .takes = Text::tr("имя файла")};
 }
 
+Option dayOption(const char* name, const QString& meaning)
+{
+    return {.name = QLatin1String(name),
+            .value = Text::tr("ДЕНЬ"),
+            .meaning = meaning,
+            .takes = Text::tr("дата вида 2024-01-31")};
+}
+
 } // namespace tadata::cli

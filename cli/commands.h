@@ -58,5 +58,7 @@ Option seriesOption();
 Option separatorOption();
 Option storeOption();
 Option referenceOption();
+// One whose value CommandLine::day takes.
+Option dayOption(const char* name, const QString& meaning);
 
 } // namespace tadata::cli

@@ -186,14 +186,6 @@ ExitCode runExport(const CommandLine& line)
     return report(runJob(details, today, [&] { return makeSeriesDirIn(store, codes); }));
 }
 
-Option dayOption(const char* name, const QString& meaning)
-{
-    return {.name = QLatin1String(name),
-            .value = Text::tr("ДЕНЬ"),
-            .meaning = meaning,
-            .takes = Text::tr("дата вида 2024-01-31")};
-}
-
 // One end of the interval, of which both must be given.
 Option endOption(const char* name, const char* otherEnd, const QString& meaning)
 {
@@ -203,7 +195,8 @@ Option endOption(const char* name, const char* otherEnd, const QString& meaning)
     return option;
 }
 
-QList<Option> exportOptions()
+// Which bars are written.
+QList<Option> barOptions()
 {
     return {
         seriesOption(),
@@ -215,6 +208,13 @@ QList<Option> exportOptions()
                              "остальные — из хранимых минутных."),
          .choices = QStringLiteral("1 60 300 600 1800 3600 86400").split(u' '),
          .fallback = QStringLiteral("60")},
+    };
+}
+
+// How the lines of the output look.
+QList<Option> formatOptions()
+{
+    return {
         {.name = QStringLiteral("line-format"),
          .value = Text::tr("СПИСОК"),
          .meaning = Text::tr("Какие столбцы выгружать. Порядок столбцов всегда как в значении по "
@@ -238,6 +238,13 @@ QList<Option> exportOptions()
          .fallback = QStringLiteral("hhmmss")},
         {.name = QStringLiteral("no-header"),
          .meaning = Text::tr("Без строки с названиями столбцов.")},
+    };
+}
+
+// What the bars are taken from.
+QList<Option> sourceOptions()
+{
+    return {
         storeOption(),
         {.name = QStringLiteral("deals"),
          .value = Text::tr("ФАЙЛ"),
@@ -267,7 +274,7 @@ Command exportCommand()
                 "закончен: законченный бар — последняя строка со своим временем. Файл дня, "
                 "который нельзя открыть, назван в стандартном выводе ошибок, и код завершения "
                 "тогда 1."),
-            .options = exportOptions(),
+            .options = barOptions() + formatOptions() + sourceOptions(),
             .example = QStringLiteral("tadata export eurusd.txt --series ORIENT/FX/EURUSD \\\n"
                                       "       --from 2024-01-01 --to 2024-01-31 --timeframe 300"),
             .run = runExport};

@@ -49,6 +49,159 @@ QStringList optionsOf(const QByteArray& help)
     return names;
 }
 
+void row(const char* name, const QStringList& line, const QByteArray& reason)
+{
+    QTest::newRow(name) << line << QString::fromUtf8(reason);
+}
+
+void value(const char* name, const QStringList& line, const char* option, const QString& given,
+           const char* takes, const QString& why = QString())
+{
+    QTest::newRow(name) << line + QStringList{QStringLiteral("--") + QLatin1String(option), given}
+                        << wrongValue(option, given, takes, why);
+}
+
+// Imports that lack columns, or nothing.
+const QStringList shortestImport = words("import {file} --store {store} --no-header");
+const QStringList knownImport = shortestImport + words("--series NORD/MAIN/ALFA");
+const QStringList completeImport = knownImport + words("--columns") + words(allColumns);
+
+QByteArray seriesUsage()
+{
+    return QByteArray("--series ПЛОЩАДКА/РЕЖИМ/ИНСТРУМЕНТ (") + seriesTakes + ")";
+}
+
+void addWrongWords()
+{
+    row("no command", {}, "нет команды");
+    row("empty command", {QString()}, "нет команды");
+    row("unknown command", words("convert {file}"), "неизвестная команда «convert»");
+    row("command in capitals", words("IMPORT {file}"), "неизвестная команда «IMPORT»");
+    row("option before the command", words("--store {store} list"),
+        "неизвестная команда «--store»");
+
+    row("unknown option", completeImport + words("--colums date=0"),
+        "у команды import нет параметра --colums");
+    row("unknown option with a value", completeImport + words("--force=1"),
+        "у команды import нет параметра --force");
+    row("unknown short option", completeImport + words("-x"), "у команды import нет параметра -x");
+    row("option with one dash", completeImport + words("-decimals 2"),
+        "у команды import нет параметра -decimals");
+    row("beginning of an option", completeImport + words("--dec 2"),
+        "у команды import нет параметра --dec");
+    row("list with an option of import", words("list --store {store} --decimals 2"),
+        "у команды list нет параметра --decimals");
+    row("export with an option of import", words("export {out} --columns date=0"),
+        "у команды export нет параметра --columns");
+    row("no value after the last option", completeImport + words("--decimals"),
+        "--decimals: нет значения; нужно: число от 0 до 15");
+    row("list without the store's value", words("list --store"),
+        "--store: нет значения; нужно: имя каталога");
+    row("value for a switch", knownImport + words("--no-header=yes"),
+        "--no-header не принимает значения: «yes»");
+    row("option with a value twice", completeImport + words("--series NORD/MAIN/BARK"),
+        "--series задан дважды: «NORD/MAIN/ALFA» и «NORD/MAIN/BARK»");
+    row("the same value twice", completeImport + words("--decimals=2 --decimals 2"),
+        "--decimals задан дважды: «2» и «2»");
+    row("switch twice", completeImport + words("--no-header"), "--no-header задан дважды");
+}
+
+void addMissingAndSuperfluous()
+{
+    const QByteArray columns = QByteArray("--columns РОЛЬ=СТОЛБЕЦ,... (") + columnsTakes + ")";
+    row("no file", words("import --series NORD/MAIN/ALFA --columns") + words(allColumns),
+        "не задано: ФАЙЛ");
+    row("no series", shortestImport + words("--columns") + words(allColumns),
+        "не задано: " + seriesUsage());
+    row("no columns", knownImport, "не задано: " + columns);
+    row("nothing", words("import"), "не задано: ФАЙЛ, " + seriesUsage() + ", " + columns);
+    row("two files", completeImport + words("{file}.2"), "лишнее слово «{file}.2»");
+    row("list with a word", words("list --store {store} NORD"), "лишнее слово «NORD»");
+    row("escape in a word", QStringList(words("list") << QStringLiteral("\x1b[1m")),
+        "лишнее слово «\\x1b[1m»");
+}
+
+void addWrongValuesOfImport()
+{
+    for (const char* text : {"300", "0", "-1", "060", "60s", ""})
+        value(qPrintable(QStringLiteral("timeframe '%1'").arg(QLatin1String(text))), completeImport,
+              "timeframe", QLatin1String(text), "60, 1");
+    constexpr char separatorTakes[] =
+        "непустой текст без перевода строки или слово comma, semicolon, space";
+    value("separator empty", completeImport, "separator", QString(), separatorTakes);
+    row("separator with a line feed",
+        completeImport + QStringList{QStringLiteral("--separator=;\n")},
+        wrongValue("separator", QStringLiteral(";\\x0a"), separatorTakes).toUtf8());
+    row("separator with a carriage return",
+        completeImport + QStringList{QStringLiteral("--separator"), QStringLiteral("\r")},
+        wrongValue("separator", QStringLiteral("\\x0d"), separatorTakes).toUtf8());
+    for (const char* text : {"yyyy-MM-dd", "yyyymmdd", "ггггммдд"})
+        value(text, completeImport, "date-format", QString::fromUtf8(text),
+              "yyyyMMdd, yyMMdd, ddMMyy, dd.MM.yy, dd/MM/yy");
+    for (const char* text : {"HHmmss", "h:m", ""})
+        value(qPrintable(QStringLiteral("time format '%1'").arg(QLatin1String(text))),
+              completeImport, "time-format", QLatin1String(text), "hhmmss, hhmm, hh:mm:ss, hh:mm");
+    for (const char* text : {"-1", "16", "two", "2.0", "", "99999999999999999999"})
+        value(qPrintable(QStringLiteral("decimals '%1'").arg(QLatin1String(text))), completeImport,
+              "decimals", QLatin1String(text), "число от 0 до 15");
+    value("import into an empty store name",
+          words("import {file} --series NORD/MAIN/ALFA --columns") + words(allColumns), "store",
+          QString(), "имя каталога");
+    value("list of an empty store name", words("list"), "store", QString(), "имя каталога");
+
+    for (const char* codes :
+         {"NORD/MAIN/NOBODY", "NORD/NOWHERE/ALFA", "NOWHERE/MAIN/ALFA", "NORD/MAIN/alfa"}) {
+        row(qPrintable(QStringLiteral("unknown series %1").arg(QLatin1String(codes))),
+            shortestImport + words("--series") + words(codes) + words("--columns") +
+                words(allColumns),
+            QByteArray("инструмента ") + codes +
+                " нет в справочнике: задайте --decimals, число знаков после точки в ценах");
+    }
+}
+
+void addWrongExports()
+{
+    const QStringList someBars = words("export {out} --store {store} --series NORD/MAIN/ALFA");
+    const QStringList aDay = someBars + words("--from 2024-01-15 --to 2024-01-15");
+    row("no file to export to", aDay.mid(0, 1) + aDay.mid(2), "не задано: ФАЙЛ");
+    row("no series to export", words("export {out} --from 2024-01-15 --to 2024-01-15"),
+        "не задано: " + seriesUsage());
+    row("no first day", someBars + words("--to 2024-01-15"),
+        QByteArray("--to «2024-01-15» задан без --from; нужно и то и другое: --from ДЕНЬ (") +
+            dayTakes + ")");
+    row("no last day", someBars + words("--from 2024-01-15"),
+        QByteArray("--from «2024-01-15» задан без --to; нужно и то и другое: --to ДЕНЬ (") +
+            dayTakes + ")");
+    row("no days", someBars,
+        QByteArray("не задано: --from ДЕНЬ (") + dayTakes + "), --to ДЕНЬ (" + dayTakes + ")");
+    value("day of another form", someBars + words("--to 2024-01-15"), "from",
+          QStringLiteral("15.01.2024"), dayTakes);
+    value("day that is none", someBars + words("--from 2024-01-15"), "to",
+          QStringLiteral("2024-02-30"), dayTakes);
+    value("reversed interval", someBars + words("--from 2024-01-16"), "to",
+          QStringLiteral("2024-01-15"), dayTakes, QStringLiteral("раньше, чем --from 2024-01-16"));
+    value("wrong today", aDay, "today", QStringLiteral("tomorrow"), dayTakes);
+    value("first day after today", someBars + words("--to 2024-01-18 --today 2024-01-16"), "from",
+          QStringLiteral("2024-01-17"), dayTakes,
+          QStringLiteral("позже, чем сегодня, 2024-01-16: выгружать нечего"));
+    value("first day after the real today", someBars + words("--to 9999-01-02"), "from",
+          QStringLiteral("9999-01-01"), dayTakes,
+          QStringLiteral("позже, чем сегодня, %1: выгружать нечего")
+              .arg(QDate::currentDate().toString(Qt::ISODate)));
+    value("unknown timeframe", aDay, "timeframe", QStringLiteral("120"),
+          "1, 60, 300, 600, 1800, 3600, 86400");
+    // Capital D and Y and small m are no fields of a date to Qt, which would write them as they
+    // are; three or four d are the name of a day of the week.
+    for (const char* format :
+         {"", "yyyydd", "yyyyMM", "dd.MM.y", "dd.MM.yyy", "ddMM'yy'", "yddMM", "MM''yyyy",
+          "DDMMyyyy", "ddmmyyyy", "ddMMYYYY", "dddMMyy", "'d'MMyy", "dd'M'yy"})
+        value(qPrintable(QStringLiteral("date '%1'").arg(QLatin1String(format))), aDay,
+              "date-format", QLatin1String(format), dateTakes);
+    for (const char* format : {"", "hhss", "mmss", "hhMM", "'h'mm", "hh'mm'"})
+        value(qPrintable(QStringLiteral("time '%1'").arg(QLatin1String(format))), aDay,
+              "time-format", QLatin1String(format), timeTakes);
+}
+
 } // namespace
 
 class TadataCommandLineTest final : public CommandTest
@@ -234,137 +387,10 @@ void TadataCommandLineTest::wrongLineChangesNothing_data()
 {
     QTest::addColumn<QStringList>("line");
     QTest::addColumn<QString>("reason");
-
-    const auto row = [](const char* name, const QStringList& line, const QByteArray& reason) {
-        QTest::newRow(name) << line << QString::fromUtf8(reason);
-    };
-    const auto value = [](const char* name, const QStringList& line, const char* option,
-                          const QString& given, const char* takes, const QString& why = QString()) {
-        QTest::newRow(name) << line +
-                                   QStringList{QStringLiteral("--") + QLatin1String(option), given}
-                            << wrongValue(option, given, takes, why);
-    };
-    const QStringList shortest = words("import {file} --store {store} --no-header");
-    const QStringList known = shortest + words("--series NORD/MAIN/ALFA");
-    const QStringList complete = known + words("--columns") + words(allColumns);
-
-    row("no command", {}, "нет команды");
-    row("empty command", {QString()}, "нет команды");
-    row("unknown command", words("convert {file}"), "неизвестная команда «convert»");
-    row("command in capitals", words("IMPORT {file}"), "неизвестная команда «IMPORT»");
-    row("option before the command", words("--store {store} list"),
-        "неизвестная команда «--store»");
-
-    row("unknown option", complete + words("--colums date=0"),
-        "у команды import нет параметра --colums");
-    row("unknown option with a value", complete + words("--force=1"),
-        "у команды import нет параметра --force");
-    row("unknown short option", complete + words("-x"), "у команды import нет параметра -x");
-    row("option with one dash", complete + words("-decimals 2"),
-        "у команды import нет параметра -decimals");
-    row("beginning of an option", complete + words("--dec 2"),
-        "у команды import нет параметра --dec");
-    row("list with an option of import", words("list --store {store} --decimals 2"),
-        "у команды list нет параметра --decimals");
-    row("export with an option of import", words("export {out} --columns date=0"),
-        "у команды export нет параметра --columns");
-    row("no value after the last option", complete + words("--decimals"),
-        "--decimals: нет значения; нужно: число от 0 до 15");
-    row("list without the store's value", words("list --store"),
-        "--store: нет значения; нужно: имя каталога");
-    row("value for a switch", known + words("--no-header=yes"),
-        "--no-header не принимает значения: «yes»");
-    row("option with a value twice", complete + words("--series NORD/MAIN/BARK"),
-        "--series задан дважды: «NORD/MAIN/ALFA» и «NORD/MAIN/BARK»");
-    row("the same value twice", complete + words("--decimals=2 --decimals 2"),
-        "--decimals задан дважды: «2» и «2»");
-    row("switch twice", complete + words("--no-header"), "--no-header задан дважды");
-
-    const QByteArray series =
-        QByteArray("--series ПЛОЩАДКА/РЕЖИМ/ИНСТРУМЕНТ (") + seriesTakes + ")";
-    const QByteArray columns = QByteArray("--columns РОЛЬ=СТОЛБЕЦ,... (") + columnsTakes + ")";
-    row("no file", words("import --series NORD/MAIN/ALFA --columns") + words(allColumns),
-        "не задано: ФАЙЛ");
-    row("no series", shortest + words("--columns") + words(allColumns), "не задано: " + series);
-    row("no columns", known, "не задано: " + columns);
-    row("nothing", words("import"), "не задано: ФАЙЛ, " + series + ", " + columns);
-    row("two files", complete + words("{file}.2"), "лишнее слово «{file}.2»");
-    row("list with a word", words("list --store {store} NORD"), "лишнее слово «NORD»");
-    row("escape in a word", QStringList(words("list") << QStringLiteral("\x1b[1m")),
-        "лишнее слово «\\x1b[1m»");
-
-    for (const char* text : {"300", "0", "-1", "060", "60s", ""})
-        value(qPrintable(QStringLiteral("timeframe '%1'").arg(QLatin1String(text))), complete,
-              "timeframe", QLatin1String(text), "60, 1");
-    constexpr char separatorTakes[] =
-        "непустой текст без перевода строки или слово comma, semicolon, space";
-    value("separator empty", complete, "separator", QString(), separatorTakes);
-    row("separator with a line feed", complete + QStringList{QStringLiteral("--separator=;\n")},
-        wrongValue("separator", QStringLiteral(";\\x0a"), separatorTakes).toUtf8());
-    row("separator with a carriage return",
-        complete + QStringList{QStringLiteral("--separator"), QStringLiteral("\r")},
-        wrongValue("separator", QStringLiteral("\\x0d"), separatorTakes).toUtf8());
-    for (const char* text : {"yyyy-MM-dd", "yyyymmdd", "ггггммдд"})
-        value(text, complete, "date-format", QString::fromUtf8(text),
-              "yyyyMMdd, yyMMdd, ddMMyy, dd.MM.yy, dd/MM/yy");
-    for (const char* text : {"HHmmss", "h:m", ""})
-        value(qPrintable(QStringLiteral("time format '%1'").arg(QLatin1String(text))), complete,
-              "time-format", QLatin1String(text), "hhmmss, hhmm, hh:mm:ss, hh:mm");
-    for (const char* text : {"-1", "16", "two", "2.0", "", "99999999999999999999"})
-        value(qPrintable(QStringLiteral("decimals '%1'").arg(QLatin1String(text))), complete,
-              "decimals", QLatin1String(text), "число от 0 до 15");
-    value("import into an empty store name",
-          words("import {file} --series NORD/MAIN/ALFA --columns") + words(allColumns), "store",
-          QString(), "имя каталога");
-    value("list of an empty store name", words("list"), "store", QString(), "имя каталога");
-
-    for (const char* codes :
-         {"NORD/MAIN/NOBODY", "NORD/NOWHERE/ALFA", "NOWHERE/MAIN/ALFA", "NORD/MAIN/alfa"}) {
-        row(qPrintable(QStringLiteral("unknown series %1").arg(QLatin1String(codes))),
-            shortest + words("--series") + words(codes) + words("--columns") + words(allColumns),
-            QByteArray("инструмента ") + codes +
-                " нет в справочнике: задайте --decimals, число знаков после точки в ценах");
-    }
-
-    const QStringList someBars = words("export {out} --store {store} --series NORD/MAIN/ALFA");
-    const QStringList aDay = someBars + words("--from 2024-01-15 --to 2024-01-15");
-    row("no file to export to", aDay.mid(0, 1) + aDay.mid(2), "не задано: ФАЙЛ");
-    row("no series to export", words("export {out} --from 2024-01-15 --to 2024-01-15"),
-        "не задано: " + series);
-    row("no first day", someBars + words("--to 2024-01-15"),
-        QByteArray("--to «2024-01-15» задан без --from; нужно и то и другое: --from ДЕНЬ (") +
-            dayTakes + ")");
-    row("no last day", someBars + words("--from 2024-01-15"),
-        QByteArray("--from «2024-01-15» задан без --to; нужно и то и другое: --to ДЕНЬ (") +
-            dayTakes + ")");
-    row("no days", someBars,
-        QByteArray("не задано: --from ДЕНЬ (") + dayTakes + "), --to ДЕНЬ (" + dayTakes + ")");
-    value("day of another form", someBars + words("--to 2024-01-15"), "from",
-          QStringLiteral("15.01.2024"), dayTakes);
-    value("day that is none", someBars + words("--from 2024-01-15"), "to",
-          QStringLiteral("2024-02-30"), dayTakes);
-    value("reversed interval", someBars + words("--from 2024-01-16"), "to",
-          QStringLiteral("2024-01-15"), dayTakes, QStringLiteral("раньше, чем --from 2024-01-16"));
-    value("wrong today", aDay, "today", QStringLiteral("tomorrow"), dayTakes);
-    value("first day after today", someBars + words("--to 2024-01-18 --today 2024-01-16"), "from",
-          QStringLiteral("2024-01-17"), dayTakes,
-          QStringLiteral("позже, чем сегодня, 2024-01-16: выгружать нечего"));
-    value("first day after the real today", someBars + words("--to 9999-01-02"), "from",
-          QStringLiteral("9999-01-01"), dayTakes,
-          QStringLiteral("позже, чем сегодня, %1: выгружать нечего")
-              .arg(QDate::currentDate().toString(Qt::ISODate)));
-    value("unknown timeframe", aDay, "timeframe", QStringLiteral("120"),
-          "1, 60, 300, 600, 1800, 3600, 86400");
-    // Capital D and Y and small m are no fields of a date to Qt, which would write them as they
-    // are; three or four d are the name of a day of the week.
-    for (const char* format :
-         {"", "yyyydd", "yyyyMM", "dd.MM.y", "dd.MM.yyy", "ddMM'yy'", "yddMM", "MM''yyyy",
-          "DDMMyyyy", "ddmmyyyy", "ddMMYYYY", "dddMMyy", "'d'MMyy", "dd'M'yy"})
-        value(qPrintable(QStringLiteral("date '%1'").arg(QLatin1String(format))), aDay,
-              "date-format", QLatin1String(format), dateTakes);
-    for (const char* format : {"", "hhss", "mmss", "hhMM", "'h'mm", "hh'mm'"})
-        value(qPrintable(QStringLiteral("time '%1'").arg(QLatin1String(format))), aDay,
-              "time-format", QLatin1String(format), timeTakes);
+    addWrongWords();
+    addMissingAndSuperfluous();
+    addWrongValuesOfImport();
+    addWrongExports();
 }
 
 void TadataCommandLineTest::wrongLineChangesNothing()
