@@ -1,96 +1,169 @@
 // SPDX-License-Identifier: MIT
 #include "commandline.h"
 
-#include <vexdesk/terminal/referencedata.h>
-
-#include <QtCore/QCommandLineParser>
-#include <QtCore/QTextStream>
+#include "help.h"
 
 #include <algorithm>
-#include <cstdio>
 
 namespace tadata::cli {
 
 namespace {
 
-QString parseFailure(const QCommandLineParser& parser, const QStringList& words,
-                     std::initializer_list<CommandLine::Option> options)
+[[noreturn]] void refuseValue(const Option& option, const QString& value, const QString& why)
 {
-    if (const QStringList unknown = parser.unknownOptionNames(); !unknown.isEmpty())
-        return Text::tr("неизвестный параметр «%1»").arg(unknown.first());
-    for (const CommandLine::Option& option : options) {
-        const QString name = QStringLiteral("--") + QLatin1String(option.name);
-        const auto givesValue = [&name](const QString& word) {
-            return word.startsWith(name + u'=');
-        };
-        if (!option.takesValue && std::any_of(words.begin(), words.end(), givesValue))
-            return Text::tr("параметр %1 не принимает значения").arg(name);
-    }
-    if (!words.isEmpty() && words.last().startsWith(u'-') && !words.last().contains(u'='))
-        return Text::tr("нет значения после «%1»").arg(words.last());
-    return parser.errorText();
+    const QString wrong = why.isNull()
+                              ? Text::tr("неверное значение «%1»").arg(escaped(value))
+                              : Text::tr("неверное значение «%1»: %2").arg(escaped(value), why);
+    throw UsageError{Text::tr("--%1: %2; нужно: %3").arg(option.name, wrong, rightValues(option))};
+}
+
+QString withValues(const Option& option)
+{
+    return QStringLiteral("%1 (%2)").arg(optionUsage(option), rightValues(option));
 }
 
 } // namespace
 
-void printError(const QString& text)
+std::optional<qint64> integerFrom(QStringView text)
 {
-    QTextStream(stderr) << text << '\n';
+    bool isNumber = false;
+    const qint64 number = text.toLongLong(&isNumber);
+    return isNumber ? std::optional(number) : std::nullopt;
 }
 
-ExitCode printOutput(const QString& text)
+CommandLine::CommandLine(const Command& command, const QStringList& words)
+    : m_command(command)
 {
-    QTextStream out(stdout);
-    out << text;
-    out.flush();
-    if (out.status() == QTextStream::Ok)
-        return Success;
-    printError(Text::tr("Невозможно записать в стандартный вывод"));
-    return Failure;
+    QStringList rest = words;
+    while (!rest.isEmpty()) {
+        const QString word = rest.takeFirst();
+        if (word == u"--") {
+            m_positional += rest;
+            break;
+        }
+        if (word.startsWith(u'-') && word != u"-")
+            takeOption(word, rest);
+        else
+            m_positional.append(word);
+    }
+    if (m_positional.size() > command.mostWords)
+        throw UsageError{
+            Text::tr("лишнее слово «%1»").arg(escaped(m_positional[command.mostWords]))};
+    checkPartners();
+    checkMissing();
 }
 
-CommandLine::CommandLine(const QStringList& words, std::initializer_list<Option> options)
+// An option's value is what follows "=", otherwise the next word, whatever it is.
+void CommandLine::takeOption(const QString& word, QStringList& rest)
 {
-    QCommandLineParser parser;
-    for (const Option& option : options) {
-        const QString name = QLatin1String(option.name);
-        parser.addOption(QCommandLineOption(
-            name, QString(), option.takesValue ? QStringLiteral("value") : QString()));
+    const qsizetype equals = word.indexOf(u'=');
+    const QString given = word.left(equals);
+    const auto option = std::find_if(
+        m_command.options.begin(), m_command.options.end(),
+        [&given](const Option& known) { return given == QStringLiteral("--") + known.name; });
+    if (option == m_command.options.end())
+        throw UsageError{
+            Text::tr("у команды %1 нет параметра %2").arg(m_command.name, escaped(given))};
+    QString value = equals < 0 ? QString() : word.mid(equals + 1);
+    if (option->isSwitch() && equals >= 0)
+        throw UsageError{Text::tr("%1 не принимает значения: «%2»").arg(given, escaped(value))};
+    if (!option->isSwitch() && equals < 0) {
+        if (rest.isEmpty())
+            throw UsageError{
+                Text::tr("%1: нет значения; нужно: %2").arg(given, rightValues(*option))};
+        value = rest.takeFirst();
     }
-    // The parser skips the first word, which is a program's name.
-    if (!parser.parse(QStringList(QString()) + words))
-        throw UsageError{parseFailure(parser, words, options)};
+    if (m_values.contains(option->name))
+        throw UsageError{option->isSwitch()
+                             ? Text::tr("%1 задан дважды").arg(given)
+                             : Text::tr("%1 задан дважды: «%2» и «%3»")
+                                   .arg(given, escaped(m_values[option->name]), escaped(value))};
+    if (!option->choices.isEmpty() && !option->choices.contains(value))
+        refuseValue(*option, value, QString());
+    m_values.insert(option->name, value);
+}
 
-    const QStringList names = parser.optionNames();
-    for (const QString& name : names) {
-        if (m_values.contains(name))
-            throw UsageError{Text::tr("параметр --%1 задан дважды").arg(name)};
-        m_values.insert(name, parser.value(name));
+void CommandLine::checkPartners() const
+{
+    for (const Option& option : m_command.options) {
+        if (m_values.contains(option.name) && !option.partner.isEmpty() &&
+            !m_values.contains(option.partner))
+            throw UsageError{Text::tr("--%1 «%2» задан без --%3; нужно и то и другое: %4")
+                                 .arg(option.name, escaped(m_values[option.name]), option.partner,
+                                      withValues(optionOf(option.partner)))};
     }
-    m_positional = parser.positionalArguments();
+}
+
+void CommandLine::checkMissing() const
+{
+    QStringList missing;
+    if (m_positional.size() < m_command.fewestWords)
+        missing.append(m_command.words);
+    for (const Option& option : m_command.options) {
+        if (option.isRequired && !m_values.contains(option.name))
+            missing.append(withValues(option));
+    }
+    if (!missing.isEmpty())
+        throw UsageError{Text::tr("не задано: %1").arg(missing.join(QStringLiteral(", ")))};
+}
+
+const Option& CommandLine::optionOf(const QString& name) const
+{
+    const auto found = std::find_if(m_command.options.begin(), m_command.options.end(),
+                                    [&name](const Option& option) { return option.name == name; });
+    Q_ASSERT(found != m_command.options.end());
+    return *found;
 }
 
 bool CommandLine::isSet(const char* option) const
 {
-    return m_values.contains(QLatin1String(option));
+    return m_values.contains(optionOf(QLatin1String(option)).name);
 }
 
 std::optional<QString> CommandLine::value(const char* option) const
 {
-    const auto found = m_values.constFind(QLatin1String(option));
-    return found == m_values.cend() ? std::nullopt : std::optional(*found);
+    const Option& known = optionOf(QLatin1String(option));
+    const QString found = m_values.value(known.name, known.fallback);
+    return found.isNull() ? std::nullopt : std::optional(found);
 }
 
-QString CommandLine::required(const char* option) const
+QString CommandLine::text(const char* option) const
+{
+    const std::optional<QString> found = value(option);
+    Q_ASSERT(found);
+    return found.value_or(QString());
+}
+
+std::optional<int> CommandLine::number(const char* option, int from, int to) const
 {
     const std::optional<QString> found = value(option);
     if (!found)
-        throw UsageError{Text::tr("не задан параметр --%1").arg(QLatin1String(option))};
-    return *found;
+        return std::nullopt;
+    const std::optional<qint64> number = integerFrom(*found);
+    if (!number || *number < from || *number > to)
+        refuse(option);
+    return static_cast<int>(*number);
 }
 
-QString parseSeparator(const QString& text)
+std::optional<QDate> CommandLine::day(const char* option) const
 {
+    const std::optional<QString> found = value(option);
+    if (!found)
+        return std::nullopt;
+    const QDate day = QDate::fromString(*found, QStringLiteral("yyyy-MM-dd"));
+    if (!day.isValid())
+        refuse(option);
+    return day;
+}
+
+void CommandLine::refuse(const char* option, const QString& why) const
+{
+    refuseValue(optionOf(QLatin1String(option)), text(option), why);
+}
+
+QString parseSeparator(const CommandLine& line)
+{
+    const QString text = line.text("separator");
     if (text == u"comma")
         return QStringLiteral(",");
     if (text == u"semicolon")
@@ -98,18 +171,8 @@ QString parseSeparator(const QString& text)
     if (text == u"space")
         return QStringLiteral(" ");
     if (text.isEmpty() || text.contains(u'\n') || text.contains(u'\r'))
-        throw UsageError{Text::tr("--separator: нужен непустой текст без перевода строки")};
+        line.refuse("separator");
     return text;
-}
-
-int parseDecimals(const QString& text)
-{
-    bool isNumber = false;
-    const int decimals = text.toInt(&isNumber);
-    if (!isNumber || decimals < 0 || decimals > vexdesk::ReferenceData::maxDecimals)
-        throw UsageError{Text::tr("--decimals: нужно число от 0 до %1: «%2»")
-                             .arg(QString::number(vexdesk::ReferenceData::maxDecimals), text)};
-    return decimals;
 }
 
 } // namespace tadata::cli

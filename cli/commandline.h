@@ -1,21 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QtCore/QCoreApplication>
+#include "commands.h"
+
+#include <QtCore/QDate>
 #include <QtCore/QMap>
-#include <QtCore/QString>
-#include <QtCore/QStringList>
 
 #include <optional>
 
 namespace tadata::cli {
-
-/// What every command of tadata returns to the shell.
-enum ExitCode {
-    Success = 0,
-    Failure = 1,    ///< the work could not be done; standard error says why
-    WrongUsage = 2, ///< the command line is wrong; nothing was done
-};
 
 /// Thrown for a command line that is wrong; main() prints it with a hint.
 struct UsageError
@@ -23,47 +16,46 @@ struct UsageError
     QString text;
 };
 
-/// The words after the command's name, parsed. Throws UsageError.
+/// An integer, as every option and file of tadata writes one.
+std::optional<qint64> integerFrom(QStringView text);
+
+/// The words after a command's name, taken apart by its options. Every function throws UsageError
+/// with the option, the value that was given and what it takes; names are those of the command's
+/// options.
 class CommandLine final
 {
 public:
-    /// An option that takes a value, or a switch when `takesValue` is false.
-    struct Option
-    {
-        const char* name;
-        bool takesValue = true;
-    };
+    /// Checks all that the table says. The command must live as long.
+    CommandLine(const Command& command, const QStringList& words);
+    CommandLine(Command&& command, const QStringList& words) = delete;
 
-    CommandLine(const QStringList& words, std::initializer_list<Option> options);
-
-    bool isSet(const char* option) const;
-    std::optional<QString> value(const char* option) const;
-    QString required(const char* option) const;
     const QStringList& positional() const { return m_positional; }
 
+    bool isSet(const char* option) const;
+    /// The value that was given, otherwise the option's fallback.
+    std::optional<QString> value(const char* option) const;
+    /// The same, of an option that always has one.
+    QString text(const char* option) const;
+    /// A number of this interval, both ends included; none where the option has no value.
+    std::optional<int> number(const char* option, int from, int to) const;
+    /// A day such as 2024-01-31; none where the option has no value.
+    std::optional<QDate> day(const char* option) const;
+
+    /// Throws UsageError: the option's value is wrong. `why` says more than what it takes.
+    [[noreturn]] void refuse(const char* option, const QString& why = QString()) const;
+
 private:
+    const Option& optionOf(const QString& name) const;
+    void takeOption(const QString& word, QStringList& rest);
+    void checkPartners() const;
+    void checkMissing() const;
+
+    const Command& m_command;
     QMap<QString, QString> m_values;
     QStringList m_positional;
 };
 
-/// A separator as the user gives it: the text itself, or one of the words comma, semicolon, space.
-/// Throws UsageError for an empty text or one with a line end.
-QString parseSeparator(const QString& text);
-
-/// A number of digits after the point. Throws UsageError unless it is from 0 to 15.
-int parseDecimals(const QString& text);
-
-/// Gives Text::tr, the texts of tadata in the user's language.
-struct Text
-{
-    Q_DECLARE_TR_FUNCTIONS(tadata)
-};
-
-/// Writes one line to standard error.
-void printError(const QString& text);
-
-/// Writes a text to standard output. A failure, which has been told to the user, when not all of it
-/// could be written.
-ExitCode printOutput(const QString& text);
+/// The value of --separator, with its words as what they stand for. Throws UsageError.
+QString parseSeparator(const CommandLine& line);
 
 } // namespace tadata::cli

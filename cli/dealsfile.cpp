@@ -18,8 +18,10 @@ namespace tadata::cli {
 namespace {
 
 using vexdesk::Deal;
+using vexdesk::Failure;
+using vexdesk::Outcome;
 
-enum Column : int { Moment, Price, Quantity, OpenInterest, Value, ColumnCount };
+enum Column { Moment, Price, Quantity, OpenInterest, Value, ColumnCount };
 constexpr int mandatoryColumns = OpenInterest;
 
 // Thrown for a line that is no deal.
@@ -30,14 +32,13 @@ struct LineError
 
 using Fields = QList<QStringView>;
 
-std::optional<long long> integerAt(const Fields& fields, Column column)
+std::optional<qint64> integerAt(const Fields& fields, Column column)
 {
     const QStringView text = fields.value(column);
     if (text.isEmpty())
         return std::nullopt;
-    bool isNumber = false;
-    const long long number = text.toLongLong(&isNumber);
-    if (!isNumber)
+    const std::optional<qint64> number = integerFrom(text);
+    if (!number)
         throw LineError{Text::tr("«%1» — не целое число").arg(text)};
     return number;
 }
@@ -76,22 +77,20 @@ Deal parseDeal(const QString& line, const SeriesIds& series)
 // A file that begins with a deal would lose it without a word.
 bool isHeading(const QString& line)
 {
-    bool isNumber = false;
-    (void)QStringView(line).split(u',').first().toLongLong(&isNumber);
-    return !isNumber;
+    return !integerFrom(QStringView(line).split(u',').first());
 }
 
 } // namespace
 
-QString loadDeals(const QString& path, const SeriesIds& series, vexdesk::Database& database)
+Outcome loadDeals(const QString& path, const SeriesIds& series, vexdesk::Database& database)
 {
     vexdesk::DayFileLines lines(path, vexdesk::DayFileLines::unlimited);
     if (!lines.open())
-        return Text::tr("Невозможно открыть файл %1").arg(path);
+        return Failure{Text::tr("Невозможно открыть файл %1").arg(path)};
     QByteArrayView line;
     const bool hasLine = lines.nextBytes(&line);
     if (hasLine && !isHeading(vexdesk::textFromUtf8(line)))
-        return Text::tr("%1: первая строка — сделка, а должна быть заголовком").arg(path);
+        return Failure{Text::tr("%1: первая строка — сделка, а должна быть заголовком").arg(path)};
 
     const vexdesk::DealWriter writer(vexdesk::dealsTable(database));
     const std::lock_guard lock(*writer.table());
@@ -103,11 +102,13 @@ QString loadDeals(const QString& path, const SeriesIds& series, vexdesk::Databas
                 writer.table()->insert(writer.row(parseDeal(vexdesk::textFromUtf8(line), series)));
         }
     } catch (const LineError& error) {
-        return Text::tr("%1, строка %2: %3").arg(path, QString::number(number), error.what);
+        return Failure{
+            Text::tr("%1, строка %2: %3").arg(path, QString::number(number), error.what)};
     }
-    return lines.outcome()
-               ? QString()
-               : Text::tr("Невозможно прочитать файл %1: %2").arg(path, lines.outcome().message());
+    if (!lines.outcome())
+        return Failure{Text::tr("Невозможно прочитать файл %1: %2")
+                           .arg(path, lines.outcome().message())};
+    return {};
 }
 
 } // namespace tadata::cli

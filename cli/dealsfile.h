@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <vexdesk/outcome.h>
+
 #include <QtCore/QString>
 
 namespace vexdesk {
@@ -23,7 +25,8 @@ struct SeriesIds
 ///     1705312800000,120.05,3,,360.15
 ///
 /// The first line is a heading. The last one or two columns may be missing, and an empty field is
-/// an absent value. Null text, or what is wrong and in which line.
-QString loadDeals(const QString& path, const SeriesIds& series, vexdesk::Database& database);
+/// an absent value. A failure says what is wrong and in which line.
+vexdesk::Outcome loadDeals(const QString& path, const SeriesIds& series,
+                           vexdesk::Database& database);
 
 } // namespace tadata::cli

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "exportcommand.h"
-
+#include "commands.h"
 #include "dealsfile.h"
 #include "progressbar.h"
 #include "series.h"
@@ -8,90 +7,59 @@
 #include "exportjob.h"
 
 #include <vexdesk/database/exception.h>
+#include <vexdesk/history/dayfilenames.h>
+#include <vexdesk/history/filestate.h>
 #include <vexdesk/history/storepaths.h>
 #include <vexdesk/terminal/core.h>
 
 #include <QtCore/QFileInfo>
 
 #include <algorithm>
-#include <array>
 
 namespace tadata::cli {
 
+using vexdesk::Failure;
+using vexdesk::Outcome;
+
 namespace {
 
-constexpr std::array timeframes{1, 60, 300, 600, 1800, 3600, 86400};
-
-const QString defaultLineFormat =
-    QStringLiteral("TICKER,PER,DATE,TIME,OPEN,HIGH,LOW,CLOSE,VOL,VAL,OPEN_INT");
-
-QDate parseDay(const char* option, const QString& text)
-{
-    const QDate day = QDate::fromString(text, QStringLiteral("yyyy-MM-dd"));
-    if (!day.isValid())
-        throw UsageError{
-            Text::tr("--%1: нужна дата вида 2024-01-31: «%2»").arg(QLatin1String(option), text)};
-    return day;
-}
-
-int parseTimeframe(const QString& text)
-{
-    QStringList known;
-    for (const int timeframe : timeframes) {
-        known.append(QString::number(timeframe));
-        if (known.last() == text)
-            return timeframe;
-    }
-    throw UsageError{
-        Text::tr("--timeframe: бывает %1: «%2»").arg(known.join(QStringLiteral(", ")), text)};
-}
-
-[[noreturn]] void refusePattern(const char* option, const QString& pattern,
-                                const QStringList& needed)
-{
-    throw UsageError{Text::tr("--%1: вид «%2» не называет всего, что нужно: %3")
-                         .arg(QLatin1String(option), pattern, needed.join(QStringLiteral(", ")))};
-}
-
-// A pattern in which each of these letters stands, in lower or in upper case.
-QString parsePattern(const char* option, const QString& pattern, const QStringList& letters)
-{
-    const bool isWhole =
-        std::all_of(letters.begin(), letters.end(), [&pattern](const QString& letter) {
-            return pattern.contains(letter.front(), Qt::CaseInsensitive);
-        });
-    if (!isWhole)
-        refusePattern(option, pattern, letters);
-    return pattern;
-}
-
-// Whether a year stands in a pattern, outside of its quotes: one letter, or three, are none.
-bool hasYear(const QString& pattern)
+// Whether a pattern has, outside of its quotes, a run of one of these lengths of one of these
+// letters: a field of a date or a time, which Qt tells apart by case and length.
+bool hasField(const QString& pattern, QStringView letters, std::initializer_list<int> lengths)
 {
     bool isQuoted = false;
-    int letters = 0;
+    QChar current;
+    int length = 0;
     for (const QChar letter : pattern + QChar()) {
-        if (letter == u'y' && !isQuoted) {
-            ++letters;
+        if (letter == current && letter != u'\'') {
+            ++length;
             continue;
         }
-        if (letters == 2 || letters == 4)
+        if (!isQuoted && letters.contains(current) &&
+            std::find(lengths.begin(), lengths.end(), length) != lengths.end())
             return true;
-        letters = 0;
         if (letter == u'\'')
             isQuoted = !isQuoted;
+        current = letter;
+        length = 1;
     }
     return false;
 }
 
 QString parseDateFormat(const CommandLine& line)
 {
-    constexpr auto option = "date-format";
-    const QString format = line.value(option).value_or(QStringLiteral("yyyyMMdd"));
-    const QStringList needed{QStringLiteral("d"), QStringLiteral("M"), QStringLiteral("yy")};
-    parsePattern(option, format, needed);
-    if (!hasYear(format))
-        refusePattern(option, format, needed);
+    QString format = line.text("date-format");
+    if (!hasField(format, u"d", {1, 2}) || !hasField(format, u"M", {1, 2, 3, 4}) ||
+        !hasField(format, u"y", {2, 4}))
+        line.refuse("date-format");
+    return format;
+}
+
+QString parseTimeFormat(const CommandLine& line)
+{
+    QString format = line.text("time-format");
+    if (!hasField(format, u"hH", {1, 2}) || !hasField(format, u"m", {1, 2}))
+        line.refuse("time-format");
     return format;
 }
 
@@ -99,23 +67,21 @@ ExportDetails parseDetails(const CommandLine& line)
 {
     ExportDetails details;
     details.outputPath = line.positional().first();
-    details.dateFrom = parseDay("from", line.required("from"));
-    details.dateTo = parseDay("to", line.required("to"));
+    details.dateFrom = *line.day("from");
+    details.dateTo = *line.day("to");
     if (details.dateTo < details.dateFrom)
-        throw UsageError{Text::tr("--to: раньше, чем --from")};
-    details.timeframe = parseTimeframe(line.value("timeframe").value_or(QStringLiteral("60")));
-    details.lineFormat = line.value("line-format").value_or(defaultLineFormat);
-    details.separator = parseSeparator(line.value("separator").value_or(QStringLiteral(",")));
+        line.refuse("to", Text::tr("раньше, чем --from %1").arg(line.text("from")));
+    details.timeframe = line.text("timeframe").toInt();
+    details.lineFormat = line.text("line-format");
+    details.separator = parseSeparator(line);
     details.dateFormat = parseDateFormat(line);
-    details.timeFormat =
-        parsePattern("time-format", line.value("time-format").value_or(QStringLiteral("hhmmss")),
-                     {QStringLiteral("h"), QStringLiteral("m")});
+    details.timeFormat = parseTimeFormat(line);
     details.addHeader = !line.isSet("no-header");
     return details;
 }
 
 // The deals of a file stand in for what the terminal's feed would bring.
-QString loadDealsOf(const QString& file, const SeriesCodes& codes, vexdesk::Core& core)
+Outcome loadDealsOf(const QString& file, const SeriesCodes& codes, vexdesk::Core& core)
 {
     if (!isKnown(codes))
         makeKnown(codes, 0);
@@ -136,13 +102,52 @@ ExportResult runJob(const ExportDetails& details, const QDate& today, const Seri
 }
 
 // The days that are exported: each day from today on would bring the deals of today once more.
-void cutAtToday(ExportDetails& details, const QDate& today)
+void cutAtToday(const CommandLine& line, ExportDetails& details, const QDate& today)
 {
     if (details.dateFrom > today)
-        throw UsageError{
-            Text::tr("--from: %1 позже, чем сегодня, %2: выгружать нечего")
-                .arg(details.dateFrom.toString(Qt::ISODate), today.toString(Qt::ISODate))};
+        line.refuse(
+            "from",
+            Text::tr("позже, чем сегодня, %1: выгружать нечего").arg(today.toString(Qt::ISODate)));
     details.dateTo = std::min(details.dateTo, today);
+}
+
+// What is read would be gone before it is read.
+void refuseInputAsOutput(const CommandLine& line, const QString& path)
+{
+    const auto output = vexdesk::fileState(path);
+    for (const char* option : {"deals", "reference"}) {
+        const auto input = vexdesk::fileState(line.value(option).value_or(QString()));
+        if (input && output && input->isSameFile(*output))
+            line.refuse(option, Text::tr("это и файл %1, который был бы записан").arg(path));
+    }
+}
+
+// A day that is not stored yet must not come to be one that no import has written: neither under
+// the name that was given nor under the one to which links lead from there.
+bool isNewDayFile(const QString& output, const QDir& root)
+{
+    QFileInfo target(output);
+    constexpr int longestChain = 40;
+    for (int i = 0; i < longestChain && target.isSymLink(); ++i)
+        target.setFile(target.symLinkTarget());
+    const auto isBelow = [](const QString& path, const QString& directory) {
+        return path == directory || path.startsWith(directory + u'/');
+    };
+    const QString named = QDir::cleanPath(QFileInfo(output).absolutePath());
+    return root.exists() && vexdesk::isBarFileName(target.fileName()) &&
+           (isBelow(target.dir().canonicalPath(), root.canonicalPath()) ||
+            isBelow(named, QDir::cleanPath(root.absolutePath())));
+}
+
+Outcome checkOutput(const ExportDetails& details, const QDir& root)
+{
+    if (Outcome allowed = mayWriteOutput(details, root); !allowed)
+        return allowed;
+    if (isNewDayFile(details.outputPath, root))
+        return Failure{Text::tr("Файл %1 стал бы файлом дня в хранилище: их пишет только "
+                                "импорт. Выберите другой файл")
+                           .arg(details.outputPath)};
+    return {};
 }
 
 ExitCode report(const ExportResult& result)
@@ -151,96 +156,128 @@ ExitCode report(const ExportResult& result)
         printError(Text::tr("Невозможно открыть файл %1: его баров в выгрузке нет").arg(path));
     if (!result.outcome)
         printError(result.outcome.message());
-    return result.outcome && result.unopened.isEmpty() ? Success : Failure;
+    return result.outcome && result.unopened.isEmpty() ? ExitCode::Success : ExitCode::Failure;
 }
 
-} // namespace
-
-ExitCode runExport(const QStringList& words)
+ExitCode runExport(const CommandLine& line)
 {
-    const CommandLine line(words, {{"series"},
-                                   {"from"},
-                                   {"to"},
-                                   {"timeframe"},
-                                   {"line-format"},
-                                   {"separator"},
-                                   {"date-format"},
-                                   {"time-format"},
-                                   {"no-header", false},
-                                   {"store"},
-                                   {"deals"},
-                                   {"today"},
-                                   {"reference"}});
-    if (line.positional().size() != 1)
-        throw UsageError{Text::tr("нужен один файл")};
-    const SeriesCodes codes = parseSeries(line.required("series"));
+    const SeriesCodes codes = parseSeries(line);
     ExportDetails details = parseDetails(line);
-    const QDate today =
-        line.isSet("today") ? parseDay("today", line.required("today")) : QDate::currentDate();
-    cutAtToday(details, today);
+    const QDate today = line.day("today").value_or(QDate::currentDate());
+    cutAtToday(line, details, today);
+    refuseInputAsOutput(line, details.outputPath);
     const std::optional<QString> store = parseStore(line);
-    if (store && !QFileInfo(*store).isDir()) {
-        printError(Text::tr("Нет каталога %1").arg(*store));
-        return Failure;
-    }
+    if (store && !QFileInfo(*store).isDir())
+        return fail(Text::tr("Нет каталога %1").arg(*store));
 
-    if (const QString error = installReferenceData(line); !error.isNull()) {
-        printError(error);
-        return Failure;
-    }
-    const QDir root = store ? QDir(*store) : vexdesk::storePlace();
+    if (const auto installed = installReferenceData(line); !installed)
+        return fail(installed.message());
     setSeries(details, codes);
-    if (const auto allowed = mayWriteOutput(details, root); !allowed) {
-        printError(allowed.message());
-        return Failure;
-    }
+    const QDir root = store ? QDir(*store) : vexdesk::storePlace();
+    if (const auto output = checkOutput(details, root); !output)
+        return fail(output.message());
 
     vexdesk::Core core;
     if (const auto file = line.value("deals")) {
-        if (const QString error = loadDealsOf(*file, codes, core); !error.isNull()) {
-            printError(error);
-            return Failure;
-        }
+        if (const auto loaded = loadDealsOf(*file, codes, core); !loaded)
+            return fail(loaded.message());
     }
     setSeries(details, codes);
     return report(runJob(details, today, [&] { return makeSeriesDirIn(store, codes); }));
 }
 
-QString exportHelp()
+// One end of the interval, of which both must be given.
+Option endOption(const char* name, const char* otherEnd, const QString& meaning)
 {
-    return Text::tr(
-        "Использование: tadata export ФАЙЛ --series ПЛОЩАДКА/РЕЖИМ/ИНСТРУМЕНТ\n"
-        "                             --from ДЕНЬ --to ДЕНЬ [параметры]\n"
-        "\n"
-        "Записывает бары серии в текстовый файл. Файл, который уже есть, заменяется. За каждую\n"
-        "строку хранилища пишется бар, каким он стал к ней, и ещё раз — когда он закончен:\n"
-        "законченный бар — последняя строка со своим временем. Файл дня, который нельзя открыть,\n"
-        "назван в стандартном выводе ошибок, и код завершения тогда 1.\n"
-        "\n"
-        "  --series КОДЫ        серия: коды площадки, режима торгов и инструмента через «/»\n"
-        "  --from ДЕНЬ          первый день, например 2024-01-31; не позже сегодняшнего\n"
-        "  --to ДЕНЬ            последний день; дни после сегодняшнего пропускаются\n"
-        "  --timeframe СЕКУНДЫ  длина бара: 1, 60 (по умолчанию), 300, 600, 1800, 3600, 86400\n"
-        "  --line-format СПИСОК столбцы через запятую: TICKER, PER, DATE, TIME, OPEN, HIGH, LOW,\n"
-        "                       CLOSE, VOL, VAL, OPEN_INT; по умолчанию все. Порядок столбцов\n"
-        "                       всегда этот; строка кончается после последнего в списке\n"
-        "  --separator ТЕКСТ    разделитель столбцов или слово comma, semicolon, space;\n"
-        "                       по умолчанию запятая\n"
-        "  --date-format ВИД    вид даты из d, M и yy или yyyy; по умолчанию yyyyMMdd\n"
-        "  --time-format ВИД    вид времени из h, m, s и z; по умолчанию hhmmss\n"
-        "  --no-header          без строки заголовка\n"
-        "  --store КАТАЛОГ      каталог с папками площадок; по умолчанию хранилище терминала\n"
-        "  --deals ФАЙЛ         сделки сегодняшнего дня: moment_ms_utc,price,quantity и, если\n"
-        "                       есть, open_interest и value; первая строка — заголовок\n"
-        "  --today ДЕНЬ         какой день считать сегодняшним: дни до него берутся из хранилища,\n"
-        "                       он сам — из сделок\n"
-        "  --reference ФАЙЛ     справочник площадок, режимов и инструментов; по умолчанию\n"
-        "                       справочник терминала\n"
-        "\n"
-        "Пример:\n"
-        "  tadata export eurusd.txt --series ORIENT/FX/EURUSD --from 2024-01-01 --to 2024-01-31 "
-        "\\\n"
-        "         --timeframe 300\n");
+    Option option = dayOption(name, meaning);
+    option.partner = QLatin1String(otherEnd);
+    option.isRequired = true;
+    return option;
+}
+
+// Which bars are written.
+QList<Option> barOptions()
+{
+    return {
+        seriesOption(),
+        endOption("from", "to", Text::tr("Первый день, не позже сегодняшнего.")),
+        endOption("to", "from", Text::tr("Последний день; дни после сегодняшнего пропускаются.")),
+        {.name = QStringLiteral("timeframe"),
+         .value = Text::tr("СЕКУНДЫ"),
+         .meaning = Text::tr("Длина бара. Секундные бары делаются из хранимых секундных, все "
+                             "остальные — из хранимых минутных."),
+         .choices = QStringLiteral("1 60 300 600 1800 3600 86400").split(u' '),
+         .fallback = QStringLiteral("60")},
+    };
+}
+
+// How the lines of the output look.
+QList<Option> formatOptions()
+{
+    return {
+        {.name = QStringLiteral("line-format"),
+         .value = Text::tr("СПИСОК"),
+         .meaning = Text::tr("Какие столбцы выгружать. Порядок столбцов всегда как в значении по "
+                             "умолчанию; строка кончается после последнего из названных. "
+                             "Неизвестное название ничего не пишет."),
+         .takes = Text::tr("названия через запятую"),
+         .fallback = QStringLiteral("TICKER,PER,DATE,TIME,OPEN,HIGH,LOW,CLOSE,VOL,VAL,OPEN_INT")},
+        separatorOption(),
+        {.name = QStringLiteral("date-format"),
+         .value = Text::tr("ВИД"),
+         .meaning = Text::tr("Вид даты."),
+         .takes = Text::tr("вид, в котором есть число (d или dd), месяц (M или MM) и год (yy или "
+                           "yyyy); большие и малые буквы различаются"),
+         .fallback = QStringLiteral("yyyyMMdd")},
+        {.name = QStringLiteral("time-format"),
+         .value = Text::tr("ВИД"),
+         .meaning = Text::tr("Вид времени."),
+         .takes = Text::tr("вид, в котором есть часы (h или hh) и минуты (m или mm) и могут быть "
+                           "секунды (s или ss) и их доли (z или zzz); большие и малые буквы "
+                           "различаются"),
+         .fallback = QStringLiteral("hhmmss")},
+        {.name = QStringLiteral("no-header"),
+         .meaning = Text::tr("Без строки с названиями столбцов.")},
+    };
+}
+
+// What the bars are taken from.
+QList<Option> sourceOptions()
+{
+    return {
+        storeOption(),
+        {.name = QStringLiteral("deals"),
+         .value = Text::tr("ФАЙЛ"),
+         .meaning = Text::tr("Сделки сегодняшнего дня: под заголовком столбцы moment_ms_utc, "
+                             "price, quantity и, если нужно, open_interest и value, через "
+                             "запятую; пустое поле — отсутствующее значение. Момент — "
+                             "миллисекунды с 1970 года по UTC."),
+         .takes = Text::tr("имя файла")},
+        dayOption("today", Text::tr("Какой день считать сегодняшним: дни до него берутся из "
+                                    "хранилища, он сам — из сделок. Без него — текущая дата.")),
+        referenceOption(),
+    };
+}
+
+} // namespace
+
+Command exportCommand()
+{
+    return {.name = QStringLiteral("export"),
+            .words = Text::tr("ФАЙЛ"),
+            .fewestWords = 1,
+            .mostWords = 1,
+            .summary = Text::tr("Записать хранимые бары в текстовый файл."),
+            .description = Text::tr(
+                "Записывает бары серии в текстовый файл. Файл, который уже есть, заменяется. За "
+                "каждую строку хранилища пишется бар, каким он стал к ней, и ещё раз — когда он "
+                "закончен: законченный бар — последняя строка со своим временем. Файл дня, "
+                "который нельзя открыть, назван в стандартном выводе ошибок, и код завершения "
+                "тогда 1."),
+            .options = barOptions() + formatOptions() + sourceOptions(),
+            .example = QStringLiteral("tadata export eurusd.txt --series ORIENT/FX/EURUSD \\\n"
+                                      "       --from 2024-01-01 --to 2024-01-31 --timeframe 300"),
+            .run = runExport};
 }
 
 } // namespace tadata::cli

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "importcommand.h"
-
+#include "commands.h"
 #include "progressbar.h"
 #include "series.h"
 
@@ -9,8 +8,10 @@
 
 #include <vexdesk/history/dayfilenames.h>
 #include <vexdesk/history/storepaths.h>
+#include <vexdesk/terminal/referencedata.h>
 
 #include <array>
+#include <limits>
 
 namespace tadata::cli {
 
@@ -31,82 +32,84 @@ constexpr std::array roleNames{
     RoleName{"oi", ColumnRole::OpenInterest, false},
 };
 
-ColumnRole parseRole(const QString& name)
+std::optional<ColumnRole> roleOf(const QString& name)
 {
     for (const RoleName& known : roleNames) {
         if (name == QLatin1String(known.name))
             return known.role;
     }
-    throw UsageError{
-        Text::tr("--columns: неизвестное значение «%1»; бывают date, time, open, high, low, "
-                 "close, volume, value, oi")
-            .arg(name)};
+    return std::nullopt;
 }
 
-QMap<qint32, qint32> parseColumns(const QString& text)
+std::optional<int> columnOf(const QString& text)
 {
+    const std::optional<qint64> number = integerFrom(text);
+    const bool isColumn = number && *number >= 0 && *number <= std::numeric_limits<int>::max();
+    return isColumn ? std::optional(static_cast<int>(*number)) : std::nullopt;
+}
+
+QMap<qint32, qint32> parseColumns(const CommandLine& line)
+{
+    const auto refuse = [&line](const QString& why) { line.refuse("columns", why); };
     QMap<qint32, qint32> columns;
-    const QStringList parts = text.split(u',');
+    const QStringList parts = line.text("columns").split(u',');
     for (const QString& part : parts) {
-        const qsizetype equals = part.indexOf(u'=');
-        const auto role = static_cast<qint32>(parseRole(part.left(equals)));
-        bool isNumber = false;
-        const int column = equals < 0 ? -1 : QStringView(part).mid(equals + 1).toInt(&isNumber);
-        if (!isNumber || column < 0)
-            throw UsageError{
-                Text::tr("--columns: нужен номер столбца, считая от 0: «%1»").arg(part)};
-        if (columns.contains(role))
-            throw UsageError{Text::tr("--columns: «%1» задано дважды").arg(part.left(equals))};
-        if (columns.values().contains(column))
-            throw UsageError{Text::tr("--columns: столбец %1 назначен дважды").arg(column)};
-        columns.insert(role, column);
+        const QString name = part.section(u'=', 0, 0);
+        const std::optional<ColumnRole> role = roleOf(name);
+        const std::optional<int> column = columnOf(part.section(u'=', 1));
+        if (!role)
+            refuse(Text::tr("роли «%1» нет").arg(escaped(name)));
+        if (!column)
+            refuse(Text::tr("«%1» не называет номера столбца").arg(escaped(part)));
+        if (columns.contains(qint32(*role)))
+            refuse(Text::tr("роль «%1» названа дважды").arg(name));
+        if (columns.values().contains(*column))
+            refuse(Text::tr("столбец %1 назначен дважды").arg(*column));
+        columns.insert(qint32(*role), *column);
     }
     for (const RoleName& known : roleNames) {
         if (known.mandatory && !columns.contains(static_cast<qint32>(known.role)))
-            throw UsageError{
-                Text::tr("--columns: не задан столбец «%1»").arg(QLatin1String(known.name))};
+            refuse(Text::tr("нет роли «%1»").arg(QLatin1String(known.name)));
     }
     return columns;
 }
 
-qint32 parseTimeframe(const QString& text)
-{
-    if (text == QString::number(vexdesk::minuteTimeframe))
-        return vexdesk::minuteTimeframe;
-    if (text == QString::number(vexdesk::secondTimeframe))
-        return vexdesk::secondTimeframe;
-    throw UsageError{Text::tr("--timeframe: бывает 60 или 1: «%1»").arg(text)};
-}
-
-TextFormat parseFormat(const char* option, const QString& pattern, const QList<TextFormat>& known)
+QStringList patternsOf(const QList<TextFormat>& formats)
 {
     QStringList patterns;
-    for (const TextFormat& format : known) {
-        if (format.pattern == pattern)
-            return format;
+    for (const TextFormat& format : formats)
         patterns.append(format.pattern);
-    }
-    throw UsageError{Text::tr("--%1: бывает %2: «%3»")
-                         .arg(QLatin1String(option), patterns.join(QStringLiteral(", ")), pattern)};
+    return patterns;
+}
+
+// The table of the options has its patterns from the same list.
+TextFormat formatOf(const QString& pattern, const QList<TextFormat>& formats)
+{
+    return formats.value(patternsOf(formats).indexOf(pattern));
 }
 
 ImportDetails parseDetails(const CommandLine& line)
 {
     ImportDetails details;
-    details.columns = parseColumns(line.required("columns"));
-    details.timeframe = parseTimeframe(line.value("timeframe").value_or(QStringLiteral("60")));
-    details.separator = parseSeparator(line.value("separator").value_or(QStringLiteral(",")));
-    const TextFormat date =
-        parseFormat("date-format", line.value("date-format").value_or(QStringLiteral("yyyyMMdd")),
-                    dateFormats());
+    details.columns = parseColumns(line);
+    details.timeframe = line.text("timeframe").toInt();
+    details.separator = parseSeparator(line);
+    const TextFormat date = formatOf(line.text("date-format"), dateFormats());
     details.dateFormat = date.pattern;
     details.dateFormatTitle = date.title;
-    const TextFormat time = parseFormat(
-        "time-format", line.value("time-format").value_or(QStringLiteral("hhmmss")), timeFormats());
+    const TextFormat time = formatOf(line.text("time-format"), timeFormats());
     details.timeFormat = time.pattern;
     details.timeFormatTitle = time.title;
     details.firstLineIsHeader = !line.isSet("no-header");
     return details;
+}
+
+// No list could show them as they are.
+void refuseUnprintable(const CommandLine& line)
+{
+    if (hasUnprintable(line.text("series")))
+        line.refuse("series", Text::tr("в кодах не может быть управляющих символов и того, что не "
+                                       "UTF-8"));
 }
 
 ImportResult runJob(const QString& file, const ImportDetails& details, const SeriesDir& seriesDir)
@@ -115,89 +118,96 @@ ImportResult runJob(const QString& file, const ImportDetails& details, const Ser
     return importBars(file, details, seriesDir, [&bar](int percent) { bar.show(percent); });
 }
 
-} // namespace
-
-ExitCode runImport(const QStringList& words)
+ExitCode runImport(const CommandLine& line)
 {
-    const CommandLine line(words, {{"series"},
-                                   {"columns"},
-                                   {"timeframe"},
-                                   {"separator"},
-                                   {"date-format"},
-                                   {"time-format"},
-                                   {"no-header", false},
-                                   {"decimals"},
-                                   {"store"},
-                                   {"reference"}});
-    if (line.positional().size() != 1)
-        throw UsageError{Text::tr("нужен один файл")};
-    const QString file = line.positional().first();
-    const SeriesCodes codes = parseSeries(line.required("series"));
-    refuseUnprintable(codes);
+    const QString& file = line.positional().first();
+    const SeriesCodes codes = parseSeries(line);
+    refuseUnprintable(line);
     ImportDetails details = parseDetails(line);
     const std::optional<QString> store = parseStore(line);
-    std::optional<int> decimals;
-    if (const auto text = line.value("decimals"))
-        decimals = parseDecimals(*text);
+    const auto decimals = line.number("decimals", 0, vexdesk::ReferenceData::maxDecimals);
 
-    if (const QString error = installReferenceData(line); !error.isNull()) {
-        printError(error);
-        return Failure;
-    }
-    if (decimals) {
+    if (const auto installed = installReferenceData(line); !installed)
+        return fail(installed.message());
+    if (decimals)
         makeKnown(codes, *decimals);
-    } else if (!isKnown(codes)) {
+    else if (!isKnown(codes))
         throw UsageError{
             Text::tr("инструмента %1/%2/%3 нет в справочнике: задайте --decimals, число "
                      "знаков после точки в ценах")
                 .arg(codes.stock, codes.board, codes.security)};
-    }
     setSeries(details, codes);
 
     const ImportResult result =
         runJob(file, details, [&] { return makeSeriesDirIn(store, codes); });
-    if (!result.outcome) {
-        printError(result.outcome.message());
-        return Failure;
-    }
+    if (!result.outcome)
+        return fail(result.outcome.message());
     if (result.bars == 0)
         printError(Text::tr("Ни одного бара не импортировано: в файле %1 их нет").arg(file));
-    return Success;
+    return ExitCode::Success;
 }
 
-QString importHelp()
+QList<Option> importOptions()
 {
-    return Text::tr(
-        "Использование: tadata import ФАЙЛ --series ПЛОЩАДКА/РЕЖИМ/ИНСТРУМЕНТ\n"
-        "                             --columns РОЛЬ=СТОЛБЕЦ,... [параметры]\n"
-        "\n"
-        "Импортирует бары из текстового файла. Файл дня заменяется целиком каждый раз, когда в\n"
-        "файле начинается этот день. Если в файле нет ни одного бара, об этом сказано в "
-        "стандартном\n"
-        "выводе ошибок, код завершения 0.\n"
-        "\n"
-        "  --series КОДЫ        серия: коды площадки, режима торгов и инструмента через «/»\n"
-        "  --columns СПИСОК     какой столбец что несёт, считая столбцы от 0; обязательны date,\n"
-        "                       time, open, high, low, close; могут быть volume (объём в штуках),\n"
-        "                       value (объём в деньгах), oi (открытый интерес)\n"
-        "  --timeframe 60|1     длина бара в секундах; по умолчанию 60. Из секундных баров\n"
-        "                       строятся и минутные, в отдельный файл\n"
-        "  --separator ТЕКСТ    разделитель столбцов или слово comma, semicolon, space;\n"
-        "                       по умолчанию запятая\n"
-        "  --date-format ВИД    yyyyMMdd (по умолчанию), yyMMdd, ddMMyy, dd.MM.yy или dd/MM/yy\n"
-        "  --time-format ВИД    hhmmss (по умолчанию), hhmm, hh:mm:ss или hh:mm\n"
-        "  --no-header          первая строка — уже бар, а не заголовок\n"
-        "  --decimals ЧИСЛО     знаков после точки в ценах, от 0 до 15; по умолчанию как в\n"
-        "                       справочнике инструментов\n"
-        "  --store КАТАЛОГ      каталог с папками площадок; по умолчанию хранилище терминала\n"
-        "  --reference ФАЙЛ     справочник площадок, режимов и инструментов; по умолчанию\n"
-        "                       справочник терминала\n"
-        "\n"
-        "Пример:\n"
-        "  tadata import eurusd.csv --series ORIENT/FX/EURUSD --separator semicolon --no-header "
-        "\\\n"
-        "         --date-format dd.MM.yy --time-format hh:mm \\\n"
-        "         --columns date=0,time=1,open=2,high=3,low=4,close=5,volume=6\n");
+    return {
+        seriesOption(),
+        {.name = QStringLiteral("columns"),
+         .value = Text::tr("РОЛЬ=СТОЛБЕЦ,..."),
+         .meaning = Text::tr("Что несёт каждый столбец. Роли date, time, open, high, low и close "
+                             "обязательны; могут быть volume (объём в штуках), value (объём в "
+                             "деньгах) и oi (открытый интерес)."),
+         .takes = Text::tr("через запятую роль и номер её столбца, считая от 0; роли date, time, "
+                           "open, high, low, close, volume, value, oi"),
+         .isRequired = true},
+        {.name = QStringLiteral("timeframe"),
+         .value = Text::tr("СЕКУНДЫ"),
+         .meaning = Text::tr("Длина бара. Из секундных баров строятся и минутные, в отдельный "
+                             "файл."),
+         .choices = {QString::number(vexdesk::minuteTimeframe),
+                     QString::number(vexdesk::secondTimeframe)},
+         .fallback = QString::number(vexdesk::minuteTimeframe)},
+        separatorOption(),
+        {.name = QStringLiteral("date-format"),
+         .value = Text::tr("ВИД"),
+         .meaning = Text::tr("Вид даты. Год из двух цифр — этого столетия."),
+         .choices = patternsOf(dateFormats()),
+         .fallback = QStringLiteral("yyyyMMdd")},
+        {.name = QStringLiteral("time-format"),
+         .value = Text::tr("ВИД"),
+         .meaning = Text::tr("Вид времени."),
+         .choices = patternsOf(timeFormats()),
+         .fallback = QStringLiteral("hhmmss")},
+        {.name = QStringLiteral("no-header"),
+         .meaning = Text::tr("Первая строка — уже бар, а не заголовок.")},
+        {.name = QStringLiteral("decimals"),
+         .value = Text::tr("ЧИСЛО"),
+         .meaning = Text::tr("Знаков после точки в ценах. Без него — как в справочнике; для "
+                             "инструмента, которого там нет, обязателен."),
+         .takes = Text::tr("число от 0 до %1").arg(vexdesk::ReferenceData::maxDecimals)},
+        storeOption(),
+        referenceOption(),
+    };
+}
+
+} // namespace
+
+Command importCommand()
+{
+    return {.name = QStringLiteral("import"),
+            .words = Text::tr("ФАЙЛ"),
+            .fewestWords = 1,
+            .mostWords = 1,
+            .summary = Text::tr("Импортировать бары из текстового файла."),
+            .description = Text::tr(
+                "Импортирует бары из текстового файла. Файл дня заменяется целиком каждый раз, "
+                "когда в файле начинается этот день. Если в файле нет ни одного бара, об этом "
+                "сказано в стандартном выводе ошибок, код завершения 0."),
+            .options = importOptions(),
+            .example = QStringLiteral(
+                "tadata import eurusd.csv --series ORIENT/FX/EURUSD --separator semicolon \\\n"
+                "       --no-header --date-format dd.MM.yy --time-format hh:mm \\\n"
+                "       --columns date=0,time=1,open=2,high=3,low=4,close=5,volume=6"),
+            .run = runImport};
 }
 
 } // namespace tadata::cli

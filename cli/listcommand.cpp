@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "listcommand.h"
-
+#include "commands.h"
 #include "series.h"
 
 #include <vexdesk/history/storecatalog.h>
@@ -10,18 +9,14 @@
 
 namespace tadata::cli {
 
-ExitCode runList(const QStringList& words)
-{
-    const CommandLine line(words, {{"store"}});
-    if (!line.positional().isEmpty())
-        throw UsageError{Text::tr("лишнее слово «%1»").arg(line.positional().first())};
+namespace {
 
+ExitCode runList(const CommandLine& line)
+{
     const std::optional<QString> store = parseStore(line);
     const QDir root = store ? QDir(*store) : vexdesk::storeRoot();
-    if (!root.exists()) {
-        printError(Text::tr("Нет каталога %1").arg(root.path()));
-        return Failure;
-    }
+    if (!root.exists())
+        return fail(Text::tr("Нет каталога %1").arg(root.path()));
 
     QString text;
     QTextStream out(&text);
@@ -36,21 +31,23 @@ ExitCode runList(const QStringList& words)
     for (const QString& directory : catalog.unreadable)
         printError(Text::tr("Невозможно прочитать каталог %1: того, что в нём, в списке нет")
                        .arg(escaped(directory)));
-    return catalog.unreadable.isEmpty() ? printed : Failure;
+    return catalog.unreadable.isEmpty() ? printed : ExitCode::Failure;
 }
 
-QString listHelp()
+} // namespace
+
+Command listCommand()
 {
-    return Text::tr(
-        "Использование: tadata list [--store КАТАЛОГ]\n"
-        "\n"
-        "Печатает по строке на каждую серию и таймфрейм, через табуляцию: серия, таймфрейм в\n"
-        "секундах, число файлов дней, первый и последний день, байты. Управляющие символы в кодах\n"
-        "печатаются в виде \\x0a и \\u2028. Каталог, который нельзя прочитать, назван в "
-        "стандартном\n"
-        "выводе ошибок; код завершения тогда 1, остальное напечатано.\n"
-        "\n"
-        "  --store КАТАЛОГ      каталог с папками площадок; по умолчанию хранилище терминала\n");
+    return {.name = QStringLiteral("list"),
+            .summary = Text::tr("Показать, что хранится."),
+            .description = Text::tr(
+                "Печатает по строке на каждую серию и таймфрейм, через табуляцию: серия, "
+                "таймфрейм в секундах, число файлов дней, первый и последний день, байты. "
+                "Управляющие символы в кодах печатаются в виде \\x0a и \\u2028. Каталог, который "
+                "нельзя прочитать, назван в стандартном выводе ошибок; код завершения тогда 1, "
+                "остальное напечатано."),
+            .options = {storeOption()},
+            .run = runList};
 }
 
 } // namespace tadata::cli

@@ -2,9 +2,7 @@
 // tadata: the batch companion of the terminal's history plug-in, for scripts and scheduled runs.
 
 #include "commandline.h"
-#include "exportcommand.h"
-#include "importcommand.h"
-#include "listcommand.h"
+#include "help.h"
 
 #include <vexdesk/terminal/core.h>
 #include <vexdesk/terminal/language.h>
@@ -13,45 +11,12 @@
 #include <QtCore/QLocale>
 #include <QtCore/QTranslator>
 
-#include <array>
 #include <memory>
 #include <vector>
 
 namespace {
 
 using namespace tadata::cli;
-
-struct CommandEntry
-{
-    const char* name;
-    ExitCode (*run)(const QStringList& words);
-    QString (*help)();
-};
-
-constexpr std::array commands{
-    CommandEntry{"import", runImport, importHelp},
-    CommandEntry{"export", runExport, exportHelp},
-    CommandEntry{"list", runList, listHelp},
-};
-
-QString generalHelp()
-{
-    return Text::tr(
-        "tadata — бары для графиков терминала из командной строки\n"
-        "\n"
-        "Использование:\n"
-        "  tadata import ФАЙЛ ...   импортировать бары из текстового файла\n"
-        "  tadata export ФАЙЛ ...   записать хранимые бары в текстовый файл\n"
-        "  tadata list ...          показать, что хранится\n"
-        "  tadata КОМАНДА --help    всё о команде\n"
-        "  tadata --version         версия\n"
-        "\n"
-        "Код завершения: 0 — сделано; 1 — не удалось, причина в стандартном выводе ошибок;\n"
-        "2 — неверная командная строка.\n"
-        "\n"
-        "Сообщения — на языке пользователя или на том, который назван в переменной окружения\n"
-        "TADATA_LANGUAGE: ru или en.\n");
-}
 
 // The texts of the program, of what it shares with the plug-in, and of the terminal's library.
 // Without their files they are Russian.
@@ -78,19 +43,21 @@ bool asksForHelp(const QStringList& words)
 
 ExitCode run(const QStringList& words)
 {
+    const QList<Command> known = commands();
     const QString name = words.value(0);
-    for (const CommandEntry& command : commands) {
-        if (name == QLatin1String(command.name)) {
+    for (const Command& command : known) {
+        if (name == command.name) {
             const QStringList rest = words.mid(1);
-            return asksForHelp(rest) ? printOutput(command.help()) : command.run(rest);
+            return asksForHelp(rest) ? printOutput(commandHelp(command))
+                                     : command.run(CommandLine(command, rest));
         }
     }
     if (name == u"--version")
         return printOutput(QStringLiteral("tadata " TADATA_VERSION "\n"));
     if (name == u"--help" || name == u"-h")
-        return printOutput(generalHelp());
+        return printOutput(generalHelp(known));
     throw UsageError{name.isEmpty() ? Text::tr("нет команды")
-                                    : Text::tr("неизвестная команда «%1»").arg(name)};
+                                    : Text::tr("неизвестная команда «%1»").arg(escaped(name))};
 }
 
 } // namespace
@@ -101,9 +68,9 @@ int main(int argc, char* argv[])
     vexdesk::setApplicationIdentity();
     const auto translations = installTranslations();
     try {
-        return run(QCoreApplication::arguments().mid(1));
+        return static_cast<int>(run(QCoreApplication::arguments().mid(1)));
     } catch (const UsageError& error) {
         printError(Text::tr("tadata: %1\nПодсказка: tadata --help").arg(error.text));
-        return WrongUsage;
+        return static_cast<int>(ExitCode::WrongUsage);
     }
 }

@@ -5,6 +5,8 @@
 
 #include "tadatadescription.h"
 
+#include <vexdesk/outcome.h>
+
 #include <QtCore/QDir>
 
 #include <optional>
@@ -19,17 +21,9 @@ struct SeriesCodes
     QString security;
 };
 
-/// Takes "STOCK/BOARD/SECURITY" apart. Throws UsageError for anything that would not be three
-/// directory names, so that nothing can be written outside the store.
-SeriesCodes parseSeries(const QString& text);
-
-/// Refuses codes that no list could show as they are: with control characters, or bytes that are no
-/// UTF-8. Throws UsageError.
-void refuseUnprintable(const SeriesCodes& codes);
-
-/// A code as a part of one printed line, whatever characters it has: control characters and what is
-/// no UTF-8 as "\x0a" and "\u2028". A backslash before an x or a u is doubled.
-QString escaped(const QString& code);
+/// The value of --series. Throws UsageError for anything that would not be three directory names,
+/// so that nothing can be written outside the store.
+SeriesCodes parseSeries(const CommandLine& line);
 
 /// The value of --store, none for the terminal's own store. Throws UsageError for an empty one.
 std::optional<QString> parseStore(const CommandLine& line);
@@ -39,8 +33,7 @@ std::optional<QString> parseStore(const CommandLine& line);
 QDir makeSeriesDirIn(const std::optional<QString>& store, const SeriesCodes& codes);
 
 /// Makes the directories answer from the reference data of --reference, or from the terminal's.
-/// Null text, or what is wrong with them.
-QString installReferenceData(const CommandLine& line);
+vexdesk::Outcome installReferenceData(const CommandLine& line);
 
 /// Whether the reference data hold the security.
 bool isKnown(const SeriesCodes& codes);

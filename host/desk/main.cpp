@@ -33,17 +33,15 @@ namespace {
 void installReferenceData(const QString& file)
 {
     using vexdesk::ReferenceData;
-    QString error;
-    const ReferenceData data =
-        file.isEmpty() ? ReferenceData::standard(&error) : ReferenceData::fromFile(file, &error);
-    if (error.isNull()) {
-        ReferenceData::install(data);
+    const auto data = file.isEmpty() ? ReferenceData::standard() : ReferenceData::fromFile(file);
+    if (data) {
+        ReferenceData::install(*data);
         return;
     }
     ReferenceData::install(ReferenceData::demonstration());
     vexdesk::reportError(QCoreApplication::translate(
                              "vexdesk::Main", "%1\n\nБудут использованы демонстрационные данные.")
-                             .arg(error));
+                             .arg(data.message()));
 }
 
 /// The failure of a tour ends the process on the spot: dialogs of the plug-in may be open.

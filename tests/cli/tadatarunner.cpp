@@ -58,11 +58,12 @@ QString tadataProgram()
 }
 
 Outcome runProgram(const QString& program, const QStringList& words,
-                   const QProcessEnvironment& environment)
+                   const QProcessEnvironment& environment, const QString& directory)
 {
     constexpr int patience = 240'000;
     QProcess process;
     process.setProcessEnvironment(environment);
+    process.setWorkingDirectory(directory);
     process.start(program, words, QIODevice::ReadOnly);
     Outcome outcome;
     if (process.waitForFinished(patience) && process.exitStatus() == QProcess::NormalExit)
@@ -72,9 +73,10 @@ Outcome runProgram(const QString& program, const QStringList& words,
     return outcome;
 }
 
-Outcome runTadata(const QStringList& words, const QProcessEnvironment& environment)
+Outcome runTadata(const QStringList& words, const QProcessEnvironment& environment,
+                  const QString& directory)
 {
-    return runProgram(tadataProgram(), words, environment);
+    return runProgram(tadataProgram(), words, environment, directory);
 }
 
 QStringList words(const char* text)

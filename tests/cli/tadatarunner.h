@@ -42,10 +42,13 @@ QProcessEnvironment faultyEnvironment(const QString& call, const QString& pathEn
 /// The file name of the program under test.
 QString tadataProgram();
 
+/// In this directory, or the test's own.
 Outcome runProgram(const QString& program, const QStringList& words,
-                   const QProcessEnvironment& environment = plainEnvironment());
+                   const QProcessEnvironment& environment = plainEnvironment(),
+                   const QString& directory = QString());
 Outcome runTadata(const QStringList& words,
-                  const QProcessEnvironment& environment = plainEnvironment());
+                  const QProcessEnvironment& environment = plainEnvironment(),
+                  const QString& directory = QString());
 
 /// The words of a command line, separated by blanks. For those that hold no blank themselves.
 QStringList words(const char* text);

@@ -2,15 +2,13 @@
 // What cannot be imported: one clear message, exit code 1, and nothing of the store lost but the
 // days that were being replaced.
 
-#include "tadatarunner.h"
+#include "commandtest.h"
 
 #include "support/filetree.h"
 #include "support/otheruser.h"
-#include "support/strictlog.h"
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QRandomGenerator>
-#include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
 
 #include <fcntl.h>
@@ -20,8 +18,6 @@
 using namespace testsupport;
 
 namespace {
-
-using Tree = QMap<QString, QByteArray>;
 
 constexpr char allColumns[] = "date=0,time=1,open=2,high=3,low=4,close=5,volume=6,value=7,oi=8";
 constexpr char series[] = "NORD/MAIN/ALFA";
@@ -60,7 +56,7 @@ QString stored(const char* name)
 
 } // namespace
 
-class TadataBadInputTest final : public QObject
+class TadataBadInputTest final : public CommandTest
 {
     Q_OBJECT
 
@@ -104,13 +100,10 @@ private Q_SLOTS:
     void wrongReferenceFileIsRefused();
 
 private:
-    QString path(const QString& name) const { return m_dir->filePath(name); }
     QString storePath(const QString& name) const { return path(QStringLiteral("store/")) + name; }
-    Tree tree() const { return readTree(QDir(path(QStringLiteral("store")))); }
     Outcome importFile(const QString& file, const QStringList& more = {}) const;
     Outcome import(const QByteArray& content, const QStringList& more = {}) const;
 
-    std::unique_ptr<QTemporaryDir> m_dir;
     QProcessEnvironment m_environment = plainEnvironment();
     // A day that no test imports: it must be there at the end of each.
     Tree m_earlier;
@@ -118,38 +111,28 @@ private:
 
 void TadataBadInputTest::init()
 {
-    failOnStrayWarnings();
+    CommandTest::init();
     m_environment = plainEnvironment();
-    m_dir = std::make_unique<QTemporaryDir>();
-    QVERIFY(m_dir->isValid());
-    m_earlier = {{stored("20240112_60.iss"), "an earlier day\n"}};
+    m_earlier = {{::stored("20240112_60.iss"), "an earlier day\n"}};
     writeFile(storePath(m_earlier.firstKey()), m_earlier.first());
 }
 
 void TadataBadInputTest::cleanup()
 {
     QCOMPARE(readFile(storePath(m_earlier.firstKey())), m_earlier.first());
-    m_dir.reset();
+    CommandTest::cleanup();
 }
 
 Outcome TadataBadInputTest::importFile(const QString& file, const QStringList& more) const
 {
-    QStringList line{QStringLiteral("import"), file, QStringLiteral("--store"),
-                     path(QStringLiteral("store"))};
-    if (!more.contains(QStringLiteral("header")))
-        line << words("--no-header");
-    if (!more.contains(QStringLiteral("--series")))
-        line << words("--series") << QLatin1String(series);
-    line << words("--columns") << QLatin1String(allColumns) << more;
-    line.removeAll(QStringLiteral("header"));
-    return runTadata(line, m_environment);
+    return runTadata(importLine(file, more + words("--columns") << QLatin1String(allColumns)),
+                     m_environment);
 }
 
 Outcome TadataBadInputTest::import(const QByteArray& content, const QStringList& more) const
 {
-    const QString file = path(QStringLiteral("bars.csv"));
-    writeFile(file, content);
-    return importFile(file, more);
+    return CommandTest::import(content, more + words("--columns") << QLatin1String(allColumns),
+                               m_environment);
 }
 
 void TadataBadInputTest::inputThatCannotBeOpenedLeavesTheStoreAlone_data()
@@ -179,7 +162,7 @@ void TadataBadInputTest::inputThatCannotBeOpenedLeavesTheStoreAlone()
     const QString newSeries = QStringLiteral("NORD/MAIN/BARK");
     QCOMPARE(importFile(path(name), QStringList{QStringLiteral("--series"), newSeries}),
              failed(cannotOpen(path(name))));
-    QCOMPARE(tree(), m_earlier);
+    QCOMPARE(stored(), m_earlier);
     QVERIFY(!QFileInfo::exists(storePath(newSeries)));
 }
 
@@ -192,7 +175,7 @@ void TadataBadInputTest::unreadableInputLeavesTheStoreAlone()
     writeFile(file, firstDay);
     QVERIFY(QFile::setPermissions(file, QFile::WriteOwner));
     QCOMPARE(importFile(file), failed(cannotOpen(file)));
-    QCOMPARE(tree(), m_earlier);
+    QCOMPARE(stored(), m_earlier);
 }
 
 void TadataBadInputTest::pipeIsRefused()
@@ -207,7 +190,7 @@ void TadataBadInputTest::pipeIsRefused()
     const Outcome outcome = importFile(pipe, words("--series NORD/MAIN/BARK"));
     close(ends);
     QCOMPARE(outcome, failed(cannotOpen(pipe)));
-    QCOMPARE(tree(), m_earlier);
+    QCOMPARE(stored(), m_earlier);
     QVERIFY(!QFileInfo::exists(storePath(QStringLiteral("NORD/MAIN/BARK"))));
 }
 
@@ -239,12 +222,12 @@ void TadataBadInputTest::lineWithoutEndIsRefused()
     QCOMPARE(
         importFile(file),
         failed(QStringLiteral("Невозможно прочитать файл %1: строка длиннее 256 МБ").arg(file)));
-    QCOMPARE(tree(), m_earlier);
+    QCOMPARE(stored(), m_earlier);
 }
 
 void TadataBadInputTest::ownDayFileIsRefused()
 {
-    const QString dayFile = storePath(stored("20240115_60.iss"));
+    const QString dayFile = storePath(::stored("20240115_60.iss"));
     writeFile(dayFile, firstDay);
     const QString link = path(QStringLiteral("bars.csv"));
     QVERIFY(QFile::link(dayFile, link));
@@ -256,10 +239,10 @@ void TadataBadInputTest::ownDayFileIsRefused()
 
 void TadataBadInputTest::pipeInPlaceOfADayFileStopsTheImport()
 {
-    const QString pipe = storePath(stored("20240116_60.iss"));
+    const QString pipe = storePath(::stored("20240116_60.iss"));
     QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
     QCOMPARE(import(QByteArray(firstDay) + secondDay), failed(cannotOpen(pipe)));
-    QCOMPARE(readFile(storePath(stored("20240115_60.iss"))), QByteArray(firstRecord));
+    QCOMPARE(readFile(storePath(::stored("20240115_60.iss"))), QByteArray(firstRecord));
     QVERIFY(QFile::remove(pipe));
 }
 
@@ -289,10 +272,11 @@ void TadataBadInputTest::seriesThatCannotBeShownIsRefused()
                                                               path(QStringLiteral("bars.csv")),
                                                               path(QStringLiteral("store"))});
     QCOMPARE(outcome,
-             refused(QStringLiteral("--series: в кодах не может быть управляющих символов и "
-                                    "того, что не UTF-8: «%1»")
+             refused(QStringLiteral("--series: неверное значение «NORD/MAIN/%1»: в кодах не может "
+                                    "быть управляющих символов и того, что не UTF-8; нужно: три "
+                                    "кода через «/», ни один из них не пустой, не «.» и не «..»")
                          .arg(shown)));
-    QCOMPARE(tree(), m_earlier);
+    QCOMPARE(stored(), m_earlier);
 }
 
 void TadataBadInputTest::inputWithoutBarsSucceeds_data()
@@ -318,7 +302,7 @@ void TadataBadInputTest::inputWithoutBarsSucceeds()
                              .arg(path(QStringLiteral("bars.csv")));
     const Outcome outcome = import(content, options + words("--series NORD/MAIN/BARK"));
     QCOMPARE(outcome, (Outcome{0, QByteArray(), told.toUtf8()}));
-    QCOMPARE(tree(), m_earlier);
+    QCOMPARE(stored(), m_earlier);
     QVERIFY(QFileInfo(storePath(QStringLiteral("NORD/MAIN/BARK"))).isDir());
 }
 
@@ -451,14 +435,14 @@ void TadataBadInputTest::wrongLineEndsTheImport()
     QCOMPARE(import(before + line + '\n' + before, options), failed(lineError(3, reason)));
 
     Tree expected = m_earlier;
-    expected.insert(stored("20240115_60.iss"), firstRecord);
-    expected.insert(stored("20240116_60.iss"), secondRecord);
-    QCOMPARE(tree(), expected);
+    expected.insert(::stored("20240115_60.iss"), firstRecord);
+    expected.insert(::stored("20240116_60.iss"), secondRecord);
+    QCOMPARE(stored(), expected);
 
     // The same without a line end behind it. A blank line is none then.
     if (!line.isEmpty()) {
         QCOMPARE(import(before + line, options), failed(lineError(3, reason)));
-        QCOMPARE(tree(), expected);
+        QCOMPARE(stored(), expected);
     }
 }
 
@@ -492,7 +476,7 @@ void TadataBadInputTest::firstFaultOfALineIsTold()
     QFETCH(QByteArray, line);
     QFETCH(QString, reason);
     QCOMPARE(import(line + '\n'), failed(lineError(1, reason)));
-    QCOMPARE(tree(), m_earlier);
+    QCOMPARE(stored(), m_earlier);
 }
 
 void TadataBadInputTest::headerCountsAsALine()
@@ -510,10 +494,10 @@ void TadataBadInputTest::wrongLineEndsTheMinutesToo()
              failed(tooFewColumns(3)));
     // The minute that was finished is stored, the open one is not.
     Tree expected = m_earlier;
-    expected.insert(stored("20240115_1.iss"),
+    expected.insert(::stored("20240115_1.iss"),
                     QByteArray(firstRecord) + "100130;1.00;1.00;1.00;1.00;1;1.00;1\n");
-    expected.insert(stored("20240115_60"), "100100;1.50;1.70;1.40;1.60;10;15.50;3\n");
-    QCOMPARE(tree(), expected);
+    expected.insert(::stored("20240115_60"), "100100;1.50;1.70;1.40;1.60;10;15.50;3\n");
+    QCOMPARE(stored(), expected);
 }
 
 void TadataBadInputTest::binaryInputIsRefused()
@@ -533,7 +517,7 @@ void TadataBadInputTest::binaryInputIsRefused()
         // No first bytes that announce an encoding in which a comma could hide.
         QCOMPARE(import('x' + noise), failed(tooFewColumns(1)));
     }
-    QCOMPARE(tree(), m_earlier);
+    QCOMPARE(stored(), m_earlier);
 }
 
 void TadataBadInputTest::fileInPlaceOfADirectoryStopsTheImport_data()
@@ -553,36 +537,33 @@ void TadataBadInputTest::fileInPlaceOfADirectoryStopsTheImport()
     writeFile(input, firstDay);
     const auto before = readTree(QDir(m_dir->path()));
 
-    QCOMPARE(runTadata({QStringLiteral("import"), input, QStringLiteral("--no-header"),
-                        QStringLiteral("--store"), path(QStringLiteral("other")),
-                        QStringLiteral("--series"), QLatin1String(series),
-                        QStringLiteral("--columns"), QLatin1String(allColumns)}),
+    QCOMPARE(importFile(input, words("--store") << path(QStringLiteral("other"))),
              failed(cannotOpen(path(QStringLiteral("other/NORD/MAIN/ALFA/20240115_60.iss")))));
     QCOMPARE(readTree(QDir(m_dir->path())), before);
 }
 
 void TadataBadInputTest::directoryInPlaceOfADayFileStopsTheImport()
 {
-    QVERIFY(QDir().mkpath(storePath(stored("20240116_60.iss"))));
+    QVERIFY(QDir().mkpath(storePath(::stored("20240116_60.iss"))));
     QCOMPARE(import(QByteArray(firstDay) + secondDay + firstDay),
-             failed(cannotOpen(storePath(stored("20240116_60.iss")))));
+             failed(cannotOpen(storePath(::stored("20240116_60.iss")))));
     Tree expected = m_earlier;
-    expected.insert(stored("20240115_60.iss"), firstRecord);
-    QCOMPARE(tree(), expected);
-    QVERIFY(QFileInfo(storePath(stored("20240116_60.iss"))).isDir());
+    expected.insert(::stored("20240115_60.iss"), firstRecord);
+    QCOMPARE(stored(), expected);
+    QVERIFY(QFileInfo(storePath(::stored("20240116_60.iss"))).isDir());
 }
 
 void TadataBadInputTest::directoryInPlaceOfAMinuteFileStopsTheImport()
 {
-    QVERIFY(QDir().mkpath(storePath(stored("20240116_60"))));
+    QVERIFY(QDir().mkpath(storePath(::stored("20240116_60"))));
     QCOMPARE(import(QByteArray(firstDay) + secondDay + firstDay, words("--timeframe 1")),
-             failed(cannotOpen(storePath(stored("20240116_60")))));
+             failed(cannotOpen(storePath(::stored("20240116_60")))));
     // The day file had been opened by then, and nothing was written to it.
     Tree expected = m_earlier;
-    expected.insert(stored("20240115_1.iss"), firstRecord);
-    expected.insert(stored("20240115_60"), "100100;1.50;1.70;1.40;1.60;10;15.50;3\n");
-    expected.insert(stored("20240116_1.iss"), "");
-    QCOMPARE(tree(), expected);
+    expected.insert(::stored("20240115_1.iss"), firstRecord);
+    expected.insert(::stored("20240115_60"), "100100;1.50;1.70;1.40;1.60;10;15.50;3\n");
+    expected.insert(::stored("20240116_1.iss"), "");
+    QCOMPARE(stored(), expected);
 }
 
 void TadataBadInputTest::readOnlyDirectoryStopsTheImport()
@@ -594,8 +575,8 @@ void TadataBadInputTest::readOnlyDirectoryStopsTheImport()
     QVERIFY(QFile::setPermissions(dir, QFile::ReadOwner | QFile::ExeOwner));
     const Outcome outcome = import(firstDay);
     QVERIFY(QFile::setPermissions(dir, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
-    QCOMPARE(outcome, failed(cannotOpen(storePath(stored("20240115_60.iss")))));
-    QCOMPARE(tree(), m_earlier);
+    QCOMPARE(outcome, failed(cannotOpen(storePath(::stored("20240115_60.iss")))));
+    QCOMPARE(stored(), m_earlier);
 }
 
 void TadataBadInputTest::tooLongNameStopsTheImport()
@@ -605,7 +586,7 @@ void TadataBadInputTest::tooLongNameStopsTheImport()
         import(firstDay, {QStringLiteral("--series"), QStringLiteral("NORD/MAIN/") + name,
                           QStringLiteral("--decimals"), QStringLiteral("2")}),
         failed(cannotOpen(storePath(QStringLiteral("NORD/MAIN/%1/20240115_60.iss").arg(name)))));
-    QCOMPARE(tree(), m_earlier);
+    QCOMPARE(stored(), m_earlier);
 }
 
 void TadataBadInputTest::fullDiskIsNoSuccess_data()
@@ -615,15 +596,17 @@ void TadataBadInputTest::fullDiskIsNoSuccess_data()
     QTest::addColumn<bool>("isLastDay");
     QTest::addColumn<QStringList>("options");
 
-    const QString dayFile = stored("20240116_60.iss");
+    const QString dayFile = ::stored("20240116_60.iss");
     const QStringList seconds = words("--timeframe 1");
     QTest::newRow("last day") << dayFile << 1 << true << QStringList();
     QTest::newRow("day before others") << dayFile << 1 << false << QStringList();
     QTest::newRow("day larger than a buffer") << dayFile << 2000 << true << QStringList();
     QTest::newRow("larger day before others") << dayFile << 2000 << false << QStringList();
-    QTest::newRow("second file") << stored("20240116_1.iss") << 1 << true << seconds;
-    QTest::newRow("minute file of the last day") << stored("20240116_60") << 200 << true << seconds;
-    QTest::newRow("minute file before others") << stored("20240116_60") << 200 << false << seconds;
+    QTest::newRow("second file") << ::stored("20240116_1.iss") << 1 << true << seconds;
+    QTest::newRow("minute file of the last day")
+        << ::stored("20240116_60") << 200 << true << seconds;
+    QTest::newRow("minute file before others")
+        << ::stored("20240116_60") << 200 << false << seconds;
 }
 
 void TadataBadInputTest::fullDiskIsNoSuccess()
@@ -648,7 +631,7 @@ void TadataBadInputTest::fullDiskIsNoSuccess()
 
     // The day before stays as written.
     const bool hasSeconds = options.contains(QStringLiteral("1"));
-    QCOMPARE(readFile(storePath(stored(hasSeconds ? "20240115_1.iss" : "20240115_60.iss"))),
+    QCOMPARE(readFile(storePath(::stored(hasSeconds ? "20240115_1.iss" : "20240115_60.iss"))),
              QByteArray(firstRecord));
 }
 
@@ -680,7 +663,7 @@ void TadataBadInputTest::wrongReferenceFileIsRefused()
     writeFile(reference, content);
     QCOMPARE(import(firstDay, option),
              failed(QStringLiteral("Ошибка в справочнике %1: %2").arg(reference, reason)));
-    QCOMPARE(tree(), m_earlier);
+    QCOMPARE(stored(), m_earlier);
 }
 
 QTEST_GUILESS_MAIN(TadataBadInputTest)

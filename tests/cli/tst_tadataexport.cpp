@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Stored bars and deals as text files.
 
-#include "tadatarunner.h"
+#include "commandtest.h"
 
 #include "support/filetree.h"
-#include "support/strictlog.h"
 
 #include <QtCore/QFile>
-#include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
 
 #include <sys/stat.h>
@@ -17,8 +15,6 @@ using namespace testsupport;
 
 namespace {
 
-using Tree = QMap<QString, QByteArray>;
-
 const QByteArray mark = QByteArrayLiteral("\xef\xbb\xbf");
 const QByteArray allColumns =
     "<TICKER>,<PER>,<DATE>,<TIME>,<OPEN>,<HIGH>,<LOW>,<CLOSE>,<VOL>,<VAL>,<OPEN_INT>\n";
@@ -26,13 +22,12 @@ const QByteArray dealsHeading = "moment_ms_utc,price,quantity,open_interest,valu
 
 } // namespace
 
-class TadataExportTest final : public QObject
+class TadataExportTest final : public CommandTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void init();
-    void cleanup();
 
     void writesStoredBars();
     void takesEveryOption();
@@ -47,8 +42,6 @@ private Q_SLOTS:
     void exportsASeriesThatNothingIsStoredOf();
     void changesNothingInTheStore();
 
-    void refusesAWrongCommandLine_data();
-    void refusesAWrongCommandLine();
     void leavesTheOutputAloneWhenNothingIsToBeExported();
     void namesDaysThatCannotBeOpened();
     void aReadErrorIsNotTheEnd_data();
@@ -56,41 +49,38 @@ private Q_SLOTS:
     void aDiskThatSaysAtTheEndThatItIsFullIsNoSuccess();
     void refusesDayFilesOfItsStoreAsOutput_data();
     void refusesDayFilesOfItsStoreAsOutput();
+    void refusesToMakeADayFile_data();
+    void refusesToMakeADayFile();
     void namesWhatCannotBeOpened_data();
     void namesWhatCannotBeOpened();
     void saysWhatIsWrongWithADeal_data();
     void saysWhatIsWrongWithADeal();
 
 private:
-    QString path(const char* name) const { return m_dir->filePath(QString::fromUtf8(name)); }
     QByteArray written() const { return readFile(path("out.txt")); }
-    // The command line up to the options that a test is about.
-    Outcome run(const char* options) const;
-
-    std::unique_ptr<QTemporaryDir> m_dir;
+    // The output that all tests have, with the options that a test is about.
+    Outcome run(const QStringList& options) const;
+    Outcome run(const char* options) const { return run(words(options)); }
+    Outcome runWithDeals(const char* options) const;
 };
 
 void TadataExportTest::init()
 {
-    failOnStrayWarnings();
-    m_dir = std::make_unique<QTemporaryDir>();
-    QVERIFY(m_dir->isValid());
+    CommandTest::init();
     writeFile(path("store/NORD/MAIN/ALFA/20240115_60.iss"),
               "100100;1.50;1.70;1.40;1.60;12;3.00;7\n"
               "100200;1.60;1.80;1.50;1.70;13;1.00;8\n");
     writeFile(path("store/NORD/MAIN/ALFA/20240115_1.iss"), "100001;9;9;9;9;1;0;0\n");
 }
 
-void TadataExportTest::cleanup()
+Outcome TadataExportTest::run(const QStringList& options) const
 {
-    m_dir.reset();
+    return runTadata(exportLine(path("out.txt"), options));
 }
 
-Outcome TadataExportTest::run(const char* options) const
+Outcome TadataExportTest::runWithDeals(const char* options) const
 {
-    return runTadata(words("export --series NORD/MAIN/ALFA --from 2024-01-15 --to 2024-01-15")
-                     << path("out.txt") << QStringLiteral("--store") << path("store")
-                     << words(options));
+    return run(words(options) << QStringLiteral("--deals") << path("deals.csv"));
 }
 
 void TadataExportTest::writesStoredBars()
@@ -132,11 +122,7 @@ void TadataExportTest::acceptsAnyLineFormat()
 {
     QFETCH(const QString, format);
     QFETCH(const QByteArray, written);
-    QCOMPARE(runTadata(words("export --series NORD/MAIN/ALFA --from 2024-01-15 --to 2024-01-15 "
-                             "--timeframe 1")
-                       << path("out.txt") << QStringLiteral("--store") << path("store")
-                       << QStringLiteral("--line-format") << format),
-             succeeded());
+    QCOMPARE(run(words("--timeframe 1 --line-format") << format), succeeded());
     QCOMPARE(this->written(), mark + written);
 }
 
@@ -147,8 +133,7 @@ void TadataExportTest::writesTheDealsOfToday()
                                                 "1705312859999,119.5,1,6,\n"
                                                 "1705312860000,120.00,5000000000,7,0.5\n"
                                                 "1705312860001,121,1,,\n");
-    QCOMPARE(run(qPrintable(QStringLiteral("--today 2024-01-15 --deals ") + path("deals.csv"))),
-             succeeded());
+    QCOMPARE(runWithDeals("--today 2024-01-15"), succeeded());
     QCOMPARE(written(),
              mark + allColumns +
                  "ALFA,60,20240115,100000,120.05,120.05,120.05,120.05,3,360.15,0\n"
@@ -164,12 +149,9 @@ void TadataExportTest::keepsStoredDaysAndDealsApart()
                                                 "1705276800000,6,6,,\n"
                                                 "1705363199999,7,7,,\n"
                                                 "1705363200000,8,8,,\n");
-    const Outcome outcome = runTadata(
-        words("export --series NORD/MAIN/ALFA --from 2024-01-14 --to 2024-01-15 --today 2024-01-15 "
-              "--no-header --line-format DATE,TIME,VOL --timeframe 3600")
-        << path("out.txt") << QStringLiteral("--store") << path("store")
-        << QStringLiteral("--deals") << path("deals.csv"));
-    QCOMPARE(outcome, succeeded());
+    QCOMPARE(runWithDeals("--from 2024-01-14 --today 2024-01-15 --no-header "
+                          "--line-format DATE,TIME,VOL --timeframe 3600"),
+             succeeded());
     QCOMPARE(written(), mark + "20240115,000000,1\n"
                                "20240115,000000,6\n"
                                "20240116,000000,7\n");
@@ -203,12 +185,8 @@ void TadataExportTest::readsDealsOfAllKinds()
     QFETCH(const QByteArray, file);
     QFETCH(const QByteArray, bar);
     writeFile(path("deals.csv"), file);
-    QCOMPARE(
-        run(qPrintable(
-            QStringLiteral("--today 2024-01-15 --no-header --line-format CLOSE,VOL,VAL,OPEN_INT "
-                           "--deals ") +
-            path("deals.csv"))),
-        succeeded());
+    QCOMPARE(runWithDeals("--today 2024-01-15 --no-header --line-format CLOSE,VOL,VAL,OPEN_INT"),
+             succeeded());
     QCOMPARE(written(), bar.isEmpty() ? QByteArray() : mark + bar);
 }
 
@@ -217,9 +195,7 @@ void TadataExportTest::foldsDealsInTheOrderOfTheFile()
     writeFile(path("deals.csv"), dealsHeading + "1705312860000,5,1,,\n"
                                                 "1705312800000,9,1,,\n"
                                                 "1705312860001,6,1,,\n");
-    QCOMPARE(run(qPrintable(QStringLiteral("--today 2024-01-15 --no-header --line-format "
-                                           "TIME,OPEN,HIGH,CLOSE --deals ") +
-                            path("deals.csv"))),
+    QCOMPARE(runWithDeals("--today 2024-01-15 --no-header --line-format TIME,OPEN,HIGH,CLOSE"),
              succeeded());
     QCOMPARE(written(), mark + "100100,5,9,9\n"
                                "100200,6,6,6\n");
@@ -228,12 +204,8 @@ void TadataExportTest::foldsDealsInTheOrderOfTheFile()
 void TadataExportTest::skipsDaysAfterToday()
 {
     writeFile(path("deals.csv"), dealsHeading + "1705312800000,5,1,,\n");
-    const Outcome outcome = runTadata(
-        words("export --series NORD/MAIN/ALFA --from 2024-01-15 --to 2024-01-31 --today 2024-01-15 "
-              "--no-header --line-format TIME,OPEN")
-        << path("out.txt") << QStringLiteral("--store") << path("store")
-        << QStringLiteral("--deals") << path("deals.csv"));
-    QCOMPARE(outcome, succeeded());
+    QCOMPARE(runWithDeals("--to 2024-01-31 --today 2024-01-15 --no-header --line-format TIME,OPEN"),
+             succeeded());
     QCOMPARE(written(), mark + "100000,5\n");
 }
 
@@ -243,98 +215,28 @@ void TadataExportTest::exportsASeriesThatNothingIsStoredOf()
     writeFile(path("deals.csv"), dealsHeading + "1705312800000,5,1,,\n");
     for (const char* series :
          {"NOWHERE/NOTHING/NOBODY", "NORD/MAIN/NOBODY", "NORDFUT/FUT/NOBODY"}) {
-        const Outcome outcome = runTadata(
-            words("export --from 2024-01-15 --to 2024-01-15 --today 2024-01-15 --no-header "
-                  "--line-format TICKER,OPEN")
-            << QStringLiteral("--series") << QLatin1String(series) << path("out.txt")
-            << QStringLiteral("--store") << path("store") << QStringLiteral("--deals")
-            << path("deals.csv"));
+        const Outcome outcome =
+            run(words("--today 2024-01-15 --no-header --line-format TICKER,OPEN --series")
+                << QLatin1String(series) << QStringLiteral("--deals") << path("deals.csv"));
         QCOMPARE(outcome, succeeded());
         QCOMPARE(written(), mark + "NOBODY,5\n");
     }
-    const Outcome past = runTadata(
-        words("export --from 2024-01-15 --to 2024-01-15 --series NORD/MAIN/NOBODY --no-header")
-        << path("out.txt") << QStringLiteral("--store") << path("store"));
-    QCOMPARE(past, succeeded());
+    QCOMPARE(run("--series NORD/MAIN/NOBODY --no-header"), succeeded());
     QCOMPARE(written(), QByteArray());
 }
 
 void TadataExportTest::changesNothingInTheStore()
 {
-    const Tree before = readTree(QDir(path("store")));
+    const Tree before = stored();
     QCOMPARE(run("--timeframe 86400"), succeeded());
-    QCOMPARE(readTree(QDir(path("store"))), before);
-}
-
-void TadataExportTest::refusesAWrongCommandLine_data()
-{
-    QTest::addColumn<QString>("line");
-    QTest::addColumn<QString>("reason");
-    const auto row = [](const char* name, const char* line, const char* reason) {
-        QTest::newRow(name) << QString::fromUtf8(line) << QString::fromUtf8(reason);
-    };
-    row("no file", "--series A/B/C --from 2024-01-15 --to 2024-01-15", "нужен один файл");
-    row("two files", "OUT OUT --series A/B/C --from 2024-01-15 --to 2024-01-15", "нужен один файл");
-    row("no series", "OUT --from 2024-01-15 --to 2024-01-15", "не задан параметр --series");
-    row("series that climbs", "OUT --series A/../C --from 2024-01-15 --to 2024-01-15",
-        "--series: нужны три кода через «/», ПЛОЩАДКА/РЕЖИМ/ИНСТРУМЕНТ, и ни один не может быть "
-        "пустым, «.» или «..»: «A/../C»");
-    row("no first day", "OUT --series A/B/C --to 2024-01-15", "не задан параметр --from");
-    row("no last day", "OUT --series A/B/C --from 2024-01-15", "не задан параметр --to");
-    row("day of another form", "OUT --series A/B/C --from 15.01.2024 --to 2024-01-15",
-        "--from: нужна дата вида 2024-01-31: «15.01.2024»");
-    row("day that is none", "OUT --series A/B/C --from 2024-01-15 --to 2024-02-30",
-        "--to: нужна дата вида 2024-01-31: «2024-02-30»");
-    row("reversed interval", "OUT --series A/B/C --from 2024-01-16 --to 2024-01-15",
-        "--to: раньше, чем --from");
-    row("unknown timeframe", "OUT --series A/B/C --from 2024-01-15 --to 2024-01-15 --timeframe 120",
-        "--timeframe: бывает 1, 60, 300, 600, 1800, 3600, 86400: «120»");
-    row("date without a month",
-        "OUT --series A/B/C --from 2024-01-15 --to 2024-01-15 --date-format yyyydd",
-        "--date-format: вид «yyyydd» не называет всего, что нужно: d, M, yy");
-    for (const char* format : {"dd.MM.y", "dd.MM.yyy", "ddMM'yy'", "yddMM"}) {
-        const QByteArray line =
-            QByteArray("OUT --series A/B/C --from 2024-01-15 --to 2024-01-15 --date-format ") +
-            format;
-        const QString reason =
-            QStringLiteral("--date-format: вид «%1» не называет всего, что нужно: "
-                           "d, M, yy")
-                .arg(QLatin1String(format));
-        row(format, line.constData(), qUtf8Printable(reason));
-    }
-    row("first day after today",
-        "OUT --series A/B/C --from 2024-01-17 --to 2024-01-18 --today 2024-01-16",
-        "--from: 2024-01-17 позже, чем сегодня, 2024-01-16: выгружать нечего");
-    row("first day after the real today", "OUT --series A/B/C --from 9999-01-01 --to 9999-01-02",
-        qUtf8Printable(QStringLiteral("--from: 9999-01-01 позже, чем сегодня, %1: выгружать нечего")
-                           .arg(QDate::currentDate().toString(Qt::ISODate))));
-    row("time without minutes",
-        "OUT --series A/B/C --from 2024-01-15 --to 2024-01-15 --time-format hhss",
-        "--time-format: вид «hhss» не называет всего, что нужно: h, m");
-    row("wrong today", "OUT --series A/B/C --from 2024-01-15 --to 2024-01-15 --today tomorrow",
-        "--today: нужна дата вида 2024-01-31: «tomorrow»");
-    row("unknown option", "OUT --series A/B/C --from 2024-01-15 --to 2024-01-15 --columns date=0",
-        "неизвестный параметр «columns»");
-}
-
-void TadataExportTest::refusesAWrongCommandLine()
-{
-    QFETCH(const QString, line);
-    QFETCH(const QString, reason);
-    QStringList parts = QStringList(QStringLiteral("export")) << line.split(u' ');
-    parts.replaceInStrings(QStringLiteral("OUT"), path("out.txt"));
-    QCOMPARE(runTadata(parts), refused(reason));
-    QVERIFY(!QFile::exists(path("out.txt")));
+    QCOMPARE(stored(), before);
 }
 
 // What is there already stays, too.
 void TadataExportTest::leavesTheOutputAloneWhenNothingIsToBeExported()
 {
     writeFile(path("out.txt"), "earlier");
-    const Outcome outcome =
-        runTadata(words("export --series NORD/MAIN/ALFA --from 2024-01-17 --to 2024-01-18 --today "
-                        "2024-01-16")
-                  << path("out.txt") << QStringLiteral("--store") << path("store"));
+    const Outcome outcome = run("--from 2024-01-17 --to 2024-01-18 --today 2024-01-16");
     QCOMPARE(outcome.exitCode, 2);
     QCOMPARE(written(), QByteArray("earlier"));
 }
@@ -368,12 +270,11 @@ void TadataExportTest::aReadErrorIsNotTheEnd()
     writeFile(path("deals.csv"), dealsHeading + "1705312800000,5,1,,\n");
     writeFile(path("reference.json"), R"({"stocks": [], "boards": [], "securities": []})");
     const QString full = m_dir->filePath(file);
-    const Outcome outcome = runTadata(
-        words("export --series NORD/MAIN/ALFA --from 2024-01-15 --to 2024-01-16 --today 2024-01-17")
-            << path("out.txt") << QStringLiteral("--store") << path("store")
-            << QStringLiteral("--deals") << path("deals.csv") << QStringLiteral("--reference")
-            << path("reference.json"),
-        faultyEnvironment(QStringLiteral("read"), full, EIO));
+    const QStringList line =
+        exportLine(path("out.txt"), words("--to 2024-01-16 --today 2024-01-17 --deals")
+                                        << path("deals.csv") << QStringLiteral("--reference")
+                                        << path("reference.json"));
+    const Outcome outcome = runTadata(line, faultyEnvironment(QStringLiteral("read"), full, EIO));
     QCOMPARE(outcome.exitCode, 1);
     QVERIFY2(outcome.err.startsWith("Невозможно прочитать файл " + full.toUtf8()),
              outcome.err.constData());
@@ -382,8 +283,7 @@ void TadataExportTest::aReadErrorIsNotTheEnd()
 void TadataExportTest::aDiskThatSaysAtTheEndThatItIsFullIsNoSuccess()
 {
     const Outcome outcome =
-        runTadata(words("export --series NORD/MAIN/ALFA --from 2024-01-15 --to 2024-01-15")
-                      << path("out.txt") << QStringLiteral("--store") << path("store"),
+        runTadata(exportLine(path("out.txt")),
                   faultyEnvironment(QStringLiteral("close"), QStringLiteral("/out.txt"), EDQUOT));
     QCOMPARE(outcome, failed(QStringLiteral("Невозможно записать файл ") + path("out.txt")));
 }
@@ -423,16 +323,46 @@ void TadataExportTest::refusesDayFilesOfItsStoreAsOutput()
     } else {
         output = dayFile;
     }
-    const Tree before = readTree(QDir(path("store")));
-    const Outcome outcome =
-        runTadata(words("export --series NORD/MAIN/ALFA --from 2024-01-15 --to 2024-01-15")
-                  << output << QStringLiteral("--store") << path("store"));
-    QCOMPARE(outcome,
+    const Tree before = stored();
+    QCOMPARE(runTadata(exportLine(output)),
              failed(QStringLiteral("Файл %1 — файл дня в хранилище: выгрузка стёрла бы его "
                                    "бары. Выберите другой файл")
                         .arg(output)));
-    QCOMPARE(readTree(QDir(path("store"))), before);
+    QCOMPARE(stored(), before);
     QCOMPARE(QFile::exists(other), output == other);
+}
+
+void TadataExportTest::refusesToMakeADayFile_data()
+{
+    QTest::addColumn<QString>("output");
+    for (const char* output :
+         {"store/NORD/MAIN/ALFA/20240116_60.iss", "store/NORD/MAIN/ALFA/20240116_1.iss",
+          "store/NORD/MAIN/ALFA/20240115_60", "store/NORD/MAIN/BARK/20240116_60.iss",
+          "store/20240116_60.iss", "store/../store/NORD/MAIN/ALFA/20240116_60.iss",
+          "elsewhere/20240116_60.iss", "alias/NORD/MAIN/ALFA/20240116_60.iss", "link.txt",
+          "chain.txt", "store/OUTER/MAIN/ALFA/20240116_60.iss"})
+        QTest::newRow(output) << QString::fromLatin1(output);
+}
+
+// By whatever way its name leads into the store.
+void TadataExportTest::refusesToMakeADayFile()
+{
+    QFETCH(const QString, output);
+    QVERIFY(QDir().mkpath(path("store/NORD/MAIN/BARK")) && QDir().mkpath(path("outer/MAIN/ALFA")));
+    QVERIFY(QFile::link(path("store/NORD/MAIN/ALFA"), path("elsewhere")));
+    QVERIFY(QFile::link(path("store"), path("alias")));
+    QVERIFY(QFile::link(path("outer"), path("store/OUTER")));
+    QVERIFY(QFile::link(path("store/NORD/MAIN/ALFA/20240117_60.iss"), path("link.txt")));
+    QVERIFY(QFile::link(QStringLiteral("link.txt"), path("chain.txt")));
+    const Tree before = readTree(directory());
+    QCOMPARE(runTadata(exportLine(path(output))),
+             failed(QStringLiteral("Файл %1 стал бы файлом дня в хранилище: их пишет только "
+                                   "импорт. Выберите другой файл")
+                        .arg(path(output))));
+    QCOMPARE(readTree(directory()), before);
+    // Other names below the store are nobody's, and so are day files' names in other places.
+    for (const char* free : {"store/NORD/MAIN/ALFA/20240116.txt", "20240116_60.iss"})
+        QCOMPARE(runTadata(exportLine(path(free))), succeeded());
 }
 
 void TadataExportTest::namesWhatCannotBeOpened_data()
@@ -472,9 +402,9 @@ void TadataExportTest::namesWhatCannotBeOpened()
     options.replace(QStringLiteral("DIR"), m_dir->path());
     message.replace(QStringLiteral("DIR"), m_dir->path());
     QCOMPARE(::mkfifo(QFile::encodeName(path("pipe")).constData(), 0600), 0);
-    QCOMPARE(runTadata(words("export --series NORD/MAIN/ALFA --from 2024-01-15 --to 2024-01-15")
-                       << options.split(u' ')),
-             failed(message));
+    QStringList line = options.split(u' ');
+    const QString output = line.takeFirst();
+    QCOMPARE(runTadata(exportLine(output, line)), failed(message));
     QVERIFY(!QFile::exists(path("out.txt")));
 }
 
@@ -502,8 +432,7 @@ void TadataExportTest::saysWhatIsWrongWithADeal()
     QFETCH(const QByteArray, file);
     QFETCH(const QString, message);
     writeFile(path("deals.csv"), file);
-    QCOMPARE(run(qPrintable(QStringLiteral("--deals ") + path("deals.csv"))),
-             failed(path("deals.csv") + message));
+    QCOMPARE(runWithDeals(""), failed(path("deals.csv") + message));
     QVERIFY(!QFile::exists(path("out.txt")));
 }
 

@@ -1,21 +1,17 @@
 // SPDX-License-Identifier: MIT
 // Text files of every notation that can be imported, and the day files that come of them.
 
-#include "tadatarunner.h"
+#include "commandtest.h"
 
 #include "support/filetree.h"
-#include "support/strictlog.h"
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QStringConverter>
-#include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
 
 using namespace testsupport;
 
 namespace {
-
-using Tree = QMap<QString, QByteArray>;
 
 constexpr char allColumns[] = "date=0,time=1,open=2,high=3,low=4,close=5";
 
@@ -46,14 +42,11 @@ QByteArray encoded(const QByteArray& utf8, QStringConverter::Encoding encoding)
 
 } // namespace
 
-class TadataImportTest final : public QObject
+class TadataImportTest final : public CommandTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
-
     void minuteBarsGoToTheFileOfTheirDay();
     void firstLineIsAHeaderUnlessToldOtherwise();
     void secondBarsAlsoGiveMinutesInAFileWithoutExtension();
@@ -86,44 +79,7 @@ private Q_SLOTS:
     void otherFilesOfTheSeriesStay();
     void linesKeepTheirOrder();
     void storeMayBeRelativeAndMissing();
-
-private:
-    QString path(const char* name) const { return m_dir->filePath(QString::fromUtf8(name)); }
-    Tree stored() const { return readTree(QDir(path("store"))); }
-    // Imports this content as the series NORD/MAIN/ALFA, which has two decimals. An option that the
-    // words give takes the place of the usual one.
-    Outcome import(const QByteArray& content, const QStringList& more = {}) const;
-
-    std::unique_ptr<QTemporaryDir> m_dir;
 };
-
-void TadataImportTest::init()
-{
-    failOnStrayWarnings();
-    m_dir = std::make_unique<QTemporaryDir>();
-    QVERIFY(m_dir->isValid());
-}
-
-void TadataImportTest::cleanup()
-{
-    m_dir.reset();
-}
-
-Outcome TadataImportTest::import(const QByteArray& content, const QStringList& more) const
-{
-    const QString file = path("bars.csv");
-    writeFile(file, content);
-    QStringList line{QStringLiteral("import"), file, QStringLiteral("--store"), path("store")};
-    if (!more.contains(QStringLiteral("--series")))
-        line << words("--series NORD/MAIN/ALFA");
-    if (!more.contains(QStringLiteral("--columns")))
-        line << words("--columns") << QLatin1String(allColumns);
-    if (!more.contains(QStringLiteral("header")))
-        line << words("--no-header");
-    line << more;
-    line.removeAll(QStringLiteral("header"));
-    return runTadata(line);
-}
 
 void TadataImportTest::minuteBarsGoToTheFileOfTheirDay()
 {
@@ -562,10 +518,8 @@ void TadataImportTest::storeMayBeRelativeAndMissing()
     writeFile(path("bars.csv"), twoDays);
     const QString here = QDir::currentPath();
     QVERIFY(QDir::setCurrent(m_dir->path()));
-    const Outcome outcome = runTadata(
-        words(
-            "import bars.csv --store deep/er/store/ --series NORD/MAIN/ALFA --no-header --columns")
-        << QLatin1String(allColumns));
+    const Outcome outcome =
+        runTadata(importLine(QStringLiteral("bars.csv"), words("--store deep/er/store/")));
     QVERIFY(QDir::setCurrent(here));
     QCOMPARE(outcome, succeeded());
     QCOMPARE(readTree(QDir(path("deep/er/store"))), twoDaysStored());

@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: MIT
 // The language of the program's messages.
 
-#include "tadatarunner.h"
+#include "commandtest.h"
 
 #include "support/filetree.h"
-#include "support/strictlog.h"
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QRegularExpression>
-#include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
 
 using namespace testsupport;
@@ -34,13 +32,11 @@ QProcessEnvironment english()
 
 } // namespace
 
-class TadataLanguageTest final : public QObject
+class TadataLanguageTest final : public CommandTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-
     void theVariableOrTheUserDecides_data();
     void theVariableOrTheUserDecides();
     void theHelpIsEnglish_data();
@@ -50,11 +46,6 @@ private Q_SLOTS:
     void whatIsWrittenIsTheSame();
     void withoutTranslationsItSpeaksRussian();
 };
-
-void TadataLanguageTest::init()
-{
-    failOnStrayWarnings();
-}
 
 void TadataLanguageTest::theVariableOrTheUserDecides_data()
 {
@@ -105,16 +96,7 @@ void TadataLanguageTest::theHelpIsEnglish()
 
 void TadataLanguageTest::messagesOfTheJobsAreEnglish()
 {
-    const QTemporaryDir dir;
-    const QString file = dir.filePath(QStringLiteral("bars.csv"));
-    writeFile(file, "20240115,100000,1,1,1,1\n20240115,1001,1,1,1,1\n");
-    const QStringList command{
-        QStringLiteral("import"),     file,
-        QStringLiteral("--series"),   QStringLiteral("NORD/MAIN/ALFA"),
-        QStringLiteral("--columns"),  QStringLiteral("date=0,time=1,open=2,high=3,low=4,close=5"),
-        QStringLiteral("--store"),    dir.path(),
-        QStringLiteral("--no-header")};
-    QCOMPARE(runTadata(command, english()),
+    QCOMPARE(import("20240115,100000,1,1,1,1\n20240115,1001,1,1,1,1\n", {}, english()),
              failed(QStringLiteral("Error importing line 2:\nThe time '1001' does not match the "
                                    "stated format 'hhmmss'.")));
 }
@@ -124,37 +106,21 @@ void TadataLanguageTest::messagesOfTheLibraryAreEnglish()
 #ifndef WITH_LIBRARY_TRANSLATION
     QSKIP("an installed terminal has its texts with it");
 #endif
-    const QTemporaryDir dir;
-    const QString file = dir.filePath(QStringLiteral("reference.json"));
-    const QStringList command = words("export out.txt --series NORD/MAIN/ALFA --from 2024-01-01 "
-                                      "--to 2024-01-02 --reference") +
-                                QStringList{file};
-    QCOMPARE(runTadata(command, english()),
+    const QString file = path("reference.json");
+    QVERIFY(QDir().mkpath(path("store")));
+    QCOMPARE(runTadata(exportLine(path("out.txt"), words("--reference") << file), english()),
              failed(QStringLiteral("Cannot open file %1").arg(file)));
 }
 
 void TadataLanguageTest::whatIsWrittenIsTheSame()
 {
-    QByteArrayList stored;
+    QList<Tree> stored;
     for (const char* language : {"ru", "en"}) {
-        const QTemporaryDir dir;
-        const QString file = dir.filePath(QStringLiteral("bars.csv"));
-        writeFile(file, "15.01.24,10:00,1,1,1,1\n");
-        const QStringList command{QStringLiteral("import"),
-                                  file,
-                                  QStringLiteral("--series"),
-                                  QStringLiteral("NORD/MAIN/ALFA"),
-                                  QStringLiteral("--columns"),
-                                  QStringLiteral("date=0,time=1,open=2,high=3,low=4,close=5"),
-                                  QStringLiteral("--date-format"),
-                                  QStringLiteral("dd.MM.yy"),
-                                  QStringLiteral("--time-format"),
-                                  QStringLiteral("hh:mm"),
-                                  QStringLiteral("--store"),
-                                  dir.path(),
-                                  QStringLiteral("--no-header")};
-        QCOMPARE(runTadata(command, environmentOf("C.UTF-8", language)), succeeded());
-        stored.append(readFile(dir.filePath(QStringLiteral("NORD/MAIN/ALFA/20240115_60.iss"))));
+        const QStringList options = words("--date-format dd.MM.yy --time-format hh:mm --store")
+                                    << path(language);
+        QCOMPARE(import("15.01.24,10:00,1,1,1,1\n", options, environmentOf("C.UTF-8", language)),
+                 succeeded());
+        stored.append(readTree(QDir(path(language))));
     }
     QVERIFY(!stored.first().isEmpty());
     QCOMPARE(stored.last(), stored.first());
@@ -162,8 +128,7 @@ void TadataLanguageTest::whatIsWrittenIsTheSame()
 
 void TadataLanguageTest::withoutTranslationsItSpeaksRussian()
 {
-    const QTemporaryDir dir;
-    const QString program = dir.filePath(QStringLiteral("tadata"));
+    const QString program = path("tadata");
     QVERIFY(QFile::copy(tadataProgram(), program));
     QCOMPARE(runProgram(program, {}, english()), refused(QStringLiteral("нет команды")));
 }

@@ -2,12 +2,10 @@
 // Lines of a hundred million bytes, as files have them that are no text or lost their line ends:
 // the line's own fault is told, and the memory that it takes stays in proportion to it.
 
-#include "tadatarunner.h"
+#include "commandtest.h"
 
 #include "support/filetree.h"
-#include "support/strictlog.h"
 
-#include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
 
 #include <sys/resource.h>
@@ -33,12 +31,11 @@ constexpr char record[] = "100000;1.50;1.70;1.40;1.60;0;0.00;0\n";
 
 } // namespace
 
-class TadataLongLineTest final : public QObject
+class TadataLongLineTest final : public CommandTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { failOnStrayWarnings(); }
     void longLineIsOneLine_data();
     void longLineIsOneLine();
 };
@@ -65,22 +62,13 @@ void TadataLongLineTest::longLineIsOneLine()
     QFETCH(QByteArray, unit);
     const bool isBar = !start.isEmpty();
 
-    const QTemporaryDir dir;
-    QVERIFY(dir.isValid());
-    const QString file = dir.filePath(QStringLiteral("bars.csv"));
     const QByteArray normal = QByteArray(bar) + '\n';
-    writeFile(file,
-              normal + normal + start + unit.repeated(lineLength / unit.size()) + '\n' + normal);
-
     const Outcome outcome =
-        runTadata(QStringList{QStringLiteral("import"), file, QStringLiteral("--store"),
-                              dir.filePath(QStringLiteral("store"))} +
-                  words("--no-header --series NORD/MAIN/ALFA --columns "
-                        "date=0,time=1,open=2,high=3,low=4,close=5"));
+        import(normal + normal + start + unit.repeated(lineLength / unit.size()) + '\n' + normal);
     QCOMPARE(outcome, isBar ? succeeded()
                             : failed(QStringLiteral("Ошибка при импорте 3-й строки:\n"
                                                     "Недостаточное количество столбцов.")));
-    QCOMPARE(readFile(dir.filePath(QStringLiteral("store/NORD/MAIN/ALFA/20240115_60.iss"))),
+    QCOMPARE(readFile(path("store/NORD/MAIN/ALFA/20240115_60.iss")),
              QByteArray(record).repeated(isBar ? 4 : 2));
 
     if (!isInstrumented) {

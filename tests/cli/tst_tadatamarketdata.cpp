@@ -3,20 +3,16 @@
 // names. What is stored is compared with a plain computation on the text that shares nothing with
 // the import: no date, no time and no decimal number, only digits and their places.
 
-#include "tadatarunner.h"
+#include "commandtest.h"
 
 #include "support/filetree.h"
-#include "support/strictlog.h"
 
 #include <QtCore/QFileInfo>
-#include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
 
 using namespace testsupport;
 
 namespace {
-
-using Tree = QMap<QString, QByteArray>;
 
 constexpr int decimals = 5;
 constexpr char seriesPath[] = "ORIENT/FX/EURUSD";
@@ -213,7 +209,7 @@ QByteArrayList lastLines(const QByteArray& text)
 
 } // namespace
 
-class TadataMarketDataTest final : public QObject
+class TadataMarketDataTest final : public CommandTest
 {
     Q_OBJECT
 
@@ -226,30 +222,25 @@ private Q_SLOTS:
 
 private:
     Outcome import(const char* name, const QStringList& more) const;
-    Tree stored() const { return readTree(QDir(m_store.filePath(QLatin1String(seriesPath)))); }
+    Tree stored() const { return readTree(QDir(path("store/") + QLatin1String(seriesPath))); }
 
     QString m_folder = qEnvironmentVariable("TADATA_MARKET_DATA");
-    QTemporaryDir m_store;
 };
 
 void TadataMarketDataTest::init()
 {
-    failOnStrayWarnings();
+    CommandTest::init();
     if (m_folder.isEmpty())
         QSKIP("TADATA_MARKET_DATA names no folder with market data");
-    QVERIFY(m_store.isValid());
-    QVERIFY(QDir(m_store.path()).removeRecursively());
-    QVERIFY(QDir().mkpath(m_store.path()));
 }
 
 Outcome TadataMarketDataTest::import(const char* name, const QStringList& more) const
 {
-    return runTadata(QStringList{QStringLiteral("import"), m_folder + u'/' + QLatin1String(name),
-                                 QStringLiteral("--store"), m_store.path(),
-                                 QStringLiteral("--series"), QLatin1String(seriesPath)} +
-                     words("--no-header --separator semicolon --columns "
-                           "date=0,time=1,open=2,high=3,low=4,close=5,volume=6") +
-                     more);
+    return runTadata(
+        importLine(m_folder + u'/' + QLatin1String(name),
+                   words("--separator semicolon --decimals 5 --columns "
+                         "date=0,time=1,open=2,high=3,low=4,close=5,volume=6 --series") +
+                       words(seriesPath) + more));
 }
 
 void TadataMarketDataTest::minuteBars()
@@ -259,9 +250,8 @@ void TadataMarketDataTest::minuteBars()
     QCOMPARE(record(quotes.first()),
              QByteArray("000100;1.38710;1.38711;1.38709;1.38711;0;0.00000;0\n"));
 
-    QCOMPARE(
-        import("eurusd_1min.txt", words("--decimals 5 --date-format dd.MM.yy --time-format hh:mm")),
-        succeeded());
+    QCOMPARE(import("eurusd_1min.txt", words("--date-format dd.MM.yy --time-format hh:mm")),
+             succeeded());
     Tree expected;
     addDayFiles(expected, quotes, "_60.iss");
     QCOMPARE(expected.keys(),
@@ -278,7 +268,7 @@ void TadataMarketDataTest::secondBars()
     QCOMPARE(record(quotes.last()),
              QByteArray("235959;0.86833;0.86833;0.86833;0.86833;0;0.00000;0\n"));
 
-    QCOMPARE(import("nzdusd_1sec.txt", words("--decimals 5 --timeframe 1")), succeeded());
+    QCOMPARE(import("nzdusd_1sec.txt", words("--timeframe 1")), succeeded());
     Tree expected;
     addDayFiles(expected, quotes, "_1.iss");
     addDayFiles(expected, minutesOf(quotes), "_60");
@@ -299,16 +289,14 @@ void TadataMarketDataTest::exportsLongerBars()
 {
     QFETCH(const int, timeframe);
     const QList<Quote> quotes = readQuotes(readFile(m_folder + QStringLiteral("/eurusd_1min.txt")));
-    QCOMPARE(
-        import("eurusd_1min.txt", words("--decimals 5 --date-format dd.MM.yy --time-format hh:mm")),
-        succeeded());
-    const QString output = m_store.filePath(QStringLiteral("out.csv"));
-    QCOMPARE(runTadata(words("export --from 2014-05-01 --to 2014-05-31 --line-format "
-                             "DATE,TIME,OPEN,HIGH,LOW,CLOSE,VOL")
-                       << output << QStringLiteral("--store") << m_store.path()
-                       << QStringLiteral("--series") << QLatin1String(seriesPath)
-                       << QStringLiteral("--timeframe") << QString::number(timeframe)),
+    QCOMPARE(import("eurusd_1min.txt", words("--date-format dd.MM.yy --time-format hh:mm")),
              succeeded());
+    const QString output = path("out.csv");
+    const QStringList options = words("--from 2014-05-01 --to 2014-05-31 --line-format "
+                                      "DATE,TIME,OPEN,HIGH,LOW,CLOSE,VOL --timeframe")
+                                << QString::number(timeframe) << QStringLiteral("--series")
+                                << QLatin1String(seriesPath);
+    QCOMPARE(runTadata(exportLine(output, options)), succeeded());
     const QByteArray text = readFile(output);
     QCOMPARE(lastLines(text), finishedBars(quotes, timeframe));
     QCOMPARE(text, exportOf(quotes, timeframe));

@@ -443,9 +443,9 @@ void ReferenceDataTest::readsAFile()
                        {"stock": "WEST", "board": "FUT", "id": 9007199254740993,
                         "code": "AAA", "decimals": 1}],
         "comment": "other keys are left alone"})");
-    QString error = "left over";
-    const ReferenceData data = ReferenceData::fromFile(path, &error);
-    QVERIFY2(error.isNull(), qPrintable(error));
+    const auto read = ReferenceData::fromFile(path);
+    QVERIFY2(read, qPrintable(read.message()));
+    const ReferenceData& data = *read;
     QCOMPARE(data.stocks.size(), 2);
     QCOMPARE(data.boards.size(), 3);
     QCOMPARE(data.securities.size(), 3);
@@ -625,48 +625,44 @@ void ReferenceDataTest::fileErrors()
     const QTemporaryDir dir;
     const QString path = dir.filePath("%1 broken.json");
     testsupport::writeFile(path, content);
-    QString error;
-    const ReferenceData data = ReferenceData::fromFile(path, &error);
+    const auto data = ReferenceData::fromFile(path);
+    QVERIFY(!data);
+    const QString error = data.message();
     const QString prefix = "Ошибка в справочнике " + path + ": ";
     QCOMPARE(error.left(prefix.size()), prefix);
     if (what.isEmpty())
         QVERIFY2(error.size() > prefix.size(), qPrintable(error));
     else
         QCOMPARE(error.mid(prefix.size()), what);
-    QVERIFY(data.stocks.isEmpty());
-    QVERIFY(data.boards.isEmpty());
-    QVERIFY(data.securities.isEmpty());
 }
 
 void ReferenceDataTest::missingFile()
 {
     const QTemporaryDir dir;
     const QString path = dir.filePath("none.json");
-    QString error;
-    const ReferenceData data = ReferenceData::fromFile(path, &error);
-    QCOMPARE(error, "Невозможно открыть файл " + path);
-    QVERIFY(data.stocks.isEmpty());
+    const auto data = ReferenceData::fromFile(path);
+    QVERIFY(!data);
+    QCOMPARE(data.message(), "Невозможно открыть файл " + path);
 }
 
 void ReferenceDataTest::standardIsTheFileOfTheDataDirectory()
 {
-    QString error = "left over";
-    ReferenceData data = ReferenceData::standard(&error);
-    QVERIFY2(error.isNull(), qPrintable(error));
-    QCOMPARE(data.securities.size(), ReferenceData::demonstration().securities.size());
+    auto data = ReferenceData::standard();
+    QVERIFY2(data, qPrintable(data.message()));
+    QCOMPARE(data->securities.size(), ReferenceData::demonstration().securities.size());
     QVERIFY2(!QFileInfo::exists(m_dataDir), "asking must create nothing");
 
     const QString path = m_dataDir + "/reference.json";
     testsupport::writeFile(path, document(stocksJson, boardsJson, securitiesJson));
-    data = ReferenceData::standard(&error);
-    QVERIFY2(error.isNull(), qPrintable(error));
-    QCOMPARE(data.stocks.size(), 1);
-    QCOMPARE(data.stocks.first().code, QStringLiteral("EAST"));
+    data = ReferenceData::standard();
+    QVERIFY2(data, qPrintable(data.message()));
+    QCOMPARE(data->stocks.size(), 1);
+    QCOMPARE(data->stocks.first().code, QStringLiteral("EAST"));
 
     testsupport::writeFile(path, "broken");
-    data = ReferenceData::standard(&error);
-    QVERIFY2(error.contains(path), qPrintable(error));
-    QVERIFY(data.stocks.isEmpty());
+    data = ReferenceData::standard();
+    QVERIFY(!data);
+    QVERIFY2(data.message().contains(path), qPrintable(data.message()));
 }
 
 void ReferenceDataTest::lookUpsWhileInstalling()

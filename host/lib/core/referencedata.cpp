@@ -30,19 +30,20 @@ struct Text
 class EntryReader final
 {
 public:
-    EntryReader(const QJsonObject& document, QString array, QString* error)
+    // What goes wrong is entered into the outcome, unless it has failed already.
+    EntryReader(const QJsonObject& document, QString array, Outcome& outcome)
         : m_array(std::move(array))
-        , m_error(error)
+        , m_outcome(outcome)
     {
         const QJsonValue value = document.value(m_array);
-        if (!value.isArray() && m_error->isNull())
-            *m_error = Text::tr("нет списка \"%1\"").arg(m_array);
+        if (!value.isArray() && m_outcome)
+            m_outcome = Failure{Text::tr("нет списка \"%1\"").arg(m_array)};
         m_entries = value.toArray();
     }
 
     bool next()
     {
-        if (!m_error->isNull() || ++m_index >= m_entries.size())
+        if (!m_outcome || ++m_index >= m_entries.size())
             return false;
         m_entry = m_entries.at(m_index).toObject();
         return true;
@@ -89,13 +90,13 @@ private:
     void fail(const QString& key) { fail(key, Text::tr("неверное значение")); }
     void fail(const QString& key, const QString& what)
     {
-        if (m_error->isNull())
-            *m_error = Text::tr("список \"%1\", запись %2: %3 \"%4\"")
-                           .arg(m_array, QString::number(m_index + 1), what, key);
+        if (m_outcome)
+            m_outcome = Failure{Text::tr("список \"%1\", запись %2: %3 \"%4\"")
+                                    .arg(m_array, QString::number(m_index + 1), what, key)};
     }
 
     QString m_array;
-    QString* m_error;
+    Outcome& m_outcome;
     QJsonArray m_entries;
     QJsonObject m_entry;
     qsizetype m_index = -1;
@@ -104,30 +105,30 @@ private:
     QSet<QString> m_seen;
 };
 
-ReferenceData fromJson(const QByteArray& text, QString* error)
+Result<ReferenceData> fromJson(const QByteArray& text)
 {
     QJsonParseError parseError;
     const QJsonDocument json = QJsonDocument::fromJson(text, &parseError);
     if (parseError.error != QJsonParseError::NoError) {
-        *error = Text::tr("байт %1: %2")
-                     .arg(QString::number(parseError.offset), parseError.errorString());
-        return {};
+        return Failure{Text::tr("байт %1: %2")
+                           .arg(QString::number(parseError.offset), parseError.errorString())};
     }
 
     constexpr int maxInt = std::numeric_limits<int>::max();
     constexpr qint64 maxId = std::numeric_limits<qint64>::max();
     const QJsonObject document = json.object();
     ReferenceData data;
+    Outcome outcome;
     // Venues by their codes and boards by "venue/board": no code holds a slash.
     QSet<QString> owners;
-    for (EntryReader entry(document, QStringLiteral("stocks"), error); entry.next();) {
+    for (EntryReader entry(document, QStringLiteral("stocks"), outcome); entry.next();) {
         const Stock stock{static_cast<int>(entry.integer(QStringLiteral("id"), 1, maxInt)),
                           entry.code(QStringLiteral("code")), entry.text(QStringLiteral("name"))};
         entry.unique(QString(), stock.code, stock.id);
         owners.insert(stock.code);
         data.stocks.append(stock);
     }
-    for (EntryReader entry(document, QStringLiteral("boards"), error); entry.next();) {
+    for (EntryReader entry(document, QStringLiteral("boards"), outcome); entry.next();) {
         const Board board{entry.code(QStringLiteral("stock")),
                           static_cast<int>(entry.integer(QStringLiteral("id"), 1, maxInt)),
                           entry.code(QStringLiteral("code")), entry.text(QStringLiteral("name")),
@@ -137,7 +138,7 @@ ReferenceData fromJson(const QByteArray& text, QString* error)
         owners.insert(board.stockCode + u'/' + board.code);
         data.boards.append(board);
     }
-    for (EntryReader entry(document, QStringLiteral("securities"), error); entry.next();) {
+    for (EntryReader entry(document, QStringLiteral("securities"), outcome); entry.next();) {
         const Security security{entry.code(QStringLiteral("stock")),
                                 entry.code(QStringLiteral("board")),
                                 entry.integer(QStringLiteral("id"), 1, maxId),
@@ -151,7 +152,9 @@ ReferenceData fromJson(const QByteArray& text, QString* error)
         entry.unique(owner, security.code, security.id);
         data.securities.append(security);
     }
-    return error->isNull() ? data : ReferenceData();
+    if (!outcome)
+        return outcome.failure();
+    return data;
 }
 
 QString cannotOpen(const QString& path)
@@ -208,39 +211,31 @@ QString demonstrationFile()
 
 ReferenceData ReferenceData::demonstration()
 {
-    QString error;
-    ReferenceData data = fromFile(demonstrationFile(), &error);
-    Q_ASSERT_X(error.isNull(), "ReferenceData::demonstration", qPrintable(error));
-    return data;
+    const Result<ReferenceData> data = fromFile(demonstrationFile());
+    Q_ASSERT_X(data, "ReferenceData::demonstration", qPrintable(data.message()));
+    return *data;
 }
 
-ReferenceData ReferenceData::fromFile(const QString& path, QString* error)
+Result<ReferenceData> ReferenceData::fromFile(const QString& path)
 {
     QFile file(path);
     // To open a pipe is to wait for somebody who writes into it. Resources are files too.
     if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) {
-        *error = cannotOpen(path);
-        return {};
+        return Failure{cannotOpen(path)};
     }
     const qint64 size = file.size();
     const QByteArray text = file.readAll();
     if (file.error() != QFileDevice::NoError || text.size() < size) {
-        *error = Text::tr("Невозможно прочитать файл %1").arg(path);
-        return {};
+        return Failure{Text::tr("Невозможно прочитать файл %1").arg(path)};
     }
-    QString what;
-    ReferenceData data = fromJson(text, &what);
-    *error = what.isNull() ? QString() : wrongContent(path, what);
-    return data;
+    Result<ReferenceData> data = fromJson(text);
+    return data ? data : Failure{wrongContent(path, data.message())};
 }
 
-ReferenceData ReferenceData::standard(QString* error)
+Result<ReferenceData> ReferenceData::standard()
 {
     const QString path = standardFile();
-    if (QFile::exists(path))
-        return fromFile(path, error);
-    *error = QString();
-    return demonstration();
+    return QFile::exists(path) ? fromFile(path) : Result<ReferenceData>(demonstration());
 }
 
 ReferenceData ReferenceData::installed()

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <vexdesk/export.h>
+#include <vexdesk/outcome.h>
 
 #include <QtCore/QList>
 #include <QtCore/QString>
@@ -59,13 +60,12 @@ struct VEXDESK_CORE_EXPORT ReferenceData
     /// of the installed translation; everything else is the same in all languages.
     static ReferenceData demonstration();
 
-    /// Reads a file. Null error text on success; otherwise *error says what is wrong and where,
-    /// and the result is empty.
-    static ReferenceData fromFile(const QString& path, QString* error);
+    /// Reads a file. The message of a failure says what is wrong and where.
+    static Result<ReferenceData> fromFile(const QString& path);
 
     /// What the terminal uses on this machine: the file "reference.json" in its data directory
     /// (see ICore::getDir; nothing is created), or the demonstration data when there is none.
-    static ReferenceData standard(QString* error);
+    static Result<ReferenceData> standard();
 
     /// What the directories answer from now. The demonstration data until something is installed.
     static ReferenceData installed();

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QString>
+
+namespace tadata::cli {
+
+/// What every command of tadata returns to the shell.
+enum class ExitCode {
+    Success = 0,
+    Failure = 1,    ///< the work could not be done; standard error says why
+    WrongUsage = 2, ///< the command line is wrong; nothing was done
+};
+
+/// Gives Text::tr, the texts of tadata in the user's language.
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(tadata)
+};
+
+/// Writes one line to standard error.
+void printError(const QString& text);
+
+/// The same, for the reason of a failure, which it returns.
+ExitCode fail(const QString& reason);
+
+/// Writes a text to standard output. A failure, which has been told to the user, when not all of it
+/// could be written.
+ExitCode printOutput(const QString& text);
+
+/// A code or a word of the command line as a part of one printed line, whatever characters it has:
+/// control characters and what is no UTF-8 as "\x0a" and "\u2028". A backslash before an x or a u
+/// is doubled.
+QString escaped(const QString& code);
+
+/// Whether it has characters that can only be shown escaped.
+bool hasUnprintable(const QString& code);
+
+} // namespace tadata::cli
