@@ -106,8 +106,8 @@ Outcome loadDeals(const QString& path, const SeriesIds& series, vexdesk::Databas
             Text::tr("%1, строка %2: %3").arg(path, QString::number(number), error.what)};
     }
     if (!lines.outcome())
-        return Failure{Text::tr("Невозможно прочитать файл %1: %2")
-                           .arg(path, lines.outcome().message())};
+        return Failure{
+            Text::tr("Невозможно прочитать файл %1: %2").arg(path, lines.outcome().message())};
     return {};
 }
 
