@@ -336,23 +336,26 @@ void ChartPanel::showMessage(const QString& text)
 
 void ChartPanel::updateScrollBar()
 {
-    const TimeRange& all = m_view->limits().all();
     const TimeRange& range = m_view->range();
+    const TimeRange reach = m_view->limits().reach(range.length());
     const double step = secondsPerStep(m_view->limits());
     const auto steps = [step](double seconds) { return static_cast<int>(seconds / step); };
     const QSignalBlocker quiet(m_scrollBar);
     const int page = steps(range.length());
-    m_scrollBar->setRange(0, m_view->isEmpty() ? 0 : std::max(0, steps(all.length()) - page));
+    m_scrollBar->setRange(
+        0, m_view->isEmpty() ? 0 : std::max(0, steps(reach.length() - range.length())));
     m_scrollBar->setPageStep(std::max(1, page));
     constexpr int lines = 10; // to a page
     m_scrollBar->setSingleStep(std::max(1, page / lines));
-    m_scrollBar->setValue(steps(range.begin - all.begin));
+    m_scrollBar->setValue(steps(range.begin - reach.begin));
 }
 
 void ChartPanel::scrollTo(int value)
 {
-    const double begin = m_view->limits().all().begin + value * secondsPerStep(m_view->limits());
-    m_view->setRange({begin, begin + m_view->range().length()});
+    const double length = m_view->range().length();
+    const double begin =
+        m_view->limits().reach(length).begin + value * secondsPerStep(m_view->limits());
+    m_view->setRange({begin, begin + length});
 }
 
 void ChartPanel::updateReadout()

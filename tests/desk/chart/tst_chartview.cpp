@@ -109,6 +109,7 @@ private Q_SLOTS:
     void theWheelScrollsWithShiftAndToTheSide();
     void theMouseDragsTheTimes();
     void keysScrollAndZoom();
+    void theEndsOfALongSeriesShowBars();
     void controlZeroAndADoubleClickShowEverything();
     void zoomingHasLimits();
     void theMouseReadsABar_data();
@@ -492,6 +493,7 @@ void TestChartView::keysScrollAndZoom()
 {
     m_view->setFocus();
     const TimeRange before = m_view->range();
+    const TimeRange ends = m_view->limits().reach(before.length());
     QTest::keyClick(m_view.get(), Qt::Key_Left);
     QVERIFY(m_view->range().begin < before.begin);
     QTest::keyClick(m_view.get(), Qt::Key_Right);
@@ -501,14 +503,27 @@ void TestChartView::keysScrollAndZoom()
     QTest::keyClick(m_view.get(), Qt::Key_Minus);
     QVERIFY(isNear(m_view->range(), before));
     QTest::keyClick(m_view.get(), Qt::Key_Home);
-    QVERIFY(isNear(m_view->range().begin, m_view->limits().all().begin));
+    QVERIFY(isNear(m_view->range().begin, ends.begin));
     QTest::keyClick(m_view.get(), Qt::Key_PageDown);
-    QVERIFY(m_view->range().begin > m_view->limits().all().begin);
+    QVERIFY(m_view->range().begin > ends.begin);
     QTest::keyClick(m_view.get(), Qt::Key_PageUp);
-    QVERIFY(isNear(m_view->range().begin, m_view->limits().all().begin));
+    QVERIFY(isNear(m_view->range().begin, ends.begin));
     QTest::keyClick(m_view.get(), Qt::Key_End);
-    QVERIFY(isNear(m_view->range().end, m_view->limits().all().end));
+    QVERIFY(isNear(m_view->range().end, ends.end));
     QVERIFY(isNear(m_view->range().length(), before.length()));
+}
+
+void TestChartView::theEndsOfALongSeriesShowBars()
+{
+    const auto series = makeSeries(500, 120);
+    m_view->showSeries(series, minute);
+    const size_t whole = m_view->chart().candles.size();
+    QTest::keyClick(m_view.get(), Qt::Key_Home);
+    QCOMPARE(m_view->chart().candles.size(), whole);
+    QVERIFY(m_view->range().begin < double(series->firstTime()));
+    QTest::keyClick(m_view.get(), Qt::Key_End);
+    QCOMPARE(m_view->chart().candles.size(), whole);
+    QVERIFY(m_view->range().end > double(series->lastTime()));
 }
 
 void TestChartView::controlZeroAndADoubleClickShowEverything()
