@@ -142,14 +142,11 @@ double roundStep(double atLeast)
 
 } // namespace
 
-ValueTicks valueTicks(double low, double high, int most, int decimals)
+double valueStep(double low, double high, int most, int decimals)
 {
-    ValueTicks ticks;
-    ticks.decimals = decimals;
     const double smallest = std::pow(10.0, -decimals);
     const double wanted = (high - low) / std::max(1, most);
-    ticks.step = wanted > smallest ? roundStep(wanted) : smallest;
-    return ticks;
+    return wanted > smallest ? roundStep(wanted) : smallest;
 }
 
 std::vector<TimeTick> timeTicks(const TimeRange& range, int most)

@@ -363,7 +363,8 @@ void ChartPanel::updateReadout()
     const Candle* const candle = m_view->pointed();
     const ChartLayout& chart = m_view->chart();
     m_readout->setText(
-        candle ? readoutText(*candle, chart.interval, chart.timeframe, chart.decimals) : QString());
+        candle ? readoutText(*candle, chart.interval, chart.timeframe, chart.prices.decimals)
+               : QString());
 }
 
 void ChartPanel::reserveReadout()

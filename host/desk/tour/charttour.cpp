@@ -14,7 +14,6 @@
 #include "desk/tour/userinput.h"
 
 #include <QtCore/QCoreApplication>
-#include <QtWidgets/QAbstractScrollArea>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
@@ -48,8 +47,7 @@ struct State
     }
     QWidget* chart() const
     {
-        const auto* const view = widget<QAbstractScrollArea>("chartView");
-        return view ? view->viewport() : nullptr;
+        return widget<QWidget>("chartView");
     }
     QString readout() const
     {
@@ -180,7 +178,7 @@ void addZooming(Tour& tour, const std::shared_ptr<State>& state, const PointedBa
               [state] {
                   constexpr int steps = 5; // the day's first bar stood at the edge, so half a view
                   for (int i = 0; i < steps; ++i)
-                      pressKey(state->widget<QAbstractScrollArea>("chartView"), Qt::Key_Right);
+                      pressKey(state->chart(), Qt::Key_Right);
               }});
     tour.add({Text::tr("навести на бар"),
               [state, bar] {
@@ -216,8 +214,7 @@ void addLookAfterEdit(Tour& tour, const std::shared_ptr<State>& state)
 
 void addClosing(Tour& tour, MainWindow& window, const std::shared_ptr<State>& state)
 {
-    addMenuSteps(tour, window, "Desk.Chart",
-                 ChartDock::hasChart() ? QString() : QStringLiteral("no-chart"));
+    addMenuSteps(tour, window, "Desk.Chart");
     tour.add(
         {Text::tr("график закрыт"),
          [state] { return state->dock.isHidden() ? QString() : Text::tr("график не закрылся"); },
@@ -231,13 +228,10 @@ void addChartTour(Tour& tour, MainWindow& window, const std::function<void()>& e
     const auto state = std::make_shared<State>(window);
     QObject::connect(&tour, &Tour::failed, &tour, [state] { state->restore(); });
     addOpening(tour, window, state);
-    if (ChartDock::hasChart()) {
-        addChoiceOfSeries(tour, state);
-        addZooming(tour, state, PointedBar());
-    }
+    addChoiceOfSeries(tour, state);
+    addZooming(tour, state, PointedBar());
     edit();
-    if (ChartDock::hasChart())
-        addLookAfterEdit(tour, state);
+    addLookAfterEdit(tour, state);
     addClosing(tour, window, state);
 }
 
