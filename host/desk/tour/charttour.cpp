@@ -45,10 +45,7 @@ struct State
         auto* const found = dock.findChild<Widget*>(QLatin1String(name));
         return found && found->isVisible() ? found : nullptr;
     }
-    QWidget* chart() const
-    {
-        return widget<QWidget>("chartView");
-    }
+    QWidget* chart() const { return widget<QWidget>("chartView"); }
     QString readout() const
     {
         return dock.findChild<QLabel*>(QStringLiteral("chartReadout"))->text();
@@ -175,11 +172,7 @@ void addZooming(Tour& tour, const std::shared_ptr<State>& state, const PointedBa
                   i == 0 ? QStringLiteral("chart-all") : QString()});
     }
     tour.add({Text::tr("прокрутить график"), [] { return QString(); },
-              [state] {
-                  constexpr int steps = 5; // the day's first bar stood at the edge, so half a view
-                  for (int i = 0; i < steps; ++i)
-                      pressKey(state->chart(), Qt::Key_Right);
-              }});
+              [state] { pressKey(state->chart(), Qt::Key_Right); }});
     tour.add({Text::tr("навести на бар"),
               [state, bar] {
                   if (!state->pointAt(bar.timeText()))
