@@ -81,7 +81,7 @@ void measureFrames(ChartView& view, const char* what, double length, int frames)
         timer.start();
         view.setRange({begin, begin + length});
         QPainter painter(&image);
-        view.render(&painter, QRectF(), QRect(), Qt::IgnoreAspectRatio);
+        view.render(&painter);
         painter.end();
         times.push_back(milliseconds(timer));
         most = std::max(most, view.chart().candles.size());

@@ -778,17 +778,6 @@ Demonstration data will be used.</translation>
     </message>
 </context>
 <context>
-    <name>vexdesk::NoChart</name>
-    <message>
-        <source>Этот терминал собран без графика.
-
-Для графика нужен модуль Qt Charts: установите пакеты qt6-charts-dev и libqt6opengl6-dev и соберите терминал заново.</source>
-        <translation>This terminal was built without the chart.
-
-The chart needs the Qt Charts module: install the packages qt6-charts-dev and libqt6opengl6-dev and build the terminal again.</translation>
-    </message>
-</context>
-<context>
     <name>vexdesk::OptionsDialog</name>
     <message>
         <source>Настройки</source>

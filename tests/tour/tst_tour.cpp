@@ -15,8 +15,7 @@
 namespace {
 
 constexpr int optionsPictureCount = 3;
-// Without its chart, the terminal has only the menu and a note to show.
-constexpr int chartPictureCount = DESK_HAS_CHART ? 5 : 2;
+constexpr int chartPictureCount = 5;
 constexpr int pictureCount = 21 + chartPictureCount + optionsPictureCount;
 
 // What the day files hold after the import and what the editor did: of the first two days, which it

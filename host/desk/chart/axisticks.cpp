@@ -3,6 +3,8 @@
 
 #include "desk/chart/wallclock.h"
 
+#include <vexdesk/dateformat.h>
+
 #include <QtCore/QCoreApplication>
 #include <QtCore/QLocale>
 
@@ -14,26 +16,10 @@ namespace vexdesk {
 
 namespace {
 
-// As the terminal's language writes a date in numbers, each with all its digits.
-QString dateFormat()
-{
-    const QLocale locale;
-    if (locale.language() == QLocale::C)
-        return QStringLiteral("dd.MM.yyyy");
-    QString format = locale.dateFormat(QLocale::ShortFormat);
-    for (const QChar part : {u'd', u'M'}) {
-        if (format.count(part) == 1)
-            format.replace(part, QString(2, part));
-    }
-    return format.contains(QLatin1String("yyyy"))
-               ? format
-               : format.replace(QLatin1String("yy"), QLatin1String("yyyy"));
-}
-
-// The same without the year, or without the day.
+// A date without the year, or without the day.
 QString withoutPart(QChar part)
 {
-    QString format = dateFormat();
+    QString format = shownDateFormat(QLocale());
     const qsizetype begin = format.indexOf(part);
     const qsizetype count = format.count(part);
     // With the sign behind it or, at the end, with all signs before it.
@@ -156,14 +142,11 @@ double roundStep(double atLeast)
 
 } // namespace
 
-ValueTicks valueTicks(double low, double high, int most, int decimals)
+double valueStep(double low, double high, int most, int decimals)
 {
-    ValueTicks ticks;
-    ticks.decimals = decimals;
     const double smallest = std::pow(10.0, -decimals);
     const double wanted = (high - low) / std::max(1, most);
-    ticks.step = wanted > smallest ? roundStep(wanted) : smallest;
-    return ticks;
+    return wanted > smallest ? roundStep(wanted) : smallest;
 }
 
 std::vector<TimeTick> timeTicks(const TimeRange& range, int most)
@@ -182,7 +165,7 @@ std::vector<TimeTick> timeTicks(const TimeRange& range, int most)
 
 QString dateText(qint64 time)
 {
-    return wallDate(time).toString(dateFormat());
+    return wallDate(time).toString(shownDateFormat(QLocale()));
 }
 
 QString dateTimeText(qint64 time, qint64 interval)

@@ -10,15 +10,9 @@
 /// Where the axes of the chart have their lines and numbers, and texts for times. Any thread.
 namespace vexdesk {
 
-/// Lines at multiples of a round number.
-struct ValueTicks
-{
-    double step = 1;  ///< 1, 2 or 5 with a power of ten
-    int decimals = 0; ///< that the labels need
-};
-
-/// At most about `most` lines between two values. The step is not below the last of the decimals.
-ValueTicks valueTicks(double low, double high, int most, int decimals);
+/// From line to line where at most about `most` of them stand between two values: 1, 2 or 5 with a
+/// power of ten, and not below the last of the decimals.
+double valueStep(double low, double high, int most, int decimals);
 
 struct TimeTick
 {

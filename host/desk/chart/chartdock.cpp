@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "desk/chart/chartdock.h"
 
-#include "desk/chart/chartcontent.h"
+#include "desk/chart/chartpanel.h"
+
+#include <vexdesk/history/dayfile.h>
 
 namespace vexdesk {
 
@@ -13,15 +15,10 @@ ChartDock::ChartDock(QWidget* parent)
 
 ChartDock::~ChartDock() = default;
 
-bool ChartDock::hasChart()
-{
-    return isChartBuilt();
-}
-
 void ChartDock::showEvent(QShowEvent* event)
 {
     if (!widget()) {
-        QWidget* const content = makeChartContent();
+        QWidget* const content = new ChartPanel(storeRoot().path());
         constexpr QSize smallest(400, 300);
         content->setMinimumSize(smallest);
         setWidget(content);

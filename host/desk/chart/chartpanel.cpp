@@ -10,6 +10,7 @@
 #include <vexdesk/history/dayfilenames.h>
 #include <vexdesk/history/storepaths.h>
 
+#include <QtConcurrent/QtConcurrentRun>
 #include <QtCore/QSignalBlocker>
 #include <QtGui/QFocusEvent>
 #include <QtGui/QShowEvent>
@@ -39,6 +40,22 @@ SeriesKey rememberedSeries()
     const AppSettings settings(settingsGroup);
     return {settings.value(stockKey).toString(), settings.value(boardKey).toString(),
             settings.value(securityKey).toString(), settings.value(timeframeKey).toInt()};
+}
+
+// The directories without bars too: a series is new when its first day file comes.
+StoreListing listingOf(const QString& root)
+{
+    QStringList directories{root};
+    qsizetype first = 0;
+    for (int depth = 0; depth < 3; ++depth) {
+        const qsizetype last = directories.size();
+        for (; first < last; ++first) {
+            const QString above = directories.at(first) + u'/';
+            for (const QString& name : subdirectories(above, QDir::Hidden))
+                directories.append(above + name);
+        }
+    }
+    return {listStore(QDir(root)), directories};
 }
 
 // A second of the time is a step of the scroll bar, or more where they are too many for it.
@@ -87,6 +104,7 @@ ChartPanel::ChartPanel(const QString& root, QWidget* parent)
     connect(&m_feed, &SeriesFeed::loaded, this, &ChartPanel::showBars);
     connect(&m_feed, &SeriesFeed::progressed, this, &ChartPanel::showProgress);
     connect(&m_storeWatcher, &PathWatcher::changed, this, &ChartPanel::listStoredSoon);
+    connect(&m_listing, &QFutureWatcherBase::finished, this, &ChartPanel::setStored);
 }
 
 ChartPanel::~ChartPanel() = default;
@@ -183,34 +201,20 @@ void ChartPanel::changeEvent(QEvent* event)
 
 void ChartPanel::listStoredSoon()
 {
-    if (!isVisible())
-        return;
-    if (m_isListing) {
-        m_isListOutdated = true;
-        return;
-    }
-    m_isListing = true;
-    m_isListOutdated = false;
-    m_thread.start([this, root = m_root] {
-        QList<StoredSeries> stored = listStore(QDir(root));
-        QMetaObject::invokeMethod(
-            this,
-            [this, stored] {
-                m_isListing = false;
-                setStored(stored);
-                if (m_isListOutdated)
-                    m_storeWatcher.tellSoon();
-            },
-            Qt::QueuedConnection);
-    });
+    m_isListOutdated = m_listing.isRunning();
+    if (isVisible() && !m_isListOutdated)
+        m_listing.setFuture(QtConcurrent::run(&m_pool, listingOf, m_root));
 }
 
-void ChartPanel::setStored(const QList<StoredSeries>& stored)
+void ChartPanel::setStored()
 {
+    if (m_isListOutdated)
+        m_storeWatcher.tellSoon();
     if (!isVisible())
         return;
-    m_storeWatcher.watch(storeDirectories());
-    m_seriesBox->setStored(stored);
+    const StoreListing stored = m_listing.result();
+    m_storeWatcher.watch(stored.directories);
+    m_seriesBox->setStored(stored.series);
     if (!m_seriesBox->setSeries(m_wanted) && m_seriesBox->currentIndex() < 0 &&
         m_seriesBox->count() > 0)
         m_seriesBox->setSeries(m_seriesBox->itemData(0).value<SeriesKey>());
@@ -223,23 +227,6 @@ void ChartPanel::setStored(const QList<StoredSeries>& stored)
     SeriesKey key = *series;
     key.timeframe = m_timeframeBox->currentData().toInt();
     m_feed.choose(key);
-}
-
-// Those without bars too: a series is new when its first day file comes.
-QStringList ChartPanel::storeDirectories() const
-{
-    QStringList directories{m_root};
-    for (const QString& stock : subdirectories(m_root, QDir::Hidden)) {
-        const QString stockPath = m_root + u'/' + stock;
-        directories.append(stockPath);
-        for (const QString& board : subdirectories(stockPath, QDir::Hidden)) {
-            const QString boardPath = stockPath + u'/' + board;
-            directories.append(boardPath);
-            for (const QString& security : subdirectories(boardPath, QDir::Hidden))
-                directories.append(boardPath + u'/' + security);
-        }
-    }
-    return directories;
 }
 
 void ChartPanel::offerTimeframes(const SeriesKey& key)
@@ -350,23 +337,26 @@ void ChartPanel::showMessage(const QString& text)
 
 void ChartPanel::updateScrollBar()
 {
-    const TimeRange& all = m_view->limits().all();
     const TimeRange& range = m_view->range();
+    const TimeRange reach = m_view->limits().reach(range.length());
     const double step = secondsPerStep(m_view->limits());
     const auto steps = [step](double seconds) { return static_cast<int>(seconds / step); };
     const QSignalBlocker quiet(m_scrollBar);
     const int page = steps(range.length());
-    m_scrollBar->setRange(0, m_view->isEmpty() ? 0 : std::max(0, steps(all.length()) - page));
+    m_scrollBar->setRange(
+        0, m_view->isEmpty() ? 0 : std::max(0, steps(reach.length() - range.length())));
     m_scrollBar->setPageStep(std::max(1, page));
     constexpr int lines = 10; // to a page
     m_scrollBar->setSingleStep(std::max(1, page / lines));
-    m_scrollBar->setValue(steps(range.begin - all.begin));
+    m_scrollBar->setValue(steps(range.begin - reach.begin));
 }
 
 void ChartPanel::scrollTo(int value)
 {
-    const double begin = m_view->limits().all().begin + value * secondsPerStep(m_view->limits());
-    m_view->setRange({begin, begin + m_view->range().length()});
+    const double length = m_view->range().length();
+    const double begin =
+        m_view->limits().reach(length).begin + value * secondsPerStep(m_view->limits());
+    m_view->setRange({begin, begin + length});
 }
 
 void ChartPanel::updateReadout()
@@ -374,7 +364,8 @@ void ChartPanel::updateReadout()
     const Candle* const candle = m_view->pointed();
     const ChartLayout& chart = m_view->chart();
     m_readout->setText(
-        candle ? readoutText(*candle, chart.interval, chart.timeframe, chart.decimals) : QString());
+        candle ? readoutText(*candle, chart.interval, chart.timeframe, chart.prices.decimals)
+               : QString());
 }
 
 void ChartPanel::reserveReadout()

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "desk/chart/jobthread.h"
 #include "desk/chart/seriesfeed.h"
 
 #include <vexdesk/history/storecatalog.h>
 
+#include <QtCore/QFutureWatcher>
+#include <QtCore/QThreadPool>
 #include <QtWidgets/QWidget>
 
 #include <optional>
@@ -20,6 +21,13 @@ namespace vexdesk {
 
 class ChartView;
 class SeriesBox;
+
+/// What is stored, and the directories that tell when that changes.
+struct StoreListing
+{
+    QList<StoredSeries> series;
+    QStringList directories;
+};
 
 /// The chart with what belongs to it: the choice of the series and of the timeframe, the line that
 /// reads out the bar at the mouse, and the scroll bar. Follows the store while it is shown, and
@@ -51,8 +59,7 @@ private:
 
     /// Looks in a thread of its own for what is stored, and again when the store changes.
     void listStoredSoon();
-    void setStored(const QList<StoredSeries>& stored);
-    QStringList storeDirectories() const;
+    void setStored();
 
     void chooseSeries();
     void chooseTimeframe();
@@ -73,8 +80,8 @@ private:
     std::optional<SeriesKey> m_shown;
     SeriesFeed m_feed;
     PathWatcher m_storeWatcher{listDelay};
-    bool m_isListing = false;
-    bool m_isListOutdated = false;
+    QFutureWatcher<StoreListing> m_listing;
+    bool m_isListOutdated = false; // something has changed since the listing began
     std::shared_ptr<const BarSeries> m_series;
 
     SeriesBox* m_seriesBox = nullptr;
@@ -86,7 +93,7 @@ private:
     ChartView* m_view = nullptr;
     QScrollBar* m_scrollBar = nullptr;
     QLabel* m_message = nullptr;
-    JobThread m_thread; // goes first: what it tells goes to this object
+    QThreadPool m_pool; // an import that fills the global one does not keep the chart waiting
 };
 
 } // namespace vexdesk

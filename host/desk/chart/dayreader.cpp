@@ -92,11 +92,6 @@ std::map<QDate, DayStamp> stampsIn(const QString& directory, int timeframe)
 
 } // namespace
 
-DayStamp dayStamp(const QString& path)
-{
-    return stampOf(QFileInfo(path));
-}
-
 BarSeries::Day readDay(const QString& path, const QDate& day)
 {
     DayFileLines lines(path);

@@ -40,9 +40,6 @@ using ReadDays = std::map<QDate, ReadDay>;
 /// Told how many of how many days there are; answers whether to go on.
 using ReadProgress = std::function<bool(int done, int total)>;
 
-/// The stamp of a file now.
-DayStamp dayStamp(const QString& path);
-
 /// The bars of a day file, null when there is none. Lines without a time or without four prices
 /// are passed over; a file whose lines are not in the order of their times is put into order.
 ///

@@ -28,19 +28,40 @@ QSet<QString> existingOf(const QStringList& paths)
     return existing;
 }
 
+// Whether any path has come to those that are watched.
+bool watchOnly(QFileSystemWatcher& watcher, const QSet<QString>& wanted)
+{
+    const QStringList paths = watcher.files() + watcher.directories();
+    const QSet<QString> watched(paths.begin(), paths.end());
+    const QStringList gone = (watched - wanted).values();
+    if (!gone.isEmpty())
+        watcher.removePaths(gone);
+    const QStringList come = (wanted - watched).values();
+    // One that cannot be watched does not count, or it would be told of without end.
+    return !come.isEmpty() && watcher.addPaths(come).size() < come.size();
+}
+
 } // namespace
 
 PathWatcher::PathWatcher(int delay, QObject* parent)
     : QObject(parent)
+    , m_watcher(new QFileSystemWatcher)
 {
     m_timer.setSingleShot(true);
     m_timer.setInterval(delay);
     connect(&m_timer, &QTimer::timeout, this, &PathWatcher::changed);
-    connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, &PathWatcher::tellSoon);
-    connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, &PathWatcher::tellSoon);
+    connect(m_watcher, &QFileSystemWatcher::directoryChanged, this, &PathWatcher::tellSoon);
+    connect(m_watcher, &QFileSystemWatcher::fileChanged, this, &PathWatcher::tellSoon);
+    connect(&m_thread, &QThread::finished, m_watcher, &QObject::deleteLater);
+    m_watcher->moveToThread(&m_thread);
+    m_thread.start();
 }
 
-PathWatcher::~PathWatcher() = default;
+PathWatcher::~PathWatcher()
+{
+    m_thread.quit();
+    m_thread.wait();
+}
 
 void PathWatcher::tellSoon()
 {
@@ -51,22 +72,10 @@ void PathWatcher::tellSoon()
 
 void PathWatcher::watch(const QStringList& paths)
 {
-    QSet<QString> wanted = existingOf(paths);
-    // Once more after the directories above are watched: one may have come to be in between.
-    for (int round = 0; round < 2; ++round) {
-        const QStringList files = m_watcher.files();
-        const QStringList directories = m_watcher.directories();
-        QSet<QString> watched(files.begin(), files.end());
-        watched.unite(QSet<QString>(directories.begin(), directories.end()));
-        const QStringList gone = (watched - wanted).values();
-        if (!gone.isEmpty())
-            m_watcher.removePaths(gone);
-        const QStringList come = (wanted - watched).values();
-        if (come.isEmpty())
-            return;
-        m_watcher.addPaths(come);
-        wanted = existingOf(paths);
-    }
+    QMetaObject::invokeMethod(m_watcher, [this, paths] {
+        if (watchOnly(*m_watcher, existingOf(paths)))
+            QMetaObject::invokeMethod(this, &PathWatcher::tellSoon);
+    });
 }
 
 } // namespace vexdesk

@@ -3,6 +3,7 @@
 
 #include <QtCore/QFileSystemWatcher>
 #include <QtCore/QStringList>
+#include <QtCore/QThread>
 #include <QtCore/QTimer>
 
 namespace vexdesk {
@@ -12,7 +13,8 @@ namespace vexdesk {
 ///
 /// Many changes in a short time are told as few: an import writes thousands of files. The owner
 /// watches anew after each change, since files come and go and a file that was replaced is another
-/// one. User-interface thread only.
+/// one. The paths are looked up in a thread of the watcher's own: they may be thousands.
+/// User-interface thread only.
 class PathWatcher final : public QObject
 {
     Q_OBJECT
@@ -22,7 +24,8 @@ public:
     explicit PathWatcher(int delay = usualDelay, QObject* parent = nullptr);
     ~PathWatcher() override;
 
-    /// Watches these paths and no others. Those that were watched already go on being so.
+    /// Watches these paths and no others, soon. Those that were watched already go on being so;
+    /// when others have come to them, a change is told, for what was done to them before is unseen.
     void watch(const QStringList& paths);
 
     /// Tells a change soon, as if something had changed.
@@ -34,8 +37,9 @@ Q_SIGNALS:
     void changed();
 
 private:
-    QFileSystemWatcher m_watcher;
     QTimer m_timer;
+    QThread m_thread;
+    QFileSystemWatcher* m_watcher; // lives in the thread and goes with it
 };
 
 } // namespace vexdesk

@@ -4,16 +4,14 @@
 #include <vexdesk/history/dayfilenames.h>
 #include <vexdesk/history/storepaths.h>
 
+#include <QtConcurrent/QtConcurrentRun>
 #include <QtCore/QElapsedTimer>
-#include <QtCore/QSet>
-
-#include <atomic>
 
 namespace vexdesk {
 
 namespace {
 
-constexpr int progressInterval = 50; // ms
+constexpr int quietTime = 50; // ms
 
 int changedDays(const ReadDays& before, const ReadDays& after)
 {
@@ -35,43 +33,51 @@ bool haveSameBars(const ReadDays& left, const ReadDays& right)
                       });
 }
 
-} // namespace
-
-/// One reading. The thread that reads writes what the feed looks at when it has finished.
-struct SeriesFeed::Job
+void readSeries(QPromise<ReadSeries>& promise, const QString& directory, int timeframe,
+                const ReadDays& before)
 {
-    QString directory;
-    int timeframe = 0;
-    ReadDays before;
-    std::atomic_bool isCancelled = false;
+    QElapsedTimer sinceBegin;
+    sinceBegin.start();
+    const auto progress = [&](int done, int total) {
+        if (done == 0)
+            promise.setProgressRange(0, total);
+        // A short reading is not worth a word.
+        else if (sinceBegin.elapsed() >= quietTime)
+            promise.setProgressValue(done);
+        return !promise.isCanceled();
+    };
+    ReadSeries read;
+    read.days = readDays(directory, timeframe, before, progress);
+    read.series = std::make_shared<const BarSeries>(seriesOf(read.days));
+    promise.addResult(std::move(read));
+}
 
-    ReadDays days;
-    std::shared_ptr<const BarSeries> series;
-};
+} // namespace
 
 SeriesFeed::SeriesFeed(const QString& root, QObject* parent)
     : QObject(parent)
     , m_root(root)
 {
     connect(&m_watcher, &PathWatcher::changed, this, &SeriesFeed::read);
+    connect(&m_reading, &QFutureWatcherBase::finished, this, &SeriesFeed::finish);
+    connect(&m_reading, &QFutureWatcherBase::progressValueChanged, this,
+            [this](int done) { Q_EMIT progressed(done, m_reading.progressMaximum()); });
 }
 
 SeriesFeed::~SeriesFeed()
 {
-    stop();
+    m_reading.cancel(); // the pool waits for its end
 }
 
 void SeriesFeed::stop()
 {
-    if (m_job)
-        m_job->isCancelled = true;
-    m_job.reset();
+    m_reading.cancel();
+    m_reading.setFuture(QFuture<ReadSeries>()); // nothing of it is told any more
     m_isOutdated = false;
     m_isLoaded = false;
     m_key = SeriesKey();
     m_directory.clear();
     m_days.clear();
-    m_watchedFiles.clear();
     m_watcher.watch({});
 }
 
@@ -82,7 +88,6 @@ void SeriesFeed::choose(const SeriesKey& key)
     stop();
     m_key = key;
     m_directory = seriesPath(QDir(m_root), key.stockCode, key.boardCode, key.securityName);
-    m_watcher.watch({m_directory});
     read();
 }
 
@@ -90,79 +95,37 @@ void SeriesFeed::read()
 {
     if (m_directory.isEmpty())
         return;
-    if (m_job) {
-        m_isOutdated = true;
+    m_isOutdated = m_reading.isRunning();
+    if (m_isOutdated)
         return;
-    }
-    m_isOutdated = false;
-    m_watcher.watch(watchedPaths());
-    m_job = std::make_shared<Job>();
-    m_job->directory = m_directory;
-    m_job->timeframe = m_key.timeframe;
-    m_job->before = m_days;
-    m_thread.start([this, job = m_job] {
-        QElapsedTimer sinceTold;
-        sinceTold.start();
-        const auto progress = [&](int done, int total) {
-            if (sinceTold.elapsed() >= progressInterval) {
-                sinceTold.restart();
-                QMetaObject::invokeMethod(
-                    this,
-                    [this, job, done, total] {
-                        if (job == m_job)
-                            Q_EMIT progressed(done, total);
-                    },
-                    Qt::QueuedConnection);
-            }
-            return !job->isCancelled;
-        };
-        job->days = readDays(job->directory, job->timeframe, job->before, progress);
-        job->series = std::make_shared<const BarSeries>(seriesOf(job->days));
-        QMetaObject::invokeMethod(
-            this, [this, job] { finish(job); }, Qt::QueuedConnection);
-    });
+    watchFiles();
+    m_reading.setFuture(
+        QtConcurrent::run(&m_pool, readSeries, m_directory, m_key.timeframe, m_days));
 }
 
-QStringList SeriesFeed::watchedPaths() const
+void SeriesFeed::finish()
 {
-    QStringList paths{m_directory};
-    paths += m_watchedFiles;
-    return paths;
-}
-
-void SeriesFeed::finish(const std::shared_ptr<Job>& job)
-{
-    if (job != m_job)
+    if (m_reading.isCanceled())
         return;
-    m_job.reset();
-    m_filesRead += changedDays(m_days, job->days);
-    const bool isNew = !m_isLoaded || !haveSameBars(m_days, job->days);
+    const ReadSeries read = m_reading.result();
+    m_filesRead += changedDays(m_days, read.days);
+    const bool isNew = !m_isLoaded || !haveSameBars(m_days, read.days);
     m_isLoaded = true;
-    m_days = job->days;
+    m_days = read.days;
     watchFiles();
     if (m_isOutdated)
         m_watcher.tellSoon();
     if (isNew)
-        Q_EMIT loaded(job->series);
+        Q_EMIT loaded(read.series);
 }
 
 void SeriesFeed::watchFiles()
 {
     // A directory tells of files that come and go, but not of one that is written in place.
-    const QSet<QString> watched(m_watchedFiles.begin(), m_watchedFiles.end());
-    m_watchedFiles.clear();
+    QStringList paths{m_directory};
     for (const auto& [day, read] : m_days)
-        m_watchedFiles.append(m_directory + u'/' + dayFileName(day, m_key.timeframe));
-    m_watcher.watch(watchedPaths());
-    // What was written after it was read and before it was watched is read once more.
-    qsizetype index = 0;
-    for (const auto& [day, read] : m_days) {
-        const QString& path = m_watchedFiles.at(index++);
-        if (!watched.contains(path) && !read.stamp.isSameAs(dayStamp(path))) {
-            m_watcher.tellSoon();
-            return;
-        }
-    }
+        paths.append(m_directory + u'/' + dayFileName(day, m_key.timeframe));
+    m_watcher.watch(paths);
 }
 
 } // namespace vexdesk

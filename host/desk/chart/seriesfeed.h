@@ -2,8 +2,10 @@
 #pragma once
 
 #include "desk/chart/dayreader.h"
-#include "desk/chart/jobthread.h"
 #include "desk/chart/pathwatcher.h"
+
+#include <QtCore/QFutureWatcher>
+#include <QtCore/QThreadPool>
 
 namespace vexdesk {
 
@@ -21,6 +23,13 @@ struct SeriesKey
         return stockCode == other.stockCode && boardCode == other.boardCode &&
                securityName == other.securityName;
     }
+};
+
+/// What one reading has found.
+struct ReadSeries
+{
+    ReadDays days;
+    std::shared_ptr<const BarSeries> series;
 };
 
 /// Reads a chosen series in a thread of its own and reads again what changes on disk, for as long
@@ -50,24 +59,20 @@ Q_SIGNALS:
     void progressed(int done, int total);
 
 private:
-    struct Job;
-
     void read();
-    void finish(const std::shared_ptr<Job>& job);
+    void finish();
     void watchFiles();
-    QStringList watchedPaths() const;
 
     QString m_root;
     SeriesKey m_key;
     QString m_directory;
     PathWatcher m_watcher;
     ReadDays m_days;
-    QStringList m_watchedFiles;
-    std::shared_ptr<Job> m_job; // the one that is running
-    bool m_isOutdated = false;  // something has changed since it began
+    QFutureWatcher<ReadSeries> m_reading;
+    bool m_isOutdated = false; // something has changed since the reading began
     bool m_isLoaded = false;
     int m_filesRead = 0;
-    JobThread m_thread; // goes first: what it tells goes to this object
+    QThreadPool m_pool; // an import that fills the global one does not keep the chart waiting
 };
 
 } // namespace vexdesk

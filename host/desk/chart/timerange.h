@@ -25,7 +25,10 @@ public:
     /// Everything, with a margin on both sides.
     const TimeRange& all() const { return m_all; }
     /// When the last bar ends.
-    double lastTime() const { return m_lastTime; }
+    double lastTime() const { return m_bars.end; }
+    /// Between which times a view of this length can be moved: the bars with a margin that is a
+    /// share of the view.
+    TimeRange reach(double length) const;
 
     /// The nearest range that may be shown: neither shorter than a few bars nor longer than
     /// everything, and within it.
@@ -40,9 +43,11 @@ public:
     TimeRange followed(const TimeRange& range, const TimeLimits& now) const;
 
 private:
+    double shortest() const;
+
+    TimeRange m_bars;
     TimeRange m_all;
-    double m_lastTime = 0;
-    double m_shortest = 0;
+    double m_timeframe = 0;
 };
 
 } // namespace vexdesk

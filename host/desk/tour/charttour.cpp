@@ -14,7 +14,6 @@
 #include "desk/tour/userinput.h"
 
 #include <QtCore/QCoreApplication>
-#include <QtWidgets/QAbstractScrollArea>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
@@ -46,11 +45,7 @@ struct State
         auto* const found = dock.findChild<Widget*>(QLatin1String(name));
         return found && found->isVisible() ? found : nullptr;
     }
-    QWidget* chart() const
-    {
-        const auto* const view = widget<QAbstractScrollArea>("chartView");
-        return view ? view->viewport() : nullptr;
-    }
+    QWidget* chart() const { return widget<QWidget>("chartView"); }
     QString readout() const
     {
         return dock.findChild<QLabel*>(QStringLiteral("chartReadout"))->text();
@@ -177,11 +172,7 @@ void addZooming(Tour& tour, const std::shared_ptr<State>& state, const PointedBa
                   i == 0 ? QStringLiteral("chart-all") : QString()});
     }
     tour.add({Text::tr("прокрутить график"), [] { return QString(); },
-              [state] {
-                  constexpr int steps = 5; // the day's first bar stood at the edge, so half a view
-                  for (int i = 0; i < steps; ++i)
-                      pressKey(state->widget<QAbstractScrollArea>("chartView"), Qt::Key_Right);
-              }});
+              [state] { pressKey(state->chart(), Qt::Key_Right); }});
     tour.add({Text::tr("навести на бар"),
               [state, bar] {
                   if (!state->pointAt(bar.timeText()))
@@ -216,8 +207,7 @@ void addLookAfterEdit(Tour& tour, const std::shared_ptr<State>& state)
 
 void addClosing(Tour& tour, MainWindow& window, const std::shared_ptr<State>& state)
 {
-    addMenuSteps(tour, window, "Desk.Chart",
-                 ChartDock::hasChart() ? QString() : QStringLiteral("no-chart"));
+    addMenuSteps(tour, window, "Desk.Chart");
     tour.add(
         {Text::tr("график закрыт"),
          [state] { return state->dock.isHidden() ? QString() : Text::tr("график не закрылся"); },
@@ -231,13 +221,10 @@ void addChartTour(Tour& tour, MainWindow& window, const std::function<void()>& e
     const auto state = std::make_shared<State>(window);
     QObject::connect(&tour, &Tour::failed, &tour, [state] { state->restore(); });
     addOpening(tour, window, state);
-    if (ChartDock::hasChart()) {
-        addChoiceOfSeries(tour, state);
-        addZooming(tour, state, PointedBar());
-    }
+    addChoiceOfSeries(tour, state);
+    addZooming(tour, state, PointedBar());
     edit();
-    if (ChartDock::hasChart())
-        addLookAfterEdit(tour, state);
+    addLookAfterEdit(tour, state);
     addClosing(tour, window, state);
 }
 

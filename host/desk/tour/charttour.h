@@ -15,7 +15,7 @@ class Tour;
 ///
 /// The user's choice of a series, and whether the chart is open, are as they were in the end and
 /// when the tour fails, as long as whoever ends the program then connects to Tour::failed after
-/// this call. In a build without the chart the dock is shown with what it says then.
+/// this call.
 void addChartTour(Tour& tour, MainWindow& window, const std::function<void()>& edit);
 
 } // namespace vexdesk

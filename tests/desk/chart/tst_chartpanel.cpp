@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The chart with its choice of series: what is stored, what is remembered, and what is read out.
 
+#include "chartsupport.h"
 #include "desk/chart/chartpanel.h"
 #include "desk/chart/chartview.h"
 #include "desk/chart/seriesbox.h"
@@ -14,7 +15,6 @@
 #include <vexdesk/terminal/referencedata.h>
 
 #include <QtCore/QTemporaryDir>
-#include <QtGui/QMouseEvent>
 #include <QtTest/QTest>
 #include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QApplication>
@@ -90,7 +90,6 @@ private:
     }
     size_t candles() const { return view()->isVisible() ? view()->chart().candles.size() : 0; }
     void pointAt(const QTime& time) const;
-    void leave() const;
 
     std::unique_ptr<QTemporaryDir> m_root;
     std::unique_ptr<ChartPanel> m_panel;
@@ -130,19 +129,10 @@ void TestChartPanel::pointAt(const QTime& time) const
     for (const Candle& candle : view()->chart().candles) {
         if (vexdesk::wallClock(candle.end) != time)
             continue;
-        const QPoint place = view()->placeOf(candle);
-        QMouseEvent event(QEvent::MouseMove, place, view()->viewport()->mapToGlobal(QPointF(place)),
-                          Qt::NoButton, Qt::NoButton, Qt::NoModifier);
-        QApplication::sendEvent(view()->viewport(), &event);
+        testsupport::moveMouse(view(), testsupport::placeOf(view()->chart(), candle));
         return;
     }
     QFAIL("no such candle");
-}
-
-void TestChartPanel::leave() const
-{
-    QEvent event(QEvent::Leave);
-    QApplication::sendEvent(view()->viewport(), &event);
 }
 
 void TestChartPanel::anEmptyStoreSaysHowToImport()
@@ -275,7 +265,7 @@ void TestChartPanel::theReadoutGoesWithTheMouse()
     QTRY_COMPARE(candles(), 20U);
     pointAt(QTime(10, 7));
     QVERIFY(!readout().isEmpty());
-    leave();
+    testsupport::leaveWidget(view());
     QCOMPARE(readout(), QString());
 }
 
@@ -319,10 +309,11 @@ void TestChartPanel::theScrollBarMovesTheView()
     const double length = view()->range().length();
     bar->setFocus();
     QTest::keyClick(bar, Qt::Key_Home);
-    QVERIFY(qAbs(view()->range().begin - view()->limits().all().begin) < 2);
+    const double begin = view()->limits().reach(length).begin;
+    QVERIFY(qAbs(view()->range().begin - begin) < 2);
     QVERIFY(qAbs(view()->range().length() - length) < 1e-3);
     QTest::keyClick(bar, Qt::Key_PageDown);
-    QVERIFY(qAbs(view()->range().begin - view()->limits().all().begin - length) < 3);
+    QVERIFY(qAbs(view()->range().begin - begin - length) < 3);
 }
 
 void TestChartPanel::theViewMovesTheScrollBar()
@@ -444,8 +435,8 @@ void TestChartPanel::isSmallEnoughForADock()
              qPrintable(QString::number(m_panel->minimumSizeHint().width())));
     QVERIFY(m_panel->minimumSizeHint().height() <= 300);
     m_panel->resize(400, 300);
-    QTRY_VERIFY(view()->chart().pricePane.height() > 60);
-    QVERIFY(view()->chart().pricePane.width() > 200);
+    QTRY_VERIFY(view()->chart().prices.place.height() > 60);
+    QVERIFY(view()->chart().prices.place.width() > 200);
 }
 
 QTEST_MAIN(TestChartPanel)

@@ -53,6 +53,7 @@ private Q_SLOTS:
     void readsOnlyTheDaysThatHaveChanged();
     void tellsManyFilesInFewTurns();
     void forgetsTheSeriesThatWasChosenBefore();
+    void aWatcherTellsThatItHasBegunToWatch();
     void isSilentWhenItIsStopped();
     void canGoWhileItReads();
 
@@ -244,6 +245,18 @@ void TestSeriesFeed::forgetsTheSeriesThatWasChosenBefore()
     m_feed->choose(alfa);
     QTRY_COMPARE(barCount(), 5);
     QCOMPARE(m_feed->key(), alfa);
+}
+
+// What has been done to a path before is not told by the system.
+void TestSeriesFeed::aWatcherTellsThatItHasBegunToWatch()
+{
+    PathWatcher watcher;
+    QSignalSpy changed(&watcher, &PathWatcher::changed);
+    watcher.watch({m_root->path()});
+    QVERIFY(changed.wait());
+    watcher.watch({m_root->path(), path(dayFile(day))}); // waited for in the same directory
+    writeFile(path(dayFile(day)), barLines(ten, 5));
+    QVERIFY(changed.wait());
 }
 
 void TestSeriesFeed::isSilentWhenItIsStopped()

@@ -38,6 +38,7 @@ private Q_SLOTS:
     void init() { testsupport::failOnStrayWarnings(); }
 
     void everythingHasAMargin();
+    void theMarginIsAShareOfTheView();
     void oneBarFillsNoView();
     void zoomingKeepsTheTimeBelowTheMouse();
     void zoomingStopsAtAFewBarsAndAtEverything();
@@ -55,6 +56,22 @@ void TestTimeRange::everythingHasAMargin()
     QVERIFY(all.begin < first - minute);
     QVERIFY(all.end > last);
     QVERIFY(all.length() < (last - first) * 1.1);
+}
+
+void TestTimeRange::theMarginIsAShareOfTheView()
+{
+    for (const double length : {600.0, 50000.0, 900000.0}) {
+        const TimeRange ends = limits().reach(length);
+        for (const double side : {first - minute - ends.begin, ends.end - last})
+            QVERIFY2(side > 0 && side <= std::max(0.05 * length, 3 * minute) + 1e-3,
+                     qPrintable(QString::number(side)));
+        // No view goes beyond.
+        QVERIFY(isNear(limits().fitted({-1e9, -1e9 + length}).begin, ends.begin));
+        QVERIFY(isNear(limits().fitted({1e9, 1e9 + length}).end, ends.end));
+    }
+    const TimeRange all = limits().reach(limits().all().length());
+    QVERIFY(isNear(all.begin, limits().all().begin) && isNear(all.end, limits().all().end));
+    QCOMPARE(limits().fitted(limits().all()), limits().all());
 }
 
 void TestTimeRange::oneBarFillsNoView()
@@ -91,8 +108,9 @@ void TestTimeRange::zoomingStopsAtAFewBarsAndAtEverything()
 void TestTimeRange::movingStopsAtTheEnds()
 {
     const TimeRange range{1400000, 1500000};
-    QVERIFY(isNear(limits().moved(range, -1e9).begin, limits().all().begin));
-    QVERIFY(isNear(limits().moved(range, 1e9).end, limits().all().end));
+    const TimeRange ends = limits().reach(range.length());
+    QVERIFY(isNear(limits().moved(range, -1e9).begin, ends.begin));
+    QVERIFY(isNear(limits().moved(range, 1e9).end, ends.end));
     QVERIFY(isNear(limits().moved(range, 1e9).length(), range.length()));
     QCOMPARE(limits().moved(range, 500), (TimeRange{1400500, 1500500}));
 }

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "desk/chart/chartlayout.h"
+
+class QPainter;
+
+namespace vexdesk {
+
+struct ChartColors;
+
+/// Paints a chart where its layout says, on a ground of the colours' background. A bar that closes
+/// below its open is filled, another one hollow. Keeps nothing; any thread.
+void paintChart(QPainter& painter, const ChartLayout& chart, const ChartColors& colors,
+                const std::optional<Crosshair>& crosshair);
+
+} // namespace vexdesk
