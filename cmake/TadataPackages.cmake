@@ -28,7 +28,8 @@ set(CPACK_DEBIAN_PLUGIN_DESCRIPTION "Price-bar history for the Vexdesk terminal
 Imports bars from text files of any broker, shows, finds and deletes them, and
 exports them in any timeframe; with tadata, which does so in scripts.")
 set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "Headers of the Vexdesk terminal
-What plug-ins are built with: the headers of the contract and the CMake package.")
+What plug-ins are built with: the headers of the contract and the CMake package;
+with vexdesk-tour, which shows the terminal at work and leaves pictures.")
 
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION misc)
@@ -39,6 +40,7 @@ set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION devel)
 # What the libraries of other packages ask for is found out; our own are in no package yet.
 set(CPACK_DEBIAN_DESK_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PLUGIN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${CMAKE_LIBRARY_OUTPUT_DIRECTORY}")
 set(CPACK_DEBIAN_PLUGIN_PACKAGE_DEPENDS "vexdesk-desk (= ${PROJECT_VERSION})")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "vexdesk-desk (= ${PROJECT_VERSION}), qt6-base-dev")

@@ -3,7 +3,7 @@
 # Makes the pictures of the documents anew: the terminal goes through its commands by itself, once in
 # each language, and the pictures that the documents show are taken over.
 #
-#   scripts/pictures.sh [BIN_DIR]     the folder of vexdesk-desk (build/dev/bin)
+#   scripts/pictures.sh [BIN_DIR]     the folder of vexdesk-tour (build/dev/bin)
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -22,7 +22,7 @@ for language in ru en; do
     # A copy: the tour fills the store beside the program.
     cp -r "$bin" "$work/bin"
     rm -rf "$work/bin/user"
-    LANG=${locale[$language]} "$work/bin/vexdesk-desk" --language "$language" --tour "$work/$language"
+    LANG=${locale[$language]} "$work/bin/vexdesk-tour" --language "$language" "$work/$language"
     rm -rf "$work/bin"
     mkdir -p "docs/images/$language"
     rm -f "docs/images/$language"/*.png

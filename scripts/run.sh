@@ -30,7 +30,7 @@ else
     echo
     echo "No display: the terminal shows its commands by itself."
     # The offscreen platform complains about what it is not.
-    QT_QPA_PLATFORM=offscreen "$bin/vexdesk-desk" --tour build/release/tour \
+    QT_QPA_PLATFORM=offscreen "$bin/vexdesk-tour" build/release/tour \
         2> >(grep -v '^This plugin does not support\|XDG_RUNTIME_DIR' >&2)
     echo "Pictures: build/release/tour"
     echo

@@ -181,97 +181,6 @@ To import them from a file, choose Technical analysis › TA data management ›
     </message>
 </context>
 <context>
-    <name>vexdesk::ChartTour</name>
-    <message>
-        <source>график ещё не открыт</source>
-        <translation>the chart is not open yet</translation>
-    </message>
-    <message>
-        <source>график открыт</source>
-        <translation>chart open</translation>
-    </message>
-    <message>
-        <source>график не открылся</source>
-        <translation>the chart did not open</translation>
-    </message>
-    <message>
-        <source>серия графика</source>
-        <translation>series of the chart</translation>
-    </message>
-    <message>
-        <source>таймфрейм графика</source>
-        <translation>timeframe of the chart</translation>
-    </message>
-    <message>
-        <source>бары на графике</source>
-        <translation>bars on the chart</translation>
-    </message>
-    <message>
-        <source>баров последнего дня нет</source>
-        <translation>the bars of the last day are missing</translation>
-    </message>
-    <message>
-        <source>показать всё</source>
-        <translation>show all</translation>
-    </message>
-    <message>
-        <source>кнопки нет</source>
-        <translation>there is no button</translation>
-    </message>
-    <message>
-        <source>приблизить колесом мыши</source>
-        <translation>zoom in with the mouse wheel</translation>
-    </message>
-    <message>
-        <source>баров первого дня нет</source>
-        <translation>the bars of the first day are missing</translation>
-    </message>
-    <message>
-        <source>навести на бар</source>
-        <translation>point at a bar</translation>
-    </message>
-    <message>
-        <source>на графике нет бара %1</source>
-        <translation>the chart does not have the bar %1</translation>
-    </message>
-    <message>
-        <source>вместо «%1» прочитано «%2»</source>
-        <translation>read &quot;%2&quot; instead of &quot;%1&quot;</translation>
-    </message>
-    <message>
-        <source>увести мышь с графика</source>
-        <translation>move the mouse off the chart</translation>
-    </message>
-    <message>
-        <source>бар ещё прочитан</source>
-        <translation>a bar is still read out</translation>
-    </message>
-    <message>
-        <source>удалённых баров нет на графике</source>
-        <translation>the deleted bars are gone from the chart</translation>
-    </message>
-    <message>
-        <source>график не виден</source>
-        <translation>the chart is not visible</translation>
-    </message>
-    <message>
-        <source>на графике удалённый бар %1</source>
-        <translation>the chart has the deleted bar %1</translation>
-    </message>
-    <message>
-        <source>график закрыт</source>
-        <translation>chart closed</translation>
-    </message>
-    <message>
-        <source>график не закрылся</source>
-        <translation>the chart did not close</translation>
-    </message>
-    <message>
-        <source>прокрутить график</source>
-        <translation>scroll the chart</translation>
-    </message>
-</context>
-<context>
     <name>vexdesk::ChartView</name>
     <message>
         <source>График цен и объёмов</source>
@@ -297,20 +206,12 @@ To import them from a file, choose Technical analysis › TA data management ›
         <translation>file</translation>
     </message>
     <message>
-        <source>Показать терминал в работе: пройти импорт от меню до сохранённых баров серии NORD/MAIN/ALFA, сохранить картинки шагов в этот каталог и выйти.</source>
-        <translation>Show the terminal at work: go through an import from the menu to the stored bars of the series NORD/MAIN/ALFA, save pictures of the steps in this directory and exit.</translation>
-    </message>
-    <message>
         <source>Показать эту справку и выйти.</source>
         <translation>Show this help and exit.</translation>
     </message>
     <message>
         <source>Показать версию и выйти.</source>
         <translation>Show the version and exit.</translation>
-    </message>
-    <message>
-        <source>Торговый терминал Vexdesk.</source>
-        <translation>The trading terminal Vexdesk.</translation>
     </message>
     <message>
         <source>Язык терминала: ru или en. Без этого параметра — выбранный в меню, а если не выбран, то язык пользователя.</source>
@@ -323,14 +224,6 @@ To import them from a file, choose Technical analysis › TA data management ›
     <message>
         <source>Неизвестный язык «%1»: бывает ru или en.</source>
         <translation>Unknown language &quot;%1&quot;: use ru or en.</translation>
-    </message>
-    <message>
-        <source>Загрузить модули, назвать загруженные и отклонённые и выйти. Код выхода 1, если хотя бы один отклонён.</source>
-        <translation>Load the plug-ins, name those that were loaded and refused, and exit. The exit code is 1 if any was refused.</translation>
-    </message>
-    <message>
-        <source>Заполнить сегодняшние сделки всех инструментов придуманными. Пока терминал работает, они попадают и в экспорт за сегодня.</source>
-        <translation>Fill today&apos;s deals of all securities with made-up ones. While the terminal runs, an export of today takes them too.</translation>
     </message>
 </context>
 <context>
@@ -389,64 +282,6 @@ If both change history or settings, the changes of one of them will be lost.</tr
     </message>
 </context>
 <context>
-    <name>vexdesk::Demonstration</name>
-    <message>
-        <source>нет файла %1</source>
-        <translation>file %1 is missing</translation>
-    </message>
-    <message>
-        <source>в файле %1 не то, что ожидалось</source>
-        <translation>file %1 does not hold what was expected</translation>
-    </message>
-</context>
-<context>
-    <name>vexdesk::EditorTour</name>
-    <message>
-        <source>редактор не открыт</source>
-        <translation>the editor is not open</translation>
-    </message>
-    <message>
-        <source>в таблице строк: %1</source>
-        <translation>rows in the table: %1</translation>
-    </message>
-    <message>
-        <source>выбраны не те строки</source>
-        <translation>the wrong rows are selected</translation>
-    </message>
-    <message>
-        <source>время</source>
-        <translation>time</translation>
-    </message>
-    <message>
-        <source>кнопка редактора</source>
-        <translation>button of the editor</translation>
-    </message>
-    <message>
-        <source>кнопка недоступна</source>
-        <translation>the button is disabled</translation>
-    </message>
-    <message>
-        <source>бар найден</source>
-        <translation>bar found</translation>
-    </message>
-    <message>
-        <source>выделить бары</source>
-        <translation>select bars</translation>
-    </message>
-    <message>
-        <source>строка не текущая</source>
-        <translation>the row is not the current one</translation>
-    </message>
-    <message>
-        <source>файлы записаны</source>
-        <translation>files written</translation>
-    </message>
-    <message>
-        <source>окно не закрыто</source>
-        <translation>the window is not closed</translation>
-    </message>
-</context>
-<context>
     <name>vexdesk::ErrorReport</name>
     <message>
         <source>Ошибка</source>
@@ -458,172 +293,10 @@ If both change history or settings, the changes of one of them will be lost.</tr
     </message>
 </context>
 <context>
-    <name>vexdesk::ExportTour</name>
-    <message>
-        <source>записано не то, что хранится</source>
-        <translation>what was written is not what is stored</translation>
-    </message>
-    <message>
-        <source>записаны не сегодняшние сделки</source>
-        <translation>what was written is not today&apos;s deals</translation>
-    </message>
-    <message>
-        <source>мастер экспорта не открыт</source>
-        <translation>the export wizard is not open</translation>
-    </message>
-    <message>
-        <source>кнопка продолжения недоступна</source>
-        <translation>the button to go on is disabled</translation>
-    </message>
-    <message>
-        <source>нет сообщения</source>
-        <translation>there is no message</translation>
-    </message>
-    <message>
-        <source>мастер экспорта</source>
-        <translation>export wizard</translation>
-    </message>
-    <message>
-        <source>дата</source>
-        <translation>date</translation>
-    </message>
-    <message>
-        <source>таймфрейм</source>
-        <translation>timeframe</translation>
-    </message>
-    <message>
-        <source>выходной файл</source>
-        <translation>output file</translation>
-    </message>
-    <message>
-        <source>файл записан</source>
-        <translation>file written</translation>
-    </message>
-    <message>
-        <source>окно не закрыто</source>
-        <translation>the window is not closed</translation>
-    </message>
-    <message>
-        <source>нет файла %1</source>
-        <translation>file %1 is missing</translation>
-    </message>
-    <message>
-        <source>открыта не та страница</source>
-        <translation>another page is open</translation>
-    </message>
-    <message>
-        <source>продолжить</source>
-        <translation>go on</translation>
-    </message>
-    <message>
-        <source>экспорт завершён</source>
-        <translation>export finished</translation>
-    </message>
-    <message>
-        <source>файл уже есть</source>
-        <translation>the file exists</translation>
-    </message>
-</context>
-<context>
     <name>vexdesk::GuideWindow</name>
     <message>
         <source>Руководство</source>
         <translation>User guide</translation>
-    </message>
-</context>
-<context>
-    <name>vexdesk::ImportTour</name>
-    <message>
-        <source>мастер импорта не открыт</source>
-        <translation>the import wizard is not open</translation>
-    </message>
-    <message>
-        <source>кнопка продолжения недоступна</source>
-        <translation>the button to go on is disabled</translation>
-    </message>
-    <message>
-        <source>имя файла</source>
-        <translation>file name</translation>
-    </message>
-    <message>
-        <source>выбор файла</source>
-        <translation>choice of the file</translation>
-    </message>
-    <message>
-        <source>имя файла не введено</source>
-        <translation>the file name is not entered</translation>
-    </message>
-    <message>
-        <source>страница серии</source>
-        <translation>series page</translation>
-    </message>
-    <message>
-        <source>серия выбрана</source>
-        <translation>series chosen</translation>
-    </message>
-    <message>
-        <source>страница формата</source>
-        <translation>format page</translation>
-    </message>
-    <message>
-        <source>можно продолжать без разделителя</source>
-        <translation>one can go on without a separator</translation>
-    </message>
-    <message>
-        <source>разделитель</source>
-        <translation>separator</translation>
-    </message>
-    <message>
-        <source>формат даты</source>
-        <translation>date format</translation>
-    </message>
-    <message>
-        <source>формат времени</source>
-        <translation>time format</translation>
-    </message>
-    <message>
-        <source>формат выбран</source>
-        <translation>format chosen</translation>
-    </message>
-    <message>
-        <source>файл не показан</source>
-        <translation>the file is not shown</translation>
-    </message>
-    <message>
-        <source>страница столбцов</source>
-        <translation>columns page</translation>
-    </message>
-    <message>
-        <source>нет списков</source>
-        <translation>the lists are missing</translation>
-    </message>
-    <message>
-        <source>роль столбца</source>
-        <translation>role of the column</translation>
-    </message>
-    <message>
-        <source>столбцы выбраны</source>
-        <translation>columns chosen</translation>
-    </message>
-    <message>
-        <source>итог</source>
-        <translation>result</translation>
-    </message>
-    <message>
-        <source>нет сообщения об итоге</source>
-        <translation>there is no message about the result</translation>
-    </message>
-    <message>
-        <source>бары сохранены</source>
-        <translation>bars stored</translation>
-    </message>
-    <message>
-        <source>окно не закрыто</source>
-        <translation>the window is not closed</translation>
-    </message>
-    <message>
-        <source>открыта не та страница</source>
-        <translation>another page is open</translation>
     </message>
 </context>
 <context>
@@ -652,20 +325,20 @@ If both change history or settings, the changes of one of them will be lost.</tr
 <context>
     <name>vexdesk::Main</name>
     <message>
-        <source>%1
-
-Будут использованы демонстрационные данные.</source>
-        <translation>%1
-
-Demonstration data will be used.</translation>
-    </message>
-    <message>
-        <source>Невозможно записать в каталог %1</source>
-        <translation>Cannot write to directory %1</translation>
-    </message>
-    <message>
         <source>Терминал не удалось запустить снова: сделайте это сами.</source>
         <translation>The terminal could not be started again: please do so yourself.</translation>
+    </message>
+    <message>
+        <source>Торговый терминал Vexdesk.</source>
+        <translation>The trading terminal Vexdesk.</translation>
+    </message>
+    <message>
+        <source>Загрузить модули, назвать загруженные и отклонённые и выйти. Код выхода 1, если хотя бы один отклонён.</source>
+        <translation>Load the plug-ins, name those that were loaded and refused, and exit. The exit code is 1 if any was refused.</translation>
+    </message>
+    <message>
+        <source>Заполнить сегодняшние сделки всех инструментов придуманными. Пока терминал работает, они попадают и в экспорт за сегодня.</source>
+        <translation>Fill today&apos;s deals of all securities with made-up ones. While the terminal runs, an export of today takes them too.</translation>
     </message>
 </context>
 <context>
@@ -837,77 +510,6 @@ Demonstration data will be used.</translation>
     <message>
         <source>Ошибка страницы «%1» при закрытии настроек: %2</source>
         <translation>Error in the page &quot;%1&quot; while closing the options: %2</translation>
-    </message>
-</context>
-<context>
-    <name>vexdesk::OptionsTour</name>
-    <message>
-        <source>не было файла %1</source>
-        <translation>file %1 was missing</translation>
-    </message>
-    <message>
-        <source>не удалён файл %1</source>
-        <translation>file %1 was not removed</translation>
-    </message>
-    <message>
-        <source>удалён файл %1</source>
-        <translation>file %1 was removed</translation>
-    </message>
-    <message>
-        <source>положить секундные файлы в хранилище</source>
-        <translation>put second files into the store</translation>
-    </message>
-    <message>
-        <source>секундные файлы лежат в хранилище</source>
-        <translation>second files are in the store</translation>
-    </message>
-    <message>
-        <source>файлы не записаны</source>
-        <translation>the files are not written</translation>
-    </message>
-    <message>
-        <source>выбрать раздел настроек</source>
-        <translation>choose a section of the options</translation>
-    </message>
-    <message>
-        <source>в настройках нет раздела</source>
-        <translation>the options have no such section</translation>
-    </message>
-    <message>
-        <source>страница настроек</source>
-        <translation>options page</translation>
-    </message>
-    <message>
-        <source>число дней нельзя ввести</source>
-        <translation>the number of days cannot be entered</translation>
-    </message>
-    <message>
-        <source>число дней</source>
-        <translation>number of days</translation>
-    </message>
-    <message>
-        <source>сохранить настройки</source>
-        <translation>save the options</translation>
-    </message>
-    <message>
-        <source>настройки сохранены</source>
-        <translation>options saved</translation>
-    </message>
-    <message>
-        <source>окно не закрыто</source>
-        <translation>the window is not closed</translation>
-    </message>
-    <message>
-        <source>сохранено дней: %1</source>
-        <translation>days saved: %1</translation>
-    </message>
-    <message>
-        <source>старые секундные файлы удалены, остальные на месте</source>
-        <translation>old second files are removed, the others are there</translation>
-    </message>
-    <message>
-        <source>настройки не показаны: секундная история хранится по желанию пользователя</source>
-        <translation>the options are not shown: the user wants to keep the history of seconds</translation>
     </message>
 </context>
 <context>
@@ -1187,6 +789,17 @@ Demonstration data will be used.</translation>
     </message>
 </context>
 <context>
+    <name>vexdesk::Terminal</name>
+    <message>
+        <source>%1
+
+Будут использованы демонстрационные данные.</source>
+        <translation>%1
+
+Demonstration data will be used.</translation>
+    </message>
+</context>
+<context>
     <name>vexdesk::Tour</name>
     <message>
         <source>Шаг «%1»: %2</source>
@@ -1200,9 +813,314 @@ Demonstration data will be used.</translation>
         <source> (картинка %1)</source>
         <translation> (picture %1)</translation>
     </message>
-</context>
-<context>
-    <name>vexdesk::TourSteps</name>
+    <message>
+        <source>график ещё не открыт</source>
+        <translation>the chart is not open yet</translation>
+    </message>
+    <message>
+        <source>график открыт</source>
+        <translation>chart open</translation>
+    </message>
+    <message>
+        <source>график не открылся</source>
+        <translation>the chart did not open</translation>
+    </message>
+    <message>
+        <source>серия графика</source>
+        <translation>series of the chart</translation>
+    </message>
+    <message>
+        <source>таймфрейм графика</source>
+        <translation>timeframe of the chart</translation>
+    </message>
+    <message>
+        <source>бары на графике</source>
+        <translation>bars on the chart</translation>
+    </message>
+    <message>
+        <source>баров последнего дня нет</source>
+        <translation>the bars of the last day are missing</translation>
+    </message>
+    <message>
+        <source>показать всё</source>
+        <translation>show all</translation>
+    </message>
+    <message>
+        <source>приблизить колесом мыши</source>
+        <translation>zoom in with the mouse wheel</translation>
+    </message>
+    <message>
+        <source>баров первого дня нет</source>
+        <translation>the bars of the first day are missing</translation>
+    </message>
+    <message>
+        <source>навести на бар</source>
+        <translation>point at a bar</translation>
+    </message>
+    <message>
+        <source>на графике нет бара %1</source>
+        <translation>the chart does not have the bar %1</translation>
+    </message>
+    <message>
+        <source>вместо «%1» прочитано «%2»</source>
+        <translation>read &quot;%2&quot; instead of &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>увести мышь с графика</source>
+        <translation>move the mouse off the chart</translation>
+    </message>
+    <message>
+        <source>бар ещё прочитан</source>
+        <translation>a bar is still read out</translation>
+    </message>
+    <message>
+        <source>удалённых баров нет на графике</source>
+        <translation>the deleted bars are gone from the chart</translation>
+    </message>
+    <message>
+        <source>график не виден</source>
+        <translation>the chart is not visible</translation>
+    </message>
+    <message>
+        <source>на графике удалённый бар %1</source>
+        <translation>the chart has the deleted bar %1</translation>
+    </message>
+    <message>
+        <source>график закрыт</source>
+        <translation>chart closed</translation>
+    </message>
+    <message>
+        <source>график не закрылся</source>
+        <translation>the chart did not close</translation>
+    </message>
+    <message>
+        <source>прокрутить график</source>
+        <translation>scroll the chart</translation>
+    </message>
+    <message>
+        <source>редактор не открыт</source>
+        <translation>the editor is not open</translation>
+    </message>
+    <message>
+        <source>в таблице строк: %1</source>
+        <translation>rows in the table: %1</translation>
+    </message>
+    <message>
+        <source>выбраны не те строки</source>
+        <translation>the wrong rows are selected</translation>
+    </message>
+    <message>
+        <source>время</source>
+        <translation>time</translation>
+    </message>
+    <message>
+        <source>кнопка редактора</source>
+        <translation>button of the editor</translation>
+    </message>
+    <message>
+        <source>кнопка недоступна</source>
+        <translation>the button is disabled</translation>
+    </message>
+    <message>
+        <source>бар найден</source>
+        <translation>bar found</translation>
+    </message>
+    <message>
+        <source>выделить бары</source>
+        <translation>select bars</translation>
+    </message>
+    <message>
+        <source>строка не текущая</source>
+        <translation>the row is not the current one</translation>
+    </message>
+    <message>
+        <source>файлы записаны</source>
+        <translation>files written</translation>
+    </message>
+    <message>
+        <source>окно не закрыто</source>
+        <translation>the window is not closed</translation>
+    </message>
+    <message>
+        <source>записано не то, что хранится</source>
+        <translation>what was written is not what is stored</translation>
+    </message>
+    <message>
+        <source>записаны не сегодняшние сделки</source>
+        <translation>what was written is not today&apos;s deals</translation>
+    </message>
+    <message>
+        <source>нет сообщения</source>
+        <translation>there is no message</translation>
+    </message>
+    <message>
+        <source>мастер экспорта</source>
+        <translation>export wizard</translation>
+    </message>
+    <message>
+        <source>дата</source>
+        <translation>date</translation>
+    </message>
+    <message>
+        <source>таймфрейм</source>
+        <translation>timeframe</translation>
+    </message>
+    <message>
+        <source>выходной файл</source>
+        <translation>output file</translation>
+    </message>
+    <message>
+        <source>файл записан</source>
+        <translation>file written</translation>
+    </message>
+    <message>
+        <source>нет файла %1</source>
+        <translation>file %1 is missing</translation>
+    </message>
+    <message>
+        <source>открыта не та страница</source>
+        <translation>another page is open</translation>
+    </message>
+    <message>
+        <source>продолжить</source>
+        <translation>go on</translation>
+    </message>
+    <message>
+        <source>экспорт завершён</source>
+        <translation>export finished</translation>
+    </message>
+    <message>
+        <source>файл уже есть</source>
+        <translation>the file exists</translation>
+    </message>
+    <message>
+        <source>в файле %1 не то, что ожидалось</source>
+        <translation>file %1 does not hold what was expected</translation>
+    </message>
+    <message>
+        <source>имя файла</source>
+        <translation>file name</translation>
+    </message>
+    <message>
+        <source>выбор файла</source>
+        <translation>choice of the file</translation>
+    </message>
+    <message>
+        <source>имя файла не введено</source>
+        <translation>the file name is not entered</translation>
+    </message>
+    <message>
+        <source>страница серии</source>
+        <translation>series page</translation>
+    </message>
+    <message>
+        <source>страница формата</source>
+        <translation>format page</translation>
+    </message>
+    <message>
+        <source>можно продолжать без разделителя</source>
+        <translation>one can go on without a separator</translation>
+    </message>
+    <message>
+        <source>разделитель</source>
+        <translation>separator</translation>
+    </message>
+    <message>
+        <source>формат даты</source>
+        <translation>date format</translation>
+    </message>
+    <message>
+        <source>формат времени</source>
+        <translation>time format</translation>
+    </message>
+    <message>
+        <source>файл не показан</source>
+        <translation>the file is not shown</translation>
+    </message>
+    <message>
+        <source>страница столбцов</source>
+        <translation>columns page</translation>
+    </message>
+    <message>
+        <source>нет списков</source>
+        <translation>the lists are missing</translation>
+    </message>
+    <message>
+        <source>роль столбца</source>
+        <translation>role of the column</translation>
+    </message>
+    <message>
+        <source>итог</source>
+        <translation>result</translation>
+    </message>
+    <message>
+        <source>бары сохранены</source>
+        <translation>bars stored</translation>
+    </message>
+    <message>
+        <source>не было файла %1</source>
+        <translation>file %1 was missing</translation>
+    </message>
+    <message>
+        <source>не удалён файл %1</source>
+        <translation>file %1 was not removed</translation>
+    </message>
+    <message>
+        <source>удалён файл %1</source>
+        <translation>file %1 was removed</translation>
+    </message>
+    <message>
+        <source>положить секундные файлы в хранилище</source>
+        <translation>put second files into the store</translation>
+    </message>
+    <message>
+        <source>секундные файлы лежат в хранилище</source>
+        <translation>second files are in the store</translation>
+    </message>
+    <message>
+        <source>файлы не записаны</source>
+        <translation>the files are not written</translation>
+    </message>
+    <message>
+        <source>выбрать раздел настроек</source>
+        <translation>choose a section of the options</translation>
+    </message>
+    <message>
+        <source>в настройках нет раздела</source>
+        <translation>the options have no such section</translation>
+    </message>
+    <message>
+        <source>страница настроек</source>
+        <translation>options page</translation>
+    </message>
+    <message>
+        <source>число дней нельзя ввести</source>
+        <translation>the number of days cannot be entered</translation>
+    </message>
+    <message>
+        <source>число дней</source>
+        <translation>number of days</translation>
+    </message>
+    <message>
+        <source>сохранить настройки</source>
+        <translation>save the options</translation>
+    </message>
+    <message>
+        <source>настройки сохранены</source>
+        <translation>options saved</translation>
+    </message>
+    <message>
+        <source>сохранено дней: %1</source>
+        <translation>days saved: %1</translation>
+    </message>
+    <message>
+        <source>старые секундные файлы удалены, остальные на месте</source>
+        <translation>old second files are removed, the others are there</translation>
+    </message>
+    <message>
+        <source>настройки не показаны: секундная история хранится по желанию пользователя</source>
+        <translation>the options are not shown: the user wants to keep the history of seconds</translation>
+    </message>
     <message>
         <source>меню не открыто</source>
         <translation>the menu is not open</translation>
@@ -1286,6 +1204,26 @@ Demonstration data will be used.</translation>
     <message>
         <source>выбрано не то, что нужно</source>
         <translation>what is chosen is not what is needed</translation>
+    </message>
+    <message>
+        <source>Невозможно записать в каталог %1</source>
+        <translation>Cannot write to directory %1</translation>
+    </message>
+    <message>
+        <source>Показать терминал и модуль истории в работе: пройти график, импорт, правку, экспорт и настройки, сохранить картинки шагов и выйти. Бары серии NORD/MAIN/ALFA с 15 по 17 января 2024 года заменяются.</source>
+        <translation>Show the terminal and the history plug-in at work: go through chart, import, editor, export and options, save pictures of the steps and exit. The bars of the series NORD/MAIN/ALFA from 15 to 17 January 2024 are replaced.</translation>
+    </message>
+    <message>
+        <source>Каталог для картинок.</source>
+        <translation>Directory for the pictures.</translation>
+    </message>
+    <message>
+        <source>Укажите один каталог для картинок.</source>
+        <translation>Name one directory for the pictures.</translation>
+    </message>
+    <message>
+        <source>мастер не открыт</source>
+        <translation>the wizard is not open</translation>
     </message>
 </context>
 </TS>

@@ -19,12 +19,6 @@ struct Text
     Q_DECLARE_TR_FUNCTIONS(vexdesk::CommandLine)
 };
 
-[[noreturn]] void refuse(const QString& reason)
-{
-    std::fprintf(stderr, "%s\n", qUtf8Printable(reason));
-    std::exit(EXIT_FAILURE);
-}
-
 QCommandLineOption languageChoice()
 {
     return QCommandLineOption(
@@ -57,7 +51,13 @@ QStringList CommandLine::withoutLanguage(const QStringList& arguments)
     return rest;
 }
 
-CommandLine CommandLine::read()
+void CommandLine::refuse(const QString& reason)
+{
+    std::fprintf(stderr, "%s\n", qUtf8Printable(reason));
+    std::exit(EXIT_FAILURE);
+}
+
+CommandLine CommandLine::read(QCommandLineParser& parser, const QList<QCommandLineOption>& own)
 {
     const QCommandLineOption plugins(
         QStringLiteral("plugins"),
@@ -67,26 +67,13 @@ CommandLine CommandLine::read()
         QStringLiteral("reference"),
         Text::tr("Взять площадки, режимы торгов и инструменты из этого файла."), Text::tr("файл"));
     const QCommandLineOption language = languageChoice();
-    const QCommandLineOption tour(
-        QStringLiteral("tour"),
-        Text::tr("Показать терминал в работе: пройти импорт от меню до сохранённых баров серии "
-                 "NORD/MAIN/ALFA, сохранить картинки шагов в этот каталог и выйти."),
-        Text::tr("каталог"));
-    const QCommandLineOption list(
-        QStringLiteral("list-plugins"),
-        Text::tr("Загрузить модули, назвать загруженные и отклонённые и выйти. Код выхода 1, если "
-                 "хотя бы один отклонён."));
-    const QCommandLineOption demoDeals(
-        QStringLiteral("demo-deals"),
-        Text::tr("Заполнить сегодняшние сделки всех инструментов придуманными. Пока терминал "
-                 "работает, они попадают и в экспорт за сегодня."));
     const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
                                   Text::tr("Показать эту справку и выйти."));
     const QCommandLineOption version({QStringLiteral("v"), QStringLiteral("version")},
                                      Text::tr("Показать версию и выйти."));
-    QCommandLineParser parser;
-    parser.setApplicationDescription(Text::tr("Торговый терминал Vexdesk."));
-    parser.addOptions({plugins, reference, language, demoDeals, list, tour, help, version});
+    parser.addOptions({plugins, reference, language});
+    parser.addOptions(own);
+    parser.addOptions({help, version});
 
     if (!parser.parse(QCoreApplication::arguments()))
         refuse(parser.errorText());
@@ -100,14 +87,10 @@ CommandLine CommandLine::read()
     for (const QString& directory : directories)
         result.pluginDirectories.append(
             QDir::cleanPath(QDir::current().absoluteFilePath(directory)));
-    result.language = parser.value(language);
-    if (parser.isSet(language) && !languageOf(result.language))
-        refuse(Text::tr("Неизвестный язык «%1»: бывает ru или en.").arg(result.language));
+    const QString code = parser.value(language);
+    if (parser.isSet(language) && !languageOf(code))
+        refuse(Text::tr("Неизвестный язык «%1»: бывает ru или en.").arg(code));
     result.referenceFile = parser.value(reference);
-    result.tourDirectory = parser.value(tour);
-    result.listPlugins = parser.isSet(list);
-    // The tour shows an export of today.
-    result.demoDeals = parser.isSet(demoDeals) || parser.isSet(tour);
     return result;
 }
 

@@ -1,21 +1,20 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QtCore/QString>
+#include <QtCore/QCommandLineOption>
+#include <QtCore/QList>
 #include <QtCore/QStringList>
+
+class QCommandLineParser;
 
 namespace vexdesk {
 
-/// What the user asked for when starting the terminal.
+/// What the user asked for when starting a program that shows the terminal.
 struct CommandLine
 {
     /// Instead of the standard directories; empty when the user named none. Absolute.
     QStringList pluginDirectories;
-    QString referenceFile;    ///< empty when the user named none
-    QString language;         ///< a language's code; empty when the user named none
-    QString tourDirectory;    ///< where the tour's pictures go; empty when no tour is wanted
-    bool listPlugins = false; ///< instead of opening the window
-    bool demoDeals = false;   ///< fill today's deals with made-up ones
+    QString referenceFile; ///< empty when the user named none
 
     static constexpr char languageOption[] = "language";
 
@@ -27,10 +26,14 @@ struct CommandLine
     /// has chosen since.
     static QStringList withoutLanguage(const QStringList& arguments);
 
-    /// Reads the arguments of the process. "--help", "--version" and an unknown option end the
-    /// process here: the first two with the exit code 0, the last one with 1 and a message on the
-    /// standard error output.
-    static CommandLine read();
+    /// Reads the arguments of the process; `parser` has the program's description and keeps what is
+    /// set of its `own` options. "--help", "--version" and what cannot be understood end the
+    /// process here: the first two with the exit code 0, the rest as refuse() does.
+    static CommandLine read(QCommandLineParser& parser,
+                            const QList<QCommandLineOption>& own = QList<QCommandLineOption>());
+
+    /// Ends the process with the exit code 1 and this message on the standard error output.
+    [[noreturn]] static void refuse(const QString& reason);
 };
 
 } // namespace vexdesk

@@ -2,6 +2,7 @@
 #include "desk/deskapplication.h"
 
 #include "desk/errorreport.h"
+#include "desk/filedialogdates.h"
 #include "desk/screenfitter.h"
 
 #include <QtCore/QLibraryInfo>
@@ -41,6 +42,7 @@ DeskApplication::DeskApplication(int& argc, char** argv)
         icon.addFile(QStringLiteral(":/desk/vexdesk-%1.png").arg(size));
     setWindowIcon(icon);
     installEventFilter(new ScreenFitter(this));
+    installEventFilter(new FileDialogDates(this));
 
     setLanguage(Language::Russian);
 }

@@ -12,7 +12,7 @@ namespace vexdesk {
 
 /// The terminal's application object: an exception that leaves an event handler or a slot is shown
 /// to the user, and the terminal goes on. It also brings the terminal's version and pictures, the
-/// texts of its language, and a ScreenFitter.
+/// texts of its language, a ScreenFitter and FileDialogDates.
 class DeskApplication final : public QApplication
 {
     Q_OBJECT

@@ -13,7 +13,7 @@ namespace {
 
 constexpr qsizetype maxWaitingReports = 16;
 
-/// An open popup holds the mouse and the keyboard: the box behind it could not be closed.
+// An open popup holds the mouse and the keyboard: the box behind it could not be closed.
 void closePopups()
 {
     while (QWidget* const popup = QApplication::activePopupWidget()) {
@@ -36,7 +36,7 @@ void showBox(const QString& text)
     delete box;
 }
 
-/// User-interface thread only.
+// User-interface thread only.
 void showInTurn(const QString& text)
 {
     // The first one is on the screen.

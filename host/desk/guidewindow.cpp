@@ -16,7 +16,7 @@ namespace {
 
 const QLatin1String documentSuffix("md");
 
-/// Pictures are no wider than the text.
+// Pictures are no wider than the text.
 class Pages final : public QTextBrowser
 {
 public:
@@ -38,7 +38,7 @@ public:
     }
 };
 
-/// A heading as links in the documents name it.
+// A heading as links in the documents name it.
 QString anchorOf(const QString& heading)
 {
     QString anchor;

@@ -27,7 +27,7 @@ constexpr auto notKeptText = QT_TRANSLATE_NOOP(
                                "принимает запись. На один запуск язык задаёт параметр --language.");
 constexpr auto laterText = QT_TRANSLATE_NOOP("vexdesk::LanguageChoice", "Позже");
 
-/// Texts in a language that is not the one of the application.
+// Texts in a language that is not the one of the application.
 class OtherLanguage final
 {
 public:

@@ -47,7 +47,7 @@ constexpr auto newDayCommand = "Desk.NewDay";
 constexpr auto demoDealsCommand = "Desk.DemoDeals";
 constexpr int messageTime = 5000; // ms
 
-/// The core of this terminal; null before it exists.
+// The core of this terminal; null before it exists.
 Core* terminalCore()
 {
     return dynamic_cast<Core*>(ICore::instance());

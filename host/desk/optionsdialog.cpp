@@ -27,8 +27,8 @@ const QString settingsGroup = QStringLiteral("Desk/OptionsDialog");
 const QString sizeKey = QStringLiteral("size");
 const QString categoryKey = QStringLiteral("category");
 
-/// What a page says of itself. One that throws says nothing: its name is no reason to keep the user
-/// from the other pages.
+// What a page says of itself. One that throws says nothing: its name is no reason to keep the user
+// from the other pages.
 template <typename Question>
 auto answerOf(const Question& question) -> decltype(question())
 {
@@ -39,7 +39,7 @@ auto answerOf(const Question& question) -> decltype(question())
     }
 }
 
-/// The first text that says anything, on one line.
+// The first text that says anything, on one line.
 QString firstOf(const QStringList& texts)
 {
     const auto found = std::find_if(texts.cbegin(), texts.cend(),
@@ -47,7 +47,7 @@ QString firstOf(const QStringList& texts)
     return found == texts.cend() ? QString() : found->simplified();
 }
 
-/// The page's icon or, so that the names stay in line, nothing in its size.
+// The page's icon or, so that the names stay in line, nothing in its size.
 QIcon iconOf(const IOptionsPage& page, const QSize& size)
 {
     QIcon icon = answerOf([&page] { return page.categoryIcon(); });

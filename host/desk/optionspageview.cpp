@@ -17,7 +17,7 @@ namespace vexdesk {
 
 namespace {
 
-/// Runs a call into a page. The text of the exception that left it, null when none did.
+// Runs a call into a page. The text of the exception that left it, null when none did.
 template <typename Call>
 QString faultOf(const Call& call)
 {

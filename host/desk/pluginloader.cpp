@@ -28,7 +28,7 @@ namespace {
 
 const QLatin1String interfacePrefix("qgui.plugin.");
 
-/// The libraries of the directories, each file once.
+// The libraries of the directories, each file once.
 QStringList libraryFiles(const QStringList& directories)
 {
     QStringList files;
@@ -45,7 +45,7 @@ QStringList libraryFiles(const QStringList& directories)
     return files;
 }
 
-/// Why nothing is loaded from the folder; empty when nothing speaks against it.
+// Why nothing is loaded from the folder; empty when nothing speaks against it.
 QString folderFault(const QString& folder)
 {
     QString fault;
@@ -68,8 +68,8 @@ QString folderFault(const QString& folder)
     return fault;
 }
 
-/// The same for the folder of the file and, where that is a link, for the one in which it ends.
-/// Whoever may write there could put any library in the place of this one.
+// The same for the folder of the file and, where that is a link, for the one in which it ends.
+// Whoever may write there could put any library in the place of this one.
 QString placeFault(const QString& path)
 {
     const QFileInfo file(path);
@@ -78,8 +78,8 @@ QString placeFault(const QString& path)
                            : fault;
 }
 
-/// Why the file is not taken, as far as that shows without running its code; empty when nothing
-/// speaks against it. *details is what Qt says, where that is all that is known.
+// Why the file is not taken, as far as that shows without running its code; empty when nothing
+// speaks against it. *details is what Qt says, where that is all that is known.
 QString metadataFault(const QPluginLoader& library, QString* details)
 {
     const QJsonObject metadata = library.metaData();
@@ -105,7 +105,7 @@ QString metadataFault(const QPluginLoader& library, QString* details)
     return QString();
 }
 
-/// The texts of the plug-in in this language, installed; null when it has brought none.
+// The texts of the plug-in in this language, installed; null when it has brought none.
 std::unique_ptr<QTranslator> installTranslationOf(const QString& path, Language language)
 {
     const QFileInfo library(path);
@@ -119,8 +119,8 @@ std::unique_ptr<QTranslator> installTranslationOf(const QString& path, Language 
     return translation;
 }
 
-/// Runs a call into a plug-in. The text of the exception that left it, null when none did. The
-/// exception itself may be of the plug-in's own type and does not outlive this function.
+// Runs a call into a plug-in. The text of the exception that left it, null when none did. The
+// exception itself may be of the plug-in's own type and does not outlive this function.
 template <typename Call>
 QString faultOf(const Call& call)
 {

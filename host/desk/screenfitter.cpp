@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "desk/screenfitter.h"
 
+#include "desk/contentscroller.h"
+
 #include <QtCore/QEvent>
 #include <QtGui/QScreen>
 #include <QtWidgets/QWidget>
@@ -29,9 +31,9 @@ void fit(QWidget* window)
     const QSize most = available.size() - margins;
     const QSize size = window->size().boundedTo(most);
     if (size != window->size()) {
-        // Cramped is better than buttons that nobody can reach.
         window->setMinimumSize(window->minimumSize().boundedTo(most));
         window->resize(size);
+        ContentScroller::attach(window);
     }
     const QSize frame = size + margins;
     const QPoint place(std::clamp(window->x(), available.left(),

@@ -10,8 +10,8 @@ namespace vexdesk {
 
 /// Keeps the windows and dialogs of the whole process, those of plug-ins too, on the screen: one
 /// that is larger than the screen's free area when it is shown, or reaches beyond it, is made
-/// smaller and moved. So is a dialog that grows while it is shown. What the user moves or resizes
-/// stays as it is, and so do popups.
+/// smaller and moved; where its contents do not fit then, they scroll. So is a dialog that grows
+/// while it is shown. What the user moves or resizes stays as it is, and so do popups.
 ///
 /// An event filter of the application object. User-interface thread only.
 class ScreenFitter final : public QObject

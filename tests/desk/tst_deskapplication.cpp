@@ -46,8 +46,8 @@ enum class Kind { Exception, Derived, Text, EmptyText, Number, EmptyWhat };
     throw 7;
 }
 
-/// While it lives, leaks of this thread do not count: Qt's widget library is built without
-/// exceptions, and an exception that passes its functions leaves their locals behind.
+// While it lives, leaks of this thread do not count: Qt's widget library is built without
+// exceptions, and an exception that passes its functions leaves their locals behind.
 class ThroughQt final
 {
 public:
@@ -66,7 +66,7 @@ public:
     Q_DISABLE_COPY_MOVE(ThroughQt)
 };
 
-/// Throws in its own event handlers.
+// Throws in its own event handlers.
 class ThrowingWidget final : public QWidget
 {
     Q_OBJECT

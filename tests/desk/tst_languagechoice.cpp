@@ -59,7 +59,7 @@ private Q_SLOTS:
 private:
     void makeTerminal(Language language);
     QAction* item(Language language) const;
-    /// Chooses the language in the menu and answers the box, if there is one.
+    // Chooses the language in the menu and answers the box, if there is one.
     void choose(Language language, const std::function<void(QMessageBox*)>& answer = {});
     static QPushButton* button(QMessageBox* box, QMessageBox::ButtonRole role);
 

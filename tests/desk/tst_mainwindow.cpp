@@ -47,7 +47,7 @@ using vexdesk::StatusLink;
 
 namespace {
 
-/// A window that lets itself be closed only when it is told to.
+// A window that lets itself be closed only when it is told to.
 class Stubborn final : public QWidget
 {
     Q_OBJECT
@@ -104,9 +104,9 @@ private:
     void show();
     QStringList menuTitles() const;
     QMenu* menu(const QString& title) const;
-    /// Opens the menus on the way by clicks and clicks the last item.
+    // Opens the menus on the way by clicks and clicks the last item.
     void choose(const QStringList& path);
-    /// Runs `action` on the "Модули" window once it is open, and closes it by Escape.
+    // Runs `action` on the "Модули" window once it is open, and closes it by Escape.
     void whenPluginsDialogOpens(const std::function<void(PluginsDialog*)>& action);
     QList<CommandButton*> rows() const;
     StatusLink* problemLink() const

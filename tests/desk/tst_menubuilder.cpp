@@ -22,7 +22,7 @@
 
 namespace {
 
-/// The texts of a menu from top to bottom, "-" for a line.
+// The texts of a menu from top to bottom, "-" for a line.
 QStringList textsOf(const QWidget* menu)
 {
     QStringList texts;
@@ -85,7 +85,7 @@ private Q_SLOTS:
 
 private:
     QMenuBar* bar() const { return m_window->menuBar(); }
-    /// A menu that is made for this test function and holds nothing else.
+    // A menu that is made for this test function and holds nothing else.
     CommandContainer* newMenu(const QString& title, const QByteArray& key = "50");
     QMenu* shownMenu(const QString& title) const;
     void show();

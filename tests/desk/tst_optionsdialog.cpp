@@ -38,7 +38,7 @@ using vexdesk::OptionsDialog;
 
 namespace {
 
-/// A page that writes down what is asked of it. Its widget is a line of text.
+// A page that writes down what is asked of it. Its widget is a line of text.
 class FakePage final : public IOptionsPage
 {
 public:
@@ -1007,7 +1007,7 @@ void TestOptionsDialog::tabGoesThroughTheDialog()
 
 namespace {
 
-/// A terminal's window, and what its menus hold.
+// A terminal's window, and what its menus hold.
 struct Terminal
 {
     vexdesk::Core core;
@@ -1024,7 +1024,7 @@ struct Terminal
         window.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&window));
     }
-    /// Opens the menus on the way by clicks and clicks the last item.
+    // Opens the menus on the way by clicks and clicks the last item.
     void choose(const QStringList& path)
     {
         QWidget* level = window.menuBar();

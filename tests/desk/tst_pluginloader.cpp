@@ -27,8 +27,8 @@ using vexdesk::PluginRecord;
 
 namespace {
 
-/// Puts another minor version of Qt into a library's metadata. They stand in a note or section of
-/// their own: a marker of 12 bytes, then one byte each for the format and Qt's two versions.
+// Puts another minor version of Qt into a library's metadata. They stand in a note or section of
+// their own: a marker of 12 bytes, then one byte each for the format and Qt's two versions.
 QByteArray withQtVersion(QByteArray library, char major, char minor)
 {
     qsizetype marker = library.indexOf(QByteArray("qt-project!\0", 12));
@@ -93,7 +93,7 @@ private:
     QString path(const QString& name) const { return m_directory->filePath(name); }
     void load(const QStringList& plugins);
     void load() { m_loader->load({m_directory->path()}, m_core.get()); }
-    /// Of the only file: that it was refused, without a line of its code, and why.
+    // Of the only file: that it was refused, without a line of its code, and why.
     QString refusal() const;
 
     std::unique_ptr<QTemporaryDir> m_directory;

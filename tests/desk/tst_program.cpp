@@ -46,12 +46,15 @@ private Q_SLOTS:
     void theOptionReplacesTheStandardDirectories();
     void aDataDirectoryThatCannotBeWrittenIsTold();
     void aListOfPluginsAsksNothing();
+    void theSecondTerminalAsks_data();
+    void theSecondTerminalAsks();
     void dealsAreMadeUpOnlyWhenAskedFor_data();
     void dealsAreMadeUpOnlyWhenAskedFor();
 
 private:
-    /// In Russian, unless the arguments or the environment say otherwise.
+    // In Russian, unless the arguments or the environment say otherwise.
     Outcome run(const QStringList& arguments, bool quits);
+    void start(QProcess& process, const QStringList& arguments, bool quits) const;
     void copyTranslation();
     QStringList recordedCalls() const;
 
@@ -83,9 +86,8 @@ void TestProgram::cleanup()
     m_directory.reset();
 }
 
-Outcome TestProgram::run(const QStringList& arguments, bool quits)
+void TestProgram::start(QProcess& process, const QStringList& arguments, bool quits) const
 {
-    QProcess process;
     process.setProcessChannelMode(m_channels);
     if (m_asNobody && geteuid() == 0)
         process.setChildProcessModifier([] {
@@ -100,6 +102,12 @@ Outcome TestProgram::run(const QStringList& arguments, bool quits)
     process.setProcessEnvironment(environment);
     process.setWorkingDirectory(m_directory->path());
     process.start(m_program, arguments);
+}
+
+Outcome TestProgram::run(const QStringList& arguments, bool quits)
+{
+    QProcess process;
+    start(process, arguments, quits);
     if (!process.waitForFinished(60000)) {
         process.kill();
         process.waitForFinished();
@@ -294,6 +302,40 @@ void TestProgram::aListOfPluginsAsksNothing()
     QVERIFY(other.tryLock(0));
     const Outcome outcome = run({QStringLiteral("--list-plugins")}, false);
     QCOMPARE(outcome.exitCode, 0);
+}
+
+void TestProgram::theSecondTerminalAsks_data()
+{
+    QTest::addColumn<QString>("answer");
+    QTest::addColumn<bool>("goesOn");
+    QTest::newRow("end") << QStringLiteral("&Завершить") << false;
+    QTest::newRow("go on") << QStringLiteral("&Продолжить") << true;
+}
+
+void TestProgram::theSecondTerminalAsks()
+{
+    QFETCH(const QString, answer);
+    QFETCH(const bool, goesOn);
+    const QString plugins = m_directory->filePath(QStringLiteral("bin/plugins"));
+    QVERIFY(QDir().mkpath(plugins));
+    desktest::copyPlugins({QStringLiteral("good")}, QDir(plugins));
+    m_environment.insert(QStringLiteral("QT_PLUGIN_PATH"), QStringLiteral(DESK_QT_PLUGINS));
+    m_environment.insert(QStringLiteral("QT_QPA_GENERIC_PLUGINS"), QStringLiteral("answers"));
+    m_environment.insert(QStringLiteral("DESK_TEST_ANSWER"), answer);
+    const QStringList started{"GOOD.init", "GOOD.PluginsReady", "GOOD.WindowShown"};
+
+    QProcess first;
+    start(first, {}, false);
+    QTRY_COMPARE_WITH_TIMEOUT(recordedCalls(), started, 60000); // the first one is not asked
+    const Outcome second = run({}, true);
+    first.kill();
+    QVERIFY(first.waitForFinished());
+
+    QCOMPARE(second.exitCode, 0);
+    const QStringList calls = recordedCalls().mid(started.size());
+    QCOMPARE(calls.value(0), QStringLiteral("ANSWERS.Терминал уже запущен"));
+    QCOMPARE(calls.count(QStringLiteral("GOOD.WindowShown")), goesOn ? 1 : 0);
+    QCOMPARE(calls.size() > 1, goesOn);
 }
 
 void TestProgram::dealsAreMadeUpOnlyWhenAskedFor_data()

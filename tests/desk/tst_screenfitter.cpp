@@ -5,10 +5,11 @@
 #include <QtGui/QScreen>
 #include <QtTest/QTest>
 #include <QtWidgets/QDialog>
-#include <QtWidgets/QDialogButtonBox>
+#include <QtWidgets/QGridLayout>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QScrollBar>
 #include <QtWidgets/QVBoxLayout>
 
 namespace {
@@ -18,7 +19,40 @@ QRect available()
     return QGuiApplication::primaryScreen()->availableGeometry();
 }
 
-/// A window that takes a size of its own when it is shown, as the wizards take a saved one.
+QPushButton* makeTile()
+{
+    auto* const tile = new QPushButton;
+    tile->setMinimumSize(250, 250);
+    return tile;
+}
+
+// Five by five of them, for which no screen of the tests has room.
+QList<QPushButton*> addTiles(QWidget* window)
+{
+    QList<QPushButton*> tiles;
+    auto* const layout = new QGridLayout(window);
+    for (int i = 0; i < 25; ++i) {
+        tiles.append(makeTile());
+        layout->addWidget(tiles.last(), i / 5, i % 5);
+    }
+    return tiles;
+}
+
+// Those at the edges of the window that can be seen.
+QList<QScrollBar*> barsOf(const QWidget& window)
+{
+    QList<QScrollBar*> bars =
+        window.findChildren<QScrollBar*>(QString(), Qt::FindDirectChildrenOnly);
+    bars.removeIf([](const QScrollBar* bar) { return !bar->isVisible(); });
+    return bars;
+}
+
+QRect placeOf(const QWidget* widget)
+{
+    return QRect(widget->mapTo(widget->window(), QPoint()), widget->size());
+}
+
+// A window that takes a size of its own when it is shown, as the wizards take a saved one.
 class Remembering final : public QDialog
 {
     Q_OBJECT
@@ -48,7 +82,10 @@ private Q_SLOTS:
     void aWindowOffTheScreenIsMovedThere_data();
     void aWindowOffTheScreenIsMovedThere();
     void aSizeThatIsTakenWhenShownIsLimited();
-    void aLargeLayoutIsSqueezed();
+    void everythingInALargeDialogCanBeReached();
+    void theWheelScrollsWhatDoesNotFit();
+    void theBarsGoWhenThereIsRoom();
+    void aCrampedDialogGrowsWithItsContents();
     void aLongMessageIsLimited();
     void aDialogThatGrowsStaysOnTheScreen();
     void aWindowThatFitsIsLeftAlone();
@@ -108,21 +145,67 @@ void TestScreenFitter::aSizeThatIsTakenWhenShownIsLimited()
     QCOMPARE(window.width(), 365);
 }
 
-void TestScreenFitter::aLargeLayoutIsSqueezed()
+void TestScreenFitter::everythingInALargeDialogCanBeReached()
+{
+    QDialog window;
+    const QList<QPushButton*> tiles = addTiles(&window);
+    window.show();
+    QTRY_COMPARE(barsOf(window).size(), 2);
+    QVERIFY(available().contains(window.frameGeometry()));
+    tiles.first()->setFocus();
+    for (QPushButton* const tile : tiles) {
+        QTRY_COMPARE(window.focusWidget(), tile);
+        QTRY_VERIFY(window.rect().contains(placeOf(tile)));
+        QVERIFY(tile->width() >= 250 && tile->height() >= 250);
+        for (const QScrollBar* const bar : barsOf(window))
+            QVERIFY(!bar->geometry().intersects(placeOf(tile)));
+        QTest::keyClick(tile, Qt::Key_Tab);
+    }
+}
+
+void TestScreenFitter::theWheelScrollsWhatDoesNotFit()
+{
+    QDialog window;
+    const QList<QPushButton*> tiles = addTiles(&window);
+    window.show();
+    QTRY_COMPARE(barsOf(window).size(), 2);
+    const QRect before = placeOf(tiles.last());
+    QWheelEvent event(QPointF(5, 5), window.mapToGlobal(QPointF(5, 5)), QPoint(), QPoint(0, -120),
+                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&window, &event);
+    QTRY_VERIFY(placeOf(tiles.last()).top() < before.top());
+    QCOMPARE(placeOf(tiles.last()).left(), before.left());
+}
+
+void TestScreenFitter::theBarsGoWhenThereIsRoom()
+{
+    QWidget window;
+    const QList<QPushButton*> tiles = addTiles(&window);
+    window.show();
+    QTRY_COMPARE(barsOf(window).size(), 2);
+    tiles.last()->setFocus();
+    QTRY_VERIFY(placeOf(tiles.first()).left() < 0);
+    window.resize(2000, 2000); // as the user may; only dialogs are limited then
+    QTRY_COMPARE(barsOf(window).size(), 0);
+    QVERIFY(window.rect().contains(placeOf(tiles.first())));
+    QVERIFY(window.rect().contains(placeOf(tiles.last())));
+}
+
+void TestScreenFitter::aCrampedDialogGrowsWithItsContents()
 {
     QDialog window;
     auto* const layout = new QVBoxLayout(&window);
-    for (int i = 0; i < 3; ++i) {
-        auto* const content = new QWidget;
-        content->setMinimumSize(2000, 2000);
-        layout->addWidget(content);
-    }
-    auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok);
-    layout->addWidget(buttons);
+    QPushButton* const wide = makeTile();
+    wide->setMinimumWidth(3000);
+    layout->addWidget(wide);
     window.show();
+    QTRY_COMPARE(barsOf(window).size(), 1);
+    QVERIFY(window.height() < 400);
+    QPushButton* const added = makeTile();
+    layout->addWidget(added);
+    QTRY_VERIFY(window.height() > 500);
+    QTRY_VERIFY(added->height() >= 250 && placeOf(added).bottom() < window.height());
     QTRY_VERIFY(available().contains(window.frameGeometry()));
-    const QPushButton* const button = buttons->button(QDialogButtonBox::Ok);
-    QTRY_VERIFY(window.rect().contains(QRect(button->mapTo(&window, QPoint()), button->size())));
 }
 
 void TestScreenFitter::aLongMessageIsLimited()

@@ -42,7 +42,7 @@ private Q_SLOTS:
 
 private:
     QList<CommandButton*> buttons() const;
-    /// Headings and rows from top to bottom.
+    // Headings and rows from top to bottom.
     QStringList texts() const;
     void show();
 

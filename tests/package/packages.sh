@@ -47,6 +47,11 @@ depends tadatamanager | grep -q 'vexdesk-desk (= ' || fail "tadatamanager does n
 depends vexdesk-dev | grep -q 'vexdesk-desk (= ' || fail "vexdesk-dev does not ask for the terminal"
 
 step "what they hold"
+for name in vexdesk-desk tadatamanager; do
+    if dpkg-deb -c "$work/packages/${name}"_*.deb | grep vexdesk-tour; then
+        fail "$name holds the tour, which is for authors"
+    fi
+done
 for file in bin/vexdesk-desk bin/tadata lib/vexdesk/plugins/libtadatamanager.so lib/vexdesk/.installed \
     share/applications/vexdesk-desk.desktop share/icons/hicolor/48x48/apps/vexdesk-desk.png \
     share/icons/hicolor/scalable/apps/vexdesk-desk.svg share/man/man1/tadata.1 \
@@ -82,8 +87,8 @@ step "the terminal"
 if as_user "$prefix/bin/vexdesk-desk" --language en --help | grep -P '\p{Cyrillic}'; then
     fail "the terminal does not speak English"
 fi
-as_user "$prefix/bin/vexdesk-desk" --tour "$work/tour" >"$work/tour.log" 2>&1 ||
-    { cat "$work/tour.log" >&2; fail "the terminal's tour"; }
+as_user "$prefix/bin/vexdesk-tour" "$work/tour" >"$work/tour.log" 2>&1 ||
+    { cat "$work/tour.log" >&2; fail "the tour"; }
 [ "$(find "$work/tour" -name '*.png' | wc -l)" -gt 20 ] || fail "the tour made too few pictures"
 
 step "a plug-in of somebody else, built with the headers"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The terminal showing itself at work, as its option "--tour" does it, with the plug-in beside it.
+// The program that shows the terminal at work, with the plug-in beside it.
 
 #include "support/filetree.h"
 #include "support/strictlog.h"
@@ -55,11 +55,18 @@ private Q_SLOTS:
     void worksAndLeavesAPictureOfEveryStep();
     void leavesSettingsAndSecondFilesToTheUser_data();
     void leavesSettingsAndSecondFilesToTheUser();
+    void wantsOneDirectory_data();
+    void wantsOneDirectory();
     void failsWithoutThePlugin();
     void failsWhereNoPictureCanBeWritten();
 
 private:
-    int runTour(const QString& pictures, const QString& language = QStringLiteral("ru"));
+    /// With the program's exit code.
+    int run(const QStringList& arguments);
+    int runTour(const QString& pictures, const QString& language = QStringLiteral("ru"))
+    {
+        return run({QStringLiteral("--language"), language, pictures});
+    }
     QString path(const char* name) const { return m_dir->filePath(QString::fromLatin1(name)); }
 
     std::unique_ptr<QTemporaryDir> m_dir;
@@ -72,13 +79,13 @@ void TestTour::init()
     // A copy: the terminal keeps its data beside the program.
     m_dir = std::make_unique<QTemporaryDir>();
     QVERIFY(QDir(m_dir->path()).mkpath(QStringLiteral("bin/plugins")));
-    QVERIFY(QFile::copy(QStringLiteral(DESK_PROGRAM), path("bin/vexdesk-desk")));
+    QVERIFY(QFile::copy(QStringLiteral(TOUR_PROGRAM), path("bin/vexdesk-tour")));
     QVERIFY(QFile::copy(QStringLiteral(TADATAMANAGER_FILE), path("bin/plugins/tadatamanager.so")));
     for (const char* file :
          {"translations/vexdesk_en.qm", "plugins/translations/tadatamanager_en.qm"}) {
         const QString copy = path("bin/") + QLatin1String(file);
         QVERIFY(QDir().mkpath(QFileInfo(copy).path()));
-        QVERIFY(QFile::copy(QStringLiteral(DESK_FOLDER "/") + QLatin1String(file), copy));
+        QVERIFY(QFile::copy(QStringLiteral(TOUR_FOLDER "/") + QLatin1String(file), copy));
     }
 }
 
@@ -87,11 +94,10 @@ void TestTour::cleanup()
     m_dir.reset();
 }
 
-int TestTour::runTour(const QString& pictures, const QString& language)
+int TestTour::run(const QStringList& arguments)
 {
     QProcess program;
-    program.start(path("bin/vexdesk-desk"),
-                  {QStringLiteral("--language"), language, QStringLiteral("--tour"), pictures});
+    program.start(path("bin/vexdesk-tour"), arguments);
     constexpr int patience = 200000;
     if (!program.waitForFinished(patience) || program.exitStatus() != QProcess::NormalExit)
         return -1;
@@ -177,6 +183,25 @@ void TestTour::leavesSettingsAndSecondFilesToTheUser()
         QVERIFY2(after.allKeys().isEmpty(), group);
         after.endGroup();
     }
+}
+
+void TestTour::wantsOneDirectory_data()
+{
+    QTest::addColumn<QStringList>("directories");
+    QTest::newRow("none") << QStringList();
+    QTest::newRow("two") << QStringList{QStringLiteral("pictures"), QStringLiteral("others")};
+}
+
+void TestTour::wantsOneDirectory()
+{
+    QFETCH(QStringList, directories);
+    for (QString& directory : directories)
+        directory = m_dir->filePath(directory);
+    directories.prepend(QStringLiteral("--language=ru"));
+    QCOMPARE(run(directories), 1);
+    QVERIFY2(m_errors.contains("Укажите один каталог"), m_errors.constData());
+    QVERIFY(!QFile::exists(path("pictures")));
+    QVERIFY(!QFile::exists(path("bin/user/tadata")));
 }
 
 void TestTour::failsWithoutThePlugin()

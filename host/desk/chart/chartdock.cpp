@@ -3,7 +3,7 @@
 
 #include "desk/chart/chartpanel.h"
 
-#include <vexdesk/history/dayfile.h>
+#include <vexdesk/history/storepaths.h>
 
 namespace vexdesk {
 

@@ -6,6 +6,8 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QObject>
 
+#include <memory>
+
 /// What a Command does. An Action is tied to the Command with the same id by the ActionManager;
 /// creating it is enough. Where several live with one id, the youngest answers.
 ///
@@ -18,10 +20,10 @@ public:
     explicit Action(const QByteArray& id, QObject* parent = nullptr);
     ~Action() override;
 
-    QByteArray id() const { return m_id; }
+    QByteArray id() const;
 
     /// A disabled action shows its command disabled.
-    bool isEnabled() const { return m_enabled; }
+    bool isEnabled() const;
     void setEnabled(bool enabled);
 
     /// Emits triggered() when the action is enabled. An exception that leaves a slot leaves
@@ -33,6 +35,6 @@ Q_SIGNALS:
     void enabledChanged(bool enabled);
 
 private:
-    QByteArray m_id;
-    bool m_enabled = true;
+    struct Private;
+    const std::unique_ptr<Private> m_d;
 };

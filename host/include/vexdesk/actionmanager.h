@@ -4,9 +4,9 @@
 #include <vexdesk/export.h>
 
 #include <QtCore/QByteArray>
-#include <QtCore/QHash>
-#include <QtCore/QList>
 #include <QtCore/QObject>
+
+#include <memory>
 
 class Action;
 class CommandContainer;
@@ -30,7 +30,7 @@ public:
                                 const QByteArray& key);
 
     /// The container "MenuBar".
-    CommandContainer* menuBar() const { return m_menuBar; }
+    CommandContainer* menuBar() const;
 
     /// The action that answers the command with this id now, or null.
     Action* action(const QByteArray& commandId) const;
@@ -43,10 +43,10 @@ private:
     friend class Action;
 
     ActionManager();
+    ~ActionManager() override;
     void add(Action* action);
     void remove(Action* action);
 
-    CommandContainer* m_menuBar = nullptr;
-    QHash<QByteArray, CommandContainer*> m_containers;
-    QHash<QByteArray, QList<Action*>> m_actions;
+    struct Private;
+    const std::unique_ptr<Private> m_d;
 };

@@ -13,6 +13,7 @@ class VEXDESK_GUI_EXPORT BoardSelectorBox final : public SelectorBox
 
 public:
     explicit BoardSelectorBox(QWidget* parent = nullptr);
+    ~BoardSelectorBox() override;
 
     /// Shows another model, which is populated now. The box owns one that has no parent.
     void setSourceModel(BoardSelectorModel* model);
@@ -43,10 +44,6 @@ protected:
     void chosen() override;
 
 private:
-    BoardSelectorModel* m_model = nullptr;
-    QString m_stockFilter;
-    int m_flagsOn = 0;
-    int m_flagsOff = 0;
-    QString m_stockCode;
-    QString m_boardCode;
+    struct Private;
+    const std::unique_ptr<Private> m_d;
 };

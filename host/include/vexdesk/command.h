@@ -8,6 +8,8 @@
 #include <QtGui/QIcon>
 #include <QtGui/QKeySequence>
 
+#include <memory>
+
 /// Something that the user can choose in a menu or by a shortcut: how it looks. What it does is an
 /// Action with the same id; while no Action with that id lives, the command is shown disabled.
 ///
@@ -27,25 +29,26 @@ public:
     };
 
     explicit Command(const QByteArray& id, QObject* parent = nullptr);
+    ~Command() override;
 
-    QByteArray id() const { return m_id; }
+    QByteArray id() const;
 
     /// The heading under which a list of shortcuts shows the command.
-    QString category() const { return m_category; }
+    QString category() const;
     void setCategory(const QString& category);
 
-    QIcon defaultIcon() const { return m_icon; }
+    QIcon defaultIcon() const;
     void setDefaultIcon(const QIcon& icon);
 
     /// The menu text, with "&" before the mnemonic.
-    QString defaultText() const { return m_text; }
+    QString defaultText() const;
     void setDefaultText(const QString& text);
 
-    int context() const { return m_context; }
+    int context() const;
     /// A CommandContext; any other number counts as NoContext.
     void setContext(int context);
 
-    QKeySequence defaultShortcut() const { return m_shortcut; }
+    QKeySequence defaultShortcut() const;
     void setDefaultShortcut(const QKeySequence& shortcut);
 
 Q_SIGNALS:
@@ -53,10 +56,6 @@ Q_SIGNALS:
     void changed();
 
 private:
-    QByteArray m_id;
-    QString m_category;
-    QIcon m_icon;
-    QString m_text;
-    int m_context = NoContext;
-    QKeySequence m_shortcut;
+    struct Private;
+    const std::unique_ptr<Private> m_d;
 };

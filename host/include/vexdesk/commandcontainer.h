@@ -8,6 +8,8 @@
 #include <QtCore/QObject>
 #include <QtCore/QString>
 
+#include <memory>
+
 class Command;
 
 /// A menu: commands and further containers in the order of their keys.
@@ -33,11 +35,12 @@ public:
     };
 
     explicit CommandContainer(const QByteArray& id, QObject* parent = nullptr);
+    ~CommandContainer() override;
 
-    QByteArray id() const { return m_id; }
+    QByteArray id() const;
 
     /// The menu's title, with "&" before the mnemonic.
-    QString title() const { return m_title; }
+    QString title() const;
     void setTitle(const QString& title);
 
     void addCommand(Command* command, const QByteArray& group, const QByteArray& key);
@@ -45,7 +48,7 @@ public:
     void addContainer(CommandContainer* container, const QByteArray& group, const QByteArray& key);
 
     /// In the order in which they are shown.
-    QList<Entry> entries() const { return m_entries; }
+    QList<Entry> entries() const;
 
 Q_SIGNALS:
     /// The title, an entry, or something below an entry has changed.
@@ -55,7 +58,6 @@ private:
     void insert(const Entry& entry);
     void remove(const QObject* object);
 
-    QByteArray m_id;
-    QString m_title;
-    QList<Entry> m_entries;
+    struct Private;
+    const std::unique_ptr<Private> m_d;
 };

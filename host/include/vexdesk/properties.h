@@ -3,12 +3,10 @@
 
 #include <vexdesk/export.h>
 
-#include <QtCore/QMap>
 #include <QtCore/QObject>
-#include <QtCore/QPointer>
 #include <QtCore/QString>
 
-class StockSelectorBox;
+#include <memory>
 
 /// Ties the selector boxes of a form together and gives them what they begin with.
 /// User-interface thread only; the form that uses it owns it.
@@ -18,6 +16,7 @@ class VEXDESK_GUI_EXPORT Properties final : public QObject
 
 public:
     explicit Properties(QObject* parent = nullptr);
+    ~Properties() override;
 
     /// Ties the StockSelectorBox, BoardSelectorBox and SecuritySelectorBox that it finds below
     /// `form`: the chosen stock narrows the boards, the chosen board narrows the securities.
@@ -27,9 +26,9 @@ public:
     /// Known keys: "StockId", what the stock box begins with: a number chooses the venue with that
     /// id and 0 nothing; any other text the first venue of the list. Other keys are only kept.
     void setValue(const QString& key, const QString& value);
-    QString value(const QString& key) const { return m_values.value(key); }
+    QString value(const QString& key) const;
 
 private:
-    QMap<QString, QString> m_values;
-    QPointer<StockSelectorBox> m_stock;
+    struct Private;
+    const std::unique_ptr<Private> m_d;
 };

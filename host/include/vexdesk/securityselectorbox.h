@@ -13,6 +13,7 @@ class VEXDESK_GUI_EXPORT SecuritySelectorBox final : public SelectorBox
 
 public:
     explicit SecuritySelectorBox(QWidget* parent = nullptr);
+    ~SecuritySelectorBox() override;
 
     /// Shows another model, which is populated now. The box owns one that has no parent.
     void setSourceModel(SecuritySelectorModel* model);
@@ -38,10 +39,6 @@ protected:
     void chosen() override;
 
 private:
-    SecuritySelectorModel* m_model = nullptr;
-    QString m_stockFilter;
-    QString m_boardFilter;
-    QString m_stockCode;
-    QString m_boardCode;
-    QString m_securityCode;
+    struct Private;
+    const std::unique_ptr<Private> m_d;
 };

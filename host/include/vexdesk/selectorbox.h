@@ -3,8 +3,9 @@
 
 #include <vexdesk/export.h>
 
-#include <QtCore/QPointer>
 #include <QtWidgets/QComboBox>
+
+#include <memory>
 
 class SelectorModel;
 
@@ -39,6 +40,6 @@ protected:
     virtual void chosen() = 0;
 
 private:
-    QPointer<SelectorModel> m_source;
-    QString m_chosenCode;
+    struct Private;
+    const std::unique_ptr<Private> m_d;
 };

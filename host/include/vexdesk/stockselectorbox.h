@@ -12,6 +12,7 @@ class VEXDESK_GUI_EXPORT StockSelectorBox final : public SelectorBox
 
 public:
     explicit StockSelectorBox(QWidget* parent = nullptr);
+    ~StockSelectorBox() override;
 
     /// Shows another model, which is populated now. The box owns one that has no parent.
     void setSourceModel(StockSelectorModel* model);
@@ -36,6 +37,6 @@ protected:
 private:
     int idAt(int row) const;
 
-    StockSelectorModel* m_model = nullptr;
-    QString m_code;
+    struct Private;
+    const std::unique_ptr<Private> m_d;
 };

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <vexdesk/terminal/core.h>
 
+#include <QtCore/QMutex>
+
 #include <algorithm>
 
 namespace {
@@ -36,49 +38,72 @@ void setApplicationIdentity()
     QCoreApplication::setApplicationName(QStringLiteral("Vexdesk"));
 }
 
+struct Core::Private
+{
+    QList<IOptionsPage*> optionsPages;
+    Notifier notifier;
+    Database database;
+    RawQueue rawQueue; // ends before the tables that it fills
+    QMutex problemsMutex;
+    QStringList problems;
+};
+
 Core::Core()
-    : m_notifier(std::make_unique<Notifier>())
-    , m_database(std::make_unique<Database>())
-    , m_rawQueue(std::make_unique<RawQueue>())
+    : m_d(new Private)
 {}
 
 Core::~Core() = default;
 
 void Core::addOptionsPage(IOptionsPage* page)
 {
-    if (page && !m_optionsPages.contains(page))
-        m_optionsPages.append(page);
+    if (page && !m_d->optionsPages.contains(page))
+        m_d->optionsPages.append(page);
 }
 
 void Core::removeOptionsPage(IOptionsPage* page)
 {
-    m_optionsPages.removeOne(page);
+    m_d->optionsPages.removeOne(page);
 }
 
 Notifier* Core::notifier() const
 {
-    return m_notifier.get();
+    return &m_d->notifier;
+}
+
+Database* Core::database() const
+{
+    return &m_d->database;
+}
+
+RawQueue* Core::rawQueue() const
+{
+    return &m_d->rawQueue;
+}
+
+QList<IOptionsPage*> Core::optionsPages() const
+{
+    return m_d->optionsPages;
 }
 
 void Core::reportProblem(const QString& text)
 {
     {
-        const QMutexLocker lock(&m_problemsMutex);
-        m_problems.append(text);
+        const QMutexLocker lock(&m_d->problemsMutex);
+        m_d->problems.append(text);
     }
-    Q_EMIT m_notifier->problemReported(text);
+    Q_EMIT m_d->notifier.problemReported(text);
 }
 
 QStringList Core::problems() const
 {
-    const QMutexLocker lock(&m_problemsMutex);
-    return m_problems;
+    const QMutexLocker lock(&m_d->problemsMutex);
+    return m_d->problems;
 }
 
 void Core::forgetProblems(qsizetype count)
 {
-    const QMutexLocker lock(&m_problemsMutex);
-    m_problems = m_problems.mid(std::min(count, m_problems.size()));
+    const QMutexLocker lock(&m_d->problemsMutex);
+    m_d->problems = m_d->problems.mid(std::min(count, m_d->problems.size()));
 }
 
 } // namespace vexdesk

@@ -3,9 +3,15 @@
 
 #include <vexdesk/actionmanager.h>
 
+struct Action::Private
+{
+    QByteArray id;
+    bool enabled = true;
+};
+
 Action::Action(const QByteArray& id, QObject* parent)
     : QObject(parent)
-    , m_id(id)
+    , m_d(new Private{id})
 {
     ActionManager::instance()->add(this);
 }
@@ -15,16 +21,26 @@ Action::~Action()
     ActionManager::instance()->remove(this);
 }
 
+QByteArray Action::id() const
+{
+    return m_d->id;
+}
+
+bool Action::isEnabled() const
+{
+    return m_d->enabled;
+}
+
 void Action::setEnabled(bool enabled)
 {
-    if (m_enabled == enabled)
+    if (m_d->enabled == enabled)
         return;
-    m_enabled = enabled;
+    m_d->enabled = enabled;
     Q_EMIT enabledChanged(enabled);
 }
 
 void Action::trigger()
 {
-    if (m_enabled)
+    if (m_d->enabled)
         Q_EMIT triggered();
 }

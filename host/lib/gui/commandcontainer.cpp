@@ -18,14 +18,38 @@ bool holds(const CommandContainer* container, const CommandContainer* sought)
 
 } // namespace
 
+struct CommandContainer::Private
+{
+    QByteArray id;
+    QString title = {};
+    QList<Entry> entries = {};
+};
+
 CommandContainer::CommandContainer(const QByteArray& id, QObject* parent)
     : QObject(parent)
-    , m_id(id)
+    , m_d(new Private{id})
 {}
+
+CommandContainer::~CommandContainer() = default;
+
+QByteArray CommandContainer::id() const
+{
+    return m_d->id;
+}
+
+QString CommandContainer::title() const
+{
+    return m_d->title;
+}
+
+QList<CommandContainer::Entry> CommandContainer::entries() const
+{
+    return m_d->entries;
+}
 
 void CommandContainer::setTitle(const QString& title)
 {
-    m_title = title;
+    m_d->title = title;
     Q_EMIT changed();
 }
 
@@ -51,17 +75,18 @@ void CommandContainer::addContainer(CommandContainer* container, const QByteArra
 
 void CommandContainer::insert(const Entry& entry)
 {
-    const auto position = std::upper_bound(
-        m_entries.cbegin(), m_entries.cend(), entry, [](const Entry& left, const Entry& right) {
-            return std::tie(left.group, left.key) < std::tie(right.group, right.key);
-        });
-    m_entries.insert(position, entry);
+    const auto position = std::upper_bound(m_d->entries.cbegin(), m_d->entries.cend(), entry,
+                                           [](const Entry& left, const Entry& right) {
+                                               return std::tie(left.group, left.key) <
+                                                      std::tie(right.group, right.key);
+                                           });
+    m_d->entries.insert(position, entry);
     Q_EMIT changed();
 }
 
 void CommandContainer::remove(const QObject* object)
 {
-    const qsizetype removed = m_entries.removeIf([object](const Entry& entry) {
+    const qsizetype removed = m_d->entries.removeIf([object](const Entry& entry) {
         return static_cast<const QObject*>(entry.command) == object ||
                static_cast<const QObject*>(entry.container) == object;
     });

@@ -5,9 +5,21 @@
 #include <vexdesk/securityselectorbox.h>
 #include <vexdesk/stockselectorbox.h>
 
+#include <QtCore/QMap>
+#include <QtCore/QPointer>
+
+struct Properties::Private
+{
+    QMap<QString, QString> values;
+    QPointer<StockSelectorBox> stock;
+};
+
 Properties::Properties(QObject* parent)
     : QObject(parent)
+    , m_d(new Private)
 {}
+
+Properties::~Properties() = default;
 
 void Properties::connectAll(QObject* form)
 {
@@ -25,18 +37,23 @@ void Properties::connectAll(QObject* form)
         connect(board, &BoardSelectorBox::boardCodeChanged, security, narrow);
         narrow();
     }
-    m_stock = stock;
+    m_d->stock = stock;
 }
 
 void Properties::setValue(const QString& key, const QString& value)
 {
-    m_values.insert(key, value);
-    if (key != u"StockId" || !m_stock)
+    m_d->values.insert(key, value);
+    if (key != u"StockId" || !m_d->stock)
         return;
     bool isNumber = false;
     const int stockId = value.toInt(&isNumber);
     if (isNumber)
-        m_stock->chooseStock(stockId);
+        m_d->stock->chooseStock(stockId);
     else
-        m_stock->chooseFirst();
+        m_d->stock->chooseFirst();
+}
+
+QString Properties::value(const QString& key) const
+{
+    return m_d->values.value(key);
 }

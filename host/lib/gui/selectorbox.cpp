@@ -3,10 +3,18 @@
 
 #include <vexdesk/selectormodel.h>
 
+#include <QtCore/QPointer>
 #include <QtCore/QSignalBlocker>
+
+struct SelectorBox::Private
+{
+    QPointer<SelectorModel> source;
+    QString chosenCode;
+};
 
 SelectorBox::SelectorBox(QWidget* parent)
     : QComboBox(parent)
+    , m_d(new Private)
 {
     setPlaceholderText(tr("не выбрано"));
     setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
@@ -14,7 +22,7 @@ SelectorBox::SelectorBox(QWidget* parent)
     // The policy makes room for icons, which the entries do not have.
     setIconSize(QSize(0, 0));
     connect(this, &QComboBox::currentIndexChanged, this, [this] {
-        m_chosenCode = sourceRow() < 0 ? QString() : codeAt(sourceRow());
+        m_d->chosenCode = sourceRow() < 0 ? QString() : codeAt(sourceRow());
         chosen();
     });
 }
@@ -22,8 +30,8 @@ SelectorBox::SelectorBox(QWidget* parent)
 SelectorBox::~SelectorBox()
 {
     // A model that the box owns goes after the part of the box that would listen to it.
-    if (m_source)
-        m_source->disconnect(this);
+    if (m_d->source)
+        m_d->source->disconnect(this);
 }
 
 void SelectorBox::chooseFirst()
@@ -34,12 +42,12 @@ void SelectorBox::chooseFirst()
 
 void SelectorBox::showModel(SelectorModel* model)
 {
-    if (m_source) {
-        m_source->disconnect(this);
-        if (m_source != model && m_source->QObject::parent() == this)
-            m_source->deleteLater();
+    if (m_d->source) {
+        m_d->source->disconnect(this);
+        if (m_d->source != model && m_d->source->QObject::parent() == this)
+            m_d->source->deleteLater();
     }
-    m_source = model;
+    m_d->source = model;
     if (!model->QObject::parent())
         model->setParent(this);
     model->populate();
@@ -54,16 +62,16 @@ void SelectorBox::rebuild()
         const QSignalBlocker quiet(this);
         clear();
         int choice = -1;
-        for (int row = 0; m_source && row < m_source->rowCount(); ++row) {
+        for (int row = 0; m_d->source && row < m_d->source->rowCount(); ++row) {
             if (!accepts(row))
                 continue;
-            if (!m_chosenCode.isEmpty() && codeAt(row) == m_chosenCode)
+            if (!m_d->chosenCode.isEmpty() && codeAt(row) == m_d->chosenCode)
                 choice = count();
-            addItem(m_source->index(row, 0).data().toString(), row);
+            addItem(m_d->source->index(row, 0).data().toString(), row);
         }
         // A list of one needs no choosing.
         setCurrentIndex(count() == 1 ? 0 : choice);
-        m_chosenCode = sourceRow() < 0 ? QString() : codeAt(sourceRow());
+        m_d->chosenCode = sourceRow() < 0 ? QString() : codeAt(sourceRow());
     }
     chosen();
 }

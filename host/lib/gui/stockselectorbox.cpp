@@ -4,15 +4,24 @@
 #include <vexdesk/stockdirectory.h>
 #include <vexdesk/stockselectormodel.h>
 
+struct StockSelectorBox::Private
+{
+    StockSelectorModel* model = nullptr;
+    QString code;
+};
+
 StockSelectorBox::StockSelectorBox(QWidget* parent)
     : SelectorBox(parent)
+    , m_d(new Private)
 {
     setSourceModel(new StockSelectorModel(nullptr));
 }
 
+StockSelectorBox::~StockSelectorBox() = default;
+
 void StockSelectorBox::setSourceModel(StockSelectorModel* model)
 {
-    m_model = model;
+    m_d->model = model;
     showModel(model);
 }
 
@@ -23,7 +32,7 @@ int StockSelectorBox::getStockId() const
 
 QString StockSelectorBox::getStockCode() const
 {
-    return m_code;
+    return m_d->code;
 }
 
 void StockSelectorBox::chooseStock(int stockId)
@@ -38,25 +47,25 @@ void StockSelectorBox::chooseStock(int stockId)
 
 int StockSelectorBox::idAt(int row) const
 {
-    const StockSelectorModel::Data& entry = m_model->at(row);
+    const StockSelectorModel::Data& entry = m_d->model->at(row);
     return entry.stockId != 0 ? entry.stockId : StockDirectory::i().idByCode(entry.code);
 }
 
 bool StockSelectorBox::accepts(int row) const
 {
-    return m_model->at(row).enabled;
+    return m_d->model->at(row).enabled;
 }
 
 QString StockSelectorBox::codeAt(int row) const
 {
-    return m_model->at(row).code;
+    return m_d->model->at(row).code;
 }
 
 void StockSelectorBox::chosen()
 {
     const QString code = sourceRow() < 0 ? QString() : codeAt(sourceRow());
-    if (code == m_code)
+    if (code == m_d->code)
         return;
-    m_code = code;
+    m_d->code = code;
     Q_EMIT stockCodeChanged(code);
 }

@@ -13,7 +13,7 @@
 
 namespace {
 
-/// An exception whose code is in this library.
+// An exception whose code is in this library.
 class OwnError final : public std::exception
 {
 public:

@@ -6,7 +6,6 @@
 #include <vexdesk/database/rowlayout.h>
 #include <vexdesk/export.h>
 
-#include <QtCore/QHash>
 #include <QtCore/QList>
 #include <QtCore/QObject>
 #include <QtCore/QString>
@@ -57,21 +56,21 @@ public:
     Table(QString name, QList<Column> columns, QObject* parent = nullptr);
     ~Table() override;
 
-    QString name() const { return m_name; }
-    QList<Column> columns() const { return m_columns; }
-    int columnCount() const noexcept { return static_cast<int>(m_columns.size()); }
+    QString name() const;
+    QList<Column> columns() const;
+    int columnCount() const noexcept { return m_layoutSize; }
     /// The number of the column, -1 when there is none of that name.
-    int columnIndex(const QString& name) const { return m_numbers.value(name, -1); }
+    int columnIndex(const QString& name) const;
 
     /// Gives the rows an order, those that are there too; rows with equal keys stand in the order
     /// of their insertion. Needs the lock. Without an index the rows come as they are inserted.
     void setOrder(std::unique_ptr<MasterIndex> order);
     /// The order; null when the rows stand as they were inserted. Needs the lock where another
     /// thread may still call setOrder().
-    const MasterIndex* order() const noexcept { return m_order.get(); }
+    const MasterIndex* order() const noexcept;
 
     /// The rows in their order. Needs the lock for as long as the list or an iterator is used.
-    const PartitionList<Record>& masterIndex() const noexcept { return m_rows; }
+    const PartitionList<Record>& masterIndex() const noexcept;
 
     /// Puts the row at its place in the master index. Needs the lock. Throws Exception for a row of
     /// another table and for the null record. From here on the row is not written to any more.
@@ -83,9 +82,9 @@ public:
     void clear();
 
     /// Exclusive use of the table, for std::lock_guard and its kin. Not recursive.
-    void lock() const { m_mutex.lock(); }
-    bool try_lock() const { return m_mutex.try_lock(); } // NOLINT(readability-identifier-naming)
-    void unlock() const { m_mutex.unlock(); }
+    void lock() const;
+    bool try_lock() const; // NOLINT(readability-identifier-naming)
+    void unlock() const;
 
     /// The value of a row in a column. `row` is the data() of a Record of this table. For a null
     /// row and for a column that the table does not have, a cell without a value.
@@ -114,13 +113,9 @@ private:
 
     unsigned char* newRow() const;
 
-    QString m_name;
-    QList<Column> m_columns;
-    QHash<QString, int> m_numbers;
-    vexdesk::RowStore* m_store; // ends itself when the table and the last row are gone
+    struct Private;
+    const std::unique_ptr<Private> m_d;
+    // Of every column; here for dataPtr(), which a scan calls for each value.
     const vexdesk::ColumnLayout* m_layout;
     int m_layoutSize;
-    std::unique_ptr<MasterIndex> m_order;
-    PartitionList<Record> m_rows;
-    mutable std::mutex m_mutex;
 };

@@ -7,7 +7,6 @@
 #include <vexdesk/terminal/rawqueue.h>
 
 #include <QtCore/QList>
-#include <QtCore/QMutex>
 #include <QtCore/QObject>
 #include <QtCore/QStringList>
 
@@ -43,8 +42,8 @@ public:
     void addOptionsPage(IOptionsPage* page) override;
     Notifier* notifier() const override;
     /// Empty at first: whoever feeds a table makes it.
-    Database* database() const override { return m_database.get(); }
-    RawQueue* rawQueue() const override { return m_rawQueue.get(); }
+    Database* database() const override;
+    RawQueue* rawQueue() const override;
     void reportProblem(const QString& text) override;
 
     /// What was reported and not yet forgotten, the oldest first. Any thread.
@@ -53,17 +52,13 @@ public:
     void forgetProblems(qsizetype count = std::numeric_limits<qsizetype>::max());
 
     /// The pages in the order in which they were added.
-    QList<IOptionsPage*> optionsPages() const { return m_optionsPages; }
+    QList<IOptionsPage*> optionsPages() const;
     /// Forgets the pages of a plug-in that is about to go.
     void removeOptionsPage(IOptionsPage* page);
 
 private:
-    QList<IOptionsPage*> m_optionsPages;
-    std::unique_ptr<Notifier> m_notifier;
-    std::unique_ptr<Database> m_database;
-    std::unique_ptr<RawQueue> m_rawQueue; // ends before the tables that it fills
-    mutable QMutex m_problemsMutex;
-    QStringList m_problems;
+    struct Private;
+    const std::unique_ptr<Private> m_d;
 };
 
 } // namespace vexdesk

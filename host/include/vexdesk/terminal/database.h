@@ -8,8 +8,6 @@
 #include <QtCore/QList>
 
 #include <memory>
-#include <mutex>
-#include <vector>
 
 namespace vexdesk {
 
@@ -30,11 +28,8 @@ public:
     Table* table(const QString& name) const override;
 
 private:
-    Table* add(const QString& name, const QList<Table::Column>& columns);
-    Table* find(const QString& name) const;
-
-    mutable std::mutex m_mutex;
-    std::vector<std::unique_ptr<Table>> m_tables;
+    struct Private;
+    const std::unique_ptr<Private> m_d;
 };
 
 } // namespace vexdesk

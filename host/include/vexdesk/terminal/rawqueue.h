@@ -5,10 +5,8 @@
 #include <vexdesk/database/record.h>
 #include <vexdesk/export.h>
 
-#include <condition_variable>
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <vector>
 
 class Table;
@@ -47,22 +45,8 @@ public:
     void drain();
 
 private:
-    struct Item
-    {
-        Table* table = nullptr;
-        Record row;                                                  // to put in, or
-        std::unique_ptr<std::function<bool(const Record&)>> removal; // what to take out
-    };
-
-    static void check(const Table* table, const Record& row);
-    static void applyAll(const std::vector<Item>& items);
-    void applyPending(std::unique_lock<std::mutex>& lock);
-
-    mutable std::mutex m_mutex;
-    std::condition_variable m_idle; // told when m_applying becomes false
-    std::vector<Item> m_pending;    // in the order of posting
-    bool m_applying = false;        // some thread is taking items from m_pending
-    bool m_suspended = false;
+    struct Private;
+    const std::unique_ptr<Private> m_d;
 };
 
 } // namespace vexdesk

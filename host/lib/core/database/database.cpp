@@ -5,48 +5,59 @@
 
 #include <QtCore/QCoreApplication>
 
+#include <mutex>
+#include <vector>
+
 IDatabase::~IDatabase() = default;
 
 namespace vexdesk {
 
-Database::Database() = default;
+struct Database::Private
+{
+    std::mutex mutex;
+    std::vector<std::unique_ptr<Table>> tables;
+
+    Table* add(const QString& name, const QList<Table::Column>& columns)
+    {
+        return tables.emplace_back(std::make_unique<Table>(name, columns)).get();
+    }
+
+    Table* find(const QString& name) const
+    {
+        for (const std::unique_ptr<Table>& table : tables) {
+            if (table->name() == name)
+                return table.get();
+        }
+        return nullptr;
+    }
+};
+
+Database::Database()
+    : m_d(new Private)
+{}
 
 Database::~Database() = default;
 
 Table* Database::createTable(const QString& name, const QList<Table::Column>& columns)
 {
-    const std::lock_guard lock(m_mutex);
-    if (find(name))
+    const std::lock_guard lock(m_d->mutex);
+    if (m_d->find(name))
         throw Exception(
             QCoreApplication::translate("vexdesk::Database", "Таблица %1 уже есть").arg(name));
-    return add(name, columns);
+    return m_d->add(name, columns);
 }
 
 Table* Database::tableOf(const QString& name, const QList<Table::Column>& columns)
 {
-    const std::lock_guard lock(m_mutex);
-    Table* const table = find(name);
-    return table ? table : add(name, columns);
+    const std::lock_guard lock(m_d->mutex);
+    Table* const table = m_d->find(name);
+    return table ? table : m_d->add(name, columns);
 }
 
 Table* Database::table(const QString& name) const
 {
-    const std::lock_guard lock(m_mutex);
-    return find(name);
-}
-
-Table* Database::add(const QString& name, const QList<Table::Column>& columns)
-{
-    return m_tables.emplace_back(std::make_unique<Table>(name, columns)).get();
-}
-
-Table* Database::find(const QString& name) const
-{
-    for (const std::unique_ptr<Table>& table : m_tables) {
-        if (table->name() == name)
-            return table.get();
-    }
-    return nullptr;
+    const std::lock_guard lock(m_d->mutex);
+    return m_d->find(name);
 }
 
 } // namespace vexdesk

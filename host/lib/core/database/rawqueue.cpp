@@ -5,96 +5,30 @@
 
 #include <QtCore/QScopeGuard>
 
+#include <condition_variable>
+#include <mutex>
 #include <utility>
 
 IRawQueue::~IRawQueue() = default;
 
 namespace vexdesk {
 
-RawQueue::RawQueue() = default;
+namespace {
 
-RawQueue::~RawQueue() = default;
+struct Item
+{
+    Table* table = nullptr;
+    Record row;                                                  // to put in, or
+    std::unique_ptr<std::function<bool(const Record&)>> removal; // what to take out
+};
 
-void RawQueue::check(const Table* table, const Record& row)
+void checkOwner(const Table* table, const Record& row)
 {
     if (!table->owns(row))
         throw Exception(Table::tr("Строка не принадлежит таблице %1").arg(table->name()));
 }
 
-void RawQueue::post(Table* table, Record row)
-{
-    check(table, row);
-    std::unique_lock lock(m_mutex);
-    m_pending.push_back({table, std::move(row), nullptr});
-    applyPending(lock);
-}
-
-void RawQueue::post(Table* table, const std::vector<Record>& rows)
-{
-    for (const Record& row : rows)
-        check(table, row);
-    std::unique_lock lock(m_mutex);
-    m_pending.reserve(m_pending.size() + rows.size());
-    for (const Record& row : rows)
-        m_pending.push_back({table, row, nullptr});
-    applyPending(lock);
-}
-
-void RawQueue::postRemoval(Table* table, std::function<bool(const Record&)> predicate)
-{
-    auto removal = std::make_unique<std::function<bool(const Record&)>>(std::move(predicate));
-    std::unique_lock lock(m_mutex);
-    m_pending.push_back({table, Record(), std::move(removal)});
-    applyPending(lock);
-}
-
-bool RawQueue::setSuspended(bool suspended)
-{
-    std::unique_lock lock(m_mutex);
-    const bool before = std::exchange(m_suspended, suspended);
-    if (suspended)
-        m_idle.wait(lock, [this] { return !m_applying; });
-    else
-        applyPending(lock);
-    return before;
-}
-
-bool RawQueue::isSuspended() const
-{
-    const std::lock_guard lock(m_mutex);
-    return m_suspended;
-}
-
-void RawQueue::drain()
-{
-    std::unique_lock lock(m_mutex);
-    m_idle.wait(lock, [this] { return !m_applying; });
-}
-
-// Only one thread at a time takes items, so that they reach the tables in their order. The others
-// leave theirs behind, and it goes on until there is none.
-void RawQueue::applyPending(std::unique_lock<std::mutex>& lock)
-{
-    if (m_applying)
-        return;
-    m_applying = true;
-    const auto done = qScopeGuard([this, &lock] {
-        if (!lock.owns_lock())
-            lock.lock();
-        m_applying = false;
-        m_idle.notify_all();
-    });
-    std::vector<Item> items;
-    while (!m_suspended && !m_pending.empty()) {
-        items.swap(m_pending);
-        lock.unlock();
-        applyAll(items);
-        items.clear();
-        lock.lock();
-    }
-}
-
-void RawQueue::applyAll(const std::vector<Item>& items)
+void applyAll(const std::vector<Item>& items)
 {
     Table* table = nullptr;
     std::unique_lock<const Table> tableLock;
@@ -111,6 +45,98 @@ void RawQueue::applyAll(const std::vector<Item>& items)
         else
             table->insert(item.row);
     }
+}
+
+} // namespace
+
+struct RawQueue::Private
+{
+    std::mutex mutex;
+    std::condition_variable idle; // told when applying becomes false
+    std::vector<Item> pending;    // in the order of posting
+    bool applying = false;        // some thread is taking items from pending
+    bool suspended = false;
+
+    void applyPending(std::unique_lock<std::mutex>& lock);
+};
+
+// Only one thread at a time takes items, so that they reach the tables in their order. The others
+// leave theirs behind, and it goes on until there is none.
+void RawQueue::Private::applyPending(std::unique_lock<std::mutex>& lock)
+{
+    if (applying)
+        return;
+    applying = true;
+    const auto done = qScopeGuard([this, &lock] {
+        if (!lock.owns_lock())
+            lock.lock();
+        applying = false;
+        idle.notify_all();
+    });
+    std::vector<Item> items;
+    while (!suspended && !pending.empty()) {
+        items.swap(pending);
+        lock.unlock();
+        applyAll(items);
+        items.clear();
+        lock.lock();
+    }
+}
+
+RawQueue::RawQueue()
+    : m_d(new Private)
+{}
+
+RawQueue::~RawQueue() = default;
+
+void RawQueue::post(Table* table, Record row)
+{
+    checkOwner(table, row);
+    std::unique_lock lock(m_d->mutex);
+    m_d->pending.push_back({table, std::move(row), nullptr});
+    m_d->applyPending(lock);
+}
+
+void RawQueue::post(Table* table, const std::vector<Record>& rows)
+{
+    for (const Record& row : rows)
+        checkOwner(table, row);
+    std::unique_lock lock(m_d->mutex);
+    m_d->pending.reserve(m_d->pending.size() + rows.size());
+    for (const Record& row : rows)
+        m_d->pending.push_back({table, row, nullptr});
+    m_d->applyPending(lock);
+}
+
+void RawQueue::postRemoval(Table* table, std::function<bool(const Record&)> predicate)
+{
+    auto removal = std::make_unique<std::function<bool(const Record&)>>(std::move(predicate));
+    std::unique_lock lock(m_d->mutex);
+    m_d->pending.push_back({table, Record(), std::move(removal)});
+    m_d->applyPending(lock);
+}
+
+bool RawQueue::setSuspended(bool suspended)
+{
+    std::unique_lock lock(m_d->mutex);
+    const bool before = std::exchange(m_d->suspended, suspended);
+    if (suspended)
+        m_d->idle.wait(lock, [this] { return !m_d->applying; });
+    else
+        m_d->applyPending(lock);
+    return before;
+}
+
+bool RawQueue::isSuspended() const
+{
+    const std::lock_guard lock(m_d->mutex);
+    return m_d->suspended;
+}
+
+void RawQueue::drain()
+{
+    std::unique_lock lock(m_d->mutex);
+    m_d->idle.wait(lock, [this] { return !m_d->applying; });
 }
 
 } // namespace vexdesk

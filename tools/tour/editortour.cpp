@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "desk/tour/editortour.h"
+#include "tour/editortour.h"
 
-#include "desk/tour/demonstration.h"
-#include "desk/tour/tour.h"
-#include "desk/tour/toursteps.h"
-#include "desk/tour/userinput.h"
+#include "tour/demonstration.h"
+#include "tour/tour.h"
+#include "tour/toursteps.h"
+#include "tour/userinput.h"
 
-#include <QtCore/QCoreApplication>
 #include <QtCore/QItemSelectionModel>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QDateTimeEdit>
@@ -24,11 +23,6 @@ constexpr int shownRows = 120;
 constexpr int firstDeleted = 19;
 constexpr int deletedRows = 10;
 
-struct Text
-{
-    Q_DECLARE_TR_FUNCTIONS(vexdesk::EditorTour)
-};
-
 QTreeView* table()
 {
     return inDialog<QTreeView>("dataTable");
@@ -37,9 +31,9 @@ QTreeView* table()
 QString rowsMissing(int wanted)
 {
     if (!table())
-        return Text::tr("редактор не открыт");
+        return Tour::tr("редактор не открыт");
     const int rows = table()->model()->rowCount();
-    return rows == wanted ? QString() : Text::tr("в таблице строк: %1").arg(rows);
+    return missingUnless(rows == wanted, Tour::tr("в таблице строк: %1").arg(rows));
 }
 
 QString selectionMissing(int first, int count)
@@ -48,10 +42,9 @@ QString selectionMissing(int first, int count)
         return missing;
     QModelIndexList selected = table()->selectionModel()->selectedRows();
     std::sort(selected.begin(), selected.end());
-    return selected.size() == count && selected.first().row() == first &&
-                   selected.last().row() == first + count - 1
-               ? QString()
-               : Text::tr("выбраны не те строки");
+    return missingUnless(selected.size() == count && selected.first().row() == first &&
+                             selected.last().row() == first + count - 1,
+                         Tour::tr("выбраны не те строки"));
 }
 
 // A line as the editor writes it: money before volume.
@@ -87,21 +80,16 @@ QMap<QString, QByteArray> editedDayFiles()
 void addTime(Tour& tour, const char* name, const QDate& day, const QTime& time)
 {
     addTyping(
-        tour, Text::tr("время"), [name] { return inDialog<QDateTimeEdit>(name); },
+        tour, Tour::tr("время"), [name] { return inDialog<QDateTimeEdit>(name); },
         QDateTime(day, time));
 }
 
 void addButton(Tour& tour, const char* name, const std::function<QString()>& missing,
                const QString& picture)
 {
-    const auto button = [name] { return inDialog<QPushButton>(name); };
-    tour.add({Text::tr("кнопка редактора"),
-              [button, missing] {
-                  if (!button() || !button()->isEnabled())
-                      return Text::tr("кнопка недоступна");
-                  return missing ? missing() : QString();
-              },
-              [button] { click(button()); }, picture});
+    addClick(
+        tour, Tour::tr("кнопка редактора"), [name] { return inDialog<QPushButton>(name); }, missing,
+        picture);
 }
 
 void addRangeSteps(Tour& tour)
@@ -122,13 +110,13 @@ void addFindSteps(Tour& tour)
 void addDeletionSteps(Tour& tour)
 {
     const auto found = [] { return table()->model()->index(firstDeleted, 0); };
-    tour.add({Text::tr("бар найден"), [] { return selectionMissing(firstDeleted, 1); },
+    tour.add({Tour::tr("бар найден"), [] { return selectionMissing(firstDeleted, 1); },
               [found] { click(table()->viewport(), table()->visualRect(found()).center()); },
               QStringLiteral("editor-found")});
-    tour.add({Text::tr("выделить бары"),
+    tour.add({Tour::tr("выделить бары"),
               [found] {
-                  return table()->currentIndex() == found() ? QString()
-                                                            : Text::tr("строка не текущая");
+                  return missingUnless(table()->currentIndex() == found(),
+                                       Tour::tr("строка не текущая"));
               },
               [] {
                   for (int row = 1; row < deletedRows; ++row)
@@ -150,12 +138,8 @@ void addEditorTour(Tour& tour, MainWindow& window)
     addRangeSteps(tour);
     addFindSteps(tour);
     addDeletionSteps(tour);
-    tour.add({Text::tr("файлы записаны"),
-              [dayFiles = editedDayFiles()] {
-                  return QApplication::activeModalWidget() ? Text::tr("окно не закрыто")
-                                                           : storedMissing(dayFiles);
-              },
-              {}});
+    addLook(tour, Tour::tr("файлы записаны"),
+            [dayFiles = editedDayFiles()] { return storedMissing(dayFiles); });
 }
 
 } // namespace vexdesk

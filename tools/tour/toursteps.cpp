@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: MIT
-#include "desk/tour/toursteps.h"
+#include "tour/toursteps.h"
 
 #include "desk/commands.h"
 #include "desk/mainwindow.h"
-#include "desk/tour/tour.h"
-#include "desk/tour/userinput.h"
+#include "tour/tour.h"
+#include "tour/userinput.h"
 
 #include <vexdesk/actionmanager.h>
 #include <vexdesk/command.h>
 #include <vexdesk/commandcontainer.h>
 
-#include <QtCore/QCoreApplication>
+#include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QAbstractSpinBox>
 #include <QtWidgets/QComboBox>
@@ -24,11 +24,6 @@ namespace vexdesk {
 
 namespace {
 
-struct Text
-{
-    Q_DECLARE_TR_FUNCTIONS(vexdesk::TourSteps)
-};
-
 QMenu* openMenu()
 {
     return qobject_cast<QMenu*>(QApplication::activePopupWidget());
@@ -37,12 +32,12 @@ QMenu* openMenu()
 QString entryMissing(const QString& title)
 {
     if (!openMenu())
-        return Text::tr("меню не открыто");
+        return Tour::tr("меню не открыто");
     const QList<QAction*> entries = openMenu()->actions();
     const bool found = std::any_of(entries.begin(), entries.end(), [&title](const QAction* entry) {
         return withoutMnemonic(entry->text()) == title;
     });
-    return found ? QString() : Text::tr("в меню нет: %1").arg(title);
+    return missingUnless(found, Tour::tr("в меню нет: %1").arg(title));
 }
 
 // The entry that is this code or in which it stands before a name.
@@ -88,20 +83,77 @@ void addMenuSteps(Tour& tour, MainWindow& window, const QByteArray& command,
     QStringList path = pathTo(command, *ActionManager::instance()->menuBar());
     if (path.isEmpty()) // the step that looks for it will say so
         path = {QString(), QString::fromLatin1(command)};
-    tour.add({Text::tr("окно терминала"),
+    tour.add({Tour::tr("окно терминала"),
               [&window] {
-                  return window.isVisible() && !QApplication::activeModalWidget()
-                             ? QString()
-                             : Text::tr("окна нет, или перед ним другое");
+                  return missingUnless(window.isVisible() && !QApplication::activeModalWidget(),
+                                       Tour::tr("окна нет, или перед ним другое"));
               },
               [&window, menu = path.first()] { clickMenu(window.menuBar(), menu); },
               windowPicture});
     for (qsizetype i = 1; i < path.size(); ++i) {
         const QString& entry = path.at(i);
-        tour.add({Text::tr("выбрать «%1»").arg(entry), [entry] { return entryMissing(entry); },
+        tour.add({Tour::tr("выбрать «%1»").arg(entry), [entry] { return entryMissing(entry); },
                   [entry] { clickMenu(openMenu(), entry); },
                   i + 1 == path.size() ? menuPicture : QString()});
     }
+}
+
+void addClick(Tour& tour, const QString& title, const std::function<QAbstractButton*()>& button,
+              const std::function<QString()>& missing, const QString& picture)
+{
+    tour.add({title,
+              [button, missing] {
+                  const QString other = missing ? missing() : QString();
+                  if (!other.isNull())
+                      return other;
+                  return missingUnless(button() && button()->isEnabled(),
+                                       Tour::tr("кнопка недоступна"));
+              },
+              [button] { click(button()); }, picture});
+}
+
+QString pageMissing(const char* name)
+{
+    const auto* const wizard = activeDialog<QWizard>();
+    if (!wizard)
+        return Tour::tr("мастер не открыт");
+    return missingUnless(wizard->currentPage() &&
+                             wizard->currentPage()->objectName() == QLatin1String(name),
+                         Tour::tr("открыта не та страница"));
+}
+
+void addWizardClick(Tour& tour, const char* page, QWizard::WizardButton button,
+                    const std::function<QString()>& missing, const QString& picture)
+{
+    addClick(
+        tour, Tour::tr("продолжить"), [button] { return activeDialog<QWizard>()->button(button); },
+        [page, missing] {
+            const QString other = pageMissing(page);
+            return other.isNull() && missing ? missing() : other;
+        },
+        picture);
+}
+
+void addAnswer(Tour& tour, const QString& title, QMessageBox::Icon kind,
+               QMessageBox::StandardButton answer, const QString& picture)
+{
+    addClick(
+        tour, title, [answer] { return activeDialog<QMessageBox>()->button(answer); },
+        [kind] {
+            const auto* const box = activeDialog<QMessageBox>();
+            if (!box)
+                return Tour::tr("нет сообщения");
+            return missingUnless(box->icon() == kind, box->text());
+        },
+        picture);
+}
+
+void addLook(Tour& tour, const QString& title, const std::function<QString()>& missing)
+{
+    tour.add({title, [missing] {
+                  return QApplication::activeModalWidget() ? Tour::tr("окно не закрыто")
+                                                           : missing();
+              }});
 }
 
 EntryFinder entryWith(const QVariant& data)
@@ -117,23 +169,21 @@ EntryFinder entryAt(int index)
 void addChoice(Tour& tour, const QString& title, const std::function<QComboBox*()>& list,
                const EntryFinder& entry, const QString& picture)
 {
-    tour.add({Text::tr("открыть список: %1").arg(title),
-              [list] { return list() ? QString() : Text::tr("нет списка"); },
+    tour.add({Tour::tr("открыть список: %1").arg(title),
+              [list] { return missingUnless(list(), Tour::tr("нет списка")); },
               [list] { click(list()); }});
-    tour.add({Text::tr("выбрать из списка: %1").arg(title),
+    tour.add({Tour::tr("выбрать из списка: %1").arg(title),
               [list, entry] {
                   if (!list() || !list()->view()->isVisible())
-                      return Text::tr("список не открыт");
-                  return entry(*list()) < 0 ? Text::tr("в списке нет того, что нужно") : QString();
+                      return Tour::tr("список не открыт");
+                  return missingUnless(entry(*list()) >= 0,
+                                       Tour::tr("в списке нет того, что нужно"));
               },
               [list, entry] { chooseEntry(list(), entry(*list())); }, picture});
-    tour.add({Text::tr("выбрано: %1").arg(title),
-              [list, entry] {
-                  return list() && list()->currentIndex() == entry(*list())
-                             ? QString()
-                             : Text::tr("выбрано не то, что нужно");
-              },
-              {}});
+    tour.add({Tour::tr("выбрано: %1").arg(title), [list, entry] {
+                  return missingUnless(list() && list()->currentIndex() == entry(*list()),
+                                       Tour::tr("выбрано не то, что нужно"));
+              }});
 }
 
 namespace {
@@ -184,27 +234,24 @@ struct Typing
 void addTypingSteps(Tour& tour, const QString& title, const std::function<QWidget*()>& field,
                     const Typing& typing)
 {
-    tour.add({Text::tr("перейти к полю: %1").arg(title),
-              [field] { return field() ? QString() : Text::tr("нет поля"); },
+    tour.add({Tour::tr("перейти к полю: %1").arg(title),
+              [field] { return missingUnless(field(), Tour::tr("нет поля")); },
               [field] {
                   field()->window()->activateWindow();
                   field()->clearFocus();
                   field()->setFocus(Qt::TabFocusReason);
               }});
     // Without the focus a dialog takes what is typed for something else.
-    tour.add({Text::tr("ввести: %1").arg(title),
+    tour.add({Tour::tr("ввести: %1").arg(title),
               [field] {
-                  return field() && field()->hasFocus() ? QString() : Text::tr("поле не активно");
+                  return missingUnless(field() && field()->hasFocus(), Tour::tr("поле не активно"));
               },
               [field, typing] { typeText(field(), typing.keys()); }});
-    tour.add({Text::tr("введено: %1").arg(title),
-              [field, typing] {
-                  if (field() && typing.isEntered())
-                      return QString();
-                  return Text::tr("введено «%1»")
-                      .arg(field() ? field()->property("text").toString() : QString());
-              },
-              {}});
+    tour.add({Tour::tr("введено: %1").arg(title), [field, typing] {
+                  const QString text = field() ? field()->property("text").toString() : QString();
+                  return missingUnless(field() && typing.isEntered(),
+                                       Tour::tr("введено «%1»").arg(text));
+              }});
 }
 
 } // namespace
@@ -236,13 +283,13 @@ void addSeriesChoice(Tour& tour, const std::function<QComboBox*(const char*)>& b
                      const QString& picture)
 {
     addChoice(
-        tour, Text::tr("площадка"), [box] { return box("stock"); },
+        tour, Tour::tr("площадка"), [box] { return box("stock"); },
         entryOfCode(QStringLiteral("NORD")));
     addChoice(
-        tour, Text::tr("режим торгов"), [box] { return box("board"); },
+        tour, Tour::tr("режим торгов"), [box] { return box("board"); },
         entryOfCode(QStringLiteral("MAIN")));
     addChoice(
-        tour, Text::tr("инструмент"), [box] { return box("security"); },
+        tour, Tour::tr("инструмент"), [box] { return box("security"); },
         entryOfCode(QStringLiteral("ALFA")), picture);
 }
 

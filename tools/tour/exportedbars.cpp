@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "desk/tour/exportedbars.h"
+#include "tour/exportedbars.h"
 
-#include "desk/tour/demonstration.h"
+#include "tour/demonstration.h"
+#include "tour/tour.h"
 
 #include <vexdesk/boarddirectory.h>
 #include <vexdesk/database/datetime.h>
@@ -13,7 +14,6 @@
 #include <vexdesk/stockdirectory.h>
 #include <vexdesk/terminal/deals.h>
 
-#include <QtCore/QCoreApplication>
 #include <QtCore/QDateTime>
 #include <QtCore/QFile>
 
@@ -31,11 +31,6 @@ const QString security = QStringLiteral("ALFA");
 
 const QByteArray heading = "\xef\xbb\xbf<TICKER>,<PER>,<DATE>,<TIME>,<OPEN>,<HIGH>,<LOW>,<CLOSE>,"
                            "<VOL>,<VAL>,<OPEN_INT>\n";
-
-struct Text
-{
-    Q_DECLARE_TR_FUNCTIONS(vexdesk::ExportTour)
-};
 
 struct Bar
 {
@@ -172,7 +167,7 @@ QString storedExportMissing(const QByteArray& file)
     const QStringList dayFiles = makeDemonstration().dayFiles.keys();
     for (const QString& dayFile : dayFiles)
         wanted += storedLines(dayFile, timeframe);
-    return file == wanted ? QString() : Text::tr("записано не то, что хранится");
+    return missingUnless(file == wanted, Tour::tr("записано не то, что хранится"));
 }
 
 QString dealsExportMissing(const QByteArray& file)
@@ -197,7 +192,7 @@ QString dealsExportMissing(const QByteArray& file)
     }
     if (open)
         wanted += open->line(timeframe);
-    return file == wanted ? QString() : Text::tr("записаны не сегодняшние сделки");
+    return missingUnless(file == wanted, Tour::tr("записаны не сегодняшние сделки"));
 }
 
 } // namespace vexdesk

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "desk/tour/userinput.h"
+#include "tour/userinput.h"
 
 #include "desk/commands.h"
 

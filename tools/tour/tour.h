@@ -17,12 +17,19 @@ struct TourStep
 {
     QString title;
     /// What must hold before the step: null text when it does, otherwise what is still missing.
-    std::function<QString()> missing;
-    /// What the user does then. May open a modal dialog.
-    std::function<void()> act;
+    /// May be none.
+    std::function<QString()> missing = {};
+    /// What the user does then. May open a modal dialog, or be none.
+    std::function<void()> act = {};
     /// The name of the picture that is taken before it is done; none when empty.
     QString picture = QString();
 };
+
+/// Null text when it holds, otherwise what is missing.
+inline QString missingUnless(bool holds, const QString& what)
+{
+    return holds ? QString() : what;
+}
 
 class Tour final : public QObject
 {

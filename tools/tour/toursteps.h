@@ -5,10 +5,13 @@
 #include <QtCore/QDateTime>
 #include <QtCore/QVariant>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QMessageBox>
 #include <QtWidgets/QWidget>
+#include <QtWidgets/QWizard>
 
 #include <functional>
 
+class QAbstractButton;
 class QComboBox;
 class QDateTimeEdit;
 
@@ -37,6 +40,25 @@ Widget* inDialog(const char* name)
 /// window and of the menu that holds the command are taken when they are given a name.
 void addMenuSteps(Tour& tour, MainWindow& window, const QByteArray& command,
                   const QString& windowPicture = QString(), const QString& menuPicture = QString());
+
+/// Clicks on a button that is enabled, as soon as nothing is missing.
+void addClick(Tour& tour, const QString& title, const std::function<QAbstractButton*()>& button,
+              const std::function<QString()>& missing = {}, const QString& picture = QString());
+
+/// Null text when the modal dialog in front is a wizard that shows the page of this object name.
+QString pageMissing(const char* name);
+
+/// Clicks on a button of the wizard when it shows this page, and nothing is missing on it.
+void addWizardClick(Tour& tour, const char* page, QWizard::WizardButton button,
+                    const std::function<QString()>& missing = {},
+                    const QString& picture = QString());
+
+/// Answers the message box of this kind.
+void addAnswer(Tour& tour, const QString& title, QMessageBox::Icon kind,
+               QMessageBox::StandardButton answer, const QString& picture = QString());
+
+/// Waits until no dialog is open and nothing is missing.
+void addLook(Tour& tour, const QString& title, const std::function<QString()>& missing);
 
 /// Which entry of a list is meant, whatever the language of its text: a number, or -1 where the
 /// list does not have it.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "desk/tour/tour.h"
+#include "tour/tour.h"
 
 #include <QtCore/QTimer>
 #include <QtGui/QPainter>
@@ -54,7 +54,7 @@ void Tour::look()
         return;
     }
     const TourStep step = m_steps.at(m_current);
-    const QString missing = step.missing();
+    const QString missing = step.missing ? step.missing() : QString();
     if (!missing.isNull()) {
         if (m_waiting.elapsed() > patience) {
             savePicture(QStringLiteral("failed.png"));

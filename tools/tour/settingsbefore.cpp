@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "desk/tour/settingsbefore.h"
+#include "tour/settingsbefore.h"
 
 #include <vexdesk/icore.h>
 

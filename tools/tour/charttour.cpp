@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "desk/tour/charttour.h"
+#include "tour/charttour.h"
 
 #include "desk/chart/axisticks.h"
 #include "desk/chart/chartdock.h"
@@ -7,13 +7,12 @@
 #include "desk/chart/seriesfeed.h"
 #include "desk/chart/wallclock.h"
 #include "desk/mainwindow.h"
-#include "desk/tour/demonstration.h"
-#include "desk/tour/settingsbefore.h"
-#include "desk/tour/tour.h"
-#include "desk/tour/toursteps.h"
-#include "desk/tour/userinput.h"
+#include "tour/demonstration.h"
+#include "tour/settingsbefore.h"
+#include "tour/tour.h"
+#include "tour/toursteps.h"
+#include "tour/userinput.h"
 
-#include <QtCore/QCoreApplication>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
@@ -26,12 +25,7 @@ namespace {
 
 constexpr int minute = 60;
 
-struct Text
-{
-    Q_DECLARE_TR_FUNCTIONS(vexdesk::ChartTour)
-};
-
-/// What the steps share: the window's chart, by the names of its widgets.
+// What the steps share: the window's chart, by the names of its widgets.
 struct State
 {
     explicit State(MainWindow& window)
@@ -51,7 +45,7 @@ struct State
         return dock.findChild<QLabel*>(QStringLiteral("chartReadout"))->text();
     }
 
-    /// Moves the mouse over the chart from the left to the right until what is read out begins so.
+    // Moves the mouse over the chart from the left to the right until what is read out begins so.
     bool pointAt(const QString& time)
     {
         QWidget* const place = chart();
@@ -78,7 +72,7 @@ struct State
                     QStringLiteral("Desk/Chart/security"), QStringLiteral("Desk/Chart/timeframe")}};
 };
 
-/// A bar of the demonstration, as the input file has it, and where it ends.
+// A bar of the demonstration, as the input file has it, and where it ends.
 struct PointedBar
 {
     QDate day{2024, 1, 15};
@@ -86,7 +80,7 @@ struct PointedBar
 
     QString timeText() const { return dateTimeText(wallTime(day, time), minute); }
 
-    /// What the chart has to say of it.
+    // What the chart has to say of it.
     QString readout() const
     {
         const QByteArray wanted = day.toString(QStringLiteral("dd.MM.yy")).toLatin1() + ';' +
@@ -125,38 +119,33 @@ int entryOfSeries(const QComboBox& list)
 
 void addOpening(Tour& tour, MainWindow& window, const std::shared_ptr<State>& state)
 {
-    tour.add({Text::tr("график ещё не открыт"), [] { return QString(); },
-              [state] { state->dock.hide(); }});
+    tour.add({Tour::tr("график ещё не открыт"), {}, [state] { state->dock.hide(); }});
     addMenuSteps(tour, window, "Desk.Chart", QString(), QStringLiteral("chart-menu"));
-    tour.add(
-        {Text::tr("график открыт"),
-         [state] { return state->dock.isVisible() ? QString() : Text::tr("график не открылся"); },
-         {}});
+    tour.add({Tour::tr("график открыт"), [state] {
+                  return missingUnless(state->dock.isVisible(), Tour::tr("график не открылся"));
+              }});
 }
 
 void addChoiceOfSeries(Tour& tour, const std::shared_ptr<State>& state)
 {
     addChoice(
-        tour, Text::tr("серия графика"),
+        tour, Tour::tr("серия графика"),
         [state] { return state->widget<QComboBox>("chartSeries"); }, entryOfSeries);
     addChoice(
-        tour, Text::tr("таймфрейм графика"),
+        tour, Tour::tr("таймфрейм графика"),
         [state] { return state->widget<QComboBox>("chartTimeframe"); }, entryWith(minute));
-    tour.add({Text::tr("бары на графике"),
+    tour.add({Tour::tr("бары на графике"),
               [state] {
                   const bool isShown =
                       state->chart() &&
                       state->pointAt(dateText(wallTime(QDate(2024, 1, 17))) + u' ');
-                  return isShown ? QString() : Text::tr("баров последнего дня нет");
+                  return missingUnless(isShown, Tour::tr("баров последнего дня нет"));
               },
               [state] { leave(state->chart()); }});
-    tour.add({Text::tr("показать всё"),
-              [state] {
-                  const auto* const button = state->widget<QPushButton>("chartShowAll");
-                  return button && button->isEnabled() ? QString() : Text::tr("кнопки нет");
-              },
-              [state] { click(state->widget<QPushButton>("chartShowAll")); },
-              QStringLiteral("chart")});
+    addClick(
+        tour, Tour::tr("показать всё"),
+        [state] { return state->widget<QPushButton>("chartShowAll"); }, {},
+        QStringLiteral("chart"));
 }
 
 void addZooming(Tour& tour, const std::shared_ptr<State>& state, const PointedBar& bar)
@@ -164,43 +153,42 @@ void addZooming(Tour& tour, const std::shared_ptr<State>& state, const PointedBa
     const QString day = dateText(wallTime(bar.day));
     constexpr int wheelSteps = 16;
     for (int i = 0; i < wheelSteps; ++i) {
-        tour.add({Text::tr("приблизить колесом мыши"),
+        tour.add({Tour::tr("приблизить колесом мыши"),
                   [state, day] {
-                      return state->pointAt(day) ? QString() : Text::tr("баров первого дня нет");
+                      return missingUnless(state->pointAt(day), Tour::tr("баров первого дня нет"));
                   },
                   [state] { turnWheel(state->chart(), state->mouse, 1); },
                   i == 0 ? QStringLiteral("chart-all") : QString()});
     }
-    tour.add({Text::tr("прокрутить график"), [] { return QString(); },
-              [state] { pressKey(state->chart(), Qt::Key_Right); }});
-    tour.add({Text::tr("навести на бар"),
+    tour.add({Tour::tr("прокрутить график"), {}, [state] {
+                  pressKey(state->chart(), Qt::Key_Right);
+              }});
+    tour.add({Tour::tr("навести на бар"),
               [state, bar] {
                   if (!state->pointAt(bar.timeText()))
-                      return Text::tr("на графике нет бара %1").arg(bar.timeText());
-                  return state->readout() == bar.readout()
-                             ? QString()
-                             : Text::tr("вместо «%1» прочитано «%2»")
-                                   .arg(bar.readout(), state->readout());
+                      return Tour::tr("на графике нет бара %1").arg(bar.timeText());
+                  return missingUnless(
+                      state->readout() == bar.readout(),
+                      Tour::tr("вместо «%1» прочитано «%2»").arg(bar.readout(), state->readout()));
               },
               [state] { leave(state->chart()); }, QStringLiteral("chart-bar")});
-    tour.add(
-        {Text::tr("увести мышь с графика"),
-         [state] { return state->readout().isEmpty() ? QString() : Text::tr("бар ещё прочитан"); },
-         {}});
+    tour.add({Tour::tr("увести мышь с графика"), [state] {
+                  return missingUnless(state->readout().isEmpty(), Tour::tr("бар ещё прочитан"));
+              }});
 }
 
 void addLookAfterEdit(Tour& tour, const std::shared_ptr<State>& state)
 {
     const QString deleted = PointedBar().timeText();
     const QString before = PointedBar{QDate(2024, 1, 15), QTime(10, 19)}.timeText();
-    tour.add({Text::tr("удалённых баров нет на графике"),
+    tour.add({Tour::tr("удалённых баров нет на графике"),
               [state, deleted, before] {
                   if (!state->chart())
-                      return Text::tr("график не виден");
+                      return Tour::tr("график не виден");
                   if (state->pointAt(deleted))
-                      return Text::tr("на графике удалённый бар %1").arg(deleted);
-                  return state->pointAt(before) ? QString()
-                                                : Text::tr("на графике нет бара %1").arg(before);
+                      return Tour::tr("на графике удалённый бар %1").arg(deleted);
+                  return missingUnless(state->pointAt(before),
+                                       Tour::tr("на графике нет бара %1").arg(before));
               },
               [state] { leave(state->chart()); }, QStringLiteral("chart-edited")});
 }
@@ -209,8 +197,8 @@ void addClosing(Tour& tour, MainWindow& window, const std::shared_ptr<State>& st
 {
     addMenuSteps(tour, window, "Desk.Chart");
     tour.add(
-        {Text::tr("график закрыт"),
-         [state] { return state->dock.isHidden() ? QString() : Text::tr("график не закрылся"); },
+        {Tour::tr("график закрыт"),
+         [state] { return missingUnless(state->dock.isHidden(), Tour::tr("график не закрылся")); },
          [state] { state->restore(); }});
 }
 

@@ -1,23 +1,15 @@
 // SPDX-License-Identifier: MIT
-#include "desk/tour/demonstration.h"
+#include "tour/demonstration.h"
+
+#include "tour/tour.h"
 
 #include <vexdesk/icore.h>
 
-#include <QtCore/QCoreApplication>
 #include <QtCore/QDate>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 
 namespace vexdesk {
-
-namespace {
-
-struct Text
-{
-    Q_DECLARE_TR_FUNCTIONS(vexdesk::Demonstration)
-};
-
-} // namespace
 
 Demonstration makeDemonstration()
 {
@@ -68,9 +60,9 @@ QString storedMissing(const QMap<QString, QByteArray>& dayFiles)
     for (auto day = dayFiles.begin(); day != dayFiles.end(); ++day) {
         QFile file(demonstrationFilePath(day.key()));
         if (!file.open(QIODevice::ReadOnly))
-            return Text::tr("нет файла %1").arg(file.fileName());
+            return Tour::tr("нет файла %1").arg(file.fileName());
         if (file.readAll() != day.value())
-            return Text::tr("в файле %1 не то, что ожидалось").arg(file.fileName());
+            return Tour::tr("в файле %1 не то, что ожидалось").arg(file.fileName());
     }
     return QString();
 }

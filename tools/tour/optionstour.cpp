@@ -1,17 +1,16 @@
 // SPDX-License-Identifier: MIT
-#include "desk/tour/optionstour.h"
+#include "tour/optionstour.h"
 
 #include "desk/mainwindow.h"
-#include "desk/tour/demonstration.h"
-#include "desk/tour/settingsbefore.h"
-#include "desk/tour/tour.h"
-#include "desk/tour/toursteps.h"
-#include "desk/tour/userinput.h"
+#include "tour/demonstration.h"
+#include "tour/settingsbefore.h"
+#include "tour/tour.h"
+#include "tour/toursteps.h"
+#include "tour/userinput.h"
 
 #include <vexdesk/appsettings.h>
 #include <vexdesk/icore.h>
 
-#include <QtCore/QCoreApplication>
 #include <QtCore/QDirIterator>
 #include <QtCore/QFileInfo>
 #include <QtCore/QSet>
@@ -34,12 +33,7 @@ const QString pluginGroup = QStringLiteral("TADataManager");
 const QString deleteSecondsKey = QStringLiteral("deleteSeconds");
 const QString storeForDaysKey = QStringLiteral("storeForDays");
 
-struct Text
-{
-    Q_DECLARE_TR_FUNCTIONS(vexdesk::OptionsTour)
-};
-
-/// The settings that the tour changes.
+// The settings that the tour changes.
 QStringList changedKeys()
 {
     const QString dialogGroup = QStringLiteral("Desk/OptionsDialog/");
@@ -47,7 +41,7 @@ QStringList changedKeys()
             dialogGroup + QStringLiteral("size"), dialogGroup + QStringLiteral("category")};
 }
 
-/// The files of the tour, by what the rule of the page says of them. Nobody else has such names.
+// The files of the tour, by what the rule of the page says of them. Nobody else has such names.
 struct SecondFiles
 {
     QStringList old{QStringLiteral("20240110_tour_1"), QStringLiteral("20240111_tour_1")};
@@ -59,7 +53,7 @@ struct SecondFiles
     QStringList all() const { return old + kept; }
 };
 
-/// What the steps share from the first to the last one.
+// What the steps share from the first to the last one.
 struct State
 {
     SettingsBefore settings{changedKeys()};
@@ -102,16 +96,16 @@ QString removalMissing(const State& state)
     QSet<QString> wanted = state.before;
     for (const QString& name : state.files.old) {
         if (!wanted.remove(demonstrationFilePath(name)))
-            return Text::tr("не было файла %1").arg(name);
+            return Tour::tr("не было файла %1").arg(name);
     }
     const QSet<QString> now = storedPaths();
     for (const QString& path : now) {
         if (!wanted.contains(path))
-            return Text::tr("не удалён файл %1").arg(path);
+            return Tour::tr("не удалён файл %1").arg(path);
     }
     for (const QString& path : std::as_const(wanted)) {
         if (!now.contains(path))
-            return Text::tr("удалён файл %1").arg(path);
+            return Tour::tr("удалён файл %1").arg(path);
     }
     return QString();
 }
@@ -134,49 +128,44 @@ QSpinBox* daysBox()
 
 void addFileSteps(Tour& tour, const std::shared_ptr<State>& state)
 {
-    tour.add({Text::tr("положить секундные файлы в хранилище"), [] { return QString(); },
-              [state] {
+    tour.add({Tour::tr("положить секундные файлы в хранилище"), {}, [state] {
                   if (writeFiles(state->files))
                       state->before = storedPaths();
               }});
-    tour.add(
-        {Text::tr("секундные файлы лежат в хранилище"),
-         [state] { return state->before.isEmpty() ? Text::tr("файлы не записаны") : QString(); },
-         {}});
+    tour.add({Tour::tr("секундные файлы лежат в хранилище"), [state] {
+                  return missingUnless(!state->before.isEmpty(), Tour::tr("файлы не записаны"));
+              }});
 }
 
 void addDialogSteps(Tour& tour, MainWindow& window, int days)
 {
     addMenuSteps(tour, window, "Desk.Options");
-    tour.add({Text::tr("выбрать раздел настроек"),
-              [] { return categoryItem() ? QString() : Text::tr("в настройках нет раздела"); },
+    tour.add({Tour::tr("выбрать раздел настроек"),
+              [] { return missingUnless(categoryItem(), Tour::tr("в настройках нет раздела")); },
               [] {
                   auto* const list = inDialog<QListWidget>("categories");
                   list->window()->activateWindow();
                   click(list->viewport(), list->visualItemRect(categoryItem()).center());
               }});
-    tour.add({Text::tr("страница настроек"),
-              [] { return daysBox() ? QString() : Text::tr("число дней нельзя ввести"); },
+    tour.add({Tour::tr("страница настроек"),
+              [] { return missingUnless(daysBox(), Tour::tr("число дней нельзя ввести")); },
               {},
               QStringLiteral("options")});
-    addTyping(tour, Text::tr("число дней"), &daysBox, QString::number(days));
-    tour.add({Text::tr("сохранить настройки"), [] { return QString(); },
-              [] { click(inDialog<QDialogButtonBox>("buttons")->button(QDialogButtonBox::Ok)); },
-              QStringLiteral("options-days")});
-    tour.add({Text::tr("настройки сохранены"),
-              [days] {
-                  if (QApplication::activeModalWidget())
-                      return Text::tr("окно не закрыто");
-                  const int stored = AppSettings(pluginGroup).value(storeForDaysKey).toInt();
-                  return stored == days ? QString() : Text::tr("сохранено дней: %1").arg(stored);
-              },
-              {}});
+    addTyping(tour, Tour::tr("число дней"), &daysBox, QString::number(days));
+    addClick(
+        tour, Tour::tr("сохранить настройки"),
+        [] { return inDialog<QDialogButtonBox>("buttons")->button(QDialogButtonBox::Ok); }, {},
+        QStringLiteral("options-days"));
+    addLook(tour, Tour::tr("настройки сохранены"), [days] {
+        const int stored = AppSettings(pluginGroup).value(storeForDaysKey).toInt();
+        return missingUnless(stored == days, Tour::tr("сохранено дней: %1").arg(stored));
+    });
 }
 
 void addDaySteps(Tour& tour, MainWindow& window, const std::shared_ptr<State>& state)
 {
     addMenuSteps(tour, window, "Desk.NewDay", QString(), QStringLiteral("new-day"));
-    tour.add({Text::tr("старые секундные файлы удалены, остальные на месте"),
+    tour.add({Tour::tr("старые секундные файлы удалены, остальные на месте"),
               [state] { return removalMissing(*state); }, [state] { state->cleanUp(); }});
 }
 
@@ -187,10 +176,8 @@ void addOptionsTour(Tour& tour, MainWindow& window)
     const AppSettings settings(pluginGroup);
     const int usersDays = settings.value(storeForDaysKey, 0).toInt();
     if (!settings.value(deleteSecondsKey, true).toBool() || usersDays >= mostDays) {
-        tour.add({Text::tr("настройки не показаны: секундная история хранится по желанию "
-                           "пользователя"),
-                  [] { return QString(); },
-                  {}});
+        tour.add({Tour::tr("настройки не показаны: секундная история хранится по желанию "
+                           "пользователя")});
         return;
     }
     const auto state = std::make_shared<State>();
