@@ -73,8 +73,10 @@ PlainLineParser::Pattern::Pattern(const QString& pattern)
     isPlain = QString::fromLatin1(text) == pattern && !text.contains('\'');
     for (int i = 0; i < text.size(); ++i) {
         const char letter = text[i];
-        if (!isLetter(letter))
+        if (!isLetter(letter)) {
+            signs.append(i);
             continue;
+        }
         if (i == 0 || text[i - 1] != letter)
             parts.append({letter, i, 0});
         ++parts.last().length;
@@ -87,15 +89,20 @@ bool PlainLineParser::Pattern::read(QByteArrayView field, std::array<int, 3>* nu
 {
     if (field.size() != text.size())
         return false;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        if (isLetter(text[i]) ? !isDigit(field[i]) : field[i] != text[i])
+    for (const int sign : signs) {
+        if (field[sign] != text[sign])
             return false;
     }
-    for (qsizetype part = 0; part < parts.size(); ++part) {
-        int& number = (*numbers)[static_cast<size_t>(part)];
-        number = 0;
-        for (int i = 0; i < parts[part].length; ++i)
-            number = number * 10 + (field[parts[part].begin + i] - '0');
+    auto number = numbers->begin();
+    for (const Part& part : parts) {
+        *number = 0;
+        for (int i = part.begin; i < part.begin + part.length; ++i) {
+            const int digit = field[i] - '0';
+            if (digit < 0 || digit > 9)
+                return false;
+            *number = *number * 10 + digit;
+        }
+        ++number;
     }
     return true;
 }

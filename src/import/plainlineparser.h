@@ -42,6 +42,7 @@ private:
 
         QByteArray text;
         QVarLengthArray<Part, 3> parts;
+        QVarLengthArray<int, 8> signs; ///< the places between the parts
         bool isPlain = false;
     };
 

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
+#include <limits>
 
 namespace {
 
@@ -41,12 +43,44 @@ Wide roundAway(Wide value, int digits)
     return (value + (value < 0 ? -half : half)) / unit;
 }
 
-int digitCount(quint64 number)
+// "00", "01" and so on to "99".
+constexpr std::array<char, 200> makeDigitPairs()
 {
-    int count = 1;
-    for (quint64 limit = 10; count <= mantissaDigits && number >= limit; limit *= 10)
-        ++count;
-    return count;
+    std::array<char, 200> pairs{};
+    for (size_t i = 0; i < pairs.size(); ++i)
+        pairs[i] = static_cast<char>('0' + (i % 2 == 0 ? i / 20 : i / 2 % 10));
+    return pairs;
+}
+
+constexpr std::array<char, 200> digitPairs = makeDigitPairs();
+
+// The digits of a number without its sign, from the last one to the first; returns where they
+// begin.
+template <typename Number>
+char* putDigits(char* end, Number rest, int scale)
+{
+    char* at = end;
+    const auto putPair = [&at, &rest] {
+        at -= 2;
+        std::memcpy(at, &digitPairs[rest % 100 * 2], 2);
+        rest /= 100;
+    };
+    if (scale > 0) {
+        for (; scale > 1; scale -= 2)
+            putPair();
+        if (scale == 1) {
+            *--at = static_cast<char>('0' + rest % 10);
+            rest /= 10;
+        }
+        *--at = '.';
+    }
+    const char* const point = at;
+    while (rest > 9)
+        putPair();
+    // At least one digit stands before the point.
+    if (rest > 0 || at == point)
+        *--at = static_cast<char>('0' + rest);
+    return at;
 }
 
 [[noreturn]] void throwIncorrect(QStringView text)
@@ -85,26 +119,23 @@ std::optional<decimal> decimal::parse(const Char* at, const Char* end) noexcept
     // The limit of the negative side is one larger; digits are gathered below it and signed last.
     constexpr quint64 limit = quint64(1) << 55;
     quint64 magnitude = 0;
-    const auto takeDigits = [&at, end, &magnitude]() -> qsizetype {
-        const Char* const start = at;
-        for (; at != end && *at >= '0' && *at <= '9'; ++at) {
-            magnitude = magnitude * 10 + static_cast<quint64>(*at - '0');
+    const Char* const first = at;
+    const Char* point = end;
+    for (; at != end; ++at) {
+        const auto digit = static_cast<uint>(*at) - uint('0');
+        if (digit <= 9) {
+            magnitude = magnitude * 10 + digit;
             if (magnitude > limit)
-                return 0;
-        }
-        return at - start;
-    };
-
-    if (takeDigits() == 0)
-        return std::nullopt;
-    qsizetype scale = 0;
-    if (at != end && *at == '.') {
-        ++at;
-        scale = takeDigits();
-        if (scale == 0)
+                return std::nullopt;
+        } else if (*at == '.' && point == end && at != first) {
+            point = at;
+        } else {
             return std::nullopt;
+        }
     }
-    if (at != end || scale > maxScale || (magnitude == limit && !negative))
+    const qsizetype scale = point == end ? 0 : end - point - 1;
+    const bool endsInDigit = end != first && point != end - 1;
+    if (!endsInDigit || scale > maxScale || (magnitude == limit && !negative))
         return std::nullopt;
 
     const auto mantissa = static_cast<qint64>(magnitude);
@@ -152,27 +183,22 @@ QString decimal::toString() const
 
 int decimal::toText(char* text) const noexcept
 {
-    const qint64 value = mantissa();
-    const int fraction = scale();
-    quint64 rest = value < 0 ? static_cast<quint64>(-value) : static_cast<quint64>(value);
-    // At least one digit stands before the point.
-    const int digits = std::max(digitCount(rest), fraction + 1);
-    const int size = (value < 0) + digits + (fraction > 0);
-
-    char* at = text + size;
-    const auto putDigits = [&at, &rest](int count) {
-        for (int i = 0; i < count; ++i) {
-            *--at = static_cast<char>('0' + rest % 10);
-            rest /= 10;
-        }
-    };
-    if (fraction > 0) {
-        putDigits(fraction);
-        *--at = '.';
-    }
-    putDigits(digits - fraction);
-    if (value < 0)
-        *--at = '-';
+    // Most texts are short, and a copy of a known size takes no call: both sides have the room.
+    constexpr int shortSize = 16;
+    std::array<char, maxTextSize + shortSize> buffer;
+    char* const end = buffer.data() + maxTextSize;
+    const auto magnitude = static_cast<quint64>(mantissa() < 0 ? -mantissa() : mantissa());
+    // Numbers of 32 bits, as most prices are, are divided in less time.
+    char* begin = magnitude <= std::numeric_limits<quint32>::max()
+                      ? putDigits(end, static_cast<quint32>(magnitude), scale())
+                      : putDigits(end, magnitude, scale());
+    if (mantissa() < 0)
+        *--begin = '-';
+    const auto size = static_cast<int>(end - begin);
+    if (size <= shortSize)
+        std::memcpy(text, begin, shortSize);
+    else
+        std::memcpy(text, begin, static_cast<size_t>(size));
     return size;
 }
 
