@@ -36,7 +36,7 @@ QString TADataManager::author() const
 
 QString TADataManager::version() const
 {
-    return QStringLiteral("7.06.1812");
+    return QStringLiteral(TADATA_VERSION);
 }
 
 QString TADataManager::description() const
