@@ -10,13 +10,14 @@ set(TADATA_PRECOMPILED_Core
   <algorithm> <array> <functional> <memory> <optional> <vector>
   <QtCore/QCoreApplication> <QtCore/QDateTime> <QtCore/QDir> <QtCore/QFile> <QtCore/QFileInfo>
   <QtCore/QList> <QtCore/QLocale> <QtCore/QObject> <QtCore/QPointer> <QtCore/QScopeGuard>
-  <QtCore/QSet> <QtCore/QStringList> <QtCore/QTextStream> <QtCore/QTimer> <QtCore/QVariant>)
+  <QtCore/QSet> <QtCore/QStringList> <QtCore/QTemporaryDir> <QtCore/QTextStream> <QtCore/QTimer>
+  <QtCore/QVariant>)
 set(TADATA_PRECOMPILED_Widgets
   <QtGui/QKeyEvent> <QtGui/QPainter> <QtGui/QStandardItemModel> <QtWidgets/QApplication>
   <QtWidgets/QComboBox> <QtWidgets/QDialog> <QtWidgets/QHeaderView> <QtWidgets/QLabel>
   <QtWidgets/QMenu> <QtWidgets/QMessageBox> <QtWidgets/QPushButton> <QtWidgets/QTableWidget>
   <QtWidgets/QTreeView> <QtWidgets/QVBoxLayout> <QtWidgets/QWizard>)
-set(TADATA_PRECOMPILED_Test <QtTest/QSignalSpy> <QtTest/QTest> <QtCore/QTemporaryDir>)
+# Those of Qt Test cannot be shared: they know the folder of the test.
 
 # Everything that the targets are linked with, at any distance.
 function(tadata_linked_with targets result)
@@ -54,9 +55,6 @@ function(tadata_precompiled_for libraries result)
     list(APPEND parts Widgets)
   elseif("Qt6::Gui" IN_LIST libraries)
     return()
-  endif()
-  if("Qt6::Test" IN_LIST libraries)
-    list(APPEND parts Test)
   endif()
   list(JOIN parts "_" name)
   set(name "tadata_precompiled_${name}")
