@@ -40,7 +40,7 @@ constexpr int deletedRows = 10000;
 qsizetype heap()
 {
     const struct mallinfo2 info = mallinfo2();
-    return static_cast<qsizetype>(info.uordblks + info.hblkhd);
+    return static_cast<qsizetype>(info.uordblks) + static_cast<qsizetype>(info.hblkhd);
 }
 
 void print(const char* model, const char* what, double value, const char* unit)

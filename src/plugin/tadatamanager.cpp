@@ -114,7 +114,7 @@ void TADataManager::editTAData()
 
 void TADataManager::removeOldSecondFiles() const
 {
-    const AppSettings settings(QLatin1String(tadata::PurgeSettings::group));
+    const AppSettings settings{QLatin1String(tadata::PurgeSettings::group)};
     const auto rule = tadata::PurgeSettings::from(settings);
     if (rule.deleteSeconds)
         tadata::removeOldSecondFiles(vexdesk::storeRoot(), QDate::currentDate(), rule.storeForDays);
