@@ -17,8 +17,8 @@ find build/coverage -name '*.gcda' -delete
 failed=0
 ctest --preset coverage -LE packages -R "${1:-.}" >&2 || failed=1
 
-gcovr --root . --object-directory build/coverage --filter 'src/' --filter 'host/' --filter 'cli/' \
-    --exclude '.*_autogen/' --merge-mode-functions=separate --json-summary - |
+gcovr --root . build/coverage --filter 'src/' --filter 'host/' --filter 'cli/' \
+    --exclude '.*_autogen/' --json-summary - |
     python3 -c '
 import collections, json, os, sys
 
