@@ -40,7 +40,7 @@ constexpr int deletedRows = 10000;
 qsizetype heap()
 {
     const struct mallinfo2 info = mallinfo2();
-    return static_cast<qsizetype>(info.uordblks + info.hblkhd);
+    return static_cast<qsizetype>(info.uordblks) + static_cast<qsizetype>(info.hblkhd);
 }
 
 void print(const char* model, const char* what, double value, const char* unit)
@@ -110,6 +110,43 @@ struct Range
     int timeframe = 1;
 };
 
+template <typename Model>
+void measureShowing(const char* name, Model& model, QTreeView& view)
+{
+    const std::clock_t start = std::clock();
+    if constexpr (std::is_same_v<Model, EditorTADataModel>) {
+        tadata::fitColumns(view, model);
+    } else {
+        for (int column = 0; column < model.columnCount(); ++column)
+            view.resizeColumnToContents(column);
+    }
+    print(name, "columns sized", processorSeconds(start) * 1000, "ms of the processor");
+    QElapsedTimer timer;
+    timer.start();
+    QCoreApplication::processEvents();
+    view.viewport()->repaint();
+    print(name, "first rows shown", milliseconds(timer), "ms");
+}
+
+// The sum of the rows that were found.
+template <typename Model>
+qint64 measureFinding(const char* name, const Model& model, const Range& range)
+{
+    constexpr int searches = 10000;
+    QStringList keys;
+    for (int i = 0; i < searches; ++i) {
+        const QDateTime time = range.from.addSecs(range.from.secsTo(range.to) * i / searches);
+        keys.append(time.toString(QStringLiteral("yyyyMMdd hhmmss")));
+    }
+    qint64 found = 0;
+    QElapsedTimer timer;
+    timer.start();
+    for (const QString& key : keys)
+        found += model.find(key);
+    print(name, "find", milliseconds(timer) * 1000 / searches, "us");
+    return found;
+}
+
 // Loads, shows, finds and deletes.
 template <typename Model>
 quint64 measure(const char* name, const Range& range, bool isOurs)
@@ -126,31 +163,8 @@ quint64 measure(const char* name, const Range& range, bool isOurs)
     const int rows = model.rowCount();
     print(name, "memory", static_cast<double>(heap() - before) / rows, "bytes a row");
 
-    const std::clock_t start = std::clock();
-    if constexpr (std::is_same_v<Model, EditorTADataModel>) {
-        tadata::fitColumns(*view, model);
-    } else {
-        for (int column = 0; column < model.columnCount(); ++column)
-            view->resizeColumnToContents(column);
-    }
-    print(name, "columns sized", processorSeconds(start) * 1000, "ms of the processor");
-    timer.restart();
-    QCoreApplication::processEvents();
-    view->viewport()->repaint();
-    print(name, "first rows shown", milliseconds(timer), "ms");
-
-    constexpr int searches = 10000;
-    QStringList keys;
-    for (int i = 0; i < searches; ++i) {
-        const QDateTime time = range.from.addSecs(range.from.secsTo(range.to) * i / searches);
-        keys.append(time.toString(QStringLiteral("yyyyMMdd hhmmss")));
-    }
-    qint64 found = 0;
-    timer.restart();
-    for (const QString& key : keys)
-        found += model.find(key);
-    print(name, "find", milliseconds(timer) * 1000 / searches, "us");
-
+    measureShowing(name, model, *view);
+    const qint64 found = measureFinding(name, model, range);
     const quint64 texts = textsOf(model);
 
     selectRows(*view, rows / 2, deletedRows);

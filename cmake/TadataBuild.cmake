@@ -26,9 +26,12 @@ option(TADATA_COVERAGE "Instrument for gcov" OFF)
 # On where we look at them; elsewhere other compilers and options have warnings of their own.
 option(TADATA_WARNINGS_AS_ERRORS "Treat compiler warnings as errors" OFF)
 
+# With precompiled headers it caches only what it may judge by the content alone.
 find_program(TADATA_CCACHE ccache)
 if(TADATA_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-  set(CMAKE_CXX_COMPILER_LAUNCHER "${TADATA_CCACHE}")
+  set(CMAKE_CXX_COMPILER_LAUNCHER
+    env CCACHE_SLOPPINESS=include_file_ctime,include_file_mtime,pch_defines,time_macros
+    "${TADATA_CCACHE}")
 endif()
 
 add_library(tadata_options INTERFACE)

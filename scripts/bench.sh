@@ -9,7 +9,7 @@
 #   --lines N    lines of the imported files; exports and the editor have half of it (4000000)
 #   --work DIR   where the files lie while it runs, some gigabytes (/dev/shm when it has the room,
 #                otherwise the system's temporary directory)
-#   --build DIR  a build with makebars, tadata and the bench programs (build/release, built first)
+#   --build DIR  a build with the target "bench" (build/release, built first)
 #   --only JOBS  words of: import marks seconds export day deals editor selectors growth memory
 #   --large      the memory is compared at 1 GB in place of 500 MB
 set -euo pipefail
@@ -52,7 +52,7 @@ if [ -z "$build" ]; then
     build=build/release
     install_packages "${build_packages[@]}"
     cmake --preset release >/dev/null
-    cmake --build --preset release >&2
+    cmake --build --preset release --target all bench >&2
 fi
 bin=$(cd "$build/bin" && pwd)
 bench=$PWD/bench

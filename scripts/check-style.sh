@@ -1,9 +1,24 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# Fails when a file is not formatted, or when an include goes against the arrows between folders.
-# With the word "tidy" it runs clang-tidy over the whole project as well (minutes).
+# Fails when a file is not formatted, or when an include goes against the arrows of the terminal's
+# folders; those of src/ are refused by the compiler.
+#
+#   scripts/check-style.sh            the above: seconds
+#   scripts/check-style.sh changed    and clang-tidy and unneeded includes, in files that have changed
+#   scripts/check-style.sh tidy       and the same in every file: an hour
+#
+# Changed is what the branch has changed since it left the main branch; on the main branch itself, what
+# the last commit has. Files that are not committed yet belong to it. The last two need build/dev, built,
+# for the code that is generated.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
+. scripts/install-packages.sh
+
+mode=${1:-}
+case "$mode" in
+    "" | changed | tidy) ;;
+    *) sed -n '2,/^set /{/^set /d;s/^# \{0,1\}//;p}' scripts/check-style.sh >&2; exit 2 ;;
+esac
 
 failed=0
 complain()
@@ -12,7 +27,8 @@ complain()
     failed=1
 }
 
-mapfile -t sources < <(git ls-files --cached --others --exclude-standard '*.cpp' '*.h')
+mapfile -t sources < <(git ls-files --cached --others --exclude-standard '*.cpp' '*.h' |
+    while read -r file; do [ ! -f "$file" ] || echo "$file"; done)
 clang-format --dry-run --Werror "${sources[@]}" || complain "clang-format -i would change these files"
 
 # The licence of a file stands in its first lines, for those who meet it outside this tree.
@@ -35,8 +51,67 @@ may_not_include host '(\.\./)*(src|cli|tests)/'
 may_not_include host/desk '(\.\./)+lib/'
 may_not_include src '(\.\./)*host/|vexdesk/terminal/'
 
-if [ "${1:-}" = tidy ]; then
-    mapfile -t units < <(printf '%s\n' "${sources[@]}" | grep '\.cpp$')
-    run-clang-tidy -quiet -p build/dev "${units[@]}" || failed=1
+# The commit that changes are counted from.
+base_commit()
+{
+    local branch base
+    for branch in origin/HEAD origin/main origin/master main master; do
+        base=$(git merge-base HEAD "$branch" 2>/dev/null) || continue
+        if [ "$base" != "$(git rev-parse HEAD)" ]; then
+            echo "$base"
+            return
+        fi
+    done
+    # A clone may hold a single commit.
+    git rev-parse --verify --quiet HEAD~1 ||
+        { git fetch --quiet --deepen=1 2>/dev/null && git rev-parse --verify --quiet HEAD~1; }
+}
+
+# The files that have changed, and for each header that has one source that includes it.
+changed_files()
+{
+    local base file
+    if ! base=$(base_commit); then
+        echo "No earlier commit is known: every file counts as changed." >&2
+        printf '%s\n' "${sources[@]}"
+        return
+    fi
+    printf '%s\n' "${sources[@]}" | grep -Fxf <(
+        git diff --name-only "$base"
+        git ls-files --others --exclude-standard
+    ) | while read -r file; do
+        echo "$file"
+        if [[ "$file" == *.h ]]; then
+            git grep -lE "#include .*\\b$(basename "$file")[\">]" -- '*.cpp' | head -n 1 || true
+        fi
+    done | sort -u
+}
+
+# on_each COMMAND...: for each of the units, as many at a time as there are processors.
+on_each() { printf '%s\0' "${units[@]}" | xargs -0 -n 1 -P "$(nproc)" "$@"; }
+
+# Includes of the project's own headers of which a file uses nothing. What Qt's and the C++ library's
+# headers bring along is left alone.
+unneeded_includes()
+{
+    on_each clang-tidy-19 --quiet -p build/dev --config="{Checks: '-*,misc-include-cleaner',
+        CheckOptions: [{key: misc-include-cleaner.IgnoreHeaders, value: '/usr/.*;.*[.]moc'}]}" 2>&1 |
+        grep -E 'is not used directly|error:' | sort -u
+}
+
+if [ -n "$mode" ]; then
+    install_packages "${tidy_packages[@]}"
+    files=("${sources[@]}")
+    [ "$mode" = tidy ] || mapfile -t files < <(changed_files)
+    # Some are not built here, such as what another program's sources show.
+    mapfile -t units < <(printf "$PWD/%s\n" "${files[@]}" |
+        grep -Fxf <(sed -n 's/^ *"file": "\(.*\.cpp\)",\{0,1\}$/\1/p' build/dev/compile_commands.json))
+    echo "clang-tidy looks at ${#units[@]} files." >&2
+    if [ "${#units[@]}" -gt 0 ]; then
+        on_each clang-tidy --quiet -p build/dev 2>/dev/null || failed=1
+        unneeded=$(unneeded_includes || true)
+        [ -z "$unneeded" ] || complain "Includes that are not needed:
+$unneeded"
+    fi
 fi
 exit "$failed"

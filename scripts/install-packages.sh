@@ -37,7 +37,11 @@ build_packages=(
 # What the test suite needs beyond that.
 test_packages=(
     locales tzdata clang-format xvfb xauth mawk gawk python3-pandas dpkg-dev file
+    appstream desktop-file-utils lintian
 )
+# What scripts/check-style.sh looks at changed files with, and scripts/coverage.sh counts with.
+tidy_packages=(clang-tidy clang-tidy-19)
+coverage_packages=(gcovr)
 # What scripts/bench.sh measures with and beside.
 bench_packages=(libbenchmark-dev mawk python3-pandas time)
 

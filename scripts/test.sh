@@ -2,9 +2,10 @@
 # SPDX-License-Identifier: MIT
 # Installs what is missing, builds and runs the test suite.
 #
-#   scripts/test.sh            the plain build, in several time zones and locales
-#   scripts/test.sh asan       with the address and undefined-behaviour sanitizers
-#   scripts/test.sh tsan       with the thread sanitizer
+#   scripts/test.sh                  the plain build, in several time zones and locales
+#   scripts/test.sh release-tests    what users run, without the slow tests; builds bench/ as well
+#   scripts/test.sh asan             with the address and undefined-behaviour sanitizers
+#   scripts/test.sh tsan             what has threads, with the thread sanitizer
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 . scripts/install-packages.sh

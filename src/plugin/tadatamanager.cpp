@@ -36,7 +36,7 @@ QString TADataManager::author() const
 
 QString TADataManager::version() const
 {
-    return QStringLiteral("7.06.1812");
+    return QStringLiteral(TADATA_VERSION);
 }
 
 QString TADataManager::description() const
@@ -114,7 +114,7 @@ void TADataManager::editTAData()
 
 void TADataManager::removeOldSecondFiles() const
 {
-    const AppSettings settings(QLatin1String(tadata::PurgeSettings::group));
+    const AppSettings settings{QLatin1String(tadata::PurgeSettings::group)};
     const auto rule = tadata::PurgeSettings::from(settings);
     if (rule.deleteSeconds)
         tadata::removeOldSecondFiles(vexdesk::storeRoot(), QDate::currentDate(), rule.storeForDays);

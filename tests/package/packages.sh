@@ -30,8 +30,10 @@ as_user()
 }
 
 step "cpack"
-(cd "$build_dir" && cpack -G DEB -B "$work/packages") >"$work/cpack.log" 2>&1 ||
-    { cat "$work/cpack.log" >&2; fail "cpack"; }
+for config in CPackConfig CPackPluginConfig; do
+    (cd "$build_dir" && cpack -G DEB -B "$work/packages" --config "$config.cmake") \
+        >"$work/cpack.log" 2>&1 || { cat "$work/cpack.log" >&2; fail "cpack"; }
+done
 mkdir -p "$root" "$work/home" "$work/runtime"
 chmod 700 "$work/runtime"
 for name in vexdesk-desk tadatamanager vexdesk-dev; do
@@ -43,8 +45,36 @@ done
 step "what the packages ask for"
 depends() { dpkg-deb -f "$work/packages/$1"_*.deb Depends; }
 depends vexdesk-desk | grep -q 'libqt6widgets6' || fail "vexdesk-desk does not ask for Qt"
-depends tadatamanager | grep -q 'vexdesk-desk (= ' || fail "tadatamanager does not ask for the terminal"
+depends tadatamanager | grep -q 'vexdesk-desk (>= ' || fail "tadatamanager does not ask for the terminal"
 depends vexdesk-dev | grep -q 'vexdesk-desk (= ' || fail "vexdesk-dev does not ask for the terminal"
+
+step "their versions"
+version_of() { dpkg-deb -f "$work/packages/$1"_*.deb Version | sed 's/-[0-9]*$//'; }
+desk_version=$(version_of vexdesk-desk)
+plugin_version=$(version_of tadatamanager)
+[ "$(version_of vexdesk-dev)" = "$desk_version" ] || fail "vexdesk-dev is not of the terminal's version"
+newest=$(grep -m 1 '^## [^U]' "$source_dir/CHANGELOG.md")
+[[ "$newest" == "## Terminal $desk_version, plug-in $plugin_version - "* ]] ||
+    fail "the newest release in CHANGELOG.md is not $desk_version and $plugin_version: $newest"
+
+# Tools that are here where the suite's packages are.
+with_tool() # TOOL ARGUMENTS...
+{
+    if command -v "$1" >/dev/null; then
+        "$@" >"$work/tool.log" 2>&1 || { cat "$work/tool.log" >&2; fail "$*"; }
+    elif [ -n "${TADATA_REQUIRE_TOOLS:-}" ]; then
+        fail "$1 is missing"
+    else
+        echo "skipped: there is no $1"
+    fi
+}
+step "what the distribution's checkers say"
+with_tool lintian --allow-root --fail-on error,warning "$work/packages"/*.deb
+with_tool desktop-file-validate "$prefix/share/applications/vexdesk-desk.desktop"
+with_tool appstreamcli validate --no-net "$prefix/share/metainfo/org.vexdesk.desk.metainfo.xml"
+metainfo=$prefix/share/metainfo/org.vexdesk.desk.metainfo.xml
+grep -qF "version=\"$desk_version\" date=\"${newest##* - }\"" "$metainfo" ||
+    fail "$metainfo does not name the release $desk_version"
 
 step "what they hold"
 for name in vexdesk-desk tadatamanager; do
@@ -54,8 +84,8 @@ for name in vexdesk-desk tadatamanager; do
 done
 for file in bin/vexdesk-desk bin/tadata lib/vexdesk/plugins/libtadatamanager.so lib/vexdesk/.installed \
     share/applications/vexdesk-desk.desktop share/icons/hicolor/48x48/apps/vexdesk-desk.png \
-    share/icons/hicolor/scalable/apps/vexdesk-desk.svg share/man/man1/tadata.1 \
-    share/man/ru/man1/tadata.1 share/vexdesk/translations/vexdesk_en.qm share/vexdesk/docs/guide.ru.md \
+    share/icons/hicolor/scalable/apps/vexdesk-desk.svg share/man/man1/tadata.1.gz \
+    share/man/ru/man1/tadata.1.gz share/vexdesk/translations/vexdesk_en.qm share/vexdesk/docs/guide.ru.md \
     share/vexdesk/docs/guide.en.md share/vexdesk/docs/images/ru/options.png \
     share/vexdesk/translations/tadata_en.qm lib/vexdesk/plugins/translations/tadatamanager_en.qm \
     share/doc/tadatamanager/guide.ru.md share/doc/tadatamanager/guide.en.md \
@@ -79,6 +109,8 @@ as_user "$prefix/bin/tadata" list | grep -q 'NORD/MAIN/VEGA' || fail "what was i
 [ -d "$work/home/.local/share/Vexdesk/Vexdesk/tadata/NORD/MAIN/VEGA" ] ||
     fail "the store is not in the user's own directory"
 as_user "$prefix/bin/tadata" --help | grep -qP '\p{Cyrillic}' || fail "tadata does not speak Russian"
+[ "$(as_user "$prefix/bin/tadata" --version)" = "tadata $plugin_version" ] ||
+    fail "tadata is not of the plug-in's version"
 if as_user TADATA_LANGUAGE=en "$prefix/bin/tadata" --help | grep -P '\p{Cyrillic}'; then
     fail "tadata does not speak English"
 fi
@@ -91,11 +123,11 @@ as_user "$prefix/bin/vexdesk-tour" "$work/tour" >"$work/tour.log" 2>&1 ||
     { cat "$work/tour.log" >&2; fail "the tour"; }
 [ "$(find "$work/tour" -name '*.png' | wc -l)" -gt 20 ] || fail "the tour made too few pictures"
 
-step "a plug-in of somebody else, built with the headers"
+step "a plug-in of somebody else, built with the headers; and every header alone"
 cmake -S "$source_dir/tests/package/consumer" -B "$work/consumer" -G Ninja \
     -DCMAKE_PREFIX_PATH="$prefix" >"$work/consumer.log" 2>&1 &&
     cmake --build "$work/consumer" >>"$work/consumer.log" 2>&1 ||
-    { cat "$work/consumer.log" >&2; fail "the plug-in does not build"; }
+    { cat "$work/consumer.log" >&2; fail "the plug-in, or a header alone, does not build"; }
 plugin_dir=$(dirname "$(find "$work/consumer" -name 'libconsumer.so')")
 as_user "$prefix/bin/vexdesk-desk" --language en --plugins "$plugin_dir" --list-plugins >"$work/plugins.txt"
 grep -qP '^loaded\tconsumer\t' "$work/plugins.txt" ||
