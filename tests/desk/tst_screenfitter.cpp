@@ -150,8 +150,9 @@ void TestScreenFitter::everythingInALargeDialogCanBeReached()
     QDialog window;
     const QList<QPushButton*> tiles = addTiles(&window);
     window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
     QTRY_COMPARE(barsOf(window).size(), 2);
-    QVERIFY(available().contains(window.frameGeometry()));
+    QTRY_VERIFY(available().contains(window.frameGeometry()));
     tiles.first()->setFocus();
     for (QPushButton* const tile : tiles) {
         QTRY_COMPARE(window.focusWidget(), tile);
@@ -182,6 +183,7 @@ void TestScreenFitter::theBarsGoWhenThereIsRoom()
     QWidget window;
     const QList<QPushButton*> tiles = addTiles(&window);
     window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
     QTRY_COMPARE(barsOf(window).size(), 2);
     tiles.last()->setFocus();
     QTRY_VERIFY(placeOf(tiles.first()).left() < 0);

@@ -142,19 +142,20 @@ void TestSmallScreen::init()
     testsupport::failOnStrayWarnings();
     QCOMPARE(QGuiApplication::primaryScreen()->size(), QSize(512, 300));
     m_user = QDir(QCoreApplication::applicationDirPath() + QStringLiteral("/user"));
-    m_user.removeRecursively();
+    cleanup(); // of a test that failed before it began
     m_data = std::make_unique<vexdesk::DataDirectory>();
     vexdesk::CommandLine commandLine;
     commandLine.pluginDirectories.append(QFileInfo(QStringLiteral(TADATAMANAGER_FILE)).path());
     m_terminal = std::make_unique<vexdesk::Terminal>(*static_cast<vexdesk::DeskApplication*>(qApp),
                                                      *m_data, commandLine);
     m_terminal->window().show();
-    QVERIFY(QTest::qWaitForWindowActive(&m_terminal->window()));
+    QVERIFY(QTest::qWaitForWindowExposed(&m_terminal->window()));
 }
 
 void TestSmallScreen::cleanup()
 {
-    m_terminal->end();
+    if (m_terminal)
+        m_terminal->end();
     m_terminal.reset();
     m_data.reset();
     m_user.removeRecursively();
