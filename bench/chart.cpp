@@ -92,6 +92,43 @@ void measureFrames(ChartView& view, const char* what, double length, int frames)
         static_cast<long long>(view.chart().interval), most, times[times.size() / 2], times.back());
 }
 
+// Null where not every bar is read.
+std::shared_ptr<const BarSeries> measureReading(const QString& directory, int days, int barsPerDay)
+{
+    const auto goOn = [](int, int) { return true; };
+    QElapsedTimer timer;
+    timer.start();
+    ReadDays read = readDays(directory, minute, {}, goOn);
+    std::printf("read %d days: %.1f ms\n", days, milliseconds(timer));
+    timer.restart();
+    auto series = std::make_shared<const BarSeries>(seriesOf(read));
+    std::printf("put together: %.2f ms\n", milliseconds(timer));
+    // Files that were just written are not trusted to stay as they are.
+    for (auto& [day, one] : read)
+        one.stamp.isSettled = true;
+    timer.restart();
+    read = readDays(directory, minute, read, goOn);
+    std::printf("look for changes: %.1f ms\n", milliseconds(timer));
+    std::printf("%lld bars, %.1f MB\n", static_cast<long long>(series->size()),
+                double(series->size()) * double(sizeof(Bar)) * 16 / 15 / 1e6);
+    return series->size() == qsizetype(days) * barsPerDay ? series : nullptr;
+}
+
+void measureSums(const BarSeries& series)
+{
+    constexpr int rounds = 1000;
+    size_t candles = 0;
+    QElapsedTimer timer;
+    timer.start();
+    for (int i = 0; i < rounds; ++i) {
+        candles += candlesOf(series, secondsPerDay, static_cast<double>(series.firstTime()),
+                             static_cast<double>(series.lastTime()))
+                       .size();
+    }
+    std::printf("sum up everything to %zu candles: %.3f ms\n", candles / rounds,
+                milliseconds(timer) / rounds);
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -107,36 +144,10 @@ int main(int argc, char** argv)
         return EXIT_FAILURE;
     }
 
-    const auto goOn = [](int, int) { return true; };
-    QElapsedTimer timer;
-    timer.start();
-    ReadDays read = readDays(directory.path(), minute, {}, goOn);
-    std::printf("read %d days: %.1f ms\n", days, milliseconds(timer));
-    timer.restart();
-    const auto series = std::make_shared<const BarSeries>(seriesOf(read));
-    std::printf("put together: %.2f ms\n", milliseconds(timer));
-    // Files that were just written are not trusted to stay as they are.
-    for (auto& [day, one] : read)
-        one.stamp.isSettled = true;
-    timer.restart();
-    read = readDays(directory.path(), minute, read, goOn);
-    std::printf("look for changes: %.1f ms\n", milliseconds(timer));
-    std::printf("%lld bars, %.1f MB\n", static_cast<long long>(series->size()),
-                double(series->size()) * double(sizeof(Bar)) * 16 / 15 / 1e6);
-    if (series->size() != qsizetype(days) * barsPerDay)
+    const auto series = measureReading(directory.path(), days, barsPerDay);
+    if (!series)
         return EXIT_FAILURE;
-
-    timer.restart();
-    constexpr int rounds = 1000;
-    const double length = static_cast<double>(series->lastTime() - series->firstTime());
-    size_t candles = 0;
-    for (int i = 0; i < rounds; ++i) {
-        candles += candlesOf(*series, secondsPerDay, static_cast<double>(series->firstTime()),
-                             static_cast<double>(series->lastTime()))
-                       .size();
-    }
-    std::printf("sum up everything to %zu candles: %.3f ms\n", candles / rounds,
-                milliseconds(timer) / rounds);
+    measureSums(*series);
 
     ChartView view;
     view.resize(viewSize);
@@ -147,6 +158,7 @@ int main(int argc, char** argv)
     measureFrames(view, "a day", double(secondsPerDay), frames);
     measureFrames(view, "a month", 30 * double(secondsPerDay), frames);
     measureFrames(view, "a quarter", 91 * double(secondsPerDay), frames);
+    const double length = static_cast<double>(series->lastTime() - series->firstTime());
     measureFrames(view, "almost all", length * 0.99, frames);
     return EXIT_SUCCESS;
 }

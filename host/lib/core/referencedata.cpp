@@ -105,29 +105,28 @@ private:
     QSet<QString> m_seen;
 };
 
-Result<ReferenceData> fromJson(const QByteArray& text)
-{
-    QJsonParseError parseError;
-    const QJsonDocument json = QJsonDocument::fromJson(text, &parseError);
-    if (parseError.error != QJsonParseError::NoError) {
-        return Failure{Text::tr("байт %1: %2")
-                           .arg(QString::number(parseError.offset), parseError.errorString())};
-    }
+constexpr int maxInt = std::numeric_limits<int>::max();
+constexpr qint64 maxId = std::numeric_limits<qint64>::max();
 
-    constexpr int maxInt = std::numeric_limits<int>::max();
-    constexpr qint64 maxId = std::numeric_limits<qint64>::max();
-    const QJsonObject document = json.object();
-    ReferenceData data;
-    Outcome outcome;
-    // Venues by their codes and boards by "venue/board": no code holds a slash.
-    QSet<QString> owners;
+// Venues by their codes and boards by "venue/board": no code holds a slash.
+using Owners = QSet<QString>;
+
+QList<Stock> readStocks(const QJsonObject& document, Owners& owners, Outcome& outcome)
+{
+    QList<Stock> stocks;
     for (EntryReader entry(document, QStringLiteral("stocks"), outcome); entry.next();) {
         const Stock stock{static_cast<int>(entry.integer(QStringLiteral("id"), 1, maxInt)),
                           entry.code(QStringLiteral("code")), entry.text(QStringLiteral("name"))};
         entry.unique(QString(), stock.code, stock.id);
         owners.insert(stock.code);
-        data.stocks.append(stock);
+        stocks.append(stock);
     }
+    return stocks;
+}
+
+QList<Board> readBoards(const QJsonObject& document, Owners& owners, Outcome& outcome)
+{
+    QList<Board> boards;
     for (EntryReader entry(document, QStringLiteral("boards"), outcome); entry.next();) {
         const Board board{entry.code(QStringLiteral("stock")),
                           static_cast<int>(entry.integer(QStringLiteral("id"), 1, maxInt)),
@@ -136,8 +135,14 @@ Result<ReferenceData> fromJson(const QByteArray& text)
         entry.known(QStringLiteral("stock"), owners.contains(board.stockCode));
         entry.unique(board.stockCode, board.code, board.id);
         owners.insert(board.stockCode + u'/' + board.code);
-        data.boards.append(board);
+        boards.append(board);
     }
+    return boards;
+}
+
+QList<Security> readSecurities(const QJsonObject& document, const Owners& owners, Outcome& outcome)
+{
+    QList<Security> securities;
     for (EntryReader entry(document, QStringLiteral("securities"), outcome); entry.next();) {
         const Security security{entry.code(QStringLiteral("stock")),
                                 entry.code(QStringLiteral("board")),
@@ -150,8 +155,26 @@ Result<ReferenceData> fromJson(const QByteArray& text)
         entry.known(QStringLiteral("stock"), owners.contains(security.stockCode));
         entry.known(QStringLiteral("board"), owners.contains(owner));
         entry.unique(owner, security.code, security.id);
-        data.securities.append(security);
+        securities.append(security);
     }
+    return securities;
+}
+
+Result<ReferenceData> fromJson(const QByteArray& text)
+{
+    QJsonParseError parseError;
+    const QJsonDocument json = QJsonDocument::fromJson(text, &parseError);
+    if (parseError.error != QJsonParseError::NoError) {
+        return Failure{Text::tr("байт %1: %2")
+                           .arg(QString::number(parseError.offset), parseError.errorString())};
+    }
+    const QJsonObject document = json.object();
+    Owners owners;
+    Outcome outcome;
+    ReferenceData data;
+    data.stocks = readStocks(document, owners, outcome);
+    data.boards = readBoards(document, owners, outcome);
+    data.securities = readSecurities(document, owners, outcome);
     if (!outcome)
         return outcome.failure();
     return data;
