@@ -2,12 +2,10 @@
 #include "desk/deskapplication.h"
 #include "desk/guidewindow.h"
 #include "desk/mainwindow.h"
-#include "desk/pluginloader.h"
 #include "messageboxes.h"
 #include "support/filetree.h"
 #include "support/strictlog.h"
-
-#include <vexdesk/terminal/core.h>
+#include "support/terminal.h"
 
 #include <QtGui/QImage>
 #include <QtGui/QTextBlock>
@@ -39,7 +37,7 @@ private Q_SLOTS:
 private:
     QString path(const QString& name) const { return m_docs + u'/' + name; }
     void makeTerminal(Language language);
-    GuideWindow* guide() const { return m_window->findChild<GuideWindow*>(); }
+    GuideWindow* guide() const { return m_terminal->window()->findChild<GuideWindow*>(); }
     static QTextBrowser* pages(const QWidget& window)
     {
         return window.findChild<QTextBrowser*>(QStringLiteral("guide"));
@@ -50,9 +48,7 @@ private:
     }
 
     QString m_docs;
-    std::unique_ptr<vexdesk::Core> m_core;
-    std::unique_ptr<vexdesk::PluginLoader> m_loader;
-    std::unique_ptr<vexdesk::MainWindow> m_window;
+    std::unique_ptr<testsupport::Terminal> m_terminal;
 };
 
 void TestGuideWindow::init()
@@ -69,21 +65,13 @@ void TestGuideWindow::init()
 
 void TestGuideWindow::cleanup()
 {
-    m_window.reset();
-    m_loader.reset();
-    m_core.reset();
+    m_terminal.reset();
     QDir(m_docs).removeRecursively();
 }
 
 void TestGuideWindow::makeTerminal(Language language)
 {
-    m_core = std::make_unique<vexdesk::Core>();
-    m_loader = std::make_unique<vexdesk::PluginLoader>();
-    m_loader->setLanguage(language);
-    m_window = std::make_unique<vexdesk::MainWindow>(*m_loader);
-    m_window->show();
-    m_window->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    m_terminal = std::make_unique<testsupport::Terminal>(language);
 }
 
 void TestGuideWindow::helpOpensTheGuideOfTheLanguage_data()
@@ -99,7 +87,7 @@ void TestGuideWindow::helpOpensTheGuideOfTheLanguage()
     QFETCH(const int, language);
     QFETCH(const QString, heading);
     makeTerminal(static_cast<Language>(language));
-    QTest::keyClick(m_window.get(), Qt::Key_F1);
+    QTest::keyClick(m_terminal->window(), Qt::Key_F1);
     QVERIFY(guide() && guide()->isVisible());
     QCOMPARE(guide()->windowTitle(), QStringLiteral("Руководство"));
     QCOMPARE(pages(*guide())->document()->firstBlock().text(), heading);
@@ -109,21 +97,22 @@ void TestGuideWindow::helpOpensTheGuideOfTheLanguage()
 void TestGuideWindow::itIsOpenOnceAndGoesWithTheTerminal()
 {
     makeTerminal(Language::Russian);
-    QTest::keyClick(m_window.get(), Qt::Key_F1);
+    QTest::keyClick(m_terminal->window(), Qt::Key_F1);
     const QPointer<GuideWindow> first = guide();
-    m_window->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
-    QTest::keyClick(m_window.get(), Qt::Key_F1);
-    QCOMPARE(m_window->findChildren<GuideWindow*>(), QList<GuideWindow*>{first});
+    m_terminal->window()->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_terminal->window()));
+    QTest::keyClick(m_terminal->window(), Qt::Key_F1);
+    QCOMPARE(m_terminal->window()->findChildren<GuideWindow*>(), QList<GuideWindow*>{first});
     QVERIFY(QTest::qWaitForWindowActive(first));
     QTest::keyClick(first, Qt::Key_Escape);
     QVERIFY(!first || !first->isVisible());
-    m_window->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
-    QTest::keyClick(m_window.get(), Qt::Key_F1);
-    const QPointer<GuideWindow> second = m_window->findChildren<GuideWindow*>().constLast();
+    m_terminal->window()->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_terminal->window()));
+    QTest::keyClick(m_terminal->window(), Qt::Key_F1);
+    const QPointer<GuideWindow> second =
+        m_terminal->window()->findChildren<GuideWindow*>().constLast();
     QVERIFY(second->isVisible());
-    QVERIFY(m_window->close());
+    QVERIFY(m_terminal->window()->close());
     QVERIFY(!second || !second->isVisible());
 }
 
@@ -132,7 +121,7 @@ void TestGuideWindow::withoutAGuideItSaysWhereItWasSought()
     makeTerminal(Language::Russian);
     QVERIFY(QFile::remove(path("guide.ru.md")));
     const desktest::MessageBoxes boxes;
-    QTest::keyClick(m_window.get(), Qt::Key_F1);
+    QTest::keyClick(m_terminal->window(), Qt::Key_F1);
     QCOMPARE(boxes.texts(),
              QStringList{QStringLiteral("Руководства нет ни в одном из каталогов:\n") +
                          vexdesk::guideDirectories().join(u'\n')});

@@ -4,12 +4,11 @@
 #include "desk/deskapplication.h"
 #include "desk/languagechoice.h"
 #include "desk/mainwindow.h"
-#include "desk/pluginloader.h"
 #include "support/strictlog.h"
+#include "support/terminal.h"
 #include "support/userhands.h"
 
 #include <vexdesk/icore.h>
-#include <vexdesk/terminal/core.h>
 
 #include <QtCore/QFile>
 #include <QtCore/QTimer>
@@ -63,9 +62,7 @@ private:
     void choose(Language language, const std::function<void(QMessageBox*)>& answer = {});
     static QPushButton* button(QMessageBox* box, QMessageBox::ButtonRole role);
 
-    std::unique_ptr<vexdesk::Core> m_core;
-    std::unique_ptr<vexdesk::PluginLoader> m_loader;
-    std::unique_ptr<vexdesk::MainWindow> m_window;
+    std::unique_ptr<testsupport::Terminal> m_terminal;
     QStringList m_boxes; // the texts of those that were shown
 };
 
@@ -79,26 +76,18 @@ void TestLanguageChoice::init()
 
 void TestLanguageChoice::cleanup()
 {
-    m_window.reset();
-    m_loader.reset();
-    m_core.reset();
+    m_terminal.reset();
 }
 
 void TestLanguageChoice::makeTerminal(Language language)
 {
     cleanup();
-    m_core = std::make_unique<vexdesk::Core>();
-    m_loader = std::make_unique<vexdesk::PluginLoader>();
-    m_loader->setLanguage(language);
-    m_window = std::make_unique<vexdesk::MainWindow>(*m_loader);
-    m_window->show();
-    m_window->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    m_terminal = std::make_unique<testsupport::Terminal>(language);
 }
 
 QAction* TestLanguageChoice::item(Language language) const
 {
-    const QList<QMenu*> menus = m_window->menuBar()->findChildren<QMenu*>();
+    const QList<QMenu*> menus = m_terminal->window()->menuBar()->findChildren<QMenu*>();
     for (const QMenu* const menu : menus) {
         const QList<QAction*> entries = menu->actions();
         for (QAction* const entry : entries) {
@@ -158,8 +147,8 @@ void TestLanguageChoice::theChoiceIsStoredAndMarked()
     QCOMPARE(LanguageChoice::stored(), QStringLiteral("en"));
     QVERIFY(item(Language::English)->isChecked());
     QVERIFY(!item(Language::Russian)->isChecked());
-    QVERIFY(m_window->isVisible());
-    QVERIFY(!m_window->isRestartWanted());
+    QVERIFY(m_terminal->window()->isVisible());
+    QVERIFY(!m_terminal->window()->isRestartWanted());
 }
 
 void TestLanguageChoice::theSpokenLanguageIsStoredWithoutAWord()
@@ -207,23 +196,23 @@ void TestLanguageChoice::aChoiceThatIsNotKeptIsTold()
              qPrintable(m_boxes.constFirst()));
     QVERIFY(item(Language::Russian)->isChecked());
     QVERIFY(!item(Language::English)->isChecked());
-    QVERIFY(m_window->isVisible());
+    QVERIFY(m_terminal->window()->isVisible());
 }
 
 void TestLanguageChoice::escapeMeansLater()
 {
     choose(Language::English, [](QMessageBox* box) { QTest::keyClick(box, Qt::Key_Escape); });
     QCOMPARE(m_boxes.size(), 1);
-    QVERIFY(m_window->isVisible());
-    QVERIFY(!m_window->isRestartWanted());
+    QVERIFY(m_terminal->window()->isVisible());
+    QVERIFY(!m_terminal->window()->isRestartWanted());
 }
 
 void TestLanguageChoice::restartClosesTheWindow()
 {
     choose(Language::English,
            [](QMessageBox* box) { testsupport::click(button(box, QMessageBox::AcceptRole)); });
-    QVERIFY(!m_window->isVisible());
-    QVERIFY(m_window->isRestartWanted());
+    QVERIFY(!m_terminal->window()->isVisible());
+    QVERIFY(m_terminal->window()->isRestartWanted());
 }
 
 void TestLanguageChoice::aWindowThatRefusesPreventsTheRestart()
@@ -232,16 +221,16 @@ void TestLanguageChoice::aWindowThatRefusesPreventsTheRestart()
     other.show();
     choose(Language::English,
            [](QMessageBox* box) { testsupport::click(button(box, QMessageBox::AcceptRole)); });
-    QVERIFY(m_window->isVisible());
-    QVERIFY(!m_window->isRestartWanted());
+    QVERIFY(m_terminal->window()->isVisible());
+    QVERIFY(!m_terminal->window()->isRestartWanted());
 }
 
 void TestLanguageChoice::closingOtherwiseIsNoRestart()
 {
     choose(Language::English,
            [](QMessageBox* box) { testsupport::click(button(box, QMessageBox::RejectRole)); });
-    QVERIFY(m_window->close());
-    QVERIFY(!m_window->isRestartWanted());
+    QVERIFY(m_terminal->window()->close());
+    QVERIFY(!m_terminal->window()->isRestartWanted());
 }
 
 int main(int argc, char** argv)

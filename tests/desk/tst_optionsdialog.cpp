@@ -4,6 +4,7 @@
 #include "desk/optionsdialog.h"
 #include "desk/pluginloader.h"
 #include "messageboxes.h"
+#include "support/child.h"
 #include "support/filetree.h"
 #include "support/modalsteps.h"
 #include "support/strictlog.h"
@@ -198,10 +199,7 @@ private:
     template <typename Widget>
     Widget* child(const char* name) const
     {
-        auto* const widget = m_dialog->findChild<Widget*>(QLatin1String(name));
-        if (!widget)
-            qFatal("no child %s", name);
-        return widget;
+        return testsupport::child<Widget>(m_dialog.get(), name);
     }
     QListWidget* list() const { return child<QListWidget>("categories"); }
     QTabWidget* tabs() const;

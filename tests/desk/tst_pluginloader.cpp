@@ -4,6 +4,7 @@
 #include "desk/pluginloader.h"
 #include "pluginfiles.h"
 #include "plugins/callrecord.h"
+#include "plugins/emptypage.h"
 #include "support/filetree.h"
 #include "support/otheruser.h"
 #include "support/strictlog.h"
@@ -482,18 +483,7 @@ void TestPluginLoader::reportsALaterExceptionAndGoesOn()
 void TestPluginLoader::dropsOptionsPages()
 {
     // A page that is not a plug-in's stays.
-    struct OwnPage final : IOptionsPage
-    {
-        QString id() const override { return QStringLiteral("Desk.Own"); }
-        QString displayName() const override { return QString(); }
-        QString category() const override { return QString(); }
-        QString displayCategory() const override { return QString(); }
-        QIcon categoryIcon() const override { return QIcon(); }
-        bool matches(const QString& /*searchText*/) const override { return false; }
-        QWidget* createPage(QWidget* /*parent*/) override { return nullptr; }
-        void apply() override {}
-        void finish() override {}
-    } own;
+    desktest::EmptyPage own{{.id = QStringLiteral("Desk.Own")}};
     m_core->addOptionsPage(&own);
     load({QStringLiteral("good"), QStringLiteral("throwing")});
     QCOMPARE(m_core->optionsPages().size(), 2);

@@ -2,6 +2,7 @@
 #include "desk/deskapplication.h"
 #include "desk/pluginmodel.h"
 #include "desk/pluginsdialog.h"
+#include "support/child.h"
 #include "support/strictlog.h"
 
 #include <QtGui/QClipboard>
@@ -14,6 +15,7 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QTableView>
 
+using testsupport::child;
 using vexdesk::PluginModel;
 using vexdesk::PluginRecord;
 using vexdesk::PluginsDialog;
@@ -55,14 +57,6 @@ private Q_SLOTS:
     void escapeCloses();
 
 private:
-    template <typename Widget>
-    static Widget* child(const PluginsDialog& dialog, const char* name)
-    {
-        auto* const widget = dialog.findChild<Widget*>(QString::fromLatin1(name));
-        if (!widget)
-            qFatal("no child %s", name);
-        return widget;
-    }
     static void show(PluginsDialog* dialog)
     {
         dialog->show();
@@ -111,13 +105,13 @@ void TestPluginsDialog::showsTheSelectedPlugin()
     PluginsDialog dialog(someRecords(), {});
     show(&dialog);
     QCOMPARE(dialog.windowTitle(), QStringLiteral("Модули"));
-    const auto* const details = child<QPlainTextEdit>(dialog, "details");
+    const auto* const details = child<QPlainTextEdit>(&dialog, "details");
     QCOMPARE(details->toPlainText(),
              QStringLiteral("Файл: %1\nСостояние: Загружен\nКод: HIST\n"
                             "Название: История котировок\nВерсия: 7.6\nАвтор: Мастерская\n"
                             "Описание: Импорт, экспорт и правка истории")
                  .arg(QDir::toNativeSeparators(someRecords().at(0).path)));
-    QTest::keyClick(child<QTableView>(dialog, "table"), Qt::Key_Down);
+    QTest::keyClick(child<QTableView>(&dialog, "table"), Qt::Key_Down);
     QCOMPARE(
         details->toPlainText(),
         QStringLiteral("Файл: %1\nСостояние: Отклонён\nПричина отказа: %2")
@@ -130,8 +124,8 @@ void TestPluginsDialog::whatQtSaysIsALineOfItsOwn()
     records[1].details = QStringLiteral("undefined symbol: x");
     PluginsDialog dialog(records, {});
     show(&dialog);
-    QTest::keyClick(child<QTableView>(dialog, "table"), Qt::Key_Down);
-    QCOMPARE(child<QPlainTextEdit>(dialog, "details")->toPlainText().section(u'\n', 2),
+    QTest::keyClick(child<QTableView>(&dialog, "table"), Qt::Key_Down);
+    QCOMPARE(child<QPlainTextEdit>(&dialog, "details")->toPlainText().section(u'\n', 2),
              QStringLiteral("Причина отказа: %1\nПодробности: undefined symbol: x")
                  .arg(records.at(1).reason));
 }
@@ -140,10 +134,10 @@ void TestPluginsDialog::clickingARowSelectsIt()
 {
     PluginsDialog dialog(someRecords(), {});
     show(&dialog);
-    auto* const table = child<QTableView>(dialog, "table");
+    auto* const table = child<QTableView>(&dialog, "table");
     const QRect cell = table->visualRect(table->model()->index(1, PluginModel::FileColumn));
     QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, cell.center());
-    QVERIFY(child<QPlainTextEdit>(dialog, "details")
+    QVERIFY(child<QPlainTextEdit>(&dialog, "details")
                 ->toPlainText()
                 .contains(someRecords().at(1).reason));
     QCOMPARE(table->selectionModel()->selectedRows().size(), 1);
@@ -156,7 +150,7 @@ void TestPluginsDialog::cutsNoText()
     records[1].reason = QString(QStringLiteral("Длинная причина отказа. ")).repeated(20);
     PluginsDialog dialog(records, {});
     show(&dialog);
-    const auto* const table = child<QTableView>(dialog, "table");
+    const auto* const table = child<QTableView>(&dialog, "table");
     const QFontMetrics metrics = table->fontMetrics();
     for (int row = 0; row < table->model()->rowCount(); ++row) {
         for (int column = 0; column < PluginModel::ColumnCount; ++column) {
@@ -179,14 +173,14 @@ void TestPluginsDialog::needsNoScrollingSideways()
     records[1].reason = QString(QStringLiteral("Длинная причина отказа. ")).repeated(20);
     PluginsDialog dialog(records, {});
     show(&dialog);
-    const auto* const table = child<QTableView>(dialog, "table");
+    const auto* const table = child<QTableView>(&dialog, "table");
     QVERIFY(table->horizontalHeader()->length() <= table->viewport()->width());
 }
 
 void TestPluginsDialog::summarises()
 {
     const PluginsDialog dialog(someRecords(), {});
-    QCOMPARE(child<QLabel>(dialog, "summary")->text(),
+    QCOMPARE(child<QLabel>(&dialog, "summary")->text(),
              QStringLiteral("Найдено файлов: 2, загружено модулей: 1, отклонено: 1"));
 }
 
@@ -194,7 +188,7 @@ void TestPluginsDialog::namesDirectoriesWhenThereIsNothing()
 {
     PluginsDialog dialog({}, {QStringLiteral("/opt/a"), QStringLiteral("/opt/b")});
     show(&dialog);
-    QCOMPARE(child<QPlainTextEdit>(dialog, "details")->toPlainText(),
+    QCOMPARE(child<QPlainTextEdit>(&dialog, "details")->toPlainText(),
              QStringLiteral("В этих каталогах модулей нет:\n%1\n%2")
                  .arg(QDir::toNativeSeparators(QStringLiteral("/opt/a")),
                       QDir::toNativeSeparators(QStringLiteral("/opt/b"))));
@@ -204,7 +198,7 @@ void TestPluginsDialog::detailsCanBeCopied()
 {
     PluginsDialog dialog(someRecords(), {});
     show(&dialog);
-    auto* const details = child<QPlainTextEdit>(dialog, "details");
+    auto* const details = child<QPlainTextEdit>(&dialog, "details");
     details->setFocus();
     QGuiApplication::clipboard()->clear();
     QTest::keySequence(details, QKeySequence(QKeySequence::SelectAll));
@@ -220,20 +214,20 @@ void TestPluginsDialog::tabGoesThroughTheWindow()
 {
     PluginsDialog dialog(someRecords(), {});
     show(&dialog);
-    QCOMPARE(QApplication::focusWidget(), child<QTableView>(dialog, "table"));
+    QCOMPARE(QApplication::focusWidget(), child<QTableView>(&dialog, "table"));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    QCOMPARE(QApplication::focusWidget(), child<QPlainTextEdit>(dialog, "details"));
+    QCOMPARE(QApplication::focusWidget(), child<QPlainTextEdit>(&dialog, "details"));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    QCOMPARE(QApplication::focusWidget(), child<QPushButton>(dialog, "closeButton"));
+    QCOMPARE(QApplication::focusWidget(), child<QPushButton>(&dialog, "closeButton"));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    QCOMPARE(QApplication::focusWidget(), child<QTableView>(dialog, "table"));
+    QCOMPARE(QApplication::focusWidget(), child<QTableView>(&dialog, "table"));
 }
 
 void TestPluginsDialog::theButtonCloses()
 {
     PluginsDialog dialog(someRecords(), {});
     show(&dialog);
-    QTest::mouseClick(child<QPushButton>(dialog, "closeButton"), Qt::LeftButton);
+    QTest::mouseClick(child<QPushButton>(&dialog, "closeButton"), Qt::LeftButton);
     QVERIFY(!dialog.isVisible());
 }
 
@@ -250,7 +244,7 @@ void TestPluginsDialog::escapeCloses()
     QFETCH(QByteArray, focus);
     PluginsDialog dialog(someRecords(), {});
     show(&dialog);
-    auto* const widget = child<QWidget>(dialog, focus.constData());
+    auto* const widget = child<QWidget>(&dialog, focus.constData());
     widget->setFocus();
     QTest::keyClick(widget, Qt::Key_Escape);
     QVERIFY(!dialog.isVisible());

@@ -116,6 +116,12 @@ private:
     QDate m_day;
 };
 
+void loadAround(EditorTADataModel& model, const QDir& dir, const QDate& day)
+{
+    model.load(dir, QDateTime(day.addDays(-2), QTime(12, 0)),
+               QDateTime(day.addDays(2), QTime(12, 0)), 60);
+}
+
 } // namespace
 
 class TestEditorAgainstPlain final : public QObject
@@ -234,8 +240,7 @@ void TestEditorAgainstPlain::keepsEveryBarOfTheDay()
     testsupport::writeFile(dir.filePath(name), testsupport::barLines(QTime(0, 0), bars));
 
     EditorTADataModel model(nullptr);
-    model.load(dir, QDateTime(day.addDays(-2), QTime(12, 0)),
-               QDateTime(day.addDays(2), QTime(12, 0)), 60);
+    loadAround(model, dir, day);
     QCOMPARE(model.rowCount(), bars);
     const int last = model.find(day.toString(QStringLiteral("yyyyMMdd 235900")));
     QCOMPARE(last, bars - 1);
@@ -255,8 +260,7 @@ void TestEditorAgainstPlain::showsTheTimesOfTheFile()
     constexpr int bars = 24 * 60;
     testsupport::writeFile(dir.filePath(dayFile(day)), testsupport::barLines(QTime(0, 0), bars));
     EditorTADataModel model(nullptr);
-    model.load(dir, QDateTime(day.addDays(-2), QTime(12, 0)),
-               QDateTime(day.addDays(2), QTime(12, 0)), 60);
+    loadAround(model, dir, day);
     QCOMPARE(model.rowCount(), bars);
     for (int row = 0; row < bars; ++row) {
         const QDateTime time(day, timeOfDay(row * 60), Qt::UTC);

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "editortadatadialog.h"
 
+#include "support/child.h"
 #include "support/dayfiles.h"
 #include "support/faults.h"
 #include "support/filetree.h"
+#include "support/markingtranslator.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"
 
@@ -18,7 +20,6 @@
 
 #include <QtCore/QMetaMethod>
 #include <QtCore/QScopeGuard>
-#include <QtCore/QTranslator>
 #include <QtGui/QCloseEvent>
 #include <QtGui/QWindow>
 #include <QtTest/QSignalSpy>
@@ -60,17 +61,6 @@ AppSettings settings()
 {
     return AppSettings(QStringLiteral("TADataManager/Editor"));
 }
-
-// Turns every text into one that shows it was asked for.
-class MarkingTranslator final : public QTranslator
-{
-public:
-    QString translate(const char* context, const char* source, const char*, int) const override
-    {
-        return QStringLiteral("%1|%2").arg(QLatin1String(context), QString::fromUtf8(source));
-    }
-    bool isEmpty() const override { return false; }
-};
 
 } // namespace
 
@@ -174,10 +164,12 @@ private:
     Tree stored() const { return testsupport::readTree(seriesDir()); }
 
     void open();
+    // Shows so many bars of the day, one a minute from ten o'clock on.
+    void openWith(int bars);
     template <typename Widget>
     Widget* child(const char* name) const
     {
-        return m_dialog->findChild<Widget*>(QLatin1String(name));
+        return testsupport::child<Widget>(m_dialog.get(), name);
     }
     QPushButton* button(const char* name) const { return child<QPushButton>(name); }
     QTreeView* table() const { return child<QTreeView>("dataTable"); }
@@ -201,8 +193,7 @@ void TestEditorTADataDialog::init()
 {
     testsupport::failOnStrayWarnings();
     vexdesk::ReferenceData::install(vexdesk::ReferenceData::demonstration());
-    m_user = QDir(QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("user")));
-    QVERIFY(!m_user.exists());
+    m_user = testsupport::newUserFolder();
 }
 
 void TestEditorTADataDialog::cleanup()
@@ -217,6 +208,13 @@ void TestEditorTADataDialog::open()
     m_dialog = std::make_unique<EditorTADataDialog>(nullptr);
     m_dialog->show();
     QVERIFY(QTest::qWaitForWindowActive(m_dialog.get()));
+}
+
+void TestEditorTADataDialog::openWith(int bars)
+{
+    store(dayFile(day), barLines(QTime(10, 0), bars));
+    open();
+    showDay();
 }
 
 void TestEditorTADataDialog::type(const char* field, const QDateTime& moment) const
@@ -380,8 +378,7 @@ void TestEditorTADataDialog::placesItsWidgets()
 
 void TestEditorTADataDialog::translatesItsTexts()
 {
-    MarkingTranslator translator;
-    QVERIFY(QCoreApplication::installTranslator(&translator));
+    const testsupport::MarkingTranslator translator;
     open();
     const QString mark = QStringLiteral("EditorTADataDialog|");
     QVERIFY(m_dialog->windowTitle().startsWith(mark));
@@ -488,9 +485,7 @@ void TestEditorTADataDialog::answersToItsInterface()
 
 void TestEditorTADataDialog::tabFollowsTheEye()
 {
-    store(dayFile(day), barLines(QTime(10, 0), 2));
-    open();
-    showDay();
+    openWith(2);
     clickRow(0);
     child<QComboBox>("stock")->setFocus();
     QStringList names;
@@ -863,9 +858,7 @@ void TestEditorTADataDialog::makesNoMoreRoomThanThereCanBe()
 
 void TestEditorTADataDialog::keepsTheTableWithoutTheDirectory()
 {
-    store(dayFile(day), barLines(QTime(10, 0), 3));
-    open();
-    showDay();
+    openWith(3);
     QVERIFY(seriesDir().removeRecursively());
     click(button("loadDataButton"));
     QCOMPARE(openPrices(), QStringList({"1.10", "2.10", "3.10"}));
@@ -889,9 +882,7 @@ void TestEditorTADataDialog::findsARow()
 {
     QFETCH(const QString, how);
     QFETCH(const QTime, time);
-    store(dayFile(day), barLines(QTime(10, 0), 5));
-    open();
-    showDay();
+    openWith(5);
     type("findDateTime", QDateTime(day, time));
     if (how == u"button")
         click(button("findButton"));
@@ -920,9 +911,7 @@ void TestEditorTADataDialog::findsNothingInAnEmptyTable()
 
 void TestEditorTADataDialog::findingAgainAddsToTheSelection()
 {
-    store(dayFile(day), barLines(QTime(10, 0), 5));
-    open();
-    showDay();
+    openWith(5);
     for (const QTime& time : {QTime(10, 1), QTime(10, 3), QTime(10, 1)}) {
         type("findDateTime", QDateTime(day, time));
         click(button("findButton"));
@@ -932,9 +921,7 @@ void TestEditorTADataDialog::findingAgainAddsToTheSelection()
 
 void TestEditorTADataDialog::findingScrollsThere()
 {
-    store(dayFile(day), barLines(QTime(10, 0), 500));
-    open();
-    showDay();
+    openWith(500);
     const auto isVisible = [this](int row) {
         const QRect rect = table()->visualRect(table()->model()->index(row, 0));
         return rect.height() > 0 && table()->viewport()->rect().contains(rect.center());
@@ -952,9 +939,7 @@ void TestEditorTADataDialog::findingScrollsThere()
 
 void TestEditorTADataDialog::findingScrollsNoFurtherThanItMust()
 {
-    store(dayFile(day), barLines(QTime(10, 0), 500));
-    open();
-    showDay();
+    openWith(500);
     QScrollBar* const bar = table()->verticalScrollBar();
     type("findDateTime", QDateTime(day, QTime(10, 3)));
     click(button("findButton"));
@@ -986,9 +971,7 @@ void TestEditorTADataDialog::theKeyboardGoesOnFromTheFoundRow()
 {
     QFETCH(const QString, before);
     QFETCH(const QList<int>, selected);
-    store(dayFile(day), barLines(QTime(10, 0), 500));
-    open();
-    showDay();
+    openWith(500);
     if (before == u"find") {
         type("findDateTime", QDateTime(day, QTime(10, 2)));
         click(button("findButton"));
@@ -1016,9 +999,7 @@ void TestEditorTADataDialog::theKeyboardGoesOnFromTheFoundRow()
 
 void TestEditorTADataDialog::returnElsewhereDoesNothing()
 {
-    store(dayFile(day), barLines(QTime(10, 0), 5));
-    open();
-    showDay();
+    openWith(5);
     type("findDateTime", QDateTime(day, QTime(10, 2)));
     for (const char* name : {"stock", "timeFrame", "fromDateTime", "toDateTime", "dataTable"}) {
         child<QWidget>(name)->setFocus();
@@ -1039,9 +1020,7 @@ void TestEditorTADataDialog::deletesTheSelectedRows_data()
 void TestEditorTADataDialog::deletesTheSelectedRows()
 {
     QFETCH(const bool, byKey);
-    store(dayFile(day), barLines(QTime(10, 0), 5));
-    open();
-    showDay();
+    openWith(5);
     clickRow(1);
     clickRow(3, Qt::ShiftModifier);
     QCOMPARE(selectedRows(), QList<int>({1, 2, 3}));
@@ -1058,9 +1037,7 @@ void TestEditorTADataDialog::deletesTheSelectedRows()
 
 void TestEditorTADataDialog::deletesWithoutAQuestion()
 {
-    store(dayFile(day), barLines(QTime(10, 0), 2));
-    open();
-    showDay();
+    openWith(2);
     clickRow(0);
     click(button("delButton"));
     QVERIFY(!QApplication::activeModalWidget() ||
@@ -1070,9 +1047,7 @@ void TestEditorTADataDialog::deletesWithoutAQuestion()
 
 void TestEditorTADataDialog::deletesRowsThatLieApart()
 {
-    store(dayFile(day), barLines(QTime(10, 0), 7));
-    open();
-    showDay();
+    openWith(7);
     clickRow(5);
     for (const int row : {0, 2, 6})
         clickRow(row, Qt::ControlModifier);
@@ -1085,9 +1060,7 @@ void TestEditorTADataDialog::deletesRowsThatLieApart()
 
 void TestEditorTADataDialog::deletesEverything()
 {
-    store(dayFile(day), barLines(QTime(10, 0), 300));
-    open();
-    showDay();
+    openWith(300);
     QTest::keyClick(table(), Qt::Key_A, Qt::ControlModifier);
     QTest::keyClick(table(), Qt::Key_Delete);
     QCOMPARE(table()->model()->rowCount(), 0);
@@ -1102,9 +1075,7 @@ void TestEditorTADataDialog::deletesEverything()
 // Who clicks and deletes on and on need not look where the selection went.
 void TestEditorTADataDialog::deletesOneRowAfterTheOther()
 {
-    store(dayFile(day), barLines(QTime(10, 0), 5));
-    open();
-    showDay();
+    openWith(5);
     for (int row = 0; row < 2; ++row) {
         clickRow(1);
         QTest::keyClick(table(), Qt::Key_Delete);
@@ -1121,9 +1092,7 @@ void TestEditorTADataDialog::deletesOneRowAfterTheOther()
 
 void TestEditorTADataDialog::deleteButtonFollowsTheSelection()
 {
-    store(dayFile(day), barLines(QTime(10, 0), 5));
-    open();
-    showDay();
+    openWith(5);
     QVERIFY(!button("delButton")->isEnabled());
     clickRow(2);
     QVERIFY(button("delButton")->isEnabled());
@@ -1136,9 +1105,7 @@ void TestEditorTADataDialog::deleteButtonFollowsTheSelection()
 // What was selected is no longer shown.
 void TestEditorTADataDialog::deleteButtonIsOffAfterShowing()
 {
-    store(dayFile(day), barLines(QTime(10, 0), 5));
-    open();
-    showDay();
+    openWith(5);
     clickRow(2);
     click(button("loadDataButton"));
     QVERIFY(selectedRows().isEmpty());
@@ -1150,9 +1117,7 @@ void TestEditorTADataDialog::deleteButtonIsOffAfterShowing()
 
 void TestEditorTADataDialog::deleteKeyDoesNothingWithoutASelection()
 {
-    store(dayFile(day), barLines(QTime(10, 0), 5));
-    open();
-    showDay();
+    openWith(5);
     table()->setFocus();
     QTest::keyClick(table(), Qt::Key_Delete);
     QCOMPARE(table()->model()->rowCount(), 5);
@@ -1163,9 +1128,7 @@ void TestEditorTADataDialog::deleteKeyDoesNothingWithoutASelection()
 
 void TestEditorTADataDialog::deleteKeyInAFieldDeletesText()
 {
-    store(dayFile(day), barLines(QTime(10, 0), 5));
-    open();
-    showDay();
+    openWith(5);
     clickRow(2);
     for (const char* name : {"findDateTime", "fromDateTime", "toDateTime"}) {
         child<QWidget>(name)->setFocus();
@@ -1252,9 +1215,7 @@ void TestEditorTADataDialog::writesBeforeItShowsAnotherRange()
 
 void TestEditorTADataDialog::writesOnlyOnce()
 {
-    store(dayFile(day), barLines(QTime(10, 0), 3));
-    open();
-    showDay();
+    openWith(3);
     clickRow(0);
     click(button("delButton"));
     click(button("closeButton"));
@@ -1270,9 +1231,7 @@ void TestEditorTADataDialog::writesOnlyOnce()
 // Pending deletions have nowhere to go; the table does not show what is not there.
 void TestEditorTADataDialog::isEmptyWhenTheDirectoryHasGone()
 {
-    store(dayFile(day), barLines(QTime(10, 0), 5));
-    open();
-    showDay();
+    openWith(5);
     clickRow(0);
     click(button("delButton"));
     clickRow(2);
@@ -1300,9 +1259,7 @@ void TestEditorTADataDialog::tellsTheTerminalWhatItCouldNotWrite()
 {
     QFETCH(const bool, closed);
     const vexdesk::Core core;
-    store(dayFile(day), barLines(QTime(10, 0), 3));
-    open();
-    showDay();
+    openWith(3);
     clickRow(1);
     QTest::keyClick(table(), Qt::Key_Delete);
     store(dayFile(day), barLines(QTime(10, 0), 4));
@@ -1338,9 +1295,7 @@ void TestEditorTADataDialog::tellsTheTerminalWhatItCouldNotRead()
 void TestEditorTADataDialog::doesNotNeedTheTerminal()
 {
     QVERIFY(!ICore::instance());
-    store(dayFile(day), barLines(QTime(10, 0), 3));
-    open();
-    showDay();
+    openWith(3);
     clickRow(1);
     QTest::keyClick(table(), Qt::Key_Delete);
     store(dayFile(day), barLines(QTime(10, 0), 4));

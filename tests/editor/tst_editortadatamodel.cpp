@@ -4,6 +4,7 @@
 #include "support/dayfiles.h"
 #include "support/faults.h"
 #include "support/filetree.h"
+#include "support/markingtranslator.h"
 #include "support/otheruser.h"
 #include "support/strictlog.h"
 
@@ -12,7 +13,6 @@
 #include <QtCore/QRegularExpression>
 #include <QtCore/QScopeGuard>
 #include <QtCore/QTemporaryDir>
-#include <QtCore/QTranslator>
 #include <QtTest/QAbstractItemModelTester>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
@@ -35,17 +35,6 @@ namespace {
 
 constexpr int columns = 8;
 const QDate day(2023, 1, 5);
-
-// Turns every text into one that shows it was asked for.
-class MarkingTranslator final : public QTranslator
-{
-public:
-    QString translate(const char* context, const char* source, const char*, int) const override
-    {
-        return QStringLiteral("%1|%2").arg(QLatin1String(context), QString::fromUtf8(source));
-    }
-    bool isEmpty() const override { return false; }
-};
 
 QStringList rowTexts(const QAbstractItemModel& model, int row)
 {
@@ -235,8 +224,7 @@ void TestEditorTADataModel::namesItsColumns()
 
 void TestEditorTADataModel::translatesTheNamesOfItsColumns()
 {
-    MarkingTranslator translator;
-    QVERIFY(QCoreApplication::installTranslator(&translator));
+    const testsupport::MarkingTranslator translator;
     for (int column = 0; column < columns; ++column) {
         const QString title = m_model->headerData(column, Qt::Horizontal).toString();
         QVERIFY2(title.startsWith("EditorTADataModel|"), qPrintable(title));

@@ -2,6 +2,8 @@
 #include "exportbar.h"
 
 #include "plainexport.h"
+#include "support/bars.h"
+#include "support/lineformats.h"
 #include "support/localzone.h"
 #include "support/strictlog.h"
 
@@ -16,27 +18,14 @@
 #include <limits>
 #include <tuple>
 
+using testsupport::lineFormats;
+
 namespace {
 
 const QDate day(2024, 1, 15);
 
 constexpr int timeframes[] = {1, 60, 300, 600, 1800, 3600, 86400};
 constexpr const char* separators[] = {",", ";", " "};
-constexpr const char* lineFormats[] = {"TICKER,PER,DATE,TIME,OPEN,HIGH,LOW,CLOSE,VOL,VAL,OPEN_INT",
-                                       "TICKER,PER,DATE,TIME,OPEN,HIGH,LOW,CLOSE,VOL,OPEN_INT",
-                                       "TICKER,PER,DATE,TIME,OPEN,HIGH,LOW,CLOSE,VAL,OPEN_INT",
-                                       "TICKER,PER,DATE,TIME,OPEN,HIGH,LOW,CLOSE,VOL",
-                                       "TICKER,PER,DATE,TIME,OPEN,HIGH,LOW,CLOSE,Q_TY",
-                                       "TICKER,PER,DATE,TIME,OPEN,HIGH,LOW,CLOSE",
-                                       "TICKER,PER,DATE,TIME,CLOSE,VOL,OPEN_INT",
-                                       "TICKER,PER,DATE,TIME,CLOSE,VAL,OPEN_INT",
-                                       "TICKER,PER,DATE,TIME,CLOSE,VOL",
-                                       "TICKER,PER,DATE,TIME,CLOSE,VAL",
-                                       "TICKER,PER,DATE,TIME,CLOSE",
-                                       "DATE,TIME,OPEN,HIGH,LOW,CLOSE,VOL,OPEN_INT",
-                                       "DATE,TIME,OPEN,HIGH,LOW,CLOSE,VAL,OPEN_INT",
-                                       "DATE,TIME,OPEN,HIGH,LOW,CLOSE",
-                                       "DATE,TIME,CLOSE"};
 
 ExportDetails detailsOf(int timeframe, const char* lineFormat = lineFormats[0])
 {
@@ -52,25 +41,12 @@ ExportDetails detailsOf(int timeframe, const char* lineFormat = lineFormats[0])
 
 BarDescription bar(const QTime& time, int price, qint64 volume = 1)
 {
-    BarDescription bar;
-    bar.valid = true;
-    bar.date = day;
-    bar.time = time;
-    bar.open = decimal(price, 0);
-    bar.high = decimal(price + 5, 0);
-    bar.low = decimal(price - 5, 0);
-    bar.close = decimal(price + 1, 0);
-    bar.volume = volume;
-    bar.value = decimal(price * 10, 0);
-    bar.openInterest = price;
-    return bar;
+    return testsupport::sampleBar(day, time, price, volume);
 }
 
 BarDescription barOf(const QDate& date, const QTime& time, int price = 100)
 {
-    BarDescription other = bar(time, price);
-    other.date = date;
-    return other;
+    return testsupport::sampleBar(date, time, price);
 }
 
 QString stamp(const BarDescription& bar)

@@ -4,12 +4,10 @@
 #include "exportertadata.h"
 
 #include "support/filetree.h"
+#include "support/series.h"
 #include "support/strictlog.h"
 
-#include <vexdesk/boarddirectory.h>
 #include <vexdesk/history/storepaths.h>
-#include <vexdesk/securitydirectory.h>
-#include <vexdesk/stockdirectory.h>
 #include <vexdesk/terminal/core.h>
 #include <vexdesk/terminal/deals.h>
 #include <vexdesk/terminal/referencedata.h>
@@ -71,13 +69,7 @@ void TestExportData::cleanup()
 ExportDetails TestExportData::details() const
 {
     ExportDetails details;
-    details.stockCode = QStringLiteral("NORD");
-    details.boardCode = QStringLiteral("MAIN");
-    details.securityName = QStringLiteral("ALFA");
-    details.stockId = StockDirectory::i().idByCode(details.stockCode);
-    details.boardId = BoardDirectory::i().idByCode(details.stockCode, details.boardCode);
-    details.securityId =
-        SecurityDirectory::i().idByCode(details.stockCode, details.boardCode, details.securityName);
+    testsupport::setSeries(details, "NORD", "MAIN", "ALFA");
     details.timeframe = 60;
     details.separator = QStringLiteral(",");
     details.dateFormat = QStringLiteral("yyyyMMdd");

@@ -437,7 +437,7 @@ void TestExportJob::aDayThatIsWrittenAnewMeanwhileEndsTheExport()
 {
     store("20240115_60.iss", QByteArray("100000;2;2;2;2;0;0;0\n").repeated(40000));
     const QString path = m_dir->filePath(QStringLiteral("series/20240115_60.iss"));
-    const testsupport::AtEnd end(path, [&] {
+    const testsupport::Meanwhile end(testsupport::SystemCall::ReadEnd, path, [&] {
         writeFile(path, QByteArray("100000;3.5;3.5;3.5;3.5;0;0;0\n").repeated(20000));
     });
     QCOMPARE(

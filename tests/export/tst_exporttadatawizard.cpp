@@ -2,22 +2,18 @@
 #include "exporttadatawizard.h"
 
 #include "exportdetails.h"
-#include "support/exportchoices.h"
 #include "support/filetree.h"
 #include "support/modalsteps.h"
-#include "support/strictlog.h"
+#include "support/series.h"
 #include "support/userhands.h"
-
-#include <vexdesk/appsettings.h>
-#include <vexdesk/terminal/referencedata.h>
+#include "support/wizardchoices.h"
+#include "support/wizardtest.h"
 
 #include <QtCore/QDir>
-#include <QtCore/QScopeGuard>
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QKeyEvent>
 #include <QtTest/QTest>
 #include <QtWidgets/QAbstractButton>
-#include <QtWidgets/QApplication>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QDateEdit>
@@ -37,27 +33,24 @@ using testsupport::ModalSteps;
 
 namespace {
 
-AppSettings settings()
-{
-    return AppSettings(QStringLiteral("TADataManager/ExportWizard"));
-}
-
-const QString sizeKey = QStringLiteral("dialog_size");
-
 const QString seriesTitle = QStringLiteral("Серия");
 const QString formatTitle = QStringLiteral("Формат");
 
 } // namespace
 
-class TestExportTADataWizard final : public QObject
+class TestExportTADataWizard final : public testsupport::WizardTest
 {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init();
-    void cleanup();
+public:
+    TestExportTADataWizard()
+        : WizardTest({.settings = "TADataManager/ExportWizard",
+                      .title = QStringLiteral("Мастер экспорта данных ТА"),
+                      .pages = {seriesTitle, formatTitle},
+                      .labels = 13})
+    {}
 
-    void looksAsItShould();
+private Q_SLOTS:
     void goesThroughItsPages();
     void nextWaitsForTheSeries();
     void nextWaitsForGoodDates();
@@ -79,72 +72,38 @@ private Q_SLOTS:
     void otherEventsAreLeftAlone();
     void goesOnAtThePress();
 
-    void keepsItsSize_data();
-    void keepsItsSize();
     void keepsNothingElse();
-    void hasASizeOfItsOwnAtFirst();
     void opensWideEnoughForTheLongestLineFormat();
     void returnDoesNothingWhileNextIsDisabled_data();
     void returnDoesNothingWhileNextIsDisabled();
-    void survivesASizeThatIsNone();
     void nothingIsCutOff();
     void tabFollowsTheEye();
-    void everyLabelHasABuddy();
     void theKeyboardSuffices();
 
 private:
-    void open();
-    QAbstractButton* button(QWizard::WizardButton which) const { return m_wizard->button(which); }
-    bool enabled(QWizard::WizardButton which) const { return button(which)->isEnabled(); }
-    QString title() const { return m_wizard->currentPage()->title(); }
-    template <typename Widget>
-    Widget* child(const char* name) const
+    ExportTADataWizard* wizard() const { return static_cast<ExportTADataWizard*>(m_wizard.get()); }
+    void prepare() override;
+    void tidy() override { m_output.reset(); }
+    std::unique_ptr<QWizard> makeWizard() override
     {
-        return m_wizard->currentPage()->findChild<Widget*>(QLatin1String(name));
+        return std::make_unique<ExportTADataWizard>(nullptr);
     }
+    void fillAll() override { fillExportWizard(m_wizard.get(), choices()); }
     // Choices whose file is "bars.txt" in a directory of the test.
     ExportChoices choices() const;
     QString output() const { return m_output->filePath(QStringLiteral("bars.txt")); }
     // Does what leads to the next page.
     void goOn(const QString& how) const;
-    // Where Tab goes from the widget that has the focus, by names.
-    QStringList tabNames() const;
-    void type(Qt::Key key) const { QTest::keyClick(m_wizard->focusWidget(), key); }
-    void type(const char* text) const
-    {
-        QTest::keyClicks(m_wizard->focusWidget(), QLatin1String(text));
-    }
 
-    QDir m_user;
     std::unique_ptr<QTemporaryDir> m_output;
-    std::unique_ptr<ExportTADataWizard> m_wizard;
 };
 
-void TestExportTADataWizard::init()
+void TestExportTADataWizard::prepare()
 {
-    testsupport::failOnStrayWarnings();
-    vexdesk::ReferenceData::install(vexdesk::ReferenceData::demonstration());
-    m_user = QDir(QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("user")));
-    QVERIFY(!m_user.exists());
     for (const char* series : {"NORD/MAIN/GRAN", "NORD/MAIN/ALFA", "NORD/ODD/VEGA",
                                "ORIENT/FX/GBPUSD", "ORIENT/FX/USDJPY", "ORIENT/CLEAR/X"})
-        QVERIFY(m_user.mkpath(QStringLiteral("tadata/") + QLatin1String(series)));
+        QVERIFY(user().mkpath(QStringLiteral("tadata/") + QLatin1String(series)));
     m_output = std::make_unique<QTemporaryDir>();
-}
-
-void TestExportTADataWizard::cleanup()
-{
-    m_wizard.reset();
-    m_output.reset();
-    QVERIFY(m_user.removeRecursively());
-}
-
-void TestExportTADataWizard::open()
-{
-    m_wizard.reset();
-    m_wizard = std::make_unique<ExportTADataWizard>(nullptr);
-    m_wizard->show();
-    QVERIFY(QTest::qWaitForWindowActive(m_wizard.get()));
 }
 
 ExportChoices TestExportTADataWizard::choices() const
@@ -175,45 +134,6 @@ void TestExportTADataWizard::goOn(const QString& how) const
         field->setFocus();
         QTest::keyClick(field, Qt::Key_Return);
     }
-}
-
-QStringList TestExportTADataWizard::tabNames() const
-{
-    const QList<std::pair<QWizard::WizardButton, QString>> buttons{
-        {QWizard::BackButton, QStringLiteral("Back")},
-        {QWizard::NextButton, QStringLiteral("Next")},
-        {QWizard::FinishButton, QStringLiteral("Finish")},
-        {QWizard::CancelButton, QStringLiteral("Cancel")}};
-    QStringList names;
-    const QWidget* const first = m_wizard->focusWidget();
-    QWidget* widget = m_wizard->focusWidget();
-    do {
-        QString name = widget->objectName();
-        for (const auto& [which, title] : buttons) {
-            if (button(which) == widget)
-                name = title;
-        }
-        // In a date Tab goes from day to month to year first.
-        if (names.isEmpty() || names.last() != name)
-            names.append(name);
-        QTest::keyClick(widget, Qt::Key_Tab);
-        widget = m_wizard->focusWidget();
-    } while (widget != first);
-    return names;
-}
-
-void TestExportTADataWizard::looksAsItShould()
-{
-    open();
-    QCOMPARE(m_wizard->windowTitle(), QStringLiteral("Мастер экспорта данных ТА"));
-    QVERIFY(!m_wizard->windowFlags().testFlag(Qt::WindowContextHelpButtonHint));
-    QVERIFY(!m_wizard->parentWidget());
-    QStringList titles;
-    const QList<int> ids = m_wizard->pageIds();
-    for (const int id : ids)
-        titles.append(m_wizard->page(id)->title());
-    QCOMPARE(titles, QStringList({seriesTitle, formatTitle}));
-    QCOMPARE(title(), seriesTitle);
 }
 
 void TestExportTADataWizard::goesThroughItsPages()
@@ -322,19 +242,10 @@ void TestExportTADataWizard::gathersTheDetailsOfBothPages()
     fillExportWizard(m_wizard.get(), choices);
     click(button(QWizard::FinishButton));
 
-    const ExportDetails details = m_wizard->exportDetails();
-    QCOMPARE(details.stockId, 2);
-    QCOMPARE(details.boardId, 1);
-    QCOMPARE(details.securityId, 104);
-    QCOMPARE(details.stockCode, QStringLiteral("ORIENT"));
-    QCOMPARE(details.boardCode, QStringLiteral("FX"));
-    QCOMPARE(details.securityName, QStringLiteral("USDJPY"));
-    QCOMPARE(details.timeframe, 1800);
-    QCOMPARE(details.separator, QStringLiteral(";"));
-    QCOMPARE(details.dateFormat, QStringLiteral("dd/MM/yy"));
-    QCOMPARE(details.timeFormat, QStringLiteral("hh:mm"));
-    QCOMPARE(details.dateFormatTitle, QString());
-    QCOMPARE(details.timeFormatTitle, QString());
+    const ExportDetails details = wizard()->exportDetails();
+    QCOMPARE(testsupport::fieldsOf(details),
+             QStringList({"2", "1", "104", "ORIENT", "FX", "USDJPY", "1800", ";", "dd/MM/yy",
+                          "hh:mm", "", ""}));
     QVERIFY(!details.addHeader);
     QCOMPARE(details.lineFormat, QStringLiteral("TICKER,PER,DATE,TIME,CLOSE,VOL"));
     QCOMPARE(details.dateFrom, QDate(2024, 3, 1));
@@ -345,7 +256,7 @@ void TestExportTADataWizard::gathersTheDetailsOfBothPages()
 void TestExportTADataWizard::beginsWithTheDefaults()
 {
     open();
-    const ExportDetails details = m_wizard->exportDetails();
+    const ExportDetails details = wizard()->exportDetails();
     QCOMPARE(details.stockId, 0);
     QCOMPARE(details.stockCode, QString());
     QCOMPARE(details.timeframe, 60);
@@ -504,13 +415,13 @@ void TestExportTADataWizard::checksTheFileWithoutThePage()
 {
     open();
     fillSeriesPage(m_wizard.get(), choices());
-    QVERIFY(m_wizard->checkFileName());
+    QVERIFY(wizard()->checkFileName());
     testsupport::writeFile(output(), "old");
     ModalSteps steps;
     for (const auto answer : {QMessageBox::Yes, QMessageBox::No})
         steps.on<QMessageBox>([answer](QMessageBox* box) { click(box->button(answer)); });
-    QVERIFY(m_wizard->checkFileName());
-    QVERIFY(!m_wizard->checkFileName());
+    QVERIFY(wizard()->checkFileName());
+    QVERIFY(!wizard()->checkFileName());
     QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
     QCOMPARE(title(), seriesTitle);
 }
@@ -521,11 +432,11 @@ void TestExportTADataWizard::aNextThatIsDisabledIsLeftAlone()
     QAbstractButton* const next = button(QWizard::NextButton);
     QVERIFY(!next->isEnabled());
     QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
-    QVERIFY(!m_wizard->eventFilter(next, &press));
+    QVERIFY(!wizard()->eventFilter(next, &press));
     QKeyEvent space(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier);
-    QVERIFY(!m_wizard->eventFilter(next, &space));
+    QVERIFY(!wizard()->eventFilter(next, &space));
     QShortcutEvent shortcut(QKeySequence(Qt::ALT | Qt::Key_N), 0);
-    QVERIFY(!m_wizard->eventFilter(next, &shortcut));
+    QVERIFY(!wizard()->eventFilter(next, &shortcut));
     ModalSteps steps; // complains of every window
     QTest::mouseClick(next, Qt::LeftButton);
     QTest::keyClick(next, Qt::Key_Space);
@@ -541,18 +452,18 @@ void TestExportTADataWizard::otherEventsAreLeftAlone()
     fillSeriesPage(m_wizard.get(), choices());
     QAbstractButton* const next = button(QWizard::NextButton);
     QKeyEvent tab(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier);
-    QVERIFY(!m_wizard->eventFilter(next, &tab));
+    QVERIFY(!wizard()->eventFilter(next, &tab));
     QKeyEvent release(QEvent::KeyRelease, Qt::Key_Return, Qt::NoModifier);
-    QVERIFY(!m_wizard->eventFilter(next, &release));
+    QVERIFY(!wizard()->eventFilter(next, &release));
     QEvent enter(QEvent::HoverEnter);
-    QVERIFY(!m_wizard->eventFilter(next, &enter));
+    QVERIFY(!wizard()->eventFilter(next, &enter));
     QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
-    QVERIFY(!m_wizard->eventFilter(button(QWizard::CancelButton), &press));
+    QVERIFY(!wizard()->eventFilter(button(QWizard::CancelButton), &press));
     QCOMPARE(title(), seriesTitle);
 
-    QVERIFY(m_wizard->eventFilter(next, &press));
+    QVERIFY(wizard()->eventFilter(next, &press));
     QCOMPARE(title(), formatTitle);
-    QVERIFY(!m_wizard->eventFilter(next, &press));
+    QVERIFY(!wizard()->eventFilter(next, &press));
     QCOMPARE(title(), formatTitle);
 }
 
@@ -565,36 +476,6 @@ void TestExportTADataWizard::goesOnAtThePress()
     QVERIFY(!button(QWizard::NextButton)->isDown());
     click(button(QWizard::FinishButton));
     QCOMPARE(m_wizard->result(), int(QDialog::Accepted));
-}
-
-void TestExportTADataWizard::keepsItsSize_data()
-{
-    QTest::addColumn<QString>("how");
-    for (const char* how : {"finish", "cancel", "escape", "destroyed"})
-        QTest::newRow(how) << QString::fromLatin1(how);
-}
-
-void TestExportTADataWizard::keepsItsSize()
-{
-    QFETCH(const QString, how);
-    const QSize size(711, 433);
-    open();
-    if (how == u"finish")
-        fillExportWizard(m_wizard.get(), choices());
-    m_wizard->resize(size);
-    QCOMPARE(m_wizard->size(), size);
-    if (how == u"finish")
-        click(button(QWizard::FinishButton));
-    else if (how == u"cancel")
-        click(button(QWizard::CancelButton));
-    else if (how == u"escape")
-        QTest::keyClick(m_wizard.get(), Qt::Key_Escape);
-    QVERIFY(!settings().contains(sizeKey));
-    m_wizard.reset();
-    QCOMPARE(settings().value(sizeKey).toSize(), size);
-
-    open();
-    QCOMPARE(m_wizard->size(), size);
 }
 
 void TestExportTADataWizard::keepsNothingElse()
@@ -617,26 +498,8 @@ void TestExportTADataWizard::keepsNothingElse()
     QCOMPARE(child<QLineEdit>("outputFile")->text(), QString());
     QCOMPARE(child<QComboBox>("extensionComboBox")->currentText(), QStringLiteral(".txt"));
     QCOMPARE(child<QLineEdit>("outputDir")->text(), QString());
-    QVERIFY(m_wizard->exportDetails().addHeader);
-    QVERIFY(m_wizard->exportDetails().lineFormat.startsWith(QStringLiteral("TICKER,")));
-}
-
-void TestExportTADataWizard::hasASizeOfItsOwnAtFirst()
-{
-    open();
-    QVERIFY(!settings().contains(sizeKey));
-    const QSize minimum = m_wizard->minimumSizeHint();
-    QVERIFY(m_wizard->width() >= minimum.width() && m_wizard->height() >= minimum.height());
-}
-
-void TestExportTADataWizard::survivesASizeThatIsNone()
-{
-    settings().setValue(sizeKey, QStringLiteral("large"));
-    open();
-    QVERIFY(m_wizard->width() >= m_wizard->minimumWidth());
-    QVERIFY(m_wizard->height() >= m_wizard->minimumHeight());
-    fillExportWizard(m_wizard.get(), choices());
-    QVERIFY(enabled(QWizard::FinishButton));
+    QVERIFY(wizard()->exportDetails().addHeader);
+    QVERIFY(wizard()->exportDetails().lineFormat.startsWith(QStringLiteral("TICKER,")));
 }
 
 void TestExportTADataWizard::nothingIsCutOff()
@@ -681,39 +544,11 @@ void TestExportTADataWizard::tabFollowsTheEye()
                                       "writeHead", "Back", "Finish", "Cancel"}));
 }
 
-void TestExportTADataWizard::everyLabelHasABuddy()
-{
-    open();
-    int labels = 0;
-    const QList<int> ids = m_wizard->pageIds();
-    for (const int id : ids) {
-        const QList<QLabel*> all = m_wizard->page(id)->findChildren<QLabel*>();
-        for (const QLabel* label : all) {
-            ++labels;
-            QVERIFY2(label->buddy(), qPrintable(label->text()));
-            QVERIFY2(label->buddy()->focusPolicy() & Qt::TabFocus, qPrintable(label->text()));
-            QCOMPARE(label->buddy()->parentWidget(), m_wizard->page(id));
-        }
-    }
-    QCOMPARE(labels, 13);
-}
-
 void TestExportTADataWizard::theKeyboardSuffices()
 {
-    // However slow the machine is, the letters belong together.
-    const int interval = QApplication::keyboardInputInterval();
-    QApplication::setKeyboardInputInterval(60'000);
-    const auto restore =
-        qScopeGuard([interval] { QApplication::setKeyboardInputInterval(interval); });
-
+    const testsupport::UnhurriedTyping typing;
     open();
-    QCOMPARE(m_wizard->focusWidget(), child<QComboBox>("stock"));
-    type("ORIENT");
-    type(Qt::Key_Tab);
-    type("FX");
-    type(Qt::Key_Tab);
-    type("GB");
-    type(Qt::Key_Tab);
+    typeSeries();
     type("01032024");
     type(Qt::Key_Tab);
     type("15032024");
@@ -736,7 +571,7 @@ void TestExportTADataWizard::theKeyboardSuffices()
     type(Qt::Key_Return);
     QVERIFY(!m_wizard->isVisible());
     QCOMPARE(m_wizard->result(), int(QDialog::Accepted));
-    const ExportDetails details = m_wizard->exportDetails();
+    const ExportDetails details = wizard()->exportDetails();
     QCOMPARE(details.securityName, QStringLiteral("GBPUSD"));
     QCOMPARE(details.timeframe, 300);
     QCOMPARE(details.dateFrom, QDate(2024, 3, 1));

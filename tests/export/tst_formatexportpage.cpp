@@ -2,6 +2,9 @@
 #include "formatexportpage.h"
 
 #include "exportdetails.h"
+#include "support/child.h"
+#include "support/formrows.h"
+#include "support/lineformats.h"
 #include "support/markingtranslator.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"
@@ -9,28 +12,13 @@
 #include <QtTest/QTest>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>
-#include <QtWidgets/QFormLayout>
-#include <QtWidgets/QLabel>
 
 #include <memory>
 
 using testsupport::choose;
 using testsupport::click;
-
-namespace {
-
-using Items = QList<std::pair<QString, QString>>;
-
-// Text and data of every item.
-Items items(const QComboBox* box)
-{
-    Items all;
-    for (int i = 0; i < box->count(); ++i)
-        all.append({box->itemText(i), box->itemData(i).toString()});
-    return all;
-}
-
-} // namespace
+using testsupport::compareRows;
+using testsupport::items;
 
 class TestFormatExportPage final : public QObject
 {
@@ -56,7 +44,7 @@ private:
     template <typename Widget>
     Widget* child(const char* name) const
     {
-        return m_page->findChild<Widget*>(QLatin1String(name));
+        return testsupport::child<Widget>(m_page.get(), name);
     }
     ExportDetails details() const
     {
@@ -87,29 +75,11 @@ void TestFormatExportPage::hasItsRowsInOrder()
     QCOMPARE(m_page->title(), QStringLiteral("Формат"));
     QCOMPARE(m_page->windowTitle(), QStringLiteral("Form"));
 
-    struct Row
-    {
-        const char* field;
-        const char* label;
-        const char* text;
-    };
-    const QList<Row> rows{{"lineFormat", "label_4", "Формат строки:"},
-                          {"separator", "label", "Разделитель:"},
-                          {"dateFormat", "label_2", "Формат даты:"},
-                          {"timeFormat", "label_3", "Формат времени:"}};
-    auto* const form = qobject_cast<QFormLayout*>(m_page->layout());
-    QVERIFY(form);
-    for (int i = 0; i < rows.size(); ++i) {
-        const auto* const label =
-            qobject_cast<QLabel*>(form->itemAt(i, QFormLayout::LabelRole)->widget());
-        QWidget* const field = form->itemAt(i, QFormLayout::FieldRole)->widget();
-        QVERIFY(label);
-        QCOMPARE(label->objectName(), QLatin1String(rows[i].label));
-        QCOMPARE(label->text(), QString::fromUtf8(rows[i].text));
-        QCOMPARE(field->objectName(), QLatin1String(rows[i].field));
-        QVERIFY(qobject_cast<QComboBox*>(field));
-        QCOMPARE(label->buddy(), field);
-    }
+    compareRows(m_page.get(), 0,
+                {{"lineFormat", "label_4", "Формат строки:"},
+                 {"separator", "label", "Разделитель:"},
+                 {"dateFormat", "label_2", "Формат даты:"},
+                 {"timeFormat", "label_3", "Формат времени:"}});
     const auto* const header = child<QCheckBox>("writeHead");
     QVERIFY(header);
     QCOMPARE(header->text(), QStringLiteral("Добавить заголовок"));
@@ -136,34 +106,14 @@ void TestFormatExportPage::showsWholeLineFormats()
 
 void TestFormatExportPage::offersItsFormatsInOrder()
 {
-    QStringList lineFormats;
-    for (int i = 0; i < child<QComboBox>("lineFormat")->count(); ++i)
-        lineFormats.append(child<QComboBox>("lineFormat")->itemText(i));
-    QCOMPARE(
-        lineFormats,
-        QStringList({"TICKER,PER,DATE,TIME,OPEN,HIGH,LOW,CLOSE,VOL,VAL,OPEN_INT",
-                     "TICKER,PER,DATE,TIME,OPEN,HIGH,LOW,CLOSE,VOL,OPEN_INT",
-                     "TICKER,PER,DATE,TIME,OPEN,HIGH,LOW,CLOSE,VAL,OPEN_INT",
-                     "TICKER,PER,DATE,TIME,OPEN,HIGH,LOW,CLOSE,VOL",
-                     "TICKER,PER,DATE,TIME,OPEN,HIGH,LOW,CLOSE,Q_TY",
-                     "TICKER,PER,DATE,TIME,OPEN,HIGH,LOW,CLOSE",
-                     "TICKER,PER,DATE,TIME,CLOSE,VOL,OPEN_INT",
-                     "TICKER,PER,DATE,TIME,CLOSE,VAL,OPEN_INT", "TICKER,PER,DATE,TIME,CLOSE,VOL",
-                     "TICKER,PER,DATE,TIME,CLOSE,VAL", "TICKER,PER,DATE,TIME,CLOSE",
-                     "DATE,TIME,OPEN,HIGH,LOW,CLOSE,VOL,OPEN_INT",
-                     "DATE,TIME,OPEN,HIGH,LOW,CLOSE,VAL,OPEN_INT", "DATE,TIME,OPEN,HIGH,LOW,CLOSE",
-                     "DATE,TIME,CLOSE"}));
-    QCOMPARE(items(child<QComboBox>("separator")),
-             (Items{{"запятая (,)", ","}, {"точка с запятой (;)", ";"}, {"пробел ( )", " "}}));
-    QCOMPARE(items(child<QComboBox>("dateFormat")), (Items{{"ггггммдд", "yyyyMMdd"},
-                                                           {"ггммдд", "yyMMdd"},
-                                                           {"ддммгг", "ddMMyy"},
-                                                           {"дд.мм.гг", "dd.MM.yy"},
-                                                           {"дд/мм/гг", "dd/MM/yy"}}));
-    QCOMPARE(
-        items(child<QComboBox>("timeFormat")),
-        (Items{
-            {"ччммсс", "hhmmss"}, {"ччмм", "hhmm"}, {"чч:мм:сс", "hh:mm:ss"}, {"чч:мм", "hh:mm"}}));
+    QStringList offered;
+    for (const auto& [text, data] : items(child<QComboBox>("lineFormat")))
+        offered.append(text);
+    QCOMPARE(offered,
+             QStringList(std::begin(testsupport::lineFormats), std::end(testsupport::lineFormats)));
+    QCOMPARE(items(child<QComboBox>("separator")), testsupport::separatorItems());
+    QCOMPARE(items(child<QComboBox>("dateFormat")), testsupport::dateFormatItems());
+    QCOMPARE(items(child<QComboBox>("timeFormat")), testsupport::timeFormatItems());
 }
 
 void TestFormatExportPage::beginsWithTheFirstOfEach()
@@ -248,15 +198,10 @@ void TestFormatExportPage::isAlwaysComplete()
 
 void TestFormatExportPage::itsTextsAreItsOwn()
 {
-    testsupport::MarkingTranslator translator;
-    QCoreApplication::installTranslator(&translator);
+    const testsupport::MarkingTranslator translator;
     const FormatExportPage page;
-    for (const char* name : {"separator", "dateFormat", "timeFormat"}) {
-        const auto* const box = page.findChild<QComboBox*>(QLatin1String(name));
-        for (int i = 0; i < box->count(); ++i)
-            QVERIFY2(box->itemText(i).startsWith(u"FormatExportPage|"),
-                     qPrintable(box->itemText(i)));
-    }
+    testsupport::compareContext(&page, {"separator", "dateFormat", "timeFormat"},
+                                QStringLiteral("FormatExportPage"));
     QCOMPARE(page.title(), QStringLiteral("FormatExportPage|Формат"));
 }
 

@@ -2,8 +2,10 @@
 #include "seriesexportpage.h"
 
 #include "exportdetails.h"
-#include "support/exportchoices.h"
+#include "support/child.h"
+#include "support/filetree.h"
 #include "support/modalsteps.h"
+#include "support/series.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"
 
@@ -120,10 +122,13 @@ private:
     template <typename Widget>
     Widget* child(const char* name) const
     {
-        return m_page->findChild<Widget*>(QLatin1String(name));
+        return testsupport::child<Widget>(m_page.get(), name);
     }
     QString text(const char* name) const { return child<QLineEdit>(name)->text(); }
-    void type(const char* name, const QString& text) const;
+    void type(const char* name, const QString& text) const
+    {
+        testsupport::type(child<QLineEdit>(name), text);
+    }
     void chooseSeries(const char* stock, const char* board, const char* security) const;
     void typeDates(const QDate& first, const QDate& last) const;
     // The names of the labels that are red.
@@ -143,8 +148,7 @@ void TestSeriesExportPage::init()
 {
     testsupport::failOnStrayWarnings();
     vexdesk::ReferenceData::install(vexdesk::ReferenceData::demonstration());
-    m_user = QDir(QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("user")));
-    QVERIFY(!m_user.exists());
+    m_user = testsupport::newUserFolder();
 }
 
 void TestSeriesExportPage::cleanup()
@@ -166,17 +170,6 @@ void TestSeriesExportPage::openUsual()
 {
     open({"NORD/MAIN/GRAN", "NORD/MAIN/ALFA", "NORD/ODD/VEGA", "ORIENT/FX/EURUSD",
           "ORIENT/FX/GBPUSD", "GONE/OLD/X"});
-}
-
-void TestSeriesExportPage::type(const char* name, const QString& text) const
-{
-    auto* const edit = child<QLineEdit>(name);
-    edit->setFocus();
-    edit->selectAll();
-    if (text.isEmpty())
-        QTest::keyClick(edit, Qt::Key_Delete);
-    QTest::keyClicks(edit, text);
-    QCOMPARE(edit->text(), text);
 }
 
 void TestSeriesExportPage::chooseSeries(const char* stock, const char* board,
@@ -633,13 +626,8 @@ void TestSeriesExportPage::fillsInTheSeries()
     typeDates(from, to);
     type("outputDir", QStringLiteral("/data"));
     const ExportDetails details = this->details();
-    QCOMPARE(details.stockId, 2);
-    QCOMPARE(details.boardId, 1);
-    QCOMPARE(details.securityId, 103);
-    QCOMPARE(details.stockCode, QStringLiteral("ORIENT"));
-    QCOMPARE(details.boardCode, QStringLiteral("FX"));
-    QCOMPARE(details.securityName, QStringLiteral("GBPUSD"));
-    QCOMPARE(details.timeframe, 60);
+    QCOMPARE(testsupport::fieldsOf(details),
+             QStringList({"2", "1", "103", "ORIENT", "FX", "GBPUSD", "60", "", "", "", "", ""}));
     QCOMPARE(details.dateFrom, from);
     QCOMPARE(details.dateTo, to);
     QCOMPARE(details.outputPath, QStringLiteral("/data/GBPUSD_240301_240315.txt"));

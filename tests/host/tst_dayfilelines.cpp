@@ -8,6 +8,7 @@
 #include "support/strictlog.h"
 
 #include <QtCore/QRandomGenerator>
+#include <QtCore/QStringDecoder>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QStringDecoder>
 #include <QtCore/QTextStream>
@@ -451,7 +452,7 @@ void TestDayFileLines::waitsForTheRestOfALineThatIsBeingWritten()
     // From here on the first read at the end finds nothing, and the next one the rest.
     QFile file(path());
     QVERIFY(file.open(QIODevice::Append));
-    const testsupport::AtEnd rest(path(), [&] {
+    const testsupport::Meanwhile rest(testsupport::SystemCall::ReadEnd, path(), [&] {
         file.write(bar.mid(20) + '\n');
         file.flush();
     });

@@ -3,9 +3,8 @@
 
 #include "importdetails.h"
 
-#include <vexdesk/boarddirectory.h>
-#include <vexdesk/securitydirectory.h>
-#include <vexdesk/stockdirectory.h>
+#include "support/series.h"
+
 #include <vexdesk/terminal/referencedata.h>
 
 namespace testsupport {
@@ -14,17 +13,11 @@ namespace testsupport {
 /// know with this number of decimals.
 inline ImportDetails detailsOfSeries(int decimals)
 {
-    ImportDetails details;
-    details.stockCode = QStringLiteral("S");
-    details.boardCode = QStringLiteral("B");
-    details.securityName = QStringLiteral("X");
     auto data = vexdesk::ReferenceData::demonstration();
-    data.setSeries(details.stockCode, details.boardCode, details.securityName, decimals);
+    data.setSeries(QStringLiteral("S"), QStringLiteral("B"), QStringLiteral("X"), decimals);
     vexdesk::ReferenceData::install(data);
-    details.stockId = StockDirectory::i().idByCode(details.stockCode);
-    details.boardId = BoardDirectory::i().idByCode(details.stockCode, details.boardCode);
-    details.securityId =
-        SecurityDirectory::i().idByCode(details.stockCode, details.boardCode, details.securityName);
+    ImportDetails details;
+    setSeries(details, "S", "B", "X");
     details.timeframe = 60;
     details.separator = QStringLiteral(";");
     details.dateFormat = QStringLiteral("yyyyMMdd");

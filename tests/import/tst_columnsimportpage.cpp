@@ -5,9 +5,10 @@
 #include "columnstablewidget.h"
 #include "importdetails.h"
 #include "importtadatawizard.h"
-#include "support/importchoices.h"
+#include "support/filetree.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"
+#include "support/wizardchoices.h"
 
 #include <QtCore/QDir>
 #include <QtGui/QTextDocumentFragment>
@@ -148,8 +149,7 @@ private:
 void TestColumnsImportPage::init()
 {
     testsupport::failOnStrayWarnings();
-    m_user = QDir(QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("user")));
-    QVERIFY(!m_user.exists());
+    m_user = testsupport::newUserFolder();
 }
 
 void TestColumnsImportPage::cleanup()

@@ -2,6 +2,8 @@
 #include "formatimportpage.h"
 
 #include "importdetails.h"
+#include "support/child.h"
+#include "support/formrows.h"
 #include "support/markingtranslator.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"
@@ -15,21 +17,12 @@
 #include <QtWidgets/QTableWidget>
 
 using testsupport::choose;
+using testsupport::compareRows;
+using testsupport::items;
 
 namespace {
 
 enum Separator { NotSet, Comma, Semicolon, Blank };
-
-using Items = QList<std::pair<QString, QString>>;
-
-// Text and data of every item.
-Items items(const QComboBox* box)
-{
-    Items all;
-    for (int i = 0; i < box->count(); ++i)
-        all.append({box->itemText(i), box->itemData(i).toString()});
-    return all;
-}
 
 using Cells = QList<QStringList>;
 
@@ -84,7 +77,7 @@ private:
     template <typename Widget>
     Widget* child(const char* name) const
     {
-        return m_page->findChild<Widget*>(QLatin1String(name));
+        return testsupport::child<Widget>(m_page.get(), name);
     }
     QComboBox* separator() const { return child<QComboBox>("separator"); }
     QTableWidget* table() const { return child<QTableWidget>("fileData"); }
@@ -126,26 +119,10 @@ void TestFormatImportPage::hasItsRowsInOrder()
     QVERIFY(header->isChecked());
     QCOMPARE(form->itemAt(0, QFormLayout::SpanningRole)->widget(), header);
 
-    struct Row
-    {
-        const char* field;
-        const char* label;
-        const char* text;
-    };
-    const QList<Row> rows{{"separator", "sepLabel", "Разделитель:"},
-                          {"dateFormat", "label_2", "Формат даты:"},
-                          {"timeFormat", "label_3", "Формат времени:"}};
-    for (int i = 0; i < rows.size(); ++i) {
-        const auto* const label =
-            qobject_cast<QLabel*>(form->itemAt(i + 1, QFormLayout::LabelRole)->widget());
-        QWidget* const field = form->itemAt(i + 1, QFormLayout::FieldRole)->widget();
-        QVERIFY(label);
-        QCOMPARE(label->objectName(), QLatin1String(rows[i].label));
-        QCOMPARE(label->text(), QString::fromUtf8(rows[i].text));
-        QCOMPARE(field->objectName(), QLatin1String(rows[i].field));
-        QVERIFY(qobject_cast<QComboBox*>(field));
-        QCOMPARE(label->buddy(), field);
-    }
+    compareRows(m_page.get(), 1,
+                {{"separator", "sepLabel", "Разделитель:"},
+                 {"dateFormat", "label_2", "Формат даты:"},
+                 {"timeFormat", "label_3", "Формат времени:"}});
 
     const auto* const line = child<QFrame>("line");
     QVERIFY(line);
@@ -159,22 +136,12 @@ void TestFormatImportPage::hasItsRowsInOrder()
 void TestFormatImportPage::offersItsFormatsInOrder()
 {
     open({"a,b"});
-    QCOMPARE(items(separator()), Items({{"не задан", "\n"},
-                                        {"запятая (,)", ","},
-                                        {"точка с запятой (;)", ";"},
-                                        {"пробел ( )", " "}}));
-    QCOMPARE(separator()->currentIndex(), 0);
-    QCOMPARE(items(child<QComboBox>("dateFormat")), Items({{"ггггммдд", "yyyyMMdd"},
-                                                           {"ггммдд", "yyMMdd"},
-                                                           {"ддммгг", "ddMMyy"},
-                                                           {"дд.мм.гг", "dd.MM.yy"},
-                                                           {"дд/мм/гг", "dd/MM/yy"}}));
-    QCOMPARE(child<QComboBox>("dateFormat")->currentIndex(), 0);
-    QCOMPARE(items(child<QComboBox>("timeFormat")), Items({{"ччммсс", "hhmmss"},
-                                                           {"ччмм", "hhmm"},
-                                                           {"чч:мм:сс", "hh:mm:ss"},
-                                                           {"чч:мм", "hh:mm"}}));
-    QCOMPARE(child<QComboBox>("timeFormat")->currentIndex(), 0);
+    QCOMPARE(items(separator()),
+             (testsupport::Items{{"не задан", "\n"}} + testsupport::separatorItems()));
+    QCOMPARE(items(child<QComboBox>("dateFormat")), testsupport::dateFormatItems());
+    QCOMPARE(items(child<QComboBox>("timeFormat")), testsupport::timeFormatItems());
+    for (const char* name : {"separator", "dateFormat", "timeFormat"})
+        QCOMPARE(child<QComboBox>(name)->currentIndex(), 0);
     QCOMPARE(m_page->separator(), QStringLiteral("\n"));
     QCOMPARE(m_page->dateFormat(), QStringLiteral("yyyyMMdd"));
     QCOMPARE(m_page->timeFormat(), QStringLiteral("hhmmss"));
@@ -412,17 +379,12 @@ void TestFormatImportPage::keepsItsChoicesWhenLeft()
 
 void TestFormatImportPage::itsTextsAreItsOwn()
 {
-    testsupport::MarkingTranslator translator;
-    QCoreApplication::installTranslator(&translator);
+    const testsupport::MarkingTranslator translator;
     const QStringList lines{"1"};
     const FormatImportPage page(lines);
-    const QList<QComboBox*> boxes = page.findChildren<QComboBox*>();
-    QCOMPARE(boxes.size(), 3);
-    for (const QComboBox* const box : boxes) {
-        for (int i = 0; i < box->count(); ++i)
-            QVERIFY2(box->itemText(i).startsWith(u"FormatImportPage|"),
-                     qPrintable(box->itemText(i)));
-    }
+    QCOMPARE(page.findChildren<QComboBox*>().size(), 3);
+    testsupport::compareContext(&page, {"separator", "dateFormat", "timeFormat"},
+                                QStringLiteral("FormatImportPage"));
     QCOMPARE(page.title(), QStringLiteral("FormatImportPage|Формат"));
 }
 
@@ -433,9 +395,8 @@ void TestFormatImportPage::showsTheBeginningOfAHugeField()
     const QString huge(10 * 1000 * 1000, u'X');
     const QList<QString> lines{usual + u',' + huge};
     FormatImportPage page(lines);
-    auto* const separator = page.findChild<QComboBox*>(QStringLiteral("separator"));
-    separator->setCurrentIndex(1);
-    const auto* const table = page.findChild<QTableWidget*>(QStringLiteral("fileData"));
+    testsupport::child<QComboBox>(&page, "separator")->setCurrentIndex(Comma);
+    const auto* const table = testsupport::child<QTableWidget>(&page, "fileData");
     QCOMPARE(table->item(0, 0)->text(), usual);
     QCOMPARE(table->item(0, 1)->text(), QString(huge.left(1000) + u'…'));
 }

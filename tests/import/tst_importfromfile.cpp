@@ -34,8 +34,7 @@ private:
 void TestImportFromFile::init()
 {
     testsupport::failOnStrayWarnings();
-    m_user = QDir(QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("user")));
-    QVERIFY(!m_user.exists());
+    m_user = testsupport::newUserFolder();
 }
 
 void TestImportFromFile::cleanup()

@@ -4,12 +4,10 @@
 #include "importdetails.h"
 #include "importjob.h"
 #include "support/filetree.h"
-#include "support/importchoices.h"
-#include "support/strictlog.h"
+#include "support/series.h"
 #include "support/userhands.h"
-
-#include <vexdesk/appsettings.h>
-#include <vexdesk/terminal/referencedata.h>
+#include "support/wizardchoices.h"
+#include "support/wizardtest.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QScopeGuard>
@@ -31,129 +29,69 @@ using testsupport::roleBoxes;
 
 namespace {
 
-AppSettings settings()
-{
-    return AppSettings(QStringLiteral("TADataManager/ImportWizard"));
-}
-
-const QString sizeKey = QStringLiteral("dialog_size");
-
 const char bars[] = "20240115;100000;1;2;0;1.5\n20240115;100100;2;3;1;2.5\n";
+
+QStringList linesOf(const QByteArray& file)
+{
+    return QString::fromUtf8(file).split(u'\n', Qt::SkipEmptyParts);
+}
 
 } // namespace
 
-class TestImportTADataWizard final : public QObject
+class TestImportTADataWizard final : public testsupport::WizardTest
 {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init();
-    void cleanup();
+public:
+    TestImportTADataWizard()
+        : WizardTest({.settings = "TADataManager/ImportWizard",
+                      .title = QStringLiteral("Мастер импорта данных ТА"),
+                      .pages = {"Серия", "Формат", "Столбцы"},
+                      .labels = 7})
+    {}
 
-    void looksAsItShould();
+private Q_SLOTS:
     void goesThroughItsPages();
     void nextWaitsForTheSeries();
     void nextWaitsForTheSeparator();
     void goingBackKeepsEveryChoice();
     void tellsTheFormatsOfItsSecondPage();
     void gathersTheDetailsOfEveryPage();
-    void keepsItsSize_data();
-    void keepsItsSize();
-    void hasASizeOfItsOwnAtFirst();
     void opensWideEnoughForEightColumns();
     void opensNoWiderThanTheScreen();
-    void survivesASizeThatIsNone();
     void tabFollowsTheEye();
-    void everyLabelHasABuddy();
     void theKeyboardSuffices();
     void importsEveryFormat_data();
     void importsEveryFormat();
 
 private:
-    void open(const QByteArray& file);
-    QAbstractButton* button(QWizard::WizardButton which) const { return m_wizard->button(which); }
-    bool enabled(QWizard::WizardButton which) const { return button(which)->isEnabled(); }
-    template <typename Widget>
-    Widget* child(const char* name) const
+    ImportTADataWizard* wizard() const { return static_cast<ImportTADataWizard*>(m_wizard.get()); }
+    std::unique_ptr<QWizard> makeWizard() override
     {
-        return m_wizard->currentPage()->findChild<Widget*>(QLatin1String(name));
+        return std::make_unique<ImportTADataWizard>(m_lines);
     }
-    // Where Tab goes from the widget that has the focus, by names.
-    QStringList tabNames() const;
-    void type(Qt::Key key) const { QTest::keyClick(m_wizard->focusWidget(), key); }
-    void type(const char* text) const
+    void tidy() override { m_lines = linesOf(bars); }
+    void fillAll() override { fillImportWizard(m_wizard.get(), ImportChoices()); }
+    QString nameOf(QWidget* widget) const override;
+    void openFile(const QByteArray& file)
     {
-        QTest::keyClicks(m_wizard->focusWidget(), QLatin1String(text));
+        m_wizard.reset();
+        m_lines = linesOf(file);
+        open();
     }
 
-    QDir m_user;
-    QStringList m_lines; // outlives the wizard
-    std::unique_ptr<ImportTADataWizard> m_wizard;
+    QStringList m_lines = linesOf(bars); // of the file; they outlive the wizard
 };
 
-void TestImportTADataWizard::init()
+QString TestImportTADataWizard::nameOf(QWidget* widget) const
 {
-    testsupport::failOnStrayWarnings();
-    vexdesk::ReferenceData::install(vexdesk::ReferenceData::demonstration());
-    m_user = QDir(QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("user")));
-    QVERIFY(!m_user.exists());
-}
-
-void TestImportTADataWizard::cleanup()
-{
-    m_wizard.reset();
-    QVERIFY(m_user.removeRecursively());
-}
-
-void TestImportTADataWizard::open(const QByteArray& file)
-{
-    m_wizard.reset();
-    m_lines = QString::fromUtf8(file).split(u'\n', Qt::SkipEmptyParts);
-    m_wizard = std::make_unique<ImportTADataWizard>(m_lines);
-    m_wizard->show();
-    QVERIFY(QTest::qWaitForWindowActive(m_wizard.get()));
-}
-
-QStringList TestImportTADataWizard::tabNames() const
-{
-    const QList<std::pair<QWizard::WizardButton, QString>> buttons{
-        {QWizard::BackButton, QStringLiteral("Back")},
-        {QWizard::NextButton, QStringLiteral("Next")},
-        {QWizard::FinishButton, QStringLiteral("Finish")},
-        {QWizard::CancelButton, QStringLiteral("Cancel")}};
-    const QList<QComboBox*> roles = roleBoxes(m_wizard.get());
-    QStringList names;
-    const QList<QWidget*> order = testsupport::tabOrder(m_wizard.get());
-    for (QWidget* widget : order) {
-        QString name = widget->objectName();
-        for (const auto& [which, title] : buttons) {
-            if (button(which) == widget)
-                name = title;
-        }
-        if (const auto column = roles.indexOf(qobject_cast<QComboBox*>(widget)); column >= 0)
-            name = QStringLiteral("role %1").arg(column);
-        names.append(name);
-    }
-    return names;
-}
-
-void TestImportTADataWizard::looksAsItShould()
-{
-    open(bars);
-    QCOMPARE(m_wizard->windowTitle(), QStringLiteral("Мастер импорта данных ТА"));
-    QVERIFY(!m_wizard->windowFlags().testFlag(Qt::WindowContextHelpButtonHint));
-    QVERIFY(!m_wizard->parentWidget());
-    QStringList titles;
-    const QList<int> ids = m_wizard->pageIds();
-    for (const int id : ids)
-        titles.append(m_wizard->page(id)->title());
-    QCOMPARE(titles, QStringList({"Серия", "Формат", "Столбцы"}));
-    QCOMPARE(m_wizard->currentPage()->title(), QStringLiteral("Серия"));
+    const auto column = roleBoxes(m_wizard.get()).indexOf(qobject_cast<QComboBox*>(widget));
+    return column >= 0 ? QStringLiteral("role %1").arg(column) : widget->objectName();
 }
 
 void TestImportTADataWizard::goesThroughItsPages()
 {
-    open(bars);
+    open();
     const ImportChoices choices;
     QVERIFY(!enabled(QWizard::BackButton));
     QVERIFY(!enabled(QWizard::NextButton));
@@ -161,13 +99,13 @@ void TestImportTADataWizard::goesThroughItsPages()
     fillSeriesPage(m_wizard.get(), choices);
     click(button(QWizard::NextButton));
 
-    QCOMPARE(m_wizard->currentPage()->title(), QStringLiteral("Формат"));
+    QCOMPARE(title(), QStringLiteral("Формат"));
     QVERIFY(enabled(QWizard::BackButton));
     QVERIFY(!enabled(QWizard::NextButton));
     fillFormatPage(m_wizard.get(), choices);
     click(button(QWizard::NextButton));
 
-    QCOMPARE(m_wizard->currentPage()->title(), QStringLiteral("Столбцы"));
+    QCOMPARE(title(), QStringLiteral("Столбцы"));
     QVERIFY(!button(QWizard::NextButton)->isVisible());
     QVERIFY(button(QWizard::FinishButton)->isVisible());
     QVERIFY(!enabled(QWizard::FinishButton));
@@ -179,7 +117,7 @@ void TestImportTADataWizard::goesThroughItsPages()
 
 void TestImportTADataWizard::nextWaitsForTheSeries()
 {
-    open(bars);
+    open();
     const QString red = QStringLiteral("QLabel {color: red;}");
     choose(child<QComboBox>("stock"), QStringLiteral("NORD "));
     QVERIFY(!enabled(QWizard::NextButton));
@@ -199,7 +137,7 @@ void TestImportTADataWizard::nextWaitsForTheSeries()
 
 void TestImportTADataWizard::nextWaitsForTheSeparator()
 {
-    open("a,b,c\n1,2\n");
+    openFile("a,b,c\n1,2\n");
     fillSeriesPage(m_wizard.get(), ImportChoices());
     click(button(QWizard::NextButton));
     const QString red = QStringLiteral("QLabel {color: red;}");
@@ -219,7 +157,7 @@ void TestImportTADataWizard::nextWaitsForTheSeparator()
 
 void TestImportTADataWizard::goingBackKeepsEveryChoice()
 {
-    open(bars);
+    open();
     ImportChoices choices;
     choices.timeFrame = QStringLiteral("1 секунда");
     choices.dateFormat = QStringLiteral("дд.мм.гг");
@@ -245,24 +183,24 @@ void TestImportTADataWizard::goingBackKeepsEveryChoice()
 
 void TestImportTADataWizard::tellsTheFormatsOfItsSecondPage()
 {
-    open(bars);
-    QCOMPARE(m_wizard->columnSeparator(), QStringLiteral("\n"));
-    QCOMPARE(m_wizard->dateFormat(), QStringLiteral("yyyyMMdd"));
-    QCOMPARE(m_wizard->timeFormat(), QStringLiteral("hhmmss"));
+    open();
+    QCOMPARE(wizard()->columnSeparator(), QStringLiteral("\n"));
+    QCOMPARE(wizard()->dateFormat(), QStringLiteral("yyyyMMdd"));
+    QCOMPARE(wizard()->timeFormat(), QStringLiteral("hhmmss"));
     fillSeriesPage(m_wizard.get(), ImportChoices());
     click(button(QWizard::NextButton));
     ImportChoices choices;
     choices.dateFormat = QStringLiteral("ддммгг");
     choices.timeFormat = QStringLiteral("чч:мм:сс");
     fillFormatPage(m_wizard.get(), choices);
-    QCOMPARE(m_wizard->columnSeparator(), QStringLiteral(";"));
-    QCOMPARE(m_wizard->dateFormat(), QStringLiteral("ddMMyy"));
-    QCOMPARE(m_wizard->timeFormat(), QStringLiteral("hh:mm:ss"));
+    QCOMPARE(wizard()->columnSeparator(), QStringLiteral(";"));
+    QCOMPARE(wizard()->dateFormat(), QStringLiteral("ddMMyy"));
+    QCOMPARE(wizard()->timeFormat(), QStringLiteral("hh:mm:ss"));
 }
 
 void TestImportTADataWizard::gathersTheDetailsOfEveryPage()
 {
-    open("1 2 3 4 5 6 7 8 9\n");
+    openFile("1 2 3 4 5 6 7 8 9\n");
     ImportChoices choices;
     choices.stock = QStringLiteral("ORIENT ");
     choices.board = QStringLiteral("FX ");
@@ -276,76 +214,19 @@ void TestImportTADataWizard::gathersTheDetailsOfEveryPage()
     fillImportWizard(m_wizard.get(), choices);
     click(button(QWizard::FinishButton));
 
-    const ImportDetails details = m_wizard->importDetails();
-    QCOMPARE(details.stockId, 2);
-    QCOMPARE(details.boardId, 1);
-    QCOMPARE(details.securityId, 104);
-    QCOMPARE(details.stockCode, QStringLiteral("ORIENT"));
-    QCOMPARE(details.boardCode, QStringLiteral("FX"));
-    QCOMPARE(details.securityName, QStringLiteral("USDJPY"));
-    QCOMPARE(details.timeframe, 1);
-    QCOMPARE(details.separator, QStringLiteral(" "));
-    QCOMPARE(details.dateFormat, QStringLiteral("yyMMdd"));
-    QCOMPARE(details.timeFormat, QStringLiteral("hhmm"));
-    QCOMPARE(details.dateFormatTitle, QStringLiteral("ггммдд"));
-    QCOMPARE(details.timeFormatTitle, QStringLiteral("ччмм"));
+    const ImportDetails details = wizard()->importDetails();
+    QCOMPARE(testsupport::fieldsOf(details),
+             QStringList({"2", "1", "104", "ORIENT", "FX", "USDJPY", "1", " ", "yyMMdd", "hhmm",
+                          "ггммдд", "ччмм"}));
     QVERIFY(details.firstLineIsHeader);
     QCOMPARE(details.columns,
              (QMap<qint32, qint32>{
                  {1, 0}, {2, 1}, {3, 2}, {4, 3}, {5, 4}, {6, 5}, {7, 6}, {8, 7}, {9, 8}}));
 }
 
-void TestImportTADataWizard::keepsItsSize_data()
-{
-    QTest::addColumn<QString>("how");
-    for (const char* how : {"finish", "cancel", "escape", "destroyed"})
-        QTest::newRow(how) << QString::fromLatin1(how);
-}
-
-void TestImportTADataWizard::keepsItsSize()
-{
-    QFETCH(const QString, how);
-    const QSize size(611, 433);
-    open(bars);
-    if (how == u"finish")
-        fillImportWizard(m_wizard.get(), ImportChoices());
-    m_wizard->resize(size);
-    QCOMPARE(m_wizard->size(), size);
-    if (how == u"finish")
-        click(button(QWizard::FinishButton));
-    else if (how == u"cancel")
-        click(button(QWizard::CancelButton));
-    else if (how == u"escape")
-        QTest::keyClick(m_wizard.get(), Qt::Key_Escape);
-    QVERIFY(!settings().contains(sizeKey));
-    m_wizard.reset();
-    QCOMPARE(settings().value(sizeKey).toSize(), size);
-
-    open(bars);
-    QCOMPARE(m_wizard->size(), size);
-}
-
-void TestImportTADataWizard::hasASizeOfItsOwnAtFirst()
-{
-    open(bars);
-    QVERIFY(!settings().contains(sizeKey));
-    const QSize minimum = m_wizard->minimumSizeHint();
-    QVERIFY(m_wizard->width() >= minimum.width() && m_wizard->height() >= minimum.height());
-}
-
-void TestImportTADataWizard::survivesASizeThatIsNone()
-{
-    settings().setValue(sizeKey, QStringLiteral("large"));
-    open(bars);
-    QVERIFY(m_wizard->width() >= m_wizard->minimumWidth());
-    QVERIFY(m_wizard->height() >= m_wizard->minimumHeight());
-    fillImportWizard(m_wizard.get(), ImportChoices());
-    QVERIFY(enabled(QWizard::FinishButton));
-}
-
 void TestImportTADataWizard::tabFollowsTheEye()
 {
-    open(bars);
+    open();
     QCOMPARE(tabNames(), QStringList({"stock", "board", "security", "timeFrame", "Cancel"}));
     fillSeriesPage(m_wizard.get(), ImportChoices());
     child<QComboBox>("stock")->setFocus();
@@ -373,47 +254,15 @@ void TestImportTADataWizard::tabFollowsTheEye()
     QCOMPARE(tabNames(), columns);
 }
 
-void TestImportTADataWizard::everyLabelHasABuddy()
-{
-    open(bars);
-    fillImportWizard(m_wizard.get(), ImportChoices());
-    int labels = 0;
-    const QList<int> ids = m_wizard->pageIds();
-    for (const int id : ids) {
-        const QList<QLabel*> all = m_wizard->page(id)->findChildren<QLabel*>();
-        for (const QLabel* label : all) {
-            // It names nothing, it warns.
-            if (label->objectName() == u"warningLabel")
-                continue;
-            ++labels;
-            QVERIFY2(label->buddy(), qPrintable(label->text()));
-            QVERIFY2(label->buddy()->focusPolicy() & Qt::TabFocus, qPrintable(label->text()));
-            QCOMPARE(label->buddy()->parentWidget(), m_wizard->page(id));
-        }
-    }
-    QCOMPARE(labels, 7);
-}
-
 void TestImportTADataWizard::theKeyboardSuffices()
 {
-    // However slow the machine is, the letters belong together.
-    const int interval = QApplication::keyboardInputInterval();
-    QApplication::setKeyboardInputInterval(60'000);
-    const auto restore =
-        qScopeGuard([interval] { QApplication::setKeyboardInputInterval(interval); });
-
-    open(bars);
-    QCOMPARE(m_wizard->focusWidget(), child<QComboBox>("stock"));
-    type("ORIENT");
-    type(Qt::Key_Tab);
-    type("FX");
-    type(Qt::Key_Tab);
-    type("GB");
-    type(Qt::Key_Tab);
+    const testsupport::UnhurriedTyping typing;
+    open();
+    typeSeries();
     type(Qt::Key_Down);
     type(Qt::Key_Return);
 
-    QCOMPARE(m_wizard->currentPage()->title(), QStringLiteral("Формат"));
+    QCOMPARE(title(), QStringLiteral("Формат"));
     QCOMPARE(m_wizard->focusWidget(), child<QCheckBox>("firstStringIsHead"));
     type(Qt::Key_Space);
     type(Qt::Key_Tab);
@@ -421,7 +270,7 @@ void TestImportTADataWizard::theKeyboardSuffices()
     type(Qt::Key_Down);
     type(Qt::Key_Return);
 
-    QCOMPARE(m_wizard->currentPage()->title(), QStringLiteral("Столбцы"));
+    QCOMPARE(title(), QStringLiteral("Столбцы"));
     const QList<QComboBox*> boxes = roleBoxes(m_wizard.get());
     while (m_wizard->focusWidget() != boxes.first()) {
         QVERIFY(m_wizard->focusWidget() != button(QWizard::CancelButton));
@@ -436,7 +285,7 @@ void TestImportTADataWizard::theKeyboardSuffices()
     type(Qt::Key_Return);
     QVERIFY(!m_wizard->isVisible());
     QCOMPARE(m_wizard->result(), int(QDialog::Accepted));
-    const ImportDetails details = m_wizard->importDetails();
+    const ImportDetails details = wizard()->importDetails();
     QCOMPARE(details.securityName, QStringLiteral("GBPUSD"));
     QCOMPARE(details.timeframe, 1);
     QCOMPARE(details.separator, QStringLiteral(";"));
@@ -493,7 +342,7 @@ void TestImportTADataWizard::importsEveryFormat()
 {
     QFETCH(const ImportChoices, choices);
     QFETCH(const QByteArray, input);
-    open(input);
+    openFile(input);
     fillImportWizard(m_wizard.get(), choices);
     click(button(QWizard::FinishButton));
     QCOMPARE(m_wizard->result(), int(QDialog::Accepted));
@@ -503,11 +352,9 @@ void TestImportTADataWizard::importsEveryFormat()
     const QDir store(directory.filePath(QStringLiteral("store")));
     QVERIFY(QDir().mkpath(store.path()));
     testsupport::writeFile(path, input);
-    const QString error =
-        tadata::importBars(
-            path, m_wizard->importDetails(), [&store] { return store; }, [](int) {})
-            .error;
-    QVERIFY2(error.isNull(), qPrintable(error));
+    const tadata::ImportResult result = tadata::importBars(
+        path, wizard()->importDetails(), [&store] { return store; }, [](int) {});
+    QVERIFY2(result.outcome, qPrintable(result.outcome.message()));
     QCOMPARE(
         testsupport::readTree(store),
         (QMap<QString, QByteArray>{{"20181205_60.iss", "091500;1.50;2.00;1.00;1.75;0;0.00;0\n"
@@ -517,15 +364,15 @@ void TestImportTADataWizard::importsEveryFormat()
 
 void TestImportTADataWizard::opensWideEnoughForEightColumns()
 {
-    open("1;2;3;4;5;6;7;8\n1;2;3;4;5;6;7;8\n");
-    testsupport::ImportChoices choices;
+    openFile("1;2;3;4;5;6;7;8\n1;2;3;4;5;6;7;8\n");
+    const ImportChoices choices;
     fillSeriesPage(m_wizard.get(), choices);
-    click(m_wizard->button(QWizard::NextButton));
+    click(button(QWizard::NextButton));
     fillFormatPage(m_wizard.get(), choices);
-    click(m_wizard->button(QWizard::NextButton));
+    click(button(QWizard::NextButton));
     QCoreApplication::processEvents();
     const auto* const table = m_wizard->currentPage()->findChild<QTableWidget*>();
-    const QList<QComboBox*> boxes = testsupport::roleBoxes(m_wizard.get());
+    const QList<QComboBox*> boxes = roleBoxes(m_wizard.get());
     QCOMPARE(boxes.size(), 8);
     if (m_wizard->width() == m_wizard->screen()->availableSize().width())
         return; // a screen as small as that shows no more

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "minutebuilder.h"
 
+#include "support/bars.h"
 #include "support/strictlog.h"
 
 #include <QtCore/QTextStream>
@@ -30,18 +31,7 @@ namespace {
 
 BarDescription second(QTime time, int price, qint64 volume = 1)
 {
-    BarDescription bar;
-    bar.valid = true;
-    bar.date = QDate(2024, 1, 15);
-    bar.time = time;
-    bar.open = decimal(price, 0);
-    bar.high = decimal(price + 5, 0);
-    bar.low = decimal(price - 5, 0);
-    bar.close = decimal(price + 1, 0);
-    bar.volume = volume;
-    bar.value = decimal(price * 10, 0);
-    bar.openInterest = price;
-    return bar;
+    return testsupport::sampleBar(QDate(2024, 1, 15), time, price, volume);
 }
 
 QString lineOf(const BarDescription& bar)

@@ -2,6 +2,9 @@
 #include "seriesimportpage.h"
 
 #include "importdetails.h"
+#include "support/child.h"
+#include "support/formrows.h"
+#include "support/series.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"
 
@@ -47,7 +50,7 @@ private:
     template <typename Widget>
     Widget* child(const char* name) const
     {
-        return m_page->findChild<Widget*>(QLatin1String(name));
+        return testsupport::child<Widget>(m_page.get(), name);
     }
     // The style sheets of the labels of stock, board and security.
     QStringList marks() const
@@ -87,30 +90,14 @@ void TestSeriesImportPage::hasItsRowsInOrder()
     QVERIFY(child<BoardSelectorBox>("board"));
     QVERIFY(child<SecuritySelectorBox>("security"));
 
-    struct Row
-    {
-        const char* field;
-        const char* label;
-        const char* text;
-    };
-    const QList<Row> rows{{"stock", "stockLabel", "Площадка:"},
-                          {"board", "boardLabel", "Режим торгов:"},
-                          {"security", "secLabel", "Инструмент:"},
-                          {"timeFrame", "label_4", "Таймфрейм:"}};
+    const QList<testsupport::FormRow> rows{{"stock", "stockLabel", "Площадка:"},
+                                           {"board", "boardLabel", "Режим торгов:"},
+                                           {"security", "secLabel", "Инструмент:"},
+                                           {"timeFrame", "label_4", "Таймфрейм:"}};
     auto* const form = qobject_cast<QFormLayout*>(m_page->layout());
     QVERIFY(form);
     QCOMPARE(form->rowCount(), rows.size() + 1);
-    for (int i = 0; i < rows.size(); ++i) {
-        const auto* const label =
-            qobject_cast<QLabel*>(form->itemAt(i, QFormLayout::LabelRole)->widget());
-        QWidget* const field = form->itemAt(i, QFormLayout::FieldRole)->widget();
-        QVERIFY(label);
-        QCOMPARE(label->objectName(), QLatin1String(rows[i].label));
-        QCOMPARE(label->text(), QString::fromUtf8(rows[i].text));
-        QCOMPARE(field->objectName(), QLatin1String(rows[i].field));
-        QVERIFY(qobject_cast<QComboBox*>(field));
-        QCOMPARE(label->buddy(), field);
-    }
+    compareRows(m_page.get(), 0, rows);
     QLayoutItem* const last = form->itemAt(int(rows.size()), QFormLayout::SpanningRole);
     QVERIFY(last);
     QVERIFY(last->spacerItem());
@@ -197,13 +184,8 @@ void TestSeriesImportPage::fillsInTheSeries()
     chooseSeries("ORIENT ", "FX ", "GBPUSD ");
     ImportDetails details;
     m_page->getImportDetails(details);
-    QCOMPARE(details.stockId, 2);
-    QCOMPARE(details.boardId, 1);
-    QCOMPARE(details.securityId, 103);
-    QCOMPARE(details.stockCode, QStringLiteral("ORIENT"));
-    QCOMPARE(details.boardCode, QStringLiteral("FX"));
-    QCOMPARE(details.securityName, QStringLiteral("GBPUSD"));
-    QCOMPARE(details.timeframe, 60);
+    QCOMPARE(testsupport::fieldsOf(details),
+             QStringList({"2", "1", "103", "ORIENT", "FX", "GBPUSD", "60", "", "", "", "", ""}));
 
     choose(child<QComboBox>("timeFrame"), QStringLiteral("1 секунда"));
     m_page->getImportDetails(details);
@@ -243,7 +225,7 @@ void TestSeriesImportPage::beginsWithNothingChosen()
     data.stocks.removeIf([](const vexdesk::Stock& stock) { return stock.code != u"NORD"; });
     vexdesk::ReferenceData::install(data);
     const SeriesImportPage page;
-    const auto* const stock = page.findChild<QComboBox*>(QStringLiteral("stock"));
+    const auto* const stock = testsupport::child<QComboBox>(&page, "stock");
     QCOMPARE(stock->count(), 1);
     QCOMPARE(stock->currentIndex(), -1);
     QVERIFY(!page.isComplete());

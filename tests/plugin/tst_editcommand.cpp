@@ -2,9 +2,11 @@
 // The edit command from the menu to the store: the plug-in is loaded from its file, and its window
 // is answered with mouse and keys.
 
-#include "commandtest.h"
+#include "support/child.h"
+#include "support/commandtest.h"
 #include "support/dayfiles.h"
 #include "support/filetree.h"
+#include "support/loadedplugin.h"
 #include "support/modalsteps.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"
@@ -77,10 +79,7 @@ private:
     template <typename Widget>
     Widget* child(const char* name) const
     {
-        auto* const widget = m_dialog->findChild<Widget*>(QLatin1String(name));
-        if (!widget)
-            qFatal("no %s", name);
-        return widget;
+        return testsupport::child<Widget>(m_dialog, name);
     }
 
     QDialog* m_dialog;
@@ -120,6 +119,7 @@ void TestEditCommand::init()
 {
     testsupport::failOnStrayWarnings();
     m_plugin = std::make_unique<LoadedPlugin>();
+    m_plugin->start();
 }
 
 void TestEditCommand::cleanup()
@@ -131,8 +131,7 @@ void TestEditCommand::edit(const std::function<void(const Editor&)>& act)
 {
     ModalSteps steps;
     steps.on<QDialog>([&act](QDialog* dialog) { act(Editor(dialog)); });
-    LoadedPlugin::trigger("3_Edit");
-    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    testsupport::run(steps, "3_Edit");
 }
 
 void TestEditCommand::leavesNoTraceWhenItIsOnlyClosed()

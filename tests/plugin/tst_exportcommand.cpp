@@ -2,13 +2,14 @@
 // The export command from the menu to the written file: the plug-in is loaded from its file, and
 // its windows are answered with mouse and keys.
 
-#include "commandtest.h"
-#include "support/exportchoices.h"
+#include "support/commandtest.h"
 #include "support/filetree.h"
+#include "support/loadedplugin.h"
 #include "support/markingtranslator.h"
 #include "support/modalsteps.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"
+#include "support/wizardchoices.h"
 
 #include <vexdesk/database/exception.h>
 #include <vexdesk/terminal/core.h>
@@ -19,9 +20,7 @@
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QThreadPool>
 #include <QtTest/QTest>
-#include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QApplication>
-#include <QtWidgets/QComboBox>
 #include <QtWidgets/QProgressDialog>
 #include <QtWidgets/QWizard>
 
@@ -30,17 +29,18 @@
 #include <unistd.h>
 
 #include <mutex>
+#include <optional>
 
 using testsupport::click;
 using testsupport::LoadedPlugin;
 using testsupport::ModalSteps;
-using testsupport::readBox;
 using testsupport::readFile;
 using testsupport::Shown;
 using testsupport::writeFile;
 
 namespace {
 
+constexpr char command[] = "2_Export";
 const QDate pastDay(2024, 1, 15);
 const QByteArray mark = QByteArrayLiteral("\xef\xbb\xbf");
 
@@ -77,15 +77,6 @@ Shown success()
                                     QStringLiteral("Экспорт данных ТА успешно завершен"));
 }
 
-template <typename Widget>
-Widget* child(const QWidget* parent, const char* name)
-{
-    auto* const widget = parent->findChild<Widget*>(QLatin1String(name));
-    if (!widget)
-        qFatal("no %s", name);
-    return widget;
-}
-
 } // namespace
 
 class TestExportCommand final : public QObject
@@ -120,6 +111,8 @@ private:
     void fillSeries(QWizard* wizard, const QDate& from, const QDate& to,
                     const QString& outputDir = QString()) const;
     void fillWizard(ModalSteps& steps, const QDate& from, const QDate& to) const;
+    // The whole command: the box at its end.
+    Shown exportBars(const QDate& from, const QDate& to) const;
     QString output() const { return m_output->filePath(QStringLiteral("out.txt")); }
 
     std::unique_ptr<LoadedPlugin> m_plugin;
@@ -130,6 +123,7 @@ void TestExportCommand::init()
 {
     testsupport::failOnStrayWarnings();
     m_plugin = std::make_unique<LoadedPlugin>();
+    m_plugin->start();
     m_output = std::make_unique<QTemporaryDir>();
     store(QStringLiteral("20240115_60.iss"), "100100;1.5;1.7;1.4;1.6;12;3.00;7\n"
                                              "100200;1.6;1.8;1.5;1.7;13;1.00;8\n");
@@ -177,27 +171,28 @@ void TestExportCommand::fillWizard(ModalSteps& steps, const QDate& from, const Q
     steps.on<QWizard>([this, from, to](QWizard* wizard) {
         fillSeries(wizard, from, to);
         click(wizard->button(QWizard::NextButton));
-        testsupport::choose(child<QComboBox>(wizard, "separator"),
-                            QStringLiteral("точка с запятой (;)"));
-        testsupport::choose(child<QComboBox>(wizard, "lineFormat"),
-                            QStringLiteral("DATE,TIME,CLOSE"));
-        QTest::keyClick(child<QAbstractButton>(wizard, "writeHead"), Qt::Key_Space);
+        testsupport::ExportChoices choices;
+        choices.lineFormat = QStringLiteral("DATE,TIME,CLOSE");
+        choices.separator = QStringLiteral("точка с запятой (;)");
+        choices.header = false;
+        testsupport::fillFormatPage(wizard, choices);
         click(wizard->button(QWizard::FinishButton));
     });
+}
+
+Shown TestExportCommand::exportBars(const QDate& from, const QDate& to) const
+{
+    ModalSteps steps;
+    fillWizard(steps, from, to);
+    steps.letPass<QProgressDialog>();
+    return testsupport::lastBox(steps, command);
 }
 
 void TestExportCommand::exportsStoredDays()
 {
     store(QStringLiteral("20240117_60.iss"), "100100;5;5;5;5;1;1;1\n");
     store(QStringLiteral("20240118_60.iss"), "100100;6;6;6;6;1;1;1\n");
-    Shown shown;
-    ModalSteps steps;
-    fillWizard(steps, pastDay, QDate(2024, 1, 17));
-    steps.letPass<QProgressDialog>();
-    readBox(steps, &shown);
-    LoadedPlugin::trigger("2_Export");
-    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
-    QCOMPARE(shown, success());
+    QCOMPARE(exportBars(pastDay, QDate(2024, 1, 17)), success());
     QCOMPARE(readFile(output()), mark + "20240115;100100;1.6\n"
                                         "20240115;100100;1.6\n"
                                         "20240115;100200;1.7\n"
@@ -213,15 +208,9 @@ void TestExportCommand::exportsTodaysDealsBehindTheStoredDays()
     post(dealOfToday(QTime(10, 2, 0), "8.0"));
     store(today.addDays(-1).toString(QStringLiteral("yyyyMMdd")) + QStringLiteral("_60.iss"),
           "100100;5;5;5;5;1;1;1\n");
-    Shown shown;
-    ModalSteps steps;
-    fillWizard(steps, today.addDays(-1), today);
-    steps.letPass<QProgressDialog>();
-    readBox(steps, &shown);
-    LoadedPlugin::trigger("2_Export");
+    const Shown shown = exportBars(today.addDays(-1), today);
     if (QDate::currentDate() != today)
         QSKIP("the day has changed meanwhile");
-    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
     QCOMPARE(shown, success());
     const QByteArray day = today.toString(QStringLiteral("yyyyMMdd")).toLatin1();
     const QByteArray yesterday = today.addDays(-1).toString(QStringLiteral("yyyyMMdd")).toLatin1();
@@ -238,8 +227,7 @@ void TestExportCommand::leavesNoTraceWhenTheWizardIsCancelled()
         click(wizard->button(QWizard::NextButton));
         click(wizard->button(QWizard::CancelButton));
     });
-    LoadedPlugin::trigger("2_Export");
-    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    testsupport::run(steps, command);
     QVERIFY(!QFile::exists(output()));
     QCOMPARE(testsupport::readTree(m_plugin->store()), before);
 }
@@ -247,7 +235,6 @@ void TestExportCommand::leavesNoTraceWhenTheWizardIsCancelled()
 void TestExportCommand::asksBeforeAFileIsOverwritten()
 {
     writeFile(output(), "precious");
-    Shown shown;
     ModalSteps steps;
     steps.during<QWizard>([this](QWizard* wizard) {
         fillSeries(wizard, pastDay, pastDay);
@@ -265,16 +252,13 @@ void TestExportCommand::asksBeforeAFileIsOverwritten()
         });
     }
     steps.letPass<QProgressDialog>();
-    readBox(steps, &shown);
-    LoadedPlugin::trigger("2_Export");
-    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    const Shown shown = testsupport::lastBox(steps, command);
     QCOMPARE(shown, success());
     QVERIFY(readFile(output()).startsWith(mark + "<TICKER>"));
 }
 
 void TestExportCommand::namesAnOutputThatCannotBeOpened()
 {
-    Shown shown;
     ModalSteps steps;
     steps.on<QWizard>([this](QWizard* wizard) {
         fillSeries(wizard, pastDay, pastDay, m_output->filePath(QStringLiteral("missing")));
@@ -282,9 +266,7 @@ void TestExportCommand::namesAnOutputThatCannotBeOpened()
         click(wizard->button(QWizard::FinishButton));
     });
     steps.letPass<QProgressDialog>();
-    readBox(steps, &shown);
-    LoadedPlugin::trigger("2_Export");
-    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    const Shown shown = testsupport::lastBox(steps, command);
     QCOMPARE(
         shown,
         testsupport::warning(
@@ -296,7 +278,6 @@ void TestExportCommand::namesAnOutputThatCannotBeOpened()
 void TestExportCommand::theProgressDialogCannotBeClosed()
 {
     BlockedOutput blocked(output());
-    Shown shown;
     ModalSteps steps;
     steps.during<QWizard>([this](QWizard* wizard) {
         fillSeries(wizard, pastDay, pastDay);
@@ -306,31 +287,11 @@ void TestExportCommand::theProgressDialogCannotBeClosed()
     steps.on<QMessageBox>([](QMessageBox* box) { click(box->button(QMessageBox::Yes)); });
     steps.during<QProgressDialog>([this, &blocked](QProgressDialog* dialog) {
         const auto release = qScopeGuard([&blocked] { blocked.release(); });
-        QVERIFY(!dialog->parentWidget());
-        QVERIFY(dialog->isModal());
-        QCOMPARE(dialog->windowTitle(), QStringLiteral("Экспорт"));
-        QCOMPARE(dialog->labelText(), QStringLiteral("Экспортирую..."));
-        QCOMPARE(dialog->minimum(), 0);
-        QCOMPARE(dialog->maximum(), 100);
-        QVERIFY(dialog->findChildren<QAbstractButton*>().isEmpty());
-        // The toolkit adds the menu that a minimise button needs.
-        QCOMPARE(dialog->windowFlags() & ~Qt::WindowSystemMenuHint,
-                 Qt::Dialog | Qt::WindowTitleHint | Qt::WindowMinimizeButtonHint |
-                     Qt::CustomizeWindowHint);
-        for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return, Qt::Key_Space})
-            QTest::keyClick(dialog, key);
-        QTest::keyClick(dialog, Qt::Key_F4, Qt::AltModifier);
-        QVERIFY(!testsupport::closeFromOutside(dialog));
-        QCoreApplication::processEvents();
-        QVERIFY(dialog->isVisible());
-        QCOMPARE(QApplication::activeModalWidget(), dialog);
-        // The thread of an earlier job may not have come to rest yet.
-        QTRY_COMPARE(QThreadPool::globalInstance()->activeThreadCount(), 1);
+        testsupport::checkThatItStays(dialog, QStringLiteral("Экспорт"),
+                                      QStringLiteral("Экспортирую..."));
         QVERIFY(m_plugin->core().rawQueue()->isSuspended());
     });
-    readBox(steps, &shown);
-    LoadedPlugin::trigger("2_Export");
-    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    const Shown shown = testsupport::lastBox(steps, command);
     QCOMPARE(shown, success());
     QVERIFY(!m_plugin->core().rawQueue()->isSuspended());
 }
@@ -344,19 +305,12 @@ void TestExportCommand::dealsThatArriveMeanwhileComeAfterwards()
         const std::lock_guard lock(deals);
         return deals.masterIndex().count();
     };
-    Shown shown;
-    ModalSteps steps;
-    fillWizard(steps, today, today);
-    steps.letPass<QProgressDialog>();
-    readBox(steps, &shown);
     // Once the dialog of the job is there, the queue stands still.
     const testsupport::WhenShown arrival("QProgressDialog", [this, &count](QWidget*) {
         post(dealOfToday(QTime(10, 1), "2"));
         QCOMPARE(count(), 1);
     });
-    LoadedPlugin::trigger("2_Export");
-    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
-    QCOMPARE(shown, success());
+    QCOMPARE(exportBars(today, today), success());
     QCOMPARE(count(), 1 + arrival.times());
     if (QDate::currentDate() != today)
         QSKIP("the day has changed meanwhile");
@@ -378,7 +332,7 @@ void TestExportCommand::letsTheExceptionOfADealPass()
     steps.letPass<QProgressDialog>();
     QString message;
     try {
-        LoadedPlugin::trigger("2_Export");
+        LoadedPlugin::trigger(command);
     } catch (const Exception& exception) {
         message = exception.message();
     }
@@ -392,28 +346,14 @@ void TestExportCommand::goesOnAfterManyShortJobs()
 {
     for (int i = 0; i < 20; ++i) {
         QFile::remove(output());
-        Shown shown;
-        ModalSteps steps;
-        fillWizard(steps, pastDay, pastDay);
-        steps.letPass<QProgressDialog>();
-        readBox(steps, &shown);
-        LoadedPlugin::trigger("2_Export");
-        QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
-        QCOMPARE(shown, success());
+        QCOMPARE(exportBars(pastDay, pastDay), success());
     }
 }
 
 // Tens of thousands of values, one for each day.
 void TestExportCommand::showsTheProgressOfALongInterval()
 {
-    Shown shown;
-    ModalSteps steps;
-    fillWizard(steps, QDate(1800, 1, 1), QDate(2024, 1, 17));
-    steps.letPass<QProgressDialog>();
-    readBox(steps, &shown);
-    LoadedPlugin::trigger("2_Export");
-    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
-    QCOMPARE(shown, success());
+    QCOMPARE(exportBars(QDate(1800, 1, 1), QDate(2024, 1, 17)), success());
     QVERIFY(readFile(output()).endsWith("20240115;100200;1.7\n"));
 }
 
@@ -429,32 +369,28 @@ void TestExportCommand::theQueueGoesOnBeforeTheUserIsTold()
         told = true;
         click(box->button(QMessageBox::Ok));
     });
-    LoadedPlugin::trigger("2_Export");
-    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    testsupport::run(steps, command);
     QVERIFY(told);
 }
 
 void TestExportCommand::itsTextsAreItsOwn()
 {
     const QString missing = m_output->filePath(QStringLiteral("missing"));
-    testsupport::MarkingTranslator translator;
+    std::optional<testsupport::MarkingTranslator> translator;
     for (const bool fails : {false, true}) {
         QString title;
         const testsupport::WhenShown seen(
             "QProgressDialog", [&title](QWidget* dialog) { title = dialog->windowTitle(); });
-        Shown shown;
         ModalSteps steps;
         steps.on<QWizard>([this, fails, &missing, &translator](QWizard* wizard) {
             fillSeries(wizard, pastDay, pastDay, fails ? missing : QString());
             click(wizard->button(QWizard::NextButton));
-            QCoreApplication::installTranslator(&translator);
+            translator.emplace();
             click(wizard->button(QWizard::FinishButton));
         });
         steps.letPass<QProgressDialog>();
-        readBox(steps, &shown);
-        LoadedPlugin::trigger("2_Export");
-        QCoreApplication::removeTranslator(&translator);
-        QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+        const Shown shown = testsupport::lastBox(steps, command);
+        translator.reset();
         if (seen.times() > 0) // a short job may end before
             QCOMPARE(title, QStringLiteral("ExporterTAData|Экспорт"));
         QCOMPARE(shown.title, fails

@@ -2,14 +2,15 @@
 // The import command from the menu to the store: the plug-in is loaded from its file, and its
 // windows are answered with mouse and keys.
 
-#include "commandtest.h"
+#include "support/commandtest.h"
 #include "support/faults.h"
 #include "support/filetree.h"
-#include "support/importchoices.h"
+#include "support/loadedplugin.h"
 #include "support/markingtranslator.h"
 #include "support/modalsteps.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"
+#include "support/wizardchoices.h"
 
 #include <QtCore/QDirIterator>
 #include <QtCore/QScopeGuard>
@@ -35,13 +36,13 @@
 #include <unistd.h>
 
 #include <memory>
+#include <optional>
 
 using testsupport::click;
 using testsupport::closeFromOutside;
 using testsupport::ImportChoices;
 using testsupport::LoadedPlugin;
 using testsupport::ModalSteps;
-using testsupport::readBox;
 using testsupport::readTree;
 using testsupport::Shown;
 using testsupport::warning;
@@ -116,6 +117,7 @@ QStringList everything(const QDir& root)
     return entries;
 }
 
+constexpr char command[] = "1_Import";
 constexpr char minuteInput[] = "20240115;100000;1;1;1;1\n20240116;100000;2;2;2;2\n";
 
 } // namespace
@@ -158,7 +160,9 @@ private:
     void typeFileName(QFileDialog* dialog, const QString& name);
     void chooseFile(ModalSteps& steps, const QString& path);
     void fillWizard(ModalSteps& steps, const ImportChoices& choices);
-    static void trigger() { LoadedPlugin::trigger("1_Import"); }
+    // The command with a file that it can show, and with one that it cannot: the box at its end.
+    Shown importFile(const QString& path, const ImportChoices& choices = ImportChoices());
+    Shown refusalOf(const QString& path);
 
     QString input(const QByteArray& content) const;
     QString seriesPath(const QString& name) const
@@ -175,6 +179,7 @@ void TestImportCommand::init()
 {
     testsupport::failOnStrayWarnings();
     m_plugin = std::make_unique<LoadedPlugin>();
+    m_plugin->start();
     m_input = std::make_unique<QTemporaryDir>();
 }
 
@@ -206,6 +211,22 @@ void TestImportCommand::fillWizard(ModalSteps& steps, const ImportChoices& choic
     });
 }
 
+Shown TestImportCommand::importFile(const QString& path, const ImportChoices& choices)
+{
+    ModalSteps steps;
+    chooseFile(steps, path);
+    fillWizard(steps, choices);
+    steps.letPass<QProgressDialog>();
+    return testsupport::lastBox(steps, command);
+}
+
+Shown TestImportCommand::refusalOf(const QString& path)
+{
+    ModalSteps steps;
+    chooseFile(steps, path);
+    return testsupport::lastBox(steps, command);
+}
+
 QString TestImportCommand::input(const QByteArray& content) const
 {
     const QString path = m_input->filePath(QStringLiteral("bars.txt"));
@@ -225,24 +246,17 @@ void TestImportCommand::asksForATextFile()
         QCOMPARE(dialog->fileMode(), QFileDialog::ExistingFile);
         QTest::keyClick(dialog, Qt::Key_Escape);
     });
-    trigger();
-    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    testsupport::run(steps, command);
 }
 
 void TestImportCommand::importsMinuteBars()
 {
     ImportChoices choices;
     choices.roles = ImportChoices::allRoles();
-    Shown shown;
-    ModalSteps steps;
-    chooseFile(steps, input("20240115;100000;1.5;1.7;1.4;1.6;12;345.6;7\n"
-                            "20240115;100100;1.6;1.8;1.5;1.7;13;346.785;8\n"
-                            "20240116;235900;2;2;2;2;0;0;-1\n"));
-    fillWizard(steps, choices);
-    steps.letPass<QProgressDialog>();
-    readBox(steps, &shown);
-    trigger();
-    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    const Shown shown = importFile(input("20240115;100000;1.5;1.7;1.4;1.6;12;345.6;7\n"
+                                         "20240115;100100;1.6;1.8;1.5;1.7;13;346.785;8\n"
+                                         "20240116;235900;2;2;2;2;0;0;-1\n"),
+                                   choices);
     QCOMPARE(shown, success());
     QCOMPARE(stored(), Tree({{"20240115_60.iss", "100000;1.50;1.70;1.40;1.60;12;345.60;7\n"
                                                  "100100;1.60;1.80;1.50;1.70;13;346.79;8\n"},
@@ -266,14 +280,7 @@ void TestImportCommand::importsSecondBars()
     }
     content += "20240116;100001;5;6;4;5.5\n";
 
-    Shown shown;
-    ModalSteps steps;
-    chooseFile(steps, input(content));
-    fillWizard(steps, choices);
-    steps.letPass<QProgressDialog>();
-    readBox(steps, &shown);
-    trigger();
-    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    const Shown shown = importFile(input(content), choices);
     QCOMPARE(shown, success());
     QCOMPARE(stored(), Tree({{"20240115_1.iss", seconds},
                              {"20240115_60", "100100;101.00;160.00;101.00;160.00;0;0.00;0\n"
@@ -286,15 +293,9 @@ void TestImportCommand::importsAFileWithAHeader()
 {
     ImportChoices choices;
     choices.header = true;
-    Shown shown;
-    ModalSteps steps;
-    chooseFile(steps, input("<DATE>;<TIME>;<OPEN>;<HIGH>;<LOW>;<CLOSE>\n"
-                            "20240115;100000;1.5;1.7;1.4;1.6\n"));
-    fillWizard(steps, choices);
-    steps.letPass<QProgressDialog>();
-    readBox(steps, &shown);
-    trigger();
-    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    const Shown shown = importFile(input("<DATE>;<TIME>;<OPEN>;<HIGH>;<LOW>;<CLOSE>\n"
+                                         "20240115;100000;1.5;1.7;1.4;1.6\n"),
+                                   choices);
     QCOMPARE(shown, success());
     QCOMPARE(stored(), Tree({{"20240115_60.iss", "100000;1.50;1.70;1.40;1.60;0;0.00;0\n"}}));
 }
@@ -306,15 +307,7 @@ void TestImportCommand::importsAgainOverTheSameDays()
                         {"20240116_60.iss", "100000;2.00;2.00;2.00;2.00;0;0.00;0\n"}};
     writeFile(seriesPath("20240115_60.iss"), "what was there before\n");
     for (int time = 0; time < 2; ++time) {
-        Shown shown;
-        ModalSteps steps;
-        chooseFile(steps, path);
-        fillWizard(steps, ImportChoices());
-        steps.letPass<QProgressDialog>();
-        readBox(steps, &shown);
-        trigger();
-        QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
-        QCOMPARE(shown, success());
+        QCOMPARE(importFile(path), success());
         QCOMPARE(stored(), expected);
     }
 }
@@ -327,8 +320,7 @@ void TestImportCommand::leavesNoTraceWhenNoFileIsChosen()
         QVERIFY(buttons);
         click(buttons->button(QDialogButtonBox::Cancel));
     });
-    trigger();
-    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    testsupport::run(steps, command);
     QCOMPARE(everything(m_plugin->user()), QStringList{QStringLiteral("tadata")});
 }
 
@@ -367,8 +359,7 @@ void TestImportCommand::leavesNoTraceWhenTheWizardIsCancelled()
         else
             QVERIFY(closeFromOutside(wizard));
     });
-    trigger();
-    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    testsupport::run(steps, command);
     // The wizard's size is kept all the same.
     QCOMPARE(everything(m_plugin->user()),
              QStringList({QStringLiteral("tadata"), QStringLiteral("vexdesk.ini")}));
@@ -385,8 +376,7 @@ void TestImportCommand::staysInTheFileDialogForADirectory()
         QCOMPARE(dialog->directory(), QDir(directory));
         QTest::keyClick(dialog, Qt::Key_Escape);
     });
-    trigger();
-    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    testsupport::run(steps, command);
     QCOMPARE(everything(m_plugin->user()), QStringList{QStringLiteral("tadata")});
 }
 
@@ -404,8 +394,7 @@ void TestImportCommand::staysInTheFileDialogForAMissingFile()
         QCOMPARE(dialog, asking.data());
         QTest::keyClick(dialog, Qt::Key_Escape);
     });
-    trigger();
-    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    testsupport::run(steps, command);
     QCOMPARE(everything(m_plugin->user()), QStringList{QStringLiteral("tadata")});
 }
 
@@ -413,16 +402,13 @@ void TestImportCommand::staysInTheFileDialogForAMissingFile()
 void TestImportCommand::warnsOfAFileThatHasGone()
 {
     const QString path = input(minuteInput);
-    Shown shown;
     ModalSteps steps;
     steps.on<QFileDialog>([this, path](QFileDialog* dialog) {
         connect(dialog, &QFileDialog::fileSelected, dialog,
                 [](const QString& file) { QVERIFY(QFile::remove(file)); });
         typeFileName(dialog, path);
     });
-    readBox(steps, &shown);
-    trigger();
-    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    const Shown shown = testsupport::lastBox(steps, command);
     QCOMPARE(shown, warning(QStringLiteral("Ошибка открытия файла"),
                             QStringLiteral("Невозможно открыть файл ") + path));
     QCOMPARE(everything(m_plugin->user()), QStringList{QStringLiteral("tadata")});
@@ -433,26 +419,14 @@ void TestImportCommand::warnsOfAPipe()
 {
     const QString path = m_input->filePath(QStringLiteral("pipe.txt"));
     QCOMPARE(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
-    Shown shown;
-    ModalSteps steps;
-    chooseFile(steps, path);
-    readBox(steps, &shown);
-    trigger();
-    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
-    QCOMPARE(shown, warning(QStringLiteral("Ошибка открытия файла"),
-                            QStringLiteral("Невозможно открыть файл ") + path));
+    QCOMPARE(refusalOf(path), warning(QStringLiteral("Ошибка открытия файла"),
+                                      QStringLiteral("Невозможно открыть файл ") + path));
 }
 
 void TestImportCommand::warnsOfAnEmptyFile()
 {
     const QString path = input("");
-    Shown shown;
-    ModalSteps steps;
-    chooseFile(steps, path);
-    readBox(steps, &shown);
-    trigger();
-    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
-    QCOMPARE(shown,
+    QCOMPARE(refusalOf(path),
              warning(QStringLiteral("Пустой файл"), QStringLiteral("Файл %1 пуст").arg(path)));
     QCOMPARE(everything(m_plugin->user()), QStringList{QStringLiteral("tadata")});
 }
@@ -502,26 +476,18 @@ void TestImportCommand::showsTenLinesAtMost()
             seen.append(table->item(row, 0)->text());
         click(wizard->button(QWizard::CancelButton));
     });
-    trigger();
-    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    testsupport::run(steps, command);
     QTEST(seen, "lines");
 }
 
 void TestImportCommand::keepsTheBarsBeforeAWrongLine()
 {
-    Shown shown;
-    ModalSteps steps;
-    chooseFile(steps, input("20240115;100000;1;1;1;1\n"
-                            "20240115;100100;2;2;2;2\n"
-                            "20240116;100000;3;3;3;3\n"
-                            "20240116;100100;4;4;4;4\n"
-                            "20240116;100200;<b>;5;5;5\n"
-                            "20240116;100300;6;6;6;6\n"));
-    fillWizard(steps, ImportChoices());
-    steps.letPass<QProgressDialog>();
-    readBox(steps, &shown);
-    trigger();
-    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    const Shown shown = importFile(input("20240115;100000;1;1;1;1\n"
+                                         "20240115;100100;2;2;2;2\n"
+                                         "20240116;100000;3;3;3;3\n"
+                                         "20240116;100100;4;4;4;4\n"
+                                         "20240116;100200;<b>;5;5;5\n"
+                                         "20240116;100300;6;6;6;6\n"));
     QCOMPARE(shown,
              warning(QStringLiteral("Ошибка"), QStringLiteral("Ошибка при импорте 5-й строки:\n"
                                                               "Некорректное число '<b>'.")));
@@ -535,13 +501,7 @@ void TestImportCommand::showsANameAsItIs()
 {
     const QString path = m_input->filePath(QStringLiteral("<b>bars</b>&amp;.txt"));
     writeFile(path, "");
-    Shown shown;
-    ModalSteps steps;
-    chooseFile(steps, path);
-    readBox(steps, &shown);
-    trigger();
-    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
-    QCOMPARE(shown,
+    QCOMPARE(refusalOf(path),
              warning(QStringLiteral("Пустой файл"), QStringLiteral("Файл %1 пуст").arg(path)));
 }
 
@@ -554,14 +514,8 @@ void TestImportCommand::tellsTheBeginningOfAHugeField()
     const QString beginning = QStringLiteral("Ошибка при импорте 12-й строки:\n"
                                              "Некорректное число '");
     const qsizetype whole = beginning.size() + length + 2; // with "'." behind the field
-    Shown shown;
-    ModalSteps steps;
-    chooseFile(steps, input(bars + "20240115;100100;" + QByteArray(length, 'x') + ";1;1;1\n"));
-    fillWizard(steps, ImportChoices());
-    steps.letPass<QProgressDialog>();
-    readBox(steps, &shown);
-    trigger();
-    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    const Shown shown =
+        importFile(input(bars + "20240115;100100;" + QByteArray(length, 'x') + ";1;1;1\n"));
     QVERIFY(shown.text.startsWith(beginning + QStringLiteral("xxxxxxxxxx")));
     QVERIFY(shown.text.endsWith(u"xxxxxxxxxx'."));
     QVERIFY(shown.text.size() < 1000);
@@ -579,14 +533,7 @@ void TestImportCommand::tellsOfADayFileThatCannotBeWritten()
 {
     const QString blocked = seriesPath(QStringLiteral("20240116_60.iss"));
     QVERIFY(QDir().mkpath(blocked));
-    Shown shown;
-    ModalSteps steps;
-    chooseFile(steps, input("20240115;100000;1;1;1;1\n20240116;100000;2;2;2;2\n"));
-    fillWizard(steps, ImportChoices());
-    steps.letPass<QProgressDialog>();
-    readBox(steps, &shown);
-    trigger();
-    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    const Shown shown = importFile(input("20240115;100000;1;1;1;1\n20240116;100000;2;2;2;2\n"));
     QCOMPARE(shown, warning(QStringLiteral("Ошибка"),
                             QStringLiteral("Невозможно открыть файл ") + blocked));
     QCOMPARE(stored(), Tree({{"20240115_60.iss", "100000;1.00;1.00;1.00;1.00;0;0.00;0\n"}}));
@@ -600,14 +547,7 @@ void TestImportCommand::goesOnWhenTheJobEndsBeforeItsDialogIsShown()
         day.release();
         QVERIFY(QThreadPool::globalInstance()->waitForDone());
     });
-    Shown shown;
-    ModalSteps steps;
-    chooseFile(steps, input("20240115;100000;1;1;1;1\n"));
-    fillWizard(steps, ImportChoices());
-    steps.letPass<QProgressDialog>();
-    readBox(steps, &shown);
-    trigger();
-    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    const Shown shown = importFile(input("20240115;100000;1;1;1;1\n"));
     QCOMPARE(release.times(), 1);
     QCOMPARE(shown, success());
     QCOMPARE(day.content(), QByteArray("100000;1.00;1.00;1.00;1.00;0;0.00;0\n"));
@@ -618,22 +558,13 @@ void TestImportCommand::goesOnAfterEachOfManyShortJobs()
 {
     const QString path = input("20240115;100000;1;1;1;1\n");
     for (int time = 0; time < 10; ++time) {
-        Shown shown;
-        ModalSteps steps;
-        chooseFile(steps, path);
-        fillWizard(steps, ImportChoices());
-        steps.letPass<QProgressDialog>();
-        readBox(steps, &shown);
-        trigger();
-        QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
-        QCOMPARE(shown, success());
+        QCOMPARE(importFile(path), success());
     }
 }
 
 void TestImportCommand::theProgressDialogCannotBeClosed()
 {
     BlockedFile day(seriesPath(QStringLiteral("20240116_60.iss")));
-    Shown shown;
     ModalSteps steps;
     chooseFile(steps, input("20240115;100000;1;1;1;1\n"
                             "20240116;100000;2;2;2;2\n"
@@ -641,38 +572,13 @@ void TestImportCommand::theProgressDialogCannotBeClosed()
     fillWizard(steps, ImportChoices());
     steps.during<QProgressDialog>([&day](QProgressDialog* dialog) {
         const auto release = qScopeGuard([&day] { day.release(); });
-        QVERIFY(!dialog->parentWidget());
-        QVERIFY(dialog->isModal());
-        QCOMPARE(dialog->windowTitle(), QStringLiteral("Импорт"));
-        QCOMPARE(dialog->labelText(), QStringLiteral("Импортирую..."));
-        QCOMPARE(dialog->minimum(), 0);
-        QCOMPARE(dialog->maximum(), 100);
-        QVERIFY(dialog->findChildren<QAbstractButton*>().isEmpty());
         // The reader has come to the end of so small a file, but the job has not: that is no
         // reason to close.
         QTRY_COMPARE(dialog->value(), 100);
-        // The toolkit adds the menu that a minimise button needs.
-        QCOMPARE(dialog->windowFlags() & ~Qt::WindowSystemMenuHint,
-                 Qt::Dialog | Qt::WindowTitleHint | Qt::WindowMinimizeButtonHint |
-                     Qt::CustomizeWindowHint);
-
-        for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return, Qt::Key_Space})
-            QTest::keyClick(dialog, key);
-        QTest::keyClick(dialog, Qt::Key_Period, Qt::ControlModifier);
-        QTest::keyClick(dialog, Qt::Key_F4, Qt::AltModifier);
-        QVERIFY(dialog->isVisible());
-        QVERIFY(!closeFromOutside(dialog));
-        // What these might have asked for later.
-        QCoreApplication::processEvents();
-        QVERIFY(dialog->isVisible());
-        QCOMPARE(QApplication::activeModalWidget(), dialog);
-        QVERIFY(!dialog->wasCanceled());
-        // The thread of an earlier job may not have come to rest yet.
-        QTRY_COMPARE(QThreadPool::globalInstance()->activeThreadCount(), 1);
+        testsupport::checkThatItStays(dialog, QStringLiteral("Импорт"),
+                                      QStringLiteral("Импортирую..."));
     });
-    readBox(steps, &shown);
-    trigger();
-    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    const Shown shown = testsupport::lastBox(steps, command);
     QCOMPARE(shown, success());
     QCOMPARE(day.content(), QByteArray("100000;2.00;2.00;2.00;2.00;0;0.00;0\n"));
     QCOMPARE(testsupport::readFile(seriesPath(QStringLiteral("20240115_60.iss"))),
@@ -707,15 +613,7 @@ void TestImportCommand::showsTheProgressInOrder()
         connect(bar, &QProgressBar::valueChanged, dialog, note, Qt::DirectConnection);
         firstDay.release();
     });
-    Shown shown;
-    ModalSteps steps;
-    chooseFile(steps, path);
-    fillWizard(steps, ImportChoices());
-    steps.letPass<QProgressDialog>();
-    readBox(steps, &shown);
-    trigger();
-    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
-    QCOMPARE(shown, success());
+    QCOMPARE(importFile(path), success());
     QCOMPARE(values, expectedProgress(path));
     QCOMPARE(values.size(), 7);
     QCOMPARE(threads, QList<QThread*>(values.size(), QThread::currentThread()));
@@ -734,19 +632,16 @@ void TestImportCommand::itsTextsAreItsOwn_data()
 void TestImportCommand::itsTextsAreItsOwn()
 {
     QFETCH(const QByteArray, content);
-    testsupport::MarkingTranslator translator;
-    Shown shown;
+    std::optional<testsupport::MarkingTranslator> translator;
     ModalSteps steps;
     chooseFile(steps, input(content));
     steps.on<QWizard>([&translator](QWizard* wizard) {
         fillImportWizard(wizard, ImportChoices());
-        QCoreApplication::installTranslator(&translator);
+        translator.emplace();
         click(wizard->button(QWizard::FinishButton));
     });
     steps.letPass<QProgressDialog>();
-    readBox(steps, &shown);
-    trigger();
-    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+    const Shown shown = testsupport::lastBox(steps, command);
     QTEST(shown.title, "title");
     QVERIFY2(shown.text.startsWith(u"ImporterTAData|"), qPrintable(shown.text));
 }

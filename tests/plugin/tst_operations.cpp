@@ -12,6 +12,7 @@
 #include "seriesexportpage.h"
 #include "seriesimportpage.h"
 #include "seriesselectormodels.h"
+#include "support/child.h"
 #include "support/modalsteps.h"
 #include "support/strictlog.h"
 #include "tadatamanager.h"
@@ -31,6 +32,8 @@
 #include <QtWidgets/QTableWidget>
 
 #include <type_traits>
+
+using testsupport::child;
 
 using Lines = QList<QString>;
 
@@ -68,12 +71,6 @@ private Q_SLOTS:
     void validatesThePages();
 
 private:
-    template <typename Widget>
-    static Widget* child(const QWidget& parent, const char* name)
-    {
-        return parent.findChild<Widget*>(QLatin1String(name));
-    }
-
     const Lines m_lines{QStringLiteral("a,b,c"), QStringLiteral("1,2,3")};
 };
 
@@ -114,7 +111,7 @@ void TestOperations::makesACommand()
 void TestOperations::setsTheDaysOfTheForm()
 {
     TADataManagerPropertiesForm form;
-    const auto* const days = child<QSpinBox>(form, "storeForDays");
+    const auto* const days = child<QSpinBox>(&form, "storeForDays");
     form.on_deleteSeconds_stateChanged(Qt::Unchecked);
     QVERIFY(!days->isEnabled());
     form.on_deleteSeconds_stateChanged(Qt::Checked);
@@ -124,9 +121,9 @@ void TestOperations::setsTheDaysOfTheForm()
 void TestOperations::fillsEveryPage()
 {
     const auto fillsAgain = [](auto& page, const char* box) {
-        const int before = child<QComboBox>(page, box)->count();
+        const int before = child<QComboBox>(&page, box)->count();
         page.setupPage();
-        return before > 0 && child<QComboBox>(page, box)->count() == 2 * before;
+        return before > 0 && child<QComboBox>(&page, box)->count() == 2 * before;
     };
     SeriesImportPage importSeries;
     QVERIFY(fillsAgain(importSeries, "timeFrame"));
@@ -141,7 +138,7 @@ void TestOperations::fillsEveryPage()
 void TestOperations::showsThePreviewOfASeparator()
 {
     FormatImportPage page(m_lines);
-    const auto* const table = child<QTableWidget>(page, "fileData");
+    const auto* const table = child<QTableWidget>(&page, "fileData");
     page.separatorChanged(1); // the comma
     QCOMPARE(table->columnCount(), 3);
     page.separatorChanged(2); // the semicolon
@@ -161,7 +158,7 @@ void TestOperations::makesARoleBox()
 void TestOperations::namesTheOutputFile()
 {
     SeriesExportPage page;
-    auto* const file = child<QLineEdit>(page, "outputFile");
+    auto* const file = child<QLineEdit>(&page, "outputFile");
     file->setText(QStringLiteral("mine"));
     page.updateOutputFileName();
     QCOMPARE(file->text(), QString()); // no security is chosen

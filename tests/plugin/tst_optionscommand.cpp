@@ -6,17 +6,17 @@
 #include "desk/deskapplication.h"
 #include "desk/mainwindow.h"
 #include "desk/optionsdialog.h"
-#include "desk/pluginloader.h"
+#include "support/child.h"
 #include "support/filetree.h"
 #include "support/modalsteps.h"
 #include "support/strictlog.h"
+#include "support/terminal.h"
 #include "support/userhands.h"
 
 #include <vexdesk/appsettings.h>
 #include <vexdesk/ioptionspage.h>
 #include <vexdesk/terminal/core.h>
 
-#include <QtCore/QFileInfo>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 #include <QtWidgets/QCheckBox>
@@ -35,18 +35,17 @@ namespace {
 
 QCheckBox* deleteSeconds(const QWidget* dialog)
 {
-    return dialog->findChild<QCheckBox*>(QStringLiteral("deleteSeconds"));
+    return testsupport::child<QCheckBox>(dialog, "deleteSeconds");
 }
 
 QSpinBox* storeForDays(const QWidget* dialog)
 {
-    return dialog->findChild<QSpinBox*>(QStringLiteral("storeForDays"));
+    return testsupport::child<QSpinBox>(dialog, "storeForDays");
 }
 
 void press(const QWidget* dialog, QDialogButtonBox::StandardButton which)
 {
-    testsupport::click(
-        dialog->findChild<QDialogButtonBox*>(QStringLiteral("buttons"))->button(which));
+    testsupport::click(testsupport::child<QDialogButtonBox>(dialog, "buttons")->button(which));
 }
 
 void switchPurge(const QWidget* dialog)
@@ -92,29 +91,19 @@ private:
     QByteArray storedValues() const;
 
     QDir m_user;
-    std::unique_ptr<vexdesk::Core> m_core;
-    std::unique_ptr<vexdesk::PluginLoader> m_loader;
-    std::unique_ptr<vexdesk::MainWindow> m_window;
+    std::unique_ptr<testsupport::Terminal> m_terminal;
 };
 
 void TestOptionsCommand::init()
 {
     testsupport::failOnStrayWarnings();
-    m_user = QDir(QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("user")));
-    QVERIFY(!m_user.exists());
-    m_core = std::make_unique<vexdesk::Core>();
-    m_loader = std::make_unique<vexdesk::PluginLoader>();
-    m_window = std::make_unique<vexdesk::MainWindow>(*m_loader);
-    m_loader->load({QFileInfo(QStringLiteral(TADATAMANAGER_FILE)).path()}, m_core.get());
-    QCOMPARE(m_loader->loadedCount(), 1);
-    m_window->show();
+    m_user = testsupport::newUserFolder();
+    m_terminal = testsupport::Terminal::withPlugin();
 }
 
 void TestOptionsCommand::cleanup()
 {
-    m_window.reset();
-    m_loader.reset();
-    m_core.reset();
+    m_terminal.reset();
     QVERIFY(m_user.removeRecursively());
 }
 
@@ -149,7 +138,7 @@ QByteArray TestOptionsCommand::storedValues() const
 void TestOptionsCommand::theDialogShowsThePage()
 {
     withOptions([](OptionsDialog* dialog) {
-        const auto* const list = dialog->findChild<QListWidget*>(QStringLiteral("categories"));
+        const auto* const list = testsupport::child<QListWidget>(dialog, "categories");
         QCOMPARE(list->count(), 1);
         QCOMPARE(list->item(0)->text(), QStringLiteral("Истор. данные ТА"));
         const QImage icon = list->item(0)->icon().pixmap(24).toImage();
@@ -160,8 +149,7 @@ void TestOptionsCommand::theDialogShowsThePage()
         QCOMPARE(
             icon,
             QIcon(QStringLiteral(":/icons/preferences/tadatamanager.png")).pixmap(24).toImage());
-        QCOMPARE(dialog->findChild<QLabel*>(QStringLiteral("pageTitle"))->text(),
-                 QStringLiteral("Общее"));
+        QCOMPARE(testsupport::child<QLabel>(dialog, "pageTitle")->text(), QStringLiteral("Общее"));
         QVERIFY(deleteSeconds(dialog)->isVisible());
         QVERIFY(deleteSeconds(dialog)->isChecked());
         QCOMPARE(storeForDays(dialog)->value(), 7);
@@ -279,7 +267,7 @@ void TestOptionsCommand::aDialogThatIsOpenDoesNotHinderThePurge()
     const QString old = secondFile(40);
     withOptions([this, &old](OptionsDialog* dialog) {
         switchPurge(dialog); // not stored
-        Q_EMIT m_core->notifier()->aNewDay();
+        Q_EMIT m_terminal->core().notifier()->aNewDay();
         QVERIFY(!QFile::exists(old));
         press(dialog, QDialogButtonBox::Cancel);
     });

@@ -4,6 +4,7 @@
 
 #include "support/filetree.h"
 #include "support/markingtranslator.h"
+#include "support/settingsfile.h"
 #include "support/strictlog.h"
 
 #include <vexdesk/appsettings.h>
@@ -25,16 +26,6 @@ namespace {
 const QString group = QStringLiteral("TADataManager");
 const QString deleteSecondsKey = QStringLiteral("deleteSeconds");
 const QString storeForDaysKey = QStringLiteral("storeForDays");
-
-/// A settings file with these lines in the plug-in's group. No two are equally long: one that was
-/// written within the same tick of the clock would be taken for the one before it.
-void writeSettings(const QByteArray& lines)
-{
-    static int number = 0;
-    testsupport::writeFile(ICore::getDir(QString(), false).filePath(QStringLiteral("vexdesk.ini")),
-                           QByteArray(100 * ++number - lines.size(), ';') + "\n[TADataManager]\n" +
-                               lines + '\n');
-}
 
 } // namespace
 
@@ -158,8 +149,7 @@ void TestPropertiesPage::theFormsTextsAreExact()
 
 void TestPropertiesPage::theFormsTextsAreTranslatable()
 {
-    testsupport::MarkingTranslator translator;
-    QCoreApplication::installTranslator(&translator);
+    const testsupport::MarkingTranslator translator;
     const TADataManagerPropertiesForm form(nullptr);
     const QString context = QStringLiteral("TADataManagerPropertiesForm|");
     QCOMPARE(form.windowTitle(), context + QStringLiteral("Form"));
@@ -240,8 +230,7 @@ void TestPropertiesPage::thePageIntroducesItself()
 
 void TestPropertiesPage::thePagesTextsAreTranslatable()
 {
-    testsupport::MarkingTranslator translator;
-    QCoreApplication::installTranslator(&translator);
+    const testsupport::MarkingTranslator translator;
     QCOMPARE(m_page->id(), QStringLiteral("TADataManager.General"));
     QCOMPARE(m_page->displayName(), QStringLiteral("TADataManagerPropertiesPage|Общее"));
     QCOMPARE(m_page->category(), QStringLiteral("TADataManager"));
@@ -323,7 +312,7 @@ void TestPropertiesPage::storedValuesAreShown()
     QFETCH(const QByteArray, file);
     QFETCH(const bool, checked);
     QFETCH(const int, days);
-    writeSettings(file);
+    testsupport::writeSettings(file);
     const QWidget* const form = makeForm();
     QCOMPARE(deleteSeconds(form)->isChecked(), checked);
     QCOMPARE(storeForDays(form)->value(), days);

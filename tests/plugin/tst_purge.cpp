@@ -4,6 +4,7 @@
 
 #include "support/filetree.h"
 #include "support/otheruser.h"
+#include "support/settingsfile.h"
 #include "support/strictlog.h"
 
 #include <vexdesk/appsettings.h>
@@ -90,16 +91,6 @@ QString randomName(QRandomGenerator* random)
     static const QStringList endings{"_1",  "_1",  "_1",   "_1",  "_1.iss", "_60", "_60_1",  "1",
                                      "_11", "__1", "_1_1", "_1 ", "_",      "",    "_x\n_1", "_1~"};
     return oneOf(beginnings, random) + oneOf(endings, random);
-}
-
-/// A settings file with these lines in the plug-in's group. No two are equally long: one that was
-/// written within the same tick of the clock would be taken for the one before it.
-void writeSettings(const QByteArray& lines)
-{
-    static int number = 0;
-    writeFile(ICore::getDir(QString(), false).filePath(QStringLiteral("vexdesk.ini")),
-              QByteArray(100 * ++number - lines.size(), ';') + "\n[TADataManager]\n" + lines +
-                  '\n');
 }
 
 } // namespace
@@ -557,7 +548,7 @@ void TestPurge::settingsOfAnotherType_data()
 void TestPurge::settingsOfAnotherType()
 {
     QFETCH(const QByteArray, file);
-    writeSettings(file);
+    testsupport::writeSettings(file);
     const auto values = PurgeSettings::from(AppSettings(QLatin1String(PurgeSettings::group)));
     QTEST(values.deleteSeconds, "deleteSeconds");
     QTEST(values.storeForDays, "storeForDays");

@@ -2,6 +2,7 @@
 // The plug-in as the terminal meets it: loaded from its file into a real core.
 
 #include "support/filetree.h"
+#include "support/loadedplugin.h"
 #include "support/localzone.h"
 #include "support/markingtranslator.h"
 #include "support/modalsteps.h"
@@ -20,7 +21,6 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QJsonObject>
 #include <QtCore/QMetaMethod>
-#include <QtCore/QPluginLoader>
 #include <QtCore/QPointer>
 #include <QtGui/QIcon>
 #include <QtGui/QImage>
@@ -37,6 +37,8 @@
 
 #include <functional>
 #include <memory>
+
+using testsupport::LoadedPlugin;
 
 namespace {
 
@@ -164,44 +166,34 @@ private Q_SLOTS:
     void takesItsMenuAlong();
 
 private:
-    IPlugin* plugin() const { return qobject_cast<IPlugin*>(m_loader->instance()); }
+    IPlugin* plugin() const { return m_plugin->plugin(); }
     QString secondFile() const
     {
-        return m_user.filePath(QStringLiteral("tadata/S/B/X/") + oldSecondName());
+        return m_plugin->user().filePath(QStringLiteral("tadata/S/B/X/") + oldSecondName());
     }
     void writeSecondFile() const { testsupport::writeFile(secondFile(), "old"); }
     void purge() const
     {
-        QVERIFY(QMetaObject::invokeMethod(m_loader->instance(), "removeOldSecondFiles"));
+        QVERIFY(QMetaObject::invokeMethod(m_plugin->object(), "removeOldSecondFiles"));
     }
 
-    std::unique_ptr<vexdesk::Core> m_core;
-    std::unique_ptr<QPluginLoader> m_loader;
-    QDir m_user;
+    std::unique_ptr<LoadedPlugin> m_plugin;
 };
 
 void TestTADataManager::init()
 {
     testsupport::failOnStrayWarnings();
-    m_user = QDir(QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("user")));
-    QVERIFY(!m_user.exists());
-    m_core = std::make_unique<vexdesk::Core>();
-    m_loader = std::make_unique<QPluginLoader>(QStringLiteral(TADATAMANAGER_FILE));
-    QVERIFY2(m_loader->instance(), qPrintable(m_loader->errorString()));
+    m_plugin = std::make_unique<LoadedPlugin>();
 }
 
 void TestTADataManager::cleanup()
 {
-    delete m_loader->instance();
-    QVERIFY(m_loader->unload());
-    m_loader.reset();
-    m_core.reset();
-    QVERIFY(m_user.removeRecursively());
+    m_plugin.reset();
 }
 
 void TestTADataManager::carriesMetadata()
 {
-    const QJsonObject metaData = m_loader->metaData();
+    const QJsonObject metaData = m_plugin->loader().metaData();
     QCOMPARE(metaData.value(QStringLiteral("IID")).toString(),
              QStringLiteral("qgui.plugin.tadatamanager"));
     QCOMPARE(metaData.value(QStringLiteral("className")).toString(),
@@ -212,14 +204,14 @@ void TestTADataManager::carriesMetadata()
 
 void TestTADataManager::isOneObject()
 {
-    QPluginLoader second(QStringLiteral(TADATAMANAGER_FILE));
-    QCOMPARE(second.instance(), m_loader->instance());
-    QVERIFY(!m_loader->instance()->parent());
+    QPluginLoader second(testsupport::pluginFile());
+    QCOMPARE(second.instance(), m_plugin->object());
+    QVERIFY(!m_plugin->object()->parent());
 }
 
 void TestTADataManager::answersToItsInterfaces()
 {
-    QObject* const object = m_loader->instance();
+    QObject* const object = m_plugin->object();
     QCOMPARE(object->metaObject()->className(), "TADataManager");
     QCOMPARE(object->qt_metacast("TADataManager"), static_cast<void*>(object));
     QVERIFY(object->qt_metacast("IPlugin"));
@@ -230,7 +222,7 @@ void TestTADataManager::answersToItsInterfaces()
 
 void TestTADataManager::declaresItsSlotsInOrder()
 {
-    const QMetaObject* const meta = m_loader->instance()->metaObject();
+    const QMetaObject* const meta = m_plugin->object()->metaObject();
     QByteArrayList methods;
     for (int i = meta->methodOffset(); i < meta->methodCount(); ++i) {
         QCOMPARE(meta->method(i).methodType(), QMetaMethod::Slot);
@@ -254,8 +246,7 @@ void TestTADataManager::introducesItself()
 
 void TestTADataManager::translatesItsTextsButNotItsVersion()
 {
-    testsupport::MarkingTranslator translator;
-    QCoreApplication::installTranslator(&translator);
+    const testsupport::MarkingTranslator translator;
     QCOMPARE(plugin()->name(), QStringLiteral("TADataManager|Управление данными ТА"));
     QCOMPARE(plugin()->author(), QStringLiteral("TADataManager|Орвента"));
     QCOMPARE(plugin()->description(),
@@ -265,7 +256,7 @@ void TestTADataManager::translatesItsTextsButNotItsVersion()
 
 void TestTADataManager::addsItsMenu()
 {
-    plugin()->init(m_core.get());
+    m_plugin->start();
 
     const QList<CommandContainer::Entry> bar = ActionManager::instance()->menuBar()->entries();
     for (const CommandContainer::Entry& entry : bar) {
@@ -284,7 +275,7 @@ void TestTADataManager::addsItsMenu()
     QVERIFY(commands);
     QCOMPARE(commands->id(), QByteArray("100"));
     QCOMPARE(commands->title(), QStringLiteral("&Управление данными ТА"));
-    QCOMPARE(commands->parent(), m_loader->instance());
+    QCOMPARE(commands->parent(), m_plugin->object());
 
     struct Expected
     {
@@ -311,10 +302,10 @@ void TestTADataManager::addsItsMenu()
         QCOMPARE(command->category(), QStringLiteral("Технический анализ"));
         QCOMPARE(command->context(), 3);
         QCOMPARE(picture(command->defaultIcon()), picture(commandIcon(expected[i].icon)));
-        QCOMPARE(command->parent(), m_loader->instance());
+        QCOMPARE(command->parent(), m_plugin->object());
         Action* const action = ActionManager::instance()->action(command->id());
         QVERIFY(action);
-        QCOMPARE(action->parent(), m_loader->instance());
+        QCOMPARE(action->parent(), m_plugin->object());
     }
 }
 
@@ -343,24 +334,24 @@ void TestTADataManager::carriesItsIcons()
 
 void TestTADataManager::registersItsOptionsPage()
 {
-    plugin()->init(m_core.get());
-    QCOMPARE(m_core->optionsPages().size(), 1);
-    IOptionsPage* const page = m_core->optionsPages().first();
+    m_plugin->start();
+    QCOMPARE(m_plugin->core().optionsPages().size(), 1);
+    IOptionsPage* const page = m_plugin->core().optionsPages().first();
     QCOMPARE(page->id(), QStringLiteral("TADataManager.General"));
     const auto* const object = dynamic_cast<QObject*>(page);
     QVERIFY(object);
-    QCOMPARE(object->parent(), m_loader->instance());
+    QCOMPARE(object->parent(), m_plugin->object());
 }
 
 void TestTADataManager::purgesAtStartAndOnEachNewDay()
 {
     writeSecondFile();
-    plugin()->init(m_core.get());
+    m_plugin->start();
     QVERIFY(!QFile::exists(secondFile()));
 
     for (int day = 0; day < 2; ++day) {
         writeSecondFile();
-        Q_EMIT m_core->notifier()->aNewDay();
+        Q_EMIT m_plugin->core().notifier()->aNewDay();
         QVERIFY(!QFile::exists(secondFile()));
     }
 }
@@ -373,16 +364,15 @@ void TestTADataManager::purgesOnceEachTime()
     const int once = walks.take();
     QVERIFY(once > 0);
 
-    plugin()->init(m_core.get());
+    m_plugin->start();
     QCOMPARE(walks.take(), once);
-    Q_EMIT m_core->notifier()->aNewDay();
+    Q_EMIT m_plugin->core().notifier()->aNewDay();
     QCOMPARE(walks.take(), once);
 }
 
 // A terminal that shows its menu already has the plug-in's, and the connection comes last.
 void TestTADataManager::startsStepByStep()
 {
-    m_core.reset();
     writeSecondFile();
     QStringList steps;
     WatchingCore core;
@@ -408,7 +398,6 @@ void TestTADataManager::startsStepByStep()
 
 void TestTADataManager::listensToTheNotifierOfItsCore()
 {
-    m_core.reset();
     WatchingCore core;
     int asked = 0;
     core.whenNotifierIsTaken = [&asked] { ++asked; };
@@ -444,7 +433,7 @@ void TestTADataManager::reckonsDaysByTheLocalDate()
 {
     QFETCH(const QByteArray, zone);
     const testsupport::LocalZone here(zone);
-    const QDir series(m_user.filePath(QStringLiteral("tadata/S/B/X")));
+    const QDir series(m_plugin->user().filePath(QStringLiteral("tadata/S/B/X")));
     QDate today;
     QStringList left;
     do {
@@ -461,29 +450,30 @@ void TestTADataManager::reckonsDaysByTheLocalDate()
 void TestTADataManager::purgesTheStoreAndNothingBesideIt()
 {
     for (const char* path : {"", "other/", "tadata2/S/B/X/", "S/B/X/"})
-        testsupport::writeFile(m_user.filePath(QLatin1String(path) + oldSecondName()), "x");
-    const auto before = testsupport::readTree(m_user);
+        testsupport::writeFile(m_plugin->user().filePath(QLatin1String(path) + oldSecondName()),
+                               "x");
+    const auto before = testsupport::readTree(m_plugin->user());
     writeSecondFile();
-    plugin()->init(m_core.get());
-    Q_EMIT m_core->notifier()->aNewDay();
-    QCOMPARE(testsupport::readTree(m_user), before);
+    m_plugin->start();
+    Q_EMIT m_plugin->core().notifier()->aNewDay();
+    QCOMPARE(testsupport::readTree(m_plugin->user()), before);
 }
 
 void TestTADataManager::leavesTheStoreAloneWhenThePurgeIsOff()
 {
     AppSettings(QStringLiteral("TADataManager")).setValue(QStringLiteral("deleteSeconds"), false);
     writeSecondFile();
-    plugin()->init(m_core.get());
-    Q_EMIT m_core->notifier()->aNewDay();
+    m_plugin->start();
+    Q_EMIT m_plugin->core().notifier()->aNewDay();
     QVERIFY(QFile::exists(secondFile()));
 }
 
 void TestTADataManager::makesNoStoreWhenThePurgeIsOff()
 {
     AppSettings(QStringLiteral("TADataManager")).setValue(QStringLiteral("deleteSeconds"), false);
-    plugin()->init(m_core.get());
-    Q_EMIT m_core->notifier()->aNewDay();
-    QVERIFY(!m_user.exists(QStringLiteral("tadata")));
+    m_plugin->start();
+    Q_EMIT m_plugin->core().notifier()->aNewDay();
+    QVERIFY(!m_plugin->user().exists(QStringLiteral("tadata")));
 }
 
 void TestTADataManager::answersEveryCommand_data()
@@ -496,7 +486,7 @@ void TestTADataManager::answersEveryCommand_data()
 void TestTADataManager::answersEveryCommand()
 {
     QFETCH(const QByteArray, id);
-    plugin()->init(m_core.get());
+    m_plugin->start();
     testsupport::ModalSteps steps;
     if (id == "1_Import") {
         steps.on<QFileDialog>([](QFileDialog* dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
@@ -507,14 +497,14 @@ void TestTADataManager::answersEveryCommand()
             QTest::keyClick(dialog, Qt::Key_Escape);
         });
     }
-    ActionManager::instance()->action(id)->trigger();
+    LoadedPlugin::trigger(id);
     QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
 }
 
 void TestTADataManager::destroysTheWindowOfACommand()
 {
     QFETCH(const QByteArray, id);
-    plugin()->init(m_core.get());
+    m_plugin->start();
     QPointer<QDialog> window;
     testsupport::ModalSteps steps;
     steps.on<QDialog>([&window](QDialog* dialog) {
@@ -522,7 +512,7 @@ void TestTADataManager::destroysTheWindowOfACommand()
         QTest::keyClick(dialog, Qt::Key_Escape);
     });
     const QWidgetList before = QApplication::topLevelWidgets();
-    ActionManager::instance()->action(id)->trigger();
+    LoadedPlugin::trigger(id);
     QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
     QVERIFY(!window);
     QCOMPARE(QApplication::topLevelWidgets(), before);
@@ -530,7 +520,7 @@ void TestTADataManager::destroysTheWindowOfACommand()
 
 void TestTADataManager::doesNothingInStagesAndAtTheEnd()
 {
-    plugin()->init(m_core.get());
+    m_plugin->start();
     writeSecondFile();
     plugin()->initStage(IPlugin::InitStage::PluginsReady);
     plugin()->initStage(IPlugin::InitStage::WindowShown);
@@ -541,15 +531,15 @@ void TestTADataManager::doesNothingInStagesAndAtTheEnd()
 
 void TestTADataManager::takesItsMenuAlong()
 {
-    plugin()->init(m_core.get());
+    m_plugin->start();
     CommandContainer* const menu =
         ActionManager::instance()->container("TA", QString(), "MenuBar", QByteArray(), "25");
     QCOMPARE(menu->entries().size(), 1);
-    delete m_loader->instance();
+    delete m_plugin->object();
     QVERIFY(menu->entries().isEmpty());
     QVERIFY(!ActionManager::instance()->action("1_Import"));
     // The guarded pointer of the library notices: a new object is made.
-    QVERIFY(m_loader->instance());
+    QVERIFY(m_plugin->object());
 }
 
 int main(int argc, char** argv)

@@ -165,8 +165,7 @@ void TestSeriesSelectorModels::init()
 {
     testsupport::failOnStrayWarnings();
     ReferenceData::install(ReferenceData::demonstration());
-    m_user = QDir(QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("user")));
-    QVERIFY(!m_user.exists());
+    m_user = testsupport::newUserFolder();
 }
 
 void TestSeriesSelectorModels::cleanup()

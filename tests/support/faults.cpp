@@ -17,7 +17,6 @@
 #include <utility>
 #include <vector>
 
-using testsupport::AtEnd;
 using testsupport::Fault;
 using testsupport::Meanwhile;
 using testsupport::SystemCall;
@@ -30,12 +29,6 @@ struct Fault::Rule
     int error;
     int passed;
     std::atomic<int> calls = 0;
-};
-
-struct AtEnd::Rule
-{
-    QByteArray pathEnd;
-    std::function<void()> action;
 };
 
 struct WrittenPieces::Record
@@ -55,10 +48,25 @@ namespace {
 
 std::mutex rulesMutex;
 std::vector<std::shared_ptr<Fault::Rule>> rules;
-std::vector<std::shared_ptr<AtEnd::Rule>> ends;
 std::vector<std::shared_ptr<WrittenPieces::Record>> records;
 std::vector<std::shared_ptr<Meanwhile::Deed>> deeds;
-std::atomic<int> ruleCount = 0; // of all four kinds
+std::atomic<int> ruleCount = 0; // of all three kinds
+
+template <typename Rule>
+void add(std::vector<std::shared_ptr<Rule>>& list, const std::shared_ptr<Rule>& rule)
+{
+    const std::lock_guard lock(rulesMutex);
+    list.push_back(rule);
+    ++ruleCount;
+}
+
+template <typename Rule>
+void remove(std::vector<std::shared_ptr<Rule>>& list, const std::shared_ptr<Rule>& rule)
+{
+    const std::lock_guard lock(rulesMutex);
+    std::erase(list, rule);
+    --ruleCount;
+}
 
 template <typename Function>
 Function real(const char* name)
@@ -77,15 +85,15 @@ QByteArray pathOf(int descriptor)
 // Not under the lock: what is done calls the system, too.
 void doMeanwhile(SystemCall call, const QByteArray& path)
 {
-    std::function<void()> act;
+    std::vector<std::function<void()>> acts;
     {
         const std::lock_guard lock(rulesMutex);
         for (const auto& deed : deeds) {
-            if (deed->call == call && path.endsWith(deed->pathEnd))
-                act = std::exchange(deed->act, nullptr);
+            if (deed->call == call && deed->act && path.endsWith(deed->pathEnd))
+                acts.push_back(std::exchange(deed->act, nullptr));
         }
     }
-    if (act)
+    for (const auto& act : acts)
         act();
 }
 
@@ -108,21 +116,6 @@ bool fails(SystemCall call, const QByteArray& path)
 bool failsOn(SystemCall call, int descriptor)
 {
     return ruleCount != 0 && fails(call, pathOf(descriptor));
-}
-
-void tellEnd(int descriptor)
-{
-    const QByteArray path = pathOf(descriptor);
-    std::vector<std::function<void()>> actions;
-    {
-        const std::lock_guard lock(rulesMutex);
-        for (const auto& rule : ends) {
-            if (path.endsWith(rule->pathEnd) && rule->action)
-                actions.push_back(std::exchange(rule->action, nullptr));
-        }
-    }
-    for (const auto& action : actions)
-        action();
 }
 
 void keepPiece(int descriptor, const void* from, size_t count)
@@ -148,16 +141,12 @@ int openFile(const char* name, const char* path, int flags, mode_t mode)
 Fault::Fault(SystemCall call, const QString& pathEnd, int error, int passed)
     : m_rule(new Rule{call, QFile::encodeName(pathEnd), error, passed})
 {
-    const std::lock_guard lock(rulesMutex);
-    rules.push_back(m_rule);
-    ++ruleCount;
+    add(rules, m_rule);
 }
 
 Fault::~Fault()
 {
-    const std::lock_guard lock(rulesMutex);
-    std::erase(rules, m_rule);
-    --ruleCount;
+    remove(rules, m_rule);
 }
 
 int Fault::failed() const
@@ -165,34 +154,15 @@ int Fault::failed() const
     return std::max(0, m_rule->calls - m_rule->passed);
 }
 
-AtEnd::AtEnd(const QString& pathEnd, std::function<void()> action)
-    : m_rule(new Rule{QFile::encodeName(pathEnd), std::move(action)})
-{
-    const std::lock_guard lock(rulesMutex);
-    ends.push_back(m_rule);
-    ++ruleCount;
-}
-
-AtEnd::~AtEnd()
-{
-    const std::lock_guard lock(rulesMutex);
-    std::erase(ends, m_rule);
-    --ruleCount;
-}
-
 WrittenPieces::WrittenPieces(const QString& pathEnd)
     : m_record(new Record{QFile::encodeName(pathEnd), {}})
 {
-    const std::lock_guard lock(rulesMutex);
-    records.push_back(m_record);
-    ++ruleCount;
+    add(records, m_record);
 }
 
 WrittenPieces::~WrittenPieces()
 {
-    const std::lock_guard lock(rulesMutex);
-    std::erase(records, m_record);
-    --ruleCount;
+    remove(records, m_record);
 }
 
 QByteArrayList WrittenPieces::pieces() const
@@ -204,16 +174,12 @@ QByteArrayList WrittenPieces::pieces() const
 Meanwhile::Meanwhile(SystemCall call, const QString& pathEnd, const std::function<void()>& act)
     : m_deed(new Deed{call, QFile::encodeName(pathEnd), act})
 {
-    const std::lock_guard lock(rulesMutex);
-    deeds.push_back(m_deed);
-    ++ruleCount;
+    add(deeds, m_deed);
 }
 
 Meanwhile::~Meanwhile()
 {
-    const std::lock_guard lock(rulesMutex);
-    std::erase(deeds, m_deed);
-    --ruleCount;
+    remove(deeds, m_deed);
 }
 
 // What the libraries call, too: the program's own names come before those of the system.
@@ -225,9 +191,7 @@ TESTSUPPORT_INTERPOSED ssize_t read(int descriptor, void* to, size_t count)
     if (failsOn(SystemCall::Read, descriptor))
         return -1;
     const ssize_t size = call(descriptor, to, count);
-    if (size == 0 && ruleCount != 0)
-        tellEnd(descriptor);
-    return size;
+    return size == 0 && failsOn(SystemCall::ReadEnd, descriptor) ? -1 : size;
 }
 
 TESTSUPPORT_INTERPOSED ssize_t write(int descriptor, const void* from, size_t count)

@@ -11,8 +11,9 @@
 
 namespace testsupport {
 
-/// The calls of the system that can be made to fail.
-enum class SystemCall { Open, Read, Write, Close, Rename };
+/// The calls of the system that can be made to fail. ReadEnd is a read that has found the end of
+/// the file, before the reader hears of it.
+enum class SystemCall { Open, Read, Write, Close, Rename, ReadEnd };
 
 /// Makes a call of the system fail on some files, in the whole process, as long as the object
 /// lives: a disk that is full or broken, a network file system that says only at the end what it
@@ -29,21 +30,6 @@ public:
 
     /// How many calls have failed.
     int failed() const;
-
-    struct Rule;
-
-private:
-    std::shared_ptr<Rule> m_rule;
-};
-
-/// Calls a function when the end of a file whose path ends so has been read for the first time,
-/// before the reader hears of it.
-class AtEnd final
-{
-public:
-    AtEnd(const QString& pathEnd, std::function<void()> action);
-    ~AtEnd();
-    Q_DISABLE_COPY_MOVE(AtEnd)
 
     struct Rule;
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "support/filetree.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QDirIterator>
 #include <QtCore/QFileInfo>
 #include <QtTest/QTest>
@@ -22,6 +23,19 @@ QByteArray readFile(const QString& path)
         return QByteArray();
     const QByteArray content = file.readAll();
     return content.isNull() ? QByteArray("") : content;
+}
+
+QDir userFolder()
+{
+    return QDir(QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("user")));
+}
+
+QDir newUserFolder()
+{
+    const QDir folder = userFolder();
+    if (folder.exists())
+        QTest::qFail("an earlier test has left its data directory", __FILE__, __LINE__);
+    return folder;
 }
 
 QMap<QString, QByteArray> readTree(const QDir& root)

@@ -15,6 +15,11 @@ void writeFile(const QString& path, const QByteArray& content);
 /// empty array that is not null.
 QByteArray readFile(const QString& path);
 
+/// The data directory of a test program, "user" beside it; it need not exist.
+QDir userFolder();
+/// The same; fails the test where an earlier one has left it behind.
+QDir newUserFolder();
+
 /// Every file below a directory (hidden ones too): path relative to it, and content.
 QMap<QString, QByteArray> readTree(const QDir& root);
 

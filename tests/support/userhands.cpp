@@ -6,6 +6,8 @@
 #include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QComboBox>
+#include <QtWidgets/QDateEdit>
+#include <QtWidgets/QLineEdit>
 
 namespace testsupport {
 
@@ -55,12 +57,53 @@ void choose(QComboBox* box, const QString& beginning)
     choose(box, index);
 }
 
+void type(QLineEdit* edit, const QString& text)
+{
+    QVERIFY(edit);
+    edit->setFocus();
+    edit->selectAll();
+    if (text.isEmpty())
+        QTest::keyClick(edit, Qt::Key_Delete);
+    QTest::keyClicks(edit, text);
+    QCOMPARE(edit->text(), text);
+}
+
+void typeDate(QDateEdit* edit, const QDate& date)
+{
+    QVERIFY(edit);
+    QVERIFY(edit->isVisible() && edit->isEnabled());
+    edit->setFocus();
+    // In whatever order they are shown: a day fits into its month when it comes last.
+    const auto type = [edit, &date](QDateTimeEdit::Section section, const char* format) {
+        edit->setSelectedSection(section);
+        QTest::keyClicks(edit, date.toString(QLatin1String(format)));
+    };
+    type(QDateTimeEdit::YearSection, "yyyy");
+    type(QDateTimeEdit::MonthSection, "MM");
+    type(QDateTimeEdit::DaySection, "dd");
+    QCOMPARE(edit->date(), date);
+}
+
+UnhurriedTyping::UnhurriedTyping()
+    : m_before(QApplication::keyboardInputInterval())
+{
+    QApplication::setKeyboardInputInterval(60'000);
+}
+
+UnhurriedTyping::~UnhurriedTyping()
+{
+    QApplication::setKeyboardInputInterval(m_before);
+}
+
 QList<QWidget*> tabOrder(QWidget* window)
 {
     QList<QWidget*> order;
-    for (QWidget* widget = window->focusWidget(); widget && !order.contains(widget);
-         widget = window->focusWidget()) {
-        order.append(widget);
+    for (QWidget* widget = window->focusWidget(); widget; widget = window->focusWidget()) {
+        const bool stays = !order.isEmpty() && widget == order.constLast();
+        if (!stays && order.contains(widget))
+            break;
+        if (!stays)
+            order.append(widget);
         QTest::keyClick(widget, Qt::Key_Tab);
     }
     return order;

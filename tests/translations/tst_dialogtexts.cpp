@@ -3,7 +3,6 @@
 // one, and nothing is cut. The language is in the environment variable DIALOG_LANGUAGE, "ru" or
 // "en"; without it, Russian. The plug-in is loaded from its file as the terminal does it.
 
-#include "plugin/commandtest.h"
 #include "desk/commands.h"
 #include "desk/deskapplication.h"
 #include "desk/errorreport.h"
@@ -12,13 +11,16 @@
 #include "desk/optionsdialog.h"
 #include "desk/pluginloader.h"
 #include "desk/pluginsdialog.h"
+#include "support/child.h"
+#include "support/commandtest.h"
 #include "support/filetree.h"
 #include "support/modalsteps.h"
 #include "support/strictlog.h"
+#include "support/terminal.h"
 #include "support/textcheck.h"
 #include "support/userhands.h"
+#include "support/wizardchoices.h"
 
-#include <vexdesk/terminal/core.h>
 #include <vexdesk/terminal/referencedata.h>
 
 #include <QtCore/QFileInfo>
@@ -31,17 +33,16 @@
 #include <QtWidgets/QDockWidget>
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QFileIconProvider>
-#include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QProgressDialog>
 #include <QtWidgets/QPushButton>
-#include <QtWidgets/QTableWidget>
 #include <QtWidgets/QWizard>
 
 #include <memory>
 
+using testsupport::child;
 using testsupport::click;
 using testsupport::ModalSteps;
 using testsupport::WhenShown;
@@ -57,7 +58,7 @@ constexpr int barColumns = 9;
 
 QWidget* chooseByIndex(QWidget* page, const char* name, int index)
 {
-    auto* const box = page->findChild<QComboBox*>(QLatin1String(name));
+    auto* const box = child<QComboBox>(page, name);
     testsupport::choose(box, index);
     return box;
 }
@@ -67,17 +68,8 @@ void chooseSeries(QWidget* page)
 {
     for (const auto& [name, code] :
          {std::pair("stock", "NORD"), std::pair("board", "MAIN"), std::pair("security", "ALFA")}) {
-        auto* const box = page->findChild<QComboBox*>(QLatin1String(name));
-        testsupport::choose(box, QLatin1String(code));
+        testsupport::choose(child<QComboBox>(page, name), QLatin1String(code));
     }
-}
-
-QList<QComboBox*> columnBoxes(QWizard* wizard)
-{
-    return wizard->currentPage()
-        ->findChild<QTableWidget*>()
-        ->horizontalHeader()
-        ->findChildren<QComboBox*>();
 }
 
 } // namespace
@@ -123,6 +115,8 @@ private:
     void chooseFile(ModalSteps& steps, const QString& path);
     void fillImport(QWizard* wizard, bool looks);
     void fillExport(QWizard* wizard, bool looks);
+    /// The wizard up to the end, and the progress behind it.
+    void finishImport(ModalSteps& steps);
     void runImport();
     void run(ModalSteps& steps, const char* command);
     QString input(const QByteArray& content);
@@ -130,45 +124,29 @@ private:
     vexdesk::Language m_language;
     QStringList m_faults;
     std::unique_ptr<QTemporaryDir> m_files;
-    std::unique_ptr<vexdesk::Core> m_core;
-    std::unique_ptr<vexdesk::PluginLoader> m_loader;
-    std::unique_ptr<vexdesk::MainWindow> m_window;
+    std::unique_ptr<testsupport::Terminal> m_terminal;
 };
 
 void TestDialogTexts::init()
 {
     testsupport::failOnStrayWarnings();
-    QDir(QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("user")))
-        .removeRecursively();
+    testsupport::userFolder().removeRecursively();
     m_faults.clear();
     m_files = std::make_unique<QTemporaryDir>();
     vexdesk::ReferenceData::install(vexdesk::ReferenceData::demonstration());
-    makeTerminal({QFileInfo(QStringLiteral(TADATAMANAGER_FILE)).path()});
-    QCOMPARE(m_loader->loadedCount(), 1);
+    m_terminal = testsupport::Terminal::withPlugin(m_language);
 }
 
 void TestDialogTexts::cleanup()
 {
-    m_window.reset();
-    m_loader.reset();
-    m_core.reset();
+    m_terminal.reset();
     m_files.reset();
 }
 
 void TestDialogTexts::makeTerminal(const QStringList& pluginDirectories)
 {
-    m_window.reset();
-    m_loader.reset();
-    m_core.reset();
-    m_core = std::make_unique<vexdesk::Core>();
-    m_loader = std::make_unique<vexdesk::PluginLoader>();
-    m_loader->setLanguage(m_language);
-    m_window = std::make_unique<vexdesk::MainWindow>(*m_loader);
-    m_loader->load(pluginDirectories, m_core.get());
-    m_window->show();
-    m_window->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
-    QCoreApplication::processEvents(); // the menus follow with the next turn of the event loop
+    m_terminal.reset();
+    m_terminal = std::make_unique<testsupport::Terminal>(m_language, pluginDirectories);
 }
 
 void TestDialogTexts::look(const QWidget* window)
@@ -205,7 +183,7 @@ QString TestDialogTexts::input(const QByteArray& content)
 void TestDialogTexts::chooseFile(ModalSteps& steps, const QString& path)
 {
     steps.on<QFileDialog>([path](QFileDialog* dialog) {
-        auto* const edit = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        auto* const edit = child<QLineEdit>(dialog, "fileNameEdit");
         edit->setText(path);
         QTest::keyClick(edit, Qt::Key_Return);
     });
@@ -226,22 +204,27 @@ void TestDialogTexts::fillImport(QWizard* wizard, bool looks)
     note();
     click(wizard->button(QWizard::NextButton));
     note(); // with what is missing
-    const QList<QComboBox*> boxes = columnBoxes(wizard);
+    const QList<QComboBox*> boxes = testsupport::roleBoxes(wizard);
     QCOMPARE(boxes.size(), barColumns);
     for (int column = 0; column < barColumns; ++column)
         testsupport::choose(boxes.at(column), column + 1);
     note();
 }
 
-void TestDialogTexts::runImport()
+void TestDialogTexts::finishImport(ModalSteps& steps)
 {
-    ModalSteps steps;
-    chooseFile(steps, input(bars));
     steps.on<QWizard>([this](QWizard* wizard) {
         fillImport(wizard, false);
         click(wizard->button(QWizard::FinishButton));
     });
     steps.letPass<QProgressDialog>();
+}
+
+void TestDialogTexts::runImport()
+{
+    ModalSteps steps;
+    chooseFile(steps, input(bars));
+    finishImport(steps);
     steps.on<QMessageBox>([](QMessageBox* box) { click(box->button(QMessageBox::Ok)); });
     run(steps, "1_Import");
 }
@@ -252,8 +235,8 @@ void TestDialogTexts::fillExport(QWizard* wizard, bool looks)
         look(wizard);
     QWidget* const page = wizard->currentPage();
     chooseSeries(page);
-    page->findChild<QLineEdit*>(QStringLiteral("outputFile"))->setText(QStringLiteral("out"));
-    page->findChild<QLineEdit*>(QStringLiteral("outputDir"))->setText(m_files->path());
+    child<QLineEdit>(page, "outputFile")->setText(QStringLiteral("out"));
+    child<QLineEdit>(page, "outputDir")->setText(m_files->path());
     if (looks)
         look(wizard);
     click(wizard->button(QWizard::NextButton));
@@ -261,40 +244,40 @@ void TestDialogTexts::fillExport(QWizard* wizard, bool looks)
 
 void TestDialogTexts::mainWindowWithEveryMenu()
 {
-    look(m_window.get());
-    const QList<QMenu*> menus = m_window->menuBar()->findChildren<QMenu*>();
+    look(m_terminal->window());
+    const QList<QMenu*> menus = m_terminal->window()->menuBar()->findChildren<QMenu*>();
     QVERIFY(menus.size() >= 6);
     for (QMenu* const menu : menus) {
-        menu->popup(m_window->mapToGlobal(QPoint(0, 0)));
+        menu->popup(m_terminal->window()->mapToGlobal(QPoint(0, 0)));
         look(menu);
         menu->close();
     }
     QVERIFY2(m_faults.isEmpty(), qPrintable(m_faults.join(u'\n')));
-    const QStringList shared = testsupport::sharedAccessKeys(m_window.get());
+    const QStringList shared = testsupport::sharedAccessKeys(m_terminal->window());
     QVERIFY2(shared.isEmpty(), qPrintable(shared.join(u'\n')));
 }
 
 void TestDialogTexts::mainWindowWithoutPlugins()
 {
     makeTerminal({m_files->path(), m_files->filePath(QStringLiteral("missing"))});
-    look(m_window.get());
+    look(m_terminal->window());
     QVERIFY2(m_faults.isEmpty(), qPrintable(m_faults.join(u'\n')));
 }
 
 void TestDialogTexts::chart()
 {
     vexdesk::triggerCommand("Desk.Chart");
-    const auto* const dock = m_window->findChild<QDockWidget*>(QStringLiteral("chartDock"));
+    const auto* const dock = child<QDockWidget>(m_terminal->window(), "chartDock");
     QVERIFY(dock && dock->isVisible());
     // The list of the store comes from a thread: with it, the window arranges the dock once more.
     QCoreApplication::sendPostedEvents();
-    QTRY_VERIFY(m_window->rect().contains(dock->geometry()));
-    look(m_window.get());
+    QTRY_VERIFY(m_terminal->window()->rect().contains(dock->geometry()));
+    look(m_terminal->window());
     QVERIFY2(m_faults.isEmpty(), qPrintable(m_faults.join(u'\n')));
     runImport();
-    const auto* const series = dock->findChild<QComboBox*>(QStringLiteral("chartSeries"));
+    const auto* const series = child<QComboBox>(dock, "chartSeries");
     QTRY_VERIFY(series->count() > 0);
-    look(m_window.get());
+    look(m_terminal->window());
     QVERIFY2(m_faults.isEmpty(), qPrintable(m_faults.join(u'\n')));
 }
 
@@ -310,8 +293,8 @@ void TestDialogTexts::pluginsDialogWithRefusedFiles()
     const QString file = m_files->filePath(QStringLiteral("empty.so"));
     testsupport::writeFile(file, QByteArray());
     makeTerminal({m_files->path()});
-    QCOMPARE(m_loader->refusedCount(), 1);
-    look(m_window.get());
+    QCOMPARE(m_terminal->loader().refusedCount(), 1);
+    look(m_terminal->window());
     ModalSteps steps;
     lookAndClose(steps);
     run(steps, "Desk.Plugins");
@@ -321,9 +304,9 @@ void TestDialogTexts::optionsDialogWithThePluginsPage()
 {
     ModalSteps steps;
     steps.on<vexdesk::OptionsDialog>([this](vexdesk::OptionsDialog* dialog) {
-        QVERIFY(dialog->findChild<QCheckBox*>(QStringLiteral("deleteSeconds")));
+        QVERIFY(child<QCheckBox>(dialog, "deleteSeconds"));
         look(dialog);
-        auto* const search = dialog->findChild<QLineEdit*>(QStringLiteral("search"));
+        auto* const search = child<QLineEdit>(dialog, "search");
         search->setText(QStringLiteral("***"));
         look(dialog);
         dialog->reject();
@@ -375,7 +358,7 @@ void TestDialogTexts::languageBox()
         QTest::keyClick(box, Qt::Key_Escape);
     });
     run(steps, toRussian ? "Desk.Language.ru" : "Desk.Language.en");
-    QVERIFY(m_window->isVisible());
+    QVERIFY(m_terminal->window()->isVisible());
 }
 
 void TestDialogTexts::importWizard()
@@ -385,7 +368,7 @@ void TestDialogTexts::importWizard()
         m_faults += testsupport::foreignTexts(dialog, m_language == vexdesk::Language::English
                                                           ? testsupport::Speech::English
                                                           : testsupport::Speech::Russian);
-        auto* const edit = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        auto* const edit = child<QLineEdit>(dialog, "fileNameEdit");
         edit->setText(input(bars));
         QTest::keyClick(edit, Qt::Key_Return);
     });
@@ -419,13 +402,8 @@ void TestDialogTexts::importMessages()
     QFETCH(const bool, isPreviewed);
     ModalSteps steps;
     chooseFile(steps, input(content));
-    if (isPreviewed) {
-        steps.on<QWizard>([this](QWizard* wizard) {
-            fillImport(wizard, false);
-            click(wizard->button(QWizard::FinishButton));
-        });
-        steps.letPass<QProgressDialog>();
-    }
+    if (isPreviewed)
+        finishImport(steps);
     lookAndClose(steps);
     run(steps, "1_Import");
 }
@@ -468,7 +446,7 @@ void TestDialogTexts::editor()
                                         std::pair("toDateTime", QDate(2024, 1, 16))}) {
             dialog->findChild<QDateTimeEdit*>(QLatin1String(name))->setDateTime(day.startOfDay());
         }
-        click(dialog->findChild<QPushButton*>(QStringLiteral("loadDataButton")));
+        click(child<QPushButton>(dialog, "loadDataButton"));
         look(dialog);
         QTest::keyClick(dialog, Qt::Key_Escape);
     });

@@ -3,6 +3,7 @@
 
 #include "desk/deskapplication.h"
 #include "desk/pluginloader.h"
+#include "support/loadedplugin.h"
 #include "support/strictlog.h"
 
 #include <vexdesk/iplugin.h>
@@ -11,23 +12,18 @@
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
-#include <QtCore/QPluginLoader>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
 
 #include <memory>
 
+using testsupport::pluginFile;
 using vexdesk::Language;
 
 namespace {
 
 const QString russianName = QStringLiteral("Управление данными ТА");
 const QString englishName = QStringLiteral("TA data management");
-
-QString pluginFile()
-{
-    return QStringLiteral(TADATAMANAGER_FILE);
-}
 
 QString translationFile()
 {
@@ -81,7 +77,8 @@ void TestPluginTranslation::cleanup()
 
 vexdesk::PluginRecord TestPluginTranslation::load(const QString& fileName, Language language)
 {
-    QFile::copy(pluginFile(), path(fileName));
+    if (!QFile::copy(pluginFile(), path(fileName)))
+        QTest::qFail(qPrintable(pluginFile() + QStringLiteral(" is missing")), __FILE__, __LINE__);
     m_loader->setLanguage(language);
     m_loader->load({m_directory->path()}, m_core.get());
     return m_loader->records().value(0);
@@ -156,12 +153,12 @@ void TestPluginTranslation::aHostThatTranslatesNothingShowsRussian()
     copyTranslation();
     const QString copy = path(QStringLiteral("tadatamanager.so"));
     QVERIFY(QFile::copy(pluginFile(), copy));
-    QPluginLoader loader(copy);
-    auto* const plugin = qobject_cast<IPlugin*>(loader.instance());
-    QVERIFY2(plugin, qPrintable(loader.errorString()));
-    QCOMPARE(plugin->name(), russianName);
-    plugin->init(m_core.get());
-    QCOMPARE(plugin->description(),
+    QPluginLoader loader;
+    const vexdesk::Result<IPlugin*> plugin = testsupport::loadPlugin(loader, copy);
+    QVERIFY2(plugin, qPrintable(plugin.message()));
+    QCOMPARE((*plugin)->name(), russianName);
+    (*plugin)->init(m_core.get());
+    QCOMPARE((*plugin)->description(),
              QStringLiteral("Управление историческими данными для графиков"));
     delete loader.instance();
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A plug-in as it should be: commands in the menus, an options page, every call recorded.
-#include "callrecord.h"
+#include "emptypage.h"
+#include "recordingplugin.h"
 
 #include <vexdesk/action.h>
 #include <vexdesk/actionmanager.h>
@@ -9,8 +10,6 @@
 #include <vexdesk/database/idatabase.h>
 #include <vexdesk/database/table.h>
 #include <vexdesk/icore.h>
-#include <vexdesk/ioptionspage.h>
-#include <vexdesk/iplugin.h>
 
 #include <QtCore/QTimer>
 #include <QtCore/QtPlugin>
@@ -26,34 +25,29 @@ namespace {
 // Shows that code of the library ran, however far the loading came.
 [[maybe_unused]] const bool codeRan = qputenv("DESK_TEST_GOOD_RAN", "1");
 
-class Page final : public IOptionsPage
+desktest::EmptyPage::Names pageNames()
 {
-public:
-    QString id() const override { return QStringLiteral("GOOD.General"); }
-    QString displayName() const override { return QStringLiteral("Общие"); }
-    QString category() const override { return QStringLiteral("GOOD"); }
-    QString displayCategory() const override { return QStringLiteral("Проверка"); }
-    QIcon categoryIcon() const override { return QIcon(); }
-    bool matches(const QString& /*searchText*/) const override { return false; }
-    QWidget* createPage(QWidget* /*parent*/) override { return nullptr; }
-    void apply() override {}
-    void finish() override {}
-};
+    return {.id = QStringLiteral("GOOD.General"),
+            .page = QStringLiteral("Общие"),
+            .category = QStringLiteral("GOOD"),
+            .shownCategory = QStringLiteral("Проверка")};
+}
 
 } // namespace
 
-class Good final : public QObject, public IPlugin
+class Good final : public desktest::RecordingPlugin
 {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID "qgui.plugin.desktest.Good")
     Q_INTERFACES(IPlugin)
 
 public:
-    ~Good() override { desktest::recordCall(QStringLiteral("GOOD.destroyed")); }
+    Good()
+        : RecordingPlugin("GOOD")
+    {}
 
     QByteArrayView code() const override { return "GOOD"; }
     QString name() const override { return QStringLiteral("История котировок"); }
-    QString author() const override { return QStringLiteral("Мастерская"); }
     QString version() const override { return QStringLiteral("7.6"); }
     QString description() const override
     {
@@ -70,14 +64,14 @@ private:
     void chooseCommand();
     void countDeals() const;
 
-    Page m_page;
-    Page m_latePage;
+    desktest::EmptyPage m_page{pageNames()};
+    desktest::EmptyPage m_latePage{pageNames()};
     ICore* m_core = nullptr;
 };
 
 void Good::init(ICore* core)
 {
-    desktest::recordCall(QStringLiteral("GOOD.init"));
+    RecordingPlugin::init(core);
     m_core = core;
     core->addOptionsPage(&m_page);
     ActionManager* const manager = ActionManager::instance();
@@ -139,18 +133,17 @@ void Good::countDeals() const
 
 void Good::tini()
 {
-    desktest::recordCall(QStringLiteral("GOOD.tini"));
+    RecordingPlugin::tini();
     if (desktest::hasToThrow(QStringLiteral("GOOD.tini")))
         throw QStringLiteral("не закрывается");
 }
 
 void Good::initStage(InitStage stage)
 {
+    RecordingPlugin::initStage(stage);
     if (stage == InitStage::PluginsReady) {
-        desktest::recordCall(QStringLiteral("GOOD.PluginsReady"));
         m_core->addOptionsPage(&m_latePage);
     } else {
-        desktest::recordCall(QStringLiteral("GOOD.WindowShown"));
         if (qEnvironmentVariableIsSet("DESK_TEST_CHOOSE"))
             QTimer::singleShot(0, this, &Good::chooseCommand);
         if (qEnvironmentVariableIsSet("DESK_TEST_DEALS"))

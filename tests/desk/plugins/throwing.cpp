@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 // Its init adds a page and a command, and throws what the application's property "throwType" says.
-#include "callrecord.h"
+#include "emptypage.h"
+#include "recordingplugin.h"
 
 #include <vexdesk/actionmanager.h>
 #include <vexdesk/command.h>
 #include <vexdesk/commandcontainer.h>
 #include <vexdesk/icore.h>
-#include <vexdesk/ioptionspage.h>
-#include <vexdesk/iplugin.h>
 
 #include <QtCore/QtPlugin>
 
@@ -20,40 +19,27 @@ public:
     const char* what() const noexcept override { return "собственная ошибка"; }
 };
 
-class Page final : public IOptionsPage
-{
-public:
-    QString id() const override { return QStringLiteral("THROWING.General"); }
-    QString displayName() const override { return QString(); }
-    QString category() const override { return QString(); }
-    QString displayCategory() const override { return QString(); }
-    QIcon categoryIcon() const override { return QIcon(); }
-    bool matches(const QString& /*searchText*/) const override { return false; }
-    QWidget* createPage(QWidget* /*parent*/) override { return nullptr; }
-    void apply() override {}
-    void finish() override {}
-};
-
 } // namespace
 
-class Throwing final : public QObject, public IPlugin
+class Throwing final : public desktest::RecordingPlugin
 {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID "qgui.plugin.desktest.Throwing")
     Q_INTERFACES(IPlugin)
 
 public:
-    ~Throwing() override { desktest::recordCall(QStringLiteral("THROWING.destroyed")); }
+    Throwing()
+        : RecordingPlugin("THROWING")
+    {}
 
     QByteArrayView code() const override { return "THROWING"; }
     QString name() const override { return QStringLiteral("Бросающий модуль"); }
-    QString author() const override { return QStringLiteral("Мастерская"); }
     QString version() const override { return QStringLiteral("0.1"); }
     QString description() const override { return QStringLiteral("Не запускается"); }
 
     void init(ICore* core) override
     {
-        desktest::recordCall(QStringLiteral("THROWING.init"));
+        RecordingPlugin::init(core);
         core->addOptionsPage(&m_page);
         auto* const command = new Command("THROWING.Command", this);
         ActionManager::instance()->menuBar()->addCommand(command, "", "50");
@@ -64,14 +50,9 @@ public:
             throw QStringLiteral("нет лицензии");
         throw 42;
     }
-    void tini() override { desktest::recordCall(QStringLiteral("THROWING.tini")); }
-    void initStage(InitStage /*stage*/) override
-    {
-        desktest::recordCall(QStringLiteral("THROWING.initStage"));
-    }
 
 private:
-    Page m_page;
+    desktest::EmptyPage m_page{{.id = QStringLiteral("THROWING.General")}};
 };
 
 #include "throwing.moc"

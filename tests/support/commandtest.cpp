@@ -1,19 +1,16 @@
 // SPDX-License-Identifier: MIT
-#include "commandtest.h"
+#include "support/commandtest.h"
 
+#include "support/loadedplugin.h"
 #include "support/modalsteps.h"
 #include "support/userhands.h"
 
-#include <vexdesk/action.h>
-#include <vexdesk/actionmanager.h>
-#include <vexdesk/iplugin.h>
-#include <vexdesk/terminal/core.h>
-
-#include <QtCore/QPluginLoader>
+#include <QtCore/QThreadPool>
 #include <QtGui/QCloseEvent>
 #include <QtGui/QWindow>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QProgressDialog>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QStyle>
 
@@ -31,36 +28,6 @@ bool titleFits(const QMessageBox& box)
 }
 
 } // namespace
-
-LoadedPlugin::LoadedPlugin()
-    : m_user(QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("user")))
-    , m_core(std::make_unique<vexdesk::Core>())
-    , m_loader(std::make_unique<QPluginLoader>(QStringLiteral(TADATAMANAGER_FILE)))
-{
-    // A run that was ended from outside leaves its folder, which is no part of this test.
-    QVERIFY(m_user.removeRecursively());
-    auto* const plugin = qobject_cast<IPlugin*>(m_loader->instance());
-    QVERIFY2(plugin, qPrintable(m_loader->errorString()));
-    plugin->init(m_core.get());
-}
-
-LoadedPlugin::~LoadedPlugin()
-{
-    const QWidgetList left = QApplication::topLevelWidgets();
-    for (const QWidget* const widget : left) {
-        if (widget->isVisible())
-            QTest::qFail(widget->metaObject()->className(), __FILE__, __LINE__);
-    }
-    delete m_loader->instance();
-    m_loader->unload();
-    m_core.reset();
-    m_user.removeRecursively();
-}
-
-void LoadedPlugin::trigger(const char* command)
-{
-    ActionManager::instance()->action(command)->trigger();
-}
 
 char* toString(const Shown& shown)
 {
@@ -94,19 +61,57 @@ Shown information(const QString& title, const QString& text)
             .hasParent = false};
 }
 
-void readBox(ModalSteps& steps, Shown* shown)
+void run(const ModalSteps& steps, const char* command)
 {
-    steps.on<QMessageBox>([shown](QMessageBox* box) {
-        *shown = {box->windowTitle(),
-                  box->text(),
-                  box->icon(),
-                  box->standardButtons(),
-                  box->parentWidget() != nullptr,
-                  box->textFormat(),
-                  titleFits(*box),
-                  box->detailedText()};
+    LoadedPlugin::trigger(command);
+    QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
+}
+
+Shown lastBox(ModalSteps& steps, const char* command)
+{
+    Shown shown;
+    steps.on<QMessageBox>([&shown](QMessageBox* box) {
+        shown = {box->windowTitle(),
+                 box->text(),
+                 box->icon(),
+                 box->standardButtons(),
+                 box->parentWidget() != nullptr,
+                 box->textFormat(),
+                 titleFits(*box),
+                 box->detailedText()};
         click(box->button(QMessageBox::Ok));
     });
+    run(steps, command);
+    return shown;
+}
+
+void checkThatItStays(QProgressDialog* dialog, const QString& title, const QString& text)
+{
+    QVERIFY(!dialog->parentWidget());
+    QVERIFY(dialog->isModal());
+    QCOMPARE(dialog->windowTitle(), title);
+    QCOMPARE(dialog->labelText(), text);
+    QCOMPARE(dialog->minimum(), 0);
+    QCOMPARE(dialog->maximum(), 100);
+    QVERIFY(dialog->findChildren<QAbstractButton*>().isEmpty());
+    // The toolkit adds the menu that a minimise button needs.
+    QCOMPARE(dialog->windowFlags() & ~Qt::WindowSystemMenuHint, Qt::Dialog | Qt::WindowTitleHint |
+                                                                    Qt::WindowMinimizeButtonHint |
+                                                                    Qt::CustomizeWindowHint);
+
+    for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return, Qt::Key_Space})
+        QTest::keyClick(dialog, key);
+    QTest::keyClick(dialog, Qt::Key_Period, Qt::ControlModifier);
+    QTest::keyClick(dialog, Qt::Key_F4, Qt::AltModifier);
+    QVERIFY(dialog->isVisible());
+    QVERIFY(!closeFromOutside(dialog));
+    // What these might have asked for later.
+    QCoreApplication::processEvents();
+    QVERIFY(dialog->isVisible());
+    QCOMPARE(QApplication::activeModalWidget(), dialog);
+    QVERIFY(!dialog->wasCanceled());
+    // The thread of an earlier job may not have come to rest yet.
+    QTRY_COMPARE(QThreadPool::globalInstance()->activeThreadCount(), 1);
 }
 
 bool closeFromOutside(QWidget* window)

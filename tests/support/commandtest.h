@@ -1,49 +1,18 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QtCore/QByteArray>
-#include <QtCore/QDir>
+#include <QtCore/QObject>
 #include <QtCore/QString>
 #include <QtWidgets/QMessageBox>
 
 #include <functional>
-#include <memory>
 
-class QPluginLoader;
-namespace vexdesk {
-class Core;
-}
+class QProgressDialog;
 
-/// What the tests of the plug-in's commands share: the plug-in loaded from its file into a core,
-/// and the windows that a command shows.
+/// What the tests of the plug-in's commands share: the windows that a command shows.
 namespace testsupport {
 
 class ModalSteps;
-
-/// The plug-in in a terminal of its own, whose data are the folder "user" beside the test's
-/// program. Each test makes one and ends it; what the terminal stored goes with it.
-class LoadedPlugin final
-{
-public:
-    LoadedPlugin();
-    /// Unloads the plug-in and removes the folder; fails the test when a window is left.
-    ~LoadedPlugin();
-
-    vexdesk::Core& core() const { return *m_core; }
-    /// The terminal's data directory; the plug-in may not have made it yet.
-    QDir user() const { return m_user; }
-    QDir store() const { return QDir(m_user.filePath(QStringLiteral("tadata"))); }
-
-    /// Triggers the command as the menu does and returns when it is over.
-    static void trigger(const char* command);
-
-private:
-    Q_DISABLE_COPY_MOVE(LoadedPlugin)
-
-    QDir m_user;
-    std::unique_ptr<vexdesk::Core> m_core;
-    std::unique_ptr<QPluginLoader> m_loader;
-};
 
 /// A message box as the user saw it.
 struct Shown
@@ -67,8 +36,15 @@ char* toString(const Shown& shown);
 Shown warning(const QString& title, const QString& text);
 Shown information(const QString& title, const QString& text);
 
-/// Reads the next message box and closes it with OK.
-void readBox(ModalSteps& steps, Shown* shown);
+/// Triggers a command; fails the test for a window that the steps did not wait for, and for a step
+/// that no window came for.
+void run(const ModalSteps& steps, const char* command);
+/// The same with a last step: the message box that it gives back was closed with OK.
+Shown lastBox(ModalSteps& steps, const char* command);
+
+/// Fails the test unless this is the dialog of a running job: modal, with this title and text, and
+/// neither a key nor the window system can close it.
+void checkThatItStays(QProgressDialog* dialog, const QString& title, const QString& text);
 
 /// Closes the window as the window system does when the user asks for it; false when it refuses.
 bool closeFromOutside(QWidget* window);

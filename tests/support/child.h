@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QtCore/QLatin1String>
+#include <QtCore/QObject>
+
+namespace testsupport {
+
+/// The child with this name. A test that cannot find it ends at once and says which.
+template <typename Child>
+Child* child(const QObject* parent, const char* name)
+{
+    auto* const found = parent->findChild<Child*>(QLatin1String(name));
+    if (!found)
+        qFatal("no %s \"%s\" in %s", Child::staticMetaObject.className(), name,
+               parent->metaObject()->className());
+    return found;
+}
+
+} // namespace testsupport
