@@ -23,4 +23,17 @@ void reportError(const QString& text) noexcept;
 /// reportError with the exception's text.
 void reportException(const std::exception_ptr& error) noexcept;
 
+/// Runs a call into a plug-in. The text of the exception that left it, null when none did. The
+/// exception itself may be of the plug-in's own type and does not outlive this function.
+template <typename Call>
+QString faultOf(const Call& call)
+{
+    try {
+        call();
+        return QString();
+    } catch (...) {
+        return exceptionText(std::current_exception());
+    }
+}
+
 } // namespace vexdesk

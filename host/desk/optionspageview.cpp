@@ -15,22 +15,6 @@
 
 namespace vexdesk {
 
-namespace {
-
-// Runs a call into a page. The text of the exception that left it, null when none did.
-template <typename Call>
-QString faultOf(const Call& call)
-{
-    try {
-        call();
-        return QString();
-    } catch (...) {
-        return exceptionText(std::current_exception());
-    }
-}
-
-} // namespace
-
 OptionsPageView::OptionsPageView(IOptionsPage* page, const QString& title, QWidget* parent)
     : QScrollArea(parent)
     , m_page(page)

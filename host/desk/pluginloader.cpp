@@ -119,19 +119,6 @@ std::unique_ptr<QTranslator> installTranslationOf(const QString& path, Language 
     return translation;
 }
 
-// Runs a call into a plug-in. The text of the exception that left it, null when none did. The
-// exception itself may be of the plug-in's own type and does not outlive this function.
-template <typename Call>
-QString faultOf(const Call& call)
-{
-    try {
-        call();
-        return QString();
-    } catch (...) {
-        return exceptionText(std::current_exception());
-    }
-}
-
 } // namespace
 
 PluginLoader::PluginLoader(QObject* parent)
