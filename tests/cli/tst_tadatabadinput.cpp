@@ -306,6 +306,7 @@ void TadataBadInputTest::inputWithoutBarsSucceeds()
     QVERIFY(QFileInfo(storePath(QStringLiteral("NORD/MAIN/BARK"))).isDir());
 }
 
+// NOLINTNEXTLINE(readability-function-size): a table
 void TadataBadInputTest::wrongLineEndsTheImport_data()
 {
     QTest::addColumn<QByteArray>("line");

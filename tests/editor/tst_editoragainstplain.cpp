@@ -122,6 +122,28 @@ void loadAround(EditorTADataModel& model, const QDir& dir, const QDate& day)
                QDateTime(day.addDays(2), QTime(12, 0)), 60);
 }
 
+// The same files in each of the stores, of some days around one.
+void writeDays(Chance& chance, const QDate& day, const QList<QDir>& stores)
+{
+    for (int i = -2; i <= 2; ++i) {
+        if (chance.oneOf(4))
+            continue;
+        const QByteArray content = chance.dayContent();
+        for (const QDir& store : stores)
+            testsupport::writeFile(store.filePath(dayFile(day.addDays(i))), content);
+    }
+}
+
+QStringList randomKeys(Chance& chance, const QDate& day)
+{
+    QStringList keys;
+    for (int i = 0; i < 10; ++i) {
+        keys.append(day.addDays(chance.below(5) - 2).toString(QStringLiteral("yyyyMMdd ")) +
+                    timeOfDay(chance.second()).toString(QStringLiteral("hhmmss")));
+    }
+    return keys;
+}
+
 } // namespace
 
 class TestEditorAgainstPlain final : public QObject
@@ -176,21 +198,13 @@ void TestEditorAgainstPlain::doesWhatAPlainEditorDoes()
         const QTemporaryDir plainStore;
         const QDir dir(store.path());
         const QDir plainDir(plainStore.path());
-        for (int i = -2; i <= 2; ++i) {
-            if (chance.oneOf(4))
-                continue;
-            const QByteArray content = chance.dayContent();
-            for (const QDir& each : {dir, plainDir})
-                testsupport::writeFile(each.filePath(dayFile(day.addDays(i))), content);
-        }
+        writeDays(chance, day, {dir, plainDir});
 
         EditorTADataModel model(nullptr);
         PlainEditor plain;
-        std::unique_ptr<QAbstractItemModelTester> tester;
-        if (seed <= 10) {
-            tester = std::make_unique<QAbstractItemModelTester>(
-                &model, QAbstractItemModelTester::FailureReportingMode::QtTest);
-        }
+        std::optional<QAbstractItemModelTester> tester;
+        if (seed <= 10)
+            tester.emplace(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
         for (int pass = 0; pass < 3; ++pass) {
             QDateTime from = chance.moment();
             QDateTime to = chance.moment();
@@ -203,12 +217,7 @@ void TestEditorAgainstPlain::doesWhatAPlainEditorDoes()
             plain.load(plainDir, from, to, 60);
             QVERIFY2(table(model) == plain.table(), about.constData());
 
-            QStringList keys = plain.keys();
-            for (int i = 0; i < 10; ++i) {
-                keys.append(day.addDays(chance.below(5) - 2).toString(QStringLiteral("yyyyMMdd ")) +
-                            timeOfDay(chance.second()).toString(QStringLiteral("hhmmss")));
-            }
-            for (const QString& key : std::as_const(keys))
+            for (const QString& key : plain.keys() + randomKeys(chance, day))
                 QVERIFY2(model.find(key) == plain.find(key), about.constData());
 
             for (int time = 0; time < 2; ++time) {

@@ -67,6 +67,7 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
+    void hasItsFields();
     void hasItsRowsInOrder();
     void hasASizeToBeginWith();
     void theBoxesFitTheirContents();
@@ -199,7 +200,7 @@ QStringList TestSeriesExportPage::marked() const
     return names;
 }
 
-void TestSeriesExportPage::hasItsRowsInOrder()
+void TestSeriesExportPage::hasItsFields()
 {
     openUsual();
     QCOMPARE(m_page->objectName(), QStringLiteral("SeriesExportPage"));
@@ -210,7 +211,11 @@ void TestSeriesExportPage::hasItsRowsInOrder()
     QVERIFY(child<SecuritySelectorBox>("security"));
     QVERIFY(child<QPushButton>("chooseDir"));
     QCOMPARE(child<QPushButton>("chooseDir")->text(), QStringLiteral("..."));
+}
 
+void TestSeriesExportPage::hasItsRowsInOrder()
+{
+    openUsual();
     // As the eye goes: line by line, from the left.
     struct Place
     {

@@ -87,6 +87,7 @@ void DatabaseFieldTest::isAbsentAtFirst()
     }
 }
 
+// NOLINTNEXTLINE(readability-function-size): a table
 void DatabaseFieldTest::converts_data()
 {
     QTest::addColumn<Assignment>("assign");

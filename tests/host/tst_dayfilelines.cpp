@@ -190,6 +190,7 @@ private:
     QString path() const { return m_dir.filePath(QStringLiteral("20181214_60.iss")); }
 };
 
+// NOLINTNEXTLINE(readability-function-size): a table
 void TestDayFileLines::readsWhatATextStreamReads_data()
 {
     QTest::addColumn<QByteArray>("content");

@@ -415,6 +415,7 @@ void DecimalTest::textIsRead()
     QCOMPARE(shown(ofBytes.value_or(decimal(-1, 255))), shown(number));
 }
 
+// NOLINTNEXTLINE(readability-function-size): a table
 void DecimalTest::textIsRefused_data()
 {
     QTest::addColumn<QString>("text");
@@ -707,6 +708,7 @@ void DecimalTest::sizeAndNotFormDecidesEquality()
     QVERIFY(brief.toString() != full.toString());
 }
 
+// NOLINTNEXTLINE(readability-function-size): a table
 void DecimalTest::sumIsRounded_data()
 {
     QTest::addColumn<QString>("left");

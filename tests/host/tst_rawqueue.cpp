@@ -60,6 +60,58 @@ std::vector<qint64> upTo(int count)
     return result;
 }
 
+// An order in which a comparison takes as long as the test wants: a row is under way.
+class SlowOrder final : public MasterIndex
+{
+public:
+    SlowOrder(const Table* table, std::atomic<bool>* entered, const std::atomic<bool>* leave,
+              std::atomic<bool>* left)
+        : MasterIndex(table, {Poster})
+        , m_entered(entered)
+        , m_leave(leave)
+        , m_left(left)
+    {}
+    int compare(const Record& /*left*/, const Record& /*right*/) const override
+    {
+        *m_entered = true;
+        while (!*m_leave)
+            std::this_thread::yield();
+        *m_left = true;
+        return 0;
+    }
+
+private:
+    std::atomic<bool>* m_entered;
+    const std::atomic<bool>* m_leave;
+    std::atomic<bool>* m_left;
+};
+
+// Posts rows until there were enough scans beside it, and says how many; the bound only ends a run
+// without.
+int postWhileScanned(RawQueue& queue, Table* table, int poster, const std::atomic<int>& scans)
+{
+    constexpr int leastRows = 1000;
+    constexpr int mostRows = 50000;
+    constexpr int enoughScans = 20;
+    int i = 0;
+    for (; i < leastRows || (scans < enoughScans && i < mostRows); ++i)
+        queue.post(table, makeRow(*table, poster, i));
+    return i;
+}
+
+// Keeps some of the rows.
+qint64 sumOfNumbers(const Table& table, std::vector<Record>& held)
+{
+    const std::lock_guard lock(table);
+    qint64 sum = 0;
+    for (const Record& row : table.masterIndex()) {
+        sum += table.dataPtr(row.data(), Number).as<qint64>();
+        if (sum % 1000 == 0)
+            held.push_back(row);
+    }
+    return sum;
+}
+
 } // namespace
 
 class RawQueueTest final : public QObject
@@ -303,32 +355,6 @@ void RawQueueTest::blockerThatOutlivesTheCore()
 
 void RawQueueTest::suspensionWaitsForWhatIsUnderWay()
 {
-    // An order in which a comparison takes as long as the test wants: a row is under way.
-    class SlowOrder final : public MasterIndex
-    {
-    public:
-        SlowOrder(const Table* table, std::atomic<bool>* entered, const std::atomic<bool>* leave,
-                  std::atomic<bool>* left)
-            : MasterIndex(table, {Poster})
-            , m_entered(entered)
-            , m_leave(leave)
-            , m_left(left)
-        {}
-        int compare(const Record& /*left*/, const Record& /*right*/) const override
-        {
-            *m_entered = true;
-            while (!*m_leave)
-                std::this_thread::yield();
-            *m_left = true;
-            return 0;
-        }
-
-    private:
-        std::atomic<bool>* m_entered;
-        const std::atomic<bool>* m_leave;
-        std::atomic<bool>* m_left;
-    };
-
     std::atomic<bool> entered = false;
     std::atomic<bool> leave = false;
     std::atomic<bool> left = false;
@@ -392,9 +418,6 @@ void RawQueueTest::drainWaits()
 void RawQueueTest::manyPostersBesideAScan()
 {
     constexpr int posters = 4;
-    constexpr int leastRows = 1000;
-    constexpr int mostRows = 50000;
-    constexpr int enoughScans = 20;
     vexdesk::Core core;
     RawQueue& queue = *core.rawQueue();
     Table* const table = core.database()->createTable("t", columns());
@@ -405,11 +428,7 @@ void RawQueueTest::manyPostersBesideAScan()
     threads.reserve(posters);
     for (int poster = 0; poster < posters; ++poster) {
         threads.emplace_back([&, poster] {
-            // On until there were enough scans beside it; the bound only ends a run without.
-            int i = 0;
-            for (; i < leastRows || (scans < enoughScans && i < mostRows); ++i)
-                queue.post(table, makeRow(*table, poster, i));
-            counts.at(poster) = i;
+            counts.at(poster) = postWhileScanned(queue, table, poster, scans);
             --running;
         });
     }
@@ -420,16 +439,7 @@ void RawQueueTest::manyPostersBesideAScan()
         if (scans % 2)
             blocker.emplace();
         const qsizetype before = rowCount(*table);
-        qint64 sum = 0;
-        {
-            const std::lock_guard lock(*table);
-            for (const Record& row : table->masterIndex()) {
-                sum += table->dataPtr(row.data(), Number).as<qint64>();
-                if (sum % 1000 == 0)
-                    held.push_back(row);
-            }
-        }
-        QVERIFY(sum >= 0);
+        QVERIFY(sumOfNumbers(*table, held) >= 0);
         if (blocker)
             QCOMPARE(rowCount(*table), before);
         else

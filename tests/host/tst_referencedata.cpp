@@ -15,6 +15,7 @@
 #include <QtCore/QTranslator>
 #include <QtTest/QTest>
 
+#include <array>
 #include <atomic>
 #include <thread>
 #include <vector>
@@ -469,6 +470,7 @@ void ReferenceDataTest::readsAFile()
     QCOMPARE(data.securities.at(1).id, 9007199254740993);
 }
 
+// NOLINTNEXTLINE(readability-function-size): a table
 void ReferenceDataTest::fileErrors_data()
 {
     QTest::addColumn<QByteArray>("content");
@@ -667,25 +669,22 @@ void ReferenceDataTest::standardIsTheFileOfTheDataDirectory()
 
 void ReferenceDataTest::lookUpsWhileInstalling()
 {
-    ReferenceData one;
-    one.stocks = {{1, "EAST", "один"}};
-    one.boards = {{"EAST", 1, "SPOT", "один", 0}};
-    one.securities = {{"EAST", "SPOT", 1, "AAA", "один", 2}};
-    ReferenceData two = one;
-    two.stocks = {{2, "EAST", "два"}, {1, "WEST", "другая"}};
-    two.boards = {{"EAST", 2, "SPOT", "два", 0}, {"WEST", 1, "SPOT", "другая", 0}};
-    two.securities = {{"EAST", "SPOT", 2, "AAA", "два", 4}, {"WEST", "SPOT", 1, "AAA", "", 3}};
+    const ReferenceData one{.stocks = {{1, "EAST", "один"}},
+                            .boards = {{"EAST", 1, "SPOT", "один", 0}},
+                            .securities = {{"EAST", "SPOT", 1, "AAA", "один", 2}}};
+    const ReferenceData two{
+        .stocks = {{2, "EAST", "два"}, {1, "WEST", "другая"}},
+        .boards = {{"EAST", 2, "SPOT", "два", 0}, {"WEST", 1, "SPOT", "другая", 0}},
+        .securities = {{"EAST", "SPOT", 2, "AAA", "два", 4}, {"WEST", "SPOT", 1, "AAA", "", 3}}};
     ReferenceData::install(one);
 
     std::atomic<bool> stop = false;
     std::atomic<int> wrong = 0;
     std::atomic<qint64> sawOne = 0;
     std::atomic<qint64> sawTwo = 0;
-    constexpr int threads = 4;
-    std::vector<std::thread> readers;
-    readers.reserve(threads);
-    for (int i = 0; i < threads; ++i) {
-        readers.emplace_back([&] {
+    std::array<std::thread, 4> readers;
+    for (std::thread& reader : readers) {
+        reader = std::thread([&] {
             while (!stop) {
                 const int stock = stocks().idByCode("EAST");
                 const QString name = stocks().nameByCode("EAST");

@@ -146,6 +146,7 @@ private Q_SLOTS:
     void introducesItself();
     void translatesItsTextsButNotItsVersion();
     void addsItsMenu();
+    void addsItsCommands();
     void carriesItsIcons_data();
     void carriesItsIcons();
     void registersItsOptionsPage();
@@ -276,6 +277,13 @@ void TestTADataManager::addsItsMenu()
     QCOMPARE(commands->id(), QByteArray("100"));
     QCOMPARE(commands->title(), QStringLiteral("&Управление данными ТА"));
     QCOMPARE(commands->parent(), m_plugin->object());
+}
+
+void TestTADataManager::addsItsCommands()
+{
+    m_plugin->start();
+    const CommandContainer* const menu = theMenu();
+    QVERIFY(menu);
 
     struct Expected
     {
@@ -289,7 +297,7 @@ void TestTADataManager::addsItsMenu()
         {"2_Export", "&Экспортировать...", "export", QKeySequence(Qt::SHIFT | Qt::Key_X)},
         {"3_Edit", "&Редактировать...", "edit", QKeySequence(Qt::SHIFT | Qt::Key_D)},
     };
-    const QList<CommandContainer::Entry> entries = commands->entries();
+    const QList<CommandContainer::Entry> entries = menu->entries().first().container->entries();
     QCOMPARE(entries.size(), expected.size());
     for (qsizetype i = 0; i < entries.size(); ++i) {
         const Command* const command = entries[i].command;
