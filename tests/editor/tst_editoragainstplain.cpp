@@ -15,6 +15,7 @@
 #include <QtTest/QTest>
 
 #include <algorithm>
+#include <optional>
 
 using testsupport::dayFile;
 using testsupport::LocalZone;
@@ -230,8 +231,8 @@ void TestEditorAgainstPlain::doesWhatAPlainEditorDoes()
                 continue;
             model.delRowsFromFiles();
             plain.rewrite();
-            QVERIFY2(model.rowCount() == 0, about.constData());
-            QVERIFY2(readTree(dir) == readTree(plainDir), about.constData());
+            QVERIFY2(model.rowCount() == 0 && readTree(dir) == readTree(plainDir),
+                     about.constData());
         }
     }
 }
