@@ -97,7 +97,9 @@ private:
 void TestOptionsCommand::init()
 {
     testsupport::failOnStrayWarnings();
-    m_user = testsupport::newUserFolder();
+    m_terminal.reset(); // of an init that has failed
+    m_user = testsupport::userFolder();
+    QVERIFY(m_user.removeRecursively());
     m_terminal = testsupport::Terminal::withPlugin();
 }
 

@@ -32,9 +32,11 @@ QDir userFolder()
 
 QDir newUserFolder()
 {
-    const QDir folder = userFolder();
-    if (folder.exists())
+    QDir folder = userFolder();
+    if (folder.exists()) {
         QTest::qFail("an earlier test has left its data directory", __FILE__, __LINE__);
+        folder.removeRecursively();
+    }
     return folder;
 }
 

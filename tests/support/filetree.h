@@ -17,7 +17,7 @@ QByteArray readFile(const QString& path);
 
 /// The data directory of a test program, "user" beside it; it need not exist.
 QDir userFolder();
-/// The same; fails the test where an earlier one has left it behind.
+/// The same. Fails the test where an earlier one has left it behind, and removes it.
 QDir newUserFolder();
 
 /// Every file below a directory (hidden ones too): path relative to it, and content.

@@ -24,12 +24,12 @@ vexdesk::Result<IPlugin*> loadPlugin(QPluginLoader& loader, const QString& file)
     QObject* const object = loader.instance();
     if (!object)
         return vexdesk::Failure{QStringLiteral("%1: %2").arg(file, loader.errorString())};
-    auto* const plugin = qobject_cast<IPlugin*>(object);
-    if (!plugin) {
-        return vexdesk::Failure{QStringLiteral("%1: %2 is no IPlugin")
-                                    .arg(file, QLatin1String(object->metaObject()->className()))};
-    }
-    return plugin;
+    if (auto* const plugin = qobject_cast<IPlugin*>(object))
+        return plugin;
+    const QString name = QLatin1String(object->metaObject()->className());
+    delete object;
+    loader.unload();
+    return vexdesk::Failure{QStringLiteral("%1: %2 is no IPlugin").arg(file, name)};
 }
 
 LoadedPlugin::LoadedPlugin(const QString& file)

@@ -20,7 +20,7 @@ namespace testsupport {
 QString pluginFile();
 
 /// Loads a library; the plug-in is the loader's. The failure names the file and what the loader
-/// says, or that the object in it is no plug-in of the terminal.
+/// says, or that the object in it was no plug-in of the terminal; nothing is loaded then.
 vexdesk::Result<IPlugin*> loadPlugin(QPluginLoader& loader, const QString& file);
 
 /// The plug-in in a terminal of its own, whose data are the folder "user" beside the test's

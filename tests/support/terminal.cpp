@@ -12,6 +12,18 @@
 
 namespace testsupport {
 
+void verifyLoaded(const vexdesk::PluginLoader& loader)
+{
+    const QList<vexdesk::PluginRecord> records = loader.records();
+    const QString searched = loader.directories().join(u' ');
+    QVERIFY2(!records.isEmpty(), qPrintable(QStringLiteral("no library in ") + searched));
+    for (const vexdesk::PluginRecord& record : records) {
+        const QString said =
+            QStringLiteral("%1: %2 %3").arg(record.path, record.reason, record.details);
+        QVERIFY2(record.state == vexdesk::PluginRecord::State::Loaded, qPrintable(said));
+    }
+}
+
 Terminal::Terminal(vexdesk::Language language, const QStringList& pluginDirectories)
     : m_core(std::make_unique<vexdesk::Core>())
     , m_loader(std::make_unique<vexdesk::PluginLoader>())
@@ -35,16 +47,7 @@ std::unique_ptr<Terminal> Terminal::withPlugin(vexdesk::Language language)
 {
     const QStringList directories{QFileInfo(pluginFile()).path()};
     auto terminal = std::make_unique<Terminal>(language, directories);
-    const QList<vexdesk::PluginRecord> records = terminal->m_loader->records();
-    if (records.isEmpty())
-        QTest::qFail(qPrintable(pluginFile() + QStringLiteral(" is missing")), __FILE__, __LINE__);
-    for (const vexdesk::PluginRecord& record : records) {
-        if (record.state != vexdesk::PluginRecord::State::Loaded)
-            QTest::qFail(
-                qPrintable(
-                    QStringLiteral("%1: %2 %3").arg(record.path, record.reason, record.details)),
-                __FILE__, __LINE__);
-    }
+    verifyLoaded(*terminal->m_loader);
     return terminal;
 }
 

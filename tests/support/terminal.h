@@ -15,6 +15,10 @@ class PluginLoader;
 
 namespace testsupport {
 
+/// Fails the test, with what the terminal says of it, for a library that was not loaded, and where
+/// there was none.
+void verifyLoaded(const vexdesk::PluginLoader& loader);
+
 /// The terminal as its program makes it, with its window in front.
 class Terminal final
 {
@@ -23,8 +27,7 @@ public:
                       const QStringList& pluginDirectories = {});
     ~Terminal();
 
-    /// With the plug-in of this project; the test fails, with what the terminal says of it, where
-    /// it cannot be loaded.
+    /// With the plug-in of this project; the test fails where it cannot be loaded.
     static std::unique_ptr<Terminal>
     withPlugin(vexdesk::Language language = vexdesk::Language::Russian);
 

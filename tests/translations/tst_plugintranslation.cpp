@@ -5,6 +5,7 @@
 #include "desk/pluginloader.h"
 #include "support/loadedplugin.h"
 #include "support/strictlog.h"
+#include "support/terminal.h"
 
 #include <vexdesk/iplugin.h>
 #include <vexdesk/terminal/core.h>
@@ -77,10 +78,10 @@ void TestPluginTranslation::cleanup()
 
 vexdesk::PluginRecord TestPluginTranslation::load(const QString& fileName, Language language)
 {
-    if (!QFile::copy(pluginFile(), path(fileName)))
-        QTest::qFail(qPrintable(pluginFile() + QStringLiteral(" is missing")), __FILE__, __LINE__);
+    QFile::copy(pluginFile(), path(fileName));
     m_loader->setLanguage(language);
     m_loader->load({m_directory->path()}, m_core.get());
+    testsupport::verifyLoaded(*m_loader);
     return m_loader->records().value(0);
 }
 
