@@ -16,6 +16,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 using testsupport::dayFile;
 using testsupport::LocalZone;
@@ -145,6 +146,16 @@ QStringList randomKeys(Chance& chance, const QDate& day)
     return keys;
 }
 
+// Now and then a reversed one.
+std::pair<QDateTime, QDateTime> interval(Chance& chance)
+{
+    QDateTime from = chance.moment();
+    QDateTime to = chance.moment();
+    if (to < from && !chance.oneOf(10))
+        std::swap(from, to);
+    return {from, to};
+}
+
 } // namespace
 
 class TestEditorAgainstPlain final : public QObject
@@ -207,10 +218,7 @@ void TestEditorAgainstPlain::doesWhatAPlainEditorDoes()
         if (seed <= 10)
             tester.emplace(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
         for (int pass = 0; pass < 3; ++pass) {
-            QDateTime from = chance.moment();
-            QDateTime to = chance.moment();
-            if (to < from && !chance.oneOf(10))
-                std::swap(from, to);
+            const auto [from, to] = interval(chance);
             const QByteArray about = zone + ", seed " + QByteArray::number(seed) + ", " +
                                      from.toString(Qt::ISODateWithMs).toLatin1() + " to " +
                                      to.toString(Qt::ISODateWithMs).toLatin1();
