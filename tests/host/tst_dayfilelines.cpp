@@ -10,7 +10,6 @@
 #include <QtCore/QRandomGenerator>
 #include <QtCore/QStringDecoder>
 #include <QtCore/QTemporaryDir>
-#include <QtCore/QStringDecoder>
 #include <QtCore/QTextStream>
 #include <QtTest/QTest>
 

@@ -160,9 +160,8 @@ void addZooming(Tour& tour, const std::shared_ptr<State>& state, const PointedBa
                   [state] { turnWheel(state->chart(), state->mouse, 1); },
                   i == 0 ? QStringLiteral("chart-all") : QString()});
     }
-    tour.add({Tour::tr("прокрутить график"), {}, [state] {
-                  pressKey(state->chart(), Qt::Key_Right);
-              }});
+    tour.add(
+        {Tour::tr("прокрутить график"), {}, [state] { pressKey(state->chart(), Qt::Key_Right); }});
     tour.add({Tour::tr("навести на бар"),
               [state, bar] {
                   if (!state->pointAt(bar.timeText()))

@@ -3,8 +3,8 @@
 
 #include "desk/chart/wallclock.h"
 
-#include <vexdesk/history/dayfilenames.h>
 #include <vexdesk/history/dayfilelines.h>
+#include <vexdesk/history/dayfilenames.h>
 #include <vexdesk/history/recordline.h>
 
 #include <QtCore/QDateTime>
