@@ -118,10 +118,16 @@ private:
     QDate m_day;
 };
 
-void loadAround(EditorTADataModel& model, const QDir& dir, const QDate& day)
+constexpr int minutesPerDay = 24 * 60;
+
+// A bar in each minute of the day, loaded from days before to days after it.
+void loadWholeDay(EditorTADataModel& model, const QDir& dir, const QDate& day)
 {
+    testsupport::writeFile(dir.filePath(dayFile(day)),
+                           testsupport::barLines(QTime(0, 0), minutesPerDay));
     model.load(dir, QDateTime(day.addDays(-2), QTime(12, 0)),
                QDateTime(day.addDays(2), QTime(12, 0)), 60);
+    QCOMPARE(model.rowCount(), minutesPerDay);
 }
 
 // The same files in each of the stores, of some days around one.
@@ -253,19 +259,14 @@ void TestEditorAgainstPlain::keepsEveryBarOfTheDay()
     const LocalZone here(zone);
     const QTemporaryDir store;
     const QDir dir(store.path());
-    constexpr int bars = 24 * 60;
-    const QString name = dayFile(day);
-    testsupport::writeFile(dir.filePath(name), testsupport::barLines(QTime(0, 0), bars));
-
     EditorTADataModel model(nullptr);
-    loadAround(model, dir, day);
-    QCOMPARE(model.rowCount(), bars);
+    loadWholeDay(model, dir, day);
     const int last = model.find(day.toString(QStringLiteral("yyyyMMdd 235900")));
-    QCOMPARE(last, bars - 1);
+    QCOMPARE(last, minutesPerDay - 1);
     model.delRows({last});
     model.delRowsFromFiles();
-    QCOMPARE(testsupport::readFile(dir.filePath(name)),
-             testsupport::editedBarLines(QTime(0, 0), bars - 1));
+    QCOMPARE(testsupport::readFile(dir.filePath(dayFile(day))),
+             testsupport::editedBarLines(QTime(0, 0), minutesPerDay - 1));
 }
 
 void TestEditorAgainstPlain::showsTheTimesOfTheFile()
@@ -275,12 +276,9 @@ void TestEditorAgainstPlain::showsTheTimesOfTheFile()
     const LocalZone here(zone);
     const QTemporaryDir store;
     const QDir dir(store.path());
-    constexpr int bars = 24 * 60;
-    testsupport::writeFile(dir.filePath(dayFile(day)), testsupport::barLines(QTime(0, 0), bars));
     EditorTADataModel model(nullptr);
-    loadAround(model, dir, day);
-    QCOMPARE(model.rowCount(), bars);
-    for (int row = 0; row < bars; ++row) {
+    loadWholeDay(model, dir, day);
+    for (int row = 0; row < minutesPerDay; ++row) {
         const QDateTime time(day, timeOfDay(row * 60), Qt::UTC);
         QCOMPARE(model.index(row, 0).data().toString(),
                  QLocale().toString(time, QLocale::ShortFormat));

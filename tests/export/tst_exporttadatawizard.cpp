@@ -3,6 +3,7 @@
 
 #include "exportdetails.h"
 #include "support/filetree.h"
+#include "support/lineformats.h"
 #include "support/modalsteps.h"
 #include "support/series.h"
 #include "support/userhands.h"
@@ -257,16 +258,11 @@ void TestExportTADataWizard::beginsWithTheDefaults()
 {
     open();
     const ExportDetails details = wizard()->exportDetails();
-    QCOMPARE(details.stockId, 0);
-    QCOMPARE(details.stockCode, QString());
-    QCOMPARE(details.timeframe, 60);
     QCOMPARE(details.dateFrom, child<QDateEdit>("dateFrom")->date());
     QCOMPARE(QDir::cleanPath(details.outputPath), QStringLiteral(".txt"));
-    QCOMPARE(details.lineFormat,
-             QStringLiteral("TICKER,PER,DATE,TIME,OPEN,HIGH,LOW,CLOSE,VOL,VAL,OPEN_INT"));
-    QCOMPARE(details.separator, QStringLiteral(","));
-    QCOMPARE(details.dateFormat, QStringLiteral("yyyyMMdd"));
-    QCOMPARE(details.timeFormat, QStringLiteral("hhmmss"));
+    QCOMPARE(details.lineFormat, QLatin1String(testsupport::lineFormats[0]));
+    QCOMPARE(testsupport::fieldsOf(details),
+             QStringList({"0", "0", "0", "", "", "", "60", ",", "yyyyMMdd", "hhmmss", "", ""}));
     QVERIFY(details.addHeader);
 }
 

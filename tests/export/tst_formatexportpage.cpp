@@ -6,6 +6,7 @@
 #include "support/formrows.h"
 #include "support/lineformats.h"
 #include "support/markingtranslator.h"
+#include "support/series.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"
 
@@ -18,6 +19,7 @@
 using testsupport::choose;
 using testsupport::click;
 using testsupport::compareRows;
+using testsupport::fieldsOf;
 using testsupport::items;
 
 class TestFormatExportPage final : public QObject
@@ -119,11 +121,9 @@ void TestFormatExportPage::offersItsFormatsInOrder()
 void TestFormatExportPage::beginsWithTheFirstOfEach()
 {
     const ExportDetails details = this->details();
-    QCOMPARE(details.lineFormat,
-             QStringLiteral("TICKER,PER,DATE,TIME,OPEN,HIGH,LOW,CLOSE,VOL,VAL,OPEN_INT"));
-    QCOMPARE(details.separator, QStringLiteral(","));
-    QCOMPARE(details.dateFormat, QStringLiteral("yyyyMMdd"));
-    QCOMPARE(details.timeFormat, QStringLiteral("hhmmss"));
+    QCOMPARE(details.lineFormat, QLatin1String(testsupport::lineFormats[0]));
+    QCOMPARE(fieldsOf(details),
+             QStringList({"0", "0", "0", "", "", "", "0", ",", "yyyyMMdd", "hhmmss", "", ""}));
     QVERIFY(details.addHeader);
 }
 
@@ -174,18 +174,11 @@ void TestFormatExportPage::fillsInNothingElse()
     details.dateTo = QDate(2024, 3, 15);
     details.outputPath = QStringLiteral("path");
     m_page->getExportDetails(details);
-    QCOMPARE(details.stockId, 1);
-    QCOMPARE(details.boardId, 2);
-    QCOMPARE(details.securityId, 3);
-    QCOMPARE(details.stockCode, QStringLiteral("stock"));
-    QCOMPARE(details.boardCode, QStringLiteral("board"));
-    QCOMPARE(details.securityName, QStringLiteral("security"));
-    QCOMPARE(details.timeframe, 4);
+    QCOMPARE(fieldsOf(details), QStringList({"1", "2", "3", "stock", "board", "security", "4", ",",
+                                             "yyyyMMdd", "hhmmss", "", ""}));
     QCOMPARE(details.dateFrom, QDate(2024, 3, 1));
     QCOMPARE(details.dateTo, QDate(2024, 3, 15));
     QCOMPARE(details.outputPath, QStringLiteral("path"));
-    QCOMPARE(details.dateFormatTitle, QString());
-    QCOMPARE(details.timeFormatTitle, QString());
 }
 
 void TestFormatExportPage::isAlwaysComplete()
