@@ -7,10 +7,10 @@
 #include "desk/mainwindow.h"
 #include "desk/terminal.h"
 #include "support/filetree.h"
-#include "support/importchoices.h"
 #include "support/modalsteps.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"
+#include "support/wizardchoices.h"
 
 #include <vexdesk/action.h>
 #include <vexdesk/actionmanager.h>
