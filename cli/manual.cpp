@@ -8,6 +8,8 @@
 #include <QtCore/QFile>
 #include <QtCore/QTranslator>
 
+#include <cstdio>
+
 namespace {
 
 using namespace tadata::cli;
@@ -93,5 +95,8 @@ int main(int argc, char* argv[])
             return 1;
         QCoreApplication::installTranslator(&translation);
     }
-    return words.size() > 2 && writePage(words[1], words[2]) ? 0 : 1;
+    if (words.size() > 2 && writePage(words[1], words[2]))
+        return 0;
+    std::fprintf(stderr, "usage: tadata_manual TEXT PAGE [TRANSLATION]; or one cannot be used\n");
+    return 1;
 }

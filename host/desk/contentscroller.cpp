@@ -85,13 +85,15 @@ ContentScroller::ContentScroller(QWidget* window, QWidget* contents)
         bar->setSingleStep(window->fontMetrics().height());
         bar->setAutoFillBackground(true);
         bar->hide();
-        connect(bar, &QScrollBar::valueChanged, this,
-                [this] { m_contents->move(-m_across->value(), -m_down->value()); });
+        connect(bar, &QScrollBar::valueChanged, this, [this] {
+            if (m_contents)
+                m_contents->move(-m_across->value(), -m_down->value());
+        });
     }
     window->installEventFilter(this);
     contents->installEventFilter(this);
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
-        if (now && m_contents->isAncestorOf(now))
+        if (now && m_contents && m_contents->isAncestorOf(now))
             reveal(now);
     });
     update();
@@ -114,6 +116,8 @@ bool ContentScroller::eventFilter(QObject* watched, QEvent* event)
 
 void ContentScroller::update()
 {
+    if (!m_contents || !m_contents->layout())
+        return;
     const QSize room = m_window->size();
     const int thickness = m_down->sizeHint().width();
     QSize view = room;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QtCore/QObject>
+#include <QtCore/QPointer>
 #include <QtCore/QSize>
 
 class QScrollBar;
@@ -36,8 +37,8 @@ private:
     void reveal(const QWidget* widget);
 
     QWidget* m_window;
-    QWidget* m_contents; // all of the window's, with its layout
-    QSize m_asked;       // the largest size that was asked for
+    QPointer<QWidget> m_contents; // all of the window's, with its layout; it may delete them
+    QSize m_asked;                // the largest size that was asked for
     QScrollBar* m_across;
     QScrollBar* m_down;
 };

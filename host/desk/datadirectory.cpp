@@ -69,19 +69,19 @@ bool DataDirectory::mayBeUsed() const
     return box.clickedButton() == goOn;
 }
 
-QString DataDirectory::writeFault() const
+Outcome DataDirectory::canKeep() const
 {
     const QString path = QDir::toNativeSeparators(m_path);
     QTemporaryFile attempt(m_path + QStringLiteral("/vexdesk.XXXXXX"));
     if (!attempt.open())
-        return Text::tr("В каталог данных %1 нельзя писать: импорт, правка истории и настройки не "
-                        "сохранятся.")
-            .arg(path);
+        return Failure{Text::tr("В каталог данных %1 нельзя писать: импорт, правка истории и "
+                                "настройки не сохранятся.")
+                           .arg(path)};
     if (attempt.write(QByteArray(leastRoom, '\0')) != leastRoom || !attempt.flush())
-        return Text::tr("На диске каталога данных %1 нет места: импорт, правка истории и "
-                        "настройки не сохранятся.")
-            .arg(path);
-    return QString();
+        return Failure{Text::tr("На диске каталога данных %1 нет места: импорт, правка истории и "
+                                "настройки не сохранятся.")
+                           .arg(path)};
+    return Outcome();
 }
 
 } // namespace vexdesk

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <vexdesk/outcome.h>
+
 #include <QtCore/QLockFile>
 #include <QtCore/QString>
 
@@ -27,9 +29,9 @@ public:
     /// For another terminal that is to be started before this one has ended.
     void giveBack();
 
-    /// Why nothing can be kept there, a sentence for the user that names the directory; empty when
-    /// something can. Looks at the disk now.
-    QString writeFault() const;
+    /// Whether something can be kept there; the message is a sentence for the user that names the
+    /// directory. Looks at the disk now.
+    Outcome canKeep() const;
 
 private:
     QString m_path;

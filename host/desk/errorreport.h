@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <vexdesk/outcome.h>
+
 #include <QtCore/QString>
 
 #include <exception>
@@ -23,16 +25,16 @@ void reportError(const QString& text) noexcept;
 /// reportError with the exception's text.
 void reportException(const std::exception_ptr& error) noexcept;
 
-/// Runs a call into a plug-in. The text of the exception that left it, null when none did. The
-/// exception itself may be of the plug-in's own type and does not outlive this function.
+/// Runs a call into a plug-in. Fails with the text of the exception that left it; the exception
+/// itself may be of the plug-in's own type and does not outlive this function.
 template <typename Call>
-QString faultOf(const Call& call)
+Outcome outcomeOf(const Call& call)
 {
     try {
         call();
-        return QString();
+        return Outcome();
     } catch (...) {
-        return exceptionText(std::current_exception());
+        return Failure{exceptionText(std::current_exception())};
     }
 }
 

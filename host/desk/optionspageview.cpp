@@ -41,27 +41,27 @@ void OptionsPageView::fill()
     auto content = std::make_unique<QWidget>(this);
     auto* const layout = new QVBoxLayout(content.get());
     layout->setContentsMargins(0, 0, 0, 0);
-    QWidget* widget = nullptr;
-    const QString fault = makeWidget(content.get(), &widget);
-    if (fault.isNull()) {
-        layout->addWidget(widget);
+    if (const Result<QWidget*> widget = makeWidget(content.get())) {
+        layout->addWidget(*widget);
         setContent(content.release());
     } else {
         // It may have remembered what it began to make and what goes now.
         finish();
         content.reset();
-        setContent(makeNote(fault));
+        setContent(makeNote(widget.message()));
     }
     Q_EMIT filled();
 }
 
-QString OptionsPageView::makeWidget(QWidget* parent, QWidget** widget)
+Result<QWidget*> OptionsPageView::makeWidget(QWidget* parent)
 {
-    const QString fault = faultOf([&] { *widget = m_page->createPage(parent); });
-    if (!fault.isNull())
-        return tr("Страницу «%1» не удалось открыть: %2").arg(m_title, fault);
-    return *widget ? QString()
-                   : tr("Страницу «%1» не удалось открыть: модуль её не создал.").arg(m_title);
+    QWidget* widget = nullptr;
+    const Outcome made = outcomeOf([&] { widget = m_page->createPage(parent); });
+    if (!made)
+        return Failure{tr("Страницу «%1» не удалось открыть: %2").arg(m_title, made.message())};
+    if (!widget)
+        return Failure{tr("Страницу «%1» не удалось открыть: модуль её не создал.").arg(m_title)};
+    return widget;
 }
 
 QWidget* OptionsPageView::makeNote(const QString& text)
@@ -92,10 +92,10 @@ bool OptionsPageView::apply()
 {
     if (m_state != State::Made)
         return true;
-    const QString fault = faultOf([&] { m_page->apply(); });
-    if (fault.isNull())
+    const Outcome applied = outcomeOf([&] { m_page->apply(); });
+    if (applied)
         return true;
-    reportError(tr("Настройки страницы «%1» не сохранены: %2").arg(m_title, fault));
+    reportError(tr("Настройки страницы «%1» не сохранены: %2").arg(m_title, applied.message()));
     return false;
 }
 
@@ -104,9 +104,10 @@ void OptionsPageView::finish()
     if (m_state != State::Made)
         return;
     m_state = State::Done;
-    const QString fault = faultOf([&] { m_page->finish(); });
-    if (!fault.isNull())
-        reportError(tr("Ошибка страницы «%1» при закрытии настроек: %2").arg(m_title, fault));
+    if (const Outcome finished = outcomeOf([&] { m_page->finish(); }); !finished) {
+        reportError(
+            tr("Ошибка страницы «%1» при закрытии настроек: %2").arg(m_title, finished.message()));
+    }
 }
 
 } // namespace vexdesk

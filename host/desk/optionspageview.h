@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <vexdesk/outcome.h>
+
 #include <QtWidgets/QScrollArea>
 
 class IOptionsPage;
@@ -38,7 +40,7 @@ protected:
 private:
     void fill();
     /// Why the page gave no widget; null when it did.
-    QString makeWidget(QWidget* parent, QWidget** widget);
+    Result<QWidget*> makeWidget(QWidget* parent);
     QWidget* makeNote(const QString& text);
     void setContent(QWidget* content);
 

@@ -45,64 +45,64 @@ QStringList libraryFiles(const QStringList& directories)
     return files;
 }
 
-// Why nothing is loaded from the folder; empty when nothing speaks against it.
-QString folderFault(const QString& folder)
+// Whether plug-ins of the folder may be loaded.
+Outcome checkFolder(const QString& folder)
 {
-    QString fault;
 #ifdef Q_OS_UNIX
     constexpr uint root = 0;
     const QFileInfo info(folder);
     const QString name = QDir::toNativeSeparators(folder);
     if (info.permission(QFile::WriteOther))
-        fault = PluginLoader::tr("В каталог %1 может писать кто угодно. Запретите это, например "
-                                 "командой chmod o-w, и запустите терминал снова.")
-                    .arg(name);
-    else if (info.ownerId() != root && info.ownerId() != geteuid())
-        fault = PluginLoader::tr("Каталог %1 принадлежит другому пользователю. Загружаются модули "
-                                 "из каталогов администратора и своих: перенесите модуль в такой "
-                                 "каталог.")
-                    .arg(name);
+        return Failure{
+            PluginLoader::tr("В каталог %1 может писать кто угодно. Запретите это, например "
+                             "командой chmod o-w, и запустите терминал снова.")
+                .arg(name)};
+    if (info.ownerId() != root && info.ownerId() != geteuid())
+        return Failure{
+            PluginLoader::tr("Каталог %1 принадлежит другому пользователю. Загружаются модули из "
+                             "каталогов администратора и своих: перенесите модуль в такой каталог.")
+                .arg(name)};
 #else
     Q_UNUSED(folder)
 #endif
-    return fault;
+    return Outcome();
 }
 
 // The same for the folder of the file and, where that is a link, for the one in which it ends.
 // Whoever may write there could put any library in the place of this one.
-QString placeFault(const QString& path)
+Outcome checkPlace(const QString& path)
 {
     const QFileInfo file(path);
-    const QString fault = folderFault(file.absolutePath());
-    return fault.isEmpty() ? folderFault(QFileInfo(file.canonicalFilePath()).absolutePath())
-                           : fault;
+    const Outcome checked = checkFolder(file.absolutePath());
+    return checked ? checkFolder(QFileInfo(file.canonicalFilePath()).absolutePath()) : checked;
 }
 
-// Why the file is not taken, as far as that shows without running its code; empty when nothing
-// speaks against it. *details is what Qt says, where that is all that is known.
-QString metadataFault(const QPluginLoader& library, QString* details)
+// Whether the file is taken, as far as that shows without running its code. What Qt says goes into
+// the record's details where that is all that is known.
+Outcome checkMetadata(const QPluginLoader& library, PluginRecord& record)
 {
     const QJsonObject metadata = library.metaData();
     if (metadata.isEmpty()) {
-        *details = library.errorString();
-        return PluginLoader::tr("Файл повреждён или не является модулем Qt.");
+        record.details = library.errorString();
+        return Failure{PluginLoader::tr("Файл повреждён или не является модулем Qt.")};
     }
 
     const QString interfaceId = metadata.value(QLatin1String("IID")).toString();
     if (!interfaceId.startsWith(interfacePrefix))
-        return PluginLoader::tr(
-                   "Это модуль другой программы: его интерфейс \"%1\", а нужен \"%2*\".")
-            .arg(interfaceId, interfacePrefix);
+        return Failure{
+            PluginLoader::tr("Это модуль другой программы: его интерфейс \"%1\", а нужен "
+                             "\"%2*\".")
+                .arg(interfaceId, interfacePrefix)};
 
     // Qt loads a library that was built with an older minor version, and no other.
     const int version = metadata.value(QLatin1String("version")).toInt();
     const int major = (version >> 16) & 0xff;
     const int minor = (version >> 8) & 0xff;
     if (major != QT_VERSION_MAJOR || minor > QLibraryInfo::version().minorVersion())
-        return PluginLoader::tr("Модуль собран для Qt %1.%2, а терминал работает с Qt %3.")
-            .arg(QString::number(major), QString::number(minor),
-                 QLibraryInfo::version().toString());
-    return QString();
+        return Failure{PluginLoader::tr("Модуль собран для Qt %1.%2, а терминал работает с Qt %3.")
+                           .arg(QString::number(major), QString::number(minor),
+                                QLibraryInfo::version().toString())};
+    return Outcome();
 }
 
 // The texts of the plug-in in this language, installed; null when it has brought none.
@@ -155,7 +155,7 @@ void PluginLoader::loadFile(const QString& path)
 {
     PluginRecord record;
     record.path = path;
-    record.reason = placeFault(path);
+    record.reason = checkPlace(path).message();
     if (!record.reason.isEmpty()) {
         m_records.append(record);
         return;
@@ -167,14 +167,14 @@ void PluginLoader::loadFile(const QString& path)
     }
     Plugin plugin;
     plugin.library = std::make_unique<QPluginLoader>(path);
-    record.reason = metadataFault(*plugin.library, &record.details);
+    record.reason = checkMetadata(*plugin.library, record).message();
     if (record.reason.isEmpty()) {
         // Before any of its code runs, which may ask for a text at once.
         plugin.translation = installTranslationOf(path, m_language);
         // A missing symbol has to show here, and not as the end of the process in the first call.
         plugin.library->setLoadHints(QLibrary::ResolveAllSymbolsHint | QLibrary::PreventUnloadHint);
         const QList<IOptionsPage*> pages = m_core->optionsPages();
-        record.reason = start(*plugin.library, record, plugin);
+        record.reason = start(*plugin.library, record, plugin).message();
         if (record.reason.isEmpty()) {
             record.state = PluginRecord::State::Loaded;
             m_plugins.push_back(std::move(plugin));
@@ -186,37 +186,37 @@ void PluginLoader::loadFile(const QString& path)
     m_records.append(record);
 }
 
-QString PluginLoader::start(QPluginLoader& library, PluginRecord& record, Plugin& plugin)
+Outcome PluginLoader::start(QPluginLoader& library, PluginRecord& record, Plugin& plugin)
 {
     QObject* instance = nullptr;
-    QString fault = faultOf([&] { instance = library.instance(); });
-    if (!fault.isNull())
-        return tr("Объект модуля не создан: %1").arg(fault);
+    Outcome called = outcomeOf([&] { instance = library.instance(); });
+    if (!called)
+        return Failure{tr("Объект модуля не создан: %1").arg(called.message())};
     if (!library.isLoaded() || !instance) {
         record.details = library.errorString();
-        return tr("Код модуля не загружается.");
+        return Failure{tr("Код модуля не загружается.")};
     }
 
     plugin.object = qobject_cast<IPlugin*>(instance);
     if (!plugin.object)
-        return tr("Объект модуля не поддерживает интерфейс терминала (%1).")
-            .arg(QLatin1String(qobject_interface_iid<IPlugin*>()));
+        return Failure{tr("Объект модуля не поддерживает интерфейс терминала (%1).")
+                           .arg(QLatin1String(qobject_interface_iid<IPlugin*>()))};
 
-    fault = faultOf([&] {
+    called = outcomeOf([&] {
         record.code = QString::fromUtf8(plugin.object->code());
         record.name = plugin.object->name();
         record.author = plugin.object->author();
         record.version = plugin.object->version();
         record.description = plugin.object->description();
     });
-    if (!fault.isNull())
-        return tr("Модуль не сообщает сведения о себе: %1").arg(fault);
+    if (!called)
+        return Failure{tr("Модуль не сообщает сведения о себе: %1").arg(called.message())};
     if (isLoaded(record.code))
-        return tr("Модуль с кодом \"%1\" уже загружен.").arg(record.code);
+        return Failure{tr("Модуль с кодом \"%1\" уже загружен.").arg(record.code)};
 
     plugin.code = record.code;
-    fault = faultOf([&] { plugin.object->init(m_core); });
-    return fault.isNull() ? QString() : tr("Ошибка при запуске модуля: %1").arg(fault);
+    called = outcomeOf([&] { plugin.object->init(m_core); });
+    return called ? called : Failure{tr("Ошибка при запуске модуля: %1").arg(called.message())};
 }
 
 bool PluginLoader::isLoaded(const QString& code) const
@@ -228,10 +228,9 @@ bool PluginLoader::isLoaded(const QString& code) const
 void PluginLoader::initStage(IPlugin::InitStage stage)
 {
     for (const Plugin& plugin : m_plugins) {
-        const QString fault = faultOf([&] { plugin.object->initStage(stage); });
-        if (!fault.isNull())
-            Q_EMIT callFailed(
-                tr("Ошибка модуля %1 при запуске терминала: %2").arg(plugin.code, fault));
+        if (const Outcome called = outcomeOf([&] { plugin.object->initStage(stage); }); !called)
+            Q_EMIT callFailed(tr("Ошибка модуля %1 при запуске терминала: %2")
+                                  .arg(plugin.code, called.message()));
     }
 }
 
@@ -240,10 +239,9 @@ void PluginLoader::unload()
     if (!m_core)
         return;
     std::for_each(m_plugins.crbegin(), m_plugins.crend(), [this](const Plugin& plugin) {
-        const QString fault = faultOf([&] { plugin.object->tini(); });
-        if (!fault.isNull())
-            Q_EMIT callFailed(
-                tr("Ошибка модуля %1 при завершении работы: %2").arg(plugin.code, fault));
+        if (const Outcome called = outcomeOf([&] { plugin.object->tini(); }); !called)
+            Q_EMIT callFailed(tr("Ошибка модуля %1 при завершении работы: %2")
+                                  .arg(plugin.code, called.message()));
     });
     dropPagesExcept(m_pagesBefore);
     while (!m_plugins.empty()) {

@@ -4,6 +4,7 @@
 #include "desk/pluginrecord.h"
 
 #include <vexdesk/iplugin.h>
+#include <vexdesk/outcome.h>
 #include <vexdesk/terminal/language.h>
 
 #include <QtCore/QList>
@@ -85,7 +86,7 @@ private:
     };
 
     void loadFile(const QString& path);
-    QString start(QPluginLoader& library, PluginRecord& record, Plugin& plugin);
+    Outcome start(QPluginLoader& library, PluginRecord& record, Plugin& plugin);
     bool isLoaded(const QString& code) const;
     void dropPagesExcept(const QList<IOptionsPage*>& kept);
 

@@ -45,8 +45,8 @@ Terminal::Terminal(const DeskApplication& application, const DataDirectory& dire
 {
     // Before the first plug-in runs: it may ask for a venue at once.
     installReferenceData(commandLine.referenceFile);
-    if (const QString fault = directory.writeFault(); !fault.isEmpty())
-        m_core.reportProblem(fault);
+    if (const Outcome kept = directory.canKeep(); !kept)
+        m_core.reportProblem(kept.message());
     dealsTable(*m_core.database());
     m_loader.setLanguage(application.language());
     QObject::connect(&m_loader, &PluginLoader::callFailed, &application, &reportError);

@@ -68,7 +68,8 @@ bool isPlainTimePattern(QStringView pattern)
 {
     for (qsizetype i = 0; i < pattern.size(); ++i) {
         const QChar letter = pattern[i];
-        if (letter == u'\'')
+        // Half a character is none of its own.
+        if (letter == u'\'' || letter.isSurrogate())
             return false;
         if (!letter.isLetter())
             continue;

@@ -10,6 +10,7 @@ namespace tadata {
 
 /// Gives a window the size that saveSize() kept in this group of the terminal's settings, if it
 /// did.
+/// User-interface thread, as all here.
 void restoreSize(QWidget& window, QLatin1String settingsGroup);
 void saveSize(const QWidget& window, QLatin1String settingsGroup);
 

@@ -193,7 +193,7 @@ void TestDataDirectory::isMadeWhereThereIsNone()
     QVERIFY2(path.startsWith(home.path()), qPrintable(path));
     QVERIFY(!QDir(path).exists());
     const DataDirectory first;
-    QCOMPARE(first.writeFault(), QString());
+    QVERIFY(first.canKeep());
     QVERIFY(!first.isTaken());
     QVERIFY(QFile::exists(path + QStringLiteral("/vexdesk.lock")));
 }
@@ -201,7 +201,7 @@ void TestDataDirectory::isMadeWhereThereIsNone()
 void TestDataDirectory::canBeWritten()
 {
     const DataDirectory directory;
-    QCOMPARE(directory.writeFault(), QString());
+    QVERIFY(directory.canKeep());
     QCOMPARE(testsupport::readTree(QDir(m_path)).keys(),
              QStringList{QStringLiteral("vexdesk.lock")});
 }
@@ -212,7 +212,7 @@ void TestDataDirectory::aReadOnlyOneIsNamed()
     QVERIFY(QFile::setPermissions(m_path, QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther |
                                               QFile::ExeOther));
     std::optional<testsupport::OtherUser> user(std::in_place);
-    const QString fault = DataDirectory().writeFault();
+    const QString fault = DataDirectory().canKeep().message();
     user.reset();
     QVERIFY(QFile::setPermissions(m_path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
     QCOMPARE(fault, QStringLiteral("В каталог данных %1 нельзя писать: импорт, правка истории и "
@@ -227,7 +227,7 @@ void TestDataDirectory::aFullOneIsNamed()
     QString fault;
     {
         const DataDirectory directory;
-        fault = directory.writeFault();
+        fault = directory.canKeep().message();
     }
     QCOMPARE(::umount(qPrintable(m_path)), 0);
     QCOMPARE(fault, QStringLiteral("На диске каталога данных %1 нет места: импорт, правка истории "

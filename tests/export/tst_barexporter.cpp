@@ -119,9 +119,10 @@ void TestBarExporter::writesARowAsBarByBar()
 void TestBarExporter::writesTimesOfEveryPattern_data()
 {
     QTest::addColumn<QString>("pattern");
-    for (const char* pattern : {"hhmmss", "hhmm", "hh:mm:ss", "hh:mm", "h:m:s", "hh:mm:ss.zzz",
-                                "HH:mm", "hh 'h' mm", "hhhmm", "hh:mm ap", "mm hh ss hh", "", "ss",
-                                "hh-mm-t", "час hh", "hh'mm'ss", "hh''mm", "'hh'mm", "hh'"})
+    for (const char* pattern :
+         {"hhmmss",    "hhmm",   "hh:mm:ss", "hh:mm",       "h:m:s",  "hh:mm:ss.zzz", "HH:mm",
+          "hh 'h' mm", "hhhmm",  "hh:mm ap", "mm hh ss hh", "",       "ss",           "hh-mm-t",
+          "hh😀mm",     "час hh", "hh'mm'ss", "hh''mm",      "'hh'mm", "hh'"})
         QTest::newRow(*pattern ? pattern : "empty") << QString::fromUtf8(pattern);
 }
 

@@ -59,6 +59,7 @@ public:
     /// The room that toText() may need.
     static constexpr int maxTextSize = maxScale + 3;
     /// Writes the text of toString(), ASCII characters, without an end mark and returns its length.
+    /// What is behind it, up to maxTextSize, may be overwritten too.
     int toText(char* text) const noexcept;
 
     /// Exact for any two scales: negative, zero or positive as *this is less than, equal to or

@@ -175,6 +175,7 @@ std::optional<QByteArray> contentOf(int descriptor, qint64 size)
 {
     QByteArray content(size, Qt::Uninitialized);
     qint64 position = 0;
+    errno = EIO; // of a file that is shorter than it was
     while (position < size) {
         const ssize_t count = ::pread(descriptor, content.data() + position,
                                       static_cast<size_t>(size - position), position);
