@@ -56,10 +56,9 @@ public:
     /// All digits of the held scale: "1.50", "-0.05", "0.00", never "-0.00".
     QString toString() const;
 
-    /// The room that toText() may need.
+    /// The room that toText() needs, however short the text is.
     static constexpr int maxTextSize = maxScale + 3;
     /// Writes the text of toString(), ASCII characters, without an end mark and returns its length.
-    /// What is behind it, up to maxTextSize, may be overwritten too.
     int toText(char* text) const noexcept;
 
     /// Exact for any two scales: negative, zero or positive as *this is less than, equal to or
