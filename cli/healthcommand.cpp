@@ -183,6 +183,8 @@ QString textOf(const UnreadFile& file)
 {
     const QString path = escaped(file.path);
     switch (file.reason) {
+    case UnreadFile::Reason::NotListed:
+        return Text::tr("Невозможно прочитать каталог %1").arg(path);
     case UnreadFile::Reason::NotOpened:
         return Text::tr("Невозможно открыть файл %1").arg(path);
     case UnreadFile::Reason::Changing:

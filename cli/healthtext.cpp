@@ -96,7 +96,7 @@ QStringList remarksOn(const SeriesHealth& health)
     add(Text::tr("строк не по порядку: %1"), sums.outOfOrder);
     add(Text::tr("слишком больших объёмов: %1"), sums.volume);
     add(Text::tr("правленых строк: %1"), sums.edited);
-    add(Text::tr("тихих промежутков: %1"), sums.quiet);
+    add(Text::tr("тихих разрывов: %1"), sums.quiet);
     add(Text::tr("закрытых дней: %1"), health.closed.size());
     add(Text::tr("дней под вопросом: %1"), health.unproven.size());
     return remarks;
@@ -107,9 +107,11 @@ QString limitsOf(const SeriesHealth& health)
 {
     if (health.timeframe != vexdesk::minuteTimeframe)
         return Text::tr("разрывы ищутся только в минутных барах");
-    const bool hasUsualTimes = std::any_of(health.days.begin(), health.days.end(),
-                                           [](const DayHealth& day) { return day.expected > 0; });
-    return hasUsualTimes ? QString() : Text::tr("обычных времён нет: разрывов не найти");
+    const auto unusual = std::count_if(health.days.begin(), health.days.end(),
+                                       [](const DayHealth& day) { return day.expected == 0; });
+    if (unusual == static_cast<qptrdiff>(health.days.size()))
+        return Text::tr("обычных времён нет: разрывов не найти");
+    return unusual > 0 ? Text::tr("дней без обычных времён: %1").arg(unusual) : QString();
 }
 
 QString gapText(const Gap& gap)

@@ -394,6 +394,10 @@ Hint: tadata --help</translation>
         <translation>%1: the series is not in the report</translation>
     </message>
     <message>
+        <source>Невозможно прочитать каталог %1</source>
+        <translation>Cannot read directory %1</translation>
+    </message>
+    <message>
         <source>Невозможно прочитать каталог %1: того, что в нём, в отчёте нет</source>
         <translation>Cannot read directory %1: what is in it is not in the report</translation>
     </message>
@@ -502,8 +506,8 @@ Hint: tadata --help</translation>
         <translation>edited lines: %1</translation>
     </message>
     <message>
-        <source>тихих промежутков: %1</source>
-        <translation>quiet times: %1</translation>
+        <source>тихих разрывов: %1</source>
+        <translation>quiet gaps: %1</translation>
     </message>
     <message>
         <source>закрытых дней: %1</source>
@@ -560,6 +564,10 @@ Hint: tadata --help</translation>
     <message>
         <source>разрывы ищутся только в минутных барах</source>
         <translation>gaps are looked for in minute bars only</translation>
+    </message>
+    <message>
+        <source>дней без обычных времён: %1</source>
+        <translation>days without usual times: %1</translation>
     </message>
     <message>
         <source>обычных времён нет: разрывов не найти</source>

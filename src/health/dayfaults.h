@@ -10,10 +10,11 @@
 
 namespace tadata {
 
-/// A file of the store that could not be read to its end.
+/// A file of the store that could not be read to its end, or the directory of a series that could
+/// not be listed.
 struct UnreadFile
 {
-    enum class Reason { NotOpened, Changing, Broken };
+    enum class Reason { NotListed, NotOpened, Changing, Broken };
 
     QString path;
     Reason reason = Reason::Broken;

@@ -117,10 +117,16 @@ std::vector<SeriesHealth> StoreHealth::readBoard(const std::vector<Series>& boar
                                         timeframe) != series.timeframes.end();
         const bool isNamed = series.isAsked && !m_query.series.isEmpty() && m_query.timeframe;
         const QDir dir(series.path);
-        if (isStored)
-            stored.push_back({series.name, dir, daysIn(dir, timeframe), series.isAsked});
-        else if (isNamed)
+        if (isStored) {
+            std::vector<QDate> days = daysIn(dir, timeframe);
+            // The name of its directory is no text, so it has no path.
+            if (days.empty())
+                unread.push_back({series.path, UnreadFile::Reason::NotListed, {}});
+            else
+                stored.push_back({series.name, dir, std::move(days), series.isAsked});
+        } else if (isNamed) {
             stored.push_back({series.name, dir, {}, true});
+        }
     }
     BoardHealth health = boardHealth(stored, timeframe, m_query.scope, [this] { showDay(); });
     std::move(health.unread.begin(), health.unread.end(), std::back_inserter(unread));

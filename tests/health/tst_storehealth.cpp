@@ -13,6 +13,7 @@
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
 
+#include <filesystem>
 #include <memory>
 
 using tadata::DayHealth;
@@ -22,6 +23,7 @@ using tadata::HealthScope;
 using tadata::SeriesHealth;
 using tadata::StoreHealth;
 using tadata::UnreadFile;
+using tadata::Wide;
 
 class TestStoreHealth final : public QObject
 {
@@ -45,6 +47,7 @@ private Q_SLOTS:
     void ordersSeriesByCodePoint();
     void listsWhatIsNamed();
     void goesOnAfterAnUnreadableFile();
+    void tellsOfNamesThatAreNoText();
     void tellsDaysToAskFor();
     void isTheSameInEveryOrderOfEntries();
 
@@ -337,10 +340,28 @@ void TestStoreHealth::addsUpMissingDays()
     writeDays(alfa, session());
     writeDays(vega, session());
     remove(alfa, someDay);
+    remove(alfa, someDay.addDays(1));
     const SeriesHealth health = first();
-    QCOMPARE(qint64(health.missedBars), 60);
+    QCOMPARE(qint64(health.missedBars), 120);
     QCOMPARE(qint64(health.missedParts), 1);
-    QCOMPARE(coverageOf(health), QStringLiteral("0.9935")); // 152 / 153
+    QCOMPARE(coverageOf(health), QStringLiteral("0.9869")); // 151 / 153
+    // Six Wednesdays and Thursdays without bars: not all of them have usual times.
+    for (const int days : {0, 1}) {
+        for (QDate day = QDate(2024, 1, 3).addDays(days); day < QDate(2024, 2, 12);
+             day = day.addDays(7))
+            write(alfa, day, {});
+    }
+    const SeriesHealth uneven = first();
+    int wednesdays = 0;
+    int thursdays = 0;
+    for (const DayHealth& day : uneven.days) {
+        wednesdays += day.day.dayOfWeek() == 3 ? day.expected : 0;
+        thursdays += day.day.dayOfWeek() == 4 ? day.expected : 0;
+    }
+    // 30 of the one and 29 of the other are stored.
+    QVERIFY(wednesdays % 30 != 0 || thursdays % 29 != 0);
+    QVERIFY(uneven.missedBars * 30 * 29 ==
+            (Wide(wednesdays) * 29 + Wide(thursdays) * 30) * uneven.missedParts);
 }
 
 void TestStoreHealth::ordersSeriesByCodePoint()
@@ -396,6 +417,20 @@ void TestStoreHealth::goesOnAfterAnUnreadableFile()
     QCOMPARE(shown(dayOf(found[0], someDay).gaps), QStringLiteral("620-659 40"));
     QCOMPARE(m_unread.size(), size_t(1));
     QCOMPARE(m_unread[0].path, path);
+}
+
+void TestStoreHealth::tellsOfNamesThatAreNoText()
+{
+    writeDays(alfa, session());
+    const std::filesystem::path board = m_dir->filePath(QStringLiteral("NORD/MAIN")).toStdString();
+    std::filesystem::create_directory(board / "\xff");
+    std::filesystem::copy(board / "ALFA/20240605_60.iss", board / "\xff/20240605_60.iss");
+    const QList<SeriesHealth> found = read();
+    QCOMPARE(found.size(), 1);
+    QCOMPARE(found[0].series, alfa);
+    QCOMPARE(m_unread.size(), size_t(1));
+    QCOMPARE(m_unread[0].reason, UnreadFile::Reason::NotListed);
+    std::filesystem::remove_all(board / "\xff"); // Qt cannot
 }
 
 void TestStoreHealth::tellsDaysToAskFor()
