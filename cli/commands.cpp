@@ -5,7 +5,7 @@ namespace tadata::cli {
 
 QList<Command> commands()
 {
-    return {importCommand(), exportCommand(), listCommand()};
+    return {importCommand(), exportCommand(), listCommand(), healthCommand()};
 }
 
 QList<Option> programOptions()

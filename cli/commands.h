@@ -46,6 +46,8 @@ Command importCommand();
 Command exportCommand();
 /// What a store holds.
 Command listCommand();
+/// What is wrong with what a store holds.
+Command healthCommand();
 
 /// All of them, in the order of the help.
 QList<Command> commands();

@@ -21,6 +21,10 @@ struct SeriesCodes
     QString security;
 };
 
+/// The codes of "VENUE/BOARD/SECURITY"; no value for anything that would not be three directory
+/// names.
+std::optional<SeriesCodes> seriesFrom(const QString& name);
+
 /// The value of --series. Throws UsageError for anything that would not be three directory names,
 /// so that nothing can be written outside the store.
 SeriesCodes parseSeries(const CommandLine& line);

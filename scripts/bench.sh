@@ -10,7 +10,7 @@
 #   --work DIR   where the files lie while it runs, some gigabytes (/dev/shm when it has the room,
 #                otherwise the system's temporary directory)
 #   --build DIR  a build with the target "bench" (build/release, built first)
-#   --only JOBS  words of: import marks seconds export day deals editor selectors growth memory
+#   --only JOBS  words of: import marks seconds export day health deals editor selectors growth memory
 #   --large      the memory is compared at 1 GB in place of 500 MB
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -21,7 +21,7 @@ runs=5
 lines=4000000
 build=
 scratch=
-jobs="import marks seconds export day deals editor selectors growth memory"
+jobs="import marks seconds export day health deals editor selectors growth memory"
 large_megabytes=500
 while [ $# -gt 0 ]; do
     case "$1" in
@@ -269,6 +269,62 @@ job_day()
     row "export, 1 day, $((lines / 2)) stored bars" day.ours \
         "DuckDB, 2 threads, finished bars alone" day.duckdb 0.45
     rm "$work/ours.txt" "$work/theirs.txt" "$work/finished.txt"
+}
+
+ours_health() # NAME STORE; something wrong with the store is no failure of the program
+{
+    measure "$1" sh -c '"$0" health --store "$1" --json >"$2" || [ $? -eq 1 ]' \
+        "$bin/tadata" "$2" "$work/health.json"
+}
+
+# make_gaps STORE TO: the store with ten bars less in each day, never the same ones.
+make_gaps()
+{
+    mkdir -p "$2/$series"
+    (cd "$1/$series" && mawk -v to="$2/$series/" '
+        FNR == 1 { close(file); file = to FILENAME; ++day; gap = 1 + (day * 37) % 300 }
+        FNR < gap || FNR >= gap + 10 { print >file }' ./*_60.iss)
+}
+
+job_health()
+{
+    local bars=$((lines / 2)) store
+    make_stored
+    make_gaps "$stored" "$work/gaps"
+    for store in "$stored" "$work/gaps"; do
+        once() { ours_health health.ours "$store"; }
+        export_once() { ours_export health.export "$store" "$work/ours.txt" 300; }
+        once
+        forget health
+        in_turn once export_once
+        row "health, $bars stored bars, $([ "$store" = "$stored" ] && echo no gap || echo a gap a day)" \
+            health.ours "export to 5 minutes" health.export 0.8
+    done
+    health_of_a_board "$stored" "no gap"
+    health_of_a_board "$work/gaps" "a gap a day"
+    rm -rf "$work/ours.txt" "$work/gaps" "$work/health.json"
+}
+
+# 200 series of 250 days beside one of them: time a bar and memory a series.
+health_of_a_board() # STORE WHAT
+{
+    local count=200 board=${series%/*} i
+    rm -rf "$work/one" "$work/board"
+    mkdir -p "$work/one/$series" "$work/board/$board"
+    find "$1/$series" -name '*_60.iss' | sort | head -n 250 | xargs cp -t "$work/one/$series"
+    for ((i = 0; i < count; ++i)); do
+        ln -s "$work/one/$series" "$work/board/$board/S$i"
+    done
+    one_once() { ours_health health.ours "$work/one"; }
+    board_once() { ours_health health.board "$work/board"; }
+    forget health
+    in_turn one_once board_once
+    note "health, $count series of 250 days, $2" "CPU a bar beside one series" \
+        "$(ratio "$(median_of health.board 1)" "$(awk -v s="$(median_of health.ours 1)" -v n="$count" \
+            'BEGIN { print s * n }')")" 1.1
+    note "health, $count series of 250 days, $2" "KiB kept a series" \
+        "$(($(($(median_of health.board 3) - $(median_of health.ours 3))) / count))" 64
+    rm -rf "$work/one" "$work/board"
 }
 
 # The programs below run both sides themselves, and check them against each other.

@@ -377,5 +377,201 @@ Hint: tadata --help</translation>
         <source>Печатает по строке на каждую серию и таймфрейм, через табуляцию: серия, таймфрейм в секундах, число файлов дней, первый и последний день, байты. Управляющие символы в кодах печатаются в виде \x0a и \u2028. Каталог, который нельзя прочитать, назван в стандартном выводе ошибок; код завершения тогда 1, остальное напечатано.</source>
         <translation>Prints one line for each series and timeframe, separated by tabs: series, timeframe in seconds, number of day files, first and last day, bytes. Control characters in codes are printed as \x0a and \u2028. A directory that cannot be read is named on standard error; the exit status is then 1, and the rest is printed.</translation>
     </message>
+    <message>
+        <source>--%1 и --%2 нельзя задать вместе</source>
+        <translation>--%1 and --%2 cannot be given together</translation>
+    </message>
+    <message>
+        <source>«%1» — не серия; нужно: %2</source>
+        <translation>&quot;%1&quot; is not a series; needed: %2</translation>
+    </message>
+    <message>
+        <source>Файл %1 изменился, пока его читали</source>
+        <translation>File %1 has changed while it was read</translation>
+    </message>
+    <message>
+        <source>%1: серии нет в отчёте</source>
+        <translation>%1: the series is not in the report</translation>
+    </message>
+    <message>
+        <source>Невозможно прочитать каталог %1</source>
+        <translation>Cannot read directory %1</translation>
+    </message>
+    <message>
+        <source>Невозможно прочитать каталог %1: того, что в нём, в отчёте нет</source>
+        <translation>Cannot read directory %1: what is in it is not in the report</translation>
+    </message>
+    <message>
+        <source>Серия %1 не хранится</source>
+        <translation>Series %1 is not stored</translation>
+    </message>
+    <message>
+        <source>Первый день отчёта. Сравниваются всегда все хранимые дни.</source>
+        <translation>First day of the report. All stored days are compared whatever is reported.</translation>
+    </message>
+    <message>
+        <source>Последний день отчёта.</source>
+        <translation>Last day of the report.</translation>
+    </message>
+    <message>
+        <source>Только бары этой длины.</source>
+        <translation>Only bars of this length.</translation>
+    </message>
+    <message>
+        <source>Сколько обычных времён подряд без бара — уже разрыв.</source>
+        <translation>How many usual times in a row without a bar are a gap.</translation>
+    </message>
+    <message>
+        <source>целое число от 1</source>
+        <translation>an integer from 1</translation>
+    </message>
+    <message>
+        <source>ПРОЦЕНТЫ</source>
+        <translation>PERCENT</translation>
+    </message>
+    <message>
+        <source>Открытие бара, которое дальше от закрытия предыдущего бара дня, — скачок.</source>
+        <translation>A bar that opens farther than that from the close of the day's bar before it is a jump.</translation>
+    </message>
+    <message>
+        <source>целое число от 0</source>
+        <translation>an integer from 0</translation>
+    </message>
+    <message>
+        <source>Отчёт для программ.</source>
+        <translation>A report for programs.</translation>
+    </message>
+    <message>
+        <source>Только то, что стоит запросить у брокера ещё раз: строка «СЕРИЯ ТАЙМФРЕЙМ ДЕНЬ» на каждый день с разрывом и каждый пропущенный день.</source>
+        <translation>Only what to ask the broker for again: a line &quot;SERIES TIMEFRAME DAY&quot; for each day with a gap and each missing day.</translation>
+    </message>
+    <message>
+        <source>МЕСЯЦ</source>
+        <translation>MONTH</translation>
+    </message>
+    <message>
+        <source>Календарь покрытия этого месяца.</source>
+        <translation>A calendar of this month's coverage.</translation>
+    </message>
+    <message>
+        <source>месяц вида 2024-01</source>
+        <translation>a month such as 2024-01</translation>
+    </message>
+    <message>
+        <source>[СЕРИЯ...]</source>
+        <translation>[SERIES...]</translation>
+    </message>
+    <message>
+        <source>Найти, чего не хватает и что испорчено.</source>
+        <translation>Find what is missing and what is broken.</translation>
+    </message>
+    <message>
+        <source>Ищет в хранимых сериях разрывы, пропущенные дни, строки, которые не записи баров, повторы времени, невозможные цены и скачки. Печатает строку на серию, затем худшие дни. Код завершения 1, когда что-нибудь найдено или не прочитано. Серия, которую нельзя прочитать, названа в стандартном выводе ошибок, остальные в отчёте. Ничего не меняет.</source>
+        <translation>Looks in stored series for gaps, missing days, lines that are no bar records, repeated times, impossible prices and jumps. Prints a line for each series, then the worst days. The exit status is 1 when anything was found or could not be read. A series that cannot be read is named on standard error, and the others are reported. Changes nothing.</translation>
+    </message>
+    <message>
+        <source>разрывов: %1 (баров: %2)</source>
+        <translation>gaps: %1 (bars: %2)</translation>
+    </message>
+    <message>
+        <source>пропущенных дней: %1</source>
+        <translation>missing days: %1</translation>
+    </message>
+    <message>
+        <source>ошибочных строк: %1</source>
+        <translation>bad lines: %1</translation>
+    </message>
+    <message>
+        <source>повторов времени: %1</source>
+        <translation>repeated times: %1</translation>
+    </message>
+    <message>
+        <source>невозможных цен: %1</source>
+        <translation>impossible prices: %1</translation>
+    </message>
+    <message>
+        <source>скачков: %1</source>
+        <translation>jumps: %1</translation>
+    </message>
+    <message>
+        <source>строк не по порядку: %1</source>
+        <translation>lines out of order: %1</translation>
+    </message>
+    <message>
+        <source>слишком больших объёмов: %1</source>
+        <translation>volumes too large: %1</translation>
+    </message>
+    <message>
+        <source>правленых строк: %1</source>
+        <translation>edited lines: %1</translation>
+    </message>
+    <message>
+        <source>тихих разрывов: %1</source>
+        <translation>quiet gaps: %1</translation>
+    </message>
+    <message>
+        <source>закрытых дней: %1</source>
+        <translation>closed days: %1</translation>
+    </message>
+    <message>
+        <source>дней под вопросом: %1</source>
+        <translation>days in question: %1</translation>
+    </message>
+    <message>
+        <source>с %1 по %2 (баров: %3)</source>
+        <translation>from %1 to %2 (bars: %3)</translation>
+    </message>
+    <message>
+        <source>нет баров %1</source>
+        <translation>no bars %1</translation>
+    </message>
+    <message>
+        <source>не записи баров — строки %1</source>
+        <translation>no bar records: lines %1</translation>
+    </message>
+    <message>
+        <source>скачки в %1</source>
+        <translation>jumps at %1</translation>
+    </message>
+    <message>
+        <source>%1: ничего не хранится</source>
+        <translation>%1: nothing is stored</translation>
+    </message>
+    <message>
+        <source>%1: покрытие %2, с %3 по %4, баров: %5; %6</source>
+        <translation>%1: coverage %2, from %3 to %4, bars: %5; %6</translation>
+    </message>
+    <message>
+        <source>замечаний нет</source>
+        <translation>nothing to remark</translation>
+    </message>
+    <message>
+        <source>нет файла дня</source>
+        <translation>no day file</translation>
+    </message>
+    <message>
+        <source>И ещё дней: %1; все — с --json</source>
+        <translation>Days beside these: %1; all of them with --json</translation>
+    </message>
+    <message>
+        <source> Пн  Вт  Ср  Чт  Пт  Сб  Вс</source>
+        <translation> Mo  Tu  We  Th  Fr  Sa  Su</translation>
+    </message>
+    <message>
+        <source>%1 — покрытие дня от меньшего к полному; ! — пропущенный день, x — закрытый, ? — под вопросом</source>
+        <translation>%1: the coverage of a day, from the least to all; !: a missing day, x: a closed one, ?: one in question</translation>
+    </message>
+    <message>
+        <source>разрывы ищутся только в минутных барах</source>
+        <translation>gaps are looked for in minute bars only</translation>
+    </message>
+    <message>
+        <source>дней без обычных времён: %1</source>
+        <translation>days without usual times: %1</translation>
+    </message>
+    <message>
+        <source>обычных времён нет: разрывов не найти</source>
+        <translation>no usual times: gaps cannot be found</translation>
+    </message>
 </context>
 </TS>

@@ -310,7 +310,8 @@ void TadataCommandLineTest::generalHelpNamesEveryCommand()
     QFETCH(const QString, word);
     const Outcome outcome = runTadata({word});
     QCOMPARE(outcome, succeeded(outcome.out));
-    for (const char* mentioned : {"tadata import", "tadata export", "tadata list", "--version"})
+    for (const char* mentioned :
+         {"tadata import", "tadata export", "tadata list", "tadata health", "--version"})
         QVERIFY2(outcome.out.contains(mentioned), mentioned);
 }
 
@@ -319,7 +320,7 @@ void TadataCommandLineTest::pagesHaveTheOptionsOfTheHelp_data()
     QTest::addColumn<QString>("page");
     QTest::addColumn<QString>("language");
     QTest::addColumn<QString>("command");
-    for (const char* command : {"import", "export", "list"}) {
+    for (const char* command : {"import", "export", "list", "health"}) {
         QTest::addRow("%s, English", command)
             << QStringLiteral(MANUAL_PAGES "/man1/tadata.1") << QStringLiteral("en")
             << QString::fromLatin1(command);
@@ -378,7 +379,7 @@ void TadataCommandLineTest::pagesAreWellFormed()
     QVERIFY(text.contains(QStringLiteral("eurusd.csv")));
     QVERIFY(!text.contains(u'@'));
     static const QRegularExpression request(
-        QStringLiteral(R"(^(\.(TH|SH|SS|TP|B|BR|I|IR|BI|br|nf|fi)\b|[^.'].*|$))"));
+        QStringLiteral(R"(^(\.(TH|SH|SS|PP|TP|B|BR|I|IR|BI|br|nf|fi)\b|[^.'].*|$))"));
     for (const QString& line : text.split(u'\n'))
         QVERIFY2(request.match(line).hasMatch(), qPrintable(line));
 }

@@ -3,10 +3,13 @@
 
 #include <vexdesk/history/recordline.h>
 
+#include <QtCore/QMap>
 #include <QtCore/QRandomGenerator>
+#include <QtCore/QRegularExpression>
 #include <QtCore/QTextStream>
 #include <QtTest/QTest>
 
+#include <algorithm>
 #include <array>
 #include <limits>
 
@@ -29,8 +32,13 @@ private Q_SLOTS:
     void splitsOnlyEightFields();
     void countsNothingButSeparators();
     void takesAMarkWithinTheTextForText();
+    void checksLines_data();
+    void checksLines();
+    void readsCheckedLinesWhole();
+    void checksRandomLinesAsThePlainWay();
 };
 
+using vexdesk::checkedBar;
 using vexdesk::splitRecordLine;
 using vexdesk::storedBar;
 using vexdesk::StoredBar;
@@ -74,6 +82,50 @@ QByteArray written(const StoredBar& bar)
 {
     std::array<char, vexdesk::maxRecordLine> line;
     return QByteArray(line.data(), vexdesk::writeRecordLine(line.data(), bar) - line.data());
+}
+
+bool isNumberOf(const QString& text, const char* form)
+{
+    const QRegularExpression whole(QRegularExpression::anchoredPattern(QLatin1String(form)));
+    return whole.match(text).hasMatch();
+}
+
+bool isDecimal(const QString& text)
+{
+    return isNumberOf(text, "[+-]?[0-9]+(\\.[0-9]+)?") && decimal::fromText(text);
+}
+
+template <typename Integer>
+bool isInteger(const QString& text)
+{
+    bool fits = false;
+    const qint64 number = text.toLongLong(&fits);
+    return isNumberOf(text, "[+-]?[0-9]+") && fits &&
+           number >= std::numeric_limits<Integer>::min() &&
+           number <= std::numeric_limits<Integer>::max();
+}
+
+enum class Kind { Bad, Imported, Edited };
+
+// By regular expressions alone.
+Kind plainKind(const QString& line)
+{
+    const QStringList fields = line.split(u';');
+    const bool isBar = fields.size() == 8 &&
+                       isNumberOf(fields[0], "([01][0-9]|2[0-3])[0-5][0-9][0-5][0-9]") &&
+                       std::all_of(fields.begin() + 1, fields.begin() + 5, isDecimal) &&
+                       isInteger<qint32>(fields[7]);
+    if (isBar && isInteger<qint64>(fields[5]) && isDecimal(fields[6]))
+        return Kind::Imported;
+    if (isBar && isDecimal(fields[5]) && fields[5].contains(u'.') && isInteger<qint64>(fields[6]))
+        return Kind::Edited;
+    return Kind::Bad;
+}
+
+Kind kindOf(const QByteArray& line)
+{
+    const auto checked = checkedBar(line, day);
+    return !checked ? Kind::Bad : checked->isEdited ? Kind::Edited : Kind::Imported;
 }
 
 // Fields as imports write them, and such that come near to them.
@@ -295,6 +347,87 @@ void TestRecordLine::takesAMarkWithinTheTextForText()
     QCOMPARE(bar.high.toString(), QStringLiteral("2"));
     QCOMPARE(bar.volume, 0);
     QCOMPARE(bar.openInterest, 7);
+}
+
+void TestRecordLine::checksLines_data()
+{
+    QTest::addColumn<QByteArray>("line");
+    QTest::addColumn<bool>("isBar");
+    const auto row = [](const char* line, bool isBar) {
+        QTest::newRow(line) << QByteArray(line) << isBar;
+    };
+    row("093000;1.50;1.70;-0.05;1.60;1234567;1975307.20;-42", true);
+    row("093000;1.50;1.70;-0.05;1.60;1975307.20;1234567;-42", true);
+    row("000000;1;2;3;4;5;6;7", true);
+    row("235959;+1;-2;+3.0;-4.00;+5;+6;+7", true);
+    row("093000;1;2;3;4;9223372036854775807;0;2147483647", true);
+    row("093000;1;2;3;4;-9223372036854775808;0;-2147483648", true);
+    row("093000;1;2;3;4;0.0;9223372036854775807;0", true);
+    row("093000;1;2;3;4;00000000000000000000005;0;00000000000007", true);
+    row("", false);
+    row("093000;1;2;3;4;5;6", false);
+    row("093000;1;2;3;4;5;6;7;", false);
+    row("093000;1;2;3;4;5;6;", false);
+    row("093000;;2;3;4;5;6;7", false);
+    row("93000;1;2;3;4;5;6;7", false);
+    row("0930000;1;2;3;4;5;6;7", false);
+    row("240000;1;2;3;4;5;6;7", false);
+    row("096000;1;2;3;4;5;6;7", false);
+    row("093060;1;2;3;4;5;6;7", false);
+    row("09:300;1;2;3;4;5;6;7", false);
+    row(" 093000;1;2;3;4;5;6;7", false);
+    row("093000;1.;2;3;4;5;6;7", false);
+    row("093000;.1;2;3;4;5;6;7", false);
+    row("093000;1e3;2;3;4;5;6;7", false);
+    row("093000;1;2;3;36028797018963968;5;6;7", false);
+    row("093000;1;2;3;4;9223372036854775808;0;0", false);
+    row("093000;1;2;3;4;0.0;9223372036854775808;0", false);
+    row("093000;1;2;3;4;5;6;2147483648", false);
+    row("093000;1;2;3;4;5;6;-2147483649", false);
+    row("093000;1;2;3;4;5.0;6.0;7", false);
+    row("093000;1;2;3;4;5;36028797018963968;7", false);
+    row("093000;1;2;3;4;+;6;7", false);
+    row("093000;1;2;3;4;+-5;6;7", false);
+    row("093000;1;2;3;4;--5;6;7", false);
+    row("093000;1;2;3;4; 5;6;7", false);
+    row("093000;1;2;3;4;5;6;7\r", false);
+}
+
+void TestRecordLine::checksLines()
+{
+    QFETCH(const QByteArray, line);
+    QTEST(checkedBar(line, day).has_value(), "isBar");
+}
+
+void TestRecordLine::readsCheckedLinesWhole()
+{
+    const auto imported = checkedBar("093000;1.50;1.70;-0.05;1.60;12345678901;20.50;-42", day);
+    const auto edited = checkedBar("093000;1.50;1.70;-0.05;1.60;20.50;12345678901;-42", day);
+    QVERIFY(imported && !imported->isEdited);
+    QVERIFY(edited && edited->isEdited);
+    for (const StoredBar& bar : {imported->bar, edited->bar}) {
+        QCOMPARE(bar.date, day);
+        QCOMPARE(written(bar), QByteArray("093000;1.50;1.70;-0.05;1.60;12345678901;20.50;-42\n"));
+    }
+}
+
+void TestRecordLine::checksRandomLinesAsThePlainWay()
+{
+    QRandomGenerator random(20181216);
+    QMap<Kind, int> seen;
+    for (int i = 0; i < 20000; ++i) {
+        QStringList fields = QStringLiteral("093000;1.50;1.70;-0.05;1.60;12;20.50;-42").split(u';');
+        if (random.bounded(3) == 0)
+            fields.swapItemsAt(5, 6);
+        for (int changes = random.bounded(3); changes > 0; --changes)
+            fields[random.bounded(8)] = randomField(random);
+        const QString line = fields.join(u';');
+        const Kind kind = plainKind(line);
+        ++seen[kind];
+        if (kindOf(line.toUtf8()) != kind)
+            QFAIL(qPrintable(line));
+    }
+    QVERIFY(seen[Kind::Bad] > 1000 && seen[Kind::Imported] > 1000 && seen[Kind::Edited] > 1000);
 }
 
 QTEST_GUILESS_MAIN(TestRecordLine)

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstring>
+#include <system_error>
 
 namespace vexdesk {
 
@@ -49,6 +50,24 @@ int integerOf(QByteArrayView text)
 decimal decimalOf(QByteArrayView text)
 {
     return decimal::fromText(QLatin1String(text.data(), text.size())).value_or(decimal::zero);
+}
+
+std::optional<decimal> checkedDecimal(QByteArrayView text)
+{
+    return decimal::fromText(QLatin1String(text.data(), text.size()));
+}
+
+// What Qt takes may have blanks around it.
+template <typename Integer>
+std::optional<Integer> checkedInteger(QByteArrayView text)
+{
+    const char* begin = text.begin();
+    // The sign that std::from_chars does not know.
+    if (text.size() > 1 && text[0] == '+' && text[1] != '-')
+        ++begin;
+    Integer number = 0;
+    const auto [end, error] = std::from_chars(begin, text.end(), number);
+    return error == std::errc() && end == text.end() ? std::optional(number) : std::nullopt;
 }
 
 char* writeTwoDigits(char* to, int number)
@@ -140,6 +159,28 @@ StoredBar storedBar(const RecordFields& fields, const QDate& day)
     bar.value = decimalOf(fields[ValueField]);
     bar.openInterest = integerOf(fields[OpenInterestField]);
     return bar;
+}
+
+std::optional<CheckedBar> checkedBar(QByteArrayView line, const QDate& day)
+{
+    const std::optional<RecordFields> fields = splitRecordLine(line);
+    if (!fields)
+        return std::nullopt;
+    const auto text = [&fields](RecordField field) { return (*fields)[field]; };
+    const int second = secondOfPlainTime(text(TimeField));
+    const auto open = checkedDecimal(text(OpenField));
+    const auto high = checkedDecimal(text(HighField));
+    const auto low = checkedDecimal(text(LowField));
+    const auto close = checkedDecimal(text(CloseField));
+    const bool isEdited = text(VolumeField).contains('.');
+    const auto volume = checkedInteger<qint64>(text(isEdited ? ValueField : VolumeField));
+    const auto value = checkedDecimal(text(isEdited ? VolumeField : ValueField));
+    const auto openInterest = checkedInteger<qint32>(text(OpenInterestField));
+    if (second < 0 || !open || !high || !low || !close || !volume || !value || !openInterest)
+        return std::nullopt;
+    return CheckedBar{{day, QTime::fromMSecsSinceStartOfDay(second * 1000), *open, *high, *low,
+                       *close, *volume, *value, *openInterest},
+                      isEdited};
 }
 
 int secondOfPlainTime(QByteArrayView text)

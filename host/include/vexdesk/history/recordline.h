@@ -68,6 +68,19 @@ VEXDESK_HISTORY_EXPORT RecordFields firstRecordFields(QByteArrayView line);
 VEXDESK_HISTORY_EXPORT StoredBar storedBar(const RecordFields& fields, const QDate& day);
 VEXDESK_HISTORY_EXPORT StoredBar storedBar(QByteArrayView line, const QDate& day);
 
+/// A stored line that has all that a bar has. Its volume has the 64 bits that are stored.
+struct CheckedBar
+{
+    StoredBar bar;
+    bool isEdited = false; ///< whether the editor wrote the line, see appendRewritten()
+};
+
+/// Reads a line of the file of a day for those who must not take nothing for a bar: no value where
+/// a field is missing, surplus, unreadable or too large. The time has six digits, a number none but
+/// those of its form: no blanks, no exponent, no empty field. Pieces have 64 bits and open interest
+/// 32; a sixth field with a point is the money of an edited line.
+VEXDESK_HISTORY_EXPORT std::optional<CheckedBar> checkedBar(QByteArrayView line, const QDate& day);
+
 /// Appends a line to the content of a day file that the editor writes anew.
 ///
 /// Rewritten lines carry the value in the sixth field and the volume in the seventh, the reverse of
