@@ -152,6 +152,10 @@
         <source>1 секунда</source>
         <translation>1 second</translation>
     </message>
+    <message>
+        <source>Удалённые бары остались в файлах. %1</source>
+        <translation>The deleted bars are still in the files. %1</translation>
+    </message>
 </context>
 <context>
     <name>EditorTADataModel</name>
@@ -202,42 +206,6 @@
     <message>
         <source>Файл %1 не переписан: его не удалось прочитать; проверьте права на файл или импортируйте этот день заново.</source>
         <translation>The file %1 was not rewritten: it could not be read; check the permissions of the file or import this day anew.</translation>
-    </message>
-    <message>
-        <source>Файл %1 не переписан: %2; %3.</source>
-        <translation>The file %1 was not rewritten: %2; %3.</translation>
-    </message>
-    <message>
-        <source>покажите интервал ещё раз и повторите удаление</source>
-        <translation>show the range again and repeat the deletion</translation>
-    </message>
-    <message>
-        <source>он изменился после того, как был показан</source>
-        <translation>it has changed since it was shown</translation>
-    </message>
-    <message>
-        <source>проверьте диск и права на файл и повторите удаление</source>
-        <translation>check the disk and the permissions of the file and repeat the deletion</translation>
-    </message>
-    <message>
-        <source>Файл %1 испорчен: он был переписан не до конца, и вернуть прежнее содержимое не удалось (%2); импортируйте этот день заново.</source>
-        <translation>The file %1 is broken: it was rewritten only in part, and its old content could not be put back (%2); import this day anew.</translation>
-    </message>
-    <message>
-        <source>Файл %1 пуст, но не удалён: %2; удалите его.</source>
-        <translation>The file %1 is empty, but was not removed: %2; remove it.</translation>
-    </message>
-    <message>
-        <source>это не обычный файл</source>
-        <translation>it is no regular file</translation>
-    </message>
-    <message>
-        <source>уберите его из хранилища</source>
-        <translation>take it out of the store</translation>
-    </message>
-    <message>
-        <source>его больше нет</source>
-        <translation>it is no longer there</translation>
     </message>
 </context>
 <context>
@@ -522,6 +490,10 @@
     <message>
         <source>Ошибка</source>
         <translation>Error</translation>
+    </message>
+    <message>
+        <source>Импорт прерван</source>
+        <translation>The import was interrupted</translation>
     </message>
 </context>
 <context>
