@@ -47,6 +47,17 @@ Command exportCommand();
 /// What a store holds.
 Command listCommand();
 
+/// Files of a series go, are copied or get another name.
+Command deleteCommand();
+Command copyCommand();
+Command renameCommand();
+/// What can be taken back.
+Command pointsCommand();
+/// Takes it back.
+Command undoCommand();
+/// Removes a lock that nobody holds any more.
+Command unlockCommand();
+
 /// All of them, in the order of the help.
 QList<Command> commands();
 

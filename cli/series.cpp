@@ -14,16 +14,22 @@ namespace tadata::cli {
 using vexdesk::Outcome;
 using vexdesk::ReferenceData;
 
-SeriesCodes parseSeries(const CommandLine& line)
+std::optional<SeriesCodes> seriesFrom(const QString& text)
 {
-    const QStringList codes = line.text("series").split(u'/');
+    const QStringList codes = text.split(u'/');
     const bool correct =
         codes.size() == 3 && std::none_of(codes.begin(), codes.end(), [](const QString& code) {
             return code.isEmpty() || code == u"." || code == u"..";
         });
-    if (!correct)
+    return correct ? std::optional(SeriesCodes{codes[0], codes[1], codes[2]}) : std::nullopt;
+}
+
+SeriesCodes parseSeries(const CommandLine& line)
+{
+    const std::optional<SeriesCodes> codes = seriesFrom(line.text("series"));
+    if (!codes)
         line.refuse("series");
-    return {codes[0], codes[1], codes[2]};
+    return *codes;
 }
 
 std::optional<QString> parseStore(const CommandLine& line)

@@ -21,6 +21,9 @@ struct SeriesCodes
     QString security;
 };
 
+/// No value for a text that would not be three directory names.
+std::optional<SeriesCodes> seriesFrom(const QString& text);
+
 /// The value of --series. Throws UsageError for anything that would not be three directory names,
 /// so that nothing can be written outside the store.
 SeriesCodes parseSeries(const CommandLine& line);
