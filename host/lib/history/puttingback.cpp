@@ -4,6 +4,7 @@
 
 #include "restorefiles.h"
 
+#include <vexdesk/history/filestate.h>
 #include <vexdesk/history/serieslock.h>
 
 #include <QtCore/QCryptographicHash>
@@ -52,14 +53,11 @@ bool hasHash(const QString& path, const QString& sha256)
 
 bool isAsLeft(const QString& path, const std::optional<LeftFile>& left)
 {
-    struct stat now = {};
-    const bool isThere = ::stat(QFile::encodeName(path).constData(), &now) == 0;
-    if (!isThere || !left)
-        return isThere == left.has_value();
-    constexpr qint64 nanosecondsOfSecond = 1000 * 1000 * 1000;
-    const qint64 modified = now.st_mtim.tv_sec * nanosecondsOfSecond + now.st_mtim.tv_nsec;
-    return now.st_size == left->size &&
-           (modified == left->modified || (!left->sha256.isNull() && hasHash(path, left->sha256)));
+    const std::optional<FileState> now = fileState(path);
+    if (!now || !left)
+        return now.has_value() == left.has_value();
+    return now->size == left->size && (now->modified == left->modified ||
+                                       (!left->sha256.isNull() && hasHash(path, left->sha256)));
 }
 
 QString pathOf(const RestorePlace& place, const QString& relative)

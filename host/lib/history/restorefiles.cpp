@@ -327,7 +327,7 @@ Step writeSums(const RestorePlace& place, const QString& id, const Sums& sums)
                  one.key().toUtf8() + '\n';
     }
     const QString path = sumsPath(place, id);
-    if (!QDir().mkpath(QFileInfo(path).path()))
+    if (!makeDirectory(QFileInfo(path).path()))
         return Step::failed();
     return writeWhole(path, QByteArray::number(bytes) + '\n' + lines);
 }
@@ -386,7 +386,7 @@ Outcome putCopyBack(const QString& copy, const QString& path)
     const QByteArray name = QFile::encodeName(target);
     if (QFileInfo::exists(target) && !fileState(target))
         return notPutBack(path, Text::tr("на его месте не обычный файл"));
-    if (const QString directory = QFileInfo(target).path(); !QDir().mkpath(directory))
+    if (const QString directory = QFileInfo(target).path(); !makeDirectory(directory))
         return notPutBack(path, Text::tr("невозможно создать каталог %1").arg(directory));
     const Descriptor old(::open(name.constData(), O_PATH | O_CLOEXEC));
     Step step = replaceWhole(from.get(), target, old.isOpen() ? old.get() : -1);

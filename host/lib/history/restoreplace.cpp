@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <vexdesk/history/restoreplace.h>
 
+#include "systemfile.h"
+
 #include <vexdesk/icore.h>
 
 #include <QtCore/QCoreApplication>
@@ -64,10 +66,10 @@ RestorePlace restorePlace(const QDir& root)
 Result<RestorePlace> makeRestorePlace(const QDir& root)
 {
     RestorePlace place = restorePlace(root);
-    if (QDir().mkpath(place.path))
+    if (makeDirectory(place.path))
         return place;
     const QString inData = inDataDirectory(place.root);
-    if (QDir().mkpath(inData))
+    if (makeDirectory(inData))
         return RestorePlace{place.root, inData};
     return Failure{
         Text::tr("Невозможно создать ни каталог %1, ни каталог %2 для блокировок и точек "

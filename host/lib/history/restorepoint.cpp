@@ -66,12 +66,6 @@ bool isAtWork(const QString& path)
     return !directory;
 }
 
-qint64 modifiedAt(const struct stat& status)
-{
-    constexpr qint64 nanosecondsOfSecond = 1000 * 1000 * 1000;
-    return status.st_mtim.tv_sec * nanosecondsOfSecond + status.st_mtim.tv_nsec;
-}
-
 bool haveSameContent(const QString& left, const QString& right)
 {
     QFile one(left);
@@ -115,6 +109,7 @@ private:
     {
         QString path;                   ///< as the job names it
         std::optional<FileState> state; ///< when it was kept; none where it did not exist
+        std::optional<FileState> left;  ///< when the job had ended
     };
 
     bool isMade() const { return !record.id.isNull(); }
@@ -122,12 +117,12 @@ private:
     QString copyOf(const QString& relative) const { return directory() + u'/' + relative; }
 
     Outcome make(const QString& firstPath);
-    Step makeDirectory();
+    Step makePoint();
     Outcome keepOne(const QString& path, const QString& relative, QByteArray& journal);
     Outcome copy(const QString& path, const QString& relative);
     void closeAll();
     QStringList forgetUntouched();
-    bool isUntouched(const QString& relative, const Touched& file) const;
+    bool isUntouched(const QString& relative, Touched& file) const;
     Outcome writeComplete();
     Failure notKept(const QString& path, const QString& reason);
 
@@ -185,7 +180,7 @@ Outcome RestorePoint::Private::keepOne(const QString& path, const QString& relat
             return copied;
     }
     journal += restore::journalLine(state ? 'K' : 'C', relative);
-    m_touched.insert(relative, {path, state});
+    m_touched.insert(relative, {path, state, std::nullopt});
     return {};
 }
 
@@ -193,7 +188,7 @@ Outcome RestorePoint::Private::copy(const QString& path, const QString& relative
 {
     const QString to = copyOf(relative);
     if (const QString directory = QFileInfo(to).path(); directory != m_lastDirectory) {
-        if (!QDir().mkpath(directory))
+        if (!makeDirectory(directory))
             return notKept(path, Text::tr("невозможно создать каталог %1").arg(directory));
         m_lastDirectory = directory;
     }
@@ -224,7 +219,7 @@ Outcome RestorePoint::Private::make(const QString& firstPath)
             number = std::max(number, restore::takeIdApart(id)->second);
     }
     record.id = restore::idOf(record.when, number + 1);
-    const Step made = makeDirectory();
+    const Step made = makePoint();
     if (made.isDone())
         return {};
     closeAll();
@@ -233,7 +228,7 @@ Outcome RestorePoint::Private::make(const QString& firstPath)
 }
 
 // Under another name, until all is in it that makes it a point.
-Step RestorePoint::Private::makeDirectory()
+Step RestorePoint::Private::makePoint()
 {
     const QString path = temporaryPathIn(place.path);
     const QByteArray name = QFile::encodeName(path);
@@ -264,12 +259,13 @@ void RestorePoint::Private::closeAll()
 }
 
 // Its time may be that of a change of this very moment: the content decides.
-bool RestorePoint::Private::isUntouched(const QString& relative, const Touched& file) const
+bool RestorePoint::Private::isUntouched(const QString& relative, Touched& file) const
 {
-    const std::optional<FileState> now = fileState(file.path);
+    file.left = fileState(file.path);
     if (!file.state)
-        return !now;
-    return now && now->isUnchanged(*file.state) && haveSameContent(file.path, copyOf(relative));
+        return !file.left;
+    return file.left && file.left->isUnchanged(*file.state) &&
+           haveSameContent(file.path, copyOf(relative));
 }
 
 QStringList RestorePoint::Private::forgetUntouched()
@@ -311,9 +307,8 @@ Outcome RestorePoint::Private::writeComplete()
 {
     for (auto file = m_touched.cbegin(); file != m_touched.cend(); ++file) {
         (file->state ? record.kept : record.created).append(file.key());
-        struct stat now = {};
-        if (::stat(QFile::encodeName(file->path).constData(), &now) == 0)
-            record.left.insert(file.key(), {now.st_size, modifiedAt(now), QString()});
+        if (file->left)
+            record.left.insert(file.key(), {file->left->size, file->left->modified, QString()});
     }
     record.kept = sortedByCodePoint(record.kept);
     record.created = sortedByCodePoint(record.created);
@@ -334,7 +329,7 @@ Outcome RestorePoint::Private::takeBack()
 {
     if (!isMade())
         return {};
-    for (auto file = m_touched.cbegin(); file != m_touched.cend(); ++file) {
+    for (auto file = m_touched.begin(); file != m_touched.end(); ++file) {
         if (isUntouched(file.key(), *file))
             continue;
         const Outcome back = file->state ? restore::putCopyBack(copyOf(file.key()), file->path)

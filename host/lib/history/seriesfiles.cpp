@@ -61,7 +61,7 @@ Outcome tell(FileKeeper* keeper, const QStringList& paths)
 
 Outcome make(const QDir& dir)
 {
-    return QDir().mkpath(dir.path())
+    return makeDirectory(dir.path())
                ? Outcome()
                : Failure{Text::tr("Невозможно создать каталог %1").arg(dir.path())};
 }

@@ -118,7 +118,7 @@ public:
                  const std::atomic<bool>* stop)
     {
         const QString path = lockPath(place, series);
-        if (!QDir().mkpath(QFileInfo(path).path()))
+        if (!makeDirectory(QFileInfo(path).path()))
             return cannotBeMade(path);
         auto lock = std::make_unique<QLockFile>(path);
         switch (waitForLock(*lock, std::chrono::milliseconds(end.remainingTime()), stop)) {

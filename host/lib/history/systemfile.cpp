@@ -161,6 +161,11 @@ void removeLeftovers(const QString& directory)
     }
 }
 
+bool makeDirectory(const QString& path)
+{
+    return QFileInfo(path).isDir() || QDir().mkpath(path);
+}
+
 Step writeAll(int descriptor, QByteArrayView bytes)
 {
     while (!bytes.isEmpty()) {
@@ -174,7 +179,7 @@ Step writeAll(int descriptor, QByteArrayView bytes)
 
 std::optional<ContentSum> copyContent(int from, int to)
 {
-    constexpr qsizetype blockSize = qsizetype(128) * 1024;
+    constexpr qsizetype blockSize = qsizetype(64) * 1024;
     QByteArray buffer(blockSize, Qt::Uninitialized);
     Summing sum;
     for (;;) {

@@ -81,6 +81,9 @@ QString temporaryPathIn(const QString& directory);
 /// Removes from a directory what processes that run no more have left under such names.
 void removeLeftovers(const QString& directory);
 
+/// Whether the directory is there, made with those above it when it is missing.
+bool makeDirectory(const QString& path);
+
 /// Gives a file all these bytes, at the place where it is.
 Step writeAll(int descriptor, QByteArrayView bytes);
 
