@@ -17,6 +17,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <cerrno>
 
 namespace vexdesk {
 
@@ -170,7 +171,9 @@ PuttingBack::~PuttingBack() = default;
 
 Outcome PuttingBack::begin()
 {
-    if (!m_d->directory.isOpen() || ::flock(m_d->directory.get(), LOCK_SH | LOCK_NB) != 0)
+    const int directory = m_d->directory.get();
+    if (!m_d->directory.isOpen() ||
+        (::flock(directory, LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK))
         return Failure{Text::tr("Точка возврата %1 занята: её задание ещё идёт или её удаляют")
                            .arg(restore::directoryOf(m_d->place, m_d->point.id))};
     const auto sums =

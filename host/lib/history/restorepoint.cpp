@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include <vexdesk/history/restorepoint.h>
 
-#include "lockfile.h"
 #include "restorefiles.h"
 
 #include <vexdesk/history/filestate.h>
+#include <vexdesk/history/serieslock.h>
 
+#include <QtCore/QDeadlineTimer>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
+#include <QtCore/QThread>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -15,6 +17,8 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <chrono>
 #include <optional>
 #include <utility>
 
@@ -24,46 +28,64 @@ using restore::Text;
 
 namespace {
 
-// One making or removing of points at a time.
+// Whether somebody else has it. Where the file system knows no such locks nobody is seen to.
+bool isTaken(int descriptor, int how)
+{
+    return ::flock(descriptor, how | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+}
+
+// One making or removing of points at a time, by a file that stays: it is the open file that is
+// locked, so that nothing is left of a process that ends.
 class PlaceLock final
 {
 public:
     explicit PlaceLock(const RestorePlace& place)
-        : m_lock(place.path + QStringLiteral("/points.lock"))
+        : m_path(place.path + QStringLiteral("/locks/.points"))
+        , m_file(opened(m_path))
     {}
 
-    Outcome take()
+    Outcome take() const
     {
         constexpr std::chrono::seconds enough{30};
-        return waitForLock(m_lock, enough) == LockWait::Taken
-                   ? Outcome()
-                   : Failure{
-                         Text::tr("Невозможно занять файл блокировки %1").arg(m_lock.fileName())};
+        constexpr unsigned long pause = 20;
+        const QDeadlineTimer end(enough);
+        if (!m_file.isOpen())
+            return failure(Step::failed());
+        while (isTaken(m_file.get(), LOCK_EX)) {
+            if (end.hasExpired())
+                return failure(Step::failed());
+            QThread::msleep(pause);
+        }
+        return {};
     }
 
 private:
-    QLockFile m_lock;
+    static int opened(const QString& path)
+    {
+        if (!makeDirectory(QFileInfo(path).path()))
+            return -1;
+        return ::open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+    }
+
+    Failure failure(const Step& step) const
+    {
+        return {Text::tr("Невозможно занять файл блокировки %1: %2").arg(m_path, step.reason())};
+    }
+
+    QString m_path;
+    Descriptor m_file;
 };
 
-// A directory that others can see to be at work in; until the object goes.
-std::optional<int> lockedDirectory(const QString& path, int how)
+int openDirectory(const QString& path)
 {
-    const int directory =
-        ::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (directory < 0)
-        return std::nullopt;
-    if (::flock(directory, how | LOCK_NB) == 0)
-        return directory;
-    ::close(directory);
-    return std::nullopt;
+    return ::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
 }
 
+// Its job holds it, or whoever puts it back.
 bool isAtWork(const QString& path)
 {
-    const std::optional<int> directory = lockedDirectory(path, LOCK_EX);
-    if (directory)
-        ::close(*directory);
-    return !directory;
+    const Descriptor directory(openDirectory(path));
+    return directory.isOpen() && isTaken(directory.get(), LOCK_EX);
 }
 
 bool haveSameContent(const QString& left, const QString& right)
@@ -234,8 +256,8 @@ Step RestorePoint::Private::makePoint()
     const QByteArray name = QFile::encodeName(path);
     if (::mkdir(name.constData(), 0777) != 0)
         return Step::failed();
-    m_lock = lockedDirectory(path, LOCK_EX).value_or(-1);
-    Step step = m_lock >= 0 ? Step::done() : Step::failed();
+    m_lock = openDirectory(path);
+    Step step = m_lock >= 0 && !isTaken(m_lock, LOCK_EX) ? Step::done() : Step::failed();
     if (step.isDone())
         step = writeWhole(path + QStringLiteral("/point.json"), restore::jsonOf(record));
     if (step.isDone()) {

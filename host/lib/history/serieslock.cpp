@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <vexdesk/history/serieslock.h>
 
-#include "lockfile.h"
 #include "systemfile.h"
 
 #include <QtCore/QCoreApplication>
@@ -9,6 +8,7 @@
 #include <QtCore/QDeadlineTimer>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
+#include <QtCore/QLockFile>
 #include <QtCore/QSysInfo>
 #include <QtCore/QThread>
 
@@ -90,8 +90,10 @@ Failure heldBy(const QString& path, const QString& series)
                 .arg(series, holder.program, QString::number(holder.process), holder.host, path)};
 }
 
-} // namespace
+// What came of waiting for a lock.
+enum class LockWait { Taken, Held, CannotBeMade };
 
+// One of a process that runs no more does not count.
 LockWait waitForLock(QLockFile& lock, std::chrono::milliseconds wait, const std::atomic<bool>* stop)
 {
     constexpr unsigned long pause = 20;
@@ -103,13 +105,15 @@ LockWait waitForLock(QLockFile& lock, std::chrono::milliseconds wait, const std:
         if (lock.error() != QLockFile::LockFailedError)
             return LockWait::CannotBeMade;
         if (stop && *stop)
-            return LockWait::Stopped;
+            return LockWait::Held;
         removeIfUnfinished(lock.fileName());
         if (end.hasExpired())
             return LockWait::Held;
         QThread::msleep(pause);
     }
 }
+
+} // namespace
 
 class SeriesLocks::Private final
 {
@@ -128,7 +132,6 @@ public:
         case LockWait::CannotBeMade:
             return cannotBeMade(path);
         case LockWait::Held:
-        case LockWait::Stopped:
             break;
         }
         return heldBy(path, series);
