@@ -5,7 +5,8 @@ namespace tadata::cli {
 
 QList<Command> commands()
 {
-    return {importCommand(), exportCommand(), listCommand(), healthCommand()};
+    return {importCommand(), exportCommand(), listCommand(),   healthCommand(), deleteCommand(),
+            copyCommand(),   renameCommand(), pointsCommand(), undoCommand(),   unlockCommand()};
 }
 
 QList<Option> programOptions()

@@ -49,6 +49,17 @@ Command listCommand();
 /// What is wrong with what a store holds.
 Command healthCommand();
 
+/// Files of a series go, are copied or get another name.
+Command deleteCommand();
+Command copyCommand();
+Command renameCommand();
+/// What can be taken back.
+Command pointsCommand();
+/// Takes it back.
+Command undoCommand();
+/// Removes a lock that nobody holds any more.
+Command unlockCommand();
+
 /// All of them, in the order of the help.
 QList<Command> commands();
 

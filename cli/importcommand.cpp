@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "commands.h"
+#include "interruption.h"
 #include "progressbar.h"
-#include "series.h"
+#include "storework.h"
 
 #include "importjob.h"
 #include "textformats.h"
@@ -14,6 +15,8 @@
 #include <limits>
 
 namespace tadata::cli {
+
+using vexdesk::StoreJobSettings;
 
 namespace {
 
@@ -112,10 +115,47 @@ void refuseUnprintable(const CommandLine& line)
                                        "UTF-8"));
 }
 
-ImportResult runJob(const QString& file, const ImportDetails& details, const SeriesDir& seriesDir)
+ImportResult runJob(const QString& file, const ImportDetails& details,
+                    const WritableSeriesDir& seriesDir, vexdesk::FileKeeper* keeper)
 {
     ProgressBar bar;
-    return importBars(file, details, seriesDir, [&bar](int percent) { bar.show(percent); });
+    return importBars(file, details, seriesDir, [&bar](int percent) { bar.show(percent); },
+                      {.keeper = keeper, .stop = Interruption::flag()});
+}
+
+// What surrounds the work of this command line.
+StoreJobSettings importSettings(const CommandLine& line, const QString& file)
+{
+    StoreJobSettings settings = storeJobSettings(line, QStringLiteral("import"), {file});
+    settings.makesPoint = !line.isSet("no-restore-point");
+    settings.needsPoint = line.isSet("undo-on-error");
+    settings.stop = Interruption::flag();
+    if (settings.needsPoint && !settings.makesPoint)
+        throw UsageError{Text::tr("--undo-on-error нельзя вместе с --no-restore-point")};
+    return settings;
+}
+
+// The import itself, with the lock of its series and its restore point.
+ExitCode importInto(const std::optional<QString>& store, const SeriesCodes& codes,
+                    const QString& file, const ImportDetails& details,
+                    const StoreJobSettings& settings)
+{
+    const Interruption interruption;
+    vexdesk::StoreJob job(settings);
+    const auto seriesDir = [&]() -> vexdesk::Result<QDir> {
+        const QDir root = store ? QDir(*store) : vexdesk::storePlace();
+        if (const vexdesk::Outcome begun = job.begin(root, {nameOf(codes)}); !begun)
+            return begun.failure();
+        return makeSeriesDirIn(store, codes);
+    };
+    const ImportResult result = runJob(file, details, seriesDir, job.keeper());
+    const bool takesBack = !result.outcome && settings.needsPoint;
+    const ExitCode told = tellOutcomes(result.outcome, takesBack ? job.takeBack() : job.end());
+    if (!result.outcome)
+        return Interruption::exitCode().value_or(told);
+    if (result.bars == 0)
+        printError(Text::tr("Ни одного бара не импортировано: в файле %1 их нет").arg(file));
+    return told;
 }
 
 ExitCode runImport(const CommandLine& line)
@@ -126,6 +166,7 @@ ExitCode runImport(const CommandLine& line)
     ImportDetails details = parseDetails(line);
     const std::optional<QString> store = parseStore(line);
     const auto decimals = line.number("decimals", 0, vexdesk::ReferenceData::maxDecimals);
+    const StoreJobSettings settings = importSettings(line, file);
 
     if (const auto installed = installReferenceData(line); !installed)
         return fail(installed.message());
@@ -137,56 +178,59 @@ ExitCode runImport(const CommandLine& line)
                      "знаков после точки в ценах")
                 .arg(codes.stock, codes.board, codes.security)};
     setSeries(details, codes);
-
-    const ImportResult result =
-        runJob(file, details, [&] { return makeSeriesDirIn(store, codes); });
-    if (!result.outcome)
-        return fail(result.outcome.message());
-    if (result.bars == 0)
-        printError(Text::tr("Ни одного бара не импортировано: в файле %1 их нет").arg(file));
-    return ExitCode::Success;
+    return importInto(store, codes, file, details, settings);
 }
 
 QList<Option> importOptions()
 {
-    return {
-        seriesOption(),
-        {.name = QStringLiteral("columns"),
-         .value = Text::tr("РОЛЬ=СТОЛБЕЦ,..."),
-         .meaning = Text::tr("Что несёт каждый столбец. Роли date, time, open, high, low и close "
+    return QList<Option>{
+               seriesOption(),
+               {.name = QStringLiteral("columns"),
+                .value = Text::tr("РОЛЬ=СТОЛБЕЦ,..."),
+                .meaning =
+                    Text::tr("Что несёт каждый столбец. Роли date, time, open, high, low и close "
                              "обязательны; могут быть volume (объём в штуках), value (объём в "
                              "деньгах) и oi (открытый интерес)."),
-         .takes = Text::tr("через запятую роль и номер её столбца, считая от 0; роли date, time, "
-                           "open, high, low, close, volume, value, oi"),
-         .isRequired = true},
-        {.name = QStringLiteral("timeframe"),
-         .value = Text::tr("СЕКУНДЫ"),
-         .meaning = Text::tr("Длина бара. Из секундных баров строятся и минутные, в отдельный "
+                .takes =
+                    Text::tr("через запятую роль и номер её столбца, считая от 0; роли date, time, "
+                             "open, high, low, close, volume, value, oi"),
+                .isRequired = true},
+               {.name = QStringLiteral("timeframe"),
+                .value = Text::tr("СЕКУНДЫ"),
+                .meaning =
+                    Text::tr("Длина бара. Из секундных баров строятся и минутные, в отдельный "
                              "файл."),
-         .choices = {QString::number(vexdesk::minuteTimeframe),
-                     QString::number(vexdesk::secondTimeframe)},
-         .fallback = QString::number(vexdesk::minuteTimeframe)},
-        separatorOption(),
-        {.name = QStringLiteral("date-format"),
-         .value = Text::tr("ВИД"),
-         .meaning = Text::tr("Вид даты. Год из двух цифр — этого столетия."),
-         .choices = patternsOf(dateFormats()),
-         .fallback = QStringLiteral("yyyyMMdd")},
-        {.name = QStringLiteral("time-format"),
-         .value = Text::tr("ВИД"),
-         .meaning = Text::tr("Вид времени."),
-         .choices = patternsOf(timeFormats()),
-         .fallback = QStringLiteral("hhmmss")},
-        {.name = QStringLiteral("no-header"),
-         .meaning = Text::tr("Первая строка — уже бар, а не заголовок.")},
-        {.name = QStringLiteral("decimals"),
-         .value = Text::tr("ЧИСЛО"),
-         .meaning = Text::tr("Знаков после точки в ценах. Без него — как в справочнике; для "
-                             "инструмента, которого там нет, обязателен."),
-         .takes = Text::tr("число от 0 до %1").arg(vexdesk::ReferenceData::maxDecimals)},
-        storeOption(),
-        referenceOption(),
-    };
+                .choices = {QString::number(vexdesk::minuteTimeframe),
+                            QString::number(vexdesk::secondTimeframe)},
+                .fallback = QString::number(vexdesk::minuteTimeframe)},
+               separatorOption(),
+               {.name = QStringLiteral("date-format"),
+                .value = Text::tr("ВИД"),
+                .meaning = Text::tr("Вид даты. Год из двух цифр — этого столетия."),
+                .choices = patternsOf(dateFormats()),
+                .fallback = QStringLiteral("yyyyMMdd")},
+               {.name = QStringLiteral("time-format"),
+                .value = Text::tr("ВИД"),
+                .meaning = Text::tr("Вид времени."),
+                .choices = patternsOf(timeFormats()),
+                .fallback = QStringLiteral("hhmmss")},
+               {.name = QStringLiteral("no-header"),
+                .meaning = Text::tr("Первая строка — уже бар, а не заголовок.")},
+               {.name = QStringLiteral("decimals"),
+                .value = Text::tr("ЧИСЛО"),
+                .meaning = Text::tr("Знаков после точки в ценах. Без него — как в справочнике; для "
+                                    "инструмента, которого там нет, обязателен."),
+                .takes = Text::tr("число от 0 до %1").arg(vexdesk::ReferenceData::maxDecimals)},
+               {.name = QStringLiteral("undo-on-error"),
+                .meaning = Text::tr(
+                    "Если импорт закончится ошибкой или будет прерван, вернуть всё, что он "
+                    "изменил.")},
+               {.name = QStringLiteral("no-restore-point"),
+                .meaning = Text::tr("Не сохранять того, что импорт заменяет.")},
+               storeOption(),
+               referenceOption(),
+           } +
+           storeJobOptions();
 }
 
 } // namespace

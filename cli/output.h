@@ -9,8 +9,10 @@ namespace tadata::cli {
 /// What every command of tadata returns to the shell.
 enum class ExitCode {
     Success = 0,
-    Failure = 1,    ///< the work could not be done; standard error says why
-    WrongUsage = 2, ///< the command line is wrong; nothing was done
+    Failure = 1,       ///< the work could not be done; standard error says why
+    WrongUsage = 2,    ///< the command line is wrong; nothing was done
+    Interrupted = 130, ///< by SIGINT, as a shell says it
+    Terminated = 143,  ///< by SIGTERM
 };
 
 /// Gives Text::tr, the texts of tadata in the user's language.

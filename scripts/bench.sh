@@ -10,7 +10,8 @@
 #   --work DIR   where the files lie while it runs, some gigabytes (/dev/shm when it has the room,
 #                otherwise the system's temporary directory)
 #   --build DIR  a build with the target "bench" (build/release, built first)
-#   --only JOBS  words of: import marks seconds export day health deals editor selectors growth memory
+#   --only JOBS  words of: import marks seconds points export day health deals editor selectors growth
+#                memory
 #   --large      the memory is compared at 1 GB in place of 500 MB
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -21,7 +22,7 @@ runs=5
 lines=4000000
 build=
 scratch=
-jobs="import marks seconds export day health deals editor selectors growth memory"
+jobs="import marks seconds points export day health deals editor selectors growth memory"
 large_megabytes=500
 while [ $# -gt 0 ]; do
     case "$1" in
@@ -209,6 +210,45 @@ job_seconds()
     in_turn once mawk_once
     row "import, 1 second with minute bars, $lines lines" seconds.ours mawk seconds.mawk 0.22
     rm -rf "$work/ours" "$work/theirs"
+}
+
+# What it costs that an import can be taken back: at the first import nothing is there to keep, over
+# itself all of it. One file after the other is copied, as the import keeps them.
+job_points()
+{
+    make_minutes
+    local store=$work/ours
+    again() # NAME [OPTION...]; into the store that is there
+    {
+        measure "$1" "$bin/tadata" import "$minutes" --series $series --decimals 2 \
+            --columns $columns --timeframe 60 --store "$store" "${@:2}"
+    }
+    first() { fresh_store; again points.first; }
+    first_without() { fresh_store; again points.first-without --no-restore-point; }
+    over() { again points.over --keep-megabytes 0; }
+    over_without() { again points.over-without --no-restore-point; }
+    copy_once() { rm -rf "$work/copy"; measure points.copy cp -a "$store/$series" "$work/copy"; }
+    fresh_store() { rm -rf "$store" "$store-restore"; }
+    first
+    cp -a "$store/$series" "$work/theirs"
+    over
+    same_files "$store/$series" "$work/theirs" "import over itself"
+    "$bin/tadata" undo --store "$store" >&2
+    same_files "$store/$series" "$work/theirs" "undo of it"
+    forget points
+    in_turn first_without first
+    in_turn over_without over copy_once
+    row "first import with restore point, $lines lines" points.first "without one" \
+        points.first-without 1.05
+    note "import over itself, $lines lines" \
+        "CPU with a restore point / (without + 1.3 x cp -a)" "$(over_quotient)" 1.00
+    rm -rf "$store" "$store-restore" "$work/theirs" "$work/copy"
+}
+over_quotient()
+{
+    awk -v with="$(median_of points.over 1)" -v without="$(median_of points.over-without 1)" \
+        -v copy="$(median_of points.copy 1)" \
+        'BEGIN { printf "%.2f", with / (without + 1.3 * copy) }'
 }
 
 job_export()

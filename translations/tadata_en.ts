@@ -431,7 +431,7 @@ Hint: tadata --help</translation>
     </message>
     <message>
         <source>Открытие бара, которое дальше от закрытия предыдущего бара дня, — скачок.</source>
-        <translation>A bar that opens farther than that from the close of the day's bar before it is a jump.</translation>
+        <translation>A bar that opens farther than that from the close of the day&apos;s bar before it is a jump.</translation>
     </message>
     <message>
         <source>целое число от 0</source>
@@ -451,7 +451,7 @@ Hint: tadata --help</translation>
     </message>
     <message>
         <source>Календарь покрытия этого месяца.</source>
-        <translation>A calendar of this month's coverage.</translation>
+        <translation>A calendar of this month&apos;s coverage.</translation>
     </message>
     <message>
         <source>месяц вида 2024-01</source>
@@ -572,6 +572,196 @@ Hint: tadata --help</translation>
     <message>
         <source>обычных времён нет: разрывов не найти</source>
         <translation>no usual times: gaps cannot be found</translation>
+    </message>
+    <message>
+        <source>не задано, что удалить: --from, --to, --timeframe или --all</source>
+        <translation>what to delete is missing: --from, --to, --timeframe or --all</translation>
+    </message>
+    <message>
+        <source>--all нельзя вместе с --from, --to и --timeframe</source>
+        <translation>--all cannot go with --from, --to and --timeframe</translation>
+    </message>
+    <message>
+        <source>У серии %1 нет ни одного файла</source>
+        <translation>The series %1 has no file</translation>
+    </message>
+    <message>
+        <source>У серии %1 уже есть файлы</source>
+        <translation>The series %1 has files already</translation>
+    </message>
+    <message>
+        <source>Серия %1 не заблокирована</source>
+        <translation>The series %1 is not locked</translation>
+    </message>
+    <message>
+        <source>неизвестно чья</source>
+        <translation>it is unknown whose it was</translation>
+    </message>
+    <message>
+        <source>%1, процесс %2, компьютер %3</source>
+        <translation>%1, process %2, host %3</translation>
+    </message>
+    <message>
+        <source>Серию %1 меняет программа, которая работает (%2); снять блокировку всё равно: --force</source>
+        <translation>The series %1 is being changed by a program that runs (%2); to remove the lock all the same: --force</translation>
+    </message>
+    <message>
+        <source>Блокировка серии %1 снята: %2</source>
+        <translation>The lock of the series %1 was removed: %2</translation>
+    </message>
+    <message>
+        <source>СЕРИЯ</source>
+        <translation>SERIES</translation>
+    </message>
+    <message>
+        <source>ОТКУДА КУДА</source>
+        <translation>FROM TO</translation>
+    </message>
+    <message>
+        <source>Удалить дни серии.</source>
+        <translation>Delete days of a series.</translation>
+    </message>
+    <message>
+        <source>Удаляет файлы дней серии и построенные рядом с ними минутные файлы и печатает, сколько файлов удалено. Вернуть их можно командой tadata undo.</source>
+        <translation>Removes day files of a series and the minute files derived beside them, and prints how many files were removed. The command tadata undo brings them back.</translation>
+    </message>
+    <message>
+        <source>Первый день.</source>
+        <translation>The first day.</translation>
+    </message>
+    <message>
+        <source>Последний день.</source>
+        <translation>The last day.</translation>
+    </message>
+    <message>
+        <source>Длина бара. Без него — обе. К секундам относятся и построенные из них минуты.</source>
+        <translation>Length of a bar. Without it, both. The minutes derived from seconds belong to the seconds.</translation>
+    </message>
+    <message>
+        <source>Удалить все файлы серии.</source>
+        <translation>Remove all files of the series.</translation>
+    </message>
+    <message>
+        <source>Скопировать серию.</source>
+        <translation>Copy a series.</translation>
+    </message>
+    <message>
+        <source>Копирует все файлы серии в серию, у которой их ещё нет, и печатает, сколько файлов скопировано.</source>
+        <translation>Copies all files of a series into one that has none yet, and prints how many files were copied.</translation>
+    </message>
+    <message>
+        <source>Переименовать серию.</source>
+        <translation>Rename a series.</translation>
+    </message>
+    <message>
+        <source>Переносит все файлы серии в серию, у которой их ещё нет, и печатает, сколько файлов перенесено. Опустевший каталог остаётся.</source>
+        <translation>Moves all files of a series into one that has none yet, and prints how many files were moved. The emptied directory stays.</translation>
+    </message>
+    <message>
+        <source>Снять с серии блокировку.</source>
+        <translation>Remove the lock of a series.</translation>
+    </message>
+    <message>
+        <source>Снимает блокировку серии, которую оставил завершившийся процесс или процесс на другом компьютере, и говорит, чья она была.</source>
+        <translation>Removes the lock of a series that a process has left which runs no more or ran on another host, and says whose it was.</translation>
+    </message>
+    <message>
+        <source>И ту, чей процесс работает на этом компьютере.</source>
+        <translation>Also one whose process runs on this host.</translation>
+    </message>
+    <message>
+        <source>--undo-on-error нельзя вместе с --no-restore-point</source>
+        <translation>--undo-on-error cannot go with --no-restore-point</translation>
+    </message>
+    <message>
+        <source>Если импорт закончится ошибкой или будет прерван, вернуть всё, что он изменил.</source>
+        <translation>If the import ends with an error or is interrupted, put back all that it has changed.</translation>
+    </message>
+    <message>
+        <source>Не сохранять того, что импорт заменяет.</source>
+        <translation>Keep nothing of what the import replaces.</translation>
+    </message>
+    <message>
+        <source>закончено</source>
+        <translation>complete</translation>
+    </message>
+    <message>
+        <source>прервано</source>
+        <translation>interrupted</translation>
+    </message>
+    <message>
+        <source>В каталоге %1 нет ни одной точки возврата</source>
+        <translation>There is no restore point in the directory %1</translation>
+    </message>
+    <message>
+        <source>Точка %1 не возвращена: эти файлы с тех пор изменились; вернуть всё равно: --force
+%2</source>
+        <translation>The point %1 was not put back: these files have changed since; to put it back all the same: --force
+%2</translation>
+    </message>
+    <message>
+        <source>вернуть %1</source>
+        <translation>put back %1</translation>
+    </message>
+    <message>
+        <source>удалить %1</source>
+        <translation>remove %1</translation>
+    </message>
+    <message>
+        <source>Точка %1: возвращено файлов: %2, удалено: %3</source>
+        <translation>Point %1: files put back: %2, removed: %3</translation>
+    </message>
+    <message>
+        <source>Показать точки возврата.</source>
+        <translation>Show the restore points.</translation>
+    </message>
+    <message>
+        <source>Печатает по строке на каждую точку возврата, новые первыми, через табуляцию: имя, время по Гринвичу, задание, закончено оно или прервано, сохранённые файлы, их байты, серии, источник.</source>
+        <translation>Prints a line for each restore point, the newest first, separated by tabs: name, time in UTC, job, whether it is complete or was interrupted, kept files, their bytes, series, source.</translation>
+    </message>
+    <message>
+        <source>Напечатать один объект JSON.</source>
+        <translation>Print one JSON object.</translation>
+    </message>
+    <message>
+        <source>[ТОЧКА]</source>
+        <translation>[POINT]</translation>
+    </message>
+    <message>
+        <source>Вернуть то, что изменила команда.</source>
+        <translation>Put back what a command has changed.</translation>
+    </message>
+    <message>
+        <source>Возвращает файлы новейшей точки возврата или названной: прежние файлы возвращаются, созданные заданием удаляются. Возвращение само создаёт точку, так что и его можно отменить. Если файл с тех пор изменился или о нём знает более новая точка, ничего не меняется, а файл назван.</source>
+        <translation>Puts back the newest restore point or the one that is named: the former files return, those that the job made are removed. It makes a point itself, so that it can be undone, too. Where a file has changed since, or a newer point holds something of it, nothing is touched and the file is named.</translation>
+    </message>
+    <message>
+        <source>Только показать, что будет сделано.</source>
+        <translation>Only show what would be done.</translation>
+    </message>
+    <message>
+        <source>Вернуть и те файлы, которые с тех пор изменились.</source>
+        <translation>Put back files that have changed since, too.</translation>
+    </message>
+    <message>
+        <source>Сколько ждать, пока серию меняет другая программа.</source>
+        <translation>How long to wait while another program changes the series.</translation>
+    </message>
+    <message>
+        <source>Сколько точек возврата остаётся; 0 — не делать их. Без него — как в настройках терминала, обычно 20.</source>
+        <translation>How many restore points stay; 0 makes none. Without it, as the terminal&apos;s settings say, usually 20.</translation>
+    </message>
+    <message>
+        <source>целое число, не меньше 0</source>
+        <translation>a whole number, not below 0</translation>
+    </message>
+    <message>
+        <source>Сколько мегабайт точек возврата остаётся. Без него — как в настройках терминала, обычно 1024.</source>
+        <translation>How many megabytes of restore points stay. Without it, as the terminal&apos;s settings say, usually 1024.</translation>
+    </message>
+    <message>
+        <source>неверная серия «%1»; нужно: %2</source>
+        <translation>wrong series &quot;%1&quot;; needed: %2</translation>
     </message>
 </context>
 </TS>

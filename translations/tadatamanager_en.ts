@@ -152,6 +152,10 @@
         <source>1 секунда</source>
         <translation>1 second</translation>
     </message>
+    <message>
+        <source>Удалённые бары остались в файлах. %1</source>
+        <translation>The deleted bars are still in the files. %1</translation>
+    </message>
 </context>
 <context>
     <name>EditorTADataModel</name>
@@ -486,6 +490,10 @@
     <message>
         <source>Ошибка</source>
         <translation>Error</translation>
+    </message>
+    <message>
+        <source>Импорт прерван</source>
+        <translation>The import was interrupted</translation>
     </message>
 </context>
 <context>

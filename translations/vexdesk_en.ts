@@ -778,6 +778,96 @@ If both change history or settings, the changes of one of them will be lost.</tr
     </message>
 </context>
 <context>
+    <name>vexdesk::RestorePlace</name>
+    <message>
+        <source>Невозможно создать ни каталог %1, ни каталог %2 для блокировок и точек возврата</source>
+        <translation>Cannot make the directory %1 nor the directory %2 for locks and restore points</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::RestorePoint</name>
+    <message>
+        <source>Точки возврата %1 в каталоге %2 нет</source>
+        <translation>There is no restore point %1 in the directory %2</translation>
+    </message>
+    <message>
+        <source>Сохранённый файл %1 не читается: %2</source>
+        <translation>The kept file %1 cannot be read: %2</translation>
+    </message>
+    <message>
+        <source>Сохранённый файл %1 уже не тот, что был сохранён</source>
+        <translation>The kept file %1 is no longer what was kept</translation>
+    </message>
+    <message>
+        <source>Точка возврата %1 занята: её задание ещё идёт или её удаляют</source>
+        <translation>The restore point %1 is in use: its job still runs, or it is being removed</translation>
+    </message>
+    <message>
+        <source>Точка возврата %1 испорчена: %2</source>
+        <translation>The restore point %1 is broken: %2</translation>
+    </message>
+    <message>
+        <source>point.json не читается</source>
+        <translation>point.json cannot be read</translation>
+    </message>
+    <message>
+        <source>point.json записан более новой версией</source>
+        <translation>point.json was written by a newer version</translation>
+    </message>
+    <message>
+        <source>в point.json не то, что должно быть</source>
+        <translation>point.json does not hold what it should</translation>
+    </message>
+    <message>
+        <source>journal не читается</source>
+        <translation>journal cannot be read</translation>
+    </message>
+    <message>
+        <source>Файл %1 не возвращён: %2</source>
+        <translation>The file %1 was not put back: %2</translation>
+    </message>
+    <message>
+        <source>Невозможно прочитать каталог %1</source>
+        <translation>Cannot read the directory %1</translation>
+    </message>
+    <message>
+        <source>на его месте не обычный файл</source>
+        <translation>what has its place is no regular file</translation>
+    </message>
+    <message>
+        <source>невозможно создать каталог %1</source>
+        <translation>the directory %1 cannot be made</translation>
+    </message>
+    <message>
+        <source>Файл %1 не удалён: это не обычный файл</source>
+        <translation>The file %1 was not removed: it is no regular file</translation>
+    </message>
+    <message>
+        <source>Файл %1 не удалён: %2</source>
+        <translation>The file %1 was not removed: %2</translation>
+    </message>
+    <message>
+        <source>Точка возврата %1 не удалена: %2</source>
+        <translation>The restore point %1 was not removed: %2</translation>
+    </message>
+    <message>
+        <source>Невозможно занять файл блокировки %1: %2</source>
+        <translation>Cannot take the lock file %1: %2</translation>
+    </message>
+    <message>
+        <source>Файл %1 не тронут: его прежнее состояние не удалось сохранить в %2: %3</source>
+        <translation>The file %1 was left alone: its state could not be kept in %2: %3</translation>
+    </message>
+    <message>
+        <source>это не файл дня</source>
+        <translation>it is no day file</translation>
+    </message>
+    <message>
+        <source>Точка возврата %1 не дописана: %2; вернуть её можно</source>
+        <translation>The restore point %1 is not complete: %2; it can be put back all the same</translation>
+    </message>
+</context>
+<context>
     <name>vexdesk::SeriesBox</name>
     <message>
         <source>%1 — %2 — %3</source>
@@ -790,6 +880,40 @@ If both change history or settings, the changes of one of them will be lost.</tr
     <message>
         <source>нет сохранённых серий</source>
         <translation>no stored series</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::SeriesFiles</name>
+    <message>
+        <source>Невозможно создать каталог %1</source>
+        <translation>Cannot make the directory %1</translation>
+    </message>
+    <message>
+        <source>Файл %1 не удалён: %2</source>
+        <translation>The file %1 was not removed: %2</translation>
+    </message>
+    <message>
+        <source>Файл %1 не скопирован в %2: %3</source>
+        <translation>The file %1 was not copied to %2: %3</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::SeriesLocks</name>
+    <message>
+        <source>Невозможно создать файл блокировки %1</source>
+        <translation>Cannot make the lock file %1</translation>
+    </message>
+    <message>
+        <source>Серию %1 сейчас меняет другая программа; блокировка: %2</source>
+        <translation>Another program is changing the series %1; the lock: %2</translation>
+    </message>
+    <message>
+        <source>Серию %1 сейчас меняет %2 (процесс %3, компьютер %4); блокировка: %5</source>
+        <translation>The series %1 is being changed by %2 (process %3, host %4); the lock: %5</translation>
+    </message>
+    <message>
+        <source>Невозможно удалить файл блокировки %1: %2</source>
+        <translation>Cannot remove the lock file %1: %2</translation>
     </message>
 </context>
 <context>

@@ -5,11 +5,13 @@
 #include "dateeditors.h"
 #include "editortadatamodel.h"
 #include "labelmark.h"
+#include "restoresettings.h"
 #include "ui_editortadatadialog.h"
 #include "windowsize.h"
 
 #include <vexdesk/headerproxystyle.h>
 #include <vexdesk/history/dayfilenames.h>
+#include <vexdesk/history/storejob.h>
 #include <vexdesk/history/storepaths.h>
 #include <vexdesk/icore.h>
 #include <vexdesk/itemdelegate.h>
@@ -139,6 +141,7 @@ void EditorTADataDialog::on_loadDataButton_clicked()
                                        m_ui->security->getSecurityCode()));
     if (!dir.exists())
         return;
+    m_series = dir.path().section(u'/', -3);
     m_model->load(dir, m_ui->fromDateTime->dateTime(), m_ui->toDateTime->dateTime(),
                   m_ui->timeFrame->currentData().toInt());
     reportProblems();
@@ -191,17 +194,23 @@ void EditorTADataDialog::on_delButton_clicked()
 
 void EditorTADataDialog::delDataFromFiles()
 {
-    if (!m_pendingDeletions)
+    if (!m_pendingDeletions || m_series.isEmpty())
         return;
-    m_model->delRowsFromFiles();
     m_pendingDeletions = false;
-    reportProblems();
+    vexdesk::StoreJob job({.by = QStringLiteral("edit"), .limits = tadata::restoreLimits()});
+    if (const auto begun = job.begin(vexdesk::storePlace(), {m_series}); !begun) {
+        reportProblems({tr("Удалённые бары остались в файлах. %1").arg(begun.message())});
+        return;
+    }
+    m_model->delRowsFromFiles(job.keeper());
+    const auto ended = job.end();
+    reportProblems(ended ? QStringList() : QStringList(ended.message()));
 }
 
 // The terminal keeps them until they were read: this window may be about to go.
-void EditorTADataDialog::reportProblems()
+void EditorTADataDialog::reportProblems(const QStringList& more)
 {
-    const QStringList problems = m_model->takeProblems();
+    const QStringList problems = m_model->takeProblems() + more;
     ICore* const core = ICore::instance();
     if (!core)
         return;

@@ -58,9 +58,10 @@ private:
     void connectForm();
     tadata::SeriesBoxes series() const;
     void goTo(const QModelIndex& row);
-    void reportProblems();
+    void reportProblems(const QStringList& more = {});
 
     std::unique_ptr<Properties> m_properties;
+    QString m_series; ///< that is shown: "STOCK/BOARD/SECURITY"
     bool m_pendingDeletions = false;
     EditorTADataModel* m_model = nullptr;
     std::unique_ptr<Ui::EditorTADataDialog> m_ui;

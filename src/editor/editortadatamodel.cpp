@@ -6,6 +6,7 @@
 #include <vexdesk/history/dayfilelines.h>
 #include <vexdesk/history/dayfilenames.h>
 #include <vexdesk/history/dayfilerewrite.h>
+#include <vexdesk/history/filekeeper.h>
 #include <vexdesk/history/utf8.h>
 
 #include <QtCore/QFileInfo>
@@ -185,10 +186,13 @@ void EditorTADataModel::delRows(QList<int> rows)
     }
 }
 
-void EditorTADataModel::delRowsFromFiles()
+void EditorTADataModel::delRowsFromFiles(vexdesk::FileKeeper* keeper)
 {
-    for (const LoadedDay& loaded : std::as_const(m_loaded))
+    for (const LoadedDay& loaded : std::as_const(m_loaded)) {
+        if (!keep(loaded, keeper))
+            break;
         rewrite(loaded);
+    }
     for (const QDate& day : vexdesk::storedDays(m_dir, m_timeframe, m_fromDate, m_toDate)) {
         if (!isLoaded(day)) {
             m_problems.append(tr("Файл %1 не переписан: он появился после того, как был показан "
@@ -197,6 +201,16 @@ void EditorTADataModel::delRowsFromFiles()
         }
     }
     forget();
+}
+
+bool EditorTADataModel::keep(const LoadedDay& loaded, vexdesk::FileKeeper* keeper)
+{
+    if (!keeper || !loaded.state)
+        return true;
+    const vexdesk::Outcome kept = keeper->keep({dayPath(loaded.day)});
+    if (!kept)
+        m_problems.append(kept.message());
+    return bool(kept);
 }
 
 void EditorTADataModel::rewrite(const LoadedDay& loaded)

@@ -17,7 +17,8 @@
 
 namespace vexdesk {
 class DayFileLines;
-}
+class FileKeeper;
+} // namespace vexdesk
 namespace tadata {
 class TimeOfDayRange;
 }
@@ -50,7 +51,9 @@ public:
     /// rows. Bars of the first and the last day that lie outside the range, and lines that are
     /// shown blank, go from the files with the removed ones: the editor stores what it showed.
     /// A file that was not read, that has changed since, or that was not there then is left alone.
-    void delRowsFromFiles();
+    /// The keeper, if there is one, is told of each file before; the first that it cannot keep ends
+    /// the writing.
+    void delRowsFromFiles(vexdesk::FileKeeper* keeper = nullptr);
 
     /// What load() could not read and delRowsFromFiles() left alone or could not write since the
     /// last call: a sentence for the user for each file.
@@ -90,6 +93,7 @@ private:
     bool isRecordLine(QByteArrayView line);
     void takeBackDay();
     void readWholeDay(const QDate& day, const QByteArray& text);
+    bool keep(const LoadedDay& loaded, vexdesk::FileKeeper* keeper);
     void rewrite(const LoadedDay& loaded);
     bool isLoaded(const QDate& day) const;
     void forget();

@@ -5,8 +5,10 @@
 #include "importtadatawizard.h"
 #include "jobrunner.h"
 #include "outcomebox.h"
+#include "restoresettings.h"
 
 #include <vexdesk/history/dayfilelines.h>
+#include <vexdesk/history/storejob.h>
 #include <vexdesk/history/storepaths.h>
 #include <vexdesk/history/utf8.h>
 
@@ -69,11 +71,36 @@ std::optional<ImportDetails> askForDetails(const QList<QString>& lines)
     return wizard.importDetails();
 }
 
+QDir makeSeriesDirOf(const ImportDetails& details)
+{
+    return vexdesk::makeSeriesDir(details.stockCode, details.boardCode, details.securityName);
+}
+
+// With the lock of the series, and so that it can be taken back.
+QString importKeeping(QProgressDialog* progress, const QString& fileName,
+                      const ImportDetails& details)
+{
+    vexdesk::StoreJob job(
+        {.by = QStringLiteral("import"), .source = {fileName}, .limits = tadata::restoreLimits()});
+    const auto seriesDir = [&]() -> vexdesk::Result<QDir> {
+        const QString series = QStringLiteral("%1/%2/%3")
+                                   .arg(details.stockCode, details.boardCode, details.securityName);
+        if (const auto begun = job.begin(vexdesk::storePlace(), {series}); !begun)
+            return begun.failure();
+        return makeSeriesDirOf(details);
+    };
+    const auto result = tadata::importBars(fileName, details, seriesDir, tadata::shownOn(progress),
+                                           {.keeper = job.keeper()});
+    QStringList messages{result.outcome.message(), job.end().message()};
+    messages.removeAll(QString());
+    return messages.isEmpty() ? QString() : messages.join(QStringLiteral("\n\n"));
+}
+
 QString runJob(const QString& fileName, const ImportDetails& details)
 {
     return tadata::runJob(Text::tr("Импорт"), Text::tr("Импортирую..."),
                           [fileName, details](QProgressDialog* progress) {
-                              return importFromFile(progress, fileName, details);
+                              return importKeeping(progress, fileName, details);
                           });
 }
 
@@ -101,9 +128,7 @@ void ImporterTAData::doImport()
 
 QString importFromFile(QProgressDialog* progress, QString fileName, ImportDetails details)
 {
-    const auto seriesDir = [&details] {
-        return vexdesk::makeSeriesDir(details.stockCode, details.boardCode, details.securityName);
-    };
+    const auto seriesDir = [&details] { return makeSeriesDirOf(details); };
     return tadata::importBars(fileName, details, seriesDir, tadata::shownOn(progress))
         .outcome.message();
 }

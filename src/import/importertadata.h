@@ -15,6 +15,7 @@ public:
 };
 
 /// Runs the import into the terminal's store and shows its progress on the dialog, whose value is
-/// set on the user-interface thread by queued calls. Null text on success, otherwise the message
-/// for the user. Any thread; the dialog must outlive the call.
+/// set on the user-interface thread by queued calls. It takes no lock and keeps nothing of what it
+/// replaces; the command does both around the same work. Null text on success, otherwise the
+/// message for the user. Any thread; the dialog must outlive the call.
 QString importFromFile(QProgressDialog* progress, QString fileName, ImportDetails details);

@@ -8,6 +8,7 @@
 #include <vexdesk/history/dayfilelines.h>
 #include <vexdesk/history/dayfilenames.h>
 #include <vexdesk/history/dayfilewriter.h>
+#include <vexdesk/history/filekeeper.h>
 #include <vexdesk/history/filestate.h>
 #include <vexdesk/history/utf8.h>
 
@@ -57,10 +58,12 @@ Failure wouldWipe(const QString& input)
 class StoreWriter final
 {
 public:
-    StoreWriter(const QDir& dir, int timeframe, const vexdesk::FileState& input)
+    StoreWriter(const QDir& dir, int timeframe, const vexdesk::FileState& input,
+                vexdesk::FileKeeper* keeper)
         : m_dir(dir)
         , m_timeframe(timeframe)
         , m_input(input)
+        , m_keeper(keeper)
     {}
 
     bool needsSwitch(const QDate& day) const { return m_day != day; }
@@ -68,6 +71,8 @@ public:
     Outcome switchTo(const QDate& day)
     {
         m_day = day;
+        if (Outcome kept = keep(day); !kept)
+            return kept;
         const Outcome switched = switchTo(m_bars, vexdesk::dayFileName(day, m_timeframe));
         if (!switched || !derivesMinutes())
             return switched;
@@ -97,6 +102,16 @@ public:
 private:
     bool derivesMinutes() const { return m_timeframe == vexdesk::secondTimeframe; }
 
+    Outcome keep(const QDate& day) const
+    {
+        if (!m_keeper)
+            return Outcome();
+        QStringList paths{m_dir.filePath(vexdesk::dayFileName(day, m_timeframe))};
+        if (derivesMinutes())
+            paths.append(m_dir.filePath(vexdesk::minuteFileName(day)));
+        return m_keeper->keep(paths);
+    }
+
     Outcome switchTo(DayFileWriter& output, const QString& name) const
     {
         if (const Outcome closed = close(output); !closed)
@@ -117,7 +132,8 @@ private:
     QDir m_dir;
     int m_timeframe;
     vexdesk::FileState m_input;
-    QDate m_day; // of the open files
+    vexdesk::FileKeeper* m_keeper; ///< or null
+    QDate m_day;                   // of the open files
     DayFileWriter m_bars;
     DayFileWriter m_minutes;
     // The minute that is still open at the end of the input is dropped: more of its seconds may
@@ -140,12 +156,13 @@ class ImportRun final
 {
 public:
     ImportRun(vexdesk::DayFileLines& lines, const ImportDetails& details, const QDir& dir,
-              const ProgressSink& progress)
+              const ProgressSink& progress, const Surroundings& surroundings)
         : m_lines(lines)
         , m_details(details)
         , m_progress(progress)
+        , m_stop(surroundings.stop)
         , m_parser(details)
-        , m_store(dir, details.timeframe, lines.state())
+        , m_store(dir, details.timeframe, lines.state(), surroundings.keeper)
     {}
 
     ImportResult run()
@@ -166,6 +183,8 @@ private:
         if (m_details.firstLineIsHeader && m_lines.nextBytes(&line))
             ++m_lineNumber;
         while (m_lines.nextBytes(&line)) {
+            if (m_stop && m_stop->load(std::memory_order_relaxed))
+                return Failure{Text::tr("Импорт прерван")};
             ++m_lineNumber;
             BarDescription bar;
             if (Outcome parsed = parse(line, &bar); !parsed)
@@ -213,6 +232,7 @@ private:
     vexdesk::DayFileLines& m_lines;
     const ImportDetails& m_details;
     const ProgressSink& m_progress;
+    const std::atomic<bool>* m_stop; ///< or null
     PlainLineParser m_parser;
     StoreWriter m_store;
     qint64 m_lineNumber = 0;
@@ -222,15 +242,18 @@ private:
 } // namespace
 
 ImportResult importBars(const QString& fileName, const ImportDetails& details,
-                        const SeriesDir& seriesDir, const ProgressSink& progress)
+                        const WritableSeriesDir& seriesDir, const ProgressSink& progress,
+                        const Surroundings& surroundings)
 {
     vexdesk::DayFileLines lines(fileName, vexdesk::DayFileLines::unlimited, blockSize);
     if (!lines.open())
         return {cannotOpen(fileName)};
-    const QDir dir = seriesDir();
-    if (!vexdesk::barFileThatIs(fileName, dir).isEmpty())
+    const vexdesk::Result<QDir> dir = seriesDir();
+    if (!dir)
+        return {dir.failure()};
+    if (!vexdesk::barFileThatIs(fileName, *dir).isEmpty())
         return {wouldWipe(fileName)};
-    return ImportRun(lines, details, dir, progress).run();
+    return ImportRun(lines, details, *dir, progress, surroundings).run();
 }
 
 } // namespace tadata

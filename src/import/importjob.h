@@ -29,9 +29,11 @@ struct ImportResult
 /// whatever name, is refused before anything is opened for writing.
 ///
 /// Every write to a day file hands over whole lines. Two imports into one series at a time mix its
-/// days. Any thread; one line is in memory at a time.
+/// days: who gives the directory sees to it that there is one. Any thread; one line is in memory at
+/// a time.
 ImportResult importBars(const QString& fileName, const ImportDetails& details,
-                        const SeriesDir& seriesDir, const ProgressSink& progress);
+                        const WritableSeriesDir& seriesDir, const ProgressSink& progress,
+                        const Surroundings& surroundings = {});
 
 } // namespace tadata
 

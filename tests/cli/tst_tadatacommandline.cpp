@@ -273,7 +273,8 @@ void TadataCommandLineTest::helpNamesEveryOption_data()
     QTest::addColumn<QStringList>("mentioned");
 
     const QStringList import = words("series columns timeframe separator date-format time-format "
-                                     "no-header decimals store reference");
+                                     "no-header decimals undo-on-error no-restore-point store "
+                                     "reference wait keep keep-megabytes");
     const QStringList exporting =
         words("series from to timeframe line-format separator date-format "
               "time-format no-header store deals today reference");
@@ -282,6 +283,20 @@ void TadataCommandLineTest::helpNamesEveryOption_data()
     QTest::newRow("import -h") << words("import -h") << import << mentioned;
     QTest::newRow("export --help") << words("export --help") << exporting << words("OPEN_INT");
     QTest::newRow("list --help") << words("list --help") << words("store") << words("\\u2028");
+    QTest::newRow("points --help")
+        << words("points --help") << words("store json") << QStringList();
+    QTest::newRow("undo --help") << words("undo --help")
+                                 << words("dry-run force store wait keep keep-megabytes")
+                                 << QStringList();
+    QTest::newRow("delete --help")
+        << words("delete --help") << words("from to timeframe all store wait keep keep-megabytes")
+        << words("tadata undo");
+    for (const char* name : {"copy", "rename"})
+        QTest::addRow("%s --help", name)
+            << QStringList({QLatin1String(name), words("--help")[0]})
+            << words("store wait keep keep-megabytes") << QStringList();
+    QTest::newRow("unlock --help")
+        << words("unlock --help") << words("store force") << QStringList();
     QTest::newRow("help wins over a wrong line")
         << words("import --nonsense --help") << import << mentioned;
 }
@@ -310,8 +325,9 @@ void TadataCommandLineTest::generalHelpNamesEveryCommand()
     QFETCH(const QString, word);
     const Outcome outcome = runTadata({word});
     QCOMPARE(outcome, succeeded(outcome.out));
-    for (const char* mentioned :
-         {"tadata import", "tadata export", "tadata list", "tadata health", "--version"})
+    for (const char* mentioned : {"tadata import", "tadata export", "tadata list", "tadata health",
+                                  "tadata points", "tadata undo", "tadata delete", "tadata copy",
+                                  "tadata rename", "tadata unlock", "--version"})
         QVERIFY2(outcome.out.contains(mentioned), mentioned);
 }
 
@@ -320,7 +336,8 @@ void TadataCommandLineTest::pagesHaveTheOptionsOfTheHelp_data()
     QTest::addColumn<QString>("page");
     QTest::addColumn<QString>("language");
     QTest::addColumn<QString>("command");
-    for (const char* command : {"import", "export", "list", "health"}) {
+    for (const char* command : {"import", "export", "list", "health", "points", "undo", "delete",
+                                "copy", "rename", "unlock"}) {
         QTest::addRow("%s, English", command)
             << QStringLiteral(MANUAL_PAGES "/man1/tadata.1") << QStringLiteral("en")
             << QString::fromLatin1(command);

@@ -79,6 +79,8 @@ void TadataLanguageTest::theHelpIsEnglish_data()
     QTest::newRow("import") << words("import --help");
     QTest::newRow("export") << words("export --help");
     QTest::newRow("list") << words("list --help");
+    for (const char* name : {"points", "undo", "delete", "copy", "rename", "unlock"})
+        QTest::newRow(name) << QStringList({QLatin1String(name), QStringLiteral("--help")});
 }
 
 void TadataLanguageTest::theHelpIsEnglish()

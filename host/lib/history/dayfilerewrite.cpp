@@ -1,23 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include <vexdesk/history/dayfilerewrite.h>
 
+#include "systemfile.h"
+
 #include <vexdesk/history/filestate.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
-#include <QtCore/QRandomGenerator>
 
 #include <fcntl.h>
-#include <sys/stat.h>
-#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <optional>
-#include <utility>
 
 namespace vexdesk {
 
@@ -26,84 +23,6 @@ namespace {
 struct Text
 {
     Q_DECLARE_TR_FUNCTIONS(vexdesk::DayFileRewrite)
-};
-
-// What came of a call of the system.
-class [[nodiscard]] Step final
-{
-public:
-    static Step done() { return Step(0); }
-    /// By the error of the call that failed last.
-    static Step failed() { return Step(errno); }
-
-    bool isDone() const { return m_error == 0; }
-    /// Whether nothing is wrong with the disk, but the directory allows no such step: by its
-    /// permissions, or because the file is a mount of its own.
-    bool isRefused() const
-    {
-        constexpr std::array refusals{EACCES, EPERM, EROFS, EBUSY, EXDEV};
-        return std::find(refusals.begin(), refusals.end(), m_error) != refusals.end();
-    }
-    QString reason() const { return qt_error_string(m_error); }
-
-private:
-    explicit Step(int error)
-        : m_error(error)
-    {}
-    int m_error;
-};
-
-Step stepOf(int result)
-{
-    return result == 0 ? Step::done() : Step::failed();
-}
-
-// An open file, which is closed when it goes.
-class Descriptor final
-{
-public:
-    explicit Descriptor(int descriptor)
-        : m_descriptor(descriptor)
-    {}
-    ~Descriptor()
-    {
-        if (isOpen())
-            ::close(m_descriptor);
-    }
-    Q_DISABLE_COPY_MOVE(Descriptor)
-
-    bool isOpen() const { return m_descriptor >= 0; }
-    int get() const { return m_descriptor; }
-    Step close() { return stepOf(::close(std::exchange(m_descriptor, -1))); }
-
-private:
-    int m_descriptor;
-};
-
-// A file's name, which is removed when it goes unless it was kept.
-class TemporaryName final
-{
-public:
-    explicit TemporaryName(const QByteArray& path)
-        : m_path(path)
-    {}
-    ~TemporaryName()
-    {
-        if (!m_isKept)
-            ::unlink(m_path.constData());
-    }
-    Q_DISABLE_COPY_MOVE(TemporaryName)
-
-    Step renameTo(const QByteArray& path)
-    {
-        const Step renamed = stepOf(::rename(m_path.constData(), path.constData()));
-        m_isKept = renamed.isDone();
-        return renamed;
-    }
-
-private:
-    QByteArray m_path;
-    bool m_isKept = false;
 };
 
 Failure notRewritten(const QString& path, const QString& reason, const QString& advice)
@@ -125,17 +44,6 @@ Failure failed(const QString& path, const Step& step)
 {
     return notRewritten(path, step.reason(),
                         Text::tr("проверьте диск и права на файл и повторите удаление"));
-}
-
-Step writeAll(int descriptor, QByteArrayView bytes)
-{
-    while (!bytes.isEmpty()) {
-        const ssize_t count = ::write(descriptor, bytes.data(), static_cast<size_t>(bytes.size()));
-        if (count < 0 && errno != EINTR)
-            return Step::failed();
-        bytes = bytes.sliced(std::max<ssize_t>(count, 0));
-    }
-    return Step::done();
 }
 
 // Each call of the system is given whole lines: who reads the file meanwhile meets no cut one.
@@ -191,28 +99,6 @@ bool isUnchanged(const std::optional<FileState>& state, const FileState& asRead)
     return state && state->isUnchanged(asRead);
 }
 
-bool hasAccessList(int descriptor)
-{
-    return ::fgetxattr(descriptor, "system.posix_acl_access", nullptr, 0) > 0;
-}
-
-// Gives a new file the permissions, owner and group of another; false where it cannot have them.
-bool takeAccess(int descriptor, int from)
-{
-    struct stat wanted = {};
-    struct stat own = {};
-    if (::fstat(from, &wanted) != 0 || ::fstat(descriptor, &own) != 0)
-        return false;
-    const bool isOwn = own.st_uid == wanted.st_uid && own.st_gid == wanted.st_gid;
-    if (!isOwn && ::fchown(descriptor, wanted.st_uid, wanted.st_gid) != 0)
-        return false;
-    // A mode may be set in part.
-    constexpr mode_t permissions = 07777;
-    return ::fchmod(descriptor, wanted.st_mode & permissions) == 0 &&
-           ::fstat(descriptor, &own) == 0 && own.st_mode == wanted.st_mode &&
-           !hasAccessList(from) && !hasAccessList(descriptor);
-}
-
 // One rewriting of one file.
 class Rewrite final
 {
@@ -245,11 +131,7 @@ Outcome Rewrite::write(const QByteArray& content) const
 std::optional<Outcome> Rewrite::replaceWhole(const QByteArray& content) const
 {
     const QFileInfo target(QFileInfo(m_path).canonicalFilePath());
-    const QString beside = QStringLiteral("%1/.tadata-%2-%3.tmp")
-                               .arg(target.path())
-                               .arg(::getpid())
-                               .arg(QRandomGenerator::global()->generate());
-    const QByteArray path = QFile::encodeName(beside);
+    const QByteArray path = QFile::encodeName(temporaryPathIn(target.path()));
     constexpr mode_t nobodyElse = 0600;
     Descriptor file(::open(path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, nobodyElse));
     if (!file.isOpen()) {

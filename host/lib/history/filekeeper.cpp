@@ -1,0 +1,9 @@
+// SPDX-License-Identifier: MIT
+#include <vexdesk/history/filekeeper.h>
+
+namespace vexdesk {
+
+FileKeeper::FileKeeper() = default;
+FileKeeper::~FileKeeper() = default;
+
+} // namespace vexdesk

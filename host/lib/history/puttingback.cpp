@@ -1,0 +1,209 @@
+// SPDX-License-Identifier: MIT
+// Looking at restore points and putting one of them back.
+#include <vexdesk/history/restorepoint.h>
+
+#include "restorefiles.h"
+
+#include <vexdesk/history/filestate.h>
+#include <vexdesk/history/serieslock.h>
+
+#include <QtCore/QCryptographicHash>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QSet>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cerrno>
+
+namespace vexdesk {
+
+using restore::Text;
+
+namespace {
+
+const QString undo = QStringLiteral("undo");
+
+// An undo counts as long as it was not itself put back.
+QSet<QString> withoutEffect(const QList<RestorePointRecord>& newestFirst)
+{
+    QSet<QString> putBack;
+    QSet<QString> aside;
+    for (const RestorePointRecord& point : newestFirst) {
+        if (putBack.contains(point.id))
+            aside.insert(point.id);
+        if (point.by != undo || !point.isComplete || putBack.contains(point.id))
+            continue;
+        aside.insert(point.id);
+        for (const QString& id : point.source)
+            putBack.insert(id);
+    }
+    return aside;
+}
+
+bool hasHash(const QString& path, const QString& sha256)
+{
+    QFile file(path);
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    return file.open(QIODevice::ReadOnly) && hash.addData(&file) &&
+           QString::fromLatin1(hash.result().toHex()) == sha256.toLower();
+}
+
+bool isAsLeft(const QString& path, const std::optional<LeftFile>& left)
+{
+    const std::optional<FileState> now = fileState(path);
+    if (!now || !left)
+        return now.has_value() == left.has_value();
+    return now->size == left->size && (now->modified == left->modified ||
+                                       (!left->sha256.isNull() && hasHash(path, left->sha256)));
+}
+
+QString pathOf(const RestorePlace& place, const QString& relative)
+{
+    return place.root + u'/' + relative;
+}
+
+QStringList pathsOfNewer(const RestorePoints& all, const RestorePointRecord& point)
+{
+    const QSet<QString> aside = withoutEffect(all.points);
+    QStringList paths;
+    for (const RestorePointRecord& newer : all.points) {
+        if (newer.id == point.id)
+            break;
+        if (!aside.contains(newer.id))
+            paths += newer.paths();
+    }
+    return paths;
+}
+
+} // namespace
+
+Result<RestorePoints> restorePoints(const RestorePlace& place)
+{
+    const Result<QStringList> ids = restore::idsIn(place);
+    if (!ids)
+        return ids.failure();
+    RestorePoints found;
+    found.newest = ids->value(0);
+    for (const QString& id : *ids) {
+        if (const Result<RestorePointRecord> point = restore::readRecord(place, id))
+            found.points.append(*point);
+        else
+            found.problems.append(point.message());
+    }
+    return found;
+}
+
+Result<RestorePointRecord> restorePoint(const RestorePlace& place, const QString& id)
+{
+    const QFileInfo directory(restore::directoryOf(place, id));
+    if (!restore::takeIdApart(id) || !directory.isDir() || directory.isSymLink())
+        return Failure{Text::tr("Точки возврата %1 в каталоге %2 нет").arg(id, place.path)};
+    return restore::readRecord(place, id);
+}
+
+Result<QStringList> whatForbidsPuttingBack(const RestorePlace& place,
+                                           const RestorePointRecord& point)
+{
+    const Result<RestorePoints> all = restorePoints(place);
+    if (!all)
+        return all.failure();
+    const QStringList newer = pathsOfNewer(*all, point);
+    const QSet<QString> ofNewer(newer.begin(), newer.end());
+    QStringList paths;
+    for (const QString& relative : point.paths()) {
+        const auto left = point.left.constFind(relative);
+        const auto asLeft = left == point.left.cend() ? std::nullopt : std::optional(*left);
+        const QString path = pathOf(place, relative);
+        if (ofNewer.contains(relative) || (point.isComplete && !isAsLeft(path, asLeft)))
+            paths.append(path);
+    }
+    return paths;
+}
+
+class PuttingBack::Private final
+{
+public:
+    Private(const RestorePlace& where, const RestorePointRecord& which)
+        : place(where)
+        , point(which)
+        , directory(::open(QFile::encodeName(restore::directoryOf(where, which.id)).constData(),
+                           O_RDONLY | O_DIRECTORY | O_CLOEXEC))
+    {}
+
+    QString copyOf(const QString& relative) const
+    {
+        return restore::directoryOf(place, point.id) + u'/' + relative;
+    }
+
+    Outcome check(const QString& relative, const std::optional<restore::Sums>& sums) const
+    {
+        const QString copy = copyOf(relative);
+        const Descriptor file(::open(QFile::encodeName(copy).constData(),
+                                     O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC));
+        if (!file.isOpen())
+            return Failure{
+                Text::tr("Сохранённый файл %1 не читается: %2").arg(copy, Step::failed().reason())};
+        struct stat status = {};
+        const bool isFile = ::fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode);
+        const std::optional<ContentSum> now = isFile ? copyContent(file.get(), -1) : std::nullopt;
+        const bool isRight =
+            now && (!sums || (sums->contains(relative) && sums->value(relative) == *now));
+        return isRight
+                   ? Outcome()
+                   : Failure{
+                         Text::tr("Сохранённый файл %1 уже не тот, что был сохранён").arg(copy)};
+    }
+
+    RestorePlace place;
+    RestorePointRecord point;
+    Descriptor directory;
+};
+
+PuttingBack::PuttingBack(const RestorePlace& place, const RestorePointRecord& point)
+    : m_d(std::make_unique<Private>(place, point))
+{}
+
+PuttingBack::~PuttingBack() = default;
+
+Outcome PuttingBack::begin()
+{
+    const int directory = m_d->directory.get();
+    if (!m_d->directory.isOpen() ||
+        (::flock(directory, LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK))
+        return Failure{Text::tr("Точка возврата %1 занята: её задание ещё идёт или её удаляют")
+                           .arg(restore::directoryOf(m_d->place, m_d->point.id))};
+    const auto sums =
+        m_d->point.isComplete ? restore::readSums(m_d->place, m_d->point.id) : std::nullopt;
+    for (const QString& relative : m_d->point.kept) {
+        if (Outcome checked = m_d->check(relative, sums); !checked)
+            return checked;
+    }
+    return {};
+}
+
+Outcome PuttingBack::run(FileKeeper* keeper)
+{
+    QStringList paths;
+    for (const QString& relative : m_d->point.paths())
+        paths.append(pathOf(m_d->place, relative));
+    if (keeper) {
+        if (Outcome kept = keeper->keep(paths); !kept)
+            return kept;
+    }
+    for (const QString& relative : m_d->point.kept) {
+        const QString path = pathOf(m_d->place, relative);
+        if (Outcome back = restore::putCopyBack(m_d->copyOf(relative), path); !back)
+            return back;
+    }
+    for (const QString& relative : m_d->point.created) {
+        if (Outcome removed = restore::removeCreated(pathOf(m_d->place, relative)); !removed)
+            return removed;
+    }
+    return {};
+}
+
+} // namespace vexdesk

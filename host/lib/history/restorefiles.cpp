@@ -1,0 +1,424 @@
+// SPDX-License-Identifier: MIT
+#include "restorefiles.h"
+
+#include <vexdesk/history/dayfilenames.h>
+#include <vexdesk/history/filestate.h>
+#include <vexdesk/history/serieslock.h>
+
+#include <QtCore/QDirIterator>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+
+namespace vexdesk::restore {
+
+namespace {
+
+const QString idForm = QStringLiteral("yyyyMMdd-hhmmss");
+const QString momentForm = QStringLiteral("yyyy-MM-ddThh:mm:ss");
+
+bool isDigits(QStringView text)
+{
+    return !text.isEmpty() && std::all_of(text.begin(), text.end(), [](QChar character) {
+        return character >= u'0' && character <= u'9';
+    });
+}
+
+QString sumsPath(const RestorePlace& place, const QString& id)
+{
+    return QStringLiteral("%1/sums/%2").arg(place.path, id);
+}
+
+// A point.json, field by field. Anything that this version would not have written makes it fail.
+class RecordReader final
+{
+public:
+    explicit RecordReader(QJsonObject object)
+        : m_object(std::move(object))
+    {}
+
+    QString text(const char* name)
+    {
+        const QJsonValue value = take(name);
+        m_isRight = m_isRight && value.isString();
+        return value.toString();
+    }
+    bool flag(const char* name)
+    {
+        const QJsonValue value = take(name);
+        m_isRight = m_isRight && value.isBool();
+        return value.toBool();
+    }
+    QStringList texts(const char* name)
+    {
+        const QJsonValue value = take(name);
+        m_isRight = m_isRight && value.isArray();
+        QStringList list;
+        for (const QJsonValue& one : value.toArray()) {
+            m_isRight = m_isRight && one.isString();
+            list.append(one.toString());
+        }
+        return list;
+    }
+    QStringList paths(const char* name)
+    {
+        const QStringList list = texts(name);
+        m_isRight = m_isRight && std::all_of(list.begin(), list.end(), isStorePath);
+        return list;
+    }
+    QMap<QString, LeftFile> left(const char* name)
+    {
+        const QJsonValue value = take(name);
+        m_isRight = m_isRight && value.isObject();
+        const QJsonObject files = value.toObject();
+        QMap<QString, LeftFile> left;
+        for (auto file = files.begin(); file != files.end(); ++file)
+            left.insert(file.key(), leftFile(file.value().toObject()));
+        return left;
+    }
+
+    bool isRight() const { return m_isRight; }
+    bool hasMore() const { return !m_object.isEmpty(); }
+
+private:
+    QJsonValue take(const char* name) { return m_object.take(QLatin1String(name)); }
+
+    LeftFile leftFile(const QJsonObject& object)
+    {
+        const QJsonValue size = object.value(QLatin1String("size"));
+        const QJsonValue modified = object.value(QLatin1String("modified"));
+        const QJsonValue sum = object.value(QLatin1String("sha256"));
+        m_isRight =
+            m_isRight && size.isDouble() && modified.isDouble() && (sum.isString() || sum.isNull());
+        return {size.toInteger(), modified.toInteger(), sum.toString()};
+    }
+
+    QJsonObject m_object;
+    bool m_isRight = true;
+};
+
+Failure broken(const RestorePlace& place, const QString& id, const QString& why)
+{
+    return {Text::tr("Точка возврата %1 испорчена: %2").arg(directoryOf(place, id), why)};
+}
+
+Result<RestorePointRecord> recordFrom(const RestorePlace& place, const QString& id,
+                                      const QByteArray& json)
+{
+    const QJsonDocument document = QJsonDocument::fromJson(json);
+    if (!document.isObject())
+        return broken(place, id, Text::tr("point.json не читается"));
+    RecordReader reader(document.object());
+    RestorePointRecord point;
+    point.id = reader.text("id");
+    point.when = QDateTime::fromString(reader.text("when"), momentForm);
+    point.when.setTimeSpec(Qt::UTC);
+    point.by = reader.text("by");
+    point.series = reader.texts("series");
+    point.source = reader.texts("source");
+    point.kept = reader.paths("kept");
+    point.created = reader.paths("created");
+    point.left = reader.left("left");
+    point.isComplete = reader.flag("complete");
+    const QStringList jobs{QStringLiteral("import"), QStringLiteral("merge"),
+                           QStringLiteral("fill"),   QStringLiteral("edit"),
+                           QStringLiteral("delete"), QStringLiteral("copy"),
+                           QStringLiteral("rename"), QStringLiteral("undo")};
+    if (reader.hasMore() || (reader.isRight() && !jobs.contains(point.by)))
+        return broken(place, id, Text::tr("point.json записан более новой версией"));
+    if (!reader.isRight() || point.id != id || !point.when.isValid())
+        return broken(place, id, Text::tr("в point.json не то, что должно быть"));
+    return point;
+}
+
+// What a job that was killed had touched. A line without its end was about to be written.
+Outcome addJournal(const RestorePlace& place, RestorePointRecord& point)
+{
+    QFile journal(directoryOf(place, point.id) + QStringLiteral("/journal"));
+    if (!journal.exists())
+        return {};
+    if (!journal.open(QIODevice::ReadOnly))
+        return broken(place, point.id, journal.errorString());
+    QByteArrayList lines = journal.readAll().split('\n');
+    lines.removeLast();
+    for (const QByteArray& line : lines) {
+        const QString path = QString::fromUtf8(line.mid(2));
+        const bool isKept = line.startsWith("K ");
+        if (!isStorePath(path) || (!isKept && !line.startsWith("C ")))
+            return broken(place, point.id, Text::tr("journal не читается"));
+        (isKept ? point.kept : point.created).append(path);
+    }
+    return {};
+}
+
+qint64 sizeOfCopies(const RestorePlace& place, const RestorePointRecord& point)
+{
+    qint64 bytes = 0;
+    for (const QString& path : point.kept)
+        bytes += QFileInfo(directoryOf(place, point.id) + u'/' + path).size();
+    return bytes;
+}
+
+Failure notPutBack(const QString& path, const QString& reason)
+{
+    return {Text::tr("Файл %1 не возвращён: %2").arg(path, reason)};
+}
+
+// Where the path leads, also when nothing is there yet.
+QString behindLinks(const QString& path)
+{
+    QString target = path;
+    constexpr int most = 40;
+    for (int i = 0; i < most && QFileInfo(target).isSymLink(); ++i)
+        target = QFileInfo(target).symLinkTarget();
+    return target;
+}
+
+Step fillInPlace(int from, const QByteArray& target)
+{
+    Descriptor file(::open(target.constData(), O_WRONLY | O_NONBLOCK | O_CLOEXEC));
+    if (!file.isOpen() || ::lseek(from, 0, SEEK_SET) != 0 || ::ftruncate(file.get(), 0) != 0 ||
+        !copyContent(from, file.get()))
+        return Step::failed();
+    // Whoever may write to a file need not be its owner.
+    if (const Step taken = takeModeAndTimes(file.get(), from);
+        !taken.isDone() && !taken.isRefused())
+        return taken;
+    return file.close();
+}
+
+// By a file beside it, which takes its place. Refused where the directory does not allow that.
+Step replaceWhole(int from, const QString& target, int old)
+{
+    const QByteArray beside = QFile::encodeName(temporaryPathIn(QFileInfo(target).path()));
+    constexpr mode_t nobodyElse = 0600;
+    Descriptor file(
+        ::open(beside.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, nobodyElse));
+    if (!file.isOpen())
+        return Step::failed();
+    TemporaryName name(beside);
+    if (old >= 0 && !takeAccess(file.get(), old)) {
+        errno = EPERM;
+        return Step::failed();
+    }
+    if (!copyContent(from, file.get()))
+        return Step::failed();
+    if (const Step taken = takeModeAndTimes(file.get(), from); !taken.isDone())
+        return taken;
+    if (const Step closed = file.close(); !closed.isDone())
+        return closed;
+    return name.renameTo(QFile::encodeName(target));
+}
+
+} // namespace
+
+std::optional<std::pair<QDateTime, qint64>> takeIdApart(const QString& id)
+{
+    const QStringView moment = QStringView(id).left(idForm.size());
+    const QStringView number = QStringView(id).mid(idForm.size() + 1);
+    QDateTime when = QDateTime::fromString(moment.toString(), idForm);
+    when.setTimeSpec(Qt::UTC);
+    const bool isId = when.isValid() && isDigits(number) && !number.startsWith(u'0') &&
+                      idOf(when, number.toLongLong()) == id;
+    return isId ? std::optional(std::pair(when, number.toLongLong())) : std::nullopt;
+}
+
+QString idOf(const QDateTime& when, qint64 number)
+{
+    return QStringLiteral("%1-%2").arg(when.toString(idForm), QString::number(number));
+}
+
+Result<QStringList> idsIn(const RestorePlace& place)
+{
+    const QFileInfo directory(place.path);
+    if (!directory.exists())
+        return QStringList();
+    if (!directory.isDir() || !directory.isReadable() || !directory.isExecutable())
+        return Failure{Text::tr("Невозможно прочитать каталог %1").arg(place.path)};
+    QList<std::pair<QDateTime, qint64>> found;
+    QDirIterator walk(place.path, QDir::Dirs | QDir::NoDotAndDotDot | QDir::NoSymLinks);
+    while (walk.hasNext()) {
+        walk.next();
+        if (const auto id = takeIdApart(walk.fileName()))
+            found.append(*id);
+    }
+    std::sort(found.begin(), found.end(), std::greater<>());
+    QStringList ids;
+    for (const auto& [when, number] : found)
+        ids.append(idOf(when, number));
+    return ids;
+}
+
+QString directoryOf(const RestorePlace& place, const QString& id)
+{
+    return QStringLiteral("%1/%2").arg(place.path, id);
+}
+
+bool isStorePath(const QString& path)
+{
+    const QStringList parts = path.split(u'/');
+    return parts.size() == 4 && isBarFileName(parts.last()) &&
+           std::none_of(parts.begin(), parts.end(), [](const QString& part) {
+               return part.isEmpty() || part == u"." || part == u".." || part.contains(u'\n') ||
+                      part.contains(QChar(u'\0'));
+           });
+}
+
+QByteArray jsonOf(const RestorePointRecord& point)
+{
+    QJsonObject left;
+    for (auto file = point.left.begin(); file != point.left.end(); ++file) {
+        const QJsonValue sum = file->sha256.isNull() ? QJsonValue() : QJsonValue(file->sha256);
+        left.insert(file.key(), QJsonObject{{QStringLiteral("modified"), file->modified},
+                                            {QStringLiteral("sha256"), sum},
+                                            {QStringLiteral("size"), file->size}});
+    }
+    const QJsonObject object{{QStringLiteral("by"), point.by},
+                             {QStringLiteral("complete"), point.isComplete},
+                             {QStringLiteral("created"), QJsonArray::fromStringList(point.created)},
+                             {QStringLiteral("id"), point.id},
+                             {QStringLiteral("kept"), QJsonArray::fromStringList(point.kept)},
+                             {QStringLiteral("left"), left},
+                             {QStringLiteral("series"), QJsonArray::fromStringList(point.series)},
+                             {QStringLiteral("source"), QJsonArray::fromStringList(point.source)},
+                             {QStringLiteral("when"), point.when.toString(momentForm)}};
+    return QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n';
+}
+
+Result<RestorePointRecord> readRecord(const RestorePlace& place, const QString& id)
+{
+    QFile file(directoryOf(place, id) + QStringLiteral("/point.json"));
+    if (!file.open(QIODevice::ReadOnly))
+        return broken(place, id, QStringLiteral("point.json: ") + file.errorString());
+    Result<RestorePointRecord> point = recordFrom(place, id, file.readAll());
+    if (!point)
+        return point;
+    if (!point->isComplete) {
+        if (const Outcome added = addJournal(place, *point); !added)
+            return added.failure();
+    }
+    point->kept = sortedByCodePoint(point->kept);
+    point->created = sortedByCodePoint(point->created);
+    point->bytes = sizeOfCopies(place, *point);
+    return point;
+}
+
+QByteArray journalLine(char kind, const QString& path)
+{
+    return QByteArray(1, kind) + ' ' + path.toUtf8() + '\n';
+}
+
+// The size of all stands in the first line, then a line for each.
+Step writeSums(const RestorePlace& place, const QString& id, const Sums& sums)
+{
+    qint64 bytes = 0;
+    QByteArray lines;
+    for (auto one = sums.begin(); one != sums.end(); ++one) {
+        bytes += one->size;
+        lines += QByteArray::number(one->sum, 16) + ' ' + QByteArray::number(one->size) + ' ' +
+                 one.key().toUtf8() + '\n';
+    }
+    const QString path = sumsPath(place, id);
+    if (!makeDirectory(QFileInfo(path).path()))
+        return Step::failed();
+    return writeWhole(path, QByteArray::number(bytes) + '\n' + lines);
+}
+
+std::optional<Sums> readSums(const RestorePlace& place, const QString& id)
+{
+    QFile file(sumsPath(place, id));
+    if (!file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    Sums sums;
+    file.readLine();
+    while (!file.atEnd()) {
+        const QByteArrayList parts = file.readLine().chopped(1).split(' ');
+        const QByteArray path = parts.mid(2).join(' ');
+        sums.insert(QString::fromUtf8(path),
+                    {parts.value(1).toLongLong(), parts.value(0).toULongLong(nullptr, 16)});
+    }
+    return sums;
+}
+
+qint64 bytesOf(const RestorePlace& place, const QString& id)
+{
+    QFile file(sumsPath(place, id));
+    if (file.open(QIODevice::ReadOnly))
+        return file.readLine().trimmed().toLongLong();
+    const Result<RestorePointRecord> point = readRecord(place, id);
+    return point ? point->bytes : 0;
+}
+
+void removeSums(const RestorePlace& place, const QString& id)
+{
+    QFile::remove(sumsPath(place, id));
+    QDir().rmdir(place.path + QStringLiteral("/sums"));
+}
+
+std::optional<ContentSum> keepCopy(int from, const QString& to)
+{
+    constexpr mode_t nobodyElse = 0600;
+    Descriptor copy(::open(QFile::encodeName(to).constData(),
+                           O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, nobodyElse));
+    if (!copy.isOpen())
+        return std::nullopt;
+    const std::optional<ContentSum> sum = copyContent(from, copy.get());
+    const bool isWhole =
+        sum && takeModeAndTimes(copy.get(), from).isDone() && copy.close().isDone();
+    return isWhole ? sum : std::nullopt;
+}
+
+Outcome putCopyBack(const QString& copy, const QString& path)
+{
+    const Descriptor from(
+        ::open(QFile::encodeName(copy).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    if (!from.isOpen())
+        return notPutBack(path, Step::failed().reason());
+    const QString target = behindLinks(path);
+    const QByteArray name = QFile::encodeName(target);
+    if (QFileInfo::exists(target) && !fileState(target))
+        return notPutBack(path, Text::tr("на его месте не обычный файл"));
+    if (const QString directory = QFileInfo(target).path(); !makeDirectory(directory))
+        return notPutBack(path, Text::tr("невозможно создать каталог %1").arg(directory));
+    const Descriptor old(::open(name.constData(), O_PATH | O_CLOEXEC));
+    Step step = replaceWhole(from.get(), target, old.isOpen() ? old.get() : -1);
+    if (step.isRefused() && old.isOpen())
+        step = fillInPlace(from.get(), name);
+    return step.isDone() ? Outcome() : notPutBack(path, step.reason());
+}
+
+Outcome removeCreated(const QString& path)
+{
+    const QString target = behindLinks(path);
+    if (!QFileInfo::exists(target))
+        return {};
+    if (!fileState(target))
+        return Failure{Text::tr("Файл %1 не удалён: это не обычный файл").arg(path)};
+    const Step removed = stepOf(::unlink(QFile::encodeName(target).constData()));
+    return removed.isDone()
+               ? Outcome()
+               : Failure{Text::tr("Файл %1 не удалён: %2").arg(path, removed.reason())};
+}
+
+Outcome removePoint(const RestorePlace& place, const QString& id)
+{
+    const QString gone = temporaryPathIn(place.path);
+    const Step renamed = stepOf(::rename(QFile::encodeName(directoryOf(place, id)).constData(),
+                                         QFile::encodeName(gone).constData()));
+    if (!renamed.isDone())
+        return Failure{Text::tr("Точка возврата %1 не удалена: %2")
+                           .arg(directoryOf(place, id), renamed.reason())};
+    QDir(gone).removeRecursively();
+    removeSums(place, id);
+    return {};
+}
+
+} // namespace vexdesk::restore

@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+#include <vexdesk/history/restoreplace.h>
+
+#include "systemfile.h"
+
+#include <vexdesk/icore.h>
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QCryptographicHash>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+
+namespace vexdesk {
+
+namespace {
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(vexdesk::RestorePlace)
+};
+
+QString canonicalRoot(const QDir& root)
+{
+    // By the system, for which ".." after a link is another directory than it looks.
+    if (const QFileInfo there(root.path()); there.exists())
+        return there.canonicalFilePath();
+    QString existing = QDir::cleanPath(root.absolutePath());
+    QString rest;
+    while (!QFileInfo::exists(existing) && existing != u"/") {
+        const QFileInfo missing(existing);
+        rest = u'/' + missing.fileName() + rest;
+        existing = missing.path();
+    }
+    const QString canonical = QFileInfo(existing).canonicalFilePath();
+    return canonical == u"/" && !rest.isEmpty() ? rest : canonical + rest;
+}
+
+QString besideStore(const QString& root)
+{
+    return root + QStringLiteral("-restore");
+}
+
+QString inDataDirectory(const QString& root)
+{
+    const QByteArray sum =
+        QCryptographicHash::hash(QFile::encodeName(root), QCryptographicHash::Sha256);
+    return ICore::getDir(QString(), false)
+        .filePath(QStringLiteral("restore/") + QString::fromLatin1(sum.toHex()));
+}
+
+} // namespace
+
+RestorePlace restorePlace(const QDir& root)
+{
+    const QString canonical = canonicalRoot(root);
+    const QString beside = besideStore(canonical);
+    if (!QFileInfo(beside).isDir()) {
+        // Once points are kept there, they and the locks stay together.
+        const QString inData = inDataDirectory(canonical);
+        if (QFileInfo(inData).isDir())
+            return {canonical, inData};
+    }
+    return {canonical, beside};
+}
+
+Result<RestorePlace> makeRestorePlace(const QDir& root)
+{
+    RestorePlace place = restorePlace(root);
+    if (makeDirectory(place.path))
+        return place;
+    const QString inData = inDataDirectory(place.root);
+    if (makeDirectory(inData))
+        return RestorePlace{place.root, inData};
+    return Failure{
+        Text::tr("Невозможно создать ни каталог %1, ни каталог %2 для блокировок и точек "
+                 "возврата")
+            .arg(place.path, inData)};
+}
+
+} // namespace vexdesk

@@ -1,0 +1,433 @@
+// SPDX-License-Identifier: MIT
+#include <vexdesk/history/restorepoint.h>
+
+#include "restorefiles.h"
+
+#include <vexdesk/history/filestate.h>
+#include <vexdesk/history/serieslock.h>
+
+#include <QtCore/QDeadlineTimer>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QThread>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <optional>
+#include <utility>
+
+namespace vexdesk {
+
+using restore::Text;
+
+namespace {
+
+// Whether somebody else has it. Where the file system knows no such locks nobody is seen to.
+bool isTaken(int descriptor, int how)
+{
+    return ::flock(descriptor, how | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+}
+
+// One making or removing of points at a time, by a file that stays: it is the open file that is
+// locked, so that nothing is left of a process that ends.
+class PlaceLock final
+{
+public:
+    explicit PlaceLock(const RestorePlace& place)
+        : m_path(place.path + QStringLiteral("/locks/.points"))
+        , m_file(opened(m_path))
+    {}
+
+    Outcome take() const
+    {
+        constexpr std::chrono::seconds enough{30};
+        constexpr unsigned long pause = 20;
+        const QDeadlineTimer end(enough);
+        if (!m_file.isOpen())
+            return failure(Step::failed());
+        while (isTaken(m_file.get(), LOCK_EX)) {
+            if (end.hasExpired())
+                return failure(Step::failed());
+            QThread::msleep(pause);
+        }
+        return {};
+    }
+
+private:
+    static int opened(const QString& path)
+    {
+        if (!makeDirectory(QFileInfo(path).path()))
+            return -1;
+        return ::open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+    }
+
+    Failure failure(const Step& step) const
+    {
+        return {Text::tr("Невозможно занять файл блокировки %1: %2").arg(m_path, step.reason())};
+    }
+
+    QString m_path;
+    Descriptor m_file;
+};
+
+int openDirectory(const QString& path)
+{
+    return ::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+}
+
+// Its job holds it, or whoever puts it back.
+bool isAtWork(const QString& path)
+{
+    const Descriptor directory(openDirectory(path));
+    return directory.isOpen() && isTaken(directory.get(), LOCK_EX);
+}
+
+bool haveSameContent(const QString& left, const QString& right)
+{
+    QFile one(left);
+    QFile other(right);
+    return one.open(QIODevice::ReadOnly) && other.open(QIODevice::ReadOnly) &&
+           one.readAll() == other.readAll();
+}
+
+} // namespace
+
+QStringList RestorePointRecord::paths() const
+{
+    return sortedByCodePoint(kept + created);
+}
+
+class RestorePoint::Private final
+{
+public:
+    Private(const RestorePlace& where, const QString& by, const QStringList& series,
+            const QStringList& source)
+        : place(where)
+    {
+        record.by = by;
+        record.series = sortedByCodePoint(series);
+        record.source = sortedByCodePoint(source);
+    }
+    ~Private() { closeAll(); }
+    Q_DISABLE_COPY_MOVE(Private)
+
+    Outcome keep(const QStringList& paths);
+    Outcome finish();
+    Outcome takeBack();
+    void remove();
+
+    RestorePlace place;
+    RestorePointRecord record;
+
+private:
+    // A file that the job was about to touch.
+    struct Touched
+    {
+        QString path;                   ///< as the job names it
+        std::optional<FileState> state; ///< when it was kept; none where it did not exist
+        std::optional<FileState> left;  ///< when the job had ended
+    };
+
+    bool isMade() const { return !record.id.isNull(); }
+    QString directory() const { return restore::directoryOf(place, record.id); }
+    QString copyOf(const QString& relative) const { return directory() + u'/' + relative; }
+
+    Outcome make(const QString& firstPath);
+    Step makePoint();
+    Outcome keepOne(const QString& path, const QString& relative, QByteArray& journal);
+    Outcome copy(const QString& path, const QString& relative);
+    void closeAll();
+    QStringList forgetUntouched();
+    bool isUntouched(const QString& relative, Touched& file) const;
+    Outcome writeComplete();
+    Failure notKept(const QString& path, const QString& reason);
+
+    QMap<QString, Touched> m_touched; ///< by the path below the root
+    restore::Sums m_sums;
+    QString m_lastDirectory; ///< that was made in the point
+    std::optional<Failure> m_failure;
+    int m_journal = -1;
+    int m_lock = -1; ///< the open directory
+};
+
+Failure RestorePoint::Private::notKept(const QString& path, const QString& reason)
+{
+    m_failure = Failure{Text::tr("Файл %1 не тронут: его прежнее состояние не удалось сохранить в "
+                                 "%2: %3")
+                            .arg(path, isMade() ? directory() : place.path, reason)};
+    return *m_failure;
+}
+
+Outcome RestorePoint::Private::keep(const QStringList& paths)
+{
+    if (m_failure)
+        return *m_failure;
+    QByteArray journal;
+    QString first;
+    for (const QString& path : paths) {
+        const QString relative = path.section(u'/', -4);
+        if (m_touched.contains(relative))
+            continue;
+        if (first.isNull())
+            first = path;
+        if (Outcome kept = keepOne(path, relative, journal); !kept)
+            return kept;
+    }
+    if (journal.isEmpty())
+        return {};
+    const Step written = writeAll(m_journal, journal);
+    return written.isDone() ? Outcome() : notKept(first, written.reason());
+}
+
+Outcome RestorePoint::Private::keepOne(const QString& path, const QString& relative,
+                                       QByteArray& journal)
+{
+    const std::optional<FileState> state = fileState(path);
+    if (!state && QFileInfo::exists(path))
+        return {};
+    if (!restore::isStorePath(relative))
+        return notKept(path, Text::tr("это не файл дня"));
+    if (!isMade()) {
+        if (Outcome made = make(path); !made)
+            return made;
+    }
+    if (state) {
+        if (Outcome copied = copy(path, relative); !copied)
+            return copied;
+    }
+    journal += restore::journalLine(state ? 'K' : 'C', relative);
+    m_touched.insert(relative, {path, state, std::nullopt});
+    return {};
+}
+
+Outcome RestorePoint::Private::copy(const QString& path, const QString& relative)
+{
+    const QString to = copyOf(relative);
+    if (const QString directory = QFileInfo(to).path(); directory != m_lastDirectory) {
+        if (!makeDirectory(directory))
+            return notKept(path, Text::tr("невозможно создать каталог %1").arg(directory));
+        m_lastDirectory = directory;
+    }
+    const Descriptor from(
+        ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    if (!from.isOpen())
+        return notKept(path, Step::failed().reason());
+    const std::optional<ContentSum> sum = restore::keepCopy(from.get(), to);
+    if (!sum)
+        return notKept(path, Step::failed().reason());
+    m_sums.insert(relative, *sum);
+    return {};
+}
+
+Outcome RestorePoint::Private::make(const QString& firstPath)
+{
+    PlaceLock lock(place);
+    if (const Outcome taken = lock.take(); !taken)
+        return notKept(firstPath, taken.message());
+    const Result<QStringList> ids = restore::idsIn(place);
+    if (!ids)
+        return notKept(firstPath, ids.message());
+    record.when = QDateTime::currentDateTimeUtc();
+    qint64 number = 0;
+    const QString second = restore::idOf(record.when, 0).chopped(1);
+    for (const QString& id : *ids) {
+        if (id.startsWith(second))
+            number = std::max(number, restore::takeIdApart(id)->second);
+    }
+    record.id = restore::idOf(record.when, number + 1);
+    const Step made = makePoint();
+    if (made.isDone())
+        return {};
+    closeAll();
+    record.id = QString();
+    return notKept(firstPath, made.reason());
+}
+
+// Under another name, until all is in it that makes it a point.
+Step RestorePoint::Private::makePoint()
+{
+    const QString path = temporaryPathIn(place.path);
+    const QByteArray name = QFile::encodeName(path);
+    if (::mkdir(name.constData(), 0777) != 0)
+        return Step::failed();
+    m_lock = openDirectory(path);
+    Step step = m_lock >= 0 && !isTaken(m_lock, LOCK_EX) ? Step::done() : Step::failed();
+    if (step.isDone())
+        step = writeWhole(path + QStringLiteral("/point.json"), restore::jsonOf(record));
+    if (step.isDone()) {
+        m_journal = ::open((name + "/journal").constData(),
+                           O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0666);
+        step = m_journal >= 0 ? Step::done() : Step::failed();
+    }
+    if (step.isDone())
+        step = stepOf(::rename(name.constData(), QFile::encodeName(directory()).constData()));
+    if (!step.isDone())
+        QDir(path).removeRecursively();
+    return step;
+}
+
+void RestorePoint::Private::closeAll()
+{
+    for (int* const descriptor : {&m_journal, &m_lock}) {
+        if (*descriptor >= 0)
+            ::close(std::exchange(*descriptor, -1));
+    }
+}
+
+// Its time may be that of a change of this very moment: the content decides.
+bool RestorePoint::Private::isUntouched(const QString& relative, Touched& file) const
+{
+    file.left = fileState(file.path);
+    if (!file.state)
+        return !file.left;
+    return file.left && file.left->isUnchanged(*file.state) &&
+           haveSameContent(file.path, copyOf(relative));
+}
+
+QStringList RestorePoint::Private::forgetUntouched()
+{
+    QStringList copies;
+    for (auto file = m_touched.begin(); file != m_touched.end();) {
+        if (!isUntouched(file.key(), *file)) {
+            ++file;
+            continue;
+        }
+        if (file->state)
+            copies.append(file.key());
+        m_sums.remove(file.key());
+        file = m_touched.erase(file);
+    }
+    return copies;
+}
+
+Outcome RestorePoint::Private::finish()
+{
+    if (!isMade())
+        return {};
+    const QStringList untouched = forgetUntouched();
+    if (m_touched.isEmpty()) {
+        remove();
+        return {};
+    }
+    if (Outcome written = writeComplete(); !written)
+        return written;
+    for (const QString& relative : untouched) {
+        QFile::remove(copyOf(relative));
+        QDir(directory()).rmpath(relative.section(u'/', 0, -2));
+    }
+    closeAll();
+    return {};
+}
+
+Outcome RestorePoint::Private::writeComplete()
+{
+    for (auto file = m_touched.cbegin(); file != m_touched.cend(); ++file) {
+        (file->state ? record.kept : record.created).append(file.key());
+        if (file->left)
+            record.left.insert(file.key(), {file->left->size, file->left->modified, QString()});
+    }
+    record.kept = sortedByCodePoint(record.kept);
+    record.created = sortedByCodePoint(record.created);
+    record.isComplete = true;
+    Step step = restore::writeSums(place, record.id, m_sums);
+    if (step.isDone())
+        step = writeWhole(directory() + QStringLiteral("/point.json"), restore::jsonOf(record));
+    if (step.isDone())
+        step = stepOf(::unlink((QFile::encodeName(directory()) + "/journal").constData()));
+    closeAll();
+    if (step.isDone())
+        return {};
+    return Failure{Text::tr("Точка возврата %1 не дописана: %2; вернуть её можно")
+                       .arg(directory(), step.reason())};
+}
+
+Outcome RestorePoint::Private::takeBack()
+{
+    if (!isMade())
+        return {};
+    for (auto file = m_touched.begin(); file != m_touched.end(); ++file) {
+        if (isUntouched(file.key(), *file))
+            continue;
+        const Outcome back = file->state ? restore::putCopyBack(copyOf(file.key()), file->path)
+                                         : restore::removeCreated(file->path);
+        if (!back) {
+            static_cast<void>(finish());
+            return back;
+        }
+    }
+    remove();
+    return {};
+}
+
+void RestorePoint::Private::remove()
+{
+    if (!isMade())
+        return;
+    static_cast<void>(restore::removePoint(place, record.id));
+    closeAll();
+    record.id = QString();
+}
+
+RestorePoint::RestorePoint(const RestorePlace& place, const QString& by, const QStringList& series,
+                           const QStringList& source)
+    : m_d(std::make_unique<Private>(place, by, series, source))
+{}
+
+RestorePoint::~RestorePoint() = default;
+
+Outcome RestorePoint::keep(const QStringList& paths)
+{
+    return m_d->keep(paths);
+}
+
+Outcome RestorePoint::finish()
+{
+    return m_d->finish();
+}
+
+Outcome RestorePoint::takeBack()
+{
+    return m_d->takeBack();
+}
+
+void RestorePoint::remove()
+{
+    m_d->remove();
+}
+
+QString RestorePoint::id() const
+{
+    return m_d->record.id;
+}
+
+Outcome pruneRestorePoints(const RestorePlace& place, const RestoreLimits& limits)
+{
+    if (!QFileInfo(place.path).isDir())
+        return {};
+    PlaceLock lock(place);
+    if (Outcome taken = lock.take(); !taken)
+        return taken;
+    removeLeftovers(place.path);
+    const Result<QStringList> ids = restore::idsIn(place);
+    if (!ids)
+        return ids.failure();
+    qint64 bytes = 0;
+    for (qsizetype i = 0; i < ids->size(); ++i) {
+        const QString& id = ids->at(i);
+        bytes += restore::bytesOf(place, id);
+        const bool isBeyond = i >= limits.keep || bytes > limits.bytes;
+        if (i == 0 || !isBeyond || isAtWork(restore::directoryOf(place, id)))
+            continue;
+        if (Outcome removed = restore::removePoint(place, id); !removed)
+            return removed;
+    }
+    return {};
+}
+
+} // namespace vexdesk

@@ -1,0 +1,181 @@
+// SPDX-License-Identifier: MIT
+#include <vexdesk/history/seriesfiles.h>
+
+#include "systemfile.h"
+
+#include <vexdesk/history/dayfilenames.h>
+#include <vexdesk/history/filekeeper.h>
+#include <vexdesk/history/filestate.h>
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDirIterator>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cstdio>
+
+namespace vexdesk {
+
+namespace {
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(vexdesk::SeriesFiles)
+};
+
+constexpr QDir::Filters anything =
+    QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
+
+std::optional<DayFileKey> keyOf(const QString& name)
+{
+    if (const auto key = parseDayFileName(name))
+        return key;
+    if (!isBarFileName(name))
+        return std::nullopt;
+    const QDate day = QDate::fromString(name.section(u'_', 0, 0), QStringLiteral("yyyyMMdd"));
+    return DayFileKey{day, secondTimeframe};
+}
+
+bool isIn(const DayFileKey& key, const BarFileRange& range)
+{
+    return (!range.from.isValid() || range.from <= key.day) &&
+           (!range.to.isValid() || key.day <= range.to) &&
+           (!range.timeframe || *range.timeframe == key.timeframe);
+}
+
+QStringList pathsIn(const QDir& dir, const QStringList& names)
+{
+    QStringList paths;
+    for (const QString& name : names)
+        paths.append(dir.filePath(name));
+    return paths;
+}
+
+Outcome tell(FileKeeper* keeper, const QStringList& paths)
+{
+    return keeper ? keeper->keep(paths) : Outcome();
+}
+
+Outcome make(const QDir& dir)
+{
+    return makeDirectory(dir.path())
+               ? Outcome()
+               : Failure{Text::tr("Невозможно создать каталог %1").arg(dir.path())};
+}
+
+Outcome removeFile(const QString& path)
+{
+    const Step removed = stepOf(::unlink(QFile::encodeName(path).constData()));
+    return removed.isDone()
+               ? Outcome()
+               : Failure{Text::tr("Файл %1 не удалён: %2").arg(path, removed.reason())};
+}
+
+Step copyWhole(int from, const QString& to)
+{
+    const QByteArray beside = QFile::encodeName(temporaryPathIn(QFileInfo(to).path()));
+    constexpr mode_t nobodyElse = 0600;
+    Descriptor file(
+        ::open(beside.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, nobodyElse));
+    if (!file.isOpen())
+        return Step::failed();
+    TemporaryName name(beside);
+    if (!copyContent(from, file.get()))
+        return Step::failed();
+    if (const Step taken = takeModeAndTimes(file.get(), from); !taken.isDone())
+        return taken;
+    if (const Step closed = file.close(); !closed.isDone())
+        return closed;
+    return name.renameTo(QFile::encodeName(to));
+}
+
+Outcome copyFile(const QString& from, const QString& to)
+{
+    const Descriptor file(
+        ::open(QFile::encodeName(from).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    const Step copied = file.isOpen() ? copyWhole(file.get(), to) : Step::failed();
+    return copied.isDone()
+               ? Outcome()
+               : Failure{Text::tr("Файл %1 не скопирован в %2: %3").arg(from, to, copied.reason())};
+}
+
+// A link would lead elsewhere from another directory, and another disk takes no name over: then the
+// content moves.
+Outcome moveFile(const QString& from, const QString& to)
+{
+    if (!QFileInfo(from).isSymLink() &&
+        std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0)
+        return {};
+    const Outcome copied = copyFile(from, to);
+    return copied ? removeFile(from) : copied;
+}
+
+} // namespace
+
+QStringList barFiles(const QDir& seriesDir, const BarFileRange& range)
+{
+    QStringList names;
+    QDirIterator walk(seriesDir.path(), anything);
+    while (walk.hasNext()) {
+        const QString path = walk.next();
+        const auto key = keyOf(walk.fileName());
+        if (key && isIn(*key, range) && fileState(path))
+            names.append(walk.fileName());
+    }
+    names.sort();
+    return names;
+}
+
+bool hasBarFiles(const QDir& seriesDir)
+{
+    QDirIterator walk(seriesDir.path(), anything);
+    while (walk.hasNext()) {
+        walk.next();
+        if (isBarFileName(walk.fileName()))
+            return true;
+    }
+    return false;
+}
+
+Outcome removeBarFiles(const QDir& seriesDir, const QStringList& names, FileKeeper* keeper)
+{
+    const QStringList paths = pathsIn(seriesDir, names);
+    if (Outcome kept = tell(keeper, paths); !kept)
+        return kept;
+    for (const QString& path : paths) {
+        if (Outcome removed = removeFile(path); !removed)
+            return removed;
+    }
+    return {};
+}
+
+Outcome copyBarFiles(const QDir& from, const QDir& to, const QStringList& names, FileKeeper* keeper)
+{
+    if (Outcome kept = tell(keeper, pathsIn(to, names)); !kept)
+        return kept;
+    if (Outcome made = make(to); !made)
+        return made;
+    for (const QString& name : names) {
+        if (Outcome copied = copyFile(from.filePath(name), to.filePath(name)); !copied)
+            return copied;
+    }
+    return {};
+}
+
+Outcome moveBarFiles(const QDir& from, const QDir& to, const QStringList& names, FileKeeper* keeper)
+{
+    if (Outcome kept = tell(keeper, pathsIn(from, names) + pathsIn(to, names)); !kept)
+        return kept;
+    if (Outcome made = make(to); !made)
+        return made;
+    for (const QString& name : names) {
+        if (Outcome moved = moveFile(from.filePath(name), to.filePath(name)); !moved)
+            return moved;
+    }
+    return {};
+}
+
+} // namespace vexdesk

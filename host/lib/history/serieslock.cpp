@@ -1,0 +1,192 @@
+// SPDX-License-Identifier: MIT
+#include <vexdesk/history/serieslock.h>
+
+#include "systemfile.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDateTime>
+#include <QtCore/QDeadlineTimer>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QLockFile>
+#include <QtCore/QSysInfo>
+#include <QtCore/QThread>
+
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/file.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <vector>
+
+namespace vexdesk {
+
+namespace {
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(vexdesk::SeriesLocks)
+};
+
+QString lockPath(const RestorePlace& place, const QString& series)
+{
+    return QStringLiteral("%1/locks/%2.lock").arg(place.path, series);
+}
+
+Failure cannotBeMade(const QString& path)
+{
+    return {Text::tr("Невозможно создать файл блокировки %1").arg(path)};
+}
+
+// The number of a process may be another one's by now.
+bool mayRun(const LockHolder& holder)
+{
+    if (::kill(static_cast<pid_t>(holder.process), 0) != 0 && errno == ESRCH)
+        return false;
+    const QString program =
+        QFileInfo(QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(holder.process)))
+            .fileName();
+    return program.isEmpty() || program.startsWith(holder.program);
+}
+
+// The lock file as it is, without an object that could take it.
+std::optional<LockHolder> holderOf(const QString& path)
+{
+    if (!QFileInfo::exists(path))
+        return std::nullopt;
+    const QLockFile lock(path);
+    LockHolder holder;
+    if (!lock.getLockInfo(&holder.process, &holder.host, &holder.program))
+        return holder;
+    const bool isHere = holder.host.isEmpty() || holder.host == QSysInfo::machineHostName();
+    holder.runsHere = isHere && mayRun(holder);
+    return holder;
+}
+
+// A process may end between making its lock and writing who it is. Whoever is still about to write
+// has the file locked by the system, or is at it this moment.
+void removeIfUnfinished(const QString& path)
+{
+    constexpr int moment = 2;
+    const std::optional<LockHolder> holder = holderOf(path);
+    const QDateTime modified = QFileInfo(path).lastModified();
+    if (!holder || holder->process != 0 || modified.secsTo(QDateTime::currentDateTime()) < moment)
+        return;
+    const QByteArray name = QFile::encodeName(path);
+    const Descriptor file(::open(name.constData(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
+    if (file.isOpen() && ::flock(file.get(), LOCK_EX | LOCK_NB) == 0 &&
+        QFileInfo(path).lastModified() == modified)
+        ::unlink(name.constData());
+}
+
+Failure heldBy(const QString& path, const QString& series)
+{
+    const LockHolder holder = holderOf(path).value_or(LockHolder());
+    if (holder.process == 0)
+        return {
+            Text::tr("Серию %1 сейчас меняет другая программа; блокировка: %2").arg(series, path)};
+    return {Text::tr("Серию %1 сейчас меняет %2 (процесс %3, компьютер %4); блокировка: %5")
+                .arg(series, holder.program, QString::number(holder.process), holder.host, path)};
+}
+
+// What came of waiting for a lock.
+enum class LockWait { Taken, Held, CannotBeMade };
+
+// One of a process that runs no more does not count.
+LockWait waitForLock(QLockFile& lock, std::chrono::milliseconds wait, const std::atomic<bool>* stop)
+{
+    constexpr unsigned long pause = 20;
+    lock.setStaleLockTime(0);
+    const QDeadlineTimer end(wait);
+    for (;;) {
+        if (lock.tryLock(0))
+            return LockWait::Taken;
+        if (lock.error() != QLockFile::LockFailedError)
+            return LockWait::CannotBeMade;
+        if (stop && *stop)
+            return LockWait::Held;
+        removeIfUnfinished(lock.fileName());
+        if (end.hasExpired())
+            return LockWait::Held;
+        QThread::msleep(pause);
+    }
+}
+
+} // namespace
+
+class SeriesLocks::Private final
+{
+public:
+    Outcome take(const RestorePlace& place, const QString& series, const QDeadlineTimer& end,
+                 const std::atomic<bool>* stop)
+    {
+        const QString path = lockPath(place, series);
+        if (!makeDirectory(QFileInfo(path).path()))
+            return cannotBeMade(path);
+        auto lock = std::make_unique<QLockFile>(path);
+        switch (waitForLock(*lock, std::chrono::milliseconds(end.remainingTime()), stop)) {
+        case LockWait::Taken:
+            locks.push_back(std::move(lock));
+            return Outcome();
+        case LockWait::CannotBeMade:
+            return cannotBeMade(path);
+        case LockWait::Held:
+            break;
+        }
+        return heldBy(path, series);
+    }
+
+    std::vector<std::unique_ptr<QLockFile>> locks;
+};
+
+SeriesLocks::SeriesLocks()
+    : m_d(std::make_unique<Private>())
+{}
+
+SeriesLocks::~SeriesLocks() = default;
+
+Outcome SeriesLocks::take(const RestorePlace& place, const QStringList& series,
+                          std::chrono::milliseconds wait, const std::atomic<bool>* stop)
+{
+    const QDeadlineTimer end(wait);
+    const QStringList sorted = sortedByCodePoint(series);
+    for (const QString& one : sorted) {
+        if (Outcome taken = m_d->take(place, one, end, stop); !taken) {
+            release();
+            return taken;
+        }
+    }
+    for (const QString& one : sorted)
+        removeLeftovers(QStringLiteral("%1/%2").arg(place.root, one));
+    return {};
+}
+
+void SeriesLocks::release()
+{
+    m_d->locks.clear();
+}
+
+std::optional<LockHolder> lockHolder(const RestorePlace& place, const QString& series)
+{
+    return holderOf(lockPath(place, series));
+}
+
+Outcome removeLock(const RestorePlace& place, const QString& series)
+{
+    QFile lock(lockPath(place, series));
+    return lock.remove() ? Outcome()
+                         : Failure{Text::tr("Невозможно удалить файл блокировки %1: %2")
+                                       .arg(lock.fileName(), lock.errorString())};
+}
+
+QStringList sortedByCodePoint(QStringList texts)
+{
+    texts.removeDuplicates();
+    std::sort(texts.begin(), texts.end(), [](const QString& left, const QString& right) {
+        return left.toUtf8() < right.toUtf8();
+    });
+    return texts;
+}
+
+} // namespace vexdesk

@@ -1,0 +1,235 @@
+// SPDX-License-Identifier: MIT
+#include "systemfile.h"
+
+#include <QtCore/QDirIterator>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QRandomGenerator>
+
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cerrno>
+#include <cstring>
+#include <utility>
+
+namespace vexdesk {
+
+namespace {
+
+constexpr mode_t permissions = 07777;
+
+const QString temporaryBegin = QStringLiteral(".tadata-");
+const QString temporaryEnd = QStringLiteral(".tmp");
+
+// Of a file that is read in blocks of one size, each filled as far as the file goes. Four sums side
+// by side keep the processor busy.
+class Summing final
+{
+public:
+    void add(QByteArrayView block)
+    {
+        constexpr qsizetype step = 32;
+        qsizetype at = 0;
+        for (; at + step <= block.size(); at += step) {
+            for (size_t lane = 0; lane < m_lanes.size(); ++lane)
+                mix(m_lanes[lane], block.data() + at + 8 * lane, 8);
+        }
+        for (; at < block.size(); ++at)
+            mix(m_lanes[0], block.data() + at, 1);
+        m_size += block.size();
+    }
+
+    ContentSum result() const
+    {
+        quint64 sum = 0;
+        for (const quint64 lane : m_lanes)
+            sum = std::rotl(sum, 21) ^ lane;
+        return {m_size, sum};
+    }
+
+private:
+    static void mix(quint64& lane, const char* from, size_t size)
+    {
+        constexpr quint64 odd = 0x9e3779b97f4a7c15;
+        quint64 word = 0;
+        std::memcpy(&word, from, size);
+        lane = std::rotl((lane ^ word) * odd, 29);
+    }
+
+    std::array<quint64, 4> m_lanes{1, 2, 3, 4};
+    qint64 m_size = 0;
+};
+
+// As many bytes as there are, up to the size; negative where it fails.
+qsizetype readBlock(int from, char* to, qsizetype size)
+{
+    qsizetype filled = 0;
+    while (filled < size) {
+        const ssize_t count = ::read(from, to + filled, static_cast<size_t>(size - filled));
+        if (count == 0)
+            break;
+        if (count < 0 && errno != EINTR)
+            return -1;
+        filled += std::max<ssize_t>(count, 0);
+    }
+    return filled;
+}
+
+bool hasAccessList(int descriptor)
+{
+    return ::fgetxattr(descriptor, "system.posix_acl_access", nullptr, 0) > 0;
+}
+
+bool isRunning(pid_t process)
+{
+    return ::kill(process, 0) == 0 || errno != ESRCH;
+}
+
+// The process that has such a file; no value for other names.
+std::optional<pid_t> makerOf(const QString& name)
+{
+    if (!name.startsWith(temporaryBegin) || !name.endsWith(temporaryEnd))
+        return std::nullopt;
+    const int process = name.section(u'-', 1, 1).toInt();
+    return process > 0 ? std::optional<pid_t>(process) : std::nullopt;
+}
+
+} // namespace
+
+Step Step::failed()
+{
+    return Step(errno);
+}
+
+bool Step::isRefused() const
+{
+    constexpr std::array refusals{EACCES, EPERM, EROFS, EBUSY, EXDEV};
+    return std::find(refusals.begin(), refusals.end(), m_error) != refusals.end();
+}
+
+Descriptor::~Descriptor()
+{
+    if (isOpen())
+        ::close(m_descriptor);
+}
+
+Step Descriptor::close()
+{
+    return stepOf(::close(std::exchange(m_descriptor, -1)));
+}
+
+TemporaryName::~TemporaryName()
+{
+    if (!m_isKept)
+        ::unlink(m_path.constData());
+}
+
+Step TemporaryName::renameTo(const QByteArray& path)
+{
+    const Step renamed = stepOf(::rename(m_path.constData(), path.constData()));
+    m_isKept = renamed.isDone();
+    return renamed;
+}
+
+QString temporaryPathIn(const QString& directory)
+{
+    return QStringLiteral("%1/%2%3-%4%5")
+        .arg(directory, temporaryBegin, QString::number(::getpid()),
+             QString::number(QRandomGenerator::global()->generate()), temporaryEnd);
+}
+
+void removeLeftovers(const QString& directory)
+{
+    QDirIterator walk(directory, QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    while (walk.hasNext()) {
+        const QString path = walk.next();
+        const std::optional<pid_t> maker = makerOf(walk.fileName());
+        if (!maker || isRunning(*maker))
+            continue;
+        const QFileInfo left(path);
+        if (left.isDir() && !left.isSymLink())
+            QDir(path).removeRecursively();
+        else
+            ::unlink(QFile::encodeName(path).constData());
+    }
+}
+
+bool makeDirectory(const QString& path)
+{
+    return QFileInfo(path).isDir() || QDir().mkpath(path);
+}
+
+Step writeAll(int descriptor, QByteArrayView bytes)
+{
+    while (!bytes.isEmpty()) {
+        const ssize_t count = ::write(descriptor, bytes.data(), static_cast<size_t>(bytes.size()));
+        if (count < 0 && errno != EINTR)
+            return Step::failed();
+        bytes = bytes.sliced(std::max<ssize_t>(count, 0));
+    }
+    return Step::done();
+}
+
+std::optional<ContentSum> copyContent(int from, int to)
+{
+    constexpr qsizetype blockSize = qsizetype(64) * 1024;
+    QByteArray buffer(blockSize, Qt::Uninitialized);
+    Summing sum;
+    for (;;) {
+        const qsizetype size = readBlock(from, buffer.data(), blockSize);
+        if (size < 0)
+            return std::nullopt;
+        const QByteArrayView block(buffer.constData(), size);
+        if (to >= 0 && !writeAll(to, block).isDone())
+            return std::nullopt;
+        sum.add(block);
+        if (size < blockSize)
+            return sum.result();
+    }
+}
+
+Step takeModeAndTimes(int descriptor, int from)
+{
+    struct stat wanted = {};
+    if (::fstat(from, &wanted) != 0 || ::fchmod(descriptor, wanted.st_mode & permissions) != 0)
+        return Step::failed();
+    const std::array times{wanted.st_atim, wanted.st_mtim};
+    return stepOf(::futimens(descriptor, times.data()));
+}
+
+bool takeAccess(int descriptor, int from)
+{
+    struct stat wanted = {};
+    struct stat own = {};
+    if (::fstat(from, &wanted) != 0 || ::fstat(descriptor, &own) != 0)
+        return false;
+    const bool isOwn = own.st_uid == wanted.st_uid && own.st_gid == wanted.st_gid;
+    if (!isOwn && ::fchown(descriptor, wanted.st_uid, wanted.st_gid) != 0)
+        return false;
+    // A mode may be set in part.
+    return ::fchmod(descriptor, wanted.st_mode & permissions) == 0 &&
+           ::fstat(descriptor, &own) == 0 && own.st_mode == wanted.st_mode &&
+           !hasAccessList(from) && !hasAccessList(descriptor);
+}
+
+Step writeWhole(const QString& path, QByteArrayView content)
+{
+    const QByteArray beside = QFile::encodeName(temporaryPathIn(QFileInfo(path).path()));
+    Descriptor file(::open(beside.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
+    if (!file.isOpen())
+        return Step::failed();
+    TemporaryName name(beside);
+    Step step = writeAll(file.get(), content);
+    if (step.isDone())
+        step = file.close();
+    return step.isDone() ? name.renameTo(QFile::encodeName(path)) : step;
+}
+
+} // namespace vexdesk

@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <vexdesk/outcome.h>
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+
+#include <optional>
+
+/// Calls of the system on files of the store, for those parts of the library that replace them.
+/// Any thread.
+namespace vexdesk {
+
+// What came of a call of the system.
+class [[nodiscard]] Step final
+{
+public:
+    static Step done() { return Step(0); }
+    /// By the error of the call that failed last.
+    static Step failed();
+
+    bool isDone() const { return m_error == 0; }
+    /// Whether nothing is wrong with the disk, but the directory allows no such step: by its
+    /// permissions, or because the file is a mount of its own.
+    bool isRefused() const;
+    QString reason() const { return qt_error_string(m_error); }
+
+private:
+    explicit Step(int error)
+        : m_error(error)
+    {}
+    int m_error;
+};
+
+inline Step stepOf(int result)
+{
+    return result == 0 ? Step::done() : Step::failed();
+}
+
+// An open file, which is closed when it goes.
+class Descriptor final
+{
+public:
+    explicit Descriptor(int descriptor)
+        : m_descriptor(descriptor)
+    {}
+    ~Descriptor();
+    Q_DISABLE_COPY_MOVE(Descriptor)
+
+    bool isOpen() const { return m_descriptor >= 0; }
+    int get() const { return m_descriptor; }
+    /// Some file systems say only now what they could not keep.
+    Step close();
+
+private:
+    int m_descriptor;
+};
+
+// A file's name, which is removed when it goes unless it was kept.
+class TemporaryName final
+{
+public:
+    explicit TemporaryName(const QByteArray& path)
+        : m_path(path)
+    {}
+    ~TemporaryName();
+    Q_DISABLE_COPY_MOVE(TemporaryName)
+
+    Step renameTo(const QByteArray& path);
+
+private:
+    QByteArray m_path;
+    bool m_isKept = false;
+};
+
+/// ".tadata-<pid>-<random>.tmp" in a directory: the name of a file that becomes another one. Nobody
+/// takes it for a day file.
+QString temporaryPathIn(const QString& directory);
+
+/// Removes from a directory what processes that run no more have left under such names.
+void removeLeftovers(const QString& directory);
+
+/// Whether the directory is there, made with those above it when it is missing.
+bool makeDirectory(const QString& path);
+
+/// Gives a file all these bytes, at the place where it is.
+Step writeAll(int descriptor, QByteArrayView bytes);
+
+/// A file's content as a number, to see whether it is still what it was; not against malice.
+struct ContentSum
+{
+    qint64 size = 0;
+    quint64 sum = 0;
+
+    bool operator==(const ContentSum& other) const = default;
+};
+
+/// Copies what an open file holds from its beginning into another one, from where that stands. No
+/// value where it fails, errno then says why. With -1 as `to` it is only read.
+std::optional<ContentSum> copyContent(int from, int to);
+
+/// Gives a file the permissions and times of another.
+Step takeModeAndTimes(int descriptor, int from);
+
+/// Gives a new file the permissions, owner and group of another; false where it cannot have them.
+bool takeAccess(int descriptor, int from);
+
+/// Writes a file of the library's own whole or not at all.
+Step writeWhole(const QString& path, QByteArrayView content);
+
+} // namespace vexdesk

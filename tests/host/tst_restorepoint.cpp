@@ -1,0 +1,462 @@
+// SPDX-License-Identifier: MIT
+#include <vexdesk/history/restorepoint.h>
+
+#include "support/faults.h"
+#include "support/filetree.h"
+#include "support/strictlog.h"
+
+#include <QtCore/QFileInfo>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QTest>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <functional>
+#include <memory>
+
+using testsupport::readFile;
+using testsupport::readTree;
+using testsupport::writeFile;
+using vexdesk::RestorePlace;
+using vexdesk::RestorePoint;
+using vexdesk::RestorePointRecord;
+
+using Tree = QMap<QString, QByteArray>;
+
+namespace {
+
+const QString monday = QStringLiteral("S/B/X/20240115_60.iss");
+const QString tuesday = QStringLiteral("S/B/X/20240116_60.iss");
+const QStringList series{QStringLiteral("S/B/X")};
+
+// Changes what stands there to this, as a job does; null for removal.
+using Changes = QMap<QString, QByteArray>;
+
+} // namespace
+
+class TestRestorePoint final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup() { m_dir.reset(); }
+    void whatWasChangedRemovedAndMadeIsPutBack();
+    void theKeptCopyHasThePermissions();
+    void aLinkStaysOneAndItsTargetReturns();
+    void aJobThatTouchesNothingLeavesNothing();
+    void whatWasNotTouchedAfterAllIsForgotten();
+    void aFileIsKeptOnceAtItsFirstTouch();
+    void aKilledJobIsPutBackByItsJournal();
+    void aLineOfTheJournalWithoutItsEndDoesNotCount();
+    void whatCannotBeKeptIsNotTouched();
+    void theUndoOfAnUndoIsTheRedo();
+    void newerPointsAndStrangersForbid();
+    void theHashDecidesWhereOnlyTheTimeDiffers();
+    void aBrokenPointTouchesNothing_data();
+    void aBrokenPointTouchesNothing();
+    void anIdThatIsNoneIsRefused_data();
+    void anIdThatIsNoneIsRefused();
+    void theOldestGo();
+    void theNewestAndThoseAtWorkStay();
+    void pointsOfOneSecondAreNumbered();
+    void takingBackLeavesNoPoint();
+
+private:
+    QString path(const QString& relative) const { return m_root + u'/' + relative; }
+    void apply(const Changes& changes) const;
+    // A job that makes these changes and ends.
+    QString job(const QString& by, const Changes& changes, const QStringList& source = {}) const;
+    QString putBack(const QString& id) const;
+    QStringList forbidding(const QString& id) const;
+    RestorePointRecord record(const QString& id) const { return *restorePoint(m_place, id); }
+    QStringList ids() const;
+    QStringList inPlace() const
+    {
+        QStringList names =
+            QDir(m_place.path).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+        names.removeAll(QStringLiteral("locks"));
+        return names;
+    }
+    Tree stored() const { return readTree(QDir(m_root)); }
+
+    std::unique_ptr<QTemporaryDir> m_dir;
+    QString m_root;
+    RestorePlace m_place;
+};
+
+void TestRestorePoint::init()
+{
+    testsupport::failOnStrayWarnings();
+    m_dir = std::make_unique<QTemporaryDir>();
+    m_root = m_dir->filePath(QStringLiteral("store"));
+    writeFile(path(monday), "old monday\n");
+    const auto place = vexdesk::makeRestorePlace(QDir(m_root));
+    QVERIFY(place);
+    m_place = *place;
+}
+
+void TestRestorePoint::apply(const Changes& changes) const
+{
+    for (auto change = changes.begin(); change != changes.end(); ++change) {
+        if (change->isNull())
+            QVERIFY(QFile::remove(path(change.key())));
+        else
+            writeFile(path(change.key()), *change);
+    }
+}
+
+QString TestRestorePoint::job(const QString& by, const Changes& changes,
+                              const QStringList& source) const
+{
+    RestorePoint point(m_place, by, series, source);
+    for (auto change = changes.begin(); change != changes.end(); ++change) {
+        if (!point.keep({path(change.key())}))
+            return QString();
+    }
+    apply(changes);
+    return point.finish() ? point.id() : QString();
+}
+
+QString TestRestorePoint::putBack(const QString& id) const
+{
+    RestorePoint keeper(m_place, QStringLiteral("undo"), series, {id});
+    vexdesk::PuttingBack puttingBack(m_place, record(id));
+    const auto begun = puttingBack.begin();
+    const auto back = begun ? puttingBack.run(&keeper) : begun;
+    const auto finished = keeper.finish();
+    return back && finished ? keeper.id() : back.message() + finished.message();
+}
+
+QStringList TestRestorePoint::forbidding(const QString& id) const
+{
+    const auto paths = whatForbidsPuttingBack(m_place, record(id));
+    return paths ? *paths : QStringList(paths.message());
+}
+
+QStringList TestRestorePoint::ids() const
+{
+    QStringList found;
+    const auto points = restorePoints(m_place);
+    if (!points)
+        return {points.message()};
+    for (const RestorePointRecord& point : points->points)
+        found.append(point.id);
+    return found;
+}
+
+void TestRestorePoint::whatWasChangedRemovedAndMadeIsPutBack()
+{
+    writeFile(path(tuesday), "old tuesday\n");
+    const QString derived = QStringLiteral("S/B/X/20240117_60");
+    const Tree before = stored();
+    const QString id = job(QStringLiteral("import"),
+                           {{monday, "new\n"}, {tuesday, QByteArray()}, {derived, "made\n"}},
+                           {QStringLiteral("file.csv")});
+    const RestorePointRecord made = record(id);
+    QCOMPARE(made.by, QStringLiteral("import"));
+    QCOMPARE(made.series, series);
+    QCOMPARE(made.source, QStringList(QStringLiteral("file.csv")));
+    QCOMPARE(made.kept, QStringList({monday, tuesday}));
+    QCOMPARE(made.created, QStringList(derived));
+    QCOMPARE(made.left.keys(), QStringList({monday, derived}));
+    QVERIFY(made.isComplete);
+    QCOMPARE(made.bytes, 23);
+    const QString undone = putBack(id);
+    QCOMPARE(undone, ids().first());
+    QCOMPARE(stored(), before);
+}
+
+void TestRestorePoint::theKeptCopyHasThePermissions()
+{
+    constexpr mode_t mode = 0640;
+    QCOMPARE(::chmod(QFile::encodeName(path(monday)).constData(), mode), 0);
+    const QFileInfo before(path(monday));
+    const QDateTime modified = before.lastModified();
+    const QString id = job(QStringLiteral("delete"), {{monday, QByteArray()}});
+    struct stat copy = {};
+    QCOMPARE(::stat(QFile::encodeName(m_place.path + u'/' + id + u'/' + monday).constData(), &copy),
+             0);
+    QCOMPARE(copy.st_mode & 07777, mode);
+    putBack(id);
+    struct stat back = {};
+    QCOMPARE(::stat(QFile::encodeName(path(monday)).constData(), &back), 0);
+    QCOMPARE(back.st_mode & 07777, mode);
+    QCOMPARE(QFileInfo(path(monday)).lastModified(), modified);
+}
+
+void TestRestorePoint::aLinkStaysOneAndItsTargetReturns()
+{
+    const QString target = m_dir->filePath(QStringLiteral("elsewhere"));
+    writeFile(target, "behind\n");
+    QVERIFY(QFile::link(target, path(tuesday)));
+    const QString id = job(QStringLiteral("import"), {{tuesday, "new\n"}});
+    QVERIFY(!QFileInfo(m_place.path + u'/' + id + u'/' + tuesday).isSymLink());
+    QCOMPARE(readFile(target), QByteArray("new\n"));
+    putBack(id);
+    QVERIFY(QFileInfo(path(tuesday)).isSymLink());
+    QCOMPARE(readFile(target), QByteArray("behind\n"));
+}
+
+void TestRestorePoint::aJobThatTouchesNothingLeavesNothing()
+{
+    RestorePoint point(m_place, QStringLiteral("import"), series, {});
+    QVERIFY(point.finish());
+    QVERIFY(point.id().isNull());
+    QCOMPARE(readTree(QDir(m_place.path)), Tree());
+    QCOMPARE(inPlace(), QStringList());
+}
+
+void TestRestorePoint::whatWasNotTouchedAfterAllIsForgotten()
+{
+    {
+        RestorePoint point(m_place, QStringLiteral("import"), series, {});
+        QVERIFY(point.keep({path(monday), path(tuesday)}));
+        QVERIFY(point.finish());
+    }
+    QCOMPARE(inPlace(), QStringList());
+
+    RestorePoint point(m_place, QStringLiteral("import"), series, {});
+    QVERIFY(point.keep({path(monday), path(tuesday)}));
+    writeFile(path(tuesday), "made\n");
+    QVERIFY(point.finish());
+    QCOMPARE(record(point.id()).paths(), QStringList(tuesday));
+    QCOMPARE(readTree(QDir(m_place.path + u'/' + point.id())).keys(),
+             QStringList(QStringLiteral("point.json")));
+}
+
+void TestRestorePoint::aFileIsKeptOnceAtItsFirstTouch()
+{
+    RestorePoint point(m_place, QStringLiteral("import"), series, {});
+    QVERIFY(point.keep({path(monday)}));
+    writeFile(path(monday), "between\n");
+    QVERIFY(point.keep({path(monday)}));
+    writeFile(path(monday), "last\n");
+    QVERIFY(point.finish());
+    putBack(point.id());
+    QCOMPARE(readFile(path(monday)), QByteArray("old monday\n"));
+}
+
+void TestRestorePoint::aKilledJobIsPutBackByItsJournal()
+{
+    const Tree before = stored();
+    QString id;
+    {
+        RestorePoint point(m_place, QStringLiteral("import"), series, {});
+        QVERIFY(point.keep({path(monday), path(tuesday)}));
+        id = point.id();
+        apply({{monday, "half"}, {tuesday, "made"}});
+    }
+    const RestorePointRecord killed = record(id);
+    QVERIFY(!killed.isComplete);
+    QCOMPARE(killed.kept, QStringList(monday));
+    QCOMPARE(killed.created, QStringList(tuesday));
+    QCOMPARE(killed.bytes, 11);
+    QVERIFY(forbidding(id).isEmpty());
+    putBack(id);
+    QCOMPARE(stored(), before);
+}
+
+void TestRestorePoint::aLineOfTheJournalWithoutItsEndDoesNotCount()
+{
+    QString id;
+    {
+        RestorePoint point(m_place, QStringLiteral("import"), series, {});
+        QVERIFY(point.keep({path(monday)}));
+        id = point.id();
+    }
+    const QString journal = m_place.path + u'/' + id + QStringLiteral("/journal");
+    QCOMPARE(readFile(journal), "K " + monday.toUtf8() + '\n');
+    writeFile(journal, readFile(journal) + "C S/B/X/2024");
+    QCOMPARE(record(id).paths(), QStringList(monday));
+}
+
+void TestRestorePoint::whatCannotBeKeptIsNotTouched()
+{
+    const testsupport::Fault full(testsupport::SystemCall::Write, monday, ENOSPC);
+    RestorePoint point(m_place, QStringLiteral("import"), series, {});
+    const auto kept = point.keep({path(monday)});
+    QVERIFY(!kept);
+    QVERIFY2(kept.message().contains(path(monday)), qPrintable(kept.message()));
+    // Whoever goes on nevertheless is refused what could be kept, too.
+    QVERIFY(!point.keep({path(tuesday)}));
+    QVERIFY(point.finish());
+    QCOMPARE(inPlace(), QStringList());
+}
+
+void TestRestorePoint::theUndoOfAnUndoIsTheRedo()
+{
+    const Tree before = stored();
+    const QString id = job(QStringLiteral("import"), {{monday, "new\n"}, {tuesday, "made\n"}});
+    const Tree after = stored();
+    const QString undone = putBack(id);
+    QCOMPARE(record(undone).source, QStringList(id));
+    QCOMPARE(stored(), before);
+    putBack(undone);
+    QCOMPARE(stored(), after);
+    // The first job counts again, and can be taken back again.
+    QVERIFY(forbidding(id).isEmpty());
+    putBack(id);
+    QCOMPARE(stored(), before);
+}
+
+void TestRestorePoint::newerPointsAndStrangersForbid()
+{
+    const QString first = job(QStringLiteral("import"), {{monday, "first\n"}});
+    const QString second = job(QStringLiteral("import"), {{monday, "2nd\n"}, {tuesday, "t\n"}});
+    QCOMPARE(forbidding(first), QStringList(path(monday)));
+    QVERIFY(forbidding(second).isEmpty());
+    // One that is put back does not count, nor does the undo that did it.
+    const QString undone = putBack(second);
+    QVERIFY(forbidding(first).isEmpty());
+    putBack(undone);
+    QCOMPARE(forbidding(first), QStringList(path(monday)));
+
+    QVERIFY(QFile::remove(path(tuesday)));
+    QCOMPARE(forbidding(second), QStringList(path(tuesday)));
+    writeFile(path(monday), "2nd\n!");
+    QCOMPARE(forbidding(second), QStringList({path(monday), path(tuesday)}));
+}
+
+void TestRestorePoint::theHashDecidesWhereOnlyTheTimeDiffers()
+{
+    const QString id = job(QStringLiteral("import"), {{monday, "abc"}});
+    writeFile(path(monday), "abc");
+    QCOMPARE(forbidding(id), QStringList(path(monday)));
+    const QString file = m_place.path + u'/' + id + QStringLiteral("/point.json");
+    QByteArray json = readFile(file);
+    json.replace("\"sha256\":null",
+                 "\"sha256\":\"ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad\"");
+    writeFile(file, json);
+    QVERIFY(forbidding(id).isEmpty());
+    writeFile(path(monday), "abd");
+    QCOMPARE(forbidding(id), QStringList(path(monday)));
+}
+
+using Harm = std::function<void(const QString& directory)>;
+Q_DECLARE_METATYPE(Harm)
+
+void TestRestorePoint::aBrokenPointTouchesNothing_data()
+{
+    QTest::addColumn<Harm>("harm");
+    const auto copy = [](const QByteArray& content) -> Harm {
+        return
+            [content](const QString& directory) { writeFile(directory + u'/' + monday, content); };
+    };
+    QTest::newRow("copy cut") << copy("old\n");
+    QTest::newRow("copy of the same size") << copy("OLD monday\n");
+    QTest::newRow("copy longer") << copy("old monday\n!");
+    QTest::newRow("copy gone") << Harm(
+        [](const QString& directory) { QVERIFY(QFile::remove(directory + u'/' + monday)); });
+    QTest::newRow("copy is a link") << Harm([](const QString& directory) {
+        QVERIFY(QFile::remove(directory + u'/' + monday));
+        QVERIFY(QFile::link(directory + QStringLiteral("/point.json"), directory + u'/' + monday));
+    });
+    const auto json = [](const QByteArray& from, const QByteArray& to) -> Harm {
+        return [from, to](const QString& directory) {
+            const QString file = directory + QStringLiteral("/point.json");
+            const QByteArray old = readFile(file);
+            QVERIFY2(old.contains(from), old.constData());
+            writeFile(file, QByteArray(old).replace(from, to));
+        };
+    };
+    QTest::newRow("no JSON") << json("{\"by\"", "{by");
+    QTest::newRow("newer version") << json("{\"by\"", "{\"also\":1,\"by\"");
+    QTest::newRow("a job of a newer version") << json("\"import\"", "\"dream\"");
+    QTest::newRow("a key missing") << json("\"complete\":true,", "");
+    QTest::newRow("another id") << json("\"id\":\"2", "\"id\":\"3");
+    QTest::newRow("kept is no list") << json("\"created\":[]", "\"created\":{}");
+    for (const char* path : {"../../X/20240115_60.iss", "/etc/X/20240115_60.iss", "S/B/X/notes",
+                             "S/B/X/Y/20240115_60.iss", "S/B/../20240115_60.iss"})
+        QTest::newRow(path) << json("\"created\":[]", "\"created\":[\"" + QByteArray(path) + "\"]");
+}
+
+void TestRestorePoint::aBrokenPointTouchesNothing()
+{
+    QFETCH(const Harm, harm);
+    const QString id = job(QStringLiteral("import"), {{monday, "new\n"}});
+    harm(m_place.path + u'/' + id);
+    const Tree before = stored();
+    const auto point = restorePoint(m_place, id);
+    if (point) {
+        vexdesk::PuttingBack puttingBack(m_place, *point);
+        const auto begun = puttingBack.begin();
+        QVERIFY(!begun);
+        QVERIFY2(begun.message().contains(monday), qPrintable(begun.message()));
+    } else {
+        QVERIFY2(point.message().contains(id), qPrintable(point.message()));
+    }
+    QCOMPARE(stored(), before);
+}
+
+void TestRestorePoint::anIdThatIsNoneIsRefused_data()
+{
+    QTest::addColumn<QString>("id");
+    for (const char* id : {"", ".", "..", "../x", "20240115-100000", "20240115-100000-0",
+                           "20240115-100000-01", "20240230-100000-1", "20240115-100000-1"})
+        QTest::newRow(id) << id;
+}
+
+void TestRestorePoint::anIdThatIsNoneIsRefused()
+{
+    QFETCH(const QString, id);
+    QVERIFY(!restorePoint(m_place, id));
+}
+
+void TestRestorePoint::theOldestGo()
+{
+    QStringList made;
+    for (const char* content : {"1111\n", "2222\n", "3333\n", "4444\n"})
+        made.prepend(job(QStringLiteral("import"), {{monday, content}}));
+    QCOMPARE(ids(), made);
+    // The kept files have 5 bytes each, the first 11.
+    QVERIFY(pruneRestorePoints(m_place, {.keep = 20, .bytes = 15}));
+    QCOMPARE(ids(), made.first(3));
+    QVERIFY(pruneRestorePoints(m_place, {.keep = 2, .bytes = 15}));
+    QCOMPARE(ids(), made.first(2));
+    QVERIFY(pruneRestorePoints(m_place, {.keep = 2, .bytes = 9}));
+    QCOMPARE(ids(), made.first(1));
+}
+
+void TestRestorePoint::theNewestAndThoseAtWorkStay()
+{
+    const QString gone = job(QStringLiteral("import"), {{monday, "1\n"}});
+    RestorePoint running(m_place, QStringLiteral("import"), series, {});
+    QVERIFY(running.keep({path(monday)}));
+    const QString backed = job(QStringLiteral("import"), {{tuesday, "1\n"}});
+    vexdesk::PuttingBack puttingBack(m_place, record(backed));
+    QVERIFY(puttingBack.begin());
+    const QString newest = job(QStringLiteral("import"), {{tuesday, "22\n"}});
+    QVERIFY(pruneRestorePoints(m_place, {.keep = 0, .bytes = 0}));
+    QCOMPARE(ids(), QStringList({newest, backed, running.id()}));
+    QVERIFY(!ids().contains(gone));
+}
+
+void TestRestorePoint::pointsOfOneSecondAreNumbered()
+{
+    QVERIFY(QDir(m_place.path).mkpath(QStringLiteral("notes")));
+    for (int i = 0; i < 12; ++i)
+        job(QStringLiteral("import"), {{monday, QByteArray::number(i)}});
+    const QStringList found = ids();
+    QCOMPARE(found.size(), 12);
+    for (int i = 0; i < 12; ++i)
+        QCOMPARE(readFile(m_place.path + u'/' + found[i] + u'/' + monday),
+                 i == 11 ? QByteArray("old monday\n") : QByteArray::number(10 - i));
+}
+
+void TestRestorePoint::takingBackLeavesNoPoint()
+{
+    const Tree before = stored();
+    RestorePoint point(m_place, QStringLiteral("import"), series, {});
+    QVERIFY(point.keep({path(monday), path(tuesday)}));
+    apply({{monday, "half"}, {tuesday, "made"}});
+    QVERIFY(point.takeBack());
+    QCOMPARE(stored(), before);
+    QCOMPARE(inPlace(), QStringList());
+}
+
+QTEST_GUILESS_MAIN(TestRestorePoint)
+#include "tst_restorepoint.moc"

@@ -1,0 +1,293 @@
+// SPDX-License-Identifier: MIT
+#include <vexdesk/history/seriesfiles.h>
+#include <vexdesk/history/storejob.h>
+
+#include "support/filetree.h"
+#include "support/strictlog.h"
+
+#include <QtCore/QCryptographicHash>
+#include <QtCore/QFileInfo>
+#include <QtCore/QLockFile>
+#include <QtCore/QScopeGuard>
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QTest>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <memory>
+
+using testsupport::readTree;
+using testsupport::writeFile;
+using vexdesk::barFiles;
+using vexdesk::hasBarFiles;
+using vexdesk::RestorePlace;
+using vexdesk::restorePlace;
+using vexdesk::SeriesLocks;
+using vexdesk::StoreJob;
+
+namespace {
+
+const QString series = QStringLiteral("S/B/X");
+constexpr std::chrono::milliseconds noWait{0};
+
+} // namespace
+
+/// Locks of series, the place beside the store, and whole series that change.
+class TestSeriesLock final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup() { m_dir.reset(); }
+    void aStoreHasOnePlaceWhateverItIsCalled();
+    void aStoreThatIsNotThereYetHasItsPlace();
+    void wherePlaceCannotBeBesideItIsInTheDataDirectory();
+    void theSecondIsToldWhoHoldsIt();
+    void allOfThemOrNone();
+    void aLockThatCannotBeMadeIsAnErrorOfItsOwn();
+    void aLockOfADeadProcessDoesNotLast();
+    void anUnfinishedLockDoesNotLast();
+    void leftoversOfDeadProcessesGo();
+    void aJobWithoutPointsKeepsNothing();
+    void aPointThatTheJobNeedsGoesAtItsEnd();
+    void filesOfAnInterval();
+    void aSeriesIsCopiedMovedAndRemoved();
+
+private:
+    QString path(const char* name) const { return m_dir->filePath(QLatin1String(name)); }
+    RestorePlace place() const { return *vexdesk::makeRestorePlace(QDir(path("store"))); }
+    QString lockFile() const { return path("store-restore/locks/S/B/X.lock"); }
+
+    std::unique_ptr<QTemporaryDir> m_dir;
+};
+
+void TestSeriesLock::init()
+{
+    testsupport::failOnStrayWarnings();
+    m_dir = std::make_unique<QTemporaryDir>();
+    QVERIFY(QDir().mkpath(path("store/S/B/X")));
+}
+
+void TestSeriesLock::aStoreHasOnePlaceWhateverItIsCalled()
+{
+    QVERIFY(QFile::link(path("store"), path("link")));
+    const QString before = QDir::currentPath();
+    const auto back = qScopeGuard([&before] { QDir::setCurrent(before); });
+    QVERIFY(QDir::setCurrent(m_dir->path()));
+    const QString wanted = QFileInfo(path("store")).canonicalFilePath();
+    for (const char* name : {"store", "store/", "./store//", "link", "link/", "link/../store"}) {
+        const RestorePlace found = restorePlace(QDir(QLatin1String(name)));
+        QCOMPARE(found.root, wanted);
+        QCOMPARE(found.path, wanted + QStringLiteral("-restore"));
+    }
+}
+
+void TestSeriesLock::aStoreThatIsNotThereYetHasItsPlace()
+{
+    QVERIFY(QFile::link(path("store"), path("link")));
+    const RestorePlace found = restorePlace(QDir(path("link/new/one/")));
+    QCOMPARE(found.root, QFileInfo(path("store")).canonicalFilePath() + "/new/one");
+    QCOMPARE(found.path, found.root + QStringLiteral("-restore"));
+    QVERIFY(!QFileInfo::exists(path("store/new")));
+}
+
+void TestSeriesLock::wherePlaceCannotBeBesideItIsInTheDataDirectory()
+{
+    writeFile(path("store-restore"), "in the way");
+    const QString root = QFileInfo(path("store")).canonicalFilePath();
+    const QByteArray sum =
+        QCryptographicHash::hash(QFile::encodeName(root), QCryptographicHash::Sha256).toHex();
+    const RestorePlace made = place();
+    const auto clean = qScopeGuard([&made] { QDir(made.path).removeRecursively(); });
+    QCOMPARE(made.root, root);
+    QVERIFY2(made.path.endsWith(QStringLiteral("/restore/") + QString::fromLatin1(sum)),
+             qPrintable(made.path));
+    QVERIFY(QFileInfo(made.path).isDir());
+    // Those that only look find it there, too.
+    QCOMPARE(restorePlace(QDir(path("store"))).path, made.path);
+}
+
+void TestSeriesLock::theSecondIsToldWhoHoldsIt()
+{
+    SeriesLocks first;
+    QVERIFY(first.take(place(), {series}, noWait));
+    SeriesLocks second;
+    const auto refused = second.take(place(), {series}, noWait);
+    QVERIFY(!refused);
+    QVERIFY2(refused.message().contains(QString::number(::getpid())) &&
+                 refused.message().contains(lockFile()),
+             qPrintable(refused.message()));
+    QVERIFY(lockHolder(place(), series)->runsHere);
+    SeriesLocks other;
+    QVERIFY(other.take(place(), {QStringLiteral("S/B/Y")}, noWait));
+    first.release();
+    QVERIFY(!lockHolder(place(), series));
+    QVERIFY(second.take(place(), {series}, noWait));
+}
+
+void TestSeriesLock::allOfThemOrNone()
+{
+    SeriesLocks held;
+    QVERIFY(held.take(place(), {QStringLiteral("S/B/Z")}, noWait));
+    SeriesLocks both;
+    QVERIFY(!both.take(place(), {QStringLiteral("S/B/Z"), series}, noWait));
+    QVERIFY(!lockHolder(place(), series));
+    held.release();
+    QVERIFY(both.take(place(), {QStringLiteral("S/B/Z"), series, series}, noWait));
+}
+
+void TestSeriesLock::aLockThatCannotBeMadeIsAnErrorOfItsOwn()
+{
+    writeFile(path("store-restore/locks/S"), "in the way");
+    SeriesLocks locks;
+    const auto refused = locks.take(place(), {series}, noWait);
+    QVERIFY2(refused.message().contains(lockFile()), qPrintable(refused.message()));
+    QVERIFY(!refused.message().contains(QString::number(::getpid())));
+}
+
+void TestSeriesLock::aLockOfADeadProcessDoesNotLast()
+{
+    const pid_t child = ::fork();
+    QVERIFY(child >= 0);
+    if (child == 0) {
+        SeriesLocks locks;
+        const bool isTaken = bool(locks.take(place(), {series}, noWait));
+        ::_exit(isTaken ? 0 : 1);
+    }
+    int status = 0;
+    QCOMPARE(::waitpid(child, &status, 0), child);
+    QCOMPARE(status, 0);
+    const auto holder = lockHolder(place(), series);
+    QVERIFY(holder);
+    QCOMPARE(holder->process, qint64(child));
+    QVERIFY(!holder->runsHere);
+    SeriesLocks locks;
+    QVERIFY(locks.take(place(), {series}, noWait));
+}
+
+// Of a process that ended between making the file and writing who it is.
+void TestSeriesLock::anUnfinishedLockDoesNotLast()
+{
+    writeFile(lockFile(), "");
+    SeriesLocks locks;
+    QVERIFY(!locks.take(place(), {series}, noWait));
+    const std::array<timespec, 2> longAgo{timespec{1000, 0}, timespec{1000, 0}};
+    const QByteArray name = QFile::encodeName(lockFile());
+    QCOMPARE(::utimensat(AT_FDCWD, name.constData(), longAgo.data(), 0), 0);
+    constexpr std::chrono::seconds shortWait{1};
+    QVERIFY(locks.take(place(), {series}, shortWait));
+}
+
+void TestSeriesLock::leftoversOfDeadProcessesGo()
+{
+    const pid_t child = ::fork();
+    if (child == 0)
+        ::_exit(0);
+    QCOMPARE(::waitpid(child, nullptr, 0), child);
+    const QString dir = path("store/S/B/X/");
+    const QString dead = QStringLiteral(".tadata-%1-77.tmp").arg(child);
+    const QString alive = QStringLiteral(".tadata-%1-77.tmp").arg(::getpid());
+    for (const QString& name : {dead, alive, QStringLiteral(".tadata-x-77.tmp"),
+                                QStringLiteral(".tadata-77"), QStringLiteral("20240115_60.iss")})
+        writeFile(dir + name, "x");
+    SeriesLocks locks;
+    QVERIFY(locks.take(place(), {series}, noWait));
+    QStringList left{QStringLiteral(".tadata-77"), alive, QStringLiteral(".tadata-x-77.tmp"),
+                     QStringLiteral("20240115_60.iss")};
+    left.sort();
+    QCOMPARE(readTree(QDir(dir)).keys(), left);
+}
+
+void TestSeriesLock::aJobWithoutPointsKeepsNothing()
+{
+    writeFile(path("store/S/B/X/20240115_60.iss"), "old\n");
+    StoreJob job({.by = QStringLiteral("delete"), .makesPoint = false});
+    QVERIFY(job.begin(QDir(path("store")), {series}));
+    QVERIFY(vexdesk::removeBarFiles(QDir(path("store/S/B/X")), {QStringLiteral("20240115_60.iss")},
+                                    job.keeper()));
+    QVERIFY(job.end());
+    QVERIFY(restorePoints(place())->points.isEmpty());
+    QVERIFY(!lockHolder(place(), series));
+}
+
+void TestSeriesLock::aPointThatTheJobNeedsGoesAtItsEnd()
+{
+    const QString day = path("store/S/B/X/20240115_60.iss");
+    writeFile(day, "old\n");
+    const auto work = [this](StoreJob& job) {
+        return job.begin(QDir(path("store")), {series}) &&
+               vexdesk::removeBarFiles(QDir(path("store/S/B/X")),
+                                       {QStringLiteral("20240115_60.iss")}, job.keeper());
+    };
+    const vexdesk::StoreJobSettings settings{
+        .by = QStringLiteral("import"), .limits = {.keep = 0}, .needsPoint = true};
+    StoreJob failed(settings);
+    QVERIFY(work(failed));
+    QVERIFY(!QFileInfo::exists(day));
+    QVERIFY(failed.takeBack());
+    QCOMPARE(testsupport::readFile(day), QByteArray("old\n"));
+    StoreJob done(settings);
+    QVERIFY(work(done));
+    QVERIFY(done.end());
+    QVERIFY(!QFileInfo::exists(day));
+    QVERIFY(restorePoints(place())->points.isEmpty());
+}
+
+void TestSeriesLock::filesOfAnInterval()
+{
+    const QDir dir(path("store/S/B/X"));
+    const QStringList all{QStringLiteral("20240115_1.iss"), QStringLiteral("20240115_60"),
+                          QStringLiteral("20240115_60.iss"), QStringLiteral("20240116_60.iss"),
+                          QStringLiteral("20240117_60.iss")};
+    for (const QString& name : all + QStringList(QStringLiteral("notes")))
+        writeFile(dir.filePath(name), "x");
+    QVERIFY(dir.mkdir(QStringLiteral("20240118_60.iss")));
+    const QDate first(2024, 1, 15);
+    const QDate last(2024, 1, 16);
+    QCOMPARE(barFiles(dir), all);
+    QCOMPARE(barFiles(dir, {.to = first}), all.first(3));
+    QCOMPARE(barFiles(dir, {.from = last}), all.last(2));
+    QCOMPARE(barFiles(dir, {.from = last, .to = last}), all.mid(3, 1));
+    QCOMPARE(barFiles(dir, {.timeframe = 1}), all.first(2));
+    QCOMPARE(barFiles(dir, {.timeframe = 60}), all.last(3));
+}
+
+void TestSeriesLock::aSeriesIsCopiedMovedAndRemoved()
+{
+    const QDir from(path("store/S/B/X"));
+    const QDir to(path("store/S/C/Y"));
+    const QDir third(path("store/T/C/Y"));
+    const QString day = QStringLiteral("20240115_60.iss");
+    const QString linked = QStringLiteral("20240116_60.iss");
+    writeFile(from.filePath(day), "day\n");
+    QCOMPARE(::chmod(QFile::encodeName(from.filePath(day)).constData(), 0640), 0);
+    QVERIFY(QFile::link(day, from.filePath(linked)));
+    const QMap<QString, QByteArray> both{{day, "day\n"}, {linked, "day\n"}};
+
+    QVERIFY(!hasBarFiles(to));
+    QVERIFY(vexdesk::copyBarFiles(from, to, barFiles(from), nullptr));
+    QCOMPARE(readTree(from), both);
+    QCOMPARE(readTree(to), both);
+    QVERIFY(hasBarFiles(to));
+    struct stat copy = {};
+    QCOMPARE(::stat(QFile::encodeName(to.filePath(day)).constData(), &copy), 0);
+    QCOMPARE(copy.st_mode & 07777, mode_t(0640));
+
+    // A link that leads to a file beside it does not lead there from another directory.
+    QVERIFY(vexdesk::moveBarFiles(from, third, QStringList({linked, day}), nullptr));
+    QCOMPARE(readTree(third), both);
+    QVERIFY(readTree(from).isEmpty());
+    QVERIFY(from.exists());
+
+    QVERIFY(vexdesk::removeBarFiles(to, {day}, nullptr));
+    QCOMPARE(readTree(to).keys(), QStringList(linked));
+    QVERIFY(!vexdesk::removeBarFiles(to, {day}, nullptr));
+}
+
+QTEST_GUILESS_MAIN(TestSeriesLock)
+#include "tst_serieslock.moc"
