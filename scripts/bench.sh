@@ -225,7 +225,7 @@ job_points()
     }
     first() { fresh_store; again points.first; }
     first_without() { fresh_store; again points.first-without --no-restore-point; }
-    over() { again points.over --keep-megabytes 0; }
+    over() { rm -rf "$store-restore"; again points.over; }
     over_without() { again points.over-without --no-restore-point; }
     copy_once() { rm -rf "$work/copy"; measure points.copy cp -a "$store/$series" "$work/copy"; }
     fresh_store() { rm -rf "$store" "$store-restore"; }

@@ -12,6 +12,9 @@
 #include <vexdesk/appsettings.h>
 #include <vexdesk/boardselectorbox.h>
 #include <vexdesk/headerproxystyle.h>
+#include <vexdesk/history/restorepoint.h>
+#include <vexdesk/history/serieslock.h>
+#include <vexdesk/history/storepaths.h>
 #include <vexdesk/itemdelegate.h>
 #include <vexdesk/securityselectorbox.h>
 #include <vexdesk/stockselectorbox.h>
@@ -142,6 +145,8 @@ private Q_SLOTS:
     void isEmptyWhenTheDirectoryHasGone();
     void tellsTheTerminalWhatItCouldNotWrite_data();
     void tellsTheTerminalWhatItCouldNotWrite();
+    void whatItDeletesCanBePutBack();
+    void aSeriesThatAnotherChangesIsLeftAlone();
     void tellsTheTerminalWhatItCouldNotRead();
     void doesNotNeedTheTerminal();
     void storesOnlyWhatTheRangeShowed();
@@ -1272,6 +1277,55 @@ void TestEditorTADataDialog::tellsTheTerminalWhatItCouldNotWrite()
     m_dialog.reset();
     QCOMPARE(core.problems().size(), 1);
     QCOMPARE(stored(), Tree({{dayFile(day), barLines(QTime(10, 0), 4)}}));
+}
+
+void TestEditorTADataDialog::whatItDeletesCanBePutBack()
+{
+    const vexdesk::Core core;
+    const Tree before{{dayFile(day), barLines(QTime(10, 0), 3)}};
+    store(dayFile(day), before.first());
+    open();
+    showDay();
+    clickRow(1);
+    QTest::keyClick(table(), Qt::Key_Delete);
+    click(button("closeButton"));
+    QVERIFY(stored() != before);
+    const auto place = vexdesk::restorePlace(vexdesk::storePlace());
+    const auto points = vexdesk::restorePoints(place);
+    QVERIFY(points);
+    QCOMPARE(points->points.size(), 1);
+    const vexdesk::RestorePointRecord& point = points->points.first();
+    QCOMPARE(point.by, QStringLiteral("edit"));
+    QVERIFY(point.isComplete);
+    QCOMPARE(point.kept, QStringList(point.series.first() + u'/' + dayFile(day)));
+    vexdesk::PuttingBack puttingBack(place, point);
+    QVERIFY(puttingBack.begin());
+    QVERIFY(puttingBack.run(nullptr));
+    QCOMPARE(stored(), before);
+    QVERIFY(core.problems().isEmpty());
+}
+
+void TestEditorTADataDialog::aSeriesThatAnotherChangesIsLeftAlone()
+{
+    const vexdesk::Core core;
+    const Tree before{{dayFile(day), barLines(QTime(10, 0), 3)}};
+    store(dayFile(day), before.first());
+    open();
+    showDay();
+    clickRow(1);
+    QTest::keyClick(table(), Qt::Key_Delete);
+    const auto place = vexdesk::makeRestorePlace(vexdesk::storePlace());
+    QVERIFY(place);
+    vexdesk::SeriesLocks other;
+    const QString series = seriesDir().path().section(u'/', -3);
+    QVERIFY(other.take(*place, {series}, std::chrono::seconds(0)));
+    click(button("closeButton"));
+    QCOMPARE(stored(), before);
+    QCOMPARE(core.problems().size(), 1);
+    QVERIFY2(
+        core.problems().first().contains(series) &&
+            core.problems().first().contains(QString::number(QCoreApplication::applicationPid())),
+        qPrintable(core.problems().first()));
 }
 
 void TestEditorTADataDialog::tellsTheTerminalWhatItCouldNotRead()

@@ -58,6 +58,13 @@ Files withoutTemporary(Files files)
     return files;
 }
 
+// The editor empties a file that it may not remove.
+Files withoutEmpty(Files files)
+{
+    files.removeIf([](Files::iterator file) { return file.value().first.isEmpty(); });
+    return files;
+}
+
 QByteArray bars(std::initializer_list<const char*> days, int price)
 {
     QByteArray lines;
@@ -258,7 +265,8 @@ void TestTakingBack::eachCallFailsOnce()
             const QByteArray what = "error " + QByteArray::number(error) + " at " +
                                     QByteArray::number(step) + ": " + outcome.err;
             if (outcome.exitCode == 0) {
-                QVERIFY2(withoutTemporary(filesBelow(store())) == done, what.constData());
+                QVERIFY2(withoutEmpty(withoutTemporary(filesBelow(store()))) == done,
+                         what.constData());
             } else {
                 QVERIFY2(outcome.exitCode == 1, what.constData());
                 QVERIFY2(outcome.err.contains(m_dir->path().toUtf8()), what.constData());
