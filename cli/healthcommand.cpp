@@ -12,6 +12,7 @@
 #include <functional>
 #include <limits>
 #include <memory>
+#include <utility>
 
 namespace tadata::cli {
 
@@ -76,7 +77,7 @@ HealthQuery parseQuery(const CommandLine& line)
     return query;
 }
 
-// What the command prints: it is given one series after the other.
+// What the command prints, in UTF-8: it is given one series after the other.
 class Report
 {
 public:
@@ -84,22 +85,21 @@ public:
     virtual ~Report() = default;
     Q_DISABLE_COPY_MOVE(Report)
 
-    virtual QString begin() { return {}; }
-    virtual QString series(const SeriesHealth& health) = 0;
-    virtual QString end() { return {}; }
+    virtual QByteArray begin() { return {}; }
+    virtual QByteArray series(const SeriesHealth& health) = 0;
+    virtual QByteArray end() { return {}; }
 };
 
 class JsonReport final : public Report
 {
 public:
-    QString begin() override { return QStringLiteral("{\"series\":["); }
-    QString series(const SeriesHealth& health) override
+    QByteArray begin() override { return "{\"series\":["; }
+    QByteArray series(const SeriesHealth& health) override
     {
-        const QString comma = m_isFirst ? QString() : QStringLiteral(",");
-        m_isFirst = false;
-        return comma + QString::fromUtf8(healthReport(health).text());
+        const QByteArray text = healthReport(health).text();
+        return std::exchange(m_isFirst, false) ? text : ',' + text;
     }
-    QString end() override { return QStringLiteral("]}\n"); }
+    QByteArray end() override { return "]}\n"; }
 
 private:
     bool m_isFirst = true;
@@ -108,7 +108,7 @@ private:
 class ListReport final : public Report
 {
 public:
-    QString series(const SeriesHealth& health) override
+    QByteArray series(const SeriesHealth& health) override
     {
         QString text;
         for (const QDate& day : daysToAskFor(health)) {
@@ -117,22 +117,22 @@ public:
                         .arg(health.timeframe)
                         .arg(day.toString(Qt::ISODate));
         }
-        return text;
+        return text.toUtf8();
     }
 };
 
 class TextReport final : public Report
 {
 public:
-    QString series(const SeriesHealth& health) override
+    QByteArray series(const SeriesHealth& health) override
     {
         m_worst.add(health);
-        return seriesLine(health) + u'\n';
+        return seriesLine(health).toUtf8() + '\n';
     }
-    QString end() override
+    QByteArray end() override
     {
         const QStringList lines = m_worst.lines();
-        return lines.isEmpty() ? QString() : u'\n' + lines.join(u'\n') + u'\n';
+        return lines.isEmpty() ? QByteArray() : '\n' + lines.join(u'\n').toUtf8() + '\n';
     }
 
 private:
@@ -157,11 +157,12 @@ public:
         : m_month(month)
     {}
 
-    QString series(const SeriesHealth& health) override
+    QByteArray series(const SeriesHealth& health) override
     {
-        return seriesLine(health) + u'\n' + monthCalendar(health, m_month, m_inAscii) + u'\n';
+        return (seriesLine(health) + u'\n' + monthCalendar(health, m_month, m_inAscii) + u'\n')
+            .toUtf8();
     }
-    QString end() override { return calendarLegend(m_inAscii) + u'\n'; }
+    QByteArray end() override { return calendarLegend(m_inAscii).toUtf8() + '\n'; }
 
 private:
     QDate m_month;
@@ -200,10 +201,10 @@ ExitCode readAndPrint(StoreHealth& store, Report& report)
 {
     bool isHealthy = true;
     std::vector<UnreadFile> unread;
-    ExitCode printed = printOutput(report.begin());
-    const auto print = [&](const QString& text) {
+    ExitCode printed = printUtf8(report.begin());
+    const auto print = [&](const QByteArray& text) {
         if (printed == ExitCode::Success)
-            printed = printOutput(text);
+            printed = printUtf8(text);
     };
     {
         ProgressBar bar;

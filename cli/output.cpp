@@ -66,10 +66,13 @@ ExitCode fail(const QString& reason)
 
 ExitCode printOutput(const QString& text)
 {
-    QTextStream out(stdout);
-    out << text;
-    out.flush();
-    if (out.status() == QTextStream::Ok)
+    return printUtf8(text.toUtf8());
+}
+
+ExitCode printUtf8(QByteArrayView text)
+{
+    const auto size = static_cast<size_t>(text.size());
+    if (std::fwrite(text.data(), 1, size, stdout) == size && std::fflush(stdout) == 0)
         return ExitCode::Success;
     return fail(Text::tr("Невозможно записать в стандартный вывод"));
 }

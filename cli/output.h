@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QtCore/QByteArrayView>
 #include <QtCore/QCoreApplication>
 #include <QtCore/QString>
 
@@ -30,6 +31,8 @@ ExitCode fail(const QString& reason);
 /// Writes a text to standard output. A failure, which has been told to the user, when not all of it
 /// could be written.
 ExitCode printOutput(const QString& text);
+/// The same of a text in UTF-8, which may be a large one.
+ExitCode printUtf8(QByteArrayView text);
 
 /// A code or a word of the command line as a part of one printed line, whatever characters it has:
 /// control characters and what is no UTF-8 as "\x0a" and "\u2028". A backslash before an x or a u

@@ -351,7 +351,7 @@ health_of_a_board() # STORE WHAT
     local count=200 board=${series%/*} i
     rm -rf "$work/one" "$work/board"
     mkdir -p "$work/one/$series" "$work/board/$board"
-    find "$1/$series" -name '*_60.iss' | sort | head -n 250 | xargs cp -t "$work/one/$series"
+    find "$1/$series" -name '*_60.iss' | sort | sed -n 1,250p | xargs cp -t "$work/one/$series"
     for ((i = 0; i < count; ++i)); do
         ln -s "$work/one/$series" "$work/board/$board/S$i"
     done
