@@ -181,41 +181,44 @@ ExitCode runImport(const CommandLine& line)
     return importInto(store, codes, file, details, settings);
 }
 
-QList<Option> importOptions()
+// Of the file's layout.
+QList<Option> layoutOptions()
 {
-    return QList<Option>{
-               seriesOption(),
-               {.name = QStringLiteral("columns"),
-                .value = Text::tr("РОЛЬ=СТОЛБЕЦ,..."),
-                .meaning =
-                    Text::tr("Что несёт каждый столбец. Роли date, time, open, high, low и close "
+    return {
+        {.name = QStringLiteral("columns"),
+         .value = Text::tr("РОЛЬ=СТОЛБЕЦ,..."),
+         .meaning = Text::tr("Что несёт каждый столбец. Роли date, time, open, high, low и close "
                              "обязательны; могут быть volume (объём в штуках), value (объём в "
                              "деньгах) и oi (открытый интерес)."),
-                .takes =
-                    Text::tr("через запятую роль и номер её столбца, считая от 0; роли date, time, "
-                             "open, high, low, close, volume, value, oi"),
-                .isRequired = true},
-               {.name = QStringLiteral("timeframe"),
-                .value = Text::tr("СЕКУНДЫ"),
-                .meaning =
-                    Text::tr("Длина бара. Из секундных баров строятся и минутные, в отдельный "
+         .takes = Text::tr("через запятую роль и номер её столбца, считая от 0; роли date, time, "
+                           "open, high, low, close, volume, value, oi"),
+         .isRequired = true},
+        {.name = QStringLiteral("timeframe"),
+         .value = Text::tr("СЕКУНДЫ"),
+         .meaning = Text::tr("Длина бара. Из секундных баров строятся и минутные, в отдельный "
                              "файл."),
-                .choices = {QString::number(vexdesk::minuteTimeframe),
-                            QString::number(vexdesk::secondTimeframe)},
-                .fallback = QString::number(vexdesk::minuteTimeframe)},
-               separatorOption(),
-               {.name = QStringLiteral("date-format"),
-                .value = Text::tr("ВИД"),
-                .meaning = Text::tr("Вид даты. Год из двух цифр — этого столетия."),
-                .choices = patternsOf(dateFormats()),
-                .fallback = QStringLiteral("yyyyMMdd")},
-               {.name = QStringLiteral("time-format"),
-                .value = Text::tr("ВИД"),
-                .meaning = Text::tr("Вид времени."),
-                .choices = patternsOf(timeFormats()),
-                .fallback = QStringLiteral("hhmmss")},
-               {.name = QStringLiteral("no-header"),
-                .meaning = Text::tr("Первая строка — уже бар, а не заголовок.")},
+         .choices = {QString::number(vexdesk::minuteTimeframe),
+                     QString::number(vexdesk::secondTimeframe)},
+         .fallback = QString::number(vexdesk::minuteTimeframe)},
+        separatorOption(),
+        {.name = QStringLiteral("date-format"),
+         .value = Text::tr("ВИД"),
+         .meaning = Text::tr("Вид даты. Год из двух цифр — этого столетия."),
+         .choices = patternsOf(dateFormats()),
+         .fallback = QStringLiteral("yyyyMMdd")},
+        {.name = QStringLiteral("time-format"),
+         .value = Text::tr("ВИД"),
+         .meaning = Text::tr("Вид времени."),
+         .choices = patternsOf(timeFormats()),
+         .fallback = QStringLiteral("hhmmss")},
+        {.name = QStringLiteral("no-header"),
+         .meaning = Text::tr("Первая строка — уже бар, а не заголовок.")}};
+}
+
+QList<Option> importOptions()
+{
+    return QList<Option>{seriesOption()} + layoutOptions() +
+           QList<Option>{
                {.name = QStringLiteral("decimals"),
                 .value = Text::tr("ЧИСЛО"),
                 .meaning = Text::tr("Знаков после точки в ценах. Без него — как в справочнике; для "
