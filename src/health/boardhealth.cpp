@@ -48,6 +48,37 @@ Wide greatestCommonDivisor(Wide left, Wide right)
     return left;
 }
 
+// Each missing day counts with the average of its weekday, over all days that are stored.
+void addMissedBars(SeriesHealth& health)
+{
+    struct Weekday
+    {
+        int days = 0;
+        int expected = 0;
+        int missing = 0;
+    };
+    std::array<Weekday, daysOfWeek> weekdays;
+    const auto weekdayOf = [&weekdays](const QDate& day) -> Weekday& {
+        return weekdays[static_cast<size_t>(day.dayOfWeek() - 1)];
+    };
+    for (const DayHealth& day : health.days) {
+        ++weekdayOf(day.day).days;
+        weekdayOf(day.day).expected += day.expected;
+    }
+    for (const QDate& day : std::as_const(health.missingDays))
+        ++weekdayOf(day).missing;
+    for (const Weekday& weekday : weekdays) {
+        if (weekday.missing == 0 || weekday.days == 0)
+            continue;
+        const Wide parts = health.missedParts * weekday.days;
+        const Wide bars = health.missedBars * weekday.days +
+                          Wide(weekday.missing) * weekday.expected * health.missedParts;
+        const Wide divisor = greatestCommonDivisor(bars, parts);
+        health.missedBars = bars / divisor;
+        health.missedParts = parts / divisor;
+    }
+}
+
 class BoardReader final
 {
 public:
@@ -200,33 +231,7 @@ void BoardReader::tellMissingDays(const BoardSeries& series, SeriesHealth& healt
     health.missingDays = told(found.missing);
     health.closed = told(found.closed);
     health.unproven = told(found.unproven);
-
-    struct Weekday
-    {
-        int days = 0;
-        int expected = 0;
-        int missing = 0;
-    };
-    std::array<Weekday, daysOfWeek> weekdays;
-    const auto weekdayOf = [&weekdays](const QDate& day) -> Weekday& {
-        return weekdays[static_cast<size_t>(day.dayOfWeek() - 1)];
-    };
-    for (const DayHealth& day : health.days) {
-        ++weekdayOf(day.day).days;
-        weekdayOf(day.day).expected += day.expected;
-    }
-    for (const QDate& day : std::as_const(health.missingDays))
-        ++weekdayOf(day).missing;
-    for (const Weekday& weekday : weekdays) {
-        if (weekday.missing == 0 || weekday.days == 0)
-            continue;
-        const Wide parts = health.missedParts * weekday.days;
-        const Wide bars = health.missedBars * weekday.days +
-                          Wide(weekday.missing) * weekday.expected * health.missedParts;
-        const Wide divisor = greatestCommonDivisor(bars, parts);
-        health.missedBars = bars / divisor;
-        health.missedParts = parts / divisor;
-    }
+    addMissedBars(health);
 }
 
 } // namespace
