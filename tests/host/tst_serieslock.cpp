@@ -76,11 +76,12 @@ void TestSeriesLock::init()
 void TestSeriesLock::aStoreHasOnePlaceWhateverItIsCalled()
 {
     QVERIFY(QFile::link(path("store"), path("link")));
+    QVERIFY(QFile::link(path("store/S/B"), path("deep")));
     const QString before = QDir::currentPath();
     const auto back = qScopeGuard([&before] { QDir::setCurrent(before); });
     QVERIFY(QDir::setCurrent(m_dir->path()));
     const QString wanted = QFileInfo(path("store")).canonicalFilePath();
-    for (const char* name : {"store", "store/", "./store//", "link", "link/", "link/../store"}) {
+    for (const char* name : {"store", "store/", "./store//", "link", "link/", "link/../store", "deep/../.."}) {
         const RestorePlace found = restorePlace(QDir(QLatin1String(name)));
         QCOMPARE(found.root, wanted);
         QCOMPARE(found.path, wanted + QStringLiteral("-restore"));
