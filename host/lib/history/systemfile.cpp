@@ -28,8 +28,8 @@ constexpr mode_t permissions = 07777;
 const QString temporaryBegin = QStringLiteral(".tadata-");
 const QString temporaryEnd = QStringLiteral(".tmp");
 
-// Of a file that is read in blocks of one size, each filled as far as the file goes. Several sums side
-// by side keep the processor busy.
+// Of a file that is read in blocks of one size, each filled as far as the file goes. Several sums
+// side by side keep the processor busy.
 class Summing final
 {
 public:
