@@ -851,8 +851,8 @@ If both change history or settings, the changes of one of them will be lost.</tr
         <translation>The restore point %1 was not removed: %2</translation>
     </message>
     <message>
-        <source>Невозможно занять файл блокировки %1: %2</source>
-        <translation>Cannot take the lock file %1: %2</translation>
+        <source>Невозможно занять каталог %1: %2</source>
+        <translation>Cannot lock the directory %1: %2</translation>
     </message>
     <message>
         <source>Файл %1 не тронут: его прежнее состояние не удалось сохранить в %2: %3</source>

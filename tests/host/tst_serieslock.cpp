@@ -55,6 +55,7 @@ private Q_SLOTS:
     void leftoversOfDeadProcessesGo();
     void aJobWithoutPointsKeepsNothing();
     void aPointThatTheJobNeedsGoesAtItsEnd();
+    void textsAreSortedByCodePoint();
     void filesOfAnInterval();
     void aSeriesIsCopiedMovedAndRemoved();
 
@@ -76,11 +77,13 @@ void TestSeriesLock::init()
 void TestSeriesLock::aStoreHasOnePlaceWhateverItIsCalled()
 {
     QVERIFY(QFile::link(path("store"), path("link")));
+    QVERIFY(QFile::link(path("store/S/B"), path("deep")));
     const QString before = QDir::currentPath();
     const auto back = qScopeGuard([&before] { QDir::setCurrent(before); });
     QVERIFY(QDir::setCurrent(m_dir->path()));
     const QString wanted = QFileInfo(path("store")).canonicalFilePath();
-    for (const char* name : {"store", "store/", "./store//", "link", "link/", "link/../store"}) {
+    for (const char* name :
+         {"store", "store/", "./store//", "link", "link/", "link/../store", "deep/../.."}) {
         const RestorePlace found = restorePlace(QDir(QLatin1String(name)));
         QCOMPARE(found.root, wanted);
         QCOMPARE(found.path, wanted + QStringLiteral("-restore"));
@@ -236,6 +239,16 @@ void TestSeriesLock::aPointThatTheJobNeedsGoesAtItsEnd()
     QVERIFY(done.end());
     QVERIFY(!QFileInfo::exists(day));
     QVERIFY(restorePoints(place())->points.isEmpty());
+}
+
+void TestSeriesLock::textsAreSortedByCodePoint()
+{
+    const QStringList sorted{QStringLiteral("A"),      QStringLiteral("A/"),
+                             QStringLiteral("a"),      QStringLiteral("Я"),
+                             QStringLiteral("\uffee"), QStringLiteral("\U0001f40e")};
+    QCOMPARE(vexdesk::sortedByCodePoint(
+                 {sorted[5], sorted[4], sorted[2], sorted[3], sorted[1], sorted[0], sorted[2]}),
+             sorted);
 }
 
 void TestSeriesLock::filesOfAnInterval()

@@ -19,9 +19,18 @@ QString dayText(const QDate& day)
     return day.toString(QStringLiteral("yyyyMMdd"));
 }
 
+// Digit by digit: a store has many names, and the forms of QDate are taken apart anew for each.
 QDate dayAtStart(const QString& name)
 {
-    return QDate::fromString(name.left(dayLength), QStringLiteral("yyyyMMdd"));
+    if (name.size() < dayLength)
+        return QDate();
+    int number = 0;
+    for (int i = 0; i < dayLength; ++i) {
+        if (name[i] < u'0' || name[i] > u'9')
+            return QDate();
+        number = number * 10 + (name[i].unicode() - u'0');
+    }
+    return QDate(number / 10000, number / 100 % 100, number % 100);
 }
 
 } // namespace

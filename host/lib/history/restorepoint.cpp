@@ -34,14 +34,19 @@ bool isTaken(int descriptor, int how)
     return ::flock(descriptor, how | LOCK_NB) != 0 && errno == EWOULDBLOCK;
 }
 
-// One making or removing of points at a time, by a file that stays: it is the open file that is
-// locked, so that nothing is left of a process that ends.
+int openDirectory(const QString& path)
+{
+    return ::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+}
+
+// One making or removing of points at a time. It is an open directory that is locked, so that
+// nothing is left of a process that ends.
 class PlaceLock final
 {
 public:
     explicit PlaceLock(const RestorePlace& place)
-        : m_path(place.path + QStringLiteral("/locks/.points"))
-        , m_file(opened(m_path))
+        : m_path(place.path + QStringLiteral("/locks"))
+        , m_directory(opened(m_path))
     {}
 
     Outcome take() const
@@ -49,9 +54,9 @@ public:
         constexpr std::chrono::seconds enough{30};
         constexpr unsigned long pause = 20;
         const QDeadlineTimer end(enough);
-        if (!m_file.isOpen())
+        if (!m_directory.isOpen())
             return failure(Step::failed());
-        while (isTaken(m_file.get(), LOCK_EX)) {
+        while (isTaken(m_directory.get(), LOCK_EX)) {
             if (end.hasExpired())
                 return failure(Step::failed());
             QThread::msleep(pause);
@@ -62,24 +67,17 @@ public:
 private:
     static int opened(const QString& path)
     {
-        if (!makeDirectory(QFileInfo(path).path()))
-            return -1;
-        return ::open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+        return makeDirectory(path) ? openDirectory(path) : -1;
     }
 
     Failure failure(const Step& step) const
     {
-        return {Text::tr("Невозможно занять файл блокировки %1: %2").arg(m_path, step.reason())};
+        return {Text::tr("Невозможно занять каталог %1: %2").arg(m_path, step.reason())};
     }
 
     QString m_path;
-    Descriptor m_file;
+    Descriptor m_directory;
 };
-
-int openDirectory(const QString& path)
-{
-    return ::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-}
 
 // Its job holds it, or whoever puts it back.
 bool isAtWork(const QString& path)

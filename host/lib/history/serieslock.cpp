@@ -90,6 +90,23 @@ Failure heldBy(const QString& path, const QString& series)
                 .arg(series, holder.program, QString::number(holder.process), holder.host, path)};
 }
 
+// In the order of code points the characters beyond 16 bits come last: their halves lie below
+// others.
+char16_t rank(QChar character)
+{
+    const char16_t unit = character.unicode();
+    if (unit >= 0xe000)
+        return static_cast<char16_t>(unit - 0x800);
+    return static_cast<char16_t>(unit >= 0xd800 ? unit + 0x2000 : unit);
+}
+
+bool isBefore(const QString& left, const QString& right)
+{
+    return std::lexicographical_compare(
+        left.begin(), left.end(), right.begin(), right.end(),
+        [](QChar one, QChar other) { return rank(one) < rank(other); });
+}
+
 // What came of waiting for a lock.
 enum class LockWait { Taken, Held, CannotBeMade };
 
@@ -183,9 +200,7 @@ Outcome removeLock(const RestorePlace& place, const QString& series)
 QStringList sortedByCodePoint(QStringList texts)
 {
     texts.removeDuplicates();
-    std::sort(texts.begin(), texts.end(), [](const QString& left, const QString& right) {
-        return left.toUtf8() < right.toUtf8();
-    });
+    std::sort(texts.begin(), texts.end(), isBefore);
     return texts;
 }
 
