@@ -4,17 +4,19 @@
 # folders; those of src/ are refused by the compiler.
 #
 #   scripts/check-style.sh            the above: seconds
-#   scripts/check-style.sh changed    and clang-tidy and unneeded includes, in files that have changed
+#   scripts/check-style.sh changed [COMMIT]
+#                                     and clang-tidy and unneeded includes, in files that have changed
 #   scripts/check-style.sh tidy       and the same in every file: an hour
 #
-# Changed is what the branch has changed since it left the main branch; on the main branch itself, what
-# the last commit has. Files that are not committed yet belong to it. The last two need build/dev, built,
+# Changed is what has changed since the commit; without one, since the branch left the main branch, and
+# on the main branch itself what the last commit has changed. Files that are not committed yet belong to it. The last two need build/dev, built,
 # for the code that is generated.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 . scripts/install-packages.sh
 
 mode=${1:-}
+since=${2:-}
 case "$mode" in
     "" | changed | tidy) ;;
     *) sed -n '2,/^set /{/^set /d;s/^# \{0,1\}//;p}' scripts/check-style.sh >&2; exit 2 ;;
@@ -56,6 +58,9 @@ may_not_include src '(\.\./)*host/|vexdesk/terminal/'
 base_commit()
 {
     local branch base
+    if [ -n "$since" ]; then
+        git rev-parse --verify --quiet "$since" && return
+    fi
     for branch in origin/HEAD origin/main origin/master main master; do
         base=$(git merge-base HEAD "$branch" 2>/dev/null) || continue
         if [ "$base" != "$(git rev-parse HEAD)" ]; then
