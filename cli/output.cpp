@@ -72,7 +72,9 @@ ExitCode printOutput(const QString& text)
 ExitCode printUtf8(QByteArrayView text)
 {
     const auto size = static_cast<size_t>(text.size());
-    if (std::fwrite(text.data(), 1, size, stdout) == size && std::fflush(stdout) == 0)
+    // A view of nothing may have no place.
+    const bool isWritten = size == 0 || std::fwrite(text.data(), 1, size, stdout) == size;
+    if (isWritten && std::fflush(stdout) == 0)
         return ExitCode::Success;
     return fail(Text::tr("Невозможно записать в стандартный вывод"));
 }
