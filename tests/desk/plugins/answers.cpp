@@ -15,7 +15,7 @@ class Answers final : public QGenericPlugin
     Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "answers.json")
 
 public:
-    QObject* create(const QString& /*name*/, const QString& /*specification*/) override
+    QObject* create(const QString& /*name*/, const QString& /*parameters*/) override
     {
         auto* const timer = new QTimer;
         connect(timer, &QTimer::timeout, timer, &Answers::answer);
