@@ -11,6 +11,7 @@
 
 #include <cerrno>
 #include <charconv>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -20,6 +21,7 @@
 namespace {
 
 constexpr size_t blockSize = 256 * 1024;
+constexpr int secondsOfDay = 24 * 60 * 60;
 constexpr std::string_view heading =
     "\xef\xbb\xbf<TICKER>,<PER>,<DATE>,<TIME>,<OPEN>,<HIGH>,<LOW>,<CLOSE>,<VOL>,<VAL>,<OPEN_INT>\n";
 
@@ -149,7 +151,18 @@ std::string twoDigits(int number)
     return {static_cast<char>('0' + number / 10), static_cast<char>('0' + number % 10)};
 }
 
-// No bar ends at midnight: a day's last interval would have the date of the next.
+std::string dateAfter(const std::string& day)
+{
+    using namespace std::chrono;
+    const int number = std::atoi(day.c_str());
+    const year_month_day date(year(number / 10000),
+                              month(static_cast<unsigned>(number / 100 % 100)),
+                              std::chrono::day(static_cast<unsigned>(number % 100)));
+    const year_month_day next(sys_days(date) + days(1));
+    return std::to_string(int(next.year())) + twoDigits(static_cast<int>(unsigned(next.month()))) +
+           twoDigits(static_cast<int>(unsigned(next.day())));
+}
+
 void exportDay(const std::string& name, const std::string& begin, int timeframe, Output& output)
 {
     const std::string content = contentOf(name);
@@ -164,8 +177,10 @@ void exportDay(const std::string& name, const std::string& begin, int timeframe,
                 output.write(target, stamp);
             target = bar;
             end = (bar.second + timeframe - 1) / timeframe * timeframe;
-            stamp = begin + day + ',' + twoDigits(end / 3600) + twoDigits(end / 60 % 60) +
-                    twoDigits(end % 60) + ',';
+            // What ends at midnight has the date of the next day.
+            stamp = begin + (end == secondsOfDay ? dateAfter(day) : day) + ',' +
+                    twoDigits(end / 3600 % 24) + twoDigits(end / 60 % 60) + twoDigits(end % 60) +
+                    ',';
         } else {
             target.high = bar.high > target.high ? bar.high : target.high;
             target.low = bar.low < target.low ? bar.low : target.low;
