@@ -35,6 +35,11 @@ const QStringList series{QStringLiteral("S/B/X")};
 // Changes what stands there to this, as a job does; null for removal.
 using Changes = QMap<QString, QByteArray>;
 
+QByteArray nameInJson(const QString& path)
+{
+    return '"' + path.toUtf8().replace('"', "\\\"") + "\":";
+}
+
 } // namespace
 
 class TestRestorePoint final : public QObject
@@ -45,6 +50,7 @@ private Q_SLOTS:
     void init();
     void cleanup() { m_dir.reset(); }
     void whatWasChangedRemovedAndMadeIsPutBack();
+    void theRecordHasTheFilesInOrder();
     void theKeptCopyHasThePermissions();
     void aLinkStaysOneAndItsTargetReturns();
     void aJobThatTouchesNothingLeavesNothing();
@@ -168,6 +174,47 @@ void TestRestorePoint::whatWasChangedRemovedAndMadeIsPutBack()
     const QString undone = putBack(id);
     QCOMPARE(undone, ids().first());
     QCOMPARE(stored(), before);
+}
+
+// Whatever kind of file they are, and in whatever order the job has come to them.
+void TestRestorePoint::theRecordHasTheFilesInOrder()
+{
+    const QStringList kept{QStringLiteral("S/B/X Y/20240115_60.iss"),
+                           QStringLiteral("S/B/X/20231231_60"),
+                           QStringLiteral("S/B/X/20240115_1.iss"),
+                           QStringLiteral("S/B/X/20240115_300.iss"),
+                           QStringLiteral("S/B/X/20240115_60"),
+                           QStringLiteral("S/B/\uff61/20240115_60.iss"),
+                           QStringLiteral("S/B/\U0001f600/20240115_60.iss")};
+    QStringList created;
+    for (const QString& path : kept)
+        created.append(QString(path).replace(QStringLiteral("S/B"), QStringLiteral("S/C \"q\"")));
+
+    RestorePoint point(m_place, QStringLiteral("merge"), series, {});
+    for (qsizetype i = kept.size() - 1; i >= 0; --i) {
+        writeFile(path(kept[i]), "old\n");
+        QVERIFY(point.keep({path(created[i]), path(kept[i])}));
+        writeFile(path(kept[i]), "new " + QByteArray::number(i));
+        writeFile(path(created[i]), QByteArray::number(i));
+    }
+    QVERIFY(QFile::remove(path(kept.first())));
+    QVERIFY(point.finish());
+
+    const RestorePointRecord made = record(point.id());
+    QCOMPARE(made.kept, kept);
+    QCOMPARE(made.created, created);
+    QCOMPARE(made.left.size(), 2 * kept.size() - 1);
+    QCOMPARE(made.left.value(created.last()).size, 1);
+    QCOMPARE(made.left.value(kept.last()).size, 5);
+    QVERIFY(!made.left.contains(kept.first()));
+    const QByteArray json =
+        readFile(m_place.path + u'/' + point.id() + QStringLiteral("/point.json"));
+    const qsizetype left = json.indexOf("\"left\":");
+    for (const QStringList& paths : {kept.sliced(1), created}) {
+        for (qsizetype i = 1; i < paths.size(); ++i)
+            QVERIFY(json.indexOf(nameInJson(paths[i - 1]), left) <
+                    json.indexOf(nameInJson(paths[i]), left));
+    }
 }
 
 void TestRestorePoint::theKeptCopyHasThePermissions()

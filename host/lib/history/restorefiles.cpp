@@ -17,6 +17,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <functional>
 
 namespace vexdesk::restore {
 
@@ -218,6 +219,45 @@ Step replaceWhole(int from, const QString& target, int old)
     return name.renameTo(QFile::encodeName(target));
 }
 
+QByteArray jsonText(const QJsonValue& value)
+{
+    return QJsonDocument(QJsonArray{value}).toJson(QJsonDocument::Compact).chopped(1).sliced(1);
+}
+
+QByteArray pathText(const TouchedFiles::File& file)
+{
+    return jsonText(file.relative);
+}
+
+// Nothing for a file that is not there.
+QByteArray leftText(const TouchedFiles::File& file)
+{
+    const std::optional<FileState> left = fileState(file.path);
+    if (!left)
+        return QByteArray();
+    return pathText(file) + ":{\"modified\":" + QByteArray::number(left->modified) +
+           ",\"sha256\":null,\"size\":" + QByteArray::number(left->size) + '}';
+}
+
+// Of each file its text, unless that is empty, between these brackets.
+void writeList(WholeFile& to, const TouchedFiles& files,
+               const std::function<QByteArray(const TouchedFiles::File&)>& textOf,
+               QByteArrayView brackets)
+{
+    to.write(brackets.first(1));
+    bool isFirst = true;
+    files.forEach([&](const TouchedFiles::File& file) {
+        const QByteArray text = textOf(file);
+        if (text.isEmpty())
+            return;
+        if (!isFirst)
+            to.write(",");
+        isFirst = false;
+        to.write(text);
+    });
+    to.write(brackets.last(1));
+}
+
 } // namespace
 
 std::optional<std::pair<QDateTime, qint64>> takeIdApart(const QString& id)
@@ -272,25 +312,36 @@ bool isStorePath(const QString& path)
            });
 }
 
-QByteArray jsonOf(const RestorePointRecord& point)
+Step writeRecord(const QString& directory, const RestorePointRecord& point,
+                 const TouchedFiles& files)
 {
-    QJsonObject left;
-    for (auto file = point.left.begin(); file != point.left.end(); ++file) {
-        const QJsonValue sum = file->sha256.isNull() ? QJsonValue() : QJsonValue(file->sha256);
-        left.insert(file.key(), QJsonObject{{QStringLiteral("modified"), file->modified},
-                                            {QStringLiteral("sha256"), sum},
-                                            {QStringLiteral("size"), file->size}});
-    }
-    const QJsonObject object{{QStringLiteral("by"), point.by},
-                             {QStringLiteral("complete"), point.isComplete},
-                             {QStringLiteral("created"), QJsonArray::fromStringList(point.created)},
-                             {QStringLiteral("id"), point.id},
-                             {QStringLiteral("kept"), QJsonArray::fromStringList(point.kept)},
-                             {QStringLiteral("left"), left},
-                             {QStringLiteral("series"), QJsonArray::fromStringList(point.series)},
-                             {QStringLiteral("source"), QJsonArray::fromStringList(point.source)},
-                             {QStringLiteral("when"), point.when.toString(momentForm)}};
-    return QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n';
+    WholeFile file(directory + QStringLiteral("/point.json"));
+    const auto member = [&file](QByteArrayView name, QByteArrayView before = ",") {
+        file.write(before);
+        file.write("\"" + name.toByteArray() + "\":");
+    };
+    member("by", "{");
+    file.write(jsonText(point.by));
+    member("complete");
+    file.write(jsonText(point.isComplete));
+    member("created");
+    writeList(
+        file, files, [](const auto& one) { return one.kept ? QByteArray() : pathText(one); }, "[]");
+    member("id");
+    file.write(jsonText(point.id));
+    member("kept");
+    writeList(
+        file, files, [](const auto& one) { return one.kept ? pathText(one) : QByteArray(); }, "[]");
+    member("left");
+    writeList(file, files, leftText, "{}");
+    member("series");
+    file.write(jsonText(QJsonArray::fromStringList(point.series)));
+    member("source");
+    file.write(jsonText(QJsonArray::fromStringList(point.source)));
+    member("when");
+    file.write(jsonText(point.when.toString(momentForm)));
+    file.write("}\n");
+    return file.finish();
 }
 
 Result<RestorePointRecord> readRecord(const RestorePlace& place, const QString& id)
@@ -317,19 +368,23 @@ QByteArray journalLine(char kind, const QString& path)
 }
 
 // The size of all stands in the first line, then a line for each.
-Step writeSums(const RestorePlace& place, const QString& id, const Sums& sums)
+Step writeSums(const RestorePlace& place, const QString& id, const TouchedFiles& files)
 {
-    qint64 bytes = 0;
-    QByteArray lines;
-    for (auto one = sums.begin(); one != sums.end(); ++one) {
-        bytes += one->size;
-        lines += QByteArray::number(one->sum, 16) + ' ' + QByteArray::number(one->size) + ' ' +
-                 one.key().toUtf8() + '\n';
-    }
     const QString path = sumsPath(place, id);
     if (!makeDirectory(QFileInfo(path).path()))
         return Step::failed();
-    return writeWhole(path, QByteArray::number(bytes) + '\n' + lines);
+    qint64 bytes = 0;
+    files.forEach(
+        [&bytes](const TouchedFiles::File& file) { bytes += file.kept ? file.kept->sum.size : 0; });
+    WholeFile sums(path);
+    sums.write(QByteArray::number(bytes) + '\n');
+    files.forEach([&sums](const TouchedFiles::File& file) {
+        if (file.kept)
+            sums.write(QByteArray::number(file.kept->sum.sum, 16) + ' ' +
+                       QByteArray::number(file.kept->sum.size) + ' ' + file.relative.toUtf8() +
+                       '\n');
+    });
+    return sums.finish();
 }
 
 std::optional<Sums> readSums(const RestorePlace& place, const QString& id)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "systemfile.h"
+#include "touchedfiles.h"
 
 #include <vexdesk/history/restorepoint.h>
 
@@ -31,7 +32,10 @@ QString directoryOf(const RestorePlace& place, const QString& id);
 /// Whether it is the path of a bar file below a store's root, and leads nowhere else.
 bool isStorePath(const QString& path);
 
-QByteArray jsonOf(const RestorePointRecord& point);
+/// Writes the point.json of a point's directory, with these files in the place of the record's own.
+/// They are looked at as they are now, and none of it is gathered in memory.
+Step writeRecord(const QString& directory, const RestorePointRecord& point,
+                 const TouchedFiles& files);
 Result<RestorePointRecord> readRecord(const RestorePlace& place, const QString& id);
 
 QByteArray journalLine(char kind, const QString& path);
@@ -39,7 +43,7 @@ QByteArray journalLine(char kind, const QString& path);
 /// The sums of a point's copies. They lie beside the points, which hold nothing but files of the
 /// store and what is said about them.
 using Sums = QMap<QString, ContentSum>;
-Step writeSums(const RestorePlace& place, const QString& id, const Sums& sums);
+Step writeSums(const RestorePlace& place, const QString& id, const TouchedFiles& files);
 /// No value for a point that has none: its job was killed.
 std::optional<Sums> readSums(const RestorePlace& place, const QString& id);
 /// The size of all copies of a point; quicker than to read what is said about them.

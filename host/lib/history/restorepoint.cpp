@@ -2,6 +2,7 @@
 #include <vexdesk/history/restorepoint.h>
 
 #include "restorefiles.h"
+#include "touchedfiles.h"
 
 #include <vexdesk/history/filestate.h>
 #include <vexdesk/history/serieslock.h>
@@ -124,14 +125,6 @@ public:
     RestorePointRecord record;
 
 private:
-    // A file that the job was about to touch.
-    struct Touched
-    {
-        QString path;                   ///< as the job names it
-        std::optional<FileState> state; ///< when it was kept; none where it did not exist
-        std::optional<FileState> left;  ///< when the job had ended
-    };
-
     bool isMade() const { return !record.id.isNull(); }
     QString directory() const { return restore::directoryOf(place, record.id); }
     QString copyOf(const QString& relative) const { return directory() + u'/' + relative; }
@@ -139,15 +132,15 @@ private:
     Outcome make(const QString& firstPath);
     Step makePoint();
     Outcome keepOne(const QString& path, const QString& relative, QByteArray& journal);
-    Outcome copy(const QString& path, const QString& relative);
+    std::optional<ContentSum> copy(const QString& path, const QString& relative);
     void closeAll();
     QStringList forgetUntouched();
-    bool isUntouched(const QString& relative, Touched& file) const;
+    bool isUntouched(const TouchedFiles::File& file) const;
+    Outcome putBack(const TouchedFiles::File& file) const;
     Outcome writeComplete();
     Failure notKept(const QString& path, const QString& reason);
 
-    QMap<QString, Touched> m_touched; ///< by the path below the root
-    restore::Sums m_sums;
+    TouchedFiles m_touched;
     QString m_lastDirectory; ///< that was made in the point
     std::optional<Failure> m_failure;
     int m_journal = -1;
@@ -195,32 +188,37 @@ Outcome RestorePoint::Private::keepOne(const QString& path, const QString& relat
         if (Outcome made = make(path); !made)
             return made;
     }
+    std::optional<TouchedFiles::Kept> kept;
     if (state) {
-        if (Outcome copied = copy(path, relative); !copied)
-            return copied;
+        const std::optional<ContentSum> sum = copy(path, relative);
+        if (!sum)
+            return *m_failure;
+        kept = {*state, *sum};
     }
-    journal += restore::journalLine(state ? 'K' : 'C', relative);
-    m_touched.insert(relative, {path, state, std::nullopt});
+    journal += restore::journalLine(kept ? 'K' : 'C', relative);
+    m_touched.insert(path, relative, kept);
     return {};
 }
 
-Outcome RestorePoint::Private::copy(const QString& path, const QString& relative)
+// No value where it fails, which is then the point's failure.
+std::optional<ContentSum> RestorePoint::Private::copy(const QString& path, const QString& relative)
 {
+    const auto refuse = [this, &path](const QString& reason) {
+        static_cast<void>(notKept(path, reason));
+        return std::nullopt;
+    };
     const QString to = copyOf(relative);
     if (const QString directory = QFileInfo(to).path(); directory != m_lastDirectory) {
         if (!makeDirectory(directory))
-            return notKept(path, Text::tr("невозможно создать каталог %1").arg(directory));
+            return refuse(Text::tr("невозможно создать каталог %1").arg(directory));
         m_lastDirectory = directory;
     }
     const Descriptor from(
         ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     if (!from.isOpen())
-        return notKept(path, Step::failed().reason());
+        return refuse(Step::failed().reason());
     const std::optional<ContentSum> sum = restore::keepCopy(from.get(), to);
-    if (!sum)
-        return notKept(path, Step::failed().reason());
-    m_sums.insert(relative, *sum);
-    return {};
+    return sum ? sum : refuse(Step::failed().reason());
 }
 
 Outcome RestorePoint::Private::make(const QString& firstPath)
@@ -257,7 +255,7 @@ Step RestorePoint::Private::makePoint()
     m_lock = openDirectory(path);
     Step step = m_lock >= 0 && !isTaken(m_lock, LOCK_EX) ? Step::done() : Step::failed();
     if (step.isDone())
-        step = writeWhole(path + QStringLiteral("/point.json"), restore::jsonOf(record));
+        step = restore::writeRecord(path, record, m_touched);
     if (step.isDone()) {
         m_journal = ::open((name + "/journal").constData(),
                            O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0666);
@@ -279,28 +277,25 @@ void RestorePoint::Private::closeAll()
 }
 
 // Its time may be that of a change of this very moment: the content decides.
-bool RestorePoint::Private::isUntouched(const QString& relative, Touched& file) const
+bool RestorePoint::Private::isUntouched(const TouchedFiles::File& file) const
 {
-    file.left = fileState(file.path);
-    if (!file.state)
-        return !file.left;
-    return file.left && file.left->isUnchanged(*file.state) &&
-           haveSameContent(file.path, copyOf(relative));
+    const std::optional<FileState> left = fileState(file.path);
+    if (!file.kept)
+        return !left;
+    return left && left->isUnchanged(file.kept->state) &&
+           haveSameContent(file.path, copyOf(file.relative));
 }
 
 QStringList RestorePoint::Private::forgetUntouched()
 {
     QStringList copies;
-    for (auto file = m_touched.begin(); file != m_touched.end();) {
-        if (!isUntouched(file.key(), *file)) {
-            ++file;
-            continue;
-        }
-        if (file->state)
-            copies.append(file.key());
-        m_sums.remove(file.key());
-        file = m_touched.erase(file);
-    }
+    m_touched.removeIf([this, &copies](const TouchedFiles::File& file) {
+        if (!isUntouched(file))
+            return false;
+        if (file.kept)
+            copies.append(file.relative);
+        return true;
+    });
     return copies;
 }
 
@@ -325,17 +320,10 @@ Outcome RestorePoint::Private::finish()
 
 Outcome RestorePoint::Private::writeComplete()
 {
-    for (auto file = m_touched.cbegin(); file != m_touched.cend(); ++file) {
-        (file->state ? record.kept : record.created).append(file.key());
-        if (file->left)
-            record.left.insert(file.key(), {file->left->size, file->left->modified, QString()});
-    }
-    record.kept = sortedByCodePoint(record.kept);
-    record.created = sortedByCodePoint(record.created);
     record.isComplete = true;
-    Step step = restore::writeSums(place, record.id, m_sums);
+    Step step = restore::writeSums(place, record.id, m_touched);
     if (step.isDone())
-        step = writeWhole(directory() + QStringLiteral("/point.json"), restore::jsonOf(record));
+        step = restore::writeRecord(directory(), record, m_touched);
     if (step.isDone())
         step = stepOf(::unlink((QFile::encodeName(directory()) + "/journal").constData()));
     closeAll();
@@ -349,18 +337,23 @@ Outcome RestorePoint::Private::takeBack()
 {
     if (!isMade())
         return {};
-    for (auto file = m_touched.begin(); file != m_touched.end(); ++file) {
-        if (isUntouched(file.key(), *file))
-            continue;
-        const Outcome back = file->state ? restore::putCopyBack(copyOf(file.key()), file->path)
-                                         : restore::removeCreated(file->path);
-        if (!back) {
-            static_cast<void>(finish());
-            return back;
-        }
+    Outcome back;
+    m_touched.forEach([this, &back](const TouchedFiles::File& file) {
+        if (back && !isUntouched(file))
+            back = putBack(file);
+    });
+    if (!back) {
+        static_cast<void>(finish());
+        return back;
     }
     remove();
     return {};
+}
+
+Outcome RestorePoint::Private::putBack(const TouchedFiles::File& file) const
+{
+    return file.kept ? restore::putCopyBack(copyOf(file.relative), file.path)
+                     : restore::removeCreated(file.path);
 }
 
 void RestorePoint::Private::remove()

@@ -219,17 +219,44 @@ bool takeAccess(int descriptor, int from)
            !hasAccessList(from) && !hasAccessList(descriptor);
 }
 
+WholeFile::WholeFile(const QString& path)
+    : m_path(QFile::encodeName(path))
+    , m_beside(QFile::encodeName(temporaryPathIn(QFileInfo(path).path())))
+    , m_file(::open(m_beside.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666))
+    , m_step(m_file.isOpen() ? Step::done() : Step::failed())
+{
+    if (m_file.isOpen())
+        m_name.emplace(m_beside);
+}
+
+void WholeFile::write(QByteArrayView piece)
+{
+    constexpr qsizetype enough = 16384;
+    m_pieces += piece;
+    if (m_pieces.size() >= enough)
+        passOn();
+}
+
+void WholeFile::passOn()
+{
+    if (m_step.isDone())
+        m_step = writeAll(m_file.get(), m_pieces);
+    m_pieces.clear();
+}
+
+Step WholeFile::finish()
+{
+    passOn();
+    if (m_step.isDone())
+        m_step = m_file.close();
+    return m_step.isDone() ? m_name->renameTo(m_path) : m_step;
+}
+
 Step writeWhole(const QString& path, QByteArrayView content)
 {
-    const QByteArray beside = QFile::encodeName(temporaryPathIn(QFileInfo(path).path()));
-    Descriptor file(::open(beside.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
-    if (!file.isOpen())
-        return Step::failed();
-    TemporaryName name(beside);
-    Step step = writeAll(file.get(), content);
-    if (step.isDone())
-        step = file.close();
-    return step.isDone() ? name.renameTo(QFile::encodeName(path)) : step;
+    WholeFile file(path);
+    file.write(content);
+    return file.finish();
 }
 
 } // namespace vexdesk

@@ -106,7 +106,29 @@ Step takeModeAndTimes(int descriptor, int from);
 /// Gives a new file the permissions, owner and group of another; false where it cannot have them.
 bool takeAccess(int descriptor, int from);
 
-/// Writes a file of the library's own whole or not at all.
+/// A file of the library's own that is written piece by piece, and is there whole or not at all.
+class WholeFile final
+{
+public:
+    explicit WholeFile(const QString& path);
+
+    /// What fails shows at the end.
+    void write(QByteArrayView piece);
+    /// Once; without it nothing is left.
+    Step finish();
+
+private:
+    void passOn();
+
+    QByteArray m_path;
+    QByteArray m_beside;
+    Descriptor m_file;
+    std::optional<TemporaryName> m_name; ///< none where it could not be made
+    Step m_step;
+    QByteArray m_pieces; ///< that the file has not got yet
+};
+
+/// The same of a content that is at hand.
 Step writeWhole(const QString& path, QByteArrayView content);
 
 } // namespace vexdesk
