@@ -41,6 +41,7 @@ private Q_SLOTS:
     void namesMinuteFilesWithoutAnExtension();
     void readsOnlyNamesThatItMakes_data();
     void readsOnlyNamesThatItMakes();
+    void readsTheDayThatANameBeginsWith();
     void makesTheRootBelowTheDataDirectory();
     void takesNothingElseForTheRoot_data();
     void takesNothingElseForTheRoot();
@@ -120,6 +121,15 @@ void TestDayFile::readsOnlyNamesThatItMakes()
         QCOMPARE(key->day, QDate(2018, 12, 14));
         QCOMPARE(key->timeframe, timeframe);
     }
+}
+
+void TestDayFile::readsTheDayThatANameBeginsWith()
+{
+    const QDate day(2024, 1, 15);
+    for (const char* name : {"20240115_1", "20240115_tour_1", "20240115", "20240115_60.iss"})
+        QCOMPARE(vexdesk::dayInName(QLatin1String(name)), day);
+    for (const char* name : {"", "_1", "20240115.iss", "20240230_1", "tour_1", "020240115_1"})
+        QVERIFY2(!vexdesk::dayInName(QLatin1String(name)).isValid(), name);
 }
 
 void TestDayFile::makesTheRootBelowTheDataDirectory()
