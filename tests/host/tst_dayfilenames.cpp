@@ -60,6 +60,7 @@ private Q_SLOTS:
     void listsTheDaysOfADirectory();
     void listsADayBehindALink();
     void listsSubdirectories();
+    void listsTheDirectoriesOfAStore();
     void listsNoSubdirectoriesOfWhatIsNoDirectory();
 
 private:
@@ -342,8 +343,29 @@ void TestDayFile::listsSubdirectories()
     QVERIFY(QFile::link(dir.filePath(QStringLiteral("a")), dir.filePath(QStringLiteral("link"))));
     const QStringList shown{"a", "a b", "b", "link", "Ёлка"};
     QCOMPARE(sorted(vexdesk::subdirectories(dir.path())), shown);
-    QCOMPARE(sorted(vexdesk::subdirectories(dir.path(), QDir::Hidden)),
-             sorted(shown + QStringList{".hidden"}));
+}
+
+void TestDayFile::listsTheDirectoriesOfAStore()
+{
+    const QTemporaryDir parent;
+    const QDir dir(parent.path());
+    for (const char* path : {"N/MAIN/A", "N/MAIN/.B", "N/.REPO/A", ".M/MAIN/A/below", "Z"})
+        QVERIFY(dir.mkpath(QString::fromUtf8(path)));
+    testsupport::writeFile(dir.filePath(QStringLiteral("file")), "");
+    testsupport::writeFile(dir.filePath(QStringLiteral("N/MAIN/file")), "");
+    QVERIFY(QFile::link(dir.filePath(QStringLiteral("N")), dir.filePath(QStringLiteral("link"))));
+    const auto paths = [&dir](QStringList below) {
+        for (QString& path : below)
+            path = dir.filePath(path);
+        return sorted(below);
+    };
+    const vexdesk::StoreDirectories found = vexdesk::storeDirectories(dir);
+    QCOMPARE(sorted(found.stocks), paths({"N", ".M", "Z", "link"}));
+    QCOMPARE(sorted(found.boards),
+             paths({"N/MAIN", "N/.REPO", ".M/MAIN", "link/MAIN", "link/.REPO"}));
+    QCOMPARE(sorted(found.series), paths({"N/MAIN/A", "N/MAIN/.B", "N/.REPO/A", ".M/MAIN/A",
+                                          "link/MAIN/A", "link/MAIN/.B", "link/.REPO/A"}));
+    QVERIFY(vexdesk::storeDirectories(QDir(dir.filePath("missing"))).series.isEmpty());
 }
 
 void TestDayFile::listsNoSubdirectoriesOfWhatIsNoDirectory()
