@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <vexdesk/history/dayfilelines.h>
 
+#include "systemfile.h"
+
 #include <vexdesk/history/utf8.h>
 
 #include <QtCore/QCoreApplication>
