@@ -286,8 +286,8 @@ void ChartPanel::showNothing()
     const QSignalBlocker quiet(m_timeframeBox);
     m_timeframeBox->clear();
     showMessage(tr("Сохранённых баров пока нет.\n\n"
-                   "Чтобы импортировать их из файла, выберите в меню «Тех. анализ» › «Управление "
-                   "данными ТА» › «Импортировать...» или нажмите Shift+I."));
+                   "Чтобы импортировать их из файла, выберите в меню терминала команду импорта "
+                   "загруженного модуля."));
 }
 
 void ChartPanel::showBars(const std::shared_ptr<const BarSeries>& series)
