@@ -586,7 +586,7 @@ void TestEditorTADataDialog::letsItselfBeCalled()
     const auto setUp = &EditorTADataDialog::setupUI;
     QVERIFY(setUp);
     const auto edit = [&dialog](const char* name) {
-        return dialog.findChild<QDateTimeEdit*>(QLatin1String(name));
+        return testsupport::child<QDateTimeEdit>(&dialog, name);
     };
     edit("fromDateTime")->setDateTime(QDateTime(day, QTime(0, 0)));
     edit("toDateTime")->setDateTime(QDateTime(day, QTime(23, 0)));

@@ -2,6 +2,7 @@
 // The import command from the menu to the store: the plug-in is loaded from its file, and its
 // windows are answered with mouse and keys.
 
+#include "support/child.h"
 #include "support/commandtest.h"
 #include "support/faults.h"
 #include "support/filetree.h"
@@ -191,7 +192,7 @@ void TestImportCommand::cleanup()
 
 void TestImportCommand::typeFileName(QFileDialog* dialog, const QString& name)
 {
-    auto* const edit = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    auto* const edit = testsupport::child<QLineEdit>(dialog, "fileNameEdit");
     QVERIFY(edit);
     edit->clear();
     QTest::keyClicks(edit, name);

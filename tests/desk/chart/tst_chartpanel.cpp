@@ -6,6 +6,7 @@
 #include "desk/chart/chartview.h"
 #include "desk/chart/seriesbox.h"
 #include "desk/chart/wallclock.h"
+#include "support/child.h"
 #include "support/dayfiles.h"
 #include "support/filetree.h"
 #include "support/strictlog.h"
@@ -77,7 +78,7 @@ private:
     template <typename Widget>
     Widget* widget(const char* name) const
     {
-        return m_panel->findChild<Widget*>(QLatin1String(name));
+        return testsupport::child<Widget>(m_panel.get(), name);
     }
     SeriesBox* seriesBox() const { return m_panel->findChild<SeriesBox*>(); }
     QComboBox* timeframeBox() const { return widget<QComboBox>("chartTimeframe"); }
