@@ -3,7 +3,7 @@
 // windows are answered with mouse and keys.
 
 #include "support/child.h"
-#include "support/commandtest.h"
+#include "support/commandwindows.h"
 #include "support/faults.h"
 #include "support/filetree.h"
 #include "support/loadedplugin.h"

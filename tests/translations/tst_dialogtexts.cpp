@@ -12,7 +12,7 @@
 #include "desk/pluginloader.h"
 #include "desk/pluginsdialog.h"
 #include "support/child.h"
-#include "support/commandtest.h"
+#include "support/commandwindows.h"
 #include "support/filetree.h"
 #include "support/modalsteps.h"
 #include "support/strictlog.h"
