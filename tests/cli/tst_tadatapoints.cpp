@@ -277,6 +277,7 @@ void TadataPointsTest::checkThatAnImportIsPutBack(const QString& store) const
 
 void TadataPointsTest::aStoreBesideWhichNothingMayBeMade()
 {
+    m_dir.reset();
     const OtherUser user;
     m_dir = std::make_unique<QTemporaryDir>();
     const QDir parent(path("parent"));

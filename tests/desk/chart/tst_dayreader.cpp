@@ -192,7 +192,7 @@ void TestDayReader::aDayThatCannotBeReadToItsEndHasNoBars()
     {
         const testsupport::Fault fault(testsupport::SystemCall::Read, dayFile(day), EIO, 1);
         QVERIFY(!vexdesk::readDay(path(dayFile(day)), day));
-        QCOMPARE(fault.failed(), 1);
+        QVERIFY(fault.failed() > 0);
         // The other days are shown.
         const ReadDays days = vexdesk::readDays(m_directory->path(), 60, {}, goOn);
         QCOMPARE(vexdesk::seriesOf(days).size(), 2);
