@@ -134,6 +134,14 @@ QString CommandLine::text(const char* option) const
     return found.value_or(QString());
 }
 
+std::optional<QString> CommandLine::path(const char* option) const
+{
+    std::optional<QString> found = value(option);
+    if (found && found->isEmpty())
+        refuse(option);
+    return found;
+}
+
 std::optional<int> CommandLine::number(const char* option, int from, int to) const
 {
     const std::optional<QString> found = value(option);

@@ -36,6 +36,8 @@ public:
     std::optional<QString> value(const char* option) const;
     /// The same, of an option that always has one.
     QString text(const char* option) const;
+    /// The same of a file or a directory, whose name is not empty.
+    std::optional<QString> path(const char* option) const;
     /// A number of this interval, both ends included; none where the option has no value.
     std::optional<int> number(const char* option, int from, int to) const;
     /// A day such as 2024-01-31; none where the option has no value.

@@ -116,7 +116,7 @@ void refuseInputAsOutput(const CommandLine& line, const QString& path)
 {
     const auto output = vexdesk::fileState(path);
     for (const char* option : {"deals", "reference"}) {
-        const auto input = vexdesk::fileState(line.value(option).value_or(QString()));
+        const auto input = vexdesk::fileState(line.path(option).value_or(QString()));
         if (input && output && input->isSameFile(*output))
             line.refuse(option, Text::tr("это и файл %1, который был бы записан").arg(path));
     }
@@ -178,7 +178,7 @@ ExitCode runExport(const CommandLine& line)
         return fail(output.message());
 
     vexdesk::Core core;
-    if (const auto file = line.value("deals")) {
+    if (const auto file = line.path("deals")) {
         if (const auto loaded = loadDealsOf(*file, codes, core); !loaded)
             return fail(loaded.message());
     }

@@ -34,10 +34,7 @@ SeriesCodes parseSeries(const CommandLine& line)
 
 std::optional<QString> parseStore(const CommandLine& line)
 {
-    std::optional<QString> store = line.value("store");
-    if (store && store->isEmpty())
-        line.refuse("store");
-    return store;
+    return line.path("store");
 }
 
 QDir makeSeriesDirIn(const std::optional<QString>& store, const SeriesCodes& codes)
@@ -51,7 +48,7 @@ QDir makeSeriesDirIn(const std::optional<QString>& store, const SeriesCodes& cod
 
 Outcome installReferenceData(const CommandLine& line)
 {
-    const std::optional<QString> file = line.value("reference");
+    const std::optional<QString> file = line.path("reference");
     const auto data = file ? ReferenceData::fromFile(*file) : ReferenceData::standard();
     if (!data)
         return data.failure();

@@ -174,10 +174,10 @@
     <message>
         <source>Сохранённых баров пока нет.
 
-Чтобы импортировать их из файла, выберите в меню «Тех. анализ» › «Управление данными ТА» › «Импортировать...» или нажмите Shift+I.</source>
+Чтобы импортировать их из файла, выберите в меню терминала команду импорта загруженного модуля.</source>
         <translation>There are no stored bars yet.
 
-To import them from a file, choose Technical analysis › TA data management › Import... in the menu or press Shift+I.</translation>
+To import them from a file, choose the import command of a loaded plug-in in the terminal's menu.</translation>
     </message>
 </context>
 <context>

@@ -17,7 +17,10 @@ MenuBuilder::MenuBuilder(QMenuBar* menuBar, QObject* parent)
     , m_menuBar(menuBar)
 {
     const ActionManager* const manager = ActionManager::instance();
-    connect(manager->menuBar(), &CommandContainer::changed, this, &MenuBuilder::schedule);
+    m_rebuildSoon.setSingleShot(true);
+    connect(manager->menuBar(), &CommandContainer::changed, &m_rebuildSoon,
+            qOverload<>(&QTimer::start));
+    connect(&m_rebuildSoon, &QTimer::timeout, this, &MenuBuilder::rebuild);
     connect(manager, &ActionManager::actionChanged, this, &MenuBuilder::updateEnabled);
     rebuild();
 }
@@ -29,23 +32,9 @@ MenuBuilder::~MenuBuilder()
         qDeleteAll(m_menus);
 }
 
-void MenuBuilder::schedule()
-{
-    if (m_scheduled)
-        return;
-    m_scheduled = true;
-    QMetaObject::invokeMethod(
-        this,
-        [this] {
-            if (m_scheduled)
-                rebuild();
-        },
-        Qt::QueuedConnection);
-}
-
 void MenuBuilder::rebuild()
 {
-    m_scheduled = false;
+    m_rebuildSoon.stop();
     if (!m_menuBar)
         return;
     m_usedCommands.clear();

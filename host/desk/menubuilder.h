@@ -5,6 +5,7 @@
 #include <QtCore/QList>
 #include <QtCore/QObject>
 #include <QtCore/QPointer>
+#include <QtCore/QTimer>
 #include <QtWidgets/QMenuBar>
 
 class Command;
@@ -33,7 +34,6 @@ public:
     void rebuild();
 
 private:
-    void schedule();
     /// The items of the container as they have to stand in its menu, null for a separator.
     QList<QAction*> itemsOf(const CommandContainer& container);
     QAction* itemOf(const Command& command);
@@ -54,7 +54,7 @@ private:
     QList<const CommandContainer*> m_usedContainers;
     QList<QPointer<QObject>> m_discarded;
     int m_triggering = 0;
-    bool m_scheduled = false;
+    QTimer m_rebuildSoon; // with the next turn of the event loop
 };
 
 } // namespace vexdesk

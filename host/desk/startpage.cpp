@@ -77,7 +77,10 @@ StartPage::StartPage(QSet<QByteArray> ownCommands, QWidget* parent)
     setWidget(page);
 
     const ActionManager* const manager = ActionManager::instance();
-    connect(manager->menuBar(), &CommandContainer::changed, this, &StartPage::schedule);
+    m_rebuildSoon.setSingleShot(true);
+    connect(manager->menuBar(), &CommandContainer::changed, &m_rebuildSoon,
+            qOverload<>(&QTimer::start));
+    connect(&m_rebuildSoon, &QTimer::timeout, this, &StartPage::rebuild);
     connect(manager, &ActionManager::actionChanged, this, &StartPage::updateEnabled);
     rebuild();
 }
@@ -121,20 +124,6 @@ void StartPage::setPlugins(qsizetype loadedCount, const QStringList& directories
     m_hint->setVisible(loadedCount == 0);
 }
 
-void StartPage::schedule()
-{
-    if (m_scheduled)
-        return;
-    m_scheduled = true;
-    QMetaObject::invokeMethod(
-        this,
-        [this] {
-            if (m_scheduled)
-                rebuild();
-        },
-        Qt::QueuedConnection);
-}
-
 void StartPage::collect(const CommandContainer& container, const QString& heading,
                         QList<Row>* rows) const
 {
@@ -151,7 +140,7 @@ void StartPage::collect(const CommandContainer& container, const QString& headin
 
 void StartPage::rebuild()
 {
-    m_scheduled = false;
+    m_rebuildSoon.stop();
     QList<Row> rows;
     collect(*ActionManager::instance()->menuBar(), QString(), &rows);
 

@@ -5,6 +5,7 @@
 #include <QtCore/QList>
 #include <QtCore/QSet>
 #include <QtCore/QStringList>
+#include <QtCore/QTimer>
 #include <QtWidgets/QScrollArea>
 
 class Command;
@@ -45,7 +46,6 @@ private:
         const Command* command = nullptr;
     };
 
-    void schedule();
     void collect(const CommandContainer& container, const QString& heading, QList<Row>* rows) const;
     QWidget* makeHeader();
     void updateEnabled(const QByteArray& commandId);
@@ -54,7 +54,7 @@ private:
     QList<QWidget*> m_rowWidgets; // headings and buttons in their order
     QVBoxLayout* m_rowLayout = nullptr;
     QLabel* m_hint = nullptr;
-    bool m_scheduled = false;
+    QTimer m_rebuildSoon; // with the next turn of the event loop
 };
 
 } // namespace vexdesk

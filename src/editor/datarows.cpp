@@ -7,30 +7,8 @@
 #include <QtCore/QLocale>
 
 #include <algorithm>
-#include <array>
 
 namespace tadata {
-
-namespace {
-
-constexpr int secondsPerMinute = 60;
-constexpr int secondsPerHour = 60 * secondsPerMinute;
-
-// "hhmmss"
-std::array<char, 6> timeDigits(int secondOfDay)
-{
-    std::array<char, 6> digits{};
-    const std::array numbers{secondOfDay / secondsPerHour,
-                             secondOfDay / secondsPerMinute % secondsPerMinute,
-                             secondOfDay % secondsPerMinute};
-    for (size_t i = 0; i < numbers.size(); ++i) {
-        digits[2 * i] = static_cast<char>('0' + numbers[i] / 10);
-        digits[2 * i + 1] = static_cast<char>('0' + numbers[i] % 10);
-    }
-    return digits;
-}
-
-} // namespace
 
 void DataRows::clear()
 {
@@ -136,7 +114,7 @@ QString DataRows::key(qsizetype row) const
     const DataRow& entry = at(row);
     if (entry.second == blank)
         return QString();
-    const auto time = timeDigits(entry.second);
+    const auto time = vexdesk::plainTime(entry.second);
     return m_days[entry.day].keyBegin +
            QLatin1String(time.data(), static_cast<qsizetype>(time.size()));
 }
@@ -157,7 +135,7 @@ QByteArray DataRows::rewritten(const QDate& day) const
         if (entry.second == blank)
             continue;
         vexdesk::RecordFields fields = *vexdesk::splitRecordLine(line(entry));
-        const auto time = timeDigits(entry.second);
+        const auto time = vexdesk::plainTime(entry.second);
         fields[vexdesk::TimeField] =
             QByteArrayView(time.data(), static_cast<qsizetype>(time.size()));
         vexdesk::appendRewritten(content, fields);

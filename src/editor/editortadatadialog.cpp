@@ -6,6 +6,7 @@
 #include "editortadatamodel.h"
 #include "labelmark.h"
 #include "restoresettings.h"
+#include "timeframebox.h"
 #include "ui_editortadatadialog.h"
 #include "windowsize.h"
 
@@ -69,8 +70,7 @@ void EditorTADataDialog::setupUI()
 void EditorTADataDialog::setupSelectors()
 {
     series().offerStored();
-    m_ui->timeFrame->addItem(tr("1 минута"), vexdesk::minuteTimeframe);
-    m_ui->timeFrame->addItem(tr("1 секунда"), vexdesk::secondTimeframe);
+    tadata::offerTimeframes(*m_ui->timeFrame, {vexdesk::minuteTimeframe, vexdesk::secondTimeframe});
 }
 
 void EditorTADataDialog::setupTable()

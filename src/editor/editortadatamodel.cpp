@@ -7,42 +7,19 @@
 #include <vexdesk/history/dayfilenames.h>
 #include <vexdesk/history/dayfilerewrite.h>
 #include <vexdesk/history/filekeeper.h>
-#include <vexdesk/history/utf8.h>
 
 #include <QtCore/QFileInfo>
 
 #include <algorithm>
 #include <utility>
 
-using tadata::FieldLengths;
 using tadata::TimeOfDayRange;
+using vexdesk::FieldLengths;
 
 namespace {
 
 // A column shows the field of its number.
 constexpr int columns = vexdesk::RecordFieldCount;
-
-// Seconds since midnight. What is no time is the day's midnight, as it is to QDateTime.
-int secondOfDay(QByteArrayView text)
-{
-    if (const int second = vexdesk::secondOfPlainTime(text); second >= 0)
-        return second;
-    const QTime time = QTime::fromString(vexdesk::textFromUtf8(text), QStringLiteral("hhmmss"));
-    return time.isValid() ? time.msecsSinceStartOfDay() / 1000 : 0;
-}
-
-// Of a line's first field, which in almost every line has six characters.
-int secondOfLine(QByteArrayView line)
-{
-    constexpr qsizetype usualLength = 6;
-    if (line.size() > usualLength && line[usualLength] == ';') {
-        const int second = vexdesk::secondOfPlainTime(line.first(usualLength));
-        if (second >= 0)
-            return second;
-    }
-    const qsizetype end = line.indexOf(';');
-    return secondOfDay(end < 0 ? line : line.first(end));
-}
 
 } // namespace
 
@@ -112,7 +89,7 @@ void EditorTADataModel::readLines(vexdesk::DayFileLines& lines, const QDate& day
     m_rows.beginDay(day);
     QByteArrayView line;
     while (lines.next(&line)) {
-        const int second = secondOfLine(line);
+        const int second = vexdesk::secondOfRecordLine(line);
         switch (range.place(second)) {
         case TimeOfDayRange::Place::Before:
             break;
@@ -154,7 +131,7 @@ void EditorTADataModel::readWholeDay(const QDate& day, const QByteArray& text)
             end = content.size();
         const QByteArrayView line = content.sliced(begin, end - begin);
         if (isRecordLine(line))
-            m_rows.append(secondOfLine(line), begin);
+            m_rows.append(vexdesk::secondOfRecordLine(line), begin);
         else
             m_rows.appendBlank();
     }

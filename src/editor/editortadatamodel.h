@@ -2,8 +2,8 @@
 #pragma once
 
 #include "datarows.h"
-#include "fieldlengths.h"
 
+#include <vexdesk/history/fieldlengths.h>
 #include <vexdesk/history/filestate.h>
 
 #include <QtCore/QAbstractItemModel>
@@ -74,7 +74,7 @@ public:
     qsizetype memory() const { return m_rows.memory(); }
 
     /// The lengths of the fields that were loaded last.
-    const tadata::FieldLengths& fieldLengths() const { return m_lengths; }
+    const vexdesk::FieldLengths& fieldLengths() const { return m_lengths; }
     /// The rows that have other characters than numbers have; until rows are removed.
     const std::vector<int>& rowsOfText() const { return m_rowsOfText; }
 
@@ -99,7 +99,7 @@ private:
     void forget();
 
     tadata::DataRows m_rows;
-    tadata::FieldLengths m_lengths;
+    vexdesk::FieldLengths m_lengths;
     std::vector<int> m_rowsOfText;
     QList<LoadedDay> m_loaded; ///< in ascending order
     QStringList m_problems;

@@ -28,13 +28,25 @@ std::optional<ExportDetails> askForDetails()
     return wizard.exportDetails();
 }
 
-QString runJob(const ExportDetails& details)
+vexdesk::Outcome exportFromStore(QProgressDialog* progress, const ExportDetails& details)
+{
+    const auto seriesDir = [&details] {
+        return vexdesk::makeSeriesDir(details.stockCode, details.boardCode, details.securityName);
+    };
+    if (const auto allowed = tadata::mayWriteOutput(details, vexdesk::storePlace()); !allowed)
+        return allowed;
+    return tadata::exportBars(details, {QDate::currentDate(), progress->value()}, seriesDir,
+                              tadata::shownOn(progress))
+        .outcome;
+}
+
+vexdesk::Outcome runJob(const ExportDetails& details)
 {
     // No row of a table changes while the job reads it.
     const IRawQueue::ProcessingBlocker blocker;
     return tadata::runJob(
         Text::tr("Экспорт"), Text::tr("Экспортирую..."),
-        [details](QProgressDialog* progress) { return exportData(progress, details); });
+        [details](QProgressDialog* progress) { return exportFromStore(progress, details); });
 }
 
 } // namespace
@@ -50,12 +62,5 @@ void ExporterTAData::doExport()
 
 QString exportData(QProgressDialog* progress, const ExportDetails& details)
 {
-    const auto seriesDir = [&details] {
-        return vexdesk::makeSeriesDir(details.stockCode, details.boardCode, details.securityName);
-    };
-    if (const auto allowed = tadata::mayWriteOutput(details, vexdesk::storePlace()); !allowed)
-        return allowed.message();
-    return tadata::exportBars(details, {QDate::currentDate(), progress->value()}, seriesDir,
-                              tadata::shownOn(progress))
-        .outcome.message();
+    return exportFromStore(progress, details).message();
 }

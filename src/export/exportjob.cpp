@@ -14,6 +14,7 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QTextStream>
 
+#include <algorithm>
 #include <filesystem>
 #include <optional>
 #include <utility>
@@ -192,21 +193,10 @@ private:
 // read the store.
 bool isInStore(const QString& path, const QDir& root)
 {
-    const auto below = [](const QString& directory) {
-        QStringList paths = vexdesk::subdirectories(directory, QDir::Hidden);
-        for (QString& name : paths)
-            name.prepend(directory + u'/');
-        return paths;
-    };
-    for (const QString& stock : below(root.path())) {
-        for (const QString& board : below(stock)) {
-            for (const QString& security : below(board)) {
-                if (!vexdesk::barFileThatIs(path, QDir(security)).isEmpty())
-                    return true;
-            }
-        }
-    }
-    return false;
+    const QStringList series = vexdesk::storeDirectories(root).series;
+    return std::any_of(series.begin(), series.end(), [&path](const QString& directory) {
+        return !vexdesk::barFileThatIs(path, QDir(directory)).isEmpty();
+    });
 }
 
 } // namespace

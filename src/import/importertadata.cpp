@@ -77,8 +77,8 @@ QDir makeSeriesDirOf(const ImportDetails& details)
 }
 
 // With the lock of the series, and so that it can be taken back.
-QString importKeeping(QProgressDialog* progress, const QString& fileName,
-                      const ImportDetails& details)
+vexdesk::Outcome importKeeping(QProgressDialog* progress, const QString& fileName,
+                               const ImportDetails& details)
 {
     vexdesk::StoreJob job(
         {.by = QStringLiteral("import"), .source = {fileName}, .limits = tadata::restoreLimits()});
@@ -93,10 +93,12 @@ QString importKeeping(QProgressDialog* progress, const QString& fileName,
                                            {.keeper = job.keeper()});
     QStringList messages{result.outcome.message(), job.end().message()};
     messages.removeAll(QString());
-    return messages.isEmpty() ? QString() : messages.join(QStringLiteral("\n\n"));
+    if (messages.isEmpty())
+        return {};
+    return vexdesk::Failure{messages.join(QStringLiteral("\n\n"))};
 }
 
-QString runJob(const QString& fileName, const ImportDetails& details)
+vexdesk::Outcome runJob(const QString& fileName, const ImportDetails& details)
 {
     return tadata::runJob(Text::tr("Импорт"), Text::tr("Импортирую..."),
                           [fileName, details](QProgressDialog* progress) {
@@ -104,10 +106,10 @@ QString runJob(const QString& fileName, const ImportDetails& details)
                           });
 }
 
-void report(const QString& error)
+void report(const vexdesk::Outcome& outcome)
 {
-    tadata::reportOutcome(error, {Text::tr("Ошибка"), Text::tr("Успешное завершение импорта"),
-                                  Text::tr("Импорт данных ТА успешно завершен")});
+    tadata::reportOutcome(outcome, {Text::tr("Ошибка"), Text::tr("Успешное завершение импорта"),
+                                    Text::tr("Импорт данных ТА успешно завершен")});
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 
 #include "importdetails.h"
 #include "labelmark.h"
+#include "timeframebox.h"
 #include "ui_seriesimportpage.h"
 
 #include <vexdesk/history/dayfilenames.h>
@@ -36,8 +37,7 @@ SeriesImportPage::~SeriesImportPage() = default;
 
 void SeriesImportPage::setupPage()
 {
-    m_ui->timeFrame->addItem(tr("1 минута"), vexdesk::minuteTimeframe);
-    m_ui->timeFrame->addItem(tr("1 секунда"), vexdesk::secondTimeframe);
+    tadata::offerTimeframes(*m_ui->timeFrame, {vexdesk::minuteTimeframe, vexdesk::secondTimeframe});
     series().onChange(this, &QWizardPage::completeChanged);
 }
 

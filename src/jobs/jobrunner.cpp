@@ -9,14 +9,14 @@
 
 namespace tadata {
 
-QString runJob(const QString& title, const QString& text,
-               const std::function<QString(QProgressDialog*)>& job)
+vexdesk::Outcome runJob(const QString& title, const QString& text,
+                        const std::function<vexdesk::Outcome(QProgressDialog*)>& job)
 {
     JobProgressDialog progress(title, text);
-    QFutureWatcher<QString> watcher;
+    QFutureWatcher<vexdesk::Outcome> watcher;
     QObject::connect(&watcher, &QFutureWatcherBase::finished, &progress, &QWidget::close);
-    QFuture<QString> future = QtConcurrent::run(QThreadPool::globalInstance(), job,
-                                                static_cast<QProgressDialog*>(&progress));
+    QFuture<vexdesk::Outcome> future = QtConcurrent::run(QThreadPool::globalInstance(), job,
+                                                         static_cast<QProgressDialog*>(&progress));
     watcher.setFuture(future);
     // A job that has ended by now has nothing to show.
     if (!future.isFinished())
@@ -32,12 +32,12 @@ ProgressSink shownOn(QProgressDialog* dialog)
     };
 }
 
-void reportOutcome(const QString& error, const OutcomeTexts& texts)
+void reportOutcome(const vexdesk::Outcome& outcome, const OutcomeTexts& texts)
 {
-    if (error.isEmpty())
+    if (outcome)
         OutcomeBox::tell(QMessageBox::Information, texts.successTitle, texts.success);
     else
-        OutcomeBox::tell(QMessageBox::Warning, texts.errorTitle, error);
+        OutcomeBox::tell(QMessageBox::Warning, texts.errorTitle, outcome.message());
 }
 
 } // namespace tadata

@@ -3,6 +3,8 @@
 
 #include "job.h"
 
+#include <vexdesk/outcome.h>
+
 #include <QtCore/QString>
 
 #include <functional>
@@ -13,9 +15,9 @@ class QProgressDialog;
 namespace tadata {
 
 /// Runs the job on a thread of the application's global pool, behind a progress dialog that cannot
-/// be cancelled, and returns what the job returned. What the job throws comes out of here.
-QString runJob(const QString& title, const QString& text,
-               const std::function<QString(QProgressDialog*)>& job);
+/// be cancelled, and returns what came of it. What the job throws comes out of here.
+vexdesk::Outcome runJob(const QString& title, const QString& text,
+                        const std::function<vexdesk::Outcome(QProgressDialog*)>& job);
 
 /// Carries each value to the dialog by a queued call, so that it is set on the user-interface
 /// thread. For any thread; the dialog must outlive the sink.
@@ -29,7 +31,7 @@ struct OutcomeTexts
     QString success;
 };
 
-/// Shows the message of a job that failed, or the one of success when `error` is empty.
-void reportOutcome(const QString& error, const OutcomeTexts& texts);
+/// Shows the message of a job that failed, or the one of success.
+void reportOutcome(const vexdesk::Outcome& outcome, const OutcomeTexts& texts);
 
 } // namespace tadata

@@ -188,6 +188,8 @@ void addWrongExports()
           QStringLiteral("9999-01-01"), dayTakes,
           QStringLiteral("позже, чем сегодня, %1: выгружать нечего")
               .arg(QDate::currentDate().toString(Qt::ISODate)));
+    value("deals of no file", aDay, "deals", QString(), "имя файла");
+    value("no reference file", aDay, "reference", QString(), "имя файла");
     value("unknown timeframe", aDay, "timeframe", QStringLiteral("120"),
           "1, 60, 300, 600, 1800, 3600, 86400");
     // Capital D and Y and small m are no fields of a date to Qt, which would write them as they

@@ -4,11 +4,13 @@
 #include "commandtest.h"
 
 #include "support/filetree.h"
+#include "support/otheruser.h"
 
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 #include <QtCore/QRegularExpression>
+#include <QtCore/QStorageInfo>
 #include <QtTest/QTest>
 
 using namespace testsupport;
@@ -38,6 +40,9 @@ private Q_SLOTS:
     void anImportWithoutAPoint();
     void optionsDecideHowManyStay();
     void settingsDecideHowManyStay();
+    void aStoreBesideWhichNothingMayBeMade();
+    void aStoreOnAnotherFileSystem_data();
+    void aStoreOnAnotherFileSystem();
     void daysAreDeleted();
     void aDeletionSaysWhatOf_data();
     void aDeletionSaysWhatOf();
@@ -50,6 +55,9 @@ private:
     {
         return runTadata(words(qPrintable(command)) + more + words("--store") << path("store"));
     }
+    // Two imports into this store, of which the second is put back, by a program with a data
+    // directory of its own.
+    void checkThatAnImportIsPutBack(const QString& store) const;
     QJsonArray points() const;
     QString newest() const;
     QString pointsPath(const QString& name) const { return path("store-restore/" + name); }
@@ -247,6 +255,62 @@ void TadataPointsTest::settingsDecideHowManyStay()
     for (int i = 0; i < 4; ++i)
         QCOMPARE(runProgram(program, importLine(path("bars.csv"))), succeeded());
     QCOMPARE(points().size(), 2);
+}
+
+void TadataPointsTest::checkThatAnImportIsPutBack(const QString& store) const
+{
+    const QString program = path("tadata");
+    QVERIFY(QFile::copy(tadataProgram(), program));
+    const auto importInto = [&](const QByteArray& content) {
+        writeFile(path("bars.csv"), content);
+        return runProgram(program, importLine(path("bars.csv"), words("--store") << store));
+    };
+    QCOMPARE(importInto(first), succeeded());
+    const Tree before = readTree(QDir(store));
+    QCOMPARE(before.size(), 2);
+    QCOMPARE(importInto(second), succeeded());
+    QCOMPARE(readTree(QDir(store)).size(), 3);
+    const Outcome undone = runProgram(program, words("undo --store") << store);
+    QCOMPARE(undone, succeeded(undone.out));
+    QCOMPARE(readTree(QDir(store)), before);
+}
+
+void TadataPointsTest::aStoreBesideWhichNothingMayBeMade()
+{
+    m_dir.reset();
+    const OtherUser user;
+    m_dir = std::make_unique<QTemporaryDir>();
+    const QDir parent(path("parent"));
+    QVERIFY(parent.mkpath(QStringLiteral("store")));
+    const Permissions readOnly(parent.path(), 0555);
+    checkThatAnImportIsPutBack(parent.filePath(QStringLiteral("store")));
+    QCOMPARE(parent.entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList{"store"});
+    // The points of both imports and of what put the second one back.
+    const QDir places(path("user/restore"));
+    const QStringList names = places.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    QCOMPARE(names.size(), 1);
+    QCOMPARE(QDir(places.filePath(names.first())).entryList({QStringLiteral("2*")}).size(), 3);
+}
+
+void TadataPointsTest::aStoreOnAnotherFileSystem_data()
+{
+    QTest::addColumn<bool>("isPlaceTaken");
+    QTest::newRow("points beside it") << false;
+    QTest::newRow("points in the data directory") << true;
+}
+
+void TadataPointsTest::aStoreOnAnotherFileSystem()
+{
+    QFETCH(const bool, isPlaceTaken);
+    const QTemporaryDir other(QStringLiteral("/dev/shm/tadata-XXXXXX"));
+    if (!other.isValid() || QStorageInfo(other.path()) == QStorageInfo(m_dir->path()))
+        QSKIP("there is no second file system");
+    const QString place = other.filePath(QStringLiteral("store-restore"));
+    if (isPlaceTaken)
+        writeFile(place, "");
+    checkThatAnImportIsPutBack(other.filePath(QStringLiteral("store")));
+    QCOMPARE(QFileInfo(place).isDir(), !isPlaceTaken);
+    QCOMPARE(QFileInfo(path("user/restore")).isDir(), isPlaceTaken);
 }
 
 void TadataPointsTest::daysAreDeleted()

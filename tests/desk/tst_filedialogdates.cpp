@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The dates in Qt's own file dialog, as they are drawn. The system speaks English here.
 #include "desk/deskapplication.h"
+#include "support/child.h"
 #include "support/filetree.h"
 #include "support/strictlog.h"
 
@@ -76,7 +77,7 @@ void TestFileDialogDates::areInTheTerminalsLanguage()
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setViewMode(QFileDialog::Detail);
     dialog.show();
-    auto* const files = dialog.findChild<QTreeView*>(QStringLiteral("treeView"));
+    auto* const files = testsupport::child<QTreeView>(&dialog, "treeView");
     QVERIFY(files);
     files->setStyle(&style);
     files->setColumnWidth(3, 300);

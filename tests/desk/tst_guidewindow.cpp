@@ -3,6 +3,7 @@
 #include "desk/guidewindow.h"
 #include "desk/mainwindow.h"
 #include "messageboxes.h"
+#include "support/child.h"
 #include "support/filetree.h"
 #include "support/strictlog.h"
 #include "support/terminal.h"
@@ -40,7 +41,7 @@ private:
     GuideWindow* guide() const { return m_terminal->window()->findChild<GuideWindow*>(); }
     static QTextBrowser* pages(const QWidget& window)
     {
-        return window.findChild<QTextBrowser*>(QStringLiteral("guide"));
+        return testsupport::child<QTextBrowser>(&window, "guide");
     }
     static QString topLine(const QTextBrowser& browser)
     {

@@ -10,6 +10,7 @@
 #include "messageboxes.h"
 #include "pluginfiles.h"
 #include "plugins/callrecord.h"
+#include "support/child.h"
 #include "support/filetree.h"
 #include "support/modalsteps.h"
 #include "support/strictlog.h"
@@ -111,7 +112,7 @@ private:
     QList<CommandButton*> rows() const;
     StatusLink* problemLink() const
     {
-        return m_window->findChild<StatusLink*>(QStringLiteral("problems"));
+        return testsupport::child<StatusLink>(m_window.get(), "problems");
     }
 
     std::unique_ptr<QTemporaryDir> m_directory;
@@ -312,13 +313,13 @@ void TestMainWindow::withoutPluginsItSaysWhereTheyAreLookedFor()
 {
     load({});
     show();
-    const auto* const hint = m_window->findChild<QLabel*>(QStringLiteral("pluginHint"));
+    const auto* const hint = testsupport::child<QLabel>(m_window.get(), "pluginHint");
     QVERIFY(hint && hint->isVisible());
     QVERIFY2(hint->text().contains(QDir::toNativeSeparators(m_directory->path())),
              qPrintable(hint->text()));
-    QCOMPARE(m_window->findChild<QLabel*>(QStringLiteral("loadedPlugins"))->text(),
+    QCOMPARE(testsupport::child<QLabel>(m_window.get(), "loadedPlugins")->text(),
              QStringLiteral("Загружено модулей: 0"));
-    QVERIFY(!m_window->findChild<QToolButton*>(QStringLiteral("refusedPlugins"))->isVisible());
+    QVERIFY(!testsupport::child<QToolButton>(m_window.get(), "refusedPlugins")->isVisible());
 }
 
 void TestMainWindow::showsThePluginsCommands()
@@ -332,8 +333,8 @@ void TestMainWindow::showsThePluginsCommands()
         QVERIFY(row->isEnabled());
     }
     QCOMPARE(texts, QStringList({"Импорт...", "Экспорт...", "Правка..."}));
-    QVERIFY(!m_window->findChild<QLabel*>(QStringLiteral("pluginHint"))->isVisible());
-    QCOMPARE(m_window->findChild<QLabel*>(QStringLiteral("loadedPlugins"))->text(),
+    QVERIFY(!testsupport::child<QLabel>(m_window.get(), "pluginHint")->isVisible());
+    QCOMPARE(testsupport::child<QLabel>(m_window.get(), "loadedPlugins")->text(),
              QStringLiteral("Загружено модулей: 1"));
 }
 
@@ -385,8 +386,7 @@ void TestMainWindow::pluginsWindowOpensByMouse()
     show();
     int records = 0;
     whenPluginsDialogOpens([&records](const PluginsDialog* dialog) {
-        records =
-            dialog->findChild<QAbstractItemView*>(QStringLiteral("table"))->model()->rowCount();
+        records = testsupport::child<QAbstractItemView>(dialog, "table")->model()->rowCount();
     });
     choose({QStringLiteral("&Сервис"), QStringLiteral("&Модули...")});
     QTRY_VERIFY(m_dialogSeen);
@@ -399,7 +399,7 @@ void TestMainWindow::refusedPluginsAreHintedAt()
     testsupport::writeFile(m_directory->filePath(QStringLiteral("broken.so")), "text");
     load({QStringLiteral("good"), QStringLiteral("foreign")});
     show();
-    auto* const button = m_window->findChild<QToolButton*>(QStringLiteral("refusedPlugins"));
+    auto* const button = testsupport::child<QToolButton>(m_window.get(), "refusedPlugins");
     QVERIFY(button->isVisible());
     QCOMPARE(button->text(), QStringLiteral("Отклонено модулей: 2. Подробнее..."));
     whenPluginsDialogOpens([](const PluginsDialog*) {});
@@ -418,7 +418,7 @@ void TestMainWindow::tabGoesThroughTheRowsToTheLinks()
         wanted.append(row);
     QCOMPARE(wanted.size(), 3);
     QCOMPARE(QApplication::focusWidget(), wanted.constFirst());
-    wanted.append(m_window->findChild<StatusLink*>(QStringLiteral("refusedPlugins")));
+    wanted.append(testsupport::child<StatusLink>(m_window.get(), "refusedPlugins"));
     wanted.append(problemLink());
     QCOMPARE(testsupport::tabOrder(m_window.get()), wanted);
 }
@@ -432,12 +432,10 @@ void TestMainWindow::tabGoesThroughTheChart()
                            "100000;1;2;1;2;5;0;0\n100100;2;3;2;3;6;0;0\n");
     load({QStringLiteral("good")});
     show();
-    auto* const dock = m_window->findChild<QDockWidget*>(QStringLiteral("chartDock"));
+    auto* const dock = testsupport::child<QDockWidget>(m_window.get(), "chartDock");
     dock->show();
-    const auto box = [dock](const char* name) {
-        return dock->findChild<QWidget*>(QLatin1String(name));
-    };
-    QTRY_VERIFY(box("chartShowAll") && box("chartShowAll")->isEnabled());
+    const auto box = [dock](const char* name) { return testsupport::child<QWidget>(dock, name); };
+    QTRY_VERIFY(box("chartShowAll")->isEnabled());
     rows().constFirst()->setFocus(Qt::TabFocusReason);
     QStringList visited;
     constexpr int enough = 30;
@@ -483,7 +481,7 @@ void TestMainWindow::demoDealsAreSwitchedInTheMenu()
         const std::lock_guard lock(*deals);
         return deals->masterIndex().size();
     };
-    const auto* const label = m_window->findChild<QLabel*>(QStringLiteral("demoDeals"));
+    const auto* const label = testsupport::child<QLabel>(m_window.get(), "demoDeals");
     QVERIFY(!label->isVisible());
     QCOMPARE(dealCount(), 0);
     const QStringList command{QStringLiteral("&Сервис"), QStringLiteral("&Для разработчиков"),
@@ -583,16 +581,16 @@ void TestMainWindow::theProblemsAreReadAndCopiedInTheirList()
     testsupport::ModalSteps steps;
     steps.on<ProblemsDialog>([&all](ProblemsDialog* dialog) {
         QCOMPARE(dialog->windowTitle(), QStringLiteral("Ошибки"));
-        auto* const texts = dialog->findChild<QPlainTextEdit*>(QStringLiteral("texts"));
+        auto* const texts = testsupport::child<QPlainTextEdit>(dialog, "texts");
         QCOMPARE(texts->toPlainText(), all);
         QVERIFY(texts->isReadOnly());
         QTest::keyClick(texts, Qt::Key_A, Qt::ControlModifier);
         QTest::keyClick(texts, Qt::Key_C, Qt::ControlModifier);
         QCOMPARE(QGuiApplication::clipboard()->text(), all);
         QGuiApplication::clipboard()->clear();
-        testsupport::click(dialog->findChild<QPushButton*>(QStringLiteral("copyButton")));
+        testsupport::click(testsupport::child<QPushButton>(dialog, "copyButton"));
         QCOMPARE(QGuiApplication::clipboard()->text(), all);
-        testsupport::click(dialog->findChild<QPushButton*>(QStringLiteral("closeButton")));
+        testsupport::click(testsupport::child<QPushButton>(dialog, "closeButton"));
     });
     testsupport::click(problemLink());
     QCOMPARE(steps.complaint(), QString());
@@ -630,7 +628,7 @@ void TestMainWindow::whatIsReportedWhileTheListIsOpenIsShownThere()
     testsupport::ModalSteps steps;
     steps.on<ProblemsDialog>([this](ProblemsDialog* dialog) {
         m_core->reportProblem(QStringLiteral("Файл Б не записан."));
-        QCOMPARE(dialog->findChild<QPlainTextEdit*>(QStringLiteral("texts"))->toPlainText(),
+        QCOMPARE(testsupport::child<QPlainTextEdit>(dialog, "texts")->toPlainText(),
                  QStringLiteral("Файл А не записан.\n\nФайл Б не записан."));
         QTest::keyClick(dialog, Qt::Key_Escape);
     });

@@ -1088,7 +1088,7 @@ void TestOptionsDialog::showsThePagesOfTheCore()
     testsupport::ModalSteps steps;
     QStringList titles;
     steps.on<OptionsDialog>([&titles](OptionsDialog* dialog) {
-        const auto* const categories = dialog->findChild<QListWidget*>("categories");
+        const auto* const categories = testsupport::child<QListWidget>(dialog, "categories");
         for (int row = 0; row < categories->count(); ++row)
             titles.append(categories->item(row)->text());
         QTest::keyClick(dialog, Qt::Key_Return);

@@ -6,6 +6,7 @@
 #include "desk/deskapplication.h"
 #include "desk/mainwindow.h"
 #include "desk/terminal.h"
+#include "support/child.h"
 #include "support/filetree.h"
 #include "support/modalsteps.h"
 #include "support/strictlog.h"
@@ -175,7 +176,7 @@ void TestSmallScreen::importCanBeUsed()
     QStringList complaints;
     steps.on<QFileDialog>([&](QFileDialog* dialog) {
         complaints.append(complaint(dialog));
-        dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(path);
+        testsupport::child<QLineEdit>(dialog, "fileNameEdit")->setText(path);
         testsupport::click(dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open));
     });
     steps.on<QWizard>([&](QWizard* wizard) {
@@ -203,8 +204,8 @@ void TestSmallScreen::exportCanBeUsed()
     steps.on<QWizard>([&](QWizard* wizard) {
         complaints.append(complaint(wizard));
         for (const char* box : {"stock", "board", "security"})
-            testsupport::choose(wizard->findChild<QComboBox*>(QLatin1String(box)), 0);
-        wizard->findChild<QLineEdit*>(QStringLiteral("outputFile"))->setText(QStringLiteral("x"));
+            testsupport::choose(testsupport::child<QComboBox>(wizard, box), 0);
+        testsupport::child<QLineEdit>(wizard, "outputFile")->setText(QStringLiteral("x"));
         testsupport::click(wizard->button(QWizard::NextButton));
         complaints.append(complaint(wizard));
         testsupport::click(wizard->button(QWizard::CancelButton));

@@ -3,6 +3,7 @@
 #include "desk/deskapplication.h"
 #include "desk/startpage.h"
 #include "messageboxes.h"
+#include "support/child.h"
 #include "support/strictlog.h"
 
 #include <vexdesk/action.h>
@@ -104,8 +105,8 @@ QStringList TestStartPage::texts() const
     const CommandButton* const any = buttons().value(0);
     if (!any)
         return QStringList();
-    const QLabel* const hint = m_page->findChild<QLabel*>(QStringLiteral("pluginHint"));
-    const QLabel* const data = m_page->findChild<QLabel*>(QStringLiteral("dataPath"));
+    const QLabel* const hint = testsupport::child<QLabel>(m_page.get(), "pluginHint");
+    const QLabel* const data = testsupport::child<QLabel>(m_page.get(), "dataPath");
     for (const QLabel* const label : m_page->findChildren<QLabel*>()) {
         if (label != hint && label != data && !label->isHidden() &&
             label->parentWidget() == any->parentWidget())
@@ -244,7 +245,7 @@ void TestStartPage::aCommandMayDestroyItselfWhileItRuns()
 
 void TestStartPage::saysWhereDataLie()
 {
-    const auto* const label = m_page->findChild<QLabel*>(QStringLiteral("dataPath"));
+    const auto* const label = testsupport::child<QLabel>(m_page.get(), "dataPath");
     QVERIFY(label);
     QCOMPARE(label->text(),
              QStringLiteral("Данные и настройки: %1")
@@ -253,7 +254,7 @@ void TestStartPage::saysWhereDataLie()
 
 void TestStartPage::saysWherePluginsAreLookedFor()
 {
-    const auto* const hint = m_page->findChild<QLabel*>(QStringLiteral("pluginHint"));
+    const auto* const hint = testsupport::child<QLabel>(m_page.get(), "pluginHint");
     QVERIFY(hint);
     const QTemporaryDir present;
     const QString missing = QDir(present.path()).filePath(QStringLiteral("missing"));

@@ -171,6 +171,8 @@ private:
     void open();
     // Shows so many bars of the day, one a minute from ten o'clock on.
     void openWith(int bars);
+    // The same of three bars, the second of which is deleted from the table. Gives what is stored.
+    Tree openAndDeleteARow();
     template <typename Widget>
     Widget* child(const char* name) const
     {
@@ -220,6 +222,14 @@ void TestEditorTADataDialog::openWith(int bars)
     store(dayFile(day), barLines(QTime(10, 0), bars));
     open();
     showDay();
+}
+
+Tree TestEditorTADataDialog::openAndDeleteARow()
+{
+    openWith(3);
+    clickRow(1);
+    QTest::keyClick(table(), Qt::Key_Delete);
+    return stored();
 }
 
 void TestEditorTADataDialog::type(const char* field, const QDateTime& moment) const
@@ -586,7 +596,7 @@ void TestEditorTADataDialog::letsItselfBeCalled()
     const auto setUp = &EditorTADataDialog::setupUI;
     QVERIFY(setUp);
     const auto edit = [&dialog](const char* name) {
-        return dialog.findChild<QDateTimeEdit*>(QLatin1String(name));
+        return testsupport::child<QDateTimeEdit>(&dialog, name);
     };
     edit("fromDateTime")->setDateTime(QDateTime(day, QTime(0, 0)));
     edit("toDateTime")->setDateTime(QDateTime(day, QTime(23, 0)));
@@ -1282,12 +1292,7 @@ void TestEditorTADataDialog::tellsTheTerminalWhatItCouldNotWrite()
 void TestEditorTADataDialog::whatItDeletesCanBePutBack()
 {
     const vexdesk::Core core;
-    const Tree before{{dayFile(day), barLines(QTime(10, 0), 3)}};
-    store(dayFile(day), before.first());
-    open();
-    showDay();
-    clickRow(1);
-    QTest::keyClick(table(), Qt::Key_Delete);
+    const Tree before = openAndDeleteARow();
     click(button("closeButton"));
     QVERIFY(stored() != before);
     const auto place = vexdesk::restorePlace(vexdesk::storePlace());
@@ -1308,12 +1313,7 @@ void TestEditorTADataDialog::whatItDeletesCanBePutBack()
 void TestEditorTADataDialog::aSeriesThatAnotherChangesIsLeftAlone()
 {
     const vexdesk::Core core;
-    const Tree before{{dayFile(day), barLines(QTime(10, 0), 3)}};
-    store(dayFile(day), before.first());
-    open();
-    showDay();
-    clickRow(1);
-    QTest::keyClick(table(), Qt::Key_Delete);
+    const Tree before = openAndDeleteARow();
     const auto place = vexdesk::makeRestorePlace(vexdesk::storePlace());
     QVERIFY(place);
     vexdesk::SeriesLocks other;

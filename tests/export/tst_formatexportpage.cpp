@@ -131,9 +131,9 @@ void TestFormatExportPage::fillsInWhatIsChosen_data()
 {
     QTest::addColumn<QString>("box");
     QTest::addColumn<int>("index");
+    const FormatExportPage page;
     for (const char* name : {"lineFormat", "separator", "dateFormat", "timeFormat"}) {
-        for (int i = 0; i < FormatExportPage().findChild<QComboBox*>(QLatin1String(name))->count();
-             ++i)
+        for (int i = 0; i < testsupport::child<QComboBox>(&page, name)->count(); ++i)
             QTest::addRow("%s %d", name, i) << QString::fromLatin1(name) << i;
     }
 }
@@ -142,7 +142,7 @@ void TestFormatExportPage::fillsInWhatIsChosen()
 {
     QFETCH(const QString, box);
     QFETCH(const int, index);
-    auto* const combo = m_page->findChild<QComboBox*>(box);
+    auto* const combo = child<QComboBox>(qPrintable(box));
     choose(combo, index);
     click(child<QCheckBox>("writeHead"));
 

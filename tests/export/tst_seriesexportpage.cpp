@@ -703,7 +703,7 @@ void TestSeriesExportPage::takesTheDirectoryThatIsChosen()
         QCOMPARE(dialog->fileMode(), QFileDialog::Directory);
         QVERIFY(dialog->testOption(QFileDialog::ShowDirsOnly));
         QVERIFY(!dialog->parentWidget());
-        auto* const edit = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        auto* const edit = testsupport::child<QLineEdit>(dialog, "fileNameEdit");
         QVERIFY(edit);
         edit->selectAll();
         QTest::keyClicks(edit, QStringLiteral("bars"));
@@ -776,7 +776,7 @@ void TestSeriesExportPage::takesADateAsItIsTyped()
     wizard.addPage(page);
     wizard.show();
     QVERIFY(QTest::qWaitForWindowActive(&wizard));
-    auto* const edit = page->findChild<QDateEdit*>(QStringLiteral("dateFrom"));
+    auto* const edit = testsupport::child<QDateEdit>(page, "dateFrom");
     edit->setFocus(Qt::TabFocusReason);
     edit->setSelectedSection(edit->sectionAt(0));
     for (const char digit : typed)
@@ -816,10 +816,10 @@ void TestSeriesExportPage::datesAreInTheLanguageOfTheTerminal()
         QTEST(edit->text(), "text");
         const QCalendarWidget* const calendar = edit->calendarWidget();
         const auto* const month =
-            calendar->findChild<QToolButton*>(QStringLiteral("qt_calendar_monthbutton"));
+            testsupport::child<QToolButton>(calendar, "qt_calendar_monthbutton");
         QTEST(month->text(), "month");
         const auto* const days =
-            calendar->findChild<QTableView*>(QStringLiteral("qt_calendar_calendarview"));
+            testsupport::child<QTableView>(calendar, "qt_calendar_calendarview");
         QStringList names;
         for (int column = 0; column < days->model()->columnCount(); ++column)
             names.append(days->model()->index(0, column).data().toString());

@@ -41,6 +41,7 @@ private Q_SLOTS:
     void namesMinuteFilesWithoutAnExtension();
     void readsOnlyNamesThatItMakes_data();
     void readsOnlyNamesThatItMakes();
+    void readsTheDayThatANameBeginsWith();
     void makesTheRootBelowTheDataDirectory();
     void takesNothingElseForTheRoot_data();
     void takesNothingElseForTheRoot();
@@ -59,6 +60,7 @@ private Q_SLOTS:
     void listsTheDaysOfADirectory();
     void listsADayBehindALink();
     void listsSubdirectories();
+    void listsTheDirectoriesOfAStore();
     void listsNoSubdirectoriesOfWhatIsNoDirectory();
 
 private:
@@ -120,6 +122,15 @@ void TestDayFile::readsOnlyNamesThatItMakes()
         QCOMPARE(key->day, QDate(2018, 12, 14));
         QCOMPARE(key->timeframe, timeframe);
     }
+}
+
+void TestDayFile::readsTheDayThatANameBeginsWith()
+{
+    const QDate day(2024, 1, 15);
+    for (const char* name : {"20240115_1", "20240115_tour_1", "20240115", "20240115_60.iss"})
+        QCOMPARE(vexdesk::dayInName(QLatin1String(name)), day);
+    for (const char* name : {"", "_1", "20240115.iss", "20240230_1", "tour_1", "020240115_1"})
+        QVERIFY2(!vexdesk::dayInName(QLatin1String(name)).isValid(), name);
 }
 
 void TestDayFile::makesTheRootBelowTheDataDirectory()
@@ -332,8 +343,29 @@ void TestDayFile::listsSubdirectories()
     QVERIFY(QFile::link(dir.filePath(QStringLiteral("a")), dir.filePath(QStringLiteral("link"))));
     const QStringList shown{"a", "a b", "b", "link", "Ёлка"};
     QCOMPARE(sorted(vexdesk::subdirectories(dir.path())), shown);
-    QCOMPARE(sorted(vexdesk::subdirectories(dir.path(), QDir::Hidden)),
-             sorted(shown + QStringList{".hidden"}));
+}
+
+void TestDayFile::listsTheDirectoriesOfAStore()
+{
+    const QTemporaryDir parent;
+    const QDir dir(parent.path());
+    for (const char* path : {"N/MAIN/A", "N/MAIN/.B", "N/.REPO/A", ".M/MAIN/A/below", "Z"})
+        QVERIFY(dir.mkpath(QString::fromUtf8(path)));
+    testsupport::writeFile(dir.filePath(QStringLiteral("file")), "");
+    testsupport::writeFile(dir.filePath(QStringLiteral("N/MAIN/file")), "");
+    QVERIFY(QFile::link(dir.filePath(QStringLiteral("N")), dir.filePath(QStringLiteral("link"))));
+    const auto paths = [&dir](QStringList below) {
+        for (QString& path : below)
+            path = dir.filePath(path);
+        return sorted(below);
+    };
+    const vexdesk::StoreDirectories found = vexdesk::storeDirectories(dir);
+    QCOMPARE(sorted(found.stocks), paths({"N", ".M", "Z", "link"}));
+    QCOMPARE(sorted(found.boards),
+             paths({"N/MAIN", "N/.REPO", ".M/MAIN", "link/MAIN", "link/.REPO"}));
+    QCOMPARE(sorted(found.series), paths({"N/MAIN/A", "N/MAIN/.B", "N/.REPO/A", ".M/MAIN/A",
+                                          "link/MAIN/A", "link/MAIN/.B", "link/.REPO/A"}));
+    QVERIFY(vexdesk::storeDirectories(QDir(dir.filePath("missing"))).series.isEmpty());
 }
 
 void TestDayFile::listsNoSubdirectoriesOfWhatIsNoDirectory()

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "support/plainbar.h"
 #include "support/strictlog.h"
 
 #include <vexdesk/history/recordline.h>
@@ -27,10 +28,10 @@ private Q_SLOTS:
     void readsAnyTextWithoutThrowing_data();
     void readsAnyTextWithoutThrowing();
     void readsRandomLinesAsThePlainWay();
+    void writesEverySecondOfADay();
     void skipsTheByteOrderMarkOfAFile();
     void splitsOnlyEightFields_data();
     void splitsOnlyEightFields();
-    void countsNothingButSeparators();
     void takesAMarkWithinTheTextForText();
     void checksLines_data();
     void checksLines();
@@ -38,6 +39,7 @@ private Q_SLOTS:
     void checksRandomLinesAsThePlainWay();
 };
 
+using testsupport::plainBar;
 using vexdesk::checkedBar;
 using vexdesk::splitRecordLine;
 using vexdesk::storedBar;
@@ -48,24 +50,11 @@ namespace {
 const QDate day(2018, 12, 14);
 const QString sampleLine = QStringLiteral("093000;1.50;1.70;-0.05;1.60;1234567;1975307.20;-42");
 
-// The line taken apart by Qt alone.
-StoredBar plainBar(const QString& line)
+// What is no time is midnight.
+int plainSecond(const QString& line)
 {
-    const QStringList fields = line.split(u';');
-    const auto number = [&fields](int field) {
-        return decimal::fromText(fields.value(field)).value_or(decimal::zero);
-    };
-    StoredBar bar;
-    bar.date = day;
-    bar.time = QTime::fromString(fields.value(0), QStringLiteral("hhmmss"));
-    bar.open = number(1);
-    bar.high = number(2);
-    bar.low = number(3);
-    bar.close = number(4);
-    bar.volume = fields.value(5).toInt();
-    bar.value = number(6);
-    bar.openInterest = fields.value(7).toInt();
-    return bar;
+    const QTime time = plainBar(line, day).time;
+    return time.isValid() ? time.msecsSinceStartOfDay() / 1000 : 0;
 }
 
 QString shown(const StoredBar& bar)
@@ -289,8 +278,22 @@ void TestRecordLine::readsRandomLinesAsThePlainWay()
         for (int field = 0; field < count; ++field)
             fields.append(randomField(random));
         const QString line = fields.join(u';');
-        QCOMPARE(shown(storedBar(line.toUtf8(), day)), shown(plainBar(line)));
-        QCOMPARE(vexdesk::isRecordLine(line.toUtf8()), splitRecordLine(line.toUtf8()).has_value());
+        QCOMPARE(shown(storedBar(line.toUtf8(), day)), shown(plainBar(line, day)));
+        QCOMPARE(splitRecordLine(line.toUtf8()).has_value(), line.count(u';') == 7);
+        QCOMPARE(vexdesk::secondOfRecordLine(line.toUtf8()), plainSecond(line));
+    }
+}
+
+void TestRecordLine::writesEverySecondOfADay()
+{
+    constexpr int secondsOfADay = 24 * 60 * 60;
+    for (int second = 0; second < secondsOfADay; ++second) {
+        const auto digits = vexdesk::plainTime(second);
+        const QByteArray text(digits.data(), digits.size());
+        if (text != QTime(0, 0).addSecs(second).toString(QStringLiteral("hhmmss")).toLatin1() ||
+            vexdesk::secondOfRecordLine(text + ";1") != second ||
+            vexdesk::secondOfRecordLine(text) != second)
+            QFAIL(text.constData());
     }
 }
 
@@ -316,25 +319,6 @@ void TestRecordLine::splitsOnlyEightFields()
 {
     QFETCH(const QString, line);
     QTEST(splitRecordLine(line.toUtf8()).has_value(), "accepted");
-}
-
-// Eight characters are looked at in one: each may stand at each place and beside any other.
-void TestRecordLine::countsNothingButSeparators()
-{
-    const QByteArray line = ";;;;;;0123456789abcdef";
-    for (int first = 0; first < 256; ++first) {
-        for (int second = 0; second < 256; ++second) {
-            for (int place = 6; place < 14; ++place) {
-                QByteArray other = line;
-                other[place] = static_cast<char>(first);
-                other[place + 1] = static_cast<char>(second);
-                if (vexdesk::isRecordLine(other) != (other.count(';') == 7))
-                    QFAIL(other.toHex().constData());
-            }
-        }
-    }
-    for (qsizetype count = 0; count < 600; ++count)
-        QCOMPARE(vexdesk::isRecordLine(QByteArray(count, ';')), count == 7);
 }
 
 // Two marked files, one behind the other: a time with a mark before it is none.

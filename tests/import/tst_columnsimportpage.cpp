@@ -5,6 +5,7 @@
 #include "columnstablewidget.h"
 #include "importdetails.h"
 #include "importtadatawizard.h"
+#include "support/child.h"
 #include "support/filetree.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"
@@ -127,7 +128,7 @@ private:
 
     ColumnsTableWidget* table() const
     {
-        return m_wizard->currentPage()->findChild<ColumnsTableWidget*>(QStringLiteral("fileData"));
+        return testsupport::child<ColumnsTableWidget>(m_wizard->currentPage(), "fileData");
     }
     ColumnsHeader* header() const
     {
@@ -135,7 +136,7 @@ private:
     }
     QLabel* warning() const
     {
-        return m_wizard->currentPage()->findChild<QLabel*>(QStringLiteral("warningLabel"));
+        return testsupport::child<QLabel>(m_wizard->currentPage(), "warningLabel");
     }
     void chooseRoles(const QList<int>& roles) const;
     // Null when every box lies where it should, otherwise which one does not.
@@ -221,7 +222,7 @@ void TestColumnsImportPage::saysSomethingBeforeItIsEntered()
 {
     const QStringList lines{"1,2"};
     const ColumnsImportPage page(lines);
-    const auto* const label = page.findChild<QLabel*>(QStringLiteral("warningLabel"));
+    const auto* const label = testsupport::child<QLabel>(&page, "warningLabel");
     QVERIFY(Qt::mightBeRichText(label->text()));
     QCOMPARE(QTextDocumentFragment::fromHtml(label->text()).toPlainText().trimmed(),
              QStringLiteral("Что-то не так..."));
@@ -471,7 +472,7 @@ void TestColumnsImportPage::anotherSeparatorRebuildsTheTable()
     QCOMPARE(table()->columnCount(), 4);
     chooseRoles({1, 2, 3, 4});
     back();
-    choose(m_wizard->currentPage()->findChild<QComboBox*>(QStringLiteral("separator")),
+    choose(testsupport::child<QComboBox>(m_wizard->currentPage(), "separator"),
            QStringLiteral("точка с запятой (;)"));
     next();
     QCOMPARE(table()->columnCount(), 3);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "outcomebox.h"
 
+#include "support/child.h"
 #include "support/modalsteps.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"
@@ -22,7 +23,7 @@ const QString title = QStringLiteral("Ошибка");
 // What the user reads in the box.
 QLabel* textLabel(const OutcomeBox& box)
 {
-    return box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+    return testsupport::child<QLabel>(&box, "qt_msgbox_label");
 }
 
 } // namespace

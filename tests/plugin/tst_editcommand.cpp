@@ -3,7 +3,7 @@
 // is answered with mouse and keys.
 
 #include "support/child.h"
-#include "support/commandtest.h"
+#include "support/commandwindows.h"
 #include "support/dayfiles.h"
 #include "support/filetree.h"
 #include "support/loadedplugin.h"

@@ -2,7 +2,7 @@
 // The export command from the menu to the written file: the plug-in is loaded from its file, and
 // its windows are answered with mouse and keys.
 
-#include "support/commandtest.h"
+#include "support/commandwindows.h"
 #include "support/filetree.h"
 #include "support/loadedplugin.h"
 #include "support/markingtranslator.h"

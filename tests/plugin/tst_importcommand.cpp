@@ -2,7 +2,8 @@
 // The import command from the menu to the store: the plug-in is loaded from its file, and its
 // windows are answered with mouse and keys.
 
-#include "support/commandtest.h"
+#include "support/child.h"
+#include "support/commandwindows.h"
 #include "support/faults.h"
 #include "support/filetree.h"
 #include "support/loadedplugin.h"
@@ -11,6 +12,8 @@
 #include "support/strictlog.h"
 #include "support/userhands.h"
 #include "support/wizardchoices.h"
+
+#include <vexdesk/history/restorepoint.h>
 
 #include <QtCore/QDirIterator>
 #include <QtCore/QScopeGuard>
@@ -135,6 +138,7 @@ private Q_SLOTS:
     void importsSecondBars();
     void importsAFileWithAHeader();
     void importsAgainOverTheSameDays();
+    void anImportCanBePutBack();
     void leavesNoTraceWhenNoFileIsChosen();
     void leavesNoTraceWhenTheWizardIsCancelled_data();
     void leavesNoTraceWhenTheWizardIsCancelled();
@@ -191,7 +195,7 @@ void TestImportCommand::cleanup()
 
 void TestImportCommand::typeFileName(QFileDialog* dialog, const QString& name)
 {
-    auto* const edit = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    auto* const edit = testsupport::child<QLineEdit>(dialog, "fileNameEdit");
     QVERIFY(edit);
     edit->clear();
     QTest::keyClicks(edit, name);
@@ -310,6 +314,30 @@ void TestImportCommand::importsAgainOverTheSameDays()
         QCOMPARE(importFile(path), success());
         QCOMPARE(stored(), expected);
     }
+}
+
+void TestImportCommand::anImportCanBePutBack()
+{
+    const QString path = input(minuteInput);
+    writeFile(seriesPath("20240115_60.iss"), "what was there before\n");
+    const Tree before = stored();
+    QCOMPARE(importFile(path), success());
+    QCOMPARE(stored().size(), 2);
+    const auto place = vexdesk::restorePlace(m_plugin->store());
+    const auto points = vexdesk::restorePoints(place);
+    QVERIFY2(points, qPrintable(points.message()));
+    QCOMPARE(points->points.size(), 1);
+    const vexdesk::RestorePointRecord& point = points->points.first();
+    QCOMPARE(point.by, QStringLiteral("import"));
+    QVERIFY(point.isComplete);
+    QCOMPARE(point.series, QStringList{"NORD/MAIN/GRAN"});
+    QCOMPARE(point.source, QStringList{path});
+    QCOMPARE(point.kept, QStringList{"NORD/MAIN/GRAN/20240115_60.iss"});
+    QCOMPARE(point.created, QStringList{"NORD/MAIN/GRAN/20240116_60.iss"});
+    vexdesk::PuttingBack puttingBack(place, point);
+    QVERIFY(puttingBack.begin());
+    QVERIFY(puttingBack.run(nullptr));
+    QCOMPARE(stored(), before);
 }
 
 void TestImportCommand::leavesNoTraceWhenNoFileIsChosen()

@@ -2,6 +2,7 @@
 #include "tadatamanagerpropertiesform.h"
 #include "tadatamanagerpropertiespage.h"
 
+#include "support/child.h"
 #include "support/filetree.h"
 #include "support/markingtranslator.h"
 #include "support/settingsfile.h"
@@ -71,11 +72,11 @@ private:
     QWidget* makeForm() { return m_page->createPage(m_dialog.get()); }
     static QCheckBox* deleteSeconds(const QWidget* form)
     {
-        return form->findChild<QCheckBox*>(deleteSecondsKey);
+        return testsupport::child<QCheckBox>(form, qPrintable(deleteSecondsKey));
     }
     static QSpinBox* storeForDays(const QWidget* form)
     {
-        return form->findChild<QSpinBox*>(storeForDaysKey);
+        return testsupport::child<QSpinBox>(form, qPrintable(storeForDaysKey));
     }
     void show(QWidget* form)
     {
@@ -115,14 +116,13 @@ void TestPropertiesPage::theFormIsLaidOut()
     const TADataManagerPropertiesForm form(nullptr);
     QCOMPARE(form.objectName(), QStringLiteral("TADataManagerPropertiesForm"));
     QCOMPARE(form.size(), QSize(446, 300));
-    auto* const layout = form.findChild<QGridLayout*>(QStringLiteral("gridLayout"));
+    auto* const layout = testsupport::child<QGridLayout>(&form, "gridLayout");
     QVERIFY(layout);
     QCOMPARE(form.layout(), layout);
     QCOMPARE(layout->count(), 5);
     QCOMPARE(layout->itemAtPosition(0, 0)->widget(), deleteSeconds(&form));
     QCOMPARE(layout->itemAtPosition(0, 1)->widget(), storeForDays(&form));
-    QCOMPARE(layout->itemAtPosition(0, 2)->widget(),
-             form.findChild<QLabel*>(QStringLiteral("days")));
+    QCOMPARE(layout->itemAtPosition(0, 2)->widget(), testsupport::child<QLabel>(&form, "days"));
     const QSpacerItem* const across = layout->itemAtPosition(0, 3)->spacerItem();
     QVERIFY(across);
     QCOMPARE(across->sizeHint(), QSize(40, 20));
@@ -142,7 +142,7 @@ void TestPropertiesPage::theFormsTextsAreExact()
     QCOMPARE(form.windowTitle(), QStringLiteral("Form"));
     QCOMPARE(deleteSeconds(&form)->text(),
              QStringLiteral("Удалять историю в \"секундах\" по истечении "));
-    QCOMPARE(form.findChild<QLabel*>(QStringLiteral("days"))->text(), QStringLiteral("дн."));
+    QCOMPARE(testsupport::child<QLabel>(&form, "days")->text(), QStringLiteral("дн."));
     QVERIFY(storeForDays(&form)->prefix().isEmpty());
     QVERIFY(storeForDays(&form)->suffix().isEmpty());
 }
@@ -155,8 +155,7 @@ void TestPropertiesPage::theFormsTextsAreTranslatable()
     QCOMPARE(form.windowTitle(), context + QStringLiteral("Form"));
     QCOMPARE(deleteSeconds(&form)->text(),
              context + QStringLiteral("Удалять историю в \"секундах\" по истечении "));
-    QCOMPARE(form.findChild<QLabel*>(QStringLiteral("days"))->text(),
-             context + QStringLiteral("дн."));
+    QCOMPARE(testsupport::child<QLabel>(&form, "days")->text(), context + QStringLiteral("дн."));
 }
 
 void TestPropertiesPage::theFormConnectsItselfByName()

@@ -12,7 +12,7 @@
 #include "desk/pluginloader.h"
 #include "desk/pluginsdialog.h"
 #include "support/child.h"
-#include "support/commandtest.h"
+#include "support/commandwindows.h"
 #include "support/filetree.h"
 #include "support/modalsteps.h"
 #include "support/strictlog.h"
@@ -444,7 +444,7 @@ void TestDialogTexts::editor()
         chooseSeries(dialog);
         for (const auto& [name, day] : {std::pair("fromDateTime", QDate(2024, 1, 15)),
                                         std::pair("toDateTime", QDate(2024, 1, 16))}) {
-            dialog->findChild<QDateTimeEdit*>(QLatin1String(name))->setDateTime(day.startOfDay());
+            testsupport::child<QDateTimeEdit>(dialog, name)->setDateTime(day.startOfDay());
         }
         click(child<QPushButton>(dialog, "loadDataButton"));
         look(dialog);
@@ -476,8 +476,7 @@ void TestDialogTexts::progressDialogs()
     }
     ModalSteps steps;
     steps.on<QWizard>([this](QWizard* wizard) {
-        wizard->currentPage()
-            ->findChild<QDateEdit*>(QStringLiteral("dateFrom"))
+        testsupport::child<QDateEdit>(wizard->currentPage(), "dateFrom")
             ->setDate(QDate(2010, 1, 1));
         fillExport(wizard, false);
         click(wizard->button(QWizard::FinishButton));

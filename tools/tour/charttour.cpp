@@ -165,7 +165,7 @@ void addZooming(Tour& tour, const std::shared_ptr<State>& state, const PointedBa
     tour.add({Tour::tr("навести на бар"),
               [state, bar] {
                   if (!state->pointAt(bar.timeText()))
-                      return Tour::tr("на графике нет бара %1").arg(bar.timeText());
+                      return missing(Tour::tr("на графике нет бара %1").arg(bar.timeText()));
                   return missingUnless(
                       state->readout() == bar.readout(),
                       Tour::tr("вместо «%1» прочитано «%2»").arg(bar.readout(), state->readout()));
@@ -183,9 +183,9 @@ void addLookAfterEdit(Tour& tour, const std::shared_ptr<State>& state)
     tour.add({Tour::tr("удалённых баров нет на графике"),
               [state, deleted, before] {
                   if (!state->chart())
-                      return Tour::tr("график не виден");
+                      return missing(Tour::tr("график не виден"));
                   if (state->pointAt(deleted))
-                      return Tour::tr("на графике удалённый бар %1").arg(deleted);
+                      return missing(Tour::tr("на графике удалённый бар %1").arg(deleted));
                   return missingUnless(state->pointAt(before),
                                        Tour::tr("на графике нет бара %1").arg(before));
               },

@@ -55,16 +55,16 @@ QString demonstrationFilePath(const QString& dayFile)
         .filePath(QStringLiteral("NORD/MAIN/ALFA/") + dayFile);
 }
 
-QString storedMissing(const QMap<QString, QByteArray>& dayFiles)
+Outcome areStored(const QMap<QString, QByteArray>& dayFiles)
 {
     for (auto day = dayFiles.begin(); day != dayFiles.end(); ++day) {
         QFile file(demonstrationFilePath(day.key()));
         if (!file.open(QIODevice::ReadOnly))
-            return Tour::tr("нет файла %1").arg(file.fileName());
+            return missing(Tour::tr("нет файла %1").arg(file.fileName()));
         if (file.readAll() != day.value())
-            return Tour::tr("в файле %1 не то, что ожидалось").arg(file.fileName());
+            return missing(Tour::tr("в файле %1 не то, что ожидалось").arg(file.fileName()));
     }
-    return QString();
+    return {};
 }
 
 } // namespace vexdesk

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <vexdesk/outcome.h>
+
 #include <QtCore/QByteArray>
 #include <QtCore/QMap>
 #include <QtCore/QString>
@@ -20,7 +22,7 @@ Demonstration makeDemonstration();
 /// Where the bars go: the series NORD/MAIN/ALFA of the terminal's store.
 QString demonstrationFilePath(const QString& dayFile);
 
-/// Null text when the store holds these day files, otherwise what differs.
-QString storedMissing(const QMap<QString, QByteArray>& dayFiles);
+/// Whether the store holds these day files; a failure says what differs.
+Outcome areStored(const QMap<QString, QByteArray>& dayFiles);
 
 } // namespace vexdesk

@@ -28,18 +28,18 @@ QTreeView* table()
     return inDialog<QTreeView>("dataTable");
 }
 
-QString rowsMissing(int wanted)
+Outcome hasRows(int wanted)
 {
     if (!table())
-        return Tour::tr("редактор не открыт");
+        return missing(Tour::tr("редактор не открыт"));
     const int rows = table()->model()->rowCount();
     return missingUnless(rows == wanted, Tour::tr("в таблице строк: %1").arg(rows));
 }
 
-QString selectionMissing(int first, int count)
+Outcome isSelected(int first, int count)
 {
-    if (const QString missing = rowsMissing(shownRows); !missing.isNull())
-        return missing;
+    if (const Outcome rows = hasRows(shownRows); !rows)
+        return rows;
     QModelIndexList selected = table()->selectionModel()->selectedRows();
     std::sort(selected.begin(), selected.end());
     return missingUnless(selected.size() == count && selected.first().row() == first &&
@@ -84,11 +84,10 @@ void addTime(Tour& tour, const char* name, const QDate& day, const QTime& time)
         QDateTime(day, time));
 }
 
-void addButton(Tour& tour, const char* name, const std::function<QString()>& missing,
-               const QString& picture)
+void addButton(Tour& tour, const char* name, const StepCheck& check, const QString& picture)
 {
     addClick(
-        tour, Tour::tr("кнопка редактора"), [name] { return inDialog<QPushButton>(name); }, missing,
+        tour, Tour::tr("кнопка редактора"), [name] { return inDialog<QPushButton>(name); }, check,
         picture);
 }
 
@@ -104,13 +103,13 @@ void addFindSteps(Tour& tour)
 {
     addTime(tour, "findDateTime", QDate(2024, 1, 15), QTime(10, 20));
     addButton(
-        tour, "findButton", [] { return rowsMissing(shownRows); }, QStringLiteral("editor-range"));
+        tour, "findButton", [] { return hasRows(shownRows); }, QStringLiteral("editor-range"));
 }
 
 void addDeletionSteps(Tour& tour)
 {
     const auto found = [] { return table()->model()->index(firstDeleted, 0); };
-    tour.add({Tour::tr("бар найден"), [] { return selectionMissing(firstDeleted, 1); },
+    tour.add({Tour::tr("бар найден"), [] { return isSelected(firstDeleted, 1); },
               [found] { click(table()->viewport(), table()->visualRect(found()).center()); },
               QStringLiteral("editor-found")});
     tour.add({Tour::tr("выделить бары"),
@@ -123,10 +122,10 @@ void addDeletionSteps(Tour& tour)
                       pressKey(table(), Qt::Key_Down, QString(), Qt::ShiftModifier);
               }});
     addButton(
-        tour, "delButton", [] { return selectionMissing(firstDeleted, deletedRows); },
+        tour, "delButton", [] { return isSelected(firstDeleted, deletedRows); },
         QStringLiteral("editor-selected"));
     addButton(
-        tour, "closeButton", [] { return rowsMissing(shownRows - deletedRows); },
+        tour, "closeButton", [] { return hasRows(shownRows - deletedRows); },
         QStringLiteral("editor-deleted"));
 }
 
@@ -139,7 +138,7 @@ void addEditorTour(Tour& tour, MainWindow& window)
     addFindSteps(tour);
     addDeletionSteps(tour);
     addLook(tour, Tour::tr("файлы записаны"),
-            [dayFiles = editedDayFiles()] { return storedMissing(dayFiles); });
+            [dayFiles = editedDayFiles()] { return areStored(dayFiles); });
 }
 
 } // namespace vexdesk

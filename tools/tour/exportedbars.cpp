@@ -160,7 +160,7 @@ qint64 volumeOf(const QByteArray& file)
 
 } // namespace
 
-QString storedExportMissing(const QByteArray& file)
+Outcome hasStoredBars(const QByteArray& file)
 {
     constexpr int timeframe = 300;
     QByteArray wanted = heading;
@@ -170,7 +170,7 @@ QString storedExportMissing(const QByteArray& file)
     return missingUnless(file == wanted, Tour::tr("записано не то, что хранится"));
 }
 
-QString dealsExportMissing(const QByteArray& file)
+Outcome hasDealsOfToday(const QByteArray& file)
 {
     constexpr int timeframe = 60;
     qint64 left = volumeOf(file);

@@ -31,7 +31,7 @@ struct Interval
 
 void addSeriesPage(Tour& tour, const QDir& directory, const Interval& interval)
 {
-    tour.add({Tour::tr("мастер экспорта"), [] { return pageMissing(seriesPage); }});
+    tour.add({Tour::tr("мастер экспорта"), [] { return isOnPage(seriesPage); }});
     addSeriesChoice(tour, [](const char* name) { return inDialog<QComboBox>(name); });
     const auto typeDate = [&tour](const char* name, const QDate& date) {
         addTyping(
@@ -58,12 +58,12 @@ void addEnd(Tour& tour, const QString& picture)
 }
 
 void addComparison(Tour& tour, const QString& path,
-                   const std::function<QString(const QByteArray&)>& missing)
+                   const std::function<Outcome(const QByteArray&)>& check)
 {
-    addLook(tour, Tour::tr("файл записан"), [path, missing] {
+    addLook(tour, Tour::tr("файл записан"), [path, check] {
         QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? missing(file.readAll())
-                                              : Tour::tr("нет файла %1").arg(path);
+        return file.open(QIODevice::ReadOnly) ? check(file.readAll())
+                                              : missing(Tour::tr("нет файла %1").arg(path));
     });
 }
 
@@ -80,7 +80,7 @@ void addExportTour(Tour& tour, MainWindow& window, const QDir& directory)
     addSeriesPage(tour, directory, {QDate(2024, 1, 15), QDate(2024, 1, 17), 300});
     addWizardClick(tour, seriesPage, QWizard::NextButton, {}, QStringLiteral("export-series"));
     addEnd(tour, QStringLiteral("export-format"));
-    addComparison(tour, path, storedExportMissing);
+    addComparison(tour, path, hasStoredBars);
 
     const QDate today = QDate::currentDate();
     const QString question = Tour::tr("файл уже есть");
@@ -92,7 +92,7 @@ void addExportTour(Tour& tour, MainWindow& window, const QDir& directory)
     addWizardClick(tour, seriesPage, QWizard::NextButton);
     addAnswer(tour, question, QMessageBox::Question, QMessageBox::Yes);
     addEnd(tour, QString());
-    addComparison(tour, path, dealsExportMissing);
+    addComparison(tour, path, hasDealsOfToday);
 }
 
 } // namespace vexdesk

@@ -70,7 +70,7 @@ void addSeriesSteps(Tour& tour)
 {
     constexpr auto page = "SeriesImportPage";
     tour.add({Tour::tr("страница серии"),
-              [page] { return pageMissing(page); },
+              [page] { return isOnPage(page); },
               {},
               QStringLiteral("series")});
     addSeriesChoice(tour, box, QStringLiteral("security"));
@@ -82,8 +82,8 @@ void addFormatSteps(Tour& tour)
     constexpr auto page = "FormatImportPage";
     tour.add({Tour::tr("страница формата"),
               [page] {
-                  if (const QString missing = pageMissing(page); !missing.isNull())
-                      return missing;
+                  if (const Outcome here = isOnPage(page); !here)
+                      return here;
                   return missingUnless(!wizard()->button(QWizard::NextButton)->isEnabled(),
                                        Tour::tr("можно продолжать без разделителя"));
               },
@@ -114,8 +114,8 @@ void addColumnSteps(Tour& tour)
     constexpr auto page = "ColumnsImportPage";
     tour.add({Tour::tr("страница столбцов"),
               [page] {
-                  if (const QString missing = pageMissing(page); !missing.isNull())
-                      return missing;
+                  if (const Outcome here = isOnPage(page); !here)
+                      return here;
                   return missingUnless(columnBoxes().size() == fileColumns,
                                        Tour::tr("нет списков"));
               },
@@ -151,7 +151,7 @@ bool addImportTour(Tour& tour, MainWindow& window, const QDir& directory)
     addAnswer(tour, Tour::tr("итог"), QMessageBox::Information, QMessageBox::Ok,
               QStringLiteral("result"));
     addLook(tour, Tour::tr("бары сохранены"),
-            [demonstration] { return storedMissing(demonstration.dayFiles); });
+            [demonstration] { return areStored(demonstration.dayFiles); });
     return true;
 }
 

@@ -90,24 +90,24 @@ bool writeFiles(const SecondFiles& files)
            });
 }
 
-// Null text when exactly the old files are gone.
-QString removalMissing(const State& state)
+// Whether exactly the old files are gone.
+Outcome areOldOnesGone(const State& state)
 {
     QSet<QString> wanted = state.before;
     for (const QString& name : state.files.old) {
         if (!wanted.remove(demonstrationFilePath(name)))
-            return Tour::tr("не было файла %1").arg(name);
+            return missing(Tour::tr("не было файла %1").arg(name));
     }
     const QSet<QString> now = storedPaths();
     for (const QString& path : now) {
         if (!wanted.contains(path))
-            return Tour::tr("не удалён файл %1").arg(path);
+            return missing(Tour::tr("не удалён файл %1").arg(path));
     }
     for (const QString& path : std::as_const(wanted)) {
         if (!now.contains(path))
-            return Tour::tr("удалён файл %1").arg(path);
+            return missing(Tour::tr("удалён файл %1").arg(path));
     }
-    return QString();
+    return {};
 }
 
 QListWidgetItem* categoryItem()
@@ -166,7 +166,7 @@ void addDaySteps(Tour& tour, MainWindow& window, const std::shared_ptr<State>& s
 {
     addMenuSteps(tour, window, "Desk.NewDay", QString(), QStringLiteral("new-day"));
     tour.add({Tour::tr("старые секундные файлы удалены, остальные на месте"),
-              [state] { return removalMissing(*state); }, [state] { state->cleanUp(); }});
+              [state] { return areOldOnesGone(*state); }, [state] { state->cleanUp(); }});
 }
 
 } // namespace

@@ -54,11 +54,10 @@ void Tour::look()
         return;
     }
     const TourStep step = m_steps.at(m_current);
-    const QString missing = step.missing ? step.missing() : QString();
-    if (!missing.isNull()) {
+    if (const Outcome holds = step.check ? step.check() : Outcome(); !holds) {
         if (m_waiting.elapsed() > patience) {
             savePicture(QStringLiteral("failed.png"));
-            Q_EMIT failed(tr("Шаг «%1»: %2").arg(step.title, missing));
+            Q_EMIT failed(tr("Шаг «%1»: %2").arg(step.title, holds.message()));
         } else {
             QTimer::singleShot(lookInterval, this, &Tour::look);
         }

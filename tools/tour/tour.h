@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <vexdesk/outcome.h>
+
 #include <QtCore/QDir>
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QList>
@@ -13,22 +15,28 @@
 /// User-interface thread only.
 namespace vexdesk {
 
+/// Whether something holds by now, and if not, what is missing.
+using StepCheck = std::function<Outcome()>;
+
 struct TourStep
 {
     QString title;
-    /// What must hold before the step: null text when it does, otherwise what is still missing.
-    /// May be none.
-    std::function<QString()> missing = {};
+    /// What must hold before the step; a failure says what is still missing. May be none.
+    StepCheck check = {};
     /// What the user does then. May open a modal dialog, or be none.
     std::function<void()> act = {};
     /// The name of the picture that is taken before it is done; none when empty.
     QString picture = QString();
 };
 
-/// Null text when it holds, otherwise what is missing.
-inline QString missingUnless(bool holds, const QString& what)
+/// It does not hold.
+inline Outcome missing(const QString& what)
 {
-    return holds ? QString() : what;
+    return Failure{what};
+}
+inline Outcome missingUnless(bool holds, const QString& what)
+{
+    return holds ? Outcome() : missing(what);
 }
 
 class Tour final : public QObject

@@ -29,10 +29,10 @@ QMenu* openMenu()
     return qobject_cast<QMenu*>(QApplication::activePopupWidget());
 }
 
-QString entryMissing(const QString& title)
+Outcome hasEntry(const QString& title)
 {
     if (!openMenu())
-        return Tour::tr("меню не открыто");
+        return missing(Tour::tr("меню не открыто"));
     const QList<QAction*> entries = openMenu()->actions();
     const bool found = std::any_of(entries.begin(), entries.end(), [&title](const QAction* entry) {
         return withoutMnemonic(entry->text()) == title;
@@ -92,44 +92,43 @@ void addMenuSteps(Tour& tour, MainWindow& window, const QByteArray& command,
               windowPicture});
     for (qsizetype i = 1; i < path.size(); ++i) {
         const QString& entry = path.at(i);
-        tour.add({Tour::tr("выбрать «%1»").arg(entry), [entry] { return entryMissing(entry); },
+        tour.add({Tour::tr("выбрать «%1»").arg(entry), [entry] { return hasEntry(entry); },
                   [entry] { clickMenu(openMenu(), entry); },
                   i + 1 == path.size() ? menuPicture : QString()});
     }
 }
 
 void addClick(Tour& tour, const QString& title, const std::function<QAbstractButton*()>& button,
-              const std::function<QString()>& missing, const QString& picture)
+              const StepCheck& check, const QString& picture)
 {
     tour.add({title,
-              [button, missing] {
-                  const QString other = missing ? missing() : QString();
-                  if (!other.isNull())
-                      return other;
+              [button, check] {
+                  if (const Outcome holds = check ? check() : Outcome(); !holds)
+                      return holds;
                   return missingUnless(button() && button()->isEnabled(),
                                        Tour::tr("кнопка недоступна"));
               },
               [button] { click(button()); }, picture});
 }
 
-QString pageMissing(const char* name)
+Outcome isOnPage(const char* name)
 {
     const auto* const wizard = activeDialog<QWizard>();
     if (!wizard)
-        return Tour::tr("мастер не открыт");
+        return missing(Tour::tr("мастер не открыт"));
     return missingUnless(wizard->currentPage() &&
                              wizard->currentPage()->objectName() == QLatin1String(name),
                          Tour::tr("открыта не та страница"));
 }
 
 void addWizardClick(Tour& tour, const char* page, QWizard::WizardButton button,
-                    const std::function<QString()>& missing, const QString& picture)
+                    const StepCheck& check, const QString& picture)
 {
     addClick(
         tour, Tour::tr("продолжить"), [button] { return activeDialog<QWizard>()->button(button); },
-        [page, missing] {
-            const QString other = pageMissing(page);
-            return other.isNull() && missing ? missing() : other;
+        [page, check] {
+            const Outcome here = isOnPage(page);
+            return here && check ? check() : here;
         },
         picture);
 }
@@ -142,17 +141,17 @@ void addAnswer(Tour& tour, const QString& title, QMessageBox::Icon kind,
         [kind] {
             const auto* const box = activeDialog<QMessageBox>();
             if (!box)
-                return Tour::tr("нет сообщения");
+                return missing(Tour::tr("нет сообщения"));
             return missingUnless(box->icon() == kind, box->text());
         },
         picture);
 }
 
-void addLook(Tour& tour, const QString& title, const std::function<QString()>& missing)
+void addLook(Tour& tour, const QString& title, const StepCheck& check)
 {
-    tour.add({title, [missing] {
-                  return QApplication::activeModalWidget() ? Tour::tr("окно не закрыто")
-                                                           : missing();
+    tour.add({title, [check] {
+                  return QApplication::activeModalWidget() ? missing(Tour::tr("окно не закрыто"))
+                                                           : check();
               }});
 }
 
@@ -175,7 +174,7 @@ void addChoice(Tour& tour, const QString& title, const std::function<QComboBox*(
     tour.add({Tour::tr("выбрать из списка: %1").arg(title),
               [list, entry] {
                   if (!list() || !list()->view()->isVisible())
-                      return Tour::tr("список не открыт");
+                      return missing(Tour::tr("список не открыт"));
                   return missingUnless(entry(*list()) >= 0,
                                        Tour::tr("в списке нет того, что нужно"));
               },

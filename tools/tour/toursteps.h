@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "tour/tour.h"
+
 #include <QtCore/QByteArray>
 #include <QtCore/QDateTime>
 #include <QtCore/QVariant>
@@ -19,7 +21,6 @@ class QDateTimeEdit;
 namespace vexdesk {
 
 class MainWindow;
-class Tour;
 
 /// The modal dialog in front, or null when it is none of this class.
 template <typename Dialog>
@@ -41,24 +42,23 @@ Widget* inDialog(const char* name)
 void addMenuSteps(Tour& tour, MainWindow& window, const QByteArray& command,
                   const QString& windowPicture = QString(), const QString& menuPicture = QString());
 
-/// Clicks on a button that is enabled, as soon as nothing is missing.
+/// Clicks on a button that is enabled, as soon as the check holds.
 void addClick(Tour& tour, const QString& title, const std::function<QAbstractButton*()>& button,
-              const std::function<QString()>& missing = {}, const QString& picture = QString());
+              const StepCheck& check = {}, const QString& picture = QString());
 
-/// Null text when the modal dialog in front is a wizard that shows the page of this object name.
-QString pageMissing(const char* name);
+/// Whether the modal dialog in front is a wizard that shows the page of this object name.
+Outcome isOnPage(const char* name);
 
-/// Clicks on a button of the wizard when it shows this page, and nothing is missing on it.
+/// Clicks on a button of the wizard when it shows this page and the check holds.
 void addWizardClick(Tour& tour, const char* page, QWizard::WizardButton button,
-                    const std::function<QString()>& missing = {},
-                    const QString& picture = QString());
+                    const StepCheck& check = {}, const QString& picture = QString());
 
 /// Answers the message box of this kind.
 void addAnswer(Tour& tour, const QString& title, QMessageBox::Icon kind,
                QMessageBox::StandardButton answer, const QString& picture = QString());
 
-/// Waits until no dialog is open and nothing is missing.
-void addLook(Tour& tour, const QString& title, const std::function<QString()>& missing);
+/// Waits until no dialog is open and the check holds.
+void addLook(Tour& tour, const QString& title, const StepCheck& check);
 
 /// Which entry of a list is meant, whatever the language of its text: a number, or -1 where the
 /// list does not have it.

@@ -45,17 +45,8 @@ SeriesKey rememberedSeries()
 // The directories without bars too: a series is new when its first day file comes.
 StoreListing listingOf(const QString& root)
 {
-    QStringList directories{root};
-    qsizetype first = 0;
-    for (int depth = 0; depth < 3; ++depth) {
-        const qsizetype last = directories.size();
-        for (; first < last; ++first) {
-            const QString above = directories.at(first) + u'/';
-            for (const QString& name : subdirectories(above, QDir::Hidden))
-                directories.append(above + name);
-        }
-    }
-    return {listStore(QDir(root)), directories};
+    const StoreDirectories below = storeDirectories(QDir(root));
+    return {listStore(QDir(root)), QStringList{root} + below.stocks + below.boards + below.series};
 }
 
 // A second of the time is a step of the scroll bar, or more where they are too many for it.
@@ -295,8 +286,8 @@ void ChartPanel::showNothing()
     const QSignalBlocker quiet(m_timeframeBox);
     m_timeframeBox->clear();
     showMessage(tr("Сохранённых баров пока нет.\n\n"
-                   "Чтобы импортировать их из файла, выберите в меню «Тех. анализ» › «Управление "
-                   "данными ТА» › «Импортировать...» или нажмите Shift+I."));
+                   "Чтобы импортировать их из файла, выберите в меню терминала команду импорта "
+                   "загруженного модуля."));
 }
 
 void ChartPanel::showBars(const std::shared_ptr<const BarSeries>& series)

@@ -112,7 +112,7 @@ BarSeries::Day readDay(const QString& path, const QDate& day)
         bars.push_back(barOf(stored));
         decimals = std::max(decimals, decimalsOf(stored));
     }
-    if (bars.empty())
+    if (bars.empty() || !lines.outcome())
         return nullptr;
     const auto isEarlier = [](const Bar& left, const Bar& right) { return left.time < right.time; };
     if (!std::is_sorted(bars.begin(), bars.end(), isEarlier))

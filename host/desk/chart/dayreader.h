@@ -40,7 +40,8 @@ using ReadDays = std::map<QDate, ReadDay>;
 /// Told how many of how many days there are; answers whether to go on.
 using ReadProgress = std::function<bool(int done, int total)>;
 
-/// The bars of a day file, null when there is none. Lines without a time or without four prices
+/// The bars of a day file, null when there is none and when it could not be read to its end: half a
+/// day must not look like a whole one. Lines without a time or without four prices
 /// are passed over; a file whose lines are not in the order of their times is put into order.
 ///
 /// Lines that the history editor has written have the money before the volume. They are known by a

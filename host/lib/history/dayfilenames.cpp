@@ -12,11 +12,12 @@ namespace vexdesk {
 
 namespace {
 
-constexpr qsizetype dayLength = 8; // of "yyyyMMdd"
+constexpr qsizetype dayLength = 8;
+const QString dayForm = QStringLiteral("yyyyMMdd");
 
 QString dayText(const QDate& day)
 {
-    return day.toString(QStringLiteral("yyyyMMdd"));
+    return day.toString(dayForm);
 }
 
 // Digit by digit: a store has many names, and the forms of QDate are taken apart anew for each.
@@ -63,6 +64,16 @@ bool isBarFileName(const QString& name)
         return true;
     const QDate day = dayAtStart(name);
     return day.isValid() && minuteFileName(day) == name;
+}
+
+QString oldSecondFilePattern()
+{
+    return QStringLiteral("*_%1").arg(secondTimeframe);
+}
+
+QDate dayInName(const QString& name)
+{
+    return QDate::fromString(name.left(name.indexOf(u'_')), dayForm);
 }
 
 QString barFileThatIs(const QString& path, const QDir& seriesDir)

@@ -1,12 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include <vexdesk/history/dayfilewriter.h>
 
+#include "systemfile.h"
+
 #include <vexdesk/history/recordline.h>
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
+#include <fcntl.h>
+
 #include <array>
+#include <optional>
 
 namespace vexdesk {
 
@@ -15,13 +20,14 @@ class DayFileWriter::Private final
 public:
     void passOn()
     {
-        isWhole = isWhole && file.write(lines.data(), size) == size;
+        isWhole = isWhole && writeAll(file->get(), {lines.data(), size}).isDone();
         size = 0;
     }
 
     static constexpr qsizetype enough = 16384;
 
-    QFile file;
+    QString path;
+    std::optional<Descriptor> file;                 // that is open
     std::array<char, enough + maxRecordLine> lines; // that the file has not got yet
     qsizetype size = 0;                             // of these
     bool isWhole = true; // whether the file has taken all that it was given
@@ -38,18 +44,22 @@ DayFileWriter::~DayFileWriter()
 
 QString DayFileWriter::path() const
 {
-    return m_d->file.fileName();
+    return m_d->path;
 }
 
 bool DayFileWriter::open(const QString& path)
 {
-    m_d->file.setFileName(path);
+    m_d->path = path;
     m_d->isWhole = true;
     // To open a pipe is to wait for somebody who reads it.
     const QFileInfo there(path);
-    const bool isFile = there.isFile() || !there.exists();
-    const auto mode = QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered;
-    return isFile && m_d->file.open(mode);
+    if (!there.isFile() && there.exists())
+        return false;
+    m_d->file.emplace(::open(QFile::encodeName(path).constData(),
+                             O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
+    if (!m_d->file->isOpen())
+        m_d->file.reset();
+    return m_d->file.has_value();
 }
 
 void DayFileWriter::write(const StoredBar& bar)
@@ -62,13 +72,14 @@ void DayFileWriter::write(const StoredBar& bar)
 
 bool DayFileWriter::close()
 {
-    if (!m_d->file.isOpen()) {
+    if (!m_d->file) {
         m_d->size = 0;
         return true;
     }
     m_d->passOn();
-    m_d->file.close();
-    return m_d->isWhole && m_d->file.error() == QFileDevice::NoError;
+    const Step closed = m_d->file->close();
+    m_d->file.reset();
+    return m_d->isWhole && closed.isDone();
 }
 
 } // namespace vexdesk

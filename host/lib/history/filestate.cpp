@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <vexdesk/history/filestate.h>
 
+#include "systemfile.h"
+
 #include <QtCore/QFile>
 
 #include <sys/stat.h>

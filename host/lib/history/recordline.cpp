@@ -27,6 +27,19 @@ const char* findSeparator(const char* begin, const char* end)
                               std::memchr(begin, separator, static_cast<size_t>(end - begin)));
 }
 
+// Seconds since midnight of six digits "hhmmss"; -1 for every other text.
+int secondOfPlainTime(QByteArrayView text)
+{
+    constexpr int length = 6;
+    if (text.size() != length || !areDigits(text))
+        return -1;
+    const auto number = [text](int at) { return (text[at] - '0') * 10 + text[at + 1] - '0'; };
+    const int hour = number(0);
+    const int minute = number(2);
+    const int second = number(4);
+    return hour < 24 && minute < 60 && second < 60 ? (hour * 60 + minute) * 60 + second : -1;
+}
+
 // The forms that imports write are read as they stand; all others are left to Qt.
 
 QTime timeOf(QByteArrayView text)
@@ -77,15 +90,12 @@ char* writeTwoDigits(char* to, int number)
     return to;
 }
 
-char* writeTime(char* to, const QTime& time)
+char* writeTime(char* to, int secondOfDay)
 {
-    if (time.isNull())
-        return to;
     constexpr int perMinute = 60;
-    const int seconds = time.msecsSinceStartOfDay() / 1000;
-    to = writeTwoDigits(to, seconds / (perMinute * perMinute));
-    to = writeTwoDigits(to, seconds / perMinute % perMinute);
-    return writeTwoDigits(to, seconds % perMinute);
+    to = writeTwoDigits(to, secondOfDay / (perMinute * perMinute));
+    to = writeTwoDigits(to, secondOfDay / perMinute % perMinute);
+    return writeTwoDigits(to, secondOfDay % perMinute);
 }
 
 char* writeNumber(char* to, const decimal& number)
@@ -105,7 +115,8 @@ char* writeNumber(char* to, qint64 number)
 
 char* writeRecordLine(char* to, const StoredBar& bar)
 {
-    to = writeTime(to, bar.time);
+    if (!bar.time.isNull())
+        to = writeTime(to, bar.time.msecsSinceStartOfDay() / 1000);
     to = writeNumber(to, bar.open);
     to = writeNumber(to, bar.high);
     to = writeNumber(to, bar.low);
@@ -183,16 +194,24 @@ std::optional<CheckedBar> checkedBar(QByteArrayView line, const QDate& day)
                       isEdited};
 }
 
-int secondOfPlainTime(QByteArrayView text)
+std::array<char, 6> plainTime(int secondOfDay)
 {
-    constexpr int length = 6;
-    if (text.size() != length || !areDigits(text))
-        return -1;
-    const auto number = [text](int at) { return (text[at] - '0') * 10 + text[at + 1] - '0'; };
-    const int hour = number(0);
-    const int minute = number(2);
-    const int second = number(4);
-    return hour < 24 && minute < 60 && second < 60 ? (hour * 60 + minute) * 60 + second : -1;
+    std::array<char, 6> digits{};
+    writeTime(digits.data(), secondOfDay);
+    return digits;
+}
+
+// Of the first field, which in almost every line has six characters.
+int secondOfRecordLine(QByteArrayView line)
+{
+    constexpr qsizetype usualLength = 6;
+    if (line.size() > usualLength && line[usualLength] == separator) {
+        if (const int second = secondOfPlainTime(line.first(usualLength)); second >= 0)
+            return second;
+    }
+    const char* const end = findSeparator(line.begin(), line.end());
+    const QTime time = timeOf(end ? QByteArrayView(line.begin(), end) : line);
+    return time.isValid() ? time.msecsSinceStartOfDay() / 1000 : 0;
 }
 
 std::optional<RecordFields> splitRecordLine(QByteArrayView line)
@@ -211,27 +230,6 @@ std::optional<RecordFields> splitRecordLine(QByteArrayView line)
         return std::nullopt;
     fields[field] = QByteArrayView(begin, line.end());
     return fields;
-}
-
-bool isRecordLine(QByteArrayView line)
-{
-    // Eight characters at a time: the highest bit of each that is a separator is set and counted,
-    // by a product, since not every processor counts bits.
-    constexpr quint64 separators = 0x3b3b3b3b3b3b3b3bU;
-    constexpr quint64 lowBits = 0x7f7f7f7f7f7f7f7fU;
-    constexpr quint64 ones = 0x0101010101010101U;
-    static_assert(separator == 0x3b);
-    qsizetype count = 0;
-    const char* at = line.begin();
-    for (; line.end() - at >= qsizetype(sizeof(quint64)); at += sizeof(quint64)) {
-        quint64 characters = 0;
-        std::memcpy(&characters, at, sizeof characters);
-        characters ^= separators;
-        const quint64 found = ~(((characters & lowBits) + lowBits) | characters | lowBits);
-        count += static_cast<qsizetype>((found >> 7) * ones >> 56);
-    }
-    count += std::count(at, line.end(), separator);
-    return count == RecordFieldCount - 1;
 }
 
 } // namespace vexdesk

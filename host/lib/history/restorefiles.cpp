@@ -16,7 +16,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <functional>
 
 namespace vexdesk::restore {
@@ -194,29 +193,6 @@ Step fillInPlace(int from, const QByteArray& target)
         !taken.isDone() && !taken.isRefused())
         return taken;
     return file.close();
-}
-
-// By a file beside it, which takes its place. Refused where the directory does not allow that.
-Step replaceWhole(int from, const QString& target, int old)
-{
-    const QByteArray beside = QFile::encodeName(temporaryPathIn(QFileInfo(target).path()));
-    constexpr mode_t nobodyElse = 0600;
-    Descriptor file(
-        ::open(beside.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, nobodyElse));
-    if (!file.isOpen())
-        return Step::failed();
-    TemporaryName name(beside);
-    if (old >= 0 && !takeAccess(file.get(), old)) {
-        errno = EPERM;
-        return Step::failed();
-    }
-    if (!copyContent(from, file.get()))
-        return Step::failed();
-    if (const Step taken = takeModeAndTimes(file.get(), from); !taken.isDone())
-        return taken;
-    if (const Step closed = file.close(); !closed.isDone())
-        return closed;
-    return name.renameTo(QFile::encodeName(target));
 }
 
 QByteArray jsonText(const QJsonValue& value)

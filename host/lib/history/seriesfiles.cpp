@@ -35,8 +35,7 @@ std::optional<DayFileKey> keyOf(const QString& name)
         return key;
     if (!isBarFileName(name))
         return std::nullopt;
-    const QDate day = QDate::fromString(name.section(u'_', 0, 0), QStringLiteral("yyyyMMdd"));
-    return DayFileKey{day, secondTimeframe};
+    return DayFileKey{dayInName(name), secondTimeframe};
 }
 
 bool isIn(const DayFileKey& key, const BarFileRange& range)
@@ -74,29 +73,11 @@ Outcome removeFile(const QString& path)
                : Failure{Text::tr("Файл %1 не удалён: %2").arg(path, removed.reason())};
 }
 
-Step copyWhole(int from, const QString& to)
-{
-    const QByteArray beside = QFile::encodeName(temporaryPathIn(QFileInfo(to).path()));
-    constexpr mode_t nobodyElse = 0600;
-    Descriptor file(
-        ::open(beside.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, nobodyElse));
-    if (!file.isOpen())
-        return Step::failed();
-    TemporaryName name(beside);
-    if (!copyContent(from, file.get()))
-        return Step::failed();
-    if (const Step taken = takeModeAndTimes(file.get(), from); !taken.isDone())
-        return taken;
-    if (const Step closed = file.close(); !closed.isDone())
-        return closed;
-    return name.renameTo(QFile::encodeName(to));
-}
-
 Outcome copyFile(const QString& from, const QString& to)
 {
     const Descriptor file(
         ::open(QFile::encodeName(from).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-    const Step copied = file.isOpen() ? copyWhole(file.get(), to) : Step::failed();
+    const Step copied = file.isOpen() ? replaceWhole(file.get(), to) : Step::failed();
     return copied.isDone()
                ? Outcome()
                : Failure{Text::tr("Файл %1 не скопирован в %2: %3").arg(from, to, copied.reason())};

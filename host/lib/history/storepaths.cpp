@@ -23,6 +23,27 @@ QDir dataDirectory(const QString& path)
     return reached.absolutePath() == wanted.absolutePath() ? reached : wanted;
 }
 
+QStringList namesIn(const QString& path, QDir::Filters kinds)
+{
+    QStringList names;
+    QDirIterator walk(path, kinds | QDir::NoDotAndDotDot);
+    while (walk.hasNext()) {
+        walk.next();
+        names.append(walk.fileName());
+    }
+    return names;
+}
+
+QStringList directoriesBelow(const QStringList& directories)
+{
+    QStringList paths;
+    for (const QString& above : directories) {
+        for (const QString& name : namesIn(above, QDir::Dirs | QDir::Hidden))
+            paths.append(above + u'/' + name);
+    }
+    return paths;
+}
+
 } // namespace
 
 QDir storeRoot()
@@ -47,15 +68,18 @@ QDir makeSeriesDir(const QString& stockCode, const QString& boardCode, const QSt
     return dataDirectory(QStringLiteral("tadata/%1/%2/%3").arg(stockCode, boardCode, securityName));
 }
 
-QStringList subdirectories(const QString& path, QDir::Filters also)
+QStringList subdirectories(const QString& path)
 {
-    QStringList names;
-    QDirIterator walk(path, QDir::Dirs | QDir::NoDotAndDotDot | also);
-    while (walk.hasNext()) {
-        walk.next();
-        names.append(walk.fileName());
-    }
-    return names;
+    return namesIn(path, QDir::Dirs);
+}
+
+StoreDirectories storeDirectories(const QDir& root)
+{
+    StoreDirectories directories;
+    directories.stocks = directoriesBelow({root.path()});
+    directories.boards = directoriesBelow(directories.stocks);
+    directories.series = directoriesBelow(directories.boards);
+    return directories;
 }
 
 } // namespace vexdesk

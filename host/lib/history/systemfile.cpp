@@ -259,4 +259,26 @@ Step writeWhole(const QString& path, QByteArrayView content)
     return file.finish();
 }
 
+Step replaceWhole(int from, const QString& target, int old)
+{
+    const QByteArray beside = QFile::encodeName(temporaryPathIn(QFileInfo(target).path()));
+    constexpr mode_t nobodyElse = 0600;
+    Descriptor file(
+        ::open(beside.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, nobodyElse));
+    if (!file.isOpen())
+        return Step::failed();
+    TemporaryName name(beside);
+    if (old >= 0 && !takeAccess(file.get(), old)) {
+        errno = EPERM;
+        return Step::failed();
+    }
+    if (!copyContent(from, file.get()))
+        return Step::failed();
+    if (const Step taken = takeModeAndTimes(file.get(), from); !taken.isDone())
+        return taken;
+    if (const Step closed = file.close(); !closed.isDone())
+        return closed;
+    return name.renameTo(QFile::encodeName(target));
+}
+
 } // namespace vexdesk

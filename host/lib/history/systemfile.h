@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <vexdesk/history/filestate.h>
 #include <vexdesk/outcome.h>
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
 #include <optional>
+
+class QFileDevice;
 
 /// Calls of the system on files of the store, for those parts of the library that replace them.
 /// Any thread.
@@ -130,5 +133,14 @@ private:
 
 /// The same of a content that is at hand.
 Step writeWhole(const QString& path, QByteArrayView content);
+
+/// Gives a file what an open one holds, with the permissions and times of that, whole or not at
+/// all: by a file beside it, which takes its place and, where one is given, the permissions, owner
+/// and group of the old file. Refused where the directory does not allow that.
+Step replaceWhole(int from, const QString& target, int old = -1);
+
+/// The state of an open file, see fileState(QString).
+std::optional<FileState> fileState(const QFileDevice& file);
+std::optional<FileState> fileState(int descriptor);
 
 } // namespace vexdesk

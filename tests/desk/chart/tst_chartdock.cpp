@@ -6,6 +6,7 @@
 #include "desk/deskapplication.h"
 #include "desk/mainwindow.h"
 #include "desk/pluginloader.h"
+#include "support/child.h"
 #include "support/strictlog.h"
 
 #include <vexdesk/icore.h>
@@ -186,7 +187,7 @@ void TestChartDock::staysAloneUntilTheNextStart()
 void TestChartDock::saysHowToGetBars()
 {
     choose();
-    const auto* const message = dock()->findChild<QLabel*>(QStringLiteral("chartMessage"));
+    const auto* const message = testsupport::child<QLabel>(dock(), "chartMessage");
     QVERIFY(message);
     QTRY_VERIFY(message->isVisible());
     QTRY_VERIFY2(message->text().contains(QStringLiteral("Импортировать...")),

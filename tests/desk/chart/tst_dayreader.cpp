@@ -2,6 +2,7 @@
 #include "desk/chart/dayreader.h"
 #include "desk/chart/wallclock.h"
 #include "support/dayfiles.h"
+#include "support/faults.h"
 #include "support/filetree.h"
 #include "support/localzone.h"
 #include "support/strictlog.h"
@@ -51,6 +52,7 @@ private Q_SLOTS:
     void aVolumeBeyondThirtyTwoBitsIsNothing();
     void anHourThatTheClockSkipsIsRead();
     void aMissingFileHasNoBars();
+    void aDayThatCannotBeReadToItsEndHasNoBars();
     void readsTheDaysOfOneTimeframeInOrder();
     void readsAgainOnlyWhatHasChanged();
     void doesNotTrustAFileThatWasJustWritten();
@@ -181,6 +183,21 @@ void TestDayReader::aMissingFileHasNoBars()
     QVERIFY(!vexdesk::readDay(path(QStringLiteral("none")), day));
     QVERIFY(!read(""));
     QVERIFY(vexdesk::readDays(path(QStringLiteral("none")), 60, {}, goOn).empty());
+}
+
+void TestDayReader::aDayThatCannotBeReadToItsEndHasNoBars()
+{
+    QVERIFY(read(barLines(ten, 3)));
+    writeFile(path(dayFile(day.addDays(1))), barLines(ten, 2));
+    {
+        const testsupport::Fault fault(testsupport::SystemCall::Read, dayFile(day), EIO, 1);
+        QVERIFY(!vexdesk::readDay(path(dayFile(day)), day));
+        QVERIFY(fault.failed() > 0);
+        // The other days are shown.
+        const ReadDays days = vexdesk::readDays(m_directory->path(), 60, {}, goOn);
+        QCOMPARE(vexdesk::seriesOf(days).size(), 2);
+    }
+    QCOMPARE(vexdesk::readDay(path(dayFile(day)), day)->bars().size(), 3U);
 }
 
 void TestDayReader::readsTheDaysOfOneTimeframeInOrder()

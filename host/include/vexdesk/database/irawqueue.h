@@ -2,7 +2,10 @@
 #pragma once
 
 #include <vexdesk/export.h>
-#include <vexdesk/icore.h>
+
+#include <QtCore/QtGlobal>
+
+#include <memory>
 
 /// The queue through which incoming data reaches the tables, as a plug-in sees it: something that
 /// can be halted while tables are read.
@@ -32,29 +35,14 @@ private:
 /// end in the reverse order of their creation, since each puts back what it found.
 ///
 /// Does nothing where there is no core or the core has no queue.
-class IRawQueue::ProcessingBlocker final
+class VEXDESK_CORE_EXPORT IRawQueue::ProcessingBlocker final
 {
 public:
-    ProcessingBlocker()
-        : m_queue(currentQueue())
-        , m_wasSuspended(m_queue && m_queue->setSuspended(true))
-    {}
-    ~ProcessingBlocker()
-    {
-        // The queue ends with the core, which may have gone first.
-        if (m_queue && m_queue == currentQueue())
-            m_queue->setSuspended(m_wasSuspended);
-    }
-
-private:
+    ProcessingBlocker();
+    ~ProcessingBlocker();
     Q_DISABLE_COPY_MOVE(ProcessingBlocker)
 
-    static IRawQueue* currentQueue()
-    {
-        const ICore* const core = ICore::instance();
-        return core ? core->rawQueue() : nullptr;
-    }
-
-    IRawQueue* const m_queue;
-    const bool m_wasSuspended;
+private:
+    struct Private;
+    const std::unique_ptr<const Private> m_d;
 };

@@ -39,6 +39,12 @@ VEXDESK_HISTORY_EXPORT std::optional<DayFileKey> parseDayFileName(const QString&
 /// file.
 VEXDESK_HISTORY_EXPORT bool isBarFileName(const QString& name);
 
+/// The wildcard of the names of second files without an extension, which are kept for some days
+/// only. No day file has such a name.
+VEXDESK_HISTORY_EXPORT QString oldSecondFilePattern();
+/// The day that a file's name begins with, up to its first "_"; not valid where that is no date.
+VEXDESK_HISTORY_EXPORT QDate dayInName(const QString& name);
+
 /// The name of the day file or derived minute file in a series' directory that is the very file to
 /// which the path leads, by whatever other name or link; empty when none is.
 VEXDESK_HISTORY_EXPORT QString barFileThatIs(const QString& path, const QDir& seriesDir);

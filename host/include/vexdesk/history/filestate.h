@@ -7,8 +7,6 @@
 
 #include <optional>
 
-class QFileDevice;
-
 namespace vexdesk {
 
 /// What a file is at a moment: which one, how large and when it was changed last. Two states that
@@ -36,8 +34,5 @@ struct FileState
 /// The state of the file that a path leads to, through links too. No value for what is missing and
 /// for what is no file: a directory, a pipe, a socket, a device. Any thread.
 VEXDESK_HISTORY_EXPORT std::optional<FileState> fileState(const QString& path);
-/// The same of an open file.
-VEXDESK_HISTORY_EXPORT std::optional<FileState> fileState(const QFileDevice& file);
-VEXDESK_HISTORY_EXPORT std::optional<FileState> fileState(int descriptor);
 
 } // namespace vexdesk

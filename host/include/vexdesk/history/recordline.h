@@ -40,9 +40,11 @@ constexpr qsizetype maxRecordLine = 6 + 5 * decimal::maxTextSize + 20 + 11 + 8;
 /// is written as nothing. Returns the end of the line.
 VEXDESK_HISTORY_EXPORT char* writeRecordLine(char* to, const StoredBar& bar);
 
-/// Seconds since midnight of a time as imports write it, six digits "hhmmss"; -1 for every other
-/// text, which QTime::fromString may still read.
-VEXDESK_HISTORY_EXPORT int secondOfPlainTime(QByteArrayView text);
+/// The time of a second since midnight as imports write it, "hhmmss".
+VEXDESK_HISTORY_EXPORT std::array<char, 6> plainTime(int secondOfDay);
+/// Seconds since midnight of the time of a record line, as the history editor takes it: what is no
+/// time is midnight, as it is to QDateTime.
+VEXDESK_HISTORY_EXPORT int secondOfRecordLine(QByteArrayView line);
 
 /// The fields of a record line, in their order.
 enum RecordField : int {
@@ -89,8 +91,5 @@ VEXDESK_HISTORY_EXPORT void appendRewritten(QByteArray& content, const RecordFie
 
 /// Splits a line the way the history editor does: no value unless it has exactly eight fields.
 VEXDESK_HISTORY_EXPORT std::optional<RecordFields> splitRecordLine(QByteArrayView line);
-
-/// Whether splitRecordLine() gives fields; for those who only want to know.
-VEXDESK_HISTORY_EXPORT bool isRecordLine(QByteArrayView line);
 
 } // namespace vexdesk

@@ -31,9 +31,18 @@ VEXDESK_HISTORY_EXPORT QString seriesPath(const QDir& root, const QString& stock
 VEXDESK_HISTORY_EXPORT QDir makeSeriesDir(const QString& stockCode, const QString& boardCode,
                                           const QString& securityName);
 
-/// The names of the directories in a directory of the store, in no order. Hidden ones are among
-/// them only with `also` = QDir::Hidden.
-VEXDESK_HISTORY_EXPORT QStringList subdirectories(const QString& path,
-                                                  QDir::Filters also = QDir::Filters());
+/// The names of the directories in a directory of the store, in no order and without hidden ones.
+VEXDESK_HISTORY_EXPORT QStringList subdirectories(const QString& path);
+
+/// The paths of a store's directories, each list in no order.
+struct StoreDirectories
+{
+    QStringList stocks;
+    QStringList boards;
+    QStringList series; ///< with bars or without
+};
+
+/// Hidden ones too, and those behind links.
+VEXDESK_HISTORY_EXPORT StoreDirectories storeDirectories(const QDir& root);
 
 } // namespace vexdesk

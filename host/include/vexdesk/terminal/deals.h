@@ -10,7 +10,7 @@
 #include <QtCore/QList>
 #include <QtCore/QString>
 
-#include <array>
+#include <memory>
 #include <optional>
 
 /// The table "all_deals": the deals of the market as they arrive. Its schema is known here and
@@ -61,16 +61,18 @@ class VEXDESK_CORE_EXPORT DealWriter final
 public:
     /// `table` must outlive the writer.
     explicit DealWriter(Table* table);
+    ~DealWriter();
+    Q_DISABLE_COPY_MOVE(DealWriter)
 
-    Table* table() const noexcept { return m_table; }
+    Table* table() const noexcept;
 
     /// A new row, not in the table yet: for Table::insert and RawQueue::post. Any thread. Throws
     /// Exception when a value cannot be converted to its column's type.
     Record row(const Deal& deal) const;
 
 private:
-    Table* m_table;
-    std::array<int, 8> m_columns; // in the order of dealsColumns()
+    struct Private;
+    const std::unique_ptr<const Private> m_d;
 };
 
 } // namespace vexdesk

@@ -3,6 +3,8 @@
 
 #include <vexdesk/terminal/database.h>
 
+#include <array>
+
 namespace vexdesk {
 
 namespace {
@@ -38,25 +40,43 @@ Table* dealsTable(Database& database)
     return database.tableOf(dealsTableName(), dealsColumns());
 }
 
-DealWriter::DealWriter(Table* table)
-    : m_table(table)
+struct DealWriter::Private
 {
-    const QList<Table::Column> columns = dealsColumns();
-    for (std::size_t i = 0; i < m_columns.size(); ++i)
-        m_columns[i] = table->columnIndex(columns.at(static_cast<qsizetype>(i)).name);
+    explicit Private(Table* ofDeals)
+        : table(ofDeals)
+    {
+        const QList<Table::Column> names = dealsColumns();
+        for (std::size_t i = 0; i < columns.size(); ++i)
+            columns[i] = table->columnIndex(names.at(static_cast<qsizetype>(i)).name);
+    }
+
+    Table* table;
+    std::array<int, 8> columns{}; // in the order of dealsColumns()
+};
+
+DealWriter::DealWriter(Table* table)
+    : m_d(std::make_unique<const Private>(table))
+{}
+
+DealWriter::~DealWriter() = default;
+
+Table* DealWriter::table() const noexcept
+{
+    return m_d->table;
 }
 
 Record DealWriter::row(const Deal& deal) const
 {
-    Record row(m_table);
-    put(row, m_columns[0], deal.stockId);
-    put(row, m_columns[1], deal.boardId);
-    put(row, m_columns[2], deal.securityId);
-    put(row, m_columns[3], deal.moment);
-    put(row, m_columns[4], deal.price);
-    put(row, m_columns[5], deal.quantity);
-    put(row, m_columns[6], deal.openInterest);
-    put(row, m_columns[7], deal.value);
+    const auto& columns = m_d->columns;
+    Record row(m_d->table);
+    put(row, columns[0], deal.stockId);
+    put(row, columns[1], deal.boardId);
+    put(row, columns[2], deal.securityId);
+    put(row, columns[3], deal.moment);
+    put(row, columns[4], deal.price);
+    put(row, columns[5], deal.quantity);
+    put(row, columns[6], deal.openInterest);
+    put(row, columns[7], deal.value);
     return row;
 }
 

@@ -2,6 +2,7 @@
 #include <vexdesk/terminal/rawqueue.h>
 
 #include <vexdesk/database/table.h>
+#include <vexdesk/icore.h>
 
 #include <QtCore/QScopeGuard>
 
@@ -10,6 +11,33 @@
 #include <utility>
 
 IRawQueue::~IRawQueue() = default;
+
+namespace {
+
+IRawQueue* currentQueue()
+{
+    const ICore* const core = ICore::instance();
+    return core ? core->rawQueue() : nullptr;
+}
+
+} // namespace
+
+struct IRawQueue::ProcessingBlocker::Private
+{
+    IRawQueue* queue = currentQueue();
+    bool wasSuspended = queue && queue->setSuspended(true);
+};
+
+IRawQueue::ProcessingBlocker::ProcessingBlocker()
+    : m_d(std::make_unique<const Private>())
+{}
+
+IRawQueue::ProcessingBlocker::~ProcessingBlocker()
+{
+    // The queue ends with the core, which may have gone first.
+    if (m_d->queue && m_d->queue == currentQueue())
+        m_d->queue->setSuspended(m_d->wasSuspended);
+}
 
 namespace vexdesk {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "fieldlengths.h"
+#include <vexdesk/history/fieldlengths.h>
 
 #include <QtCore/QtEndian>
 
@@ -10,7 +10,7 @@
 #    include <emmintrin.h>
 #endif
 
-namespace tadata {
+namespace vexdesk {
 
 namespace {
 
@@ -150,18 +150,18 @@ FieldLengths::Line FieldLengths::addByMarks(QByteArrayView line)
 bool FieldLengths::addUnknown(QByteArrayView line, const Marks& marks)
 {
     // The separators between the fields, and the end.
-    return std::popcount(marks[0]) + std::popcount(marks[1]) == vexdesk::RecordFieldCount &&
+    return std::popcount(marks[0]) + std::popcount(marks[1]) == RecordFieldCount &&
            addByFields(line) != Line::NoRecord;
 }
 
 FieldLengths::Line FieldLengths::addByFields(QByteArrayView line)
 {
-    const auto fields = vexdesk::splitRecordLine(line);
+    const auto fields = splitRecordLine(line);
     if (!fields)
         return Line::NoRecord;
-    for (int field = 0; field < vexdesk::RecordFieldCount; ++field)
+    for (int field = 0; field < RecordFieldCount; ++field)
         m_longest[field] = std::max(m_longest[field], (*fields)[field].size());
     return std::all_of(line.begin(), line.end(), isOfNumbers) ? Line::Numbers : Line::Text;
 }
 
-} // namespace tadata
+} // namespace vexdesk

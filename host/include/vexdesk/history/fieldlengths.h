@@ -1,22 +1,23 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <vexdesk/export.h>
 #include <vexdesk/history/recordline.h>
 
 #include <QtCore/QByteArrayView>
 
 #include <array>
 
-namespace tadata {
+namespace vexdesk {
 
 /// Looks at lines of day files while they are loaded: tells which are record lines, and keeps how
-/// long each field is at most. It costs hardly more than to count the separators. One thread at a
-/// time.
-class FieldLengths final
+/// long each field is at most. It costs hardly more than to count the separators. A plain value;
+/// one thread at a time.
+class VEXDESK_HISTORY_EXPORT FieldLengths final
 {
 public:
     enum class Line {
-        NoRecord, ///< not what vexdesk::isRecordLine() takes
+        NoRecord, ///< not what splitRecordLine() takes
         Numbers,  ///< of the characters "-./0123456789:" alone, none of them wider than a digit
         Text      ///< of other characters too
     };
@@ -24,7 +25,7 @@ public:
     Line add(QByteArrayView line);
 
     /// Of all record lines so far, in bytes.
-    qsizetype longest(vexdesk::RecordField field) const { return m_longest[field]; }
+    qsizetype longest(RecordField field) const { return m_longest[field]; }
 
 private:
     // A bit for each separator of a line and for its end: lines that are alike in this have fields
@@ -37,7 +38,7 @@ private:
     bool addUnknown(QByteArrayView line, const Marks& marks);
 
     std::array<Marks, 256> m_known{}; ///< of record lines, by a hash
-    std::array<qsizetype, vexdesk::RecordFieldCount> m_longest{};
+    std::array<qsizetype, RecordFieldCount> m_longest{};
 };
 
-} // namespace tadata
+} // namespace vexdesk

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "support/commandtest.h"
+#include "support/commandwindows.h"
 
 #include "support/loadedplugin.h"
 #include "support/modalsteps.h"
