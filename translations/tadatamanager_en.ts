@@ -145,6 +145,14 @@
         <translation>Close</translation>
     </message>
     <message>
+        <source>1 минута</source>
+        <translation>1 minute</translation>
+    </message>
+    <message>
+        <source>1 секунда</source>
+        <translation>1 second</translation>
+    </message>
+    <message>
         <source>Удалённые бары остались в файлах. %1</source>
         <translation>The deleted bars are still in the files. %1</translation>
     </message>
@@ -542,6 +550,34 @@
         <translation>Series</translation>
     </message>
     <message>
+        <source>1 секунда</source>
+        <translation>1 second</translation>
+    </message>
+    <message>
+        <source>1 минута</source>
+        <translation>1 minute</translation>
+    </message>
+    <message>
+        <source>5 минут</source>
+        <translation>5 minutes</translation>
+    </message>
+    <message>
+        <source>10 минут</source>
+        <translation>10 minutes</translation>
+    </message>
+    <message>
+        <source>30 минут</source>
+        <translation>30 minutes</translation>
+    </message>
+    <message>
+        <source>1 час</source>
+        <translation>1 hour</translation>
+    </message>
+    <message>
+        <source>1 день</source>
+        <translation>1 day</translation>
+    </message>
+    <message>
         <source>Выбор директории для экспорта</source>
         <translation>Choose a directory for the export</translation>
     </message>
@@ -567,6 +603,14 @@
     <message>
         <source>Серия</source>
         <translation>Series</translation>
+    </message>
+    <message>
+        <source>1 минута</source>
+        <translation>1 minute</translation>
+    </message>
+    <message>
+        <source>1 секунда</source>
+        <translation>1 second</translation>
     </message>
 </context>
 <context>
@@ -632,37 +676,6 @@
     <message>
         <source>Истор. данные ТА</source>
         <translation>TA history data</translation>
-    </message>
-</context>
-<context>
-    <name>TimeframeBox</name>
-    <message>
-        <source>1 секунда</source>
-        <translation>1 second</translation>
-    </message>
-    <message>
-        <source>1 минута</source>
-        <translation>1 minute</translation>
-    </message>
-    <message>
-        <source>5 минут</source>
-        <translation>5 minutes</translation>
-    </message>
-    <message>
-        <source>10 минут</source>
-        <translation>10 minutes</translation>
-    </message>
-    <message>
-        <source>30 минут</source>
-        <translation>30 minutes</translation>
-    </message>
-    <message>
-        <source>1 час</source>
-        <translation>1 hour</translation>
-    </message>
-    <message>
-        <source>1 день</source>
-        <translation>1 day</translation>
     </message>
 </context>
 </TS>

@@ -6,7 +6,6 @@
 #include "editortadatamodel.h"
 #include "labelmark.h"
 #include "restoresettings.h"
-#include "timeframebox.h"
 #include "ui_editortadatadialog.h"
 #include "windowsize.h"
 
@@ -70,7 +69,8 @@ void EditorTADataDialog::setupUI()
 void EditorTADataDialog::setupSelectors()
 {
     series().offerStored();
-    tadata::offerTimeframes(*m_ui->timeFrame, {vexdesk::minuteTimeframe, vexdesk::secondTimeframe});
+    m_ui->timeFrame->addItem(tr("1 минута"), vexdesk::minuteTimeframe);
+    m_ui->timeFrame->addItem(tr("1 секунда"), vexdesk::secondTimeframe);
 }
 
 void EditorTADataDialog::setupTable()

@@ -4,7 +4,6 @@
 #include "dateeditors.h"
 #include "exportdetails.h"
 #include "labelmark.h"
-#include "timeframebox.h"
 #include "ui_seriesexportpage.h"
 
 #include <vexdesk/history/dayfilenames.h>
@@ -50,8 +49,13 @@ void SeriesExportPage::setupDates()
 
 void SeriesExportPage::setupTimeFrames()
 {
-    tadata::offerTimeframes(*m_ui->timeFrame, {vexdesk::secondTimeframe, vexdesk::minuteTimeframe,
-                                               300, 600, 1800, 3600, 86400});
+    m_ui->timeFrame->addItem(tr("1 секунда"), vexdesk::secondTimeframe);
+    m_ui->timeFrame->addItem(tr("1 минута"), vexdesk::minuteTimeframe);
+    m_ui->timeFrame->addItem(tr("5 минут"), 300);
+    m_ui->timeFrame->addItem(tr("10 минут"), 600);
+    m_ui->timeFrame->addItem(tr("30 минут"), 1800);
+    m_ui->timeFrame->addItem(tr("1 час"), 3600);
+    m_ui->timeFrame->addItem(tr("1 день"), 86400);
     m_ui->timeFrame->setCurrentIndex(1);
 }
 

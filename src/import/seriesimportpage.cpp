@@ -3,7 +3,6 @@
 
 #include "importdetails.h"
 #include "labelmark.h"
-#include "timeframebox.h"
 #include "ui_seriesimportpage.h"
 
 #include <vexdesk/history/dayfilenames.h>
@@ -37,7 +36,8 @@ SeriesImportPage::~SeriesImportPage() = default;
 
 void SeriesImportPage::setupPage()
 {
-    tadata::offerTimeframes(*m_ui->timeFrame, {vexdesk::minuteTimeframe, vexdesk::secondTimeframe});
+    m_ui->timeFrame->addItem(tr("1 минута"), vexdesk::minuteTimeframe);
+    m_ui->timeFrame->addItem(tr("1 секунда"), vexdesk::secondTimeframe);
     series().onChange(this, &QWizardPage::completeChanged);
 }
 
