@@ -7,7 +7,6 @@
 #include "target.h"
 
 #include "bardescription.h"
-#include "support/cutcharacter.h"
 #include "support/plainbar.h"
 
 #include <vexdesk/history/dayfilelines.h>
@@ -28,19 +27,15 @@ namespace {
 using fuzz::require;
 using testsupport::plainBar;
 
-// A stream passes over the bytes of a character that the end cuts off unless another one follows.
 QStringList readLines(const QByteArray& content)
 {
-    const bool isCut = testsupport::endsInsideACharacter(content);
     QBuffer buffer;
-    buffer.setData(isCut ? content + 'x' : content);
+    buffer.setData(content);
     buffer.open(QIODevice::ReadOnly);
     QTextStream stream(&buffer);
     QStringList lines;
     while (!stream.atEnd())
         lines.append(stream.readLine());
-    if (isCut)
-        lines.last().chop(1);
     return lines;
 }
 

@@ -2,9 +2,7 @@
 // DayFileLines against the text stream that they stand for.
 
 #include <vexdesk/history/dayfilelines.h>
-#include <vexdesk/history/recordline.h>
 
-#include "support/cutcharacter.h"
 #include "support/faults.h"
 #include "support/filetree.h"
 #include "support/strictlog.h"
@@ -48,30 +46,15 @@ QByteArrayList linesOf(const QString& path, qsizetype block = blockSize)
     return reader.next(&line) || !reader.outcome() ? QByteArrayList{"no end"} : lines;
 }
 
-QByteArrayList linesOf(QTextStream& stream)
-{
-    QByteArrayList lines;
-    while (!stream.atEnd())
-        lines.append(stream.readLine().toUtf8());
-    return lines;
-}
-
-// Where the text ends inside a character, the stream is given one more, so that it tells the bytes
-// before that.
-QByteArrayList streamedLinesOf(const QString& path, const QByteArray& content)
+QByteArrayList streamedLinesOf(const QString& path)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadWrite))
+    if (!file.open(QIODevice::ReadOnly))
         return {"not opened by the stream"};
-    const bool isCut = testsupport::endsInsideACharacter(content);
-    if (isCut && (!file.seek(content.size()) || !file.putChar('x') || !file.seek(0)))
-        return {"not written"};
+    QByteArrayList lines;
     QTextStream stream(&file);
-    QByteArrayList lines = linesOf(stream);
-    if (isCut) {
-        lines.last().chop(1);
-        file.resize(content.size());
-    }
+    while (!stream.atEnd())
+        lines.append(stream.readLine().toUtf8());
     return lines;
 }
 
@@ -80,13 +63,11 @@ QByteArrayList streamedLinesOf(const QString& path, const QByteArray& content)
 QByteArrayList decodedLinesOf(const QByteArray& content)
 {
     const auto encoding = QStringConverter::encodingForData(content);
-    const bool isCut = testsupport::endsInsideACharacter(content);
-    QString text =
-        QStringDecoder(encoding.value_or(QStringConverter::Utf8))(isCut ? content + 'x' : content);
+    QString text = QStringDecoder(encoding.value_or(QStringConverter::Utf8))(content);
+    QByteArrayList lines;
     QTextStream stream(&text);
-    QByteArrayList lines = linesOf(stream);
-    if (isCut)
-        lines.last().chop(1);
+    while (!stream.atEnd())
+        lines.append(stream.readLine().toUtf8());
     return lines;
 }
 
@@ -198,8 +179,6 @@ private Q_SLOTS:
     void doesNotOpenWhatIsNoFile();
     void followsALinkToAFile();
     void keepsHalfACharacterAtTheEnd();
-    void aLineThatIsCutInsideACharacterIsNoBar_data();
-    void aLineThatIsCutInsideACharacterIsNoBar();
     void tellsWhetherTheFileWasWrittenTo();
     void saysWhyItStopped_data();
     void saysWhyItStopped();
@@ -274,7 +253,7 @@ void TestDayFileLines::readsWhatATextStreamReads()
 {
     QFETCH(const QByteArray, content);
     writeFile(path(), content);
-    const QByteArrayList expected = streamedLinesOf(path(), content);
+    const QByteArrayList expected = streamedLinesOf(path());
     const QByteArrayList lines = linesOf(path());
     QCOMPARE(lines.size(), expected.size());
     for (qsizetype i = 0; i < lines.size(); ++i)
@@ -286,10 +265,8 @@ void TestDayFileLines::readsRandomContentsAsATextStreamDoes()
     QRandomGenerator random(20181214);
     for (int i = 0; i < 3000; ++i) {
         const QByteArray content = randomContent(random);
-        writeFile(path(), content);
-        const QByteArrayList expected = streamedLinesOf(path(), content);
         writeOldFile(path(), content);
-        QVERIFY2(readsAs(expected, path(), content), content.toHex().constData());
+        QVERIFY2(readsAs(streamedLinesOf(path()), path(), content), content.toHex().constData());
     }
 }
 
@@ -419,30 +396,6 @@ void TestDayFileLines::keepsHalfACharacterAtTheEnd()
     QCOMPARE(lines.size(), 1);
     QVERIFY2(lines.first().startsWith('1') && lines.first().endsWith("\xef\xbf\xbd"),
              lines.first().toHex().constData());
-}
-
-void TestDayFileLines::aLineThatIsCutInsideACharacterIsNoBar_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::newRow("one of two") << QByteArray("\xd0");
-    QTest::newRow("two of three") << QByteArray("\xe2\x80");
-    QTest::newRow("three of four") << QByteArray("\xf0\x9f\x98");
-}
-
-void TestDayFileLines::aLineThatIsCutInsideACharacterIsNoBar()
-{
-    QFETCH(const QByteArray, bytes);
-    writeOldFile(path(), bar + "\n" + bar + bytes);
-    const QByteArrayList lines = linesOf(path());
-    QCOMPARE(lines.size(), 2);
-    QVERIFY(vexdesk::checkedBar(lines.first(), QDate(2018, 12, 14)));
-    QVERIFY(!vexdesk::checkedBar(lines.last(), QDate(2018, 12, 14)));
-    QCOMPARE(lines.last(), bar + QByteArray("\xef\xbf\xbd").repeated(bytes.size()));
-
-    DayFileLines reader(path());
-    QByteArrayView line;
-    QVERIFY(reader.open() && reader.nextBytes(&line) && reader.nextBytes(&line));
-    QCOMPARE(line.toByteArray(), bar + bytes);
 }
 
 void TestDayFileLines::tellsWhetherTheFileWasWrittenTo()

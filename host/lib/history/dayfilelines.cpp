@@ -45,6 +45,28 @@ bool wasJustWritten(const QFile& file)
     return state && now - state->modified < longAgo;
 }
 
+// How many bytes a character has that begins with this one; 0 for one that begins none.
+int lengthOfCharacter(uchar first)
+{
+    if (first < 0xc2 || first > 0xf4)
+        return 0;
+    return first < 0xe0 ? 2 : first < 0xf0 ? 3 : 4;
+}
+
+// The bytes of a character that the end of the text has cut off.
+qsizetype sizeOfCutCharacter(QByteArrayView text)
+{
+    const qsizetype most = std::min<qsizetype>(3, text.size());
+    for (qsizetype size = 1; size <= most; ++size) {
+        const auto byte = static_cast<uchar>(text[text.size() - size]);
+        if (byte >= 0xc0)
+            return size < lengthOfCharacter(byte) ? size : 0;
+        if (byte < 0x80)
+            break;
+    }
+    return 0;
+}
+
 } // namespace
 
 class DayFileLines::Private final
@@ -202,8 +224,12 @@ void DayFileLines::Private::append(qsizetype kept)
     else if (m_decoder)
         m_buffer = m_buffer.first(kept) + inUtf8(QByteArrayView(m_buffer).sliced(kept));
     m_isAscii = m_isAscii && areAscii(QByteArrayView(m_buffer).sliced(kept));
-    if (m_isAtEnd && m_decoder)
+    // What the end of the file has cut in two is no character.
+    if (m_isAtEnd && !m_decoder)
+        m_buffer.chop(sizeOfCutCharacter(m_buffer));
+    else if (m_isAtEnd)
         m_buffer += restOfUtf8();
+    m_searched = std::min(m_searched, m_buffer.size());
 }
 
 // As many as there are; fewer at the end of the file, and where an error is.
