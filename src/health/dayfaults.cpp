@@ -123,6 +123,7 @@ DayFile readDayFile(const QString& path, const QDate& day, int jumpPercent)
 {
     DayReader reader(day, jumpPercent);
     DayFileLines lines(path);
+    lines.keepCutCharacter();
     std::optional<UnreadFile> failure;
     if (!lines.open()) {
         failure = UnreadFile{path, UnreadFile::Reason::NotOpened, {}};

@@ -179,6 +179,8 @@ private Q_SLOTS:
     void doesNotOpenWhatIsNoFile();
     void followsALinkToAFile();
     void keepsHalfACharacterAtTheEnd();
+    void aLineThatIsCutInsideACharacterCanBeToldFromAWholeOne_data();
+    void aLineThatIsCutInsideACharacterCanBeToldFromAWholeOne();
     void tellsWhetherTheFileWasWrittenTo();
     void saysWhyItStopped_data();
     void saysWhyItStopped();
@@ -396,6 +398,30 @@ void TestDayFileLines::keepsHalfACharacterAtTheEnd()
     QCOMPARE(lines.size(), 1);
     QVERIFY2(lines.first().startsWith('1') && lines.first().endsWith("\xef\xbf\xbd"),
              lines.first().toHex().constData());
+}
+
+void TestDayFileLines::aLineThatIsCutInsideACharacterCanBeToldFromAWholeOne_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::newRow("one of two") << QByteArray("\xd0");
+    QTest::newRow("two of three") << QByteArray("\xe2\x80");
+    QTest::newRow("three of four") << QByteArray("\xf0\x9f\x98");
+}
+
+// By those who ask for it; to all others it is what a text stream gives.
+void TestDayFileLines::aLineThatIsCutInsideACharacterCanBeToldFromAWholeOne()
+{
+    QFETCH(const QByteArray, bytes);
+    writeOldFile(path(), bar + bytes);
+    QCOMPARE(linesOf(path()), QByteArrayList{bar});
+
+    DayFileLines reader(path());
+    reader.keepCutCharacter();
+    QByteArrayView line;
+    QVERIFY(reader.open() && !reader.plainText() && reader.next(&line));
+    QCOMPARE(line.toByteArray(), bar + QByteArray("\xef\xbf\xbd").repeated(bytes.size()));
+    QVERIFY(!reader.next(&line));
+    QVERIFY(reader.outcome());
 }
 
 void TestDayFileLines::tellsWhetherTheFileWasWrittenTo()

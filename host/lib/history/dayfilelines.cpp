@@ -86,6 +86,7 @@ public:
     bool isMixed() const { return m_reads > 1 && isChanged(); }
     qint64 position() const { return m_position; }
     std::optional<QByteArray> plainText();
+    void keepCutCharacter() { m_keepsCutCharacter = true; }
     bool next(QByteArrayView* line);
     bool nextBytes(QByteArrayView* line);
     const Outcome& outcome() const { return m_outcome; }
@@ -109,6 +110,7 @@ private:
     qint64 m_reads = 0; // that gave something
     Outcome m_outcome;
     bool m_isAtEnd = false; // of the file
+    bool m_keepsCutCharacter = false;
 
     QByteArray m_buffer; // what was read and not yet given, and before it what was given
     qsizetype m_begin = 0;
@@ -225,10 +227,10 @@ void DayFileLines::Private::append(qsizetype kept)
         m_buffer = m_buffer.first(kept) + inUtf8(QByteArrayView(m_buffer).sliced(kept));
     m_isAscii = m_isAscii && areAscii(QByteArrayView(m_buffer).sliced(kept));
     // What the end of the file has cut in two is no character.
-    if (m_isAtEnd && !m_decoder)
-        m_buffer.chop(sizeOfCutCharacter(m_buffer));
-    else if (m_isAtEnd)
+    if (m_isAtEnd && m_decoder)
         m_buffer += restOfUtf8();
+    else if (m_isAtEnd && !m_keepsCutCharacter)
+        m_buffer.chop(sizeOfCutCharacter(m_buffer));
     m_searched = std::min(m_searched, m_buffer.size());
 }
 
@@ -338,6 +340,11 @@ qint64 DayFileLines::position() const
 std::optional<QByteArray> DayFileLines::plainText()
 {
     return m_d->plainText();
+}
+
+void DayFileLines::keepCutCharacter()
+{
+    m_d->keepCutCharacter();
 }
 
 bool DayFileLines::next(QByteArrayView* line)
