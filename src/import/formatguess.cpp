@@ -172,8 +172,8 @@ private:
     void takeNamed(const SampleBody& body, const ByRole& named);
     void takeNamedPrices(const ByRole& named, const QMap<int, Column>& columns);
     void takeByContent(const SampleBody& body, qsizetype fields);
-    void findDateAndTime(const SampleBody& body, qsizetype fields);
-    void findPrices(const SampleBody& body, qsizetype fields);
+    void findDateAndTime(ColumnReader& reader, const SampleBody& body, qsizetype fields);
+    void findPrices(ColumnReader& reader, const SampleBody& body, qsizetype fields);
     void findVolume(const SampleBody& body, const Column& column, int index);
 
     bool takeDate(const SampleBody& body, const Column& column, int index);
@@ -341,14 +341,15 @@ void Guessing::takeNamedPrices(const ByRole& named, const QMap<int, Column>& col
 
 void Guessing::takeByContent(const SampleBody& body, qsizetype fields)
 {
-    findDateAndTime(body, fields);
-    findPrices(body, fields);
+    // The prices stand behind date and time in nearly all files: one reader does for both.
+    ColumnReader reader(body);
+    findDateAndTime(reader, body, fields);
+    findPrices(reader, body, fields);
 }
 
-void Guessing::findDateAndTime(const SampleBody& body, qsizetype fields)
+void Guessing::findDateAndTime(ColumnReader& reader, const SampleBody& body, qsizetype fields)
 {
     ColumnReader probe(body, body.probeSize());
-    ColumnReader reader(body);
     for (int index = 0; index < fields && (m_dates.empty() || m_times.empty()); ++index) {
         const Column start = probe.column(index);
         const bool mayBeDate = m_dates.empty() && holdsAny(body, start, m_dateForms);
@@ -363,10 +364,9 @@ void Guessing::findDateAndTime(const SampleBody& body, qsizetype fields)
     }
 }
 
-void Guessing::findPrices(const SampleBody& body, qsizetype fields)
+void Guessing::findPrices(ColumnReader& reader, const SampleBody& body, qsizetype fields)
 {
     ColumnReader probe(body, body.probeSize());
-    ColumnReader reader(body);
     NumberWindow starts;
     NumberWindow window;
     for (int index = 0; index < fields; ++index) {
@@ -378,6 +378,8 @@ void Guessing::findPrices(const SampleBody& body, qsizetype fields)
         starts.add(index, start);
         if (!starts.isFull() || !mayBePrices(body, starts.columns()))
             continue;
+        if (window.firstMissing(index) < reader.next())
+            reader = ColumnReader(body);
         for (int missing = window.firstMissing(index); missing <= index; ++missing)
             window.add(missing, reader.column(missing));
         if (!arePrices(body, window.columns()))

@@ -1,14 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "samplecolumns.h"
 
+#include <cstring>
+
 namespace tadata {
 
 namespace {
 
+// Nearly all of the time of a guess would go to Qt's ways of finding one character.
 qsizetype separatorIn(QByteArrayView line, QByteArrayView separator, qsizetype from)
 {
-    return separator.size() == 1 ? line.indexOf(separator.front(), from)
-                                 : line.indexOf(separator, from);
+    if (separator.size() != 1)
+        return line.indexOf(separator, from);
+    const void* found =
+        std::memchr(line.data() + from, separator.front(), static_cast<size_t>(line.size() - from));
+    return found ? static_cast<const char*>(found) - line.data() : -1;
 }
 
 // Where the separator is rare, to look for it is much faster than to look at every character.
@@ -56,7 +62,7 @@ qsizetype SampleBody::fieldCount() const
 }
 
 ColumnReader::ColumnReader(const SampleBody& body, size_t lines)
-    : m_body(body)
+    : m_body(&body)
     , m_begins(lines, 0)
 {
     for (size_t line = 0; line < lines; ++line) {
@@ -83,10 +89,10 @@ QByteArrayView ColumnReader::nextField(size_t index)
     qsizetype& begin = m_begins[index];
     if (begin < 0)
         return {};
-    const QByteArrayView line = m_body.line(index).text;
+    const QByteArrayView line = m_body->line(index).text;
     const qsizetype from = begin;
-    const qsizetype end = separatorIn(line, m_body.separator(), from);
-    begin = end < 0 ? -1 : end + m_body.separator().size();
+    const qsizetype end = separatorIn(line, m_body->separator(), from);
+    begin = end < 0 ? -1 : end + m_body->separator().size();
     return end < 0 ? line.sliced(from) : line.sliced(from, end - from);
 }
 

@@ -67,13 +67,15 @@ public:
         : ColumnReader(body, body.size())
     {}
 
-    /// The column of this index, which is none that was read or passed over.
+    /// The first column that was neither read nor passed over.
+    int next() const { return m_next; }
+    /// The column of this index, from next() on.
     Column column(int index);
 
 private:
     QByteArrayView nextField(size_t line);
 
-    const SampleBody& m_body;
+    const SampleBody* m_body;
     int m_next = 0;                  ///< column
     std::vector<qsizetype> m_begins; ///< of each line's next field; -1 behind the last one
 };
