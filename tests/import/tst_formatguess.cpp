@@ -216,6 +216,8 @@ void rowsOfForms()
     dates("the smaller step", {"01/02/2024", "02/02/2024"}, "dd/MM/yyyy");
     dates("steps of two weeks", {"01/02/2024", "01/12/2024"}, "MM/dd/yyyy");
     dates("steps backwards", {"01/12/2024", "01/02/2024"}, "MM/dd/yyyy");
+    dates("a step of 14 days", {"100110", "240110"}, "ddMMyy");
+    unknown("a step of 15 days", {"100110", "250110"}, "yyMMdd ddMMyy");
     unknown("no step", {"01/02/2024", "01/02/2024"}, "dd/MM/yyyy MM/dd/yyyy");
     unknown("two large steps", {"01/02/2024", "03/05/2024"}, "dd/MM/yyyy MM/dd/yyyy");
     row("hhmmss", timed({"20240115,100000"}),
