@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "lineparser.h"
+
 #include "bardescription.h"
-#include "importdetails.h"
 
 #include <vexdesk/securitydirectory.h>
 
@@ -23,7 +24,7 @@ struct Text
 // Where the roles stand in a line.
 struct RoleColumns
 {
-    static constexpr size_t roles = static_cast<size_t>(ColumnRole::OpenInterest) + 1;
+    static constexpr size_t roles = static_cast<size_t>(ColumnRole::Ticker) + 1;
 
     explicit RoleColumns(const QMap<qint32, qint32>& columns)
     {
@@ -97,14 +98,6 @@ private:
     bool m_complete = false;
 };
 
-// A year of two digits is read into 1900 to 1999; files of such a pattern are younger than that.
-QDate dateOf(QStringView text, const QString& pattern)
-{
-    const QDate date = QDate::fromString(text.toString(), pattern);
-    const bool hasCentury = pattern.contains(QStringLiteral("yyyy"));
-    return date.year() <= 1999 && !hasCentury ? date.addYears(100) : date;
-}
-
 decimal numberOf(QStringView text)
 {
     const std::optional<decimal> number = decimal::fromText(text);
@@ -160,7 +153,7 @@ bool BarDescription::init(const QString& line, const ImportDetails& details)
     }
 
     const QStringView dateText = fields.text(ColumnRole::Date);
-    date = dateOf(dateText, details.dateFormat);
+    date = tadata::dateOfField(dateText, details.dateFormat);
     if (!date.isValid()) {
         error = Text::tr("Дата '%1' не соответствует заявленному формату '%2'")
                     .arg(dateText, details.dateFormatTitle);
@@ -185,4 +178,17 @@ bool BarDescription::init(const QString& line, const ImportDetails& details)
     }
     valid = true;
     return true;
+}
+
+// A year of two digits is read into 1900 to 1999; files of such a pattern are younger than that.
+QDate tadata::dateOfField(QStringView text, const QString& pattern)
+{
+    const QDate date = QDate::fromString(text.toString(), pattern);
+    const bool hasCentury = pattern.contains(QStringLiteral("yyyy"));
+    return date.year() <= 1999 && !hasCentury ? date.addYears(100) : date;
+}
+
+QString tadata::fieldOfLine(const QString& line, const ImportDetails& details, ColumnRole role)
+{
+    return LineFields(line, details).text(role).toString();
 }

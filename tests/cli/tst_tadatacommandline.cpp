@@ -327,9 +327,9 @@ void TadataCommandLineTest::generalHelpNamesEveryCommand()
     QFETCH(const QString, word);
     const Outcome outcome = runTadata({word});
     QCOMPARE(outcome, succeeded(outcome.out));
-    for (const char* mentioned : {"tadata import", "tadata export", "tadata list", "tadata health",
-                                  "tadata points", "tadata undo", "tadata delete", "tadata copy",
-                                  "tadata rename", "tadata unlock", "--version"})
+    for (const char* mentioned : {"tadata guess", "tadata import", "tadata export", "tadata list",
+                                  "tadata health", "tadata points", "tadata undo", "tadata delete",
+                                  "tadata copy", "tadata rename", "tadata unlock", "--version"})
         QVERIFY2(outcome.out.contains(mentioned), mentioned);
 }
 
@@ -338,8 +338,8 @@ void TadataCommandLineTest::pagesHaveTheOptionsOfTheHelp_data()
     QTest::addColumn<QString>("page");
     QTest::addColumn<QString>("language");
     QTest::addColumn<QString>("command");
-    for (const char* command : {"import", "export", "list", "health", "points", "undo", "delete",
-                                "copy", "rename", "unlock"}) {
+    for (const char* command : {"guess", "import", "export", "list", "health", "points", "undo",
+                                "delete", "copy", "rename", "unlock"}) {
         QTest::addRow("%s, English", command)
             << QStringLiteral(MANUAL_PAGES "/man1/tadata.1") << QStringLiteral("en")
             << QString::fromLatin1(command);
