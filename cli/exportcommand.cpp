@@ -77,6 +77,7 @@ ExportDetails parseDetails(const CommandLine& line)
     details.dateFormat = parseDateFormat(line);
     details.timeFormat = parseTimeFormat(line);
     details.addHeader = !line.isSet("no-header");
+    details.finishedOnly = line.isSet("finished-only");
     return details;
 }
 
@@ -238,6 +239,9 @@ QList<Option> formatOptions()
          .fallback = QStringLiteral("hhmmss")},
         {.name = QStringLiteral("no-header"),
          .meaning = Text::tr("Без строки с названиями столбцов.")},
+        {.name = QStringLiteral("finished-only"),
+         .meaning = Text::tr("Каждый бар один раз, законченным: из идущих подряд строк с одними "
+                             "датой и временем — только последняя.")},
     };
 }
 
