@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "lineparser.h"
+
 #include "bardescription.h"
-#include "importdetails.h"
 
 #include <vexdesk/securitydirectory.h>
 
@@ -23,7 +24,7 @@ struct Text
 // Where the roles stand in a line.
 struct RoleColumns
 {
-    static constexpr size_t roles = static_cast<size_t>(ColumnRole::OpenInterest) + 1;
+    static constexpr size_t roles = static_cast<size_t>(ColumnRole::Ticker) + 1;
 
     explicit RoleColumns(const QMap<qint32, qint32>& columns)
     {
@@ -185,4 +186,9 @@ bool BarDescription::init(const QString& line, const ImportDetails& details)
     }
     valid = true;
     return true;
+}
+
+QString tadata::fieldOfLine(const QString& line, const ImportDetails& details, ColumnRole role)
+{
+    return LineFields(line, details).text(role).toString();
 }

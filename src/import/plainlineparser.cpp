@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "plainlineparser.h"
 
-#include "importdetails.h"
-
 #include <vexdesk/securitydirectory.h>
 
 #include <algorithm>
