@@ -90,19 +90,11 @@ ExitCode runImport(const CommandLine& line)
 
 QList<Option> importOptions()
 {
-    return QList<Option>{seriesOption()} + layoutOptions() +
+    return QList<Option>{seriesOption(), profileOption()} + layoutOptions() + wayOptions() +
            QList<Option>{
                decimalsOption(),
-               {.name = QStringLiteral("undo-on-error"),
-                .meaning = Text::tr(
-                    "Если импорт закончится ошибкой или будет прерван, вернуть всё, что он "
-                    "изменил.")},
-               {.name = QStringLiteral("no-restore-point"),
-                .meaning = Text::tr("Не сохранять того, что импорт заменяет.")},
-               storeOption(),
-               referenceOption(),
            } +
-           storeJobOptions();
+           safetyOptions() + QList<Option>{storeOption(), referenceOption()} + storeJobOptions();
 }
 
 } // namespace
