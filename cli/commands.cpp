@@ -7,7 +7,7 @@ QList<Command> commands()
 {
     return {guessCommand(),  importCommand(), exportCommand(), listCommand(),
             healthCommand(), deleteCommand(), copyCommand(),   renameCommand(),
-            pointsCommand(), undoCommand(),   unlockCommand()};
+            pointsCommand(), undoCommand(),   unlockCommand(), profileCommand()};
 }
 
 QList<Option> programOptions()

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "commandline.h"
-#include "commands.h"
 #include "guesstext.h"
+#include "importoptions.h"
 
 #include "columnroles.h"
 #include "formatguess.h"
@@ -57,10 +56,19 @@ QString commandText(const QString& file, const FormatGuess& guess)
            u'\n';
 }
 
+// Given ones are not guessed; the others have no value of their own here.
+QList<Option> guessedFormOptions()
+{
+    QList<Option> options = formOptions();
+    for (Option& option : options)
+        option.fallback = QString();
+    return options;
+}
+
 ExitCode runGuess(const CommandLine& line)
 {
     const QString& file = line.positional().first();
-    const vexdesk::Result<FormatGuess> guess = guessFormat(file);
+    const vexdesk::Result<FormatGuess> guess = guessFormat(file, parseHints(line));
     if (!guess)
         return fail(guess.message());
     const ExitCode printed = line.isSet("json") ? printUtf8(guessReport(file, *guess).report())
@@ -76,21 +84,23 @@ ExitCode runGuess(const CommandLine& line)
 
 Command guessCommand()
 {
-    return {
-        .name = QStringLiteral("guess"),
-        .words = Text::tr("ФАЙЛ"),
-        .fewestWords = 1,
-        .mostWords = 1,
-        .summary = Text::tr("Угадать формат текстового файла с барами."),
-        .description = Text::tr(
-            "Угадывает разделитель, заголовок, столбцы, вид даты и времени и таймфрейм по "
-            "первой и последней тысяче строк файла, каким бы большим он ни был, и печатает "
-            "команду импорта с ними. Если вид даты неоднозначен, команд несколько. Код "
-            "завершения 1, когда для импорта чего-то не хватает; чего — сказано в стандартном "
-            "выводе ошибок. Ничего не меняет."),
-        .options = {{.name = QStringLiteral("json"), .meaning = Text::tr("Отчёт для программ.")}},
-        .example = QStringLiteral("tadata guess eurusd.csv"),
-        .run = runGuess};
+    return {.name = QStringLiteral("guess"),
+            .words = Text::tr("ФАЙЛ"),
+            .fewestWords = 1,
+            .mostWords = 1,
+            .summary = Text::tr("Угадать формат текстового файла с барами."),
+            .description = Text::tr(
+                "Угадывает разделитель, заголовок, столбцы, вид даты и времени и таймфрейм по "
+                "первой и последней тысяче строк файла, каким бы большим он ни был, и печатает "
+                "команду импорта с ними. Если вид даты неоднозначен, команд несколько. Код "
+                "завершения 1, когда для импорта чего-то не хватает; чего — сказано в стандартном "
+                "выводе ошибок. Ничего не меняет."),
+            .options = QList<Option>{{.name = QStringLiteral("json"),
+                                      .meaning = Text::tr("Отчёт для программ.")},
+                                     profileOption()} +
+                       guessedFormOptions(),
+            .example = QStringLiteral("tadata guess eurusd.csv"),
+            .run = runGuess};
 }
 
 } // namespace tadata::cli

@@ -11,16 +11,6 @@ namespace tadata::cli {
 
 namespace {
 
-// Those of --separator, where it has one.
-QString separatorWord(const QString& separator)
-{
-    if (separator == u",")
-        return QStringLiteral("comma");
-    if (separator == u";")
-        return QStringLiteral("semicolon");
-    return separator == u" " ? QStringLiteral("space") : separator;
-}
-
 QString columnsWord(const QMap<qint32, qint32>& columns)
 {
     QStringList parts;
@@ -35,6 +25,15 @@ bool isPlainInShell(QChar character)
 }
 
 } // namespace
+
+QString separatorWord(const QString& separator)
+{
+    if (separator == u",")
+        return QStringLiteral("comma");
+    if (separator == u";")
+        return QStringLiteral("semicolon");
+    return separator == u" " ? QStringLiteral("space") : separator;
+}
 
 QString shellWord(const QString& word)
 {

@@ -18,6 +18,9 @@ QStringList guessedAlternatives(const FormatGuess& guess);
 /// Sentences on what was not found and what is ambiguous; empty where nothing is amiss.
 QStringList guessTroubles(const FormatGuess& guess);
 
+/// What --separator calls a separator.
+QString separatorWord(const QString& separator);
+
 /// A word of a command line as a shell takes it, quoted where it must be.
 QString shellWord(const QString& word);
 

@@ -188,7 +188,9 @@ QDate tadata::dateOfField(QStringView text, const QString& pattern)
     return date.year() <= 1999 && !hasCentury ? date.addYears(100) : date;
 }
 
-QString tadata::fieldOfLine(const QString& line, const ImportDetails& details, ColumnRole role)
+std::optional<QString> tadata::fieldOfLine(const QString& line, const ImportDetails& details,
+                                           ColumnRole role)
 {
-    return LineFields(line, details).text(role).toString();
+    const LineFields fields(line, details);
+    return fields.complete() ? std::optional(fields.text(role).toString()) : std::nullopt;
 }
