@@ -18,6 +18,7 @@ enum class ColumnRole : qint32 {
     Volume = 7, ///< in pieces
     Value = 8,  ///< in money
     OpenInterest = 9,
+    Ticker = 10, ///< names the series of a file that has many; the boxes do not offer it
 };
 
 /// The settings of one import. A plain value, copied into the job.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "lineparser.h"
+
 #include "bardescription.h"
-#include "importdetails.h"
 #include "rounding.h"
 
 #include <vexdesk/securitydirectory.h>
@@ -24,7 +25,7 @@ struct Text
 // Where the roles stand in a line.
 struct RoleColumns
 {
-    static constexpr size_t roles = static_cast<size_t>(ColumnRole::OpenInterest) + 1;
+    static constexpr size_t roles = static_cast<size_t>(ColumnRole::Ticker) + 1;
 
     explicit RoleColumns(const QMap<qint32, qint32>& columns)
     {
@@ -190,4 +191,9 @@ bool BarDescription::init(const QString& line, const ImportDetails& details)
     }
     valid = true;
     return true;
+}
+
+QString tadata::fieldOfLine(const QString& line, const ImportDetails& details, ColumnRole role)
+{
+    return LineFields(line, details).text(role).toString();
 }

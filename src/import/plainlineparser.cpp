@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "plainlineparser.h"
 
-#include "importdetails.h"
 #include "rounding.h"
 
 #include <vexdesk/securitydirectory.h>
@@ -244,6 +243,7 @@ bool PlainLineParser::readNumbers(BarDescription* bar) const
 {
     const auto decimals = static_cast<short>(SecurityDirectory::i().decimalsById(
         m_details.stockId, m_details.boardId, m_details.securityId));
+    bar->isRounded = false;
     const auto number = [this, decimals, bar](ColumnRole role, decimal* to) {
         return readDecimal(field(static_cast<int>(role)), decimals, to, &bar->isRounded);
     };

@@ -2,14 +2,13 @@
 #pragma once
 
 #include "bardescription.h"
+#include "importdetails.h"
 
 #include <QtCore/QByteArray>
 #include <QtCore/QByteArrayView>
 #include <QtCore/QVarLengthArray>
 
 #include <array>
-
-struct ImportDetails;
 
 namespace tadata {
 
@@ -24,6 +23,9 @@ public:
 
     /// Fills a fresh bar. False, with anything in the bar, when the line is not for this parser.
     bool parse(QByteArrayView line, BarDescription* bar);
+
+    /// A field of the line that was parsed last, whose role has a column. As long as the line.
+    QByteArrayView field(ColumnRole role) const { return field(static_cast<int>(role)); }
 
 private:
     /// Where the parts of a date or a time stand in a field.
@@ -53,7 +55,7 @@ private:
     QByteArrayView field(int role) const;
     bool has(int role) const;
 
-    static constexpr int roles = 10;
+    static constexpr int roles = static_cast<int>(ColumnRole::Ticker) + 1;
     static constexpr int maxFields = 32;
 
     const ImportDetails& m_details;

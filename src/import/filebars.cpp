@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: MIT
+#include "filebars.h"
+
+#include "importfailures.h"
+#include "lineparser.h"
+
+#include <vexdesk/history/utf8.h>
+
+#include <QtCore/QCoreApplication>
+
+#include <algorithm>
+
+namespace tadata {
+
+using vexdesk::Outcome;
+
+namespace {
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(FileBars)
+};
+
+// As the text streams of Qt read, so that the progress comes at the same moments.
+constexpr qsizetype blockSize = 16384;
+
+bool isBlank(QByteArrayView text)
+{
+    constexpr QByteArrayView blanks(" \t\v\f\r");
+    return std::all_of(text.begin(), text.end(), [&](char c) { return blanks.contains(c); });
+}
+
+// A text that is no UTF-8 has replacement characters, and so might stand for several codes.
+bool isDirectoryName(const QString& code)
+{
+    return !code.isEmpty() && code != QLatin1String(".") && code != QLatin1String("..") &&
+           !code.contains(u'/') && !code.contains(QChar::Null) &&
+           !code.contains(QChar::ReplacementCharacter);
+}
+
+void refuse(FileLine* line, const QString& why)
+{
+    line->bar.valid = false;
+    line->bar.error = why;
+}
+
+} // namespace
+
+FileBars::FileBars(const QString& path, const ImportDetails& details, const FileClock& clock)
+    : m_lines(path, vexdesk::DayFileLines::unlimited, blockSize)
+    , m_details(details)
+    , m_parser(details)
+    , m_hasTicker(details.columns.contains(static_cast<qint32>(ColumnRole::Ticker)))
+    , m_isRefined(m_hasTicker || !clock.changesNothing())
+{
+    if (!clock.changesNothing())
+        m_clock.emplace(clock, details.timeframe);
+}
+
+bool FileBars::next(FileLine* line)
+{
+    if (m_number == 0)
+        skipHeader();
+    if (!m_lines.nextBytes(&line->text))
+        return false;
+    line->number = ++m_number;
+    line->isBlank = false;
+    if (!line->bar.error.isNull())
+        line->bar.error = QString();
+    m_wasPlain = m_parser.parse(line->text, &line->bar);
+    if (!m_wasPlain)
+        parseSlowly(line);
+    line->writtenDate = line->bar.date;
+    if (m_isRefined && line->bar.valid)
+        refine(line);
+    return true;
+}
+
+void FileBars::skipHeader()
+{
+    QByteArrayView header;
+    if (m_details.firstLineIsHeader && m_lines.nextBytes(&header))
+        ++m_number;
+}
+
+void FileBars::parseSlowly(FileLine* line)
+{
+    line->bar = BarDescription();
+    if (!line->bar.init(vexdesk::textFromUtf8(line->text), m_details))
+        line->isBlank = isBlank(line->text);
+}
+
+// What the parser does not know of.
+void FileBars::refine(FileLine* line)
+{
+    if (m_hasTicker) {
+        takeTicker(*line);
+        line->ticker = m_ticker;
+        if (!m_isTickerName)
+            return refuse(line, Text::tr("Код '%1' не может быть именем каталога").arg(m_ticker));
+    }
+    if (!m_clock)
+        return;
+    if (const Outcome changed = m_clock->change(&line->bar.date, &line->bar.time); !changed)
+        refuse(line, changed.message());
+}
+
+void FileBars::takeTicker(const FileLine& line)
+{
+    if (m_wasPlain)
+        return takeTicker(m_parser.field(ColumnRole::Ticker));
+    const QString text = vexdesk::textFromUtf8(line.text);
+    takeTicker(fieldOfLine(text, m_details, ColumnRole::Ticker).toUtf8());
+}
+
+void FileBars::takeTicker(QByteArrayView code)
+{
+    if (code == m_tickerCode && !m_tickerCode.isNull())
+        return;
+    m_tickerCode = code.toByteArray();
+    m_ticker = vexdesk::textFromUtf8(code);
+    m_isTickerName = isDirectoryName(m_ticker);
+}
+
+// The position runs ahead of the line, since the file is read in blocks; and a file may have grown
+// or have no size of its own.
+int FileBars::percentDone() const
+{
+    const qint64 position = m_lines.position();
+    const qint64 size = m_lines.size();
+    return position < size ? static_cast<int>(double(position) / double(size) * 100.0) : 100;
+}
+
+Outcome FileBars::outcome() const
+{
+    const Outcome& read = m_lines.outcome();
+    return read ? Outcome() : cannotRead(path(), read.message());
+}
+
+} // namespace tadata

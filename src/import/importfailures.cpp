@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+#include "importfailures.h"
+
+#include <QtCore/QCoreApplication>
+
+namespace tadata {
+
+using vexdesk::Failure;
+
+namespace {
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(ImporterTAData)
+};
+
+} // namespace
+
+Failure cannotOpen(const QString& path)
+{
+    return {Text::tr("Невозможно открыть файл %1").arg(path)};
+}
+
+// Bars that did not reach the disk, because it is full, must not count as imported.
+Failure cannotWrite(const QString& path)
+{
+    return {Text::tr("Невозможно записать файл %1").arg(path)};
+}
+
+Failure cannotRead(const QString& path, const QString& reason)
+{
+    return {Text::tr("Невозможно прочитать файл %1: %2").arg(path, reason)};
+}
+
+Failure wouldWipe(const QString& path)
+{
+    return {Text::tr("Файл %1 лежит в хранилище как файл дня этой же серии: импорт стёр бы его. "
+                     "Скопируйте его в другое место и импортируйте копию")
+                .arg(path)};
+}
+
+Failure wrongLine(qint64 number, const QString& what)
+{
+    return {Text::tr("Ошибка при импорте %1-й строки:\n%2.").arg(QString::number(number), what)};
+}
+
+Failure wrongStoredLine(const QString& path, qint64 number)
+{
+    return {Text::tr("Файл %1, строка %2: не запись бара").arg(path, QString::number(number))};
+}
+
+Failure interrupted()
+{
+    return {Text::tr("Импорт прерван")};
+}
+
+} // namespace tadata

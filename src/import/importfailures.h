@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <vexdesk/outcome.h>
+
+/// Why imports end, as the user is told. Any thread.
+namespace tadata {
+
+vexdesk::Failure cannotOpen(const QString& path);
+vexdesk::Failure cannotWrite(const QString& path);
+/// With the reason, which says what went wrong without the file's name.
+vexdesk::Failure cannotRead(const QString& path, const QString& reason);
+/// The input, or the file for rejected lines, is a file of the store that the import writes.
+vexdesk::Failure wouldWipe(const QString& path);
+/// What is wrong with a line of the input, from 1.
+vexdesk::Failure wrongLine(qint64 number, const QString& what);
+/// A line of a day file, from 1, is no bar.
+vexdesk::Failure wrongStoredLine(const QString& path, qint64 number);
+vexdesk::Failure interrupted();
+
+} // namespace tadata
