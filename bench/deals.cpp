@@ -103,8 +103,9 @@ QByteArray scan(qint64 securityId)
     details.separator = QStringLiteral(",");
     details.lineFormat = QStringLiteral("VOL");
     QByteArray lines;
-    tadata::exportDeals(details, today, {0, [](int) {}},
-                        [&lines](QByteArrayView written) { lines += written; });
+    tadata::BarExporter exporter(details, [&lines](QByteArrayView written) { lines += written; });
+    tadata::exportDeals(details, today, {0, [](int) {}}, exporter);
+    exporter.finish();
     return lines;
 }
 

@@ -2,6 +2,8 @@
 #include "commandline.h"
 
 #include "help.h"
+#include "profiles.h"
+#include "suggestion.h"
 
 #include <algorithm>
 
@@ -20,6 +22,14 @@ namespace {
 QString withValues(const Option& option)
 {
     return QStringLiteral("%1 (%2)").arg(optionUsage(option), rightValues(option));
+}
+
+QStringList optionNames(const Command& command)
+{
+    QStringList names;
+    for (const Option& option : command.options)
+        names.append(option.name);
+    return names;
 }
 
 } // namespace
@@ -49,8 +59,34 @@ CommandLine::CommandLine(const Command& command, const QStringList& words)
     if (m_positional.size() > command.mostWords)
         throw UsageError{
             Text::tr("лишнее слово «%1»").arg(escaped(m_positional[command.mostWords]))};
+    takeProfile();
     checkPartners();
     checkMissing();
+}
+
+// What the words say wins. A profile may hold options of other commands.
+void CommandLine::takeProfile()
+{
+    const auto name = m_values.constFind(QStringLiteral("profile"));
+    if (name == m_values.constEnd())
+        return;
+    const std::optional<ProfileOptions> saved = profileOptions(*name);
+    if (!saved)
+        throw UsageError{Text::tr("профиля «%1» нет").arg(escaped(*name)) +
+                         suggestion(*name, profileNames())};
+    for (const Option& option : m_command.options) {
+        const auto value = saved->constFind(option.name);
+        const bool isOff = option.isSwitch() && value != saved->constEnd() && *value != u"true";
+        if (value != saved->constEnd() && !isOff && !m_values.contains(option.name))
+            take(option, option.isSwitch() ? QString() : *value);
+    }
+}
+
+void CommandLine::take(const Option& option, const QString& value)
+{
+    if (!option.choices.isEmpty() && !option.choices.contains(value))
+        refuseValue(option, value, QString());
+    m_values.insert(option.name, value);
 }
 
 // An option's value is what follows "=", otherwise the next word, whatever it is.
@@ -63,7 +99,8 @@ void CommandLine::takeOption(const QString& word, QStringList& rest)
         [&given](const Option& known) { return given == QStringLiteral("--") + known.name; });
     if (option == m_command.options.end())
         throw UsageError{
-            Text::tr("у команды %1 нет параметра %2").arg(m_command.name, escaped(given))};
+            Text::tr("у команды %1 нет параметра %2").arg(m_command.name, escaped(given)) +
+            suggestion(given, optionNames(m_command), QStringLiteral("--"))};
     QString value = equals < 0 ? QString() : word.mid(equals + 1);
     if (option->isSwitch() && equals >= 0)
         throw UsageError{Text::tr("%1 не принимает значения: «%2»").arg(given, escaped(value))};
@@ -78,9 +115,7 @@ void CommandLine::takeOption(const QString& word, QStringList& rest)
                              ? Text::tr("%1 задан дважды").arg(given)
                              : Text::tr("%1 задан дважды: «%2» и «%3»")
                                    .arg(given, escaped(m_values[option->name]), escaped(value))};
-    if (!option->choices.isEmpty() && !option->choices.contains(value))
-        refuseValue(*option, value, QString());
-    m_values.insert(option->name, value);
+    take(*option, value);
 }
 
 void CommandLine::checkPartners() const

@@ -19,7 +19,8 @@ struct UsageError
 /// An integer, as every option and file of tadata writes one.
 std::optional<qint64> integerFrom(QStringView text);
 
-/// The words after a command's name, taken apart by its options. Every function throws UsageError
+/// The words after a command's name, taken apart by its options; those that a profile holds
+/// (--profile) are as if they had been given. Every function throws UsageError
 /// with the option, the value that was given and what it takes; names are those of the command's
 /// options.
 class CommandLine final
@@ -31,6 +32,8 @@ public:
 
     const QStringList& positional() const { return m_positional; }
 
+    /// The options that were given, there or by --profile, with their values.
+    const QMap<QString, QString>& given() const { return m_values; }
     bool isSet(const char* option) const;
     /// The value that was given, otherwise the option's fallback.
     std::optional<QString> value(const char* option) const;
@@ -47,6 +50,8 @@ public:
 private:
     const Option& optionOf(const QString& name) const;
     void takeOption(const QString& word, QStringList& rest);
+    void takeProfile();
+    void take(const Option& option, const QString& value);
     void checkPartners() const;
     void checkMissing() const;
 

@@ -5,8 +5,9 @@ namespace tadata::cli {
 
 QList<Command> commands()
 {
-    return {importCommand(), exportCommand(), listCommand(),   healthCommand(), deleteCommand(),
-            copyCommand(),   renameCommand(), pointsCommand(), undoCommand(),   unlockCommand()};
+    return {importCommand(), exportCommand(), listCommand(),   healthCommand(),
+            deleteCommand(), copyCommand(),   renameCommand(), pointsCommand(),
+            undoCommand(),   unlockCommand(), profileCommand()};
 }
 
 QList<Option> programOptions()

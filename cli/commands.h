@@ -57,6 +57,8 @@ Command renameCommand();
 Command pointsCommand();
 /// Takes it back.
 Command undoCommand();
+/// Options of imports under a name.
+Command profileCommand();
 /// Removes a lock that nobody holds any more.
 Command unlockCommand();
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "commands.h"
 #include "dealsfile.h"
+#include "patterns.h"
 #include "progressbar.h"
 #include "series.h"
 
@@ -23,34 +24,10 @@ using vexdesk::Outcome;
 
 namespace {
 
-// Whether a pattern has, outside of its quotes, a run of one of these lengths of one of these
-// letters: a field of a date or a time, which Qt tells apart by case and length.
-bool hasField(const QString& pattern, QStringView letters, std::initializer_list<int> lengths)
-{
-    bool isQuoted = false;
-    QChar current;
-    int length = 0;
-    for (const QChar letter : pattern + QChar()) {
-        if (letter == current && letter != u'\'') {
-            ++length;
-            continue;
-        }
-        if (!isQuoted && letters.contains(current) &&
-            std::find(lengths.begin(), lengths.end(), length) != lengths.end())
-            return true;
-        if (letter == u'\'')
-            isQuoted = !isQuoted;
-        current = letter;
-        length = 1;
-    }
-    return false;
-}
-
 QString parseDateFormat(const CommandLine& line)
 {
     QString format = line.text("date-format");
-    if (!hasField(format, u"d", {1, 2}) || !hasField(format, u"M", {1, 2, 3, 4}) ||
-        !hasField(format, u"y", {2, 4}))
+    if (!namesADay(format))
         line.refuse("date-format");
     return format;
 }
@@ -58,7 +35,7 @@ QString parseDateFormat(const CommandLine& line)
 QString parseTimeFormat(const CommandLine& line)
 {
     QString format = line.text("time-format");
-    if (!hasField(format, u"hH", {1, 2}) || !hasField(format, u"m", {1, 2}))
+    if (!hasHours(format) || !hasMinutes(format))
         line.refuse("time-format");
     return format;
 }
@@ -77,6 +54,7 @@ ExportDetails parseDetails(const CommandLine& line)
     details.dateFormat = parseDateFormat(line);
     details.timeFormat = parseTimeFormat(line);
     details.addHeader = !line.isSet("no-header");
+    details.finishedOnly = line.isSet("finished-only");
     return details;
 }
 
@@ -238,6 +216,9 @@ QList<Option> formatOptions()
          .fallback = QStringLiteral("hhmmss")},
         {.name = QStringLiteral("no-header"),
          .meaning = Text::tr("Без строки с названиями столбцов.")},
+        {.name = QStringLiteral("finished-only"),
+         .meaning = Text::tr("Каждый бар один раз, законченным: из идущих подряд строк с одними "
+                             "датой и временем — только последняя.")},
     };
 }
 

@@ -3,6 +3,7 @@
 
 #include "commandline.h"
 #include "help.h"
+#include "suggestion.h"
 
 #include <vexdesk/terminal/core.h>
 #include <vexdesk/terminal/language.h>
@@ -56,8 +57,12 @@ ExitCode run(const QStringList& words)
         return printOutput(QStringLiteral("tadata " TADATA_VERSION "\n"));
     if (name == u"--help" || name == u"-h")
         return printOutput(generalHelp(known));
+    QStringList names;
+    for (const Command& command : known)
+        names.append(command.name);
     throw UsageError{name.isEmpty() ? Text::tr("нет команды")
-                                    : Text::tr("неизвестная команда «%1»").arg(escaped(name))};
+                                    : Text::tr("неизвестная команда «%1»").arg(escaped(name)) +
+                                          suggestion(name, names)};
 }
 
 } // namespace

@@ -133,6 +133,15 @@ bool BarExporter::liesAfter(const BarDescription& source, const BarDescription& 
 
 void BarExporter::writeBar(const BarDescription& bar)
 {
+    if (!m_details.finishedOnly)
+        return appendLine(bar);
+    if (m_waiting && (m_waiting->date != bar.date || m_waiting->time != bar.time))
+        appendLine(*m_waiting);
+    m_waiting = bar;
+}
+
+void BarExporter::appendLine(const BarDescription& bar)
+{
     for (int i = 0; i < m_columns.size(); ++i) {
         append(m_columns.at(i), bar);
         if (i == m_last)
@@ -151,6 +160,14 @@ void BarExporter::flush()
         return;
     m_sink(m_lines.bytes());
     m_lines.clear();
+}
+
+void BarExporter::finish()
+{
+    if (m_waiting)
+        appendLine(*m_waiting);
+    m_waiting.reset();
+    flush();
 }
 
 void BarExporter::append(Column column, const BarDescription& bar)

@@ -9,6 +9,7 @@
 #include <QtCore/QList>
 
 #include <functional>
+#include <optional>
 
 struct ExportDetails;
 
@@ -24,14 +25,17 @@ class BarExporter final
 {
 public:
     BarExporter(const ExportDetails& details, LineSink sink);
-    ~BarExporter() { flush(); }
+    ~BarExporter() { finish(); }
     Q_DISABLE_COPY_MOVE(BarExporter)
 
     void exportBar(const BarDescription& source, BarDescription& target);
+    /// With ExportDetails::finishedOnly the line waits for the next one, which may take its place.
     void writeBar(const BarDescription& bar);
 
-    /// Gives the sink the lines that it has not got yet.
+    /// Gives the sink the lines that it has not got yet, but for one that waits.
     void flush();
+    /// That one too: no other line comes behind it.
+    void finish();
 
 private:
     enum class Column { Ticker, Per, Date, Time, Open, High, Low, Close, Vol, Val, OpenInt };
@@ -42,6 +46,7 @@ private:
     };
     static const NamedColumn namedColumns[];
 
+    void appendLine(const BarDescription& bar);
     bool liesAfter(const BarDescription& source, const BarDescription& target);
     void append(Column column, const BarDescription& bar);
     void appendDate(const QDate& date);
@@ -58,6 +63,7 @@ private:
     LineBuffer m_lines; ///< those that the sink has not got yet
     QDate m_date;       ///< the date that was written last, and its text
     QByteArray m_dateText;
+    std::optional<BarDescription> m_waiting; ///< the bar of the line that waits
 };
 
 } // namespace tadata

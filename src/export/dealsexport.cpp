@@ -176,7 +176,7 @@ private:
 } // namespace
 
 void exportDeals(const ExportDetails& details, const QDate& today, const DealsProgress& progress,
-                 const LineSink& sink)
+                 BarExporter& exporter)
 {
     Table* const deals = isRegistered(details) ? dealsTable() : nullptr;
     if (!deals)
@@ -186,7 +186,6 @@ void exportDeals(const ExportDetails& details, const QDate& today, const DealsPr
     const MasterIndex_Column_Pure filter(deals, columns.key());
     const DayOfMoments day(today);
     const int rest = 100 - progress.start;
-    BarExporter exporter(details, sink);
     BarDescription target;
     {
         const std::lock_guard lock(*deals);

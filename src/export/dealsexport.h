@@ -15,8 +15,8 @@ struct DealsProgress
 };
 
 /// Folds today's deals of the series, from the terminal's table "all_deals", into bars and writes
-/// each when it is finished. Does nothing for a security that the security directory does not know,
-/// and where the terminal has no such tables.
+/// each when it is finished, by an exporter of the same settings. Does nothing for a security that
+/// the security directory does not know, and where the terminal has no such tables.
 ///
 /// Deals are taken in the order of their arrival. A deal's moment is the venue's wall clock as if
 /// it were UTC: whatever the local time zone, its day is today's when its clock showed today.
@@ -24,6 +24,6 @@ struct DealsProgress
 /// Any thread: the table is locked during the scan. Throws Exception, with the table unlocked, when
 /// a field has a type that deals do not have, or a key that it cannot take.
 void exportDeals(const ExportDetails& details, const QDate& today, const DealsProgress& progress,
-                 const LineSink& sink);
+                 BarExporter& exporter);
 
 } // namespace tadata

@@ -15,4 +15,7 @@ struct ExportDetails : TADataDescription
     QDate dateFrom;         ///< the first day
     QDate dateTo;           ///< the last day
     QString outputPath;     ///< of the file that is written
+    /// Whether a bar is written once, as it is when it is finished: of successive lines whose date
+    /// and time are equal, written or not, the last one.
+    bool finishedOnly = false;
 };

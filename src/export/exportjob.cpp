@@ -101,8 +101,7 @@ public:
         , m_progress(progress)
         , m_shown(start.progress)
         , m_output(output)
-        , m_sink([&output](QByteArrayView lines) { output.write(lines); })
-        , m_exporter(details, m_sink)
+        , m_exporter(details, [&output](QByteArrayView lines) { output.write(lines); })
     {}
 
     // Ends early when the disk is full: the rest could not be written either.
@@ -120,6 +119,7 @@ public:
             const auto left = static_cast<double>(day.daysTo(m_details.dateTo));
             show(static_cast<int>(left / days * 100));
         }
+        m_exporter.finish();
     }
 
     /// Whether all was read.
@@ -135,7 +135,9 @@ public:
 private:
     void writeDeals()
     {
-        exportDeals(m_details, m_today, {m_shown, [this](int percent) { show(percent); }}, m_sink);
+        exportDeals(m_details, m_today, {m_shown, [this](int percent) { show(percent); }},
+                    m_exporter);
+        m_exporter.flush();
     }
 
     bool goesOn() const { return m_outcome && m_output.isWhole(); }
@@ -181,7 +183,6 @@ private:
     const ProgressSink& m_progress;
     int m_shown;
     OutputFile& m_output;
-    LineSink m_sink;
     BarExporter m_exporter;
     std::optional<QDir> m_dir;
     Outcome m_outcome;

@@ -175,8 +175,10 @@ void TestDealsExport::add(const Deal& deal)
 QByteArray TestDealsExport::run(const ExportDetails& details, const QDate& day, int start)
 {
     QByteArray written;
+    tadata::BarExporter exporter(details, [&written](QByteArrayView lines) { written += lines; });
     tadata::exportDeals(details, day, {start, [this](int percent) { m_progress.append(percent); }},
-                        [&written](QByteArrayView lines) { written += lines; });
+                        exporter);
+    exporter.finish();
     return written;
 }
 
@@ -611,9 +613,10 @@ void TestDealsExport::holdsTheTableWhileItScans()
     for (int i = 0; i < 1000; ++i)
         add(dealAt(at(10, 0), "5"));
     bool wasLocked = false;
-    tadata::exportDeals(detailsOfAlfa(), today,
-                        {0, [this, &wasLocked](int) { wasLocked = !isUnlocked(); }},
-                        [](QByteArrayView) {});
+    const ExportDetails details = detailsOfAlfa();
+    tadata::BarExporter exporter(details, [](QByteArrayView) {});
+    tadata::exportDeals(details, today, {0, [this, &wasLocked](int) { wasLocked = !isUnlocked(); }},
+                        exporter);
     QVERIFY(wasLocked);
     QVERIFY(isUnlocked());
 }

@@ -4,6 +4,7 @@
 #include <vexdesk/export.h>
 
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 #include <QtCore/QVariant>
 
 #include <memory>
@@ -29,6 +30,13 @@ public:
     /// Stores the value. A settings file that cannot be written is not an error here: the value
     /// then lasts as long as the process, and sync() tells so.
     void setValue(const QString& key, const QVariant& value);
+
+    /// The keys of the group's own values, and the groups in it.
+    QStringList keys() const;
+    QStringList groups() const;
+
+    /// Forgets a value, or a group in this one with all that is in it.
+    void remove(const QString& key);
 
     /// Writes what this process has stored, through whichever object, and is not on disk yet. False
     /// when it still is not: the file or its directory cannot be written, or the disk is full.

@@ -26,6 +26,21 @@ void Settings::setValue(const QString& key, const QVariant& value)
     m_store->setValue(key, value);
 }
 
+QStringList Settings::keys() const
+{
+    return m_store->childKeys();
+}
+
+QStringList Settings::groups() const
+{
+    return m_store->childGroups();
+}
+
+void Settings::remove(const QString& key)
+{
+    m_store->remove(key);
+}
+
 bool Settings::sync()
 {
     // A store of its own: that of this object would remember an error for ever.

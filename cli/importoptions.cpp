@@ -1,0 +1,318 @@
+// SPDX-License-Identifier: MIT
+#include "importoptions.h"
+
+#include "patterns.h"
+
+#include "textformats.h"
+
+#include <vexdesk/history/dayfilenames.h>
+#include <vexdesk/terminal/referencedata.h>
+
+#include <QtCore/QFileInfo>
+#include <QtCore/QTimeZone>
+
+#include <array>
+#include <limits>
+
+namespace tadata::cli {
+
+namespace {
+
+struct RoleName
+{
+    const char* name;
+    ColumnRole role;
+    bool mandatory;
+};
+
+constexpr std::array roleNames{
+    RoleName{"date", ColumnRole::Date, true},        RoleName{"time", ColumnRole::Time, true},
+    RoleName{"open", ColumnRole::Open, true},        RoleName{"high", ColumnRole::High, true},
+    RoleName{"low", ColumnRole::Low, true},          RoleName{"close", ColumnRole::Close, true},
+    RoleName{"volume", ColumnRole::Volume, false},   RoleName{"value", ColumnRole::Value, false},
+    RoleName{"oi", ColumnRole::OpenInterest, false}, RoleName{"ticker", ColumnRole::Ticker, false},
+};
+
+std::optional<ColumnRole> roleOf(const QString& name)
+{
+    for (const RoleName& known : roleNames) {
+        if (name == QLatin1String(known.name))
+            return known.role;
+    }
+    return std::nullopt;
+}
+
+std::optional<int> columnOf(const QString& text)
+{
+    const std::optional<qint64> number = integerFrom(text);
+    const bool isColumn = number && *number >= 0 && *number <= std::numeric_limits<int>::max();
+    return isColumn ? std::optional(static_cast<int>(*number)) : std::nullopt;
+}
+
+QMap<qint32, qint32> parseColumns(const CommandLine& line)
+{
+    const auto refuse = [&line](const QString& why) { line.refuse("columns", why); };
+    QMap<qint32, qint32> columns;
+    const QStringList parts = line.text("columns").split(u',');
+    for (const QString& part : parts) {
+        const QString name = part.section(u'=', 0, 0);
+        const std::optional<ColumnRole> role = roleOf(name);
+        const std::optional<int> column = columnOf(part.section(u'=', 1));
+        if (!role)
+            refuse(Text::tr("роли «%1» нет").arg(escaped(name)));
+        if (!column)
+            refuse(Text::tr("«%1» не называет номера столбца").arg(escaped(part)));
+        if (columns.contains(qint32(*role)))
+            refuse(Text::tr("роль «%1» названа дважды").arg(name));
+        if (columns.values().contains(*column))
+            refuse(Text::tr("столбец %1 назначен дважды").arg(*column));
+        columns.insert(qint32(*role), *column);
+    }
+    for (const RoleName& known : roleNames) {
+        if (known.mandatory && !columns.contains(static_cast<qint32>(known.role)))
+            refuse(Text::tr("нет роли «%1»").arg(QLatin1String(known.name)));
+    }
+    return columns;
+}
+
+QStringList patternsOf(const QList<TextFormat>& formats)
+{
+    QStringList patterns;
+    for (const TextFormat& format : formats)
+        patterns.append(format.pattern);
+    return patterns;
+}
+
+// One that the wizard does not offer has no title: it stands for itself.
+QString titleOf(const QString& pattern, const QList<TextFormat>& formats)
+{
+    const qsizetype place = patternsOf(formats).indexOf(pattern);
+    return place < 0 ? pattern : formats[place].title;
+}
+
+QString listedPatterns(const QList<TextFormat>& formats)
+{
+    return patternsOf(formats).join(QStringLiteral(", "));
+}
+
+QTimeZone parseZone(const CommandLine& line, const char* option)
+{
+    const std::optional<QString> name = line.value(option);
+    if (!name)
+        return {};
+    const QByteArray id = name->toUtf8();
+    QTimeZone zone(id);
+    if (!QTimeZone::isTimeZoneIdAvailable(id) || !zone.isValid())
+        line.refuse(option);
+    return zone;
+}
+
+FileClock parseClock(const CommandLine& line)
+{
+    constexpr int minutesOfDay = 24 * 60;
+    FileClock clock;
+    clock.stampsBegin = line.text("stamp") == u"begin";
+    clock.from = parseZone(line, "from-zone");
+    clock.to = parseZone(line, "to-zone");
+    clock.shiftMinutes = line.number("shift", -minutesOfDay, minutesOfDay).value_or(0);
+    return clock;
+}
+
+// What is there must not be written over, a link to nothing neither.
+QString parseRejects(const CommandLine& line)
+{
+    const std::optional<QString> path = line.value("rejects");
+    if (!path)
+        return {};
+    if (path->isEmpty())
+        line.refuse("rejects");
+    const QFileInfo file(*path);
+    if (file.exists() || file.isSymLink())
+        line.refuse("rejects", Text::tr("такой файл уже есть"));
+    return *path;
+}
+
+Option zoneOption(const char* name, const char* other, const QString& meaning)
+{
+    return {.name = QLatin1String(name),
+            .value = Text::tr("ПОЯС"),
+            .meaning = meaning,
+            .takes = Text::tr("имя часового пояса, например Europe/Moscow"),
+            .partner = QLatin1String(other)};
+}
+
+Option rejectsOption()
+{
+    return {.name = QStringLiteral("rejects"),
+            .value = Text::tr("ФАЙЛ"),
+            .meaning = Text::tr("Куда записать пропущенные ошибочные строки, байт в байт, после "
+                                "заголовка исходного файла. Создаётся с первой из них; включает "
+                                "--skip-bad. Только для одного файла."),
+            .takes = Text::tr("имя файла, которого ещё нет")};
+}
+
+} // namespace
+
+QList<Option> layoutOptions()
+{
+    return {
+        {.name = QStringLiteral("columns"),
+         .value = Text::tr("РОЛЬ=СТОЛБЕЦ,..."),
+         .meaning = Text::tr("Что несёт каждый столбец. Роли date, time, open, high, low и close "
+                             "обязательны; могут быть volume (объём в штуках), value (объём в "
+                             "деньгах), oi (открытый интерес) и ticker (код для {ticker})."),
+         .takes = Text::tr("через запятую роль и номер её столбца, считая от 0; роли date, time, "
+                           "open, high, low, close, volume, value, oi, ticker"),
+         .isRequired = true},
+        {.name = QStringLiteral("timeframe"),
+         .value = Text::tr("СЕКУНДЫ"),
+         .meaning = Text::tr("Длина бара. Из секундных баров строятся и минутные, в отдельный "
+                             "файл."),
+         .choices = {QString::number(vexdesk::minuteTimeframe),
+                     QString::number(vexdesk::secondTimeframe)},
+         .fallback = QString::number(vexdesk::minuteTimeframe)},
+        separatorOption(),
+        {.name = QStringLiteral("date-format"),
+         .value = Text::tr("ВИД"),
+         .meaning = Text::tr("Вид даты. Год из двух цифр — этого столетия."),
+         .takes = Text::tr("%1 или другой вид, в котором есть число (d или dd), месяц (M или MM) "
+                           "и год (yy или yyyy); большие и малые буквы различаются")
+                      .arg(listedPatterns(dateFormats())),
+         .fallback = QStringLiteral("yyyyMMdd")},
+        {.name = QStringLiteral("time-format"),
+         .value = Text::tr("ВИД"),
+         .meaning = Text::tr("Вид времени."),
+         .takes = Text::tr("%1 или другой вид, в котором есть часы (h или hh); большие и малые "
+                           "буквы различаются")
+                      .arg(listedPatterns(timeFormats())),
+         .fallback = QStringLiteral("hhmmss")},
+        {.name = QStringLiteral("no-header"),
+         .meaning = Text::tr("Первая строка — уже бар, а не заголовок.")}};
+}
+
+void setDateFormat(ImportDetails& details, const QString& pattern)
+{
+    details.dateFormat = pattern;
+    details.dateFormatTitle = titleOf(pattern, dateFormats());
+}
+
+void setTimeFormat(ImportDetails& details, const QString& pattern)
+{
+    details.timeFormat = pattern;
+    details.timeFormatTitle = titleOf(pattern, timeFormats());
+}
+
+ImportDetails parseForms(const CommandLine& line)
+{
+    ImportDetails details;
+    details.timeframe = line.text("timeframe").toInt();
+    details.separator = parseSeparator(line);
+    setDateFormat(details, line.text("date-format"));
+    if (!namesADay(details.dateFormat))
+        line.refuse("date-format");
+    setTimeFormat(details, line.text("time-format"));
+    if (!hasHours(details.timeFormat))
+        line.refuse("time-format");
+    details.firstLineIsHeader = !line.isSet("no-header");
+    return details;
+}
+
+ImportDetails parseLayout(const CommandLine& line)
+{
+    ImportDetails details = parseForms(line);
+    details.columns = parseColumns(line);
+    if (!line.text("series").contains(tickerPlace()))
+        details.columns.remove(qint32(ColumnRole::Ticker));
+    return details;
+}
+
+Option decimalsOption()
+{
+    return {.name = QStringLiteral("decimals"),
+            .value = Text::tr("ЧИСЛО"),
+            .meaning = Text::tr("Знаков после точки в ценах. Без него — как в справочнике; для "
+                                "инструмента, которого там нет, обязателен."),
+            .takes = Text::tr("число от 0 до %1").arg(vexdesk::ReferenceData::maxDecimals)};
+}
+
+QList<Option> wayOptions()
+{
+    return {
+        {.name = QStringLiteral("mode"),
+         .value = Text::tr("СПОСОБ"),
+         .meaning = Text::tr("Что станет с хранимыми барами тех же дней: replace — дни файла "
+                             "заменяются целиком; merge — бары файла добавляются и заменяют бары "
+                             "с тем же временем; fill — добавляются только бары, времени которых "
+                             "в хранилище нет."),
+         .choices = {QStringLiteral("replace"), QStringLiteral("merge"), QStringLiteral("fill")},
+         .fallback = QStringLiteral("replace")},
+        {.name = QStringLiteral("stamp"),
+         .value = Text::tr("КОНЕЦ"),
+         .meaning = Text::tr("Какое время стоит у баров файла: конца бара (end) или его начала "
+                             "(begin); к началу прибавляется длина бара."),
+         .choices = {QStringLiteral("end"), QStringLiteral("begin")},
+         .fallback = QStringLiteral("end")},
+        zoneOption("from-zone", "to-zone", Text::tr("По часам какого пояса время в файле.")),
+        zoneOption("to-zone", "from-zone", Text::tr("По часам какого пояса время в хранилище.")),
+        {.name = QStringLiteral("shift"),
+         .value = Text::tr("МИНУТЫ"),
+         .meaning = Text::tr("Сколько минут прибавить ко времени, после смены пояса."),
+         .takes = Text::tr("целое число от -1440 до 1440")},
+        {.name = QStringLiteral("skip-bad"),
+         .meaning = Text::tr("Ошибочные строки пропускать; в конце печатается, сколько баров, дней "
+                             "и ошибочных строк.")},
+        rejectsOption()};
+}
+
+ImportWays parseWays(const CommandLine& line)
+{
+    ImportWays ways;
+    const QString mode = line.text("mode");
+    if (mode == u"merge")
+        ways.mode = ImportMode::Merge;
+    else if (mode == u"fill")
+        ways.mode = ImportMode::Fill;
+    ways.clock = parseClock(line);
+    ways.rejects = parseRejects(line);
+    ways.skipsBad = line.isSet("skip-bad");
+    return ways;
+}
+
+QList<Option> safetyOptions()
+{
+    return {{.name = QStringLiteral("undo-on-error"),
+             .meaning = Text::tr("Если импорт закончится ошибкой или будет прерван, вернуть всё, "
+                                 "что он изменил.")},
+            {.name = QStringLiteral("no-restore-point"),
+             .meaning = Text::tr("Не сохранять того, что импорт заменяет.")}};
+}
+
+Option profileOption()
+{
+    return {.name = QStringLiteral("profile"),
+            .value = Text::tr("ИМЯ"),
+            .meaning = Text::tr("Параметры, сохранённые командой tadata profile save. Заданные в "
+                                "командной строке важнее."),
+            .takes = Text::tr("имя профиля")};
+}
+
+void checkOptions(const CommandLine& line)
+{
+    if (line.isSet("columns"))
+        parseColumns(line);
+    parseForms(line);
+    parseClock(line);
+    parseDecimals(line);
+}
+
+QString tickerPlace()
+{
+    return QStringLiteral("{ticker}");
+}
+
+std::optional<int> parseDecimals(const CommandLine& line)
+{
+    return line.number("decimals", 0, vexdesk::ReferenceData::maxDecimals);
+}
+
+} // namespace tadata::cli
