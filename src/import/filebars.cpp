@@ -9,6 +9,7 @@
 #include <QtCore/QCoreApplication>
 
 #include <algorithm>
+#include <utility>
 
 namespace tadata {
 
@@ -46,12 +47,13 @@ void refuse(FileLine* line, const QString& why)
 
 } // namespace
 
-FileBars::FileBars(const QString& path, const ImportDetails& details, const FileClock& clock)
+FileBars::FileBars(const QString& path, const ImportDetails& details, const FileClock& clock,
+                   SeriesOfTicker describe)
     : m_lines(path, vexdesk::DayFileLines::unlimited, blockSize)
     , m_details(details)
-    , m_parser(details)
+    , m_describe(std::move(describe))
+    , m_parser(m_details)
     , m_hasTicker(details.columns.contains(static_cast<qint32>(ColumnRole::Ticker)))
-    , m_isRefined(m_hasTicker || !clock.changesNothing())
 {
     if (!clock.changesNothing())
         m_clock.emplace(clock, details.timeframe);
@@ -67,12 +69,13 @@ bool FileBars::next(FileLine* line)
     line->isBlank = false;
     if (!line->bar.error.isNull())
         line->bar.error = QString();
-    m_wasPlain = m_parser.parse(line->text, &line->bar);
-    if (!m_wasPlain)
-        parseSlowly(line);
+    if (m_hasTicker)
+        parseOfTicker(line);
+    else
+        parse(line);
     line->writtenDate = line->bar.date;
-    if (m_isRefined && line->bar.valid)
-        refine(line);
+    if (m_clock && line->bar.valid)
+        changeClock(line);
     return true;
 }
 
@@ -83,6 +86,12 @@ void FileBars::skipHeader()
         ++m_number;
 }
 
+void FileBars::parse(FileLine* line)
+{
+    if (!m_parser.parse(line->text, &line->bar))
+        parseSlowly(line);
+}
+
 void FileBars::parseSlowly(FileLine* line)
 {
     line->bar = BarDescription();
@@ -90,36 +99,39 @@ void FileBars::parseSlowly(FileLine* line)
         line->isBlank = isBlank(line->text);
 }
 
-// What the parser does not know of.
-void FileBars::refine(FileLine* line)
+// The ticker says with how many decimals the line is read.
+void FileBars::parseOfTicker(FileLine* line)
 {
-    if (m_hasTicker) {
-        takeTicker(*line);
-        line->ticker = m_ticker;
-        if (!m_isTickerName)
-            return refuse(line, Text::tr("Код '%1' не может быть именем каталога").arg(m_ticker));
+    if (!m_parser.parse(line->text, &line->bar)) {
+        const QString text = vexdesk::textFromUtf8(line->text);
+        if (const auto code = fieldOfLine(text, m_details, ColumnRole::Ticker))
+            takeTicker(code->toUtf8());
+        parseSlowly(line);
+    } else if (takeTicker(m_parser.field(ColumnRole::Ticker))) {
+        parse(line);
     }
-    if (!m_clock)
-        return;
-    if (const Outcome changed = m_clock->change(&line->bar.date, &line->bar.time); !changed)
-        refuse(line, changed.message());
+    line->ticker = m_ticker;
+    if (line->bar.valid && !m_isTickerName)
+        refuse(line, Text::tr("Код '%1' не может быть именем каталога").arg(m_ticker));
 }
 
-void FileBars::takeTicker(const FileLine& line)
-{
-    if (m_wasPlain)
-        return takeTicker(m_parser.field(ColumnRole::Ticker));
-    const QString text = vexdesk::textFromUtf8(line.text);
-    takeTicker(fieldOfLine(text, m_details, ColumnRole::Ticker).toUtf8());
-}
-
-void FileBars::takeTicker(QByteArrayView code)
+// Whether it is another one than that of the line before.
+bool FileBars::takeTicker(QByteArrayView code)
 {
     if (code == m_tickerCode && !m_tickerCode.isNull())
-        return;
+        return false;
     m_tickerCode = code.toByteArray();
     m_ticker = vexdesk::textFromUtf8(code);
     m_isTickerName = isDirectoryName(m_ticker);
+    if (m_isTickerName && m_describe)
+        m_describe(m_ticker, &m_details);
+    return true;
+}
+
+void FileBars::changeClock(FileLine* line)
+{
+    if (const Outcome changed = m_clock->change(&line->bar.date, &line->bar.time); !changed)
+        refuse(line, changed.message());
 }
 
 // The position runs ahead of the line, since the file is read in blocks; and a file may have grown

@@ -4,6 +4,7 @@
 #include "bardescription.h"
 #include "fileclock.h"
 #include "importdetails.h"
+#include "importseries.h"
 #include "plainlineparser.h"
 
 #include <vexdesk/history/dayfilelines.h>
@@ -41,8 +42,9 @@ struct FileLine
 class FileBars final
 {
 public:
-    /// The details must outlive it.
-    FileBars(const QString& path, const ImportDetails& details, const FileClock& clock = {});
+    /// Without `describe` all tickers have the decimals of the details' series.
+    FileBars(const QString& path, const ImportDetails& details, const FileClock& clock = {},
+             SeriesOfTicker describe = {});
     Q_DISABLE_COPY_MOVE(FileBars)
 
     /// False for a file that is missing or cannot be opened, and for pipes and devices.
@@ -65,18 +67,18 @@ public:
 
 private:
     void skipHeader();
+    void parse(FileLine* line);
     void parseSlowly(FileLine* line);
-    void refine(FileLine* line);
-    void takeTicker(const FileLine& line);
-    void takeTicker(QByteArrayView code);
+    void parseOfTicker(FileLine* line);
+    bool takeTicker(QByteArrayView code);
+    void changeClock(FileLine* line);
 
     vexdesk::DayFileLines m_lines;
-    const ImportDetails& m_details;
+    ImportDetails m_details; ///< of the ticker that came last, where there are some
+    SeriesOfTicker m_describe;
     PlainLineParser m_parser;
     std::optional<ClockChange> m_clock; ///< where it changes anything
     bool m_hasTicker;
-    bool m_isRefined; ///< whether a bar is looked at once more after it was parsed
-    bool m_wasPlain = false;
     qint64 m_number = 0;
     QByteArray m_tickerCode; ///< the ticker that came last, and what it was found to be
     QString m_ticker;

@@ -32,6 +32,11 @@ Failure cannotRead(const QString& path, const QString& reason)
     return {Text::tr("Невозможно прочитать файл %1: %2").arg(path, reason)};
 }
 
+Failure hasChanged(const QString& path)
+{
+    return cannotRead(path, Text::tr("он изменился, пока его читали"));
+}
+
 Failure wouldWipe(const QString& path)
 {
     return {Text::tr("Файл %1 лежит в хранилище как файл дня этой же серии: импорт стёр бы его. "

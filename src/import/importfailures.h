@@ -10,7 +10,9 @@ vexdesk::Failure cannotOpen(const QString& path);
 vexdesk::Failure cannotWrite(const QString& path);
 /// With the reason, which says what went wrong without the file's name.
 vexdesk::Failure cannotRead(const QString& path, const QString& reason);
-/// The input, or the file for rejected lines, is a file of the store that the import writes.
+/// Somebody has written into the file while it was read.
+vexdesk::Failure hasChanged(const QString& path);
+/// The input is a file of the store that the import writes.
 vexdesk::Failure wouldWipe(const QString& path);
 /// What is wrong with a line of the input, from 1.
 vexdesk::Failure wrongLine(qint64 number, const QString& what);

@@ -1,21 +1,23 @@
 // SPDX-License-Identifier: MIT
 #include "importjob.h"
 
-#include "bardescription.h"
+#include "filebars.h"
+#include "importfailures.h"
+#include "mergejob.h"
 #include "minutebuilder.h"
-#include "plainlineparser.h"
+#include "rejects.h"
 
-#include <vexdesk/history/dayfilelines.h>
 #include <vexdesk/history/dayfilenames.h>
 #include <vexdesk/history/dayfilewriter.h>
 #include <vexdesk/history/filekeeper.h>
 #include <vexdesk/history/filestate.h>
-#include <vexdesk/history/utf8.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
+#include <QtCore/QSet>
 #include <QtCore/QTextStream>
 
+#include <optional>
 #include <utility>
 
 bool changeOutput(QFile& file, QTextStream& stream, QString fileName)
@@ -32,8 +34,8 @@ bool changeOutput(QFile& file, QTextStream& stream, QString fileName)
 namespace tadata {
 
 using vexdesk::DayFileWriter;
-using vexdesk::Failure;
 using vexdesk::Outcome;
+using vexdesk::Result;
 
 namespace {
 
@@ -41,18 +43,6 @@ struct Text
 {
     Q_DECLARE_TR_FUNCTIONS(ImporterTAData)
 };
-
-Failure cannotOpen(const QString& path)
-{
-    return {Text::tr("Невозможно открыть файл %1").arg(path)};
-}
-
-Failure wouldWipe(const QString& input)
-{
-    return {Text::tr("Файл %1 лежит в хранилище как файл дня этой же серии: импорт стёр бы его. "
-                     "Скопируйте его в другое место и импортируйте копию")
-                .arg(input)};
-}
 
 // The outputs of one import: day files, and minute files beside them for second bars.
 class StoreWriter final
@@ -74,6 +64,8 @@ public:
         if (Outcome kept = keep(day); !kept)
             return kept;
         const Outcome switched = switchTo(m_bars, vexdesk::dayFileName(day, m_timeframe));
+        if (switched)
+            m_days.insert(day);
         if (!switched || !derivesMinutes())
             return switched;
         if (const auto minute = m_minuteBuilder.take())
@@ -90,6 +82,9 @@ public:
         if (const auto minute = m_minuteBuilder.add(bar))
             m_minutes.write(*minute);
     }
+
+    // How many days were written, however often.
+    qint64 dayCount() const { return m_days.size(); }
 
     // Ends both files, also where one of them has failed.
     Outcome finish()
@@ -122,11 +117,9 @@ private:
         return output.open(path) ? Outcome() : cannotOpen(path);
     }
 
-    // Bars that did not reach the disk, because it is full, must not count as imported.
     static Outcome close(DayFileWriter& output)
     {
-        return output.close() ? Outcome()
-                              : Failure{Text::tr("Невозможно записать файл %1").arg(output.path())};
+        return output.close() ? Outcome() : cannotWrite(output.path());
     }
 
     QDir m_dir;
@@ -134,6 +127,7 @@ private:
     vexdesk::FileState m_input;
     vexdesk::FileKeeper* m_keeper; ///< or null
     QDate m_day;                   // of the open files
+    QSet<QDate> m_days;
     DayFileWriter m_bars;
     DayFileWriter m_minutes;
     // The minute that is still open at the end of the input is dropped: more of its seconds may
@@ -141,102 +135,119 @@ private:
     MinuteBuilder m_minuteBuilder;
 };
 
-// As the text streams of Qt read, so that the progress comes at the same moments.
-constexpr qsizetype blockSize = 16384;
-
-// The position runs ahead of the line, since the file is read in blocks; and a file may have grown
-// or have no size of its own.
-int percentDone(qint64 position, qint64 size)
-{
-    return position < size ? static_cast<int>(double(position) / double(size) * 100.0) : 100;
-}
-
-// One import, from its first line to its last.
+// One import that replaces days, from its first line to its last.
 class ImportRun final
 {
 public:
-    ImportRun(vexdesk::DayFileLines& lines, const ImportDetails& details, const QDir& dir,
-              const ProgressSink& progress, const Surroundings& surroundings)
-        : m_lines(lines)
-        , m_details(details)
+    ImportRun(FileBars& file, const ImportDetails& details, const ImportWays& ways,
+              const SeriesDirectories& series, const ProgressSink& progress,
+              const Surroundings& surroundings)
+        : m_file(file)
+        , m_timeframe(details.timeframe)
+        , m_series(series)
         , m_progress(progress)
-        , m_stop(surroundings.stop)
-        , m_parser(details)
-        , m_store(dir, details.timeframe, lines.state(), surroundings.keeper)
-    {}
+        , m_surroundings(surroundings)
+        , m_bad(file.path(), ways, details.firstLineIsHeader)
+        , m_hasTickers(details.columns.contains(static_cast<qint32>(ColumnRole::Ticker)))
+    {
+        if (!m_hasTickers)
+            beginSeries(series.directories.first());
+    }
 
     ImportResult run()
     {
         Outcome outcome = readLines();
         // Bars that came before an error stay stored: that they are not is the worse of two errors.
-        if (Outcome finished = m_store.finish(); !finished)
+        if (Outcome finished = finishSeries(); !finished)
+            outcome = std::move(finished);
+        if (Outcome finished = m_bad.finish(); outcome && !finished)
             outcome = std::move(finished);
         if (outcome)
             m_progress(100);
-        return {outcome, m_bars};
+        return {outcome, m_bars, m_days, m_bad.count()};
     }
 
 private:
     Outcome readLines()
     {
-        QByteArrayView line;
-        if (m_details.firstLineIsHeader && m_lines.nextBytes(&line))
-            ++m_lineNumber;
-        while (m_lines.nextBytes(&line)) {
-            if (m_stop && m_stop->load(std::memory_order_relaxed))
-                return Failure{Text::tr("Импорт прерван")};
-            ++m_lineNumber;
-            BarDescription bar;
-            if (Outcome parsed = parse(line, &bar); !parsed)
-                return parsed;
-            if (Outcome stored = store(bar); !stored)
+        FileLine line;
+        while (m_file.next(&line)) {
+            if (m_surroundings.stop && m_surroundings.stop->load(std::memory_order_relaxed))
+                return interrupted();
+            if (line.isBad()) {
+                if (Outcome passed = m_bad.take(line); !passed)
+                    return passed;
+                continue;
+            }
+            if (Outcome stored = store(line); !stored)
                 return stored;
             ++m_bars;
         }
-        const Outcome read = m_lines.outcome();
-        return read ? read
-                    : Failure{Text::tr("Невозможно прочитать файл %1: %2")
-                                  .arg(m_lines.path(), read.message())};
+        return m_file.outcome();
     }
 
-    Outcome parse(QByteArrayView line, BarDescription* bar)
+    Outcome store(const FileLine& line)
     {
-        if (m_parser.parse(line, bar))
-            return Outcome();
-        *bar = BarDescription();
-        return bar->init(vexdesk::textFromUtf8(line), m_details) ? Outcome()
-                                                                 : lineError(bar->error);
-    }
-
-    Outcome store(const BarDescription& bar)
-    {
-        if (m_store.needsSwitch(bar.date)) {
-            m_progress(percentDone(m_lines.position(), m_lines.size()));
-            if (Outcome switched = m_store.switchTo(bar.date); !switched)
+        if (m_hasTickers && (!m_store || line.ticker != m_ticker)) {
+            if (Outcome changed = changeSeries(line); !changed)
+                return changed;
+        }
+        if (m_store->needsSwitch(line.bar.date)) {
+            m_progress(m_file.percentDone());
+            if (Outcome switched = m_store->switchTo(line.bar.date); !switched)
                 return switched;
         }
         try {
-            m_store.write(bar);
+            m_store->write(line.bar);
         } catch (const QString& message) {
-            return lineError(message);
+            return wrongLine(line.number, message);
         }
         return Outcome();
     }
 
-    Failure lineError(const QString& what) const
+    // To open a day again would wipe what the ticker's earlier lines have put there.
+    Outcome changeSeries(const FileLine& line)
     {
-        return {Text::tr("Ошибка при импорте %1-й строки:\n%2.")
-                    .arg(QString::number(m_lineNumber), what)};
+        if (Outcome finished = finishSeries(); !finished)
+            return finished;
+        if (m_known.contains(line.ticker))
+            return wrongLine(line.number,
+                             Text::tr("файл возвращается к коду '%1', такой файл импортируют с "
+                                      "--mode merge")
+                                 .arg(line.ticker));
+        m_ticker = line.ticker;
+        m_known.insert(m_ticker);
+        beginSeries(m_series.directories.at(m_series.tickers.indexOf(m_ticker)));
+        return Outcome();
     }
 
-    vexdesk::DayFileLines& m_lines;
-    const ImportDetails& m_details;
+    void beginSeries(const QDir& directory)
+    {
+        m_store.emplace(directory, m_timeframe, m_file.state(), m_surroundings.keeper);
+    }
+
+    Outcome finishSeries()
+    {
+        if (!m_store)
+            return Outcome();
+        m_days += m_store->dayCount();
+        Outcome finished = m_store->finish();
+        m_store.reset();
+        return finished;
+    }
+
+    FileBars& m_file;
+    int m_timeframe;
+    const SeriesDirectories& m_series;
     const ProgressSink& m_progress;
-    const std::atomic<bool>* m_stop; ///< or null
-    PlainLineParser m_parser;
-    StoreWriter m_store;
-    qint64 m_lineNumber = 0;
+    const Surroundings& m_surroundings;
+    BadLines m_bad;
+    bool m_hasTickers;
+    QString m_ticker;      ///< of the lines that are coming
+    QSet<QString> m_known; ///< that have come
+    std::optional<StoreWriter> m_store;
     qint64 m_bars = 0;
+    qint64 m_days = 0;
 };
 
 } // namespace
@@ -245,15 +256,27 @@ ImportResult importBars(const QString& fileName, const ImportDetails& details,
                         const WritableSeriesDir& seriesDir, const ProgressSink& progress,
                         const Surroundings& surroundings)
 {
-    vexdesk::DayFileLines lines(fileName, vexdesk::DayFileLines::unlimited, blockSize);
-    if (!lines.open())
+    const auto directories = [&seriesDir](const QStringList&) -> Result<QList<QDir>> {
+        const Result<QDir> dir = seriesDir();
+        return dir ? Result<QList<QDir>>(QList<QDir>{*dir}) : dir.failure();
+    };
+    return importByWays(fileName, details, {}, {directories}, progress, surroundings);
+}
+
+ImportResult importByWays(const QString& fileName, const ImportDetails& details,
+                          const ImportWays& ways, const ImportSeries& series,
+                          const ProgressSink& progress, const Surroundings& surroundings)
+{
+    FileBars file(fileName, details, ways.clock, series.describe);
+    if (!file.open())
         return {cannotOpen(fileName)};
-    const vexdesk::Result<QDir> dir = seriesDir();
-    if (!dir)
-        return {dir.failure()};
-    if (!vexdesk::barFileThatIs(fileName, *dir).isEmpty())
-        return {wouldWipe(fileName)};
-    return ImportRun(lines, details, *dir, progress, surroundings).run();
+    const Result<SeriesDirectories> found =
+        findSeries(fileName, details, ways, series, surroundings.stop);
+    if (!found)
+        return {found.failure()};
+    if (ways.mode == ImportMode::Replace)
+        return ImportRun(file, details, ways, *found, progress, surroundings).run();
+    return mergeBars(file, {details, ways, *found, series.describe}, progress, surroundings);
 }
 
 } // namespace tadata

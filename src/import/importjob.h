@@ -2,6 +2,8 @@
 #pragma once
 
 #include "importdetails.h"
+#include "importseries.h"
+#include "importways.h"
 #include "job.h"
 
 #include <vexdesk/outcome.h>
@@ -15,7 +17,9 @@ namespace tadata {
 struct ImportResult
 {
     vexdesk::Outcome outcome;
-    qint64 bars = 0; ///< that were taken from the input
+    qint64 bars = 0;     ///< that were taken from the input
+    qint64 days = 0;     ///< of series, that were written
+    qint64 badLines = 0; ///< that were passed over
 };
 
 /// Imports a text file into the day files of one series, whose directory is asked for once the
@@ -34,6 +38,18 @@ struct ImportResult
 ImportResult importBars(const QString& fileName, const ImportDetails& details,
                         const WritableSeriesDir& seriesDir, const ProgressSink& progress,
                         const Surroundings& surroundings = {});
+
+/// Imports a text file in one of several ways into one series, or into one for each of its tickers.
+///
+/// Bad lines may be passed over, and written into a file of their own; what cannot be added up ends
+/// the import in any case. Replacing is what importBars() does; the bars of a ticker then stand
+/// together in the file, and one that comes back ends the import. Merging and filling are described
+/// with mergeBars(). Each ticker is imported as a file of its lines alone would be: the minute that
+/// is open at the end of a ticker's bars is dropped, and no other. Any thread; memory holds a day
+/// of one series at most.
+ImportResult importByWays(const QString& fileName, const ImportDetails& details,
+                          const ImportWays& ways, const ImportSeries& series,
+                          const ProgressSink& progress, const Surroundings& surroundings = {});
 
 } // namespace tadata
 

@@ -193,7 +193,9 @@ bool BarDescription::init(const QString& line, const ImportDetails& details)
     return true;
 }
 
-QString tadata::fieldOfLine(const QString& line, const ImportDetails& details, ColumnRole role)
+std::optional<QString> tadata::fieldOfLine(const QString& line, const ImportDetails& details,
+                                           ColumnRole role)
 {
-    return LineFields(line, details).text(role).toString();
+    const LineFields fields(line, details);
+    return fields.complete() ? std::optional(fields.text(role).toString()) : std::nullopt;
 }

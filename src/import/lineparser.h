@@ -5,10 +5,13 @@
 
 #include <QtCore/QString>
 
+#include <optional>
+
 namespace tadata {
 
-/// The text of the field that carries a role in a line that BarDescription::init() takes; the role
-/// has a column. Any thread.
-QString fieldOfLine(const QString& line, const ImportDetails& details, ColumnRole role);
+/// The text of the field that carries a role, which has a column, as BarDescription::init() splits
+/// lines; no value where the line has too few columns. Any thread.
+std::optional<QString> fieldOfLine(const QString& line, const ImportDetails& details,
+                                   ColumnRole role);
 
 } // namespace tadata

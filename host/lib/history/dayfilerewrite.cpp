@@ -35,15 +35,34 @@ QString showAgain()
     return Text::tr("покажите интервал ещё раз и повторите удаление");
 }
 
-Failure changed(const QString& path)
+// What the user is told who deletes in the editor, and who imports.
+enum class Work { Deletion, Import };
+
+Failure changed(const QString& path, Work work)
 {
+    if (work == Work::Import)
+        return notRewritten(path, Text::tr("он изменился, пока его читали"),
+                            Text::tr("повторите импорт"));
     return notRewritten(path, Text::tr("он изменился после того, как был показан"), showAgain());
 }
 
-Failure failed(const QString& path, const Step& step)
+Failure failed(const QString& path, const QString& reason, Work work)
 {
-    return notRewritten(path, step.reason(),
-                        Text::tr("проверьте диск и права на файл и повторите удаление"));
+    return notRewritten(path, reason,
+                        work == Work::Import
+                            ? Text::tr("проверьте диск и права на файл и повторите импорт")
+                            : Text::tr("проверьте диск и права на файл и повторите удаление"));
+}
+
+Failure failed(const QString& path, const Step& step, Work work)
+{
+    return failed(path, step.reason(), work);
+}
+
+Failure isNoFile(const QString& path)
+{
+    return notRewritten(path, Text::tr("это не обычный файл"),
+                        Text::tr("уберите его из хранилища"));
 }
 
 // Each call of the system is given whole lines: who reads the file meanwhile meets no cut one.
@@ -103,10 +122,11 @@ bool isUnchanged(const std::optional<FileState>& state, const FileState& asRead)
 class Rewrite final
 {
 public:
-    Rewrite(const QString& path, const FileState& asRead, int descriptor)
+    Rewrite(const QString& path, const FileState& asRead, int descriptor, Work work)
         : m_path(path)
         , m_asRead(asRead)
         , m_descriptor(descriptor)
+        , m_work(work)
     {}
 
     Outcome write(const QByteArray& content) const;
@@ -120,6 +140,7 @@ private:
     const QString& m_path;
     const FileState& m_asRead;
     int m_descriptor; ///< of the file, for reading and writing
+    Work m_work;
 };
 
 Outcome Rewrite::write(const QByteArray& content) const
@@ -136,7 +157,8 @@ std::optional<Outcome> Rewrite::replaceWhole(const QByteArray& content) const
     Descriptor file(::open(path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, nobodyElse));
     if (!file.isOpen()) {
         const Step made = Step::failed();
-        return made.isRefused() ? std::nullopt : std::optional<Outcome>(failed(m_path, made));
+        return made.isRefused() ? std::nullopt
+                                : std::optional<Outcome>(failed(m_path, made, m_work));
     }
     TemporaryName name(path);
     if (!takeAccess(file.get(), m_descriptor))
@@ -145,13 +167,13 @@ std::optional<Outcome> Rewrite::replaceWhole(const QByteArray& content) const
     if (step.isDone())
         step = file.close();
     if (!step.isDone())
-        return failed(m_path, step);
+        return failed(m_path, step, m_work);
     if (!isUnchanged(fileState(m_path), m_asRead))
-        return changed(m_path);
+        return changed(m_path, m_work);
     step = name.renameTo(QFile::encodeName(target.filePath()));
     if (step.isDone())
         return Outcome();
-    return step.isRefused() ? std::nullopt : std::optional<Outcome>(failed(m_path, step));
+    return step.isRefused() ? std::nullopt : std::optional<Outcome>(failed(m_path, step, m_work));
 }
 
 Outcome Rewrite::writeInPlace(QByteArrayView content) const
@@ -159,15 +181,15 @@ Outcome Rewrite::writeInPlace(QByteArrayView content) const
     const std::optional<QByteArray> old = contentOf(m_descriptor, m_asRead.size);
     const Step read = Step::failed();
     if (!isUnchanged(fileState(m_path), m_asRead))
-        return changed(m_path);
+        return changed(m_path, m_work);
     if (!old)
-        return failed(m_path, read);
+        return failed(m_path, read, m_work);
     const Step written = fill(m_descriptor, content);
     if (written.isDone())
         return Outcome();
     // What could not even be emptied is as it was.
     if (isUnchanged(fileState(m_path), m_asRead) || fill(m_descriptor, *old).isDone())
-        return failed(m_path, written);
+        return failed(m_path, written, m_work);
     return Failure{Text::tr("Файл %1 испорчен: он был переписан не до конца, и вернуть прежнее "
                             "содержимое не удалось (%2); импортируйте этот день заново.")
                        .arg(m_path, written.reason())};
@@ -184,7 +206,7 @@ Outcome Rewrite::remove() const
     if (removed.isDone())
         return Outcome();
     if (!isLink)
-        return removed.isRefused() ? writeInPlace({}) : failed(m_path, removed);
+        return removed.isRefused() ? writeInPlace({}) : failed(m_path, removed, m_work);
     // Whoever made the link there, where we may not remove it, has an empty file.
     if (removed.isRefused())
         return Outcome();
@@ -200,18 +222,42 @@ Outcome rewriteDayFile(const QDir& dir, const QString& name, const QByteArray& c
     const QString path = dir.filePath(name);
     if (!fileState(path)) {
         return QFileInfo::exists(path)
-                   ? notRewritten(path, Text::tr("это не обычный файл"),
-                                  Text::tr("уберите его из хранилища"))
+                   ? isNoFile(path)
                    : notRewritten(path, Text::tr("его больше нет"), showAgain());
     }
     // Both ways: what was there may have to be put back.
     Descriptor file(::open(QFile::encodeName(path).constData(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
     if (!file.isOpen())
-        return failed(path, Step::failed());
+        return failed(path, Step::failed(), Work::Deletion);
     if (!isUnchanged(fileState(file.get()), asRead))
-        return changed(path);
-    const Rewrite rewrite(path, asRead, file.get());
+        return changed(path, Work::Deletion);
+    const Rewrite rewrite(path, asRead, file.get(), Work::Deletion);
     return content.isEmpty() ? rewrite.remove() : rewrite.write(content);
+}
+
+Outcome writeDayFile(const QString& path, const QByteArray& content,
+                     const std::optional<FileState>& asRead)
+{
+    constexpr Work work = Work::Import;
+    const std::optional<FileState> state = fileState(path);
+    const QString target = behindLinks(path);
+    if (!state && QFileInfo::exists(target))
+        return isNoFile(path);
+    if (state.has_value() != asRead.has_value() || (state && !state->isUnchanged(*asRead)))
+        return changed(path, work);
+    if (!state) {
+        const QString directory = QFileInfo(target).path();
+        if (!makeDirectory(directory))
+            return failed(path, Text::tr("невозможно создать каталог %1").arg(directory), work);
+        const Step written = writeWhole(target, content);
+        return written.isDone() ? Outcome() : failed(path, written, work);
+    }
+    Descriptor file(::open(QFile::encodeName(path).constData(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
+    if (!file.isOpen())
+        return failed(path, Step::failed(), work);
+    if (!isUnchanged(fileState(file.get()), *asRead))
+        return changed(path, work);
+    return Rewrite(path, *asRead, file.get(), work).write(content);
 }
 
 } // namespace vexdesk

@@ -172,16 +172,6 @@ Failure notPutBack(const QString& path, const QString& reason)
     return {Text::tr("Файл %1 не возвращён: %2").arg(path, reason)};
 }
 
-// Where the path leads, also when nothing is there yet.
-QString behindLinks(const QString& path)
-{
-    QString target = path;
-    constexpr int most = 40;
-    for (int i = 0; i < most && QFileInfo(target).isSymLink(); ++i)
-        target = QFileInfo(target).symLinkTarget();
-    return target;
-}
-
 Step fillInPlace(int from, const QByteArray& target)
 {
     Descriptor file(::open(target.constData(), O_WRONLY | O_NONBLOCK | O_CLOEXEC));

@@ -161,6 +161,15 @@ void removeLeftovers(const QString& directory)
     }
 }
 
+QString behindLinks(const QString& path)
+{
+    QString target = path;
+    constexpr int most = 40;
+    for (int i = 0; i < most && QFileInfo(target).isSymLink(); ++i)
+        target = QFileInfo(target).symLinkTarget();
+    return target;
+}
+
 bool makeDirectory(const QString& path)
 {
     return QFileInfo(path).isDir() || QDir().mkpath(path);

@@ -81,6 +81,9 @@ QString temporaryPathIn(const QString& directory);
 /// Removes from a directory what processes that run no more have left under such names.
 void removeLeftovers(const QString& directory);
 
+/// What a path leads to through symbolic links, whether it is there or not.
+QString behindLinks(const QString& path);
+
 /// Whether the directory is there, made with those above it when it is missing.
 bool makeDirectory(const QString& path);
 

@@ -2,16 +2,17 @@
 #pragma once
 
 #include <vexdesk/export.h>
+#include <vexdesk/history/filestate.h>
 #include <vexdesk/outcome.h>
 
 #include <QtCore/QByteArray>
 #include <QtCore/QDir>
 #include <QtCore/QString>
 
-/// Day files as the editor writes them back. Any thread.
-namespace vexdesk {
+#include <optional>
 
-struct FileState;
+/// Day files as the editor writes them back, and as merging writes them. Any thread.
+namespace vexdesk {
 
 /// Gives a day file that is still what it was when it was read another content, or makes it go when
 /// that is empty. The message of a failure is a sentence for the user that names the file, the
@@ -32,5 +33,11 @@ struct FileState;
 /// not allow that, the file is emptied and stays.
 VEXDESK_HISTORY_EXPORT Outcome rewriteDayFile(const QDir& dir, const QString& name,
                                               const QByteArray& content, const FileState& asRead);
+
+/// Gives a day file, or a derived one, this content in the same way, or makes it, with its
+/// directory, where there was none when it was read. One that is no longer what it was then is left
+/// alone. Empty content makes an empty file. The message of a failure is such a sentence too.
+VEXDESK_HISTORY_EXPORT Outcome writeDayFile(const QString& path, const QByteArray& content,
+                                            const std::optional<FileState>& asRead);
 
 } // namespace vexdesk
