@@ -6,12 +6,17 @@
 #include <QtCore/QList>
 #include <QtCore/QStringList>
 
+#include <limits>
+
 /// The commands of tadata and their options as a table, from which the parser, the help and the
 /// manual pages come: an option that is added there is known, explained and checked everywhere.
 /// The texts are in the user's language, so the table is made after translations are installed.
 namespace tadata::cli {
 
 class CommandLine;
+
+/// The most words of a command that takes as many as there are.
+constexpr int anyNumberOfWords = std::numeric_limits<int>::max();
 
 struct Option
 {

@@ -43,7 +43,7 @@ void refuseTogether(const CommandLine& line, const char* option,
 
 HealthScope parseScope(const CommandLine& line)
 {
-    constexpr int most = std::numeric_limits<int>::max();
+    constexpr int most = anyNumberOfWords;
     HealthScope scope;
     scope.from = line.day("from").value_or(QDate());
     scope.to = line.day("to").value_or(QDate());
@@ -289,7 +289,7 @@ Command healthCommand()
 {
     return {.name = QStringLiteral("health"),
             .words = Text::tr("[СЕРИЯ...]"),
-            .mostWords = std::numeric_limits<int>::max(),
+            .mostWords = anyNumberOfWords,
             .summary = Text::tr("Найти, чего не хватает и что испорчено."),
             .description = Text::tr(
                 "Ищет в хранимых сериях разрывы, пропущенные дни, строки, которые не записи "

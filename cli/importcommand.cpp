@@ -1,12 +1,8 @@
 // SPDX-License-Identifier: MIT
+#include "importfiles.h"
 #include "importoptions.h"
 #include "interruption.h"
-#include "progressbar.h"
 #include "storework.h"
-
-#include "importjob.h"
-
-#include <vexdesk/history/storepaths.h>
 
 namespace tadata::cli {
 
@@ -14,26 +10,22 @@ using vexdesk::StoreJobSettings;
 
 namespace {
 
-// No list could show them as they are.
-void refuseUnprintable(const CommandLine& line)
+constexpr int mostJobs = 256;
+
+SeriesPattern parseManySeries(const CommandLine& line)
 {
+    // No list could show them as they are.
     if (hasUnprintable(line.text("series")))
         line.refuse("series", Text::tr("в кодах не может быть управляющих символов и того, что не "
                                        "UTF-8"));
-}
-
-ImportResult runJob(const QString& file, const ImportDetails& details,
-                    const WritableSeriesDir& seriesDir, vexdesk::FileKeeper* keeper)
-{
-    ProgressBar bar;
-    return importBars(file, details, seriesDir, [&bar](int percent) { bar.show(percent); },
-                      {.keeper = keeper, .stop = Interruption::flag()});
+    return parseSeriesPattern(line);
 }
 
 // What surrounds the work of this command line.
-StoreJobSettings importSettings(const CommandLine& line, const QString& file)
+StoreJobSettings importSettings(const CommandLine& line, ImportMode mode)
 {
-    StoreJobSettings settings = storeJobSettings(line, QStringLiteral("import"), {file});
+    const QString by = mode == ImportMode::Replace ? QStringLiteral("import") : line.text("mode");
+    StoreJobSettings settings = storeJobSettings(line, by, line.positional());
     settings.makesPoint = !line.isSet("no-restore-point");
     settings.needsPoint = line.isSet("undo-on-error");
     settings.stop = Interruption::flag();
@@ -42,59 +34,59 @@ StoreJobSettings importSettings(const CommandLine& line, const QString& file)
     return settings;
 }
 
-// The import itself, with the lock of its series and its restore point.
-ExitCode importInto(const std::optional<QString>& store, const SeriesCodes& codes,
-                    const QString& file, const ImportDetails& details,
-                    const StoreJobSettings& settings)
+ImportRequest parseRequest(const CommandLine& line)
 {
-    const Interruption interruption;
-    vexdesk::StoreJob job(settings);
-    const auto seriesDir = [&]() -> vexdesk::Result<QDir> {
-        const QDir root = store ? QDir(*store) : vexdesk::storePlace();
-        if (const vexdesk::Outcome begun = job.begin(root, {nameOf(codes)}); !begun)
-            return begun.failure();
-        return makeSeriesDirIn(store, codes);
-    };
-    const ImportResult result = runJob(file, details, seriesDir, job.keeper());
-    const bool takesBack = !result.outcome && settings.needsPoint;
-    const ExitCode told = tellOutcomes(result.outcome, takesBack ? job.takeBack() : job.end());
-    if (!result.outcome)
-        return Interruption::exitCode().value_or(told);
-    if (result.bars == 0)
-        printError(Text::tr("Ни одного бара не импортировано: в файле %1 их нет").arg(file));
-    return told;
+    ImportRequest request;
+    request.series = parseManySeries(line);
+    request.ways = parseWays(line);
+    request.decimals = parseDecimals(line);
+    request.store = parseStore(line);
+    request.settings = importSettings(line, request.ways.mode);
+    request.jobs = line.number("jobs", 1, mostJobs).value_or(1);
+    request.stopsAtFailure = line.isSet("stop");
+    if (line.positional().size() > 1 && !request.ways.rejects.isEmpty())
+        line.refuse("rejects", Text::tr("он — только для одного файла"));
+    return request;
+}
+
+QList<FileToImport> filesOf(const CommandLine& line, const ImportRequest& request)
+{
+    const ImportDetails details = parseLayout(line);
+    if (request.series.hasTicker() &&
+        !details.columns.contains(static_cast<qint32>(ColumnRole::Ticker)))
+        line.refuse("series", Text::tr("в --columns нет роли «ticker»"));
+    QList<FileToImport> files;
+    for (const QString& path : line.positional())
+        files.append({path, details, std::nullopt, QString(), QString()});
+    return files;
 }
 
 ExitCode runImport(const CommandLine& line)
 {
-    const QString& file = line.positional().first();
-    const SeriesCodes codes = parseSeries(line);
-    refuseUnprintable(line);
-    ImportDetails details = parseLayout(line);
-    const std::optional<QString> store = parseStore(line);
-    const std::optional<int> decimals = parseDecimals(line);
-    const StoreJobSettings settings = importSettings(line, file);
-
+    const ImportRequest request = parseRequest(line);
+    const QList<FileToImport> files = filesOf(line, request);
     if (const auto installed = installReferenceData(line); !installed)
         return fail(installed.message());
-    if (decimals)
-        makeKnown(codes, *decimals);
-    else if (!isKnown(codes))
-        throw UsageError{
-            Text::tr("инструмента %1/%2/%3 нет в справочнике: задайте --decimals, число "
-                     "знаков после точки в ценах")
-                .arg(codes.stock, codes.board, codes.security)};
-    setSeries(details, codes);
-    return importInto(store, codes, file, details, settings);
+    return importFiles(files, request);
+}
+
+QList<Option> manyOptions()
+{
+    return {{.name = QStringLiteral("jobs"),
+             .value = Text::tr("ЧИСЛО"),
+             .meaning = Text::tr("Сколько файлов импортировать одновременно. Файлы одной серии "
+                                 "всегда идут друг за другом."),
+             .takes = Text::tr("число от 1 до %1").arg(mostJobs),
+             .fallback = QStringLiteral("1")},
+            {.name = QStringLiteral("stop"),
+             .meaning = Text::tr("После первого неудавшегося файла не начинать следующих.")}};
 }
 
 QList<Option> importOptions()
 {
-    return QList<Option>{seriesOption(), profileOption()} + layoutOptions() + wayOptions() +
-           QList<Option>{
-               decimalsOption(),
-           } +
-           safetyOptions() + QList<Option>{storeOption(), referenceOption()} + storeJobOptions();
+    return QList<Option>{seriesPatternOption(), profileOption()} + layoutOptions() +
+           QList<Option>{decimalsOption()} + wayOptions() + manyOptions() + safetyOptions() +
+           QList<Option>{storeOption(), referenceOption()} + storeJobOptions();
 }
 
 } // namespace
@@ -102,9 +94,9 @@ QList<Option> importOptions()
 Command importCommand()
 {
     return {.name = QStringLiteral("import"),
-            .words = Text::tr("ФАЙЛ"),
+            .words = Text::tr("ФАЙЛ..."),
             .fewestWords = 1,
-            .mostWords = 1,
+            .mostWords = anyNumberOfWords,
             .summary = Text::tr("Импортировать бары из текстового файла."),
             .description = Text::tr(
                 "Импортирует бары из текстового файла. Файл дня заменяется целиком каждый раз, "

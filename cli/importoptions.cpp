@@ -2,6 +2,7 @@
 #include "importoptions.h"
 
 #include "patterns.h"
+#include "series.h"
 
 #include "textformats.h"
 
@@ -153,6 +154,14 @@ Option rejectsOption()
 
 } // namespace
 
+Option seriesPatternOption()
+{
+    Option option = seriesOption();
+    option.meaning += u' ' + Text::tr("На месте {name} — имя файла до последней точки, на месте "
+                                      "{ticker} — код из столбца с ролью ticker.");
+    return option;
+}
+
 QList<Option> layoutOptions()
 {
     return {
@@ -221,7 +230,7 @@ ImportDetails parseLayout(const CommandLine& line)
 {
     ImportDetails details = parseForms(line);
     details.columns = parseColumns(line);
-    if (!line.text("series").contains(tickerPlace()))
+    if (!SeriesPattern(line.text("series")).hasTicker())
         details.columns.remove(qint32(ColumnRole::Ticker));
     return details;
 }
@@ -305,9 +314,13 @@ void checkOptions(const CommandLine& line)
     parseDecimals(line);
 }
 
-QString tickerPlace()
+QString nameOf(ColumnRole role)
 {
-    return QStringLiteral("{ticker}");
+    for (const RoleName& known : roleNames) {
+        if (known.role == role)
+            return QLatin1String(known.name);
+    }
+    return {};
 }
 
 std::optional<int> parseDecimals(const CommandLine& line)

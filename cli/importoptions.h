@@ -12,6 +12,9 @@
 /// throws UsageError.
 namespace tadata::cli {
 
+/// --series with places for the name of a file and for tickers, see SeriesPattern.
+Option seriesPatternOption();
+
 /// What the lines of the file look like: --columns, --timeframe, --separator, --date-format,
 /// --time-format and --no-header.
 QList<Option> layoutOptions();
@@ -40,8 +43,8 @@ void checkOptions(const CommandLine& line);
 /// --profile, which CommandLine itself understands.
 Option profileOption();
 
-/// "{ticker}", in whose place in --series the field of that role comes.
-QString tickerPlace();
+/// As --columns calls it; null for none.
+QString nameOf(ColumnRole role);
 
 /// --decimals.
 Option decimalsOption();

@@ -7,6 +7,9 @@
 #include <algorithm>
 #include <cstdio>
 
+#include <sys/ioctl.h>
+#include <unistd.h>
+
 namespace tadata::cli {
 
 namespace {
@@ -77,6 +80,14 @@ ExitCode printUtf8(QByteArrayView text)
     if (isWritten && std::fflush(stdout) == 0)
         return ExitCode::Success;
     return fail(Text::tr("Невозможно записать в стандартный вывод"));
+}
+
+int screenWidth()
+{
+    constexpr int usualWidth = 100;
+    struct winsize size = {};
+    const bool isScreen = ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+    return isScreen ? size.ws_col : usualWidth;
 }
 
 QString escaped(const QString& code)

@@ -34,6 +34,9 @@ ExitCode printOutput(const QString& text);
 /// The same of a text in UTF-8, which may be a large one.
 ExitCode printUtf8(QByteArrayView text);
 
+/// How many characters a line of standard error has room for.
+int screenWidth();
+
 /// A code or a word of the command line as a part of one printed line, whatever characters it has:
 /// control characters and what is no UTF-8 as "\x0a" and "\u2028". A backslash before an x or a u
 /// is doubled.

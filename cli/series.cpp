@@ -7,12 +7,47 @@
 #include <vexdesk/stockdirectory.h>
 #include <vexdesk/terminal/referencedata.h>
 
+#include <QtCore/QFileInfo>
+
 #include <algorithm>
 
 namespace tadata::cli {
 
 using vexdesk::Outcome;
 using vexdesk::ReferenceData;
+
+namespace {
+
+constexpr QLatin1String namePlace("{name}");
+constexpr QLatin1String tickerPlace("{ticker}");
+
+// Up to the last dot; without one the whole name.
+QString nameOfFile(const QString& file)
+{
+    const QString name = QFileInfo(file).fileName();
+    return name.left(name.lastIndexOf(u'.'));
+}
+
+// What comes into a place is not looked at for places.
+QString filled(const QString& code, const QString& name, const QString& ticker)
+{
+    QString text;
+    for (qsizetype i = 0; i < code.size(); ++i) {
+        const QStringView rest = QStringView(code).mid(i);
+        if (rest.startsWith(namePlace)) {
+            text += name;
+            i += namePlace.size() - 1;
+        } else if (rest.startsWith(tickerPlace)) {
+            text += ticker;
+            i += tickerPlace.size() - 1;
+        } else {
+            text += code[i];
+        }
+    }
+    return text;
+}
+
+} // namespace
 
 std::optional<SeriesCodes> seriesFrom(const QString& name)
 {
@@ -22,6 +57,39 @@ std::optional<SeriesCodes> seriesFrom(const QString& name)
             return code.isEmpty() || code == u"." || code == u"..";
         });
     return isCorrect ? std::optional(SeriesCodes{codes[0], codes[1], codes[2]}) : std::nullopt;
+}
+
+SeriesPattern::SeriesPattern(const QString& text)
+    : m_codes(text.split(u'/'))
+{}
+
+bool SeriesPattern::hasName() const
+{
+    return m_codes.join(u'/').contains(namePlace);
+}
+
+bool SeriesPattern::hasTicker() const
+{
+    return m_codes.join(u'/').contains(tickerPlace);
+}
+
+std::optional<SeriesCodes> SeriesPattern::codesOf(const QString& file, const QString& ticker) const
+{
+    QStringList codes;
+    for (const QString& code : m_codes)
+        codes.append(filled(code, nameOfFile(file), ticker));
+    // A code with a slash would be two.
+    const auto series = seriesFrom(codes.join(u'/'));
+    return m_codes.size() == 3 ? series : std::nullopt;
+}
+
+SeriesPattern parseSeriesPattern(const CommandLine& line)
+{
+    SeriesPattern pattern(line.text("series"));
+    const QString anything = QStringLiteral("x");
+    if (!pattern.codesOf(anything, anything))
+        line.refuse("series");
+    return pattern;
 }
 
 SeriesCodes parseSeries(const CommandLine& line)

@@ -25,6 +25,26 @@ struct SeriesCodes
 /// names.
 std::optional<SeriesCodes> seriesFrom(const QString& name);
 
+/// A name such as "NORD/{ticker}/{name}": the place "{name}" stands for the name of a file up to
+/// its last dot, "{ticker}" for the code that a line of the file carries.
+class SeriesPattern final
+{
+public:
+    explicit SeriesPattern(const QString& text = QString());
+
+    bool hasName() const;
+    bool hasTicker() const;
+    /// No value where a code would be empty, "." or "..", or would not be one code.
+    std::optional<SeriesCodes> codesOf(const QString& file,
+                                       const QString& ticker = QString()) const;
+
+private:
+    QStringList m_codes;
+};
+
+/// The value of --series of a command that takes places in it. Throws UsageError.
+SeriesPattern parseSeriesPattern(const CommandLine& line);
+
 /// The value of --series. Throws UsageError for anything that would not be three directory names,
 /// so that nothing can be written outside the store.
 SeriesCodes parseSeries(const CommandLine& line);

@@ -14,10 +14,6 @@ namespace tadata {
 using vexdesk::Outcome;
 using vexdesk::Result;
 
-namespace {
-
-// Those of the bars that the import comes to. Decimals play no part: what a line of other decimals
-// would be refused for makes a series known that has no bars, at worst.
 Result<QStringList> tickersOf(const QString& path, const ImportDetails& details,
                               const ImportWays& ways, const std::atomic<bool>* stop)
 {
@@ -41,8 +37,6 @@ Result<QStringList> tickersOf(const QString& path, const ImportDetails& details,
     const Outcome read = file.outcome();
     return read ? Result<QStringList>(tickers) : read.failure();
 }
-
-} // namespace
 
 Result<SeriesDirectories> findSeries(const QString& file, const ImportDetails& details,
                                      const ImportWays& ways, const ImportSeries& series,

@@ -37,6 +37,12 @@ struct SeriesDirectories
     QList<QDir> directories;
 };
 
+/// The tickers of the bars that the import comes to, in the order in which the file has them; the
+/// details have a column for them. Decimals play no part: what a line of other decimals would be
+/// refused for makes a series known that has no bars, at worst.
+vexdesk::Result<QStringList> tickersOf(const QString& path, const ImportDetails& details,
+                                       const ImportWays& ways, const std::atomic<bool>* stop);
+
 /// Asks for the directories; a file with tickers is read for that. Refuses an input, and a file for
 /// rejects, that is one of the files which the import writes, under whatever name.
 vexdesk::Result<SeriesDirectories> findSeries(const QString& file, const ImportDetails& details,

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#include "importstore.h"
+
+#include "storework.h"
+
+#include <vexdesk/history/storepaths.h>
+
+namespace tadata::cli {
+
+using vexdesk::Outcome;
+using vexdesk::Result;
+
+ImportStore::ImportStore(const std::optional<QString>& root,
+                         const vexdesk::StoreJobSettings& settings, bool makesDirectories)
+    : m_root(root)
+    , m_makesDirectories(makesDirectories)
+    , m_job(settings)
+{}
+
+Outcome ImportStore::begin(const QList<SeriesCodes>& series)
+{
+    const std::lock_guard lock(m_mutex);
+    return beginLocked(series);
+}
+
+Outcome ImportStore::beginLocked(const QList<SeriesCodes>& series)
+{
+    if (m_begun)
+        return *m_begun;
+    QStringList names;
+    for (const SeriesCodes& codes : series)
+        names.append(nameOf(codes));
+    const QDir root = m_root ? QDir(*m_root) : vexdesk::storePlace();
+    m_begun = m_job.begin(root, vexdesk::sortedByCodePoint(names));
+    return *m_begun;
+}
+
+Result<QList<QDir>> ImportStore::directories(const QList<SeriesCodes>& series)
+{
+    const std::lock_guard lock(m_mutex);
+    if (const Outcome begun = beginLocked(series); !begun)
+        return begun.failure();
+    QList<QDir> directories;
+    for (const SeriesCodes& codes : series) {
+        if (m_makesDirectories)
+            directories.append(makeSeriesDirIn(m_root, codes));
+        else
+            directories.append(seriesDirIn(m_root ? QDir(*m_root) : vexdesk::storePlace(), codes));
+    }
+    return directories;
+}
+
+Outcome ImportStore::keep(const QStringList& paths)
+{
+    const std::lock_guard lock(m_mutex);
+    return m_job.keeper()->keep(paths);
+}
+
+Outcome ImportStore::end(bool takesBack)
+{
+    const std::lock_guard lock(m_mutex);
+    return takesBack ? m_job.takeBack() : m_job.end();
+}
+
+} // namespace tadata::cli
