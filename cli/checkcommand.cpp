@@ -42,9 +42,21 @@ QList<Option> checkOnlyOptions()
 
 QList<Option> checkCommandOptions()
 {
-    return QList<Option>{seriesOption(), profileOption()} + layoutOptions() + wayOptions() +
+    return QList<Option>{seriesPatternOption(), profileOption()} + layoutOptions() + wayOptions() +
            QList<Option>{decimalsOption()} + safetyOptions() +
            QList<Option>{storeOption(), referenceOption()} + storeJobOptions() + checkOnlyOptions();
+}
+
+// Of a file with tickers each has a series of its own; a check is of one.
+SeriesCodes parseOneSeries(const CommandLine& line)
+{
+    const SeriesPattern pattern = parseSeriesPattern(line);
+    if (pattern.hasTicker())
+        line.refuse("series", Text::tr("проверить можно только одну серию: без {ticker}"));
+    const std::optional<SeriesCodes> codes = pattern.codesOf(line.positional().first());
+    if (!codes)
+        line.refuse("series", Text::tr("имя файла не подходит на место {name}"));
+    return *codes;
 }
 
 ExitCode checkInto(const CommandLine& line, const SeriesCodes& codes, const ImportDetails& details,
@@ -70,7 +82,7 @@ ExitCode checkInto(const CommandLine& line, const SeriesCodes& codes, const Impo
 
 ExitCode runCheck(const CommandLine& line)
 {
-    const SeriesCodes codes = parseSeries(line);
+    const SeriesCodes codes = parseOneSeries(line);
     ImportDetails details = parseLayout(line);
     const ImportWays ways = parseWays(line);
     const std::optional<int> decimals = parseDecimals(line);

@@ -143,6 +143,7 @@ Outcome MergePreview::lookAt(const QDate& date, const FileDay& bars)
     if (Outcome read = m_stored.read(path, date); !read)
         return read;
     Day& day = m_days.at(date);
+    day = {.file = day.file, .comesAgain = day.comesAgain};
     if (m_stored.firstBadLine() > 0) {
         day.badLine = wrongStoredLine(path, m_stored.firstBadLine()).message;
         return Outcome();
