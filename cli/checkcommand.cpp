@@ -59,6 +59,20 @@ SeriesCodes parseOneSeries(const CommandLine& line)
     return *codes;
 }
 
+// Makes the reference data know it, as an import does.
+void introduce(const SeriesCodes& codes, std::optional<int> given, std::optional<int> guessed)
+{
+    if (given)
+        makeKnown(codes, *given);
+    else if (!isKnown(codes) && guessed)
+        makeKnown(codes, *guessed);
+    else if (!isKnown(codes))
+        throw UsageError{
+            Text::tr("инструмента %1 нет в справочнике: задайте --decimals, число знаков после "
+                     "точки в ценах")
+                .arg(escaped(nameOf(codes)))};
+}
+
 ExitCode checkInto(const CommandLine& line, const SeriesCodes& codes, const ImportDetails& details,
                    const ImportWays& ways)
 {
@@ -83,21 +97,19 @@ ExitCode checkInto(const CommandLine& line, const SeriesCodes& codes, const Impo
 ExitCode runCheck(const CommandLine& line)
 {
     const SeriesCodes codes = parseOneSeries(line);
-    ImportDetails details = parseLayout(line);
     const ImportWays ways = parseWays(line);
     const std::optional<int> decimals = parseDecimals(line);
     checkSettings(line);
+    vexdesk::Result<FileLayout> layout = layoutOf(line, line.positional().first());
+    if (!layout)
+        return fail(layout.message());
+    if (!layout->note.isNull())
+        printError(layout->note);
     if (const auto installed = installReferenceData(line); !installed)
         return fail(installed.message());
-    if (decimals)
-        makeKnown(codes, *decimals);
-    else if (!isKnown(codes))
-        throw UsageError{
-            Text::tr("инструмента %1/%2/%3 нет в справочнике: задайте --decimals, число "
-                     "знаков после точки в ценах")
-                .arg(codes.stock, codes.board, codes.security)};
-    setSeries(details, codes);
-    return checkInto(line, codes, details, ways);
+    introduce(codes, decimals, layout->decimals);
+    setSeries(layout->details, codes);
+    return checkInto(line, codes, layout->details, ways);
 }
 
 } // namespace

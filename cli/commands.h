@@ -45,6 +45,8 @@ struct Command
     ExitCode (*run)(const CommandLine& line);
 };
 
+/// How a text file says its bars.
+Command guessCommand();
 /// A text file becomes day files of a series.
 Command importCommand();
 /// What an import would do.

@@ -46,25 +46,37 @@ ImportRequest parseRequest(const CommandLine& line)
     request.stopsAtFailure = line.isSet("stop");
     if (line.positional().size() > 1 && !request.ways.rejects.isEmpty())
         line.refuse("rejects", Text::tr("он — только для одного файла"));
+    parseHints(line);
     return request;
 }
 
-QList<FileToImport> filesOf(const CommandLine& line, const ImportRequest& request)
+// A file of many whose format cannot be guessed is one that fails.
+FileToImport fileOf(const CommandLine& line, const QString& path)
 {
-    const ImportDetails details = parseLayout(line);
-    if (request.series.hasTicker() &&
-        !details.columns.contains(static_cast<qint32>(ColumnRole::Ticker)))
-        line.refuse("series", Text::tr("в --columns нет роли «ticker»"));
+    try {
+        const vexdesk::Result<FileLayout> layout = layoutOf(line, path);
+        if (layout)
+            return {path, layout->details, layout->decimals, layout->note, QString()};
+        return {path, {}, std::nullopt, QString(), layout.message()};
+    } catch (const UsageError& error) {
+        if (line.isSet("columns") || line.positional().size() == 1)
+            throw;
+        return {path, {}, std::nullopt, QString(), error.text};
+    }
+}
+
+QList<FileToImport> filesOf(const CommandLine& line)
+{
     QList<FileToImport> files;
     for (const QString& path : line.positional())
-        files.append({path, details, std::nullopt, QString(), QString()});
+        files.append(fileOf(line, path));
     return files;
 }
 
 ExitCode runImport(const CommandLine& line)
 {
     const ImportRequest request = parseRequest(line);
-    const QList<FileToImport> files = filesOf(line, request);
+    const QList<FileToImport> files = filesOf(line);
     if (const auto installed = installReferenceData(line); !installed)
         return fail(installed.message());
     return importFiles(files, request);

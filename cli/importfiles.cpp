@@ -57,12 +57,11 @@ public:
         const QString name = nameOf(codes);
         if (m_names.contains(name))
             return {};
-        if (m_request.decimals)
-            makeKnown(codes, *m_request.decimals);
-        else if (!isKnown(codes) && !file.decimals)
-            return unknown(name);
-        else if (!isKnown(codes))
-            makeKnown(codes, *file.decimals);
+        Outcome known = makeKnown(codes, m_request.decimals, file.decimals);
+        if (!known) {
+            m_unknown = known.message();
+            return known;
+        }
         m_names.append(name);
         return {};
     }
@@ -82,14 +81,6 @@ public:
     }
 
 private:
-    Failure unknown(const QString& name)
-    {
-        m_unknown = Text::tr("инструмента %1 нет в справочнике: задайте --decimals, число "
-                             "знаков после точки в ценах")
-                        .arg(escaped(name));
-        return {m_unknown};
-    }
-
     const ImportRequest& m_request;
     std::mutex m_mutex; ///< of what the reference data know, and of:
     QStringList m_names;
@@ -303,7 +294,8 @@ void printSummary(const QList<FileReport>& reports, const TaskRow& row, qint64 m
 {
     Totals totals;
     for (const FileReport& report : reports) {
-        totals.bars += report.result.bars;
+        // What a merge has not brought in because it failed is not there.
+        totals.bars += report.isDone || report.result.days > 0 ? report.result.bars : 0;
         totals.days += report.result.days;
         totals.badLines += report.result.badLines;
     }

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "importoptions.h"
 
+#include "guesstext.h"
 #include "patterns.h"
 #include "series.h"
+
+#include "columnroles.h"
 
 #include "textformats.h"
 
@@ -17,28 +20,19 @@
 
 namespace tadata::cli {
 
+using vexdesk::Result;
+
 namespace {
 
-struct RoleName
-{
-    const char* name;
-    ColumnRole role;
-    bool mandatory;
-};
-
-constexpr std::array roleNames{
-    RoleName{"date", ColumnRole::Date, true},        RoleName{"time", ColumnRole::Time, true},
-    RoleName{"open", ColumnRole::Open, true},        RoleName{"high", ColumnRole::High, true},
-    RoleName{"low", ColumnRole::Low, true},          RoleName{"close", ColumnRole::Close, true},
-    RoleName{"volume", ColumnRole::Volume, false},   RoleName{"value", ColumnRole::Value, false},
-    RoleName{"oi", ColumnRole::OpenInterest, false}, RoleName{"ticker", ColumnRole::Ticker, false},
-};
+// The roles up to that of the closing price, without which a line is no bar.
+constexpr auto lastMandatory = static_cast<qint32>(ColumnRole::Close);
+constexpr auto lastRole = static_cast<qint32>(ColumnRole::Ticker);
 
 std::optional<ColumnRole> roleOf(const QString& name)
 {
-    for (const RoleName& known : roleNames) {
-        if (name == QLatin1String(known.name))
-            return known.role;
+    for (qint32 number = 1; number <= lastRole; ++number) {
+        if (name == roleWord(ColumnRole(number)))
+            return ColumnRole(number);
     }
     return std::nullopt;
 }
@@ -69,9 +63,9 @@ QMap<qint32, qint32> parseColumns(const CommandLine& line)
             refuse(Text::tr("столбец %1 назначен дважды").arg(*column));
         columns.insert(qint32(*role), *column);
     }
-    for (const RoleName& known : roleNames) {
-        if (known.mandatory && !columns.contains(static_cast<qint32>(known.role)))
-            refuse(Text::tr("нет роли «%1»").arg(QLatin1String(known.name)));
+    for (qint32 number = 1; number <= lastMandatory; ++number) {
+        if (!columns.contains(number))
+            refuse(Text::tr("нет роли «%1»").arg(roleWord(ColumnRole(number))));
     }
     return columns;
 }
@@ -152,6 +146,93 @@ Option rejectsOption()
             .takes = Text::tr("имя файла, которого ещё нет")};
 }
 
+Option columnsOption()
+{
+    return {
+        .name = QStringLiteral("columns"),
+        .value = Text::tr("РОЛЬ=СТОЛБЕЦ,..."),
+        .meaning = Text::tr("Что несёт каждый столбец. Роли date, time, open, high, low и close "
+                            "обязательны; могут быть volume (объём в штуках), value (объём в "
+                            "деньгах), oi (открытый интерес) и ticker (код для {ticker}). Без "
+                            "него вид файла, который не задан, угадывается, как командой guess."),
+        .takes = Text::tr("через запятую роль и номер её столбца, считая от 0; роли date, time, "
+                          "open, high, low, close, volume, value, oi, ticker")};
+}
+
+void setDateFormat(ImportDetails& details, const QString& pattern)
+{
+    details.dateFormat = pattern;
+    details.dateFormatTitle = titleOf(pattern, dateFormats());
+}
+
+void setTimeFormat(ImportDetails& details, const QString& pattern)
+{
+    details.timeFormat = pattern;
+    details.timeFormatTitle = titleOf(pattern, timeFormats());
+}
+
+QString parseDateFormat(const CommandLine& line)
+{
+    QString pattern = line.text("date-format");
+    if (!namesADay(pattern))
+        line.refuse("date-format");
+    return pattern;
+}
+
+QString parseTimeFormat(const CommandLine& line)
+{
+    QString pattern = line.text("time-format");
+    if (!hasHours(pattern))
+        line.refuse("time-format");
+    return pattern;
+}
+
+ImportDetails parseForms(const CommandLine& line)
+{
+    ImportDetails details;
+    details.timeframe = line.text("timeframe").toInt();
+    details.separator = parseSeparator(line);
+    setDateFormat(details, parseDateFormat(line));
+    setTimeFormat(details, parseTimeFormat(line));
+    details.firstLineIsHeader = !line.isSet("no-header");
+    return details;
+}
+
+ImportDetails detailsOf(const FormatGuess& guess)
+{
+    ImportDetails details;
+    details.timeframe = guess.timeframe;
+    details.separator = guess.separator.value_or(QString());
+    setDateFormat(details, guess.dateFormat.value_or(QString()));
+    setTimeFormat(details, guess.timeFormat.value_or(QString()));
+    details.firstLineIsHeader = guess.hasHeader;
+    details.columns = guess.columns;
+    return details;
+}
+
+// Nothing is taken that was not found for certain.
+[[noreturn]] void refuseGuess(const QString& file, const FormatGuess& guess)
+{
+    QStringList lines{Text::tr("вид файла %1 угадать не удалось; задайте --columns и остальное")
+                          .arg(escaped(file))};
+    lines += guessTroubles(guess);
+    for (const QString& alternative : guessedAlternatives(guess))
+        lines.append(QStringLiteral("  ") + alternative);
+    throw UsageError{lines.join(u'\n')};
+}
+
+Result<FileLayout> guessedLayout(const CommandLine& line, const QString& file)
+{
+    const Result<FormatGuess> guess = guessFormat(file, parseHints(line));
+    if (!guess)
+        return guess.failure();
+    if (!guess->isEnough())
+        refuseGuess(file, *guess);
+    QStringList note{Text::tr("Взято для файла %1: %2").arg(escaped(file), guessedOptions(*guess))};
+    note += guessTroubles(*guess);
+    return FileLayout{detailsOf(*guess), guess->decimals, note.join(u'\n')};
+}
+
 } // namespace
 
 Option seriesPatternOption()
@@ -164,15 +245,12 @@ Option seriesPatternOption()
 
 QList<Option> layoutOptions()
 {
+    return QList<Option>{columnsOption()} + formOptions();
+}
+
+QList<Option> formOptions()
+{
     return {
-        {.name = QStringLiteral("columns"),
-         .value = Text::tr("РОЛЬ=СТОЛБЕЦ,..."),
-         .meaning = Text::tr("Что несёт каждый столбец. Роли date, time, open, high, low и close "
-                             "обязательны; могут быть volume (объём в штуках), value (объём в "
-                             "деньгах), oi (открытый интерес) и ticker (код для {ticker})."),
-         .takes = Text::tr("через запятую роль и номер её столбца, считая от 0; роли date, time, "
-                           "open, high, low, close, volume, value, oi, ticker"),
-         .isRequired = true},
         {.name = QStringLiteral("timeframe"),
          .value = Text::tr("СЕКУНДЫ"),
          .meaning = Text::tr("Длина бара. Из секундных баров строятся и минутные, в отдельный "
@@ -199,40 +277,38 @@ QList<Option> layoutOptions()
          .meaning = Text::tr("Первая строка — уже бар, а не заголовок.")}};
 }
 
-void setDateFormat(ImportDetails& details, const QString& pattern)
+GuessHints parseHints(const CommandLine& line)
 {
-    details.dateFormat = pattern;
-    details.dateFormatTitle = titleOf(pattern, dateFormats());
+    GuessHints hints;
+    if (line.isSet("separator"))
+        hints.separator = parseSeparator(line);
+    if (line.isSet("date-format"))
+        hints.dateFormat = parseDateFormat(line);
+    if (line.isSet("time-format"))
+        hints.timeFormat = parseTimeFormat(line);
+    if (line.isSet("timeframe"))
+        hints.timeframe = line.text("timeframe").toInt();
+    if (line.isSet("no-header"))
+        hints.hasHeader = false;
+    return hints;
 }
 
-void setTimeFormat(ImportDetails& details, const QString& pattern)
+Result<FileLayout> layoutOf(const CommandLine& line, const QString& file)
 {
-    details.timeFormat = pattern;
-    details.timeFormatTitle = titleOf(pattern, timeFormats());
-}
-
-ImportDetails parseForms(const CommandLine& line)
-{
-    ImportDetails details;
-    details.timeframe = line.text("timeframe").toInt();
-    details.separator = parseSeparator(line);
-    setDateFormat(details, line.text("date-format"));
-    if (!namesADay(details.dateFormat))
-        line.refuse("date-format");
-    setTimeFormat(details, line.text("time-format"));
-    if (!hasHours(details.timeFormat))
-        line.refuse("time-format");
-    details.firstLineIsHeader = !line.isSet("no-header");
-    return details;
-}
-
-ImportDetails parseLayout(const CommandLine& line)
-{
-    ImportDetails details = parseForms(line);
-    details.columns = parseColumns(line);
-    if (!SeriesPattern(line.text("series")).hasTicker())
-        details.columns.remove(qint32(ColumnRole::Ticker));
-    return details;
+    Result<FileLayout> layout = FileLayout();
+    if (line.isSet("columns")) {
+        layout->details = parseForms(line);
+        layout->details.columns = parseColumns(line);
+    } else {
+        layout = guessedLayout(line, file);
+    }
+    constexpr auto ticker = static_cast<qint32>(ColumnRole::Ticker);
+    const bool takesTicker = SeriesPattern(line.text("series")).hasTicker();
+    if (layout && takesTicker && !layout->details.columns.contains(ticker))
+        line.refuse("series", Text::tr("нет столбца с ролью «ticker»"));
+    if (layout && !takesTicker)
+        layout->details.columns.remove(ticker);
+    return layout;
 }
 
 Option decimalsOption()
@@ -312,15 +388,6 @@ void checkOptions(const CommandLine& line)
     parseForms(line);
     parseClock(line);
     parseDecimals(line);
-}
-
-QString nameOf(ColumnRole role)
-{
-    for (const RoleName& known : roleNames) {
-        if (known.role == role)
-            return QLatin1String(known.name);
-    }
-    return {};
 }
 
 std::optional<int> parseDecimals(const CommandLine& line)

@@ -3,8 +3,11 @@
 
 #include "commandline.h"
 
+#include "formatguess.h"
 #include "importdetails.h"
 #include "importways.h"
+
+#include <vexdesk/outcome.h>
 
 #include <optional>
 
@@ -15,19 +18,26 @@ namespace tadata::cli {
 /// --series with places for the name of a file and for tickers, see SeriesPattern.
 Option seriesPatternOption();
 
-/// What the lines of the file look like: --columns, --timeframe, --separator, --date-format,
-/// --time-format and --no-header.
+/// What the lines of the file look like: --columns and those of formOptions().
 QList<Option> layoutOptions();
-/// The settings of an import without its series. A column of tickers counts only where the series
-/// (--series) has a place for them.
-ImportDetails parseLayout(const CommandLine& line);
+/// --timeframe, --separator, --date-format, --time-format and --no-header.
+QList<Option> formOptions();
+/// What of these was given: a guess goes by it.
+GuessHints parseHints(const CommandLine& line);
 
-/// The same without the columns: the separator, the forms and the header.
-ImportDetails parseForms(const CommandLine& line);
+/// The layout of one file.
+struct FileLayout
+{
+    ImportDetails details; ///< without its series
+    /// What a guess has found, for series that the reference data do not know; none with --columns.
+    std::optional<int> decimals = {};
+    QString note = {}; ///< what was guessed, for standard error; null where nothing was
+};
 
-/// A pattern with the title that the wizard shows for it, otherwise with itself as its title.
-void setDateFormat(ImportDetails& details, const QString& pattern);
-void setTimeFormat(ImportDetails& details, const QString& pattern);
+/// As the options have it. Without --columns it is guessed, and so fails for a file that cannot be
+/// read; throws UsageError with the alternatives where the file leaves any. A column of tickers
+/// counts only where the series (--series) has a place for them.
+vexdesk::Result<FileLayout> layoutOf(const CommandLine& line, const QString& file);
 
 /// How the file comes into the store: --mode, --stamp, --from-zone, --to-zone, --shift, --skip-bad
 /// and --rejects.
@@ -42,9 +52,6 @@ void checkOptions(const CommandLine& line);
 
 /// --profile, which CommandLine itself understands.
 Option profileOption();
-
-/// As --columns calls it; null for none.
-QString nameOf(ColumnRole role);
 
 /// --decimals.
 Option decimalsOption();

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "linequote.h"
 
-#include "importoptions.h"
+#include "guesstext.h"
+#include "output.h"
+
+#include "columnroles.h"
 #include "linefault.h"
 
 #include <algorithm>
@@ -46,29 +49,18 @@ QString markedLine(const QString& line, const LineFault& fault, int width)
     return blanks + part + u'\n' + QString(indent + begin, u' ') + QString(length, u'^');
 }
 
-QString separatorWord(const QString& separator)
-{
-    if (separator == u",")
-        return QStringLiteral("comma");
-    if (separator == u";")
-        return QStringLiteral("semicolon");
-    if (separator == u" ")
-        return QStringLiteral("space");
-    return separator == u"\t" ? QStringLiteral("$'\\t'") : u'\'' + separator + u'\'';
-}
-
 QString missingColumns(const LineFault& fault)
 {
     const QString said = Text::tr("столбцов: %1, нужно: %2").arg(fault.columns).arg(fault.wanted);
     if (fault.fitting.isEmpty())
         return said;
     return said + Text::tr("; похоже на другой разделитель: --separator %1")
-                      .arg(separatorWord(fault.fitting.first()));
+                      .arg(shellWord(separatorWord(fault.fitting.first())));
 }
 
 QString wrongForm(const LineFault& fault, const QString& form, const char* option)
 {
-    const QString said = Text::tr("%1: нужно %2").arg(nameOf(fault.role), form);
+    const QString said = Text::tr("%1: нужно %2").arg(roleWord(fault.role), form);
     if (fault.fitting.isEmpty())
         return said;
     return said + Text::tr("; похоже на %1: --%2 %3")
@@ -82,7 +74,7 @@ QString wrongNumber(const LineFault& fault, const QString& field)
         fault.role == ColumnRole::Volume || fault.role == ColumnRole::OpenInterest;
     const QString said = (isInteger ? Text::tr("%1: нужно целое число, например 1250")
                                     : Text::tr("%1: нужно число, например 1250.75"))
-                             .arg(nameOf(fault.role));
+                             .arg(roleWord(fault.role));
     if (field.isEmpty())
         return said + Text::tr("; поле пустое");
     if (field != field.trimmed())

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 // The command of saved options: profile.
+#include "guesstext.h"
 #include "importoptions.h"
 #include "profiles.h"
 #include "suggestion.h"
-
-#include <QtCore/QRegularExpression>
 
 namespace tadata::cli {
 
@@ -15,7 +14,7 @@ namespace {
 // The commands that take --profile.
 QList<Command> commandsWithProfiles()
 {
-    return {importCommand()};
+    return {importCommand(), guessCommand()};
 }
 
 // What any of them can be given, once each. Nothing must be given, alone or with another one: the
@@ -23,7 +22,7 @@ QList<Command> commandsWithProfiles()
 QList<Option> savedOptions()
 {
     QList<Option> options;
-    QStringList names{profileOption().name};
+    QStringList names{profileOption().name, QStringLiteral("json")};
     for (const Command& command : commandsWithProfiles()) {
         for (Option option : command.options) {
             if (names.contains(option.name))
@@ -50,15 +49,6 @@ QString profileName(const CommandLine& line)
 ExitCode noSuchProfile(const QString& name)
 {
     return fail(Text::tr("профиля «%1» нет").arg(name) + suggestion(name, profileNames()));
-}
-
-// As a word of a shell.
-QString quoted(const QString& value)
-{
-    static const QRegularExpression plain(QStringLiteral("^[A-Za-z0-9_=,./:{}@%+-]+$"));
-    return plain.match(value).hasMatch()
-               ? value
-               : u'\'' + QString(value).replace(u'\'', QStringLiteral("'\\''")) + u'\'';
 }
 
 ExitCode save(const CommandLine& line)
@@ -88,7 +78,7 @@ ExitCode show(const CommandLine& line)
             continue;
         text += QStringLiteral("--") + option.name;
         if (!option.isSwitch())
-            text += u' ' + quoted(options->value(option.name));
+            text += u' ' + shellWord(options->value(option.name));
         text += u'\n';
     }
     return printOutput(text);

@@ -13,6 +13,7 @@
 
 namespace tadata::cli {
 
+using vexdesk::Failure;
 using vexdesk::Outcome;
 using vexdesk::ReferenceData;
 
@@ -137,6 +138,21 @@ void makeKnown(const SeriesCodes& codes, int decimals)
     ReferenceData data = ReferenceData::installed();
     data.setSeries(codes.stock, codes.board, codes.security, decimals);
     ReferenceData::install(data);
+}
+
+Outcome makeKnown(const SeriesCodes& codes, std::optional<int> given, std::optional<int> guessed)
+{
+    const bool needsGuess = !given && !isKnown(codes);
+    if (needsGuess && !guessed)
+        return Failure{
+            Text::tr("инструмента %1/%2/%3 нет в справочнике: задайте --decimals, число "
+                     "знаков после точки в ценах")
+                .arg(escaped(codes.stock), escaped(codes.board), escaped(codes.security))};
+    if (given)
+        makeKnown(codes, *given);
+    else if (needsGuess)
+        makeKnown(codes, *guessed);
+    return {};
 }
 
 void setSeries(TADataDescription& description, const SeriesCodes& codes)

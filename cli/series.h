@@ -62,6 +62,11 @@ vexdesk::Outcome installReferenceData(const CommandLine& line);
 /// Whether the reference data hold the security.
 bool isKnown(const SeriesCodes& codes);
 
+/// The same, where they do not hold it yet, or always with what was given. Fails where there is
+/// neither that nor a guess.
+vexdesk::Outcome makeKnown(const SeriesCodes& codes, std::optional<int> given,
+                           std::optional<int> guessed);
+
 /// Makes the security known with these decimals, see vexdesk::ReferenceData::setSeries.
 void makeKnown(const SeriesCodes& codes, int decimals);
 

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "linefault.h"
 
+#include "fieldforms.h"
+#include "lineparser.h"
+
 #include <vexdesk/decimal.h>
 #include <vexdesk/securitydirectory.h>
 
@@ -15,10 +18,6 @@ namespace tadata {
 
 namespace {
 
-constexpr std::array dateForms{"yyyyMMdd",   "yyMMdd",     "ddMMyy",     "dd.MM.yy",
-                               "dd/MM/yy",   "MM/dd/yy",   "yyyy-MM-dd", "yyyy.MM.dd",
-                               "yyyy/MM/dd", "dd.MM.yyyy", "dd/MM/yyyy", "MM/dd/yyyy"};
-constexpr std::array timeForms{"hhmmss", "hhmm", "hh:mm:ss", "hh:mm"};
 constexpr std::array separators{",", ";", "\t", " ", "|"};
 
 // Of a damaged file's line, which may hold any number of them, no more are looked at.
@@ -44,26 +43,17 @@ QList<Field> fieldsOf(const QString& line, const QString& separator)
     return fields;
 }
 
-template <typename Read, size_t count>
-QStringList formsOf(const QString& text, const std::array<const char*, count>& forms, Read read)
+// Those in which a field is.
+template <typename Form>
+QStringList formsOf(const QString& text, const QStringList& patterns)
 {
+    const QByteArray field = text.toUtf8();
     QStringList fitting;
-    for (const char* form : forms) {
-        const QString pattern = QLatin1String(form);
-        if (text.size() == pattern.size() && read(text, pattern).isValid())
+    for (const QString& pattern : patterns) {
+        if (Form(pattern).read(field))
             fitting.append(pattern);
     }
     return fitting;
-}
-
-QDate readDate(const QString& text, const QString& pattern)
-{
-    return QDate::fromString(text, pattern);
-}
-
-QTime readTime(const QString& text, const QString& pattern)
-{
-    return QTime::fromString(text, pattern);
 }
 
 bool isPrice(const QString& text, const ImportDetails& details)
@@ -86,9 +76,9 @@ bool isRight(ColumnRole role, const QString& text, const ImportDetails& details)
     bool isNumber = true;
     switch (role) {
     case ColumnRole::Date:
-        return readDate(text, details.dateFormat).isValid();
+        return dateOfField(text, details.dateFormat).isValid();
     case ColumnRole::Time:
-        return readTime(text, details.timeFormat).isValid();
+        return QTime::fromString(text, details.timeFormat).isValid();
     case ColumnRole::Volume:
         text.toLongLong(&isNumber);
         return isNumber;
@@ -119,8 +109,8 @@ QStringList separatorsFor(const QString& line, qsizetype wanted)
 QStringList fittingFor(ColumnRole role, const QString& text)
 {
     if (role == ColumnRole::Date)
-        return formsOf(text, dateForms, readDate);
-    return role == ColumnRole::Time ? formsOf(text, timeForms, readTime) : QStringList();
+        return formsOf<DateForm>(text, knownDateForms());
+    return role == ColumnRole::Time ? formsOf<TimeForm>(text, knownTimeForms()) : QStringList();
 }
 
 } // namespace

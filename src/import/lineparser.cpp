@@ -99,14 +99,6 @@ private:
     bool m_complete = false;
 };
 
-// A year of two digits is read into 1900 to 1999; files of such a pattern are younger than that.
-QDate dateOf(QStringView text, const QString& pattern)
-{
-    const QDate date = QDate::fromString(text.toString(), pattern);
-    const bool hasCentury = pattern.contains(QStringLiteral("yyyy"));
-    return date.year() <= 1999 && !hasCentury ? date.addYears(100) : date;
-}
-
 decimal numberOf(QStringView text)
 {
     const std::optional<decimal> number = decimal::fromText(text);
@@ -166,7 +158,7 @@ bool BarDescription::init(const QString& line, const ImportDetails& details)
     }
 
     const QStringView dateText = fields.text(ColumnRole::Date);
-    date = dateOf(dateText, details.dateFormat);
+    date = tadata::dateOfField(dateText, details.dateFormat);
     if (!date.isValid()) {
         error = Text::tr("Дата '%1' не соответствует заявленному формату '%2'")
                     .arg(dateText, details.dateFormatTitle);
@@ -191,6 +183,14 @@ bool BarDescription::init(const QString& line, const ImportDetails& details)
     }
     valid = true;
     return true;
+}
+
+// A year of two digits is read into 1900 to 1999; files of such a pattern are younger than that.
+QDate tadata::dateOfField(QStringView text, const QString& pattern)
+{
+    const QDate date = QDate::fromString(text.toString(), pattern);
+    const bool hasCentury = pattern.contains(QStringLiteral("yyyy"));
+    return date.year() <= 1999 && !hasCentury ? date.addYears(100) : date;
 }
 
 std::optional<QString> tadata::fieldOfLine(const QString& line, const ImportDetails& details,

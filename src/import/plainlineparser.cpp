@@ -19,13 +19,6 @@ bool isDigit(char character)
     return character >= '0' && character <= '9';
 }
 
-bool isLetter(char character)
-{
-    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
-}
-
-constexpr int maxDigits = 4; // of the year, the longest part of a date or a time
-
 constexpr bool isLittleEndian = std::endian::native == std::endian::little;
 constexpr qsizetype wordSize = sizeof(quint64);
 
@@ -68,46 +61,6 @@ bool readDecimal(QByteArrayView text, short decimals, decimal* number, bool* isR
 
 } // namespace
 
-PlainLineParser::Pattern::Pattern(const QString& pattern)
-    : text(pattern.toLatin1())
-{
-    isPlain = QString::fromLatin1(text) == pattern && !text.contains('\'');
-    for (int i = 0; i < text.size(); ++i) {
-        const char letter = text[i];
-        if (!isLetter(letter)) {
-            signs.append(i);
-            continue;
-        }
-        if (i == 0 || text[i - 1] != letter)
-            parts.append({letter, i, 0});
-        ++parts.last().length;
-        isPlain = isPlain && parts.last().length <= maxDigits;
-    }
-    isPlain = isPlain && (parts.size() == 2 || parts.size() == 3);
-}
-
-bool PlainLineParser::Pattern::read(QByteArrayView field, std::array<int, 3>* numbers) const
-{
-    if (field.size() != text.size())
-        return false;
-    for (const int sign : signs) {
-        if (field[sign] != text[sign])
-            return false;
-    }
-    auto number = numbers->begin();
-    for (const Part& part : parts) {
-        *number = 0;
-        for (int i = part.begin; i < part.begin + part.length; ++i) {
-            const int digit = field[i] - '0';
-            if (digit < 0 || digit > 9)
-                return false;
-            *number = *number * 10 + digit;
-        }
-        ++number;
-    }
-    return true;
-}
-
 PlainLineParser::PlainLineParser(const ImportDetails& details)
     : m_details(details)
     , m_datePattern(details.dateFormat)
@@ -129,7 +82,8 @@ PlainLineParser::PlainLineParser(const ImportDetails& details)
         details.separator.size() == 1 && details.separator.front().unicode() < 128;
     if (hasPlainSeparator)
         m_separator = static_cast<char>(details.separator.front().unicode());
-    m_isUsable = columnsFit && hasPlainSeparator && m_datePattern.isPlain && m_timePattern.isPlain;
+    m_isUsable =
+        columnsFit && hasPlainSeparator && m_datePattern.isPlain() && m_timePattern.isPlain();
 }
 
 bool PlainLineParser::parse(QByteArrayView line, BarDescription* bar)
@@ -191,31 +145,10 @@ bool PlainLineParser::readDate(QByteArrayView text, QDate* date)
         *date = m_date;
         return true;
     }
-    std::array<int, 3> numbers{};
-    if (!m_datePattern.read(text, &numbers))
+    const std::optional<PlainDate> plain = m_datePattern.date(text);
+    if (!plain || plain->isForQt)
         return false;
-    int year = -1;
-    int month = -1;
-    int day = -1;
-    bool hasCentury = false;
-    for (qsizetype i = 0; i < m_datePattern.parts.size(); ++i) {
-        const Pattern::Part& part = m_datePattern.parts[i];
-        const int number = numbers[static_cast<size_t>(i)];
-        hasCentury = hasCentury || (part.letter == 'y' && part.length == 4);
-        if (part.letter == 'y' && (part.length == 2 || part.length == 4) && year < 0)
-            year = number;
-        else if (part.letter == 'M' && part.length == 2 && month < 0)
-            month = number;
-        else if (part.letter == 'd' && part.length == 2 && day < 0)
-            day = number;
-        else
-            return false;
-    }
-    // Days that not every century has, and the year 0, are Qt's.
-    const bool isLeapDay = !hasCentury && month == 2 && day == 29;
-    if (year < 0 || month < 0 || day < 0 || isLeapDay || (hasCentury && year == 0))
-        return false;
-    *date = QDate(hasCentury ? year : 2000 + year, month, day);
+    *date = plain->date();
     m_dateText = text.toByteArray();
     m_date = *date;
     return date->isValid();
@@ -223,20 +156,10 @@ bool PlainLineParser::readDate(QByteArrayView text, QDate* date)
 
 bool PlainLineParser::readTime(QByteArrayView text, QTime* time) const
 {
-    std::array<int, 3> numbers{};
-    if (!m_timePattern.read(text, &numbers))
-        return false;
-    static constexpr char letters[] = "hms";
-    for (qsizetype i = 0; i < m_timePattern.parts.size(); ++i) {
-        const Pattern::Part& part = m_timePattern.parts[i];
-        if (part.letter != letters[i] || part.length != 2)
-            return false;
-    }
-    const auto [hour, minute, second] = numbers;
-    if (hour >= 24 || minute >= 60 || second >= 60)
-        return false;
-    *time = QTime::fromMSecsSinceStartOfDay(((hour * 60 + minute) * 60 + second) * 1000);
-    return true;
+    const std::optional<QTime> plain = m_timePattern.time(text);
+    if (plain)
+        *time = *plain;
+    return plain.has_value();
 }
 
 bool PlainLineParser::readNumbers(BarDescription* bar) const

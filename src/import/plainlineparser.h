@@ -2,11 +2,11 @@
 #pragma once
 
 #include "bardescription.h"
+#include "fieldpattern.h"
 #include "importdetails.h"
 
 #include <QtCore/QByteArray>
 #include <QtCore/QByteArrayView>
-#include <QtCore/QVarLengthArray>
 
 #include <array>
 
@@ -28,26 +28,6 @@ public:
     QByteArrayView field(ColumnRole role) const { return field(static_cast<int>(role)); }
 
 private:
-    /// Where the parts of a date or a time stand in a field.
-    struct Pattern
-    {
-        struct Part
-        {
-            char letter = 0;
-            int begin = 0;
-            int length = 0;
-        };
-
-        explicit Pattern(const QString& text);
-        /// The numbers of the parts, in their order; false for a field of another form.
-        bool read(QByteArrayView field, std::array<int, 3>* numbers) const;
-
-        QByteArray text;
-        QVarLengthArray<Part, 3> parts;
-        QVarLengthArray<int, 8> signs; ///< the places between the parts
-        bool isPlain = false;
-    };
-
     bool split(QByteArrayView line);
     bool readDate(QByteArrayView field, QDate* date);
     bool readTime(QByteArrayView field, QTime* time) const;
@@ -63,8 +43,8 @@ private:
     bool m_isUsable = false;
     std::array<int, roles> m_columns; ///< by role; -1 for none
     int m_wanted = 0;                 ///< fields, from the line's start
-    Pattern m_datePattern;
-    Pattern m_timePattern;
+    FieldPattern m_datePattern;
+    FieldPattern m_timePattern;
     std::array<QByteArrayView, maxFields> m_fields;
     QByteArray m_dateText; ///< of the line before, and what it was read as
     QDate m_date;

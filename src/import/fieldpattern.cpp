@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: MIT
+#include "fieldpattern.h"
+
+namespace tadata {
+
+namespace {
+
+constexpr int maxDigits = 4; // of the year, the longest part of a date or a time
+
+bool isLetter(char character)
+{
+    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
+}
+
+} // namespace
+
+FieldPattern::FieldPattern(const QString& pattern)
+    : m_text(pattern.toLatin1())
+{
+    m_isPlain = QString::fromLatin1(m_text) == pattern && !m_text.contains('\'');
+    for (int i = 0; i < m_text.size(); ++i) {
+        const char letter = m_text[i];
+        if (!isLetter(letter)) {
+            m_signs.append(i);
+            continue;
+        }
+        if (i == 0 || m_text[i - 1] != letter)
+            m_parts.append({letter, i, 0});
+        ++m_parts.last().length;
+        m_isPlain = m_isPlain && m_parts.last().length <= maxDigits;
+    }
+    m_isPlain = m_isPlain && (m_parts.size() == 2 || m_parts.size() == 3);
+}
+
+bool FieldPattern::read(QByteArrayView field, std::array<int, 3>* numbers) const
+{
+    if (!m_isPlain || field.size() != m_text.size())
+        return false;
+    for (const int sign : m_signs) {
+        if (field[sign] != m_text[sign])
+            return false;
+    }
+    auto number = numbers->begin();
+    for (const Part& part : m_parts) {
+        *number = 0;
+        for (int i = part.begin; i < part.begin + part.length; ++i) {
+            const int digit = field[i] - '0';
+            if (digit < 0 || digit > 9)
+                return false;
+            *number = *number * 10 + digit;
+        }
+        ++number;
+    }
+    return true;
+}
+
+std::optional<PlainDate> FieldPattern::date(QByteArrayView field) const
+{
+    std::array<int, 3> numbers{};
+    if (!read(field, &numbers))
+        return std::nullopt;
+    PlainDate date{-1, -1, -1};
+    bool hasCentury = false;
+    for (qsizetype i = 0; i < m_parts.size(); ++i) {
+        const Part& part = m_parts[i];
+        const int number = numbers[static_cast<size_t>(i)];
+        hasCentury = hasCentury || (part.letter == 'y' && part.length == 4);
+        if (part.letter == 'y' && (part.length == 2 || part.length == 4) && date.year < 0)
+            date.year = number;
+        else if (part.letter == 'M' && part.length == 2 && date.month < 0)
+            date.month = number;
+        else if (part.letter == 'd' && part.length == 2 && date.day < 0)
+            date.day = number;
+        else
+            return std::nullopt;
+    }
+    if (date.year < 0 || date.month < 0 || date.day < 0)
+        return std::nullopt;
+    const bool isLeapDay = date.month == 2 && date.day == 29;
+    date.isForQt = hasCentury ? date.year == 0 : isLeapDay;
+    if (!hasCentury)
+        date.year += 2000;
+    return date;
+}
+
+std::optional<QTime> FieldPattern::time(QByteArrayView field) const
+{
+    std::array<int, 3> numbers{};
+    if (!read(field, &numbers))
+        return std::nullopt;
+    static constexpr char letters[] = "hms";
+    for (qsizetype i = 0; i < m_parts.size(); ++i) {
+        const Part& part = m_parts[i];
+        if (part.letter != letters[i] || part.length != 2)
+            return std::nullopt;
+    }
+    const auto [hour, minute, second] = numbers;
+    if (hour >= 24 || minute >= 60 || second >= 60)
+        return std::nullopt;
+    return QTime::fromMSecsSinceStartOfDay(((hour * 60 + minute) * 60 + second) * 1000);
+}
+
+} // namespace tadata

@@ -1,0 +1,459 @@
+// SPDX-License-Identifier: MIT
+#include "formatguess.h"
+
+#include "columnroles.h"
+#include "fieldforms.h"
+#include "pricecolumns.h"
+#include "samplecolumns.h"
+#include "windows1251.h"
+
+#include <vexdesk/history/utf8.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <utility>
+
+namespace tadata {
+
+using vexdesk::Result;
+
+namespace {
+
+const QString dateMissing = QStringLiteral("date");
+const QString openInterestMissing = QStringLiteral("oi");
+const QString pricesMissing = QStringLiteral("prices");
+const QString separatorMissing = QStringLiteral("separator");
+const QString timeMissing = QStringLiteral("time");
+const QString volumeMissing = QStringLiteral("volume");
+
+constexpr std::array priceRoles{ColumnRole::Open, ColumnRole::High, ColumnRole::Low,
+                                ColumnRole::Close};
+
+// The forms that are tried.
+template <typename Form>
+std::vector<Form> formsOf(const QStringList& known, const std::optional<QString>& given)
+{
+    std::vector<Form> forms;
+    for (const QString& pattern : given ? QStringList{*given} : known)
+        forms.emplace_back(pattern);
+    return forms;
+}
+
+template <typename Form>
+bool isInAny(const std::vector<Form>& forms, QByteArrayView field)
+{
+    return std::any_of(forms.begin(), forms.end(),
+                       [field](const Form& form) { return form.read(field).has_value(); });
+}
+
+template <typename Form>
+std::vector<Form> formsThatHold(const SampleBody& body, const Column& column,
+                                const std::vector<Form>& forms)
+{
+    std::vector<Form> held;
+    for (const Form& form : forms) {
+        if (body.holds(column, [&form](QByteArrayView field) { return form.read(field); }))
+            held.push_back(form);
+    }
+    return held;
+}
+
+// Integers as the parser takes them: with blanks around, too.
+bool isVolume(QByteArrayView field)
+{
+    bool isNumber = false;
+    vexdesk::textFromUtf8(field).toLongLong(&isNumber);
+    return isNumber;
+}
+
+bool isOpenInterest(QByteArrayView field)
+{
+    bool isNumber = false;
+    vexdesk::textFromUtf8(field).toInt(&isNumber);
+    return isNumber;
+}
+
+// Whether no two dates in this form that stand one after the other lie far apart.
+bool isGapless(const SampleBody& body, const Column& column, const DateForm& form)
+{
+    constexpr qint64 largestStep = 14; // days: the longest time for which markets are closed
+    std::optional<QDate> before;
+    for (size_t line = 0; line < column.size(); ++line) {
+        if (body.beginsHalf(line))
+            before.reset();
+        const std::optional<QDate> date = form.read(column[line]);
+        if (!date)
+            continue;
+        if (before && std::abs(before->daysTo(*date)) > largestStep)
+            return false;
+        before = date;
+    }
+    return true;
+}
+
+// The one guess that is made from a sample.
+class Guessing final
+{
+public:
+    Guessing(const FileSample& sample, const GuessHints& hints)
+        : m_sample(sample)
+        , m_hints(hints)
+        , m_dateForms(formsOf<DateForm>(knownDateForms(), hints.dateFormat))
+        , m_timeForms(formsOf<TimeForm>(knownTimeForms(), hints.timeFormat))
+    {}
+
+    FormatGuess run();
+
+private:
+    // The sample as one separator divides it.
+    struct Layout
+    {
+        QByteArray separator;
+        bool hasHeader = false;
+        qsizetype fields = 0;
+    };
+    using ByRole = QMap<ColumnRole, int>;
+    // When a bar is. Between several forms only equal texts are known to be one day.
+    struct Stamp
+    {
+        bool isOfDay(const Stamp& other) const { return date == other.date && text == other.text; }
+
+        QDate date;          ///< where there is one form
+        QByteArrayView text; ///< where there are several
+        QTime time;
+    };
+
+    std::optional<Layout> bestLayout() const;
+    Layout layoutOf(const QString& separator) const;
+    bool isHeader(QByteArrayView line, QByteArrayView separator) const;
+
+    ByRole namedColumns(const Layout& layout) const;
+    void takeNamed(const SampleBody& body, const ByRole& named);
+    void takeNamedPrices(const ByRole& named, const QMap<int, Column>& columns);
+    void takeByContent(const SampleBody& body, qsizetype fields);
+    void findDateAndTime(const SampleBody& body, qsizetype fields);
+    void findPrices(const SampleBody& body, qsizetype fields);
+    void findVolume(const SampleBody& body, const Column& column, int index);
+
+    bool takeDate(const SampleBody& body, const Column& column, int index);
+    bool takeTime(const SampleBody& body, const Column& column, int index);
+    void chooseDateForm(const SampleBody& body);
+    void chooseTimeframe(const SampleBody& body);
+    std::optional<Stamp> stampOf(size_t line) const;
+    void takeDecimals(const PriceColumns& columns);
+
+    void take(ColumnRole role, int column) { m_guess.columns.insert(qint32(role), column); }
+    bool has(ColumnRole role, int column) const
+    {
+        return m_guess.columns.value(qint32(role), -1) == column;
+    }
+    bool isDateOrTime(int column) const
+    {
+        return has(ColumnRole::Date, column) || has(ColumnRole::Time, column);
+    }
+    void miss(const QString& what) { m_guess.missing.append(what); }
+
+    const FileSample& m_sample;
+    const GuessHints& m_hints;
+    std::vector<DateForm> m_dateForms;
+    std::vector<TimeForm> m_timeForms;
+    FormatGuess m_guess;
+    // What the columns of the date and the time hold, where they were found.
+    Column m_dates;
+    Column m_times;
+    std::vector<DateForm> m_heldDateForms;
+    std::optional<TimeForm> m_timeForm;
+};
+
+FormatGuess Guessing::run()
+{
+    m_guess.lines = qsizetype(m_sample.lines.size());
+    m_guess.timeframe = m_hints.timeframe.value_or(m_guess.timeframe);
+    const std::optional<Layout> layout = bestLayout();
+    if (!layout) {
+        m_guess.missing = {dateMissing, pricesMissing, separatorMissing, timeMissing};
+        return m_guess;
+    }
+    m_guess.separator = QString::fromUtf8(layout->separator);
+    m_guess.hasHeader = layout->hasHeader;
+
+    const SampleBody body(m_sample, layout->separator, layout->hasHeader);
+    const ByRole named = namedColumns(*layout);
+    const bool namesPrices = std::any_of(priceRoles.begin(), priceRoles.end(),
+                                         [&](ColumnRole role) { return named.contains(role); });
+    if (namesPrices)
+        takeNamed(body, named);
+    else
+        takeByContent(body, layout->fields);
+
+    if (m_dates.empty())
+        miss(dateMissing);
+    if (m_times.empty())
+        miss(timeMissing);
+    chooseDateForm(body);
+    chooseTimeframe(body);
+    std::sort(m_guess.missing.begin(), m_guess.missing.end());
+    return m_guess;
+}
+
+// The one that divides the lines into the most fields.
+std::optional<Guessing::Layout> Guessing::bestLayout() const
+{
+    constexpr qsizetype fewestFields = 6; // date, time and prices
+    static const QStringList known{QStringLiteral(","), QStringLiteral(";"), QStringLiteral("\t"),
+                                   QStringLiteral(" "), QStringLiteral("|")};
+    std::optional<Layout> best;
+    for (const QString& separator : m_hints.separator ? QStringList{*m_hints.separator} : known) {
+        if (separator.isEmpty() || m_sample.lines.empty())
+            continue;
+        const Layout layout = layoutOf(separator);
+        if (layout.fields >= fewestFields && (!best || layout.fields > best->fields))
+            best = layout;
+    }
+    return best;
+}
+
+Guessing::Layout Guessing::layoutOf(const QString& separator) const
+{
+    Layout layout{separator.toUtf8()};
+    layout.hasHeader =
+        m_hints.hasHeader.value_or(isHeader(m_sample.lines.front().text, layout.separator));
+    layout.fields = SampleBody(m_sample, layout.separator, layout.hasHeader).fieldCount();
+    return layout;
+}
+
+bool Guessing::isHeader(QByteArrayView line, QByteArrayView separator) const
+{
+    // A line with a date is none, whatever form is asked for.
+    static const auto knownDates = formsOf<DateForm>(knownDateForms(), std::nullopt);
+    static const auto knownTimes = formsOf<TimeForm>(knownTimeForms(), std::nullopt);
+    const std::vector<QByteArrayView> fields = fieldsOf(line, separator);
+    return std::none_of(fields.begin(), fields.end(), [this](QByteArrayView field) {
+        return isInAny(knownDates, field) || isInAny(knownTimes, field) ||
+               isInAny(m_dateForms, field) || isInAny(m_timeForms, field);
+    });
+}
+
+// The leftmost column of each role that the header names.
+Guessing::ByRole Guessing::namedColumns(const Layout& layout) const
+{
+    ByRole named;
+    if (!layout.hasHeader)
+        return named;
+    const std::vector<QByteArrayView> names =
+        fieldsOf(m_sample.lines.front().text, layout.separator);
+    for (size_t column = 0; column < names.size(); ++column) {
+        const QString name = m_sample.isUtf8 ? vexdesk::textFromUtf8(names[column])
+                                             : textFromWindows1251(names[column]);
+        const std::optional<ColumnRole> role = roleOfColumnName(name);
+        if (role && !named.contains(*role))
+            named.insert(*role, int(column));
+    }
+    return named;
+}
+
+// Names alone count: a column is looked at only to know whether it can be what it is called.
+void Guessing::takeNamed(const SampleBody& body, const ByRole& named)
+{
+    QMap<int, Column> columns;
+    ColumnReader reader(body);
+    const auto last = std::max_element(named.begin(), named.end());
+    for (int index = 0; index <= *last; ++index) {
+        Column column = reader.next();
+        if (named.key(index, ColumnRole::None) != ColumnRole::None)
+            columns.insert(index, std::move(column));
+    }
+    const auto takeNumber = [&](ColumnRole role, auto isSuch, const QString& missing) {
+        if (!named.contains(role))
+            return;
+        if (body.holds(columns.value(named[role]), isSuch))
+            take(role, named[role]);
+        else
+            miss(missing);
+    };
+    if (named.contains(ColumnRole::Date))
+        takeDate(body, columns.value(named[ColumnRole::Date]), named[ColumnRole::Date]);
+    if (named.contains(ColumnRole::Time))
+        takeTime(body, columns.value(named[ColumnRole::Time]), named[ColumnRole::Time]);
+    takeNumber(ColumnRole::Volume, isVolume, volumeMissing);
+    takeNumber(ColumnRole::OpenInterest, isOpenInterest, openInterestMissing);
+    for (const ColumnRole role : {ColumnRole::Value, ColumnRole::Ticker}) {
+        if (named.contains(role))
+            take(role, named[role]);
+    }
+    takeNamedPrices(named, columns);
+}
+
+// All four or none.
+void Guessing::takeNamedPrices(const ByRole& named, const QMap<int, Column>& columns)
+{
+    std::array<Numbers, priceRoles.size()> numbers;
+    for (size_t i = 0; i < priceRoles.size(); ++i) {
+        if (!named.contains(priceRoles[i])) {
+            miss(pricesMissing);
+            return;
+        }
+        numbers[i] = numbersOf(columns.value(named[priceRoles[i]]));
+    }
+    for (const ColumnRole role : priceRoles)
+        take(role, named[role]);
+    takeDecimals({&numbers[0], &numbers[1], &numbers[2], &numbers[3]});
+}
+
+void Guessing::takeByContent(const SampleBody& body, qsizetype fields)
+{
+    findDateAndTime(body, fields);
+    findPrices(body, fields);
+}
+
+void Guessing::findDateAndTime(const SampleBody& body, qsizetype fields)
+{
+    ColumnReader reader(body);
+    // A column that could be either is a time only where another one is the date.
+    for (int index = 0; index < fields && (m_dates.empty() || m_times.empty()); ++index) {
+        const Column column = reader.next();
+        const bool isDate = m_dates.empty() && takeDate(body, column, index);
+        if (!isDate && m_times.empty())
+            takeTime(body, column, index);
+    }
+}
+
+void Guessing::findPrices(const SampleBody& body, qsizetype fields)
+{
+    ColumnReader reader(body);
+    std::array<Numbers, priceRoles.size()> last; // of the columns that were read last
+    size_t inRow = 0;                            // that can be prices
+    for (int index = 0; index < fields; ++index) {
+        const Column column = reader.next();
+        std::rotate(last.begin(), last.begin() + 1, last.end());
+        last.back() = isDateOrTime(index) ? Numbers() : numbersOf(column);
+        inRow = last.back().empty() ? 0 : inRow + 1;
+        const PriceColumns prices{&last[0], &last[1], &last[2], &last[3]};
+        if (inRow < priceRoles.size() || !arePrices(body, prices))
+            continue;
+        if (isOpenExchanged(body, prices))
+            break;
+        for (int i = 0; i < int(priceRoles.size()); ++i)
+            take(priceRoles[size_t(i)], index - int(priceRoles.size()) + 1 + i);
+        takeDecimals(prices);
+        if (index + 1 < fields)
+            findVolume(body, reader.next(), index + 1);
+        return;
+    }
+    miss(pricesMissing);
+}
+
+void Guessing::findVolume(const SampleBody& body, const Column& column, int index)
+{
+    if (!isDateOrTime(index) && body.holds(column, isVolume))
+        take(ColumnRole::Volume, index);
+}
+
+bool Guessing::takeDate(const SampleBody& body, const Column& column, int index)
+{
+    m_heldDateForms = formsThatHold(body, column, m_dateForms);
+    if (m_heldDateForms.empty())
+        return false;
+    m_dates = column;
+    take(ColumnRole::Date, index);
+    return true;
+}
+
+bool Guessing::takeTime(const SampleBody& body, const Column& column, int index)
+{
+    const std::vector<TimeForm> forms = formsThatHold(body, column, m_timeForms);
+    if (forms.empty())
+        return false;
+    // They differ in length: no field is in two of them.
+    m_timeForm = forms.front();
+    m_guess.timeFormat = m_timeForm->pattern();
+    m_times = column;
+    take(ColumnRole::Time, index);
+    return true;
+}
+
+// Of several the one, if it is one alone, by which the dates follow each other.
+void Guessing::chooseDateForm(const SampleBody& body)
+{
+    const std::vector<DateForm>& held = m_heldDateForms;
+    if (held.size() > 1) {
+        std::vector<DateForm> gapless;
+        for (const DateForm& form : held) {
+            if (isGapless(body, m_dates, form))
+                gapless.push_back(form);
+        }
+        if (gapless.size() == 1)
+            m_heldDateForms = gapless;
+    }
+    if (m_heldDateForms.size() == 1) {
+        m_guess.dateFormat = m_heldDateForms.front().pattern();
+        return;
+    }
+    for (const DateForm& form : m_heldDateForms)
+        m_guess.ambiguous.append(form.pattern());
+}
+
+void Guessing::chooseTimeframe(const SampleBody& body)
+{
+    constexpr int minute = 60 * 1000; // ms
+    if (m_hints.timeframe || m_dates.empty() || m_times.empty())
+        return;
+    std::optional<Stamp> before;
+    for (size_t line = 0; line < body.size(); ++line) {
+        if (body.beginsHalf(line))
+            before.reset();
+        const std::optional<Stamp> stamp = stampOf(line);
+        if (!stamp)
+            continue;
+        if (before && before->isOfDay(*stamp) && before->time.msecsTo(stamp->time) % minute != 0) {
+            m_guess.timeframe = 1;
+            return;
+        }
+        before = stamp;
+    }
+}
+
+std::optional<Guessing::Stamp> Guessing::stampOf(size_t line) const
+{
+    const std::optional<QTime> time = m_timeForm->read(m_times[line]);
+    if (!time)
+        return std::nullopt;
+    if (m_heldDateForms.size() > 1)
+        return isInAny(m_heldDateForms, m_dates[line])
+                   ? std::optional(Stamp{QDate(), m_dates[line], *time})
+                   : std::nullopt;
+    const std::optional<QDate> date = m_heldDateForms.front().read(m_dates[line]);
+    return date ? std::optional(Stamp{*date, {}, *time}) : std::nullopt;
+}
+
+void Guessing::takeDecimals(const PriceColumns& columns)
+{
+    constexpr int mostOfSecurities = 15;
+    m_guess.decimals = std::min(mostDecimals(columns), mostOfSecurities);
+}
+
+} // namespace
+
+bool FormatGuess::isEnough() const
+{
+    return ambiguous.isEmpty() &&
+           std::all_of(missing.begin(), missing.end(), [](const QString& what) {
+               return what == openInterestMissing || what == volumeMissing;
+           });
+}
+
+Result<FormatGuess> guessFormat(const QString& path, const GuessHints& hints)
+{
+    const Result<FileSample> sample = sampleFile(path);
+    if (!sample)
+        return sample.failure();
+    return guessFormat(*sample, hints);
+}
+
+FormatGuess guessFormat(const FileSample& sample, const GuessHints& hints)
+{
+    return Guessing(sample, hints).run();
+}
+
+} // namespace tadata
