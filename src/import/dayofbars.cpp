@@ -131,12 +131,13 @@ Outcome StoredDay::read(const QString& path, const QDate& day)
     *this = StoredDay();
     m_path = path;
     vexdesk::DayFileLines lines(path);
+    lines.keepCutCharacter();
     if (!lines.open())
         return QFileInfo::exists(path) ? cannotOpen(path) : Outcome();
     m_state = lines.state();
     if (std::optional<QByteArray> text = lines.plainText()) {
         m_text = std::move(*text);
-        // A mark at the start is no part of it, and is not written back.
+        // The mark at the beginning of a file is not in the text.
         m_isAsRead = m_text.size() == m_state->size;
         readPlain(day);
         return {};

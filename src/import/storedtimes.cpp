@@ -12,6 +12,7 @@ vexdesk::Result<TimesOfDay> storedTimes(const QString& path, const QDate& day)
 {
     constexpr int perSecond = 1000;
     vexdesk::DayFileLines lines(path);
+    lines.keepCutCharacter();
     if (!lines.open())
         return cannotOpen(path);
     TimesOfDay times;
