@@ -191,7 +191,7 @@ void TestMergeJob::doesWhatASlowTwinDoes()
     QFETCH(const bool, skipsBad);
     const ImportDetails details = this->details(timeframe);
     QRandomGenerator random(static_cast<quint32>(timeframe));
-    for (int round = 0; round < 700; ++round) {
+    for (int round = 0; round < 250; ++round) {
         const StoreTree store = testsupport::randomStore(random, timeframe, 4);
         const auto file =
             testsupport::randomFile(random, timeframe, skipsBad || random.bounded(6) == 0);
@@ -234,7 +234,7 @@ void TestMergeJob::mergingTwiceIsMergingOnce()
 {
     QFETCH(const ImportMode, mode);
     QRandomGenerator random(3);
-    for (int round = 0; round < 300; ++round) {
+    for (int round = 0; round < 100; ++round) {
         const int timeframe = round % 2 == 0 ? 60 : 1;
         setStore(testsupport::randomStore(random, timeframe, 0));
         const QByteArray text =
@@ -261,7 +261,7 @@ void TestMergeJob::fillChangesNoStoredTime()
 {
     QFETCH(const int, timeframe);
     QRandomGenerator random(4);
-    for (int round = 0; round < 300; ++round) {
+    for (int round = 0; round < 100; ++round) {
         const StoreTree before = testsupport::randomStore(random, timeframe, 0);
         setStore(before);
         const QByteArray text =
