@@ -45,13 +45,13 @@ private:
 namespace {
 
 const QByteArray bars = "20240115,100000,1,2,1,2\n20240115,100100,1,2,1,2\n";
-const QByteArray stored = "095900;1.00;2.00;1.00;2.00;0;0.00;0\n";
+const QByteArray storedDay = "095900;1.00;2.00;1.00;2.00;0;0.00;0\n";
 
 } // namespace
 
 void TadataCheckTest::printsJsonAndNothingElse()
 {
-    writeFile(day("20240115_60.iss"), stored);
+    writeFile(day("20240115_60.iss"), storedDay);
     const QByteArray report =
         R"({"badLines":1,"bars":2,"counts":{"bad-line":1},"days":[{"bars":2,"day":"2024-01-15",)"
         R"("lost":1,"outcome":"replaced","result":2,"stored":1}],"error":)"
@@ -74,7 +74,7 @@ void TadataCheckTest::printsJsonAndNothingElse()
 
 void TadataCheckTest::tellsATraderWhatMatters()
 {
-    writeFile(day("20240115_60.iss"), stored);
+    writeFile(day("20240115_60.iss"), storedDay);
     const QByteArray text = path("bars.csv").toUtf8() +
                             " → NORD/MAIN/ALFA 60\n"
                             "Импорт закончится на строке 3. Ошибка при импорте 3-й строки: "
@@ -95,7 +95,8 @@ void TadataCheckTest::speaksEnglish()
     english.insert(QStringLiteral("TADATA_LANGUAGE"), QStringLiteral("en"));
     const Outcome outcome = check(bars, {}, english);
     QCOMPARE(outcome.exitCode, 0);
-    QVERIFY2(outcome.out.contains("\nThe import would come to its end.\n"), outcome.out);
+    QVERIFY2(outcome.out.contains("\nThe import would come to its end.\n"),
+             outcome.out.constData());
 }
 
 void TadataCheckTest::tellsTheShell()
