@@ -5,9 +5,9 @@ namespace tadata::cli {
 
 QList<Command> commands()
 {
-    return {guessCommand(),  importCommand(), exportCommand(), listCommand(),
-            healthCommand(), deleteCommand(), copyCommand(),   renameCommand(),
-            pointsCommand(), undoCommand(),   unlockCommand(), profileCommand()};
+    return {guessCommand(),  checkCommand(),  importCommand(), exportCommand(), listCommand(),
+            healthCommand(), deleteCommand(), copyCommand(),   renameCommand(), pointsCommand(),
+            undoCommand(),   unlockCommand(), profileCommand()};
 }
 
 QList<Option> programOptions()

@@ -49,6 +49,8 @@ struct Command
 Command guessCommand();
 /// A text file becomes day files of a series.
 Command importCommand();
+/// What an import would do.
+Command checkCommand();
 /// Stored bars and the deals of a day become a text file.
 Command exportCommand();
 /// What a store holds.

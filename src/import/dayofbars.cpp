@@ -136,7 +136,8 @@ Outcome StoredDay::read(const QString& path, const QDate& day)
     m_state = lines.state();
     if (std::optional<QByteArray> text = lines.plainText()) {
         m_text = std::move(*text);
-        m_isAsRead = true;
+        // A mark at the start is no part of it, and is not written back.
+        m_isAsRead = m_text.size() == m_state->size;
         readPlain(day);
         return {};
     }

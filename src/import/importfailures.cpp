@@ -37,6 +37,11 @@ Failure hasChanged(const QString& path)
     return cannotRead(path, Text::tr("он изменился, пока его читали"));
 }
 
+Failure cannotReadDir(const QString& path)
+{
+    return {Text::tr("Невозможно прочитать каталог %1").arg(path)};
+}
+
 Failure wouldWipe(const QString& path)
 {
     return {Text::tr("Файл %1 лежит в хранилище как файл дня этой же серии: импорт стёр бы его. "

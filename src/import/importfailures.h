@@ -12,7 +12,8 @@ vexdesk::Failure cannotWrite(const QString& path);
 vexdesk::Failure cannotRead(const QString& path, const QString& reason);
 /// Somebody has written into the file while it was read.
 vexdesk::Failure hasChanged(const QString& path);
-/// The input is a file of the store that the import writes.
+vexdesk::Failure cannotReadDir(const QString& path);
+/// The input, or the file for rejected lines, is a file of the store that the import writes.
 vexdesk::Failure wouldWipe(const QString& path);
 /// What is wrong with a line of the input, from 1.
 vexdesk::Failure wrongLine(qint64 number, const QString& what);

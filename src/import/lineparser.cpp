@@ -2,6 +2,7 @@
 #include "lineparser.h"
 
 #include "bardescription.h"
+#include "rounding.h"
 
 #include <vexdesk/securitydirectory.h>
 
@@ -112,10 +113,14 @@ void readNumbers(BarDescription& bar, const LineFields& fields, short decimals)
     bar.high = numberOf(fields.text(ColumnRole::High));
     bar.low = numberOf(fields.text(ColumnRole::Low));
     bar.close = numberOf(fields.text(ColumnRole::Close));
-    bar.open.setScale(decimals);
-    bar.high.setScale(decimals);
-    bar.low.setScale(decimals);
-    bar.close.setScale(decimals);
+    bar.isRounded = false;
+    const auto round = [&bar, decimals](decimal& number) {
+        bar.isRounded = tadata::roundTo(number, decimals) || bar.isRounded;
+    };
+    round(bar.open);
+    round(bar.high);
+    round(bar.low);
+    round(bar.close);
 
     bool isNumber = true;
     bar.volume = 0;
@@ -129,7 +134,7 @@ void readNumbers(BarDescription& bar, const LineFields& fields, short decimals)
     // Money is kept with as many decimals as prices: that is how stored files have it.
     bar.value =
         fields.has(ColumnRole::Value) ? numberOf(fields.text(ColumnRole::Value)) : decimal(0, 2);
-    bar.value.setScale(decimals);
+    round(bar.value);
 
     bar.openInterest = 0;
     if (fields.has(ColumnRole::OpenInterest)) {

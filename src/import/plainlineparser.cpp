@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "plainlineparser.h"
 
+#include "rounding.h"
+
 #include <vexdesk/securitydirectory.h>
 
 #include <algorithm>
@@ -46,13 +48,14 @@ bool readDigits(QByteArrayView text, Integer* number)
     return true;
 }
 
-bool readDecimal(QByteArrayView text, short decimals, decimal* number)
+// At so many digits after the point, which it says when they are fewer than there were.
+bool readDecimal(QByteArrayView text, short decimals, decimal* number, bool* isRounded)
 {
     const std::optional<decimal> read = decimal::fromText(QLatin1String(text.data(), text.size()));
     if (!read)
         return false;
     *number = *read;
-    number->setScale(decimals);
+    *isRounded = roundTo(*number, decimals) || *isRounded;
     return true;
 }
 
@@ -163,8 +166,9 @@ bool PlainLineParser::readNumbers(BarDescription* bar) const
 {
     const auto decimals = static_cast<short>(SecurityDirectory::i().decimalsById(
         m_details.stockId, m_details.boardId, m_details.securityId));
-    const auto number = [this, decimals](ColumnRole role, decimal* to) {
-        return readDecimal(field(static_cast<int>(role)), decimals, to);
+    bar->isRounded = false;
+    const auto number = [this, decimals, bar](ColumnRole role, decimal* to) {
+        return readDecimal(field(static_cast<int>(role)), decimals, to, &bar->isRounded);
     };
     if (!number(ColumnRole::Open, &bar->open) || !number(ColumnRole::High, &bar->high) ||
         !number(ColumnRole::Low, &bar->low) || !number(ColumnRole::Close, &bar->close))

@@ -14,6 +14,9 @@ struct BarDescription : vexdesk::StoredBar
 {
     bool valid = false; ///< whether the bar holds data
     QString error;      ///< why init() refused the line; in the user's language
+    /// Whether a price or the money of the line had more digits after the point than the security,
+    /// zeros at the end aside.
+    bool isRounded = false;
 
     /// Reads one line of an external text file into this bar, which must be a fresh one. False
     /// when the line is wrong: `error` then says what is wrong with it, and fields that were read

@@ -20,6 +20,8 @@ private Q_SLOTS:
     void settingsBeginEmpty();
     void rescalesPricesToTheSecurity_data();
     void rescalesPricesToTheSecurity();
+    void saysWhichNumbersWereRounded_data();
+    void saysWhichNumbersWereRounded();
     void refusesALine_data();
     void refusesALine();
     void namesTheFirstFaultOnly_data();
@@ -99,6 +101,29 @@ void TestLineParser::rescalesPricesToTheSecurity()
                      detailsOfSeries(decimals)));
     for (const decimal& number : {bar.open, bar.high, bar.low, bar.close})
         QTEST(number.toString(), "stored");
+}
+
+void TestLineParser::saysWhichNumbersWereRounded_data()
+{
+    QTest::addColumn<QString>("numbers");
+    QTest::addColumn<bool>("isRounded");
+    QTest::newRow("as many digits") << QStringLiteral("1.55;1.55;1.55;1.55;1.55") << false;
+    QTest::newRow("fewer") << QStringLiteral("1;1.5;1;1;1") << false;
+    QTest::newRow("zeros") << QStringLiteral("1.550;1.5000;1.00000;0.000;1.500") << false;
+    QTest::newRow("open") << QStringLiteral("1.555;1;1;1;1") << true;
+    QTest::newRow("high") << QStringLiteral("1;1.5550;1;1;1") << true;
+    QTest::newRow("low") << QStringLiteral("1;1;-0.001;1;1") << true;
+    QTest::newRow("close") << QStringLiteral("1;1;1;1.0050;1") << true;
+    QTest::newRow("money") << QStringLiteral("1;1;1;1;7.001") << true;
+}
+
+void TestLineParser::saysWhichNumbersWereRounded()
+{
+    QFETCH(const QString, numbers);
+    BarDescription bar;
+    QVERIFY(bar.init(QStringLiteral("20240115;100000;") + numbers,
+                     with(detailsOfSeries(2), ColumnRole::Value, 6)));
+    QTEST(bar.isRounded, "isRounded");
 }
 
 void TestLineParser::refusesALine_data()
@@ -452,11 +477,12 @@ void TestLineParser::leavesNothingOfALineThatWasReadBefore()
     const ImportDetails nine = with(with(with(six, ColumnRole::Volume, 6), ColumnRole::Value, 7),
                                     ColumnRole::OpenInterest, 8);
     BarDescription bar;
-    QVERIFY(bar.init(QStringLiteral("20240115;100000;1;1;1;1;12;345.6;7"), nine));
+    QVERIFY(bar.init(QStringLiteral("20240115;100000;1;1;1;1.005;12;345.6;7"), nine));
     QVERIFY(bar.init(QStringLiteral("20240115;100100;2;2;2;2"), six));
     QCOMPARE(bar.volume, 0);
     QCOMPARE(bar.value.toString(), QStringLiteral("0.00"));
     QCOMPARE(bar.openInterest, 0);
+    QVERIFY(!bar.isRounded);
 }
 
 QTEST_GUILESS_MAIN(TestLineParser)

@@ -43,7 +43,8 @@ QString shown(const BarDescription& bar)
                        bar.date.toString(Qt::ISODate), bar.time.toString(Qt::ISODateWithMs)};
     for (const decimal& number : {bar.open, bar.high, bar.low, bar.close, bar.value})
         fields.append(number.toString());
-    fields << QString::number(bar.volume) << QString::number(bar.openInterest);
+    fields << QString::number(bar.volume) << QString::number(bar.openInterest)
+           << (bar.isRounded ? QStringLiteral("rounded") : QStringLiteral("exact"));
     return fields.join(u'|');
 }
 

@@ -40,6 +40,14 @@ TimesOfDay TimesOfDay::common(const TimesOfDay& other) const
     return both;
 }
 
+int TimesOfDay::count() const
+{
+    int count = 0;
+    for (const quint64 word : m_words)
+        count += std::popcount(word);
+    return count;
+}
+
 int TimesOfDay::countWithin(int from, int to) const
 {
     int count = 0;

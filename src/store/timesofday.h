@@ -34,6 +34,7 @@ public:
     void unite(const TimesOfDay& other);
     /// What both have.
     TimesOfDay common(const TimesOfDay& other) const;
+    int count() const;
     /// How many there are in an interval, both ends included.
     int countWithin(int from, int to) const;
 

@@ -71,6 +71,7 @@ void TestTimesOfDay::isASet()
         for (const int second : left)
             QVERIFY(times.contains(second) && !times.insert(second));
         QCOMPARE(secondsOf(times), left);
+        QCOMPARE(times.count(), int(left.size()));
         QCOMPARE(secondsOf(times.common(made(right))), QSet<int>(left).intersect(right));
         const int from = random.bounded(TimesOfDay::seconds);
         const int to = from + random.bounded(TimesOfDay::seconds);

@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: MIT
+#include "replacepreview.h"
+
+#include "importfailures.h"
+#include "storedtimes.h"
+
+#include <vexdesk/history/dayfilenames.h>
+
+#include <QtCore/QFileInfo>
+
+namespace tadata {
+
+using vexdesk::Outcome;
+using vexdesk::Result;
+
+ReplacePreview::ReplacePreview(const QDir& dir, int timeframe)
+    : m_dir(dir)
+    , m_timeframe(timeframe)
+{}
+
+Outcome ReplacePreview::take(const FileLine& line, const DayInFile& day, bool beginsRun)
+{
+    if (beginsRun) {
+        if (Outcome begun = beginRun(line.bar.date, day); !begun)
+            return begun;
+    }
+    if (m_day->lastRun)
+        m_day->lastRun->insert(secondOf(line.bar.time));
+    m_comparison.write(line.bar);
+    if (m_timeframe == vexdesk::secondTimeframe)
+        addToMinutes(line);
+    return Outcome();
+}
+
+Outcome ReplacePreview::beginRun(const QDate& date, const DayInFile& file)
+{
+    if (Outcome ended = endRun(); !ended)
+        return ended;
+    const auto [place, isNew] = m_days.try_emplace(date);
+    m_day = &place->second;
+    if (isNew) {
+        m_day->file = &file;
+        m_day->isStored = QFileInfo::exists(pathOf(date));
+    } else {
+        m_day->lastRun.emplace();
+    }
+    return m_day->isStored ? m_comparison.open(pathOf(date)) : Outcome();
+}
+
+Outcome ReplacePreview::endRun()
+{
+    m_minutes.take();
+    if (!m_comparison.isOpen())
+        return Outcome();
+    const Result<bool> isSame = m_comparison.close();
+    if (!isSame)
+        return isSame.failure();
+    m_day->isSame = *isSame;
+    return Outcome();
+}
+
+// Only to know where a sum does not fit: that ends an import, after the bar was written.
+void ReplacePreview::addToMinutes(const FileLine& line)
+{
+    try {
+        m_minutes.add(line.bar);
+    } catch (const QString& message) {
+        stopAt(line.number, wrongLine(line.number, message).message);
+    }
+}
+
+Result<std::vector<CheckedDay>> ReplacePreview::finish()
+{
+    if (const Outcome ended = endRun(); !ended)
+        return ended.failure();
+    std::vector<CheckedDay> days;
+    for (const auto& [date, day] : m_days) {
+        const Result<CheckedDay> after = dayAfter(date, day);
+        if (!after)
+            return after.failure();
+        days.push_back(*after);
+    }
+    return days;
+}
+
+Result<CheckedDay> ReplacePreview::dayAfter(const QDate& date, const Day& day) const
+{
+    TimesOfDay all = day.file->times;
+    const TimesOfDay& result = day.lastRun ? *day.lastRun : day.file->times;
+    CheckedDay after{.day = date, .bars = day.file->bars, .result = result.count()};
+    if (day.isSame) {
+        after.outcome = CheckedDay::Outcome::Same;
+        after.stored = after.result;
+    } else if (day.isStored) {
+        const Result<TimesOfDay> stored = storedTimes(pathOf(date), date);
+        if (!stored)
+            return stored.failure();
+        after.outcome = CheckedDay::Outcome::Replaced;
+        after.stored = stored->count();
+        all.unite(*stored);
+    }
+    after.lost = all.count() - after.result;
+    return after;
+}
+
+QString ReplacePreview::pathOf(const QDate& date) const
+{
+    return m_dir.filePath(vexdesk::dayFileName(date, m_timeframe));
+}
+
+} // namespace tadata
