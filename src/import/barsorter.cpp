@@ -36,6 +36,13 @@ Failure failed(const QTemporaryFile& file)
                 .arg(QDir::tempPath(), file.errorString())};
 }
 
+// Qt knows no directory where the one that was asked for is not there.
+Failure noDirectory()
+{
+    return {Text::tr("Временный файл для сортировки в %1: нет такого каталога")
+                .arg(qEnvironmentVariable("TMPDIR"))};
+}
+
 } // namespace
 
 // One sorted part of the file, as it is read.
@@ -124,17 +131,24 @@ Outcome BarSorter::spill()
     }
     m_entries.clear();
     m_text.resize(0);
-    if (!m_file) {
-        m_file = std::make_unique<QTemporaryFile>(QDir::tempPath() +
-                                                  QStringLiteral("/tadata-sort-XXXXXX"));
-        if (!m_file->open())
-            return failed(*m_file);
-    }
+    if (Outcome made = makeFile(); !made)
+        return made;
     const qint64 begin = m_ends.empty() ? 0 : m_ends.back();
     if (m_file->write(part) != part.size() || !m_file->flush())
         return failed(*m_file);
     m_ends.push_back(begin + part.size());
     return {};
+}
+
+Outcome BarSorter::makeFile()
+{
+    if (m_file)
+        return {};
+    const QString directory = QDir::tempPath();
+    if (directory.isEmpty())
+        return noDirectory();
+    m_file = std::make_unique<QTemporaryFile>(directory + QStringLiteral("/tadata-sort-XXXXXX"));
+    return m_file->open() ? Outcome() : failed(*m_file);
 }
 
 Outcome BarSorter::begin()

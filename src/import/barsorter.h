@@ -54,6 +54,7 @@ private:
 
     void sortEntries();
     vexdesk::Outcome spill();
+    vexdesk::Outcome makeFile();
     vexdesk::Outcome beginParts();
     bool isLater(size_t left, size_t right) const;
     void showEntry();

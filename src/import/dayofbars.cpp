@@ -126,7 +126,8 @@ private:
 
 } // namespace
 
-Outcome StoredDay::read(const QString& path, const QDate& day)
+Outcome StoredDay::read(const QString& path, const QDate& day,
+                        const std::optional<vexdesk::FileState>& faultless)
 {
     *this = StoredDay();
     m_path = path;
@@ -134,6 +135,7 @@ Outcome StoredDay::read(const QString& path, const QDate& day)
     if (!lines.open())
         return QFileInfo::exists(path) ? cannotOpen(path) : Outcome();
     m_state = lines.state();
+    m_isFaultless = faultless && m_state->isUnchanged(*faultless);
     if (std::optional<QByteArray> text = lines.plainText()) {
         m_text = std::move(*text);
         // A mark at the start is no part of it, and is not written back.
@@ -168,6 +170,8 @@ void StoredDay::readPlain(const QDate& day)
 void StoredDay::add(QByteArrayView line, qsizetype begin, const QDate& day)
 {
     ++m_lineCount;
+    if (m_isFaultless)
+        return addFaultless(line, begin);
     const auto checked = vexdesk::checkedBar(line, day);
     if (!checked) {
         m_firstBadLine = m_firstBadLine == 0 ? m_lineCount : m_firstBadLine;
@@ -175,6 +179,15 @@ void StoredDay::add(QByteArrayView line, qsizetype begin, const QDate& day)
     }
     const int second = checked->bar.time.msecsSinceStartOfDay() / 1000;
     m_lines.push_back({second, begin, line.size(), checked->isEdited});
+}
+
+void StoredDay::addFaultless(QByteArrayView line, qsizetype begin)
+{
+    if (line.isEmpty()) // of a byte order mark alone
+        return;
+    const vexdesk::RecordFields fields = vexdesk::firstRecordFields(line);
+    m_lines.push_back({vexdesk::secondOfPlainTime(fields[vexdesk::TimeField]), begin, line.size(),
+                       fields[vexdesk::VolumeField].contains('.')});
 }
 
 QByteArrayView StoredDay::textOf(const DayLine& line) const

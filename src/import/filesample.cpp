@@ -13,6 +13,7 @@
 #include <QtCore/QStringConverter>
 
 #include <algorithm>
+#include <cstring>
 #include <optional>
 
 namespace tadata {
@@ -40,7 +41,24 @@ bool isBlank(QByteArrayView text)
 
 bool isAscii(QByteArrayView text)
 {
-    return std::all_of(text.begin(), text.end(), [](char c) { return uchar(c) < 0x80; });
+    constexpr quint64 highBits = 0x8080808080808080U;
+    const char* at = text.begin();
+    for (; text.end() - at >= qsizetype(sizeof(quint64)); at += sizeof(quint64)) {
+        quint64 word = 0;
+        std::memcpy(&word, at, sizeof word);
+        if (word & highBits)
+            return false;
+    }
+    return std::all_of(at, text.end(), [](char c) { return uchar(c) < 0x80; });
+}
+
+// Where line ends stand in a text.
+std::vector<qsizetype> lineEndsIn(QByteArrayView text)
+{
+    std::vector<qsizetype> ends;
+    for (qsizetype at = 0; (at = text.indexOf('\n', at)) >= 0; ++at)
+        ends.push_back(at);
+    return ends;
 }
 
 bool isUtf8(const SampledLine& line)
@@ -73,7 +91,7 @@ public:
     Outcome skipMark();
     void goTo(qint64 position);
     bool nextLine(SampledLine* line);
-    std::optional<qint64> beginOfLast(int count, qint64 from, qint64 end);
+    std::optional<qint64> beginOfLast(size_t count, qint64 from, qint64 end);
 
 private:
     bool fill();
@@ -151,21 +169,21 @@ bool SampleReader::nextLine(SampledLine* line)
 
 // Where the last lines of this interval begin, as many as are wanted; no value when there are
 // fewer of them. A line begins where the interval does.
-std::optional<qint64> SampleReader::beginOfLast(int count, qint64 from, qint64 end)
+std::optional<qint64> SampleReader::beginOfLast(size_t count, qint64 from, qint64 end)
 {
-    int begun = 0;     // lines
+    size_t begun = 0;  // lines
     qint64 next = end; // where the line behind begins
     // The interval's last character ends its last line, or is a part of it.
     for (qint64 at = end - 1; at > from; at = std::max(from, at - blockSize)) {
         const qint64 begin = std::max(from, at - blockSize);
         if (!readBetween(begin, at))
             return std::nullopt;
-        for (qsizetype i = m_block.lastIndexOf('\n'); i >= 0;
-             i = i > 0 ? m_block.lastIndexOf('\n', i - 1) : -1) {
-            next = begin + i + 1;
-            if (++begun == count)
-                return next;
-        }
+        const std::vector<qsizetype> ends = lineEndsIn(m_block);
+        if (begun + ends.size() >= count)
+            return begin + ends[begun + ends.size() - count] + 1;
+        begun += ends.size();
+        if (!ends.empty())
+            next = begin + ends.front() + 1;
         if (next - begin > vexdesk::DayFileLines::maxLine) {
             failOfLength();
             return std::nullopt;

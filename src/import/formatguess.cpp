@@ -53,11 +53,51 @@ std::vector<Form> formsThatHold(const SampleBody& body, const Column& column,
 {
     std::vector<Form> held;
     for (const Form& form : forms) {
-        if (body.holds(column, [&form](QByteArrayView field) { return form.read(field); }))
+        if (body.holds(column, [&form](QByteArrayView field) { return bool(form.read(field)); }))
             held.push_back(form);
     }
     return held;
 }
+
+// The same for a column or its beginning, whether there are any.
+template <typename Form>
+bool holdsAny(const SampleBody& body, const Column& column, const std::vector<Form>& forms)
+{
+    return std::any_of(forms.begin(), forms.end(), [&](const Form& form) {
+        return body.holds(column, [&form](QByteArrayView field) { return bool(form.read(field)); });
+    });
+}
+
+// The numbers of the last four columns that were read.
+class NumberWindow final
+{
+public:
+    void clear() { m_count = 0; }
+    void add(int index, const Column& column)
+    {
+        m_count = m_count > 0 && index == m_last + 1 ? m_count + 1 : 1;
+        m_last = index;
+        std::rotate(m_numbers.begin(), m_numbers.begin() + 1, m_numbers.end());
+        m_numbers.back() = numbersOf(column);
+    }
+
+    bool isFull() const { return m_count >= int(m_numbers.size()); }
+    // What has to be added so that this is the last of four.
+    int firstMissing(int index) const
+    {
+        const int first = index - int(m_numbers.size()) + 1;
+        return m_count == 0 ? first : std::max(first, m_last + 1);
+    }
+    PriceColumns columns() const
+    {
+        return {&m_numbers[0], &m_numbers[1], &m_numbers[2], &m_numbers[3]};
+    }
+
+private:
+    std::array<Numbers, priceRoles.size()> m_numbers;
+    int m_count = 0; // of adjacent columns
+    int m_last = -1;
+};
 
 // Integers as the parser takes them: with blanks around, too.
 bool isVolume(QByteArrayView field)
@@ -132,8 +172,8 @@ private:
     void takeNamed(const SampleBody& body, const ByRole& named);
     void takeNamedPrices(const ByRole& named, const QMap<int, Column>& columns);
     void takeByContent(const SampleBody& body, qsizetype fields);
-    void findDateAndTime(const SampleBody& body, qsizetype fields);
-    void findPrices(const SampleBody& body, qsizetype fields);
+    void findDateAndTime(ColumnReader& reader, const SampleBody& body, qsizetype fields);
+    void findPrices(ColumnReader& reader, const SampleBody& body, qsizetype fields);
     void findVolume(const SampleBody& body, const Column& column, int index);
 
     bool takeDate(const SampleBody& body, const Column& column, int index);
@@ -258,12 +298,10 @@ void Guessing::takeNamed(const SampleBody& body, const ByRole& named)
 {
     QMap<int, Column> columns;
     ColumnReader reader(body);
-    const auto last = std::max_element(named.begin(), named.end());
-    for (int index = 0; index <= *last; ++index) {
-        Column column = reader.next();
-        if (named.key(index, ColumnRole::None) != ColumnRole::None)
-            columns.insert(index, std::move(column));
-    }
+    QList<int> indexes = named.values();
+    std::sort(indexes.begin(), indexes.end());
+    for (const int index : indexes)
+        columns.insert(index, reader.column(index));
     const auto takeNumber = [&](ColumnRole role, auto isSuch, const QString& missing) {
         if (!named.contains(role))
             return;
@@ -303,42 +341,56 @@ void Guessing::takeNamedPrices(const ByRole& named, const QMap<int, Column>& col
 
 void Guessing::takeByContent(const SampleBody& body, qsizetype fields)
 {
-    findDateAndTime(body, fields);
-    findPrices(body, fields);
+    // The prices stand behind date and time in nearly all files: one reader does for both.
+    ColumnReader reader(body);
+    findDateAndTime(reader, body, fields);
+    findPrices(reader, body, fields);
 }
 
-void Guessing::findDateAndTime(const SampleBody& body, qsizetype fields)
+void Guessing::findDateAndTime(ColumnReader& reader, const SampleBody& body, qsizetype fields)
 {
-    ColumnReader reader(body);
-    // A column that could be either is a time only where another one is the date.
+    ColumnReader probe(body, body.probeSize());
     for (int index = 0; index < fields && (m_dates.empty() || m_times.empty()); ++index) {
-        const Column column = reader.next();
-        const bool isDate = m_dates.empty() && takeDate(body, column, index);
-        if (!isDate && m_times.empty())
+        const Column start = probe.column(index);
+        const bool mayBeDate = m_dates.empty() && holdsAny(body, start, m_dateForms);
+        const bool mayBeTime = m_times.empty() && holdsAny(body, start, m_timeForms);
+        if (!mayBeDate && !mayBeTime)
+            continue;
+        const Column column = reader.column(index);
+        // A column that could be either is a time only where another one is the date.
+        const bool isDate = mayBeDate && takeDate(body, column, index);
+        if (!isDate && mayBeTime)
             takeTime(body, column, index);
     }
 }
 
-void Guessing::findPrices(const SampleBody& body, qsizetype fields)
+void Guessing::findPrices(ColumnReader& reader, const SampleBody& body, qsizetype fields)
 {
-    ColumnReader reader(body);
-    std::array<Numbers, priceRoles.size()> last; // of the columns that were read last
-    size_t inRow = 0;                            // that can be prices
+    ColumnReader probe(body, body.probeSize());
+    NumberWindow starts;
+    NumberWindow window;
     for (int index = 0; index < fields; ++index) {
-        const Column column = reader.next();
-        std::rotate(last.begin(), last.begin() + 1, last.end());
-        last.back() = isDateOrTime(index) ? Numbers() : numbersOf(column);
-        inRow = last.back().empty() ? 0 : inRow + 1;
-        const PriceColumns prices{&last[0], &last[1], &last[2], &last[3]};
-        if (inRow < priceRoles.size() || !arePrices(body, prices))
+        const Column start = probe.column(index);
+        if (isDateOrTime(index)) {
+            starts.clear();
             continue;
-        if (isOpenExchanged(body, prices))
+        }
+        starts.add(index, start);
+        if (!starts.isFull() || !mayBePrices(body, starts.columns()))
+            continue;
+        if (window.firstMissing(index) < reader.next())
+            reader = ColumnReader(body);
+        for (int missing = window.firstMissing(index); missing <= index; ++missing)
+            window.add(missing, reader.column(missing));
+        if (!arePrices(body, window.columns()))
+            continue;
+        if (isOpenExchanged(body, window.columns()))
             break;
-        for (int i = 0; i < int(priceRoles.size()); ++i)
-            take(priceRoles[size_t(i)], index - int(priceRoles.size()) + 1 + i);
-        takeDecimals(prices);
+        for (size_t i = 0; i < priceRoles.size(); ++i)
+            take(priceRoles[i], index - int(priceRoles.size()) + 1 + int(i));
+        takeDecimals(window.columns());
         if (index + 1 < fields)
-            findVolume(body, reader.next(), index + 1);
+            findVolume(body, reader.column(index + 1), index + 1);
         return;
     }
     miss(pricesMissing);

@@ -8,6 +8,8 @@
 
 #include <vexdesk/history/dayfilenames.h>
 
+#include <QtCore/QHash>
+
 #include <algorithm>
 #include <functional>
 #include <optional>
@@ -112,7 +114,11 @@ private:
 
     Outcome readStored(FileDays::Key key)
     {
-        if (Outcome read = m_stored.read(pathOf(key), FileDays::dayOf(key)); !read)
+        const auto checked = m_checked.constFind(key);
+        const auto state = checked == m_checked.constEnd()
+                               ? std::nullopt
+                               : std::optional<vexdesk::FileState>(*checked);
+        if (Outcome read = m_stored.read(pathOf(key), FileDays::dayOf(key), state); !read)
             return read;
         if (m_stored.state() && m_stored.state()->isSameFile(m_file.state()))
             return wouldWipe(m_stored.path());
@@ -128,6 +134,8 @@ private:
                 return interrupted();
             if (Outcome read = readStored(key); !read)
                 return read;
+            if (m_stored.state())
+                m_checked.insert(key, *m_stored.state());
             if (!derivesMinutes())
                 continue;
             m_largestValue = std::max(m_largestValue, m_stored.largestValue());
@@ -212,6 +220,7 @@ private:
     BadLines m_bad;
     FileDays m_days;
     StoredDay m_stored;
+    QHash<FileDays::Key, vexdesk::FileState> m_checked; ///< day files without bad lines
     qint64 m_bars = 0;
     double m_largestValue = 0;
     size_t m_mostStored = 0; ///< lines of a day

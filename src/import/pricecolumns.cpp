@@ -80,17 +80,26 @@ Numbers numbersOf(const Column& column)
     return numbers;
 }
 
-bool arePrices(const SampleBody& body, const PriceColumns& columns)
+bool mayBePrices(const SampleBody& body, const PriceColumns& columns)
 {
     size_t misses = 0;
-    bool isMoving = false;
-    for (size_t line = 0; line < body.size(); ++line) {
-        const std::optional<Prices> prices = pricesOf(columns, line);
-        if (!prices && ++misses + body.enough() > body.size())
+    for (size_t line = 0; line < columns[0]->size(); ++line) {
+        if (!pricesOf(columns, line) && ++misses > body.allowedMisses())
             return false;
-        isMoving = isMoving || (prices && prices->high > prices->low);
     }
-    return isMoving;
+    return true;
+}
+
+bool arePrices(const SampleBody& body, const PriceColumns& columns)
+{
+    const auto isMoving = [&columns](size_t line) {
+        const std::optional<Prices> prices = pricesOf(columns, line);
+        return prices && prices->high > prices->low;
+    };
+    size_t line = 0;
+    while (line < body.size() && !isMoving(line))
+        ++line;
+    return line < body.size() && mayBePrices(body, columns);
 }
 
 bool isOpenExchanged(const SampleBody& body, const PriceColumns& columns)

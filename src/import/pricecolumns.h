@@ -19,7 +19,10 @@ Numbers numbersOf(const Column& column);
 /// Of open, high, low and close, in this order.
 using PriceColumns = std::array<const Numbers*, 4>;
 
-/// Whether in enough lines low <= open, close <= high, and high > low in one of these.
+/// Whether in enough lines low <= open, close <= high; of the beginnings of columns, whether that
+/// still may be.
+bool mayBePrices(const SampleBody& body, const PriceColumns& columns);
+/// Whether it is so, and high > low in one of these lines.
 bool arePrices(const SampleBody& body, const PriceColumns& columns);
 
 /// Whether what passes for open is rather close, and close open: bars lie closer to each other with

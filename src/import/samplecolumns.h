@@ -29,25 +29,25 @@ public:
     const SampledLine& line(size_t index) const { return m_sample.lines[m_first + index]; }
     const QByteArray& separator() const { return m_separator; }
 
-    /// Of how many lines something has to be true, so that it holds: 95 %, rounded up. Nothing
-    /// holds where there is no line.
-    size_t enough() const { return std::max<size_t>(1, (95 * size() + 99) / 100); }
+    /// Of how many lines something may be untrue that holds: at least 95 %, rounded up, are left.
+    size_t allowedMisses() const { return size() - (95 * size() + 99) / 100; }
+    /// So many lines from the first on tell soon of most columns that something does not hold.
+    size_t probeSize() const { return std::min(size(), 2 * allowedMisses() + 2); }
     /// Whether this line and the one before stand in different places of the file.
     bool beginsHalf(size_t index) const { return m_first + index == m_sample.secondHalf; }
 
     /// The number of fields that holds; 0 where none does.
     qsizetype fieldCount() const;
 
-    /// Whether enough fields of a column are what is asked for.
+    /// Whether enough fields of a column are what is asked for; of a column that begins one,
+    /// whether they still may be.
     template <typename IsSuch>
     bool holds(const Column& column, IsSuch isSuch) const
     {
         size_t misses = 0;
-        for (const QByteArrayView field : column) {
-            if (!isSuch(field) && ++misses + enough() > size())
-                return false;
-        }
-        return size() >= enough();
+        return std::all_of(column.begin(), column.end(), [&](QByteArrayView field) {
+            return isSuch(field) || ++misses <= allowedMisses();
+        });
     }
 
 private:
@@ -56,20 +56,27 @@ private:
     size_t m_first; ///< in the sample
 };
 
-/// Gives the columns of a body from the left to the right. There is always a next one: beyond the
-/// lines' ends its fields are empty.
+/// Gives the columns of a body from the left to the right. Beyond the lines' ends the fields are
+/// empty.
 class ColumnReader final
 {
 public:
-    /// The body must outlive it.
-    explicit ColumnReader(const SampleBody& body);
+    /// The body must outlive it. Reads only so many lines from the first on.
+    ColumnReader(const SampleBody& body, size_t lines);
+    explicit ColumnReader(const SampleBody& body)
+        : ColumnReader(body, body.size())
+    {}
 
-    Column next();
+    /// The first column that was neither read nor passed over.
+    int next() const { return m_next; }
+    /// The column of this index, from next() on.
+    Column column(int index);
 
 private:
-    QByteArrayView nextField(size_t index);
+    QByteArrayView nextField(size_t line);
 
-    const SampleBody& m_body;
+    const SampleBody* m_body;
+    int m_next = 0;                  ///< column
     std::vector<qsizetype> m_begins; ///< of each line's next field; -1 behind the last one
 };
 

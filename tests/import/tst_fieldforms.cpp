@@ -53,7 +53,7 @@ void addForms(const QStringList& forms)
         QTest::newRow(qPrintable(form)) << form;
 }
 
-constexpr int attempts = 20'000;
+constexpr int attempts = 5'000;
 
 } // namespace
 

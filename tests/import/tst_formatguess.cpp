@@ -187,7 +187,7 @@ void rowsOfContent()
         ", no-header yyyyMMdd hhmm 60 date=0,time=1,open=2,high=3,low=4,close=5 0");
     row("a time beside", "20240115,1,2,1,2,1000\n",
         ", no-header yyyyMMdd hhmm 60 date=0,time=5,open=1,high=2,low=3,close=4 0");
-    row("many digits", "20240115,1000,1.00000000000000000,2,1,2\n",
+    row("many digits", "20240115,1000,1.0000000000000000,2,1,2\n",
         ", no-header yyyyMMdd hhmm 60 date=0,time=1,open=2,high=3,low=4,close=5 15");
 }
 
@@ -202,7 +202,7 @@ void rowsOfForms()
             (", no-header ? hh:mm 60 " + QByteArray(allFound) + " 1 ambiguous: " + forms).data());
     };
     dates("yyyyMMdd", {"20240131"}, "yyyyMMdd");
-    dates("yyMMdd", {"240131"}, "yyMMdd");
+    dates("yyMMdd", {"991231"}, "yyMMdd");
     dates("ddMMyy", {"310199"}, "ddMMyy");
     dates("dd.MM.yy", {"31.01.24"}, "dd.MM.yy");
     dates("dd/MM/yy", {"31/01/24"}, "dd/MM/yy");
@@ -216,6 +216,8 @@ void rowsOfForms()
     dates("the smaller step", {"01/02/2024", "02/02/2024"}, "dd/MM/yyyy");
     dates("steps of two weeks", {"01/02/2024", "01/12/2024"}, "MM/dd/yyyy");
     dates("steps backwards", {"01/12/2024", "01/02/2024"}, "MM/dd/yyyy");
+    dates("a step of 14 days", {"100110", "240110"}, "ddMMyy");
+    unknown("a step of 15 days", {"100110", "250110"}, "yyMMdd ddMMyy");
     unknown("no step", {"01/02/2024", "01/02/2024"}, "dd/MM/yyyy MM/dd/yyyy");
     unknown("two large steps", {"01/02/2024", "03/05/2024"}, "dd/MM/yyyy MM/dd/yyyy");
     row("hhmmss", timed({"20240115,100000"}),
@@ -267,8 +269,8 @@ void TestFormatGuess::takesOnlyWhatIsGiven_data()
         QTest::newRow(name) << content << hints << QString::fromUtf8(expected);
     };
     const QByteArray found = allFound;
-    hinted("separator", "a b c d e f;20240115;1000;1;2;1;2\n", {.separator = QStringLiteral(" ")},
-           "  header ? ? 60  - missing: date prices time");
+    hinted("separator", QByteArray("a b c d e f;20240115;1000;1;2;1;2\n").repeated(2),
+           {.separator = QStringLiteral(" ")}, "  header ? ? 60  - missing: date prices time");
     hinted("long separator", QByteArray(plain).replace(",", "::"),
            {.separator = QStringLiteral("::")},
            ":: no-header yyyyMMdd hhmmss 60 " + found + ",volume=6 2");
@@ -284,8 +286,8 @@ void TestFormatGuess::takesOnlyWhatIsGiven_data()
            ", no-header ? hh:mm 60 time=1,open=2,high=3,low=4,close=5 1 missing: date");
     hinted("time form", timed({"20240115,10-00"}), {.timeFormat = QStringLiteral("hh-mm")},
            ", no-header yyyyMMdd hh-mm 60 " + found + " 1");
-    hinted("no header", named("date,time,open,high,low,close", plain), {.hasHeader = false},
-           ", no-header ? ? 60  - missing: date prices separator time");
+    hinted("no header", named("date,time,open,high,low,close,vol", plain), {.hasHeader = false},
+           ", no-header ? ? 60  - missing: date prices time");
     hinted("header", plain, {.hasHeader = true},
            ", header yyyyMMdd hhmmss 60 " + found + ",volume=6 1");
     hinted("timeframe", plain, {.timeframe = 1},
