@@ -142,6 +142,8 @@ ImportResult runJob(const FileToImport& file, ImportCommand& command, const Prog
                         surroundings);
 }
 
+constexpr qsizetype longestQuoted = 65536;
+
 // The bad line that an import has ended at, or the first that it has passed over, as the user is
 // told of it, with the line itself.
 QStringList firstBadLine(const FileToImport& file, const ImportCommand& command)
@@ -158,8 +160,10 @@ QStringList firstBadLine(const FileToImport& file, const ImportCommand& command)
             continue;
         ImportDetails details = file.details;
         command.known.describe(file, line.ticker, &details);
+        // A damaged file may have lines of any length; of one, a part tells enough.
+        const QByteArrayView part = line.text.first(std::min(line.text.size(), longestQuoted));
         return {wrongLine(line.number, line.error()).message,
-                quotedLine(vexdesk::textFromUtf8(line.text), line.number, details, screenWidth())};
+                quotedLine(vexdesk::textFromUtf8(part), line.number, details, screenWidth())};
     }
     return {};
 }

@@ -330,14 +330,6 @@ Hint: tadata --help</translation>
         <translation>ROLE=COLUMN,...</translation>
     </message>
     <message>
-        <source>Что несёт каждый столбец. Роли date, time, open, high, low и close обязательны; могут быть volume (объём в штуках), value (объём в деньгах) и oi (открытый интерес).</source>
-        <translation>What each column carries. The roles date, time, open, high, low and close are mandatory; there can be volume (in pieces), value (in money) and oi (open interest).</translation>
-    </message>
-    <message>
-        <source>через запятую роль и номер её столбца, считая от 0; роли date, time, open, high, low, close, volume, value, oi</source>
-        <translation>separated by commas, a role and the number of its column, counted from 0; the roles are date, time, open, high, low, close, volume, value, oi</translation>
-    </message>
-    <message>
         <source>Длина бара. Из секундных баров строятся и минутные, в отдельный файл.</source>
         <translation>Length of a bar. Second bars also make minute bars, in a file of their own.</translation>
     </message>
@@ -762,6 +754,402 @@ Hint: tadata --help</translation>
     <message>
         <source>неверная серия «%1»; нужно: %2</source>
         <translation>wrong series &quot;%1&quot;; needed: %2</translation>
+    </message>
+    <message>
+        <source>Сколько замечаний перечислить; сосчитаны все.</source>
+        <translation>How many problems are listed; all are counted.</translation>
+    </message>
+    <message>
+        <source>Код завершения 1 и тогда, когда импорт прошёл бы, но есть замечания, кроме времени 00:00:00 и округлений.</source>
+        <translation>Exit status 1 also where the import would come to its end, but there is any problem other than a time 00:00:00 or a rounding.</translation>
+    </message>
+    <message>
+        <source>проверить можно только одну серию: без {ticker}</source>
+        <translation>only one series can be checked: without {ticker}</translation>
+    </message>
+    <message>
+        <source>имя файла не подходит на место {name}</source>
+        <translation>the name of the file does not fit in the place of {name}</translation>
+    </message>
+    <message>
+        <source>инструмента %1 нет в справочнике: задайте --decimals, число знаков после точки в ценах</source>
+        <translation type="unfinished">the reference data do not hold the security %1/%2/%3: give --decimals, the number of digits after the point in prices {1 ?}</translation>
+    </message>
+    <message>
+        <source>Сказать, что сделает импорт, ничего не меняя.</source>
+        <translation>Say what an import would do, and change nothing.</translation>
+    </message>
+    <message>
+        <source>Читает файл и дни хранилища, до которых дошёл бы импорт с теми же параметрами, и говорит, пройдёт ли он до конца, что станет с каждым днём, какие бары пропадут и что в файле не так. Код завершения 0, когда импорт прошёл бы до конца. Ничего не меняет.</source>
+        <translation>Reads the file, and the days of the store that an import with the same options would come to, and says whether it would come to its end, what would become of each day, which bars would be lost and what is wrong with the file. The exit status is 0 when the import would come to its end. Changes nothing.</translation>
+    </message>
+    <message>
+        <source>Импорт пройдёт до конца.</source>
+        <translation>The import would come to its end.</translation>
+    </message>
+    <message>
+        <source>Импорт не возьмёт ни одной строки: все ошибочные.</source>
+        <translation>The import would take no line: all are wrong.</translation>
+    </message>
+    <message>
+        <source>Импорт не начнётся. %1</source>
+        <translation>The import would not begin. %1</translation>
+    </message>
+    <message>
+        <source>Импорт закончится на строке %1. %2</source>
+        <translation>The import would end at line %1. %2</translation>
+    </message>
+    <message>
+        <source>Баров: %1, строк: %2, ошибочных строк: %3</source>
+        <translation>Bars: %1, lines: %2, bad lines: %3</translation>
+    </message>
+    <message>
+        <source>; с %1 по %2</source>
+        <translation>; from %1 to %2</translation>
+    </message>
+    <message>
+        <source>; обычно через %1 с</source>
+        <translation>; usually %1 s apart</translation>
+    </message>
+    <message>
+        <source>Дней: %1; новых: %2, без изменений: %3, заменяемых: %4, дополняемых: %5</source>
+        <translation>Days: %1; new: %2, unchanged: %3, replaced: %4, merged: %5</translation>
+    </message>
+    <message>
+        <source>Пропадёт баров: %1. Больше всего: %2</source>
+        <translation>Bars that would be lost: %1. Most of them: %2</translation>
+    </message>
+    <message>
+        <source>Ошибочные строки</source>
+        <translation>Bad lines</translation>
+    </message>
+    <message>
+        <source>Файл возвращается к дню, прежние бары дня пропадут</source>
+        <translation>The file comes back to a day, whose earlier bars would be lost</translation>
+    </message>
+    <message>
+        <source>Время раньше, чем у предыдущего бара</source>
+        <translation>Time is less than that of the bar before</translation>
+    </message>
+    <message>
+        <source>Бар с таким временем уже был</source>
+        <translation>The file has had a bar of that time</translation>
+    </message>
+    <message>
+        <source>Невозможные цены</source>
+        <translation>Impossible prices</translation>
+    </message>
+    <message>
+        <source>Лишние знаки после точки будут округлены</source>
+        <translation>More digits after the point than are kept: they would be rounded</translation>
+    </message>
+    <message>
+        <source>Объём больше 2147483647: графики и экспорт прочтут 0</source>
+        <translation>Volume above 2147483647: charts and export would read 0</translation>
+    </message>
+    <message>
+        <source>Время 00:00:00 закрывает предыдущий день</source>
+        <translation>Time 00:00:00 closes the day before</translation>
+    </message>
+    <message>
+        <source>Бары файла, похоже, не такой длины</source>
+        <translation>The bars of the file seem to have another length</translation>
+    </message>
+    <message>
+        <source>В датах, похоже, переставлены день и месяц или день и год</source>
+        <translation>Day and month, or day and year, seem to be exchanged in the dates</translation>
+    </message>
+    <message>
+        <source> (строки %1)</source>
+        <translation> (lines %1)</translation>
+    </message>
+    <message>
+        <source>На что посмотреть:</source>
+        <translation>To look at:</translation>
+    </message>
+    <message>
+        <source>профиля «%1» нет</source>
+        <translation>there is no profile &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>Каждый бар один раз, законченным: из идущих подряд строк с одними датой и временем — только последняя.</source>
+        <translation>Each bar once, as it is when finished: of successive lines of the same date and time only the last.</translation>
+    </message>
+    <message>
+        <source>Для инструмента, которого нет в справочнике, добавьте --decimals %1.</source>
+        <translation>For a security that the reference data do not hold, add --decimals %1.</translation>
+    </message>
+    <message>
+        <source>Угадать формат текстового файла с барами.</source>
+        <translation>Guess the format of a text file of bars.</translation>
+    </message>
+    <message>
+        <source>Угадывает разделитель, заголовок, столбцы, вид даты и времени и таймфрейм по первой и последней тысяче строк файла, каким бы большим он ни был, и печатает команду импорта с ними. Если вид даты неоднозначен, команд несколько. Код завершения 1, когда для импорта чего-то не хватает; чего — сказано в стандартном выводе ошибок. Ничего не меняет.</source>
+        <translation>Guesses separator, header, columns, forms of date and time, and timeframe from the first and the last thousand lines of a file, however large it is, and prints the import command with them. Where the form of the dates is ambiguous there are several commands. The exit code is 1 when an import would need more; standard error says what. Changes nothing.</translation>
+    </message>
+    <message>
+        <source>Не найден разделитель: ни один не делит строки на одинаковое число полей, не меньше шести.</source>
+        <translation>No separator was found: none divides the lines into the same number of fields, at least six.</translation>
+    </message>
+    <message>
+        <source>Не найден столбец даты.</source>
+        <translation>No column of dates was found.</translation>
+    </message>
+    <message>
+        <source>Не найден столбец времени.</source>
+        <translation>No column of times was found.</translation>
+    </message>
+    <message>
+        <source>Не найдены столбцы цен: open, high, low и close.</source>
+        <translation>No columns of prices were found: open, high, low and close.</translation>
+    </message>
+    <message>
+        <source>Вид даты неоднозначен, подходят: %1.</source>
+        <translation>The form of the dates is ambiguous; these fit: %1.</translation>
+    </message>
+    <message>
+        <source>Столбец объёма не будет импортирован: в нём не целые числа.</source>
+        <translation>The column of the volume will not be imported: it holds no whole numbers.</translation>
+    </message>
+    <message>
+        <source>Столбец открытого интереса не будет импортирован: в нём не целые числа.</source>
+        <translation>The column of the open interest will not be imported: it holds no whole numbers.</translation>
+    </message>
+    <message>
+        <source>он — только для одного файла</source>
+        <translation>it is for one file only</translation>
+    </message>
+    <message>
+        <source>Сколько файлов импортировать одновременно. Файлы одной серии всегда идут друг за другом.</source>
+        <translation>How many files are imported at once. Files of one series always come one after the other.</translation>
+    </message>
+    <message>
+        <source>число от 1 до %1</source>
+        <translation>a number from 1 to %1</translation>
+    </message>
+    <message>
+        <source>После первого неудавшегося файла не начинать следующих.</source>
+        <translation>Begin no file after one has failed.</translation>
+    </message>
+    <message>
+        <source>ФАЙЛ...</source>
+        <translation>FILE...</translation>
+    </message>
+    <message>
+        <source>Код &apos;%1&apos; не может быть именем каталога</source>
+        <translation>The code &apos;%1&apos; cannot be the name of a directory</translation>
+    </message>
+    <message>
+        <source>Баров: %1, дней: %2, ошибочных строк: %3</source>
+        <translation>Bars: %1, days: %2, bad lines: %3</translation>
+    </message>
+    <message>
+        <source>Ни одного бара не импортировано: все строки файла %1 ошибочны</source>
+        <translation>No bar was imported: all lines of file %1 are bad</translation>
+    </message>
+    <message>
+        <source>Файлов: %1, не удалось: %2, не начато: %3, баров: %4, дней: %5, ошибочных строк: %6, секунд: %7</source>
+        <translation>Files: %1, failed: %2, not begun: %3, bars: %4, days: %5, bad lines: %6, seconds: %7</translation>
+    </message>
+    <message>
+        <source>Файл %1:</source>
+        <translation>File %1:</translation>
+    </message>
+    <message>
+        <source>--series: из имени файла «%1» не получается код</source>
+        <translation>--series: the name of file &quot;%1&quot; does not give a code</translation>
+    </message>
+    <message>
+        <source>такой файл уже есть</source>
+        <translation>there is such a file already</translation>
+    </message>
+    <message>
+        <source>ПОЯС</source>
+        <translation>ZONE</translation>
+    </message>
+    <message>
+        <source>имя часового пояса, например Europe/Moscow</source>
+        <translation>the name of a time zone such as Europe/Moscow</translation>
+    </message>
+    <message>
+        <source>Куда записать пропущенные ошибочные строки, байт в байт, после заголовка исходного файла. Создаётся с первой из них; включает --skip-bad. Только для одного файла.</source>
+        <translation>Where the bad lines that are passed over go, byte for byte, after the header of the input. Made with the first of them; implies --skip-bad. For one file only.</translation>
+    </message>
+    <message>
+        <source>имя файла, которого ещё нет</source>
+        <translation>the name of a file that does not exist yet</translation>
+    </message>
+    <message>
+        <source>Что несёт каждый столбец. Роли date, time, open, high, low и close обязательны; могут быть volume (объём в штуках), value (объём в деньгах), oi (открытый интерес) и ticker (код для {ticker}). Без него вид файла, который не задан, угадывается, как командой guess.</source>
+        <translation>What each column carries. The roles date, time, open, high, low and close are mandatory; volume (in pieces), value (in money), oi (open interest) and ticker (the code for {ticker}) may be there. Without it what is not given of the file&apos;s format is guessed, as by the command guess.</translation>
+    </message>
+    <message>
+        <source>через запятую роль и номер её столбца, считая от 0; роли date, time, open, high, low, close, volume, value, oi, ticker</source>
+        <translation>separated by commas a role and the number of its column, counted from 0; the roles are date, time, open, high, low, close, volume, value, oi, ticker</translation>
+    </message>
+    <message>
+        <source>вид файла %1 угадать не удалось; задайте --columns и остальное</source>
+        <translation>the format of file %1 could not be guessed; give --columns and the rest</translation>
+    </message>
+    <message>
+        <source>Взято для файла %1: %2</source>
+        <translation>Taken for file %1: %2</translation>
+    </message>
+    <message>
+        <source>На месте {name} — имя файла до последней точки, на месте {ticker} — код из столбца с ролью ticker.</source>
+        <translation>{name} stands for the file&apos;s name up to its last dot, {ticker} for the code in the column of the role ticker.</translation>
+    </message>
+    <message>
+        <source>%1 или другой вид, в котором есть число (d или dd), месяц (M или MM) и год (yy или yyyy); большие и малые буквы различаются</source>
+        <translation>%1 or another pattern that has a day (d or dd), a month (M or MM) and a year (yy or yyyy); capital and small letters differ</translation>
+    </message>
+    <message>
+        <source>%1 или другой вид, в котором есть часы (h или hh); большие и малые буквы различаются</source>
+        <translation>%1 or another pattern that has hours (h or hh); capital and small letters differ</translation>
+    </message>
+    <message>
+        <source>нет столбца с ролью «ticker»</source>
+        <translation>there is no column of the role &quot;ticker&quot;</translation>
+    </message>
+    <message>
+        <source>СПОСОБ</source>
+        <translation>MODE</translation>
+    </message>
+    <message>
+        <source>Что станет с хранимыми барами тех же дней: replace — дни файла заменяются целиком; merge — бары файла добавляются и заменяют бары с тем же временем; fill — добавляются только бары, времени которых в хранилище нет.</source>
+        <translation>What becomes of stored bars of the same days: replace: the file&apos;s days are replaced as a whole; merge: the file&apos;s bars come in and replace those of their times; fill: only bars come in whose times are not stored.</translation>
+    </message>
+    <message>
+        <source>КОНЕЦ</source>
+        <translation>END</translation>
+    </message>
+    <message>
+        <source>Какое время стоит у баров файла: конца бара (end) или его начала (begin); к началу прибавляется длина бара.</source>
+        <translation>Which time the file&apos;s bars carry: that of the bar&apos;s end (end) or of its beginning (begin); to a beginning the length of a bar is added.</translation>
+    </message>
+    <message>
+        <source>По часам какого пояса время в файле.</source>
+        <translation>The zone by whose clock the file has its times.</translation>
+    </message>
+    <message>
+        <source>По часам какого пояса время в хранилище.</source>
+        <translation>The zone by whose clock the store has its times.</translation>
+    </message>
+    <message>
+        <source>МИНУТЫ</source>
+        <translation>MINUTES</translation>
+    </message>
+    <message>
+        <source>Сколько минут прибавить ко времени, после смены пояса.</source>
+        <translation>How many minutes are added to the time, after the change of the zone.</translation>
+    </message>
+    <message>
+        <source>целое число от -1440 до 1440</source>
+        <translation>a whole number from -1440 to 1440</translation>
+    </message>
+    <message>
+        <source>Ошибочные строки пропускать; в конце печатается, сколько баров, дней и ошибочных строк.</source>
+        <translation>Pass over bad lines; at the end the numbers of bars, days and bad lines are printed.</translation>
+    </message>
+    <message>
+        <source>ИМЯ</source>
+        <translation>NAME</translation>
+    </message>
+    <message>
+        <source>Параметры, сохранённые командой tadata profile save. Заданные в командной строке важнее.</source>
+        <translation>Options that were saved by tadata profile save. Those of the command line win.</translation>
+    </message>
+    <message>
+        <source>имя профиля</source>
+        <translation>the name of a profile</translation>
+    </message>
+    <message>
+        <source>столбцов: %1, нужно: %2</source>
+        <translation>columns: %1, needed: %2</translation>
+    </message>
+    <message>
+        <source>; похоже на другой разделитель: --separator %1</source>
+        <translation>; it looks like another separator: --separator %1</translation>
+    </message>
+    <message>
+        <source>%1: нужно %2</source>
+        <translation>%1: %2 was asked for</translation>
+    </message>
+    <message>
+        <source>; похоже на %1: --%2 %3</source>
+        <translation>; looks like %1: --%2 %3</translation>
+    </message>
+    <message>
+        <source> или </source>
+        <translation> or </translation>
+    </message>
+    <message>
+        <source>%1: нужно целое число, например 1250</source>
+        <translation>%1: a whole number such as 1250 was asked for</translation>
+    </message>
+    <message>
+        <source>%1: нужно число, например 1250.75</source>
+        <translation>%1: a number such as 1250.75 was asked for</translation>
+    </message>
+    <message>
+        <source>; поле пустое</source>
+        <translation>; the field is empty</translation>
+    </message>
+    <message>
+        <source>; вокруг него пробелы</source>
+        <translation>; there are blanks around it</translation>
+    </message>
+    <message>
+        <source>; оно в кавычках</source>
+        <translation>; it is in quotes</translation>
+    </message>
+    <message>
+        <source>; вместо точки запятая</source>
+        <translation>; it has a comma for its point</translation>
+    </message>
+    <message>
+        <source>date: нужно %1; похоже на заголовок: уберите --no-header</source>
+        <translation>date: %1 was asked for; it looks like a header: leave --no-header out</translation>
+    </message>
+    <message>
+        <source>ticker: нужно имя каталога</source>
+        <translation>ticker: the name of a directory was asked for</translation>
+    </message>
+    <message>
+        <source>неверное имя профиля «%1»; нужно: непустое имя без «/», «\», пробелов по краям и управляющих символов, не с «-» в начале</source>
+        <translation>wrong name of a profile &quot;%1&quot;; right is: a name that is not empty, without &quot;/&quot;, &quot;\&quot;, blanks at its ends and control characters, and with no &quot;-&quot; at its beginning</translation>
+    </message>
+    <message>
+        <source>не задано ни одного параметра, который сохранить</source>
+        <translation>no option was given to save</translation>
+    </message>
+    <message>
+        <source>неизвестное действие «%1»; нужно: %2</source>
+        <translation>unknown action &quot;%1&quot;; right is: %2</translation>
+    </message>
+    <message>
+        <source>profile %1 не принимает параметров</source>
+        <translation>profile %1 takes no options</translation>
+    </message>
+    <message>
+        <source>save|show|delete ИМЯ | list</source>
+        <translation>save|show|delete NAME | list</translation>
+    </message>
+    <message>
+        <source>Сохранить параметры под именем для --profile.</source>
+        <translation>Save options under a name for --profile.</translation>
+    </message>
+    <message>
+        <source>save сохраняет параметры, которые import, check и guess возьмут по --profile ИМЯ, вместо прежних того же имени; list печатает имена, show — параметры, delete забывает их. Они лежат в настройках терминала.</source>
+        <translation>save keeps options that import, check and guess take by --profile NAME, in place of earlier ones of that name; list prints the names, show the options, delete forgets them. They are in the terminal&apos;s settings.</translation>
+    </message>
+    <message>
+        <source>Невозможно записать файл настроек терминала</source>
+        <translation>Cannot write the terminal&apos;s settings file</translation>
+    </message>
+    <message>
+        <source>; похоже на %1</source>
+        <translation>; it resembles %1</translation>
     </message>
 </context>
 </TS>

@@ -2,6 +2,13 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en" sourcelanguage="ru">
 <context>
+    <name>BadLines</name>
+    <message>
+        <source>Файл %1 для ошибочных строк стал бы файлом дня этой же серии. Выберите другое место</source>
+        <translation>The file %1 for bad lines would become a day file of this very series. Choose another place</translation>
+    </message>
+</context>
+<context>
     <name>BarDescription</name>
     <message>
         <source>Некорректное значение поля &apos;Объём в шт.&apos; (%1)</source>
@@ -22,6 +29,17 @@
     <message>
         <source>Время &apos;%1&apos; не соответствует заявленному формату &apos;%2&apos;</source>
         <translation>The time &apos;%1&apos; does not match the stated format &apos;%2&apos;</translation>
+    </message>
+</context>
+<context>
+    <name>BarSorter</name>
+    <message>
+        <source>Временный файл для сортировки в %1: %2</source>
+        <translation>Temporary file for sorting in %1: %2</translation>
+    </message>
+    <message>
+        <source>Временный файл для сортировки в %1: нет такого каталога</source>
+        <translation>Temporary file for sorting in %1: there is no such directory</translation>
     </message>
 </context>
 <context>
@@ -267,6 +285,20 @@
     </message>
 </context>
 <context>
+    <name>FileBars</name>
+    <message>
+        <source>Код &apos;%1&apos; не может быть именем каталога</source>
+        <translation>The code &apos;%1&apos; cannot be the name of a directory</translation>
+    </message>
+</context>
+<context>
+    <name>FileClock</name>
+    <message>
+        <source>Время &apos;%1&apos; пропущено часами зоны %2</source>
+        <translation>The clock of zone %2 skips the time &apos;%1&apos;</translation>
+    </message>
+</context>
+<context>
     <name>FormatExportPage</name>
     <message>
         <source>Формат строки:</source>
@@ -494,6 +526,34 @@
     <message>
         <source>Импорт прерван</source>
         <translation>The import was interrupted</translation>
+    </message>
+    <message>
+        <source>строка длиннее 256 МБ</source>
+        <translation>a line is longer than 256 MB</translation>
+    </message>
+    <message>
+        <source>формат файлов в UTF-16 и UTF-32 не угадывается; сохраните файл в UTF-8 или задайте --columns</source>
+        <translation>the format of files in UTF-16 and UTF-32 is not guessed; save the file as UTF-8 or give --columns</translation>
+    </message>
+    <message>
+        <source>файл стал короче, пока его читали</source>
+        <translation>the file became shorter while it was read</translation>
+    </message>
+    <message>
+        <source>он изменился, пока его читали</source>
+        <translation>it has changed while it was being read</translation>
+    </message>
+    <message>
+        <source>Невозможно прочитать каталог %1</source>
+        <translation>Cannot read the directory %1</translation>
+    </message>
+    <message>
+        <source>Файл %1, строка %2: не запись бара</source>
+        <translation>File %1, line %2: not a bar record</translation>
+    </message>
+    <message>
+        <source>файл возвращается к коду &apos;%1&apos;, такой файл импортируют с --mode merge</source>
+        <translation>the file comes back to the code &apos;%1&apos;; such a file is imported with --mode merge</translation>
     </message>
 </context>
 <context>

@@ -177,7 +177,7 @@
 Чтобы импортировать их из файла, выберите в меню терминала команду импорта загруженного модуля.</source>
         <translation>There are no stored bars yet.
 
-To import them from a file, choose the import command of a loaded plug-in in the terminal's menu.</translation>
+To import them from a file, choose the import command of a loaded plug-in in the terminal&apos;s menu.</translation>
     </message>
 </context>
 <context>
@@ -318,6 +318,22 @@ If both change history or settings, the changes of one of them will be lost.</tr
     <message>
         <source>его больше нет</source>
         <translation>it is no longer there</translation>
+    </message>
+    <message>
+        <source>он изменился, пока его читали</source>
+        <translation>it has changed while it was being read</translation>
+    </message>
+    <message>
+        <source>повторите импорт</source>
+        <translation>repeat the import</translation>
+    </message>
+    <message>
+        <source>проверьте диск и права на файл и повторите импорт</source>
+        <translation>check the disk and the permissions of the file and repeat the import</translation>
+    </message>
+    <message>
+        <source>невозможно создать каталог %1</source>
+        <translation>the directory %1 cannot be made</translation>
     </message>
 </context>
 <context>

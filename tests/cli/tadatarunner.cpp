@@ -26,6 +26,14 @@ Outcome failed(const QString& message)
     return {1, QByteArray(), message.toUtf8() + '\n'};
 }
 
+Outcome messageOf(const Outcome& outcome)
+{
+    // The message has two lines.
+    Outcome message = outcome;
+    message.err.truncate(outcome.err.indexOf('\n', outcome.err.indexOf('\n') + 1) + 1);
+    return message;
+}
+
 Outcome refused(const QString& reason)
 {
     return {2, QByteArray(), "tadata: " + reason.toUtf8() + "\nПодсказка: tadata --help\n"};

@@ -27,6 +27,8 @@ char* toString(const Outcome& outcome);
 Outcome succeeded(const QByteArray& out = QByteArray());
 /// Exit code 1 and one message on standard error.
 Outcome failed(const QString& message);
+/// A run without the lines that quote a wrong line of its input, below the message about it.
+Outcome messageOf(const Outcome& outcome);
 /// Exit code 2: the command line is wrong, with a hint.
 Outcome refused(const QString& reason);
 

@@ -433,7 +433,8 @@ void TadataBadInputTest::wrongLineEndsTheImport()
         before.replace("20240115", "15.01.24").replace("20240116", "16.01.24");
     if (options.contains(QStringLiteral("hh:mm")))
         before.replace(",100000,", ",10:00,");
-    QCOMPARE(import(before + line + '\n' + before, options), failed(lineError(3, reason)));
+    QCOMPARE(messageOf(import(before + line + '\n' + before, options)),
+             failed(lineError(3, reason)));
 
     Tree expected = m_earlier;
     expected.insert(::stored("20240115_60.iss"), firstRecord);
@@ -442,7 +443,7 @@ void TadataBadInputTest::wrongLineEndsTheImport()
 
     // The same without a line end behind it. A blank line is none then.
     if (!line.isEmpty()) {
-        QCOMPARE(import(before + line, options), failed(lineError(3, reason)));
+        QCOMPARE(messageOf(import(before + line, options)), failed(lineError(3, reason)));
         QCOMPARE(stored(), expected);
     }
 }
@@ -476,22 +477,22 @@ void TadataBadInputTest::firstFaultOfALineIsTold()
 {
     QFETCH(QByteArray, line);
     QFETCH(QString, reason);
-    QCOMPARE(import(line + '\n'), failed(lineError(1, reason)));
+    QCOMPARE(messageOf(import(line + '\n')), failed(lineError(1, reason)));
     QCOMPARE(stored(), m_earlier);
 }
 
 void TadataBadInputTest::headerCountsAsALine()
 {
-    QCOMPARE(import("header\nwrong\n", words("header")), failed(tooFewColumns(2)));
-    QCOMPARE(import("wrong\n"), failed(tooFewColumns(1)));
-    QCOMPARE(import(QByteArray("header\r\n") + firstDay + "\r\n", words("header")),
+    QCOMPARE(messageOf(import("header\nwrong\n", words("header"))), failed(tooFewColumns(2)));
+    QCOMPARE(messageOf(import("wrong\n")), failed(tooFewColumns(1)));
+    QCOMPARE(messageOf(import(QByteArray("header\r\n") + firstDay + "\r\n", words("header"))),
              failed(tooFewColumns(3)));
 }
 
 void TadataBadInputTest::wrongLineEndsTheMinutesToo()
 {
-    QCOMPARE(import(QByteArray(firstDay) + "20240115,100130,1,1,1,1,1,1,1\nwrong\n",
-                    words("--timeframe 1")),
+    QCOMPARE(messageOf(import(QByteArray(firstDay) + "20240115,100130,1,1,1,1,1,1,1\nwrong\n",
+                              words("--timeframe 1"))),
              failed(tooFewColumns(3)));
     // The minute that was finished is stored, the open one is not.
     Tree expected = m_earlier;
@@ -516,7 +517,7 @@ void TadataBadInputTest::binaryInputIsRefused()
             noise.append(byte == ',' ? '.' : byte);
         }
         // No first bytes that announce an encoding in which a comma could hide.
-        QCOMPARE(import('x' + noise), failed(tooFewColumns(1)));
+        QCOMPARE(messageOf(import('x' + noise)), failed(tooFewColumns(1)));
     }
     QCOMPARE(stored(), m_earlier);
 }

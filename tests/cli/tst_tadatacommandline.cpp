@@ -20,7 +20,7 @@ constexpr char oneRecord[] = "100000;1.50;1.70;1.40;1.60;0;0.00;0\n";
 constexpr char seriesTakes[] = "три кода через «/», ни один из них не пустой, не «.» и не «..»";
 constexpr char columnsTakes[] =
     "через запятую роль и номер её столбца, считая от 0; роли date, time, open, high, low, close, "
-    "volume, value, oi";
+    "volume, value, oi, ticker";
 constexpr char dateTakes[] =
     "вид, в котором есть число (d или dd), месяц (M или MM) и год (yy или yyyy); большие и малые "
     "буквы различаются";
@@ -76,19 +76,20 @@ void addWrongWords()
     row("no command", {}, "нет команды");
     row("empty command", {QString()}, "нет команды");
     row("unknown command", words("convert {file}"), "неизвестная команда «convert»");
-    row("command in capitals", words("IMPORT {file}"), "неизвестная команда «IMPORT»");
+    row("command in capitals", words("IMPORT {file}"),
+        "неизвестная команда «IMPORT»; похоже на import");
     row("option before the command", words("--store {store} list"),
         "неизвестная команда «--store»");
 
     row("unknown option", completeImport + words("--colums date=0"),
-        "у команды import нет параметра --colums");
+        "у команды import нет параметра --colums; похоже на --columns");
     row("unknown option with a value", completeImport + words("--force=1"),
         "у команды import нет параметра --force");
     row("unknown short option", completeImport + words("-x"), "у команды import нет параметра -x");
     row("option with one dash", completeImport + words("-decimals 2"),
-        "у команды import нет параметра -decimals");
+        "у команды import нет параметра -decimals; похоже на --decimals");
     row("beginning of an option", completeImport + words("--dec 2"),
-        "у команды import нет параметра --dec");
+        "у команды import нет параметра --dec; похоже на --decimals");
     row("list with an option of import", words("list --store {store} --decimals 2"),
         "у команды list нет параметра --decimals");
     row("export with an option of import", words("export {out} --columns date=0"),
@@ -108,17 +109,52 @@ void addWrongWords()
 
 void addMissingAndSuperfluous()
 {
-    const QByteArray columns = QByteArray("--columns РОЛЬ=СТОЛБЕЦ,... (") + columnsTakes + ")";
     row("no file", words("import --series NORD/MAIN/ALFA --columns") + words(allColumns),
-        "не задано: ФАЙЛ");
+        "не задано: ФАЙЛ...");
     row("no series", shortestImport + words("--columns") + words(allColumns),
         "не задано: " + seriesUsage());
-    row("no columns", knownImport, "не задано: " + columns);
-    row("nothing", words("import"), "не задано: ФАЙЛ, " + seriesUsage() + ", " + columns);
-    row("two files", completeImport + words("{file}.2"), "лишнее слово «{file}.2»");
+    row("nothing", words("import"), "не задано: ФАЙЛ..., " + seriesUsage());
+    row("nothing to export", words("export"),
+        QByteArray("не задано: ФАЙЛ, ") + seriesUsage() + ", --from ДЕНЬ (" + dayTakes +
+            "), --to ДЕНЬ (" + dayTakes + ")");
     row("list with a word", words("list --store {store} NORD"), "лишнее слово «NORD»");
     row("escape in a word", QStringList(words("list") << QStringLiteral("\x1b[1m")),
         "лишнее слово «\\x1b[1m»");
+}
+
+void addWrongWays()
+{
+    value("mode", completeImport, "mode", QStringLiteral("add"), "replace, merge, fill");
+    value("stamp", completeImport, "stamp", QStringLiteral("start"), "end, begin");
+    for (const char* shift : {"1441", "-1441", "1.5", ""})
+        value(qPrintable(QStringLiteral("shift '%1'").arg(QLatin1String(shift))), completeImport,
+              "shift", QLatin1String(shift), "целое число от -1440 до 1440");
+    constexpr char zoneTakes[] = "имя часового пояса, например Europe/Moscow";
+    for (const char* zone : {"Moscow", "europe", "Europe/Moscow ", ""})
+        value(qPrintable(QStringLiteral("zone '%1'").arg(QLatin1String(zone))),
+              completeImport + words("--from-zone Europe/Moscow"), "to-zone", QLatin1String(zone),
+              zoneTakes);
+    row("one zone", completeImport + words("--from-zone Europe/Moscow"),
+        QByteArray("--from-zone «Europe/Moscow» задан без --to-zone; нужно и то и другое: "
+                   "--to-zone ПОЯС (") +
+            zoneTakes + ")");
+    value("rejects that are there", completeImport, "rejects", QStringLiteral("{file}"),
+          "имя файла, которого ещё нет", QStringLiteral("такой файл уже есть"));
+    row("rejects of two files", completeImport + words("{file} --rejects {out}"),
+        wrongValue("rejects", QStringLiteral("{out}"), "имя файла, которого ещё нет",
+                   QStringLiteral("он — только для одного файла"))
+            .toUtf8());
+    for (const char* jobs : {"0", "-1", "257", "two"})
+        value(qPrintable(QStringLiteral("jobs '%1'").arg(QLatin1String(jobs))), completeImport,
+              "jobs", QLatin1String(jobs), "число от 1 до 256");
+    row("back without a point", completeImport + words("--undo-on-error --no-restore-point"),
+        "--undo-on-error нельзя вместе с --no-restore-point");
+    row("no column for the ticker",
+        shortestImport + words("--series NORD/MAIN/{ticker} --columns") + words(allColumns),
+        wrongValue("series", QStringLiteral("NORD/MAIN/{ticker}"), seriesTakes,
+                   QStringLiteral("нет столбца с ролью «ticker»"))
+            .toUtf8());
+    row("profile that is none", completeImport + words("--profile nobody"), "профиля «nobody» нет");
 }
 
 void addWrongValuesOfImport()
@@ -135,12 +171,18 @@ void addWrongValuesOfImport()
     row("separator with a carriage return",
         completeImport + QStringList{QStringLiteral("--separator"), QStringLiteral("\r")},
         wrongValue("separator", QStringLiteral("\\x0d"), separatorTakes).toUtf8());
-    for (const char* text : {"yyyy-MM-dd", "yyyymmdd", "ггггммдд"})
-        value(text, completeImport, "date-format", QString::fromUtf8(text),
-              "yyyyMMdd, yyMMdd, ddMMyy, dd.MM.yy, dd/MM/yy");
-    for (const char* text : {"HHmmss", "h:m", ""})
+    for (const char* text : {"yyyymmdd", "ггггммдд", "dd.MM", "dd.MM.y", "'yy'ddMM", ""})
+        value(qPrintable(QStringLiteral("date format '%1'").arg(QString::fromUtf8(text))),
+              completeImport, "date-format", QString::fromUtf8(text),
+              "yyyyMMdd, yyMMdd, ddMMyy, dd.MM.yy, dd/MM/yy или другой вид, в котором есть число "
+              "(d или dd), месяц (M или MM) и год (yy или yyyy); большие и малые буквы "
+              "различаются");
+    for (const char* text : {"mmss", "'h'mm", ""})
         value(qPrintable(QStringLiteral("time format '%1'").arg(QLatin1String(text))),
-              completeImport, "time-format", QLatin1String(text), "hhmmss, hhmm, hh:mm:ss, hh:mm");
+              completeImport, "time-format", QLatin1String(text),
+              "hhmmss, hhmm, hh:mm:ss, hh:mm или другой вид, в котором есть часы (h или hh); "
+              "большие и малые буквы различаются");
+    addWrongWays();
     for (const char* text : {"-1", "16", "two", "2.0", "", "99999999999999999999"})
         value(qPrintable(QStringLiteral("decimals '%1'").arg(QLatin1String(text))), completeImport,
               "decimals", QLatin1String(text), "число от 0 до 15");
@@ -274,12 +316,13 @@ void TadataCommandLineTest::helpNamesEveryOption_data()
     QTest::addColumn<QStringList>("options");
     QTest::addColumn<QStringList>("mentioned");
 
-    const QStringList import = words("series columns timeframe separator date-format time-format "
-                                     "no-header decimals undo-on-error no-restore-point store "
-                                     "reference wait keep keep-megabytes");
+    const QStringList import =
+        words("series profile columns timeframe separator date-format time-format no-header "
+              "decimals mode stamp from-zone to-zone shift skip-bad rejects jobs stop "
+              "undo-on-error no-restore-point store reference wait keep keep-megabytes");
     const QStringList exporting =
         words("series from to timeframe line-format separator date-format "
-              "time-format no-header store deals today reference");
+              "time-format no-header finished-only store deals today reference");
     const QStringList mentioned = words("yyMMdd hh:mm:ss semicolon oi");
     QTest::newRow("import --help") << words("import --help") << import << mentioned;
     QTest::newRow("import -h") << words("import -h") << import << mentioned;
@@ -327,9 +370,10 @@ void TadataCommandLineTest::generalHelpNamesEveryCommand()
     QFETCH(const QString, word);
     const Outcome outcome = runTadata({word});
     QCOMPARE(outcome, succeeded(outcome.out));
-    for (const char* mentioned : {"tadata guess", "tadata import", "tadata export", "tadata list",
-                                  "tadata health", "tadata points", "tadata undo", "tadata delete",
-                                  "tadata copy", "tadata rename", "tadata unlock", "--version"})
+    for (const char* mentioned :
+         {"tadata import", "tadata export", "tadata list", "tadata health", "tadata points",
+          "tadata undo", "tadata delete", "tadata copy", "tadata rename", "tadata unlock",
+          "tadata guess", "tadata profile", "--version"})
         QVERIFY2(outcome.out.contains(mentioned), mentioned);
 }
 
@@ -338,8 +382,8 @@ void TadataCommandLineTest::pagesHaveTheOptionsOfTheHelp_data()
     QTest::addColumn<QString>("page");
     QTest::addColumn<QString>("language");
     QTest::addColumn<QString>("command");
-    for (const char* command : {"guess", "import", "export", "list", "health", "points", "undo",
-                                "delete", "copy", "rename", "unlock"}) {
+    for (const char* command : {"import", "export", "list", "health", "points", "undo", "delete",
+                                "copy", "rename", "unlock", "guess", "profile"}) {
         QTest::addRow("%s, English", command)
             << QStringLiteral(MANUAL_PAGES "/man1/tadata.1") << QStringLiteral("en")
             << QString::fromLatin1(command);

@@ -99,6 +99,9 @@ void TadataExportTest::takesEveryOption()
              succeeded());
     QCOMPARE(written(), mark + "15.01.24;10:05;1.60;12\n"
                                "15.01.24;10:05;1.70;25\n");
+    QCOMPARE(run("--timeframe 300 --no-header --line-format CLOSE,VOL --finished-only"),
+             succeeded());
+    QCOMPARE(written(), mark + "1.70,25\n");
     QCOMPARE(run("--timeframe 1 --no-header --line-format OPEN"), succeeded());
     QCOMPARE(written(), mark + "9\n");
 }

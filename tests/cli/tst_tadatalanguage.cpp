@@ -98,7 +98,7 @@ void TadataLanguageTest::theHelpIsEnglish()
 
 void TadataLanguageTest::messagesOfTheJobsAreEnglish()
 {
-    QCOMPARE(import("20240115,100000,1,1,1,1\n20240115,1001,1,1,1,1\n", {}, english()),
+    QCOMPARE(messageOf(import("20240115,100000,1,1,1,1\n20240115,1001,1,1,1,1\n", {}, english())),
              failed(QStringLiteral("Error importing line 2:\nThe time '1001' does not match the "
                                    "stated format 'hhmmss'.")));
 }

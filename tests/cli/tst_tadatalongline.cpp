@@ -65,9 +65,10 @@ void TadataLongLineTest::longLineIsOneLine()
     const QByteArray normal = QByteArray(bar) + '\n';
     const Outcome outcome =
         import(normal + normal + start + unit.repeated(lineLength / unit.size()) + '\n' + normal);
-    QCOMPARE(outcome, isBar ? succeeded()
-                            : failed(QStringLiteral("Ошибка при импорте 3-й строки:\n"
-                                                    "Недостаточное количество столбцов.")));
+    QCOMPARE(messageOf(outcome),
+             isBar ? succeeded()
+                   : failed(QStringLiteral("Ошибка при импорте 3-й строки:\n"
+                                           "Недостаточное количество столбцов.")));
     QCOMPARE(readFile(path("store/NORD/MAIN/ALFA/20240115_60.iss")),
              QByteArray(record).repeated(isBar ? 4 : 2));
 

@@ -181,7 +181,7 @@ void TestFinishedBars::areTheLastOfTheirLines()
     QFETCH(const char, end);
     QRandomGenerator random(20240115);
     int dropped = 0;
-    for (int round = 0; round < 20; ++round) {
+    for (int round = 0; round < 8; ++round) {
         fillStore(random);
         m_core.reset();
         m_core = std::make_unique<vexdesk::Core>();
@@ -203,7 +203,7 @@ void TestFinishedBars::areTheLastOfTheirLines()
             QCOMPARE(exported(lines), wanted);
         }
     }
-    QVERIFY(dropped > 1000);
+    QVERIFY(dropped > 400);
 }
 
 // The last bar of a day has the moment of one that the next day begins with, and that of the last
