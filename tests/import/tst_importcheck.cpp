@@ -1,0 +1,581 @@
+// SPDX-License-Identifier: MIT
+#include "importcheck.h"
+
+#include "importjob.h"
+#include "series.h"
+#include "storedtimes.h"
+#include "support/filetree.h"
+#include "support/strictlog.h"
+
+#include <vexdesk/history/dayfilenames.h>
+
+#include <QtCore/QFile>
+#include <QtCore/QRandomGenerator>
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QTest>
+
+#include <memory>
+
+using tadata::CheckedDay;
+using tadata::checkImport;
+using tadata::FileProblem;
+using tadata::ImportCheck;
+using tadata::ProblemKind;
+using testsupport::detailsOfSeries;
+using testsupport::readFile;
+using testsupport::readTree;
+using testsupport::with;
+using testsupport::writeFile;
+
+class TestImportCheck final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup() { m_dir.reset(); }
+
+    void takesAMissingStoreForAnEmptyOne();
+    void countsTheWholeFilePastAStop();
+    void keepsWhatReplacingWroteBeforeAStop();
+    void losesTheEarlierRunOfADay();
+    void losesStoredBarsThatAreReplaced();
+    void isTheSameOnlyForEqualBytes_data();
+    void isTheSameOnlyForEqualBytes();
+    void keepsRepeatedLinesWhereItFills();
+    void mergesAndFills();
+    void looksAtAllRunsOfADay();
+    void touchesNothingWhereMergingStops();
+    void namesABadStoredLineAtItsDaysFirstLine();
+    void prefersABadLineToABadStoredOne();
+    void endsWhereASumDoesNotFit_data();
+    void endsWhereASumDoesNotFit();
+    void passesOverBadLines();
+    void takesNoFileOfBadLinesAlone();
+    void listsTheProblemsOfALineInOrder();
+    void countsTheProblemsThatItDoesNotList();
+    void saysWhenBarsAreNotOfTheTimeframe_data();
+    void saysWhenBarsAreNotOfTheTimeframe();
+    void saysWhenDatesAreReadWrongly_data();
+    void saysWhenDatesAreReadWrongly();
+    void looksAtTimesAfterTheClock();
+    void refusesADayFileOfTheSeries();
+    void failsWhereSomethingCannotBeRead();
+    void saysWhatAnImportThenDoes_data();
+    void saysWhatAnImportThenDoes();
+
+private:
+    QString path(const char* name) const { return m_dir->filePath(QLatin1String(name)); }
+    QDir series() const { return QDir(path("store/S/B/X")); }
+    void store(const char* name, const QByteArray& content) const
+    {
+        writeFile(series().filePath(QLatin1String(name)), content);
+    }
+    ImportCheck check(const QByteArray& content, const ImportWays& ways = {},
+                      qint64 maxProblems = 100) const
+    {
+        return check(content, detailsOfSeries(2), ways, maxProblems);
+    }
+    ImportCheck check(const QByteArray& content, const ImportDetails& details,
+                      const ImportWays& ways = {}, qint64 maxProblems = 100) const;
+    QString failure(const QString& file, const ImportWays& ways = {}) const;
+
+    std::unique_ptr<QTemporaryDir> m_dir;
+};
+
+namespace {
+
+const QByteArray bar1 = "20240115;100000;1;2;1;2\n";
+const QByteArray bar2 = "20240115;100100;1;2;1;2\n";
+const QByteArray bar3 = "20240116;100000;1;2;1;2\n";
+const QByteArray stored1 = "100000;1.00;2.00;1.00;2.00;0;0.00;0\n";
+const QByteArray stored2 = "100100;1.00;2.00;1.00;2.00;0;0.00;0\n";
+constexpr char day1File[] = "20240115_60.iss";
+constexpr char day2File[] = "20240116_60.iss";
+
+ImportWays waysOf(ImportMode mode, bool skipsBad = false)
+{
+    ImportWays ways;
+    ways.mode = mode;
+    ways.skipsBad = skipsBad;
+    return ways;
+}
+
+// "2024-01-15 bars 2 stored 0 result 2 lost 0 new"
+QString shown(const CheckedDay& day)
+{
+    static const char* const outcomes[] = {"new", "same", "replaced", "merged"};
+    return QStringLiteral("%1 bars %2 stored %3 result %4 lost %5 %6")
+        .arg(day.day.toString(Qt::ISODate))
+        .arg(day.bars)
+        .arg(day.stored)
+        .arg(day.result)
+        .arg(day.lost)
+        .arg(QLatin1String(outcomes[static_cast<int>(day.outcome)]));
+}
+
+QStringList shownDays(const ImportCheck& check)
+{
+    QStringList days;
+    for (const CheckedDay& day : check.days)
+        days.append(shown(day));
+    return days;
+}
+
+// The kind's number and the line, in the order of the report.
+QStringList shownProblems(const ImportCheck& check)
+{
+    QStringList problems;
+    for (const FileProblem& problem : check.problems) {
+        problems.append(QStringLiteral("%1:%2")
+                            .arg(static_cast<int>(problem.kind))
+                            .arg(problem.line.value_or(0)));
+    }
+    return problems;
+}
+
+QStringList days(const char* text)
+{
+    return QString::fromLatin1(text).split(u'|');
+}
+
+} // namespace
+
+void TestImportCheck::init()
+{
+    testsupport::failOnStrayWarnings();
+    m_dir = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_dir->isValid());
+}
+
+ImportCheck TestImportCheck::check(const QByteArray& content, const ImportDetails& details,
+                                   const ImportWays& ways, qint64 maxProblems) const
+{
+    writeFile(path("in.csv"), content);
+    const auto before = readTree(QDir(m_dir->path()));
+    int percent = -1;
+    const auto checked = checkImport(path("in.csv"), details, ways, series(), maxProblems,
+                                     [&percent](int now) { percent = now; });
+    if (!checked)
+        QTest::qFail(qPrintable(checked.message()), __FILE__, __LINE__);
+    if (readTree(QDir(m_dir->path())) != before || percent != 100)
+        QTest::qFail("It has written something, or not come to its end", __FILE__, __LINE__);
+    return checked.valueOr(ImportCheck());
+}
+
+QString TestImportCheck::failure(const QString& file, const ImportWays& ways) const
+{
+    return checkImport(file, detailsOfSeries(2), ways, series(), 100, [](int) {}).message();
+}
+
+void TestImportCheck::takesAMissingStoreForAnEmptyOne()
+{
+    const ImportCheck checked = check(bar1 + bar2 + bar3);
+    QVERIFY(!QFile::exists(path("store")));
+    QVERIFY(checked.wouldImport && !checked.stop);
+    QCOMPARE(shownDays(checked), days("2024-01-15 bars 2 stored 0 result 2 lost 0 new|"
+                                      "2024-01-16 bars 1 stored 0 result 1 lost 0 new"));
+    QCOMPARE(checked.lines, 3);
+    QCOMPARE(checked.spacing, std::optional(60));
+    QCOMPARE(checked.first->day, QDate(2024, 1, 15));
+    QCOMPARE(checked.last->time, QTime(10, 0));
+    const ImportCheck empty = check("");
+    QVERIFY(empty.wouldImport && !empty.first && !empty.spacing && empty.days.empty());
+}
+
+void TestImportCheck::countsTheWholeFilePastAStop()
+{
+    const ImportCheck checked = check(bar1 + "bad\n" + bar2 + "worse\n" + bar3);
+    QVERIFY(!checked.wouldImport);
+    QCOMPARE(checked.stop->line, std::optional<qint64>(2));
+    QCOMPARE(checked.stop->message,
+             QStringLiteral("Ошибка при импорте 2-й строки:\nНедостаточное количество столбцов."));
+    QCOMPARE(checked.bars, 3);
+    QCOMPARE(checked.badLines, 2);
+    QCOMPARE(shownProblems(checked), days("0:2|0:4"));
+    QCOMPARE(checked.problems[0].text, QStringLiteral("Недостаточное количество столбцов"));
+    QCOMPARE(checked.last->day, QDate(2024, 1, 16));
+}
+
+void TestImportCheck::keepsWhatReplacingWroteBeforeAStop()
+{
+    store(day1File, stored1 + stored2);
+    const ImportCheck checked = check(bar1 + "bad\n" + bar2 + bar3);
+    QCOMPARE(shownDays(checked), days("2024-01-15 bars 1 stored 2 result 1 lost 1 replaced"));
+}
+
+void TestImportCheck::losesTheEarlierRunOfADay()
+{
+    store(day1File, stored2);
+    const ImportCheck checked = check(bar1 + bar3 + bar2);
+    QCOMPARE(shownDays(checked), days("2024-01-15 bars 2 stored 1 result 1 lost 1 same|"
+                                      "2024-01-16 bars 1 stored 0 result 1 lost 0 new"));
+    QCOMPARE(shownProblems(checked), days("1:3"));
+    QCOMPARE(check(bar1 + bar3 + bar2, waysOf(ImportMode::Merge)).problems.size(), size_t(0));
+}
+
+void TestImportCheck::losesStoredBarsThatAreReplaced()
+{
+    store(day1File, stored1 + "nonsense\n" + stored2);
+    QCOMPARE(shownDays(check(bar2)), days("2024-01-15 bars 1 stored 2 result 1 lost 1 replaced"));
+}
+
+void TestImportCheck::isTheSameOnlyForEqualBytes_data()
+{
+    QTest::addColumn<QByteArray>("stored");
+    QTest::addColumn<bool>("isSame");
+    QTest::newRow("equal") << stored1 + stored2 << true;
+    QTest::newRow("another order") << stored2 + stored1 << false;
+    QTest::newRow("no line end") << (stored1 + stored2).chopped(1) << false;
+    QTest::newRow("carriage returns")
+        << QByteArray(stored1 + stored2).replace("\n", "\r\n") << false;
+    QTest::newRow("mark") << "\xef\xbb\xbf" + stored1 + stored2 << false;
+    QTest::newRow("edited") << stored1 + "100100;1.00;2.00;1.00;2.00;0.00;0;0\n" << false;
+}
+
+void TestImportCheck::isTheSameOnlyForEqualBytes()
+{
+    QFETCH(const QByteArray, stored);
+    QFETCH(const bool, isSame);
+    store(day1File, stored);
+    for (const ImportMode mode : {ImportMode::Replace, ImportMode::Merge, ImportMode::Fill}) {
+        const ImportCheck checked = check(bar1 + bar2, waysOf(mode));
+        QCOMPARE(checked.days.size(), size_t(1));
+        QCOMPARE(checked.days[0].outcome == CheckedDay::Outcome::Same, isSame);
+        QCOMPARE(checked.days[0].stored, 2);
+    }
+}
+
+void TestImportCheck::keepsRepeatedLinesWhereItFills()
+{
+    store(day1File, stored1 + stored2 + stored2);
+    const auto outcome = [this](ImportMode mode) {
+        return shownDays(check(bar1 + bar2, waysOf(mode))).join(u'|');
+    };
+    const QString day = QStringLiteral("2024-01-15 bars 2 stored 2 result 2 lost 0 ");
+    QCOMPARE(outcome(ImportMode::Replace), day + QStringLiteral("replaced"));
+    QCOMPARE(outcome(ImportMode::Merge), day + QStringLiteral("merged"));
+    QCOMPARE(outcome(ImportMode::Fill), day + QStringLiteral("same"));
+}
+
+void TestImportCheck::mergesAndFills()
+{
+    store(day1File, "100000;7.00;7.00;7.00;7.00;0;0.00;0\n");
+    QCOMPARE(shownDays(check(bar1, waysOf(ImportMode::Merge))),
+             days("2024-01-15 bars 1 stored 1 result 1 lost 0 merged"));
+    QCOMPARE(shownDays(check(bar1, waysOf(ImportMode::Fill))),
+             days("2024-01-15 bars 1 stored 1 result 1 lost 0 same"));
+    QCOMPARE(shownDays(check(bar2 + bar3, waysOf(ImportMode::Fill))),
+             days("2024-01-15 bars 1 stored 1 result 2 lost 0 merged|"
+                  "2024-01-16 bars 1 stored 0 result 1 lost 0 new"));
+}
+
+// What the first run alone would change is no matter.
+void TestImportCheck::looksAtAllRunsOfADay()
+{
+    store(day1File, stored1 + stored2);
+    const QByteArray other = "20240115;100000;5;5;5;5\n";
+    QCOMPARE(shownDays(check(other + bar3 + bar1, waysOf(ImportMode::Merge))),
+             days("2024-01-15 bars 2 stored 2 result 2 lost 0 same|"
+                  "2024-01-16 bars 1 stored 0 result 1 lost 0 new"));
+    QCOMPARE(shownDays(check(bar1 + bar3 + other, waysOf(ImportMode::Merge))),
+             days("2024-01-15 bars 2 stored 2 result 2 lost 0 merged|"
+                  "2024-01-16 bars 1 stored 0 result 1 lost 0 new"));
+}
+
+void TestImportCheck::touchesNothingWhereMergingStops()
+{
+    for (const ImportMode mode : {ImportMode::Merge, ImportMode::Fill}) {
+        const ImportCheck checked = check(bar1 + "bad\n", waysOf(mode));
+        QVERIFY(checked.days.empty() && !checked.wouldImport);
+        QCOMPARE(checked.stop->line, std::optional<qint64>(2));
+    }
+}
+
+void TestImportCheck::namesABadStoredLineAtItsDaysFirstLine()
+{
+    store(day1File, stored1 + "x\n");
+    store(day2File, "y\n");
+    const ImportCheck checked = check(bar3 + bar3 + bar1 + bar2, waysOf(ImportMode::Merge));
+    QCOMPARE(checked.stop->line, std::optional<qint64>(3));
+    QCOMPARE(checked.stop->message, QStringLiteral("Файл %1, строка 2: не запись бара")
+                                        .arg(series().filePath(QLatin1String(day1File))));
+    QVERIFY(checked.days.empty());
+}
+
+void TestImportCheck::prefersABadLineToABadStoredOne()
+{
+    store(day1File, "x\n");
+    QCOMPARE(check(bar1 + "bad\n", waysOf(ImportMode::Fill)).stop->line, std::optional<qint64>(2));
+    const ImportCheck skipping = check(bar1 + "bad\n", waysOf(ImportMode::Fill, true));
+    QCOMPARE(skipping.stop->line, std::optional<qint64>(1));
+}
+
+void TestImportCheck::endsWhereASumDoesNotFit_data()
+{
+    QTest::addColumn<ImportMode>("mode");
+    QTest::addColumn<qint64>("line");
+    QTest::addColumn<QStringList>("dayLines");
+    QTest::newRow("replace") << ImportMode::Replace << qint64(3)
+                             << days("2024-01-15 bars 2 stored 0 result 2 lost 0 new|"
+                                     "2024-01-16 bars 1 stored 0 result 1 lost 0 new");
+    QTest::newRow("merge") << ImportMode::Merge << qint64(2) << QStringList();
+    QTest::newRow("fill") << ImportMode::Fill << qint64(2) << QStringList();
+}
+
+void TestImportCheck::endsWhereASumDoesNotFit()
+{
+    QFETCH(const ImportMode, mode);
+    QFETCH(const qint64, line);
+    ImportDetails details = with(detailsOfSeries(0), ColumnRole::Value, 6);
+    details.timeframe = 1;
+    const QByteArray large = ";1;1;1;1;36028797018963967\n";
+    const ImportCheck checked = check("20240116;100001" + large + "20240115;100001" + large +
+                                          "20240115;100002" + large + "20240115;100003" + large,
+                                      details, waysOf(mode));
+    QCOMPARE(checked.stop->line, std::optional(line));
+    QCOMPARE(checked.stop->message,
+             QStringLiteral("Ошибка при импорте %1-й строки:\nНекорректное число "
+                            "'36028797018963967+36028797018963967'.")
+                 .arg(line));
+    QTEST(shownDays(checked), "dayLines");
+}
+
+void TestImportCheck::passesOverBadLines()
+{
+    const ImportCheck checked =
+        check(bar1 + " \t\v\f\r\n\nbad\n" + bar2, waysOf(ImportMode::Replace, true));
+    QVERIFY(checked.wouldImport);
+    QCOMPARE(checked.lines, 5);
+    QCOMPARE(checked.badLines, 1);
+    QCOMPARE(shownProblems(checked), days("0:4"));
+    QCOMPARE(check("\n").badLines, 1);
+    ImportWays rejecting;
+    rejecting.rejects = path("rejects");
+    QVERIFY(check(bar1 + "bad\n", rejecting).wouldImport);
+}
+
+void TestImportCheck::takesNoFileOfBadLinesAlone()
+{
+    const ImportCheck checked = check("bad\n", waysOf(ImportMode::Merge, true));
+    QVERIFY(!checked.wouldImport && !checked.stop);
+    QVERIFY(check("\n", waysOf(ImportMode::Merge, true)).wouldImport);
+}
+
+void TestImportCheck::listsTheProblemsOfALineInOrder()
+{
+    const ImportDetails details = with(detailsOfSeries(0), ColumnRole::Volume, 6);
+    const ImportCheck checked =
+        check("20240115;100000;1;1;1;1;1\n20240115;000000;1;1;1;1;2147483647\n" + bar3.chopped(1) +
+                  ";1\n20240115;100000;1;1;1;1;1\n20240115;000000;2.5;2;2;2;2147483648\n",
+              details);
+    const QStringList wanted = days("2:2|7:2|1:4|3:4|2:5|3:5|4:5|5:5|6:5|7:5");
+    QCOMPARE(shownProblems(checked), wanted);
+    // 2.4 becomes 2, which is not above the high.
+    QCOMPARE(check("20240115;100000;2.4;2;2;2;1\n", details).count(ProblemKind::Prices), 0);
+}
+
+void TestImportCheck::countsTheProblemsThatItDoesNotList()
+{
+    const ImportCheck checked = check("bad\nbad\nbad\n", {}, 2);
+    QCOMPARE(shownProblems(checked), days("0:1|0:2"));
+    QCOMPARE(checked.count(ProblemKind::BadLine), 3);
+    QVERIFY(check("bad\n", {}, 0).problems.empty());
+}
+
+void TestImportCheck::saysWhenBarsAreNotOfTheTimeframe_data()
+{
+    QTest::addColumn<int>("timeframe");
+    QTest::addColumn<int>("distance");
+    QTest::addColumn<int>("count");
+    QTest::addColumn<bool>("isStrange");
+    QTest::newRow("minutes as minutes") << 60 << 60 << 30 << false;
+    QTest::newRow("seconds as minutes") << 60 << 7 << 21 << true;
+    QTest::newRow("five minutes as minutes") << 60 << 300 << 21 << true;
+    QTest::newRow("two minutes as minutes") << 60 << 120 << 21 << false;
+    QTest::newRow("minutes as seconds") << 1 << 60 << 21 << true;
+    QTest::newRow("seconds as seconds") << 1 << 7 << 21 << false;
+    QTest::newRow("too few") << 1 << 60 << 20 << false;
+}
+
+void TestImportCheck::saysWhenBarsAreNotOfTheTimeframe()
+{
+    QFETCH(const int, timeframe);
+    QFETCH(const int, distance);
+    QFETCH(const int, count);
+    ImportDetails details = detailsOfSeries(2);
+    details.timeframe = timeframe;
+    QByteArray content;
+    for (int i = 0; i < count; ++i) {
+        const QTime time = QTime(10, 0).addSecs(i * distance);
+        content += "20240115;" + time.toString(QStringLiteral("hhmmss")).toLatin1() + ";1;1;1;1\n";
+    }
+    const ImportCheck checked = check(content, details);
+    QTEST(checked.count(ProblemKind::Spacing) == 1, "isStrange");
+    QCOMPARE(checked.spacing, std::optional(distance));
+}
+
+void TestImportCheck::saysWhenDatesAreReadWrongly_data()
+{
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<QByteArray>("dates");
+    QTest::addColumn<bool>("isWrong");
+    const auto row = [](const char* name, const char* format, const char* dates, bool isWrong) {
+        QTest::newRow(name) << QString::fromLatin1(format) << QByteArray(dates) << isWrong;
+    };
+    row("days read as months", "dd/MM/yyyy", "01/10/2024 01/11/2024 01/12/2024", true);
+    row("months of a year", "dd/MM/yyyy", "01/10/2024 01/11/2024 01/12/2024 13/12/2024", false);
+    row("days in order", "MM/dd/yyyy", "01/10/2024 01/11/2024 01/12/2024", false);
+    row("leaps both ways", "dd/MM/yyyy", "01/01/2024 06/06/2024", false);
+    row("a fortnight", "yyyyMMdd", "20240101 20240115", false);
+    row("years read as days", "ddMMyy", "240110 240111 240112", true);
+    row("days read as years", "yyMMdd", "101124 111124 121124", true);
+    row("no date", "ddMMyy", "", false);
+}
+
+void TestImportCheck::saysWhenDatesAreReadWrongly()
+{
+    QFETCH(const QString, format);
+    QFETCH(const QByteArray, dates);
+    ImportDetails details = detailsOfSeries(2);
+    details.dateFormat = format;
+    QByteArray content;
+    for (const QByteArray& date : dates.split(' ')) {
+        if (!date.isEmpty())
+            content += date + ";100000;1;1;1;1\n";
+    }
+    // Before the clock: a day later or earlier makes no difference.
+    ImportWays ways;
+    ways.clock.shiftMinutes = 1440;
+    const ImportCheck checked = check(content, details, ways);
+    QTEST(checked.count(ProblemKind::DateOrder) == 1, "isWrong");
+    QCOMPARE(checked.badLines, 0);
+}
+
+void TestImportCheck::looksAtTimesAfterTheClock()
+{
+    ImportWays ways;
+    ways.clock.stampsBegin = true;
+    const ImportCheck checked = check("20240115;235800;1;1;1;1\n20240115;235900;1;1;1;1\n", ways);
+    QCOMPARE(shownDays(checked), days("2024-01-15 bars 1 stored 0 result 1 lost 0 new|"
+                                      "2024-01-16 bars 1 stored 0 result 1 lost 0 new"));
+    QCOMPARE(shownProblems(checked), days("7:2"));
+    QCOMPARE(checked.problems[0].day, QDate(2024, 1, 16));
+}
+
+void TestImportCheck::refusesADayFileOfTheSeries()
+{
+    store(day1File, bar1 + bar2);
+    const auto checked = checkImport(series().filePath(QLatin1String(day1File)), detailsOfSeries(2),
+                                     {}, series(), 100, [](int) {});
+    QVERIFY(checked && !checked->wouldImport && !checked->stop->line && checked->days.empty());
+    QVERIFY(checked->stop->message.contains(QStringLiteral("импорт стёр бы его")));
+    QCOMPARE(checked->bars, 2);
+}
+
+void TestImportCheck::failsWhereSomethingCannotBeRead()
+{
+    QCOMPARE(failure(path("nothing")),
+             QStringLiteral("Невозможно открыть файл %1").arg(path("nothing")));
+    writeFile(path("in.csv"), bar1);
+    QVERIFY(QDir().mkpath(series().filePath(QLatin1String(day1File))));
+    for (const ImportMode mode : {ImportMode::Replace, ImportMode::Merge}) {
+        QCOMPARE(failure(path("in.csv"), waysOf(mode)),
+                 QStringLiteral("Невозможно открыть файл %1")
+                     .arg(series().filePath(QLatin1String(day1File))));
+    }
+    QVERIFY(QDir(path("store")).removeRecursively());
+    writeFile(path("store"), "no directory");
+    QCOMPARE(failure(path("in.csv")),
+             QStringLiteral("Невозможно прочитать каталог %1").arg(path("store")));
+}
+
+void TestImportCheck::saysWhatAnImportThenDoes_data()
+{
+    QTest::addColumn<ImportMode>("mode");
+    QTest::addColumn<int>("timeframe");
+    for (const int timeframe : {1, 60}) {
+        QTest::addRow("replace %d", timeframe) << ImportMode::Replace << timeframe;
+        QTest::addRow("merge %d", timeframe) << ImportMode::Merge << timeframe;
+        QTest::addRow("fill %d", timeframe) << ImportMode::Fill << timeframe;
+    }
+}
+
+namespace {
+
+QByteArray randomFile(QRandomGenerator& random)
+{
+    QByteArray content;
+    int day = 15;
+    for (int count = random.bounded(20); count > 0; --count) {
+        if (random.bounded(5) == 0)
+            day = 15 + random.bounded(3);
+        content += random.bounded(40) == 0
+                       ? QByteArray("bad\n")
+                       : "202401" + QByteArray::number(day) + ";1000" +
+                             QByteArray::number(10 + random.bounded(4)) + ";1;1;1;" +
+                             QByteArray::number(1 + random.bounded(2)) + '\n';
+    }
+    return content;
+}
+
+QByteArray randomDay(QRandomGenerator& random)
+{
+    QByteArray content;
+    for (int count = random.bounded(5); count > 0; --count) {
+        const QByteArray close = QByteArray::number(1 + random.bounded(2));
+        content += "1000" + QByteArray::number(10 + random.bounded(4)) + ";1.00;1.00;1.00;" +
+                   close + (random.bounded(9) == 0 ? ".00;0.00;0;0\n" : ".00;0;0.00;0\n");
+    }
+    return random.bounded(20) == 0 ? content + "bad\n" : content;
+}
+
+} // namespace
+
+void TestImportCheck::saysWhatAnImportThenDoes()
+{
+    QFETCH(const ImportMode, mode);
+    QFETCH(const int, timeframe);
+    ImportDetails details = detailsOfSeries(2);
+    details.timeframe = timeframe;
+    QRandomGenerator random(20240115);
+    for (int i = 0; i < 150; ++i) {
+        QDir(series().path()).removeRecursively();
+        for (int day = 15; day < 18; ++day) {
+            const QString name = QStringLiteral("202401%1_%2.iss").arg(day).arg(timeframe);
+            if (random.bounded(3) > 0)
+                store(qPrintable(name), randomDay(random));
+        }
+        const ImportWays ways = waysOf(mode, random.bounded(2) == 0);
+        const ImportCheck checked = check(randomFile(random), details, ways);
+        const auto before = readTree(series());
+        QVERIFY(QDir().mkpath(series().path()));
+        const auto directory = [this](const QStringList&) {
+            return vexdesk::Result<QList<QDir>>(QList<QDir>{series()});
+        };
+        const auto result =
+            tadata::importByWays(path("in.csv"), details, ways, {directory}, [](int) {});
+        QCOMPARE(result.outcome.message(), checked.stop ? checked.stop->message : QString());
+        QMap<QString, CheckedDay> said;
+        for (const CheckedDay& day : checked.days)
+            said.insert(vexdesk::dayFileName(day.day, timeframe), day);
+        for (int day = 15; day < 18; ++day) {
+            const QDate date(2024, 1, day);
+            const QString name = vexdesk::dayFileName(date, timeframe);
+            const QString file = series().filePath(name);
+            const bool changes = readFile(file) != before.value(name);
+            if (!said.contains(name)) {
+                QVERIFY(!changes);
+                continue;
+            }
+            const CheckedDay& one = said[name];
+            QCOMPARE(!before.contains(name), one.outcome == CheckedDay::Outcome::New);
+            QCOMPARE(!changes, one.outcome == CheckedDay::Outcome::Same);
+            QCOMPARE(tadata::storedTimes(file, date).valueOr(tadata::TimesOfDay()).count(),
+                     one.result);
+        }
+    }
+}
+
+QTEST_GUILESS_MAIN(TestImportCheck)
+#include "tst_importcheck.moc"
