@@ -316,7 +316,8 @@ Option decimalsOption()
     return {.name = QStringLiteral("decimals"),
             .value = Text::tr("ЧИСЛО"),
             .meaning = Text::tr("Знаков после точки в ценах. Без него — как в справочнике; для "
-                                "инструмента, которого там нет, обязателен."),
+                                "инструмента, которого там нет, — как в файле, а с --columns "
+                                "обязателен."),
             .takes = Text::tr("число от 0 до %1").arg(vexdesk::ReferenceData::maxDecimals)};
 }
 

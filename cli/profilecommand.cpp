@@ -14,7 +14,7 @@ namespace {
 // The commands that take --profile.
 QList<Command> commandsWithProfiles()
 {
-    return {importCommand(), guessCommand()};
+    return {importCommand(), checkCommand(), guessCommand()};
 }
 
 // What any of them can be given, once each. Nothing must be given, alone or with another one: the

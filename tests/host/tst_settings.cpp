@@ -32,6 +32,7 @@ private Q_SLOTS:
     void laterValuesReplaceEarlierOnes();
     void groupsAreApart();
     void pathNamesAGroupInAGroup();
+    void namesAndForgetsWhatIsInAGroup();
     void keyWithAPath();
     void otherObjectsSeeItAtOnce();
     void isOnDiskWhenTheObjectIsGone_data();
@@ -168,6 +169,36 @@ void SettingsTest::pathNamesAGroupInAGroup()
     QCOMPARE(onDisk("Manager/width").toInt(), 1);
     QCOMPARE(onDisk("Manager/Wizard/width").toInt(), 2);
     QCOMPARE(onDisk("Manager/Wizard/Columns/width").toInt(), 3);
+}
+
+void SettingsTest::namesAndForgetsWhatIsInAGroup()
+{
+    const QString odd = QStringLiteral("Мой %1 = [x]");
+    {
+        AppSettings group("Manager");
+        QCOMPARE(group.keys(), QStringList());
+        QCOMPARE(group.groups(), QStringList());
+        group.setValue("width", 1);
+        group.setValue("height", 2);
+        AppSettings("Manager/Wizard").setValue("width", 3);
+        AppSettings("Manager/Wizard/Columns").setValue("width", 4);
+        AppSettings("Manager/" + odd).setValue("width", 5);
+        QStringList groups = group.groups();
+        groups.sort();
+        QCOMPARE(group.keys(), QStringList({"height", "width"}));
+        QCOMPARE(groups, QStringList({"Wizard", odd}));
+
+        group.remove("Wizard");
+        group.remove("height");
+        group.remove("nothing");
+        QCOMPARE(group.keys(), QStringList{"width"});
+        QCOMPARE(group.groups(), QStringList{odd});
+        QVERIFY(AppSettings("Manager/Wizard/Columns").keys().isEmpty());
+    }
+    QCOMPARE(onDisk("Manager/width").toInt(), 1);
+    QVERIFY(!onDisk("Manager/height").isValid());
+    QVERIFY(!onDisk("Manager/Wizard/width").isValid());
+    QCOMPARE(onDisk("Manager/" + odd + "/width").toInt(), 5);
 }
 
 void SettingsTest::keyWithAPath()
