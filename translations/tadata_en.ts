@@ -346,20 +346,8 @@ Hint: tadata --help</translation>
         <translation>N</translation>
     </message>
     <message>
-        <source>Знаков после точки в ценах. Без него — как в справочнике; для инструмента, которого там нет, обязателен.</source>
-        <translation>Digits after the point in prices. Without it, what the reference data say; mandatory for a security that they do not know.</translation>
-    </message>
-    <message>
         <source>число от 0 до %1</source>
         <translation>a number from 0 to %1</translation>
-    </message>
-    <message>
-        <source>Импортировать бары из текстового файла.</source>
-        <translation>Import bars from a text file.</translation>
-    </message>
-    <message>
-        <source>Импортирует бары из текстового файла. Файл дня заменяется целиком каждый раз, когда в файле начинается этот день. Если в файле нет ни одного бара, об этом сказано в стандартном выводе ошибок, код завершения 0.</source>
-        <translation>Imports bars from a text file. The file of a day is replaced as a whole each time the input comes to that day. That the input holds no bar is said on standard error, with exit status 0.</translation>
     </message>
     <message>
         <source>Показать, что хранится.</source>
@@ -773,7 +761,7 @@ Hint: tadata --help</translation>
     </message>
     <message>
         <source>инструмента %1 нет в справочнике: задайте --decimals, число знаков после точки в ценах</source>
-        <translation type="unfinished">the reference data do not hold the security %1/%2/%3: give --decimals, the number of digits after the point in prices {1 ?}</translation>
+        <translation>the reference data do not hold the instrument %1: give --decimals, the number of digits after the point in prices</translation>
     </message>
     <message>
         <source>Сказать, что сделает импорт, ничего не меняя.</source>
@@ -1150,6 +1138,18 @@ Hint: tadata --help</translation>
     <message>
         <source>; похоже на %1</source>
         <translation>; it resembles %1</translation>
+    </message>
+    <message>
+        <source>Импортировать бары из текстовых файлов.</source>
+        <translation>Import bars from text files.</translation>
+    </message>
+    <message>
+        <source>Импортирует бары из текстовых файлов, по порядку. Файл дня заменяется целиком каждый раз, когда в файле начинается этот день; --mode говорит, если нужно иначе. Вид файла угадывается, если не задан --columns. Если в файле нет ни одного бара, об этом сказано в стандартном выводе ошибок, код завершения 0.</source>
+        <translation>Imports bars from text files, one after the other. A day&apos;s file is replaced as a whole each time a file comes to that day, unless --mode says otherwise. The format of a file is guessed unless --columns is given. That a file holds no bar is said on standard error, with exit code 0.</translation>
+    </message>
+    <message>
+        <source>Знаков после точки в ценах. Без него — как в справочнике; для инструмента, которого там нет, — как в файле, а с --columns обязателен.</source>
+        <translation>Digits after the point of prices. Without it as in the reference data; for a security that they do not hold, as in the file, but with --columns it is mandatory.</translation>
     </message>
 </context>
 </TS>
