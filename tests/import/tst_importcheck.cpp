@@ -427,7 +427,8 @@ void TestImportCheck::saysWhenDatesAreReadWrongly_data()
     row("months of a year", "dd/MM/yyyy", "01/10/2024 01/11/2024 01/12/2024 13/12/2024", false);
     row("days in order", "MM/dd/yyyy", "01/10/2024 01/11/2024 01/12/2024", false);
     row("leaps both ways", "dd/MM/yyyy", "01/01/2024 06/06/2024", false);
-    row("a fortnight", "yyyyMMdd", "20240101 20240115", false);
+    row("a fortnight", "yyMMdd", "100110 240110", true);
+    row("a day more", "yyMMdd", "100110 250110", false);
     row("years read as days", "ddMMyy", "240110 240111 240112", true);
     row("days read as years", "yyMMdd", "101124 111124 121124", true);
     row("no date", "ddMMyy", "", false);
