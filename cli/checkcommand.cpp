@@ -59,20 +59,6 @@ SeriesCodes parseOneSeries(const CommandLine& line)
     return *codes;
 }
 
-// Makes the reference data know it, as an import does.
-void introduce(const SeriesCodes& codes, std::optional<int> given, std::optional<int> guessed)
-{
-    if (given)
-        makeKnown(codes, *given);
-    else if (!isKnown(codes) && guessed)
-        makeKnown(codes, *guessed);
-    else if (!isKnown(codes))
-        throw UsageError{
-            Text::tr("инструмента %1 нет в справочнике: задайте --decimals, число знаков после "
-                     "точки в ценах")
-                .arg(escaped(nameOf(codes)))};
-}
-
 ExitCode checkInto(const CommandLine& line, const SeriesCodes& codes, const ImportDetails& details,
                    const ImportWays& ways)
 {
@@ -107,7 +93,8 @@ ExitCode runCheck(const CommandLine& line)
         printError(layout->note);
     if (const auto installed = installReferenceData(line); !installed)
         return fail(installed.message());
-    introduce(codes, decimals, layout->decimals);
+    if (const vexdesk::Outcome known = makeKnown(codes, decimals, layout->decimals); !known)
+        throw UsageError{known.message()};
     setSeries(layout->details, codes);
     return checkInto(line, codes, layout->details, ways);
 }

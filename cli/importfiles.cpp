@@ -15,6 +15,7 @@
 #include <vexdesk/history/utf8.h>
 
 #include <QtCore/QElapsedTimer>
+#include <QtCore/QMap>
 
 #include <algorithm>
 #include <mutex>
@@ -55,15 +56,15 @@ public:
     {
         const std::lock_guard lock(m_mutex);
         const QString name = nameOf(codes);
-        if (m_names.contains(name))
-            return {};
+        if (m_known.contains(name))
+            return guessMore(file, codes);
+        const bool isGuessed = !m_request.decimals && !isKnown(codes);
         Outcome known = makeKnown(codes, m_request.decimals, file.decimals);
-        if (!known) {
+        if (known)
+            m_known.insert(name, isGuessed ? file.decimals : std::nullopt);
+        else
             m_unknown = known.message();
-            return known;
-        }
-        m_names.append(name);
-        return {};
+        return known;
     }
 
     void describe(const FileToImport& file, const QString& ticker, TADataDescription* series) const
@@ -81,10 +82,21 @@ public:
     }
 
 private:
+    // Of several files of a series the most digits count: none must be lost.
+    Outcome guessMore(const FileToImport& file, const SeriesCodes& codes)
+    {
+        std::optional<int>& guessed = m_known[nameOf(codes)];
+        if (guessed && file.decimals && *file.decimals > *guessed) {
+            guessed = file.decimals;
+            makeKnown(codes, *guessed);
+        }
+        return {};
+    }
+
     const ImportRequest& m_request;
-    std::mutex m_mutex; ///< of what the reference data know, and of:
-    QStringList m_names;
-    QString m_unknown; ///< why one is not known; or null
+    std::mutex m_mutex;                        ///< of what the reference data know, and of:
+    QMap<QString, std::optional<int>> m_known; ///< with the decimals that were guessed
+    QString m_unknown;                         ///< why one is not known; or null
 };
 
 // All that the imports of one command have in common.

@@ -51,6 +51,7 @@ private Q_SLOTS:
     void oneFailureTakesAllBack();
     void oneLockKeepsAllBack();
     void aNameWithoutACodeIsRefused();
+    void noDigitOfAPriceIsLost();
 
 private:
     void write(const QByteArray& name, const QByteArray& content) const
@@ -260,6 +261,25 @@ void TadataManyTest::aNameWithoutACodeIsRefused()
     write(".csv", bar("20240115", "1"));
     QCOMPARE(importAll("one.csv .csv").exitCode, 2);
     QVERIFY(!QFileInfo::exists(path("store")));
+}
+
+// A series that nobody knows has as many decimals as any of its files.
+void TadataManyTest::noDigitOfAPriceIsLost()
+{
+    write("one.csv", "20240115,1000,1.5,1.7,1.4,1.6\n20240115,1001,1.6,1.7,1.4,1.5\n");
+    write("two.csv", "20240116,1000,1.525,1.7,1.4,1.6\n20240116,1001,1.6,1.7,1.4,1.525\n");
+    for (const char* files : {"one.csv two.csv", "two.csv one.csv"}) {
+        QCOMPARE(runTadata(words("import --series A/B/C --store store --jobs 2") + words(files),
+                           plainEnvironment(), m_dir->path())
+                     .exitCode,
+                 0);
+        QVERIFY(stored()
+                    .value(QStringLiteral("A/B/C/20240115_60.iss"))
+                    .startsWith("100000;1.500;1.700;"));
+        QVERIFY(stored()
+                    .value(QStringLiteral("A/B/C/20240116_60.iss"))
+                    .startsWith("100000;1.525;1.700;"));
+    }
 }
 
 QTEST_GUILESS_MAIN(TadataManyTest)
