@@ -123,7 +123,7 @@ DayFile readDayFile(const QString& path, const QDate& day, int jumpPercent)
 {
     DayReader reader(day, jumpPercent);
     DayFileLines lines(path);
-    lines.keepCutCharacter();
+    lines.beStrict();
     std::optional<UnreadFile> failure;
     if (!lines.open()) {
         failure = UnreadFile{path, UnreadFile::Reason::NotOpened, {}};

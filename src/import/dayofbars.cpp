@@ -132,7 +132,7 @@ Outcome StoredDay::read(const QString& path, const QDate& day,
     *this = StoredDay();
     m_path = path;
     vexdesk::DayFileLines lines(path);
-    lines.keepCutCharacter();
+    lines.beStrict();
     if (!lines.open())
         return QFileInfo::exists(path) ? cannotOpen(path) : Outcome();
     m_state = lines.state();
@@ -186,9 +186,8 @@ void StoredDay::addFaultless(QByteArrayView line, qsizetype begin)
 {
     if (line.isEmpty()) // of a byte order mark alone
         return;
-    const vexdesk::RecordFields fields = vexdesk::firstRecordFields(line);
-    m_lines.push_back({vexdesk::secondOfPlainTime(fields[vexdesk::TimeField]), begin, line.size(),
-                       fields[vexdesk::VolumeField].contains('.')});
+    const bool isEdited = vexdesk::firstRecordFields(line)[vexdesk::VolumeField].contains('.');
+    m_lines.push_back({vexdesk::secondOfRecordLine(line), begin, line.size(), isEdited});
 }
 
 QByteArrayView StoredDay::textOf(const DayLine& line) const

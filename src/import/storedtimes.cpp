@@ -12,7 +12,7 @@ vexdesk::Result<TimesOfDay> storedTimes(const QString& path, const QDate& day)
 {
     constexpr int perSecond = 1000;
     vexdesk::DayFileLines lines(path);
-    lines.keepCutCharacter();
+    lines.beStrict();
     if (!lines.open())
         return cannotOpen(path);
     TimesOfDay times;

@@ -158,6 +158,7 @@ void TestDayFaults::countsLines_data()
     QTest::newRow("three line ends") << QByteArray("\n\n\n") << 0 << Lines{1, 2, 3};
     QTest::newRow("two, one with a carriage return") << QByteArray("\n\r\n") << 0 << Lines{1, 2};
     QTest::newRow("not UTF-8") << "\xff\n" + bar + "\n\xd0\xd0\n" << 1 << Lines{1, 3};
+    QTest::newRow("bytes of a mark of UTF-16") << "\xff\xfe\n" + bar + "\n" << 1 << Lines{1};
     QTest::newRow("cut inside a character") << bar + "\n" + bar + "\xd0" << 1 << Lines{2};
     QTest::newRow("other characters") << "Цена\n" + bar + "\n" << 1 << Lines{1};
 }

@@ -181,6 +181,7 @@ private Q_SLOTS:
     void keepsHalfACharacterAtTheEnd();
     void aLineThatIsCutInsideACharacterCanBeToldFromAWholeOne_data();
     void aLineThatIsCutInsideACharacterCanBeToldFromAWholeOne();
+    void strictlyAFileIsNeverInUtf16();
     void tellsWhetherTheFileWasWrittenTo();
     void saysWhyItStopped_data();
     void saysWhyItStopped();
@@ -416,12 +417,24 @@ void TestDayFileLines::aLineThatIsCutInsideACharacterCanBeToldFromAWholeOne()
     QCOMPARE(linesOf(path()), QByteArrayList{bar});
 
     DayFileLines reader(path());
-    reader.keepCutCharacter();
+    reader.beStrict();
     QByteArrayView line;
     QVERIFY(reader.open() && !reader.plainText() && reader.next(&line));
     QCOMPARE(line.toByteArray(), bar + QByteArray("\xef\xbf\xbd").repeated(bytes.size()));
     QVERIFY(!reader.next(&line));
     QVERIFY(reader.outcome());
+}
+
+void TestDayFileLines::strictlyAFileIsNeverInUtf16()
+{
+    writeOldFile(path(), "\xff\xfe\n" + bar + "\n");
+    DayFileLines reader(path());
+    reader.beStrict();
+    QByteArrayView line;
+    QVERIFY(reader.open() && reader.nextBytes(&line));
+    QCOMPARE(line.toByteArray(), QByteArray("\xff\xfe"));
+    QVERIFY(reader.next(&line));
+    QCOMPARE(line.toByteArray(), bar);
 }
 
 void TestDayFileLines::tellsWhetherTheFileWasWrittenTo()

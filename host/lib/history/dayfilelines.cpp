@@ -86,7 +86,7 @@ public:
     bool isMixed() const { return m_reads > 1 && isChanged(); }
     qint64 position() const { return m_position; }
     std::optional<QByteArray> plainText();
-    void keepCutCharacter() { m_keepsCutCharacter = true; }
+    void beStrict() { m_isStrict = true; }
     bool next(QByteArrayView* line);
     bool nextBytes(QByteArrayView* line);
     const Outcome& outcome() const { return m_outcome; }
@@ -110,7 +110,7 @@ private:
     qint64 m_reads = 0; // that gave something
     Outcome m_outcome;
     bool m_isAtEnd = false; // of the file
-    bool m_keepsCutCharacter = false;
+    bool m_isStrict = false;
 
     QByteArray m_buffer; // what was read and not yet given, and before it what was given
     qsizetype m_begin = 0;
@@ -229,7 +229,7 @@ void DayFileLines::Private::append(qsizetype kept)
     // What the end of the file has cut in two is no character.
     if (m_isAtEnd && m_decoder)
         m_buffer += restOfUtf8();
-    else if (m_isAtEnd && !m_keepsCutCharacter)
+    else if (m_isAtEnd && !m_isStrict)
         m_buffer.chop(sizeOfCutCharacter(m_buffer));
     m_searched = std::min(m_searched, m_buffer.size());
 }
@@ -276,7 +276,7 @@ void DayFileLines::Private::beginText()
     if (*encoding == QStringConverter::Utf8) {
         constexpr qsizetype markSize = 3;
         m_buffer.remove(0, markSize);
-    } else {
+    } else if (!m_isStrict) {
         m_decoder.emplace(*encoding);
         m_buffer = inUtf8(m_buffer);
     }
@@ -342,9 +342,9 @@ std::optional<QByteArray> DayFileLines::plainText()
     return m_d->plainText();
 }
 
-void DayFileLines::keepCutCharacter()
+void DayFileLines::beStrict()
 {
-    m_d->keepCutCharacter();
+    m_d->beStrict();
 }
 
 bool DayFileLines::next(QByteArrayView* line)
