@@ -5,8 +5,9 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstring>
-#include <limits>
+#include <utility>
 
 namespace {
 
@@ -56,8 +57,7 @@ constexpr std::array<char, 200> digitPairs = makeDigitPairs();
 
 // The digits of a number without its sign, from the last one to the first; returns where they
 // begin.
-template <typename Number>
-char* putDigits(char* end, Number rest, int scale)
+char* putDigits(char* end, quint64 rest, int scale)
 {
     char* at = end;
     const auto putPair = [&at, &rest] {
@@ -81,6 +81,103 @@ char* putDigits(char* end, Number rest, int scale)
     if (rest > 0 || at == point)
         *--at = static_cast<char>('0' + rest);
     return at;
+}
+
+// Short texts are read and written eight characters at a time, in one word whose lowest byte is the
+// first character.
+constexpr bool isLittleEndian = std::endian::native == std::endian::little;
+constexpr int wordSize = sizeof(quint64);
+constexpr int byteBits = 8;
+constexpr quint64 ones = 0x0101010101010101U;
+constexpr quint64 zeros = ones * '0';
+constexpr quint64 digitsOfWord = 100'000'000; // numbers below it have no more digits than a word
+
+// The lowest bytes of a word; fewer than eight.
+constexpr quint64 firstBytes(int count)
+{
+    return (quint64(1) << (count * byteBits)) - 1;
+}
+
+// Four to eight characters.
+quint64 wordOf(const char* text, int size)
+{
+    constexpr int half = wordSize / 2;
+    quint32 first = 0;
+    quint32 last = 0;
+    std::memcpy(&first, text, half);
+    std::memcpy(&last, text + size - half, half);
+    return first | quint64(last) << ((size - half) * byteBits);
+}
+
+// The characters of a word that has eight digits as a number; no value where one is no digit.
+std::optional<quint64> numberOf(quint64 word)
+{
+    constexpr quint64 highHalves = ones * 0xf0;
+    const bool areDigits =
+        (word & highHalves) == zeros && ((word + ones * 6) & highHalves) == zeros;
+    if (!areDigits)
+        return std::nullopt;
+    // Neighbours are put together: two digits, then four, then eight.
+    word -= zeros;
+    word = word * 10 + (word >> 8);
+    word = ((word & 0x000000ff000000ffU) * 0x000f424000000064U +
+            (word >> 16 & 0x000000ff000000ffU) * 0x0000271000000001U) >>
+           32;
+    return word;
+}
+
+// The digits of a number below 100,000,000, all eight of them.
+quint64 digitsOf(quint32 number)
+{
+    // Halves of four digits, then of two, then of one: each division is a multiplication.
+    quint64 word = number / 10000 | quint64(number % 10000) << 32;
+    const quint64 hundreds = (word * 10486 >> 20) & 0x0000007f0000007fU;
+    word = hundreds | (word - hundreds * 100) << 16;
+    const quint64 tens = (word * 103 >> 10) & 0x000f000f000f000fU;
+    return tens | (word - tens * 10) << 8;
+}
+
+// Texts of four to eight characters without a sign, as most prices are. No value where there is
+// anything else to it.
+std::optional<std::pair<quint64, int>> shortNumber(const char* text, int size)
+{
+    quint64 word = wordOf(text, size);
+    // The highest bit of each byte that is a point; the lowest of them is exact.
+    const quint64 others = word ^ ones * '.';
+    const quint64 points = (others - ones) & ~others & (ones << 7);
+    int scale = 0;
+    int digits = size;
+    if (points != 0) {
+        const int point = std::countr_zero(points) / byteBits;
+        scale = size - point - 1;
+        if (point == 0 || scale == 0)
+            return std::nullopt;
+        word = (word & firstBytes(point)) | (word >> byteBits & ~firstBytes(point));
+        --digits;
+    }
+    const int missing = wordSize - digits;
+    if (missing > 0)
+        word = word << (missing * byteBits) | (zeros & firstBytes(missing));
+    const std::optional<quint64> number = numberOf(word);
+    return number ? std::optional(std::pair(*number, scale)) : std::nullopt;
+}
+
+// Of a number below 100,000,000 with at most seven digits after the point, into room for sixteen
+// characters and more; returns the text's end.
+char* putShort(char* text, quint32 number, int scale)
+{
+    const quint64 all = digitsOf(number);
+    // At least one digit stands before the point.
+    const int leading = std::min(std::countr_zero(all) / byteBits, wordSize - 1 - scale);
+    const quint64 digits = (all | zeros) >> (leading * byteBits);
+    const int whole = wordSize - leading - scale;
+    std::memcpy(text, &digits, wordSize);
+    if (scale == 0)
+        return text + whole;
+    const quint64 fraction = digits >> (whole * byteBits);
+    text[whole] = '.';
+    std::memcpy(text + whole + 1, &fraction, wordSize);
+    return text + whole + 1 + scale;
 }
 
 [[noreturn]] void throwIncorrect(QStringView text)
@@ -149,6 +246,10 @@ std::optional<decimal> decimal::fromText(QStringView text) noexcept
 
 std::optional<decimal> decimal::fromText(QLatin1String text) noexcept
 {
+    if (isLittleEndian && text.size() >= wordSize / 2 && text.size() <= wordSize) {
+        if (const auto number = shortNumber(text.data(), static_cast<int>(text.size())))
+            return pack(static_cast<qint64>(number->first), number->second);
+    }
     return parse(text.begin(), text.end());
 }
 
@@ -183,23 +284,18 @@ QString decimal::toString() const
 
 int decimal::toText(char* text) const noexcept
 {
-    // Most texts are short, and a copy of a known size takes no call: both sides have the room.
-    constexpr int shortSize = 16;
-    std::array<char, maxTextSize + shortSize> buffer;
-    char* const end = buffer.data() + maxTextSize;
+    char* to = text;
     const auto magnitude = static_cast<quint64>(mantissa() < 0 ? -mantissa() : mantissa());
-    // Numbers of 32 bits, as most prices are, are divided in less time.
-    char* begin = magnitude <= std::numeric_limits<quint32>::max()
-                      ? putDigits(end, static_cast<quint32>(magnitude), scale())
-                      : putDigits(end, magnitude, scale());
     if (mantissa() < 0)
-        *--begin = '-';
-    const auto size = static_cast<int>(end - begin);
-    if (size <= shortSize)
-        std::memcpy(text, begin, shortSize);
-    else
-        std::memcpy(text, begin, static_cast<size_t>(size));
-    return size;
+        *to++ = '-';
+    if (isLittleEndian && magnitude < digitsOfWord && scale() < wordSize) {
+        to = putShort(to, static_cast<quint32>(magnitude), scale());
+    } else {
+        std::array<char, maxTextSize> buffer;
+        char* const end = buffer.data() + buffer.size();
+        to = std::copy(putDigits(end, magnitude, scale()), end, to);
+    }
+    return static_cast<int>(to - text);
 }
 
 int decimal::compare(const decimal& other) const noexcept
