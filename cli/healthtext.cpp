@@ -102,15 +102,25 @@ QStringList remarksOn(const SeriesHealth& health)
     return remarks;
 }
 
-// Where gaps could not be looked for, a full coverage says nothing.
+qint64 daysWithoutUsualTimes(const SeriesHealth& health)
+{
+    return std::count_if(health.days.begin(), health.days.end(),
+                         [](const DayHealth& day) { return day.expected == 0; });
+}
+
+// Where nothing is expected, a full coverage says nothing.
+bool hasNoUsualTimes(const SeriesHealth& health)
+{
+    return daysWithoutUsualTimes(health) == static_cast<qint64>(health.days.size());
+}
+
 QString limitsOf(const SeriesHealth& health)
 {
     if (health.timeframe != vexdesk::minuteTimeframe)
         return Text::tr("разрывы ищутся только в минутных барах");
-    const auto unusual = std::count_if(health.days.begin(), health.days.end(),
-                                       [](const DayHealth& day) { return day.expected == 0; });
-    if (unusual == static_cast<qptrdiff>(health.days.size()))
+    if (hasNoUsualTimes(health))
         return Text::tr("обычных времён нет: разрывов не найти");
+    const qint64 unusual = daysWithoutUsualTimes(health);
     return unusual > 0 ? Text::tr("дней без обычных времён: %1").arg(unusual) : QString();
 }
 
@@ -164,15 +174,21 @@ QChar markOf(const SeriesHealth& health, const QDate& date, bool inAscii)
                                   [&date](const DayHealth& one) { return one.day == date; });
     if (day != health.days.end()) {
         const QString steps = stepsOf(inAscii);
-        const qsizetype last = steps.size() - 1;
-        return steps[day->expected == 0 ? last
-                                        : (day->expected - day->lacking()) * last / day->expected];
+        return day->expected == 0
+                   ? QChar(u'~')
+                   : steps[(day->expected - day->lacking()) * (steps.size() - 1) / day->expected];
     }
     if (health.missingDays.contains(date))
         return u'!';
     if (health.closed.contains(date))
         return u'x';
     return health.unproven.contains(date) ? u'?' : u' ';
+}
+
+QString knownCoverageOf(const SeriesHealth& health)
+{
+    const bool isKnown = !hasNoUsualTimes(health) || !health.missingDays.empty();
+    return isKnown ? coverageOf(health) : Text::tr("неизвестно");
 }
 
 } // namespace
@@ -187,7 +203,7 @@ QString seriesLine(const SeriesHealth& health)
     if (const QString limits = limitsOf(health); !limits.isEmpty())
         remarks.append(limits);
     return Text::tr("%1: покрытие %2, с %3 по %4, баров: %5; %6")
-        .arg(nameOf(health), coverageOf(health), health.first.toString(Qt::ISODate),
+        .arg(nameOf(health), knownCoverageOf(health), health.first.toString(Qt::ISODate),
              health.last.toString(Qt::ISODate), QString::number(health.bars()),
              remarks.join(listSeparator()));
 }
@@ -251,8 +267,8 @@ QString monthCalendar(const SeriesHealth& health, const QDate& month, bool inAsc
 
 QString calendarLegend(bool inAscii)
 {
-    return Text::tr("%1 — покрытие дня от меньшего к полному; ! — пропущенный день, x — закрытый, "
-                    "? — под вопросом")
+    return Text::tr("%1 — покрытие дня от меньшего к полному; ~ — бары есть, обычных времён нет; "
+                    "! — пропущенный день, x — закрытый, ? — под вопросом")
         .arg(stepsOf(inAscii));
 }
 

@@ -30,9 +30,14 @@ FieldPattern::FieldPattern(const QString& pattern)
         m_isPlain = m_isPlain && m_parts.last().length <= maxDigits;
     }
     m_isPlain = m_isPlain && (m_parts.size() == 2 || m_parts.size() == 3);
+    static constexpr char letters[] = "hms";
+    m_isOfTime = m_isPlain;
+    for (qsizetype i = 0; m_isOfTime && i < m_parts.size(); ++i)
+        m_isOfTime = m_parts[i].letter == letters[i] && m_parts[i].length == 2;
 }
 
-bool FieldPattern::read(QByteArrayView field, std::array<int, 3>* numbers) const
+// Whether it has the pattern's length, and its signs at their places.
+bool FieldPattern::hasSigns(QByteArrayView field) const
 {
     if (!m_isPlain || field.size() != m_text.size())
         return false;
@@ -40,6 +45,13 @@ bool FieldPattern::read(QByteArrayView field, std::array<int, 3>* numbers) const
         if (field[sign] != m_text[sign])
             return false;
     }
+    return true;
+}
+
+bool FieldPattern::read(QByteArrayView field, std::array<int, 3>* numbers) const
+{
+    if (!hasSigns(field))
+        return false;
     auto number = numbers->begin();
     for (const Part& part : m_parts) {
         *number = 0;
@@ -85,19 +97,23 @@ std::optional<PlainDate> FieldPattern::date(QByteArrayView field) const
 
 std::optional<QTime> FieldPattern::time(QByteArrayView field) const
 {
-    std::array<int, 3> numbers{};
-    if (!read(field, &numbers))
+    if (!m_isOfTime || !hasSigns(field))
         return std::nullopt;
-    static constexpr char letters[] = "hms";
+    int seconds = 0;
     for (qsizetype i = 0; i < m_parts.size(); ++i) {
-        const Part& part = m_parts[i];
-        if (part.letter != letters[i] || part.length != 2)
+        const char* const digits = field.data() + m_parts[i].begin;
+        const int tens = digits[0] - '0';
+        const int ones = digits[1] - '0';
+        const int number = tens * 10 + ones;
+        const bool areDigits = tens >= 0 && tens <= 9 && ones >= 0 && ones <= 9;
+        if (!areDigits || number >= (i == 0 ? 24 : 60))
             return std::nullopt;
+        seconds = seconds * 60 + number;
     }
-    const auto [hour, minute, second] = numbers;
-    if (hour >= 24 || minute >= 60 || second >= 60)
-        return std::nullopt;
-    return QTime::fromMSecsSinceStartOfDay(((hour * 60 + minute) * 60 + second) * 1000);
+    constexpr int secondsOfMinute = 60;
+    if (m_parts.size() == 2)
+        seconds *= secondsOfMinute;
+    return QTime::fromMSecsSinceStartOfDay(seconds * 1000);
 }
 
 } // namespace tadata

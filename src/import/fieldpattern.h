@@ -52,12 +52,14 @@ private:
         int length = 0;
     };
 
+    bool hasSigns(QByteArrayView field) const;
     bool read(QByteArrayView field, std::array<int, 3>* numbers) const;
 
     QByteArray m_text;
     QVarLengthArray<Part, 3> m_parts;
     QVarLengthArray<int, 8> m_signs; ///< the places between the parts
     bool m_isPlain = false;
+    bool m_isOfTime = false; ///< hours, minutes and maybe seconds of two digits each
 };
 
 } // namespace tadata

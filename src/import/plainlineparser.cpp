@@ -162,10 +162,20 @@ bool PlainLineParser::readTime(QByteArrayView text, QTime* time) const
     return plain.has_value();
 }
 
-bool PlainLineParser::readNumbers(BarDescription* bar) const
+short PlainLineParser::decimals()
 {
-    const auto decimals = static_cast<short>(SecurityDirectory::i().decimalsById(
-        m_details.stockId, m_details.boardId, m_details.securityId));
+    const std::tuple ids(m_details.stockId, m_details.boardId, m_details.securityId);
+    if (m_known != ids) {
+        m_known = ids;
+        m_decimals = static_cast<short>(SecurityDirectory::i().decimalsById(
+            m_details.stockId, m_details.boardId, m_details.securityId));
+    }
+    return m_decimals;
+}
+
+bool PlainLineParser::readNumbers(BarDescription* bar)
+{
+    const short decimals = this->decimals();
     bar->isRounded = false;
     const auto number = [this, decimals, bar](ColumnRole role, decimal* to) {
         return readDecimal(field(static_cast<int>(role)), decimals, to, &bar->isRounded);
@@ -183,8 +193,7 @@ bool PlainLineParser::readNumbers(BarDescription* bar) const
 
     if (has(static_cast<int>(ColumnRole::Value)))
         return number(ColumnRole::Value, &bar->value);
-    bar->value = decimal(0, 2);
-    bar->value.setScale(decimals);
+    bar->value = decimal(0, decimals);
     return true;
 }
 

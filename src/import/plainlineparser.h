@@ -9,6 +9,8 @@
 #include <QtCore/QByteArrayView>
 
 #include <array>
+#include <optional>
+#include <tuple>
 
 namespace tadata {
 
@@ -18,7 +20,8 @@ namespace tadata {
 class PlainLineParser final
 {
 public:
-    /// The settings must outlive the parser.
+    /// The settings must outlive the parser. Their series may change from line to line; how many
+    /// decimals a security has may not.
     explicit PlainLineParser(const ImportDetails& details);
 
     /// Fills a fresh bar. False, with anything in the bar, when the line is not for this parser.
@@ -31,7 +34,8 @@ private:
     bool split(QByteArrayView line);
     bool readDate(QByteArrayView field, QDate* date);
     bool readTime(QByteArrayView field, QTime* time) const;
-    bool readNumbers(BarDescription* bar) const;
+    bool readNumbers(BarDescription* bar);
+    short decimals();
     QByteArrayView field(int role) const;
     bool has(int role) const;
 
@@ -48,6 +52,9 @@ private:
     std::array<QByteArrayView, maxFields> m_fields;
     QByteArray m_dateText; ///< of the line before, and what it was read as
     QDate m_date;
+    /// Whose decimals were looked up last, and these.
+    std::optional<std::tuple<qint32, qint32, qint64>> m_known;
+    short m_decimals = 0;
 };
 
 } // namespace tadata

@@ -70,6 +70,8 @@ private Q_SLOTS:
     void theNewestAndThoseAtWorkStay();
     void pointsOfOneSecondAreNumbered();
     void takingBackLeavesNoPoint();
+    void takingBackNeedsNoRoom();
+    void takingBackThatFailsNamesThePoint();
 
 private:
     QString path(const QString& relative) const { return m_root + u'/' + relative; }
@@ -503,6 +505,37 @@ void TestRestorePoint::takingBackLeavesNoPoint()
     QVERIFY(point.takeBack());
     QCOMPARE(stored(), before);
     QCOMPARE(inPlace(), QStringList());
+}
+
+void TestRestorePoint::takingBackNeedsNoRoom()
+{
+    const Tree before = stored();
+    RestorePoint point(m_place, QStringLiteral("import"), series, {});
+    QVERIFY(point.keep({path(monday), path(tuesday)}));
+    apply({{monday, "half"}, {tuesday, "made"}});
+    const testsupport::Fault full(testsupport::SystemCall::Write, QStringLiteral(".tmp"),
+                                  ENOSPC);
+    QVERIFY(point.takeBack());
+    QCOMPARE(stored(), before);
+    QCOMPARE(inPlace(), QStringList());
+    QCOMPARE(QFileInfo(path(monday)).isSymLink(), false);
+}
+
+void TestRestorePoint::takingBackThatFailsNamesThePoint()
+{
+    RestorePoint point(m_place, QStringLiteral("import"), series, {});
+    QVERIFY(point.keep({path(monday)}));
+    apply({{monday, "half"}});
+    const QString id = point.id();
+    {
+        const testsupport::Fault broken(testsupport::SystemCall::Write,
+                                        QStringLiteral(".tmp"), EIO);
+        const auto back = point.takeBack();
+        QVERIFY(!back && back.message().contains(id) && back.message().contains(path(monday)));
+    }
+    QCOMPARE(ids(), QStringList(id));
+    QVERIFY(!putBack(id).isEmpty());
+    QCOMPARE(readFile(path(monday)), QByteArray("old monday\n"));
 }
 
 QTEST_GUILESS_MAIN(TestRestorePoint)

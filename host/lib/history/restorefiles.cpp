@@ -397,7 +397,11 @@ std::optional<ContentSum> keepCopy(int from, const QString& to)
     return isWhole ? sum : std::nullopt;
 }
 
-Outcome putCopyBack(const QString& copy, const QString& path)
+namespace {
+
+enum class CopyUse { Again, Never };
+
+Outcome putBack(const QString& copy, const QString& path, CopyUse use)
 {
     const Descriptor from(
         ::open(QFile::encodeName(copy).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
@@ -413,7 +417,21 @@ Outcome putCopyBack(const QString& copy, const QString& path)
     Step step = replaceWhole(from.get(), target, old.isOpen() ? old.get() : -1);
     if (step.isRefused() && old.isOpen())
         step = fillInPlace(from.get(), name);
+    if (step.isFull() && use == CopyUse::Never && putInPlace(copy, target).isDone())
+        step = Step::done();
     return step.isDone() ? Outcome() : notPutBack(path, step.reason());
+}
+
+} // namespace
+
+Outcome putCopyBack(const QString& copy, const QString& path)
+{
+    return putBack(copy, path, CopyUse::Again);
+}
+
+Outcome putLastCopyBack(const QString& copy, const QString& path)
+{
+    return putBack(copy, path, CopyUse::Never);
 }
 
 Outcome removeCreated(const QString& path)

@@ -55,6 +55,9 @@ std::optional<ContentSum> keepCopy(int from, const QString& to);
 /// Gives a file of the store the content of a copy, whole or not at all where the directory allows
 /// that. Through links; the directories are made.
 Outcome putCopyBack(const QString& copy, const QString& path);
+/// The same with a copy that nobody needs afterwards: where the disk is full it is the file itself
+/// that comes back.
+Outcome putLastCopyBack(const QString& copy, const QString& path);
 /// Makes a file go that a job has made; through links.
 Outcome removeCreated(const QString& path);
 

@@ -136,7 +136,7 @@ private:
     void closeAll();
     QStringList forgetUntouched();
     bool isUntouched(const TouchedFiles::File& file) const;
-    Outcome putBack(const TouchedFiles::File& file) const;
+    Outcome putBackAll() const;
     Outcome writeComplete();
     Failure notKept(const QString& path, const QString& reason);
 
@@ -337,23 +337,31 @@ Outcome RestorePoint::Private::takeBack()
 {
     if (!isMade())
         return {};
-    Outcome back;
-    m_touched.forEach([this, &back](const TouchedFiles::File& file) {
-        if (back && !isUntouched(file))
-            back = putBack(file);
-    });
+    const Outcome back = putBackAll();
     if (!back) {
         static_cast<void>(finish());
-        return back;
+        return Failure{
+            Text::tr("%1. Точка возврата %2 остаётся: когда причины не будет, вернуть всё "
+                     "можно по ней")
+                .arg(back.message(), record.id)};
     }
     remove();
     return {};
 }
 
-Outcome RestorePoint::Private::putBack(const TouchedFiles::File& file) const
+// What was made goes first: on a full disk that makes room.
+Outcome RestorePoint::Private::putBackAll() const
 {
-    return file.kept ? restore::putCopyBack(copyOf(file.relative), file.path)
-                     : restore::removeCreated(file.path);
+    Outcome back;
+    m_touched.forEach([this, &back](const TouchedFiles::File& file) {
+        if (back && !file.kept && !isUntouched(file))
+            back = restore::removeCreated(file.path);
+    });
+    m_touched.forEach([this, &back](const TouchedFiles::File& file) {
+        if (back && file.kept && !isUntouched(file))
+            back = restore::putLastCopyBack(copyOf(file.relative), file.path);
+    });
+    return back;
 }
 
 void RestorePoint::Private::remove()

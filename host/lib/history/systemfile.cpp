@@ -268,6 +268,25 @@ Step writeWhole(const QString& path, QByteArrayView content)
     return file.finish();
 }
 
+Step putInPlace(const QString& path, const QString& target)
+{
+    const QByteArray from = QFile::encodeName(path);
+    const QByteArray to = QFile::encodeName(target);
+    struct stat one = {};
+    struct stat other = {};
+    if (::lstat(from.constData(), &one) != 0 || ::lstat(to.constData(), &other) != 0)
+        return Step::failed();
+    const bool haveSameOwner = one.st_uid == other.st_uid && one.st_gid == other.st_gid;
+    if (!haveSameOwner || !S_ISREG(one.st_mode) || !S_ISREG(other.st_mode)) {
+        errno = EPERM;
+        return Step::failed();
+    }
+    const QByteArray beside = QFile::encodeName(temporaryPathIn(QFileInfo(target).path()));
+    if (::link(from.constData(), beside.constData()) != 0)
+        return Step::failed();
+    return TemporaryName(beside).renameTo(to);
+}
+
 Step replaceWhole(int from, const QString& target, int old)
 {
     const QByteArray beside = QFile::encodeName(temporaryPathIn(QFileInfo(target).path()));

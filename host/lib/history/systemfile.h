@@ -7,6 +7,7 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
+#include <cerrno>
 #include <optional>
 
 class QFileDevice;
@@ -27,6 +28,8 @@ public:
     /// Whether nothing is wrong with the disk, but the directory allows no such step: by its
     /// permissions, or because the file is a mount of its own.
     bool isRefused() const;
+    /// Whether there is no room left.
+    bool isFull() const { return m_error == ENOSPC || m_error == EDQUOT; }
     QString reason() const { return qt_error_string(m_error); }
 
 private:
@@ -141,6 +144,11 @@ Step writeWhole(const QString& path, QByteArrayView content);
 /// all: by a file beside it, which takes its place and, where one is given, the permissions, owner
 /// and group of the old file. Refused where the directory does not allow that.
 Step replaceWhole(int from, const QString& target, int old = -1);
+
+/// Gives a file's content to another name, which takes the place of the file there: it needs no
+/// room on the disk. Both must belong to the same owner; where they are links or lie on two file
+/// systems it fails.
+Step putInPlace(const QString& path, const QString& target);
 
 /// The state of an open file, see fileState(QString).
 std::optional<FileState> fileState(const QFileDevice& file);
