@@ -376,7 +376,7 @@ void TestChartPanel::anotherSeriesTakesThePlaceOfOneThatIsGone()
     QTRY_COMPARE(candles(), 25U);
     QVERIFY(QFile::remove(vega));
     QVERIFY(QFile::remove(m_root->filePath(QStringLiteral("NORD/MAIN/ALFA/") + dayFile(day))));
-    QTRY_VERIFY(message().contains(QStringLiteral("Импортировать...")));
+    QTRY_VERIFY(message().contains(QStringLiteral("команду импорта")));
 }
 
 void TestChartPanel::remembersSeriesAndTimeframe()
