@@ -190,7 +190,7 @@ void TestChartDock::saysHowToGetBars()
     const auto* const message = testsupport::child<QLabel>(dock(), "chartMessage");
     QVERIFY(message);
     QTRY_VERIFY(message->isVisible());
-    QTRY_VERIFY2(message->text().contains(QStringLiteral("Импортировать...")),
+    QTRY_VERIFY2(message->text().contains(QStringLiteral("команду импорта")),
                  qPrintable(message->text()));
 }
 
