@@ -538,10 +538,6 @@ Hint: tadata --help</translation>
         <translation> Mo  Tu  We  Th  Fr  Sa  Su</translation>
     </message>
     <message>
-        <source>%1 — покрытие дня от меньшего к полному; ! — пропущенный день, x — закрытый, ? — под вопросом</source>
-        <translation>%1: the coverage of a day, from the least to all; !: a missing day, x: a closed one, ?: one in question</translation>
-    </message>
-    <message>
         <source>разрывы ищутся только в минутных барах</source>
         <translation>gaps are looked for in minute bars only</translation>
     </message>
@@ -758,10 +754,6 @@ Hint: tadata --help</translation>
     <message>
         <source>имя файла не подходит на место {name}</source>
         <translation>the name of the file does not fit in the place of {name}</translation>
-    </message>
-    <message>
-        <source>инструмента %1 нет в справочнике: задайте --decimals, число знаков после точки в ценах</source>
-        <translation>the reference data do not hold the instrument %1: give --decimals, the number of digits after the point in prices</translation>
     </message>
     <message>
         <source>Сказать, что сделает импорт, ничего не меняя.</source>
@@ -1150,6 +1142,14 @@ Hint: tadata --help</translation>
     <message>
         <source>Знаков после точки в ценах. Без него — как в справочнике; для инструмента, которого там нет, — как в файле, а с --columns обязателен.</source>
         <translation>Digits after the point of prices. Without it as in the reference data; for a security that they do not hold, as in the file, but with --columns it is mandatory.</translation>
+    </message>
+    <message>
+        <source>неизвестно</source>
+        <translation>unknown</translation>
+    </message>
+    <message>
+        <source>%1 — покрытие дня от меньшего к полному; ~ — бары есть, обычных времён нет; ! — пропущенный день, x — закрытый, ? — под вопросом</source>
+        <translation>%1: the coverage of a day, from the least to all; ~: bars, but no usual times; !: a missing day, x: a closed one, ?: one in question</translation>
     </message>
 </context>
 </TS>

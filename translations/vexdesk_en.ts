@@ -882,6 +882,10 @@ If both change history or settings, the changes of one of them will be lost.</tr
         <source>Точка возврата %1 не дописана: %2; вернуть её можно</source>
         <translation>The restore point %1 is not complete: %2; it can be put back all the same</translation>
     </message>
+    <message>
+        <source>%1. Точка возврата %2 остаётся: когда причины не будет, вернуть всё можно по ней</source>
+        <translation>%1. The restore point %2 stays: once the cause is gone, everything can be put back by it</translation>
+    </message>
 </context>
 <context>
     <name>vexdesk::SeriesBox</name>

@@ -275,7 +275,11 @@ void TestTranslationFiles::everyRussianLiteralCanBeTranslated()
         QDirIterator walk(sourcePath(folder), {QStringLiteral("*.cpp"), QStringLiteral("*.h")},
                           QDir::Files, QDirIterator::Subdirectories);
         while (walk.hasNext()) {
-            const QString code = QString::fromUtf8(testsupport::readFile(walk.next()));
+            const QString path = walk.next();
+            // The names of columns in files stay what they are.
+            if (walk.fileName() == u"columnroles.cpp")
+                continue;
+            const QString code = QString::fromUtf8(testsupport::readFile(path));
             const QStringList literals = russianLiterals(code);
             for (const QString& literal : literals) {
                 // The language's own name is the same in every language.
