@@ -10,8 +10,8 @@
 #   --work DIR   where the files lie while it runs, some gigabytes (/dev/shm when it has the room,
 #                otherwise the system's temporary directory)
 #   --build DIR  a build with the target "bench" (build/release, built first)
-#   --only JOBS  words of: import marks seconds points export day health deals editor selectors growth
-#                memory
+#   --only JOBS  words of: import marks seconds points ways guess files export day health deals editor
+#                selectors growth memory
 #   --large      the memory is compared at 1 GB in place of 500 MB
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -22,7 +22,7 @@ runs=5
 lines=4000000
 build=
 scratch=
-jobs="import marks seconds points export day health deals editor selectors growth memory"
+jobs="import marks seconds points ways guess files export day health deals editor selectors growth memory"
 large_megabytes=500
 while [ $# -gt 0 ]; do
     case "$1" in
@@ -249,6 +249,93 @@ over_quotient()
     awk -v with="$(median_of points.over 1)" -v without="$(median_of points.over-without 1)" \
         -v copy="$(median_of points.copy 1)" \
         'BEGIN { printf "%.2f", with / (without + 1.3 * copy) }'
+}
+
+# Saying beforehand what an import will do, and merging, beside replacing.
+job_ways()
+{
+    make_minutes
+    local empty=$work/empty full=$work/full others=$work/others.csv
+    # The same bars with other volumes.
+    sed '2,$s/,\([0-9]*\)$/,1\1/' "$minutes" >"$others"
+    ours_import made "$minutes" "$full" 60
+    into() # NAME FILE STORE COMMAND [OPTION...]
+    {
+        measure "$1" "$bin/tadata" "$4" "$2" --series $series --decimals 2 --columns $columns \
+            --store "$3" "${@:5}" >"$work/said"
+    }
+    replace_once() { ours_import ways.replace "$minutes" "$work/ours" 60; }
+    check_empty() { into ways.check-empty "$minutes" "$empty" check; }
+    check_full() { into ways.check-full "$others" "$full" check; }
+    merge_empty()
+    {
+        rm -rf "$work/merged" "$work/merged-restore"
+        into ways.merge-empty "$minutes" "$work/merged" import --mode merge
+    }
+    # All bars change, and the next time all of them change back.
+    merge_full()
+    {
+        rm -rf "$full-restore"
+        into ways.merge-full "${changes[$turn]}" "$full" import --mode merge
+        turn=$((1 - turn))
+    }
+    local changes=("$others" "$minutes") turn=0
+    replace_once
+    merge_empty
+    same_files "$work/ours/$series" "$work/merged/$series" "merge into an empty series"
+    merge_full
+    merge_full
+    same_files "$work/ours/$series" "$full/$series" "merge over a full one, there and back"
+    forget ways
+    in_turn replace_once check_empty check_full merge_empty merge_full
+    row "check, empty store, $lines lines" ways.check-empty "import of the file" ways.replace 1.0
+    row "check, full store, $lines lines" ways.check-full "import of the file" ways.replace 1.6
+    row "merge, empty series, $lines lines" ways.merge-empty replace ways.replace 1.6
+    row "merge, all bars of a full series" ways.merge-full replace ways.replace 3
+    rm -rf "$work/ours" "$work/merged" "$work/merged-restore" "$full" "$full-restore" "$others"
+}
+
+# A guess is so short that it is measured twenty times at once.
+job_guess()
+{
+    make_minutes
+    local long=$work/long.csv
+    # Lines of a kilobyte, most of it behind the bars.
+    awk -v rest="$(printf ',some words%.0s' {1..87})" '{ print $0 rest }' \
+        <(head -n 200000 "$minutes") >"$long"
+    twenty() { for _ in {1..20}; do "$bin/tadata" "$@" >"$work/said" || true; done; }
+    export -f twenty
+    export bin work
+    version_once() { measure guess.version bash -c 'twenty --version'; }
+    short_once() { measure guess.short bash -c "twenty guess '$minutes'"; }
+    long_once() { measure guess.long bash -c "twenty guess '$long'"; }
+    in_turn version_once short_once long_once
+    row "guess, $lines lines" guess.short "tadata --version" guess.version 2
+    row "guess, lines of 1 KB" guess.long "tadata --version" guess.version 2
+    rm "$long"
+}
+
+# Two files of two series, one after the other and at once.
+job_files()
+{
+    make_minutes
+    local half=$((lines / 2))
+    head -n $((half + 1)) "$minutes" >"$work/ALFA.csv"
+    { head -n 1 "$minutes"; tail -n "$half" "$minutes"; } >"$work/BETA.csv"
+    both() # NAME JOBS
+    {
+        rm -rf "$work/ours" "$work/ours-restore"
+        measure "$1" "$bin/tadata" import "$work/ALFA.csv" "$work/BETA.csv" --jobs "$2" \
+            --series 'NORD/MAIN/{name}' --decimals 2 --columns $columns --store "$work/ours" \
+            2>"$work/said"
+    }
+    one_by_one() { both files.one 1; }
+    at_once() { both files.two 2; }
+    in_turn one_by_one at_once
+    note "import of two files, $half lines each" "elapsed time of --jobs 2 / --jobs 1" \
+        "$(awk -v two="$(median_of files.two 2)" -v one="$(median_of files.one 2)" \
+            'BEGIN { printf "%.2f", two / one }')" 0.6
+    rm -rf "$work/ours" "$work/ours-restore" "$work/ALFA.csv" "$work/BETA.csv"
 }
 
 job_export()

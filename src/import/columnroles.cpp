@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "columnroles.h"
 
+#include <QtCore/QHash>
 #include <QtCore/QStringList>
 #include <QtCore/QStringView>
 
@@ -30,6 +31,17 @@ constexpr std::array roleWords{
     RoleWords{ColumnRole::Ticker, "ticker", "ticker symbol тикер инструмент"},
 };
 
+QHash<QString, ColumnRole> rolesByName()
+{
+    QHash<QString, ColumnRole> roles;
+    for (const RoleWords& words : roleWords) {
+        const QStringList names = QString::fromUtf8(words.columnNames).split(u' ');
+        for (const QString& name : names)
+            roles.insert(name, words.role);
+    }
+    return roles;
+}
+
 QStringView withoutWrapping(QStringView name)
 {
     static const QString wrapping = QStringLiteral("<>\"' \t\v\f\r");
@@ -53,12 +65,9 @@ QString roleWord(ColumnRole role)
 
 std::optional<ColumnRole> roleOfColumnName(const QString& name)
 {
-    const QString plain = withoutWrapping(name).toString().toLower();
-    for (const RoleWords& words : roleWords) {
-        if (QString::fromUtf8(words.columnNames).split(u' ').contains(plain))
-            return words.role;
-    }
-    return std::nullopt;
+    static const QHash<QString, ColumnRole> roles = rolesByName();
+    const auto role = roles.constFind(withoutWrapping(name).toString().toLower());
+    return role == roles.cend() ? std::nullopt : std::optional(*role);
 }
 
 } // namespace tadata

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "plainlineparser.h"
 
+#include "charactersearch.h"
 #include "rounding.h"
 
 #include <vexdesk/securitydirectory.h>
@@ -8,7 +9,6 @@
 #include <algorithm>
 #include <bit>
 #include <climits>
-#include <cstring>
 
 namespace tadata {
 
@@ -20,18 +20,6 @@ bool isDigit(char character)
 }
 
 constexpr bool isLittleEndian = std::endian::native == std::endian::little;
-constexpr qsizetype wordSize = sizeof(quint64);
-
-// The highest bit of each of the eight characters there that is the one looked for.
-quint64 placesOf(char character, const char* text)
-{
-    constexpr quint64 ones = 0x0101010101010101U;
-    constexpr quint64 lowBits = 0x7f7f7f7f7f7f7f7fU;
-    quint64 word = 0;
-    std::memcpy(&word, text, wordSize);
-    word ^= ones * static_cast<uchar>(character);
-    return ~(((word & lowBits) + lowBits) | word | lowBits);
-}
 
 // Digits that make a number of the type whatever they are.
 template <typename Integer>
