@@ -12,6 +12,7 @@
 #include <QtCore/QDateTime>
 #include <QtCore/QProcess>
 #include <QtCore/QRegularExpression>
+#include <QtCore/QStandardPaths>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
 
@@ -270,6 +271,8 @@ void ManyMachinesTest::startCluster(const QString& program)
     for (int i = 0; i < 2; ++i)
         start(code("sh", 1),
               QStringLiteral("--no-nanny --no-dashboard --local-directory ") + path("workers"));
+    if (QTest::currentTestFailed())
+        return;
     const Outcome ready =
         runPython(program, QStringLiteral("from dask.distributed import Client\n"
                                           "client = Client(scheduler_file='%1/scheduler.json')\n"
@@ -282,6 +285,7 @@ void ManyMachinesTest::workersImport()
 {
     const QString program = pythonWith(QStringLiteral("distributed, pandas"));
     NEEDS(program, "Python with distributed and pandas");
+    NEEDS(QStandardPaths::findExecutable(QStringLiteral("dask")), "dask");
     writeFile(path("incoming/WRONG/1.csv"),
               heading + minutes("202401151000", 30, 1) + "20240115,250000,1,1,1,1,1,1,1\n");
     startCluster(program);
@@ -309,6 +313,7 @@ void ManyMachinesTest::daskGivesFiveMinuteBars()
 {
     const QString program = pythonWith(QStringLiteral("distributed, pandas"));
     NEEDS(program, "Python with distributed and pandas");
+    NEEDS(QStandardPaths::findExecutable(QStringLiteral("dask")), "dask");
     importHere();
     QStringList wanted = exported(300);
     const QStringList minuteBars = exported(60);
