@@ -6,7 +6,7 @@ set(documents "${CMAKE_INSTALL_DATADIR}/doc")
 install(FILES LICENSE DESTINATION "${documents}/vexdesk-desk" RENAME copyright COMPONENT desk)
 install(FILES LICENSE DESTINATION "${documents}/tadatamanager" RENAME copyright COMPONENT plugin)
 install(FILES LICENSE DESTINATION "${documents}/vexdesk-dev" RENAME copyright COMPONENT development)
-install(FILES docs/guide.en.md docs/guide.ru.md docs/store-format.md docs/store-format.ru.md
+install(FILES docs/guide.en.md docs/guide.ru.md docs/many-machines.md docs/store-format.md docs/store-format.ru.md
   DESTINATION "${documents}/tadatamanager" COMPONENT plugin)
 install(DIRECTORY docs/samples docs/images DESTINATION "${documents}/tadatamanager" COMPONENT plugin)
 install(FILES docs/host-contract.md docs/store-format.md DESTINATION "${documents}/vexdesk-dev" COMPONENT development)

@@ -13,6 +13,7 @@
 #include <QtCore/QProcess>
 #include <QtCore/QRegularExpression>
 #include <QtCore/QSet>
+#include <QtCore/QStandardPaths>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QUrl>
 #include <QtCore/QXmlStreamReader>
@@ -95,6 +96,72 @@ Tree storedSamples()
     };
 }
 
+// The files that the commands of the page about files of brokers name.
+Tree filesOfBrokers()
+{
+    const QByteArray named = "ticker,date,time,open,high,low,close,vol\n";
+    return {
+        {QStringLiteral("eurusd.csv"), "15.01.24;10:01;1.09512;1.09530;1.09508;1.09521;112\n"
+                                       "15.01.24;10:02;1.09521;1.09526;1.09515;1.09520;87\n"
+                                       "16.01.24;10:01;1.08731;1.08745;1.08729;1.08740;98\n"},
+        {QStringLiteral("eurusd-new.csv"), "16.01.24;10:02;1.08740;1.08744;1.08733;1.08735;76\n"
+                                           "16.01.24;10:01;1.08731;1.08745;1.08729;1.08741;99\n"},
+        {QStringLiteral("eurusd-old.csv"), "16.01.24;10:02;3;3;3;3;3\n"
+                                           "12.01.24;10:01;1.09700;1.09700;1.09700;1.09700;5\n"},
+        {QStringLiteral("eurusd-bad.csv"), "17.01.24;10:01;1,08800;1,08810;1,08790;1,08805;7\n"
+                                           "17.01.24;10:02;1.08805;1.08805;1.08805;1.08805;8\n"},
+        {QStringLiteral("eurusd-utc.csv"), "31.03.24;20:59;1.07900;1.07900;1.07900;1.07900;9\n"},
+        {QStringLiteral("incoming/ALFA.csv"), named + "x,20240115,100100,120,121,119,120.5,1\n"},
+        {QStringLiteral("incoming/VEGA.csv"), named + "x,20240115,100100,88,89,87,88.5,2\n"},
+        {QStringLiteral("tickers.csv"), named + "ALFA,20240116,100100,121,122,120,121.5,3\n"
+                                                "VEGA,20240116,100100,89,90,88,89.5,4\n"},
+    };
+}
+
+// What these commands make of them.
+Tree storedFilesOfBrokers()
+{
+    return {
+        {QStringLiteral("ORIENT/FX/EURUSD/20240112_60.iss"),
+         "100100;1.09700;1.09700;1.09700;1.09700;5;0.00000;0\n"},
+        {QStringLiteral("ORIENT/FX/EURUSD/20240115_60.iss"),
+         "100100;1.09512;1.09530;1.09508;1.09521;112;0.00000;0\n"
+         "100200;1.09521;1.09526;1.09515;1.09520;87;0.00000;0\n"},
+        {QStringLiteral("ORIENT/FX/EURUSD/20240116_60.iss"),
+         "100100;1.08731;1.08745;1.08729;1.08741;99;0.00000;0\n"
+         "100200;1.08740;1.08744;1.08733;1.08735;76;0.00000;0\n"},
+        {QStringLiteral("ORIENT/FX/EURUSD/20240117_60.iss"),
+         "100100;1.08800;1.08810;1.08790;1.08805;7;0.00000;0\n"
+         "100200;1.08805;1.08805;1.08805;1.08805;8;0.00000;0\n"},
+        {QStringLiteral("ORIENT/FX/EURUSD/20240401_60.iss"),
+         "000000;1.07900;1.07900;1.07900;1.07900;9;0.00000;0\n"},
+        {QStringLiteral("NORD/MAIN/ALFA/20240115_60.iss"),
+         "100100;120.00;121.00;119.00;120.50;1;0.00;0\n"},
+        {QStringLiteral("NORD/MAIN/ALFA/20240116_60.iss"),
+         "100100;121.00;122.00;120.00;121.50;3;0.00;0\n"},
+        {QStringLiteral("NORD/MAIN/VEGA/20240115_60.iss"),
+         "100100;88.00;89.00;87.00;88.50;2;0.00;0\n"},
+        {QStringLiteral("NORD/MAIN/VEGA/20240116_60.iss"),
+         "100100;89.00;90.00;88.00;89.50;4;0.00;0\n"},
+    };
+}
+
+// The code of a language in the parts of a section, in its order. Both guides show the same.
+QStringList codesBelow(const char* anchor, const char* language)
+{
+    QStringList codes;
+    bool isBelow = false;
+    for (const Section& section : guide(QStringLiteral("en")).sections) {
+        if (section.level <= 2)
+            isBelow = section.anchor == QLatin1String(anchor);
+        for (const Section::Code& code : section.codes) {
+            if (isBelow && code.language == QLatin1String(language))
+                codes.append(code.text);
+        }
+    }
+    return codes;
+}
+
 // A text as a guide quotes it: without mnemonics, and with "…" for what is put in.
 QStringList quotableLines(QString text)
 {
@@ -173,6 +240,8 @@ private Q_SLOTS:
     void referenceDataOfTheGuideAreRead();
     void finishedBarsAreKept_data();
     void finishedBarsAreKept();
+    void filesOfBrokersAreImportedAsTheGuideSays();
+    void unitsOfTheGuideAreThoseOfSystemd();
 
     void quotedTextsAreShownByThePrograms();
     void thePluginOfThePageIsTheOneThatIsBuilt();
@@ -429,6 +498,48 @@ void DocumentsTest::finishedBarsAreKept()
                  "<OPEN_INT>\n"
                  "VEGA,300,20240115,100500,120.00,120.20,119.90,120.05,3490,0.00,0\n"
                  "VEGA,300,20240116,100500,121.00,121.40,120.95,121.15,3000,0.00,0\n"));
+}
+
+void DocumentsTest::filesOfBrokersAreImportedAsTheGuideSays()
+{
+    const Tree files = filesOfBrokers();
+    for (auto file = files.begin(); file != files.end(); ++file)
+        writeFile(m_dir->filePath(file.key()), file.value());
+    const QStringList commands = codesBelow("files-of-brokers", "sh");
+    QVERIFY(commands.size() >= 7);
+    for (const QString& command : commands) {
+        const Outcome outcome = run(command, m_dir->path());
+        QVERIFY2(outcome.exitCode == 0, (command.toUtf8() + '\n' + outcome.err).constData());
+    }
+    Tree wanted = storedFilesOfBrokers();
+    QCOMPARE(stored(), wanted);
+    QCOMPARE(readFile(path("rejects-1.csv")),
+             QByteArray("17.01.24;10:01;1,08800;1,08810;1,08790;1,08805;7\n"));
+    QVERIFY(!QFileInfo::exists(path("rejects-2.csv")));
+
+    // The evening's import finds a file that was there and one more.
+    writeFile(path("incoming/BORA.csv"), files.value(QStringLiteral("incoming/VEGA.csv")));
+    static const QRegularExpression start(QStringLiteral("(?:^|\n)ExecStart=(.*)(?:\n|$)"));
+    const QString service = codesBelow("files-of-brokers", "ini").value(0);
+    QCOMPARE(run(start.match(service).captured(1), m_dir->path()).exitCode, 0);
+    wanted.insert(QStringLiteral("NORD/MAIN/BORA/20240115_60.iss"),
+                  "100100;88.0000;89.0000;87.0000;88.5000;2;0.0000;0\n");
+    QCOMPARE(stored(), wanted);
+}
+
+void DocumentsTest::unitsOfTheGuideAreThoseOfSystemd()
+{
+    const QString program = QStandardPaths::findExecutable(QStringLiteral("systemd-analyze"));
+    if (program.isEmpty())
+        QSKIP("systemd is missing");
+    const QStringList units = codesBelow("files-of-brokers", "ini");
+    QCOMPARE(units.size(), 2);
+    writeFile(path("tadata-import.service"), units.at(0).toUtf8());
+    writeFile(path("tadata-import.timer"), units.at(1).toUtf8());
+    QCOMPARE(run(QStringLiteral("XDG_RUNTIME_DIR=$PWD systemd-analyze --user verify "
+                                "./tadata-import.service ./tadata-import.timer"),
+                 m_dir->path()),
+             succeeded());
 }
 
 // What is bold in a guide is a text of the programs, and nothing else is; in the other guide stands

@@ -1,19 +1,15 @@
 // SPDX-License-Identifier: MIT
 // The few lines by which other tools read the store, as docs/store-format.md shows them: they run,
 // on a store that an import has made, and give what they should.
-//
-// Each tool is looked for where it usually is, DuckDB where the project's scripts install it or
-// below the directory that the environment variable TADATA_NODE_MODULES names. Without its tool a
-// test is skipped; with the variable TADATA_REQUIRE_TOOLS it fails.
 
 #include "markdown.h"
+#include "tools.h"
 
 #include "cli/tadatarunner.h"
 #include "editortadatamodel.h"
 #include "support/filetree.h"
 #include "support/strictlog.h"
 
-#include <QtCore/QFileInfo>
 #include <QtCore/QProcess>
 #include <QtCore/QStandardPaths>
 #include <QtCore/QTemporaryDir>
@@ -22,16 +18,6 @@
 #include <memory>
 
 using namespace testsupport;
-
-// Ends the test function where a tool is missing.
-#define NEEDS(tool, name)                                                                          \
-    do {                                                                                           \
-        if (!(tool).isEmpty())                                                                     \
-            break;                                                                                 \
-        if (qEnvironmentVariableIsSet("TADATA_REQUIRE_TOOLS"))                                     \
-            QFAIL(name " is missing, and TADATA_REQUIRE_TOOLS is set");                            \
-        QSKIP(name " is missing");                                                                 \
-    } while (false)
 
 namespace {
 
@@ -49,28 +35,6 @@ QString awkThatIs(const QString& program, const QTemporaryDir& directory)
     if (found.isEmpty() || !QFile::link(found, directory.filePath(QStringLiteral("awk"))))
         return QString();
     return directory.path();
-}
-
-// The first Python that knows pandas.
-QString python()
-{
-    for (const char* program : {"python3", "/usr/bin/python3"}) {
-        const QString found = QStandardPaths::findExecutable(QLatin1String(program));
-        if (!found.isEmpty() &&
-            runProgram(found, {QStringLiteral("-c"), QStringLiteral("import pandas")}).exitCode ==
-                0)
-            return found;
-    }
-    return QString();
-}
-
-QString node()
-{
-    constexpr char variable[] = "TADATA_NODE_MODULES";
-    if (!qEnvironmentVariableIsSet(variable))
-        qputenv(variable, SOURCE_FOLDER "/build/peers/node_modules");
-    const bool isInstalled = QFileInfo::exists(qEnvironmentVariable(variable));
-    return isInstalled ? QStandardPaths::findExecutable(QStringLiteral("node")) : QString();
 }
 
 } // namespace
@@ -176,7 +140,7 @@ void StoreSnippetsTest::areThreeLinesAtMost()
 
 void StoreSnippetsTest::pandasGivesBarsWithTimestamps()
 {
-    const QString program = python();
+    const QString program = pythonWith(QStringLiteral("pandas"));
     NEEDS(program, "Python with pandas");
     const Outcome outcome =
         run(program, {QStringLiteral("-c"),
@@ -198,7 +162,7 @@ void StoreSnippetsTest::pandasGivesBarsWithTimestamps()
 
 void StoreSnippetsTest::duckdbGivesDays()
 {
-    const QString program = node();
+    const QString program = nodeWithDuckdb();
     NEEDS(program, "node with the modules of TADATA_NODE_MODULES");
     const QString file = m_dir->filePath(QStringLiteral("days.sql"));
     writeFile(file, code("sql").toUtf8());

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QtCore/QString>
+#include <QtTest/QTest>
+
+/// The tools that the documents show beside our own programs. Each is looked for where it usually
+/// is, DuckDB where the project's scripts install it or below the directory that the environment
+/// variable TADATA_NODE_MODULES names. Without its tool a test is skipped; with the variable
+/// TADATA_REQUIRE_TOOLS it fails.
+#define NEEDS(tool, name)                                                                          \
+    do {                                                                                           \
+        if (!(tool).isEmpty())                                                                     \
+            break;                                                                                 \
+        if (qEnvironmentVariableIsSet("TADATA_REQUIRE_TOOLS"))                                     \
+            QFAIL(name " is missing, and TADATA_REQUIRE_TOOLS is set");                            \
+        QSKIP(name " is missing");                                                                 \
+    } while (false)
+
+namespace testsupport {
+
+/// The first Python that knows these modules, with commas between them; else empty.
+QString pythonWith(const QString& modules);
+
+/// node, where DuckDB is found by it; else empty.
+QString nodeWithDuckdb();
+
+} // namespace testsupport
