@@ -59,9 +59,9 @@ public:
     /// or cannot be read: next() then takes what there is.
     std::optional<QByteArray> plainText();
 
-    /// For those who must take nothing for a bar that is none: the file is UTF-8, whatever it begins
-    /// with, and the bytes of a character that its end has cut off, which a text stream passes over,
-    /// stay in the line. To be called before anything is read.
+    /// For those who must take nothing for a bar that is none: the file is UTF-8, whatever it
+    /// begins with, and the bytes of a character that its end has cut off, which a text stream
+    /// passes over, stay in the line. To be called before anything is read.
     void beStrict();
 
     /// Takes the next line; false at the end, and where reading failed. The line is valid until the
