@@ -251,7 +251,11 @@ ExitCode failureCode()
 ExitCode endStore(ImportStore& store, bool takesBack)
 {
     const Outcome ended = store.end(takesBack);
-    return ended ? ExitCode::Success : fail(ended.message());
+    if (!ended)
+        return fail(ended.message());
+    if (takesBack)
+        printError(Text::tr("Всё, что импорт изменил, возвращено."));
+    return ExitCode::Success;
 }
 
 ExitCode importOne(FileToImport file, ImportCommand& command)
@@ -425,8 +429,8 @@ void setSeriesOfFiles(QList<FileToImport>& files, KnownSeries& known)
     for (FileToImport& file : files) {
         const std::optional<SeriesCodes> codes = known.codesOf(file, QString());
         if (!codes || hasUnprintable(nameOf(*codes)))
-            throw UsageError{Text::tr("--series: из имени файла «%1» не получается код")
-                                 .arg(escaped(file.path))};
+            file.refusal =
+                Text::tr("--series: из имени файла «%1» не получается код").arg(escaped(file.path));
         if (!file.refusal.isNull())
             continue;
         if (const Outcome introduced = known.introduce(file, *codes); !introduced)

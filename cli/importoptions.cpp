@@ -230,6 +230,9 @@ Result<FileLayout> guessedLayout(const CommandLine& line, const QString& file)
         refuseGuess(file, *guess);
     QStringList note{Text::tr("Взято для файла %1: %2").arg(escaped(file), guessedOptions(*guess))};
     note += guessTroubles(*guess);
+    if (guess->decimals && !line.isSet("decimals"))
+        note.append(Text::tr("Для инструмента, которого нет в справочнике: --decimals %1")
+                        .arg(*guess->decimals));
     return FileLayout{detailsOf(*guess), guess->decimals, note.join(u'\n')};
 }
 
@@ -304,6 +307,11 @@ Result<FileLayout> layoutOf(const CommandLine& line, const QString& file)
     }
     constexpr auto ticker = static_cast<qint32>(ColumnRole::Ticker);
     const bool takesTicker = SeriesPattern(line.text("series")).hasTicker();
+    if (layout && !takesTicker && layout->details.columns.contains(ticker) &&
+        !line.isSet("columns"))
+        layout->note +=
+            u'\n' + Text::tr("В файле есть столбец инструментов: если их в нём несколько, "
+                             "для каждого нужна своя серия — {ticker} в --series");
     if (layout && takesTicker && !layout->details.columns.contains(ticker))
         line.refuse("series", Text::tr("нет столбца с ролью «ticker»"));
     if (layout && !takesTicker)

@@ -8,6 +8,8 @@
 #include <QtCore/QJsonObject>
 #include <QtCore/QTextStream>
 
+#include <algorithm>
+
 namespace tadata::cli {
 
 using vexdesk::Failure;
@@ -72,6 +74,14 @@ Result<RestorePointRecord> pointToPutBack(const RestorePlace& place, const QStri
         return found.failure();
     if (found->newest.isNull())
         return Failure{Text::tr("В каталоге %1 нет ни одной точки возврата").arg(place.path)};
+    // A command that was killed before it touched anything has left nothing to put back.
+    const auto hasFiles = [](const RestorePointRecord& point) { return !point.paths().isEmpty(); };
+    const auto point = std::find_if(found->points.begin(), found->points.end(), hasFiles);
+    const bool isNewestEmpty = !found->points.isEmpty() &&
+                               found->points.first().id == found->newest &&
+                               !hasFiles(found->points.first());
+    if (isNewestEmpty && point != found->points.end())
+        return *point;
     return vexdesk::restorePoint(place, found->newest);
 }
 

@@ -1151,5 +1151,17 @@ Hint: tadata --help</translation>
         <source>%1 — покрытие дня от меньшего к полному; ~ — бары есть, обычных времён нет; ! — пропущенный день, x — закрытый, ? — под вопросом</source>
         <translation>%1: the coverage of a day, from the least to all; ~: bars, but no usual times; !: a missing day, x: a closed one, ?: one in question</translation>
     </message>
+    <message>
+        <source>Всё, что импорт изменил, возвращено.</source>
+        <translation>Everything that the import has changed was put back.</translation>
+    </message>
+    <message>
+        <source>Для инструмента, которого нет в справочнике: --decimals %1</source>
+        <translation>For an instrument that the reference data do not hold: --decimals %1</translation>
+    </message>
+    <message>
+        <source>В файле есть столбец инструментов: если их в нём несколько, для каждого нужна своя серия — {ticker} в --series</source>
+        <translation>The file has a column of instruments: if there are several in it, each needs a series of its own — {ticker} in --series</translation>
+    </message>
 </context>
 </TS>

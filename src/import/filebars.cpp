@@ -31,11 +31,13 @@ bool isBlank(QByteArrayView text)
     return std::all_of(text.begin(), text.end(), [&](char c) { return blanks.contains(c); });
 }
 
-// A text that is no UTF-8 has replacement characters, and so might stand for several codes.
+// A text that is no UTF-8 has replacement characters, and so might stand for several codes. The
+// series' lock has the name and five characters more, which is what file systems take.
 bool isDirectoryName(const QString& code)
 {
-    return !code.isEmpty() && code != QLatin1String(".") && code != QLatin1String("..") &&
-           !code.contains(u'/') && !code.contains(QChar::Null) &&
+    constexpr qsizetype longestName = 250;
+    return code.toUtf8().size() <= longestName && !code.isEmpty() && code != QLatin1String(".") &&
+           code != QLatin1String("..") && !code.contains(u'/') && !code.contains(QChar::Null) &&
            !code.contains(QChar::ReplacementCharacter);
 }
 

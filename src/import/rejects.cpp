@@ -183,7 +183,12 @@ Outcome BadLines::finish()
 Outcome checkRejectsPlace(const QString& rejects, const QList<QDir>& directories)
 {
     const QFileInfo file(rejects);
-    if (rejects.isEmpty() || !vexdesk::isBarFileName(file.fileName()))
+    if (rejects.isEmpty())
+        return {};
+    // Not only when the first bad line has come, and days have been replaced.
+    if (const QFileInfo place(file.absolutePath()); !place.isDir() || !place.isWritable())
+        return cannotOpen(rejects);
+    if (!vexdesk::isBarFileName(file.fileName()))
         return {};
     const auto isThere = [&file](const QDir& dir) { return isSamePlace(file.absolutePath(), dir); };
     return std::none_of(directories.begin(), directories.end(), isThere)

@@ -68,8 +68,8 @@ private:
     QFile m_rejects;
 };
 
-/// The file for rejects must not become one of the files that an import writes into one of these
-/// directories: fails then.
+/// Whether the file for rejects can be made where it is to be. It must not become one of the files
+/// that an import writes into one of these directories.
 vexdesk::Outcome checkRejectsPlace(const QString& rejects, const QList<QDir>& directories);
 
 } // namespace tadata

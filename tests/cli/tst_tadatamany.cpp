@@ -259,8 +259,10 @@ void TadataManyTest::aNameWithoutACodeIsRefused()
 {
     write("one.csv", bar("20240115", "1"));
     write(".csv", bar("20240115", "1"));
-    QCOMPARE(importAll("one.csv .csv").exitCode, 2);
-    QVERIFY(!QFileInfo::exists(path("store")));
+    const Outcome outcome = importAll("one.csv .csv");
+    QCOMPARE(outcome.exitCode, 1);
+    QVERIFY2(outcome.err.contains("не получается код"), outcome.err.constData());
+    QCOMPARE(stored().size(), 1);
 }
 
 // A series that nobody knows has as many decimals as any of its files.

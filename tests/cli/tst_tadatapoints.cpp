@@ -37,6 +37,7 @@ private Q_SLOTS:
     void whatIsNoPointIsRefused();
     void aBrokenPointIsNamedBesideTheOthers();
     void anImportThatFailsIsPutBack();
+    void aPointWithoutFilesIsPassedOver();
     void anImportWithoutAPoint();
     void optionsDecideHowManyStay();
     void settingsDecideHowManyStay();
@@ -210,6 +211,7 @@ void TadataPointsTest::anImportThatFailsIsPutBack()
         QCOMPARE(stored(), before);
         QCOMPARE(points(), pointsBefore);
     }
+    QVERIFY(import(content, words("--undo-on-error")).err.contains("возвращено"));
     QCOMPARE(import(content).exitCode, 1);
     QVERIFY(stored() != before);
     QVERIFY(points().first().toObject().value(QStringLiteral("complete")).toBool());
@@ -217,6 +219,23 @@ void TadataPointsTest::anImportThatFailsIsPutBack()
     QCOMPARE(stored(), before);
     QCOMPARE(import(content, words("--undo-on-error --no-restore-point")),
              refused(QStringLiteral("--undo-on-error нельзя вместе с --no-restore-point")));
+}
+
+// It was killed before it touched anything, and does not stand in the way of those before it.
+void TadataPointsTest::aPointWithoutFilesIsPassedOver()
+{
+    const Tree before = stored();
+    QCOMPARE(import(first), succeeded());
+    const QString id = QStringLiteral("20990101-000000-1");
+    writeFile(pointsPath(id + QStringLiteral("/point.json")),
+              R"({"by":"delete","complete":false,"created":[],"id":")" + id.toUtf8() +
+                  R"(","kept":[],"left":{},"series":["S/B/X"],"source":[],)"
+                  R"("when":"2099-01-01T00:00:00"})"
+                  "\n");
+    writeFile(pointsPath(id + QStringLiteral("/journal")), "");
+    QCOMPARE(points().size(), 2);
+    QCOMPARE(run(QStringLiteral("undo")).exitCode, 0);
+    QCOMPARE(stored(), before);
 }
 
 void TadataPointsTest::anImportWithoutAPoint()

@@ -48,6 +48,7 @@ private Q_SLOTS:
     void patternsOfDatesMayBeAny();
     void badLinesArePassedOver();
     void rejectsAreTheLinesThemselves();
+    void rejectsThatCannotBeMadeCostNothing();
     void onlyBadLinesAreAFailure();
     void aFailureIsPutBack();
     void aFormatIsGuessed();
@@ -191,6 +192,19 @@ void TadataWaysTest::rejectsAreTheLinesThemselves()
     const Outcome again = import("", options);
     QCOMPARE(again.exitCode, 2);
     QVERIFY(again.err.contains("такой файл уже есть"));
+}
+
+// Known before a day is replaced, and not only when the first bad line comes.
+void TadataWaysTest::rejectsThatCannotBeMadeCostNothing()
+{
+    QCOMPARE(import(threeBars, {}), succeeded());
+    const auto before = stored();
+    const QString nowhere = path("nowhere/rejects.csv");
+    const Outcome outcome = import(QByteArray("20240115;235900;1;1;1;1\nwrong\n"),
+                                   {QStringLiteral("--rejects"), nowhere});
+    QCOMPARE(outcome.exitCode, 1);
+    QVERIFY2(outcome.err.contains(nowhere.toUtf8()), outcome.err.constData());
+    QCOMPARE(stored(), before);
 }
 
 void TadataWaysTest::onlyBadLinesAreAFailure()

@@ -400,6 +400,7 @@ void TestImportWays::refusesTickersThatNameNoDirectory_data()
     QTest::newRow("above") << QByteArray("..");
     QTest::newRow("path") << QByteArray("a/b");
     QTest::newRow("null") << QByteArray("a\0b", 3);
+    QTest::newRow("too long") << QByteArray(251, 'x');
     QTest::newRow("no UTF-8") << QByteArray("\xd1\xc1\xc5\xd0");
 }
 
