@@ -513,8 +513,7 @@ void TestRestorePoint::takingBackNeedsNoRoom()
     RestorePoint point(m_place, QStringLiteral("import"), series, {});
     QVERIFY(point.keep({path(monday), path(tuesday)}));
     apply({{monday, "half"}, {tuesday, "made"}});
-    const testsupport::Fault full(testsupport::SystemCall::Write, QStringLiteral(".tmp"),
-                                  ENOSPC);
+    const testsupport::Fault full(testsupport::SystemCall::Write, QStringLiteral(".tmp"), ENOSPC);
     QVERIFY(point.takeBack());
     QCOMPARE(stored(), before);
     QCOMPARE(inPlace(), QStringList());
@@ -528,8 +527,8 @@ void TestRestorePoint::takingBackThatFailsNamesThePoint()
     apply({{monday, "half"}});
     const QString id = point.id();
     {
-        const testsupport::Fault broken(testsupport::SystemCall::Write,
-                                        QStringLiteral(".tmp"), EIO);
+        const testsupport::Fault broken(testsupport::SystemCall::Write, QStringLiteral(".tmp"),
+                                        EIO);
         const auto back = point.takeBack();
         QVERIFY(!back && back.message().contains(id) && back.message().contains(path(monday)));
     }
