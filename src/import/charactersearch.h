@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cstring>
 
-/// Looks for one character in a text eight characters at a time. Any thread.
+/// Looks for characters in a text, for one of them eight characters at a time. Any thread.
 namespace tadata {
 
 constexpr qsizetype wordSize = sizeof(quint64);
@@ -32,6 +32,13 @@ inline qsizetype countOf(char character, QByteArrayView text)
     for (; text.end() - at >= wordSize; at += wordSize)
         count += static_cast<qsizetype>((placesOf(character, at) >> 7) * inEachByte >> highestByte);
     return count + std::count(at, text.end(), character);
+}
+
+/// Whether a line has nothing but space, tab, VT, FF and CR.
+inline bool isBlank(QByteArrayView text)
+{
+    constexpr QByteArrayView blanks(" \t\v\f\r");
+    return std::all_of(text.begin(), text.end(), [&](char c) { return blanks.contains(c); });
 }
 
 } // namespace tadata

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "filebars.h"
 
+#include "charactersearch.h"
 #include "importfailures.h"
 #include "lineparser.h"
 
@@ -8,7 +9,6 @@
 
 #include <QtCore/QCoreApplication>
 
-#include <algorithm>
 #include <utility>
 
 namespace tadata {
@@ -24,12 +24,6 @@ struct Text
 
 // As the text streams of Qt read, so that the progress comes at the same moments.
 constexpr qsizetype blockSize = 16384;
-
-bool isBlank(QByteArrayView text)
-{
-    constexpr QByteArrayView blanks(" \t\v\f\r");
-    return std::all_of(text.begin(), text.end(), [&](char c) { return blanks.contains(c); });
-}
 
 // A text that is no UTF-8 has replacement characters, and so might stand for several codes. The
 // series' lock has the name and five characters more, which is what file systems take.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "filesample.h"
 
+#include "charactersearch.h"
 #include "importfailures.h"
 
 #include <vexdesk/history/dayfilelines.h>
@@ -32,12 +33,6 @@ struct Text
 constexpr int linesOfHalf = 1000;
 constexpr qsizetype blockSize = 65536;
 constexpr qsizetype longestText = 65536;
-
-bool isBlank(QByteArrayView text)
-{
-    constexpr QByteArrayView blanks(" \t\v\f\r");
-    return std::all_of(text.begin(), text.end(), [&](char c) { return blanks.contains(c); });
-}
 
 bool isAscii(QByteArrayView text)
 {
