@@ -2,6 +2,7 @@
 #include "commandline.h"
 
 #include "help.h"
+#include "patterns.h"
 #include "profiles.h"
 #include "suggestion.h"
 
@@ -202,6 +203,14 @@ std::optional<QDate> CommandLine::day(const char* option) const
 void CommandLine::refuse(const char* option, const QString& why) const
 {
     refuseValue(optionOf(QLatin1String(option)), text(option), why);
+}
+
+QString parseDateFormat(const CommandLine& line)
+{
+    QString pattern = line.text("date-format");
+    if (!namesADay(pattern))
+        line.refuse("date-format");
+    return pattern;
 }
 
 QString parseSeparator(const CommandLine& line)

@@ -62,6 +62,9 @@ private:
     QStringList m_positional;
 };
 
+/// The value of --date-format. Throws UsageError for one that does not name a day.
+QString parseDateFormat(const CommandLine& line);
+
 /// The value of --separator, with its words as what they stand for. Throws UsageError.
 QString parseSeparator(const CommandLine& line);
 

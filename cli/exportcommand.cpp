@@ -24,14 +24,6 @@ using vexdesk::Outcome;
 
 namespace {
 
-QString parseDateFormat(const CommandLine& line)
-{
-    QString format = line.text("date-format");
-    if (!namesADay(format))
-        line.refuse("date-format");
-    return format;
-}
-
 QString parseTimeFormat(const CommandLine& line)
 {
     QString format = line.text("time-format");

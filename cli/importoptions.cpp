@@ -171,14 +171,6 @@ void setTimeFormat(ImportDetails& details, const QString& pattern)
     details.timeFormatTitle = titleOf(pattern, timeFormats());
 }
 
-QString parseDateFormat(const CommandLine& line)
-{
-    QString pattern = line.text("date-format");
-    if (!namesADay(pattern))
-        line.refuse("date-format");
-    return pattern;
-}
-
 QString parseTimeFormat(const CommandLine& line)
 {
     QString pattern = line.text("time-format");
