@@ -4,10 +4,11 @@
 #include "exportdetails.h"
 #include "wrappingsum.h"
 
+#include <vexdesk/history/barinterval.h>
+
 #include <QtCore/QDateTime>
 #include <QtCore/QStringList>
 
-#include <cmath>
 #include <utility>
 
 namespace tadata {
@@ -15,7 +16,6 @@ namespace tadata {
 namespace {
 
 constexpr int secondsOfDay = 24 * 60 * 60;
-constexpr int msecsOfSecond = 1000;
 
 // A bar without a time is at midnight.
 int msecsOf(const QTime& time)
@@ -23,20 +23,12 @@ int msecsOf(const QTime& time)
     return time.isValid() ? time.msecsSinceStartOfDay() : 0;
 }
 
-// Seconds from midnight to the end of the interval in which a time lies. An interval holds its end
-// and not its start.
-int intervalEnd(const QTime& time, int timeframe)
-{
-    const int length = timeframe * msecsOfSecond;
-    return static_cast<int>(std::ceil(msecsOf(time) / static_cast<double>(length))) * timeframe;
-}
-
 // The last interval of a day ends at the midnight that begins the next one, and so a daily bar has
 // the date of the day after: like every other bar it is stamped with the moment at which it is
 // over, and nobody who reads the file in order knows it before.
 void stampWithIntervalEnd(BarDescription& bar, const BarDescription& source, int timeframe)
 {
-    const int end = intervalEnd(source.time, timeframe);
+    const int end = vexdesk::intervalEnd(msecsOf(source.time), timeframe);
     bar.date = end == secondsOfDay ? source.date.addDays(1) : source.date;
     bar.time = QTime(0, 0).addSecs(end);
 }

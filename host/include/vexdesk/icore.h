@@ -13,6 +13,10 @@ class IOptionsPage;
 class IRawQueue;
 class QObject;
 
+namespace vexdesk {
+class ICharts;
+}
+
 /// The terminal as a plug-in sees it. The terminal creates the one object before it loads the
 /// first plug-in and destroys it after the last one was unloaded; a plug-in gets it in
 /// IPlugin::init and may also ask for it with instance().
@@ -55,6 +59,10 @@ public:
     /// what and where. The terminal shows it without interrupting anybody and keeps it until it
     /// was read. Any thread. A core that has nobody to tell, which is the default, passes over it.
     virtual void reportProblem(const QString& text);
+
+    /// The terminal's charts, null where it has none, which is the default. They are there from
+    /// init() to tini(). Owned by the terminal.
+    virtual vexdesk::ICharts* charts() const;
 
 protected:
     ICore();

@@ -30,6 +30,11 @@ ICore* ICore::instance()
 void ICore::reportProblem(const QString&)
 {}
 
+vexdesk::ICharts* ICore::charts() const
+{
+    return nullptr;
+}
+
 namespace vexdesk {
 
 void setApplicationIdentity()
@@ -46,6 +51,7 @@ struct Core::Private
     RawQueue rawQueue; // ends before the tables that it fills
     QMutex problemsMutex;
     QStringList problems;
+    ICharts* charts = nullptr;
 };
 
 Core::Core()
@@ -92,6 +98,16 @@ void Core::reportProblem(const QString& text)
         m_d->problems.append(text);
     }
     Q_EMIT m_d->notifier.problemReported(text);
+}
+
+ICharts* Core::charts() const
+{
+    return m_d->charts;
+}
+
+void Core::setCharts(ICharts* charts)
+{
+    m_d->charts = charts;
 }
 
 QStringList Core::problems() const

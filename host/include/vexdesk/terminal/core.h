@@ -45,6 +45,9 @@ public:
     Database* database() const override;
     RawQueue* rawQueue() const override;
     void reportProblem(const QString& text) override;
+    /// Those that were set, which stay their owner's.
+    ICharts* charts() const override;
+    void setCharts(ICharts* charts);
 
     /// What was reported and not yet forgotten, the oldest first. Any thread.
     QStringList problems() const;
