@@ -6,19 +6,22 @@
 #   scripts/check-style.sh            the above: seconds
 #   scripts/check-style.sh changed [COMMIT]
 #                                     and clang-tidy and unneeded includes, in files that have changed
-#   scripts/check-style.sh tidy       and the same in every file: an hour
+#   scripts/check-style.sh tidy BUILD and the same in every file: an hour. The preset "tidy" does this.
 #
 # Changed is what has changed since the commit; without one, since the branch left the main branch, and
-# on the main branch itself what the last commit has changed. Files that are not committed yet belong to it. The last two need build/dev, built,
-# for the code that is generated.
+# on the main branch itself what the last commit has changed. Files that are not committed yet belong to
+# it. It takes the code that is generated from build/dev, where the target "autogen" makes it.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 . scripts/install-packages.sh
 
 mode=${1:-}
-since=${2:-}
+since=
+build=build/dev
 case "$mode" in
-    "" | changed | tidy) ;;
+    "") ;;
+    changed) since=${2:-} ;;
+    tidy) build=${2:?the folder of a build, as the preset tidy gives it} ;;
     *) sed -n '2,/^set /{/^set /d;s/^# \{0,1\}//;p}' scripts/check-style.sh >&2; exit 2 ;;
 esac
 
@@ -102,7 +105,7 @@ on_each() { printf '%s\0' "${units[@]}" | xargs -0 -n 1 -P "$(nproc)" "$@"; }
 # headers bring along is left alone.
 unneeded_includes()
 {
-    on_each clang-tidy-19 --quiet -p build/dev --config="{Checks: '-*,misc-include-cleaner',
+    on_each clang-tidy-19 --quiet -p "$build" --config="{Checks: '-*,misc-include-cleaner',
         CheckOptions: [{key: misc-include-cleaner.IgnoreHeaders, value: '/usr/.*;.*[.]moc'}]}" 2>&1 |
         grep -E 'is not used directly|error:' | sort -u
 }
@@ -113,10 +116,10 @@ if [ -n "$mode" ]; then
     [ "$mode" = tidy ] || mapfile -t files < <(changed_files)
     # Some are not built here, such as what another program's sources show.
     mapfile -t units < <(printf "$PWD/%s\n" "${files[@]}" |
-        grep -Fxf <(sed -n 's/^ *"file": "\(.*\.cpp\)",\{0,1\}$/\1/p' build/dev/compile_commands.json))
+        grep -Fxf <(sed -n 's/^ *"file": "\(.*\.cpp\)",\{0,1\}$/\1/p' "$build/compile_commands.json"))
     echo "clang-tidy looks at ${#units[@]} files." >&2
     if [ "${#units[@]}" -gt 0 ]; then
-        on_each clang-tidy --quiet -p build/dev 2>/dev/null || failed=1
+        on_each clang-tidy --quiet -p "$build" 2>/dev/null || failed=1
         unneeded=$(unneeded_includes || true)
         [ -z "$unneeded" ] || complain "Includes that are not needed:
 $unneeded"
