@@ -5,19 +5,20 @@
 #
 #   scripts/check-style.sh            the above: seconds
 #   scripts/check-style.sh changed [COMMIT]
-#                                     and clang-tidy and unneeded includes, in files that have changed
+#                                     and clang-tidy and unneeded includes, in files that have changed;
+#                                     and whether clang compiles what includes them, each by itself
 #   scripts/check-style.sh tidy BUILD and the same in every file: an hour. The preset "tidy" does this.
 #
 # Changed is what has changed since the commit; without one, since the branch left the main branch, and
 # on the main branch itself what the last commit has changed. Files that are not committed yet belong to
-# it. It takes the code that is generated from build/dev, where the target "autogen" makes it.
+# it. No headers are precompiled for this: a file that does not include what it uses is found.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 . scripts/install-packages.sh
 
 mode=${1:-}
 since=
-build=build/dev
+build=build/tidy
 case "$mode" in
     "") ;;
     changed) since=${2:-} ;;
@@ -92,10 +93,17 @@ changed_files()
         git ls-files --others --exclude-standard
     ) | while read -r file; do
         echo "$file"
-        if [[ "$file" == *.h ]]; then
-            git grep -lE "#include .*\\b$(basename "$file")[\">]" -- '*.cpp' | head -n 1 || true
-        fi
+        [[ "$file" != *.h ]] || sources_with "$file" | head -n 1
     done | sort -u
+}
+# The sources that include a header.
+sources_with() { git grep -lE "#include .*\\b$(basename "$1")[\">]" -- '*.cpp' || true; }
+
+# Of the sources that are named line by line, those that are built here: some are only shown.
+built()
+{
+    sed "s|^|$PWD/|" |
+        grep -Fxf <(sed -n 's/^ *"file": "\(.*\.cpp\)",\{0,1\}$/\1/p' "$build/compile_commands.json")
 }
 
 # on_each COMMAND...: for each of the units, as many at a time as there are processors.
@@ -113,10 +121,18 @@ unneeded_includes()
 if [ -n "$mode" ]; then
     install_packages "${tidy_packages[@]}"
     files=("${sources[@]}")
-    [ "$mode" = tidy ] || mapfile -t files < <(changed_files)
-    # Some are not built here, such as what another program's sources show.
-    mapfile -t units < <(printf "$PWD/%s\n" "${files[@]}" |
-        grep -Fxf <(sed -n 's/^ *"file": "\(.*\.cpp\)",\{0,1\}$/\1/p' "$build/compile_commands.json"))
+    if [ "$mode" = changed ]; then
+        install_packages "${build_packages[@]}"
+        cmake --preset tidy >/dev/null
+        cmake --build --preset tidy --target autogen >/dev/null
+        mapfile -t files < <(changed_files)
+        mapfile -t units < <(for file in "${files[@]}"; do
+            [[ "$file" != *.h ]] || sources_with "$file"
+        done | sort -u | built)
+        [ "${#units[@]}" -eq 0 ] || on_each clang-tidy --quiet -p "$build" \
+            --checks='-*,misc-definitions-in-headers,clang-diagnostic-*' 2>/dev/null || failed=1
+    fi
+    mapfile -t units < <(printf '%s\n' "${files[@]}" | built)
     echo "clang-tidy looks at ${#units[@]} files." >&2
     if [ "${#units[@]}" -gt 0 ]; then
         on_each clang-tidy --quiet -p "$build" 2>/dev/null || failed=1

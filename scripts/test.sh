@@ -3,7 +3,7 @@
 # Installs what is missing, builds and runs the test suite.
 #
 #   scripts/test.sh                  the plain build, in several time zones and locales
-#   scripts/test.sh release-tests    what users run, without the slow tests; builds bench/ as well
+#   scripts/test.sh release-tests    the same with what users run; builds bench/ as well
 #   scripts/test.sh asan             with the address and undefined-behaviour sanitizers
 #   scripts/test.sh tsan             what has threads, with the thread sanitizer
 set -euo pipefail
@@ -35,9 +35,11 @@ run_suite()
 }
 
 run_suite UTC C.UTF-8
-if [ "$preset" = dev ]; then
-    # What takes seconds does not depend on where it runs.
-    run_suite Europe/Moscow ru_RU.UTF-8 -LE slow
-    run_suite America/New_York C.UTF-8 -LE slow
-    scripts/check-style.sh
-fi
+case "$preset" in
+    dev | release-tests)
+        # What takes seconds does not depend on where it runs.
+        run_suite Europe/Moscow ru_RU.UTF-8 -LE slow
+        run_suite America/New_York C.UTF-8 -LE slow
+        scripts/check-style.sh
+        ;;
+esac
