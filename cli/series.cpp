@@ -67,11 +67,6 @@ SeriesPattern::SeriesPattern(const QString& text)
     : m_codes(text.split(u'/'))
 {}
 
-bool SeriesPattern::hasName() const
-{
-    return m_codes.join(u'/').contains(namePlace);
-}
-
 bool SeriesPattern::hasTicker() const
 {
     return m_codes.join(u'/').contains(tickerPlace);

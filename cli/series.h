@@ -32,7 +32,6 @@ class SeriesPattern final
 public:
     explicit SeriesPattern(const QString& text = QString());
 
-    bool hasName() const;
     bool hasTicker() const;
     /// The place that something between braces was probably to be; empty where nothing is.
     QString mistypedPlace() const;

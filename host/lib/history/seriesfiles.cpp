@@ -94,6 +94,18 @@ Outcome moveFile(const QString& from, const QString& to)
     return copied ? removeFile(from) : copied;
 }
 
+Outcome bringFiles(const QDir& from, const QDir& to, const QStringList& names,
+                   Outcome (*bring)(const QString&, const QString&))
+{
+    if (Outcome made = make(to); !made)
+        return made;
+    for (const QString& name : names) {
+        if (Outcome brought = bring(from.filePath(name), to.filePath(name)); !brought)
+            return brought;
+    }
+    return {};
+}
+
 } // namespace
 
 QStringList barFiles(const QDir& seriesDir, const BarFileRange& range)
@@ -135,28 +147,14 @@ Outcome removeBarFiles(const QDir& seriesDir, const QStringList& names, FileKeep
 
 Outcome copyBarFiles(const QDir& from, const QDir& to, const QStringList& names, FileKeeper* keeper)
 {
-    if (Outcome kept = tell(keeper, pathsIn(to, names)); !kept)
-        return kept;
-    if (Outcome made = make(to); !made)
-        return made;
-    for (const QString& name : names) {
-        if (Outcome copied = copyFile(from.filePath(name), to.filePath(name)); !copied)
-            return copied;
-    }
-    return {};
+    const Outcome kept = tell(keeper, pathsIn(to, names));
+    return kept ? bringFiles(from, to, names, copyFile) : kept;
 }
 
 Outcome moveBarFiles(const QDir& from, const QDir& to, const QStringList& names, FileKeeper* keeper)
 {
-    if (Outcome kept = tell(keeper, pathsIn(from, names) + pathsIn(to, names)); !kept)
-        return kept;
-    if (Outcome made = make(to); !made)
-        return made;
-    for (const QString& name : names) {
-        if (Outcome moved = moveFile(from.filePath(name), to.filePath(name)); !moved)
-            return moved;
-    }
-    return {};
+    const Outcome kept = tell(keeper, pathsIn(from, names) + pathsIn(to, names));
+    return kept ? bringFiles(from, to, names, moveFile) : kept;
 }
 
 } // namespace vexdesk
