@@ -48,7 +48,8 @@ private:
     int m_wanted = 0;                 ///< fields, from the line's start
     FieldPattern m_datePattern;
     FieldPattern m_timePattern;
-    std::array<const char*, maxFields + 1> m_begins{}; ///< of the line's fields; ends are one before
+    std::array<const char*, maxFields + 1>
+        m_begins{};        ///< of the line's fields; ends are one before
     QByteArray m_dateText; ///< of the line before, and what it was read as
     QDate m_date;
     /// Whose decimals were looked up last, and these.
