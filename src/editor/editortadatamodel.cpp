@@ -124,16 +124,15 @@ void EditorTADataModel::takeBackDay()
 void EditorTADataModel::readWholeDay(const QDate& day, const QByteArray& text)
 {
     m_rows.beginDay(day, text);
-    const QByteArrayView content(text);
-    for (qsizetype begin = 0, end = 0; begin < content.size(); begin = end + 1) {
-        end = content.indexOf('\n', begin);
-        if (end < 0)
-            end = content.size();
-        const QByteArrayView line = content.sliced(begin, end - begin);
+    const char* begin = text.begin();
+    while (const auto rest = static_cast<size_t>(text.end() - begin)) {
+        const char* const found = std::char_traits<char>::find(begin, rest, '\n');
+        const QByteArrayView line(begin, found ? found : text.end());
         if (isRecordLine(line))
-            m_rows.append(vexdesk::secondOfRecordLine(line), begin);
+            m_rows.append(vexdesk::secondOfRecordLine(line), begin - text.begin());
         else
             m_rows.appendBlank();
+        begin = found ? found + 1 : text.end();
     }
 }
 

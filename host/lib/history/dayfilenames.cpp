@@ -15,12 +15,15 @@ namespace {
 constexpr qsizetype dayLength = 8;
 const QString dayForm = QStringLiteral("yyyyMMdd");
 
+// By numbers: a store has many names, and the forms of QDate are taken apart anew for each.
+
 QString dayText(const QDate& day)
 {
-    return day.toString(dayForm);
+    const int number = (day.year() * 100 + day.month()) * 100 + day.day();
+    return day.year() < 1 ? day.toString(dayForm)
+                          : QString::number(number).rightJustified(dayLength, u'0');
 }
 
-// Digit by digit: a store has many names, and the forms of QDate are taken apart anew for each.
 QDate dayAtStart(const QString& name)
 {
     if (name.size() < dayLength)

@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <vexdesk/history/utf8.h>
 
-#include <algorithm>
-#include <cstring>
-
 namespace vexdesk {
 
 QString textFromUtf8(QByteArrayView bytes)
@@ -19,15 +16,11 @@ QString textFromUtf8(QByteArrayView bytes)
 
 bool isAscii(QByteArrayView bytes)
 {
-    constexpr quint64 highBits = 0x8080808080808080U;
-    const char* begin = bytes.begin();
-    for (; bytes.end() - begin >= qsizetype(sizeof(quint64)); begin += sizeof(quint64)) {
-        quint64 word = 0;
-        std::memcpy(&word, begin, sizeof word);
-        if (word & highBits)
-            return false;
-    }
-    return std::all_of(begin, bytes.end(), [](char c) { return static_cast<signed char>(c) >= 0; });
+    // All of it, so that compilers take many characters at a time.
+    uchar bits = 0;
+    for (const char byte : bytes)
+        bits |= static_cast<uchar>(byte);
+    return bits < 0x80;
 }
 
 } // namespace vexdesk
