@@ -170,10 +170,7 @@ void BarExporter::appendColumns(qsizetype from, qsizetype to, const BarDescripti
 {
     for (qsizetype i = from; i < to; ++i) {
         append(m_columns.at(i), bar, text);
-        if (i == m_last)
-            text.append('\n');
-        else
-            text.append(m_separator);
+        text.append(i == m_last ? QByteArrayView("\n") : QByteArrayView(m_separator));
     }
 }
 
