@@ -185,6 +185,14 @@ QString intervalText(qint64 seconds)
                                  : Text::tr("%1 с").arg(seconds);
 }
 
+QString timeframeText(Timeframe timeframe)
+{
+    if (timeframe == Timeframe::Week)
+        return Text::tr("%1 нед").arg(1);
+    return timeframe == Timeframe::Month ? Text::tr("%1 мес").arg(1)
+                                         : intervalText(secondsOf(timeframe));
+}
+
 QString numberText(double number, int decimals)
 {
     const QString text = QString::number(number, 'f', decimals);

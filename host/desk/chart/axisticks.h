@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "desk/chart/timeframe.h"
 #include "desk/chart/timerange.h"
 
 #include <QtCore/QString>
@@ -31,6 +32,8 @@ QString dateText(qint64 time);
 QString dateTimeText(qint64 time, qint64 interval);
 /// "1 мин", "15 с", "2 ч", "7 д".
 QString intervalText(qint64 seconds);
+/// "5 мин", "1 ч", "1 д", "1 нед", "1 мес".
+QString timeframeText(Timeframe timeframe);
 /// A number with a fixed count of digits after the point, "120.50", never "-0.00".
 QString numberText(double number, int decimals);
 /// The text of a number with its thousands apart, "40 000 000"; the blanks do not break a line.
