@@ -146,15 +146,16 @@ void ChartCommands::addScrolls()
          [](ChartPage& page) { page.view().goToLast(); }});
     addScroll("Desk.Chart.PageBack", tr("На &экран назад"), QKeySequence(Qt::Key_PageUp), -1);
     addScroll("Desk.Chart.PageForward", tr("На экран &вперёд"), QKeySequence(Qt::Key_PageDown), 1);
-    addScroll("Desk.Chart.LittleBack", tr("Немного н&азад"),
-              QKeySequence(Qt::CTRL | Qt::Key_Left), -littleScroll);
+    addScroll("Desk.Chart.LittleBack", tr("Немного н&азад"), QKeySequence(Qt::CTRL | Qt::Key_Left),
+              -littleScroll);
     addScroll("Desk.Chart.LittleForward", tr("Немно&го вперёд"),
               QKeySequence(Qt::CTRL | Qt::Key_Right), littleScroll);
 }
 
 void ChartCommands::addCrosshair()
 {
-    CommandContainer& menu = menuIn("View.Crosshair", tr("П&ерекрестие и отметка"), moveGroup, "90");
+    CommandContainer& menu =
+        menuIn("View.Crosshair", tr("П&ерекрестие и отметка"), moveGroup, "90");
     const auto addMove = [this, &menu](const char* id, const QString& text, QKeySequence keys,
                                        int candles, void (ChartView::*move)(int)) {
         add(menu, onlyGroup, KeyOwner::Chart,
@@ -250,8 +251,8 @@ void ChartCommands::addTabs(CommandContainer& view)
          [this](ChartPage&) { m_tabs.step(1); }, areSeveral});
     add(view, tabGroup, KeyOwner::Item,
         {"Desk.Chart.Previous", tr("Предыду&щий график"),
-         QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab),
-         [this](ChartPage&) { m_tabs.step(-1); }, areSeveral});
+         QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab), [this](ChartPage&) { m_tabs.step(-1); },
+         areSeveral});
     add(view, tabGroup, KeyOwner::Item,
         {"Desk.Chart.Close", tr("&Закрыть график"), QKeySequence(Qt::CTRL | Qt::Key_W),
          [this](ChartPage&) { m_tabs.closeCurrent(); }, isOpen});

@@ -92,7 +92,7 @@ MainWindow::MainWindow(const PluginLoader& loader, QWidget* parent)
         item->setCheckable(true);
     addSeries(); // Tab comes to it before what is in the centre
     m_startPage = new StartPage(m_ownCommands);
-    connect(m_startPage, &StartPage::seriesChosen, m_chartTabs, &ChartTabs::open);
+    connect(m_startPage, &StartPage::seriesChosen, this, &MainWindow::openChart);
     m_pages = new QStackedWidget;
     m_pages->addWidget(m_startPage);
     m_pages->addWidget(m_chartTabs);
@@ -190,9 +190,7 @@ void MainWindow::addSeries()
     m_seriesDock->setObjectName(QStringLiteral("seriesDock"));
     m_seriesDock->setWidget(m_seriesTree);
     addDockWidget(Qt::LeftDockWidgetArea, m_seriesDock);
-    connect(m_seriesTree, &SeriesTree::opened, this, [this](const SeriesName& series) {
-        m_chartTabs->open(series).setFocus(Qt::OtherFocusReason);
-    });
+    connect(m_seriesTree, &SeriesTree::opened, this, &MainWindow::openChart);
     connect(m_chartTabs, &QTabWidget::currentChanged, this, [this] {
         if (const ChartPage* const page = m_chartTabs->current())
             m_seriesTree->setCurrent(page->series());
@@ -206,6 +204,12 @@ void MainWindow::addSeries()
                 [toggle, item] { item->setChecked(toggle->isChecked()); });
         item->setChecked(true);
     }
+}
+
+// The keys of the chart work at once.
+void MainWindow::openChart(const SeriesName& series)
+{
+    m_chartTabs->open(series).setFocus(Qt::OtherFocusReason);
 }
 
 void MainWindow::toggleSeries()
@@ -224,6 +228,18 @@ void MainWindow::showChartsOrStart()
     m_pages->setCurrentWidget(areCharts ? static_cast<QWidget*>(m_chartTabs) : m_startPage);
     QWidget* const row = m_startPage->firstRow();
     if (wereCharts && !areCharts && row)
+        row->setFocus(Qt::OtherFocusReason);
+}
+
+// What the keys go to at first is what the window is about, and not what stands at its top left.
+void MainWindow::showEvent(QShowEvent* event)
+{
+    QMainWindow::showEvent(event);
+    if (focusWidget())
+        return;
+    if (ChartPage* const page = m_chartTabs->current())
+        page->setFocus(Qt::OtherFocusReason);
+    else if (QWidget* const row = m_startPage->firstRow())
         row->setFocus(Qt::OtherFocusReason);
 }
 

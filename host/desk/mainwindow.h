@@ -27,6 +27,7 @@ class MarkSources;
 class MenuBuilder;
 class PluginLoader;
 class SeriesTree;
+struct SeriesName;
 class StartPage;
 class StatusLink;
 
@@ -53,6 +54,7 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
     struct OwnCommand
@@ -69,6 +71,7 @@ private:
     void explainCommand(const QByteArray& id, const QString& text);
     void addCharts();
     void addSeries();
+    void openChart(const SeriesName& series);
     void toggleSeries();
     void showChartsOrStart();
     void showChartMenu(const QPoint& globalPlace);

@@ -20,10 +20,11 @@ namespace vexdesk {
 
 /// What the main window shows while no chart is open: the commands that plug-ins have put into the
 /// menus as rows to click, beside them, or below where there is no room, the series that were
-/// charts last, where the terminal keeps its data, and, without plug-ins, where they are looked for.
+/// charts last, where the terminal keeps its data, and, without plug-ins, where they are looked
+/// for.
 ///
-/// The rows of commands follow ActionManager as the menus do: with the next turn of the event loop, the enabled
-/// state at once.
+/// The rows of commands follow ActionManager as the menus do: with the next turn of the event loop,
+/// the enabled state at once.
 class StartPage final : public QScrollArea
 {
     Q_OBJECT

@@ -85,8 +85,10 @@ void ChartMemory::open(const SeriesName& series)
     const ChartState state = stateOf(series);
     m_recent.removeIf([&series](const ChartState& one) { return one.series == series; });
     m_recent.prepend(state);
-    while (m_recent.size() > mostRemembered && !m_tabs.contains(m_recent.constLast().series))
-        m_recent.removeLast();
+    for (qsizetype i = m_recent.size() - 1; i >= mostRemembered; --i) {
+        if (!m_tabs.contains(m_recent.at(i).series))
+            m_recent.removeAt(i);
+    }
 }
 
 void ChartMemory::remember(const ChartState& state)

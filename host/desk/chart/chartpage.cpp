@@ -262,10 +262,23 @@ void ChartPage::hideEvent(QHideEvent* event)
     QWidget::hideEvent(event);
     if (event->spontaneous())
         return;
-    // A chart that nobody sees reads nothing while an import runs.
+    // A chart that nobody sees reads nothing while an import runs, and keeps no bars in memory.
     m_feed.stop();
     m_watcher.watch({});
     m_markedDays = {};
+    letBarsGo();
+}
+
+// The view keeps its place among what is known of the days.
+void ChartPage::letBarsGo()
+{
+    if (isEmpty())
+        return;
+    std::vector<SeriesDay> days = m_series->days();
+    for (SeriesDay& day : days)
+        day.bars.reset();
+    m_series = std::make_shared<const BarSeries>(m_series->timeframe(), std::move(days));
+    m_view->updateSeries(m_series);
 }
 
 void ChartPage::resizeEvent(QResizeEvent* event)
@@ -385,9 +398,9 @@ void ChartPage::showParts()
     for (qsizetype i = 0; i < items.size(); ++i)
         items.at(i)->setChecked(isShown(allStudies[static_cast<size_t>(i)]));
     const bool canBeUsed = m_pages->currentWidget() == m_chart;
-    for (QWidget* const widget : {static_cast<QWidget*>(m_nightsButton),
-                                  static_cast<QWidget*>(m_studiesButton),
-                                  static_cast<QWidget*>(m_showAll)})
+    for (QWidget* const widget :
+         {static_cast<QWidget*>(m_nightsButton), static_cast<QWidget*>(m_studiesButton),
+          static_cast<QWidget*>(m_showAll)})
         widget->setEnabled(canBeUsed);
     updateShownTimeframe();
     Q_EMIT changed();
@@ -396,10 +409,10 @@ void ChartPage::showParts()
 void ChartPage::updateShownTimeframe()
 {
     const bool isOther = !isEmpty() && m_view->shownTimeframe() != m_view->timeframe();
-    m_note->setText(
-        isOther ? tr("показаны свечи: %1").arg(timeframeText(m_view->shownTimeframe())) : QString());
-    m_note->setToolTip(
-        isOther ? tr("Для выбранного таймфрейма не хватает места: приблизьте график") : QString());
+    m_note->setText(isOther ? tr("показаны свечи: %1").arg(timeframeText(m_view->shownTimeframe()))
+                            : QString());
+    m_note->setToolTip(isOther ? tr("Для выбранного таймфрейма не хватает места: приблизьте график")
+                               : QString());
 }
 
 void ChartPage::showBars(const std::shared_ptr<const BarSeries>& series)
@@ -504,6 +517,12 @@ void ChartPage::showMessage(const QString& text)
     m_pages->setCurrentWidget(m_message);
     m_readout->clear();
     showParts();
+}
+
+// The line has the height of a usual text at all times, so that the chart does not jump when the
+// crosshair comes and goes.
+void ChartPage::reserveReadout()
+{
 }
 
 void ChartPage::updateScrollBar()

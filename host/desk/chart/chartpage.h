@@ -98,6 +98,7 @@ private:
 
     void showBars(const std::shared_ptr<const BarSeries>& series);
     void beginToShow();
+    void letBarsGo();
     void goToAwaited();
     void want();
     void askForMarks();

@@ -128,9 +128,10 @@ void ChartTabs::updateTexts()
     };
     for (int i = 0; i < count(); ++i) {
         const SeriesName& series = page(i)->series();
-        QString text = isAlone(i) ? series.securityName
-                                  : tr("%1 — %2 — %3").arg(series.securityName, series.boardCode,
-                                                           series.stockCode);
+        QString text =
+            isAlone(i)
+                ? series.securityName
+                : tr("%1 — %2 — %3").arg(series.securityName, series.boardCode, series.stockCode);
         setTabText(i, text.replace(u'&', QStringLiteral("&&")));
     }
 }

@@ -81,8 +81,12 @@ SeriesTree::SeriesTree(const QString& root, QWidget* parent)
     m_view->setModel(m_found);
     m_view->setUniformRowHeights(true);
     m_view->setAlternatingRowColors(true);
-    m_view->header()->setStretchLastSection(false);
+    constexpr int indentation = 14;
+    m_view->setIndentation(indentation);
+    // The title has the room that the others leave.
     m_view->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_view->header()->setSectionResizeMode(SeriesTreeModel::TitleColumn, QHeaderView::Stretch);
+    m_view->header()->setMinimumSectionSize(0);
     m_message->setObjectName(QStringLiteral("seriesMessage"));
     m_message->setTextFormat(Qt::PlainText);
     m_message->setWordWrap(true);
@@ -108,7 +112,7 @@ SeriesTree::~SeriesTree() = default;
 
 QSize SeriesTree::sizeHint() const
 {
-    constexpr QSize usual(300, 400);
+    constexpr QSize usual(320, 400);
     return usual;
 }
 

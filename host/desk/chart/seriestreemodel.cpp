@@ -36,11 +36,6 @@ struct SeriesTreeModel::Node
                                         [this](const auto& node) { return node.get() == this; });
         return static_cast<int>(found - rows.begin());
     }
-    QString text() const
-    {
-        return content.title.isEmpty() ? code : tr("%1 — %2").arg(code, content.title);
-    }
-
     QString code;
     Content content;
     QString searched;
@@ -90,7 +85,9 @@ std::unique_ptr<SeriesTreeModel::Node> SeriesTreeModel::treeOf(const QList<Store
             content.firstDay = one.firstDay;
         if (!content.lastDay.isValid() || one.lastDay > content.lastDay)
             content.lastDay = one.lastDay;
-        series.searched = series.text() + u'\n' + board.text() + u'\n' + stock.text();
+        series.searched.clear();
+        for (const Node* const node : {&series, &board, &stock})
+            series.searched += node->code + u'\n' + node->content.title + u'\n';
     }
     return root;
 }
@@ -201,7 +198,7 @@ QVariant SeriesTreeModel::data(const QModelIndex& index, int role) const
     case Qt::ToolTipRole:
         if (const std::optional<SeriesName> series = seriesAt(index))
             return seriesDescription(*series);
-        return node.text();
+        return node.content.title;
     case SearchRole:
         return node.searched;
     default:
@@ -215,8 +212,10 @@ QVariant SeriesTreeModel::textOf(const Node& node, int column) const
         return day.isValid() ? dateText(wallTime(day)) : QString();
     };
     switch (column) {
-    case NameColumn:
-        return node.text();
+    case CodeColumn:
+        return node.code;
+    case TitleColumn:
+        return node.content.title;
     case TimeframesColumn: {
         QStringList texts;
         for (const int timeframe : node.content.timeframes)
@@ -237,14 +236,16 @@ QVariant SeriesTreeModel::headerData(int section, Qt::Orientation orientation, i
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return QVariant();
     switch (section) {
-    case NameColumn:
+    case CodeColumn:
         return tr("Серия");
     case TimeframesColumn:
         return tr("Бары");
     case FirstDayColumn:
-        return tr("Первый день");
+        return tr("Первый");
     case LastDayColumn:
-        return tr("Последний день");
+        return tr("Последний");
+    case TitleColumn:
+        return tr("Название");
     default:
         return QVariant();
     }

@@ -17,7 +17,14 @@ class SeriesTreeModel final : public QAbstractItemModel
     Q_OBJECT
 
 public:
-    enum Column { NameColumn, TimeframesColumn, FirstDayColumn, LastDayColumn, ColumnCount };
+    enum Column {
+        CodeColumn,
+        TimeframesColumn,
+        FirstDayColumn,
+        LastDayColumn,
+        TitleColumn,
+        ColumnCount
+    };
     /// All that a series may be looked for by: its codes, its title and the names of board and
     /// venue.
     static constexpr int SearchRole = Qt::UserRole;
@@ -48,7 +55,7 @@ private:
     const Node& nodeOf(const QModelIndex& index) const;
     static std::unique_ptr<Node> treeOf(const QList<StoredSeries>& stored);
     static Node& childOf(Node& parent, const QString& code);
-    static void describe(Node& node, const SeriesName& series);
+
     void become(Node& node, const QModelIndex& place, Node& wanted);
     void removeRow(Node& node, const QModelIndex& place, int row);
     void insertRow(Node& node, const QModelIndex& place, int row, std::unique_ptr<Node> child);
