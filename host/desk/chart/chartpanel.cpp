@@ -346,19 +346,7 @@ void ChartPanel::updateReadout()
 
 void ChartPanel::reserveReadout()
 {
-    // The line has the height of its longest text at all times, so that the chart does not jump
-    // when the mouse comes and goes.
-    Candle longest;
-    int decimals = 0;
-    if (m_series && !m_series->isEmpty()) {
-        longest.bar = m_series->sum(0, m_series->size());
-        longest.bar.open = longest.bar.close = longest.bar.low = longest.bar.high;
-        longest.begin = m_series->firstTime();
-        longest.end = m_series->lastTime();
-        decimals = m_series->decimals();
-    }
-    constexpr qint64 anyInterval = 1800;
-    const QString text = readoutText(longest, anyInterval, 1, decimals);
+    const QString text = m_view->readout();
     const QFontMetrics metrics(m_readout->font());
     const int width = std::max(1, contentsRect().width() - 2 * spacing);
     m_readout->setMinimumHeight(
