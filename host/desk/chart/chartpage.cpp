@@ -5,6 +5,7 @@
 #include "desk/chart/chartview.h"
 #include "desk/chart/marksources.h"
 #include "desk/chart/movingaverage.h"
+#include "desk/chart/readout.h"
 #include "desk/chart/seriesname.h"
 #include "desk/chart/volumebyprice.h"
 #include "desk/chart/wallclock.h"
@@ -519,10 +520,32 @@ void ChartPage::showMessage(const QString& text)
     showParts();
 }
 
-// The line has the height of a usual text at all times, so that the chart does not jump when the
-// crosshair comes and goes.
+// The line has the height of its longest text at all times, so that the chart does not jump when
+// the crosshair comes and goes.
 void ChartPage::reserveReadout()
 {
+    constexpr qint64 much = 999'999'999;
+    Candle longest;
+    int decimals = 2;
+    if (!isEmpty()) {
+        const auto& days = m_series->days();
+        const auto known = std::find_if(days.rbegin(), days.rend(), [](const SeriesDay& day) {
+            return day.summary && day.summary->count > 0;
+        });
+        if (known != days.rend())
+            longest.bar = known->summary->whole();
+        longest.begin = wallTime(days.back().day);
+        longest.end = longest.begin + 1;
+        longest.day = days.back().day;
+        decimals = m_series->decimals();
+    }
+    longest.bar.open = longest.bar.close = longest.bar.low = longest.bar.high;
+    longest.bar.volume = std::max(longest.bar.volume, much);
+    const QString text = readoutText(longest, {Timeframe::Minutes5, secondTimeframe}, decimals);
+    const QFontMetrics metrics(m_readout->font());
+    const int width = std::max(1, contentsRect().width() - 2 * spacing);
+    m_readout->setMinimumHeight(
+        metrics.boundingRect(QRect(0, 0, width, 0), Qt::TextWordWrap, text).height());
 }
 
 void ChartPage::updateScrollBar()

@@ -17,6 +17,10 @@ struct PlacedCandle
 {
     qint64 slot = 0;
     Candle candle;
+    /// Days before it that may have candles were not read: it does not follow on the one before.
+    bool isAfterGap = false;
+
+    double middle() const { return static_cast<double>(slot) + 0.5; }
 };
 
 /// What a study sees.

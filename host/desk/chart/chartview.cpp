@@ -1,15 +1,43 @@
 // SPDX-License-Identifier: MIT
 #include "desk/chart/chartview.h"
 
+#include "desk/chart/chartaccessible.h"
 #include "desk/chart/chartcolors.h"
+#include "desk/chart/chartfiles.h"
+#include "desk/chart/chartpainter.h"
+#include "desk/chart/wallclock.h"
 
+#include <QtGui/QContextMenuEvent>
+#include <QtGui/QHelpEvent>
+#include <QtGui/QKeyEvent>
 #include <QtGui/QPainter>
+#include <QtGui/QWheelEvent>
+#include <QtWidgets/QToolTip>
+
+#include <algorithm>
+#include <cmath>
 
 namespace vexdesk {
+
+namespace {
+
+constexpr double zoomStep = 0.8;
+constexpr double scrollStep = 0.1; // of what is shown
+constexpr double pageStep = 0.9;
+constexpr double wheelStep = 120; // angle of a step of the wheel
+
+// Device-independent pixels.
+constexpr double thinnestCandle = 4; // with the gap beside it
+constexpr double usualCandle = 8;
+
+constexpr double halfSecond = 0.5; // before the end of a bar is in it, however short it is
+
+} // namespace
 
 ChartView::ChartView(QWidget* parent)
     : QWidget(parent)
 {
+    installChartAccessibility();
     setObjectName(QStringLiteral("chartView"));
     setAccessibleName(tr("График цен и объёмов"));
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -25,140 +53,614 @@ QSize ChartView::minimumSizeHint() const
     return smallest;
 }
 
-void ChartView::setTitle(const QString&)
-{}
+void ChartView::setTitle(const QString& title)
+{
+    m_title = title;
+    setAccessibleName(title.isEmpty() ? tr("График цен и объёмов")
+                                      : tr("График цен и объёмов: %1").arg(title));
+    refresh();
+}
+
 void ChartView::showSeries(const std::shared_ptr<const BarSeries>& series)
 {
-    m_series = series;
-    Q_EMIT rangeChanged();
+    const bool hadHistory = canGoBack() || canGoForward();
+    m_history.clear();
+    m_mark.reset();
+    m_pointed.reset();
+    m_target.reset();
+    m_grip = Grip::None;
+    change(Step::Small, [&] { m_viewport.showSeries(series); });
+    if (hadHistory)
+        Q_EMIT historyChanged();
 }
+
 void ChartView::updateSeries(const std::shared_ptr<const BarSeries>& series)
 {
-    showSeries(series);
+    change(Step::Small, [&] {
+        m_viewport.updateSeries(series);
+        findTarget();
+    });
 }
-bool ChartView::isEmpty() const
+
+void ChartView::setTimeframe(Timeframe timeframe)
 {
-    return !m_series || m_series->isEmpty();
+    if (timeframe != m_viewport.timeframe())
+        change(Step::Jump, [&] { m_viewport.setTimeframe(timeframe, fixedTime()); });
 }
-Timeframe ChartView::timeframe() const
+
+void ChartView::setNightsShown(bool areShown)
 {
-    return Timeframe::Minute;
+    if (areShown != areNightsShown())
+        change(Step::Jump, [&] { m_viewport.setNightsShown(areShown, fixedTime()); });
 }
-Timeframe ChartView::shownTimeframe() const
+
+// The bar at the keyboard's crosshair stays where it is.
+std::optional<double> ChartView::fixedTime() const
 {
-    return Timeframe::Minute;
+    return m_pointed && m_crosshair ? m_pointed : std::nullopt;
 }
-void ChartView::setTimeframe(Timeframe)
-{}
-bool ChartView::areNightsShown() const
+
+void ChartView::setStudies(std::vector<std::shared_ptr<const ChartStudy>> studies)
 {
-    return false;
+    m_studies = std::move(studies);
+    refresh();
 }
-void ChartView::setNightsShown(bool)
-{}
-void ChartView::setStudies(std::vector<std::shared_ptr<const ChartStudy>>)
-{}
-void ChartView::setMarks(const QList<ChartMark>&)
-{}
-ChartView::Place ChartView::place() const
+
+void ChartView::setMarks(const QList<ChartMark>& marks)
 {
-    return {};
+    if (marks == m_marks)
+        return;
+    m_marks = marks;
+    layOut();
 }
-void ChartView::setPlace(const Place&)
-{}
-const SlotRange& ChartView::range() const
+
+void ChartView::setPlace(const Place& place)
 {
-    static const SlotRange range;
-    return range;
+    change(Step::Small, [&] { m_viewport.setPlace(place); });
 }
+
 SlotRange ChartView::reach() const
 {
-    return {};
+    return m_viewport.limits().reach(range().length());
 }
-void ChartView::setRange(const SlotRange&)
-{}
-void ChartView::zoom(double)
-{}
-void ChartView::scroll(double)
-{}
+
+void ChartView::setRange(const SlotRange& range)
+{
+    if (range != m_viewport.range())
+        change(Step::Small, [&] { m_viewport.setRange(range); });
+}
+
+void ChartView::zoom(double factor)
+{
+    change(Step::Small, [&] { m_viewport.zoom(range().middle(), factor); });
+}
+
+void ChartView::scroll(double shareOfView)
+{
+    change(Step::Small, [&] { m_viewport.move(shareOfView * range().length()); });
+}
+
 void ChartView::showAll()
-{}
+{
+    change(Step::Jump, [&] { m_viewport.showAll(); });
+}
+
 void ChartView::goToFirst()
-{}
+{
+    change(Step::Jump, [&] { m_viewport.move(reach().begin - range().begin); });
+}
+
 void ChartView::goToLast()
-{}
-void ChartView::goTo(qint64)
-{}
-void ChartView::goTo(const QDate&)
-{}
-bool ChartView::canGoBack() const
 {
-    return false;
+    change(Step::Jump, [&] { m_viewport.move(reach().end - range().end); });
 }
+
+void ChartView::goTo(qint64 wallTime)
+{
+    if (isEmpty())
+        return;
+    change(Step::Jump, [&] {
+        m_target.reset();
+        m_pointed = static_cast<double>(wallTime) - halfSecond;
+        m_viewport.goTo(*m_pointed);
+    });
+}
+
+void ChartView::goTo(const QDate& day)
+{
+    if (isEmpty() || !day.isValid())
+        return;
+    change(Step::Jump, [&] {
+        m_target = day;
+        m_viewport.goTo(static_cast<double>(wallTime(day)));
+        findTarget();
+        if (m_pointed)
+            m_viewport.goTo(*m_pointed);
+    });
+}
+
+// A day that was not read has no first bar yet: it is looked for again when more was read.
+void ChartView::findTarget()
+{
+    if (!m_target || isEmpty())
+        return;
+    const TimeAxis& axis = m_viewport.axis();
+    const auto midnight =
+        static_cast<qint64>(std::floor(axis.slotOf(static_cast<double>(wallTime(*m_target)))));
+    const qint64 slot = axis.next(midnight - 1, true).value_or(axis.size() - 1);
+    m_pointed = axis.timeAt(static_cast<double>(slot) + 0.5);
+}
+
 void ChartView::goBack()
-{}
-bool ChartView::canGoForward() const
 {
-    return false;
+    step(m_history.back(m_viewport.state()));
 }
+
 void ChartView::goForward()
-{}
-std::pair<QDate, QDate> ChartView::daysInView() const
 {
-    return {};
+    step(m_history.forward(m_viewport.state()));
 }
-bool ChartView::needsBars() const
+
+void ChartView::step(const std::optional<ViewHistory::State>& state)
 {
-    return false;
+    if (state)
+        change(Step::Small, [&] { m_viewport.restore(*state); });
+    Q_EMIT historyChanged();
 }
-const ChartLayout& ChartView::chart() const
+
+// All that moves the view goes through here: what is marked stays at its times, and those around
+// are told what has become another.
+void ChartView::change(Step step, const std::function<void()>& how)
 {
-    static const ChartLayout chart;
-    return chart;
+    const ViewHistory::State before = m_viewport.state();
+    std::optional<Mark> times;
+    if (m_mark)
+        times = Mark{m_viewport.axis().timeAt(m_mark->from), m_viewport.axis().timeAt(m_mark->to)};
+    const bool wasEmpty = isEmpty();
+    how();
+    if (times)
+        m_mark = Mark{m_viewport.axis().slotOf(times->from), m_viewport.axis().slotOf(times->to)};
+    refresh();
+    const ViewHistory::State now = m_viewport.state();
+    if (now.timeframe != before.timeframe || now.shown != before.shown ||
+        now.areNightsShown != before.areNightsShown)
+        Q_EMIT timeframeChanged();
+    if (step == Step::Jump && !wasEmpty && now != before) {
+        m_history.leave(before);
+        Q_EMIT historyChanged();
+    }
 }
-const std::optional<Crosshair>& ChartView::crosshair() const
+
+void ChartView::refresh()
 {
-    static const std::optional<Crosshair> none;
-    return none;
+    layOut();
+    Q_EMIT rangeChanged();
 }
+
+void ChartView::layOut()
+{
+    m_layout = isEmpty() ? ChartLayout()
+                         : layOutChart({m_viewport.axis(), range(), m_title, m_studies, m_marks},
+                                       size(), font());
+    updateCrosshair();
+}
+
+void ChartView::updateCrosshair()
+{
+    m_crosshair.reset();
+    if (m_pointed && !isEmpty()) {
+        const double slot = std::floor(m_viewport.axis().slotOf(*m_pointed));
+        m_crosshair = m_layout.crosshairOn(static_cast<qint64>(slot));
+    } else if (m_mouse && m_grip != Grip::Moving) {
+        m_crosshair = m_layout.crosshairAt(*m_mouse);
+    }
+    update();
+    announce();
+    Q_EMIT pointedChanged();
+}
+
+// A screen reader says the bar that the keyboard points at; for a mouse it would never end.
+void ChartView::announce()
+{
+    if (m_pointed)
+        setReadout(*this, readout());
+}
+
 const Candle* ChartView::pointed() const
 {
-    return nullptr;
+    return m_crosshair && m_crosshair->candle ? &m_layout.candles[*m_crosshair->candle].candle
+                                              : nullptr;
 }
+
 QString ChartView::readout() const
 {
-    return {};
+    const Candle* const candle = pointed();
+    if (!candle)
+        return {};
+    QString text = readoutText(*candle, m_layout.kind, m_layout.prices.decimals);
+    if (const MarkSign* const sign = m_layout.markOf(*m_crosshair->candle))
+        text +=
+            QStringLiteral("   ") + QString(sign->mark.text).replace(u'\n', QStringLiteral("   "));
+    return text;
 }
-void ChartView::moveCrosshair(int)
-{}
-void ChartView::dropCrosshair()
-{}
-void ChartView::markTo(int)
-{}
-bool ChartView::hasMark() const
+
+std::pair<QDate, QDate> ChartView::daysInView() const
 {
-    return false;
+    int before = 0;
+    for (const auto& study : m_studies)
+        before = std::max(before, study->candlesBefore());
+    const TimeAxis& axis = m_viewport.axis();
+    const auto [first, last] = axis.daysIn({range().begin - before, range().end});
+    if (first >= last)
+        return {};
+    const auto& days = axis.series().days();
+    return {days[static_cast<size_t>(first)].day, days[static_cast<size_t>(last - 1)].day};
 }
+
+bool ChartView::needsBars() const
+{
+    return isBelowDay(shownTimeframe());
+}
+
+std::optional<qint64> ChartView::crosshairSlot() const
+{
+    if (m_pointed)
+        return static_cast<qint64>(std::floor(m_viewport.axis().slotOf(*m_pointed)));
+    if (m_crosshair)
+        return m_crosshair->slot;
+    return std::nullopt;
+}
+
+void ChartView::putCrosshair(qint64 slot)
+{
+    m_target.reset();
+    m_pointed = m_viewport.axis().timeAt(static_cast<double>(slot) + 0.5);
+    follow(slot);
+}
+
+// As far as must be to see the slot and the one beside it.
+void ChartView::follow(qint64 slot)
+{
+    const auto position = static_cast<double>(slot);
+    double distance = 0;
+    if (position - 1 < range().begin)
+        distance = position - 1 - range().begin;
+    else if (position + 2 > range().end)
+        distance = position + 2 - range().end;
+    if (distance != 0)
+        change(Step::Small, [&] { m_viewport.move(distance); });
+    else
+        updateCrosshair();
+}
+
+void ChartView::moveCrosshair(int candles)
+{
+    if (isEmpty())
+        return;
+    clearMark();
+    const TimeAxis& axis = m_viewport.axis();
+    std::optional<qint64> slot = crosshairSlot();
+    if (!slot) {
+        const auto end = static_cast<qint64>(std::floor(range().end));
+        slot = axis.next(std::min(end, axis.size()), false);
+        candles = 0;
+    }
+    for (int i = 0; slot && i < std::abs(candles); ++i) {
+        const std::optional<qint64> next = axis.next(*slot, candles > 0);
+        if (!next)
+            break;
+        slot = next;
+    }
+    if (slot)
+        putCrosshair(*slot);
+}
+
+void ChartView::dropCrosshair()
+{
+    m_pointed.reset();
+    m_target.reset();
+    setReadout(*this, QString());
+    clearMark();
+    updateCrosshair();
+}
+
+void ChartView::markTo(int candles)
+{
+    if (isEmpty())
+        return;
+    if (!crosshairSlot())
+        moveCrosshair(0);
+    const std::optional<qint64> from = crosshairSlot();
+    if (!from)
+        return;
+    const Mark mark = m_mark.value_or(Mark{static_cast<double>(*from) + 0.5, 0});
+    moveCrosshair(candles);
+    m_mark = Mark{mark.from, static_cast<double>(crosshairSlot().value_or(*from)) + 0.5};
+    update();
+    Q_EMIT markChanged();
+}
+
+SlotRange ChartView::markedRange() const
+{
+    const auto [first, last] = std::minmax(m_mark->from, m_mark->to);
+    return {std::floor(first), std::floor(last) + 1};
+}
+
 void ChartView::zoomToMark()
-{}
+{
+    if (!m_mark)
+        return;
+    const SlotRange marked = markedRange();
+    m_grip = Grip::None;
+    unsetCursor();
+    clearMark();
+    change(Step::Jump, [&] { m_viewport.setRange(marked); });
+}
+
 void ChartView::clearMark()
-{}
+{
+    if (!m_mark)
+        return;
+    m_mark.reset();
+    update();
+    Q_EMIT markChanged();
+}
+
 QString ChartView::barsAsText() const
 {
-    return {};
+    return candlesAsText(m_viewport.axis().candles(m_mark ? markedRange() : range()), m_layout.kind,
+                         m_layout.prices.decimals);
 }
-QImage ChartView::picture(double) const
+
+QImage ChartView::picture(double scale) const
 {
-    return {};
+    return chartImage(m_layout, ChartColors::of(palette()), scale);
 }
-Outcome ChartView::savePicture(const QString&) const
+
+Outcome ChartView::savePicture(const QString& path) const
 {
-    return {};
+    return saveChart(m_layout, ChartColors::of(palette()), devicePixelRatioF(), path);
+}
+
+bool ChartView::event(QEvent* event)
+{
+    if (event->type() == QEvent::ShortcutOverride) {
+        // The keys of the chart win over the shortcuts of menus.
+        const auto* const key = static_cast<QKeyEvent*>(event);
+        const bool isAlone = !(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+        if (isAlone || key->matches(QKeySequence::Copy) ||
+            (key->key() == Qt::Key_0 && key->modifiers() == Qt::ControlModifier)) {
+            event->accept();
+            return true;
+        }
+    } else if (event->type() == QEvent::ToolTip) {
+        const auto* const help = static_cast<QHelpEvent*>(event);
+        if (const MarkSign* const sign = m_layout.markAt(help->pos())) {
+            QToolTip::showText(help->globalPos(), sign->mark.text, this, sign->place.toRect());
+            return true;
+        }
+        QToolTip::hideText();
+    }
+    return QWidget::event(event);
 }
 
 void ChartView::paintEvent(QPaintEvent* /*event*/)
 {
-    QPainter(this).fillRect(rect(), ChartColors::of(palette()).background);
+    QPainter painter(this);
+    const ChartColors colors = ChartColors::of(palette());
+    painter.fillRect(rect(), colors.background);
+    ChartOverlay overlay{m_crosshair, std::nullopt};
+    if (m_mark)
+        overlay.marked = markedRange();
+    if (!isEmpty())
+        paintChart(painter, m_layout, colors, overlay);
+    if (hasFocus()) {
+        painter.setPen(palette().color(QPalette::Highlight));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    }
+}
+
+void ChartView::resizeEvent(QResizeEvent* /*event*/)
+{
+    const double width = usualPaneWidth(size(), font());
+    change(Step::Small, [&] { m_viewport.setRoom(width / thinnestCandle, width / usualCandle); });
+}
+
+void ChartView::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        resizeEvent(nullptr);
+}
+
+void ChartView::leaveEvent(QEvent* /*event*/)
+{
+    m_mouse.reset();
+    updateCrosshair();
+}
+
+void ChartView::wheelEvent(QWheelEvent* event)
+{
+    event->accept();
+    if (isEmpty())
+        return;
+    QPoint angle = event->angleDelta();
+    // With Shift, and on some systems already as a turn to the side, the wheel scrolls.
+    if (event->modifiers() & Qt::ShiftModifier && angle.x() == 0)
+        angle = QPoint(angle.y(), 0);
+    if (angle.x() != 0)
+        scroll(-scrollStep * angle.x() / wheelStep);
+    else if (angle.y() != 0)
+        change(Step::Small, [&] {
+            m_viewport.zoom(slotBelow(event->position()),
+                            std::pow(zoomStep, angle.y() / wheelStep));
+        });
+}
+
+// Beside the panes, the nearest position in them.
+double ChartView::slotBelow(const QPointF& place) const
+{
+    const QRectF& pane = m_layout.prices.place;
+    return m_layout.slotAt(std::clamp(place.x(), pane.left(), pane.right()));
+}
+
+void ChartView::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton || isEmpty())
+        return;
+    clearMark();
+    if (event->modifiers() & Qt::ShiftModifier) {
+        m_grip = Grip::Marking;
+        m_gripAt = slotBelow(event->position());
+        setCursor(Qt::IBeamCursor);
+    } else {
+        m_grip = Grip::Moving;
+        m_gripAt = event->position().x();
+        setCursor(Qt::ClosedHandCursor);
+    }
+    updateCrosshair();
+}
+
+void ChartView::mouseMoveEvent(QMouseEvent* event)
+{
+    m_mouse = event->position();
+    m_pointed.reset();
+    m_target.reset();
+    if (m_grip == Grip::Moving) {
+        // Step by step: between two of them the slots may have become others.
+        const double pixels = m_gripAt - event->position().x();
+        m_gripAt = event->position().x();
+        change(Step::Small, [&] { m_viewport.move(pixels / m_layout.slotWidth()); });
+        return;
+    }
+    if (m_grip == Grip::Marking) {
+        m_mark = Mark{m_mark ? m_mark->from : m_gripAt, slotBelow(event->position())};
+        Q_EMIT markChanged();
+    }
+    updateCrosshair();
+}
+
+void ChartView::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton || m_grip == Grip::None)
+        return;
+    const bool isMarked = m_grip == Grip::Marking && m_mark;
+    m_grip = Grip::None;
+    unsetCursor();
+    m_mouse = event->position();
+    if (isMarked)
+        zoomToMark();
+    else
+        updateCrosshair();
+}
+
+void ChartView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton)
+        showAll();
+}
+
+void ChartView::contextMenuEvent(QContextMenuEvent* event)
+{
+    event->accept();
+    if (event->reason() == QContextMenuEvent::Mouse)
+        Q_EMIT contextMenuWanted(event->globalPos());
+    else
+        Q_EMIT contextMenuWanted(mapToGlobal(
+            m_crosshair ? m_crosshair->at.toPoint() : m_layout.prices.place.center().toPoint()));
+}
+
+// Whether there was something to give up: a range that is being marked, the crosshair.
+bool ChartView::giveUp()
+{
+    const bool had = m_mark || m_pointed || m_grip == Grip::Marking;
+    if (m_grip == Grip::Marking) {
+        m_grip = Grip::None;
+        unsetCursor();
+    }
+    if (m_mark)
+        clearMark();
+    else if (m_pointed)
+        dropCrosshair();
+    return had;
+}
+
+bool ChartView::moveByKey(const QKeyEvent& event)
+{
+    const bool isForwards = event.key() == Qt::Key_Right;
+    const int one = isForwards ? 1 : -1;
+    switch (event.key()) {
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+        if (event.modifiers() & Qt::AltModifier)
+            isForwards ? goForward() : goBack();
+        else if (event.modifiers() & Qt::ControlModifier)
+            scroll(one * scrollStep);
+        else if (event.modifiers() & Qt::ShiftModifier)
+            markTo(one);
+        else
+            moveCrosshair(one);
+        return true;
+    case Qt::Key_PageUp:
+        scroll(-pageStep);
+        return true;
+    case Qt::Key_PageDown:
+        scroll(pageStep);
+        return true;
+    case Qt::Key_Plus:
+    case Qt::Key_Equal: // the same key without Shift
+        zoom(zoomStep);
+        return true;
+    case Qt::Key_Minus:
+        zoom(1 / zoomStep);
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool ChartView::jumpByKey(const QKeyEvent& event)
+{
+    switch (event.key()) {
+    case Qt::Key_Home:
+        goToFirst();
+        return true;
+    case Qt::Key_End:
+        goToLast();
+        return true;
+    case Qt::Key_Backspace:
+        goBack();
+        return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (!m_mark)
+            return false;
+        zoomToMark();
+        return true;
+    case Qt::Key_Escape:
+        return giveUp();
+    case Qt::Key_0:
+        if (!(event.modifiers() & Qt::ControlModifier))
+            return false;
+        showAll();
+        return true;
+    case Qt::Key_F10:
+        if (event.modifiers() != Qt::ShiftModifier)
+            return false;
+        Q_EMIT contextMenuWanted(mapToGlobal(m_layout.prices.place.center().toPoint()));
+        return true;
+    default:
+        return false;
+    }
+}
+
+void ChartView::keyPressEvent(QKeyEvent* event)
+{
+    if (event->matches(QKeySequence::Copy))
+        Q_EMIT copyWanted();
+    else if (!moveByKey(*event) && !jumpByKey(*event))
+        event->ignore();
 }
 
 } // namespace vexdesk

@@ -3,13 +3,14 @@
 
 #include "desk/chart/chartlayout.h"
 #include "desk/chart/chartstudy.h"
-#include "desk/chart/timeframe.h"
+#include "desk/chart/viewhistory.h"
 
 #include <vexdesk/icharts.h>
 #include <vexdesk/outcome.h>
 
 #include <QtWidgets/QWidget>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -24,14 +25,7 @@ class ChartView final : public QWidget
     Q_OBJECT
 
 public:
-    /// What has to be remembered to show the same again.
-    struct Place
-    {
-        qint64 end = 0;   ///< the wall time at the right edge; 0 is the end, whatever comes there
-        double slots = 0; ///< of the chosen timeframe, from edge to edge; 0 for as many as usual
-
-        bool operator==(const Place&) const = default;
-    };
+    using Place = ChartPlace;
 
     explicit ChartView(QWidget* parent = nullptr);
     ~ChartView() override;
@@ -42,24 +36,24 @@ public:
     void showSeries(const std::shared_ptr<const BarSeries>& series);
     /// Shows what the series has become, at the same place. Its stored timeframe may be another.
     void updateSeries(const std::shared_ptr<const BarSeries>& series);
-    bool isEmpty() const;
+    bool isEmpty() const { return m_viewport.isEmpty(); }
 
     /// The chosen timeframe and the one that is shown: a longer one where the candles of the chosen
     /// one would be too thin to be seen.
-    Timeframe timeframe() const;
-    Timeframe shownTimeframe() const;
+    Timeframe timeframe() const { return m_viewport.timeframe(); }
+    Timeframe shownTimeframe() const { return m_viewport.shownTimeframe(); }
     void setTimeframe(Timeframe timeframe);
-    bool areNightsShown() const;
+    bool areNightsShown() const { return m_viewport.areNightsShown(); }
     void setNightsShown(bool areShown);
 
     void setStudies(std::vector<std::shared_ptr<const ChartStudy>> studies);
     /// Those of the days in view; what is marked elsewhere is not seen.
     void setMarks(const QList<ChartMark>& marks);
 
-    Place place() const;
+    Place place() const { return m_viewport.place(); }
     void setPlace(const Place& place);
     /// The slots in view, those between which it can be moved, and another part of them.
-    const SlotRange& range() const;
+    const SlotRange& range() const { return m_viewport.range(); }
     SlotRange reach() const;
     void setRange(const SlotRange& range);
     /// Makes the view longer by this factor, around its middle.
@@ -75,9 +69,9 @@ public:
 
     /// Back to where the view was before a jump, and forward again. Moving and zooming by steps is
     /// no jump.
-    bool canGoBack() const;
+    bool canGoBack() const { return m_history.canGoBack(); }
     void goBack();
-    bool canGoForward() const;
+    bool canGoForward() const { return m_history.canGoForward(); }
     void goForward();
 
     /// What a feed must have read for what is in view.
@@ -85,9 +79,9 @@ public:
     bool needsBars() const;
 
     /// What is drawn now, and where.
-    const ChartLayout& chart() const;
+    const ChartLayout& chart() const { return m_layout; }
     /// Where the mouse or the keyboard points, nothing where it points at no slot.
-    const std::optional<Crosshair>& crosshair() const;
+    const std::optional<Crosshair>& crosshair() const { return m_crosshair; }
     /// The candle at the crosshair, null when there is none.
     const Candle* pointed() const;
     /// What is said of it, with the marks; empty when there is none.
@@ -99,7 +93,7 @@ public:
 
     /// Marks a range from the crosshair on by so many candles more.
     void markTo(int candles);
-    bool hasMark() const;
+    bool hasMark() const { return m_mark.has_value(); }
     void zoomToMark();
     void clearMark();
 
@@ -129,10 +123,63 @@ Q_SIGNALS:
     void copyWanted();
 
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
-    std::shared_ptr<const BarSeries> m_series;
+    enum class Step {
+        Small, ///< of a walk
+        Jump,  ///< from which the user can go back
+    };
+    // What the mouse does while its button is down.
+    enum class Grip { None, Moving, Marking };
+    // Positions within the first and the last slot that are marked, in either order.
+    struct Mark
+    {
+        double from = 0;
+        double to = 0;
+    };
+
+    void change(Step step, const std::function<void()>& how);
+    void refresh();
+    void layOut();
+    void updateCrosshair();
+    void announce();
+    double slotBelow(const QPointF& place) const;
+    SlotRange markedRange() const;
+    std::optional<double> fixedTime() const;
+    std::optional<qint64> crosshairSlot() const;
+    void putCrosshair(qint64 slot);
+    void follow(qint64 slot);
+    void findTarget();
+    void step(const std::optional<ViewHistory::State>& state);
+    bool giveUp();
+    bool moveByKey(const QKeyEvent& event);
+    bool jumpByKey(const QKeyEvent& event);
+
+    ChartViewport m_viewport;
+    ViewHistory m_history;
+    QString m_title;
+    std::vector<std::shared_ptr<const ChartStudy>> m_studies;
+    QList<ChartMark> m_marks;
+    ChartLayout m_layout;
+    std::optional<QPointF> m_mouse; // while it is over the chart
+    Grip m_grip = Grip::None;
+    double m_gripAt = 0; // distance from the left, or a slot, where the button went down
+    std::optional<double> m_pointed; // the wall time at which the keyboard's crosshair is
+    std::optional<QDate> m_target;   // the day whose first bar it is to stand on when it was read
+    std::optional<Crosshair> m_crosshair;
+    std::optional<Mark> m_mark;
 };
 
 } // namespace vexdesk

@@ -29,17 +29,23 @@ StudyShapes MovingAverage::shapes(const StudyInput& input) const
 {
     const std::vector<PlacedCandle>& candles = input.candles;
     const auto period = static_cast<size_t>(m_period);
-    StudyLine line;
+    StudyShapes shapes;
     double sum = 0;
+    size_t first = 0; // of the candles that follow on each other
     for (size_t i = 0; i < candles.size(); ++i) {
+        if (i == 0 || candles[i].isAfterGap) {
+            shapes.lines.emplace_back();
+            first = i;
+            sum = 0;
+        }
         sum += candles[i].candle.bar.close;
-        if (i >= period)
+        if (i >= first + period)
             sum -= candles[i - period].candle.bar.close;
-        if (i + 1 >= period)
-            line.points.emplace_back(static_cast<double>(candles[i].slot) + 0.5,
-                                     sum / static_cast<double>(period));
+        if (i + 1 >= first + period)
+            shapes.lines.back().points.emplace_back(candles[i].middle(),
+                                                    sum / static_cast<double>(period));
     }
-    return {{line}, {}};
+    return shapes;
 }
 
 } // namespace vexdesk

@@ -7,16 +7,16 @@ namespace vexdesk {
 
 namespace {
 
-constexpr double fewestSlots = 10;  // that fill the view
 constexpr double margin = 0.02;     // of the view, on each side of the slots
 constexpr double leastMargin = 1.5; // slots
 
 } // namespace
 
-SlotLimits::SlotLimits(qint64 slotCount)
+SlotLimits::SlotLimits(qint64 slotCount, double fewest)
     : m_slots(static_cast<double>(slotCount))
+    , m_fewest(fewest)
 {
-    m_all = reach(std::max({m_slots / (1 - 2 * margin), m_slots + 2 * leastMargin, fewestSlots}));
+    m_all = reach(std::max({m_slots / (1 - 2 * margin), m_slots + 2 * leastMargin, m_fewest}));
 }
 
 SlotRange SlotLimits::reach(double length) const
@@ -29,7 +29,7 @@ SlotRange SlotLimits::fitted(const SlotRange& range) const
 {
     if (range.length() >= m_all.length())
         return m_all;
-    const double length = std::max(range.length(), fewestSlots);
+    const double length = std::max(range.length(), m_fewest);
     const SlotRange ends = reach(length);
     const double begin =
         std::clamp(range.begin, ends.begin, std::max(ends.begin, ends.end - length));

@@ -22,8 +22,10 @@ class SlotLimits final
 {
 public:
     SlotLimits() = default;
-    /// For so many slots.
-    explicit SlotLimits(qint64 slotCount);
+    /// For so many slots, of which the shortest view shows so many.
+    explicit SlotLimits(qint64 slotCount, double fewest = usualFewest);
+
+    static constexpr double usualFewest = 10;
 
     /// Everything, with a margin on both sides.
     const SlotRange& all() const { return m_all; }
@@ -31,13 +33,14 @@ public:
     /// a share of the view.
     SlotRange reach(double length) const;
 
-    /// The nearest range that may be shown: neither shorter than a few slots nor longer than
+    /// The nearest range that may be shown: neither shorter than the shortest nor longer than
     /// everything, and within it.
     SlotRange fitted(const SlotRange& range) const;
     SlotRange moved(const SlotRange& range, double distance) const;
 
 private:
     double m_slots = 0;
+    double m_fewest = usualFewest;
     SlotRange m_all;
 };
 
