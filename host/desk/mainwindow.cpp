@@ -231,7 +231,7 @@ void MainWindow::showChartsOrStart()
         row->setFocus(Qt::OtherFocusReason);
 }
 
-// What the keys go to at first is what the window is about, and not what stands at its top left.
+// Charts that are there again are what the keys go to; else what is typed is looked for.
 void MainWindow::showEvent(QShowEvent* event)
 {
     QMainWindow::showEvent(event);
@@ -239,8 +239,8 @@ void MainWindow::showEvent(QShowEvent* event)
         return;
     if (ChartPage* const page = m_chartTabs->current())
         page->setFocus(Qt::OtherFocusReason);
-    else if (QWidget* const row = m_startPage->firstRow())
-        row->setFocus(Qt::OtherFocusReason);
+    else if (!m_seriesDock->isHidden())
+        m_seriesTree->setFocus(Qt::OtherFocusReason);
 }
 
 void MainWindow::showChartMenu(const QPoint& globalPlace)

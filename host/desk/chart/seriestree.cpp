@@ -112,7 +112,7 @@ SeriesTree::~SeriesTree() = default;
 
 QSize SeriesTree::sizeHint() const
 {
-    constexpr QSize usual(320, 400);
+    constexpr QSize usual(340, 400);
     return usual;
 }
 

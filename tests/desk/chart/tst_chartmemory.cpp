@@ -207,7 +207,8 @@ void TestChartMemory::forgetsTheOldestButNotATab()
     for (int i = 1; i <= many; ++i)
         memory.open(other(i));
     QVERIFY(memory.recent().constFirst().series == other(many));
-    QVERIFY2(memory.recent().size() < many + 2, qPrintable(QString::number(memory.recent().size())));
+    QVERIFY2(memory.recent().size() < many + 2,
+             qPrintable(QString::number(memory.recent().size())));
     memory.remember(fullState());
     QVERIFY(memory.stateOf(alfa()) == fullState());
 }
