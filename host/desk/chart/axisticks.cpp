@@ -123,11 +123,22 @@ bool isLine(const Begin& before, const Begin& begin, const TickUnit& unit)
            (unit.kind == TickUnit::Clock && !before.isSame(begin, TickUnit::Day));
 }
 
-TickUnit unitFor(const std::vector<Begin>& begins, double slotsPerLabel)
+// Nothing that is shorter than a candle.
+bool isFor(const TickUnit& unit, Timeframe timeframe)
+{
+    if (isBelowDay(timeframe))
+        return unit.kind != TickUnit::Clock || unit.count >= secondsOf(timeframe);
+    const int longer = static_cast<int>(timeframe) - static_cast<int>(Timeframe::Day);
+    return unit.kind >= TickUnit::Day + longer;
+}
+
+TickUnit unitFor(const std::vector<Begin>& begins, double slotsPerLabel, Timeframe timeframe)
 {
     const double room =
         static_cast<double>(begins.back().slot - begins.front().slot) / slotsPerLabel;
     for (const TickUnit& unit : usualUnits) {
+        if (!isFor(unit, timeframe))
+            continue;
         double lines = 0;
         for (size_t i = 1; i < begins.size(); ++i)
             lines += isLine(begins[i - 1], begins[i], unit);
@@ -212,12 +223,12 @@ double valueStep(double low, double high, int most, int decimals)
 }
 
 TimeTicks timeTicks(const std::vector<SlotBegin>& begins, const SlotRange& range,
-                    double slotsPerLabel)
+                    double slotsPerLabel, Timeframe timeframe)
 {
     if (begins.empty())
         return {};
     const std::vector<Begin> all = numbered(begins);
-    const TickUnit unit = unitFor(all, slotsPerLabel);
+    const TickUnit unit = unitFor(all, slotsPerLabel, timeframe);
     TimeTicks found;
     if (static_cast<double>(all.front().slot) < range.begin)
         found.first = headingOf(all.front(), unit);

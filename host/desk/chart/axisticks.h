@@ -31,9 +31,9 @@ struct TimeTicks
 
 /// Lines for the slots that begin in a range: as many as have room where a label has need of so
 /// many slots on average, at round times and where days, weeks, months or years change. `begins` is
-/// what the axis says of the range.
+/// what the axis of this timeframe says of the range.
 TimeTicks timeTicks(const std::vector<SlotBegin>& begins, const SlotRange& range,
-                    double slotsPerLabel);
+                    double slotsPerLabel, Timeframe timeframe);
 
 /// "15.01.2024", as the default locale writes it.
 QString dateText(qint64 time);

@@ -18,7 +18,8 @@ constexpr double padding = 6;
 constexpr double tagPadding = 4;
 constexpr double edge = 2;           // that no label touches
 constexpr double priceDistance = 40; // between lines
-constexpr double signSize = 9;
+constexpr double signSize = 10;
+constexpr double volumeLines = 3; // where there is little room
 
 constexpr double volumeShare = 0.2; // of the height of both panes
 
@@ -109,10 +110,34 @@ double axisWidth(const ChartLayout& chart, const QFontMetricsF& metrics)
     return inSteps(widest);
 }
 
+// In rows above the prices, where they cover nothing; answers how high the rows are.
+double placeNames(ChartLayout& chart, const QFontMetricsF& metrics)
+{
+    constexpr double distance = 16;
+    const double line = std::ceil(metrics.height());
+    const double right = chart.size.width() - edge;
+    QPointF at(padding, edge);
+    double height = 0;
+    const auto place = [&](ChartLabel& name) {
+        const double width = std::min(metrics.horizontalAdvance(name.text), right - padding);
+        if (at.x() > padding && at.x() + width > right)
+            at = {padding, at.y() + line};
+        name.text = metrics.elidedText(name.text, Qt::ElideRight, width + 1);
+        name.place = QRectF(at, QSizeF(width, line));
+        at.rx() += width + distance;
+        height = name.place.bottom();
+    };
+    if (!chart.title.text.isEmpty())
+        place(chart.title);
+    for (PlacedStudy& study : chart.studies)
+        place(study.name);
+    return height;
+}
+
 void placePanes(ChartLayout& chart, const QFontMetricsF& metrics)
 {
     const double line = std::ceil(metrics.height());
-    const double top = std::ceil(line / 2) + padding;
+    const double top = std::max(std::ceil(line / 2), placeNames(chart, metrics)) + padding;
     const double below = std::ceil(line / 2) + 2 * line + padding;
     const double width =
         std::max(1.0, std::floor(chart.size.width() - padding - axisWidth(chart, metrics)));
@@ -174,7 +199,8 @@ void addAxes(ChartLayout& chart, const QFontMetricsF& metrics)
     // Numbers that nothing is measured by would be taken for those of the bars.
     if (std::any_of(chart.candles.begin(), chart.candles.end(),
                     [](const PlacedCandle& placed) { return placed.candle.bar.volume != 0; }))
-        addLines(chart.volumes, metrics, line);
+        addLines(chart.volumes, metrics,
+                 std::clamp(chart.volumes.place.height() / volumeLines, line, 2 * line));
 }
 
 // Centred below this point, but inside: a label may be wider than what is beside the pane.
@@ -229,8 +255,8 @@ void addHeadings(ChartLayout& chart, const TimeTicks& found, const QFontMetricsF
 void addTimes(ChartLayout& chart, const TimeAxis& axis, const QFontMetricsF& metrics)
 {
     const double width = metrics.horizontalAdvance(QStringLiteral("00:00:00")) + 3 * padding;
-    const TimeTicks found =
-        timeTicks(axis.begins(chart.range), chart.range, width / chart.slotWidth());
+    const TimeTicks found = timeTicks(axis.begins(chart.range), chart.range,
+                                      width / chart.slotWidth(), axis.timeframe());
     const double top = labelsTop(chart, metrics);
     std::vector<QRectF> taken;
     for (const size_t i : byRank(found.ticks)) {
@@ -251,20 +277,6 @@ void addTimes(ChartLayout& chart, const TimeAxis& axis, const QFontMetricsF& met
     std::sort(chart.times.begin(), chart.times.end(),
               [](const AxisLine& left, const AxisLine& right) { return left.at < right.at; });
     addHeadings(chart, found, metrics);
-}
-
-void addNames(ChartLayout& chart, const QString& title, const QFontMetricsF& metrics)
-{
-    QPointF at = chart.prices.place.topLeft() + QPointF(padding, tagPadding);
-    const auto place = [&](const QString& text) {
-        const QRectF placed(at, QSizeF(metrics.horizontalAdvance(text), metrics.height()));
-        at.ry() += metrics.height();
-        return placed;
-    };
-    if (!title.isEmpty())
-        chart.title = {title, place(title)};
-    for (PlacedStudy& study : chart.studies)
-        study.name.place = place(study.name.text);
 }
 
 // Beside the pane, as far as there is room.
@@ -430,6 +442,7 @@ ChartLayout layOutChart(const ChartContent& content, const QSizeF& size, const Q
     chart.font = font;
     chart.range = content.range;
     chart.kind = {content.axis.timeframe(), content.axis.series().timeframe()};
+    chart.title.text = content.title;
     chart.prices.decimals = content.axis.series().decimals();
     chart.volumes.isGrouped = true;
     addCandles(chart, content);
@@ -438,7 +451,6 @@ ChartLayout layOutChart(const ChartContent& content, const QSizeF& size, const Q
     placePanes(chart, metrics);
     addAxes(chart, metrics);
     addTimes(chart, content.axis, metrics);
-    addNames(chart, content.title, metrics);
     addLastPrice(chart, content.axis, metrics);
     addMarks(chart, content.marks);
     content.axis.folded()->letGo();

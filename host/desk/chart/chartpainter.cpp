@@ -209,14 +209,15 @@ void paintTag(QPainter& painter, const ChartLabel& label, const QColor& ground, 
 
 void paintNames(QPainter& painter, const ChartLayout& chart, const ChartColors& colors)
 {
-    QColor ground = colors.background;
-    constexpr float almostAll = 0.8F;
-    ground.setAlphaF(almostAll);
-    if (!chart.title.text.isEmpty())
-        paintTag(painter, chart.title, ground, colors.text);
+    const auto paint = [&](const ChartLabel& name, const QColor& color) {
+        painter.setPen(color);
+        painter.drawText(name.place, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextDontClip,
+                         name.text);
+    };
+    paint(chart.title, colors.text);
     for (size_t i = 0; i < chart.studies.size(); ++i)
-        paintTag(painter, chart.studies[i].name, ground,
-                 chart.studies[i].shapes.lines.empty() ? colors.text : colorOf(colors, i));
+        paint(chart.studies[i].name,
+              chart.studies[i].shapes.lines.empty() ? colors.text : colorOf(colors, i));
 }
 
 void paintLabels(QPainter& painter, const ChartLayout& chart,

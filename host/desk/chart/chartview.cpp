@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "desk/chart/chartview.h"
 
+#include "desk/chart/axisticks.h"
 #include "desk/chart/chartaccessible.h"
 #include "desk/chart/chartcolors.h"
 #include "desk/chart/chartfiles.h"
@@ -240,9 +241,16 @@ void ChartView::refresh()
 void ChartView::layOut()
 {
     m_layout = isEmpty() ? ChartLayout()
-                         : layOutChart({m_viewport.axis(), range(), m_title, m_studies, m_marks},
+                         : layOutChart({m_viewport.axis(), range(), heading(), m_studies, m_marks},
                                        size(), font());
     updateCrosshair();
+}
+
+// With the timeframe that is shown, which may not be the chosen one.
+QString ChartView::heading() const
+{
+    const QString timeframe = timeframeText(shownTimeframe());
+    return m_title.isEmpty() ? timeframe : QStringLiteral("%1, %2").arg(m_title, timeframe);
 }
 
 void ChartView::updateCrosshair()

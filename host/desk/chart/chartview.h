@@ -153,6 +153,7 @@ private:
     void change(Step step, const std::function<void()>& how);
     void refresh();
     void layOut();
+    QString heading() const;
     void updateCrosshair();
     void announce();
     double slotBelow(const QPointF& place) const;

@@ -87,9 +87,13 @@ void ChartViewport::show(Timeframe timeframe)
 SlotLimits ChartViewport::limits() const
 {
     // A longer timeframe is shown as closely as it must be to have room for the next shorter one.
-    constexpr double fewest = 0.5;
-    return SlotLimits(m_axis.size(),
-                      m_shown == shortestTimeframe() ? SlotLimits::usualFewest : fewest);
+    if (m_shown != shortestTimeframe()) {
+        constexpr double fewest = 0.5;
+        return SlotLimits(m_axis.size(), fewest);
+    }
+    // No candle is wider than so many of the thinnest.
+    constexpr double widest = 10;
+    return SlotLimits(m_axis.size(), std::max(SlotLimits::usualFewest, m_most / widest));
 }
 
 void ChartViewport::setRoom(double most, double usual)

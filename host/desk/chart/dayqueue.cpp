@@ -8,12 +8,17 @@
 
 namespace vexdesk {
 
-DayQueue::DayQueue(std::function<void()> delivered)
-    : m_delivered(std::move(delivered))
+int DayQueue::usualReaders()
 {
     // More would wait for the disk, or for each other's memory.
     constexpr int most = 4;
-    m_pool.setMaxThreadCount(std::clamp(QThread::idealThreadCount(), 1, most));
+    return std::clamp(QThread::idealThreadCount(), 1, most);
+}
+
+DayQueue::DayQueue(std::function<void()> delivered, int readers)
+    : m_delivered(std::move(delivered))
+{
+    m_pool.setMaxThreadCount(readers);
 }
 
 DayQueue::~DayQueue()

@@ -41,7 +41,7 @@ class DayQueue final
 {
 public:
     /// `delivered` is called by a reading thread when days can be taken and none could before.
-    explicit DayQueue(std::function<void()> delivered);
+    explicit DayQueue(std::function<void()> delivered, int readers = usualReaders());
     /// Waits for the files that are being read.
     ~DayQueue();
     Q_DISABLE_COPY_MOVE(DayQueue)
@@ -53,6 +53,9 @@ public:
     std::vector<DayDelivery> take();
     /// Whether nothing is ordered, being read or waiting to be taken.
     bool isIdle() const;
+
+    /// As many threads as there are processors, but no more than make it faster.
+    static int usualReaders();
 
 private:
     bool readNext();
