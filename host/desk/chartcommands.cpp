@@ -41,7 +41,8 @@ constexpr auto tabGroup = "Z5";
 constexpr auto onlyGroup = "Z";
 
 constexpr double zoomIn = 0.8;
-constexpr double littleScroll = 0.1;
+constexpr double littleScroll = 0.1; // of what is shown
+constexpr double pageScroll = 0.9;
 
 CommandContainer& menuIn(const QByteArray& id, const QString& title, const QByteArray& group,
                          const QByteArray& key)
@@ -144,8 +145,10 @@ void ChartCommands::addScrolls()
     add(menu, onlyGroup, KeyOwner::Chart,
         {"Desk.Chart.Last", tr("К п&оследнему бару"), QKeySequence(Qt::Key_End),
          [](ChartPage& page) { page.view().goToLast(); }});
-    addScroll("Desk.Chart.PageBack", tr("На &экран назад"), QKeySequence(Qt::Key_PageUp), -1);
-    addScroll("Desk.Chart.PageForward", tr("На экран &вперёд"), QKeySequence(Qt::Key_PageDown), 1);
+    addScroll("Desk.Chart.PageBack", tr("На &экран назад"), QKeySequence(Qt::Key_PageUp),
+              -pageScroll);
+    addScroll("Desk.Chart.PageForward", tr("На экран &вперёд"), QKeySequence(Qt::Key_PageDown),
+              pageScroll);
     addScroll("Desk.Chart.LittleBack", tr("Немного н&азад"), QKeySequence(Qt::CTRL | Qt::Key_Left),
               -littleScroll);
     addScroll("Desk.Chart.LittleForward", tr("Немно&го вперёд"),

@@ -120,6 +120,7 @@ private Q_SLOTS:
     void theContextMenuHasWhatTheMenusHave();
     void theContextMenuComesByKey();
     void whatThePluginsHaveWorksFromTheContextMenu();
+    void shortcutsOfPluginsWorkInTheChart();
     void menuItemsDoWhatTheKeysDo();
     void copiesBarsAndPicture();
     void savesThePicture_data();
@@ -596,6 +597,16 @@ void TestChartWindow::whatThePluginsHaveWorksFromTheContextMenu()
     itemOf(history, QStringLiteral("Правка..."))->trigger();
     QCOMPARE(desktest::takeCalls(), QStringList{"GOOD.Edit"});
     QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+}
+
+void TestChartWindow::shortcutsOfPluginsWorkInTheChart()
+{
+    load({QStringLiteral("good")});
+    open("ALFA");
+    QCOMPARE(QApplication::focusWidget(), view());
+    desktest::takeCalls();
+    key(Qt::Key_I, Qt::ShiftModifier);
+    QCOMPARE(desktest::takeCalls(), QStringList{"GOOD.Import"});
 }
 
 void TestChartWindow::menuItemsDoWhatTheKeysDo()
