@@ -107,6 +107,8 @@ MainWindow::MainWindow(const PluginLoader& loader, QWidget* parent)
     const AppSettings settings(settingsGroup);
     restoreGeometry(settings.value(geometryKey).toByteArray());
     restoreState(settings.value(stateKey).toByteArray(), stateVersion);
+    if (QAction* const item = m_menuBuilder->item(seriesCommand))
+        item->setChecked(!m_seriesDock->isHidden());
 }
 
 MainWindow::~MainWindow()
@@ -202,7 +204,6 @@ void MainWindow::addSeries()
         connect(toggle, &QAction::toggled, item, &QAction::setChecked);
         connect(item, &QAction::triggered, item,
                 [toggle, item] { item->setChecked(toggle->isChecked()); });
-        item->setChecked(true);
     }
 }
 

@@ -150,7 +150,7 @@ void addOpening(Tour& tour, const SharedState& state)
                   view->scrollTo(state->seriesRow());
                   doubleClick(view->viewport(), view->visualRect(state->seriesRow()).center());
               },
-              QStringLiteral("series")});
+              QStringLiteral("series-tree")});
     tour.add({Tour::tr("график открыт"),
               [state] { return missingUnless(state->chart(), Tour::tr("график не открылся")); }});
 }
@@ -177,7 +177,7 @@ void addLook(Tour& tour, const SharedState& state)
 void addZooming(Tour& tour, const SharedState& state, const PointedBar& bar)
 {
     const QString day = dateText(wallTime(bar.day));
-    constexpr int wheelSteps = 16;
+    constexpr int wheelSteps = 6;
     for (int i = 0; i < wheelSteps; ++i) {
         tour.add({Tour::tr("приблизить колесом мыши"),
                   [state, day] {

@@ -85,8 +85,8 @@ SeriesTree::SeriesTree(const QString& root, QWidget* parent)
     m_view->setIndentation(indentation);
     // The title has the room that the others leave.
     m_view->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    m_view->header()->setSectionResizeMode(SeriesTreeModel::TitleColumn, QHeaderView::Stretch);
-    m_view->header()->setMinimumSectionSize(0);
+    m_view->header()->setSectionResizeMode(SeriesTreeModel::TitleColumn, QHeaderView::Interactive);
+    m_view->header()->setStretchLastSection(true);
     m_message->setObjectName(QStringLiteral("seriesMessage"));
     m_message->setTextFormat(Qt::PlainText);
     m_message->setWordWrap(true);
@@ -179,9 +179,10 @@ bool SeriesTree::takeLineKey(const QKeyEvent& event)
 {
     switch (event.key()) {
     case Qt::Key_Down:
-        m_view->setFocus(Qt::OtherFocusReason);
+        // Before it has the focus, with which it would take its first row.
         if (!m_view->currentIndex().isValid())
             m_view->setCurrentIndex(m_found->firstSeries());
+        m_view->setFocus(Qt::OtherFocusReason);
         return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:

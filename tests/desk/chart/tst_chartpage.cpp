@@ -64,7 +64,9 @@ public:
         return {mark};
     }
 
-    ChartMark mark{ChartMark::Kind::Warning, day, {}, {}, QStringLiteral("Пропущены сделки")};
+    // At the first bar of the stretch.
+    ChartMark mark{ChartMark::Kind::Warning, day, QTime(10, 6), QTime(10, 31),
+                   QStringLiteral("Пропущены сделки")};
     bool throws = false;
     QList<std::pair<QDate, QDate>> asked;
 };
@@ -355,8 +357,8 @@ void TestChartPage::readsOutTheBarAtTheMouse()
     QCOMPARE(readout(), QString());
     pointAt(QTime(10, 7));
     QCOMPARE(readout(), QStringLiteral("15.01.2024 10:07   Откр. 107.10   Макс. 107.40   "
-                                       "Мин. 107.05   Закр. 107.20   Объём 1 107   "
-                                       "Объём в деньгах 2 107.50   Откр. интерес 107"));
+                                       "Мин. 107.05   Закр. 107.20   Объём 1\u00a0107   "
+                                       "Объём в деньгах 2\u00a0107.50   Откр. интерес 107"));
     testsupport::leaveWidget(view());
     QCOMPARE(readout(), QString());
 }
@@ -548,7 +550,7 @@ void TestChartPage::asksForMarks()
     QTRY_VERIFY(areBarsThere());
     QTRY_VERIFY(!source.asked.isEmpty());
     QVERIFY(source.asked.constFirst().second >= day.addDays(2));
-    m_page->goTo(day, QTime(10, 30));
+    m_page->goTo(day, QTime(10, 7));
     QTRY_VERIFY2(readout().contains(source.mark.text), qPrintable(readout()));
     // Not at every step.
     QCoreApplication::processEvents();
@@ -577,11 +579,10 @@ void TestChartPage::asksAgainWhenMarksHaveChanged()
     m_marks->tellChange(alfa());
     m_marks->tellChange(alfa());
     QTRY_COMPARE(source.asked.size(), 2);
-    pointAt(QTime(10, 8));
     QTRY_VERIFY2(readout().contains(source.mark.text), qPrintable(readout()));
     m_marks->remove(&source);
     QCoreApplication::processEvents();
-    pointAt(QTime(10, 7));
+    QVERIFY(!readout().isEmpty());
     QVERIFY2(!readout().contains(source.mark.text), qPrintable(readout()));
 }
 

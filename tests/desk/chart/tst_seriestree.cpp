@@ -207,7 +207,7 @@ void TestSeriesTree::findsByTitle()
     QTRY_COMPARE(seen().size(), 4);
     const QString title = vexdesk::SecurityTitles().titleOf(name(QStringLiteral("NORD/MAIN/VEGA")));
     QVERIFY(!title.isEmpty());
-    testsupport::type(line(), title.toUpper());
+    line()->setText(title.toUpper()); // no key of the test's keyboard is Russian
     QCOMPARE(seen(), QStringList({"NORD", "MAIN", "VEGA"}));
 }
 
