@@ -5,95 +5,21 @@
 
 #include <vexdesk/command.h>
 
-#include <QtGui/QPainter>
-#include <QtWidgets/QStyle>
-#include <QtWidgets/QStyleOptionButton>
-
 namespace vexdesk {
 
-namespace {
-
-// Device-independent pixels.
-constexpr int pictureSize = 24;
-constexpr int margin = 10;
-constexpr int gap = 12;
-
-} // namespace
-
 CommandButton::CommandButton(QWidget* parent)
-    : QPushButton(parent)
+    : RowButton(parent)
 {
-    setIconSize(QSize(pictureSize, pictureSize));
-    setFlat(true);
-    setAutoDefault(false);
-    setCursor(Qt::PointingHandCursor);
-    setAttribute(Qt::WA_Hover);
     connect(this, &QPushButton::clicked, this, [this] { triggerCommand(m_commandId); });
 }
 
 void CommandButton::setCommand(const Command& command)
 {
     m_commandId = command.id();
-    m_shortcutText = activeShortcut(command).toString(QKeySequence::NativeText);
     setText(withoutMnemonic(command.defaultText()));
-    setAccessibleDescription(m_shortcutText);
+    setRemark(activeShortcut(command).toString(QKeySequence::NativeText));
     setIcon(command.defaultIcon());
     setEnabled(isCommandEnabled(m_commandId));
-    updateGeometry();
-    update();
-}
-
-QSize CommandButton::sizeHint() const
-{
-    const QFontMetrics metrics = fontMetrics();
-    const int shortcut =
-        m_shortcutText.isEmpty() ? 0 : 2 * gap + metrics.horizontalAdvance(m_shortcutText);
-    return {margin + pictureSize + gap + metrics.horizontalAdvance(text()) + shortcut + margin,
-            qMax(pictureSize, metrics.height()) + margin};
-}
-
-QSize CommandButton::minimumSizeHint() const
-{
-    return sizeHint();
-}
-
-void CommandButton::paintEvent(QPaintEvent* /*event*/)
-{
-    QStyleOptionButton option;
-    initStyleOption(&option);
-    const bool lit = isEnabled() && (underMouse() || hasFocus());
-    QPainter painter(this);
-    if (lit) {
-        QColor background = palette().color(QPalette::Highlight);
-        background.setAlphaF(isDown() ? 0.30F : 0.12F);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(background);
-        painter.drawRoundedRect(rect(), 4, 4);
-    }
-
-    const QRect inner = rect().adjusted(margin, 0, -margin, 0);
-    const auto place = [&](Qt::Alignment alignment, const QSize& size) {
-        return QStyle::alignedRect(layoutDirection(), alignment | Qt::AlignVCenter, size, inner);
-    };
-    icon().paint(&painter, place(Qt::AlignLeft, iconSize()), Qt::AlignCenter,
-                 isEnabled() ? QIcon::Normal : QIcon::Disabled);
-    const QSize textSize(inner.width() - pictureSize - gap, inner.height());
-    const int flags = Qt::AlignVCenter | Qt::TextSingleLine;
-    // The option's palette already is the one of the enabled or disabled state.
-    const QPalette& colours = option.palette;
-    style()->drawItemText(&painter, place(Qt::AlignRight, textSize),
-                          flags | QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft),
-                          colours, isEnabled(), text(), QPalette::WindowText);
-    style()->drawItemText(&painter, inner,
-                          flags | QStyle::visualAlignment(layoutDirection(), Qt::AlignRight),
-                          colours, isEnabled(), m_shortcutText, QPalette::PlaceholderText);
-    if (option.state & QStyle::State_KeyboardFocusChange && hasFocus()) {
-        QStyleOptionFocusRect focus;
-        focus.QStyleOption::operator=(option);
-        focus.rect = rect().adjusted(2, 2, -2, -2);
-        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, &painter, this);
-    }
 }
 
 } // namespace vexdesk

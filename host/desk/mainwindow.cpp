@@ -1,7 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "desk/mainwindow.h"
 
-#include "desk/chart/chartdock.h"
+#include "desk/chart/chartpage.h"
+#include "desk/chart/charts.h"
+#include "desk/chart/charttabs.h"
+#include "desk/chart/marksources.h"
+#include "desk/chart/seriestree.h"
+#include "desk/chartcommands.h"
+#include "desk/chartmenu.h"
 #include "desk/commands.h"
 #include "desk/dealsfeed.h"
 #include "desk/errorreport.h"
@@ -20,6 +26,7 @@
 #include <vexdesk/appsettings.h>
 #include <vexdesk/command.h>
 #include <vexdesk/commandcontainer.h>
+#include <vexdesk/history/storepaths.h>
 #include <vexdesk/terminal/core.h>
 
 #include <QtCore/QPointer>
@@ -27,11 +34,11 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QDockWidget>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QMessageBox>
+#include <QtWidgets/QStackedWidget>
 #include <QtWidgets/QStatusBar>
-
-#include <algorithm>
 
 namespace vexdesk {
 
@@ -40,8 +47,8 @@ namespace {
 const QString settingsGroup = QStringLiteral("Desk");
 const QString geometryKey = QStringLiteral("geometry");
 const QString stateKey = QStringLiteral("state");
-constexpr int stateVersion = 1;
-constexpr auto chartCommand = "Desk.Chart";
+constexpr int stateVersion = 2;
+constexpr auto seriesCommand = "Desk.Series";
 constexpr auto pluginsCommand = "Desk.Plugins";
 constexpr auto newDayCommand = "Desk.NewDay";
 constexpr auto demoDealsCommand = "Desk.DemoDeals";
@@ -69,33 +76,46 @@ MainWindow::MainWindow(const PluginLoader& loader, QWidget* parent)
 {
     setObjectName(QStringLiteral("mainWindow"));
     setWindowTitle(QStringLiteral("Vexdesk"));
+    addCharts();
     addOwnCommands();
     m_menuBuilder = std::make_unique<MenuBuilder>(menuBar());
     // The builder keeps an item for as long as its command is in the menu.
     m_languageChoice->markItems(m_menuBuilder->findChildren<QAction*>());
+    m_chartCommands->checkItems(*m_menuBuilder);
     connect(m_languageChoice, &LanguageChoice::restartWanted, this, &MainWindow::closeToRestart);
     explainCommand(newDayCommand, tr("Сообщить модулям о начале нового торгового дня, не дожидаясь "
                                      "смены даты: для проверки модулей"));
     explainCommand(demoDealsCommand,
                    tr("Заполнить сегодняшние сделки всех инструментов придуманными; пока они "
                       "включены, они попадают и в экспорт за сегодня"));
-    if (QAction* const item = menuItem(demoDealsCommand))
+    if (QAction* const item = m_menuBuilder->item(demoDealsCommand))
         item->setCheckable(true);
-    m_startPage = new StartPage(m_ownCommands, this);
-    setCentralWidget(m_startPage);
-    addChart();
+    addSeries(); // Tab comes to it before what is in the centre
+    m_startPage = new StartPage(m_ownCommands);
+    connect(m_startPage, &StartPage::seriesChosen, this, &MainWindow::openChart);
+    m_pages = new QStackedWidget;
+    m_pages->addWidget(m_startPage);
+    m_pages->addWidget(m_chartTabs);
+    setCentralWidget(m_pages);
     addStatusBar();
     connect(m_startPage, &StartPage::rebuilt, this, &MainWindow::keepLinksLast);
     updatePlugins();
     connect(&loader, &PluginLoader::changed, this, &MainWindow::updatePlugins);
+    showChartsOrStart();
 
     resize(960, 640);
     const AppSettings settings(settingsGroup);
     restoreGeometry(settings.value(geometryKey).toByteArray());
     restoreState(settings.value(stateKey).toByteArray(), stateVersion);
+    if (QAction* const item = m_menuBuilder->item(seriesCommand))
+        item->setChecked(!m_seriesDock->isHidden());
 }
 
-MainWindow::~MainWindow() = default;
+MainWindow::~MainWindow()
+{
+    if (Core* const core = terminalCore())
+        core->setCharts(nullptr);
+}
 
 void MainWindow::addOwnCommands()
 {
@@ -111,8 +131,10 @@ void MainWindow::addOwnCommands()
         manager->container("Developer", tr("&Для разработчиков"), "Service", "ZZ", "90");
     addCommand(file, {"Desk.Exit", tr("&Выход"), QKeySequence(Qt::CTRL | Qt::Key_Q)},
                [this] { close(); });
-    addCommand(view, {chartCommand, tr("&График"), QKeySequence(Qt::CTRL | Qt::Key_G)},
-               [this] { toggleChart(); });
+    addCommand(view, {seriesCommand, tr("&Серии"), QKeySequence(Qt::CTRL | Qt::Key_G)},
+               [this] { toggleSeries(); });
+    m_chartCommands = new ChartCommands(*m_chartTabs, *view, *this);
+    m_ownCommands += m_chartCommands->ids();
     addCommand(service, {"Desk.Options", tr("&Настройки..."), optionsShortcut()},
                [this] { showOptions(); });
     addCommand(service, {pluginsCommand, tr("&Модули..."), QKeySequence()},
@@ -140,47 +162,95 @@ void MainWindow::addCommand(CommandContainer* menu, const OwnCommand& own,
     command->setDefaultText(own.text);
     command->setDefaultShortcut(own.shortcut);
     command->setContext(Command::GlobalContext);
-    // The last group and key: what plug-ins add to these menus stands above.
+    // A late group and key: what plug-ins add to these menus stands above.
     menu->addCommand(command, "Z", "90");
     connect(new Action(own.id, this), &Action::triggered, this, run);
     m_ownCommands.insert(own.id);
 }
 
-QAction* MainWindow::menuItem(const QByteArray& id) const
-{
-    const QList<QAction*> items = m_menuBuilder->findChildren<QAction*>();
-    const auto found = std::find_if(items.begin(), items.end(), [&id](const QAction* item) {
-        return item->data().toByteArray() == id;
-    });
-    return found == items.end() ? nullptr : *found;
-}
-
 void MainWindow::explainCommand(const QByteArray& id, const QString& text)
 {
-    if (QAction* const item = menuItem(id))
+    if (QAction* const item = m_menuBuilder->item(id))
         item->setStatusTip(text);
 }
 
-void MainWindow::addChart()
+void MainWindow::addCharts()
 {
-    m_chartDock = new ChartDock(this);
-    addDockWidget(Qt::BottomDockWidgetArea, m_chartDock);
-    m_chartDock->hide();
-    if (QAction* const item = menuItem(chartCommand)) {
+    m_marks = new MarkSources(this);
+    m_chartTabs = new ChartTabs(storeRoot().path(), *m_marks);
+    m_charts = std::make_unique<Charts>(storeRoot().path(), *m_chartTabs, *m_marks);
+    if (Core* const core = terminalCore())
+        core->setCharts(m_charts.get());
+    connect(m_chartTabs, &ChartTabs::chartsChanged, this, &MainWindow::showChartsOrStart);
+    connect(m_chartTabs, &ChartTabs::contextMenuWanted, this, &MainWindow::showChartMenu);
+}
+
+void MainWindow::addSeries()
+{
+    m_seriesTree = new SeriesTree(storeRoot().path());
+    m_seriesDock = new QDockWidget(tr("Серии"), this);
+    m_seriesDock->setObjectName(QStringLiteral("seriesDock"));
+    m_seriesDock->setWidget(m_seriesTree);
+    addDockWidget(Qt::LeftDockWidgetArea, m_seriesDock);
+    connect(m_seriesTree, &SeriesTree::opened, this, &MainWindow::openChart);
+    connect(m_chartTabs, &QTabWidget::currentChanged, this, [this] {
+        if (const ChartPage* const page = m_chartTabs->current())
+            m_seriesTree->setCurrent(page->series());
+    });
+    if (QAction* const item = m_menuBuilder->item(seriesCommand)) {
         item->setCheckable(true);
         // The mark says what is there, also after the dock was closed by its own button.
-        connect(m_chartDock->toggleViewAction(), &QAction::toggled, item, &QAction::setChecked);
+        const QAction* const toggle = m_seriesDock->toggleViewAction();
+        connect(toggle, &QAction::toggled, item, &QAction::setChecked);
         connect(item, &QAction::triggered, item,
-                [this, item] { item->setChecked(m_chartDock->toggleViewAction()->isChecked()); });
+                [toggle, item] { item->setChecked(toggle->isChecked()); });
     }
 }
 
-void MainWindow::toggleChart()
+// The keys of the chart work at once.
+void MainWindow::openChart(const SeriesName& series)
 {
-    m_chartDock->toggleViewAction()->trigger();
-    // The keys of the chart work at once.
-    if (m_chartDock->isVisible())
-        m_chartDock->widget()->setFocus(Qt::ShortcutFocusReason);
+    m_chartTabs->open(series).setFocus(Qt::OtherFocusReason);
+}
+
+void MainWindow::toggleSeries()
+{
+    m_seriesDock->toggleViewAction()->trigger();
+    // What is typed at once is looked for.
+    if (m_seriesDock->isVisible())
+        m_seriesTree->setFocus(Qt::ShortcutFocusReason);
+}
+
+void MainWindow::showChartsOrStart()
+{
+    m_startPage->setRecent(m_chartTabs->recent());
+    const bool wereCharts = m_pages->currentWidget() == m_chartTabs;
+    const bool areCharts = m_chartTabs->count() > 0;
+    m_pages->setCurrentWidget(areCharts ? static_cast<QWidget*>(m_chartTabs) : m_startPage);
+    QWidget* const row = m_startPage->firstRow();
+    if (wereCharts && !areCharts && row)
+        row->setFocus(Qt::OtherFocusReason);
+}
+
+// Charts that are there again are what the keys go to; else what is typed is looked for.
+void MainWindow::showEvent(QShowEvent* event)
+{
+    QMainWindow::showEvent(event);
+    if (focusWidget())
+        return;
+    if (ChartPage* const page = m_chartTabs->current())
+        page->setFocus(Qt::OtherFocusReason);
+    else if (!m_seriesDock->isHidden())
+        m_seriesTree->setFocus(Qt::OtherFocusReason);
+}
+
+void MainWindow::showChartMenu(const QPoint& globalPlace)
+{
+    auto* const menu = new QMenu(this);
+    menu->setObjectName(QStringLiteral("chartMenu"));
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    fillChartMenu(*menu, *m_menuBuilder, {seriesCommand}, m_ownCommands);
+    menu->popup(globalPlace);
 }
 
 void MainWindow::addStatusBar()
@@ -208,10 +278,10 @@ void MainWindow::addStatusBar()
     statusBar()->addPermanentWidget(m_demoDealsLabel);
 }
 
-void MainWindow::keepLinksLast(QWidget* lastRow)
+void MainWindow::keepLinksLast()
 {
     // The rows come later than the links and would be reached after them.
-    QWidget* last = lastRow;
+    QWidget* last = m_startPage->lastRow();
     for (QWidget* const link : {m_refusedLink, m_problemsLink}) {
         if (last && link)
             setTabOrder(last, link);
@@ -254,7 +324,7 @@ void MainWindow::setDemoDeals(bool on)
     else if (!m_demoDeals)
         m_demoDeals = std::make_unique<DealsFeed>(*core);
     m_demoDealsLabel->setVisible(m_demoDeals != nullptr);
-    if (QAction* const item = menuItem(demoDealsCommand))
+    if (QAction* const item = m_menuBuilder->item(demoDealsCommand))
         item->setChecked(m_demoDeals != nullptr);
 }
 
@@ -312,6 +382,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
         event->ignore();
         return;
     }
+    m_chartTabs->store();
     AppSettings settings(settingsGroup);
     settings.setValue(geometryKey, saveGeometry());
     settings.setValue(stateKey, saveState(stateVersion));

@@ -11,21 +11,29 @@
 
 class CommandContainer;
 class QAction;
+class QDockWidget;
 class QLabel;
+class QStackedWidget;
 
 namespace vexdesk {
 
-class ChartDock;
+class ChartCommands;
+class Charts;
+class ChartTabs;
 class DealsFeed;
 class GuideWindow;
 class LanguageChoice;
+class MarkSources;
 class MenuBuilder;
 class PluginLoader;
+class SeriesTree;
+struct SeriesName;
 class StartPage;
 class StatusLink;
 
-/// The terminal's window: the menus, the start page, and in the status bar what became of the
-/// plug-ins. Its own commands go the same way as those of plug-ins, through ActionManager.
+/// The terminal's window: the menus, the charts or, while there are none, the start page, the tree
+/// of the stored series, and in the status bar what became of the plug-ins. Its own commands go the
+/// same way as those of plug-ins, through ActionManager. The core's charts are its own.
 ///
 /// Closing it closes every other window of the terminal first; one that refuses keeps it open.
 class MainWindow final : public QMainWindow
@@ -46,6 +54,7 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
     struct OwnCommand
@@ -60,13 +69,14 @@ private:
                     const std::function<void()>& run);
     /// Shows the text in the status bar while the command is the current item of its open menu.
     void explainCommand(const QByteArray& id, const QString& text);
-    /// The menu item of a command of the terminal. The builder keeps it for as long as the command
-    /// is in the menu.
-    QAction* menuItem(const QByteArray& id) const;
-    void addChart();
-    void toggleChart();
+    void addCharts();
+    void addSeries();
+    void openChart(const SeriesName& series);
+    void toggleSeries();
+    void showChartsOrStart();
+    void showChartMenu(const QPoint& globalPlace);
     void addStatusBar();
-    void keepLinksLast(QWidget* lastRow);
+    void keepLinksLast();
     void showOptions();
     void showPlugins();
     /// Raises a new trading day by hand, whatever the date.
@@ -82,9 +92,15 @@ private:
     QPointer<GuideWindow> m_guide;
     bool m_restartWanted = false;
     QSet<QByteArray> m_ownCommands;
+    MarkSources* m_marks = nullptr;
+    ChartTabs* m_chartTabs = nullptr;
+    ChartCommands* m_chartCommands = nullptr;
+    std::unique_ptr<Charts> m_charts;
     std::unique_ptr<MenuBuilder> m_menuBuilder;
+    QStackedWidget* m_pages = nullptr;
     StartPage* m_startPage = nullptr;
-    ChartDock* m_chartDock = nullptr;
+    SeriesTree* m_seriesTree = nullptr;
+    QDockWidget* m_seriesDock = nullptr;
     QLabel* m_loadedLabel = nullptr;
     StatusLink* m_refusedLink = nullptr;
     StatusLink* m_problemsLink = nullptr; // null without a core

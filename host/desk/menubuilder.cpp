@@ -10,6 +10,8 @@
 #include <QtGui/QAction>
 #include <QtWidgets/QMenu>
 
+#include <algorithm>
+
 namespace vexdesk {
 
 MenuBuilder::MenuBuilder(QMenuBar* menuBar, QObject* parent)
@@ -51,6 +53,15 @@ void MenuBuilder::rebuild()
         if (!m_usedContainers.contains(container))
             discard(m_menus.take(container));
     }
+}
+
+QAction* MenuBuilder::item(const QByteArray& commandId) const
+{
+    const auto found =
+        std::find_if(m_items.cbegin(), m_items.cend(), [&commandId](const QAction* item) {
+            return item->data().toByteArray() == commandId;
+        });
+    return found == m_items.cend() ? nullptr : *found;
 }
 
 QList<QAction*> MenuBuilder::itemsOf(const CommandContainer& container)

@@ -33,6 +33,11 @@ public:
     /// Brings the menus up to date without waiting for the event loop.
     void rebuild();
 
+    /// The item of a command and the menu of a container, null for what is not in the menus yet. To
+    /// be shown elsewhere too; both stay the builder's and last as long as they are in the menus.
+    QAction* item(const QByteArray& commandId) const;
+    QMenu* menu(const CommandContainer& container) const { return m_menus.value(&container); }
+
 private:
     /// The items of the container as they have to stand in its menu, null for a separator.
     QList<QAction*> itemsOf(const CommandContainer& container);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "desk/startpage.h"
 
+#include "desk/chart/seriesname.h"
 #include "desk/commandbutton.h"
 #include "desk/commands.h"
 
@@ -21,6 +22,7 @@ namespace {
 
 // Device-independent pixels.
 constexpr int pageWidth = 640;
+constexpr int columnWidth = 400; // of two
 constexpr int pageMargin = 32;
 constexpr int logoSize = 64;
 
@@ -60,9 +62,15 @@ StartPage::StartPage(QSet<QByteArray> ownCommands, QWidget* parent)
     layout->setContentsMargins(pageMargin, pageMargin, pageMargin, pageMargin);
     layout->addWidget(makeHeader());
     layout->addSpacing(pageMargin / 2);
-    m_rowLayout = new QVBoxLayout;
-    m_rowLayout->setSpacing(2);
-    layout->addLayout(m_rowLayout);
+    m_columns = new QHBoxLayout;
+    m_columns->setSpacing(pageMargin);
+    for (Column* const column : {&m_commands, &m_recent}) {
+        column->layout = new QVBoxLayout;
+        column->layout->setSpacing(2);
+        m_columns->addLayout(column->layout, 1);
+        m_columns->setAlignment(column->layout, Qt::AlignTop);
+    }
+    layout->addLayout(m_columns);
     m_hint = makeSelectableText(QStringLiteral("pluginHint"));
     m_hint->hide();
     layout->addWidget(m_hint);
@@ -86,6 +94,33 @@ StartPage::StartPage(QSet<QByteArray> ownCommands, QWidget* parent)
 }
 
 StartPage::~StartPage() = default;
+
+void StartPage::Column::clear()
+{
+    // The row that was clicked may still be at work: what goes is not deleted on the spot.
+    for (QWidget* const row : std::as_const(rows)) {
+        row->hide();
+        layout->removeWidget(row);
+        row->deleteLater();
+    }
+    rows.clear();
+    width = 0;
+}
+
+void StartPage::Column::add(QWidget* row)
+{
+    rows.append(row);
+    layout->addWidget(row);
+    row->show(); // a layout alone would wait for the event loop
+    width = std::max({width, columnWidth, row->minimumSizeHint().width()});
+}
+
+void StartPage::Column::addHeading(const QString& text)
+{
+    QLabel* const label = makeLabel(text, 1.1, true);
+    label->setContentsMargins(0, rows.isEmpty() ? 0 : pageMargin / 2, 0, 4);
+    add(label);
+}
 
 QWidget* StartPage::makeHeader()
 {
@@ -144,39 +179,80 @@ void StartPage::rebuild()
     QList<Row> rows;
     collect(*ActionManager::instance()->menuBar(), QString(), &rows);
 
-    // The row that was clicked may still be at work: what goes is not deleted on the spot.
-    for (QWidget* const widget : std::as_const(m_rowWidgets)) {
-        widget->hide();
-        m_rowLayout->removeWidget(widget);
-        widget->deleteLater();
-    }
-    m_rowWidgets.clear();
-    const auto add = [this](QWidget* widget) {
-        m_rowWidgets.append(widget);
-        m_rowLayout->addWidget(widget);
-        widget->show(); // a layout alone would wait for the event loop
-    };
-    int width = pageWidth;
+    m_commands.clear();
     QString heading;
     for (const Row& row : std::as_const(rows)) {
         if (row.heading != heading) {
             heading = row.heading;
-            QLabel* const label = makeLabel(heading, 1.1, true);
-            label->setContentsMargins(0, m_rowWidgets.isEmpty() ? 0 : pageMargin / 2, 0, 4);
-            add(label);
+            m_commands.addHeading(heading);
         }
         auto* const button = new CommandButton;
         button->setCommand(*row.command);
-        add(button);
-        width = std::max(width, button->minimumSizeHint().width());
+        m_commands.add(button);
     }
-    widget()->setMaximumWidth(width + 2 * pageMargin);
-    Q_EMIT rebuilt(m_rowWidgets.isEmpty() ? nullptr : m_rowWidgets.constLast());
+    orderRows();
+}
+
+void StartPage::setRecent(const QList<SeriesName>& series)
+{
+    constexpr qsizetype most = 10;
+    m_recent.clear();
+    if (!series.isEmpty())
+        m_recent.addHeading(tr("Недавние серии"));
+    for (const SeriesName& one : series.first(std::min(most, series.size()))) {
+        auto* const button = new RowButton;
+        button->setIcon(QIcon(QStringLiteral(":/desk/chart.png")));
+        button->setText(one.securityName);
+        button->setRemark(tr("%1 — %2").arg(one.boardCode, one.stockCode));
+        button->setToolTip(seriesDescription(one));
+        connect(button, &QPushButton::clicked, this, [this, one] { Q_EMIT seriesChosen(one); });
+        m_recent.add(button);
+    }
+    orderRows();
+}
+
+// As they stand, and not as they were made.
+void StartPage::orderRows()
+{
+    updateColumns();
+    const QList<QWidget*> rows = m_commands.rows + m_recent.rows;
+    for (qsizetype i = 1; i < rows.size(); ++i)
+        setTabOrder(rows.at(i - 1), rows.at(i));
+    Q_EMIT rebuilt();
+}
+
+QWidget* StartPage::firstRow() const
+{
+    const QList<QWidget*> rows = m_commands.rows + m_recent.rows;
+    return rows.value(1); // a heading stands above it
+}
+
+QWidget* StartPage::lastRow() const
+{
+    const QList<QWidget*> rows = m_commands.rows + m_recent.rows;
+    return rows.isEmpty() ? nullptr : rows.constLast();
+}
+
+// Beside each other where both have room.
+void StartPage::updateColumns()
+{
+    const int both = m_commands.width + pageMargin + m_recent.width;
+    const bool isRoom = viewport()->width() >= both + 2 * pageMargin;
+    m_columns->setDirection(isRoom ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    const bool areTwo = isRoom && !m_commands.rows.isEmpty() && !m_recent.rows.isEmpty();
+    const int one = std::max({pageWidth, m_commands.width, m_recent.width});
+    widget()->setMaximumWidth((areTwo ? both : one) + 2 * pageMargin);
+}
+
+void StartPage::resizeEvent(QResizeEvent* event)
+{
+    updateColumns();
+    QScrollArea::resizeEvent(event);
 }
 
 void StartPage::updateEnabled(const QByteArray& commandId)
 {
-    for (QWidget* const widget : std::as_const(m_rowWidgets)) {
+    for (QWidget* const widget : std::as_const(m_commands.rows)) {
         auto* const button = qobject_cast<CommandButton*>(widget);
         if (button && button->commandId() == commandId)
             button->setEnabled(isCommandEnabled(commandId));

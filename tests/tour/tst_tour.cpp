@@ -15,7 +15,7 @@
 namespace {
 
 constexpr int optionsPictureCount = 3;
-constexpr int chartPictureCount = 5;
+constexpr int chartPictureCount = 7;
 constexpr int pictureCount = 21 + chartPictureCount + optionsPictureCount;
 
 // What the day files hold after the import and what the editor did: of the first two days, which it
@@ -178,7 +178,7 @@ void TestTour::leavesSettingsAndSecondFilesToTheUser()
             left += QByteArray(key) + '=' + after.value(name).toByteArray() + '\n';
     }
     QCOMPARE(left, settings);
-    for (const char* group : {"Desk/OptionsDialog", "Desk/Chart"}) {
+    for (const char* group : {"Desk/OptionsDialog", "Desk/Charts"}) {
         after.beginGroup(QLatin1String(group));
         QVERIFY2(after.allKeys().isEmpty(), group);
         after.endGroup();

@@ -21,6 +21,8 @@
 #include "support/userhands.h"
 #include "support/wizardchoices.h"
 
+#include <vexdesk/icharts.h>
+#include <vexdesk/icore.h>
 #include <vexdesk/terminal/referencedata.h>
 
 #include <QtCore/QFileInfo>
@@ -30,9 +32,9 @@
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QDateTimeEdit>
 #include <QtWidgets/QDialogButtonBox>
-#include <QtWidgets/QDockWidget>
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QFileIconProvider>
+#include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QMessageBox>
@@ -266,18 +268,26 @@ void TestDialogTexts::mainWindowWithoutPlugins()
 
 void TestDialogTexts::chart()
 {
-    vexdesk::triggerCommand("Desk.Chart");
-    const auto* const dock = child<QDockWidget>(m_terminal->window(), "chartDock");
-    QVERIFY(dock && dock->isVisible());
-    // The list of the store comes from a thread: with it, the window arranges the dock once more.
-    QCoreApplication::sendPostedEvents();
-    QTRY_VERIFY(m_terminal->window()->rect().contains(dock->geometry()));
-    look(m_terminal->window());
+    const QWidget* const window = m_terminal->window();
+    // The list of the store comes from a thread.
+    QTRY_VERIFY(child<QLabel>(window, "seriesMessage")->isVisible());
+    look(window);
     QVERIFY2(m_faults.isEmpty(), qPrintable(m_faults.join(u'\n')));
     runImport();
-    const auto* const series = child<QComboBox>(dock, "chartSeries");
-    QTRY_VERIFY(series->count() > 0);
-    look(m_terminal->window());
+    QVERIFY(ICore::instance()->charts()->show(
+        {QStringLiteral("NORD"), QStringLiteral("MAIN"), QStringLiteral("ALFA")},
+        QDate(2024, 1, 15), QTime()));
+    QTRY_VERIFY(child<QPushButton>(window, "chartShowAll")->isEnabled());
+    QTRY_VERIFY(!child<QLabel>(window, "chartReadout")->text().isEmpty());
+    look(window);
+    QVERIFY2(m_faults.isEmpty(), qPrintable(m_faults.join(u'\n')));
+    for (const char* command : {"Desk.Chart.GoTo", "Desk.Chart.SavePicture"}) {
+        ModalSteps steps;
+        lookAndClose(steps);
+        run(steps, command);
+    }
+    vexdesk::triggerCommand("Desk.Chart.Close");
+    look(window);
     QVERIFY2(m_faults.isEmpty(), qPrintable(m_faults.join(u'\n')));
 }
 

@@ -3,6 +3,7 @@
 
 #include "desk/commands.h"
 
+#include <QtGui/QContextMenuEvent>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QMouseEvent>
 #include <QtGui/QWheelEvent>
@@ -18,7 +19,7 @@ namespace {
 
 void sendMouse(QEvent::Type type, QWidget* widget, QPoint position)
 {
-    const bool pressed = type == QEvent::MouseButtonPress;
+    const bool pressed = type == QEvent::MouseButtonPress || type == QEvent::MouseButtonDblClick;
     QMouseEvent event(type, position, widget->mapToGlobal(QPointF(position)),
                       type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton,
                       pressed ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
@@ -50,6 +51,19 @@ void click(QWidget* widget, QPoint place)
     sendMouse(QEvent::MouseMove, widget, place);
     sendMouse(QEvent::MouseButtonPress, widget, place);
     sendMouse(QEvent::MouseButtonRelease, widget, place);
+}
+
+void doubleClick(QWidget* widget, QPoint place)
+{
+    click(widget, place);
+    sendMouse(QEvent::MouseButtonDblClick, widget, place);
+    sendMouse(QEvent::MouseButtonRelease, widget, place);
+}
+
+void askForMenu(QWidget* widget, QPoint place)
+{
+    QContextMenuEvent event(QContextMenuEvent::Mouse, place, widget->mapToGlobal(place));
+    QApplication::sendEvent(widget, &event);
 }
 
 void hover(QWidget* widget, QPoint place)

@@ -18,6 +18,11 @@ namespace vexdesk {
 void click(QWidget* widget);
 void click(QWidget* widget, QPoint place);
 
+/// Clicks twice at a place in the widget.
+void doubleClick(QWidget* widget, QPoint place);
+/// Asks with the right button for the context menu at a place in the widget.
+void askForMenu(QWidget* widget, QPoint place);
+
 /// Moves the mouse to a place in the widget.
 void hover(QWidget* widget, QPoint place);
 /// Moves the mouse out of the widget.

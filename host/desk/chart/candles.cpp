@@ -3,71 +3,111 @@
 
 #include "desk/chart/wallclock.h"
 
-#include <algorithm>
-#include <array>
-#include <cmath>
+#include <vexdesk/history/barinterval.h>
 
 namespace vexdesk {
 
 namespace {
 
-constexpr qint64 minute = 60;
-constexpr qint64 hour = 60 * minute;
-constexpr qint64 week = 7 * secondsPerDay;
+constexpr int msecs = 1000; // of a second
 
-constexpr std::array usualIntervals{
-    qint64(1),  qint64(2),  qint64(5),   qint64(10),    qint64(15),        qint64(30), minute,
-    2 * minute, 5 * minute, 10 * minute, 15 * minute,   30 * minute,       hour,       2 * hour,
-    4 * hour,   6 * hour,   12 * hour,   secondsPerDay, 2 * secondsPerDay, week,       2 * week,
-    4 * week};
+void extendCandle(Candle& candle, const Bar& bar, qsizetype count)
+{
+    extendBar(candle.bar, bar);
+    candle.count += count;
+}
+
+Candle candleThatEnds(int secondOfDay, int seconds, const QDate& day)
+{
+    Candle candle;
+    candle.end = wallTime(day) + secondOfDay;
+    candle.begin = candle.end - seconds;
+    candle.day = day;
+    return candle;
+}
+
+void appendBars(std::vector<Candle>& candles, const SeriesDay& day, int seconds)
+{
+    const DayBars& bars = *day.bars;
+    qsizetype bar = day.summary->midnightCount;
+    while (bar < bars.size()) {
+        const int end = intervalEnd(bars.secondOf(bar) * msecs, seconds);
+        qsizetype next = bar + 1;
+        while (next < bars.size() && bars.secondOf(next) <= end)
+            ++next;
+        Candle& candle = candles.emplace_back(candleThatEnds(end, seconds, day.day));
+        candle.bar = bars.sum(bar, next);
+        candle.count = next - bar;
+        bar = next;
+    }
+}
+
+void appendDay(std::vector<Candle>& candles, const SeriesDay& day)
+{
+    const DaySummary& summary = *day.summary;
+    if (!summary.rest)
+        return;
+    Candle& candle = candles.emplace_back(candleThatEnds(secondsPerDay, secondsPerDay, day.day));
+    candle.bar = *summary.rest;
+    candle.count = summary.count - summary.midnightCount;
+}
+
+std::vector<Candle> foldUpToDay(const BarSeries& series, qsizetype index, Timeframe timeframe)
+{
+    std::vector<Candle> candles;
+    const SeriesDay& day = series.days()[static_cast<size_t>(index)];
+    if (!day.summary || (isBelowDay(timeframe) && !day.bars))
+        return candles;
+    candles.reserve(static_cast<size_t>(series.candlesOf(index, timeframe)));
+    const int seconds = secondsOf(timeframe);
+    if (day.summary->midnight && !series.endsDayBefore(index, timeframe)) {
+        Candle& candle = candles.emplace_back(candleThatEnds(0, seconds, day.day));
+        candle.bar = *day.summary->midnight;
+        candle.count = day.summary->midnightCount;
+    }
+    if (isBelowDay(timeframe))
+        appendBars(candles, day, seconds);
+    else
+        appendDay(candles, day);
+    const qsizetype next = index + 1;
+    if (next < static_cast<qsizetype>(series.days().size()) &&
+        series.endsDayBefore(next, timeframe)) {
+        const DaySummary& after = *series.days()[static_cast<size_t>(next)].summary;
+        extendCandle(candles.back(), *after.midnight, after.midnightCount);
+    }
+    return candles;
+}
+
+std::vector<Candle> foldPeriod(const BarSeries& series, qsizetype index, Timeframe timeframe)
+{
+    if (series.candlesOf(index, timeframe) == 0)
+        return {};
+    const std::vector<SeriesDay>& days = series.days();
+    const QDate day = days[static_cast<size_t>(index)].day;
+    const QDate end = periodEnd(day, timeframe);
+    std::vector<Candle> folded;
+    for (size_t i = static_cast<size_t>(index); i < days.size() && days[i].day < end; ++i) {
+        for (const Candle& part : foldUpToDay(series, static_cast<qsizetype>(i), Timeframe::Day)) {
+            if (folded.empty())
+                folded.push_back(part);
+            else
+                extendCandle(folded.front(), part.bar, part.count);
+        }
+    }
+    for (Candle& candle : folded) {
+        candle.begin = wallTime(periodBegin(day, timeframe));
+        candle.end = wallTime(end);
+        candle.day = day;
+    }
+    return folded;
+}
 
 } // namespace
 
-qint64 candleInterval(double shortest, int timeframe)
+std::vector<Candle> foldDay(const BarSeries& series, qsizetype day, Timeframe timeframe)
 {
-    if (shortest <= timeframe)
-        return timeframe;
-    const auto found = std::find_if(usualIntervals.begin(), usualIntervals.end(),
-                                    [shortest, timeframe](qint64 interval) {
-                                        return double(interval) >= shortest && interval > timeframe;
-                                    });
-    if (found != usualIntervals.end())
-        return *found;
-    qint64 interval = usualIntervals.back();
-    while (double(interval) < shortest || interval < timeframe)
-        interval *= 2;
-    return interval;
-}
-
-qint64 intervalEnd(qint64 time, qint64 interval)
-{
-    // The first day of 1970 was a Thursday.
-    const qint64 origin = interval % week == 0 ? -3 * secondsPerDay : 0;
-    return (floorDivided(time - 1 - origin, interval) + 1) * interval + origin;
-}
-
-std::vector<Candle> candlesOf(const BarSeries& series, qint64 interval, double from, double to)
-{
-    std::vector<Candle> candles;
-    if (series.isEmpty())
-        return candles;
-    // An interval that ends at `from` is not seen; the next one is, to its begin.
-    const qint64 begin =
-        intervalEnd(static_cast<qint64>(std::floor(from)) + 1, interval) - interval;
-    qsizetype bar = series.firstAfter(begin);
-    while (bar < series.size()) {
-        Candle candle;
-        candle.end = intervalEnd(series.at(bar).time, interval);
-        candle.begin = candle.end - interval;
-        if (static_cast<double>(candle.begin) >= to)
-            break;
-        const qsizetype next = series.firstAfter(candle.end);
-        candle.bar = series.sum(bar, next);
-        candle.count = next - bar;
-        candles.push_back(candle);
-        bar = next;
-    }
-    return candles;
+    return timeframe > Timeframe::Day ? foldPeriod(series, day, timeframe)
+                                      : foldUpToDay(series, day, timeframe);
 }
 
 } // namespace vexdesk

@@ -3,33 +3,34 @@
 
 #include "desk/chart/barseries.h"
 
+#include <QtCore/QDate>
+
 #include <vector>
 
-/// What is drawn of a series: bars, summed up to as many candles as the chart has room for. The
-/// cost is that of the candles, whatever the number of bars behind them. Any thread.
+/// The bars of a series folded into candles, by the rule of the export. Any thread.
 namespace vexdesk {
 
 /// The bars of one interval, which does not hold its begin and holds its end.
 struct Candle
 {
-    qint64 begin = 0; ///< wall times
+    qint64 begin = 0; ///< wall times; of a week and a month whole days
     qint64 end = 0;
     Bar bar;
     qsizetype count = 0; ///< of bars, at least one
+    /// Where the candle is shown: the day of its first bar's file, of a week or a month the first
+    /// day that has one.
+    QDate day;
+
+    bool operator==(const Candle&) const = default;
 
     /// Where it is drawn.
     double middle() const { return (static_cast<double>(begin) + static_cast<double>(end)) / 2; }
 };
 
-/// How many seconds a candle should cover so that it is at least this wide: the timeframe itself,
-/// or the next of the usual longer intervals.
-qint64 candleInterval(double shortest, int timeframe);
-
-/// When the interval that holds this time ends. Intervals begin where the clock has a round number,
-/// a midnight, or a Monday, so that a candle is the same wherever the view is moved.
-qint64 intervalEnd(qint64 time, qint64 interval);
-
-/// The candles of which something is between two wall times, in their order.
-std::vector<Candle> candlesOf(const BarSeries& series, qint64 interval, double from, double to);
+/// The candles that begin with a day, as many as BarSeries::candlesOf() says of a day that was
+/// read; none of a day that was not, and none below the day while its bars are not in memory. The
+/// bars at midnight of the next day are in the last one where they end it, so the candles depend on
+/// the day, on the one before and on the one after; those of weeks and months on all their days.
+std::vector<Candle> foldDay(const BarSeries& series, qsizetype day, Timeframe timeframe);
 
 } // namespace vexdesk

@@ -77,22 +77,8 @@ DayStamp stampOf(const QFileInfo& file)
     return stamp;
 }
 
-std::map<QDate, DayStamp> stampsIn(const QString& directory, int timeframe)
-{
-    std::map<QDate, DayStamp> stamps;
-    QDirIterator walk(directory, QDir::Files);
-    while (walk.hasNext()) {
-        walk.next();
-        const auto key = parseDayFileName(walk.fileName());
-        if (key && key->timeframe == timeframe)
-            stamps.emplace(key->day, stampOf(walk.fileInfo()));
-    }
-    return stamps;
-}
-
-} // namespace
-
-BarSeries::Day readDay(const QString& path, const QDate& day)
+// Null where there are none, and where the file cannot be read to its end.
+std::shared_ptr<const DayBars> readBars(const QString& path, const QDate& day)
 {
     DayFileLines lines(path);
     if (!lines.open())
@@ -117,39 +103,33 @@ BarSeries::Day readDay(const QString& path, const QDate& day)
     const auto isEarlier = [](const Bar& left, const Bar& right) { return left.time < right.time; };
     if (!std::is_sorted(bars.begin(), bars.end(), isEarlier))
         std::stable_sort(bars.begin(), bars.end(), isEarlier);
-    return std::make_shared<const DayBars>(std::move(bars), decimals);
+    return std::make_shared<const DayBars>(bars, decimals);
 }
 
-ReadDays readDays(const QString& directory, int timeframe, const ReadDays& before,
-                  const ReadProgress& progress)
+} // namespace
+
+std::vector<ListedDay> listDays(const QString& directory, int timeframe)
 {
-    ReadDays days;
-    // The stamp is taken before the file is read: what is written between them is noticed later.
-    const std::map<QDate, DayStamp> stamps = stampsIn(directory, timeframe);
-    const int total = static_cast<int>(stamps.size());
-    for (const auto& [day, stamp] : stamps) {
-        if (!progress(static_cast<int>(days.size()), total))
-            break;
-        const auto known = before.find(day);
-        if (known != before.end() && known->second.stamp.isSameAs(stamp)) {
-            days.insert(*known);
-            continue;
-        }
-        const QString path = directory + u'/' + dayFileName(day, timeframe);
-        days.emplace(day, ReadDay{stamp, readDay(path, day)});
+    std::vector<ListedDay> days;
+    QDirIterator walk(directory, QDir::Files);
+    while (walk.hasNext()) {
+        walk.next();
+        const auto key = parseDayFileName(walk.fileName());
+        if (key && key->timeframe == timeframe)
+            days.push_back({key->day, stampOf(walk.fileInfo())});
     }
+    std::sort(days.begin(), days.end(),
+              [](const ListedDay& left, const ListedDay& right) { return left.day < right.day; });
     return days;
 }
 
-BarSeries seriesOf(const ReadDays& days)
+ReadDay readDay(const QString& path, const QDate& day)
 {
-    std::vector<BarSeries::Day> bars;
-    bars.reserve(days.size());
-    for (const auto& [day, read] : days) {
-        if (read.bars)
-            bars.push_back(read.bars);
-    }
-    return BarSeries(std::move(bars));
+    ReadDay read;
+    read.bars = readBars(path, day);
+    read.summary =
+        std::make_shared<const DaySummary>(read.bars ? summaryOf(*read.bars) : DaySummary());
+    return read;
 }
 
 } // namespace vexdesk

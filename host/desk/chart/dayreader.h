@@ -6,8 +6,8 @@
 #include <QtCore/QDate>
 #include <QtCore/QString>
 
-#include <functional>
-#include <map>
+#include <memory>
+#include <vector>
 
 /// Reads the day files of a series for the chart. Throws nothing; any thread.
 namespace vexdesk {
@@ -17,8 +17,8 @@ struct DayStamp
 {
     qint64 size = 0;
     qint64 modified = 0; ///< milliseconds since 1970
-    /// False for a file that was written so short a time before it was read that it may have been
-    /// written once more since then, with the same size at the same time.
+    /// False for a file that was written so short a time before it was looked at that it may have
+    /// been written once more since then, with the same size at the same time.
     bool isSettled = false;
 
     /// Whether a file with the stamp `now` surely holds what a file with this stamp held.
@@ -28,32 +28,29 @@ struct DayStamp
     }
 };
 
-struct ReadDay
+struct ListedDay
 {
+    QDate day;
     DayStamp stamp;
-    BarSeries::Day bars; ///< null where the file has no bar that can be drawn
 };
 
-/// The day files of a directory at one timeframe.
-using ReadDays = std::map<QDate, ReadDay>;
+/// The day files of a directory at one timeframe, in the order of their days.
+std::vector<ListedDay> listDays(const QString& directory, int timeframe);
 
-/// Told how many of how many days there are; answers whether to go on.
-using ReadProgress = std::function<bool(int done, int total)>;
+/// What a day file holds.
+struct ReadDay
+{
+    std::shared_ptr<const DaySummary> summary; ///< never null
+    std::shared_ptr<const DayBars> bars;       ///< null where there are none
+};
 
-/// The bars of a day file, null when there is none and when it could not be read to its end: half a
-/// day must not look like a whole one. Lines without a time or without four prices
-/// are passed over; a file whose lines are not in the order of their times is put into order.
+/// The bars of a day file: none when there is none and when it could not be read to its end, for
+/// half a day must not look like a whole one. Lines without a time or without four prices are
+/// passed over; a file whose lines are not in the order of their times is put into order.
 ///
 /// Lines that the history editor has written have the money before the volume. They are known by a
 /// point in the volume's place, where an import writes whole numbers alone, and read as they are
 /// meant: an edited day keeps its volume in the chart.
-BarSeries::Day readDay(const QString& path, const QDate& day);
-
-/// Reads the day files of a directory, and of those that `before` knows only what has changed. When
-/// `progress` answers false, what was read up to then is given.
-ReadDays readDays(const QString& directory, int timeframe, const ReadDays& before,
-                  const ReadProgress& progress);
-
-BarSeries seriesOf(const ReadDays& days);
+ReadDay readDay(const QString& path, const QDate& day);
 
 } // namespace vexdesk

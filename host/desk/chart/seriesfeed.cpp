@@ -5,78 +5,62 @@
 #include <vexdesk/history/storepaths.h>
 
 #include <QtConcurrent/QtConcurrentRun>
-#include <QtCore/QElapsedTimer>
+
+#include <algorithm>
+#include <utility>
 
 namespace vexdesk {
 
 namespace {
 
-constexpr int quietTime = 50; // ms
+constexpr int tellingTime = 30; // ms, between two pictures while much is read
+constexpr int quietTime = 50;   // ms, a short reading is not worth a word
 
-int changedDays(const ReadDays& before, const ReadDays& after)
+bool lacksBars(const SeriesDay& day)
 {
-    int count = 0;
-    for (const auto& [day, read] : after) {
-        const auto known = before.find(day);
-        if (known == before.end() || known->second.bars != read.bars)
-            ++count;
-    }
-    return count;
-}
-
-// The days that were read again are others, whatever is in them.
-bool haveSameBars(const ReadDays& left, const ReadDays& right)
-{
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [](const auto& one, const auto& other) {
-                          return one.first == other.first && one.second.bars == other.second.bars;
-                      });
-}
-
-void readSeries(QPromise<ReadSeries>& promise, const QString& directory, int timeframe,
-                const ReadDays& before)
-{
-    QElapsedTimer sinceBegin;
-    sinceBegin.start();
-    const auto progress = [&](int done, int total) {
-        if (done == 0)
-            promise.setProgressRange(0, total);
-        // A short reading is not worth a word.
-        else if (sinceBegin.elapsed() >= quietTime)
-            promise.setProgressValue(done);
-        return !promise.isCanceled();
-    };
-    ReadSeries read;
-    read.days = readDays(directory, timeframe, before, progress);
-    read.series = std::make_shared<const BarSeries>(seriesOf(read.days));
-    promise.addResult(std::move(read));
+    return !day.bars && (!day.summary || day.summary->count > 0);
 }
 
 } // namespace
 
-SeriesFeed::SeriesFeed(const QString& root, QObject* parent)
+SeriesFeed::SeriesFeed(const QString& root, qint64 mostMemory, QObject* parent)
     : QObject(parent)
     , m_root(root)
+    , m_mostMemory(mostMemory)
+    , m_queue([this] { QMetaObject::invokeMethod(this, &SeriesFeed::deliver); })
 {
-    connect(&m_watcher, &PathWatcher::changed, this, &SeriesFeed::read);
-    connect(&m_reading, &QFutureWatcherBase::finished, this, &SeriesFeed::finish);
-    connect(&m_reading, &QFutureWatcherBase::progressValueChanged, this,
-            [this](int done) { Q_EMIT progressed(done, m_reading.progressMaximum()); });
+    connect(&m_watcher, &PathWatcher::changed, this, &SeriesFeed::list);
+    connect(&m_listing, &QFutureWatcherBase::finished, this, &SeriesFeed::finishListing);
+    for (QTimer* const timer : {&m_tellTimer, &m_watchTimer, &m_patience})
+        timer->setSingleShot(true);
+    m_watchTimer.setInterval(PathWatcher::usualDelay);
+    m_patience.setInterval(quietTime);
+    connect(&m_tellTimer, &QTimer::timeout, this, &SeriesFeed::tell);
+    connect(&m_watchTimer, &QTimer::timeout, this, &SeriesFeed::watchFiles);
+    connect(&m_patience, &QTimer::timeout, this, [this] {
+        m_tellsProgress = true;
+        tellProgress();
+    });
 }
 
 SeriesFeed::~SeriesFeed()
 {
-    m_reading.cancel(); // the pool waits for its end
+    m_listing.cancel(); // the pool waits for its end
 }
 
 void SeriesFeed::stop()
 {
-    m_reading.cancel();
-    m_reading.setFuture(QFuture<ReadSeries>()); // nothing of it is told any more
+    m_listing.cancel();
+    m_listing.setFuture(QFuture<std::vector<ListedDay>>()); // nothing of it is told any more
+    m_queue.forget();
+    for (QTimer* const timer : {&m_tellTimer, &m_watchTimer, &m_patience})
+        timer->stop();
+    m_tellsProgress = false;
     m_isOutdated = false;
-    m_isLoaded = false;
+    m_isListed = false;
     m_key = SeriesKey();
     m_directory.clear();
+    m_wanted = WantedDays();
     m_days.clear();
     m_watcher.watch({});
 }
@@ -88,43 +72,266 @@ void SeriesFeed::choose(const SeriesKey& key)
     stop();
     m_key = key;
     m_directory = seriesPath(QDir(m_root), key.stockCode, key.boardCode, key.securityName);
-    read();
+    m_watcher.watch({m_directory});
+    list();
 }
 
-void SeriesFeed::read()
+void SeriesFeed::want(const WantedDays& days)
+{
+    if (days == m_wanted)
+        return;
+    m_wanted = days;
+    takeDeliveries();
+    orderDays();
+    tellProgress();
+}
+
+qint64 SeriesFeed::memory() const
+{
+    qint64 bytes = 0;
+    for (const Day& day : m_days)
+        bytes += day.shown.bars ? day.shown.bars->bytes() : 0;
+    return bytes;
+}
+
+void SeriesFeed::list()
 {
     if (m_directory.isEmpty())
         return;
-    m_isOutdated = m_reading.isRunning();
+    m_isOutdated = m_listing.isRunning();
     if (m_isOutdated)
         return;
-    watchFiles();
-    m_reading.setFuture(
-        QtConcurrent::run(&m_pool, readSeries, m_directory, m_key.timeframe, m_days));
+    m_listing.setFuture(QtConcurrent::run(&m_listingPool, listDays, m_directory, m_key.timeframe));
 }
 
-void SeriesFeed::finish()
+void SeriesFeed::finishListing()
 {
-    if (m_reading.isCanceled())
+    if (m_listing.isCanceled())
         return;
-    const ReadSeries read = m_reading.result();
-    m_filesRead += changedDays(m_days, read.days);
-    const bool isNew = !m_isLoaded || !haveSameBars(m_days, read.days);
-    m_isLoaded = true;
-    m_days = read.days;
-    watchFiles();
     if (m_isOutdated)
         m_watcher.tellSoon();
-    if (isNew)
-        Q_EMIT loaded(read.series);
+    m_watchTimer.start();
+    const bool isNew = takeListing(m_listing.result());
+    orderDays();
+    if (isNew || !std::exchange(m_isListed, true))
+        tell();
+}
+
+// Whether there are others than before, as far as is seen without reading.
+bool SeriesFeed::takeListing(const std::vector<ListedDay>& listed)
+{
+    takeDeliveries();
+    ++m_listings;
+    bool isNew = listed.size() != m_days.size();
+    std::vector<Day> days;
+    days.reserve(listed.size());
+    auto known = m_days.begin();
+    for (const ListedDay& one : listed) {
+        known = std::find_if(known, m_days.end(),
+                             [&one](const Day& day) { return day.shown.day >= one.day; });
+        Day day;
+        if (known != m_days.end() && known->shown.day == one.day)
+            day = *known;
+        day.isCurrent = day.isCurrent && day.stamp.isSameAs(one.stamp);
+        if (!day.shown.summary && (!day.shown.day.isValid() || day.stamp.size != one.stamp.size))
+            isNew = true;
+        day.shown.day = one.day;
+        day.shown.bytes = one.stamp.size;
+        day.stamp = one.stamp;
+        days.push_back(std::move(day));
+    }
+    m_days = std::move(days);
+    return isNew;
+}
+
+SeriesFeed::Stretch SeriesFeed::inView() const
+{
+    if (!m_wanted.first.isValid() || !m_wanted.last.isValid())
+        return {};
+    const auto indexFrom = [this](const QDate& date) -> qsizetype {
+        const auto found = std::partition_point(
+            m_days.begin(), m_days.end(), [date](const Day& day) { return day.shown.day < date; });
+        return found - m_days.begin();
+    };
+    const qsizetype begin = indexFrom(m_wanted.first);
+    return {begin, std::max(begin, indexFrom(m_wanted.last.addDays(1)))};
+}
+
+// As much again on both sides.
+SeriesFeed::Stretch SeriesFeed::around() const
+{
+    if (!m_wanted.first.isValid() || !m_wanted.last.isValid())
+        return {};
+    const Stretch view = inView();
+    const qsizetype width = std::max<qsizetype>(1, view.end - view.begin);
+    return {std::max<qsizetype>(0, view.begin - width),
+            std::min(static_cast<qsizetype>(m_days.size()), view.end + width)};
+}
+
+std::vector<qsizetype> SeriesFeed::nearestFirst() const
+{
+    const Stretch view = inView();
+    const Stretch all = around();
+    std::vector<qsizetype> days;
+    days.reserve(static_cast<size_t>(all.end - all.begin));
+    qsizetype after = (view.begin + view.end) / 2;
+    qsizetype before = after - 1;
+    while (before >= all.begin || after < all.end) {
+        if (after < all.end)
+            days.push_back(after++);
+        if (before >= all.begin)
+            days.push_back(before--);
+    }
+    return days;
+}
+
+DayOrder SeriesFeed::orderFor(const Day& day, bool isForBars) const
+{
+    const QString name = dayFileName(day.shown.day, m_key.timeframe);
+    return {day.shown.day, m_directory + u'/' + name, day.stamp, m_listings, isForBars};
+}
+
+void SeriesFeed::orderDays()
+{
+    ++m_turn;
+    std::vector<DayOrder> orders;
+    qint64 memory = 0;
+    bool hasRoom = m_wanted.needsBars;
+    for (const qsizetype index : nearestFirst()) {
+        Day& day = m_days[static_cast<size_t>(index)];
+        // In the file a bar takes more room than in memory.
+        memory += day.shown.summary ? day.memory : day.stamp.size;
+        hasRoom = hasRoom && memory <= m_mostMemory;
+        if (hasRoom)
+            day.wantedAt = m_turn;
+        if (!day.isCurrent || (hasRoom && lacksBars(day.shown)))
+            orders.push_back(orderFor(day, hasRoom || day.shown.bars));
+    }
+    const Stretch done = around();
+    const auto last = static_cast<qsizetype>(m_days.size()) - 1;
+    for (qsizetype i = 0; i <= last; ++i) {
+        const Day& day = m_days[static_cast<size_t>(i)];
+        const bool isWanted = day.shown.summary || (i == last && m_wanted.last.isValid());
+        if (!done.has(i) && !day.isCurrent && isWanted)
+            orders.push_back(orderFor(day, day.shown.bars != nullptr));
+    }
+    m_queue.order(std::move(orders));
+}
+
+bool SeriesFeed::takeDeliveries()
+{
+    const std::vector<DayDelivery> deliveries = m_queue.take();
+    for (const DayDelivery& delivery : deliveries)
+        keep(delivery);
+    if (!deliveries.empty())
+        dropBars();
+    return !deliveries.empty();
+}
+
+void SeriesFeed::keep(const DayDelivery& delivery)
+{
+    ++m_filesRead;
+    const DayOrder& order = delivery.order;
+    const auto found = std::partition_point(m_days.begin(), m_days.end(), [&order](const Day& day) {
+        return day.shown.day < order.day;
+    });
+    if (found == m_days.end() || found->shown.day != order.day)
+        return; // the file is gone
+    found->isCurrent = order.isGoodFor(found->stamp, m_listings);
+    found->shown.summary = delivery.read.summary;
+    found->shown.bars = order.isForBars ? delivery.read.bars : nullptr;
+    found->memory = delivery.read.bars ? delivery.read.bars->bytes() : 0;
+}
+
+// Those go first that were not wanted for the longest time and are the farthest away.
+void SeriesFeed::dropBars()
+{
+    qint64 memory = this->memory();
+    if (memory <= m_mostMemory)
+        return;
+    const Stretch view = inView();
+    const auto inMemory = [this](qsizetype index) {
+        return m_days[static_cast<size_t>(index)].shown.bars != nullptr;
+    };
+    std::vector<qsizetype> days;
+    for (qsizetype i = 0; i < static_cast<qsizetype>(m_days.size()); ++i) {
+        if (inMemory(i))
+            days.push_back(i);
+    }
+    const auto isFirst = [this, view](qsizetype left, qsizetype right) {
+        const auto rank = [this, view](qsizetype index) {
+            const qsizetype distance = std::abs(2 * index + 1 - view.begin - view.end);
+            return std::pair(m_days[static_cast<size_t>(index)].wantedAt, -distance);
+        };
+        return rank(left) < rank(right);
+    };
+    std::sort(days.begin(), days.end(), isFirst);
+    for (auto next = days.begin(); memory > m_mostMemory && next != days.end(); ++next) {
+        Day& day = m_days[static_cast<size_t>(*next)];
+        memory -= day.memory;
+        day.shown.bars.reset();
+        day.wantedAt = 0;
+    }
+}
+
+void SeriesFeed::deliver()
+{
+    if (!takeDeliveries())
+        return;
+    if (!m_watchTimer.isActive())
+        m_watchTimer.start();
+    const Stretch view = inView();
+    const auto isIn = [this](const Day& day) { return !isMissing(day); };
+    const bool isComplete =
+        std::all_of(m_days.begin() + view.begin, m_days.begin() + view.end, isIn);
+    const bool isAwaited = m_patience.isActive() || m_tellsProgress;
+    if ((isComplete && isAwaited) || m_queue.isIdle() || m_sinceTold.hasExpired(tellingTime))
+        tell();
+    else if (!m_tellTimer.isActive())
+        m_tellTimer.start(static_cast<int>(tellingTime - m_sinceTold.elapsed()));
+    tellProgress();
+}
+
+void SeriesFeed::tell()
+{
+    m_tellTimer.stop();
+    m_sinceTold.start();
+    std::vector<SeriesDay> days;
+    days.reserve(m_days.size());
+    for (const Day& day : m_days)
+        days.push_back(day.shown);
+    Q_EMIT loaded(std::make_shared<const BarSeries>(m_key.timeframe, std::move(days)));
+}
+
+bool SeriesFeed::isMissing(const Day& day) const
+{
+    const bool needsBars = m_wanted.needsBars && day.wantedAt == m_turn;
+    return !day.shown.summary || (needsBars && lacksBars(day.shown));
+}
+
+void SeriesFeed::tellProgress()
+{
+    const Stretch view = inView();
+    const auto total = static_cast<int>(view.end - view.begin);
+    const auto missing =
+        static_cast<int>(std::count_if(m_days.begin() + view.begin, m_days.begin() + view.end,
+                                       [this](const Day& day) { return isMissing(day); }));
+    if (missing > 0 && !m_tellsProgress && !m_patience.isActive())
+        m_patience.start();
+    if (missing == 0)
+        m_patience.stop();
+    if (missing == 0 ? std::exchange(m_tellsProgress, false) : m_tellsProgress)
+        Q_EMIT progressed(total - missing, total);
 }
 
 void SeriesFeed::watchFiles()
 {
     // A directory tells of files that come and go, but not of one that is written in place.
     QStringList paths{m_directory};
-    for (const auto& [day, read] : m_days)
-        paths.append(m_directory + u'/' + dayFileName(day, m_key.timeframe));
+    for (const Day& day : m_days) {
+        if (day.shown.summary)
+            paths.append(m_directory + u'/' + dayFileName(day.shown.day, m_key.timeframe));
+    }
     m_watcher.watch(paths);
 }
 

@@ -1,15 +1,17 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "desk/chart/dayreader.h"
+#include "desk/chart/dayqueue.h"
 #include "desk/chart/pathwatcher.h"
 
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QFutureWatcher>
 #include <QtCore/QThreadPool>
+#include <QtCore/QTimer>
 
 namespace vexdesk {
 
-/// Which series of a store, at which timeframe.
+/// Which series of a store, at which stored timeframe.
 struct SeriesKey
 {
     QString stockCode;
@@ -25,54 +27,112 @@ struct SeriesKey
     }
 };
 
-/// What one reading has found.
-struct ReadSeries
+/// The part of a series that a chart shows.
+struct WantedDays
 {
-    ReadDays days;
-    std::shared_ptr<const BarSeries> series;
+    QDate first; ///< both are included
+    QDate last;
+    bool needsBars = true; ///< false: the summaries of the days are enough
+
+    bool operator==(const WantedDays&) const = default;
 };
 
-/// Reads a chosen series in a thread of its own and reads again what changes on disk, for as long
-/// as it is chosen. Its owner is the chart; user-interface thread only.
+/// Reads of a chosen series what is wanted, in threads of its own, and reads again what changes on
+/// disk, for as long as it is chosen. Its owner is the chart; user-interface thread only.
+///
+/// Each day in view is read, the nearest to its middle first, then as many days on both sides, and
+/// the last day of the series. A summary is kept of every day that was read; the bars of those that
+/// were wanted last, as long as they take no more memory than they may.
 class SeriesFeed final : public QObject
 {
     Q_OBJECT
 
 public:
-    /// `root` is the store's.
-    explicit SeriesFeed(const QString& root, QObject* parent = nullptr);
+    static constexpr qint64 usualMemory = qint64(400) * 1024 * 1024;
+
+    /// `root` is the store's. The bars in memory take at most `mostMemory` bytes.
+    explicit SeriesFeed(const QString& root, qint64 mostMemory = usualMemory,
+                        QObject* parent = nullptr);
     ~SeriesFeed() override;
 
-    /// Reads this series from now on; what was read of another one is not told any more.
+    /// Lists the days of this series and reads what is wanted of it from now on; what was read or
+    /// wanted of another one is forgotten.
     void choose(const SeriesKey& key);
-    /// Reads nothing any more.
+    /// Reads nothing any more and lets go what was read.
     void stop();
     const SeriesKey& key() const { return m_key; }
 
+    /// What is in view now. Before the days are listed it may be said too.
+    void want(const WantedDays& days);
+
     /// How many day files were read so far, for those who want to know that no more are than must.
     int filesRead() const { return m_filesRead; }
+    /// What the bars in memory take, in bytes.
+    qint64 memory() const;
 
 Q_SIGNALS:
-    /// The chosen series as it is on disk now: all of it, read for the first time or again.
+    /// The chosen series as far as it is known now: after the days were listed, at first with
+    /// nothing read, after some of them were read, and when the files have changed.
     void loaded(const std::shared_ptr<const vexdesk::BarSeries>& series);
-    /// While it is read.
+    /// Of the days in view so many were read. Not said when all are read soon; where it was said,
+    /// it is said once more when all are.
     void progressed(int done, int total);
 
 private:
-    void read();
-    void finish();
+    struct Day
+    {
+        SeriesDay shown;
+        DayStamp stamp;         // as it was listed last
+        bool isCurrent = false; // whether it was read since the file has changed
+        qint64 memory = 0;      // what its bars took when they were read last
+        int wantedAt = 0;       // the turn at which its bars were wanted last
+    };
+    // Indices of days; the end is not included.
+    struct Stretch
+    {
+        qsizetype begin = 0;
+        qsizetype end = 0;
+
+        bool has(qsizetype index) const { return begin <= index && index < end; }
+    };
+
+    void list();
+    void finishListing();
+    bool takeListing(const std::vector<ListedDay>& listed);
+    Stretch inView() const;
+    Stretch around() const;
+    std::vector<qsizetype> nearestFirst() const;
+    void orderDays();
+    DayOrder orderFor(const Day& day, bool isForBars) const;
+    bool takeDeliveries();
+    void keep(const DayDelivery& delivery);
+    void dropBars();
+    void deliver();
+    void tell();
+    void tellProgress();
+    bool isMissing(const Day& day) const;
     void watchFiles();
 
-    QString m_root;
+    const QString m_root;
+    const qint64 m_mostMemory;
     SeriesKey m_key;
     QString m_directory;
-    PathWatcher m_watcher;
-    ReadDays m_days;
-    QFutureWatcher<ReadSeries> m_reading;
-    bool m_isOutdated = false; // something has changed since the reading began
-    bool m_isLoaded = false;
+    WantedDays m_wanted;
+    int m_turn = 0; // counts what was wanted
+    std::vector<Day> m_days;
+    int m_listings = 0; // so many are done
+    bool m_isListed = false;
+    bool m_isOutdated = false; // something has changed since the listing began
     int m_filesRead = 0;
-    QThreadPool m_pool; // an import that fills the global one does not keep the chart waiting
+    PathWatcher m_watcher;
+    QElapsedTimer m_sinceTold;
+    QTimer m_tellTimer;
+    QTimer m_watchTimer;
+    QTimer m_patience; // runs out when something in view is missing for long
+    bool m_tellsProgress = false;
+    QFutureWatcher<std::vector<ListedDay>> m_listing;
+    QThreadPool m_listingPool; // a queue of days does not keep a listing waiting
+    DayQueue m_queue;          // the first to go, since it calls back
 };
 
 } // namespace vexdesk

@@ -8,6 +8,7 @@
 #include "support/strictlog.h"
 
 #include <QtCore/QDateTime>
+#include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
@@ -19,19 +20,16 @@ using testsupport::barLines;
 using testsupport::dayFile;
 using testsupport::writeFile;
 using vexdesk::Bar;
-using vexdesk::BarSeries;
-using vexdesk::ReadDays;
+using vexdesk::DayBars;
+using vexdesk::DayStamp;
+using vexdesk::ListedDay;
+using vexdesk::ReadDay;
 using vexdesk::wallTime;
 
 namespace {
 
 const QDate day(2024, 1, 15);
 const QTime ten(10, 0);
-
-bool goOn(int, int)
-{
-    return true;
-}
 
 } // namespace
 
@@ -53,16 +51,14 @@ private Q_SLOTS:
     void anHourThatTheClockSkipsIsRead();
     void aMissingFileHasNoBars();
     void aDayThatCannotBeReadToItsEndHasNoBars();
-    void readsTheDaysOfOneTimeframeInOrder();
-    void readsAgainOnlyWhatHasChanged();
+    void theSummaryIsThatOfTheBars();
+    void listsTheDaysOfOneTimeframeInOrder();
+    void aStampIsThatOfTheFile();
     void doesNotTrustAFileThatWasJustWritten();
-    void forgetsADayWhoseFileIsGone();
-    void anEmptyDayIsNoDayOfTheSeries();
-    void stopsWhenItIsTold();
 
 private:
     QString path(const QString& name) const { return m_directory->filePath(name); }
-    BarSeries::Day read(const QByteArray& content) const;
+    std::shared_ptr<const DayBars> read(const QByteArray& content) const;
     /// Makes the file as old as one that nobody is writing.
     void settle(const QString& name) const;
 
@@ -75,10 +71,10 @@ void TestDayReader::init()
     m_directory = std::make_unique<QTemporaryDir>();
 }
 
-BarSeries::Day TestDayReader::read(const QByteArray& content) const
+std::shared_ptr<const DayBars> TestDayReader::read(const QByteArray& content) const
 {
     writeFile(path(dayFile(day)), content);
-    return vexdesk::readDay(path(dayFile(day)), day);
+    return vexdesk::readDay(path(dayFile(day)), day).bars;
 }
 
 void TestDayReader::settle(const QString& name) const
@@ -93,8 +89,8 @@ void TestDayReader::readsWhatAnImportHasWritten()
 {
     const auto bars = read("102000;120.03;120.06;120.01;120.05;180;21609.00;7\n");
     QVERIFY(bars);
-    QCOMPARE(bars->bars().size(), 1U);
-    const Bar& bar = bars->bars().front();
+    QCOMPARE(bars->size(), qsizetype(1));
+    const Bar& bar = bars->at(0);
     QCOMPARE(bar.time, wallTime(day, QTime(10, 20)));
     QCOMPARE(bar.open, 120.03);
     QCOMPARE(bar.high, 120.06);
@@ -110,19 +106,19 @@ void TestDayReader::readsTheVolumeOfAnEditedLine()
 {
     const auto imported = read(barLine(ten, 5));
     const auto edited = read(testsupport::editedBarLine(ten, 5));
-    QCOMPARE(imported->bars().front().volume, 1005);
-    QVERIFY(imported->bars().front() == edited->bars().front());
+    QCOMPARE(imported->at(0).volume, 1005);
+    QVERIFY(imported->at(0) == edited->at(0));
     const auto plain = read("102000;1;1;1;1;0.00;33;0\n");
-    QCOMPARE(plain->bars().front().volume, 33);
-    QCOMPARE(plain->bars().front().value, 0.0);
+    QCOMPARE(plain->at(0).volume, 33);
+    QCOMPARE(plain->at(0).value, 0.0);
 }
 
 void TestDayReader::readsLinesOfFiveFields()
 {
     const auto bars = read("102000;1.5;2;1;1.25");
     QVERIFY(bars);
-    QCOMPARE(bars->bars().front().close, 1.25);
-    QCOMPARE(bars->bars().front().volume, 0);
+    QCOMPARE(bars->at(0).close, 1.25);
+    QCOMPARE(bars->at(0).volume, 0);
 }
 
 void TestDayReader::passesOverWhatIsNoBar()
@@ -136,8 +132,8 @@ void TestDayReader::passesOverWhatIsNoBar()
                            "100000;1;1;1\n"
                            "100100;-1;0;-2;0;1;1.0;1\n");
     QVERIFY(bars);
-    QCOMPARE(bars->bars().size(), 1U);
-    QCOMPARE(bars->bars().front().low, -2.0);
+    QCOMPARE(bars->size(), qsizetype(1));
+    QCOMPARE(bars->at(0).low, -2.0);
 }
 
 void TestDayReader::putsLinesInOrder()
@@ -145,11 +141,11 @@ void TestDayReader::putsLinesInOrder()
     const auto bars = read("100200;2;2;2;2;1;1.0;0\n"
                            "100100;1;1;1;1;1;1.0;0\n"
                            "100200;3;3;3;3;1;1.0;0\n");
-    QCOMPARE(bars->bars().size(), 3U);
-    QCOMPARE(bars->bars()[0].open, 1.0);
+    QCOMPARE(bars->size(), qsizetype(3));
+    QCOMPARE(bars->at(0).open, 1.0);
     // Of the same time, the one that stands first is the first.
-    QCOMPARE(bars->bars()[1].open, 2.0);
-    QCOMPARE(bars->bars()[2].open, 3.0);
+    QCOMPARE(bars->at(1).open, 2.0);
+    QCOMPARE(bars->at(2).open, 3.0);
 }
 
 void TestDayReader::pricesKeepTheirDecimals()
@@ -158,13 +154,13 @@ void TestDayReader::pricesKeepTheirDecimals()
     QCOMPARE(read("100100;1;1;1.000;1.5;1;1.0;0\n")->decimals(), 3);
     const auto bars = read("100100;0.00001;1;0.00001;1;1;1.0;0\n");
     QCOMPARE(bars->decimals(), 5);
-    QCOMPARE(bars->bars().front().low, 0.00001);
+    QCOMPARE(bars->at(0).low, 0.00001);
     QCOMPARE(read("100100;1;1;1;0.10000000000000000;1;1.0;0\n")->decimals(), 15);
 }
 
 void TestDayReader::aVolumeBeyondThirtyTwoBitsIsNothing()
 {
-    QCOMPARE(read("100100;1;1;1;1;3000000000;1.0;0\n")->bars().front().volume, 0);
+    QCOMPARE(read("100100;1;1;1;1;3000000000;1.0;0\n")->at(0).volume, 0);
 }
 
 void TestDayReader::anHourThatTheClockSkipsIsRead()
@@ -172,71 +168,102 @@ void TestDayReader::anHourThatTheClockSkipsIsRead()
     const testsupport::LocalZone zone("Europe/Berlin");
     const QDate spring(2024, 3, 31);
     writeFile(path(dayFile(spring)), barLines(QTime(1, 58), 66));
-    const auto bars = vexdesk::readDay(path(dayFile(spring)), spring);
-    QCOMPARE(bars->bars().size(), 66U);
-    for (size_t i = 1; i < 66; ++i)
-        QCOMPARE(bars->bars()[i].time - bars->bars()[i - 1].time, 60);
+    const auto bars = vexdesk::readDay(path(dayFile(spring)), spring).bars;
+    QCOMPARE(bars->size(), qsizetype(66));
+    for (qsizetype i = 1; i < 66; ++i)
+        QCOMPARE(bars->at(i).time - bars->at(i - 1).time, 60);
 }
 
 void TestDayReader::aMissingFileHasNoBars()
 {
-    QVERIFY(!vexdesk::readDay(path(QStringLiteral("none")), day));
+    const ReadDay none = vexdesk::readDay(path(QStringLiteral("none")), day);
+    QVERIFY(!none.bars);
+    QCOMPARE(none.summary->count, qsizetype(0));
     QVERIFY(!read(""));
-    QVERIFY(vexdesk::readDays(path(QStringLiteral("none")), 60, {}, goOn).empty());
+    QVERIFY(vexdesk::listDays(path(QStringLiteral("none")), 60).empty());
 }
 
 void TestDayReader::aDayThatCannotBeReadToItsEndHasNoBars()
 {
     QVERIFY(read(barLines(ten, 3)));
-    writeFile(path(dayFile(day.addDays(1))), barLines(ten, 2));
     {
         const testsupport::Fault fault(testsupport::SystemCall::Read, dayFile(day), EIO, 1);
-        QVERIFY(!vexdesk::readDay(path(dayFile(day)), day));
+        const ReadDay read = vexdesk::readDay(path(dayFile(day)), day);
+        QVERIFY(!read.bars);
+        QCOMPARE(read.summary->count, qsizetype(0));
         QVERIFY(fault.failed() > 0);
-        // The other days are shown.
-        const ReadDays days = vexdesk::readDays(m_directory->path(), 60, {}, goOn);
-        QCOMPARE(vexdesk::seriesOf(days).size(), 2);
     }
-    QCOMPARE(vexdesk::readDay(path(dayFile(day)), day)->bars().size(), 3U);
+    QCOMPARE(vexdesk::readDay(path(dayFile(day)), day).bars->size(), qsizetype(3));
 }
 
-void TestDayReader::readsTheDaysOfOneTimeframeInOrder()
+void TestDayReader::theSummaryIsThatOfTheBars()
+{
+    writeFile(path(dayFile(day)), "000000;1.5;2;1;1;3;1.0;4\n"
+                                  "000000;1;3;1;2;3;1.0;5\n"
+                                  "100100;5;6.25;5;5.5;7;0.5;6\n"
+                                  "100159;5;5;4;4;2;0.5;8\n"
+                                  "110200;4;4;4;4;1;0.5;7\n");
+    const vexdesk::DaySummary summary = *vexdesk::readDay(path(dayFile(day)), day).summary;
+    QCOMPARE(summary.count, qsizetype(5));
+    QCOMPARE(summary.midnightCount, qsizetype(2));
+    QVERIFY(*summary.midnight == (Bar{wallTime(day), 1.5, 3, 1, 2, 6, 2.0, 5}));
+    const qint64 end = wallTime(day, QTime(11, 2));
+    QVERIFY(*summary.rest == (Bar{end, 5, 6.25, 4, 4, 10, 1.5, 7}));
+    QVERIFY(summary.whole() == (Bar{end, 1.5, 6.25, 1, 4, 16, 3.5, 7}));
+    QCOMPARE(summary.firstSecond, 0);
+    QCOMPARE(summary.lastSecond, (11 * 60 + 2) * 60);
+    QCOMPARE(summary.decimals, 2);
+    QVERIFY(summary.candles == (std::array<int, 6>{3, 3, 2, 2, 2, 2}));
+    // Without bars at midnight, and with no others.
+    writeFile(path(dayFile(day)), "100100;5;6;5;5;7;0.5;6\n");
+    const vexdesk::DaySummary later = *vexdesk::readDay(path(dayFile(day)), day).summary;
+    QVERIFY(!later.midnight && later.whole() == *later.rest);
+    writeFile(path(dayFile(day)), "000000;5;6;5;5;7;0.5;6\n");
+    const vexdesk::DaySummary early = *vexdesk::readDay(path(dayFile(day)), day).summary;
+    QVERIFY(!early.rest && early.whole() == *early.midnight);
+    QVERIFY(early.candles == (std::array<int, 6>{}));
+}
+
+void TestDayReader::listsTheDaysOfOneTimeframeInOrder()
 {
     for (const int offset : {2, 0, 1})
-        writeFile(path(dayFile(day.addDays(offset))), barLines(ten, 3 + offset, 10 * offset));
+        writeFile(path(dayFile(day.addDays(offset))), barLines(ten, 3 + offset));
     writeFile(path(dayFile(day, 1)), barLines(ten, 30));
     writeFile(path(QStringLiteral("20240115_60")), barLines(ten, 30));
     writeFile(path(QStringLiteral("2024011_60.iss")), barLines(ten, 30));
-    const BarSeries series =
-        vexdesk::seriesOf(vexdesk::readDays(m_directory->path(), 60, {}, goOn));
-    QCOMPARE(series.size(), 12);
-    QCOMPARE(series.at(0).time, wallTime(day, ten));
-    QCOMPARE(series.at(3).time, wallTime(day.addDays(1), ten));
-    QCOMPARE(series.lastTime(), wallTime(day.addDays(2), QTime(10, 4)));
-    const BarSeries seconds =
-        vexdesk::seriesOf(vexdesk::readDays(m_directory->path(), 1, {}, goOn));
-    QCOMPARE(seconds.size(), 30);
+    QVERIFY(QDir(m_directory->path()).mkdir(dayFile(day.addDays(9))));
+    const std::vector<ListedDay> days = vexdesk::listDays(m_directory->path(), 60);
+    QCOMPARE(days.size(), 3U);
+    for (int i = 0; i < 3; ++i) {
+        QCOMPARE(days[size_t(i)].day, day.addDays(i));
+        QCOMPARE(days[size_t(i)].stamp.size, barLines(ten, 3 + i).size());
+    }
+    QCOMPARE(vexdesk::listDays(m_directory->path(), 1).size(), 1U);
 }
 
-void TestDayReader::readsAgainOnlyWhatHasChanged()
+void TestDayReader::aStampIsThatOfTheFile()
 {
-    for (int i = 0; i < 3; ++i) {
-        writeFile(path(dayFile(day.addDays(i))), barLines(ten, 3));
-        settle(dayFile(day.addDays(i)));
-    }
-    const ReadDays before = vexdesk::readDays(m_directory->path(), 60, {}, goOn);
-    writeFile(path(dayFile(day.addDays(1))), barLines(ten, 2, 7));
-    const ReadDays after = vexdesk::readDays(m_directory->path(), 60, before, goOn);
-    QCOMPARE(after.at(day).bars, before.at(day).bars);
-    QCOMPARE(after.at(day.addDays(2)).bars, before.at(day.addDays(2)).bars);
-    QCOMPARE(after.at(day.addDays(1)).bars->bars().size(), 2U);
+    const QString name = dayFile(day);
+    const auto stamp = [this] { return vexdesk::listDays(m_directory->path(), 60).at(0).stamp; };
+    writeFile(path(name), barLines(ten, 3));
+    settle(name);
+    const DayStamp before = stamp();
+    QVERIFY(before.isSettled);
+    QVERIFY(before.isSameAs(stamp()));
+    QCOMPARE(before.modified, QFileInfo(path(name)).lastModified().toMSecsSinceEpoch());
+    writeFile(path(name), barLines(ten, 2));
+    settle(name);
+    QVERIFY(!before.isSameAs(stamp()));
+    writeFile(path(name), barLines(ten, 3, 4)); // of the same size
+    QVERIFY(!before.isSameAs(stamp()));
 }
 
 void TestDayReader::doesNotTrustAFileThatWasJustWritten()
 {
     const QString name = dayFile(day);
+    const auto stamp = [this] { return vexdesk::listDays(m_directory->path(), 60).at(0).stamp; };
     writeFile(path(name), barLine(ten, 1));
-    const ReadDays before = vexdesk::readDays(m_directory->path(), 60, {}, goOn);
+    const DayStamp before = stamp();
     const QDateTime time = QFileInfo(path(name)).lastModified();
     // The same size at the same time.
     writeFile(path(name), barLine(ten, 2));
@@ -245,43 +272,9 @@ void TestDayReader::doesNotTrustAFileThatWasJustWritten()
         QVERIFY(file.open(QIODevice::ReadWrite));
         QVERIFY(file.setFileTime(time, QFileDevice::FileModificationTime));
     }
-    const ReadDays after = vexdesk::readDays(m_directory->path(), 60, before, goOn);
-    QCOMPARE(after.at(day).bars->bars().front().volume, 1002);
-}
-
-void TestDayReader::forgetsADayWhoseFileIsGone()
-{
-    writeFile(path(dayFile(day)), barLine(ten, 1));
-    writeFile(path(dayFile(day.addDays(1))), barLine(ten, 1));
-    const ReadDays before = vexdesk::readDays(m_directory->path(), 60, {}, goOn);
-    QCOMPARE(before.size(), 2U);
-    QVERIFY(QFile::remove(path(dayFile(day))));
-    const ReadDays after = vexdesk::readDays(m_directory->path(), 60, before, goOn);
-    QCOMPARE(after.size(), 1U);
-    QCOMPARE(vexdesk::seriesOf(after).firstTime(), wallTime(day.addDays(1), ten));
-}
-
-void TestDayReader::anEmptyDayIsNoDayOfTheSeries()
-{
-    writeFile(path(dayFile(day)), "");
-    writeFile(path(dayFile(day.addDays(1))), barLine(ten, 1));
-    const BarSeries series =
-        vexdesk::seriesOf(vexdesk::readDays(m_directory->path(), 60, {}, goOn));
-    QCOMPARE(series.days().size(), 1U);
-    QCOMPARE(series.size(), 1);
-}
-
-void TestDayReader::stopsWhenItIsTold()
-{
-    for (int i = 0; i < 10; ++i)
-        writeFile(path(dayFile(day.addDays(i))), barLine(ten, 1));
-    QList<int> told;
-    const ReadDays read = vexdesk::readDays(m_directory->path(), 60, {}, [&](int done, int total) {
-        told.append(done);
-        return total == 10 && done < 4;
-    });
-    QCOMPARE(told, QList<int>({0, 1, 2, 3, 4}));
-    QCOMPARE(read.size(), 4U);
+    QCOMPARE(stamp().size, before.size);
+    QCOMPARE(stamp().modified, before.modified);
+    QVERIFY(!before.isSameAs(stamp()));
 }
 
 QTEST_GUILESS_MAIN(TestDayReader)

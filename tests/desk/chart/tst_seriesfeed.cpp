@@ -4,17 +4,22 @@
 #include "desk/chart/seriesfeed.h"
 #include "desk/chart/wallclock.h"
 #include "support/dayfiles.h"
+#include "support/faults.h"
 #include "support/filetree.h"
 #include "support/strictlog.h"
 
 #include <QtCore/QDateTime>
 #include <QtCore/QFile>
 #include <QtCore/QSaveFile>
+#include <QtCore/QScopeGuard>
+#include <QtCore/QSemaphore>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 
+#include <algorithm>
 #include <memory>
+#include <mutex>
 
 using testsupport::barLine;
 using testsupport::barLines;
@@ -22,6 +27,7 @@ using testsupport::dayFile;
 using testsupport::writeFile;
 using vexdesk::BarSeries;
 using vexdesk::PathWatcher;
+using vexdesk::SeriesDay;
 using vexdesk::SeriesFeed;
 using vexdesk::SeriesKey;
 
@@ -43,6 +49,15 @@ private Q_SLOTS:
     void cleanup();
 
     void readsAChosenSeries();
+    void tellsTheDaysBeforeTheyAreRead();
+    void readsWhatIsInViewAndAroundIt();
+    void readsTheMiddleFirst();
+    void summariesAreEnoughForLongCandles();
+    void keepsWhatWasWantedLast();
+    void aViewThatDoesNotFitIsReadOnce();
+    void tellsWhatIsMissingForLong();
+    void showsTheOldBarsUntilTheNewOnesAreRead();
+    void readsAChangedDayThatIsOutOfView();
     void anEmptySeriesIsToldToo();
     void seesANewDayFile();
     void seesAFileThatIsWrittenInPlace();
@@ -59,7 +74,14 @@ private Q_SLOTS:
 
 private:
     QString path(const QString& name) const;
-    qsizetype barCount() const { return m_series ? m_series->size() : -1; }
+    /// Of the days in memory; -1 as long as nothing was told.
+    qsizetype barCount() const;
+    std::vector<int> daysInMemory() const;
+    void wantAll(bool needsBars = true);
+    /// Day after day, of files that nobody is writing.
+    void writeDays(int count, int bars) const;
+    /// With bars that take at most so many bytes.
+    void restart(qint64 mostMemory);
     /// Makes all files as old as those that nobody is writing.
     void settle() const;
 
@@ -67,19 +89,28 @@ private:
     std::unique_ptr<SeriesFeed> m_feed;
     std::shared_ptr<const BarSeries> m_series; // the one that was told last
     int m_told = 0;
+    bool m_wantsAll = true; // as a chart that shows everything
 };
 
 void TestSeriesFeed::init()
 {
     testsupport::failOnStrayWarnings();
     m_root = std::make_unique<QTemporaryDir>();
-    m_feed = std::make_unique<SeriesFeed>(m_root->path());
+    m_wantsAll = true;
+    restart(SeriesFeed::usualMemory);
+}
+
+void TestSeriesFeed::restart(qint64 mostMemory)
+{
+    m_feed = std::make_unique<SeriesFeed>(m_root->path(), mostMemory);
     m_series.reset();
     m_told = 0;
     connect(m_feed.get(), &SeriesFeed::loaded, this,
             [this](const std::shared_ptr<const BarSeries>& series) {
                 m_series = series;
                 ++m_told;
+                if (m_wantsAll)
+                    wantAll();
             });
 }
 
@@ -92,6 +123,40 @@ void TestSeriesFeed::cleanup()
 QString TestSeriesFeed::path(const QString& name) const
 {
     return m_root->filePath(QStringLiteral("NORD/MAIN/ALFA/") + name);
+}
+
+void TestSeriesFeed::writeDays(int count, int bars) const
+{
+    for (int i = 0; i < count; ++i)
+        writeFile(path(dayFile(day.addDays(i))), barLines(ten, bars));
+    settle();
+}
+
+qsizetype TestSeriesFeed::barCount() const
+{
+    if (!m_series)
+        return -1;
+    qsizetype count = 0;
+    for (const SeriesDay& one : m_series->days())
+        count += one.bars ? one.bars->size() : 0;
+    return count;
+}
+
+// As distances from the first.
+std::vector<int> TestSeriesFeed::daysInMemory() const
+{
+    std::vector<int> days;
+    for (const SeriesDay& one : m_series->days()) {
+        if (one.bars)
+            days.push_back(static_cast<int>(day.daysTo(one.day)));
+    }
+    return days;
+}
+
+void TestSeriesFeed::wantAll(bool needsBars)
+{
+    if (!m_series->days().empty())
+        m_feed->want({m_series->days().front().day, m_series->days().back().day, needsBars});
 }
 
 void TestSeriesFeed::settle() const
@@ -112,7 +177,186 @@ void TestSeriesFeed::readsAChosenSeries()
     writeFile(path(dayFile(day.addDays(1))), barLines(ten, 7));
     m_feed->choose(alfa);
     QTRY_COMPARE(barCount(), 12);
-    QCOMPARE(m_series->firstTime(), vexdesk::wallTime(day, ten));
+    QCOMPARE(m_series->days()[0].bars->at(0).time, vexdesk::wallTime(day, ten));
+    QCOMPARE(m_series->timeframe(), 60);
+}
+
+void TestSeriesFeed::tellsTheDaysBeforeTheyAreRead()
+{
+    m_wantsAll = false;
+    writeDays(3, 5);
+    m_feed->choose(alfa);
+    QTRY_COMPARE(m_told, 1);
+    QCOMPARE(m_series->days().size(), 3U);
+    for (const SeriesDay& one : m_series->days()) {
+        QVERIFY(!one.summary && !one.bars);
+        QCOMPARE(one.bytes, barLines(ten, 5).size());
+    }
+    QCOMPARE(m_feed->filesRead(), 0);
+    // What is wanted in the meantime is read when the days are known.
+    m_feed->choose(vega);
+    m_feed->choose(alfa);
+    m_feed->want({day, day, true});
+    QTRY_COMPARE(daysInMemory(), (std::vector<int>{0, 1}));
+}
+
+void TestSeriesFeed::readsWhatIsInViewAndAroundIt()
+{
+    m_wantsAll = false;
+    writeDays(30, 5);
+    m_feed->choose(alfa);
+    m_feed->want({day.addDays(10), day.addDays(12), true});
+    QTRY_COMPARE(m_feed->filesRead(), 10);
+    QTRY_COMPARE(daysInMemory(), (std::vector<int>{7, 8, 9, 10, 11, 12, 13, 14, 15}));
+    QTRY_VERIFY(m_series->days()[29].summary); // for the last price
+    for (const int unread : {0, 6, 16, 28})
+        QVERIFY(!m_series->days()[static_cast<size_t>(unread)].summary);
+    m_feed->want({day.addDays(11), day.addDays(13), true});
+    QTRY_COMPARE(daysInMemory().back(), 16);
+    QCOMPARE(m_feed->filesRead(), 11);
+    QCOMPARE(daysInMemory().front(), 7);
+}
+
+void TestSeriesFeed::readsTheMiddleFirst()
+{
+    constexpr int days = 21;
+    writeDays(days, 5);
+    std::mutex mutex;
+    std::vector<int> read;
+    std::vector<std::unique_ptr<testsupport::Meanwhile>> notes;
+    for (int i = 0; i < days; ++i) {
+        notes.push_back(std::make_unique<testsupport::Meanwhile>(
+            testsupport::SystemCall::Read, dayFile(day.addDays(i)), [i, &mutex, &read] {
+                const std::lock_guard<std::mutex> lock(mutex);
+                read.push_back(i);
+            }));
+    }
+    m_feed->choose(alfa);
+    QTRY_COMPARE(barCount(), 5 * days);
+    QCOMPARE(read.size(), size_t(days));
+    const int ahead = vexdesk::DayQueue::usualReaders();
+    for (int i = 0; i < days; ++i) {
+        const int distance = std::abs(read[static_cast<size_t>(i)] - days / 2);
+        QVERIFY2(distance <= (i + ahead) / 2 + 1 && distance >= (i - ahead) / 2,
+                 qPrintable(QStringLiteral("%1 at %2").arg(distance).arg(i)));
+    }
+}
+
+void TestSeriesFeed::summariesAreEnoughForLongCandles()
+{
+    m_wantsAll = false;
+    writeDays(10, 5);
+    m_feed->choose(alfa);
+    QTRY_COMPARE(m_told, 1);
+    wantAll(false);
+    QTRY_VERIFY(std::all_of(m_series->days().begin(), m_series->days().end(),
+                            [](const SeriesDay& one) { return one.summary != nullptr; }));
+    QCOMPARE(m_feed->filesRead(), 10);
+    QCOMPARE(barCount(), 0);
+    QCOMPARE(m_feed->memory(), 0);
+    QCOMPARE(m_series->days()[4].summary->count, qsizetype(5));
+    wantAll(true);
+    QTRY_COMPARE(barCount(), 50);
+    QCOMPARE(m_feed->filesRead(), 20);
+    wantAll(false); // they stay as long as there is room
+    QCOMPARE(barCount(), 50);
+}
+
+void TestSeriesFeed::keepsWhatWasWantedLast()
+{
+    constexpr int days = 30;
+    constexpr int bars = 500;
+    writeDays(days, bars);
+    const qint64 oneDay = vexdesk::readDay(path(dayFile(day)), day).bars->bytes();
+    const qint64 most = 6 * oneDay + oneDay / 2;
+    restart(most);
+    m_wantsAll = false;
+    m_feed->choose(alfa);
+    for (int i = 0; i < days; ++i) {
+        m_feed->want({day.addDays(i), day.addDays(i), true});
+        QTRY_VERIFY(m_series && m_series->days()[static_cast<size_t>(i)].bars);
+        QVERIFY(m_feed->memory() <= most);
+        QVERIFY(barCount() <= 6 * bars);
+    }
+    QTRY_COMPARE(daysInMemory(), (std::vector<int>{24, 25, 26, 27, 28, 29}));
+    // What was let go is read again when it is wanted.
+    m_feed->want({day, day, true});
+    QTRY_COMPARE(daysInMemory(), (std::vector<int>{0, 1, 26, 27, 28, 29}));
+    m_feed->stop();
+    QCOMPARE(m_feed->memory(), 0);
+}
+
+void TestSeriesFeed::aViewThatDoesNotFitIsReadOnce()
+{
+    constexpr int days = 31;
+    writeDays(days, 500);
+    const qint64 oneDay = vexdesk::readDay(path(dayFile(day)), day).bars->bytes();
+    const qint64 most = 6 * oneDay + oneDay / 2;
+    restart(most);
+    m_feed->choose(alfa);
+    QTRY_VERIFY(m_series && !m_series->days().empty() &&
+                std::all_of(m_series->days().begin(), m_series->days().end(),
+                            [](const SeriesDay& one) { return one.summary != nullptr; }));
+    QVERIFY(m_feed->memory() <= most);
+    const std::vector<int> kept = daysInMemory();
+    QVERIFY(!kept.empty());
+    for (const int one : kept)
+        QVERIFY(std::abs(one - days / 2) <= 3);
+    QCOMPARE(m_feed->filesRead(), days);
+}
+
+void TestSeriesFeed::tellsWhatIsMissingForLong()
+{
+    constexpr int days = 5;
+    writeDays(days, 5);
+    QSemaphore goOn;
+    const testsupport::Meanwhile slow(testsupport::SystemCall::Read, dayFile(day.addDays(1)),
+                                      [&goOn] { goOn.acquire(); });
+    const auto release = qScopeGuard([&goOn] { goOn.release(); });
+    QSignalSpy progressed(m_feed.get(), &SeriesFeed::progressed);
+    m_feed->choose(alfa);
+    QTRY_VERIFY(!progressed.empty());
+    QVERIFY(progressed.last()[0].toInt() < days);
+    QCOMPARE(progressed.last()[1].toInt(), days);
+    goOn.release();
+    QTRY_COMPARE(progressed.last()[0].toInt(), days);
+    QCOMPARE(barCount(), 5 * days);
+}
+
+void TestSeriesFeed::showsTheOldBarsUntilTheNewOnesAreRead()
+{
+    writeDays(3, 5);
+    m_feed->choose(alfa);
+    QTRY_COMPARE(barCount(), 15);
+    QSemaphore isRead;
+    QSemaphore goOn;
+    const testsupport::Meanwhile slow(testsupport::SystemCall::Read, dayFile(day.addDays(1)), [&] {
+        isRead.release();
+        goOn.acquire();
+    });
+    const auto release = qScopeGuard([&goOn] { goOn.release(); });
+    writeFile(path(dayFile(day.addDays(1))), barLines(ten, 7));
+    writeFile(path(dayFile(day.addDays(3))), barLines(ten, 1));
+    QTRY_VERIFY(isRead.available() > 0);
+    QTRY_COMPARE(m_series->days().size(), 4U);
+    QCOMPARE(m_series->days()[1].bars->size(), qsizetype(5));
+    goOn.release();
+    QTRY_COMPARE(barCount(), 18);
+}
+
+void TestSeriesFeed::readsAChangedDayThatIsOutOfView()
+{
+    m_wantsAll = false;
+    writeDays(30, 5);
+    m_feed->choose(alfa);
+    m_feed->want({day.addDays(20), day.addDays(20), false});
+    QTRY_VERIFY(m_series && m_series->days().size() == 30U && m_series->days()[20].summary);
+    m_feed->want({day, day, true});
+    QTRY_COMPARE(daysInMemory(), (std::vector<int>{0, 1}));
+    writeFile(path(dayFile(day.addDays(20))), barLines(ten, 8));
+    QTRY_COMPARE(m_series->days()[20].summary->count, qsizetype(8));
+    QVERIFY(!m_series->days()[20].bars);
+    QVERIFY(!m_series->days()[15].summary);
 }
 
 void TestSeriesFeed::anEmptySeriesIsToldToo()
@@ -143,7 +387,7 @@ void TestSeriesFeed::seesAFileThatIsWrittenInPlace()
     QTRY_COMPARE(barCount(), 6);
     // Of the same size.
     writeFile(path(dayFile(day)), barLines(ten, 6, 2));
-    QTRY_COMPARE(m_series->at(0).volume, 1002);
+    QTRY_COMPARE(m_series->days()[0].bars->at(0).volume, 1002);
 }
 
 void TestSeriesFeed::seesAFileThatIsReplacedAgainAndAgain()
@@ -203,9 +447,7 @@ void TestSeriesFeed::seesADirectoryThatGoesAndComesBack()
 void TestSeriesFeed::readsOnlyTheDaysThatHaveChanged()
 {
     constexpr int days = 30;
-    for (int i = 0; i < days; ++i)
-        writeFile(path(dayFile(day.addDays(i))), barLines(ten, 5));
-    settle();
+    writeDays(days, 5);
     m_feed->choose(alfa);
     QTRY_COMPARE(barCount(), 5 * days);
     QCOMPARE(m_feed->filesRead(), days);
@@ -229,8 +471,10 @@ void TestSeriesFeed::tellsManyFilesInFewTurns()
         QCoreApplication::processEvents();
     }
     QTRY_COMPARE(barCount(), 5 * days);
-    // Not more often than the watcher's delay allows.
-    QVERIFY2(m_told <= timer.elapsed() / PathWatcher::usualDelay + 1,
+    // Not more often than by a few words for each time that the watcher has told a change.
+    constexpr int betweenWords = 30; // ms
+    QVERIFY2(m_told <= 3 * (timer.elapsed() / PathWatcher::usualDelay + 1) +
+                           timer.elapsed() / betweenWords,
              qPrintable(QStringLiteral("%1 times in %2 ms").arg(m_told).arg(timer.elapsed())));
 }
 
@@ -241,7 +485,7 @@ void TestSeriesFeed::forgetsTheSeriesThatWasChosenBefore()
     m_feed->choose(alfa);
     m_feed->choose(vega); // while the other one is read
     QTRY_COMPARE(barCount(), 9);
-    QCOMPARE(m_told, 1);
+    QCOMPARE(m_told, 2); // the days, and then their bars
     m_feed->choose(alfa);
     QTRY_COMPARE(barCount(), 5);
     QCOMPARE(m_feed->key(), alfa);

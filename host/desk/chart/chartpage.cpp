@@ -1,0 +1,573 @@
+// SPDX-License-Identifier: MIT
+#include "desk/chart/chartpage.h"
+
+#include "desk/chart/axisticks.h"
+#include "desk/chart/chartview.h"
+#include "desk/chart/marksources.h"
+#include "desk/chart/movingaverage.h"
+#include "desk/chart/readout.h"
+#include "desk/chart/seriesname.h"
+#include "desk/chart/volumebyprice.h"
+#include "desk/chart/wallclock.h"
+
+#include <vexdesk/history/dayfilenames.h>
+#include <vexdesk/history/storepaths.h>
+
+#include <QtConcurrent/QtConcurrentRun>
+#include <QtCore/QDirIterator>
+#include <QtCore/QMimeData>
+#include <QtCore/QSignalBlocker>
+#include <QtGui/QClipboard>
+#include <QtGui/QFocusEvent>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QShowEvent>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QScrollBar>
+#include <QtWidgets/QStackedWidget>
+#include <QtWidgets/QToolButton>
+
+#include <algorithm>
+#include <cmath>
+
+namespace vexdesk {
+
+namespace {
+
+constexpr int spacing = 4;
+constexpr int averagePeriod = 20; // candles
+constexpr int priceRows = 24;
+
+// The longest first.
+QList<int> timeframesIn(const QString& directory)
+{
+    QList<int> timeframes;
+    QDirIterator files(directory, QDir::Files);
+    while (files.hasNext()) {
+        files.next();
+        const std::optional<DayFileKey> key = parseDayFileName(files.fileName());
+        if (key && !timeframes.contains(key->timeframe))
+            timeframes.append(key->timeframe);
+    }
+    std::sort(timeframes.begin(), timeframes.end(), std::greater<>());
+    return timeframes;
+}
+
+// A slot of the chart is a step of the scroll bar, or more where they are too many for it.
+double slotsPerStep(const SlotRange& reach)
+{
+    constexpr double mostSteps = 1e9;
+    constexpr double finest = 0.1;
+    return std::max(finest, reach.length() / mostSteps);
+}
+
+std::shared_ptr<const ChartStudy> makeStudy(Study study)
+{
+    if (study == Study::MovingAverage)
+        return std::make_shared<MovingAverage>(averagePeriod);
+    return std::make_shared<VolumeByPrice>(priceRows);
+}
+
+} // namespace
+
+QString studyName(Study study)
+{
+    return makeStudy(study)->name();
+}
+
+ChartPage::ChartPage(const QString& root, const ChartState& state, MarkSources& marks,
+                     QWidget* parent)
+    : QWidget(parent)
+    , m_directory(seriesPath(QDir(root), state.series.stockCode, state.series.boardCode,
+                             state.series.securityName))
+    , m_marks(marks)
+    , m_state(state)
+    , m_feed(root)
+{
+    setObjectName(QStringLiteral("chartPage"));
+    m_readout = new QLabel;
+    m_readout->setObjectName(QStringLiteral("chartReadout"));
+    m_readout->setTextFormat(Qt::PlainText);
+    m_readout->setWordWrap(true);
+    m_readout->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    m_message = new QLabel;
+    m_message->setObjectName(QStringLiteral("chartMessage"));
+    m_message->setTextFormat(Qt::PlainText);
+    m_message->setWordWrap(true);
+    m_message->setAlignment(Qt::AlignCenter);
+    m_message->setMargin(4 * spacing);
+    m_pages = new QStackedWidget;
+    m_chart = makeChart();
+    m_pages->addWidget(m_message);
+    m_pages->addWidget(m_chart);
+
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(spacing, spacing, spacing, spacing);
+    layout->setSpacing(spacing);
+    layout->addWidget(makeChoice());
+    layout->addWidget(m_readout);
+    layout->addWidget(m_pages, 1);
+    // As they stand, and not as they were made.
+    const QList<QWidget*> order{m_timeframeBox, m_nightsButton, m_studiesButton, m_showAll, m_view};
+    for (qsizetype i = 1; i < order.size(); ++i)
+        setTabOrder(order.at(i - 1), order.at(i));
+    m_view->setTitle(seriesText(series()));
+    m_view->setNightsShown(m_state.areNightsShown);
+    updateStudies();
+    showParts();
+    m_askSoon.setSingleShot(true);
+    connectParts();
+}
+
+ChartPage::~ChartPage() = default;
+
+void ChartPage::connectParts()
+{
+    connect(&m_feed, &SeriesFeed::loaded, this, &ChartPage::showBars);
+    connect(&m_feed, &SeriesFeed::progressed, this, &ChartPage::showProgress);
+    connect(&m_watcher, &PathWatcher::changed, this, &ChartPage::lookUp);
+    connect(&m_lookUp, &QFutureWatcherBase::finished, this, &ChartPage::takeStored);
+    connect(m_view, &ChartView::rangeChanged, this, &ChartPage::updateScrollBar);
+    connect(m_view, &ChartView::rangeChanged, this, &ChartPage::want);
+    connect(m_view, &ChartView::pointedChanged, this,
+            [this] { m_readout->setText(m_view->readout()); });
+    connect(m_view, &ChartView::timeframeChanged, this, &ChartPage::updateShownTimeframe);
+    connect(m_view, &ChartView::historyChanged, this, &ChartPage::changed);
+    connect(m_view, &ChartView::markChanged, this, &ChartPage::changed);
+    connect(m_view, &ChartView::contextMenuWanted, this, &ChartPage::contextMenuWanted);
+    connect(m_view, &ChartView::copyWanted, this, &ChartPage::copyBars);
+    connect(m_scrollBar, &QScrollBar::valueChanged, this, &ChartPage::scrollTo);
+    connect(&m_askSoon, &QTimer::timeout, this, &ChartPage::askForMarks);
+    const auto askAnew = [this] {
+        m_markedDays = {};
+        m_askSoon.start();
+    };
+    connect(&m_marks, &MarkSources::allChanged, this, askAnew);
+    connect(&m_marks, &MarkSources::changed, this, [this, askAnew](const SeriesName& series) {
+        if (series == this->series())
+            askAnew();
+    });
+}
+
+QWidget* ChartPage::makeChoice()
+{
+    auto* const row = new QWidget;
+    auto* const layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(2 * spacing);
+    m_timeframeBox = new QComboBox;
+    m_timeframeBox->setObjectName(QStringLiteral("chartTimeframe"));
+    m_timeframeBox->setAccessibleName(tr("Таймфрейм"));
+    m_timeframeBox->setToolTip(tr("Таймфрейм свечей"));
+    m_timeframeBox->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    m_nightsButton = new QToolButton;
+    m_nightsButton->setObjectName(QStringLiteral("chartNights"));
+    m_nightsButton->setText(tr("Ночи"));
+    m_nightsButton->setToolTip(tr("Показать ночи, выходные и праздники: время идёт равномерно"));
+    m_nightsButton->setCheckable(true);
+    m_nightsButton->setChecked(m_state.areNightsShown);
+    m_nightsButton->setFocusPolicy(Qt::StrongFocus);
+    m_studiesButton = makeStudies();
+    m_showAll = new QPushButton(tr("Показать всё"));
+    m_showAll->setObjectName(QStringLiteral("chartShowAll"));
+    m_showAll->setToolTip(tr("Показать все бары серии (Ctrl+0 или двойной щелчок по графику)"));
+    m_note = new QLabel;
+    m_note->setObjectName(QStringLiteral("chartNote"));
+    m_note->setTextFormat(Qt::PlainText);
+    m_note->setForegroundRole(QPalette::PlaceholderText);
+    m_note->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    layout->addWidget(m_timeframeBox);
+    layout->addWidget(m_nightsButton);
+    layout->addWidget(m_studiesButton);
+    layout->addWidget(m_showAll);
+    layout->addWidget(m_note, 1);
+
+    connect(m_timeframeBox, &QComboBox::activated, this, [this](int index) {
+        chooseTimeframe(static_cast<Timeframe>(m_timeframeBox->itemData(index).toInt()));
+    });
+    connect(m_nightsButton, &QToolButton::clicked, this, &ChartPage::showNights);
+    connect(m_showAll, &QPushButton::clicked, m_view, &ChartView::showAll);
+    return row;
+}
+
+QToolButton* ChartPage::makeStudies()
+{
+    auto* const button = new QToolButton;
+    button->setObjectName(QStringLiteral("chartStudies"));
+    button->setText(tr("Индикаторы"));
+    button->setToolTip(tr("Что рассчитать по свечам и нарисовать вместе с ними"));
+    button->setFocusPolicy(Qt::StrongFocus);
+    button->setPopupMode(QToolButton::InstantPopup);
+    auto* const menu = new QMenu(button);
+    for (const Study study : allStudies) {
+        QAction* const item = menu->addAction(studyName(study));
+        item->setCheckable(true);
+        connect(item, &QAction::triggered, this,
+                [this, study](bool isShown) { show(study, isShown); });
+    }
+    button->setMenu(menu);
+    return button;
+}
+
+QWidget* ChartPage::makeChart()
+{
+    auto* const page = new QWidget;
+    auto* const layout = new QVBoxLayout(page);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    m_view = new ChartView;
+    m_scrollBar = new QScrollBar(Qt::Horizontal);
+    m_scrollBar->setObjectName(QStringLiteral("chartScrollBar"));
+    layout->addWidget(m_view, 1);
+    layout->addWidget(m_scrollBar);
+    return page;
+}
+
+ChartState ChartPage::state() const
+{
+    ChartState state = m_state;
+    if (m_series) {
+        const ChartView::Place place = m_view->place();
+        state.end = place.end;
+        state.slotsInView = place.slots;
+    }
+    return state;
+}
+
+bool ChartPage::isEmpty() const
+{
+    return !m_series || m_series->isEmpty();
+}
+
+// Whoever goes to the chart means its picture. Not by a proxy: Tab would take the page for it, and
+// pass over the boxes.
+void ChartPage::focusInEvent(QFocusEvent* event)
+{
+    m_view->setFocus(event->reason());
+}
+
+void ChartPage::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    if (event->spontaneous())
+        return; // the window was only out of sight
+    reserveReadout();
+    lookUp();
+}
+
+void ChartPage::hideEvent(QHideEvent* event)
+{
+    QWidget::hideEvent(event);
+    if (event->spontaneous())
+        return;
+    // A chart that nobody sees reads nothing while an import runs, and keeps no bars in memory.
+    m_feed.stop();
+    m_watcher.watch({});
+    m_markedDays = {};
+    letBarsGo();
+}
+
+// The view keeps its place among what is known of the days.
+void ChartPage::letBarsGo()
+{
+    if (isEmpty())
+        return;
+    std::vector<SeriesDay> days = m_series->days();
+    for (SeriesDay& day : days)
+        day.bars.reset();
+    m_series = std::make_shared<const BarSeries>(m_series->timeframe(), std::move(days));
+    m_view->updateSeries(m_series);
+}
+
+void ChartPage::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    reserveReadout();
+}
+
+void ChartPage::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        reserveReadout();
+}
+
+void ChartPage::lookUp()
+{
+    if (!isVisible())
+        return;
+    m_isOutdated = m_lookUp.isRunning();
+    if (m_isOutdated)
+        return;
+    m_watcher.watch({m_directory});
+    m_lookUp.setFuture(QtConcurrent::run(&m_pool, timeframesIn, m_directory));
+}
+
+void ChartPage::takeStored()
+{
+    if (m_isOutdated)
+        m_watcher.tellSoon();
+    if (!isVisible())
+        return;
+    m_stored = m_lookUp.result();
+    offerTimeframes();
+    chooseSource();
+}
+
+void ChartPage::offerTimeframes()
+{
+    QList<Timeframe> offered;
+    std::copy_if(allTimeframes.begin(), allTimeframes.end(), std::back_inserter(offered),
+                 [this](Timeframe one) { return sourceOf(one, m_stored).has_value(); });
+    const bool isChosenThere = m_state.timeframe && offered.contains(*m_state.timeframe);
+    if (!isChosenThere && !offered.isEmpty())
+        m_state.timeframe =
+            offered.contains(Timeframe::Minute) ? Timeframe::Minute : offered.constFirst();
+    if (offered == m_offered && isChosenThere)
+        return;
+    m_offered = offered;
+    const QSignalBlocker quiet(m_timeframeBox);
+    m_timeframeBox->clear();
+    for (const Timeframe timeframe : std::as_const(m_offered))
+        m_timeframeBox->addItem(timeframeText(timeframe), static_cast<int>(timeframe));
+    showParts();
+}
+
+void ChartPage::chooseTimeframe(Timeframe timeframe)
+{
+    if (!m_offered.contains(timeframe))
+        return;
+    m_state.timeframe = timeframe;
+    chooseSource();
+    showParts();
+}
+
+// What is shown stays until the bars of another source are there.
+void ChartPage::chooseSource()
+{
+    const std::optional<int> source =
+        m_state.timeframe ? sourceOf(*m_state.timeframe, m_stored) : std::nullopt;
+    if (!source) {
+        m_feed.stop();
+        showMessage(tr("Этой серии больше нет в хранилище."));
+        return;
+    }
+    const SeriesKey key{series().stockCode, series().boardCode, series().securityName, *source};
+    if (m_series && m_feed.key() == key)
+        m_view->setTimeframe(*m_state.timeframe);
+    m_feed.choose(key);
+}
+
+void ChartPage::showNights(bool areShown)
+{
+    m_state.areNightsShown = areShown;
+    m_view->setNightsShown(areShown);
+    showParts();
+}
+
+void ChartPage::show(Study study, bool isShown)
+{
+    m_state.studies.removeAll(study);
+    if (isShown)
+        m_state.studies.append(study);
+    updateStudies();
+    showParts();
+}
+
+void ChartPage::updateStudies()
+{
+    std::vector<std::shared_ptr<const ChartStudy>> studies;
+    for (const Study study : allStudies) {
+        if (isShown(study))
+            studies.push_back(makeStudy(study));
+    }
+    m_view->setStudies(std::move(studies));
+}
+
+// The row says what is chosen, by whichever way it was.
+void ChartPage::showParts()
+{
+    if (m_state.timeframe)
+        m_timeframeBox->setCurrentIndex(
+            m_timeframeBox->findData(static_cast<int>(*m_state.timeframe)));
+    m_timeframeBox->setEnabled(!m_offered.isEmpty());
+    m_nightsButton->setChecked(m_state.areNightsShown);
+    const QList<QAction*> items = m_studiesButton->menu()->actions();
+    for (qsizetype i = 0; i < items.size(); ++i)
+        items.at(i)->setChecked(isShown(allStudies[static_cast<size_t>(i)]));
+    const bool canBeUsed = m_pages->currentWidget() == m_chart;
+    for (QWidget* const widget :
+         {static_cast<QWidget*>(m_nightsButton), static_cast<QWidget*>(m_studiesButton),
+          static_cast<QWidget*>(m_showAll)})
+        widget->setEnabled(canBeUsed);
+    updateShownTimeframe();
+    Q_EMIT changed();
+}
+
+void ChartPage::updateShownTimeframe()
+{
+    const bool isOther = !isEmpty() && m_view->shownTimeframe() != m_view->timeframe();
+    m_note->setText(isOther ? tr("показаны свечи: %1").arg(timeframeText(m_view->shownTimeframe()))
+                            : QString());
+    m_note->setToolTip(isOther ? tr("Для выбранного таймфрейма не хватает места: приблизьте график")
+                               : QString());
+}
+
+void ChartPage::showBars(const std::shared_ptr<const BarSeries>& series)
+{
+    const bool isFirst = !m_series;
+    m_series = series;
+    if (isFirst)
+        beginToShow();
+    else
+        m_view->updateSeries(series);
+    if (m_state.timeframe)
+        m_view->setTimeframe(*m_state.timeframe);
+    if (series->isEmpty()) {
+        showMessage(tr("В этой серии нет баров, которые можно показать."));
+        return;
+    }
+    m_pages->setCurrentWidget(m_chart);
+    goToAwaited();
+    want();
+    showParts();
+    reserveReadout();
+}
+
+void ChartPage::beginToShow()
+{
+    if (m_state.timeframe)
+        m_view->setTimeframe(*m_state.timeframe);
+    m_view->showSeries(m_series);
+    m_view->setPlace({m_state.end, m_state.slotsInView});
+}
+
+void ChartPage::goTo(const QDate& day, const QTime& time)
+{
+    m_awaited = Moment{day, time};
+    if (isVisible() && !isEmpty())
+        goToAwaited();
+}
+
+void ChartPage::goToAwaited()
+{
+    if (!m_awaited)
+        return;
+    const Moment moment = *m_awaited;
+    m_awaited.reset();
+    if (moment.time.isValid())
+        m_view->goTo(wallTime(moment.day, moment.time));
+    else
+        m_view->goTo(moment.day);
+}
+
+std::pair<QDate, QDate> ChartPage::storedDays() const
+{
+    if (isEmpty())
+        return {};
+    return {m_series->days().front().day, m_series->days().back().day};
+}
+
+void ChartPage::want()
+{
+    if (!m_series || !isVisible())
+        return;
+    const auto [first, last] = m_view->daysInView();
+    m_feed.want({first, last, m_view->needsBars()});
+    if (first < m_markedDays.first || last > m_markedDays.second || !m_markedDays.first.isValid())
+        m_askSoon.start();
+}
+
+// With as many days on both sides: not with every step of the view.
+void ChartPage::askForMarks()
+{
+    if (isEmpty() || !isVisible())
+        return;
+    const auto [first, last] = m_view->daysInView();
+    const qint64 margin = first.daysTo(last) + 1;
+    m_markedDays = {first.addDays(-margin), last.addDays(margin)};
+    m_view->setMarks(m_marks.marks(series(), m_markedDays.first, m_markedDays.second));
+}
+
+void ChartPage::copyBars()
+{
+    QGuiApplication::clipboard()->setText(m_view->barsAsText());
+}
+
+void ChartPage::copyPicture()
+{
+    QGuiApplication::clipboard()->setImage(m_view->picture(devicePixelRatioF()));
+}
+
+void ChartPage::showProgress(int done, int total)
+{
+    const QString text = tr("Чтение баров: день %1 из %2").arg(done).arg(total);
+    // Bars that are shown stay until they can be shown anew.
+    if (isEmpty())
+        showMessage(text);
+    else
+        m_note->setText(text);
+}
+
+void ChartPage::showMessage(const QString& text)
+{
+    m_message->setText(text);
+    m_pages->setCurrentWidget(m_message);
+    m_readout->clear();
+    showParts();
+}
+
+// The line has the height of its longest text at all times, so that the chart does not jump when
+// the crosshair comes and goes.
+void ChartPage::reserveReadout()
+{
+    constexpr qint64 much = 999'999'999;
+    Candle longest;
+    int decimals = 2;
+    if (!isEmpty()) {
+        const auto& days = m_series->days();
+        const auto known = std::find_if(days.rbegin(), days.rend(), [](const SeriesDay& day) {
+            return day.summary && day.summary->count > 0;
+        });
+        if (known != days.rend())
+            longest.bar = known->summary->whole();
+        longest.begin = wallTime(days.back().day);
+        longest.end = longest.begin + 1;
+        longest.day = days.back().day;
+        decimals = m_series->decimals();
+    }
+    longest.bar.open = longest.bar.close = longest.bar.low = longest.bar.high;
+    longest.bar.volume = std::max(longest.bar.volume, much);
+    const QString text = readoutText(longest, {Timeframe::Minutes5, secondTimeframe}, decimals);
+    const QFontMetrics metrics(m_readout->font());
+    const int width = std::max(1, contentsRect().width() - 2 * spacing);
+    m_readout->setMinimumHeight(
+        metrics.boundingRect(QRect(0, 0, width, 0), Qt::TextWordWrap, text).height());
+}
+
+void ChartPage::updateScrollBar()
+{
+    const SlotRange& range = m_view->range();
+    const SlotRange reach = m_view->reach();
+    const double step = slotsPerStep(reach);
+    const auto steps = [step](double length) { return static_cast<int>(length / step); };
+    const QSignalBlocker quiet(m_scrollBar);
+    const int page = steps(range.length());
+    m_scrollBar->setRange(0, isEmpty() ? 0 : std::max(0, steps(reach.length() - range.length())));
+    m_scrollBar->setPageStep(std::max(1, page));
+    constexpr int lines = 10; // to a page
+    m_scrollBar->setSingleStep(std::max(1, page / lines));
+    m_scrollBar->setValue(steps(range.begin - reach.begin));
+}
+
+void ChartPage::scrollTo(int value)
+{
+    const SlotRange reach = m_view->reach();
+    const double begin = reach.begin + value * slotsPerStep(reach);
+    m_view->setRange({begin, begin + m_view->range().length()});
+}
+
+} // namespace vexdesk

@@ -1,0 +1,143 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "desk/chart/chartstate.h"
+#include "desk/chart/pathwatcher.h"
+#include "desk/chart/seriesfeed.h"
+
+#include <QtCore/QFutureWatcher>
+#include <QtCore/QThreadPool>
+#include <QtWidgets/QWidget>
+
+#include <optional>
+
+class QComboBox;
+class QLabel;
+class QPushButton;
+class QScrollBar;
+class QStackedWidget;
+class QToolButton;
+
+namespace vexdesk {
+
+class ChartView;
+class MarkSources;
+
+/// As the user sees it in menus.
+QString studyName(Study study);
+
+/// One series as a chart with what belongs to it: the choice of the timeframe, of studies and of
+/// nights, the line that reads out the bar at the crosshair, and the scroll bar. Reads and follows
+/// the series while it is shown. User-interface thread only.
+class ChartPage final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// `root` is the store's, `marks` must live as long as the page. The chart stands as `state`
+    /// says as soon as its bars are there.
+    ChartPage(const QString& root, const ChartState& state, MarkSources& marks,
+              QWidget* parent = nullptr);
+    ~ChartPage() override;
+
+    const SeriesName& series() const { return m_state.series; }
+    ChartView& view() { return *m_view; }
+    /// How the chart stands now, to be remembered.
+    ChartState state() const;
+    /// Whether there are bars to look at.
+    bool isEmpty() const;
+
+    /// Those for which bars are stored, and the one that is chosen among them.
+    const QList<Timeframe>& timeframes() const { return m_offered; }
+    std::optional<Timeframe> timeframe() const { return m_state.timeframe; }
+    void chooseTimeframe(Timeframe timeframe);
+    bool areNightsShown() const { return m_state.areNightsShown; }
+    void showNights(bool areShown);
+    bool isShown(Study study) const { return m_state.studies.contains(study); }
+    void show(Study study, bool isShown);
+    using QWidget::show;
+
+    /// Goes to the moment, without a valid time to the day, now or as soon as the bars are there.
+    void goTo(const QDate& day, const QTime& time);
+    /// The first and the last day that are stored, as far as is known; the days are not valid where
+    /// nothing is.
+    std::pair<QDate, QDate> storedDays() const;
+    /// The bars in view, as text, and the chart as a picture go to the clipboard.
+    void copyBars();
+    void copyPicture();
+
+Q_SIGNALS:
+    /// What the commands of the menus show or can do with this chart is not the same any more.
+    void changed();
+    void contextMenuWanted(const QPoint& globalPlace);
+
+protected:
+    void focusInEvent(QFocusEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    struct Moment
+    {
+        QDate day;
+        QTime time; // not valid: the day
+    };
+
+    QWidget* makeChoice();
+    QToolButton* makeStudies();
+    QWidget* makeChart();
+    void connectParts();
+
+    /// Looks in a thread of its own for the timeframes that are stored.
+    void lookUp();
+    void takeStored();
+    void offerTimeframes();
+    void chooseSource();
+
+    void showBars(const std::shared_ptr<const BarSeries>& series);
+    void beginToShow();
+    void letBarsGo();
+    void goToAwaited();
+    void want();
+    void askForMarks();
+    void showProgress(int done, int total);
+    void showMessage(const QString& text);
+    void showParts();
+    void updateStudies();
+    void updateScrollBar();
+    void scrollTo(int value);
+    void updateShownTimeframe();
+    void reserveReadout();
+
+    QString m_directory;
+    MarkSources& m_marks;
+    ChartState m_state; // its place in time only until the bars are shown
+    QList<Timeframe> m_offered;
+    QList<int> m_stored; // timeframes in seconds
+    std::optional<Moment> m_awaited;
+    std::shared_ptr<const BarSeries> m_series; // null until it was read for the first time
+    std::pair<QDate, QDate> m_markedDays;      // for which the marks are known
+
+    ChartView* m_view = nullptr;
+    QComboBox* m_timeframeBox = nullptr;
+    QToolButton* m_nightsButton = nullptr;
+    QToolButton* m_studiesButton = nullptr;
+    QPushButton* m_showAll = nullptr;
+    QLabel* m_note = nullptr;
+    QLabel* m_readout = nullptr;
+    QStackedWidget* m_pages = nullptr;
+    QWidget* m_chart = nullptr;
+    QScrollBar* m_scrollBar = nullptr;
+    QLabel* m_message = nullptr;
+
+    QTimer m_askSoon; // for marks, with the next turn of the event loop
+    SeriesFeed m_feed;
+    PathWatcher m_watcher;
+    QFutureWatcher<QList<int>> m_lookUp;
+    bool m_isOutdated = false; // something has changed since the look began
+    QThreadPool m_pool;        // an import that fills the global one does not keep it waiting
+};
+
+} // namespace vexdesk

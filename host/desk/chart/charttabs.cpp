@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: MIT
+#include "desk/chart/charttabs.h"
+
+#include "desk/chart/chartpage.h"
+#include "desk/chart/seriesname.h"
+
+#include <QtGui/QMouseEvent>
+#include <QtWidgets/QTabBar>
+
+namespace vexdesk {
+
+ChartTabs::ChartTabs(QString root, MarkSources& marks, QWidget* parent)
+    : QTabWidget(parent)
+    , m_root(std::move(root))
+    , m_marks(marks)
+    , m_memory(ChartMemory::stored())
+{
+    setObjectName(QStringLiteral("chartTabs"));
+    setDocumentMode(true);
+    setTabsClosable(true);
+    setMovable(true);
+    tabBar()->installEventFilter(this);
+    restore();
+    connect(this, &QTabWidget::tabCloseRequested, this, &ChartTabs::close);
+    connect(this, &QTabWidget::currentChanged, this, &ChartTabs::currentChartChanged);
+}
+
+ChartTabs::~ChartTabs()
+{
+    // The pages would tell of themselves while they go.
+    disconnect();
+}
+
+void ChartTabs::restore()
+{
+    const QList<SeriesName> open = m_memory.tabs();
+    for (const SeriesName& series : open)
+        add(series);
+    if (const std::optional<SeriesName> current = m_memory.currentTab())
+        setCurrentIndex(std::max(0, indexOf(*current)));
+}
+
+ChartPage* ChartTabs::page(int index) const
+{
+    return qobject_cast<ChartPage*>(widget(index));
+}
+
+ChartPage* ChartTabs::current() const
+{
+    return page(currentIndex());
+}
+
+int ChartTabs::indexOf(const SeriesName& series) const
+{
+    for (int i = 0; i < count(); ++i) {
+        if (page(i)->series() == series)
+            return i;
+    }
+    return -1;
+}
+
+ChartPage& ChartTabs::add(const SeriesName& series)
+{
+    auto* const added = new ChartPage(m_root, m_memory.stateOf(series), m_marks);
+    connect(added, &ChartPage::changed, this, [this, added] {
+        if (added == current())
+            Q_EMIT currentChartChanged();
+    });
+    connect(added, &ChartPage::contextMenuWanted, this, &ChartTabs::contextMenuWanted);
+    const int index = addTab(added, series.securityName);
+    setTabToolTip(index, seriesDescription(series));
+    updateTexts();
+    return *added;
+}
+
+ChartPage& ChartTabs::open(const SeriesName& series)
+{
+    m_memory.open(series);
+    const int index = indexOf(series);
+    ChartPage& opened = index < 0 ? add(series) : *page(index);
+    setCurrentWidget(&opened);
+    store();
+    Q_EMIT chartsChanged();
+    return opened;
+}
+
+void ChartTabs::close(int index)
+{
+    ChartPage* const closed = page(index);
+    if (!closed)
+        return;
+    const bool hadFocus = closed->isAncestorOf(focusWidget());
+    m_memory.remember(closed->state());
+    removeTab(index);
+    closed->hide();
+    closed->deleteLater(); // its own menu may have closed it
+    updateTexts();
+    store();
+    if (hadFocus && current())
+        current()->setFocus(Qt::OtherFocusReason);
+    Q_EMIT chartsChanged();
+}
+
+void ChartTabs::closeCurrent()
+{
+    close(currentIndex());
+}
+
+void ChartTabs::step(int tabs)
+{
+    if (count() == 0)
+        return;
+    const bool hadFocus = current()->isAncestorOf(focusWidget());
+    setCurrentIndex(((currentIndex() + tabs) % count() + count()) % count());
+    if (hadFocus)
+        current()->setFocus(Qt::OtherFocusReason);
+}
+
+// The security alone, unless another tab has one of the same name.
+void ChartTabs::updateTexts()
+{
+    const auto isAlone = [this](int index) {
+        for (int i = 0; i < count(); ++i) {
+            if (i != index && page(i)->series().securityName == page(index)->series().securityName)
+                return false;
+        }
+        return true;
+    };
+    for (int i = 0; i < count(); ++i) {
+        const SeriesName& series = page(i)->series();
+        QString text =
+            isAlone(i)
+                ? series.securityName
+                : tr("%1 — %2 — %3").arg(series.securityName, series.boardCode, series.stockCode);
+        setTabText(i, text.replace(u'&', QStringLiteral("&&")));
+    }
+}
+
+QList<SeriesName> ChartTabs::recent() const
+{
+    QList<SeriesName> series;
+    for (const ChartState& state : m_memory.recent())
+        series.append(state.series);
+    return series;
+}
+
+void ChartTabs::store()
+{
+    QList<SeriesName> tabs;
+    for (int i = 0; i < count(); ++i) {
+        tabs.append(page(i)->series());
+        m_memory.remember(page(i)->state());
+    }
+    m_memory.setTabs(tabs, current() ? std::optional(current()->series()) : std::nullopt);
+    m_memory.store();
+}
+
+// As in other programs, the middle button closes a tab.
+bool ChartTabs::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == tabBar() && event->type() == QEvent::MouseButtonRelease) {
+        const auto* const mouse = static_cast<QMouseEvent*>(event);
+        const int index = tabBar()->tabAt(mouse->pos());
+        if (mouse->button() == Qt::MiddleButton && index >= 0) {
+            close(index);
+            return true;
+        }
+    }
+    return QTabWidget::eventFilter(watched, event);
+}
+
+} // namespace vexdesk

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "desk/chart/chartmemory.h"
+
+#include <QtWidgets/QTabWidget>
+
+namespace vexdesk {
+
+class ChartPage;
+class MarkSources;
+
+/// The open charts, one series in each tab. Remembers in the settings which are open and how each
+/// of them stands, and how those stood that were closed. User-interface thread only.
+class ChartTabs final : public QTabWidget
+{
+    Q_OBJECT
+
+public:
+    /// `root` is the store's, `marks` must live as long as the tabs. Opens the charts that were
+    /// open when the tabs were stored last.
+    ChartTabs(QString root, MarkSources& marks, QWidget* parent = nullptr);
+    ~ChartTabs() override;
+
+    /// Brings the chart of the series to the front, which is opened when it is not yet.
+    ChartPage& open(const SeriesName& series);
+    /// The chart in front, null without any.
+    ChartPage* current() const;
+    void closeCurrent();
+    /// Goes so many tabs to the right, and from the last one on to the first.
+    void step(int tabs);
+
+    /// The series that were opened last, the last one first.
+    QList<SeriesName> recent() const;
+    /// Writes to the settings how everything stands.
+    void store();
+
+Q_SIGNALS:
+    /// Another chart is in front, or none, or the commands can do other things with it than before.
+    void currentChartChanged();
+    /// A chart has been opened or closed.
+    void chartsChanged();
+    void contextMenuWanted(const QPoint& globalPlace);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    ChartPage* page(int index) const;
+    ChartPage& add(const SeriesName& series);
+    int indexOf(const SeriesName& series) const;
+    void close(int index);
+    void updateTexts();
+    void restore();
+
+    QString m_root;
+    MarkSources& m_marks;
+    ChartMemory m_memory;
+};
+
+} // namespace vexdesk

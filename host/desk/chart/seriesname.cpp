@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+#include "desk/chart/seriesname.h"
+
+#include <vexdesk/boarddirectory.h>
+#include <vexdesk/stockdirectory.h>
+#include <vexdesk/terminal/referencedata.h>
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QStringList>
+
+namespace vexdesk {
+
+namespace {
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(vexdesk::SeriesName)
+};
+
+} // namespace
+
+SecurityTitles::SecurityTitles()
+{
+    const QList<Security> securities = ReferenceData::installed().securities;
+    for (const Security& security : securities)
+        m_titles.insert(seriesCode({security.stockCode, security.boardCode, security.code}),
+                        security.title);
+}
+
+QString SecurityTitles::titleOf(const SeriesName& series) const
+{
+    return m_titles.value(seriesCode(series));
+}
+
+QString seriesCode(const SeriesName& series)
+{
+    return series.stockCode + u'/' + series.boardCode + u'/' + series.securityName;
+}
+
+QString seriesText(const SeriesName& series)
+{
+    const QString text =
+        Text::tr("%1 — %2 — %3").arg(series.securityName, series.boardCode, series.stockCode);
+    const QString title = SecurityTitles().titleOf(series);
+    return title.isEmpty() ? text : Text::tr("%1 (%2)").arg(text, title);
+}
+
+QString seriesDescription(const SeriesName& series)
+{
+    QStringList lines{seriesText(series)};
+    for (const QString& name : {BoardDirectory::i().nameByCode(series.stockCode, series.boardCode),
+                                StockDirectory::i().nameByCode(series.stockCode)}) {
+        if (!name.isEmpty())
+            lines.append(name);
+    }
+    return lines.join(u'\n');
+}
+
+} // namespace vexdesk

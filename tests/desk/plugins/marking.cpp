@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: MIT
+// A plug-in that works with the charts: it marks a day of a series, shows a moment of it, and finds
+// out something new.
+#include "recordingplugin.h"
+
+#include <vexdesk/action.h>
+#include <vexdesk/actionmanager.h>
+#include <vexdesk/command.h>
+#include <vexdesk/commandcontainer.h>
+#include <vexdesk/icharts.h>
+#include <vexdesk/icore.h>
+
+#include <QtCore/QtPlugin>
+
+#include <functional>
+
+using vexdesk::ChartMark;
+using vexdesk::SeriesName;
+
+namespace {
+
+SeriesName markedSeries()
+{
+    return {QStringLiteral("NORD"), QStringLiteral("MAIN"), QStringLiteral("ALFA")};
+}
+
+const QDate markedDay(2024, 1, 16);
+
+} // namespace
+
+class Marking final : public desktest::RecordingPlugin, public vexdesk::IChartMarks
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID "qgui.plugin.desktest.Marking")
+    Q_INTERFACES(IPlugin)
+
+public:
+    Marking()
+        : RecordingPlugin("MARKING")
+    {}
+
+    QByteArrayView code() const override { return "MARKING"; }
+    QString name() const override { return QStringLiteral("Отметки"); }
+
+    void init(ICore* core) override
+    {
+        RecordingPlugin::init(core);
+        m_charts = core->charts();
+        m_charts->addMarks(this);
+        addCommand("MARKING.Show", QStringLiteral("&Показать"),
+                   [this] { tell(m_charts->show(markedSeries(), markedDay, QTime(10, 30))); });
+        addCommand("MARKING.ShowDay", QStringLiteral("Показать &день"),
+                   [this] { tell(m_charts->show(markedSeries(), markedDay, QTime())); });
+        addCommand("MARKING.ShowNothing", QStringLiteral("Показать &чего нет"), [this] {
+            for (const char* security : {"NOTHING", "", ".", "..", "../MAIN/ALFA"})
+                tell(m_charts->show(
+                    {QStringLiteral("NORD"), QStringLiteral("MAIN"), QLatin1String(security)},
+                    markedDay, QTime()));
+        });
+        addCommand("MARKING.Learn", QStringLiteral("&Узнать"), [this] {
+            m_text = QStringLiteral("Сделки найдены");
+            m_charts->marksChanged(markedSeries());
+        });
+    }
+
+    void tini() override
+    {
+        RecordingPlugin::tini();
+        m_charts->removeMarks(this);
+    }
+
+    QList<ChartMark> marks(const SeriesName& series, const QDate& first, const QDate& last) override
+    {
+        if (!(series == markedSeries()) || markedDay < first || markedDay > last)
+            return {};
+        return {{ChartMark::Kind::Warning, markedDay, QTime(10, 29), QTime(10, 31), m_text}};
+    }
+
+private:
+    void addCommand(const QByteArray& id, const QString& text, const std::function<void()>& run)
+    {
+        auto* const command = new Command(id, this);
+        command->setDefaultText(text);
+        ActionManager::instance()
+            ->container("TA", QStringLiteral("Тех. &анализ"), "MenuBar", "", "25")
+            ->addCommand(command, "M", QByteArray());
+        connect(new Action(id, this), &Action::triggered, this, run);
+    }
+
+    void tell(bool isShown) const { record(isShown ? "shown" : "not shown"); }
+
+    vexdesk::ICharts* m_charts = nullptr;
+    QString m_text = QStringLiteral("Сделок не хватает");
+};
+
+#include "marking.moc"

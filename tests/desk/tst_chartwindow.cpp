@@ -1,0 +1,776 @@
+// SPDX-License-Identifier: MIT
+// The charts as the terminal's main view: tree, tabs, start page, menus and keys, what is
+// remembered, and what a plug-in does with them. Runs in a real X server too.
+
+#include "desk/chart/chartpage.h"
+#include "desk/chart/charttabs.h"
+#include "desk/chart/chartview.h"
+#include "desk/chart/gotodialog.h"
+#include "desk/chart/wallclock.h"
+#include "desk/commands.h"
+#include "desk/deskapplication.h"
+#include "desk/mainwindow.h"
+#include "desk/pluginloader.h"
+#include "desk/rowbutton.h"
+#include "desk/startpage.h"
+#include "messageboxes.h"
+#include "pluginfiles.h"
+#include "plugins/callrecord.h"
+#include "support/child.h"
+#include "support/dayfiles.h"
+#include "support/filetree.h"
+#include "support/modalsteps.h"
+#include "support/strictlog.h"
+#include "support/userhands.h"
+
+#include <vexdesk/icore.h>
+#include <vexdesk/terminal/core.h>
+
+#include <QtCore/QTemporaryDir>
+#include <QtGui/QClipboard>
+#include <QtGui/QWindow>
+#include <QtTest/QTest>
+#include <QtWidgets/QCheckBox>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QDateEdit>
+#include <QtWidgets/QDockWidget>
+#include <QtWidgets/QFileDialog>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QMenuBar>
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QTabBar>
+#include <QtWidgets/QTimeEdit>
+#include <QtWidgets/QTreeView>
+
+#include <memory>
+
+using testsupport::child;
+using vexdesk::ChartPage;
+using vexdesk::ChartTabs;
+using vexdesk::MainWindow;
+using vexdesk::PluginLoader;
+using vexdesk::Timeframe;
+
+namespace {
+
+const QDate day(2024, 1, 15);
+constexpr int dayCount = 5;
+constexpr int barCount = 200;
+
+QDir store()
+{
+    return {ICore::getDir(QStringLiteral("tadata"), false)};
+}
+
+void writeSeries(const char* series, int timeframe = 60)
+{
+    for (int i = 0; i < dayCount; ++i)
+        testsupport::writeFile(store().filePath(QLatin1String(series) + u'/' +
+                                                testsupport::dayFile(day.addDays(i), timeframe)),
+                               testsupport::barLines(QTime(10, 0), barCount, 100));
+}
+
+QStringList textsOf(const QMenu* menu)
+{
+    QStringList texts;
+    for (const QAction* const item : menu->actions())
+        texts.append(item->isSeparator()
+                         ? QStringLiteral("-")
+                         : vexdesk::withoutMnemonic(item->text().section(u'\t', 0, 0)));
+    return texts;
+}
+
+QAction* itemOf(const QMenu* menu, const QString& text)
+{
+    for (QAction* const item : menu->actions()) {
+        if (vexdesk::withoutMnemonic(item->text().section(u'\t', 0, 0)) == text)
+            return item;
+    }
+    qFatal("no item %s", qPrintable(text));
+}
+
+} // namespace
+
+class TestChartWindow final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void beginsWithTheTreeAndTheStartPage();
+    void aSeriesOpensByKeysAlone();
+    void aSeriesOpensByMouseAndOnlyOnce();
+    void tabsAreClosedByKeyAndMouse();
+    void theLastTabBringsTheStartPageBack();
+    void theStartPageOffersRecentSeries();
+    void tabsOfTheSameNameAreToldApart();
+    void keysGoFromTabToTab();
+    void everythingIsThereAtTheNextStart();
+    void aClosedChartComesBackAsItWas();
+    void theTreeIsToggledByKey();
+    void theTreeIsAsItWasAtTheNextStart();
+    void tabGoesFromTheTreeToTheChart();
+    void theMenuIsForTheChartInFront();
+    void timeframeStudiesAndNightsByMenu();
+    void goesToADateByKeysAlone();
+    void goesToAMoment();
+    void goingToADateCanBeGivenUp();
+    void theContextMenuHasWhatTheMenusHave();
+    void theContextMenuComesByKey();
+    void whatThePluginsHaveWorksFromTheContextMenu();
+    void shortcutsOfPluginsWorkInTheChart();
+    void menuItemsDoWhatTheKeysDo();
+    void copiesBarsAndPicture();
+    void savesThePicture_data();
+    void savesThePicture();
+    void saysWhyAPictureIsNotSaved();
+    void aPluginShowsAMoment();
+    void aPluginMarksBars();
+    void aPluginCannotShowWhatIsNotStored();
+    void aPluginThatGoesTakesItsMarksAlong();
+
+private:
+    void start();
+    void load(const QStringList& plugins);
+    void open(const char* security);
+    ChartTabs* tabs() const { return child<ChartTabs>(m_window.get(), "chartTabs"); }
+    ChartPage* page() const { return tabs()->current(); }
+    vexdesk::ChartView* view() const { return &page()->view(); }
+    bool areBarsThere() const { return page() && !view()->chart().candles.empty(); }
+    QStringList titles() const;
+    QTreeView* tree() const { return child<QTreeView>(m_window.get(), "seriesView"); }
+    QLineEdit* filter() const { return child<QLineEdit>(m_window.get(), "seriesFilter"); }
+    QDockWidget* dock() const { return child<QDockWidget>(m_window.get(), "seriesDock"); }
+    bool isStartPageShown() const
+    {
+        return m_window->findChild<vexdesk::StartPage*>()->isVisible();
+    }
+    QList<vexdesk::RowButton*> rows() const;
+    QMenu* viewMenu() const;
+    QMenu* openContextMenu();
+    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
+    QString readout() const { return child<QLabel>(page(), "chartReadout")->text(); }
+
+    std::unique_ptr<vexdesk::Core> m_core;
+    std::unique_ptr<PluginLoader> m_loader;
+    std::unique_ptr<MainWindow> m_window;
+    std::unique_ptr<QTemporaryDir> m_directory;
+};
+
+void TestChartWindow::init()
+{
+    testsupport::failOnStrayWarnings();
+    QFile::remove(ICore::getDir(QString(), false).filePath(QStringLiteral("vexdesk.ini")));
+    store().removeRecursively();
+    desktest::takeCalls();
+    for (const char* series : {"NORD/MAIN/ALFA", "NORD/MAIN/VEGA", "WEST/SPOT/BETA"})
+        writeSeries(series);
+    m_directory = std::make_unique<QTemporaryDir>();
+    m_core = std::make_unique<vexdesk::Core>();
+    m_loader = std::make_unique<PluginLoader>();
+    start();
+}
+
+void TestChartWindow::cleanup()
+{
+    m_loader->unload();
+    m_window.reset();
+    m_loader.reset();
+    m_core.reset();
+    store().removeRecursively();
+}
+
+void TestChartWindow::start()
+{
+    if (m_window)
+        m_window->close();
+    m_window.reset();
+    m_window = std::make_unique<MainWindow>(*m_loader);
+    m_window->show();
+    m_window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+}
+
+void TestChartWindow::load(const QStringList& plugins)
+{
+    desktest::copyPlugins(plugins, QDir(m_directory->path()));
+    m_loader->load({m_directory->path()}, m_core.get());
+    QCoreApplication::processEvents();
+}
+
+// As a user without a mouse.
+void TestChartWindow::open(const char* security)
+{
+    if (!filter()->hasFocus()) {
+        if (dock()->isVisible())
+            key(Qt::Key_G, Qt::ControlModifier);
+        key(Qt::Key_G, Qt::ControlModifier);
+    }
+    QTRY_VERIFY(tree()->model()->rowCount() > 0);
+    filter()->selectAll();
+    QTest::keyClicks(filter(), QLatin1String(security));
+    key(Qt::Key_Return);
+    QVERIFY(page());
+    QCOMPARE(page()->series().securityName, QLatin1String(security));
+    QTRY_VERIFY(areBarsThere());
+}
+
+void TestChartWindow::key(Qt::Key key, Qt::KeyboardModifiers modifiers)
+{
+    QWidget* const focus = QApplication::focusWidget();
+    QTest::keyClick(focus ? focus : m_window.get(), key, modifiers);
+}
+
+QStringList TestChartWindow::titles() const
+{
+    QStringList texts;
+    for (int i = 0; i < tabs()->count(); ++i)
+        texts.append(tabs()->tabText(i));
+    return texts;
+}
+
+QList<vexdesk::RowButton*> TestChartWindow::rows() const
+{
+    QList<vexdesk::RowButton*> shown;
+    for (auto* const row : m_window->findChildren<vexdesk::RowButton*>()) {
+        if (row->isVisible())
+            shown.append(row);
+    }
+    return shown;
+}
+
+QMenu* TestChartWindow::viewMenu() const
+{
+    for (const QAction* const title : m_window->menuBar()->actions()) {
+        if (title->text() == QStringLiteral("&Вид"))
+            return title->menu();
+    }
+    return nullptr;
+}
+
+QMenu* TestChartWindow::openContextMenu()
+{
+    QContextMenuEvent event(QContextMenuEvent::Mouse, view()->rect().center(),
+                            view()->mapToGlobal(view()->rect().center()));
+    QApplication::sendEvent(view(), &event);
+    return qobject_cast<QMenu*>(QApplication::activePopupWidget());
+}
+
+void TestChartWindow::beginsWithTheTreeAndTheStartPage()
+{
+    QVERIFY(isStartPageShown());
+    QVERIFY(!tabs()->isVisible());
+    QVERIFY(dock()->isVisible());
+    QVERIFY(dock()->mapTo(m_window.get(), QPoint()).x() < 10);
+    QCOMPARE(QApplication::focusWidget(), filter());
+    QCOMPARE(m_window->size(), QSize(960, 640));
+}
+
+void TestChartWindow::aSeriesOpensByKeysAlone()
+{
+    open("VEGA");
+    QVERIFY(!isStartPageShown());
+    QVERIFY(tabs()->isVisible());
+    QCOMPARE(titles(), QStringList{"VEGA"});
+    // The keys of the chart work at once.
+    QCOMPARE(QApplication::focusWidget(), view());
+    key(Qt::Key_Left);
+    QVERIFY(readout().startsWith(QStringLiteral("19.01.2024 ")));
+}
+
+void TestChartWindow::aSeriesOpensByMouseAndOnlyOnce()
+{
+    QTRY_COMPARE(tree()->model()->rowCount(), 2);
+    for (const char* security : {"ALFA", "VEGA", "ALFA"}) {
+        QModelIndex row = tree()->model()->index(0, 0);
+        while (row.isValid() && row.data().toString() != QLatin1String(security))
+            row = tree()->indexBelow(row);
+        const QPoint place = tree()->visualRect(row).center();
+        QTest::mouseClick(tree()->viewport(), Qt::LeftButton, {}, place);
+        QTest::mouseDClick(tree()->viewport(), Qt::LeftButton, {}, place);
+        QTRY_VERIFY(areBarsThere());
+    }
+    QCOMPARE(titles(), QStringList({"ALFA", "VEGA"}));
+    QCOMPARE(page()->series().securityName, QStringLiteral("ALFA"));
+}
+
+void TestChartWindow::tabsAreClosedByKeyAndMouse()
+{
+    for (const char* security : {"ALFA", "VEGA", "BETA"})
+        open(security);
+    key(Qt::Key_W, Qt::ControlModifier);
+    QCOMPARE(titles(), QStringList({"ALFA", "VEGA"}));
+    QVERIFY(page()->isAncestorOf(QApplication::focusWidget()));
+    QTest::mouseClick(tabs()->tabBar(), Qt::MiddleButton, {},
+                      tabs()->tabBar()->tabRect(0).center());
+    QCOMPARE(titles(), QStringList{"VEGA"});
+    QWidget* const button = tabs()->tabBar()->tabButton(0, QTabBar::RightSide);
+    QVERIFY(button);
+    QTest::mouseClick(button, Qt::LeftButton);
+    QCOMPARE(titles(), QStringList());
+}
+
+void TestChartWindow::theLastTabBringsTheStartPageBack()
+{
+    open("ALFA");
+    key(Qt::Key_W, Qt::ControlModifier);
+    QVERIFY(isStartPageShown());
+    QVERIFY(!tabs()->isVisible());
+    // The keys go on where the chart was: at the first row.
+    QCOMPARE(rows().size(), 1);
+    QCOMPARE(QApplication::focusWidget(), rows().constFirst());
+    key(Qt::Key_Space);
+    QCOMPARE(titles(), QStringList{"ALFA"});
+    QCOMPARE(QApplication::focusWidget(), view());
+}
+
+void TestChartWindow::theStartPageOffersRecentSeries()
+{
+    QCOMPARE(rows().size(), 0);
+    for (const char* security : {"ALFA", "VEGA", "ALFA"})
+        open(security);
+    while (page())
+        key(Qt::Key_W, Qt::ControlModifier);
+    QStringList texts;
+    for (const vexdesk::RowButton* const row : rows())
+        texts.append(row->text() + u' ' + row->remark());
+    QCOMPARE(texts, QStringList({"ALFA MAIN — NORD", "VEGA MAIN — NORD"}));
+    testsupport::click(rows().at(1));
+    QCOMPARE(titles(), QStringList{"VEGA"});
+    // The commands of plug-ins stand before them.
+    key(Qt::Key_W, Qt::ControlModifier);
+    load({QStringLiteral("good")});
+    texts.clear();
+    for (const vexdesk::RowButton* const row : rows())
+        texts.append(row->text());
+    std::sort(texts.begin(), texts.end());
+    QCOMPARE(texts, QStringList({"ALFA", "VEGA", "Импорт...", "Правка...", "Экспорт..."}));
+}
+
+void TestChartWindow::tabsOfTheSameNameAreToldApart()
+{
+    writeSeries("WEST/SPOT/ALFA");
+    QTRY_VERIFY(tree()->model()->rowCount() == 2);
+    open("ALFA");
+    QCOMPARE(titles(), QStringList{"ALFA"});
+    vexdesk::ICharts* const charts = m_core->charts();
+    QVERIFY(charts->show({QStringLiteral("WEST"), QStringLiteral("SPOT"), QStringLiteral("ALFA")},
+                         day, QTime()));
+    QCOMPARE(titles(), QStringList({"ALFA — MAIN — NORD", "ALFA — SPOT — WEST"}));
+    key(Qt::Key_W, Qt::ControlModifier);
+    QCOMPARE(titles(), QStringList{"ALFA"});
+}
+
+void TestChartWindow::keysGoFromTabToTab()
+{
+    for (const char* security : {"ALFA", "VEGA", "BETA"})
+        open(security);
+    const auto security = [this] { return page()->series().securityName; };
+    key(Qt::Key_Tab, Qt::ControlModifier);
+    QCOMPARE(security(), QStringLiteral("ALFA"));
+    QCOMPARE(QApplication::focusWidget(), view());
+    key(Qt::Key_Tab, Qt::ControlModifier);
+    QCOMPARE(security(), QStringLiteral("VEGA"));
+    key(Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+    key(Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(security(), QStringLiteral("BETA"));
+    // The tree goes along.
+    QTRY_COMPARE(tree()->currentIndex().data().toString(), QStringLiteral("BETA"));
+}
+
+void TestChartWindow::everythingIsThereAtTheNextStart()
+{
+    for (const char* security : {"ALFA", "VEGA", "BETA"})
+        open(security);
+    key(Qt::Key_Tab, Qt::ControlModifier);
+    key(Qt::Key_Tab, Qt::ControlModifier); // VEGA
+    page()->chooseTimeframe(Timeframe::Minutes5);
+    key(Qt::Key_PageUp);
+    QTRY_VERIFY(areBarsThere());
+    const qint64 end = page()->state().end;
+    QVERIFY(end > 0);
+    start();
+    QCOMPARE(titles(), QStringList({"ALFA", "VEGA", "BETA"}));
+    QVERIFY(!isStartPageShown());
+    QCOMPARE(page()->series().securityName, QStringLiteral("VEGA"));
+    QTRY_VERIFY(areBarsThere());
+    QCOMPARE(page()->state().end, end);
+    QCOMPARE(view()->timeframe(), Timeframe::Minutes5);
+    QCOMPARE(QApplication::focusWidget(), view());
+}
+
+void TestChartWindow::aClosedChartComesBackAsItWas()
+{
+    open("ALFA");
+    page()->chooseTimeframe(Timeframe::Minutes10);
+    page()->show(vexdesk::Study::VolumeByPrice, true);
+    key(Qt::Key_W, Qt::ControlModifier);
+    start();
+    open("ALFA");
+    QCOMPARE(view()->timeframe(), Timeframe::Minutes10);
+    QVERIFY(page()->isShown(vexdesk::Study::VolumeByPrice));
+}
+
+void TestChartWindow::theTreeIsToggledByKey()
+{
+    QAction* const item = itemOf(viewMenu(), QStringLiteral("Серии"));
+    QVERIFY(item->isChecked());
+    key(Qt::Key_G, Qt::ControlModifier);
+    QVERIFY(!dock()->isVisible() && !item->isChecked());
+    key(Qt::Key_G, Qt::ControlModifier);
+    QVERIFY(dock()->isVisible() && item->isChecked());
+    QCOMPARE(QApplication::focusWidget(), filter());
+    dock()->close();
+    QVERIFY(!item->isChecked());
+    item->trigger();
+    QVERIFY(dock()->isVisible() && item->isChecked());
+}
+
+void TestChartWindow::theTreeIsAsItWasAtTheNextStart()
+{
+    key(Qt::Key_G, Qt::ControlModifier);
+    start();
+    QVERIFY(!dock()->isVisible());
+    QVERIFY(!itemOf(viewMenu(), QStringLiteral("Серии"))->isChecked());
+    key(Qt::Key_G, Qt::ControlModifier);
+    dock()->setFloating(true);
+    start();
+    QVERIFY(dock()->isVisible() && dock()->isFloating());
+}
+
+void TestChartWindow::tabGoesFromTheTreeToTheChart()
+{
+    open("ALFA");
+    filter()->setFocus(Qt::TabFocusReason);
+    QStringList names;
+    for (const QWidget* const widget : testsupport::tabOrder(m_window.get())) {
+        const QString name = widget->objectName();
+        if (name.startsWith(QLatin1String("series")) || name.startsWith(QLatin1String("chart")))
+            names.append(name);
+    }
+    QCOMPARE(names, QStringList({"seriesFilter", "seriesView", "chartTimeframe", "chartNights",
+                                 "chartStudies", "chartShowAll", "chartView"}));
+}
+
+void TestChartWindow::theMenuIsForTheChartInFront()
+{
+    QStringList disabled;
+    for (const QAction* const item : viewMenu()->actions()) {
+        if (!item->isEnabled())
+            disabled.append(item->text());
+    }
+    QVERIFY(disabled.contains(QStringLiteral("&Перейти к дате...")));
+    QVERIFY(disabled.contains(QStringLiteral("&Закрыть график")));
+    open("ALFA");
+    for (const char* text : {"Перейти к дате...", "Показать всё", "Закрыть график"})
+        QVERIFY2(itemOf(viewMenu(), QString::fromUtf8(text))->isEnabled(), text);
+    // Nothing to go back to, nothing marked, no other tab.
+    for (const char* text : {"Назад", "Вперёд", "Приблизить отмеченное", "Следующий график"})
+        QVERIFY2(!itemOf(viewMenu(), QString::fromUtf8(text))->isEnabled(), text);
+    open("VEGA");
+    QVERIFY(itemOf(viewMenu(), QStringLiteral("Следующий график"))->isEnabled());
+}
+
+void TestChartWindow::timeframeStudiesAndNightsByMenu()
+{
+    open("ALFA");
+    const QMenu* const timeframes = itemOf(viewMenu(), QStringLiteral("Таймфрейм"))->menu();
+    QVERIFY(!itemOf(timeframes, QStringLiteral("1 с"))->isEnabled()); // no seconds are stored
+    QVERIFY(itemOf(timeframes, QStringLiteral("1 мин"))->isChecked());
+    itemOf(timeframes, QStringLiteral("1 ч"))->trigger();
+    QCOMPARE(view()->timeframe(), Timeframe::Hour);
+    itemOf(timeframes, QStringLiteral("1 ч"))->trigger(); // once more changes nothing
+    QVERIFY(itemOf(timeframes, QStringLiteral("1 ч"))->isChecked());
+    QVERIFY(!itemOf(timeframes, QStringLiteral("1 мин"))->isChecked());
+    QCOMPARE(child<QComboBox>(page(), "chartTimeframe")->currentText(), QStringLiteral("1 ч"));
+
+    QAction* const study =
+        itemOf(viewMenu(), QStringLiteral("Индикаторы"))->menu()->actions().at(0);
+    study->trigger();
+    QVERIFY(study->isChecked() && page()->isShown(vexdesk::Study::MovingAverage));
+    QAction* const nights = itemOf(viewMenu(), QStringLiteral("Ночи и выходные"));
+    nights->trigger();
+    QVERIFY(nights->isChecked() && view()->areNightsShown());
+    // Another chart has other marks.
+    open("VEGA");
+    QVERIFY(!nights->isChecked() && !study->isChecked());
+    QVERIFY(itemOf(timeframes, QStringLiteral("1 мин"))->isChecked());
+}
+
+void TestChartWindow::goesToADateByKeysAlone()
+{
+    open("ALFA");
+    testsupport::ModalSteps steps;
+    steps.on<vexdesk::GoToDialog>([](vexdesk::GoToDialog* dialog) {
+        const auto* const edit = child<QDateEdit>(dialog, "goToDay");
+        QCOMPARE(edit->minimumDate(), day);
+        QCOMPARE(edit->maximumDate(), day.addDays(dayCount - 1));
+        QCOMPARE(dialog->focusWidget(), edit);
+        QTest::keyClicks(dialog->focusWidget(), QStringLiteral("16"));
+        QTest::keyClick(dialog->focusWidget(), Qt::Key_Return);
+    });
+    key(Qt::Key_L, Qt::ControlModifier);
+    QCOMPARE(steps.complaint(), QString());
+    QTRY_VERIFY2(readout().startsWith(QStringLiteral("16.01.2024 ")), qPrintable(readout()));
+    m_window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    key(Qt::Key_Left, Qt::AltModifier);
+    QVERIFY(!view()->canGoBack());
+    QVERIFY(view()->canGoForward());
+    QTRY_VERIFY(areBarsThere());
+    QCOMPARE(view()->daysInView().second, day.addDays(dayCount - 1));
+    key(Qt::Key_Right, Qt::AltModifier);
+    QTRY_VERIFY(view()->daysInView().first <= day.addDays(1));
+}
+
+void TestChartWindow::goesToAMoment()
+{
+    open("ALFA");
+    testsupport::ModalSteps steps;
+    steps.on<vexdesk::GoToDialog>([](vexdesk::GoToDialog* dialog) {
+        testsupport::typeDate(child<QDateEdit>(dialog, "goToDay"), day.addDays(2));
+        auto* const time = child<QTimeEdit>(dialog, "goToTime");
+        QVERIFY(!time->isEnabled());
+        QTest::keyClick(child<QCheckBox>(dialog, "goToHasTime"), Qt::Key_Space);
+        time->setFocus();
+        time->setSelectedSection(QDateTimeEdit::HourSection);
+        QTest::keyClicks(time, QStringLiteral("113000"));
+        QTest::keyClick(time, Qt::Key_Return);
+    });
+    key(Qt::Key_L, Qt::ControlModifier);
+    QCOMPARE(steps.complaint(), QString());
+    QTRY_VERIFY2(readout().startsWith(QStringLiteral("17.01.2024 11:30 ")), qPrintable(readout()));
+}
+
+void TestChartWindow::goingToADateCanBeGivenUp()
+{
+    open("ALFA");
+    const auto before = page()->state();
+    testsupport::ModalSteps steps;
+    steps.on<vexdesk::GoToDialog>(
+        [](vexdesk::GoToDialog* dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
+    key(Qt::Key_L, Qt::ControlModifier);
+    QCOMPARE(steps.complaint(), QString());
+    QVERIFY(page()->state() == before);
+}
+
+void TestChartWindow::theContextMenuHasWhatTheMenusHave()
+{
+    load({QStringLiteral("good")});
+    open("ALFA");
+    const QMenu* const menu = openContextMenu();
+    QVERIFY(menu);
+    QStringList view = textsOf(viewMenu());
+    QCOMPARE(view.mid(0, 2), QStringList({"Серии", "-"}));
+    view = view.mid(2) + QStringList{"-", "Тех. анализ"};
+    QCOMPARE(textsOf(menu), view);
+    const QMenu* const plugin = menu->actions().constLast()->menu();
+    QVERIFY(plugin);
+    QCOMPARE(textsOf(plugin), QStringList{"История"});
+    QCOMPARE(textsOf(plugin->actions().constFirst()->menu()),
+             QStringList({"Импорт...", "Экспорт...", "Правка..."}));
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+}
+
+void TestChartWindow::theContextMenuComesByKey()
+{
+    open("ALFA");
+    for (const auto& [key, modifiers] :
+         {std::pair(Qt::Key_Menu, Qt::KeyboardModifiers()),
+          std::pair(Qt::Key_F10, Qt::KeyboardModifiers(Qt::ShiftModifier))}) {
+        // The system makes the event of these keys.
+        QTest::keyClick(m_window->windowHandle(), key, modifiers);
+        QTRY_VERIFY(qobject_cast<QMenu*>(QApplication::activePopupWidget()));
+        QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+        QTRY_VERIFY(!QApplication::activePopupWidget());
+    }
+}
+
+void TestChartWindow::whatThePluginsHaveWorksFromTheContextMenu()
+{
+    load({QStringLiteral("good")});
+    open("ALFA");
+    desktest::takeCalls();
+    const QMenu* const menu = openContextMenu();
+    QVERIFY(menu);
+    const QMenu* const history = menu->actions().constLast()->menu()->actions().at(0)->menu();
+    itemOf(history, QStringLiteral("Правка..."))->trigger();
+    QCOMPARE(desktest::takeCalls(), QStringList{"GOOD.Edit"});
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+}
+
+void TestChartWindow::shortcutsOfPluginsWorkInTheChart()
+{
+    load({QStringLiteral("good")});
+    open("ALFA");
+    QCOMPARE(QApplication::focusWidget(), view());
+    desktest::takeCalls();
+    key(Qt::Key_I, Qt::ShiftModifier);
+    QCOMPARE(desktest::takeCalls(), QStringList{"GOOD.Import"});
+}
+
+void TestChartWindow::menuItemsDoWhatTheKeysDo()
+{
+    open("ALFA");
+    const QMenu* const scroll = itemOf(viewMenu(), QStringLiteral("Сдвинуть"))->menu();
+    const QMenu* const crosshair =
+        itemOf(viewMenu(), QStringLiteral("Перекрестие и отметка"))->menu();
+    itemOf(scroll, QStringLiteral("К первому бару"))->trigger();
+    QTRY_COMPARE(view()->daysInView().first, day);
+    const double begin = view()->range().begin;
+    itemOf(scroll, QStringLiteral("На экран вперёд"))->trigger();
+    QVERIFY(view()->range().begin > begin);
+    const double length = view()->range().length();
+    itemOf(viewMenu(), QStringLiteral("Приблизить"))->trigger();
+    QVERIFY(view()->range().length() < length);
+    itemOf(viewMenu(), QStringLiteral("Отдалить"))->trigger();
+    QVERIFY(qAbs(view()->range().length() - length) < 1);
+    QTRY_VERIFY(areBarsThere());
+    itemOf(crosshair, QStringLiteral("На свечу назад"))->trigger();
+    QVERIFY(view()->pointed());
+    for (int i = 0; i < 4; ++i)
+        itemOf(crosshair, QStringLiteral("Отметить назад"))->trigger();
+    QVERIFY(view()->hasMark());
+    QAction* const toMark = itemOf(viewMenu(), QStringLiteral("Приблизить отмеченное"));
+    QVERIFY(toMark->isEnabled());
+    toMark->trigger();
+    QVERIFY(view()->range().length() < length / 2);
+    QVERIFY(!toMark->isEnabled());
+    itemOf(viewMenu(), QStringLiteral("Назад"))->trigger();
+    QVERIFY(qAbs(view()->range().length() - length) < 1);
+    itemOf(crosshair, QStringLiteral("Убрать"))->trigger();
+    QVERIFY(!view()->pointed());
+    itemOf(scroll, QStringLiteral("К последнему бару"))->trigger();
+    QCOMPARE(view()->daysInView().second, day.addDays(dayCount - 1));
+}
+
+void TestChartWindow::copiesBarsAndPicture()
+{
+    open("ALFA");
+    key(Qt::Key_C, Qt::ControlModifier);
+    QVERIFY(QGuiApplication::clipboard()->text().contains(u'\t'));
+    key(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+    QVERIFY(!QGuiApplication::clipboard()->image().isNull());
+    // In a line of text the keys copy the text.
+    filter()->setFocus();
+    filter()->setText(QStringLiteral("ALF"));
+    filter()->selectAll();
+    key(Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("ALF"));
+}
+
+void TestChartWindow::savesThePicture_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("written");
+    QTest::addColumn<QByteArray>("begin");
+    QTest::newRow("png") << QStringLiteral("chart.png") << QStringLiteral("chart.png")
+                         << QByteArray("\x89PNG");
+    QTest::newRow("svg") << QStringLiteral("chart.svg") << QStringLiteral("chart.svg")
+                         << QByteArray("<?xml");
+    QTest::newRow("no suffix") << QStringLiteral("chart") << QStringLiteral("chart.png")
+                               << QByteArray("\x89PNG");
+}
+
+void TestChartWindow::savesThePicture()
+{
+    QFETCH(const QString, name);
+    QFETCH(const QString, written);
+    open("ALFA");
+    testsupport::ModalSteps steps;
+    steps.on<QFileDialog>([&](QFileDialog* dialog) {
+        auto* const edit = child<QLineEdit>(dialog, "fileNameEdit");
+        QVERIFY2(edit->text().contains(QStringLiteral("NORD_MAIN_ALFA")), qPrintable(edit->text()));
+        edit->setText(m_directory->filePath(name));
+        QTest::keyClick(edit, Qt::Key_Return);
+    });
+    key(Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(steps.complaint(), QString());
+    const QByteArray content = testsupport::readFile(m_directory->filePath(written));
+    QFETCH(const QByteArray, begin);
+    QVERIFY2(content.startsWith(begin), content.left(20).constData());
+}
+
+void TestChartWindow::saysWhyAPictureIsNotSaved()
+{
+    open("ALFA");
+    const desktest::MessageBoxes boxes;
+    testsupport::ModalSteps steps;
+    steps.on<QFileDialog>([&](QFileDialog* dialog) {
+        auto* const edit = child<QLineEdit>(dialog, "fileNameEdit");
+        edit->setText(m_directory->filePath(QStringLiteral("chart.txt")));
+        QTest::keyClick(edit, Qt::Key_Return);
+    });
+    steps.letPass<QMessageBox>();
+    key(Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
+    QTRY_COMPARE(boxes.texts().size(), 1);
+    QVERIFY2(boxes.texts().constFirst().contains(QStringLiteral("chart.txt")),
+             qPrintable(boxes.texts().constFirst()));
+}
+
+void TestChartWindow::aPluginShowsAMoment()
+{
+    load({QStringLiteral("marking")});
+    desktest::takeCalls();
+    vexdesk::triggerCommand("MARKING.Show");
+    QCOMPARE(desktest::takeCalls(), QStringList{"MARKING.shown"});
+    QCOMPARE(titles(), QStringList{"ALFA"});
+    QTRY_VERIFY2(readout().startsWith(QStringLiteral("16.01.2024 10:30 ")), qPrintable(readout()));
+    // Once more it is the same chart, and the day is enough.
+    open("VEGA");
+    vexdesk::triggerCommand("MARKING.ShowDay");
+    QCOMPARE(titles(), QStringList({"ALFA", "VEGA"}));
+    QCOMPARE(page()->series().securityName, QStringLiteral("ALFA"));
+    QTRY_VERIFY2(readout().startsWith(QStringLiteral("16.01.2024 10:00 ")), qPrintable(readout()));
+}
+
+void TestChartWindow::aPluginMarksBars()
+{
+    load({QStringLiteral("marking")});
+    vexdesk::triggerCommand("MARKING.Show");
+    QTRY_VERIFY2(readout().contains(QStringLiteral("Сделок не хватает")), qPrintable(readout()));
+    view()->setFocus();
+    for (int i = 0; i < 3; ++i)
+        key(Qt::Key_Right); // out of the stretch
+    QVERIFY2(!readout().contains(QStringLiteral("Сделок не хватает")), qPrintable(readout()));
+    for (int i = 0; i < 3; ++i)
+        key(Qt::Key_Left);
+    QVERIFY2(readout().contains(QStringLiteral("Сделок не хватает")), qPrintable(readout()));
+    vexdesk::triggerCommand("MARKING.Learn");
+    QTRY_VERIFY2(readout().contains(QStringLiteral("Сделки найдены")), qPrintable(readout()));
+}
+
+void TestChartWindow::aPluginCannotShowWhatIsNotStored()
+{
+    load({QStringLiteral("marking")});
+    desktest::takeCalls();
+    vexdesk::triggerCommand("MARKING.ShowNothing");
+    QCOMPARE(desktest::takeCalls(), QStringList(5, QStringLiteral("MARKING.not shown")));
+    QVERIFY(isStartPageShown());
+}
+
+void TestChartWindow::aPluginThatGoesTakesItsMarksAlong()
+{
+    load({QStringLiteral("marking")});
+    vexdesk::triggerCommand("MARKING.Show");
+    QTRY_VERIFY2(readout().contains(QStringLiteral("Сделок не хватает")), qPrintable(readout()));
+    QVERIFY(m_core->charts());
+    m_loader->unload();
+    QTRY_VERIFY2(!readout().contains(QStringLiteral("Сделок не хватает")), qPrintable(readout()));
+    m_window.reset();
+    QVERIFY(!m_core->charts());
+}
+
+int main(int argc, char** argv)
+{
+    const vexdesk::DeskApplication application(argc, argv);
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    TestChartWindow test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_chartwindow.moc"
