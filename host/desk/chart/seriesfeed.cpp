@@ -110,9 +110,9 @@ void SeriesFeed::finishListing()
         return;
     if (m_isOutdated)
         m_watcher.tellSoon();
-    m_watchTimer.start();
     const bool isNew = takeListing(m_listing.result());
     orderDays();
+    watchSoon();
     if (isNew || !std::exchange(m_isListed, true))
         tell();
 }
@@ -278,8 +278,7 @@ void SeriesFeed::deliver()
 {
     if (!takeDeliveries())
         return;
-    if (!m_watchTimer.isActive())
-        m_watchTimer.start();
+    watchSoon();
     const Stretch view = inView();
     const auto isIn = [this](const Day& day) { return !isMissing(day); };
     const bool isComplete =
@@ -322,6 +321,14 @@ void SeriesFeed::tellProgress()
         m_patience.stop();
     if (missing == 0 ? std::exchange(m_tellsProgress, false) : m_tellsProgress)
         Q_EMIT progressed(total - missing, total);
+}
+
+// Not while much is read: to watch costs about as much as reading, and when it has begun the days
+// are listed again.
+void SeriesFeed::watchSoon()
+{
+    if (m_queue.isIdle() && !m_watchTimer.isActive())
+        m_watchTimer.start();
 }
 
 void SeriesFeed::watchFiles()

@@ -111,6 +111,7 @@ private:
     void tell();
     void tellProgress();
     bool isMissing(const Day& day) const;
+    void watchSoon();
     void watchFiles();
 
     const QString m_root;
