@@ -31,7 +31,7 @@ install_packages()
 # Everything that a build needs, and the terminal's window.
 build_packages=(
     ca-certificates ccache cmake g++ libgl-dev ninja-build
-    qt6-base-dev qt6-base-dev-tools qt6-l10n-tools
+    qt6-base-dev qt6-base-dev-tools qt6-l10n-tools qt6-svg-dev
     qt6-translations-l10n qt6-tools-dev qt6-tools-dev-tools fonts-dejavu-core
 )
 # What the test suite needs beyond that.

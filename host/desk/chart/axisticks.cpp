@@ -31,102 +31,175 @@ QString withoutPart(QChar part)
 
 constexpr qint64 minute = 60;
 constexpr qint64 hour = 60 * minute;
-constexpr qint64 week = 7 * secondsPerDay;
-constexpr double averageMonth = 30.44 * double(secondsPerDay);
+constexpr int monthsPerYear = 12;
 
 struct Text
 {
     Q_DECLARE_TR_FUNCTIONS(vexdesk::AxisTicks)
 };
 
-constexpr std::array<qint64, 17> clockSteps{
-    1,      2,          5,          10,          15,          30,
-    minute, 2 * minute, 5 * minute, 10 * minute, 15 * minute, 30 * minute,
-    hour,   2 * hour,   3 * hour,   6 * hour,    12 * hour};
-constexpr std::array<qint64, 4> daySteps{secondsPerDay, 2 * secondsPerDay, week, 2 * week};
-constexpr std::array monthSteps{1, 2, 3, 6};
-
-// The smallest of these that gives no more than `most` lines, 0 when none does.
-template <typename Steps>
-qint64 stepFor(const Steps& steps, double length, int most, double unit)
+/// What changes from one line to the next.
+struct TickUnit
 {
-    const auto found = std::find_if(steps.begin(), steps.end(), [=](qint64 step) {
-        return length <= most * double(step) * unit;
-    });
-    return found == steps.end() ? 0 : qint64(*found);
-}
+    enum Kind { Clock, Day, Week, Month, Year };
 
-QString yearText(const QDate& day)
-{
-    return day.toString(QStringLiteral("yyyy"));
-}
+    Kind kind = Clock;
+    qint64 count = 1; ///< seconds of the clock; else days, weeks, months, years
+};
 
-std::vector<TimeTick> evenTicks(const TimeRange& range, qint64 step)
+constexpr std::array usualUnits{TickUnit{TickUnit::Clock, 1},
+                                TickUnit{TickUnit::Clock, 2},
+                                TickUnit{TickUnit::Clock, 5},
+                                TickUnit{TickUnit::Clock, 10},
+                                TickUnit{TickUnit::Clock, 15},
+                                TickUnit{TickUnit::Clock, 30},
+                                TickUnit{TickUnit::Clock, minute},
+                                TickUnit{TickUnit::Clock, 2 * minute},
+                                TickUnit{TickUnit::Clock, 5 * minute},
+                                TickUnit{TickUnit::Clock, 10 * minute},
+                                TickUnit{TickUnit::Clock, 15 * minute},
+                                TickUnit{TickUnit::Clock, 30 * minute},
+                                TickUnit{TickUnit::Clock, hour},
+                                TickUnit{TickUnit::Clock, 2 * hour},
+                                TickUnit{TickUnit::Clock, 3 * hour},
+                                TickUnit{TickUnit::Clock, 6 * hour},
+                                TickUnit{TickUnit::Clock, 12 * hour},
+                                TickUnit{TickUnit::Day, 1},
+                                TickUnit{TickUnit::Week, 1},
+                                TickUnit{TickUnit::Week, 2},
+                                TickUnit{TickUnit::Month, 1},
+                                TickUnit{TickUnit::Month, 3},
+                                TickUnit{TickUnit::Month, 6},
+                                TickUnit{TickUnit::Year, 1},
+                                TickUnit{TickUnit::Year, 2},
+                                TickUnit{TickUnit::Year, 5},
+                                TickUnit{TickUnit::Year, 10},
+                                TickUnit{TickUnit::Year, 20},
+                                TickUnit{TickUnit::Year, 50}};
+
+/// A slot's begin with the numbers of what it is in.
+struct Begin
 {
-    const bool isClock = step < secondsPerDay;
-    const QString clockFormat =
-        step < minute ? QStringLiteral("hh:mm:ss") : QStringLiteral("hh:mm");
-    const qint64 origin = step % week == 0 ? -3 * secondsPerDay : 0; // a Monday
-    std::vector<TimeTick> ticks;
-    qint64 time = static_cast<qint64>(std::ceil(range.begin));
-    time = -floorDivided(-(time - origin), step) * step + origin;
-    int year = 0;
-    for (; static_cast<double>(time) <= range.end; time += step) {
-        TimeTick tick;
-        tick.time = time;
-        const QDate day = wallDate(time);
-        const bool isFirst = ticks.empty();
-        if (isClock) {
-            tick.label = wallClock(time).toString(clockFormat);
-            tick.isBegin = time % secondsPerDay == 0;
-            if (isFirst || tick.isBegin)
-                tick.heading = dateText(time);
+    qint64 slot = 0;
+    qint64 time = 0;
+    std::array<qint64, TickUnit::Year + 1> numbers{}; // by TickUnit::Kind
+
+    qint64 numberOf(const TickUnit& unit) const
+    {
+        return floorDivided(numbers[static_cast<size_t>(unit.kind)], unit.count);
+    }
+    bool isSame(const Begin& other, TickUnit::Kind kind) const
+    {
+        return numbers[kind] == other.numbers[kind];
+    }
+    QDate day() const { return QDate::fromJulianDay(numbers[TickUnit::Day]); }
+};
+
+std::vector<Begin> numbered(const std::vector<SlotBegin>& begins)
+{
+    std::vector<Begin> all;
+    all.reserve(begins.size());
+    for (const SlotBegin& begin : begins) {
+        Begin one{begin.slot, begin.time, {}};
+        const qint64 day = begin.day.toJulianDay();
+        if (!all.empty() && all.back().numbers[TickUnit::Day] == day) {
+            one.numbers = all.back().numbers;
         } else {
-            tick.label = day.toString(withoutPart(u'y'));
-            tick.isBegin = !isFirst && day.year() != year;
-            if (isFirst || tick.isBegin)
-                tick.heading = yearText(day);
+            // Julian day 0 was a Monday.
+            const qint64 year = begin.day.year();
+            one.numbers = {0, day, floorDivided(day, 7),
+                           year * monthsPerYear + begin.day.month() - 1, year};
         }
-        year = day.year();
-        ticks.push_back(tick);
+        one.numbers[TickUnit::Clock] = begin.time;
+        all.push_back(one);
     }
-    return ticks;
+    return all;
 }
 
-std::vector<TimeTick> monthTicks(const TimeRange& range, int months)
+// Days change with every unit.
+bool isLine(const Begin& before, const Begin& begin, const TickUnit& unit)
 {
-    std::vector<TimeTick> ticks;
-    const QDate first = wallDate(static_cast<qint64>(std::floor(range.begin)));
-    QDate day(first.year(), 1, 1);
-    for (; static_cast<double>(wallTime(day)) <= range.end; day = day.addMonths(months)) {
-        if (static_cast<double>(wallTime(day)) < range.begin)
-            continue;
-        TimeTick tick;
-        tick.time = wallTime(day);
-        tick.label = day.toString(withoutPart(u'd'));
-        tick.isBegin = day.month() == 1;
-        ticks.push_back(tick);
-    }
-    return ticks;
+    return before.numberOf(unit) != begin.numberOf(unit) ||
+           (unit.kind == TickUnit::Clock && !before.isSame(begin, TickUnit::Day));
 }
 
-std::vector<TimeTick> yearTicks(const TimeRange& range, int years)
+// Nothing that is shorter than a candle.
+bool isFor(const TickUnit& unit, Timeframe timeframe)
 {
-    std::vector<TimeTick> ticks;
-    const int from = wallDate(static_cast<qint64>(std::floor(range.begin))).year();
-    const int to = wallDate(static_cast<qint64>(std::ceil(range.end))).year();
-    for (int year = static_cast<int>(floorDivided(from, years)) * years; year <= to;
-         year += years) {
-        const QDate day(year, 1, 1);
-        if (!day.isValid() || static_cast<double>(wallTime(day)) < range.begin ||
-            static_cast<double>(wallTime(day)) > range.end)
+    if (isBelowDay(timeframe))
+        return unit.kind != TickUnit::Clock || unit.count >= secondsOf(timeframe);
+    const int longer = static_cast<int>(timeframe) - static_cast<int>(Timeframe::Day);
+    return unit.kind >= TickUnit::Day + longer;
+}
+
+TickUnit unitFor(const std::vector<Begin>& begins, double slotsPerLabel, Timeframe timeframe)
+{
+    const double room =
+        static_cast<double>(begins.back().slot - begins.front().slot) / slotsPerLabel;
+    for (const TickUnit& unit : usualUnits) {
+        if (!isFor(unit, timeframe))
             continue;
-        TimeTick tick;
-        tick.time = wallTime(day);
-        tick.label = yearText(day);
-        ticks.push_back(tick);
+        double lines = 0;
+        for (size_t i = 1; i < begins.size(); ++i)
+            lines += isLine(begins[i - 1], begins[i], unit);
+        if (lines <= std::max(1.0, room))
+            return unit;
     }
-    return ticks;
+    return usualUnits.back();
+}
+
+QString clockText(qint64 time, qint64 step)
+{
+    return wallClock(time).toString(step < minute ? QStringLiteral("hh:mm:ss")
+                                                  : QStringLiteral("hh:mm"));
+}
+
+QString headingOf(const Begin& begin, const TickUnit& unit)
+{
+    if (unit.kind == TickUnit::Clock)
+        return dateText(wallTime(begin.day()));
+    return unit.kind <= TickUnit::Week ? begin.day().toString(QStringLiteral("yyyy")) : QString();
+}
+
+QString labelOf(const Begin& begin, const TickUnit& unit)
+{
+    if (unit.kind == TickUnit::Year)
+        return begin.day().toString(QStringLiteral("yyyy"));
+    if (unit.kind == TickUnit::Month)
+        return begin.day().toString(withoutPart(u'd'));
+    return begin.day().toString(withoutPart(u'y'));
+}
+
+// The higher, the rounder.
+int rankOf(const Begin& before, const Begin& begin)
+{
+    for (const TickUnit::Kind kind :
+         {TickUnit::Year, TickUnit::Month, TickUnit::Week, TickUnit::Day}) {
+        if (!before.isSame(begin, kind))
+            return kind + 1;
+    }
+    return begin.time % hour == 0 ? 1 : 0;
+}
+
+TimeTick tickAt(const Begin& before, const Begin& begin, const TickUnit& unit)
+{
+    TimeTick tick;
+    tick.slot = begin.slot;
+    tick.rank = rankOf(before, begin);
+    const bool isNewDay = !before.isSame(begin, TickUnit::Day);
+    if (unit.kind == TickUnit::Clock) {
+        // Where a round time is in a gap, the line stands behind it.
+        const qint64 time = isNewDay ? begin.time : begin.numberOf(unit) * unit.count;
+        if (time % unit.count == 0)
+            tick.label = clockText(time, unit.count);
+        tick.isBegin = isNewDay;
+    } else {
+        tick.label = labelOf(begin, unit);
+        tick.isBegin = unit.kind < TickUnit::Year && !before.isSame(begin, TickUnit::Year);
+    }
+    if (tick.isBegin)
+        tick.heading = headingOf(begin, unit);
+    return tick;
 }
 
 double roundStep(double atLeast)
@@ -149,18 +222,23 @@ double valueStep(double low, double high, int most, int decimals)
     return wanted > smallest ? roundStep(wanted) : smallest;
 }
 
-std::vector<TimeTick> timeTicks(const TimeRange& range, int most)
+TimeTicks timeTicks(const std::vector<SlotBegin>& begins, const SlotRange& range,
+                    double slotsPerLabel, Timeframe timeframe)
 {
-    most = std::max(1, most);
-    const double length = range.length();
-    if (const qint64 step = stepFor(clockSteps, length, most, 1))
-        return evenTicks(range, step);
-    if (const qint64 step = stepFor(daySteps, length, most, 1))
-        return evenTicks(range, step);
-    if (const qint64 step = stepFor(monthSteps, length, most, averageMonth))
-        return monthTicks(range, static_cast<int>(step));
-    return yearTicks(range,
-                     std::max(1, static_cast<int>(roundStep(length / (12 * averageMonth) / most))));
+    if (begins.empty())
+        return {};
+    const std::vector<Begin> all = numbered(begins);
+    const TickUnit unit = unitFor(all, slotsPerLabel, timeframe);
+    TimeTicks found;
+    if (static_cast<double>(all.front().slot) < range.begin)
+        found.first = headingOf(all.front(), unit);
+    else // nothing is before it
+        found.ticks.push_back(tickAt({all.front().slot, all.front().time, {}}, all.front(), unit));
+    for (size_t i = 1; i < all.size(); ++i) {
+        if (isLine(all[i - 1], all[i], unit))
+            found.ticks.push_back(tickAt(all[i - 1], all[i], unit));
+    }
+    return found;
 }
 
 QString dateText(qint64 time)
@@ -183,6 +261,14 @@ QString intervalText(qint64 seconds)
         return Text::tr("%1 ч").arg(seconds / hour);
     return seconds % minute == 0 ? Text::tr("%1 мин").arg(seconds / minute)
                                  : Text::tr("%1 с").arg(seconds);
+}
+
+QString timeframeText(Timeframe timeframe)
+{
+    if (timeframe == Timeframe::Week)
+        return Text::tr("%1 нед").arg(1);
+    return timeframe == Timeframe::Month ? Text::tr("%1 мес").arg(1)
+                                         : intervalText(secondsOf(timeframe));
 }
 
 QString numberText(double number, int decimals)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "desk/chart/timerange.h"
+#include "desk/chart/timeaxis.h"
 
 #include <QtCore/QString>
 
@@ -16,14 +16,24 @@ double valueStep(double low, double high, int most, int decimals);
 
 struct TimeTick
 {
-    qint64 time = 0;      ///< wall time
+    qint64 slot = 0;      ///< the line stands where it begins
     QString label;        ///< what is new at every line: the time, or the day, or the month
     QString heading;      ///< what begins here, below the label: a date or a year; empty within it
     bool isBegin = false; ///< a day begins here, or a year
+    int rank = 0;         ///< where two labels have no room the one with the higher rank stays
 };
 
-/// At most about `most` lines in the range, at round times. The first one has a heading too.
-std::vector<TimeTick> timeTicks(const TimeRange& range, int most);
+struct TimeTicks
+{
+    std::vector<TimeTick> ticks; ///< in the order of their slots
+    QString first;               ///< the heading of what the range begins in the middle of
+};
+
+/// Lines for the slots that begin in a range: as many as have room where a label has need of so
+/// many slots on average, at round times and where days, weeks, months or years change. `begins` is
+/// what the axis of this timeframe says of the range.
+TimeTicks timeTicks(const std::vector<SlotBegin>& begins, const SlotRange& range,
+                    double slotsPerLabel, Timeframe timeframe);
 
 /// "15.01.2024", as the default locale writes it.
 QString dateText(qint64 time);
@@ -31,6 +41,8 @@ QString dateText(qint64 time);
 QString dateTimeText(qint64 time, qint64 interval);
 /// "1 мин", "15 с", "2 ч", "7 д".
 QString intervalText(qint64 seconds);
+/// "5 мин", "1 ч", "1 д", "1 нед", "1 мес".
+QString timeframeText(Timeframe timeframe);
 /// A number with a fixed count of digits after the point, "120.50", never "-0.00".
 QString numberText(double number, int decimals);
 /// The text of a number with its thousands apart, "40 000 000"; the blanks do not break a line.

@@ -32,6 +32,19 @@ ChartColors ChartColors::of(const QPalette& palette)
     colors.crosshair = between(colors.background, colors.text, 0.6);
     colors.tag = palette.color(QPalette::Highlight);
     colors.tagText = palette.color(QPalette::HighlightedText);
+    colors.unread = between(colors.background, colors.text, 0.06);
+    colors.band = colors.tag;
+    constexpr float seenThrough = 0.22F;
+    colors.band.setAlphaF(seenThrough);
+    colors.note = isDark ? QColor(0x6c, 0xb6, 0xff) : QColor(0x0a, 0x58, 0xca);
+    colors.warning = isDark ? QColor(0xf0, 0xc0, 0x40) : QColor(0x9a, 0x67, 0x00);
+    colors.fault = isDark ? QColor(0xff, 0x5c, 0x8a) : QColor(0xa4, 0x0e, 0x4c);
+    if (isDark)
+        colors.studies = {QColor(0xf2, 0xb1, 0x34), QColor(0x79, 0xb8, 0xff),
+                          QColor(0xd2, 0xa8, 0xff), QColor(0x5c, 0xd6, 0xd6)};
+    else
+        colors.studies = {QColor(0xb3, 0x59, 0x00), QColor(0x1f, 0x5f, 0xbf),
+                          QColor(0x7a, 0x3e, 0xb1), QColor(0x00, 0x75, 0x75)};
     return colors;
 }
 

@@ -3,6 +3,8 @@
 
 #include <QtGui/QColor>
 
+#include <array>
+
 class QPalette;
 
 namespace vexdesk {
@@ -20,6 +22,12 @@ struct ChartColors
     QColor crosshair;
     QColor tag; ///< of the labels on the crosshair
     QColor tagText;
+    QColor unread; ///< the ground of days that were not read yet
+    QColor band;   ///< over a marked range; is seen through
+    QColor note;
+    QColor warning;
+    QColor fault;
+    std::array<QColor, 4> studies; ///< one after the other
 
     static ChartColors of(const QPalette& palette);
 };

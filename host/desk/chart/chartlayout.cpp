@@ -2,57 +2,102 @@
 #include "desk/chart/chartlayout.h"
 
 #include "desk/chart/axisticks.h"
-#include "desk/chart/readout.h"
 
 #include <QtGui/QFontMetricsF>
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 namespace vexdesk {
 
 namespace {
 
 // Device-independent pixels.
-constexpr double thinnestCandle = 4; // with the gap beside it
 constexpr double padding = 6;
 constexpr double tagPadding = 4;
 constexpr double edge = 2;           // that no label touches
 constexpr double priceDistance = 40; // between lines
+constexpr double signSize = 10;
+constexpr double volumeLines = 3; // where there is little room
 
 constexpr double volumeShare = 0.2; // of the height of both panes
 
-void setPrices(ChartPane& pane, const std::vector<Candle>& candles, const Bar& otherwise)
-{
-    const Bar& first = candles.empty() ? otherwise : candles.front().bar;
-    pane.low = first.low;
-    pane.high = first.high;
-    for (const Candle& candle : candles) {
-        const Bar& bar = candle.bar;
-        pane.low = std::min({pane.low, bar.low, bar.open, bar.close});
-        pane.high = std::max({pane.high, bar.high, bar.open, bar.close});
-    }
-    constexpr double margin = 0.06;
-    constexpr double leastUnits = 2;     // of the last decimal
-    constexpr double leastShare = 1e-12; // of a price, or a double might not tell them apart
-    const double side = std::max({(pane.high - pane.low) * margin, std::abs(pane.high) * leastShare,
-                                  leastUnits * std::pow(10.0, -pane.decimals)});
-    pane.low -= side;
-    pane.high += side;
-}
-
-void setVolumes(ChartPane& pane, const std::vector<Candle>& candles)
+struct Prices
 {
     double low = 0;
     double high = 0;
-    for (const Candle& candle : candles) {
-        low = std::min(low, static_cast<double>(candle.bar.volume));
-        high = std::max(high, static_cast<double>(candle.bar.volume));
+
+    void add(double price)
+    {
+        low = std::min(low, price);
+        high = std::max(high, price);
+    }
+    void add(const Bar& bar)
+    {
+        for (const double price : {bar.low, bar.open, bar.close, bar.high})
+            add(price);
+    }
+};
+
+// The prices in an empty stretch are those before it, or the last ones that are known.
+Bar barBefore(const ChartContent& content)
+{
+    const std::vector<PlacedCandle> before =
+        content.axis.candles({content.range.begin, content.range.begin}, 1);
+    if (!before.empty())
+        return before.front().candle.bar;
+    const auto& days = content.axis.series().days();
+    const auto last = std::find_if(days.rbegin(), days.rend(), [](const SeriesDay& day) {
+        return day.summary && day.summary->count > 0;
+    });
+    return last == days.rend() ? Bar() : last->summary->whole();
+}
+
+void setPrices(ChartLayout& chart, const ChartContent& content)
+{
+    const Bar first = chart.candles.empty() ? barBefore(content) : chart.candles.front().candle.bar;
+    Prices prices{first.low, first.high};
+    for (const PlacedCandle& placed : chart.candles)
+        prices.add(placed.candle.bar);
+    for (const PlacedStudy& study : chart.studies) {
+        for (const StudyLine& line : study.shapes.lines) {
+            for (const QPointF& point : line.points) {
+                if (point.x() >= chart.range.begin && point.x() <= chart.range.end)
+                    prices.add(point.y());
+            }
+        }
+    }
+    ChartPane& pane = chart.prices;
+    constexpr double margin = 0.06;
+    constexpr double leastUnits = 2;     // of the last decimal
+    constexpr double leastShare = 1e-12; // of a price, or a double might not tell them apart
+    const double side =
+        std::max({(prices.high - prices.low) * margin, std::abs(prices.high) * leastShare,
+                  leastUnits * std::pow(10.0, -pane.decimals)});
+    pane.low = prices.low - side;
+    pane.high = prices.high + side;
+}
+
+void setVolumes(ChartPane& pane, const std::vector<PlacedCandle>& candles)
+{
+    double low = 0;
+    double high = 0;
+    for (const PlacedCandle& placed : candles) {
+        low = std::min(low, static_cast<double>(placed.candle.bar.volume));
+        high = std::max(high, static_cast<double>(placed.candle.bar.volume));
     }
     constexpr double margin = 0.08;
     const double side = (high - low) * margin;
     pane.low = low < 0 ? low - side : 0;
     pane.high = high > low ? high + side : 1;
+}
+
+// In steps: the panes should not change their width with every digit.
+double inSteps(double width)
+{
+    constexpr double step = 16;
+    return std::ceil((width + 3 * padding) / step) * step;
 }
 
 double axisWidth(const ChartLayout& chart, const QFontMetricsF& metrics)
@@ -62,17 +107,40 @@ double axisWidth(const ChartLayout& chart, const QFontMetricsF& metrics)
         for (const double value : {pane->low, pane->high})
             widest = std::max(widest, metrics.horizontalAdvance(pane->textOf(value)));
     }
-    // In steps: the panes should not change their width with every digit.
-    constexpr double step = 16;
-    return std::ceil((widest + 3 * padding) / step) * step;
+    return inSteps(widest);
 }
 
-void placePanes(ChartLayout& chart, const QFontMetricsF& metrics, double axisWidth)
+// In rows above the prices, where they cover nothing; answers how high the rows are.
+double placeNames(ChartLayout& chart, const QFontMetricsF& metrics)
+{
+    constexpr double distance = 16;
+    const double line = std::ceil(metrics.height());
+    const double right = chart.size.width() - edge;
+    QPointF at(padding, edge);
+    double height = 0;
+    const auto place = [&](ChartLabel& name) {
+        const double width = std::min(metrics.horizontalAdvance(name.text), right - padding);
+        if (at.x() > padding && at.x() + width > right)
+            at = {padding, at.y() + line};
+        name.text = metrics.elidedText(name.text, Qt::ElideRight, width + 1);
+        name.place = QRectF(at, QSizeF(width, line));
+        at.rx() += width + distance;
+        height = name.place.bottom();
+    };
+    if (!chart.title.text.isEmpty())
+        place(chart.title);
+    for (PlacedStudy& study : chart.studies)
+        place(study.name);
+    return height;
+}
+
+void placePanes(ChartLayout& chart, const QFontMetricsF& metrics)
 {
     const double line = std::ceil(metrics.height());
-    const double top = std::ceil(line / 2) + padding;
+    const double top = std::max(std::ceil(line / 2), placeNames(chart, metrics)) + padding;
     const double below = std::ceil(line / 2) + 2 * line + padding;
-    const double width = std::max(1.0, std::floor(chart.size.width() - padding - axisWidth));
+    const double width =
+        std::max(1.0, std::floor(chart.size.width() - padding - axisWidth(chart, metrics)));
     // A label of each pane may stand out of it.
     const double both = std::max(2.0, chart.size.height() - top - below - line);
     const double volumeHeight = std::floor(both * volumeShare);
@@ -86,20 +154,22 @@ double labelsTop(const ChartLayout& chart, const QFontMetricsF& metrics)
     return chart.volumes.place.bottom() + std::ceil(metrics.height() / 2);
 }
 
-qint64 intervalFor(const ChartLayout& chart)
+void addCandles(ChartLayout& chart, const ChartContent& content)
 {
-    const double secondsPerPixel = chart.time.length() / chart.prices.place.width();
-    return candleInterval(secondsPerPixel * thinnestCandle, chart.timeframe);
-}
-
-void addCandles(ChartLayout& chart, const BarSeries& series)
-{
-    chart.interval = intervalFor(chart);
-    chart.candles = candlesOf(series, chart.interval, chart.time.begin, chart.time.end);
-    // In an empty stretch the prices are those before it.
-    const qsizetype before = series.firstAfter(static_cast<qint64>(chart.time.begin)) - 1;
-    setPrices(chart.prices, chart.candles, series.at(std::max(qsizetype(0), before)));
-    setVolumes(chart.volumes, chart.candles);
+    int before = 0;
+    for (const auto& study : content.studies)
+        before = std::max(before, study->candlesBefore());
+    std::vector<PlacedCandle> all = content.axis.candles(content.range, before);
+    for (const auto& study : content.studies)
+        chart.studies.push_back(
+            {study->shapes({all, content.range, chart.prices.decimals}), {study->name(), {}}});
+    const auto first =
+        std::partition_point(all.begin(), all.end(), [&content](const PlacedCandle& placed) {
+            return static_cast<double>(placed.slot) + 1 <= content.range.begin;
+        });
+    all.erase(all.begin(), first);
+    chart.candles = std::move(all);
+    chart.unread = content.axis.unread(content.range);
 }
 
 void addLines(ChartPane& pane, const QFontMetricsF& metrics, double distance)
@@ -121,9 +191,16 @@ void addLines(ChartPane& pane, const QFontMetricsF& metrics, double distance)
     }
 }
 
-double xOfTick(const ChartLayout& chart, const TimeTick& tick)
+void addAxes(ChartLayout& chart, const QFontMetricsF& metrics)
 {
-    return std::round(chart.xOf(static_cast<double>(tick.time)));
+    const double line = metrics.height();
+    addLines(chart.prices, metrics,
+             std::max(line, std::min(priceDistance, chart.prices.place.height() / 3)));
+    // Numbers that nothing is measured by would be taken for those of the bars.
+    if (std::any_of(chart.candles.begin(), chart.candles.end(),
+                    [](const PlacedCandle& placed) { return placed.candle.bar.volume != 0; }))
+        addLines(chart.volumes, metrics,
+                 std::clamp(chart.volumes.place.height() / volumeLines, line, 2 * line));
 }
 
 // Centred below this point, but inside: a label may be wider than what is beside the pane.
@@ -135,51 +212,147 @@ ChartLabel centredLabel(const QString& text, const QPointF& top, double right,
     return {text, {std::max(edge, left), top.y(), width, metrics.height()}};
 }
 
-void addHeadings(ChartLayout& chart, const std::vector<TimeTick>& ticks,
-                 const QFontMetricsF& metrics)
+bool isFree(const QRectF& place, const std::vector<QRectF>& taken, double distance)
+{
+    return std::none_of(taken.begin(), taken.end(), [&](const QRectF& other) {
+        return place.left() < other.right() + distance && other.left() < place.right() + distance;
+    });
+}
+
+// The ticks that have room, by their rank.
+std::vector<size_t> byRank(const std::vector<TimeTick>& ticks)
+{
+    std::vector<size_t> order(ticks.size());
+    std::iota(order.begin(), order.end(), size_t(0));
+    std::stable_sort(order.begin(), order.end(), [&ticks](size_t left, size_t right) {
+        return ticks[left].rank > ticks[right].rank;
+    });
+    return order;
+}
+
+void addHeadings(ChartLayout& chart, const TimeTicks& found, const QFontMetricsF& metrics)
 {
     const double top = labelsTop(chart, metrics) + metrics.height();
-    std::vector<ChartLabel> labels;
-    for (const TimeTick& tick : ticks) {
-        if (!tick.heading.isEmpty())
-            labels.push_back(centredLabel(tick.heading, {xOfTick(chart, tick), top},
-                                          chart.prices.place.right(), metrics));
-    }
-    // The first one gives way to the begin of the next day.
-    const auto follows = [](const ChartLabel& left, const ChartLabel& right) {
-        return left.place.right() + 2 * tagPadding <= right.place.left();
+    std::vector<QRectF> taken;
+    const auto add = [&](const ChartLabel& label) {
+        if (!isFree(label.place, taken, 2 * tagPadding))
+            return;
+        taken.push_back(label.place);
+        chart.headings.push_back(label);
     };
-    if (labels.size() > 1 && !ticks.front().isBegin && !follows(labels[0], labels[1]))
-        labels.erase(labels.begin());
-    for (const ChartLabel& label : labels) {
-        if (chart.headings.empty() || follows(chart.headings.back(), label))
-            chart.headings.push_back(label);
+    const double right = chart.size.width();
+    for (const size_t i : byRank(found.ticks)) {
+        const TimeTick& tick = found.ticks[i];
+        const double x = std::round(chart.xOf(static_cast<double>(tick.slot)));
+        if (!tick.heading.isEmpty())
+            add(centredLabel(tick.heading, {x, top}, right, metrics));
     }
+    // What the view begins in the middle of gives way to what begins in it.
+    if (!found.first.isEmpty())
+        add(centredLabel(found.first, {chart.prices.place.left(), top}, right, metrics));
 }
 
-void addTimes(ChartLayout& chart, const QFontMetricsF& metrics)
+void addTimes(ChartLayout& chart, const TimeAxis& axis, const QFontMetricsF& metrics)
 {
-    const double labelWidth = metrics.horizontalAdvance(QStringLiteral("00:00:00")) + 3 * padding;
-    const std::vector<TimeTick> ticks =
-        timeTicks(chart.time, static_cast<int>(chart.prices.place.width() / labelWidth));
+    const double width = metrics.horizontalAdvance(QStringLiteral("00:00:00")) + 3 * padding;
+    const TimeTicks found = timeTicks(axis.begins(chart.range), chart.range,
+                                      width / chart.slotWidth(), axis.timeframe());
     const double top = labelsTop(chart, metrics);
-    for (const TimeTick& tick : ticks) {
-        const double x = xOfTick(chart, tick);
-        chart.times.push_back(
-            {x, centredLabel(tick.label, {x, top}, chart.size.width(), metrics), tick.isBegin});
+    std::vector<QRectF> taken;
+    for (const size_t i : byRank(found.ticks)) {
+        const TimeTick& tick = found.ticks[i];
+        AxisLine line;
+        line.at = std::round(chart.xOf(static_cast<double>(tick.slot)));
+        line.isBegin = tick.isBegin;
+        ChartLabel label = centredLabel(tick.label, {line.at, top}, chart.size.width(), metrics);
+        const bool hasRoom = isFree(label.place, taken, padding);
+        if (hasRoom && !tick.label.isEmpty()) {
+            taken.push_back(label.place);
+            line.label = std::move(label);
+        }
+        // A day is seen to begin where its time has no room too.
+        if (hasRoom || tick.isBegin)
+            chart.times.push_back(line);
     }
-    addHeadings(chart, ticks, metrics);
+    std::sort(chart.times.begin(), chart.times.end(),
+              [](const AxisLine& left, const AxisLine& right) { return left.at < right.at; });
+    addHeadings(chart, found, metrics);
 }
 
-size_t nearestCandle(const std::vector<Candle>& candles, double time)
+// Beside the pane, as far as there is room.
+ChartLabel valueTag(const ChartLayout& chart, const ChartPane& pane, double value, double y,
+                    const QFontMetricsF& metrics)
+{
+    ChartLabel tag =
+        centredLabel(pane.textOf(value), {chart.size.width(), y - metrics.height() / 2},
+                     chart.size.width(), metrics, tagPadding);
+    tag.place.moveLeft(std::min(tag.place.left(), pane.place.right() + 1));
+    return tag;
+}
+
+void addLastPrice(ChartLayout& chart, const TimeAxis& axis, const QFontMetricsF& metrics)
+{
+    const auto& days = axis.series().days();
+    const auto day = std::find_if(days.rbegin(), days.rend(), [](const SeriesDay& one) {
+        return !one.summary || one.summary->count > 0;
+    });
+    if (day == days.rend() || !day->summary)
+        return;
+    Bar bar = day->summary->whole();
+    if (bar.close <= chart.prices.low || bar.close >= chart.prices.high)
+        return;
+    LastPrice last;
+    last.at = std::round(chart.prices.yOf(bar.close));
+    last.label = valueTag(chart, chart.prices, bar.close, last.at, metrics);
+    // In the colour of the candle that it belongs to.
+    if (!chart.candles.empty() && chart.candles.back().candle.bar.time == bar.time)
+        bar = chart.candles.back().candle.bar;
+    last.isRising = bar.close >= bar.open;
+    chart.last = last;
+}
+
+void addMarks(ChartLayout& chart, const QList<ChartMark>& marks)
+{
+    if (marks.isEmpty())
+        return;
+    constexpr double distance = 4;
+    for (const CandleMark& mark : marksOfCandles(marks, chart.candles)) {
+        const PlacedCandle& placed = chart.candles[mark.candle];
+        const Bar& bar = placed.candle.bar;
+        const double y = std::round(chart.prices.yOf(std::min({bar.low, bar.open, bar.close})));
+        const double top = std::min(y + distance, chart.prices.place.bottom() - signSize);
+        const double left = chart.columnOf(placed).middle() - std::floor(signSize / 2);
+        chart.marks.push_back({mark, {left, top, signSize, signSize}});
+    }
+}
+
+// The candle whose middle is nearest; there is one.
+size_t nearestCandle(const std::vector<PlacedCandle>& candles, double slot)
 {
     const auto after =
         std::partition_point(candles.begin(), candles.end(),
-                             [time](const Candle& candle) { return candle.middle() < time; });
+                             [slot](const PlacedCandle& candle) { return candle.middle() < slot; });
     const bool isBefore =
         after == candles.end() ||
-        (after != candles.begin() && time - (after - 1)->middle() < after->middle() - time);
+        (after != candles.begin() && slot - (after - 1)->middle() < after->middle() - slot);
     return static_cast<size_t>(after - candles.begin()) - (isBefore ? 1 : 0);
+}
+
+bool isUnread(const ChartLayout& chart, double slot)
+{
+    return std::any_of(chart.unread.begin(), chart.unread.end(), [slot](const SlotRange& stretch) {
+        return stretch.begin <= slot && slot < stretch.end;
+    });
+}
+
+void setTime(Crosshair& crosshair, const ChartLayout& chart, const QFontMetricsF& metrics)
+{
+    const PlacedCandle& placed = chart.candles[*crosshair.candle];
+    crosshair.slot = placed.slot;
+    crosshair.at.setX(chart.columnOf(placed).middle());
+    crosshair.time = centredLabel(candleTimeText(placed.candle, chart.kind),
+                                  {crosshair.at.x(), labelsTop(chart, metrics)}, chart.size.width(),
+                                  metrics, tagPadding);
 }
 
 } // namespace
@@ -190,70 +363,97 @@ QString ChartPane::textOf(double value) const
     return isGrouped ? groupedText(text) : text;
 }
 
-CandleColumn ChartLayout::columnOf(const Candle& candle) const
+CandleColumn ChartLayout::columnOf(const PlacedCandle& candle) const
 {
-    constexpr double share = 0.7; // of the interval's width
-    constexpr double thinnest = 3;
-    const double slot =
-        xOf(static_cast<double>(candle.end)) - xOf(static_cast<double>(candle.begin));
+    constexpr double share = 0.7; // of the slot's width
     CandleColumn column;
-    column.width = std::max(thinnest, 2 * std::floor(slot * share / 2) + 1);
+    column.width = 2 * std::floor(slotWidth() * share / 2) + 1;
     column.left = std::round(xOf(candle.middle()) - column.width / 2);
     return column;
 }
 
 std::optional<Crosshair> ChartLayout::crosshairAt(const QPointF& mouse) const
 {
-    if (candles.empty() || !prices.place.united(volumes.place).contains(mouse))
+    const double slot = slotAt(mouse.x());
+    if (candles.empty() || isUnread(*this, slot) ||
+        !prices.place.united(volumes.place).contains(mouse))
         return std::nullopt;
     const QFontMetricsF metrics(font);
     Crosshair crosshair;
-    crosshair.candle = nearestCandle(candles, timeAt(mouse.x()));
-    const Candle& candle = candles[crosshair.candle];
-    crosshair.at = {columnOf(candle).middle(), mouse.y()};
-    crosshair.time = centredLabel(candleTimeText(candle, interval, timeframe),
-                                  {crosshair.at.x(), labelsTop(*this, metrics)}, size.width(),
-                                  metrics, tagPadding);
+    crosshair.candle = nearestCandle(candles, slot);
+    crosshair.at = mouse;
+    setTime(crosshair, *this, metrics);
     const bool isPrice = mouse.y() <= prices.place.bottom();
     const ChartPane& pane = isPrice ? prices : volumes;
-    if (isPrice || !pane.lines.empty()) {
-        // Beside the pane, as far as there is room.
-        crosshair.value = centredLabel(pane.textOf(pane.valueAt(mouse.y())),
-                                       {size.width(), mouse.y() - metrics.height() / 2},
-                                       size.width(), metrics, tagPadding);
-        QRectF& place = crosshair.value.place;
-        place.moveLeft(std::min(place.left(), pane.place.right() + 1));
-    }
+    if (isPrice || !pane.lines.empty())
+        crosshair.value = valueTag(*this, pane, pane.valueAt(mouse.y()), mouse.y(), metrics);
     return crosshair;
 }
 
-ChartLayout layOutChart(const BarSeries& series, int timeframe, const TimeRange& time,
-                        const QSizeF& size, const QFont& font)
+std::optional<Crosshair> ChartLayout::crosshairOn(qint64 slot) const
 {
+    const double middle = static_cast<double>(slot) + 0.5;
+    if (middle < range.begin || middle > range.end)
+        return std::nullopt;
+    Crosshair crosshair;
+    if (isUnread(*this, middle)) {
+        crosshair.slot = slot;
+        crosshair.at = {std::round(xOf(middle)), prices.place.bottom()};
+        return crosshair;
+    }
+    if (candles.empty())
+        return std::nullopt;
+    const QFontMetricsF metrics(font);
+    crosshair.candle = nearestCandle(candles, middle);
+    setTime(crosshair, *this, metrics);
+    const double close = candles[*crosshair.candle].candle.bar.close;
+    crosshair.at.setY(std::round(prices.yOf(close)));
+    crosshair.value = valueTag(*this, prices, close, crosshair.at.y(), metrics);
+    return crosshair;
+}
+
+const MarkSign* ChartLayout::markAt(const QPointF& place) const
+{
+    const auto found = std::find_if(marks.begin(), marks.end(), [&place](const MarkSign& sign) {
+        return sign.place.contains(place);
+    });
+    return found == marks.end() ? nullptr : &*found;
+}
+
+const MarkSign* ChartLayout::markOf(size_t candle) const
+{
+    const auto found = std::find_if(marks.begin(), marks.end(), [candle](const MarkSign& sign) {
+        return sign.mark.candle == candle;
+    });
+    return found == marks.end() ? nullptr : &*found;
+}
+
+double usualPaneWidth(const QSizeF& size, const QFont& font)
+{
+    const double label = QFontMetricsF(font).horizontalAdvance(QStringLiteral("000000.00"));
+    return std::max(1.0, size.width() - padding - inSteps(label));
+}
+
+ChartLayout layOutChart(const ChartContent& content, const QSizeF& size, const QFont& font)
+{
+    const QFontMetricsF metrics(font);
     ChartLayout chart;
     chart.size = size;
     chart.font = font;
-    chart.time = time;
-    chart.timeframe = timeframe;
-    chart.prices.decimals = series.decimals();
+    chart.range = content.range;
+    chart.kind = {content.axis.timeframe(), content.axis.series().timeframe()};
+    chart.title.text = content.title;
+    chart.prices.decimals = content.axis.series().decimals();
     chart.volumes.isGrouped = true;
-    const QFontMetricsF metrics(font);
-    // How wide the axes are depends on the candles, and how many candles there are on the room that
-    // the axes leave.
-    placePanes(chart, metrics, 0);
-    addCandles(chart, series);
-    placePanes(chart, metrics, axisWidth(chart, metrics));
-    if (intervalFor(chart) != chart.interval)
-        addCandles(chart, series);
-
-    const double line = metrics.height();
-    addLines(chart.prices, metrics,
-             std::max(line, std::min(priceDistance, chart.prices.place.height() / 3)));
-    // Numbers that nothing is measured by would be taken for those of the bars.
-    if (std::any_of(chart.candles.begin(), chart.candles.end(),
-                    [](const Candle& candle) { return candle.bar.volume != 0; }))
-        addLines(chart.volumes, metrics, line);
-    addTimes(chart, metrics);
+    addCandles(chart, content);
+    setPrices(chart, content);
+    setVolumes(chart.volumes, chart.candles);
+    placePanes(chart, metrics);
+    addAxes(chart, metrics);
+    addTimes(chart, content.axis, metrics);
+    addLastPrice(chart, content.axis, metrics);
+    addMarks(chart, content.marks);
+    content.axis.folded()->letGo();
     return chart;
 }
 

@@ -5,6 +5,7 @@
 
 #include <QtCore/QVarLengthArray>
 #include <QtGui/QPainter>
+#include <QtGui/QPolygonF>
 
 #include <algorithm>
 #include <cmath>
@@ -69,9 +70,9 @@ void paintBars(QPainter& painter, const ChartLayout& chart, const ChartColors& c
 {
     PaneStrokes prices;
     PaneStrokes volumes;
-    for (const Candle& candle : chart.candles) {
-        const Bar& bar = candle.bar;
-        const CandleColumn column = chart.columnOf(candle);
+    for (const PlacedCandle& placed : chart.candles) {
+        const Bar& bar = placed.candle.bar;
+        const CandleColumn column = chart.columnOf(placed);
         addCandle(prices.of(bar), chart.prices, column, bar);
         const auto volume = static_cast<double>(bar.volume);
         if (bar.volume != 0)
@@ -80,6 +81,19 @@ void paintBars(QPainter& painter, const ChartLayout& chart, const ChartColors& c
     }
     prices.paint(painter, chart.prices.place, colors);
     volumes.paint(painter, chart.volumes.place, colors);
+}
+
+// From side to side of the slots, in both panes.
+void fillSlots(QPainter& painter, const ChartLayout& chart, const SlotRange& range,
+               const QColor& color)
+{
+    const double left = std::max(chart.prices.place.left(), std::round(chart.xOf(range.begin)));
+    const double right = std::min(chart.prices.place.right(), std::round(chart.xOf(range.end)));
+    if (right <= left)
+        return;
+    for (const ChartPane* const pane : {&chart.prices, &chart.volumes})
+        painter.fillRect(QRectF(left, pane->place.top(), right - left, pane->place.height()),
+                         color);
 }
 
 void paintGrid(QPainter& painter, const ChartLayout& chart, const ChartColors& colors)
@@ -105,13 +119,119 @@ void paintGrid(QPainter& painter, const ChartLayout& chart, const ChartColors& c
     axes.paint(painter, colors.dayLine);
 }
 
+const QColor& colorOf(const ChartColors& colors, size_t study)
+{
+    return colors.studies[study % colors.studies.size()];
+}
+
+// Below the candles: the rows that studies have at the right side.
+void paintRows(QPainter& painter, const ChartLayout& chart, const ChartColors& colors)
+{
+    constexpr double longest = 0.3; // of the pane
+    constexpr float seenThrough = 0.25F;
+    const ChartPane& pane = chart.prices;
+    painter.setClipRect(pane.place);
+    for (const PlacedStudy& study : chart.studies) {
+        for (const StudyRow& row : study.shapes.rows) {
+            const double top = std::round(pane.yOf(row.high));
+            const double height = std::max(1.0, std::round(pane.yOf(row.low)) - top - 1);
+            double right = pane.place.right();
+            for (const auto& [share, base] :
+                 {std::pair(row.rising, colors.rising), std::pair(row.falling, colors.falling)}) {
+                QColor color = base;
+                color.setAlphaF(seenThrough);
+                const double width = std::round(share * longest * pane.place.width());
+                painter.fillRect(QRectF(right - width, top, width, height), color);
+                right -= width;
+            }
+        }
+    }
+    painter.setClipping(false);
+}
+
+void paintStudyLines(QPainter& painter, const ChartLayout& chart, const ChartColors& colors)
+{
+    constexpr double lineWidth = 1.6;
+    painter.setClipRect(chart.prices.place);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(Qt::NoBrush);
+    for (size_t i = 0; i < chart.studies.size(); ++i) {
+        painter.setPen(QPen(colorOf(colors, i), lineWidth));
+        for (const StudyLine& line : chart.studies[i].shapes.lines) {
+            QPolygonF points;
+            points.reserve(static_cast<qsizetype>(line.points.size()));
+            for (const QPointF& point : line.points)
+                points.append({chart.xOf(point.x()), chart.prices.yOf(point.y())});
+            painter.drawPolyline(points);
+        }
+    }
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.setClipping(false);
+}
+
+// Different in shape too, for those who do not see the colours.
+void paintMarks(QPainter& painter, const ChartLayout& chart, const ChartColors& colors)
+{
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(colors.background, 1));
+    for (const MarkSign& sign : chart.marks) {
+        const QRectF& place = sign.place;
+        const QPointF middle = place.center();
+        switch (sign.mark.kind) {
+        case ChartMark::Kind::Note:
+            painter.setBrush(colors.note);
+            painter.drawEllipse(place);
+            break;
+        case ChartMark::Kind::Warning:
+            painter.setBrush(colors.warning);
+            painter.drawPolygon(
+                QPolygonF({{middle.x(), place.top()}, place.bottomRight(), place.bottomLeft()}));
+            break;
+        case ChartMark::Kind::Fault:
+            painter.setBrush(colors.fault);
+            painter.drawPolygon(QPolygonF({{middle.x(), place.top()},
+                                           {place.right(), middle.y()},
+                                           {middle.x(), place.bottom()},
+                                           {place.left(), middle.y()}}));
+            break;
+        }
+    }
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.setBrush(Qt::NoBrush);
+}
+
+void paintTag(QPainter& painter, const ChartLabel& label, const QColor& ground, const QColor& text)
+{
+    painter.fillRect(label.place, ground);
+    painter.setPen(text);
+    painter.drawText(label.place, Qt::AlignCenter | Qt::TextDontClip, label.text);
+}
+
+void paintNames(QPainter& painter, const ChartLayout& chart, const ChartColors& colors)
+{
+    const auto paint = [&](const ChartLabel& name, const QColor& color) {
+        painter.setPen(color);
+        painter.drawText(name.place, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextDontClip,
+                         name.text);
+    };
+    paint(chart.title, colors.text);
+    for (size_t i = 0; i < chart.studies.size(); ++i)
+        paint(chart.studies[i].name,
+              chart.studies[i].shapes.lines.empty() ? colors.text : colorOf(colors, i));
+}
+
 void paintLabels(QPainter& painter, const ChartLayout& chart,
                  const std::optional<Crosshair>& crosshair)
 {
+    std::vector<QRectF> covered;
+    if (crosshair)
+        covered = {crosshair->time.place, crosshair->value.place};
+    if (chart.last)
+        covered.push_back(chart.last->label.place);
     const auto paint = [&](const ChartLabel& label) {
-        // Rather none than what the crosshair's labels leave of one.
-        if (!crosshair || !(label.place.intersects(crosshair->time.place) ||
-                            label.place.intersects(crosshair->value.place)))
+        // Rather none than what is left of one below another.
+        if (std::none_of(covered.begin(), covered.end(),
+                         [&label](const QRectF& place) { return place.intersects(label.place); }))
             painter.drawText(label.place, Qt::AlignCenter | Qt::TextDontClip, label.text);
     };
     for (const auto* const lines : {&chart.prices.lines, &chart.volumes.lines, &chart.times}) {
@@ -122,6 +242,15 @@ void paintLabels(QPainter& painter, const ChartLayout& chart,
         paint(heading);
 }
 
+void paintLastPrice(QPainter& painter, const ChartLayout& chart, const ChartColors& colors)
+{
+    const QColor& color = chart.last->isRising ? colors.rising : colors.falling;
+    const QRectF& place = chart.prices.place;
+    painter.setPen(QPen(color, 1, Qt::DotLine));
+    painter.drawLine(QLineF(place.left(), chart.last->at, place.right(), chart.last->at));
+    paintTag(painter, chart.last->label, color, colors.background);
+}
+
 void paintCrosshair(QPainter& painter, const ChartLayout& chart, const ChartColors& colors,
                     const Crosshair& crosshair)
 {
@@ -129,26 +258,36 @@ void paintCrosshair(QPainter& painter, const ChartLayout& chart, const ChartColo
     painter.setPen(QPen(colors.crosshair, 1, Qt::DashLine));
     painter.drawLine(
         QLineF(crosshair.at.x(), prices.top(), crosshair.at.x(), chart.volumes.place.bottom()));
-    painter.drawLine(QLineF(prices.left(), crosshair.at.y(), prices.right(), crosshair.at.y()));
-    painter.setPen(colors.tagText);
+    if (crosshair.candle)
+        painter.drawLine(QLineF(prices.left(), crosshair.at.y(), prices.right(), crosshair.at.y()));
     for (const ChartLabel* const label : {&crosshair.time, &crosshair.value}) {
-        painter.fillRect(label->place, colors.tag);
-        painter.drawText(label->place, Qt::AlignCenter, label->text);
+        if (!label->text.isEmpty())
+            paintTag(painter, *label, colors.tag, colors.tagText);
     }
 }
 
 } // namespace
 
 void paintChart(QPainter& painter, const ChartLayout& chart, const ChartColors& colors,
-                const std::optional<Crosshair>& crosshair)
+                const ChartOverlay& overlay)
 {
     painter.setFont(chart.font);
+    for (const SlotRange& stretch : chart.unread)
+        fillSlots(painter, chart, stretch, colors.unread);
     paintGrid(painter, chart, colors);
+    paintRows(painter, chart, colors);
     paintBars(painter, chart, colors);
+    paintStudyLines(painter, chart, colors);
+    paintMarks(painter, chart, colors);
+    paintNames(painter, chart, colors);
     painter.setPen(colors.text);
-    paintLabels(painter, chart, crosshair);
-    if (crosshair)
-        paintCrosshair(painter, chart, colors, *crosshair);
+    paintLabels(painter, chart, overlay.crosshair);
+    if (chart.last)
+        paintLastPrice(painter, chart, colors);
+    if (overlay.marked)
+        fillSlots(painter, chart, *overlay.marked, colors.band);
+    if (overlay.crosshair)
+        paintCrosshair(painter, chart, colors, *overlay.crosshair);
 }
 
 } // namespace vexdesk

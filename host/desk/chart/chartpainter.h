@@ -9,9 +9,16 @@ namespace vexdesk {
 
 struct ChartColors;
 
+/// What lies over a chart for a moment.
+struct ChartOverlay
+{
+    std::optional<Crosshair> crosshair;
+    std::optional<SlotRange> marked; ///< a range that was marked to be zoomed into
+};
+
 /// Paints a chart where its layout says, on a ground of the colours' background. A bar that closes
 /// below its open is filled, another one hollow. Keeps nothing; any thread.
 void paintChart(QPainter& painter, const ChartLayout& chart, const ChartColors& colors,
-                const std::optional<Crosshair>& crosshair);
+                const ChartOverlay& overlay = {});
 
 } // namespace vexdesk

@@ -49,13 +49,6 @@ StoreListing listingOf(const QString& root)
     return {listStore(QDir(root)), QStringList{root} + below.stocks + below.boards + below.series};
 }
 
-// A second of the time is a step of the scroll bar, or more where they are too many for it.
-double secondsPerStep(const TimeLimits& limits)
-{
-    constexpr double mostSteps = 1e9;
-    return std::max(1.0, limits.all().length() / mostSteps);
-}
-
 } // namespace
 
 ChartPanel::ChartPanel(const QString& root, QWidget* parent)
@@ -295,9 +288,9 @@ void ChartPanel::showBars(const std::shared_ptr<const BarSeries>& series)
     const SeriesKey& key = m_feed.key();
     m_series = series;
     if (m_shown && m_shown->isSameSeriesAs(key))
-        m_view->updateSeries(series, key.timeframe);
+        m_view->updateSeries(series);
     else
-        m_view->showSeries(series, key.timeframe);
+        m_view->showSeries(series);
     m_shown = key;
     if (series->isEmpty()) {
         showMessage(tr("В этой серии нет баров, которые можно показать."));
@@ -328,52 +321,32 @@ void ChartPanel::showMessage(const QString& text)
 
 void ChartPanel::updateScrollBar()
 {
-    const TimeRange& range = m_view->range();
-    const TimeRange reach = m_view->limits().reach(range.length());
-    const double step = secondsPerStep(m_view->limits());
-    const auto steps = [step](double seconds) { return static_cast<int>(seconds / step); };
+    const SlotRange& range = m_view->range();
+    const SlotRange reach = m_view->reach();
     const QSignalBlocker quiet(m_scrollBar);
-    const int page = steps(range.length());
-    m_scrollBar->setRange(
-        0, m_view->isEmpty() ? 0 : std::max(0, steps(reach.length() - range.length())));
+    const int page = static_cast<int>(range.length());
+    m_scrollBar->setRange(0, std::max(0, static_cast<int>(reach.length() - range.length())));
     m_scrollBar->setPageStep(std::max(1, page));
     constexpr int lines = 10; // to a page
     m_scrollBar->setSingleStep(std::max(1, page / lines));
-    m_scrollBar->setValue(steps(range.begin - reach.begin));
+    m_scrollBar->setValue(static_cast<int>(range.begin - reach.begin));
 }
 
 void ChartPanel::scrollTo(int value)
 {
     const double length = m_view->range().length();
-    const double begin =
-        m_view->limits().reach(length).begin + value * secondsPerStep(m_view->limits());
+    const double begin = m_view->reach().begin + value;
     m_view->setRange({begin, begin + length});
 }
 
 void ChartPanel::updateReadout()
 {
-    const Candle* const candle = m_view->pointed();
-    const ChartLayout& chart = m_view->chart();
-    m_readout->setText(
-        candle ? readoutText(*candle, chart.interval, chart.timeframe, chart.prices.decimals)
-               : QString());
+    m_readout->setText(m_view->readout());
 }
 
 void ChartPanel::reserveReadout()
 {
-    // The line has the height of its longest text at all times, so that the chart does not jump
-    // when the mouse comes and goes.
-    Candle longest;
-    int decimals = 0;
-    if (m_series && !m_series->isEmpty()) {
-        longest.bar = m_series->sum(0, m_series->size());
-        longest.bar.open = longest.bar.close = longest.bar.low = longest.bar.high;
-        longest.begin = m_series->firstTime();
-        longest.end = m_series->lastTime();
-        decimals = m_series->decimals();
-    }
-    constexpr qint64 anyInterval = 1800;
-    const QString text = readoutText(longest, anyInterval, 1, decimals);
+    const QString text = m_view->readout();
     const QFontMetrics metrics(m_readout->font());
     const int width = std::max(1, contentsRect().width() - 2 * spacing);
     m_readout->setMinimumHeight(

@@ -1,12 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "desk/chart/chartview.h"
 
+#include "desk/chart/axisticks.h"
+#include "desk/chart/chartaccessible.h"
 #include "desk/chart/chartcolors.h"
+#include "desk/chart/chartfiles.h"
 #include "desk/chart/chartpainter.h"
+#include "desk/chart/wallclock.h"
 
+#include <QtGui/QContextMenuEvent>
+#include <QtGui/QHelpEvent>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QPainter>
 #include <QtGui/QWheelEvent>
+#include <QtWidgets/QToolTip>
 
 #include <algorithm>
 #include <cmath>
@@ -20,17 +27,18 @@ constexpr double scrollStep = 0.1; // of what is shown
 constexpr double pageStep = 0.9;
 constexpr double wheelStep = 120; // angle of a step of the wheel
 
-TimeLimits limitsOf(const BarSeries& series, int timeframe)
-{
-    return {static_cast<double>(series.firstTime()), static_cast<double>(series.lastTime()),
-            static_cast<double>(timeframe)};
-}
+// Device-independent pixels.
+constexpr double thinnestCandle = 4; // with the gap beside it
+constexpr double usualCandle = 8;
+
+constexpr double halfSecond = 0.5; // before the end of a bar is in it, however short it is
 
 } // namespace
 
 ChartView::ChartView(QWidget* parent)
     : QWidget(parent)
 {
+    installChartAccessibility();
     setObjectName(QStringLiteral("chartView"));
     setAccessibleName(tr("График цен и объёмов"));
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -46,90 +54,400 @@ QSize ChartView::minimumSizeHint() const
     return smallest;
 }
 
-void ChartView::showSeries(const std::shared_ptr<const BarSeries>& series, int timeframe)
+void ChartView::setTitle(const QString& title)
 {
-    m_series = series;
-    m_timeframe = timeframe;
-    m_drag.reset();
-    if (!isEmpty()) {
-        m_limits = limitsOf(*series, timeframe);
-        const auto begin = static_cast<double>(series->days().back()->bars().front().time);
-        m_range = m_limits.fitted(TimeLimits(begin, m_limits.lastTime(), timeframe).all());
-    }
+    m_title = title;
+    setAccessibleName(title.isEmpty() ? tr("График цен и объёмов")
+                                      : tr("График цен и объёмов: %1").arg(title));
     refresh();
 }
 
-void ChartView::updateSeries(const std::shared_ptr<const BarSeries>& series, int timeframe)
+void ChartView::showSeries(const std::shared_ptr<const BarSeries>& series)
 {
-    if (isEmpty() || series->isEmpty()) {
-        showSeries(series, timeframe);
-        return;
-    }
-    m_series = series;
-    m_timeframe = timeframe;
-    const TimeLimits now = limitsOf(*series, timeframe);
-    m_range = m_limits.followed(m_range, now);
-    m_limits = now;
-    m_drag.reset();
+    const bool hadHistory = canGoBack() || canGoForward();
+    m_history.clear();
+    m_mark.reset();
+    m_pointed.reset();
+    m_target.reset();
+    m_grip = Grip::None;
+    change(Step::Small, [&] { m_viewport.showSeries(series); });
+    if (hadHistory)
+        Q_EMIT historyChanged();
+}
+
+void ChartView::updateSeries(const std::shared_ptr<const BarSeries>& series)
+{
+    change(Step::Small, [&] {
+        m_viewport.updateSeries(series);
+        findTarget();
+    });
+}
+
+void ChartView::setTimeframe(Timeframe timeframe)
+{
+    if (timeframe != m_viewport.timeframe())
+        change(Step::Jump, [&] { m_viewport.setTimeframe(timeframe, fixedTime()); });
+}
+
+void ChartView::setNightsShown(bool areShown)
+{
+    if (areShown != areNightsShown())
+        change(Step::Jump, [&] { m_viewport.setNightsShown(areShown, fixedTime()); });
+}
+
+// The bar at the keyboard's crosshair stays where it is.
+std::optional<double> ChartView::fixedTime() const
+{
+    return m_pointed && m_crosshair ? m_pointed : std::nullopt;
+}
+
+void ChartView::setStudies(std::vector<std::shared_ptr<const ChartStudy>> studies)
+{
+    m_studies = std::move(studies);
     refresh();
 }
 
-void ChartView::setRange(const TimeRange& range)
+void ChartView::setMarks(const QList<ChartMark>& marks)
 {
-    if (isEmpty())
+    if (marks == m_marks)
         return;
-    const TimeRange fitted = m_limits.fitted(range);
-    if (fitted == m_range)
-        return;
-    m_range = fitted;
-    refresh();
+    m_marks = marks;
+    layOut();
 }
 
-void ChartView::showAll()
+void ChartView::setPlace(const Place& place)
 {
-    setRange(m_limits.all());
+    change(Step::Small, [&] { m_viewport.setPlace(place); });
+}
+
+SlotRange ChartView::reach() const
+{
+    return m_viewport.limits().reach(range().length());
+}
+
+void ChartView::setRange(const SlotRange& range)
+{
+    if (range != m_viewport.range())
+        change(Step::Small, [&] { m_viewport.setRange(range); });
 }
 
 void ChartView::zoom(double factor)
 {
-    if (!isEmpty())
-        setRange(m_limits.zoomed(m_range, (m_range.begin + m_range.end) / 2, factor));
+    change(Step::Small, [&] { m_viewport.zoom(range().middle(), factor); });
 }
 
 void ChartView::scroll(double shareOfView)
 {
-    setRange(m_limits.moved(m_range, shareOfView * m_range.length()));
+    change(Step::Small, [&] { m_viewport.move(shareOfView * range().length()); });
+}
+
+void ChartView::showAll()
+{
+    change(Step::Jump, [&] { m_viewport.showAll(); });
+}
+
+void ChartView::goToFirst()
+{
+    change(Step::Jump, [&] { m_viewport.move(reach().begin - range().begin); });
+}
+
+void ChartView::goToLast()
+{
+    change(Step::Jump, [&] { m_viewport.move(reach().end - range().end); });
+}
+
+void ChartView::goTo(qint64 wallTime)
+{
+    if (isEmpty())
+        return;
+    change(Step::Jump, [&] {
+        m_target.reset();
+        m_pointed = static_cast<double>(wallTime) - halfSecond;
+        m_viewport.goTo(*m_pointed);
+    });
+}
+
+void ChartView::goTo(const QDate& day)
+{
+    if (isEmpty() || !day.isValid())
+        return;
+    change(Step::Jump, [&] {
+        m_target = day;
+        m_viewport.goTo(static_cast<double>(wallTime(day)));
+        findTarget();
+        if (m_pointed)
+            m_viewport.goTo(*m_pointed);
+    });
+}
+
+// A day that was not read has no first bar yet: it is looked for again when more was read.
+void ChartView::findTarget()
+{
+    if (!m_target || isEmpty())
+        return;
+    const TimeAxis& axis = m_viewport.axis();
+    const auto midnight =
+        static_cast<qint64>(std::floor(axis.slotOf(static_cast<double>(wallTime(*m_target)))));
+    const qint64 slot = axis.next(midnight - 1, true).value_or(axis.size() - 1);
+    m_pointed = axis.timeAt(static_cast<double>(slot) + 0.5);
+}
+
+void ChartView::goBack()
+{
+    step(m_history.back(m_viewport.state()));
+}
+
+void ChartView::goForward()
+{
+    step(m_history.forward(m_viewport.state()));
+}
+
+void ChartView::step(const std::optional<ViewHistory::State>& state)
+{
+    if (state)
+        change(Step::Small, [&] { m_viewport.restore(*state); });
+    Q_EMIT historyChanged();
+}
+
+// All that moves the view goes through here: what is marked stays at its times, and those around
+// are told what has become another.
+void ChartView::change(Step step, const std::function<void()>& how)
+{
+    const ViewHistory::State before = m_viewport.state();
+    std::optional<Mark> times;
+    if (m_mark)
+        times = Mark{m_viewport.axis().timeAt(m_mark->from), m_viewport.axis().timeAt(m_mark->to)};
+    const bool wasEmpty = isEmpty();
+    how();
+    if (times)
+        m_mark = Mark{m_viewport.axis().slotOf(times->from), m_viewport.axis().slotOf(times->to)};
+    refresh();
+    const ViewHistory::State now = m_viewport.state();
+    if (now.timeframe != before.timeframe || now.shown != before.shown ||
+        now.areNightsShown != before.areNightsShown)
+        Q_EMIT timeframeChanged();
+    if (step == Step::Jump && !wasEmpty && now != before) {
+        m_history.leave(before);
+        Q_EMIT historyChanged();
+    }
 }
 
 void ChartView::refresh()
 {
-    m_layout =
-        isEmpty() ? ChartLayout() : layOutChart(*m_series, m_timeframe, m_range, size(), font());
-    updateCrosshair();
+    layOut();
     Q_EMIT rangeChanged();
+}
+
+void ChartView::layOut()
+{
+    m_layout = isEmpty() ? ChartLayout()
+                         : layOutChart({m_viewport.axis(), range(), heading(), m_studies, m_marks},
+                                       size(), font());
+    updateCrosshair();
+}
+
+// With the timeframe that is shown, which may not be the chosen one.
+QString ChartView::heading() const
+{
+    const QString timeframe = timeframeText(shownTimeframe());
+    return m_title.isEmpty() ? timeframe : QStringLiteral("%1, %2").arg(m_title, timeframe);
 }
 
 void ChartView::updateCrosshair()
 {
-    m_crosshair = m_mouse && !m_drag ? m_layout.crosshairAt(*m_mouse) : std::nullopt;
+    m_crosshair.reset();
+    if (m_pointed && !isEmpty()) {
+        const double slot = std::floor(m_viewport.axis().slotOf(*m_pointed));
+        m_crosshair = m_layout.crosshairOn(static_cast<qint64>(slot));
+    } else if (m_mouse && m_grip != Grip::Moving) {
+        m_crosshair = m_layout.crosshairAt(*m_mouse);
+    }
     update();
+    announce();
     Q_EMIT pointedChanged();
+}
+
+// A screen reader says the bar that the keyboard points at; for a mouse it would never end.
+void ChartView::announce()
+{
+    if (m_pointed)
+        setReadout(*this, readout());
 }
 
 const Candle* ChartView::pointed() const
 {
-    return m_crosshair ? &m_layout.candles[m_crosshair->candle] : nullptr;
+    return m_crosshair && m_crosshair->candle ? &m_layout.candles[*m_crosshair->candle].candle
+                                              : nullptr;
+}
+
+QString ChartView::readout() const
+{
+    const Candle* const candle = pointed();
+    if (!candle)
+        return {};
+    QString text = readoutText(*candle, m_layout.kind, m_layout.prices.decimals);
+    if (const MarkSign* const sign = m_layout.markOf(*m_crosshair->candle))
+        text +=
+            QStringLiteral("   ") + QString(sign->mark.text).replace(u'\n', QStringLiteral("   "));
+    return text;
+}
+
+std::pair<QDate, QDate> ChartView::daysInView() const
+{
+    int before = 0;
+    for (const auto& study : m_studies)
+        before = std::max(before, study->candlesBefore());
+    const TimeAxis& axis = m_viewport.axis();
+    const auto [first, last] = axis.daysIn({range().begin - before, range().end});
+    if (first >= last)
+        return {};
+    const auto& days = axis.series().days();
+    return {days[static_cast<size_t>(first)].day, days[static_cast<size_t>(last - 1)].day};
+}
+
+bool ChartView::needsBars() const
+{
+    return isBelowDay(shownTimeframe());
+}
+
+std::optional<qint64> ChartView::crosshairSlot() const
+{
+    if (m_pointed)
+        return static_cast<qint64>(std::floor(m_viewport.axis().slotOf(*m_pointed)));
+    if (m_crosshair)
+        return m_crosshair->slot;
+    return std::nullopt;
+}
+
+void ChartView::putCrosshair(qint64 slot)
+{
+    m_target.reset();
+    m_pointed = m_viewport.axis().timeAt(static_cast<double>(slot) + 0.5);
+    follow(slot);
+}
+
+// As far as must be to see the slot and the one beside it.
+void ChartView::follow(qint64 slot)
+{
+    const auto position = static_cast<double>(slot);
+    double distance = 0;
+    if (position - 1 < range().begin)
+        distance = position - 1 - range().begin;
+    else if (position + 2 > range().end)
+        distance = position + 2 - range().end;
+    if (distance != 0)
+        change(Step::Small, [&] { m_viewport.move(distance); });
+    else
+        updateCrosshair();
+}
+
+void ChartView::moveCrosshair(int candles)
+{
+    if (isEmpty())
+        return;
+    clearMark();
+    const TimeAxis& axis = m_viewport.axis();
+    std::optional<qint64> slot = crosshairSlot();
+    if (!slot) {
+        const auto end = static_cast<qint64>(std::floor(range().end));
+        slot = axis.next(std::min(end, axis.size()), false);
+        candles = 0;
+    }
+    for (int i = 0; slot && i < std::abs(candles); ++i) {
+        const std::optional<qint64> next = axis.next(*slot, candles > 0);
+        if (!next)
+            break;
+        slot = next;
+    }
+    if (slot)
+        putCrosshair(*slot);
+}
+
+void ChartView::dropCrosshair()
+{
+    m_pointed.reset();
+    m_target.reset();
+    setReadout(*this, QString());
+    clearMark();
+    updateCrosshair();
+}
+
+void ChartView::markTo(int candles)
+{
+    if (isEmpty())
+        return;
+    if (!crosshairSlot())
+        moveCrosshair(0);
+    const std::optional<qint64> from = crosshairSlot();
+    if (!from)
+        return;
+    const Mark mark = m_mark.value_or(Mark{static_cast<double>(*from) + 0.5, 0});
+    moveCrosshair(candles);
+    m_mark = Mark{mark.from, static_cast<double>(crosshairSlot().value_or(*from)) + 0.5};
+    update();
+    Q_EMIT markChanged();
+}
+
+SlotRange ChartView::markedRange() const
+{
+    const auto [first, last] = std::minmax(m_mark->from, m_mark->to);
+    return {std::floor(first), std::floor(last) + 1};
+}
+
+void ChartView::zoomToMark()
+{
+    if (!m_mark)
+        return;
+    const SlotRange marked = markedRange();
+    m_grip = Grip::None;
+    unsetCursor();
+    clearMark();
+    change(Step::Jump, [&] { m_viewport.setRange(marked); });
+}
+
+void ChartView::clearMark()
+{
+    if (!m_mark)
+        return;
+    m_mark.reset();
+    update();
+    Q_EMIT markChanged();
+}
+
+QString ChartView::barsAsText() const
+{
+    return candlesAsText(m_viewport.axis().candles(m_mark ? markedRange() : range()), m_layout.kind,
+                         m_layout.prices.decimals);
+}
+
+QImage ChartView::picture(double scale) const
+{
+    return chartImage(m_layout, ChartColors::of(palette()), scale);
+}
+
+Outcome ChartView::savePicture(const QString& path) const
+{
+    return saveChart(m_layout, ChartColors::of(palette()), devicePixelRatioF(), path);
 }
 
 bool ChartView::event(QEvent* event)
 {
-    // The keys of the chart win over the shortcuts of menus.
     if (event->type() == QEvent::ShortcutOverride) {
+        // The keys of the chart win over the shortcuts of menus.
         const auto* const key = static_cast<QKeyEvent*>(event);
-        if (key->key() == Qt::Key_0 && key->modifiers() == Qt::ControlModifier) {
+        const bool isAlone = !(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+        if (isAlone || key->matches(QKeySequence::Copy) ||
+            (key->key() == Qt::Key_0 && key->modifiers() == Qt::ControlModifier)) {
             event->accept();
             return true;
         }
+    } else if (event->type() == QEvent::ToolTip) {
+        const auto* const help = static_cast<QHelpEvent*>(event);
+        if (const MarkSign* const sign = m_layout.markAt(help->pos())) {
+            QToolTip::showText(help->globalPos(), sign->mark.text, this, sign->place.toRect());
+            return true;
+        }
+        QToolTip::hideText();
     }
     return QWidget::event(event);
 }
@@ -139,7 +457,11 @@ void ChartView::paintEvent(QPaintEvent* /*event*/)
     QPainter painter(this);
     const ChartColors colors = ChartColors::of(palette());
     painter.fillRect(rect(), colors.background);
-    paintChart(painter, m_layout, colors, m_crosshair);
+    ChartOverlay overlay{m_crosshair, std::nullopt};
+    if (m_mark)
+        overlay.marked = markedRange();
+    if (!isEmpty())
+        paintChart(painter, m_layout, colors, overlay);
     if (hasFocus()) {
         painter.setPen(palette().color(QPalette::Highlight));
         painter.setBrush(Qt::NoBrush);
@@ -149,14 +471,15 @@ void ChartView::paintEvent(QPaintEvent* /*event*/)
 
 void ChartView::resizeEvent(QResizeEvent* /*event*/)
 {
-    refresh();
+    const double width = usualPaneWidth(size(), font());
+    change(Step::Small, [&] { m_viewport.setRoom(width / thinnestCandle, width / usualCandle); });
 }
 
 void ChartView::changeEvent(QEvent* event)
 {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::FontChange)
-        refresh();
+        resizeEvent(nullptr);
 }
 
 void ChartView::leaveEvent(QEvent* /*event*/)
@@ -177,45 +500,67 @@ void ChartView::wheelEvent(QWheelEvent* event)
     if (angle.x() != 0)
         scroll(-scrollStep * angle.x() / wheelStep);
     else if (angle.y() != 0)
-        setRange(m_limits.zoomed(m_range, timeBelow(event->position()),
-                                 std::pow(zoomStep, angle.y() / wheelStep)));
+        change(Step::Small, [&] {
+            m_viewport.zoom(slotBelow(event->position()),
+                            std::pow(zoomStep, angle.y() / wheelStep));
+        });
 }
 
-// Beside the panes, the nearest time in them.
-double ChartView::timeBelow(const QPointF& place) const
+// Beside the panes, the nearest position in them.
+double ChartView::slotBelow(const QPointF& place) const
 {
     const QRectF& pane = m_layout.prices.place;
-    return m_layout.timeAt(std::clamp(place.x(), pane.left(), pane.right()));
+    return m_layout.slotAt(std::clamp(place.x(), pane.left(), pane.right()));
 }
 
 void ChartView::mousePressEvent(QMouseEvent* event)
 {
     if (event->button() != Qt::LeftButton || isEmpty())
         return;
-    m_drag = Drag{event->position().x(), m_range};
-    setCursor(Qt::ClosedHandCursor);
+    clearMark();
+    if (event->modifiers() & Qt::ShiftModifier) {
+        m_grip = Grip::Marking;
+        m_gripAt = slotBelow(event->position());
+        setCursor(Qt::IBeamCursor);
+    } else {
+        m_grip = Grip::Moving;
+        m_gripAt = event->position().x();
+        setCursor(Qt::ClosedHandCursor);
+    }
     updateCrosshair();
 }
 
 void ChartView::mouseMoveEvent(QMouseEvent* event)
 {
     m_mouse = event->position();
-    if (m_drag) {
-        const double pixels = m_drag->x - event->position().x();
-        setRange(m_limits.moved(m_drag->range,
-                                pixels / m_layout.prices.place.width() * m_drag->range.length()));
+    m_pointed.reset();
+    m_target.reset();
+    if (m_grip == Grip::Moving) {
+        // Step by step: between two of them the slots may have become others.
+        const double pixels = m_gripAt - event->position().x();
+        m_gripAt = event->position().x();
+        change(Step::Small, [&] { m_viewport.move(pixels / m_layout.slotWidth()); });
+        return;
+    }
+    if (m_grip == Grip::Marking) {
+        m_mark = Mark{m_mark ? m_mark->from : m_gripAt, slotBelow(event->position())};
+        Q_EMIT markChanged();
     }
     updateCrosshair();
 }
 
 void ChartView::mouseReleaseEvent(QMouseEvent* event)
 {
-    if (event->button() != Qt::LeftButton || !m_drag)
+    if (event->button() != Qt::LeftButton || m_grip == Grip::None)
         return;
-    m_drag.reset();
+    const bool isMarked = m_grip == Grip::Marking && m_mark;
+    m_grip = Grip::None;
     unsetCursor();
     m_mouse = event->position();
-    updateCrosshair();
+    if (isMarked)
+        zoomToMark();
+    else
+        updateCrosshair();
 }
 
 void ChartView::mouseDoubleClickEvent(QMouseEvent* event)
@@ -224,34 +569,106 @@ void ChartView::mouseDoubleClickEvent(QMouseEvent* event)
         showAll();
 }
 
-void ChartView::keyPressEvent(QKeyEvent* event)
+void ChartView::contextMenuEvent(QContextMenuEvent* event)
 {
-    const double toTheEnd = m_limits.all().length() / std::max(1.0, m_range.length());
-    switch (event->key()) {
+    event->accept();
+    if (event->reason() == QContextMenuEvent::Mouse)
+        Q_EMIT contextMenuWanted(event->globalPos());
+    else
+        Q_EMIT contextMenuWanted(mapToGlobal(
+            m_crosshair ? m_crosshair->at.toPoint() : m_layout.prices.place.center().toPoint()));
+}
+
+// Whether there was something to give up: a range that is being marked, the crosshair.
+bool ChartView::giveUp()
+{
+    const bool had = m_mark || m_pointed || m_grip == Grip::Marking;
+    if (m_grip == Grip::Marking) {
+        m_grip = Grip::None;
+        unsetCursor();
+    }
+    if (m_mark)
+        clearMark();
+    else if (m_pointed)
+        dropCrosshair();
+    return had;
+}
+
+bool ChartView::moveByKey(const QKeyEvent& event)
+{
+    const bool isForwards = event.key() == Qt::Key_Right;
+    const int one = isForwards ? 1 : -1;
+    switch (event.key()) {
     case Qt::Key_Left:
-        return scroll(-scrollStep);
     case Qt::Key_Right:
-        return scroll(scrollStep);
+        if (event.modifiers() & Qt::AltModifier)
+            isForwards ? goForward() : goBack();
+        else if (event.modifiers() & Qt::ControlModifier)
+            scroll(one * scrollStep);
+        else if (event.modifiers() & Qt::ShiftModifier)
+            markTo(one);
+        else
+            moveCrosshair(one);
+        return true;
     case Qt::Key_PageUp:
-        return scroll(-pageStep);
+        scroll(-pageStep);
+        return true;
     case Qt::Key_PageDown:
-        return scroll(pageStep);
-    case Qt::Key_Home:
-        return scroll(-toTheEnd);
-    case Qt::Key_End:
-        return scroll(toTheEnd);
+        scroll(pageStep);
+        return true;
     case Qt::Key_Plus:
     case Qt::Key_Equal: // the same key without Shift
-        return zoom(zoomStep);
+        zoom(zoomStep);
+        return true;
     case Qt::Key_Minus:
-        return zoom(1 / zoomStep);
-    case Qt::Key_0:
-        if (event->modifiers() & Qt::ControlModifier)
-            return showAll();
-        [[fallthrough]];
+        zoom(1 / zoomStep);
+        return true;
     default:
-        event->ignore();
+        return false;
     }
+}
+
+bool ChartView::jumpByKey(const QKeyEvent& event)
+{
+    switch (event.key()) {
+    case Qt::Key_Home:
+        goToFirst();
+        return true;
+    case Qt::Key_End:
+        goToLast();
+        return true;
+    case Qt::Key_Backspace:
+        goBack();
+        return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (!m_mark)
+            return false;
+        zoomToMark();
+        return true;
+    case Qt::Key_Escape:
+        return giveUp();
+    case Qt::Key_0:
+        if (!(event.modifiers() & Qt::ControlModifier))
+            return false;
+        showAll();
+        return true;
+    case Qt::Key_F10:
+        if (event.modifiers() != Qt::ShiftModifier)
+            return false;
+        Q_EMIT contextMenuWanted(mapToGlobal(m_layout.prices.place.center().toPoint()));
+        return true;
+    default:
+        return false;
+    }
+}
+
+void ChartView::keyPressEvent(QKeyEvent* event)
+{
+    if (event->matches(QKeySequence::Copy))
+        Q_EMIT copyWanted();
+    else if (!moveByKey(*event) && !jumpByKey(*event))
+        event->ignore();
 }
 
 } // namespace vexdesk

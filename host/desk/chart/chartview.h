@@ -2,51 +2,125 @@
 #pragma once
 
 #include "desk/chart/chartlayout.h"
+#include "desk/chart/chartstudy.h"
+#include "desk/chart/viewhistory.h"
+
+#include <vexdesk/icharts.h>
+#include <vexdesk/outcome.h>
 
 #include <QtWidgets/QWidget>
 
+#include <functional>
 #include <memory>
+#include <optional>
+#include <utility>
+#include <vector>
 
 namespace vexdesk {
 
 /// Draws bars as candles, with the volumes in a lower pane of the same times, and lets the user
-/// zoom, scroll and point at them with mouse and keys. User-interface thread only.
+/// zoom, scroll, mark and point at them with mouse and keys. User-interface thread only.
 class ChartView final : public QWidget
 {
     Q_OBJECT
 
 public:
+    using Place = ChartPlace;
+
     explicit ChartView(QWidget* parent = nullptr);
     ~ChartView() override;
 
-    /// Shows other bars, the last day of them.
-    void showSeries(const std::shared_ptr<const BarSeries>& series, int timeframe);
-    /// Shows what the bars have become, at the same place.
-    void updateSeries(const std::shared_ptr<const BarSeries>& series, int timeframe);
+    /// What is shown, for the chart's heading and for a screen reader.
+    void setTitle(const QString& title);
+    /// Shows another series, at its end. There is nothing to go back to any more.
+    void showSeries(const std::shared_ptr<const BarSeries>& series);
+    /// Shows what the series has become, at the same place. Its stored timeframe may be another.
+    void updateSeries(const std::shared_ptr<const BarSeries>& series);
+    bool isEmpty() const { return m_viewport.isEmpty(); }
 
-    bool isEmpty() const { return !m_series || m_series->isEmpty(); }
-    const TimeRange& range() const { return m_range; }
-    const TimeLimits& limits() const { return m_limits; }
-    /// The nearest range that is allowed is shown.
-    void setRange(const TimeRange& range);
-    void showAll();
+    /// The chosen timeframe and the one that is shown: a longer one where the candles of the chosen
+    /// one would be too thin to be seen.
+    Timeframe timeframe() const { return m_viewport.timeframe(); }
+    Timeframe shownTimeframe() const { return m_viewport.shownTimeframe(); }
+    void setTimeframe(Timeframe timeframe);
+    bool areNightsShown() const { return m_viewport.areNightsShown(); }
+    void setNightsShown(bool areShown);
+
+    void setStudies(std::vector<std::shared_ptr<const ChartStudy>> studies);
+    /// Those of the days in view; what is marked elsewhere is not seen.
+    void setMarks(const QList<ChartMark>& marks);
+
+    Place place() const { return m_viewport.place(); }
+    void setPlace(const Place& place);
+    /// The slots in view, those between which it can be moved, and another part of them.
+    const SlotRange& range() const { return m_viewport.range(); }
+    SlotRange reach() const;
+    void setRange(const SlotRange& range);
+    /// Makes the view longer by this factor, around its middle.
     void zoom(double factor);
     void scroll(double shareOfView);
+    void showAll();
+    void goToFirst();
+    void goToLast();
+    /// Brings the bar of this wall time into the middle, and the crosshair onto it.
+    void goTo(qint64 wallTime);
+    /// The same with the first bar of the day or, where there is none, the next one after it.
+    void goTo(const QDate& day);
+
+    /// Back to where the view was before a jump, and forward again. Moving and zooming by steps is
+    /// no jump.
+    bool canGoBack() const { return m_history.canGoBack(); }
+    void goBack();
+    bool canGoForward() const { return m_history.canGoForward(); }
+    void goForward();
+
+    /// What a feed must have read for what is in view.
+    std::pair<QDate, QDate> daysInView() const;
+    bool needsBars() const;
 
     /// What is drawn now, and where.
     const ChartLayout& chart() const { return m_layout; }
-    /// Where the mouse points, nothing where it points at no candle.
+    /// Where the mouse or the keyboard points, nothing where it points at no slot.
     const std::optional<Crosshair>& crosshair() const { return m_crosshair; }
     /// The candle at the crosshair, null when there is none.
     const Candle* pointed() const;
+    /// What is said of it, with the marks; empty when there is none.
+    QString readout() const;
+    /// Moves the keyboard's crosshair by so many candles; the view follows.
+    void moveCrosshair(int candles);
+    /// Takes the crosshair of the keyboard and the marked range away.
+    void dropCrosshair();
+
+    /// Marks a range from the crosshair on by so many candles more.
+    void markTo(int candles);
+    bool hasMark() const { return m_mark.has_value(); }
+    void zoomToMark();
+    void clearMark();
+
+    /// The candles in view, or those of the marked range, as lines with tabs and a heading, as a
+    /// spreadsheet takes them.
+    QString barsAsText() const;
+    /// The chart without crosshair and mark, with so many pixels for each of the screen's.
+    QImage picture(double scale) const;
+    /// As .png or .svg, which the path's suffix decides.
+    Outcome savePicture(const QString& path) const;
 
     QSize minimumSizeHint() const override;
 
 Q_SIGNALS:
-    /// The range, or how far it can be moved.
+    /// What is in view, or how far it can be moved, also for new bars.
     void rangeChanged();
     /// Another candle is pointed at, or none, or it is not the same any more.
     void pointedChanged();
+    /// The chosen or the shown timeframe, or whether nights are shown.
+    void timeframeChanged();
+    /// Whether there is something to go back or forward to.
+    void historyChanged();
+    /// There is a marked range, or there is none any more.
+    void markChanged();
+    void contextMenuWanted(const QPoint& globalPlace);
+    /// The user has asked by keys for the bars as text.
+    void copyWanted();
 
 protected:
     bool event(QEvent* event) override;
@@ -58,29 +132,55 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
-    struct Drag
+    enum class Step {
+        Small, ///< of a walk
+        Jump,  ///< from which the user can go back
+    };
+    // What the mouse does while its button is down.
+    enum class Grip { None, Moving, Marking };
+    // Positions within the first and the last slot that are marked, in either order.
+    struct Mark
     {
-        double x = 0;
-        TimeRange range;
+        double from = 0;
+        double to = 0;
     };
 
-    /// The range, the bars or the room for them have changed.
+    void change(Step step, const std::function<void()>& how);
     void refresh();
+    void layOut();
+    QString heading() const;
     void updateCrosshair();
-    double timeBelow(const QPointF& place) const;
+    void announce();
+    double slotBelow(const QPointF& place) const;
+    SlotRange markedRange() const;
+    std::optional<double> fixedTime() const;
+    std::optional<qint64> crosshairSlot() const;
+    void putCrosshair(qint64 slot);
+    void follow(qint64 slot);
+    void findTarget();
+    void step(const std::optional<ViewHistory::State>& state);
+    bool giveUp();
+    bool moveByKey(const QKeyEvent& event);
+    bool jumpByKey(const QKeyEvent& event);
 
-    std::shared_ptr<const BarSeries> m_series;
-    int m_timeframe = 0;
-    TimeLimits m_limits;
-    TimeRange m_range;
+    ChartViewport m_viewport;
+    ViewHistory m_history;
+    QString m_title;
+    std::vector<std::shared_ptr<const ChartStudy>> m_studies;
+    QList<ChartMark> m_marks;
     ChartLayout m_layout;
     std::optional<QPointF> m_mouse; // while it is over the chart
-    std::optional<Drag> m_drag;
+    Grip m_grip = Grip::None;
+    double m_gripAt = 0; // distance from the left, or a slot, where the button went down
+    std::optional<double> m_pointed; // the wall time at which the keyboard's crosshair is
+    std::optional<QDate> m_target;   // the day whose first bar it is to stand on when it was read
     std::optional<Crosshair> m_crosshair;
+    std::optional<Mark> m_mark;
 };
 
 } // namespace vexdesk

@@ -18,14 +18,15 @@ struct Text
     Q_DECLARE_TR_FUNCTIONS(vexdesk::Readout)
 };
 
-QString intervalTimesText(const Candle& candle, qint64 interval)
+QString intervalTimesText(const Candle& candle, Timeframe timeframe)
 {
-    // Days are told without times, the last one among them.
-    const bool isDays = interval % secondsPerDay == 0;
-    const QString begin = isDays ? dateText(candle.begin) : dateTimeText(candle.begin, interval);
-    if (interval == secondsPerDay)
-        return begin;
-    QString end = isDays ? dateText(candle.end - 1) : dateTimeText(candle.end, interval);
+    if (timeframe == Timeframe::Day)
+        return dateText(wallTime(candle.day));
+    // Weeks and months are told without times, by their last day.
+    const bool isDays = timeframe > Timeframe::Day;
+    const int seconds = secondsOf(timeframe);
+    const QString begin = isDays ? dateText(candle.begin) : dateTimeText(candle.begin, seconds);
+    QString end = isDays ? dateText(candle.end - 1) : dateTimeText(candle.end, seconds);
     if (!isDays && wallDate(candle.begin) == wallDate(candle.end))
         end = end.section(u' ', 1);
     return QStringLiteral("%1 – %2").arg(begin, end);
@@ -33,18 +34,19 @@ QString intervalTimesText(const Candle& candle, qint64 interval)
 
 } // namespace
 
-QString candleTimeText(const Candle& candle, qint64 interval, int timeframe)
+QString candleTimeText(const Candle& candle, const CandleKind& kind)
 {
-    return interval == timeframe && candle.count == 1 ? dateTimeText(candle.bar.time, timeframe)
-                                                      : intervalTimesText(candle, interval);
+    return kind.isPlain() && candle.count == 1 && isBelowDay(kind.shown)
+               ? dateTimeText(candle.bar.time, kind.stored)
+               : intervalTimesText(candle, kind.shown);
 }
 
-QString readoutText(const Candle& candle, qint64 interval, int timeframe, int decimals)
+QString readoutText(const Candle& candle, const CandleKind& kind, int decimals)
 {
     const Bar& bar = candle.bar;
-    QString time = candleTimeText(candle, interval, timeframe);
-    if (interval != timeframe || candle.count > 1)
-        time = Text::tr("%1 (%2)").arg(time, intervalText(interval));
+    QString time = candleTimeText(candle, kind);
+    if (!kind.isPlain() || candle.count > 1)
+        time = Text::tr("%1 (%2)").arg(time, timeframeText(kind.shown));
     const auto price = [decimals](double number) { return numberText(number, decimals); };
     QStringList parts{time,
                       Text::tr("Откр. %1").arg(price(bar.open)),

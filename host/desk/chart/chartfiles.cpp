@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: MIT
+#include "desk/chart/chartfiles.h"
+
+#include "desk/chart/axisticks.h"
+#include "desk/chart/chartcolors.h"
+#include "desk/chart/chartpainter.h"
+#include "desk/chart/wallclock.h"
+
+#include <QtCore/QBuffer>
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
+#include <QtCore/QLocale>
+#include <QtCore/QSaveFile>
+#include <QtGui/QPainter>
+#include <QtSvg/QSvgGenerator>
+
+#include <algorithm>
+#include <cmath>
+
+namespace vexdesk {
+
+namespace {
+
+constexpr int moneyDecimals = 2;
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(vexdesk::ChartFiles)
+};
+
+struct Columns
+{
+    bool hasValue = false;
+    bool hasOpenInterest = false;
+};
+
+QStringList headingsOf(const Columns& columns)
+{
+    QStringList names{Text::tr("Дата"), Text::tr("Время"), Text::tr("Откр."), Text::tr("Макс."),
+                      Text::tr("Мин."), Text::tr("Закр."), Text::tr("Объём")};
+    if (columns.hasValue)
+        names.append(Text::tr("Объём в деньгах"));
+    if (columns.hasOpenInterest)
+        names.append(Text::tr("Откр. интерес"));
+    return names;
+}
+
+// When a bar ends; a day, week or month begins on its first day and has no time.
+QStringList timeOf(const Candle& candle, Timeframe timeframe)
+{
+    if (timeframe == Timeframe::Day)
+        return {dateText(wallTime(candle.day)), QString()};
+    if (timeframe > Timeframe::Day)
+        return {dateText(candle.begin), QString()};
+    return {dateText(candle.end), wallClock(candle.end).toString(QStringLiteral("hh:mm:ss"))};
+}
+
+QString numberOf(double number, int decimals)
+{
+    return numberText(number, decimals).replace(u'.', QLocale().decimalPoint());
+}
+
+void paintOn(QPaintDevice& device, const ChartLayout& chart, const ChartColors& colors)
+{
+    QPainter painter(&device);
+    painter.fillRect(QRectF(QPointF(), chart.size), colors.background);
+    paintChart(painter, chart, colors);
+}
+
+QByteArray pngOf(const ChartLayout& chart, const ChartColors& colors, double scale)
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    chartImage(chart, colors, scale).save(&buffer, "PNG");
+    return bytes;
+}
+
+QByteArray svgOf(const ChartLayout& chart, const ChartColors& colors)
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QSvgGenerator svg;
+    svg.setOutputDevice(&buffer);
+    svg.setSize(chart.size.toSize());
+    svg.setViewBox(QRectF(QPointF(), chart.size));
+    svg.setTitle(chart.title.text);
+    constexpr int dotsPerInch = 96; // letters of points keep the size that they were laid out with
+    svg.setResolution(dotsPerInch);
+    paintOn(svg, chart, colors);
+    return bytes;
+}
+
+} // namespace
+
+QString candlesAsText(const std::vector<PlacedCandle>& candles, const CandleKind& kind,
+                      int decimals)
+{
+    Columns columns;
+    for (const PlacedCandle& placed : candles) {
+        columns.hasValue |= placed.candle.bar.value != 0;
+        columns.hasOpenInterest |= placed.candle.bar.openInterest != 0;
+    }
+    QString text = headingsOf(columns).join(u'\t') + u'\n';
+    for (const PlacedCandle& placed : candles) {
+        const Bar& bar = placed.candle.bar;
+        QStringList line = timeOf(placed.candle, kind.shown);
+        for (const double price : {bar.open, bar.high, bar.low, bar.close})
+            line.append(numberOf(price, decimals));
+        line.append(QString::number(bar.volume));
+        if (columns.hasValue)
+            line.append(numberOf(bar.value, moneyDecimals));
+        if (columns.hasOpenInterest)
+            line.append(QString::number(bar.openInterest));
+        text += line.join(u'\t') + u'\n';
+    }
+    return text;
+}
+
+QImage chartImage(const ChartLayout& chart, const ChartColors& colors, double scale)
+{
+    const QSizeF size = chart.size * scale;
+    QImage image(std::max(1, static_cast<int>(std::ceil(size.width()))),
+                 std::max(1, static_cast<int>(std::ceil(size.height()))),
+                 QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(scale);
+    image.fill(colors.background);
+    paintOn(image, chart, colors);
+    return image;
+}
+
+Outcome saveChart(const ChartLayout& chart, const ChartColors& colors, double scale,
+                  const QString& path)
+{
+    const QString suffix = QFileInfo(path).suffix().toLower();
+    const bool isPicture = suffix == QStringLiteral("png");
+    if (!isPicture && suffix != QStringLiteral("svg"))
+        return Failure{Text::tr("График сохраняется в файлах с расширением .png или .svg: \"%1\"")
+                           .arg(QDir::toNativeSeparators(path))};
+    const QByteArray bytes = isPicture ? pngOf(chart, colors, scale) : svgOf(chart, colors);
+    QSaveFile file(path);
+    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
+        return {};
+    return Failure{Text::tr("Не удалось записать файл \"%1\": %2")
+                       .arg(QDir::toNativeSeparators(path), file.errorString())};
+}
+
+} // namespace vexdesk

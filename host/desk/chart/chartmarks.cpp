@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+#include "desk/chart/chartmarks.h"
+
+#include "desk/chart/axisticks.h"
+#include "desk/chart/wallclock.h"
+
+#include <algorithm>
+#include <map>
+
+namespace vexdesk {
+
+namespace {
+
+// Wall times; the begin is not included, the end is.
+struct Stretch
+{
+    qint64 begin = 0;
+    qint64 end = 0;
+};
+
+Stretch stretchOf(const ChartMark& mark)
+{
+    const qint64 day = wallTime(mark.day);
+    Stretch stretch{day, day + secondsPerDay};
+    if (!mark.from.isValid())
+        return stretch;
+    stretch.begin = wallTime(mark.day, mark.from);
+    if (mark.to.isValid() && mark.to > mark.from)
+        stretch.end = wallTime(mark.day, mark.to);
+    return stretch;
+}
+
+} // namespace
+
+std::vector<CandleMark> marksOfCandles(const QList<ChartMark>& marks,
+                                       const std::vector<PlacedCandle>& candles)
+{
+    std::map<size_t, CandleMark> found;
+    for (const ChartMark& mark : marks) {
+        const Stretch stretch = stretchOf(mark);
+        const auto at =
+            std::partition_point(candles.begin(), candles.end(), [&](const PlacedCandle& one) {
+                return one.candle.end <= stretch.begin;
+            });
+        if (at == candles.end() || stretch.end <= candles.front().candle.begin)
+            continue;
+        const bool isInside = at->candle.begin < stretch.end;
+        const QString text =
+            isInside ? mark.text
+                     : QStringLiteral("%1: %2").arg(dateText(wallTime(mark.day)), mark.text);
+        const auto index = static_cast<size_t>(at - candles.begin());
+        const auto [entry, isFirst] = found.try_emplace(index, CandleMark{index, mark.kind, text});
+        if (isFirst)
+            continue;
+        entry->second.kind = std::max(entry->second.kind, mark.kind);
+        entry->second.text += u'\n' + text;
+    }
+    std::vector<CandleMark> all;
+    for (const auto& [index, mark] : found)
+        all.push_back(mark);
+    return all;
+}
+
+} // namespace vexdesk

@@ -1,0 +1,334 @@
+// SPDX-License-Identifier: MIT
+#include "desk/chart/chartviewport.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace vexdesk {
+
+namespace {
+
+constexpr double almost = 1 - 1e-9;
+
+} // namespace
+
+void ChartViewport::showSeries(const std::shared_ptr<const BarSeries>& series)
+{
+    m_place = ChartPlace();
+    m_isAll = false;
+    updateSeries(series);
+}
+
+void ChartViewport::updateSeries(const std::shared_ptr<const BarSeries>& series)
+{
+    const double behindEnd = m_range.end - static_cast<double>(m_axis.size());
+    m_series = series;
+    // A series of another source may have room for the chosen timeframe, or have none of it.
+    const Timeframe shortest = shortestTimeframe();
+    const bool isSourceAnother = series->timeframe() != m_axis.series().timeframe();
+    if (m_shown < shortest || isSourceAnother)
+        m_shown = shortest;
+    makeAxis();
+    if (isEmpty())
+        return;
+    if (m_place)
+        applyPlace();
+    else if (m_isAll)
+        showAll();
+    else if (m_isAtEnd && !isSourceAnother) {
+        const double end = static_cast<double>(m_axis.size()) + behindEnd;
+        m_range = limits().fitted({end - m_range.length(), end});
+    } else {
+        applyState();
+    }
+}
+
+// Of those that can be made of what is stored.
+Timeframe ChartViewport::shortestTimeframe() const
+{
+    Timeframe shortest = m_timeframe;
+    const int stored = std::max(1, m_series->timeframe());
+    while (isBelowDay(shortest) && secondsOf(shortest) % stored != 0)
+        shortest = static_cast<Timeframe>(static_cast<int>(shortest) + 1);
+    return shortest;
+}
+
+// The candles that were folded are taken over; the old series goes, with what it has in memory.
+void ChartViewport::makeAxis()
+{
+    const auto before = m_axis.folded();
+    for (auto& other : m_others)
+        other.reset();
+    m_axis =
+        TimeAxis(std::make_shared<FoldedDays>(m_series, m_shown, before.get()), m_areNightsShown);
+}
+
+const TimeAxis& ChartViewport::axisOf(Timeframe timeframe)
+{
+    if (timeframe == m_shown)
+        return m_axis;
+    auto& other = m_others[static_cast<size_t>(timeframe)];
+    if (!other)
+        other = TimeAxis(std::make_shared<FoldedDays>(m_series, timeframe), m_areNightsShown);
+    return *other;
+}
+
+void ChartViewport::show(Timeframe timeframe)
+{
+    if (timeframe == m_shown)
+        return;
+    const TimeAxis axis = axisOf(timeframe);
+    m_others[static_cast<size_t>(m_shown)] = m_axis;
+    m_others[static_cast<size_t>(timeframe)].reset();
+    m_axis = axis;
+    m_shown = timeframe;
+}
+
+SlotLimits ChartViewport::limits() const
+{
+    // A longer timeframe is shown as closely as it must be to have room for the next shorter one.
+    if (m_shown != shortestTimeframe()) {
+        constexpr double fewest = 0.5;
+        return SlotLimits(m_axis.size(), fewest);
+    }
+    // No candle is wider than so many of the thinnest.
+    constexpr double widest = 10;
+    return SlotLimits(m_axis.size(), std::max(SlotLimits::usualFewest, m_most / widest));
+}
+
+void ChartViewport::setRoom(double most, double usual)
+{
+    if (most == m_most && usual == m_usual)
+        return;
+    m_most = most;
+    m_usual = usual;
+    if (isEmpty())
+        return;
+    if (m_place)
+        applyPlace();
+    else if (m_isAll)
+        showAll();
+    else
+        fit(m_range, 1);
+}
+
+void ChartViewport::holdAt(double time)
+{
+    m_time = time;
+    m_share = (m_axis.slotOf(time) - m_range.begin) / m_range.length();
+    m_isAtEnd = false;
+}
+
+void ChartViewport::rememberEdge()
+{
+    const double end = static_cast<double>(m_axis.size());
+    m_time = m_axis.timeUpTo(m_range.end);
+    m_share = 1;
+    m_isAtEnd = m_range.end >= end && m_range.begin < end;
+    m_isAll = m_range.length() >= limits().all().length() * almost;
+}
+
+void ChartViewport::setTimeframe(Timeframe timeframe, std::optional<double> fixed)
+{
+    m_timeframe = timeframe;
+    const Timeframe shortest = shortestTimeframe();
+    if (shortest == m_shown)
+        return;
+    if (isEmpty()) {
+        m_shown = shortest;
+        makeAxis();
+        return;
+    }
+    if (fixed)
+        holdAt(*fixed);
+    m_place.reset();
+    show(shortest);
+    if (m_isAll)
+        showAll();
+    else
+        applyState();
+}
+
+void ChartViewport::setNightsShown(bool areShown, std::optional<double> fixed)
+{
+    if (areShown == m_areNightsShown)
+        return;
+    if (fixed && !isEmpty())
+        holdAt(*fixed);
+    m_areNightsShown = areShown;
+    makeAxis();
+    if (isEmpty())
+        return;
+    if (m_place)
+        applyPlace();
+    else if (m_isAll)
+        showAll();
+    else
+        applyState();
+}
+
+// The same length at the time that is to stay where it is.
+void ChartViewport::applyState()
+{
+    const double length = std::min(m_range.length(), m_most);
+    const double begin =
+        m_isAtEnd ? limits().reach(length).end - length : m_axis.slotOf(m_time) - m_share * length;
+    m_range = limits().fitted({begin, begin + length});
+}
+
+double ChartViewport::lengthOn(Timeframe timeframe, const SlotRange& range)
+{
+    if (timeframe == m_shown)
+        return range.length();
+    const TimeAxis& axis = axisOf(timeframe);
+    const double length =
+        axis.slotOf(m_axis.timeUpTo(range.end)) - axis.slotOf(m_axis.timeAt(range.begin));
+    axis.folded()->letGo();
+    return length;
+}
+
+// Shows the range, at the shortest timeframe whose candles have room. What is at this share of it
+// stays there.
+void ChartViewport::fit(const SlotRange& wanted, double share)
+{
+    const double most = limits().all().length();
+    SlotRange range = wanted;
+    if (range.length() > most)
+        range.end = range.begin + most;
+    const double fixed = m_axis.timeUpTo(range.begin + share * range.length());
+    Timeframe timeframe = shortestTimeframe();
+    double length = lengthOn(timeframe, range);
+    while (length > m_most && timeframe < Timeframe::Month) {
+        timeframe = static_cast<Timeframe>(static_cast<int>(timeframe) + 1);
+        length = lengthOn(timeframe, range);
+    }
+    if (timeframe != m_shown) {
+        show(timeframe);
+        const double begin = m_axis.slotOf(fixed) - share * length;
+        range = {begin, begin + length};
+    }
+    m_range = limits().fitted(range);
+    rememberEdge();
+}
+
+void ChartViewport::setRange(const SlotRange& range)
+{
+    if (isEmpty())
+        return;
+    m_place.reset();
+    if (std::abs(range.length() - m_range.length()) < 1e-6) {
+        m_range = limits().fitted({range.begin, range.begin + m_range.length()});
+        rememberEdge();
+    } else {
+        fit(range, 1);
+    }
+}
+
+void ChartViewport::move(double slotCount)
+{
+    setRange({m_range.begin + slotCount, m_range.end + slotCount});
+}
+
+void ChartViewport::zoom(double fixed, double factor)
+{
+    if (isEmpty())
+        return;
+    m_place.reset();
+    const SlotLimits ends = limits();
+    const double shortest = ends.fitted({0, 0}).length();
+    const double length =
+        std::clamp(m_range.length() * factor, shortest, std::max(shortest, ends.all().length()));
+    const double share = (fixed - m_range.begin) / m_range.length();
+    const double begin = fixed - share * length;
+    fit({begin, begin + length}, share);
+}
+
+void ChartViewport::showAll()
+{
+    if (isEmpty())
+        return;
+    m_place.reset();
+    Timeframe timeframe = shortestTimeframe();
+    while (timeframe < Timeframe::Month &&
+           SlotLimits(axisOf(timeframe).size()).all().length() > m_most)
+        timeframe = static_cast<Timeframe>(static_cast<int>(timeframe) + 1);
+    show(timeframe);
+    m_range = limits().all();
+    rememberEdge();
+}
+
+void ChartViewport::goTo(double time)
+{
+    if (isEmpty())
+        return;
+    m_place.reset();
+    const double half = m_range.length() / 2;
+    const double slot = m_axis.slotOf(time);
+    m_range = limits().fitted({slot - half, slot + half});
+    m_isAll = false;
+    holdAt(time);
+}
+
+ChartPlace ChartViewport::place() const
+{
+    if (m_place)
+        return *m_place;
+    ChartPlace place;
+    place.slots = m_range.length();
+    if (m_shown != shortestTimeframe()) {
+        const TimeAxis axis(std::make_shared<FoldedDays>(m_series, shortestTimeframe()),
+                            m_areNightsShown);
+        place.slots =
+            axis.slotOf(m_axis.timeUpTo(m_range.end)) - axis.slotOf(m_axis.timeAt(m_range.begin));
+    }
+    if (m_range.end < static_cast<double>(m_axis.size()))
+        place.end = std::llround(m_axis.timeUpTo(m_range.end));
+    return place;
+}
+
+void ChartViewport::setPlace(const ChartPlace& place)
+{
+    m_place = place;
+    if (!isEmpty())
+        applyPlace();
+}
+
+void ChartViewport::applyPlace()
+{
+    const ChartPlace place = *m_place;
+    show(shortestTimeframe());
+    const double length = place.slots > 0 ? place.slots : m_usual;
+    const double end =
+        place.end != 0 ? m_axis.slotOf(static_cast<double>(place.end)) : limits().reach(length).end;
+    fit({end - length, end}, 1);
+    m_isAll = m_isAll && place.slots > 0;
+}
+
+ChartViewport::State ChartViewport::state() const
+{
+    return {m_timeframe, m_areNightsShown, m_shown,   m_range.length(),
+            m_time,      m_share,          m_isAtEnd, m_isAll};
+}
+
+void ChartViewport::restore(const State& state)
+{
+    m_place.reset();
+    m_timeframe = state.timeframe;
+    m_areNightsShown = state.areNightsShown;
+    m_shown = std::max(state.shown, shortestTimeframe());
+    makeAxis();
+    m_time = state.time;
+    m_share = state.share;
+    m_isAtEnd = state.isAtEnd;
+    m_isAll = state.isAll;
+    if (isEmpty())
+        return;
+    if (m_isAll) {
+        showAll();
+        return;
+    }
+    m_range = {0, state.length};
+    applyState();
+}
+
+} // namespace vexdesk

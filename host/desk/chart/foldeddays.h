@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "desk/chart/candles.h"
+
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+namespace vexdesk {
+
+/// The candles of a series at one timeframe, folded day by day as they are asked for, and kept. The
+/// owner's thread only: asking changes what is kept.
+class FoldedDays final
+{
+public:
+    /// Takes over from `before`, which may be null, what is the same in both series.
+    FoldedDays(std::shared_ptr<const BarSeries> series, Timeframe timeframe,
+               const FoldedDays* before = nullptr);
+
+    const BarSeries& series() const { return *m_series; }
+    const std::shared_ptr<const BarSeries>& sharedSeries() const { return m_series; }
+    Timeframe timeframe() const { return m_timeframe; }
+
+    /// The candles that begin with a day; none where what they are made of is not in memory. Valid
+    /// until letGo().
+    const std::vector<Candle>& of(qsizetype day);
+
+    /// Lets candles go when they are many, but those that were asked for since the last time.
+    void letGo();
+    /// How many days and candles are kept, for those who want to know that it is not without end.
+    size_t daysKept() const { return m_days.size(); }
+    size_t candlesKept() const { return m_candlesKept; }
+
+private:
+    // By what the candles of a day are made of: of itself, and at midnight of its neighbours.
+    struct Source
+    {
+        std::weak_ptr<const DayBars> bars;
+        std::shared_ptr<const DaySummary> before;
+        std::shared_ptr<const DaySummary> own;
+        std::shared_ptr<const DaySummary> after;
+
+        bool isSameAs(const Source& other) const;
+    };
+    struct Entry
+    {
+        Source source;
+        std::shared_ptr<const std::vector<Candle>> candles; // shared by all that know the day
+        int turn = 0;                                       // at which it was asked for last
+    };
+
+    Source sourceOf(qsizetype day) const;
+
+    std::shared_ptr<const BarSeries> m_series;
+    Timeframe m_timeframe;
+    std::unordered_map<qsizetype, Entry> m_days;
+    size_t m_candlesKept = 0;
+    int m_turn = 0;
+};
+
+} // namespace vexdesk
