@@ -6,10 +6,10 @@
 
 #include <vexdesk/history/dayfilelines.h>
 #include <vexdesk/history/dayfilenames.h>
+#include <vexdesk/history/filestate.h>
 
 #include <QtCore/QDateTime>
 #include <QtCore/QDirIterator>
-#include <QtCore/QFileInfo>
 
 #include <algorithm>
 #include <optional>
@@ -19,17 +19,14 @@ namespace vexdesk {
 namespace {
 
 // File systems keep times of different coarseness, the coarsest of them two seconds.
-constexpr qint64 coarsestTime = 2000; // ms
+constexpr qint64 nanoseconds = 1000 * 1000; // of a millisecond
+constexpr qint64 coarsestTime = 2000 * nanoseconds;
 
-DayStamp stampOf(const QFileInfo& file)
+DayStamp stampOf(const FileState& file)
 {
-    DayStamp stamp;
-    stamp.size = file.size();
-    stamp.modified = file.lastModified().toMSecsSinceEpoch();
-    const qint64 age = QDateTime::currentMSecsSinceEpoch() - stamp.modified;
+    const qint64 age = QDateTime::currentMSecsSinceEpoch() * nanoseconds - file.modified;
     // A time to come is a clock that was set; it will not settle for long.
-    stamp.isSettled = age >= coarsestTime || age < 0;
-    return stamp;
+    return {file.size, file.modified, age >= coarsestTime || age < 0};
 }
 
 // Null where there are none, and where the file cannot be read to its end.
@@ -66,12 +63,15 @@ std::shared_ptr<const DayBars> readBars(const QString& path, const QDate& day)
 std::vector<ListedDay> listDays(const QString& directory, int timeframe)
 {
     std::vector<ListedDay> days;
-    QDirIterator walk(directory, QDir::Files);
+    // Whatever there is: to look which of them are files would take as long as all the rest.
+    QDirIterator walk(directory, QDir::AllEntries | QDir::NoDotAndDotDot | QDir::System);
     while (walk.hasNext()) {
-        walk.next();
+        const QString path = walk.next();
         const auto key = parseDayFileName(walk.fileName());
-        if (key && key->timeframe == timeframe)
-            days.push_back({key->day, stampOf(walk.fileInfo())});
+        if (!key || key->timeframe != timeframe)
+            continue;
+        if (const std::optional<FileState> file = fileState(path))
+            days.push_back({key->day, stampOf(*file)});
     }
     std::sort(days.begin(), days.end(),
               [](const ListedDay& left, const ListedDay& right) { return left.day < right.day; });

@@ -16,7 +16,7 @@ namespace vexdesk {
 struct DayStamp
 {
     qint64 size = 0;
-    qint64 modified = 0; ///< milliseconds since 1970
+    qint64 modified = 0; ///< nanoseconds since 1970
     /// False for a file that was written so short a time before it was looked at that it may have
     /// been written once more since then, with the same size at the same time.
     bool isSettled = false;
