@@ -77,9 +77,14 @@ void ChartView::showSeries(const std::shared_ptr<const BarSeries>& series)
 
 void ChartView::updateSeries(const std::shared_ptr<const BarSeries>& series)
 {
+    const std::optional<QDate> target = m_target;
     change(Step::Small, [&] {
         m_viewport.updateSeries(series);
+        m_target = target;
+        const std::optional<double> before = m_pointed;
         findTarget();
+        if (m_pointed && m_pointed != before)
+            m_viewport.goTo(*m_pointed);
     });
 }
 
@@ -161,7 +166,6 @@ void ChartView::goTo(qint64 wallTime)
     if (isEmpty())
         return;
     change(Step::Jump, [&] {
-        m_target.reset();
         m_pointed = static_cast<double>(wallTime) - halfSecond;
         m_viewport.goTo(*m_pointed);
     });
