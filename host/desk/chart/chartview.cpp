@@ -8,6 +8,7 @@
 #include "desk/chart/chartpainter.h"
 #include "desk/chart/wallclock.h"
 
+#include <QtCore/QSet>
 #include <QtGui/QContextMenuEvent>
 #include <QtGui/QHelpEvent>
 #include <QtGui/QKeyEvent>
@@ -32,6 +33,23 @@ constexpr double thinnestCandle = 4; // with the gap beside it
 constexpr double usualCandle = 8;
 
 constexpr double halfSecond = 0.5; // before the end of a bar is in it, however short it is
+
+// Whether a chart does something when the key is pressed.
+bool isChartKey(const QKeyEvent& event)
+{
+    if (event.matches(QKeySequence::Copy))
+        return true;
+    if (event.key() == Qt::Key_0)
+        return event.modifiers() == Qt::ControlModifier;
+    if (event.key() == Qt::Key_F10)
+        return event.modifiers() == Qt::ShiftModifier;
+    static const QSet<int> keys{Qt::Key_Left,     Qt::Key_Right,  Qt::Key_PageUp, Qt::Key_PageDown,
+                                Qt::Key_Home,     Qt::Key_End,    Qt::Key_Plus,   Qt::Key_Equal,
+                                Qt::Key_Minus,    Qt::Key_Escape, Qt::Key_Return, Qt::Key_Enter,
+                                Qt::Key_Backspace};
+    return keys.contains(event.key()) &&
+           !(event.modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+}
 
 } // namespace
 
@@ -437,11 +455,8 @@ Outcome ChartView::savePicture(const QString& path) const
 bool ChartView::event(QEvent* event)
 {
     if (event->type() == QEvent::ShortcutOverride) {
-        // The keys of the chart win over the shortcuts of menus.
-        const auto* const key = static_cast<QKeyEvent*>(event);
-        const bool isAlone = !(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
-        if (isAlone || key->matches(QKeySequence::Copy) ||
-            (key->key() == Qt::Key_0 && key->modifiers() == Qt::ControlModifier)) {
+        // The keys of the chart win over the shortcuts of menus, and all others are theirs.
+        if (isChartKey(*static_cast<QKeyEvent*>(event))) {
             event->accept();
             return true;
         }

@@ -151,7 +151,7 @@ void TestAxisTicks::aRoundTimeInAGapStandsBehindIt()
 {
     std::vector<vexdesk::Bar> bars = testsupport::makeBars(testsupport::firstDay, 120);
     bars.erase(bars.begin() + 25, bars.begin() + 35); // from 10:25 to 10:35
-    const Shown shown = ticksOf(testsupport::seriesOf({bars}), Timeframe::Minute, {10.5, 80}, 10);
+    const Shown shown = ticksOf(testsupport::seriesOf({bars}), Timeframe::Minute, {10.5, 80}, 8);
     QCOMPARE(shown.labels.mid(0, 3), QStringList({"10:20", "10:30", "10:40"}));
     QCOMPARE(shown.slotNumbers.mid(0, 3), QList<int>({20, 25, 30}));
 }
@@ -179,7 +179,7 @@ void TestAxisTicks::daysStandForThemselvesAndYearsBelow()
 
 void TestAxisTicks::monthsAndYears()
 {
-    const Shown months = ticksOf(makeSeries(100, 1), Timeframe::Day, {1, 80}, 21);
+    const Shown months = ticksOf(makeSeries(100, 1), Timeframe::Day, {1, 80}, 15);
     QCOMPARE(months.labels, QStringList({"02.2024", "03.2024", "04.2024", "05.2024"}));
     QVERIFY(months.first.isEmpty());
     const Shown years = ticksOf(makeSeries(1300, 1), Timeframe::Week, {1, 250}, 50);

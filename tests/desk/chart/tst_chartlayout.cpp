@@ -293,10 +293,11 @@ void TestChartLayout::aDateIsAlwaysShown()
         const auto series = makeSeries(count, 120);
         for (const Timeframe timeframe : vexdesk::allTimeframes) {
             const auto axis = testsupport::axisOf(series, timeframe);
+            const auto size = static_cast<double>(axis.size());
             for (int width = 330; width < 1900; width += 137) {
                 const double length =
                     std::min(vexdesk::SlotLimits(axis.size()).all().length(), width / 5.0);
-                for (const double begin : {-2.0, axis.size() / 2.0, axis.size() + 2 - length}) {
+                for (const double begin : {-2.0, size / 2, size + 2 - length}) {
                     const ChartLayout chart = vexdesk::layOutChart(
                         {axis, {begin, begin + length}, {}, {}, {}}, QSizeF(width, 300), QFont());
                     QVERIFY2(hasDate(chart), qPrintable(QStringLiteral("%1 days, %2 wide, %3")
