@@ -151,7 +151,9 @@ void TestChartFiles::aVectorPictureHasTheTexts()
     while (!reader.atEnd())
         reader.readNext();
     QVERIFY2(!reader.hasError(), qPrintable(reader.errorString()));
-    for (const vexdesk::AxisLine& line : layOut().prices.lines)
+    const ChartLayout chart = layOut();
+    QVERIFY(chart.last && text.contains(u'>' + chart.last->label.text));
+    for (const vexdesk::AxisLine& line : chart.times)
         QVERIFY2(text.contains(u'>' + line.label.text), qPrintable(line.label.text));
 }
 
