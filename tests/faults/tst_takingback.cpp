@@ -75,10 +75,15 @@ QByteArray readAll(const StoreJobs& jobs)
     return {};
 }
 
-// Each of these is done again on what it has left; of the others that would be another job.
+// Most are done again on what they have left. Of these that would be another job; and a day whose
+// second file is as it should be is not touched by a merge, whatever its derived minutes are. They
+// are taken back before.
 bool canBeRepeated(const QString& job)
 {
-    return job != u"edit" && job != u"copy" && job != u"rename";
+    const QStringList others{QStringLiteral("edit"), QStringLiteral("copy"),
+                             QStringLiteral("rename"), QStringLiteral("merge seconds"),
+                             QStringLiteral("fill seconds")};
+    return !others.contains(job);
 }
 
 QByteArray doAgain(const StoreJobs& jobs, const QString& job, const Files& done)
