@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# Builds with the preset "coverage", runs the test suite and prints, by folder, how many lines of the
-# product it has run.
+# Builds with the preset "coverage", runs the test suite and prints, by folder, how many lines and
+# branches of the product it has run. Branches that only an exception takes do not count.
 #
 #   scripts/coverage.sh [NAME_PATTERN]     only the tests whose names match
 #
@@ -26,17 +26,27 @@ failed=0
 ctest --preset coverage -LE 'packages|faults' -R "${1:-.}" >&2 || failed=1
 
 gcovr --root . build/coverage --filter 'src/' --filter 'host/' --filter 'cli/' \
-    --exclude '.*_autogen/' --json-summary - |
+    --exclude '.*_autogen/' --exclude-throw-branches --json-summary - |
     python3 -c '
 import collections, json, os, sys
 
-folders = collections.defaultdict(lambda: [0, 0])
+kinds = ("line", "branch")
+folders = collections.defaultdict(collections.Counter)
 for file in json.load(sys.stdin)["files"]:
-    for folder in (os.path.dirname(file["filename"]), "all"):
-        folders[folder][0] += file["line_covered"]
-        folders[folder][1] += file["line_total"]
-print("%-32s %7s %7s %7s" % ("folder", "lines", "run", "share"))
-for folder, (run, lines) in sorted(folders.items(), key=lambda item: (item[0] == "all", item[0])):
-    print("%-32s %7d %7d %6.1f%%" % (folder, lines, run, 100 * run / max(lines, 1)))
+    name = file["filename"]
+    parts = ["src", "host/lib/history", "cli"]
+    wholes = [part + ", whole" for part in parts if name.startswith(part + "/")]
+    for folder in (os.path.dirname(name), "all", *wholes):
+        for kind in kinds:
+            folders[folder][kind + " run"] += file[kind + "_covered"]
+            folders[folder][kind] += file[kind + "_total"]
+
+def share(counts, kind):
+    return "%7d %7d %6.1f%%" % (
+        counts[kind], counts[kind + " run"], 100 * counts[kind + " run"] / max(counts[kind], 1))
+
+print("%-32s %7s %7s %7s  %7s %7s %7s" % ("folder", "lines", "run", "share", "branch", "run", "share"))
+for folder, counts in sorted(folders.items(), key=lambda item: (item[0] == "all", item[0])):
+    print("%-32s %s  %s" % (folder, share(counts, "line"), share(counts, "branch")))
 '
 exit "$failed"

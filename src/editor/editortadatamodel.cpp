@@ -7,8 +7,7 @@
 #include <vexdesk/history/dayfilenames.h>
 #include <vexdesk/history/dayfilerewrite.h>
 #include <vexdesk/history/filekeeper.h>
-
-#include <QtCore/QFileInfo>
+#include <vexdesk/history/filestate.h>
 
 #include <algorithm>
 #include <utility>
@@ -40,7 +39,7 @@ void EditorTADataModel::load(const QDir& dir, const QDateTime& from, const QDate
     m_rows.clear();
     m_lengths = FieldLengths();
     m_rowsOfText.clear();
-    const QList<QDate> days = vexdesk::storedDays(dir, timeframe, m_fromDate, m_toDate);
+    const QList<QDate> days = listDays();
     m_loaded.clear();
     m_loaded.reserve(days.size());
     for (const QDate& day : days) {
@@ -51,6 +50,14 @@ void EditorTADataModel::load(const QDir& dir, const QDateTime& from, const QDate
     }
     m_rows.squeeze();
     endResetModel();
+}
+
+QList<QDate> EditorTADataModel::listDays()
+{
+    const auto days = vexdesk::storedDays(m_dir, m_timeframe, m_fromDate, m_toDate);
+    if (!days)
+        m_problems.append(days.message());
+    return days.valueOr(QList<QDate>());
 }
 
 QString EditorTADataModel::dayPath(const QDate& day) const
@@ -169,7 +176,7 @@ void EditorTADataModel::delRowsFromFiles(vexdesk::FileKeeper* keeper)
             break;
         rewrite(loaded);
     }
-    for (const QDate& day : vexdesk::storedDays(m_dir, m_timeframe, m_fromDate, m_toDate)) {
+    for (const QDate& day : listDays()) {
         if (!isLoaded(day)) {
             m_problems.append(tr("Файл %1 не переписан: он появился после того, как был показан "
                                  "интервал; покажите интервал ещё раз и повторите удаление.")
@@ -197,7 +204,7 @@ void EditorTADataModel::rewrite(const LoadedDay& loaded)
                                     m_rows.rewritten(loaded.day), *loaded.state);
         if (!rewritten)
             m_problems.append(rewritten.message());
-    } else if (const QString path = dayPath(loaded.day); QFileInfo::exists(path)) {
+    } else if (const QString path = dayPath(loaded.day); !vexdesk::isMissing(path)) {
         m_problems.append(tr("Файл %1 не переписан: его не удалось прочитать; проверьте права на "
                              "файл или импортируйте этот день заново.")
                               .arg(path));
