@@ -135,10 +135,9 @@ int main(int argc, char** argv)
     measure(view, "zoomed out and in", frames, zoom);
     view.setStudies({std::make_shared<MovingAverage>(20), std::make_shared<VolumeByPrice>(40)});
     measure(view, "zoomed out and in, with studies", frames, zoom);
-    QElapsedTimer timer;
-    timer.start();
-    view.updateSeries(series);
-    std::printf("taking over a new snapshot: %.2f ms\n",
-                static_cast<double>(timer.nsecsElapsed()) / 1e6);
+    for (const Timeframe shown : {Timeframe::Minute, Timeframe::Day, Timeframe::Month}) {
+        view.setTimeframe(shown);
+        measure(view, "taking over what was read", frames, [&](int) { view.updateSeries(series); });
+    }
     return EXIT_SUCCESS;
 }

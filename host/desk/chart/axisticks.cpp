@@ -116,11 +116,12 @@ std::vector<Begin> numbered(const std::vector<SlotBegin>& begins)
     return all;
 }
 
-// Days change with every unit.
+// A day is seen to begin among times, and a year among days and weeks.
 bool isLine(const Begin& before, const Begin& begin, const TickUnit& unit)
 {
+    const TickUnit::Kind larger = unit.kind == TickUnit::Clock ? TickUnit::Day : TickUnit::Year;
     return before.numberOf(unit) != begin.numberOf(unit) ||
-           (unit.kind == TickUnit::Clock && !before.isSame(begin, TickUnit::Day));
+           (unit.kind <= TickUnit::Week && !before.isSame(begin, larger));
 }
 
 // Nothing that is shorter than a candle.
@@ -238,6 +239,9 @@ TimeTicks timeTicks(const std::vector<SlotBegin>& begins, const SlotRange& range
         if (isLine(all[i - 1], all[i], unit))
             found.ticks.push_back(tickAt(all[i - 1], all[i], unit));
     }
+    // Within one month no line says which.
+    if (found.ticks.empty() && found.first.isEmpty())
+        found.first = labelOf(all.front(), unit);
     return found;
 }
 

@@ -16,68 +16,92 @@ namespace {
 
 constexpr double tickLength = 4;
 
-// What is drawn in one colour, in few calls.
-struct Strokes
+// What is filled with one colour, in one call. Whole pixels without a pen: outlines and lines take
+// many times as long to paint.
+class Fills
 {
-    QVarLengthArray<QLineF, 1024> lines;
-    QVarLengthArray<QRectF, 512> bodies;
+public:
+    void add(double left, double top, double width, double height)
+    {
+        if (width > 0 && height > 0)
+            m_rects.append(QRectF(left, top, width, height).toRect());
+    }
+    void addLevel(double left, double right, double y) { add(left, y, right - left, 1); }
+    void addUpright(double x, double top, double bottom) { add(x, top, 1, bottom - top); }
 
-    void addBody(const CandleColumn& column, double top, double bottom)
+    void paint(QPainter& painter, const QColor& color) const
     {
-        // With a pen of one pixel the outline is as wide as the column.
-        top = std::round(top);
-        bodies.append(
-            QRectF(column.left, top, column.width - 1, std::max(0.0, std::round(bottom) - top)));
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(color);
+        painter.drawRects(m_rects.constData(), static_cast<int>(m_rects.size()));
     }
-    void paint(QPainter& painter, const QColor& color, const QBrush& fill = Qt::NoBrush) const
-    {
-        painter.setPen(QPen(color, 1, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
-        painter.setBrush(fill);
-        painter.drawLines(lines.constData(), static_cast<int>(lines.size()));
-        painter.drawRects(bodies.constData(), static_cast<int>(bodies.size()));
-    }
+
+private:
+    QVarLengthArray<QRect, 1024> m_rects;
 };
 
 // Rising and falling bars of one pane.
-struct PaneStrokes
+class BarFills
 {
-    Strokes rising;
-    Strokes falling;
-
-    Strokes& of(const Bar& bar) { return bar.close < bar.open ? falling : rising; }
+public:
+    // `bottom` is the last row of pixels that is filled.
+    void addBody(const Bar& bar, const CandleColumn& column, double top, double bottom)
+    {
+        const double height = bottom - top + 1;
+        of(bar).add(column.left, top, column.width, height);
+        if (bar.close >= bar.open)
+            m_hollow.add(column.left + 1, top + 1, column.width - 2, height - 2);
+    }
+    void addWick(const Bar& bar, double x, double top, double bottom)
+    {
+        of(bar).addUpright(x, top, bottom);
+    }
     void paint(QPainter& painter, const QRectF& place, const ChartColors& colors) const
     {
         painter.setClipRect(place);
-        rising.paint(painter, colors.rising, colors.background);
-        falling.paint(painter, colors.falling, colors.falling);
+        m_rising.paint(painter, colors.rising);
+        m_hollow.paint(painter, colors.background);
+        m_falling.paint(painter, colors.falling);
         painter.setClipping(false);
     }
+
+private:
+    Fills& of(const Bar& bar) { return bar.close < bar.open ? m_falling : m_rising; }
+
+    Fills m_rising;
+    Fills m_hollow;
+    Fills m_falling;
 };
 
-void addCandle(Strokes& strokes, const ChartPane& pane, const CandleColumn& column, const Bar& bar)
+void addCandle(BarFills& fills, const ChartPane& pane, const CandleColumn& column, const Bar& bar)
 {
     const auto y = [&pane](double price) { return std::round(pane.yOf(price)); };
-    const auto [bottom, top] = std::minmax(bar.open, bar.close);
-    strokes.addBody(column, y(top), y(bottom));
-    const double x = column.middle();
-    if (bar.high > top)
-        strokes.lines.append(QLineF(x, y(bar.high), x, y(top)));
-    if (bar.low < bottom)
-        strokes.lines.append(QLineF(x, y(bottom), x, y(bar.low)));
+    const auto [low, high] = std::minmax(bar.open, bar.close);
+    const double top = y(high);
+    const double bottom = y(low);
+    fills.addBody(bar, column, top, bottom);
+    fills.addWick(bar, column.middle(), y(bar.high), top);
+    fills.addWick(bar, column.middle(), bottom + 1, y(bar.low) + 1);
+}
+
+void addVolume(BarFills& fills, const ChartPane& pane, const CandleColumn& column, const Bar& bar)
+{
+    const auto volume = static_cast<double>(bar.volume);
+    const double top = std::round(pane.yOf(std::max(0.0, volume)));
+    const double bottom = std::round(pane.yOf(std::min(0.0, volume))) - 1;
+    fills.addBody(bar, column, std::min(top, bottom), bottom);
 }
 
 void paintBars(QPainter& painter, const ChartLayout& chart, const ChartColors& colors)
 {
-    PaneStrokes prices;
-    PaneStrokes volumes;
+    BarFills prices;
+    BarFills volumes;
     for (const PlacedCandle& placed : chart.candles) {
         const Bar& bar = placed.candle.bar;
         const CandleColumn column = chart.columnOf(placed);
-        addCandle(prices.of(bar), chart.prices, column, bar);
-        const auto volume = static_cast<double>(bar.volume);
+        addCandle(prices, chart.prices, column, bar);
         if (bar.volume != 0)
-            volumes.of(bar).addBody(column, chart.volumes.yOf(std::max(0.0, volume)),
-                                    chart.volumes.yOf(std::min(0.0, volume)) - 1);
+            addVolume(volumes, chart.volumes, column, bar);
     }
     prices.paint(painter, chart.prices.place, colors);
     volumes.paint(painter, chart.volumes.place, colors);
@@ -98,23 +122,22 @@ void fillSlots(QPainter& painter, const ChartLayout& chart, const SlotRange& ran
 
 void paintGrid(QPainter& painter, const ChartLayout& chart, const ChartColors& colors)
 {
-    Strokes grid;
-    Strokes axes; // and where days begin
+    Fills grid;
+    Fills axes; // and where days begin
     for (const ChartPane* const pane : {&chart.prices, &chart.volumes}) {
         const QRectF& place = pane->place;
         for (const AxisLine& line : chart.times)
-            (line.isBegin ? axes : grid)
-                .lines.append(QLineF(line.at, place.top(), line.at, place.bottom()));
+            (line.isBegin ? axes : grid).addUpright(line.at, place.top(), place.bottom());
         for (const AxisLine& line : pane->lines) {
-            grid.lines.append(QLineF(place.left(), line.at, place.right(), line.at));
-            axes.lines.append(QLineF(place.right(), line.at, place.right() + tickLength, line.at));
+            grid.addLevel(place.left(), place.right(), line.at);
+            axes.addLevel(place.right(), place.right() + tickLength, line.at);
         }
         if (!pane->lines.empty())
-            axes.lines.append(QLineF(place.topRight(), place.bottomRight()));
+            axes.addUpright(place.right(), place.top(), place.bottom());
     }
     const double bottom = chart.volumes.place.bottom();
     for (const AxisLine& line : chart.times)
-        axes.lines.append(QLineF(line.at, bottom, line.at, bottom + tickLength));
+        axes.addUpright(line.at, bottom, bottom + tickLength);
     grid.paint(painter, colors.grid);
     axes.paint(painter, colors.dayLine);
 }
@@ -152,18 +175,21 @@ void paintRows(QPainter& painter, const ChartLayout& chart, const ChartColors& c
 void paintStudyLines(QPainter& painter, const ChartLayout& chart, const ChartColors& colors)
 {
     constexpr double lineWidth = 1.6;
+    const auto placeOf = [&chart](const QPointF& point) {
+        return QPointF(chart.xOf(point.x()), chart.prices.yOf(point.y()));
+    };
     painter.setClipRect(chart.prices.place);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(Qt::NoBrush);
     for (size_t i = 0; i < chart.studies.size(); ++i) {
         painter.setPen(QPen(colorOf(colors, i), lineWidth));
+        // Piece by piece: a polyline with joins takes many times as long.
+        QVarLengthArray<QLineF, 1024> pieces;
         for (const StudyLine& line : chart.studies[i].shapes.lines) {
-            QPolygonF points;
-            points.reserve(static_cast<qsizetype>(line.points.size()));
-            for (const QPointF& point : line.points)
-                points.append({chart.xOf(point.x()), chart.prices.yOf(point.y())});
-            painter.drawPolyline(points);
+            for (size_t at = 1; at < line.points.size(); ++at)
+                pieces.append(QLineF(placeOf(line.points[at - 1]), placeOf(line.points[at])));
         }
+        painter.drawLines(pieces.constData(), static_cast<int>(pieces.size()));
     }
     painter.setRenderHint(QPainter::Antialiasing, false);
     painter.setClipping(false);
@@ -246,7 +272,7 @@ void paintLastPrice(QPainter& painter, const ChartLayout& chart, const ChartColo
 {
     const QColor& color = chart.last->isRising ? colors.rising : colors.falling;
     const QRectF& place = chart.prices.place;
-    painter.setPen(QPen(color, 1, Qt::DotLine));
+    painter.setPen(QPen(color, 1, Qt::DotLine, Qt::FlatCap));
     painter.drawLine(QLineF(place.left(), chart.last->at, place.right(), chart.last->at));
     paintTag(painter, chart.last->label, color, colors.background);
 }

@@ -8,7 +8,6 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
-#include <optional>
 
 namespace vexdesk {
 
@@ -24,17 +23,19 @@ std::array<double, 4> pricesOf(const Bar& bar)
     return {bar.open, bar.high, bar.low, bar.close};
 }
 
-// No value where the number of units does not give this very price.
-std::optional<qint64> unitsOf(double price, double power)
+// The nearest one to a price.
+qint64 unitsOf(double price, double power)
+{
+    const double scaled = price * power;
+    return static_cast<qint64>(scaled + (scaled < 0 ? -0.5 : 0.5));
+}
+
+// Whether the number of units gives this very price.
+bool hasUnits(double price, double power)
 {
     constexpr double mostExact = 9007199254740992.0; // every whole number up to it is a double
-    const double scaled = price * power;
-    if (!(std::abs(scaled) < mostExact))
-        return std::nullopt;
-    const auto units = static_cast<qint64>(scaled + (scaled < 0 ? -0.5 : 0.5));
-    if (static_cast<double>(units) / power != price)
-        return std::nullopt;
-    return units;
+    return std::abs(price * power) < mostExact &&
+           static_cast<double>(unitsOf(price, power)) / power == price;
 }
 
 double doubleAt(const quint32* words)
@@ -74,11 +75,11 @@ void DayBars::choosePrices(const std::vector<Bar>& bars)
     qint64 highest = std::numeric_limits<qint64>::min();
     for (const Bar& bar : bars) {
         for (const double price : pricesOf(bar)) {
-            const std::optional<qint64> units = unitsOf(price, m_power);
-            if (!units)
+            if (!hasUnits(price, m_power))
                 return;
-            lowest = std::min(lowest, *units);
-            highest = std::max(highest, *units);
+            const qint64 units = unitsOf(price, m_power);
+            lowest = std::min(lowest, units);
+            highest = std::max(highest, units);
         }
     }
     m_hasUnits = highest - lowest <= qint64(std::numeric_limits<quint32>::max());
@@ -103,7 +104,7 @@ void DayBars::put(const Bar& bar, quint32* row) const
     quint32* at = row + OpenWord;
     for (const double price : pricesOf(bar)) {
         if (m_hasUnits) {
-            *at++ = static_cast<quint32>(*unitsOf(price, m_power) - m_base);
+            *at++ = static_cast<quint32>(unitsOf(price, m_power) - m_base);
         } else {
             putDouble(price, at);
             at += wordsOfDouble;

@@ -16,7 +16,7 @@ namespace vexdesk {
 struct DayStamp
 {
     qint64 size = 0;
-    qint64 modified = 0; ///< milliseconds since 1970
+    qint64 modified = 0; ///< nanoseconds since 1970
     /// False for a file that was written so short a time before it was looked at that it may have
     /// been written once more since then, with the same size at the same time.
     bool isSettled = false;
@@ -47,10 +47,6 @@ struct ReadDay
 /// The bars of a day file: none when there is none and when it could not be read to its end, for
 /// half a day must not look like a whole one. Lines without a time or without four prices are
 /// passed over; a file whose lines are not in the order of their times is put into order.
-///
-/// Lines that the history editor has written have the money before the volume. They are known by a
-/// point in the volume's place, where an import writes whole numbers alone, and read as they are
-/// meant: an edited day keeps its volume in the chart.
 ReadDay readDay(const QString& path, const QDate& day);
 
 } // namespace vexdesk

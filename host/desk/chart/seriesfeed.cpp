@@ -62,6 +62,7 @@ void SeriesFeed::stop()
     m_directory.clear();
     m_wanted = WantedDays();
     m_days.clear();
+    m_memory = 0;
     m_watcher.watch({});
 }
 
@@ -86,14 +87,6 @@ void SeriesFeed::want(const WantedDays& days)
     tellProgress();
 }
 
-qint64 SeriesFeed::memory() const
-{
-    qint64 bytes = 0;
-    for (const Day& day : m_days)
-        bytes += day.shown.bars ? day.shown.bars->bytes() : 0;
-    return bytes;
-}
-
 void SeriesFeed::list()
 {
     if (m_directory.isEmpty())
@@ -110,9 +103,9 @@ void SeriesFeed::finishListing()
         return;
     if (m_isOutdated)
         m_watcher.tellSoon();
-    m_watchTimer.start();
     const bool isNew = takeListing(m_listing.result());
     orderDays();
+    watchSoon();
     if (isNew || !std::exchange(m_isListed, true))
         tell();
 }
@@ -141,6 +134,9 @@ bool SeriesFeed::takeListing(const std::vector<ListedDay>& listed)
         days.push_back(std::move(day));
     }
     m_days = std::move(days);
+    m_memory = 0;
+    for (const Day& day : m_days)
+        m_memory += day.shown.bars ? day.memory : 0;
     return isNew;
 }
 
@@ -238,16 +234,26 @@ void SeriesFeed::keep(const DayDelivery& delivery)
     if (found == m_days.end() || found->shown.day != order.day)
         return; // the file is gone
     found->isCurrent = order.isGoodFor(found->stamp, m_listings);
+    letGo(*found);
     found->shown.summary = delivery.read.summary;
-    found->shown.bars = order.isForBars ? delivery.read.bars : nullptr;
     found->memory = delivery.read.bars ? delivery.read.bars->bytes() : 0;
+    if (order.isForBars && delivery.read.bars) {
+        found->shown.bars = delivery.read.bars;
+        m_memory += found->memory;
+    }
+}
+
+void SeriesFeed::letGo(Day& day)
+{
+    if (day.shown.bars)
+        m_memory -= day.memory;
+    day.shown.bars.reset();
 }
 
 // Those go first that were not wanted for the longest time and are the farthest away.
 void SeriesFeed::dropBars()
 {
-    qint64 memory = this->memory();
-    if (memory <= m_mostMemory)
+    if (m_memory <= m_mostMemory)
         return;
     const Stretch view = inView();
     const auto inMemory = [this](qsizetype index) {
@@ -266,10 +272,9 @@ void SeriesFeed::dropBars()
         return rank(left) < rank(right);
     };
     std::sort(days.begin(), days.end(), isFirst);
-    for (auto next = days.begin(); memory > m_mostMemory && next != days.end(); ++next) {
+    for (auto next = days.begin(); m_memory > m_mostMemory && next != days.end(); ++next) {
         Day& day = m_days[static_cast<size_t>(*next)];
-        memory -= day.memory;
-        day.shown.bars.reset();
+        letGo(day);
         day.wantedAt = 0;
     }
 }
@@ -278,8 +283,7 @@ void SeriesFeed::deliver()
 {
     if (!takeDeliveries())
         return;
-    if (!m_watchTimer.isActive())
-        m_watchTimer.start();
+    watchSoon();
     const Stretch view = inView();
     const auto isIn = [this](const Day& day) { return !isMissing(day); };
     const bool isComplete =
@@ -289,7 +293,6 @@ void SeriesFeed::deliver()
         tell();
     else if (!m_tellTimer.isActive())
         m_tellTimer.start(static_cast<int>(tellingTime - m_sinceTold.elapsed()));
-    tellProgress();
 }
 
 void SeriesFeed::tell()
@@ -301,6 +304,7 @@ void SeriesFeed::tell()
     for (const Day& day : m_days)
         days.push_back(day.shown);
     Q_EMIT loaded(std::make_shared<const BarSeries>(m_key.timeframe, std::move(days)));
+    tellProgress();
 }
 
 bool SeriesFeed::isMissing(const Day& day) const
@@ -322,6 +326,14 @@ void SeriesFeed::tellProgress()
         m_patience.stop();
     if (missing == 0 ? std::exchange(m_tellsProgress, false) : m_tellsProgress)
         Q_EMIT progressed(total - missing, total);
+}
+
+// Not while much is read: to watch costs about as much as reading, and when it has begun the days
+// are listed again.
+void SeriesFeed::watchSoon()
+{
+    if (m_queue.isIdle() && !m_watchTimer.isActive())
+        m_watchTimer.start();
 }
 
 void SeriesFeed::watchFiles()

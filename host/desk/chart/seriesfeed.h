@@ -68,7 +68,7 @@ public:
     /// How many day files were read so far, for those who want to know that no more are than must.
     int filesRead() const { return m_filesRead; }
     /// What the bars in memory take, in bytes.
-    qint64 memory() const;
+    qint64 memory() const { return m_memory; }
 
 Q_SIGNALS:
     /// The chosen series as far as it is known now: after the days were listed, at first with
@@ -106,11 +106,13 @@ private:
     DayOrder orderFor(const Day& day, bool isForBars) const;
     bool takeDeliveries();
     void keep(const DayDelivery& delivery);
+    void letGo(Day& day);
     void dropBars();
     void deliver();
     void tell();
     void tellProgress();
     bool isMissing(const Day& day) const;
+    void watchSoon();
     void watchFiles();
 
     const QString m_root;
@@ -120,6 +122,7 @@ private:
     WantedDays m_wanted;
     int m_turn = 0; // counts what was wanted
     std::vector<Day> m_days;
+    qint64 m_memory = 0;
     int m_listings = 0; // so many are done
     bool m_isListed = false;
     bool m_isOutdated = false; // something has changed since the listing began

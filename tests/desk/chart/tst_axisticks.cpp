@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "chartseries.h"
 #include "desk/chart/axisticks.h"
 #include "desk/chart/wallclock.h"
-#include "support/localzone.h"
 #include "support/strictlog.h"
 
 #include <QtCore/QLocale>
@@ -12,31 +12,36 @@
 #include <algorithm>
 #include <cmath>
 
-using vexdesk::TimeRange;
-using vexdesk::TimeTick;
+using testsupport::makeSeries;
+using vexdesk::Timeframe;
 using vexdesk::wallTime;
 
 namespace {
 
-TimeRange rangeOf(const QDate& from, const QTime& begin, const QDate& to, const QTime& end)
+// What is seen of the ticks.
+struct Shown
 {
-    return {static_cast<double>(wallTime(from, begin)), static_cast<double>(wallTime(to, end))};
-}
+    QStringList labels;
+    QStringList headings;
+    QList<int> slotNumbers;
+    QList<bool> begins;
+    QString first;
+};
 
-QStringList labels(const std::vector<TimeTick>& ticks)
+Shown ticksOf(const testsupport::SeriesPointer& series, Timeframe timeframe,
+              const vexdesk::SlotRange& range, double slotsPerLabel, bool areNightsShown = false)
 {
-    QStringList texts;
-    for (const TimeTick& tick : ticks)
-        texts.append(tick.label);
-    return texts;
-}
-
-QStringList headings(const std::vector<TimeTick>& ticks)
-{
-    QStringList texts;
-    for (const TimeTick& tick : ticks)
-        texts.append(tick.heading);
-    return texts;
+    const auto axis = testsupport::axisOf(series, timeframe, areNightsShown);
+    const auto found = vexdesk::timeTicks(axis.begins(range), range, slotsPerLabel, timeframe);
+    Shown shown;
+    shown.first = found.first;
+    for (const vexdesk::TimeTick& tick : found.ticks) {
+        shown.labels.append(tick.label);
+        shown.headings.append(tick.heading);
+        shown.slotNumbers.append(static_cast<int>(tick.slot));
+        shown.begins.append(tick.isBegin);
+    }
+    return shown;
 }
 
 } // namespace
@@ -59,7 +64,8 @@ private Q_SLOTS:
     void secondsAreSeenWhereTheyDiffer();
     void daysStandForThemselvesAndYearsBelow();
     void monthsAndYears();
-    void anHourThatTheClockSkipsIsOnTheAxis();
+    void aRoundTimeInAGapStandsBehindIt();
+    void nightsHaveTheirTimes();
     void neverMoreTimesThanRoom();
     void intervalsAreNamed_data();
     void intervalsAreNamed();
@@ -120,83 +126,99 @@ void TestAxisTicks::neverMoreLinesThanRoom()
 
 void TestAxisTicks::timesStandAtRoundTimes()
 {
-    const auto ticks =
-        vexdesk::timeTicks(rangeOf({2024, 1, 15}, {9, 58}, {2024, 1, 15}, {11, 3}), 8);
-    QCOMPARE(labels(ticks),
-             QStringList({"10:00", "10:10", "10:20", "10:30", "10:40", "10:50", "11:00"}));
-    QCOMPARE(headings(ticks), QStringList({"15.01.2024", "", "", "", "", "", ""}));
-    for (const TimeTick& tick : ticks)
-        QVERIFY(!tick.isBegin);
+    const Shown shown = ticksOf(makeSeries(1, 120), Timeframe::Minute, {5.5, 63}, 8);
+    QCOMPARE(shown.labels, QStringList({"10:10", "10:20", "10:30", "10:40", "10:50", "11:00"}));
+    QCOMPARE(shown.slotNumbers, QList<int>({10, 20, 30, 40, 50, 60}));
+    QCOMPARE(shown.first, QStringLiteral("15.01.2024"));
+    QCOMPARE(shown.headings.join(QString()), QString());
 }
 
 void TestAxisTicks::aNewDayIsMarkedWithItsDate()
 {
-    const auto ticks =
-        vexdesk::timeTicks(rangeOf({2024, 2, 28}, {18, 30}, {2024, 2, 29}, {18, 30}), 5);
-    QCOMPARE(labels(ticks), QStringList({"00:00", "06:00", "12:00", "18:00"}));
-    QCOMPARE(headings(ticks), QStringList({"29.02.2024", "", "", ""}));
-    QVERIFY(ticks.front().isBegin);
-    QVERIFY(!ticks.back().isBegin);
+    const Shown shown = ticksOf(makeSeries(3, 120), Timeframe::Minute, {60, 250}, 40);
+    QCOMPARE(shown.labels, QStringList({"11:00", "10:00", "11:00", "10:00"}));
+    QCOMPARE(shown.headings, QStringList({"", "16.01.2024", "", "17.01.2024"}));
+    QCOMPARE(shown.slotNumbers, QList<int>({60, 120, 180, 240}));
+    QCOMPARE(shown.begins, QList<bool>({false, true, false, true}));
+    QCOMPARE(shown.first, QStringLiteral("15.01.2024"));
+    // The first day of all has its date at its line.
+    const Shown first = ticksOf(makeSeries(3, 120), Timeframe::Minute, {-5, 100}, 20);
+    QVERIFY(first.first.isEmpty());
+    QCOMPARE(first.headings.value(0), QStringLiteral("15.01.2024"));
+}
+
+void TestAxisTicks::aRoundTimeInAGapStandsBehindIt()
+{
+    std::vector<vexdesk::Bar> bars = testsupport::makeBars(testsupport::firstDay, 120);
+    bars.erase(bars.begin() + 25, bars.begin() + 35); // from 10:25 to 10:35
+    const Shown shown = ticksOf(testsupport::seriesOf({bars}), Timeframe::Minute, {10.5, 80}, 8);
+    QCOMPARE(shown.labels.mid(0, 3), QStringList({"10:20", "10:30", "10:40"}));
+    QCOMPARE(shown.slotNumbers.mid(0, 3), QList<int>({20, 25, 30}));
 }
 
 void TestAxisTicks::secondsAreSeenWhereTheyDiffer()
 {
-    const auto ticks =
-        vexdesk::timeTicks(rangeOf({2024, 1, 15}, {10, 0, 1}, {2024, 1, 15}, {10, 0, 21}), 4);
-    QCOMPARE(labels(ticks), QStringList({"10:00:05", "10:00:10", "10:00:15", "10:00:20"}));
+    const Shown shown = ticksOf(makeSeries(1, 100, 1), Timeframe::Second, {0.5, 21}, 5);
+    QCOMPARE(shown.labels, QStringList({"10:00:05", "10:00:10", "10:00:15", "10:00:20"}));
+    // Never finer than the candles.
+    const Shown minutes = ticksOf(makeSeries(1, 100), Timeframe::Minute, {0.5, 4}, 0.1);
+    QCOMPARE(minutes.labels, QStringList({"10:01", "10:02", "10:03", "10:04"}));
 }
 
 void TestAxisTicks::daysStandForThemselvesAndYearsBelow()
 {
-    const auto ticks =
-        vexdesk::timeTicks(rangeOf({2023, 12, 28}, {12, 0}, {2024, 1, 3}, {12, 0}), 7);
-    QCOMPARE(labels(ticks), QStringList({"29.12", "30.12", "31.12", "01.01", "02.01", "03.01"}));
-    QCOMPARE(headings(ticks), QStringList({"2023", "", "", "2024", "", ""}));
-    QVERIFY(ticks[3].isBegin);
-    const auto weeks = vexdesk::timeTicks(rangeOf({2024, 1, 2}, {0, 0}, {2024, 1, 24}, {0, 0}), 4);
-    QCOMPARE(labels(weeks), QStringList({"08.01", "15.01", "22.01"})); // Mondays
+    const Shown days = ticksOf(makeSeries(20, 4, 3600), Timeframe::Hour, {1, 79}, 4);
+    QCOMPARE(days.labels.mid(0, 5), QStringList({"16.01", "17.01", "18.01", "19.01", "22.01"}));
+    QCOMPARE(days.first, QStringLiteral("2024"));
+    const Shown weeks = ticksOf(makeSeries(20, 4, 3600), Timeframe::Hour, {1, 79}, 15);
+    QCOMPARE(weeks.labels, QStringList({"22.01", "29.01", "05.02"})); // Mondays
+    const Shown year = ticksOf(makeSeries(270, 1), Timeframe::Day, {230, 270}, 8);
+    QVERIFY(year.headings.contains(QStringLiteral("2025")));
+    QCOMPARE(year.begins.count(true), 1);
 }
 
 void TestAxisTicks::monthsAndYears()
 {
-    const auto months =
-        vexdesk::timeTicks(rangeOf({2023, 11, 10}, {0, 0}, {2024, 3, 10}, {0, 0}), 5);
-    QCOMPARE(labels(months), QStringList({"12.2023", "01.2024", "02.2024", "03.2024"}));
-    const auto years = vexdesk::timeTicks(rangeOf({1999, 6, 1}, {0, 0}, {2024, 6, 1}, {0, 0}), 6);
-    QCOMPARE(labels(years), QStringList({"2000", "2005", "2010", "2015", "2020"}));
+    const Shown months = ticksOf(makeSeries(100, 1), Timeframe::Day, {1, 80}, 15);
+    QCOMPARE(months.labels, QStringList({"02.2024", "03.2024", "04.2024", "05.2024"}));
+    QVERIFY(months.first.isEmpty());
+    const Shown years = ticksOf(makeSeries(1300, 1), Timeframe::Week, {1, 250}, 50);
+    QCOMPARE(years.labels, QStringList({"2025", "2026", "2027", "2028"}));
+    // Of weeks and months there are no days.
+    const Shown wide = ticksOf(makeSeries(100, 1), Timeframe::Month, {0, 4}, 0.1);
+    QCOMPARE(wide.labels.value(1), QStringLiteral("02.2024"));
 }
 
-void TestAxisTicks::anHourThatTheClockSkipsIsOnTheAxis()
+void TestAxisTicks::nightsHaveTheirTimes()
 {
-    const testsupport::LocalZone zone("Europe/Berlin");
-    QVERIFY(!QDateTime(QDate(2024, 3, 31), QTime(2, 30)).isValid() ||
-            QDateTime(QDate(2024, 3, 31), QTime(2, 30)).time() != QTime(2, 30));
-    const auto ticks = vexdesk::timeTicks(rangeOf({2024, 3, 31}, {1, 0}, {2024, 3, 31}, {4, 0}), 7);
-    QCOMPARE(labels(ticks),
-             QStringList({"01:00", "01:30", "02:00", "02:30", "03:00", "03:30", "04:00"}));
-    QCOMPARE(ticks.back().time - ticks.front().time, 3 * 3600);
+    const Shown shown = ticksOf(makeSeries(3, 10), Timeframe::Hour, {0, 48}, 8, true);
+    QCOMPARE(shown.labels, QStringList({"00:00", "12:00", "00:00", "12:00", "00:00"}));
+    QCOMPARE(shown.headings.value(2), QStringLiteral("16.01.2024"));
 }
 
 void TestAxisTicks::neverMoreTimesThanRoom()
 {
     QRandomGenerator random(2);
-    for (int round = 0; round < 5000; ++round) {
-        const double begin =
-            static_cast<double>(wallTime(QDate(2024, 1, 1))) + random.bounded(1e9) - 5e8;
-        const double length = std::pow(10, 1 + random.bounded(8.0));
-        const int most = 1 + random.bounded(20);
-        const auto ticks = vexdesk::timeTicks({begin, begin + length}, most);
-        // Months are not of one length.
-        QVERIFY2(
-            ticks.size() <= size_t(most) + 2,
-            qPrintable(
-                QStringLiteral("%1 s, room for %2: %3").arg(length).arg(most).arg(ticks.size())));
-        for (size_t i = 0; i < ticks.size(); ++i) {
-            QVERIFY(static_cast<double>(ticks[i].time) >= begin);
-            QVERIFY(static_cast<double>(ticks[i].time) <= begin + length);
-            QVERIFY(i == 0 || ticks[i - 1].time < ticks[i].time);
+    const auto series = makeSeries(300, 60);
+    for (const Timeframe timeframe : vexdesk::allTimeframes) {
+        if (timeframe == Timeframe::Second)
+            continue;
+        const auto axis = testsupport::axisOf(series, timeframe);
+        const auto size = static_cast<double>(axis.size());
+        for (int round = 0; round < 300; ++round) {
+            const double begin = random.generateDouble() * size - 5;
+            const vexdesk::SlotRange range{begin, begin + 10 + random.bounded(200)};
+            const double room = 1 + random.bounded(50.0);
+            const auto found = vexdesk::timeTicks(axis.begins(range), range, room, timeframe);
+            QVERIFY(double(found.ticks.size()) <= std::max(1.0, range.length() / room) + 2);
+            for (size_t i = 0; i < found.ticks.size(); ++i) {
+                QVERIFY(double(found.ticks[i].slot) >= range.begin);
+                QVERIFY(double(found.ticks[i].slot) <= range.end);
+                QVERIFY(i == 0 || found.ticks[i - 1].slot < found.ticks[i].slot);
+            }
         }
     }
+    QVERIFY(vexdesk::timeTicks({}, {0, 10}, 5, Timeframe::Day).ticks.empty());
 }
 
 void TestAxisTicks::intervalsAreNamed_data()
@@ -281,11 +303,8 @@ void TestAxisTicks::datesFollowTheLanguage()
     QLocale::setDefault(QLocale(locale));
     const qint64 begin = wallTime(QDate(2024, 3, 5));
     QCOMPARE(vexdesk::dateText(begin), date);
-    constexpr qint64 secondsOfDay = 24 * 60 * 60;
-    const vexdesk::TimeRange week{double(begin), double(begin + 7 * secondsOfDay)};
-    const auto ticks = vexdesk::timeTicks(week, 8);
-    QVERIFY(std::any_of(ticks.begin(), ticks.end(),
-                        [&day](const vexdesk::TimeTick& tick) { return tick.label == day; }));
+    const Shown days = ticksOf(makeSeries(50, 4, 3600), Timeframe::Hour, {1, 190}, 4);
+    QVERIFY(days.labels.contains(day));
 }
 
 QTEST_GUILESS_MAIN(TestAxisTicks)

@@ -1,1 +1,185 @@
+// SPDX-License-Identifier: MIT
+// The chart as text and as a picture for other programs.
 
+#include "chartseries.h"
+#include "desk/chart/chartcolors.h"
+#include "desk/chart/chartfiles.h"
+#include "support/strictlog.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QScopeGuard>
+#include <QtCore/QTemporaryDir>
+#include <QtCore/QXmlStreamReader>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QImage>
+#include <QtGui/QPalette>
+#include <QtTest/QTest>
+
+using testsupport::axisOf;
+using testsupport::firstDay;
+using testsupport::makeSeries;
+using vexdesk::ChartColors;
+using vexdesk::ChartLayout;
+using vexdesk::PlacedCandle;
+using vexdesk::Timeframe;
+
+namespace {
+
+ChartLayout layOut()
+{
+    return vexdesk::layOutChart({axisOf(makeSeries(2, 100), Timeframe::Minute),
+                                 {120, 200},
+                                 QStringLiteral("VEGA & Co"),
+                                 {},
+                                 {}},
+                                {640, 400}, QFont());
+}
+
+ChartColors colors()
+{
+    return ChartColors::of(QPalette());
+}
+
+QByteArray contentOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+} // namespace
+
+class TestChartFiles final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { testsupport::failOnStrayWarnings(); }
+
+    void barsAreLinesWithTabs();
+    void moneyAndInterestWhereThereAreAny();
+    void numbersAreThoseOfTheLanguage();
+    void daysHaveNoTime_data();
+    void daysHaveNoTime();
+    void aPictureHasThePixelsOfItsScale();
+    void aVectorPictureHasTheTexts();
+    void otherSuffixesAreRefused();
+    void whatCannotBeWrittenIsTold();
+};
+
+void TestChartFiles::barsAreLinesWithTabs()
+{
+    const auto candles = axisOf(makeSeries(1, 3), Timeframe::Minute).candles({0, 2});
+    QCOMPARE(vexdesk::candlesAsText(candles, {Timeframe::Minute, 60}, 2),
+             QStringLiteral("Дата\tВремя\tОткр.\tМакс.\tМин.\tЗакр.\tОбъём\n"
+                            "15.01.2024\t10:01:00\t100.25\t100.50\t99.75\t100.25\t101\n"
+                            "15.01.2024\t10:02:00\t100.50\t100.75\t100.00\t100.50\t102\n"));
+}
+
+void TestChartFiles::moneyAndInterestWhereThereAreAny()
+{
+    auto candles = axisOf(makeSeries(1, 3), Timeframe::Minute).candles({0, 2});
+    candles[1].candle.bar.value = 12.5;
+    candles[0].candle.bar.openInterest = 7;
+    const QStringList lines =
+        vexdesk::candlesAsText(candles, {Timeframe::Minute, 60}, 2).split(u'\n');
+    QVERIFY(lines[0].endsWith(QStringLiteral("Объём\tОбъём в деньгах\tОткр. интерес")));
+    QVERIFY(lines[1].endsWith(QStringLiteral("\t101\t0.00\t7")));
+    QVERIFY(lines[2].endsWith(QStringLiteral("\t102\t12.50\t0")));
+}
+
+void TestChartFiles::numbersAreThoseOfTheLanguage()
+{
+    const QLocale before;
+    const auto restore = qScopeGuard([&before] { QLocale::setDefault(before); });
+    QLocale::setDefault(QLocale(QStringLiteral("ru_RU")));
+    const auto candles = axisOf(makeSeries(1, 3), Timeframe::Minute).candles({0, 1});
+    QVERIFY(vexdesk::candlesAsText(candles, {Timeframe::Minute, 60}, 2)
+                .contains(QStringLiteral("\t100,25\t100,50\t99,75\t100,25\t101\n")));
+}
+
+void TestChartFiles::daysHaveNoTime_data()
+{
+    QTest::addColumn<Timeframe>("timeframe");
+    QTest::addColumn<QString>("begin");
+    QTest::newRow("day") << Timeframe::Day << "16.01.2024\t\t";
+    QTest::newRow("week") << Timeframe::Week << "22.01.2024\t\t";
+    QTest::newRow("month") << Timeframe::Month << "01.02.2024\t\t";
+    QTest::newRow("hour") << Timeframe::Hour << "16.01.2024\t11:00:00\t";
+}
+
+void TestChartFiles::daysHaveNoTime()
+{
+    QFETCH(const Timeframe, timeframe);
+    QFETCH(const QString, begin);
+    const auto candles = axisOf(makeSeries(30, 3), timeframe).candles({1, 2});
+    const QString text = vexdesk::candlesAsText(candles, {timeframe, 60}, 2);
+    QVERIFY2(text.section(u'\n', 1).startsWith(begin), qPrintable(text));
+}
+
+void TestChartFiles::aPictureHasThePixelsOfItsScale()
+{
+    const ChartLayout chart = layOut();
+    QCOMPARE(vexdesk::chartImage(chart, colors(), 1).size(), QSize(640, 400));
+    QCOMPARE(vexdesk::chartImage(chart, colors(), 1.5).size(), QSize(960, 600));
+    const QTemporaryDir directory;
+    const QString path = directory.filePath(QStringLiteral("chart.PNG"));
+    QCOMPARE(vexdesk::saveChart(chart, colors(), 2, path), vexdesk::Outcome());
+    const QImage saved(path);
+    QCOMPARE(saved.size(), QSize(1280, 800));
+    // A falling bar is filled in it.
+    const QRgb falling = colors().falling.rgb();
+    bool isFound = false;
+    for (const PlacedCandle& placed : chart.candles) {
+        const vexdesk::Bar& bar = placed.candle.bar;
+        const double y = chart.prices.yOf((bar.open + bar.close) / 2);
+        if (bar.close < bar.open && chart.columnOf(placed).left > chart.prices.place.left())
+            isFound |= saved.pixel(int(2 * chart.columnOf(placed).middle()), int(2 * y)) == falling;
+    }
+    QVERIFY(isFound);
+}
+
+void TestChartFiles::aVectorPictureHasTheTexts()
+{
+    const QTemporaryDir directory;
+    const QString path = directory.filePath(QStringLiteral("chart.svg"));
+    QCOMPARE(vexdesk::saveChart(layOut(), colors(), 1, path), vexdesk::Outcome());
+    const QString text = QString::fromUtf8(contentOf(path));
+    QVERIFY(text.contains(QStringLiteral("<svg")));
+    QVERIFY(text.contains(QStringLiteral("viewBox=\"0 0 640 400\"")));
+    QVERIFY(text.contains(QStringLiteral("VEGA &amp; Co")));
+    QXmlStreamReader reader(text);
+    while (!reader.atEnd())
+        reader.readNext();
+    QVERIFY2(!reader.hasError(), qPrintable(reader.errorString()));
+    const ChartLayout chart = layOut();
+    QVERIFY(chart.last && text.contains(u'>' + chart.last->label.text));
+    for (const vexdesk::AxisLine& line : chart.times)
+        QVERIFY2(text.contains(u'>' + line.label.text), qPrintable(line.label.text));
+}
+
+void TestChartFiles::otherSuffixesAreRefused()
+{
+    const QTemporaryDir directory;
+    const QString path = directory.filePath(QStringLiteral("chart.bmp"));
+    const vexdesk::Outcome outcome = vexdesk::saveChart(layOut(), colors(), 1, path);
+    QVERIFY(outcome.message().contains(QStringLiteral(".png или .svg")));
+    QVERIFY(!QFile::exists(path));
+}
+
+void TestChartFiles::whatCannotBeWrittenIsTold()
+{
+    const QTemporaryDir directory;
+    const QString path = directory.filePath(QStringLiteral("none/chart.png"));
+    const vexdesk::Outcome outcome = vexdesk::saveChart(layOut(), colors(), 1, path);
+    QVERIFY(outcome.message().startsWith(QStringLiteral("Не удалось записать файл")));
+    QVERIFY(outcome.message().contains(QStringLiteral("chart.png")));
+}
+
+int main(int argc, char** argv)
+{
+    const QGuiApplication application(argc, argv); // no widget is needed
+    TestChartFiles test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_chartfiles.moc"

@@ -3,6 +3,7 @@
 
 #include "chartsupport.h"
 #include "desk/chart/axisticks.h"
+#include "desk/chart/movingaverage.h"
 #include "desk/chart/wallclock.h"
 #include "support/strictlog.h"
 
@@ -22,31 +23,38 @@ using vexdesk::Bar;
 using vexdesk::BarSeries;
 using vexdesk::ChartLabel;
 using vexdesk::ChartLayout;
+using vexdesk::ChartMark;
 using vexdesk::ChartPane;
 using vexdesk::Crosshair;
-using vexdesk::TimeLimits;
-using vexdesk::TimeRange;
+using vexdesk::PlacedCandle;
+using vexdesk::SlotRange;
+using vexdesk::Timeframe;
 using vexdesk::wallTime;
 
 namespace {
 
 constexpr QSizeF usual(800, 400);
 
-TimeRange allOf(const BarSeries& series, int timeframe)
+using testsupport::SeriesPointer;
+
+ChartLayout layOut(const SeriesPointer& series, const SlotRange& range, const QSizeF& size = usual,
+                   Timeframe timeframe = Timeframe::Minute, const QFont& font = {})
 {
-    return TimeLimits(double(series.firstTime()), double(series.lastTime()), timeframe).all();
+    return vexdesk::layOutChart({testsupport::axisOf(series, timeframe), range, {}, {}, {}}, size,
+                                font);
 }
 
-ChartLayout layOutAll(const BarSeries& series, const QSizeF& size = usual, int timeframe = minute)
+ChartLayout layOutAll(const SeriesPointer& series, const QSizeF& size = usual)
 {
-    return vexdesk::layOutChart(series, timeframe, allOf(series, timeframe), size, QFont());
+    const auto axis = testsupport::axisOf(series, Timeframe::Minute);
+    return layOut(series, vexdesk::SlotLimits(axis.size()).all(), size);
 }
 
 ChartLayout layOutOne(qint64 volume)
 {
     Bar bar = makeBar(firstDay, {10, 1}, 1);
     bar.volume = volume;
-    return layOutAll(*testsupport::seriesOf({{bar}}));
+    return layOutAll(testsupport::seriesOf({{bar}}));
 }
 
 QStringList volumeLabels(const ChartLayout& chart)
@@ -58,7 +66,7 @@ QStringList volumeLabels(const ChartLayout& chart)
 }
 
 // Bars of this price, one a minute.
-std::shared_ptr<const BarSeries> rising(int count)
+SeriesPointer rising(int count)
 {
     std::vector<Bar> bars;
     for (int i = 1; i <= count; ++i) {
@@ -89,18 +97,23 @@ private Q_SLOTS:
     void aLowPaneHasALabelBesideTheZero();
     void volumesStandWithTheirThousandsApart();
     void withoutVolumesThereIsNoAxisOfThem();
-    void aDateIsAlwaysShown_data();
     void aDateIsAlwaysShown();
-    void candlesNeverStandCloserThanTheyCanBeSeen();
     void columnsHaveAMiddle();
     void theCrosshairStandsAtTheNearestCandle();
     void theCrosshairReadsTheAxes();
     void nothingIsPointedAtBesideThePanes();
+    void theLastPriceHasItsLine();
+    void marksStandBelowTheirBars();
+    void unreadStretchesAreKnown();
+    void theCrosshairOfKeysStandsAtTheClose();
+
+private:
+    static void everythingFitsIn(const ChartLayout& chart);
 };
 
 void TestChartLayout::bothPanesShareTheTimes()
 {
-    const ChartLayout chart = layOutAll(*makeSeries(1, 120));
+    const ChartLayout chart = layOutAll(makeSeries(1, 120));
     QCOMPARE(chart.prices.place.left(), chart.volumes.place.left());
     QCOMPARE(chart.prices.place.right(), chart.volumes.place.right());
     QVERIFY(chart.prices.place.bottom() < chart.volumes.place.top());
@@ -128,18 +141,40 @@ void TestChartLayout::everythingFits()
     QFont font;
     font.setPointSizeF(pointSize);
     const auto series = makeSeries(90, 500);
-    const TimeRange all = allOf(*series, minute);
-    for (double length = all.length(); length > 10 * minute; length *= 0.8) {
-        const ChartLayout chart =
-            vexdesk::layOutChart(*series, minute, {all.end - length, all.end}, size, font);
+    const QList<ChartMark> marks{{ChartMark::Kind::Note, firstDay, {}, {}, QStringLiteral("!")}};
+    for (const Timeframe timeframe : vexdesk::allTimeframes) {
+        const auto axis = testsupport::axisOf(series, timeframe);
+        const double end = static_cast<double>(axis.size()) + 2;
+        const double most = vexdesk::usualPaneWidth(size, font) / 4;
+        for (double length = std::min(most, end + 2); length > 3; length *= 0.8) {
+            everythingFitsIn(vexdesk::layOutChart({axis,
+                                                   {end - length, end},
+                                                   QStringLiteral("VEGA — MAIN — NORD"),
+                                                   {std::make_shared<vexdesk::MovingAverage>(20)},
+                                                   marks},
+                                                  size, font));
+            if (QTest::currentTestFailed())
+                return;
+        }
+    }
+}
+
+void TestChartLayout::everythingFitsIn(const ChartLayout& chart)
+{
+    const QSizeF size = chart.size;
+    {
         QVERIFY(chart.prices.lines.size() >= 2);
-        QVERIFY(!chart.times.empty());
         std::vector<ChartLabel> labels = chart.headings;
+        labels.push_back(chart.title);
+        for (const vexdesk::PlacedStudy& study : chart.studies)
+            labels.push_back(study.name);
         for (const auto* const lines : {&chart.prices.lines, &chart.volumes.lines, &chart.times}) {
             for (const AxisLine& line : *lines)
                 labels.push_back(line.label);
         }
         for (size_t i = 0; i < labels.size(); ++i) {
+            if (labels[i].text.isEmpty()) // a day line without a time
+                continue;
             QVERIFY2(QRectF(QPointF(), size).contains(labels[i].place), qPrintable(labels[i].text));
             // But for the blank above and below the letters.
             constexpr double blank = 2;
@@ -154,7 +189,7 @@ void TestChartLayout::everythingFits()
 void TestChartLayout::linesStandAtTheirValues()
 {
     for (const QSizeF& size : {usual, QSizeF(400, 300), QSizeF(1500, 900)}) {
-        const ChartLayout chart = layOutAll(*makeSeries(1, 120), size);
+        const ChartLayout chart = layOutAll(makeSeries(1, 120), size);
         for (const ChartPane* const pane : {&chart.prices, &chart.volumes}) {
             QVERIFY(!pane->lines.empty());
             for (const AxisLine& line : pane->lines) {
@@ -171,12 +206,13 @@ void TestChartLayout::linesStandAtTheirValues()
 
 void TestChartLayout::linesStandAtTheirTimes()
 {
-    const ChartLayout chart = layOutAll(*makeSeries(1, 120));
+    const ChartLayout chart = layOutAll(makeSeries(1, 120));
     QVERIFY(chart.times.size() > 2);
     for (const AxisLine& line : chart.times) {
         const QTime time = QTime::fromString(line.label.text, QStringLiteral("hh:mm"));
         QVERIFY2(time.isValid(), qPrintable(line.label.text));
-        QVERIFY(std::abs(chart.xOf(double(wallTime(firstDay, time))) - line.at) <= 0.5);
+        const double slot = QTime(10, 0).secsTo(time) / 60.0;
+        QVERIFY(std::abs(chart.xOf(slot) - line.at) <= 0.5);
         QVERIFY(std::abs(line.label.place.center().x() - line.at) <= 1);
         QVERIFY(line.label.place.top() > chart.volumes.place.bottom());
     }
@@ -186,10 +222,7 @@ void TestChartLayout::pricesFollowWhatIsShown()
 {
     const auto series = rising(100);
     for (const int first : {20, 60}) {
-        const double begin = double(wallTime(firstDay, QTime(10, 0).addSecs(first * minute)));
-        const ChartPane prices =
-            vexdesk::layOutChart(*series, minute, {begin, begin + 20 * minute}, usual, QFont())
-                .prices;
+        const ChartPane prices = layOut(series, {double(first), first + 20.0}).prices;
         QVERIFY(prices.low < first + 1 && prices.low > first - 5);
         QVERIFY(prices.high > first + 20 && prices.high < first + 25);
     }
@@ -198,9 +231,7 @@ void TestChartLayout::pricesFollowWhatIsShown()
 void TestChartLayout::anEmptyStretchKeepsThePricesBeforeIt()
 {
     const auto series = rising(100);
-    const double begin = double(series->lastTime()) + 3600;
-    const ChartLayout chart =
-        vexdesk::layOutChart(*series, minute, {begin, begin + 3600}, usual, QFont());
+    const ChartLayout chart = layOut(series, {160, 220});
     QVERIFY(chart.candles.empty());
     QVERIFY(chart.prices.low < 100 && chart.prices.high > 100);
     QVERIFY(chart.prices.high - chart.prices.low < 10);
@@ -214,7 +245,7 @@ void TestChartLayout::pricesOfAllSizesHaveARange()
         for (const int decimals : {0, 15}) {
             Bar bar = makeBar(firstDay, {10, 1}, 1);
             bar.open = bar.close = bar.high = bar.low = price;
-            const ChartLayout chart = layOutAll(*testsupport::seriesOf({{bar}}, decimals));
+            const ChartLayout chart = layOutAll(testsupport::seriesOf({{bar}}, decimals));
             QVERIFY(chart.prices.low < price && price < chart.prices.high);
             QVERIFY(chart.prices.place.contains(chart.prices.place.left() + 1,
                                                 chart.prices.yOf(price)));
@@ -247,17 +278,9 @@ void TestChartLayout::withoutVolumesThereIsNoAxisOfThem()
     QVERIFY(!volumeLabels(layOutOne(7)).isEmpty());
 }
 
-void TestChartLayout::aDateIsAlwaysShown_data()
-{
-    QTest::addColumn<int>("timeframe");
-    for (const int timeframe : {1, 15, 60, 300, 900, 3600, 14400, 86400})
-        QTest::addRow("%d seconds", timeframe) << timeframe;
-}
-
-// At both ends, and with everything in view.
+// Wherever the view is, with everything in it and with little.
 void TestChartLayout::aDateIsAlwaysShown()
 {
-    QFETCH(const int, timeframe);
     // Below the days of a longer range stands their year; months stand with it.
     const QRegularExpression date(QStringLiteral("^((\\d\\d\\.)?\\d\\d\\.)?\\d{4}$"));
     const auto isDate = [&date](const ChartLabel& label) {
@@ -268,54 +291,34 @@ void TestChartLayout::aDateIsAlwaysShown()
                std::any_of(chart.times.begin(), chart.times.end(),
                            [&isDate](const AxisLine& line) { return isDate(line.label); });
     };
-    for (const int count : {1, 2, 5, 30, 240}) {
-        std::vector<std::vector<Bar>> days;
-        for (int d = 0; d < count; ++d) {
-            const QDate day = firstDay.addDays(d);
-            days.push_back({makeBar(day, QTime(10, 0), d)});
-            if (timeframe == 86400) // the bar of a day ends with it
-                days.back().front().time = wallTime(day.addDays(1));
-            else
-                days.back().push_back(makeBar(day, QTime(18, 40), d));
-        }
-        const auto series = testsupport::seriesOf(days);
-        const TimeLimits limits(double(series->firstTime()), double(series->lastTime()), timeframe);
-        const double length = std::min(10 * 3600.0, limits.all().length());
-        const double begin = limits.all().begin;
-        for (const TimeRange& range : {limits.fitted({begin, begin + length}),
-                                       limits.fitted({1e10, 1e10 + length}), limits.all()}) {
-            for (int width = 330; width < 1900; width += 37) {
-                const ChartLayout chart =
-                    vexdesk::layOutChart(*series, timeframe, range, QSizeF(width, 300), QFont());
-                QVERIFY2(hasDate(chart),
-                         qPrintable(QStringLiteral("%1 days, %2 wide").arg(count).arg(width)));
+    for (const int count : {1, 2, 30, 240}) {
+        const auto series = makeSeries(count, 120);
+        for (const Timeframe timeframe : vexdesk::allTimeframes) {
+            const auto axis = testsupport::axisOf(series, timeframe);
+            const auto size = static_cast<double>(axis.size());
+            for (int width = 330; width < 1900; width += 137) {
+                const double length =
+                    std::min(vexdesk::SlotLimits(axis.size()).all().length(), width / 5.0);
+                for (const double begin : {-2.0, size / 2, size + 2 - length}) {
+                    const ChartLayout chart = vexdesk::layOutChart(
+                        {axis, {begin, begin + length}, {}, {}, {}}, QSizeF(width, 300), QFont());
+                    QVERIFY2(hasDate(chart), qPrintable(QStringLiteral("%1 days, %2 wide, %3")
+                                                            .arg(count)
+                                                            .arg(width)
+                                                            .arg(int(timeframe))));
+                }
             }
         }
     }
-}
-
-void TestChartLayout::candlesNeverStandCloserThanTheyCanBeSeen()
-{
-    const auto series = makeSeries(60, 480);
-    const TimeRange all = allOf(*series, minute);
-    qint64 interval = 0;
-    for (double length = all.length(); length > 20 * minute; length *= 0.7) {
-        const ChartLayout chart =
-            vexdesk::layOutChart(*series, minute, {all.begin, all.begin + length}, usual, QFont());
-        QVERIFY(chart.candles.size() <= size_t(chart.prices.place.width() / 3) + 2);
-        QVERIFY(chart.xOf(double(chart.interval)) - chart.xOf(0) >= 3);
-        interval = chart.interval;
-    }
-    QCOMPARE(interval, minute);
 }
 
 void TestChartLayout::columnsHaveAMiddle()
 {
     const auto series = makeSeries(1, 120);
     for (const double width : {320.0, 500.0, 801.0, 1234.0, 1900.0}) {
-        const ChartLayout chart = layOutAll(*series, {width, 300});
+        const ChartLayout chart = layOutAll(series, {width, 300});
         double free = 0;
-        for (const vexdesk::Candle& candle : chart.candles) {
+        for (const PlacedCandle& candle : chart.candles) {
             const vexdesk::CandleColumn column = chart.columnOf(candle);
             QCOMPARE(column.left, std::round(column.left));
             QCOMPARE(column.middle(), std::round(column.middle()));
@@ -327,23 +330,23 @@ void TestChartLayout::columnsHaveAMiddle()
 
 void TestChartLayout::theCrosshairStandsAtTheNearestCandle()
 {
-    const ChartLayout chart = layOutAll(*makeSeries(1, 120));
+    const ChartLayout chart = layOutAll(makeSeries(1, 120));
     for (double x = chart.prices.place.left(); x < chart.prices.place.right(); x += 3) {
         const std::optional<Crosshair> found = chart.crosshairAt({x, 100});
         QVERIFY(found);
-        const auto distance = [&](const vexdesk::Candle& candle) {
+        const auto distance = [&](const PlacedCandle& candle) {
             return std::abs(chart.xOf(candle.middle()) - x);
         };
-        const double nearest = distance(chart.candles.at(found->candle));
-        for (const vexdesk::Candle& candle : chart.candles)
+        const double nearest = distance(chart.candles.at(*found->candle));
+        for (const PlacedCandle& candle : chart.candles)
             QVERIFY(nearest <= distance(candle) + 1e-6);
-        QCOMPARE(found->at, QPointF(chart.columnOf(chart.candles[found->candle]).middle(), 100));
+        QCOMPARE(found->at, QPointF(chart.columnOf(chart.candles[*found->candle]).middle(), 100));
     }
 }
 
 void TestChartLayout::theCrosshairReadsTheAxes()
 {
-    const ChartLayout chart = layOutAll(*makeSeries(1, 120));
+    const ChartLayout chart = layOutAll(makeSeries(1, 120));
     const QRectF all(QPointF(), usual);
     for (const ChartPane* const pane : {&chart.prices, &chart.volumes}) {
         for (const QPointF place : {pane->place.topLeft(), pane->place.center(),
@@ -366,12 +369,85 @@ void TestChartLayout::theCrosshairReadsTheAxes()
 
 void TestChartLayout::nothingIsPointedAtBesideThePanes()
 {
-    const ChartLayout chart = layOutAll(*makeSeries(1, 120));
+    const ChartLayout chart = layOutAll(makeSeries(1, 120));
     const QRectF panes = chart.prices.place.united(chart.volumes.place);
     for (const QPointF place : {QPointF(1, 100), QPointF(panes.right() + 5, 100),
                                 QPointF(100, panes.bottom() + 5), QPointF(100, 1)})
         QVERIFY(!chart.crosshairAt(place));
     QVERIFY(!ChartLayout().crosshairAt({0, 0}));
+}
+
+void TestChartLayout::theLastPriceHasItsLine()
+{
+    const auto series = rising(100);
+    const ChartLayout chart = layOut(series, {50, 102});
+    QVERIFY(chart.last);
+    QCOMPARE(chart.last->label.text, QStringLiteral("100"));
+    QVERIFY(std::abs(chart.prices.yOf(100) - chart.last->at) <= 0.5);
+    QVERIFY(chart.last->label.place.left() > chart.prices.place.right());
+    QVERIFY(std::abs(chart.last->label.place.center().y() - chart.last->at) <= 1);
+    QVERIFY(chart.last->isRising);
+    // Not where it is far from the prices in view, and not before it is known.
+    QVERIFY(!layOut(series, {0, 20}).last);
+    auto days = makeSeries(3, 20)->days();
+    days.back() = testsupport::unreadDay(days.back().day, 1000);
+    QVERIFY(!layOut(std::make_shared<const BarSeries>(60, days), {0, 40}).last);
+    // In the colour of its candle.
+    Bar bar = makeBar(firstDay, {10, 1}, 1);
+    bar.close = bar.open - 0.25;
+    QVERIFY(!layOutAll(testsupport::seriesOf({{bar}})).last->isRising);
+}
+
+void TestChartLayout::marksStandBelowTheirBars()
+{
+    const auto axis = testsupport::axisOf(makeSeries(1, 120), Timeframe::Minute);
+    const ChartLayout chart = vexdesk::layOutChart(
+        {axis,
+         {0, 120},
+         {},
+         {},
+         {{ChartMark::Kind::Fault, firstDay, QTime(10, 30), QTime(10, 31), QStringLiteral("!")}}},
+        usual, QFont());
+    QCOMPARE(chart.marks.size(), 1U);
+    const vexdesk::MarkSign& sign = chart.marks.front();
+    const PlacedCandle& placed = chart.candles[30];
+    QCOMPARE(sign.mark.candle, 30U);
+    QVERIFY(sign.place.top() > chart.prices.yOf(placed.candle.bar.low));
+    QVERIFY(std::abs(sign.place.center().x() - chart.columnOf(placed).middle()) <= 1);
+    QVERIFY(chart.prices.place.contains(sign.place));
+    QCOMPARE(chart.markAt(sign.place.center()), &sign);
+    QVERIFY(!chart.markAt(sign.place.bottomRight() + QPointF(2, 2)));
+    QCOMPARE(chart.markOf(30), &sign);
+    QVERIFY(!chart.markOf(31));
+}
+
+void TestChartLayout::unreadStretchesAreKnown()
+{
+    auto days = makeSeries(3, 20)->days();
+    days[1] = testsupport::unreadDay(days[1].day, 1000);
+    const auto series = std::make_shared<const BarSeries>(60, days);
+    const auto size = static_cast<double>(testsupport::axisOf(series, Timeframe::Minute).size());
+    const ChartLayout chart = layOut(series, {0, size});
+    QCOMPARE(chart.unread, (std::vector<SlotRange>{{20, size - 20}}));
+    const double y = chart.prices.place.center().y();
+    QVERIFY(!chart.crosshairAt({chart.xOf(25), y}));
+    QVERIFY(chart.crosshairAt({chart.xOf(10), y}));
+    const auto crosshair = chart.crosshairOn(25);
+    QVERIFY(crosshair && !crosshair->candle && crosshair->time.text.isEmpty());
+}
+
+void TestChartLayout::theCrosshairOfKeysStandsAtTheClose()
+{
+    const ChartLayout chart = layOut(makeSeries(1, 120), {20, 100});
+    const auto crosshair = chart.crosshairOn(50);
+    QVERIFY(crosshair && crosshair->candle);
+    const PlacedCandle& placed = chart.candles[*crosshair->candle];
+    QCOMPARE(placed.slot, 50);
+    QCOMPARE(crosshair->slot, 50);
+    const double close = placed.candle.bar.close;
+    QVERIFY(std::abs(chart.prices.yOf(close) - crosshair->at.y()) <= 0.5);
+    QCOMPARE(crosshair->value.text, chart.prices.textOf(close));
+    QVERIFY(!chart.crosshairOn(10) && !chart.crosshairOn(110));
 }
 
 int main(int argc, char** argv)

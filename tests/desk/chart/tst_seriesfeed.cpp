@@ -237,7 +237,8 @@ void TestSeriesFeed::readsTheMiddleFirst()
     const int ahead = vexdesk::DayQueue::usualReaders();
     for (int i = 0; i < days; ++i) {
         const int distance = std::abs(read[static_cast<size_t>(i)] - days / 2);
-        QVERIFY2(distance <= (i + ahead) / 2 + 1 && distance >= (i - ahead) / 2,
+        // A day that was begun early may be the last to be noted, but none is begun too early.
+        QVERIFY2(distance <= (i + ahead) / 2 + 1,
                  qPrintable(QStringLiteral("%1 at %2").arg(distance).arg(i)));
     }
 }
@@ -303,6 +304,11 @@ void TestSeriesFeed::aViewThatDoesNotFitIsReadOnce()
     for (const int one : kept)
         QVERIFY(std::abs(one - days / 2) <= 3);
     QCOMPARE(m_feed->filesRead(), days);
+    // The farthest day comes last: by then it is known what was read again in vain.
+    writeFile(path(dayFile(day.addDays(days))), barLines(ten, 1));
+    QTRY_VERIFY(m_series->days().size() == days + 1U && m_series->days()[days].summary);
+    QCOMPARE(daysInMemory().size(), 6U);
+    QVERIFY2(m_feed->filesRead() <= days + 1 + 6, qPrintable(QString::number(m_feed->filesRead())));
 }
 
 void TestSeriesFeed::tellsWhatIsMissingForLong()
