@@ -413,6 +413,7 @@ void TestMainWindow::tabGoesThroughTheRowsToTheLinks()
     load({QStringLiteral("good"), QStringLiteral("foreign")});
     m_core->reportProblem(QStringLiteral("Файл А не записан."));
     show();
+    QTRY_VERIFY(testsupport::child<QLabel>(m_window.get(), "seriesMessage")->isVisible());
     QList<QWidget*> wanted{testsupport::child<QLineEdit>(m_window.get(), "seriesFilter")};
     for (CommandButton* const row : rows())
         wanted.append(row);
@@ -577,7 +578,8 @@ void TestMainWindow::theListOpensByKeyboard()
 {
     show();
     m_core->reportProblem(QStringLiteral("Файл А не записан."));
-    // Without plug-ins it is what comes after the search for a series.
+    // Without plug-ins and series it is what comes after the search for one.
+    QTRY_VERIFY(testsupport::child<QLabel>(m_window.get(), "seriesMessage")->isVisible());
     QTest::keyClick(m_window.get(), Qt::Key_Tab);
     QCOMPARE(QApplication::focusWidget(), problemLink());
     for (const int key : {Qt::Key_Return, Qt::Key_Space}) {

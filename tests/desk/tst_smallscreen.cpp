@@ -39,6 +39,9 @@ namespace {
 
 bool isPartOfAnother(const QWidget* widget)
 {
+    // What is in the title of a dock.
+    if (widget->objectName().startsWith(QLatin1String("qt_dockwidget_")))
+        return true;
     for (const QWidget* at = widget->parentWidget(); at && !at->isWindow(); at = at->parentWidget())
         if (qobject_cast<const QAbstractItemView*>(at) || qobject_cast<const QComboBox*>(at) ||
             qobject_cast<const QAbstractSpinBox*>(at) || qobject_cast<const QLineEdit*>(at))

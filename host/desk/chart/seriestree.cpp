@@ -86,6 +86,8 @@ SeriesTree::SeriesTree(const QString& root, QWidget* parent)
     // The title has the room that the others leave.
     m_view->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_view->header()->setSectionResizeMode(SeriesTreeModel::TitleColumn, QHeaderView::Interactive);
+    constexpr int leastTitle = 24;
+    m_view->header()->resizeSection(SeriesTreeModel::TitleColumn, leastTitle);
     m_view->header()->setStretchLastSection(true);
     m_message->setObjectName(QStringLiteral("seriesMessage"));
     m_message->setTextFormat(Qt::PlainText);
