@@ -239,6 +239,9 @@ TimeTicks timeTicks(const std::vector<SlotBegin>& begins, const SlotRange& range
         if (isLine(all[i - 1], all[i], unit))
             found.ticks.push_back(tickAt(all[i - 1], all[i], unit));
     }
+    // Within one month no line says which.
+    if (found.ticks.empty() && found.first.isEmpty())
+        found.first = labelOf(all.front(), unit);
     return found;
 }
 

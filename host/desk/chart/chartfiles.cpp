@@ -86,7 +86,6 @@ QByteArray svgOf(const ChartLayout& chart, const ChartColors& colors)
     svg.setOutputDevice(&buffer);
     svg.setSize(chart.size.toSize());
     svg.setViewBox(QRectF(QPointF(), chart.size));
-    svg.setTitle(chart.title.text);
     constexpr int dotsPerInch = 96; // letters of points keep the size that they were laid out with
     svg.setResolution(dotsPerInch);
     paintOn(svg, chart, colors);

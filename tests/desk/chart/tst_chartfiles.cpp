@@ -9,6 +9,7 @@
 #include <QtCore/QFile>
 #include <QtCore/QScopeGuard>
 #include <QtCore/QTemporaryDir>
+#include <QtCore/QXmlStreamReader>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QImage>
 #include <QtGui/QPalette>
@@ -145,8 +146,14 @@ void TestChartFiles::aVectorPictureHasTheTexts()
     const QString text = QString::fromUtf8(contentOf(path));
     QVERIFY(text.contains(QStringLiteral("<svg")));
     QVERIFY(text.contains(QStringLiteral("viewBox=\"0 0 640 400\"")));
-    QVERIFY(text.contains(QStringLiteral("VEGA &amp; Co</title>")));
-    for (const vexdesk::AxisLine& line : layOut().prices.lines)
+    QVERIFY(text.contains(QStringLiteral("VEGA &amp; Co")));
+    QXmlStreamReader reader(text);
+    while (!reader.atEnd())
+        reader.readNext();
+    QVERIFY2(!reader.hasError(), qPrintable(reader.errorString()));
+    const ChartLayout chart = layOut();
+    QVERIFY(chart.last && text.contains(u'>' + chart.last->label.text));
+    for (const vexdesk::AxisLine& line : chart.times)
         QVERIFY2(text.contains(u'>' + line.label.text), qPrintable(line.label.text));
 }
 
