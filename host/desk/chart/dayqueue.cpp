@@ -30,12 +30,17 @@ DayQueue::~DayQueue()
 void DayQueue::order(std::vector<DayOrder> days)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    const auto isInHand = [this](const DayOrder& day) {
-        const auto found = m_inHand.find(day.day);
-        return found != m_inHand.end() && (found->second.isForBars || !day.isForBars) &&
-               found->second.isGoodFor(day.stamp, day.listing);
+    const auto isAnswer = [](const DayOrder& given, const DayOrder& wanted) {
+        return given.day == wanted.day && (given.isForBars || !wanted.isForBars) &&
+               given.isGoodFor(wanted.stamp, wanted.listing);
     };
-    days.erase(std::remove_if(days.begin(), days.end(), isInHand), days.end());
+    const auto isComing = [this, isAnswer](const DayOrder& day) {
+        const auto inHand = m_inHand.find(day.day);
+        return (inHand != m_inHand.end() && isAnswer(inHand->second, day)) ||
+               std::any_of(m_deliveries.begin(), m_deliveries.end(),
+                           [&](const DayDelivery& read) { return isAnswer(read.order, day); });
+    };
+    days.erase(std::remove_if(days.begin(), days.end(), isComing), days.end());
     std::reverse(days.begin(), days.end());
     m_orders = std::move(days);
     const auto work = static_cast<int>(m_orders.size() + m_inHand.size());

@@ -46,7 +46,8 @@ public:
     ~DayQueue();
     Q_DISABLE_COPY_MOVE(DayQueue)
 
-    /// Reads these days in their order, in place of those that were ordered before and not begun.
+    /// Reads these days in their order, in place of those that were ordered before and not begun;
+    /// none again that is being read or waits to be taken, as far as that is good for the order.
     void order(std::vector<DayOrder> days);
     /// Orders nothing, and nothing that is being read or waits to be taken is delivered any more.
     void forget();

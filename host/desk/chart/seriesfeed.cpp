@@ -56,6 +56,7 @@ void SeriesFeed::stop()
     for (QTimer* const timer : {&m_tellTimer, &m_watchTimer, &m_patience})
         timer->stop();
     m_tellsProgress = false;
+    m_hasNews = false;
     m_isOutdated = false;
     m_isListed = false;
     m_key = SeriesKey();
@@ -106,7 +107,8 @@ void SeriesFeed::finishListing()
     const bool isNew = takeListing(m_listing.result());
     orderDays();
     watchSoon();
-    if (isNew || !std::exchange(m_isListed, true))
+    const bool isFirst = !std::exchange(m_isListed, true);
+    if (isNew || isFirst)
         tell();
 }
 
@@ -214,14 +216,15 @@ void SeriesFeed::orderDays()
     m_queue.order(std::move(orders));
 }
 
-bool SeriesFeed::takeDeliveries()
+void SeriesFeed::takeDeliveries()
 {
     const std::vector<DayDelivery> deliveries = m_queue.take();
     for (const DayDelivery& delivery : deliveries)
         keep(delivery);
-    if (!deliveries.empty())
-        dropBars();
-    return !deliveries.empty();
+    if (deliveries.empty())
+        return;
+    dropBars();
+    m_hasNews = true;
 }
 
 void SeriesFeed::keep(const DayDelivery& delivery)
@@ -281,7 +284,9 @@ void SeriesFeed::dropBars()
 
 void SeriesFeed::deliver()
 {
-    if (!takeDeliveries())
+    // What this call was made for may have been taken before, by a listing or a wish.
+    takeDeliveries();
+    if (!m_hasNews)
         return;
     watchSoon();
     const Stretch view = inView();
@@ -299,6 +304,7 @@ void SeriesFeed::tell()
 {
     m_tellTimer.stop();
     m_sinceTold.start();
+    m_hasNews = false;
     std::vector<SeriesDay> days;
     days.reserve(m_days.size());
     for (const Day& day : m_days)

@@ -104,7 +104,7 @@ private:
     std::vector<qsizetype> nearestFirst() const;
     void orderDays();
     DayOrder orderFor(const Day& day, bool isForBars) const;
-    bool takeDeliveries();
+    void takeDeliveries();
     void keep(const DayDelivery& delivery);
     void letGo(Day& day);
     void dropBars();
@@ -128,6 +128,7 @@ private:
     bool m_isOutdated = false; // something has changed since the listing began
     int m_filesRead = 0;
     PathWatcher m_watcher;
+    bool m_hasNews = false; // something was read and not told yet
     QElapsedTimer m_sinceTold;
     QTimer m_tellTimer;
     QTimer m_watchTimer;

@@ -127,8 +127,8 @@ void TestDayQueue::whatIsWantedNowTakesThePlaceOfTheRest()
 {
     HeldQueue held;
     held.queue.order(ordersOf({0, 1, 2, 3}));
-    held.delivered.acquire(); // the reader waits behind the first
-    held.queue.order(ordersOf({5, 3}));
+    held.delivered.acquire();              // the reader waits behind the first
+    held.queue.order(ordersOf({5, 0, 3})); // the first waits to be taken
     QCOMPARE(held.take(), QList<int>{0});
     held.goOn.release();
     QCOMPARE(held.takeNext(), QList<int>{5});

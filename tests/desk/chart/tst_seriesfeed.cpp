@@ -58,6 +58,7 @@ private Q_SLOTS:
     void tellsWhatIsMissingForLong();
     void showsTheOldBarsUntilTheNewOnesAreRead();
     void readsAChangedDayThatIsOutOfView();
+    void tellsWhatWasReadBeforeAnotherWish();
     void anEmptySeriesIsToldToo();
     void seesANewDayFile();
     void seesAFileThatIsWrittenInPlace();
@@ -363,6 +364,21 @@ void TestSeriesFeed::readsAChangedDayThatIsOutOfView()
     QTRY_COMPARE(m_series->days()[20].summary->count, qsizetype(8));
     QVERIFY(!m_series->days()[20].bars);
     QVERIFY(!m_series->days()[15].summary);
+}
+
+// A wish takes what was read up to then, and it is told all the same.
+void TestSeriesFeed::tellsWhatWasReadBeforeAnotherWish()
+{
+    m_wantsAll = false;
+    writeDays(3, 5);
+    m_feed->choose(alfa);
+    QTRY_COMPARE(m_told, 1);
+    // No event is handled meanwhile, so all is taken by the wishes.
+    for (int wish = 0; m_feed->filesRead() < 3; ++wish)
+        m_feed->want({day, day.addDays(1 + wish % 2), false});
+    QCOMPARE(m_told, 1);
+    QTRY_VERIFY(std::all_of(m_series->days().begin(), m_series->days().end(),
+                            [](const SeriesDay& one) { return one.summary != nullptr; }));
 }
 
 void TestSeriesFeed::anEmptySeriesIsToldToo()
