@@ -243,7 +243,7 @@ int main(int argc, char** argv)
     range.dir = QDir(arguments.at(1));
     range.timeframe = arguments.value(2, QStringLiteral("1")).toInt();
     const QList<QDate> days =
-        vexdesk::storedDays(range.dir, range.timeframe, QDate(1900, 1, 1), QDate(9999, 12, 31));
+        *vexdesk::storedDays(range.dir, range.timeframe, QDate(1900, 1, 1), QDate(9999, 12, 31));
     if (days.isEmpty()) {
         std::fprintf(stderr, "%s: no day file of %d seconds\n", qUtf8Printable(arguments.at(1)),
                      range.timeframe);

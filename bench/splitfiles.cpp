@@ -42,7 +42,8 @@ SplitFiles SplitFiles::read(const QDir& dir, int timeframe)
     SplitFiles result;
     std::array<std::string_view, columns> fields;
     for (const QDate& day :
-         vexdesk::storedDays(dir, timeframe, QDate(1900, 1, 1), QDate(9999, 12, 31))) {
+         vexdesk::storedDays(dir, timeframe, QDate(1900, 1, 1), QDate(9999, 12, 31))
+             .valueOr(QList<QDate>())) {
         QFile file(dir.filePath(vexdesk::dayFileName(day, timeframe)));
         if (!file.open(QIODevice::ReadOnly))
             continue;

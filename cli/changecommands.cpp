@@ -38,14 +38,27 @@ ExitCode runDelete(const CommandLine& line)
     if (const Outcome begun = job.begin(root, {nameOf(codes)}); !begun)
         return fail(begun.message());
     const QDir dir = seriesDirIn(root, codes);
-    const QStringList names = vexdesk::barFiles(dir, range);
-    const Outcome removed = vexdesk::removeBarFiles(dir, names, job.keeper());
+    const auto names = vexdesk::barFiles(dir, range);
+    const Outcome removed =
+        names ? vexdesk::removeBarFiles(dir, *names, job.keeper()) : names.failure();
     const ExitCode told = tellOutcomes(removed, job.end());
-    return told == ExitCode::Success ? printNumber(names.size()) : told;
+    return told == ExitCode::Success ? printNumber(names->size()) : told;
 }
 
 using Transfer = Outcome (*)(const QDir& from, const QDir& to, const QStringList& names,
                              vexdesk::FileKeeper* keeper);
+
+// Of a series that has files into one that has none.
+Outcome transferAll(const QDir& from, const QDir& to, const QString& nameOfTo,
+                    const QStringList& names, Transfer transfer, vexdesk::FileKeeper* keeper)
+{
+    const auto hasFiles = vexdesk::hasBarFiles(to);
+    if (!hasFiles)
+        return hasFiles.failure();
+    if (*hasFiles)
+        return vexdesk::Failure{Text::tr("У серии %1 уже есть файлы").arg(nameOfTo)};
+    return transfer(from, to, names, keeper);
+}
 
 ExitCode runTransfer(const CommandLine& line, const QString& by, Transfer transfer)
 {
@@ -58,21 +71,21 @@ ExitCode runTransfer(const CommandLine& line, const QString& by, Transfer transf
     const auto noFile = [&from] {
         return fail(Text::tr("У серии %1 нет ни одного файла").arg(nameOf(from)));
     };
-    if (vexdesk::barFiles(fromDir).isEmpty())
+    if (const auto stored = vexdesk::barFiles(fromDir); !stored)
+        return fail(stored.message());
+    else if (stored->isEmpty())
         return noFile();
 
     if (const Outcome begun = job.begin(root, {nameOf(from), nameOf(to)}); !begun)
         return fail(begun.message());
-    const QStringList names = vexdesk::barFiles(fromDir);
-    Outcome done;
-    if (vexdesk::hasBarFiles(toDir))
-        done = vexdesk::Failure{Text::tr("У серии %1 уже есть файлы").arg(nameOf(to))};
-    else
-        done = transfer(fromDir, toDir, names, job.keeper());
+    const auto names = vexdesk::barFiles(fromDir);
+    const Outcome done =
+        names ? transferAll(fromDir, toDir, nameOf(to), *names, transfer, job.keeper())
+              : names.failure();
     const ExitCode told = tellOutcomes(done, job.end());
     if (told != ExitCode::Success)
         return told;
-    return names.isEmpty() ? noFile() : printNumber(names.size());
+    return names->isEmpty() ? noFile() : printNumber(names->size());
 }
 
 ExitCode runCopy(const CommandLine& line)
@@ -88,8 +101,10 @@ ExitCode runRename(const CommandLine& line)
 ExitCode runUnlock(const CommandLine& line)
 {
     const QString series = nameOf(seriesWord(line, 0));
-    const vexdesk::RestorePlace place = vexdesk::restorePlace(storeRootOf(line));
-    const auto holder = vexdesk::lockHolder(place, series);
+    const auto place = vexdesk::restorePlace(storeRootOf(line));
+    if (!place)
+        return fail(place.message());
+    const auto holder = vexdesk::lockHolder(*place, series);
     if (!holder)
         return printOutput(Text::tr("Серия %1 не заблокирована").arg(series) + u'\n');
     const QString whose =
@@ -101,7 +116,7 @@ ExitCode runUnlock(const CommandLine& line)
         return fail(Text::tr("Серию %1 меняет программа, которая работает (%2); снять блокировку "
                              "всё равно: --force")
                         .arg(series, whose));
-    if (const Outcome removed = vexdesk::removeLock(place, series); !removed)
+    if (const Outcome removed = vexdesk::removeLock(*place, series); !removed)
         return fail(removed.message());
     return printOutput(Text::tr("Блокировка серии %1 снята: %2").arg(series, whose) + u'\n');
 }

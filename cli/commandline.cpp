@@ -222,6 +222,8 @@ QString parseSeparator(const CommandLine& line)
         return QStringLiteral(";");
     if (text == u"space")
         return QStringLiteral(" ");
+    if (text == u"tab")
+        return QStringLiteral("\t");
     if (text.isEmpty() || text.contains(u'\n') || text.contains(u'\r'))
         line.refuse("separator");
     return text;

@@ -32,7 +32,7 @@ Option separatorOption()
             .value = Text::tr("ТЕКСТ"),
             .meaning = Text::tr("Что стоит между столбцами."),
             .takes = Text::tr("непустой текст без перевода строки или слово comma, semicolon, "
-                              "space"),
+                              "space, tab"),
             .fallback = QStringLiteral("comma")};
 }
 

@@ -32,6 +32,9 @@ QString separatorWord(const QString& separator)
         return QStringLiteral("comma");
     if (separator == u";")
         return QStringLiteral("semicolon");
+    // A tab that is copied from a terminal comes back as blanks.
+    if (separator == u"\t")
+        return QStringLiteral("tab");
     return separator == u" " ? QStringLiteral("space") : separator;
 }
 

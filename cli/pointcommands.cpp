@@ -55,7 +55,10 @@ QString textOf(const QList<RestorePointRecord>& points)
 
 ExitCode runPoints(const CommandLine& line)
 {
-    const auto found = vexdesk::restorePoints(vexdesk::restorePlace(storeRootOf(line)));
+    const auto place = vexdesk::restorePlace(storeRootOf(line));
+    if (!place)
+        return fail(place.message());
+    const auto found = vexdesk::restorePoints(*place);
     if (!found)
         return fail(found.message());
     const ExitCode printed =
@@ -161,19 +164,21 @@ ExitCode runUndo(const CommandLine& line)
 {
     const QDir root = storeRootOf(line);
     const bool isForced = line.isSet("force");
-    const RestorePlace place = vexdesk::restorePlace(root);
     vexdesk::StoreJobSettings settings = storeJobSettings(line, QStringLiteral("undo"));
-    const auto point = pointToPutBack(place, line.positional().value(0));
+    const auto place = vexdesk::restorePlace(root);
+    if (!place)
+        return fail(place.message());
+    const auto point = pointToPutBack(*place, line.positional().value(0));
     if (!point)
         return fail(point.message());
     if (line.isSet("dry-run"))
-        return showPlan(place, *point, isForced);
+        return showPlan(*place, *point, isForced);
     settings.source = {point->id};
     settings.needsPoint = true;
     vexdesk::StoreJob job(settings);
     if (const Outcome begun = job.begin(root, seriesOf(*point)); !begun)
         return fail(begun.message());
-    return putBack(place, point->id, isForced, job);
+    return putBack(*place, point->id, isForced, job);
 }
 
 } // namespace

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "series.h"
 
+#include "suggestion.h"
+
 #include <vexdesk/boarddirectory.h>
 #include <vexdesk/history/storepaths.h>
 #include <vexdesk/securitydirectory.h>
@@ -8,6 +10,7 @@
 #include <vexdesk/terminal/referencedata.h>
 
 #include <QtCore/QFileInfo>
+#include <QtCore/QRegularExpression>
 
 #include <algorithm>
 
@@ -64,14 +67,25 @@ SeriesPattern::SeriesPattern(const QString& text)
     : m_codes(text.split(u'/'))
 {}
 
-bool SeriesPattern::hasName() const
-{
-    return m_codes.join(u'/').contains(namePlace);
-}
-
 bool SeriesPattern::hasTicker() const
 {
     return m_codes.join(u'/').contains(tickerPlace);
+}
+
+QString SeriesPattern::mistypedPlace() const
+{
+    static const QRegularExpression place(QStringLiteral("\\{([^{}]*)\\}"));
+    auto places = place.globalMatch(m_codes.join(u'/'));
+    while (places.hasNext()) {
+        const QRegularExpressionMatch match = places.next();
+        const QString meant =
+            u'{' +
+            nearestWord(match.captured(1), {QStringLiteral("name"), QStringLiteral("ticker")}) +
+            u'}';
+        if (meant != u"{}" && meant != match.captured())
+            return meant;
+    }
+    return {};
 }
 
 std::optional<SeriesCodes> SeriesPattern::codesOf(const QString& file, const QString& ticker) const
@@ -87,6 +101,9 @@ std::optional<SeriesCodes> SeriesPattern::codesOf(const QString& file, const QSt
 SeriesPattern parseSeriesPattern(const CommandLine& line)
 {
     SeriesPattern pattern(line.text("series"));
+    // A mistyped place would be taken for the name of a series.
+    if (const QString meant = pattern.mistypedPlace(); !meant.isEmpty())
+        line.refuse("series", Text::tr("такого места нет; похоже на %1").arg(meant));
     const QString anything = QStringLiteral("x");
     if (!pattern.codesOf(anything, anything))
         line.refuse("series");

@@ -32,8 +32,9 @@ class SeriesPattern final
 public:
     explicit SeriesPattern(const QString& text = QString());
 
-    bool hasName() const;
     bool hasTicker() const;
+    /// The place that something between braces was probably to be; empty where nothing is.
+    QString mistypedPlace() const;
     /// No value where a code would be empty, "." or "..", or would not be one code.
     std::optional<SeriesCodes> codesOf(const QString& file,
                                        const QString& ticker = QString()) const;

@@ -12,6 +12,9 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_AUTOMOC ON)
 set(CMAKE_AUTOUIC ON)
 set(CMAKE_AUTORCC ON)
+# The target "autogen": the code that is generated for all of them, without a compiler.
+set(CMAKE_GLOBAL_AUTOGEN_TARGET ON)
+set(CMAKE_AUTOGEN_ORIGIN_DEPENDS OFF)
 
 # Programs and plug-ins lie side by side as they do after installation, so that the terminal
 # finds "plugins/" next to itself when it is started from the build folder.

@@ -8,16 +8,18 @@ option(TADATA_PRECOMPILED_HEADERS "Read Qt's headers once for all sources" OFF)
 
 set(TADATA_PRECOMPILED_Core
   <algorithm> <array> <functional> <memory> <optional> <vector>
-  <QtCore/QCoreApplication> <QtCore/QDateTime> <QtCore/QDir> <QtCore/QFile> <QtCore/QFileInfo>
-  <QtCore/QList> <QtCore/QLocale> <QtCore/QObject> <QtCore/QPointer> <QtCore/QScopeGuard>
-  <QtCore/QSet> <QtCore/QStringList> <QtCore/QTemporaryDir> <QtCore/QTextStream> <QtCore/QTimer>
-  <QtCore/QVariant>)
+  <QtCore/QBitArray> <QtCore/QCborMap> <QtCore/QCoreApplication> <QtCore/QDateTime> <QtCore/QDir>
+  <QtCore/QFile> <QtCore/QFileInfo> <QtCore/QList> <QtCore/QLocale> <QtCore/QObject> <QtCore/QPointer>
+  <QtCore/QProcess> <QtCore/QRandomGenerator> <QtCore/QRegularExpression> <QtCore/QScopeGuard>
+  <QtCore/QSequentialIterable> <QtCore/QSet> <QtCore/QSharedPointer> <QtCore/QStringList>
+  <QtCore/QTemporaryDir> <QtCore/QTextStream> <QtCore/QThread> <QtCore/QTimer> <QtCore/QUrl>
+  <QtCore/QUuid> <QtCore/QVariant>)
 set(TADATA_PRECOMPILED_Widgets
   <QtGui/QKeyEvent> <QtGui/QPainter> <QtGui/QStandardItemModel> <QtWidgets/QApplication>
   <QtWidgets/QComboBox> <QtWidgets/QDialog> <QtWidgets/QHeaderView> <QtWidgets/QLabel>
   <QtWidgets/QMenu> <QtWidgets/QMessageBox> <QtWidgets/QPushButton> <QtWidgets/QTableWidget>
   <QtWidgets/QTreeView> <QtWidgets/QVBoxLayout> <QtWidgets/QWizard>)
-# Those of Qt Test cannot be shared: they know the folder of the test.
+# Those of Qt Test cannot be shared: they know the folder of the test. What they include can.
 
 # Everything that the targets are linked with, at any distance.
 function(tadata_linked_with targets result)
@@ -85,6 +87,13 @@ function(tadata_precompile_headers folder)
         target_precompile_headers(${target} REUSE_FROM ${precompiled})
         # A compiler cache asks for it.
         target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
+        # A program's classes stand in its sources: in what is generated for its headers there is mostly
+        # nothing, and to load them is all that it costs.
+        if(type STREQUAL EXECUTABLE)
+          get_target_property(binary_dir ${target} BINARY_DIR)
+          set_source_files_properties("${binary_dir}/${target}_autogen/mocs_compilation.cpp"
+            TARGET_DIRECTORY ${target} PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
+        endif()
       endif()
     endif()
   endforeach()

@@ -5,20 +5,24 @@
 #
 #   scripts/check-style.sh            the above: seconds
 #   scripts/check-style.sh changed [COMMIT]
-#                                     and clang-tidy and unneeded includes, in files that have changed
-#   scripts/check-style.sh tidy       and the same in every file: an hour
+#                                     and clang-tidy and unneeded includes, in files that have changed;
+#                                     and whether clang compiles what includes them, each by itself
+#   scripts/check-style.sh tidy BUILD and the same in every file: an hour. The preset "tidy" does this.
 #
 # Changed is what has changed since the commit; without one, since the branch left the main branch, and
-# on the main branch itself what the last commit has changed. Files that are not committed yet belong to it. The last two need build/dev, built,
-# for the code that is generated.
+# on the main branch itself what the last commit has changed. Files that are not committed yet belong to
+# it. No headers are precompiled for this: a file that does not include what it uses is found.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 . scripts/install-packages.sh
 
 mode=${1:-}
-since=${2:-}
+since=
+build=build/tidy
 case "$mode" in
-    "" | changed | tidy) ;;
+    "") ;;
+    changed) since=${2:-} ;;
+    tidy) build=${2:?the folder of a build, as the preset tidy gives it} ;;
     *) sed -n '2,/^set /{/^set /d;s/^# \{0,1\}//;p}' scripts/check-style.sh >&2; exit 2 ;;
 esac
 
@@ -53,6 +57,8 @@ may_not_include host '(\.\./)*(src|cli|tests)/'
 may_not_include host/desk '(\.\./)*lib/'
 may_not_include host/desk/chart 'desk/[a-z]+\.h'
 may_not_include src '(\.\./)*host/|vexdesk/terminal/'
+# A window by its bare name alone, which the compiler finds only for what is built upon windows.
+may_not_include src '.*windows/'
 
 # The commit that changes are counted from.
 base_commit()
@@ -87,10 +93,17 @@ changed_files()
         git ls-files --others --exclude-standard
     ) | while read -r file; do
         echo "$file"
-        if [[ "$file" == *.h ]]; then
-            git grep -lE "#include .*\\b$(basename "$file")[\">]" -- '*.cpp' | head -n 1 || true
-        fi
+        [[ "$file" != *.h ]] || sources_with "$file" | head -n 1
     done | sort -u
+}
+# The sources that include a header.
+sources_with() { git grep -lE "#include .*\\b$(basename "$1")[\">]" -- '*.cpp' || true; }
+
+# Of the sources that are named line by line, those that are built here: some are only shown.
+built()
+{
+    sed "s|^|$PWD/|" |
+        grep -Fxf <(sed -n 's/^ *"file": "\(.*\.cpp\)",\{0,1\}$/\1/p' "$build/compile_commands.json")
 }
 
 # on_each COMMAND...: for each of the units, as many at a time as there are processors.
@@ -100,7 +113,7 @@ on_each() { printf '%s\0' "${units[@]}" | xargs -0 -n 1 -P "$(nproc)" "$@"; }
 # headers bring along is left alone.
 unneeded_includes()
 {
-    on_each clang-tidy-19 --quiet -p build/dev --config="{Checks: '-*,misc-include-cleaner',
+    on_each clang-tidy-19 --quiet -p "$build" --config="{Checks: '-*,misc-include-cleaner',
         CheckOptions: [{key: misc-include-cleaner.IgnoreHeaders, value: '/usr/.*;.*[.]moc'}]}" 2>&1 |
         grep -E 'is not used directly|error:' | sort -u
 }
@@ -108,13 +121,21 @@ unneeded_includes()
 if [ -n "$mode" ]; then
     install_packages "${tidy_packages[@]}"
     files=("${sources[@]}")
-    [ "$mode" = tidy ] || mapfile -t files < <(changed_files)
-    # Some are not built here, such as what another program's sources show.
-    mapfile -t units < <(printf "$PWD/%s\n" "${files[@]}" |
-        grep -Fxf <(sed -n 's/^ *"file": "\(.*\.cpp\)",\{0,1\}$/\1/p' build/dev/compile_commands.json))
+    if [ "$mode" = changed ]; then
+        install_packages "${build_packages[@]}"
+        cmake --preset tidy >/dev/null
+        cmake --build --preset tidy --target autogen >/dev/null
+        mapfile -t files < <(changed_files)
+        mapfile -t units < <(for file in "${files[@]}"; do
+            [[ "$file" != *.h ]] || sources_with "$file"
+        done | sort -u | built)
+        [ "${#units[@]}" -eq 0 ] || on_each clang-tidy --quiet -p "$build" \
+            --checks='-*,misc-definitions-in-headers,clang-diagnostic-*' 2>/dev/null || failed=1
+    fi
+    mapfile -t units < <(printf '%s\n' "${files[@]}" | built)
     echo "clang-tidy looks at ${#units[@]} files." >&2
     if [ "${#units[@]}" -gt 0 ]; then
-        on_each clang-tidy --quiet -p build/dev 2>/dev/null || failed=1
+        on_each clang-tidy --quiet -p "$build" 2>/dev/null || failed=1
         unneeded=$(unneeded_includes || true)
         [ -z "$unneeded" ] || complain "Includes that are not needed:
 $unneeded"

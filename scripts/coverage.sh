@@ -1,34 +1,52 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# Builds with the preset "coverage", runs the test suite and prints, by folder, how many lines of the
-# product it has run.
+# Builds with the preset "coverage", runs the test suite and prints, by folder, how many lines and
+# branches of the product it has run. Branches that only an exception takes do not count.
 #
-#   scripts/coverage.sh [NAME_PATTERN]     only the tests whose names match (all but the packages)
+#   scripts/coverage.sh [NAME_PATTERN]     only the tests whose names match
+#
+# Without the tests of the packages, which build the product anew, and of single calls of the system:
+# counting lines makes calls of its own.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 . scripts/install-packages.sh
 
+export TZ=UTC LC_ALL=C.UTF-8
 install_packages "${build_packages[@]}" "${test_packages[@]}" "${coverage_packages[@]}"
 cmake --preset coverage >/dev/null
 cmake --build --preset coverage >&2
-# What an earlier run has counted.
+# What an earlier run has counted, and what is left of sources that are gone or lie elsewhere now.
 find build/coverage -name '*.gcda' -delete
+ninja -C build/coverage -t cleandead >/dev/null
+find build/coverage -name '*.gcno' | while read -r notes; do
+    [ -e "${notes%.gcno}.o" ] || rm "$notes"
+done
 # A test that fails has run lines, too; it is named, and fails this script at the end.
 failed=0
-ctest --preset coverage -LE packages -R "${1:-.}" >&2 || failed=1
+ctest --preset coverage -LE 'packages|faults' -R "${1:-.}" >&2 || failed=1
 
 gcovr --root . build/coverage --filter 'src/' --filter 'host/' --filter 'cli/' \
-    --exclude '.*_autogen/' --json-summary - |
+    --exclude '.*_autogen/' --exclude-throw-branches --json-summary - |
     python3 -c '
 import collections, json, os, sys
 
-folders = collections.defaultdict(lambda: [0, 0])
+kinds = ("line", "branch")
+folders = collections.defaultdict(collections.Counter)
 for file in json.load(sys.stdin)["files"]:
-    for folder in (os.path.dirname(file["filename"]), "all"):
-        folders[folder][0] += file["line_covered"]
-        folders[folder][1] += file["line_total"]
-print("%-32s %7s %7s %7s" % ("folder", "lines", "run", "share"))
-for folder, (run, lines) in sorted(folders.items(), key=lambda item: (item[0] == "all", item[0])):
-    print("%-32s %7d %7d %6.1f%%" % (folder, lines, run, 100 * run / max(lines, 1)))
+    name = file["filename"]
+    parts = ["src", "host/lib/history", "cli"]
+    wholes = [part + ", whole" for part in parts if name.startswith(part + "/")]
+    for folder in (os.path.dirname(name), "all", *wholes):
+        for kind in kinds:
+            folders[folder][kind + " run"] += file[kind + "_covered"]
+            folders[folder][kind] += file[kind + "_total"]
+
+def share(counts, kind):
+    return "%7d %7d %6.1f%%" % (
+        counts[kind], counts[kind + " run"], 100 * counts[kind + " run"] / max(counts[kind], 1))
+
+print("%-32s %7s %7s %7s  %7s %7s %7s" % ("folder", "lines", "run", "share", "branch", "run", "share"))
+for folder, counts in sorted(folders.items(), key=lambda item: (item[0] == "all", item[0])):
+    print("%-32s %s  %s" % (folder, share(counts, "line"), share(counts, "branch")))
 '
 exit "$failed"

@@ -8,9 +8,10 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 bin=${1:-build/dev/bin}
+[ -x "$bin/vexdesk-tour" ] || { echo "There is no $bin/vexdesk-tour: build it first." >&2; exit 1; }
 # Always the same place, because the pictures show it; somebody else's is not taken.
 work=/tmp/vexdesk
-mkdir "$work"
+mkdir -m 700 "$work"
 trap 'rm -rf "$work"' EXIT
 # The screen of its own that the platform has is smaller than the window.
 export QT_QPA_PLATFORM="offscreen:configfile=$PWD/tests/support/largescreen.json"
@@ -23,7 +24,10 @@ for language in ru en; do
     cp -r "$bin" "$work/bin"
     rm -rf "$work/bin/user"
     LANG=${locale[$language]} "$work/bin/vexdesk-tour" --language "$language" "$work/$language"
-    rm -rf "$work/bin"
+    rm -rf "${work:?}/bin"
+done
+# Nothing is replaced before all of them are there.
+for language in ru en; do
     mkdir -p "docs/images/$language"
     rm -f "docs/images/$language"/*.png
     # shellcheck disable=SC2013

@@ -5,20 +5,28 @@
 # With a display the terminal opens with the plug-in loaded; the demonstration file lies where its
 # file dialog opens. Without one, the terminal imports, edits and exports bars by itself, from the
 # menu to the files, and leaves a picture of every step. What is stored is listed at the end.
+#
+#   scripts/run.sh [BUILD_DIR]     with a build that is there, such as build/dev (build/release, built first)
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 . scripts/install-packages.sh
 
-install_packages "${build_packages[@]}"
-cmake --preset release >/dev/null
-cmake --build --preset release
+build=${1:-}
+if [ -z "$build" ]; then
+    build=build/release
+    install_packages "${build_packages[@]}"
+    cmake --preset release >/dev/null
+    cmake --build --preset release
+fi
 
-bin=$PWD/build/release/bin
-demo=$PWD/build/release/demo
+build=$(cd "$build" && pwd)
+bin=$build/bin
+demo=$build/demo
 mkdir -p "$demo"
 "$bin/makebars" --lines 2500 --bars-per-day 500 >"$demo/demo.csv"
 
 if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
+    [ -z "${WAYLAND_DISPLAY:-}" ] || install_packages qt6-wayland
     cat <<END
 
 Opening the terminal. Choose "Import..." ("Импортировать...", Shift+I) and take the file demo.csv:
@@ -30,9 +38,9 @@ else
     echo
     echo "No display: the terminal shows its commands by itself."
     # The offscreen platform complains about what it is not.
-    QT_QPA_PLATFORM=offscreen "$bin/vexdesk-tour" build/release/tour \
+    QT_QPA_PLATFORM=offscreen "$bin/vexdesk-tour" "$build/tour" \
         2> >(grep -v '^This plugin does not support\|XDG_RUNTIME_DIR' >&2)
-    echo "Pictures: build/release/tour"
+    echo "Pictures: $build/tour"
     echo
     echo "The same from the command line, with $demo/demo.csv:"
     "$bin/tadata" import "$demo/demo.csv" --series NORD/MAIN/VEGA \

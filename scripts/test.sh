@@ -2,15 +2,15 @@
 # SPDX-License-Identifier: MIT
 # Installs what is missing, builds and runs the test suite.
 #
-#   scripts/test.sh                  the plain build, in several time zones and locales
-#   scripts/test.sh release-tests    what users run, without the slow tests; builds bench/ as well
-#   scripts/test.sh asan             with the address and undefined-behaviour sanitizers
-#   scripts/test.sh tsan             what has threads, with the thread sanitizer
+#   scripts/test.sh         what users run, in several time zones and locales; builds bench/ as well
+#   scripts/test.sh dev     the same with debug information, and every file by what it includes itself
+#   scripts/test.sh asan    with the address and undefined-behaviour sanitizers
+#   scripts/test.sh tsan    what has threads, with the thread sanitizer
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 . scripts/install-packages.sh
 
-preset=${1:-dev}
+preset=${1:-release-tests}
 install_packages "${build_packages[@]}" "${test_packages[@]}"
 # The documents show how other tools read the store. With these here, a missing one is a failure.
 if install_duckdb; then
@@ -35,9 +35,11 @@ run_suite()
 }
 
 run_suite UTC C.UTF-8
-if [ "$preset" = dev ]; then
-    # What takes seconds does not depend on where it runs.
-    run_suite Europe/Moscow ru_RU.UTF-8 -LE slow
-    run_suite America/New_York C.UTF-8 -LE slow
-    scripts/check-style.sh
-fi
+case "$preset" in
+    dev | release-tests)
+        # What takes seconds does not depend on where it runs.
+        run_suite Europe/Moscow ru_RU.UTF-8 -LE slow
+        run_suite America/New_York C.UTF-8 -LE slow
+        scripts/check-style.sh
+        ;;
+esac

@@ -142,8 +142,8 @@ Hint: tadata --help</translation>
         <translation>What stands between columns.</translation>
     </message>
     <message>
-        <source>непустой текст без перевода строки или слово comma, semicolon, space</source>
-        <translation>a text that is not empty and has no line end, or one of the words comma, semicolon, space</translation>
+        <source>непустой текст без перевода строки или слово comma, semicolon, space, tab</source>
+        <translation>a text that is not empty and has no line end, or one of the words comma, semicolon, space, tab</translation>
     </message>
     <message>
         <source>КАТАЛОГ</source>
@@ -1162,6 +1162,10 @@ Hint: tadata --help</translation>
     <message>
         <source>В файле есть столбец инструментов: если их в нём несколько, для каждого нужна своя серия — {ticker} в --series</source>
         <translation>The file has a column of instruments: if there are several in it, each needs a series of its own — {ticker} in --series</translation>
+    </message>
+    <message>
+        <source>такого места нет; похоже на %1</source>
+        <translation>there is no such place; did you mean %1</translation>
     </message>
 </context>
 </TS>

@@ -283,6 +283,10 @@
         <source>он изменился, пока его читали</source>
         <translation>it was changed while it was read</translation>
     </message>
+    <message>
+        <source>Невозможно прочитать каталог %1</source>
+        <translation>Cannot read the directory %1</translation>
+    </message>
 </context>
 <context>
     <name>FileBars</name>

@@ -121,23 +121,214 @@
         <source>%1 с</source>
         <translation>%1 s</translation>
     </message>
+    <message>
+        <source>%1 нед</source>
+        <translation>%1 wk</translation>
+    </message>
+    <message>
+        <source>%1 мес</source>
+        <translation>%1 mo</translation>
+    </message>
 </context>
 <context>
-    <name>vexdesk::ChartDock</name>
+    <name>vexdesk::ChartCommands</name>
     <message>
         <source>График</source>
         <translation>Chart</translation>
     </message>
+    <message>
+        <source>&amp;Перейти к дате...</source>
+        <translation>&amp;Go to date...</translation>
+    </message>
+    <message>
+        <source>&amp;Назад</source>
+        <translation>&amp;Back</translation>
+    </message>
+    <message>
+        <source>&amp;Вперёд</source>
+        <translation>&amp;Forward</translation>
+    </message>
+    <message>
+        <source>С&amp;двинуть</source>
+        <translation>Scro&amp;ll</translation>
+    </message>
+    <message>
+        <source>К &amp;первому бару</source>
+        <translation>To the &amp;first bar</translation>
+    </message>
+    <message>
+        <source>К п&amp;оследнему бару</source>
+        <translation>To the &amp;last bar</translation>
+    </message>
+    <message>
+        <source>На &amp;экран назад</source>
+        <translation>Page &amp;back</translation>
+    </message>
+    <message>
+        <source>На экран &amp;вперёд</source>
+        <translation>Page f&amp;orward</translation>
+    </message>
+    <message>
+        <source>Немного н&amp;азад</source>
+        <translation>A little b&amp;ack</translation>
+    </message>
+    <message>
+        <source>Немно&amp;го вперёд</source>
+        <translation>A li&amp;ttle forward</translation>
+    </message>
+    <message>
+        <source>П&amp;ерекрестие и отметка</source>
+        <translation>C&amp;rosshair and mark</translation>
+    </message>
+    <message>
+        <source>На свечу &amp;назад</source>
+        <translation>Candle &amp;back</translation>
+    </message>
+    <message>
+        <source>На свечу &amp;вперёд</source>
+        <translation>Candle &amp;forward</translation>
+    </message>
+    <message>
+        <source>&amp;Отметить назад</source>
+        <translation>&amp;Mark backwards</translation>
+    </message>
+    <message>
+        <source>О&amp;тметить вперёд</source>
+        <translation>Mar&amp;k forwards</translation>
+    </message>
+    <message>
+        <source>&amp;Убрать</source>
+        <translation>&amp;Remove</translation>
+    </message>
+    <message>
+        <source>&amp;Таймфрейм</source>
+        <translation>&amp;Timeframe</translation>
+    </message>
+    <message>
+        <source>&amp;Индикаторы</source>
+        <translation>&amp;Indicators</translation>
+    </message>
+    <message>
+        <source>Но&amp;чи и выходные</source>
+        <translation>&amp;Nights and weekends</translation>
+    </message>
+    <message>
+        <source>При&amp;близить</source>
+        <translation>&amp;Zoom in</translation>
+    </message>
+    <message>
+        <source>&amp;Отдалить</source>
+        <translation>Zoom &amp;out</translation>
+    </message>
+    <message>
+        <source>Приблизить от&amp;меченное</source>
+        <translation>Zoom to &amp;mark</translation>
+    </message>
+    <message>
+        <source>Показать вс&amp;ё</source>
+        <translation>Show &amp;all</translation>
+    </message>
+    <message>
+        <source>&amp;Копировать бары</source>
+        <translation>&amp;Copy bars</translation>
+    </message>
+    <message>
+        <source>Копировать картинк&amp;у</source>
+        <translation>Copy &amp;picture</translation>
+    </message>
+    <message>
+        <source>Сохр&amp;анить картинку...</source>
+        <translation>Sa&amp;ve picture...</translation>
+    </message>
+    <message>
+        <source>С&amp;ледующий график</source>
+        <translation>N&amp;ext chart</translation>
+    </message>
+    <message>
+        <source>Предыду&amp;щий график</source>
+        <translation>Previo&amp;us chart</translation>
+    </message>
+    <message>
+        <source>&amp;Закрыть график</source>
+        <translation>Close c&amp;hart</translation>
+    </message>
+    <message>
+        <source>Сохранить картинку</source>
+        <translation>Save picture</translation>
+    </message>
+    <message>
+        <source>Рисунок SVG (*.svg)</source>
+        <translation>SVG drawing (*.svg)</translation>
+    </message>
+    <message>
+        <source>Картинка PNG (*.png)</source>
+        <translation>PNG picture (*.png)</translation>
+    </message>
 </context>
 <context>
-    <name>vexdesk::ChartPanel</name>
+    <name>vexdesk::ChartFiles</name>
     <message>
-        <source>Серия</source>
-        <translation>Series</translation>
+        <source>Дата</source>
+        <translation>Date</translation>
     </message>
+    <message>
+        <source>Время</source>
+        <translation>Time</translation>
+    </message>
+    <message>
+        <source>Откр.</source>
+        <translation>Open</translation>
+    </message>
+    <message>
+        <source>Макс.</source>
+        <translation>High</translation>
+    </message>
+    <message>
+        <source>Мин.</source>
+        <translation>Low</translation>
+    </message>
+    <message>
+        <source>Закр.</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>Объём</source>
+        <translation>Volume</translation>
+    </message>
+    <message>
+        <source>Объём в деньгах</source>
+        <translation>Value</translation>
+    </message>
+    <message>
+        <source>Откр. интерес</source>
+        <translation>Open interest</translation>
+    </message>
+    <message>
+        <source>График сохраняется в файлах с расширением .png или .svg: &quot;%1&quot;</source>
+        <translation>A chart is saved in files with the suffix .png or .svg: &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>Не удалось записать файл &quot;%1&quot;: %2</source>
+        <translation>Could not write the file &quot;%1&quot;: %2</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::ChartPage</name>
     <message>
         <source>Таймфрейм</source>
         <translation>Timeframe</translation>
+    </message>
+    <message>
+        <source>Таймфрейм свечей</source>
+        <translation>Timeframe of the candles</translation>
+    </message>
+    <message>
+        <source>Ночи</source>
+        <translation>Nights</translation>
+    </message>
+    <message>
+        <source>Показать ночи, выходные и праздники: время идёт равномерно</source>
+        <translation>Show nights, weekends and holidays: time runs evenly</translation>
     </message>
     <message>
         <source>Показать всё</source>
@@ -145,19 +336,27 @@
     </message>
     <message>
         <source>Показать все бары серии (Ctrl+0 или двойной щелчок по графику)</source>
-        <translation>Show all bars of the series (Ctrl+0 or a double click on the chart)</translation>
+        <translation>Show all bars of the series (Ctrl+0, or a double click on the chart)</translation>
     </message>
     <message>
-        <source>Бары: %1</source>
-        <translation>Bars: %1</translation>
+        <source>Индикаторы</source>
+        <translation>Indicators</translation>
     </message>
     <message>
-        <source>1 секунда</source>
-        <translation>1 second</translation>
+        <source>Что рассчитать по свечам и нарисовать вместе с ними</source>
+        <translation>What to compute from the candles and draw with them</translation>
     </message>
     <message>
-        <source>1 минута</source>
-        <translation>1 minute</translation>
+        <source>Этой серии больше нет в хранилище.</source>
+        <translation>This series is no longer stored.</translation>
+    </message>
+    <message>
+        <source>показаны свечи: %1</source>
+        <translation>candles shown: %1</translation>
+    </message>
+    <message>
+        <source>Для выбранного таймфрейма не хватает места: приблизьте график</source>
+        <translation>There is no room for the chosen timeframe: zoom in</translation>
     </message>
     <message>
         <source>В этой серии нет баров, которые можно показать.</source>
@@ -167,17 +366,12 @@
         <source>Чтение баров: день %1 из %2</source>
         <translation>Reading bars: day %1 of %2</translation>
     </message>
+</context>
+<context>
+    <name>vexdesk::ChartTabs</name>
     <message>
-        <source>Таймфрейм сохранённых баров</source>
-        <translation>Timeframe of the stored bars</translation>
-    </message>
-    <message>
-        <source>Сохранённых баров пока нет.
-
-Чтобы импортировать их из файла, выберите в меню терминала команду импорта загруженного модуля.</source>
-        <translation>There are no stored bars yet.
-
-To import them from a file, choose the import command of a loaded plug-in in the terminal&apos;s menu.</translation>
+        <source>%1 — %2 — %3</source>
+        <translation>%1 — %2 — %3</translation>
     </message>
 </context>
 <context>
@@ -185,6 +379,10 @@ To import them from a file, choose the import command of a loaded plug-in in the
     <message>
         <source>График цен и объёмов</source>
         <translation>Chart of prices and volumes</translation>
+    </message>
+    <message>
+        <source>График цен и объёмов: %1</source>
+        <translation>Chart of prices and volumes: %1</translation>
     </message>
 </context>
 <context>
@@ -337,6 +535,13 @@ If both change history or settings, the changes of one of them will be lost.</tr
     </message>
 </context>
 <context>
+    <name>vexdesk::Directories</name>
+    <message>
+        <source>Невозможно прочитать каталог %1: %2</source>
+        <translation>Cannot read the directory %1: %2</translation>
+    </message>
+</context>
+<context>
     <name>vexdesk::ErrorReport</name>
     <message>
         <source>Ошибка</source>
@@ -345,6 +550,33 @@ If both change history or settings, the changes of one of them will be lost.</tr
     <message>
         <source>Произошла неизвестная ошибка.</source>
         <translation>An unknown error has occurred.</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::GoToDialog</name>
+    <message>
+        <source>&amp;Время:</source>
+        <translation>&amp;Time:</translation>
+    </message>
+    <message>
+        <source>Перейти к дате</source>
+        <translation>Go to date</translation>
+    </message>
+    <message>
+        <source>Время</source>
+        <translation>Time</translation>
+    </message>
+    <message>
+        <source>Хранятся дни с %1 по %2</source>
+        <translation>Stored days: %1 to %2</translation>
+    </message>
+    <message>
+        <source>Перейти</source>
+        <translation>Go</translation>
+    </message>
+    <message>
+        <source>&amp;Дата:</source>
+        <translation>&amp;Date:</translation>
     </message>
 </context>
 <context>
@@ -475,10 +707,6 @@ If both change history or settings, the changes of one of them will be lost.</tr
         <translation>&amp;Help</translation>
     </message>
     <message>
-        <source>&amp;График</source>
-        <translation>&amp;Chart</translation>
-    </message>
-    <message>
         <source>Заполнить сегодняшние сделки всех инструментов придуманными; пока они включены, они попадают и в экспорт за сегодня</source>
         <translation>Fill today&apos;s deals of all securities with made-up ones; while they are on, an export of today takes them too</translation>
     </message>
@@ -503,6 +731,21 @@ If both change history or settings, the changes of one of them will be lost.</tr
 %1</source>
         <translation>None of these directories has the user guide:
 %1</translation>
+    </message>
+    <message>
+        <source>&amp;Серии</source>
+        <translation>&amp;Series</translation>
+    </message>
+    <message>
+        <source>Серии</source>
+        <translation>Series</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::MovingAverage</name>
+    <message>
+        <source>Скользящее среднее (%1)</source>
+        <translation>Moving average (%1)</translation>
     </message>
 </context>
 <context>
@@ -799,6 +1042,10 @@ If both change history or settings, the changes of one of them will be lost.</tr
         <source>Невозможно создать ни каталог %1, ни каталог %2 для блокировок и точек возврата</source>
         <translation>Cannot make the directory %1 nor the directory %2 for locks and restore points</translation>
     </message>
+    <message>
+        <source>Невозможно прочитать каталог %1</source>
+        <translation>Cannot read the directory %1</translation>
+    </message>
 </context>
 <context>
     <name>vexdesk::RestorePoint</name>
@@ -888,21 +1135,6 @@ If both change history or settings, the changes of one of them will be lost.</tr
     </message>
 </context>
 <context>
-    <name>vexdesk::SeriesBox</name>
-    <message>
-        <source>%1 — %2 — %3</source>
-        <translation>%1 — %2 — %3</translation>
-    </message>
-    <message>
-        <source>%1 (%2)</source>
-        <translation>%1 (%2)</translation>
-    </message>
-    <message>
-        <source>нет сохранённых серий</source>
-        <translation>no stored series</translation>
-    </message>
-</context>
-<context>
     <name>vexdesk::SeriesFiles</name>
     <message>
         <source>Невозможно создать каталог %1</source>
@@ -934,6 +1166,63 @@ If both change history or settings, the changes of one of them will be lost.</tr
     <message>
         <source>Невозможно удалить файл блокировки %1: %2</source>
         <translation>Cannot remove the lock file %1: %2</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::SeriesName</name>
+    <message>
+        <source>%1 — %2 — %3</source>
+        <translation>%1 — %2 — %3</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::SeriesTree</name>
+    <message>
+        <source>Найти серию</source>
+        <translation>Find a series</translation>
+    </message>
+    <message>
+        <source>Часть кода или названия инструмента, режима торгов или площадки; Enter открывает график</source>
+        <translation>A part of the code or name of a security, board or venue; Enter opens the chart</translation>
+    </message>
+    <message>
+        <source>Серии</source>
+        <translation>Series</translation>
+    </message>
+    <message>
+        <source>Сохранённых баров пока нет.
+
+Чтобы импортировать их из файла, выберите в меню терминала команду импорта загруженного модуля.</source>
+        <translation>No bars are stored yet.
+
+To import them from a file, choose the import command of a loaded plug-in in the terminal&apos;s menu.</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::SeriesTreeModel</name>
+    <message>
+        <source>Серия</source>
+        <translation>Series</translation>
+    </message>
+    <message>
+        <source>Бары</source>
+        <translation>Bars</translation>
+    </message>
+    <message>
+        <source>Первый</source>
+        <translation>First</translation>
+    </message>
+    <message>
+        <source>Последний</source>
+        <translation>Last</translation>
+    </message>
+    <message>
+        <source>Название</source>
+        <translation>Name</translation>
     </message>
 </context>
 <context>
@@ -970,6 +1259,14 @@ If both change history or settings, the changes of one of them will be lost.</tr
         <source>%1 › %2</source>
         <translation>%1 › %2</translation>
     </message>
+    <message>
+        <source>Недавние серии</source>
+        <translation>Recent series</translation>
+    </message>
+    <message>
+        <source>%1 — %2</source>
+        <translation>%1 — %2</translation>
+    </message>
 </context>
 <context>
     <name>vexdesk::Terminal</name>
@@ -997,20 +1294,12 @@ Demonstration data will be used.</translation>
         <translation> (picture %1)</translation>
     </message>
     <message>
-        <source>график ещё не открыт</source>
-        <translation>the chart is not open yet</translation>
-    </message>
-    <message>
         <source>график открыт</source>
         <translation>chart open</translation>
     </message>
     <message>
         <source>график не открылся</source>
         <translation>the chart did not open</translation>
-    </message>
-    <message>
-        <source>серия графика</source>
-        <translation>series of the chart</translation>
     </message>
     <message>
         <source>таймфрейм графика</source>
@@ -1075,10 +1364,6 @@ Demonstration data will be used.</translation>
     <message>
         <source>график не закрылся</source>
         <translation>the chart did not close</translation>
-    </message>
-    <message>
-        <source>прокрутить график</source>
-        <translation>scroll the chart</translation>
     </message>
     <message>
         <source>редактор не открыт</source>
@@ -1407,6 +1692,57 @@ Demonstration data will be used.</translation>
     <message>
         <source>мастер не открыт</source>
         <translation>the wizard is not open</translation>
+    </message>
+    <message>
+        <source>дерево серий</source>
+        <translation>tree of series</translation>
+    </message>
+    <message>
+        <source>открыть серию двойным щелчком</source>
+        <translation>open a series by a double click</translation>
+    </message>
+    <message>
+        <source>в дереве нет импортированной серии</source>
+        <translation>the tree does not have the imported series</translation>
+    </message>
+    <message>
+        <source>контекстное меню графика</source>
+        <translation>context menu of the chart</translation>
+    </message>
+    <message>
+        <source>меню ещё открыто</source>
+        <translation>the menu is still open</translation>
+    </message>
+    <message>
+        <source>бар не прочитан</source>
+        <translation>no bar is read out</translation>
+    </message>
+    <message>
+        <source>дата, к которой перейти</source>
+        <translation>the date to go to</translation>
+    </message>
+    <message>
+        <source>перейти к дате</source>
+        <translation>go to the date</translation>
+    </message>
+    <message>
+        <source>окно не открыто</source>
+        <translation>the window is not open</translation>
+    </message>
+    <message>
+        <source>график у этой даты</source>
+        <translation>the chart is at this date</translation>
+    </message>
+    <message>
+        <source>график там же, где был</source>
+        <translation>the chart is where it was</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::VolumeByPrice</name>
+    <message>
+        <source>Объём по ценам</source>
+        <translation>Volume by price</translation>
     </message>
 </context>
 </TS>

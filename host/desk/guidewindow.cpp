@@ -86,7 +86,7 @@ GuideWindow::GuideWindow(const QString& file, QWidget* parent)
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_browser);
-    connect(m_browser, &QTextBrowser::anchorClicked, this, &GuideWindow::open);
+    connect(m_browser, &QTextBrowser::anchorClicked, this, &GuideWindow::follow);
 
     const QFontMetrics metrics = fontMetrics();
     const QSize wanted(140 * metrics.averageCharWidth(), 45 * metrics.lineSpacing());
@@ -98,7 +98,7 @@ GuideWindow::GuideWindow(const QString& file, QWidget* parent)
 
 GuideWindow::~GuideWindow() = default;
 
-void GuideWindow::open(const QUrl& target)
+void GuideWindow::follow(const QUrl& target)
 {
     const QUrl url = m_browser->source().resolved(target);
     if (url.path() == m_browser->source().path()) {

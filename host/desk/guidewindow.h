@@ -29,7 +29,7 @@ public:
     ~GuideWindow() override;
 
 private:
-    void open(const QUrl& target);
+    void follow(const QUrl& target);
     void goToHeading(const QString& anchor);
 
     QTextBrowser* m_browser;

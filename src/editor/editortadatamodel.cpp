@@ -7,8 +7,7 @@
 #include <vexdesk/history/dayfilenames.h>
 #include <vexdesk/history/dayfilerewrite.h>
 #include <vexdesk/history/filekeeper.h>
-
-#include <QtCore/QFileInfo>
+#include <vexdesk/history/filestate.h>
 
 #include <algorithm>
 #include <utility>
@@ -40,7 +39,7 @@ void EditorTADataModel::load(const QDir& dir, const QDateTime& from, const QDate
     m_rows.clear();
     m_lengths = FieldLengths();
     m_rowsOfText.clear();
-    const QList<QDate> days = vexdesk::storedDays(dir, timeframe, m_fromDate, m_toDate);
+    const QList<QDate> days = listDays();
     m_loaded.clear();
     m_loaded.reserve(days.size());
     for (const QDate& day : days) {
@@ -51,6 +50,14 @@ void EditorTADataModel::load(const QDir& dir, const QDateTime& from, const QDate
     }
     m_rows.squeeze();
     endResetModel();
+}
+
+QList<QDate> EditorTADataModel::listDays()
+{
+    const auto days = vexdesk::storedDays(m_dir, m_timeframe, m_fromDate, m_toDate);
+    if (!days)
+        m_problems.append(days.message());
+    return days.valueOr(QList<QDate>());
 }
 
 QString EditorTADataModel::dayPath(const QDate& day) const
@@ -124,16 +131,15 @@ void EditorTADataModel::takeBackDay()
 void EditorTADataModel::readWholeDay(const QDate& day, const QByteArray& text)
 {
     m_rows.beginDay(day, text);
-    const QByteArrayView content(text);
-    for (qsizetype begin = 0, end = 0; begin < content.size(); begin = end + 1) {
-        end = content.indexOf('\n', begin);
-        if (end < 0)
-            end = content.size();
-        const QByteArrayView line = content.sliced(begin, end - begin);
+    const char* begin = text.begin();
+    while (const auto rest = static_cast<size_t>(text.end() - begin)) {
+        const char* const found = std::char_traits<char>::find(begin, rest, '\n');
+        const QByteArrayView line(begin, found ? found : text.end());
         if (isRecordLine(line))
-            m_rows.append(vexdesk::secondOfRecordLine(line), begin);
+            m_rows.append(vexdesk::secondOfRecordLine(line), begin - text.begin());
         else
             m_rows.appendBlank();
+        begin = found ? found + 1 : text.end();
     }
 }
 
@@ -170,7 +176,7 @@ void EditorTADataModel::delRowsFromFiles(vexdesk::FileKeeper* keeper)
             break;
         rewrite(loaded);
     }
-    for (const QDate& day : vexdesk::storedDays(m_dir, m_timeframe, m_fromDate, m_toDate)) {
+    for (const QDate& day : listDays()) {
         if (!isLoaded(day)) {
             m_problems.append(tr("Файл %1 не переписан: он появился после того, как был показан "
                                  "интервал; покажите интервал ещё раз и повторите удаление.")
@@ -198,7 +204,7 @@ void EditorTADataModel::rewrite(const LoadedDay& loaded)
                                     m_rows.rewritten(loaded.day), *loaded.state);
         if (!rewritten)
             m_problems.append(rewritten.message());
-    } else if (const QString path = dayPath(loaded.day); QFileInfo::exists(path)) {
+    } else if (const QString path = dayPath(loaded.day); !vexdesk::isMissing(path)) {
         m_problems.append(tr("Файл %1 не переписан: его не удалось прочитать; проверьте права на "
                              "файл или импортируйте этот день заново.")
                               .arg(path));

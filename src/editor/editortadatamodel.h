@@ -87,6 +87,7 @@ private:
     };
 
     QString dayPath(const QDate& day) const;
+    QList<QDate> listDays();
     LoadedDay readDay(const QDate& day, const QDateTime& from, const QDateTime& to);
     void readLines(vexdesk::DayFileLines& lines, const QDate& day,
                    const tadata::TimeOfDayRange& range);

@@ -97,8 +97,10 @@ BarExporter::BarExporter(const ExportDetails& details, LineSink sink)
         if (!names.contains(name))
             continue;
         if (names.last() == name)
-            m_last = static_cast<int>(m_columns.size());
+            m_last = m_columns.size();
         m_columns.append(named.column);
+        if (named.column <= Column::Time)
+            m_firstNumber = m_columns.size();
     }
 }
 
@@ -134,13 +136,14 @@ void BarExporter::writeBar(const BarDescription& bar)
 
 void BarExporter::appendLine(const BarDescription& bar)
 {
-    for (int i = 0; i < m_columns.size(); ++i) {
-        append(m_columns.at(i), bar);
-        if (i == m_last)
-            m_lines.append('\n');
-        else
-            m_lines.append(m_separator);
+    // The same for all lines of an interval.
+    if (const std::pair stamp(bar.date, bar.time); m_stamped != stamp) {
+        m_stamped = stamp;
+        m_stamp.clear();
+        appendColumns(0, m_firstNumber, bar, m_stamp);
     }
+    m_lines.append(m_stamp.bytes());
+    appendColumns(m_firstNumber, m_columns.size(), bar, m_lines);
     constexpr qsizetype enough = 16384;
     if (m_lines.bytes().size() >= enough)
         flush();
@@ -162,58 +165,67 @@ void BarExporter::finish()
     flush();
 }
 
-void BarExporter::append(Column column, const BarDescription& bar)
+void BarExporter::appendColumns(qsizetype from, qsizetype to, const BarDescription& bar,
+                                LineBuffer& text)
 {
-    switch (column) {
-    case Column::Ticker:
-        return m_lines.append(m_ticker);
-    case Column::Per:
-        return m_lines.append(qint64(m_details.timeframe));
-    case Column::Date:
-        return appendDate(bar.date);
-    case Column::Time:
-        return appendTime(bar.time);
-    case Column::Open:
-        return m_lines.append(bar.open);
-    case Column::High:
-        return m_lines.append(bar.high);
-    case Column::Low:
-        return m_lines.append(bar.low);
-    case Column::Close:
-        return m_lines.append(bar.close);
-    case Column::Vol:
-        return m_lines.append(bar.volume);
-    case Column::Val:
-        return m_lines.append(bar.value);
-    case Column::OpenInt:
-        return m_lines.append(qint64(bar.openInterest));
+    for (qsizetype i = from; i < to; ++i) {
+        append(m_columns.at(i), bar, text);
+        text.append(i == m_last ? QByteArrayView("\n") : QByteArrayView(m_separator));
     }
 }
 
-void BarExporter::appendDate(const QDate& date)
+void BarExporter::append(Column column, const BarDescription& bar, LineBuffer& text)
+{
+    switch (column) {
+    case Column::Ticker:
+        return text.append(m_ticker);
+    case Column::Per:
+        return text.append(qint64(m_details.timeframe));
+    case Column::Date:
+        return appendDate(bar.date, text);
+    case Column::Time:
+        return appendTime(bar.time, text);
+    case Column::Open:
+        return text.append(bar.open);
+    case Column::High:
+        return text.append(bar.high);
+    case Column::Low:
+        return text.append(bar.low);
+    case Column::Close:
+        return text.append(bar.close);
+    case Column::Vol:
+        return text.append(bar.volume);
+    case Column::Val:
+        return text.append(bar.value);
+    case Column::OpenInt:
+        return text.append(qint64(bar.openInterest));
+    }
+}
+
+void BarExporter::appendDate(const QDate& date, LineBuffer& text)
 {
     if (date != m_date) {
         m_date = date;
         m_dateText = date.toString(m_details.dateFormat).toUtf8();
     }
-    m_lines.append(m_dateText);
+    text.append(m_dateText);
 }
 
-void BarExporter::appendTime(const QTime& time)
+void BarExporter::appendTime(const QTime& time, LineBuffer& text) const
 {
     if (!m_isPlainTime || !time.isValid())
-        return m_lines.append(time.toString(m_details.timeFormat).toUtf8());
+        return text.append(time.toString(m_details.timeFormat).toUtf8());
     const QStringView pattern = m_details.timeFormat;
     for (qsizetype i = 0; i < pattern.size(); ++i) {
         const QChar letter = pattern[i];
         if (letter == u'h')
-            m_lines.appendTwoDigits(time.hour());
+            text.appendTwoDigits(time.hour());
         else if (letter == u'm')
-            m_lines.appendTwoDigits(time.minute());
+            text.appendTwoDigits(time.minute());
         else if (letter == u's')
-            m_lines.appendTwoDigits(time.second());
+            text.appendTwoDigits(time.second());
         else {
-            m_lines.append(QString(letter).toUtf8());
+            text.append(QString(letter).toUtf8());
             continue;
         }
         ++i;

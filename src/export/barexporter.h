@@ -10,6 +10,7 @@
 
 #include <functional>
 #include <optional>
+#include <utility>
 
 struct ExportDetails;
 
@@ -48,20 +49,24 @@ private:
 
     void appendLine(const BarDescription& bar);
     bool liesAfter(const BarDescription& source, const BarDescription& target);
-    void append(Column column, const BarDescription& bar);
-    void appendDate(const QDate& date);
-    void appendTime(const QTime& time);
+    void appendColumns(qsizetype from, qsizetype to, const BarDescription& bar, LineBuffer& text);
+    void append(Column column, const BarDescription& bar, LineBuffer& text);
+    void appendDate(const QDate& date, LineBuffer& text);
+    void appendTime(const QTime& time, LineBuffer& text) const;
 
     const ExportDetails& m_details;
     LineSink m_sink;
     QByteArray m_ticker;
     QByteArray m_separator;
-    QList<Column> m_columns; ///< those that are written, in their order
-    int m_last = -1;         ///< the place in m_columns after which the line ends; -1 for none
-    bool m_isPlainTime;      ///< the time's pattern has nothing in it but hh, mm, ss and signs
+    QList<Column> m_columns;     ///< those that are written, in their order
+    qsizetype m_last = -1;       ///< the place in m_columns after which the line ends; -1 for none
+    qsizetype m_firstNumber = 0; ///< the place of the first one after the time
+    bool m_isPlainTime;          ///< the time's pattern has nothing in it but hh, mm, ss and signs
     LocalDays m_days;
-    LineBuffer m_lines; ///< those that the sink has not got yet
-    QDate m_date;       ///< the date that was written last, and its text
+    LineBuffer m_lines;                               ///< those that the sink has not got yet
+    std::optional<std::pair<QDate, QTime>> m_stamped; ///< what m_stamp was made for
+    LineBuffer m_stamp;                               ///< the columns up to the time
+    QDate m_date; ///< the date that was written last, and its text
     QByteArray m_dateText;
     std::optional<BarDescription> m_waiting; ///< the bar of the line that waits
 };

@@ -107,7 +107,8 @@ public:
         , m_value(deals.columnIndex(QStringLiteral("value")))
     {}
 
-    QList<int> key() const { return {m_stock, m_board, m_security}; }
+    // The security first: it tells most deals apart.
+    QList<int> key() const { return {m_security, m_board, m_stock}; }
 
     Record keyRow(const ExportDetails& details) const
     {

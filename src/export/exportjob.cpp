@@ -190,25 +190,31 @@ private:
     QStringList m_unopened;
 };
 
-// Whether the file is a day file of any series. Links to directories are followed, as by those who
+// That the file is no day file of any series. Links to directories are followed, as by those who
 // read the store.
-bool isInStore(const QString& path, const QDir& root)
+Outcome isOutsideStore(const QString& path, const QDir& root)
 {
-    const QStringList series = vexdesk::storeDirectories(root).series;
-    return std::any_of(series.begin(), series.end(), [&path](const QString& directory) {
-        return !vexdesk::barFileThatIs(path, QDir(directory)).isEmpty();
-    });
+    const vexdesk::StoreDirectories store = vexdesk::storeDirectories(root);
+    for (const QString& directory : store.series) {
+        const auto name = vexdesk::barFileThatIs(path, QDir(directory));
+        if (!name)
+            return name.failure();
+        if (!name->isEmpty())
+            return Failure{Text::tr("Файл %1 — файл дня в хранилище: выгрузка стёрла бы его бары. "
+                                    "Выберите другой файл")
+                               .arg(path)};
+    }
+    return store.unreadable.isEmpty()
+               ? Outcome()
+               : Failure{Text::tr("Невозможно прочитать каталог %1").arg(store.unreadable.first())};
 }
 
 } // namespace
 
 Outcome mayWriteOutput(const ExportDetails& details, const QDir& root)
 {
-    if (!QFileInfo(details.outputPath).isFile() || !isInStore(details.outputPath, root))
-        return Outcome();
-    return Failure{Text::tr("Файл %1 — файл дня в хранилище: выгрузка стёрла бы его бары. Выберите "
-                            "другой файл")
-                       .arg(details.outputPath)};
+    return QFileInfo(details.outputPath).isFile() ? isOutsideStore(details.outputPath, root)
+                                                  : Outcome();
 }
 
 ExportResult exportBars(const ExportDetails& details, const ExportStart& start,

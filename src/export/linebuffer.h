@@ -25,6 +25,8 @@ public:
 
     void append(QByteArrayView text)
     {
+        if (text.size() == 1)
+            return append(text.front());
         std::copy(text.begin(), text.end(), room(text.size()));
         m_size += text.size();
     }

@@ -20,11 +20,11 @@ bool comesBefore(const QString& left, const QString& right)
     return left.toUcs4() < right.toUcs4();
 }
 
+// None where the directory cannot be read, too: those who ask know that it has some.
 std::vector<QDate> daysIn(const QDir& dir, int timeframe)
 {
-    const QList<QDate> days =
-        vexdesk::storedDays(dir, timeframe, QDate(1, 1, 1), QDate(9999, 12, 31));
-    return {days.begin(), days.end()};
+    const auto days = vexdesk::storedDays(dir, timeframe, QDate(1, 1, 1), QDate(9999, 12, 31));
+    return days ? std::vector<QDate>(days->begin(), days->end()) : std::vector<QDate>();
 }
 
 } // namespace

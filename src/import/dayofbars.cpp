@@ -6,8 +6,6 @@
 #include <vexdesk/history/dayfilelines.h>
 #include <vexdesk/history/recordline.h>
 
-#include <QtCore/QFileInfo>
-
 #include <algorithm>
 #include <cmath>
 #include <iterator>
@@ -134,7 +132,7 @@ Outcome StoredDay::read(const QString& path, const QDate& day,
     vexdesk::DayFileLines lines(path);
     lines.beStrict();
     if (!lines.open())
-        return QFileInfo::exists(path) ? cannotOpen(path) : Outcome();
+        return vexdesk::isMissing(path) ? Outcome() : cannotOpen(path);
     m_state = lines.state();
     m_isFaultless = faultless && m_state->isUnchanged(*faultless);
     if (std::optional<QByteArray> text = lines.plainText()) {

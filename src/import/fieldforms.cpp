@@ -57,9 +57,9 @@ TimeForm::TimeForm(const QString& pattern)
 
 std::optional<QTime> TimeForm::read(QByteArrayView field) const
 {
-    if (const std::optional<QTime> plain = m_plain.time(field); plain || m_isKnown)
-        return plain;
-    const QTime time = QTime::fromString(vexdesk::textFromUtf8(field), m_pattern);
+    QTime time = m_plain.time(field);
+    if (!time.isValid() && !m_isKnown)
+        time = QTime::fromString(vexdesk::textFromUtf8(field), m_pattern);
     return time.isValid() ? std::optional(time) : std::nullopt;
 }
 

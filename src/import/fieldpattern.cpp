@@ -95,24 +95,22 @@ std::optional<PlainDate> FieldPattern::date(QByteArrayView field) const
     return date;
 }
 
-std::optional<QTime> FieldPattern::time(QByteArrayView field) const
+QTime FieldPattern::time(QByteArrayView field) const
 {
     if (!m_isOfTime || !hasSigns(field))
-        return std::nullopt;
+        return QTime();
     int seconds = 0;
-    for (qsizetype i = 0; i < m_parts.size(); ++i) {
-        const char* const digits = field.data() + m_parts[i].begin;
-        const int tens = digits[0] - '0';
-        const int ones = digits[1] - '0';
-        const int number = tens * 10 + ones;
-        const bool areDigits = tens >= 0 && tens <= 9 && ones >= 0 && ones <= 9;
-        if (!areDigits || number >= (i == 0 ? 24 : 60))
-            return std::nullopt;
-        seconds = seconds * 60 + number;
+    for (const Part& part : m_parts) {
+        const int tens = field[part.begin] - '0';
+        const int ones = field[part.begin + 1] - '0';
+        if (tens < 0 || tens > 5 || ones < 0 || ones > 9)
+            return QTime();
+        seconds = seconds * 60 + tens * 10 + ones;
     }
     constexpr int secondsOfMinute = 60;
     if (m_parts.size() == 2)
         seconds *= secondsOfMinute;
+    // Invalid from 24 hours on.
     return QTime::fromMSecsSinceStartOfDay(seconds * 1000);
 }
 

@@ -41,8 +41,8 @@ public:
 
     /// No value for a field that is not digits with the pattern's signs at their places.
     std::optional<PlainDate> date(QByteArrayView field) const;
-    /// The same for a time; no value also where there is no such time of the day.
-    std::optional<QTime> time(QByteArrayView field) const;
+    /// The same for a time; an invalid one also where there is no such time of the day.
+    QTime time(QByteArrayView field) const;
 
 private:
     struct Part

@@ -14,7 +14,6 @@
 #include <QtCore/QStringConverter>
 
 #include <algorithm>
-#include <cstring>
 #include <optional>
 
 namespace tadata {
@@ -34,19 +33,6 @@ constexpr int linesOfHalf = 1000;
 constexpr qsizetype blockSize = 65536;
 constexpr qsizetype longestText = 65536;
 
-bool isAscii(QByteArrayView text)
-{
-    constexpr quint64 highBits = 0x8080808080808080U;
-    const char* at = text.begin();
-    for (; text.end() - at >= qsizetype(sizeof(quint64)); at += sizeof(quint64)) {
-        quint64 word = 0;
-        std::memcpy(&word, at, sizeof word);
-        if (word & highBits)
-            return false;
-    }
-    return std::all_of(at, text.end(), [](char c) { return uchar(c) < 0x80; });
-}
-
 // Where line ends stand in a text.
 std::vector<qsizetype> lineEndsIn(QByteArrayView text)
 {
@@ -59,7 +45,7 @@ std::vector<qsizetype> lineEndsIn(QByteArrayView text)
 bool isUtf8(const SampledLine& line)
 {
     // What was cut off may be a part of a character.
-    return line.isCut || isAscii(line.text) ||
+    return line.isCut || vexdesk::isAscii(line.text) ||
            vexdesk::textFromUtf8(line.text).toUtf8() == line.text;
 }
 

@@ -30,9 +30,12 @@ Outcome isReadable(const QString& directory)
 }
 
 // Why an import does not even begin; null where it does.
-QString refusalOf(const QString& input, const ImportWays& ways, const QDir& dir)
+Result<QString> refusalOf(const QString& input, const ImportWays& ways, const QDir& dir)
 {
-    if (!vexdesk::barFileThatIs(input, dir).isEmpty())
+    const Result<QString> own = vexdesk::barFileThatIs(input, dir);
+    if (!own)
+        return own;
+    if (!own->isEmpty())
         return wouldWipe(input).message;
     return checkRejectsPlace(ways.rejects, {dir}).message();
 }
@@ -42,12 +45,12 @@ class CheckRun final
 {
 public:
     CheckRun(FileBars& bars, const ImportDetails& details, const ImportWays& ways, const QDir& dir,
-             qint64 maxProblems, const ProgressSink& progress)
+             const QString& refusal, qint64 maxProblems, const ProgressSink& progress)
         : m_bars(bars)
         , m_progress(progress)
         , m_passesOverBad(ways.passesOverBad())
         , m_review(details, ways.mode, maxProblems)
-        , m_refusal(refusalOf(bars.path(), ways, dir))
+        , m_refusal(refusal)
     {
         if (ways.mode == ImportMode::Replace)
             m_preview = std::make_unique<ReplacePreview>(dir, details.timeframe);
@@ -143,7 +146,10 @@ Result<ImportCheck> checkImport(const QString& fileName, const ImportDetails& de
         return cannotOpen(fileName);
     if (const Outcome readable = isReadable(seriesDir.path()); !readable)
         return readable.failure();
-    return CheckRun(bars, details, ways, seriesDir, maxProblems, progress).run();
+    const Result<QString> refusal = refusalOf(fileName, ways, seriesDir);
+    if (!refusal)
+        return refusal.failure();
+    return CheckRun(bars, details, ways, seriesDir, *refusal, maxProblems, progress).run();
 }
 
 } // namespace tadata

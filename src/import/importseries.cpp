@@ -54,7 +54,10 @@ Result<SeriesDirectories> findSeries(const QString& file, const ImportDetails& d
         return directories.failure();
     Q_ASSERT(directories->size() == tickers.size());
     for (const QDir& directory : *directories) {
-        if (!vexdesk::barFileThatIs(file, directory).isEmpty())
+        const auto own = vexdesk::barFileThatIs(file, directory);
+        if (!own)
+            return own.failure();
+        if (!own->isEmpty())
             return wouldWipe(file);
     }
     if (const Outcome checked = checkRejectsPlace(ways.rejects, *directories); !checked)

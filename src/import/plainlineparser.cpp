@@ -76,9 +76,11 @@ PlainLineParser::PlainLineParser(const ImportDetails& details)
 
 bool PlainLineParser::parse(QByteArrayView line, BarDescription* bar)
 {
-    if (!m_isUsable || !split(line) ||
-        !readDate(field(static_cast<int>(ColumnRole::Date)), &bar->date) ||
-        !readTime(field(static_cast<int>(ColumnRole::Time)), &bar->time))
+    if (!m_isUsable || line.empty() || !split(line) ||
+        !readDate(field(ColumnRole::Date), &bar->date))
+        return false;
+    bar->time = m_timePattern.time(field(ColumnRole::Time));
+    if (!bar->time.isValid())
         return false;
     try {
         bar->valid = readNumbers(bar);
@@ -90,36 +92,35 @@ bool PlainLineParser::parse(QByteArrayView line, BarDescription* bar)
 
 bool PlainLineParser::split(QByteArrayView line)
 {
-    const auto wanted = static_cast<size_t>(m_wanted);
-    size_t count = 0;
-    const char* begin = line.begin();
-    const auto endField = [this, &count, &begin](const char* end) {
-        m_fields[count++] = QByteArrayView(begin, end);
-        begin = end + 1;
-    };
+    const char separator = m_separator;
+    const char** next = m_begins.data();
+    const char** const last = next + m_wanted;
     const char* at = line.begin();
+    *next++ = at;
     for (; isLittleEndian && line.end() - at >= wordSize; at += wordSize) {
-        for (quint64 found = placesOf(m_separator, at); found != 0; found &= found - 1) {
-            endField(at + std::countr_zero(found) / CHAR_BIT);
-            if (count == wanted)
+        for (quint64 found = placesOf(separator, at); found != 0; found &= found - 1) {
+            *next = at + std::countr_zero(found) / CHAR_BIT + 1;
+            if (next++ == last)
                 return true;
         }
     }
     for (; at != line.end(); ++at) {
-        if (*at == m_separator)
-            endField(at);
-        if (count == wanted)
+        if (*at != separator)
+            continue;
+        *next = at + 1;
+        if (next++ == last)
             return true;
     }
-    endField(line.end());
-    return count == wanted;
+    *next = line.end() + 1;
+    return next == last;
 }
 
 QByteArrayView PlainLineParser::field(int role) const
 {
-    const int column = m_columns[static_cast<size_t>(role)];
     // A mandatory role without a column reads the first one.
-    return m_fields[static_cast<size_t>(std::max(column, 0))];
+    const int column = std::max(m_columns[static_cast<size_t>(role)], 0);
+    const char* const* const begin = &m_begins[static_cast<size_t>(column)];
+    return QByteArrayView(begin[0], begin[1] - 1);
 }
 
 bool PlainLineParser::has(int role) const
@@ -142,23 +143,15 @@ bool PlainLineParser::readDate(QByteArrayView text, QDate* date)
     return date->isValid();
 }
 
-bool PlainLineParser::readTime(QByteArrayView text, QTime* time) const
-{
-    const std::optional<QTime> plain = m_timePattern.time(text);
-    if (plain)
-        *time = *plain;
-    return plain.has_value();
-}
-
 short PlainLineParser::decimals()
 {
     const std::tuple ids(m_details.stockId, m_details.boardId, m_details.securityId);
     if (m_known != ids) {
+        m_zero = decimal(0, SecurityDirectory::i().decimalsById(
+                                m_details.stockId, m_details.boardId, m_details.securityId));
         m_known = ids;
-        m_decimals = static_cast<short>(SecurityDirectory::i().decimalsById(
-            m_details.stockId, m_details.boardId, m_details.securityId));
     }
-    return m_decimals;
+    return static_cast<short>(m_zero.scale());
 }
 
 bool PlainLineParser::readNumbers(BarDescription* bar)
@@ -181,7 +174,7 @@ bool PlainLineParser::readNumbers(BarDescription* bar)
 
     if (has(static_cast<int>(ColumnRole::Value)))
         return number(ColumnRole::Value, &bar->value);
-    bar->value = decimal(0, decimals);
+    bar->value = m_zero;
     return true;
 }
 

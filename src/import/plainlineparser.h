@@ -33,7 +33,6 @@ public:
 private:
     bool split(QByteArrayView line);
     bool readDate(QByteArrayView field, QDate* date);
-    bool readTime(QByteArrayView field, QTime* time) const;
     bool readNumbers(BarDescription* bar);
     short decimals();
     QByteArrayView field(int role) const;
@@ -49,12 +48,13 @@ private:
     int m_wanted = 0;                 ///< fields, from the line's start
     FieldPattern m_datePattern;
     FieldPattern m_timePattern;
-    std::array<QByteArrayView, maxFields> m_fields;
+    std::array<const char*, maxFields + 1>
+        m_begins{};        ///< of the line's fields; ends are one before
     QByteArray m_dateText; ///< of the line before, and what it was read as
     QDate m_date;
     /// Whose decimals were looked up last, and these.
     std::optional<std::tuple<qint32, qint32, qint64>> m_known;
-    short m_decimals = 0;
+    decimal m_zero; ///< with so many decimals
 };
 
 } // namespace tadata

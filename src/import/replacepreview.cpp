@@ -5,8 +5,7 @@
 #include "storedtimes.h"
 
 #include <vexdesk/history/dayfilenames.h>
-
-#include <QtCore/QFileInfo>
+#include <vexdesk/history/filestate.h>
 
 namespace tadata {
 
@@ -40,7 +39,7 @@ Outcome ReplacePreview::beginRun(const QDate& date, const DayInFile& file)
     m_day = &place->second;
     if (isNew) {
         m_day->file = &file;
-        m_day->isStored = QFileInfo::exists(pathOf(date));
+        m_day->isStored = !vexdesk::isMissing(pathOf(date));
     } else {
         m_day->lastRun.emplace();
     }

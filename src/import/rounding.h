@@ -10,7 +10,8 @@ namespace tadata {
 inline bool roundTo(decimal& number, short decimals)
 {
     if (number.scale() <= decimals) {
-        number.setScale(decimals);
+        if (number.scale() != decimals)
+            number.setScale(decimals);
         return false;
     }
     const decimal exact = number;

@@ -154,6 +154,14 @@ void addWrongWays()
         wrongValue("series", QStringLiteral("NORD/MAIN/{ticker}"), seriesTakes,
                    QStringLiteral("нет столбца с ролью «ticker»"))
             .toUtf8());
+    for (const char* place : {"{tiker}", "{Ticker}", "{tick}", "{nmae}"}) {
+        const QString series = QStringLiteral("NORD/MAIN/") + QLatin1String(place);
+        const char* const meant = place[1] == 'n' ? "{name}" : "{ticker}";
+        row(place, shortestImport + words("--series") + QStringList{series},
+            wrongValue("series", series, seriesTakes,
+                       QStringLiteral("такого места нет; похоже на ") + QLatin1String(meant))
+                .toUtf8());
+    }
     row("profile that is none", completeImport + words("--profile nobody"), "профиля «nobody» нет");
 }
 
@@ -163,7 +171,7 @@ void addWrongValuesOfImport()
         value(qPrintable(QStringLiteral("timeframe '%1'").arg(QLatin1String(text))), completeImport,
               "timeframe", QLatin1String(text), "60, 1");
     constexpr char separatorTakes[] =
-        "непустой текст без перевода строки или слово comma, semicolon, space";
+        "непустой текст без перевода строки или слово comma, semicolon, space, tab";
     value("separator empty", completeImport, "separator", QString(), separatorTakes);
     row("separator with a line feed",
         completeImport + QStringList{QStringLiteral("--separator=;\n")},

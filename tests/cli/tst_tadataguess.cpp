@@ -69,7 +69,7 @@ void TadataGuessTest::printsTheCommandToUse_data()
     row("spaces.csv", QByteArray(bars).replace(';', ' '),
         importOf("spaces.csv", "--timeframe 60 --separator space " + options));
     row("tabs.csv", QByteArray(bars).replace(';', '\t'),
-        importOf("tabs.csv", "--timeframe 60 --separator '\t' " + options));
+        importOf("tabs.csv", "--timeframe 60 --separator tab " + options));
     row("a bar's.csv", QByteArray(bars).replace(';', '|'),
         importOf("'a bar'\\''s.csv'", "--timeframe 60 --separator '|' " + options));
     row("header.csv",

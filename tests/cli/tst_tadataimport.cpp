@@ -213,6 +213,7 @@ void TadataImportTest::separators_data()
     row("word comma", "comma", ",");
     row("word semicolon", "semicolon", ";");
     row("word space", "space", " ");
+    row("word tab", "tab", "\t");
     row("comma", ",", ",");
     row("semicolon", ";", ";");
     row("space", " ", " ");

@@ -1295,7 +1295,7 @@ void TestEditorTADataDialog::whatItDeletesCanBePutBack()
     const Tree before = openAndDeleteARow();
     click(button("closeButton"));
     QVERIFY(stored() != before);
-    const auto place = vexdesk::restorePlace(vexdesk::storePlace());
+    const auto place = *vexdesk::restorePlace(vexdesk::storePlace());
     const auto points = vexdesk::restorePoints(place);
     QVERIFY(points);
     QCOMPARE(points->points.size(), 1);

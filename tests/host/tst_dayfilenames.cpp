@@ -172,7 +172,7 @@ void TestDayFile::findsABarFileByWhateverName()
     testsupport::writeFile(other, "1");
     testsupport::writeFile(series.filePath(dayName("20240115")), "2");
     testsupport::writeFile(series.filePath(QStringLiteral("notes.txt")), "3");
-    const auto found = [&](const QString& path) { return vexdesk::barFileThatIs(path, series); };
+    const auto found = [&](const QString& path) { return *vexdesk::barFileThatIs(path, series); };
     QCOMPARE(found(series.filePath(dayName("20240115"))), dayName("20240115"));
     QCOMPARE(found(series.filePath(QStringLiteral("notes.txt"))), QString());
     QCOMPARE(found(other), QString());
@@ -246,7 +246,7 @@ void TestDayFile::listsTheStoredDaysInOrder()
     const QDir dir(series.path());
     for (const char* day : {"20181214", "20171231", "20180101", "20181213", "20190102"})
         testsupport::writeFile(dir.filePath(dayName(day)), "");
-    QCOMPARE(vexdesk::storedDays(dir, 60, QDate(2018, 1, 1), QDate(2018, 12, 31)),
+    QCOMPARE(*vexdesk::storedDays(dir, 60, QDate(2018, 1, 1), QDate(2018, 12, 31)),
              QList<QDate>({QDate(2018, 1, 1), QDate(2018, 12, 13), QDate(2018, 12, 14)}));
 }
 
@@ -279,7 +279,7 @@ void TestDayFile::listsTheDaysOfAnInterval()
     const QDir dir(series.path());
     for (const char* day : {"20181213", "20181214", "20181215"})
         testsupport::writeFile(dir.filePath(dayName(day)), "");
-    QTEST(vexdesk::storedDays(dir, 60, from, to).size(), "count");
+    QTEST(vexdesk::storedDays(dir, 60, from, to)->size(), "count");
 }
 
 void TestDayFile::listsOnlyDayFiles()
@@ -294,10 +294,10 @@ void TestDayFile::listsOnlyDayFiles()
     QCOMPARE(::mkfifo(QFile::encodeName(dir.filePath(dayName("20181215"))).constData(), 0600), 0);
     const QDate from(2018, 1, 1);
     const QDate to(2018, 12, 31);
-    QCOMPARE(vexdesk::storedDays(dir, 60, from, to), QList<QDate>{QDate(2018, 12, 10)});
-    QCOMPARE(vexdesk::storedDays(dir, 1, from, to), QList<QDate>{QDate(2018, 12, 11)});
-    QVERIFY(vexdesk::storedDays(dir, 0, from, to).isEmpty());
-    QVERIFY(vexdesk::storedDays(dir, 6, from, to).isEmpty());
+    QCOMPARE(*vexdesk::storedDays(dir, 60, from, to), QList<QDate>{QDate(2018, 12, 10)});
+    QCOMPARE(*vexdesk::storedDays(dir, 1, from, to), QList<QDate>{QDate(2018, 12, 11)});
+    QVERIFY(vexdesk::storedDays(dir, 0, from, to)->isEmpty());
+    QVERIFY(vexdesk::storedDays(dir, 6, from, to)->isEmpty());
 }
 
 void TestDayFile::listsTheDaysOfADirectory_data()
@@ -315,10 +315,10 @@ void TestDayFile::listsTheDaysOfADirectory()
     const QTemporaryDir parent;
     const QDir dir(parent.filePath(name));
     const QDate day(2018, 12, 14);
-    QVERIFY(vexdesk::storedDays(dir, 60, day, day).isEmpty());
+    QVERIFY(vexdesk::storedDays(dir, 60, day, day)->isEmpty());
     testsupport::writeFile(dir.filePath(dayName("20181214")), "");
     testsupport::writeFile(dir.filePath(QStringLiteral("below/") + dayName("20181214")), "");
-    QCOMPARE(vexdesk::storedDays(dir, 60, day, day), QList<QDate>{day});
+    QCOMPARE(*vexdesk::storedDays(dir, 60, day, day), QList<QDate>{day});
 }
 
 void TestDayFile::listsADayBehindALink()
@@ -328,7 +328,7 @@ void TestDayFile::listsADayBehindALink()
     testsupport::writeFile(dir.filePath(QStringLiteral("target")), "");
     QVERIFY(QFile::link(dir.filePath(QStringLiteral("target")), dir.filePath(dayName("20181214"))));
     QVERIFY(QFile::link(dir.filePath(QStringLiteral("gone")), dir.filePath(dayName("20181215"))));
-    QCOMPARE(vexdesk::storedDays(dir, 60, QDate(2018, 12, 1), QDate(2018, 12, 31)),
+    QCOMPARE(*vexdesk::storedDays(dir, 60, QDate(2018, 12, 1), QDate(2018, 12, 31)),
              QList<QDate>{QDate(2018, 12, 14)});
 }
 

@@ -84,7 +84,7 @@ void TestSeriesLock::aStoreHasOnePlaceWhateverItIsCalled()
     const QString wanted = QFileInfo(path("store")).canonicalFilePath();
     for (const char* name :
          {"store", "store/", "./store//", "link", "link/", "link/../store", "deep/../.."}) {
-        const RestorePlace found = restorePlace(QDir(QLatin1String(name)));
+        const RestorePlace found = *restorePlace(QDir(QLatin1String(name)));
         QCOMPARE(found.root, wanted);
         QCOMPARE(found.path, wanted + QStringLiteral("-restore"));
     }
@@ -93,7 +93,7 @@ void TestSeriesLock::aStoreHasOnePlaceWhateverItIsCalled()
 void TestSeriesLock::aStoreThatIsNotThereYetHasItsPlace()
 {
     QVERIFY(QFile::link(path("store"), path("link")));
-    const RestorePlace found = restorePlace(QDir(path("link/new/one/")));
+    const RestorePlace found = *restorePlace(QDir(path("link/new/one/")));
     QCOMPARE(found.root, QFileInfo(path("store")).canonicalFilePath() + "/new/one");
     QCOMPARE(found.path, found.root + QStringLiteral("-restore"));
     QVERIFY(!QFileInfo::exists(path("store/new")));
@@ -112,7 +112,7 @@ void TestSeriesLock::wherePlaceCannotBeBesideItIsInTheDataDirectory()
              qPrintable(made.path));
     QVERIFY(QFileInfo(made.path).isDir());
     // Those that only look find it there, too.
-    QCOMPARE(restorePlace(QDir(path("store"))).path, made.path);
+    QCOMPARE(restorePlace(QDir(path("store")))->path, made.path);
 }
 
 void TestSeriesLock::theSecondIsToldWhoHoldsIt()
@@ -262,12 +262,12 @@ void TestSeriesLock::filesOfAnInterval()
     QVERIFY(dir.mkdir(QStringLiteral("20240118_60.iss")));
     const QDate first(2024, 1, 15);
     const QDate last(2024, 1, 16);
-    QCOMPARE(barFiles(dir), all);
-    QCOMPARE(barFiles(dir, {.to = first}), all.first(3));
-    QCOMPARE(barFiles(dir, {.from = last}), all.last(2));
-    QCOMPARE(barFiles(dir, {.from = last, .to = last}), all.mid(3, 1));
-    QCOMPARE(barFiles(dir, {.timeframe = 1}), all.first(2));
-    QCOMPARE(barFiles(dir, {.timeframe = 60}), all.last(3));
+    QCOMPARE(*barFiles(dir), all);
+    QCOMPARE(*barFiles(dir, {.to = first}), all.first(3));
+    QCOMPARE(*barFiles(dir, {.from = last}), all.last(2));
+    QCOMPARE(*barFiles(dir, {.from = last, .to = last}), all.mid(3, 1));
+    QCOMPARE(*barFiles(dir, {.timeframe = 1}), all.first(2));
+    QCOMPARE(*barFiles(dir, {.timeframe = 60}), all.last(3));
 }
 
 void TestSeriesLock::aSeriesIsCopiedMovedAndRemoved()
@@ -282,11 +282,11 @@ void TestSeriesLock::aSeriesIsCopiedMovedAndRemoved()
     QVERIFY(QFile::link(day, from.filePath(linked)));
     const QMap<QString, QByteArray> both{{day, "day\n"}, {linked, "day\n"}};
 
-    QVERIFY(!hasBarFiles(to));
-    QVERIFY(vexdesk::copyBarFiles(from, to, barFiles(from), nullptr));
+    QVERIFY(!*hasBarFiles(to));
+    QVERIFY(vexdesk::copyBarFiles(from, to, *barFiles(from), nullptr));
     QCOMPARE(readTree(from), both);
     QCOMPARE(readTree(to), both);
-    QVERIFY(hasBarFiles(to));
+    QVERIFY(*hasBarFiles(to));
     struct stat copy = {};
     QCOMPARE(::stat(QFile::encodeName(to.filePath(day)).constData(), &copy), 0);
     QCOMPARE(copy.st_mode & 07777, mode_t(0640));

@@ -323,7 +323,7 @@ void TestImportCommand::anImportCanBePutBack()
     const Tree before = stored();
     QCOMPARE(importFile(path), success());
     QCOMPARE(stored().size(), 2);
-    const auto place = vexdesk::restorePlace(m_plugin->store());
+    const auto place = *vexdesk::restorePlace(m_plugin->store());
     const auto points = vexdesk::restorePoints(place);
     QVERIFY2(points, qPrintable(points.message()));
     QCOMPARE(points->points.size(), 1);

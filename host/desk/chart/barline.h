@@ -24,8 +24,4 @@ struct BarLine
 /// meant: an edited day keeps its volume in the chart.
 std::optional<BarLine> readBarLine(QByteArrayView line, const QDate& day);
 
-/// The same for a line of the form that imports write, with numbers of up to 15 digits; no value
-/// for every other line, whatever it holds. `midnight` is the wall time at which the day begins.
-std::optional<BarLine> readImportedLine(QByteArrayView line, qint64 midnight);
-
 } // namespace vexdesk

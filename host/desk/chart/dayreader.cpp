@@ -38,13 +38,10 @@ std::shared_ptr<const DayBars> readBars(const QString& path, const QDate& day)
     constexpr qint64 shortLine = 40; // bytes
     std::vector<Bar> bars;
     bars.reserve(static_cast<size_t>(std::min(lines.size() / shortLine, secondsPerDay)));
-    const qint64 midnight = wallTime(day);
     int decimals = 0;
     QByteArrayView line;
     while (lines.next(&line)) {
-        std::optional<BarLine> read = readImportedLine(line, midnight);
-        if (!read)
-            read = readBarLine(line, day);
+        const std::optional<BarLine> read = readBarLine(line, day);
         if (!read)
             continue;
         bars.push_back(read->bar);

@@ -7,7 +7,6 @@
 #include <array>
 #include <bit>
 #include <cstring>
-#include <utility>
 
 namespace {
 
@@ -57,7 +56,7 @@ constexpr std::array<char, 200> digitPairs = makeDigitPairs();
 
 // The digits of a number without its sign, from the last one to the first; returns where they
 // begin.
-char* putDigits(char* end, quint64 rest, int scale)
+Q_NEVER_INLINE char* putDigits(char* end, quint64 rest, int scale)
 {
     char* at = end;
     const auto putPair = [&at, &rest] {
@@ -92,13 +91,7 @@ constexpr quint64 ones = 0x0101010101010101U;
 constexpr quint64 zeros = ones * '0';
 constexpr quint64 digitsOfWord = 100'000'000; // numbers below it have no more digits than a word
 
-// The lowest bytes of a word; fewer than eight.
-constexpr quint64 firstBytes(int count)
-{
-    return (quint64(1) << (count * byteBits)) - 1;
-}
-
-// Four to eight characters.
+// Four to eight characters, less '0' each; before them come zeros.
 quint64 wordOf(const char* text, int size)
 {
     constexpr int half = wordSize / 2;
@@ -106,24 +99,17 @@ quint64 wordOf(const char* text, int size)
     quint32 last = 0;
     std::memcpy(&first, text, half);
     std::memcpy(&last, text + size - half, half);
-    return first | quint64(last) << ((size - half) * byteBits);
+    const quint64 word = first | quint64(last) << ((size - half) * byteBits);
+    return (word ^ zeros) << ((wordSize - size) * byteBits);
 }
 
-// The characters of a word that has eight digits as a number; no value where one is no digit.
-std::optional<quint64> numberOf(quint64 word)
+// The number that eight digits make: neighbours are put together, to two digits, four and eight.
+quint32 numberOf(quint64 word)
 {
-    constexpr quint64 highHalves = ones * 0xf0;
-    const bool areDigits =
-        (word & highHalves) == zeros && ((word + ones * 6) & highHalves) == zeros;
-    if (!areDigits)
-        return std::nullopt;
-    // Neighbours are put together: two digits, then four, then eight.
-    word -= zeros;
     word = word * 10 + (word >> 8);
-    word = ((word & 0x000000ff000000ffU) * 0x000f424000000064U +
-            (word >> 16 & 0x000000ff000000ffU) * 0x0000271000000001U) >>
-           32;
-    return word;
+    word = (word & 0x000000ff000000ffU) * 0x000f424000000064U +
+           (word >> 16 & 0x000000ff000000ffU) * 0x0000271000000001U;
+    return static_cast<quint32>(word >> 32);
 }
 
 // The digits of a number below 100,000,000, all eight of them.
@@ -132,34 +118,35 @@ quint64 digitsOf(quint32 number)
     // Halves of four digits, then of two, then of one: each division is a multiplication.
     quint64 word = number / 10000 | quint64(number % 10000) << 32;
     const quint64 hundreds = (word * 10486 >> 20) & 0x0000007f0000007fU;
-    word = hundreds | (word - hundreds * 100) << 16;
+    word = (word << 16) + hundreds * (1 - (100 << 16));
     const quint64 tens = (word * 103 >> 10) & 0x000f000f000f000fU;
-    return tens | (word - tens * 10) << 8;
+    return (word << 8) + tens * (1 - (10 << 8));
 }
 
-// Texts of four to eight characters without a sign, as most prices are. No value where there is
-// anything else to it.
-std::optional<std::pair<quint64, int>> shortNumber(const char* text, int size)
+struct ShortNumber
+{
+    quint32 digits;
+    int scale; // -1 where the text is another one
+};
+
+// Texts of four to eight characters, digits and maybe a point among them, as most prices are.
+ShortNumber shortNumber(const char* text, int size)
 {
     quint64 word = wordOf(text, size);
-    // The highest bit of each byte that is a point; the lowest of them is exact.
-    const quint64 others = word ^ ones * '.';
-    const quint64 points = (others - ones) & ~others & (ones << 7);
-    int scale = 0;
-    int digits = size;
-    if (points != 0) {
-        const int point = std::countr_zero(points) / byteBits;
-        scale = size - point - 1;
-        if (point == 0 || scale == 0)
-            return std::nullopt;
-        word = (word & firstBytes(point)) | (word >> byteBits & ~firstBytes(point));
-        --digits;
-    }
-    const int missing = wordSize - digits;
-    if (missing > 0)
-        word = word << (missing * byteBits) | (zeros & firstBytes(missing));
-    const std::optional<quint64> number = numberOf(word);
-    return number ? std::optional(std::pair(*number, scale)) : std::nullopt;
+    // The highest bit of each byte above 9; the lowest of them is exact.
+    const quint64 others = ((word + ones * (0x80 - 10)) | word) & (ones << 7);
+    if (others == 0)
+        return {numberOf(word), 0};
+    constexpr quint64 point = '.' ^ '0';
+    const int place = std::countr_zero(others) / byteBits;
+    const int scale = wordSize - 1 - place;
+    const bool isPoint = (word >> (place * byteBits) & 0xff) == point;
+    if (!isPoint || (others & (others - 1)) != 0 || scale == 0 || place == wordSize - size)
+        return {0, -1};
+    // What stands before the point moves to its place.
+    const quint64 unit = quint64(1) << (place * byteBits);
+    word -= unit * point;
+    return {numberOf(word + (word & (unit - 1)) * 0xff), scale};
 }
 
 // Of a number below 100,000,000 with at most seven digits after the point, into room for sixteen
@@ -168,7 +155,8 @@ char* putShort(char* text, quint32 number, int scale)
 {
     const quint64 all = digitsOf(number);
     // At least one digit stands before the point.
-    const int leading = std::min(std::countr_zero(all) / byteBits, wordSize - 1 - scale);
+    const quint64 kept = all | quint64(1) << ((wordSize - 1 - scale) * byteBits);
+    const int leading = std::countr_zero(kept) / byteBits;
     const quint64 digits = (all | zeros) >> (leading * byteBits);
     const int whole = wordSize - leading - scale;
     std::memcpy(text, &digits, wordSize);
@@ -247,8 +235,9 @@ std::optional<decimal> decimal::fromText(QStringView text) noexcept
 std::optional<decimal> decimal::fromText(QLatin1String text) noexcept
 {
     if (isLittleEndian && text.size() >= wordSize / 2 && text.size() <= wordSize) {
-        if (const auto number = shortNumber(text.data(), static_cast<int>(text.size())))
-            return pack(static_cast<qint64>(number->first), number->second);
+        const auto number = shortNumber(text.data(), static_cast<int>(text.size()));
+        if (number.scale >= 0)
+            return pack(number.digits, number.scale);
     }
     return parse(text.begin(), text.end());
 }
@@ -288,14 +277,10 @@ int decimal::toText(char* text) const noexcept
     const auto magnitude = static_cast<quint64>(mantissa() < 0 ? -mantissa() : mantissa());
     if (mantissa() < 0)
         *to++ = '-';
-    if (isLittleEndian && magnitude < digitsOfWord && scale() < wordSize) {
-        to = putShort(to, static_cast<quint32>(magnitude), scale());
-    } else {
-        std::array<char, maxTextSize> buffer;
-        char* const end = buffer.data() + buffer.size();
-        to = std::copy(putDigits(end, magnitude, scale()), end, to);
-    }
-    return static_cast<int>(to - text);
+    if (isLittleEndian && magnitude < digitsOfWord && scale() < wordSize)
+        return static_cast<int>(putShort(to, static_cast<quint32>(magnitude), scale()) - text);
+    char* const end = text + maxTextSize;
+    return static_cast<int>(std::copy(putDigits(end, magnitude, scale()), end, to) - text);
 }
 
 int decimal::compare(const decimal& other) const noexcept

@@ -13,7 +13,6 @@
 #include <QtCore/QThread>
 
 #include <algorithm>
-#include <cstring>
 
 namespace vexdesk {
 
@@ -23,19 +22,6 @@ struct Text
 {
     Q_DECLARE_TR_FUNCTIONS(vexdesk::DayFileLines)
 };
-
-bool areAscii(QByteArrayView text)
-{
-    constexpr quint64 highBits = 0x8080808080808080U;
-    const char* begin = text.begin();
-    for (; text.end() - begin >= qsizetype(sizeof(quint64)); begin += sizeof(quint64)) {
-        quint64 word = 0;
-        std::memcpy(&word, begin, sizeof word);
-        if (word & highBits)
-            return false;
-    }
-    return std::all_of(begin, text.end(), [](char c) { return static_cast<signed char>(c) >= 0; });
-}
 
 bool wasJustWritten(const QFile& file)
 {
@@ -157,7 +143,7 @@ bool DayFileLines::Private::next(QByteArrayView* line)
 {
     if (!nextBytes(line))
         return false;
-    if (!m_isAscii && !areAscii(*line))
+    if (!m_isAscii && !isAscii(*line))
         *line = withoutErrors(*line);
     return true;
 }
@@ -207,7 +193,7 @@ bool DayFileLines::Private::readBlock()
     m_buffer.remove(0, m_begin);
     m_searched -= m_begin;
     m_begin = 0;
-    m_isAscii = m_isAscii || areAscii(m_buffer);
+    m_isAscii = m_isAscii || isAscii(m_buffer);
     const qsizetype kept = m_buffer.size();
     // Grows by more than that where a line is longer than a block: it is not copied for every
     // block.
@@ -225,7 +211,7 @@ void DayFileLines::Private::append(qsizetype kept)
         beginText();
     else if (m_decoder)
         m_buffer = m_buffer.first(kept) + inUtf8(QByteArrayView(m_buffer).sliced(kept));
-    m_isAscii = m_isAscii && areAscii(QByteArrayView(m_buffer).sliced(kept));
+    m_isAscii = m_isAscii && isAscii(QByteArrayView(m_buffer).sliced(kept));
     // What the end of the file has cut in two is no character.
     if (m_isAtEnd && m_decoder)
         m_buffer += restOfUtf8();

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include <vexdesk/history/dayfilenames.h>
 
+#include "systemfile.h"
+
 #include <vexdesk/history/filestate.h>
 
-#include <QtCore/QDirIterator>
 #include <QtCore/QFileInfo>
 
 #include <algorithm>
@@ -15,12 +16,15 @@ namespace {
 constexpr qsizetype dayLength = 8;
 const QString dayForm = QStringLiteral("yyyyMMdd");
 
+// By numbers: a store has many names, and the forms of QDate are taken apart anew for each.
+
 QString dayText(const QDate& day)
 {
-    return day.toString(dayForm);
+    const int number = (day.year() * 100 + day.month()) * 100 + day.day();
+    return day.year() < 1 ? day.toString(dayForm)
+                          : QString::number(number).rightJustified(dayLength, u'0');
 }
 
-// Digit by digit: a store has many names, and the forms of QDate are taken apart anew for each.
 QDate dayAtStart(const QString& name)
 {
     if (name.size() < dayLength)
@@ -76,37 +80,40 @@ QDate dayInName(const QString& name)
     return QDate::fromString(name.left(name.indexOf(u'_')), dayForm);
 }
 
-QString barFileThatIs(const QString& path, const QDir& seriesDir)
+Result<QString> barFileThatIs(const QString& path, const QDir& seriesDir)
 {
     const std::optional<FileState> file = fileState(path);
     if (!file)
         return QString();
+    const Result<QStringList> names = namesIn(seriesDir.path(), EntryKind::Files);
+    if (!names)
+        return names.failure();
     const QString name = QFileInfo(QFileInfo(path).canonicalFilePath()).fileName();
-    QDirIterator walk(seriesDir.path(), QDir::Files | QDir::Hidden);
-    while (walk.hasNext()) {
-        const QString candidate = walk.next();
-        // What is no link, and has no other name, is the file under its own name alone.
-        const bool mayBeIt =
-            file->links > 1 || walk.fileName() == name || walk.fileInfo().isSymLink();
-        if (!mayBeIt || !isBarFileName(walk.fileName()))
+    for (const QString& candidate : *names) {
+        if (!isBarFileName(candidate))
             continue;
-        const std::optional<FileState> state = fileState(candidate);
+        const QString stored = seriesDir.filePath(candidate);
+        // What is no link, and has no other name, is the file under its own name alone.
+        const bool mayBeIt = file->links > 1 || candidate == name || QFileInfo(stored).isSymLink();
+        const std::optional<FileState> state = mayBeIt ? fileState(stored) : std::nullopt;
         if (state && state->isSameFile(*file))
-            return walk.fileName();
+            return candidate;
     }
     return QString();
 }
 
-QList<QDate> storedDays(const QDir& seriesDir, int timeframe, const QDate& from, const QDate& to)
+Result<QList<QDate>> storedDays(const QDir& seriesDir, int timeframe, const QDate& from,
+                                const QDate& to)
 {
     QList<QDate> days;
     if (!from.isValid() || !to.isValid())
         return days;
     // One walk through the directory: an interval may have a million days, a series has few files.
-    QDirIterator walk(seriesDir.path(), QDir::Files);
-    while (walk.hasNext()) {
-        walk.next();
-        const auto key = parseDayFileName(walk.fileName());
+    const Result<QStringList> names = namesIn(seriesDir.path(), EntryKind::Files);
+    if (!names)
+        return names.failure();
+    for (const QString& name : *names) {
+        const auto key = parseDayFileName(name);
         if (key && key->timeframe == timeframe && from <= key->day && key->day <= to)
             days.append(key->day);
     }

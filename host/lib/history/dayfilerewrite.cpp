@@ -220,10 +220,15 @@ Outcome rewriteDayFile(const QDir& dir, const QString& name, const QByteArray& c
                        const FileState& asRead)
 {
     const QString path = dir.filePath(name);
-    if (!fileState(path)) {
-        return QFileInfo::exists(path)
-                   ? isNoFile(path)
-                   : notRewritten(path, Text::tr("его больше нет"), showAgain());
+    switch (kindOf(path)) {
+    case PathKind::File:
+        break;
+    case PathKind::Other:
+        return isNoFile(path);
+    case PathKind::Unknown:
+        return failed(path, Step::failed(), Work::Deletion);
+    case PathKind::Missing:
+        return notRewritten(path, Text::tr("его больше нет"), showAgain());
     }
     // Both ways: what was there may have to be put back.
     Descriptor file(::open(QFile::encodeName(path).constData(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
@@ -239,10 +244,12 @@ Outcome writeDayFile(const QString& path, const QByteArray& content,
                      const std::optional<FileState>& asRead)
 {
     constexpr Work work = Work::Import;
-    const std::optional<FileState> state = fileState(path);
+    const auto [kind, state] = lookAt(path);
     const QString target = behindLinks(path);
-    if (!state && QFileInfo::exists(target))
+    if (kind == PathKind::Other)
         return isNoFile(path);
+    if (kind == PathKind::Unknown)
+        return failed(path, Step::failed(), work);
     if (state.has_value() != asRead.has_value() || (state && !state->isUnchanged(*asRead)))
         return changed(path, work);
     if (!state) {

@@ -9,6 +9,7 @@
 #include <QtCore/QFileInfo>
 
 #include <fcntl.h>
+#include <unistd.h>
 
 #include <array>
 #include <optional>
@@ -20,8 +21,24 @@ class DayFileWriter::Private final
 public:
     void passOn()
     {
-        isWhole = isWhole && writeAll(file->get(), {lines.data(), size}).isDone();
+        if (isWhole) {
+            isWhole = writeAll(file->get(), {lines.data(), size}).isDone();
+            if (!isWhole)
+                cutLine();
+            written += size;
+        }
         size = 0;
+    }
+
+    // A full disk may have taken a part of a line, which would pass for a bar of other prices.
+    void cutLine() const
+    {
+        const qint64 taken = ::lseek(file->get(), 0, SEEK_CUR) - written;
+        if (taken <= 0 || taken > size)
+            return;
+        const qsizetype end = QByteArrayView(lines.data(), taken).lastIndexOf('\n') + 1;
+        // Where even that fails, the import has said that the file is not what it should be.
+        static_cast<void>(::ftruncate(file->get(), written + end));
     }
 
     static constexpr qsizetype enough = 16384;
@@ -30,6 +47,7 @@ public:
     std::optional<Descriptor> file;                 // that is open
     std::array<char, enough + maxRecordLine> lines; // that the file has not got yet
     qsizetype size = 0;                             // of these
+    qint64 written = 0;                             // bytes that the file has got
     bool isWhole = true; // whether the file has taken all that it was given
 };
 
@@ -51,6 +69,7 @@ bool DayFileWriter::open(const QString& path)
 {
     m_d->path = path;
     m_d->isWhole = true;
+    m_d->written = 0;
     // To open a pipe is to wait for somebody who reads it.
     const QFileInfo there(path);
     if (!there.isFile() && there.exists())

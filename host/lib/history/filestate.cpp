@@ -7,6 +7,8 @@
 
 #include <sys/stat.h>
 
+#include <cerrno>
+
 namespace vexdesk {
 
 namespace {
@@ -29,9 +31,23 @@ std::optional<FileState> stateOf(const struct stat& status)
 
 std::optional<FileState> fileState(const QString& path)
 {
+    return lookAt(path).state;
+}
+
+PathLook lookAt(const QString& path)
+{
     struct stat status = {};
-    return ::stat(QFile::encodeName(path).constData(), &status) == 0 ? stateOf(status)
-                                                                     : std::nullopt;
+    if (::stat(QFile::encodeName(path).constData(), &status) == 0) {
+        const std::optional<FileState> state = stateOf(status);
+        return {state ? PathKind::File : PathKind::Other, state};
+    }
+    const bool isMissing = errno == ENOENT || errno == ENOTDIR || errno == ELOOP;
+    return {isMissing ? PathKind::Missing : PathKind::Unknown};
+}
+
+bool isMissing(const QString& path)
+{
+    return kindOf(path) == PathKind::Missing;
 }
 
 std::optional<FileState> fileState(const QFileDevice& file)

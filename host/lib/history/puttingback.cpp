@@ -66,15 +66,26 @@ QString pathOf(const RestorePlace& place, const QString& relative)
     return place.root + u'/' + relative;
 }
 
-QStringList pathsOfNewer(const RestorePoints& all, const RestorePointRecord& point)
+// One that cannot be read may hold anything.
+Result<QStringList> pathsOfNewer(const RestorePlace& place, const RestorePointRecord& point)
 {
-    const QSet<QString> aside = withoutEffect(all.points);
-    QStringList paths;
-    for (const RestorePointRecord& newer : all.points) {
-        if (newer.id == point.id)
+    const Result<QStringList> ids = restore::idsIn(place);
+    if (!ids)
+        return ids;
+    QList<RestorePointRecord> newer;
+    for (const QString& id : *ids) {
+        if (id == point.id)
             break;
-        if (!aside.contains(newer.id))
-            paths += newer.paths();
+        const Result<RestorePointRecord> record = restore::readRecord(place, id);
+        if (!record)
+            return record.failure();
+        newer.append(*record);
+    }
+    const QSet<QString> aside = withoutEffect(newer);
+    QStringList paths;
+    for (const RestorePointRecord& one : newer) {
+        if (!aside.contains(one.id))
+            paths += one.paths();
     }
     return paths;
 }
@@ -108,11 +119,10 @@ Result<RestorePointRecord> restorePoint(const RestorePlace& place, const QString
 Result<QStringList> whatForbidsPuttingBack(const RestorePlace& place,
                                            const RestorePointRecord& point)
 {
-    const Result<RestorePoints> all = restorePoints(place);
-    if (!all)
-        return all.failure();
-    const QStringList newer = pathsOfNewer(*all, point);
-    const QSet<QString> ofNewer(newer.begin(), newer.end());
+    const Result<QStringList> newer = pathsOfNewer(place, point);
+    if (!newer)
+        return newer;
+    const QSet<QString> ofNewer(newer->begin(), newer->end());
     QStringList paths;
     for (const QString& relative : point.paths()) {
         const auto left = point.left.constFind(relative);

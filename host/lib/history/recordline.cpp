@@ -31,13 +31,17 @@ const char* findSeparator(const char* begin, const char* end)
 int secondOfPlainTime(QByteArrayView text)
 {
     constexpr int length = 6;
-    if (text.size() != length || !areDigits(text))
+    if (text.size() != length)
         return -1;
-    const auto number = [text](int at) { return (text[at] - '0') * 10 + text[at + 1] - '0'; };
-    const int hour = number(0);
-    const int minute = number(2);
-    const int second = number(4);
-    return hour < 24 && minute < 60 && second < 60 ? (hour * 60 + minute) * 60 + second : -1;
+    int seconds = 0;
+    for (int at = 0; at < length; at += 2) {
+        const int tens = text[at] - '0';
+        const int ones = text[at + 1] - '0';
+        if (tens < 0 || tens > 5 || ones < 0 || ones > 9)
+            return -1;
+        seconds = seconds * 60 + tens * 10 + ones;
+    }
+    return seconds < 24 * 60 * 60 ? seconds : -1;
 }
 
 // The forms that imports write are read as they stand; all others are left to Qt.

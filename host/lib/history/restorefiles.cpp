@@ -5,7 +5,7 @@
 #include <vexdesk/history/filestate.h>
 #include <vexdesk/history/serieslock.h>
 
-#include <QtCore/QDirIterator>
+#include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QJsonArray>
@@ -143,11 +143,13 @@ Result<RestorePointRecord> recordFrom(const RestorePlace& place, const QString& 
 Outcome addJournal(const RestorePlace& place, RestorePointRecord& point)
 {
     QFile journal(directoryOf(place, point.id) + QStringLiteral("/journal"));
-    if (!journal.exists())
+    if (isMissing(journal.fileName()))
         return {};
     if (!journal.open(QIODevice::ReadOnly))
         return broken(place, point.id, journal.errorString());
     QByteArrayList lines = journal.readAll().split('\n');
+    if (journal.error() != QFileDevice::NoError)
+        return broken(place, point.id, journal.errorString());
     lines.removeLast();
     for (const QByteArray& line : lines) {
         const QString path = QString::fromUtf8(line.mid(2));
@@ -159,12 +161,18 @@ Outcome addJournal(const RestorePlace& place, RestorePointRecord& point)
     return {};
 }
 
-qint64 sizeOfCopies(const RestorePlace& place, const RestorePointRecord& point)
+// A copy that is gone has no size; it is missed when the point is put back.
+Outcome addSizes(const RestorePlace& place, RestorePointRecord& point)
 {
-    qint64 bytes = 0;
-    for (const QString& path : point.kept)
-        bytes += QFileInfo(directoryOf(place, point.id) + u'/' + path).size();
-    return bytes;
+    point.bytes = 0;
+    for (const QString& relative : std::as_const(point.kept)) {
+        const QString copy = directoryOf(place, point.id) + u'/' + relative;
+        const auto [kind, state] = lookAt(copy);
+        if (kind == PathKind::Unknown)
+            return broken(place, point.id, copy);
+        point.bytes += state ? state->size : 0;
+    }
+    return {};
 }
 
 Failure notPutBack(const QString& path, const QString& reason)
@@ -195,10 +203,13 @@ QByteArray pathText(const TouchedFiles::File& file)
     return jsonText(file.relative);
 }
 
-// Nothing for a file that is not there.
-QByteArray leftText(const TouchedFiles::File& file)
+// Nothing for a file that is not there. What cannot be looked at is no such file: the point would
+// take it for removed.
+QByteArray leftText(const TouchedFiles::File& file, Outcome& looked)
 {
-    const std::optional<FileState> left = fileState(file.path);
+    const auto [kind, left] = lookAt(file.path);
+    if (kind == PathKind::Unknown)
+        looked = Failure{file.path + QStringLiteral(": ") + Step::failed().reason()};
     if (!left)
         return QByteArray();
     return pathText(file) + ":{\"modified\":" + QByteArray::number(left->modified) +
@@ -245,15 +256,14 @@ QString idOf(const QDateTime& when, qint64 number)
 Result<QStringList> idsIn(const RestorePlace& place)
 {
     const QFileInfo directory(place.path);
-    if (!directory.exists())
-        return QStringList();
-    if (!directory.isDir() || !directory.isReadable() || !directory.isExecutable())
+    if (!isMissing(place.path) && (!directory.isDir() || !directory.isExecutable()))
         return Failure{Text::tr("Невозможно прочитать каталог %1").arg(place.path)};
+    const Result<QStringList> names = namesIn(place.path, EntryKind::OwnDirectories);
+    if (!names)
+        return names;
     QList<std::pair<QDateTime, qint64>> found;
-    QDirIterator walk(place.path, QDir::Dirs | QDir::NoDotAndDotDot | QDir::NoSymLinks);
-    while (walk.hasNext()) {
-        walk.next();
-        if (const auto id = takeIdApart(walk.fileName()))
+    for (const QString& name : *names) {
+        if (const auto id = takeIdApart(name))
             found.append(*id);
     }
     std::sort(found.begin(), found.end(), std::greater<>());
@@ -278,8 +288,8 @@ bool isStorePath(const QString& path)
            });
 }
 
-Step writeRecord(const QString& directory, const RestorePointRecord& point,
-                 const TouchedFiles& files)
+Outcome writeRecord(const QString& directory, const RestorePointRecord& point,
+                    const TouchedFiles& files)
 {
     WholeFile file(directory + QStringLiteral("/point.json"));
     const auto member = [&file](QByteArrayView name, QByteArrayView before = ",") {
@@ -299,7 +309,11 @@ Step writeRecord(const QString& directory, const RestorePointRecord& point,
     writeList(
         file, files, [](const auto& one) { return one.kept ? pathText(one) : QByteArray(); }, "[]");
     member("left");
-    writeList(file, files, leftText, "{}");
+    Outcome looked;
+    writeList(
+        file, files, [&looked](const auto& one) { return leftText(one, looked); }, "{}");
+    if (!looked)
+        return looked;
     member("series");
     file.write(jsonText(QJsonArray::fromStringList(point.series)));
     member("source");
@@ -307,7 +321,8 @@ Step writeRecord(const QString& directory, const RestorePointRecord& point,
     member("when");
     file.write(jsonText(point.when.toString(momentForm)));
     file.write("}\n");
-    return file.finish();
+    const Step finished = file.finish();
+    return finished.isDone() ? Outcome() : Failure{finished.reason()};
 }
 
 Result<RestorePointRecord> readRecord(const RestorePlace& place, const QString& id)
@@ -324,8 +339,8 @@ Result<RestorePointRecord> readRecord(const RestorePlace& place, const QString& 
     }
     point->kept = sortedByCodePoint(point->kept);
     point->created = sortedByCodePoint(point->created);
-    point->bytes = sizeOfCopies(place, *point);
-    return point;
+    const Outcome sized = addSizes(place, *point);
+    return sized ? point : Result<RestorePointRecord>(sized.failure());
 }
 
 QByteArray journalLine(char kind, const QString& path)
@@ -359,9 +374,10 @@ std::optional<Sums> readSums(const RestorePlace& place, const QString& id)
     if (!file.open(QIODevice::ReadOnly))
         return std::nullopt;
     Sums sums;
-    file.readLine();
-    while (!file.atEnd()) {
-        const QByteArrayList parts = file.readLine().chopped(1).split(' ');
+    QByteArrayList lines = file.readAll().split('\n');
+    lines.removeLast();
+    for (const QByteArray& line : lines.mid(1)) {
+        const QByteArrayList parts = line.split(' ');
         const QByteArray path = parts.mid(2).join(' ');
         sums.insert(QString::fromUtf8(path),
                     {parts.value(1).toLongLong(), parts.value(0).toULongLong(nullptr, 16)});
@@ -409,11 +425,16 @@ Outcome putBack(const QString& copy, const QString& path, CopyUse use)
         return notPutBack(path, Step::failed().reason());
     const QString target = behindLinks(path);
     const QByteArray name = QFile::encodeName(target);
-    if (QFileInfo::exists(target) && !fileState(target))
+    const PathKind kind = kindOf(target);
+    if (kind == PathKind::Other)
         return notPutBack(path, Text::tr("на его месте не обычный файл"));
+    if (kind == PathKind::Unknown)
+        return notPutBack(path, Step::failed().reason());
     if (const QString directory = QFileInfo(target).path(); !makeDirectory(directory))
         return notPutBack(path, Text::tr("невозможно создать каталог %1").arg(directory));
     const Descriptor old(::open(name.constData(), O_PATH | O_CLOEXEC));
+    if (!old.isOpen() && errno != ENOENT)
+        return notPutBack(path, Step::failed().reason());
     Step step = replaceWhole(from.get(), target, old.isOpen() ? old.get() : -1);
     if (step.isRefused() && old.isOpen())
         step = fillInPlace(from.get(), name);
@@ -437,11 +458,14 @@ Outcome putLastCopyBack(const QString& copy, const QString& path)
 Outcome removeCreated(const QString& path)
 {
     const QString target = behindLinks(path);
-    if (!QFileInfo::exists(target))
+    const PathKind kind = kindOf(target);
+    if (kind == PathKind::Missing)
         return {};
-    if (!fileState(target))
+    if (kind == PathKind::Other)
         return Failure{Text::tr("Файл %1 не удалён: это не обычный файл").arg(path)};
-    const Step removed = stepOf(::unlink(QFile::encodeName(target).constData()));
+    const Step removed = kind == PathKind::Unknown
+                             ? Step::failed()
+                             : stepOf(::unlink(QFile::encodeName(target).constData()));
     return removed.isDone()
                ? Outcome()
                : Failure{Text::tr("Файл %1 не удалён: %2").arg(path, removed.reason())};

@@ -34,8 +34,8 @@ bool isStorePath(const QString& path);
 
 /// Writes the point.json of a point's directory, with these files in the place of the record's own.
 /// They are looked at as they are now, and none of it is gathered in memory.
-Step writeRecord(const QString& directory, const RestorePointRecord& point,
-                 const TouchedFiles& files);
+Outcome writeRecord(const QString& directory, const RestorePointRecord& point,
+                    const TouchedFiles& files);
 Result<RestorePointRecord> readRecord(const RestorePlace& place, const QString& id);
 
 QByteArray journalLine(char kind, const QString& path);

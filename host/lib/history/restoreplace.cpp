@@ -3,6 +3,7 @@
 
 #include "systemfile.h"
 
+#include <vexdesk/history/filestate.h>
 #include <vexdesk/icore.h>
 
 #include <QtCore/QCoreApplication>
@@ -19,14 +20,15 @@ struct Text
     Q_DECLARE_TR_FUNCTIONS(vexdesk::RestorePlace)
 };
 
+// Empty where the system does not say.
 QString canonicalRoot(const QDir& root)
 {
     // By the system, for which ".." after a link is another directory than it looks.
-    if (const QFileInfo there(root.path()); there.exists())
-        return there.canonicalFilePath();
+    if (!isMissing(root.path()))
+        return QFileInfo(root.path()).canonicalFilePath();
     QString existing = QDir::cleanPath(root.absolutePath());
     QString rest;
-    while (!QFileInfo::exists(existing) && existing != u"/") {
+    while (isMissing(existing) && existing != u"/") {
         const QFileInfo missing(existing);
         rest = u'/' + missing.fileName() + rest;
         existing = missing.path();
@@ -50,31 +52,35 @@ QString inDataDirectory(const QString& root)
 
 } // namespace
 
-RestorePlace restorePlace(const QDir& root)
+Result<RestorePlace> restorePlace(const QDir& root)
 {
     const QString canonical = canonicalRoot(root);
+    if (!canonical.startsWith(u'/'))
+        return Failure{Text::tr("Невозможно прочитать каталог %1").arg(root.path())};
     const QString beside = besideStore(canonical);
-    if (!QFileInfo(beside).isDir()) {
+    // What cannot be looked at is not taken for missing: locks in two places would lock nothing.
+    if (isMissing(beside) || kindOf(beside) == PathKind::File) {
         // Once points are kept there, they and the locks stay together.
         const QString inData = inDataDirectory(canonical);
         if (QFileInfo(inData).isDir())
-            return {canonical, inData};
+            return RestorePlace{canonical, inData};
     }
-    return {canonical, beside};
+    return RestorePlace{canonical, beside};
 }
 
 Result<RestorePlace> makeRestorePlace(const QDir& root)
 {
-    RestorePlace place = restorePlace(root);
-    if (makeDirectory(place.path))
+    Result<RestorePlace> place = restorePlace(root);
+    if (!place || makeDirectory(place->path))
         return place;
-    const QString inData = inDataDirectory(place.root);
-    if (makeDirectory(inData))
-        return RestorePlace{place.root, inData};
+    const QString inData = inDataDirectory(place->root);
+    const bool mayBeThere = kindOf(place->path) == PathKind::Unknown;
+    if (!mayBeThere && makeDirectory(inData))
+        return RestorePlace{place->root, inData};
     return Failure{
         Text::tr("Невозможно создать ни каталог %1, ни каталог %2 для блокировок и точек "
                  "возврата")
-            .arg(place.path, inData)};
+            .arg(place->path, inData)};
 }
 
 } // namespace vexdesk

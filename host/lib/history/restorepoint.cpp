@@ -92,7 +92,8 @@ bool haveSameContent(const QString& left, const QString& right)
     QFile one(left);
     QFile other(right);
     return one.open(QIODevice::ReadOnly) && other.open(QIODevice::ReadOnly) &&
-           one.readAll() == other.readAll();
+           one.readAll() == other.readAll() && one.error() == QFileDevice::NoError &&
+           other.error() == QFileDevice::NoError;
 }
 
 } // namespace
@@ -130,7 +131,7 @@ private:
     QString copyOf(const QString& relative) const { return directory() + u'/' + relative; }
 
     Outcome make(const QString& firstPath);
-    Step makePoint();
+    Outcome makePoint();
     Outcome keepOne(const QString& path, const QString& relative, QByteArray& journal);
     std::optional<ContentSum> copy(const QString& path, const QString& relative);
     void closeAll();
@@ -179,9 +180,11 @@ Outcome RestorePoint::Private::keep(const QStringList& paths)
 Outcome RestorePoint::Private::keepOne(const QString& path, const QString& relative,
                                        QByteArray& journal)
 {
-    const std::optional<FileState> state = fileState(path);
-    if (!state && QFileInfo::exists(path))
+    const auto [kind, state] = lookAt(path);
+    if (kind == PathKind::Other)
         return {};
+    if (kind == PathKind::Unknown)
+        return notKept(path, Step::failed().reason());
     if (!restore::isStorePath(relative))
         return notKept(path, Text::tr("это не файл дня"));
     if (!isMade()) {
@@ -237,35 +240,37 @@ Outcome RestorePoint::Private::make(const QString& firstPath)
             number = std::max(number, restore::takeIdApart(id)->second);
     }
     record.id = restore::idOf(record.when, number + 1);
-    const Step made = makePoint();
-    if (made.isDone())
+    const Outcome made = makePoint();
+    if (made)
         return {};
     closeAll();
     record.id = QString();
-    return notKept(firstPath, made.reason());
+    return notKept(firstPath, made.message());
 }
 
 // Under another name, until all is in it that makes it a point.
-Step RestorePoint::Private::makePoint()
+Outcome RestorePoint::Private::makePoint()
 {
     const QString path = temporaryPathIn(place.path);
     const QByteArray name = QFile::encodeName(path);
     if (::mkdir(name.constData(), 0777) != 0)
-        return Step::failed();
+        return Failure{Step::failed().reason()};
     m_lock = openDirectory(path);
     Step step = m_lock >= 0 && !isTaken(m_lock, LOCK_EX) ? Step::done() : Step::failed();
+    Outcome written;
     if (step.isDone())
-        step = restore::writeRecord(path, record, m_touched);
-    if (step.isDone()) {
+        written = restore::writeRecord(path, record, m_touched);
+    if (step.isDone() && written) {
         m_journal = ::open((name + "/journal").constData(),
                            O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0666);
         step = m_journal >= 0 ? Step::done() : Step::failed();
     }
-    if (step.isDone())
+    if (step.isDone() && written)
         step = stepOf(::rename(name.constData(), QFile::encodeName(directory()).constData()));
-    if (!step.isDone())
-        QDir(path).removeRecursively();
-    return step;
+    if (step.isDone() && written)
+        return {};
+    QDir(path).removeRecursively();
+    return written ? Outcome(Failure{step.reason()}) : written;
 }
 
 void RestorePoint::Private::closeAll()
@@ -279,9 +284,9 @@ void RestorePoint::Private::closeAll()
 // Its time may be that of a change of this very moment: the content decides.
 bool RestorePoint::Private::isUntouched(const TouchedFiles::File& file) const
 {
-    const std::optional<FileState> left = fileState(file.path);
+    const auto [kind, left] = lookAt(file.path);
     if (!file.kept)
-        return !left;
+        return kind == PathKind::Missing || kind == PathKind::Other;
     return left && left->isUnchanged(file.kept->state) &&
            haveSameContent(file.path, copyOf(file.relative));
 }
@@ -322,15 +327,16 @@ Outcome RestorePoint::Private::writeComplete()
 {
     record.isComplete = true;
     Step step = restore::writeSums(place, record.id, m_touched);
+    Outcome written;
     if (step.isDone())
-        step = restore::writeRecord(directory(), record, m_touched);
-    if (step.isDone())
+        written = restore::writeRecord(directory(), record, m_touched);
+    if (step.isDone() && written)
         step = stepOf(::unlink((QFile::encodeName(directory()) + "/journal").constData()));
     closeAll();
-    if (step.isDone())
+    if (step.isDone() && written)
         return {};
     return Failure{Text::tr("Точка возврата %1 не дописана: %2; вернуть её можно")
-                       .arg(directory(), step.reason())};
+                       .arg(directory(), written ? step.reason() : written.message())};
 }
 
 Outcome RestorePoint::Private::takeBack()

@@ -5,16 +5,15 @@
 
 #include <vexdesk/history/dayfilenames.h>
 #include <vexdesk/history/filekeeper.h>
-#include <vexdesk/history/filestate.h>
 
 #include <QtCore/QCoreApplication>
-#include <QtCore/QDirIterator>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace vexdesk {
@@ -25,9 +24,6 @@ struct Text
 {
     Q_DECLARE_TR_FUNCTIONS(vexdesk::SeriesFiles)
 };
-
-constexpr QDir::Filters anything =
-    QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
 
 std::optional<DayFileKey> keyOf(const QString& name)
 {
@@ -94,31 +90,39 @@ Outcome moveFile(const QString& from, const QString& to)
     return copied ? removeFile(from) : copied;
 }
 
+Outcome bringFiles(const QDir& from, const QDir& to, const QStringList& names,
+                   Outcome (*bring)(const QString&, const QString&))
+{
+    if (Outcome made = make(to); !made)
+        return made;
+    for (const QString& name : names) {
+        if (Outcome brought = bring(from.filePath(name), to.filePath(name)); !brought)
+            return brought;
+    }
+    return {};
+}
+
 } // namespace
 
-QStringList barFiles(const QDir& seriesDir, const BarFileRange& range)
+Result<QStringList> barFiles(const QDir& seriesDir, const BarFileRange& range)
 {
-    QStringList names;
-    QDirIterator walk(seriesDir.path(), anything);
-    while (walk.hasNext()) {
-        const QString path = walk.next();
-        const auto key = keyOf(walk.fileName());
-        if (key && isIn(*key, range) && fileState(path))
-            names.append(walk.fileName());
-    }
-    names.sort();
+    Result<QStringList> names = namesIn(seriesDir.path(), EntryKind::Files);
+    if (!names)
+        return names;
+    names->removeIf([&range](const QString& name) {
+        const auto key = keyOf(name);
+        return !key || !isIn(*key, range);
+    });
+    names->sort();
     return names;
 }
 
-bool hasBarFiles(const QDir& seriesDir)
+Result<bool> hasBarFiles(const QDir& seriesDir)
 {
-    QDirIterator walk(seriesDir.path(), anything);
-    while (walk.hasNext()) {
-        walk.next();
-        if (isBarFileName(walk.fileName()))
-            return true;
-    }
-    return false;
+    const Result<QStringList> names = namesIn(seriesDir.path());
+    if (!names)
+        return names.failure();
+    return std::any_of(names->begin(), names->end(), isBarFileName);
 }
 
 Outcome removeBarFiles(const QDir& seriesDir, const QStringList& names, FileKeeper* keeper)
@@ -135,28 +139,14 @@ Outcome removeBarFiles(const QDir& seriesDir, const QStringList& names, FileKeep
 
 Outcome copyBarFiles(const QDir& from, const QDir& to, const QStringList& names, FileKeeper* keeper)
 {
-    if (Outcome kept = tell(keeper, pathsIn(to, names)); !kept)
-        return kept;
-    if (Outcome made = make(to); !made)
-        return made;
-    for (const QString& name : names) {
-        if (Outcome copied = copyFile(from.filePath(name), to.filePath(name)); !copied)
-            return copied;
-    }
-    return {};
+    const Outcome kept = tell(keeper, pathsIn(to, names));
+    return kept ? bringFiles(from, to, names, copyFile) : kept;
 }
 
 Outcome moveBarFiles(const QDir& from, const QDir& to, const QStringList& names, FileKeeper* keeper)
 {
-    if (Outcome kept = tell(keeper, pathsIn(from, names) + pathsIn(to, names)); !kept)
-        return kept;
-    if (Outcome made = make(to); !made)
-        return made;
-    for (const QString& name : names) {
-        if (Outcome moved = moveFile(from.filePath(name), to.filePath(name)); !moved)
-            return moved;
-    }
-    return {};
+    const Outcome kept = tell(keeper, pathsIn(from, names) + pathsIn(to, names));
+    return kept ? bringFiles(from, to, names, moveFile) : kept;
 }
 
 } // namespace vexdesk

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <vexdesk/history/storepaths.h>
 
-#include <vexdesk/icore.h>
+#include "systemfile.h"
 
-#include <QtCore/QDirIterator>
+#include <vexdesk/icore.h>
 
 namespace vexdesk {
 
@@ -23,22 +23,14 @@ QDir dataDirectory(const QString& path)
     return reached.absolutePath() == wanted.absolutePath() ? reached : wanted;
 }
 
-QStringList namesIn(const QString& path, QDir::Filters kinds)
-{
-    QStringList names;
-    QDirIterator walk(path, kinds | QDir::NoDotAndDotDot);
-    while (walk.hasNext()) {
-        walk.next();
-        names.append(walk.fileName());
-    }
-    return names;
-}
-
-QStringList directoriesBelow(const QStringList& directories)
+QStringList directoriesBelow(const QStringList& directories, QStringList& unreadable)
 {
     QStringList paths;
     for (const QString& above : directories) {
-        for (const QString& name : namesIn(above, QDir::Dirs | QDir::Hidden))
+        const Result<QStringList> names = namesIn(above, EntryKind::Directories);
+        if (!names)
+            unreadable.append(above);
+        for (const QString& name : names.valueOr(QStringList()))
             paths.append(above + u'/' + name);
     }
     return paths;
@@ -70,15 +62,18 @@ QDir makeSeriesDir(const QString& stockCode, const QString& boardCode, const QSt
 
 QStringList subdirectories(const QString& path)
 {
-    return namesIn(path, QDir::Dirs);
+    QStringList names = namesIn(path, EntryKind::Directories).valueOr(QStringList());
+    names.removeIf([](const QString& name) { return name.startsWith(u'.'); });
+    return names;
 }
 
 StoreDirectories storeDirectories(const QDir& root)
 {
     StoreDirectories directories;
-    directories.stocks = directoriesBelow({root.path()});
-    directories.boards = directoriesBelow(directories.stocks);
-    directories.series = directoriesBelow(directories.boards);
+    QStringList& unreadable = directories.unreadable;
+    directories.stocks = directoriesBelow({root.path()}, unreadable);
+    directories.boards = directoriesBelow(directories.stocks, unreadable);
+    directories.series = directoriesBelow(directories.boards, unreadable);
     return directories;
 }
 

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "systemfile.h"
 
-#include <QtCore/QDirIterator>
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QRandomGenerator>
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <signal.h>
 #include <sys/stat.h>
@@ -17,11 +19,17 @@
 #include <bit>
 #include <cerrno>
 #include <cstring>
+#include <memory>
 #include <utility>
 
 namespace vexdesk {
 
 namespace {
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(vexdesk::Directories)
+};
 
 constexpr mode_t permissions = 07777;
 
@@ -92,6 +100,34 @@ bool isRunning(pid_t process)
     return ::kill(process, 0) == 0 || errno != ESRCH;
 }
 
+bool isAbsence(int error)
+{
+    return error == ENOENT || error == ENOTDIR;
+}
+
+Failure cannotList(const QString& directory)
+{
+    return {
+        Text::tr("Невозможно прочитать каталог %1: %2").arg(directory, Step::failed().reason())};
+}
+
+// Most file systems say with the name what it is.
+bool isOfKind(const QString& directory, const dirent& entry, EntryKind kind)
+{
+    if (kind == EntryKind::Anything)
+        return true;
+    const bool ownOnly = kind == EntryKind::OwnDirectories;
+    const unsigned char wanted = kind == EntryKind::Files ? DT_REG : DT_DIR;
+    const bool mayBeIt = entry.d_type == DT_UNKNOWN || (entry.d_type == DT_LNK && !ownOnly);
+    if (!mayBeIt)
+        return entry.d_type == wanted;
+    struct stat status = {};
+    const QByteArray path = QFile::encodeName(directory) + '/' + entry.d_name;
+    if ((ownOnly ? ::lstat(path.constData(), &status) : ::stat(path.constData(), &status)) != 0)
+        return !isAbsence(errno) && errno != ELOOP;
+    return wanted == DT_REG ? S_ISREG(status.st_mode) : S_ISDIR(status.st_mode);
+}
+
 // The process that has such a file; no value for other names.
 std::optional<pid_t> makerOf(const QString& name)
 {
@@ -147,12 +183,14 @@ QString temporaryPathIn(const QString& directory)
 
 void removeLeftovers(const QString& directory)
 {
-    QDirIterator walk(directory, QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
-    while (walk.hasNext()) {
-        const QString path = walk.next();
-        const std::optional<pid_t> maker = makerOf(walk.fileName());
+    const Result<QStringList> names = namesIn(directory);
+    if (!names)
+        return;
+    for (const QString& name : *names) {
+        const std::optional<pid_t> maker = makerOf(name);
         if (!maker || isRunning(*maker))
             continue;
+        const QString path = directory + u'/' + name;
         const QFileInfo left(path);
         if (left.isDir() && !left.isSymLink())
             QDir(path).removeRecursively();
@@ -168,6 +206,27 @@ QString behindLinks(const QString& path)
     for (int i = 0; i < most && QFileInfo(target).isSymLink(); ++i)
         target = QFileInfo(target).symLinkTarget();
     return target;
+}
+
+Result<QStringList> namesIn(const QString& directory, EntryKind kind)
+{
+    struct Closing
+    {
+        void operator()(DIR* open) const { ::closedir(open); }
+    };
+    const std::unique_ptr<DIR, Closing> open(::opendir(QFile::encodeName(directory).constData()));
+    QStringList names;
+    if (!open)
+        return isAbsence(errno) ? Result<QStringList>(names) : cannotList(directory);
+    for (;;) {
+        errno = 0; // which alone tells an error from the end
+        const dirent* const entry = ::readdir(open.get());
+        if (!entry)
+            return errno == 0 ? Result<QStringList>(names) : cannotList(directory);
+        const QByteArrayView name(entry->d_name);
+        if (name != "." && name != ".." && isOfKind(directory, *entry, kind))
+            names.append(QFile::decodeName(entry->d_name));
+    }
 }
 
 bool makeDirectory(const QString& path)

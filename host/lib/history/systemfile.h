@@ -6,6 +6,7 @@
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 
 #include <cerrno>
 #include <optional>
@@ -89,6 +90,27 @@ void removeLeftovers(const QString& directory);
 
 /// What a path leads to through symbolic links, whether it is there or not.
 QString behindLinks(const QString& path);
+
+/// What a path leads to, through links. Unknown where the system cannot look; errno then says why.
+enum class PathKind { Missing, File, Other, Unknown };
+struct PathLook
+{
+    PathKind kind = PathKind::Unknown;
+    std::optional<FileState> state = {}; ///< of a file
+};
+PathLook lookAt(const QString& path);
+inline PathKind kindOf(const QString& path)
+{
+    return lookAt(path).kind;
+}
+
+/// What of a directory is listed: links count as what they lead to, but for OwnDirectories. What
+/// cannot be looked at is listed.
+enum class EntryKind { Anything, Files, Directories, OwnDirectories };
+
+/// The names in a directory, hidden ones too, in no order. A directory that is not there has none;
+/// of one that cannot be read to its end the failure says so, with its path.
+Result<QStringList> namesIn(const QString& directory, EntryKind kind = EntryKind::Anything);
 
 /// Whether the directory is there, made with those above it when it is missing.
 bool makeDirectory(const QString& path);

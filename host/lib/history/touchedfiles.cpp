@@ -87,9 +87,9 @@ void TouchedFiles::forEach(const std::function<void(const File&)>& visit) const
 
 void TouchedFiles::removeIf(const std::function<bool(const File&)>& isGone)
 {
-    for (auto& [directory, files] : m_directories) {
-        std::erase_if(files.names, [this, &directory, &files, &isGone](const Name& name) {
-            return isGone(fileOf(directory, files, name));
+    for (auto& entry : m_directories) {
+        std::erase_if(entry.second.names, [this, &entry, &isGone](const Name& name) {
+            return isGone(fileOf(entry.first, entry.second, name));
         });
     }
     std::erase_if(m_directories, [](const auto& entry) { return entry.second.names.empty(); });

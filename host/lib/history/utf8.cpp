@@ -14,4 +14,13 @@ QString textFromUtf8(QByteArrayView bytes)
                       : QString(marks, QChar(QChar::ByteOrderMark)) + QString::fromUtf8(bytes);
 }
 
+bool isAscii(QByteArrayView bytes)
+{
+    // All of it, so that compilers take many characters at a time.
+    uchar bits = 0;
+    for (const char byte : bytes)
+        bits |= static_cast<uchar>(byte);
+    return bits < 0x80;
+}
+
 } // namespace vexdesk

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <vexdesk/export.h>
+#include <vexdesk/outcome.h>
 
 #include <QtCore/QDate>
 #include <QtCore/QDir>
@@ -46,12 +47,14 @@ VEXDESK_HISTORY_EXPORT QString oldSecondFilePattern();
 VEXDESK_HISTORY_EXPORT QDate dayInName(const QString& name);
 
 /// The name of the day file or derived minute file in a series' directory that is the very file to
-/// which the path leads, by whatever other name or link; empty when none is.
-VEXDESK_HISTORY_EXPORT QString barFileThatIs(const QString& path, const QDir& seriesDir);
+/// which the path leads, by whatever other name or link; empty when none is. Fails where the
+/// directory cannot be read.
+VEXDESK_HISTORY_EXPORT Result<QString> barFileThatIs(const QString& path, const QDir& seriesDir);
 
 /// The days of an interval, both ends included, for which a directory holds a day file, in
-/// ascending order. None when the interval is reversed or an end of it is no date.
-VEXDESK_HISTORY_EXPORT QList<QDate> storedDays(const QDir& seriesDir, int timeframe,
-                                               const QDate& from, const QDate& to);
+/// ascending order. None when the interval is reversed or an end of it is no date. Fails where the
+/// directory cannot be read.
+VEXDESK_HISTORY_EXPORT Result<QList<QDate>> storedDays(const QDir& seriesDir, int timeframe,
+                                                       const QDate& from, const QDate& to);
 
 } // namespace vexdesk

@@ -35,4 +35,8 @@ struct FileState
 /// for what is no file: a directory, a pipe, a socket, a device. Any thread.
 VEXDESK_HISTORY_EXPORT std::optional<FileState> fileState(const QString& path);
 
+/// Whether a path leads to nothing, as the system knows for sure. What cannot be looked at may be
+/// there, and must not be taken for a day that is not stored. Any thread.
+VEXDESK_HISTORY_EXPORT bool isMissing(const QString& path);
+
 } // namespace vexdesk

@@ -18,8 +18,9 @@ struct RestorePlace
 };
 
 /// Where the place is, or would be: nothing is made. It is "<root>-restore" and, while that is not
-/// there, "restore/<SHA-256 of the root>" in the terminal's data directory if that is.
-VEXDESK_HISTORY_EXPORT RestorePlace restorePlace(const QDir& root);
+/// there, "restore/<SHA-256 of the root>" in the terminal's data directory if that is. Fails where
+/// the system does not say what the root is: its locks would be in another place than everybody's.
+VEXDESK_HISTORY_EXPORT Result<RestorePlace> restorePlace(const QDir& root);
 
 /// The same, made when it is missing: beside the store or, where that cannot be, in the terminal's
 /// data directory.

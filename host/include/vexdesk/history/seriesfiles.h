@@ -24,11 +24,13 @@ struct BarFileRange
     std::optional<int> timeframe = {}; ///< in seconds; derived files are of the seconds'
 };
 
-/// Their names in a series' directory, in ascending order; through links.
-VEXDESK_HISTORY_EXPORT QStringList barFiles(const QDir& seriesDir, const BarFileRange& range = {});
+/// Their names in a series' directory, in ascending order; through links. Fails where the directory
+/// cannot be read: who changes a series changes all of it.
+VEXDESK_HISTORY_EXPORT Result<QStringList> barFiles(const QDir& seriesDir,
+                                                    const BarFileRange& range = {});
 
-/// Whether something has the name of one of them, whatever it is.
-VEXDESK_HISTORY_EXPORT bool hasBarFiles(const QDir& seriesDir);
+/// Whether something has the name of one of them, whatever it is. Fails likewise.
+VEXDESK_HISTORY_EXPORT Result<bool> hasBarFiles(const QDir& seriesDir);
 
 // The keeper, which may be null, is told of all files before the first is touched. Each file is
 // changed whole or not at all; the first that cannot be ends the work. The message names it.

@@ -39,7 +39,8 @@ struct StoreDirectories
 {
     QStringList stocks;
     QStringList boards;
-    QStringList series; ///< with bars or without
+    QStringList series;     ///< with bars or without
+    QStringList unreadable; ///< whose directories are missing in these lists
 };
 
 /// Hidden ones too, and those behind links.

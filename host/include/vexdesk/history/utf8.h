@@ -13,4 +13,7 @@ namespace vexdesk {
 /// line any more. What is no UTF-8 becomes replacement characters. Any thread.
 VEXDESK_HISTORY_EXPORT QString textFromUtf8(QByteArrayView bytes);
 
+/// Whether all bytes are ASCII. Any thread.
+VEXDESK_HISTORY_EXPORT bool isAscii(QByteArrayView bytes);
+
 } // namespace vexdesk

@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "cli/tadatarunner.h"
+
+#include <QtCore/QMap>
+#include <QtCore/QStringList>
+#include <QtCore/QTemporaryDir>
+
+#include <atomic>
+#include <functional>
+#include <map>
+#include <mutex>
+#include <set>
+#include <string>
+
+#include <time.h>
+
+/// Jobs on a small store, and what may happen to them at each call of the system.
+namespace testsupport {
+
+/// Content and permissions of each file below a directory, by its relative path.
+using Files = QMap<QString, std::pair<QByteArray, int>>;
+
+Files filesBelow(const QString& root);
+/// What a program that was killed may leave is not a part of the store.
+Files withoutTemporary(Files files);
+/// The editor empties a file that it may not remove.
+Files withoutEmpty(Files files);
+
+/// What happens at one call of a job, see countedcalls.cpp.
+struct CallOrder
+{
+    int at = 0; ///< from 1
+    QByteArray deed;
+    int number = 0; ///< of the error or the signal
+};
+
+QByteArray toText(const CallOrder& order);
+
+/// Which calls are counted.
+enum class Counted { All, Changing };
+
+/// A directory tree that can be put back as it was, with times and permissions.
+class KeptTree final
+{
+public:
+    void take(const QString& root);
+    void putBack() const;
+
+private:
+    struct File
+    {
+        QByteArray content;
+        mode_t mode;
+        timespec modified;
+    };
+    std::string m_root;
+    std::map<std::string, File> m_files;
+    std::map<std::string, mode_t> m_directories;
+};
+
+/// A store with both timeframes of two days, the last of them changed by another import, and files
+/// to import into it. Each is on its own: several may be worked with in several threads.
+class StoreJobs final
+{
+public:
+    /// The names of the jobs that change the store, and of those that only read it.
+    static QStringList changing();
+    static QStringList reading();
+
+    StoreJobs();
+    Q_DISABLE_COPY_MOVE(StoreJobs)
+
+    /// Why there is no such store; empty where there is one.
+    QByteArray problem() const { return m_problem; }
+    QString path(const char* name) const { return m_dir.filePath(QLatin1String(name)); }
+    QString store() const { return path("store"); }
+    const Files& before() const { return m_before; }
+
+    /// The store as it was at first.
+    void refresh();
+    QStringList commandLine(const QString& job) const;
+    Outcome run(const QString& job, Counted counted = Counted::All, const CallOrder& order = {},
+                const QStringList& options = {}) const;
+    /// The calls of the last run that ended by itself: "NAME PATH".
+    QByteArrayList calls() const;
+
+    /// The ids of the restore points, the newest first.
+    QStringList points() const;
+    /// Of these, the ones that were made since the store was as at first.
+    QStringList newPoints() const;
+    /// The last run's doing is taken back, and the store compared with what it was. What is wrong.
+    QByteArray takeBack() const;
+    /// The whole content of the directory, without what differs between two runs of one job.
+    QByteArray state() const;
+    /// A text without the name of the directory, points by their order alone.
+    QByteArray plain(QByteArray text) const;
+
+private:
+    QStringList importLine(const QString& mode, int timeframe, const char* file) const;
+    void expect(const QStringList& line);
+
+    QTemporaryDir m_dir;
+    QString m_firstPoint;
+    KeptTree m_kept;
+    Files m_before;
+    QStringList m_pointsBefore;
+    QByteArray m_problem;
+};
+
+/// States that were met before.
+class SeenStates final
+{
+public:
+    /// Whether it is a new one.
+    bool add(const QByteArray& state);
+
+private:
+    std::mutex m_mutex;
+    std::set<QByteArray> m_states;
+};
+
+/// Does something for each number below a count, in as many threads as the machine has, each with a
+/// store of its own. The texts that come of it are the result, a line each; twenty are enough.
+QByteArray forEach(int count, const std::function<QByteArray(StoreJobs& jobs, int number)>& act);
+
+} // namespace testsupport
