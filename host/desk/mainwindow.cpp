@@ -31,6 +31,7 @@
 
 #include <QtCore/QPointer>
 #include <QtGui/QCloseEvent>
+#include <QtGui/QScreen>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QDockWidget>
 #include <QtWidgets/QLabel>
@@ -104,6 +105,9 @@ MainWindow::MainWindow(const PluginLoader& loader, QWidget* parent)
     showChartsOrStart();
 
     resize(960, 640);
+    // A screen without room for both begins with what is in the centre.
+    constexpr int leastForBoth = 700;
+    m_seriesDock->setVisible(screen()->availableSize().width() >= leastForBoth);
     const AppSettings settings(settingsGroup);
     restoreGeometry(settings.value(geometryKey).toByteArray());
     restoreState(settings.value(stateKey).toByteArray(), stateVersion);

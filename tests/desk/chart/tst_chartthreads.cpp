@@ -2,15 +2,21 @@
 // The user-interface thread never walks the store: with years of day files, or on a disk that is
 // slow to answer, the window would stand still.
 
-#include "desk/chart/chartpanel.h"
-#include "desk/chart/chartview.h"
+#include "desk/chart/chartpage.h"
+#include "desk/chart/charttabs.h"
+#include "desk/chart/marksources.h"
+#include "desk/chart/seriestree.h"
+#include "support/child.h"
 #include "support/dayfiles.h"
 #include "support/filetree.h"
 #include "support/strictlog.h"
 
+#include <vexdesk/icore.h>
+
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QThread>
 #include <QtTest/QTest>
+#include <QtWidgets/QTreeView>
 
 #include <dirent.h>
 #include <dlfcn.h>
@@ -97,19 +103,25 @@ void TestChartThreads::theStoreIsWalkedByOtherThreads()
                                testsupport::barLines(QTime(10, 0), 20));
     };
     write(0);
-    vexdesk::ChartPanel panel(root.path());
-    const auto* const view = panel.findChild<vexdesk::ChartView*>();
+    QFile::remove(ICore::getDir(QString(), false).filePath(QStringLiteral("vexdesk.ini")));
+    vexdesk::MarkSources marks;
+    vexdesk::SeriesTree tree(root.path());
+    vexdesk::ChartTabs tabs(root.path(), marks);
+    const auto* const rows = testsupport::child<QTreeView>(&tree, "seriesView")->model();
     countCallsBelow(root.path());
-    panel.show();
-    QTRY_VERIFY(!view->isEmpty());
-    const double before = view->limits().lastTime();
+    tree.show();
+    tabs.show();
+    const vexdesk::ChartPage& page =
+        tabs.open({QStringLiteral("NORD"), QStringLiteral("MAIN"), QStringLiteral("ALFA")});
+    QTRY_VERIFY(!page.isEmpty() && rows->rowCount() == 1);
+    const QDate before = page.storedDays().second;
     countCallsBelow(QString());
     write(1);
     countCallsBelow(root.path());
-    QTRY_VERIFY(view->limits().lastTime() > before);
-    panel.hide();
-    panel.show();
-    QTRY_VERIFY(!view->isEmpty());
+    QTRY_VERIFY(page.storedDays().second > before);
+    tabs.hide();
+    tabs.show();
+    QTRY_VERIFY(!page.isEmpty());
     countCallsBelow(QString());
     QCOMPARE(walked, QByteArrayList());
     QVERIFY(others > 0);
