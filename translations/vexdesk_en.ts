@@ -578,6 +578,10 @@ If both change history or settings, the changes of one of them will be lost.</tr
         <source>&amp;Дата:</source>
         <translation>&amp;Date:</translation>
     </message>
+    <message>
+        <source>Этого дня нет, ближайший — %1</source>
+        <translation>There is no such day, the nearest is %1</translation>
+    </message>
 </context>
 <context>
     <name>vexdesk::GuideWindow</name>

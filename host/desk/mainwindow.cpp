@@ -185,6 +185,10 @@ void MainWindow::addCharts()
     m_charts = std::make_unique<Charts>(storeRoot().path(), *m_chartTabs, *m_marks);
     if (Core* const core = terminalCore())
         core->setCharts(m_charts.get());
+    // A plug-in that goes may have left its marks behind.
+    connect(&m_loader, &PluginLoader::starting, m_marks, &MarkSources::rememberThese);
+    connect(&m_loader, &PluginLoader::startFailed, m_marks, &MarkSources::removeOthers);
+    connect(&m_loader, &PluginLoader::ending, m_marks, &MarkSources::removeAll);
     connect(m_chartTabs, &ChartTabs::chartsChanged, this, &MainWindow::showChartsOrStart);
     connect(m_chartTabs, &ChartTabs::contextMenuWanted, this, &MainWindow::showChartMenu);
 }
@@ -219,10 +223,15 @@ void MainWindow::openChart(const SeriesName& series)
 
 void MainWindow::toggleSeries()
 {
-    m_seriesDock->toggleViewAction()->trigger();
-    // What is typed at once is looked for.
+    // What is typed at once is looked for: a tree that has not the keys gets them, and only one
+    // that has them goes.
+    const bool isSearched = m_seriesTree->isAncestorOf(QApplication::focusWidget());
+    if (isSearched || !m_seriesDock->isVisible())
+        m_seriesDock->toggleViewAction()->trigger();
     if (m_seriesDock->isVisible())
         m_seriesTree->setFocus(Qt::ShortcutFocusReason);
+    else if (ChartPage* const page = m_chartTabs->current())
+        page->setFocus(Qt::OtherFocusReason);
 }
 
 void MainWindow::showChartsOrStart()

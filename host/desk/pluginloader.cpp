@@ -174,12 +174,14 @@ void PluginLoader::loadFile(const QString& path)
         // A missing symbol has to show here, and not as the end of the process in the first call.
         plugin.library->setLoadHints(QLibrary::ResolveAllSymbolsHint | QLibrary::PreventUnloadHint);
         const QList<IOptionsPage*> pages = m_core->optionsPages();
+        Q_EMIT starting();
         record.reason = start(*plugin.library, record, plugin).message();
         if (record.reason.isEmpty()) {
             record.state = PluginRecord::State::Loaded;
             m_plugins.push_back(std::move(plugin));
         } else {
             dropPagesExcept(pages);
+            Q_EMIT startFailed();
             plugin.library->unload();
         }
     }
@@ -244,6 +246,7 @@ void PluginLoader::unload()
                                   .arg(plugin.code, called.message()));
     });
     dropPagesExcept(m_pagesBefore);
+    Q_EMIT ending();
     while (!m_plugins.empty()) {
         m_plugins.back().library->unload();
         m_plugins.pop_back();

@@ -75,6 +75,13 @@ Q_SIGNALS:
     void changed();
     /// An exception left initStage or tini of a plug-in; the text names plug-in and error.
     void callFailed(const QString& text);
+    /// The code of a plug-in is about to run for the first time.
+    void starting();
+    /// It goes again, for its start has failed: what it has left with the terminal since starting()
+    /// must be forgotten at once.
+    void startFailed();
+    /// All plug-ins go: what they have left with the terminal must be forgotten at once.
+    void ending();
 
 private:
     struct Plugin

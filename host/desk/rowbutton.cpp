@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "desk/rowbutton.h"
 
+#include <QtGui/QKeyEvent>
 #include <QtGui/QPainter>
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QStyleOptionButton>
@@ -27,6 +28,14 @@ RowButton::RowButton(QWidget* parent)
 }
 
 RowButton::~RowButton() = default;
+
+void RowButton::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        click();
+    else
+        QPushButton::keyPressEvent(event);
+}
 
 void RowButton::setRemark(const QString& remark)
 {

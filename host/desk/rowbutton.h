@@ -21,6 +21,8 @@ public:
     QSize minimumSizeHint() const override;
 
 protected:
+    /// Return presses it as the space bar does.
+    void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:

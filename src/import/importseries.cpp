@@ -54,10 +54,10 @@ Result<SeriesDirectories> findSeries(const QString& file, const ImportDetails& d
         return directories.failure();
     Q_ASSERT(directories->size() == tickers.size());
     for (const QDir& directory : *directories) {
+        // Where the directory cannot be listed, an input that lies in it shows when its day is
+        // read.
         const auto own = vexdesk::barFileThatIs(file, directory);
-        if (!own)
-            return own.failure();
-        if (!own->isEmpty())
+        if (own && !own->isEmpty())
             return wouldWipe(file);
     }
     if (const Outcome checked = checkRejectsPlace(ways.rejects, *directories); !checked)

@@ -116,6 +116,7 @@ private Q_SLOTS:
     void theMenuIsForTheChartInFront();
     void timeframeStudiesAndNightsByMenu();
     void goesToADateByKeysAlone();
+    void aDayThatIsNotStoredIsTheNearestOne();
     void goesToAMoment();
     void goingToADateCanBeGivenUp();
     void theContextMenuHasWhatTheMenusHave();
@@ -130,6 +131,7 @@ private Q_SLOTS:
     void aPluginShowsAMoment();
     void aPluginMarksBars();
     void aPluginCannotShowWhatIsNotStored();
+    void aPluginThatFailsToStartIsNotAskedForMarks();
     void aPluginThatGoesTakesItsMarksAlong();
 
 private:
@@ -205,8 +207,6 @@ void TestChartWindow::load(const QStringList& plugins)
 void TestChartWindow::open(const char* security)
 {
     if (!filter()->hasFocus()) {
-        if (dock()->isVisible())
-            key(Qt::Key_G, Qt::ControlModifier);
         key(Qt::Key_G, Qt::ControlModifier);
     }
     QTRY_VERIFY(tree()->model()->rowCount() > 0);
@@ -423,6 +423,14 @@ void TestChartWindow::theTreeIsToggledByKey()
     key(Qt::Key_G, Qt::ControlModifier);
     QVERIFY(dock()->isVisible() && item->isChecked());
     QCOMPARE(QApplication::focusWidget(), filter());
+    open("ALFA");
+    QVERIFY(!filter()->hasFocus());
+    key(Qt::Key_G, Qt::ControlModifier);
+    QVERIFY2(dock()->isVisible() && filter()->hasFocus(), "it is searched before it is put away");
+    key(Qt::Key_G, Qt::ControlModifier);
+    QVERIFY(!dock()->isVisible());
+    QCOMPARE(QApplication::focusWidget(), view());
+    key(Qt::Key_G, Qt::ControlModifier);
     dock()->close();
     QVERIFY(!item->isChecked());
     item->trigger();
@@ -506,8 +514,7 @@ void TestChartWindow::goesToADateByKeysAlone()
     testsupport::ModalSteps steps;
     steps.on<vexdesk::GoToDialog>([](vexdesk::GoToDialog* dialog) {
         const auto* const edit = child<QDateEdit>(dialog, "goToDay");
-        QCOMPARE(edit->minimumDate(), day);
-        QCOMPARE(edit->maximumDate(), day.addDays(dayCount - 1));
+        QVERIFY(child<QLabel>(dialog, "goToReach")->text().contains(QStringLiteral("15.01.2024")));
         QCOMPARE(dialog->focusWidget(), edit);
         QTest::keyClicks(dialog->focusWidget(), QStringLiteral("16"));
         QTest::keyClick(dialog->focusWidget(), Qt::Key_Return);
@@ -524,6 +531,26 @@ void TestChartWindow::goesToADateByKeysAlone()
     QCOMPARE(view()->daysInView().second, day.addDays(dayCount - 1));
     key(Qt::Key_Right, Qt::AltModifier);
     QTRY_VERIFY(view()->daysInView().first <= day.addDays(1));
+}
+
+void TestChartWindow::aDayThatIsNotStoredIsTheNearestOne()
+{
+    open("ALFA");
+    const QDate last = day.addDays(dayCount - 1);
+    testsupport::ModalSteps steps;
+    steps.on<vexdesk::GoToDialog>([last](vexdesk::GoToDialog* dialog) {
+        QWidget* const edit = dialog->focusWidget();
+        QTest::keyClicks(edit, QStringLiteral("01022030"));
+        QCOMPARE(child<QDateEdit>(dialog, "goToDay")->date(), QDate(2030, 2, 1));
+        const QString said = child<QLabel>(dialog, "goToReach")->text();
+        QVERIFY2(said.startsWith(QStringLiteral("Этого дня нет")), qPrintable(said));
+        QCOMPARE(dialog->day(), last);
+        QTest::keyClick(edit, Qt::Key_Return);
+    });
+    key(Qt::Key_L, Qt::ControlModifier);
+    QCOMPARE(steps.complaint(), QString());
+    const QString begin = last.toString(QStringLiteral("dd.MM.yyyy"));
+    QTRY_VERIFY2(readout().startsWith(begin), qPrintable(readout()));
 }
 
 void TestChartWindow::goesToAMoment()
@@ -745,6 +772,13 @@ void TestChartWindow::aPluginCannotShowWhatIsNotStored()
     vexdesk::triggerCommand("MARKING.ShowNothing");
     QCOMPARE(desktest::takeCalls(), QStringList(5, QStringLiteral("MARKING.not shown")));
     QVERIFY(isStartPageShown());
+}
+
+void TestChartWindow::aPluginThatFailsToStartIsNotAskedForMarks()
+{
+    load({QStringLiteral("throwing"), QStringLiteral("marking")});
+    vexdesk::triggerCommand("MARKING.Show");
+    QTRY_VERIFY2(readout().contains(QStringLiteral("Сделок не хватает")), qPrintable(readout()));
 }
 
 void TestChartWindow::aPluginThatGoesTakesItsMarksAlong()

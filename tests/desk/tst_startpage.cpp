@@ -214,6 +214,8 @@ void TestStartPage::aKeyTriggers()
     QCOMPARE(QApplication::focusWidget(), buttons().at(1));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
     QCOMPARE(spy.count(), 1);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    QCOMPARE(spy.count(), 2);
 }
 
 void TestStartPage::aThrowingSlotIsReported()

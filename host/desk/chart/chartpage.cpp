@@ -118,7 +118,9 @@ ChartPage::ChartPage(const QString& root, const ChartState& state, MarkSources& 
     m_view->setNightsShown(m_state.areNightsShown);
     updateStudies();
     showParts();
+    constexpr int askingTime = 100; // ms, also where a source tells changes without end
     m_askSoon.setSingleShot(true);
+    m_askSoon.setInterval(askingTime);
     connectParts();
 }
 
@@ -135,6 +137,7 @@ void ChartPage::connectParts()
     connect(m_view, &ChartView::pointedChanged, this,
             [this] { m_readout->setText(m_view->readout()); });
     connect(m_view, &ChartView::timeframeChanged, this, &ChartPage::updateShownTimeframe);
+    connect(m_view, &ChartView::stepped, this, &ChartPage::takeChosen);
     connect(m_view, &ChartView::historyChanged, this, &ChartPage::changed);
     connect(m_view, &ChartView::markChanged, this, &ChartPage::changed);
     connect(m_view, &ChartView::contextMenuWanted, this, &ChartPage::contextMenuWanted);
@@ -143,7 +146,7 @@ void ChartPage::connectParts()
     connect(&m_askSoon, &QTimer::timeout, this, &ChartPage::askForMarks);
     const auto askAnew = [this] {
         m_markedDays = {};
-        m_askSoon.start();
+        askForMarksSoon();
     };
     connect(&m_marks, &MarkSources::allChanged, this, askAnew);
     connect(&m_marks, &MarkSources::changed, this, [this, askAnew](const SeriesName& series) {
@@ -352,6 +355,9 @@ void ChartPage::chooseSource()
         m_state.timeframe ? sourceOf(*m_state.timeframe, m_stored) : std::nullopt;
     if (!source) {
         m_feed.stop();
+        m_state = state(); // for the case that it comes back
+        m_series.reset();
+        m_view->showSeries(std::make_shared<const BarSeries>());
         showMessage(tr("Этой серии больше нет в хранилище."));
         return;
     }
@@ -359,6 +365,15 @@ void ChartPage::chooseSource()
     if (m_series && m_feed.key() == key)
         m_view->setTimeframe(*m_state.timeframe);
     m_feed.choose(key);
+}
+
+// What the view has gone back or forward to.
+void ChartPage::takeChosen()
+{
+    m_state.timeframe = m_view->timeframe();
+    m_state.areNightsShown = m_view->areNightsShown();
+    chooseSource();
+    showParts();
 }
 
 void ChartPage::showNights(bool areShown)
@@ -478,6 +493,12 @@ void ChartPage::want()
     const auto [first, last] = m_view->daysInView();
     m_feed.want({first, last, m_view->needsBars()});
     if (first < m_markedDays.first || last > m_markedDays.second || !m_markedDays.first.isValid())
+        askForMarksSoon();
+}
+
+void ChartPage::askForMarksSoon()
+{
+    if (!m_askSoon.isActive())
         m_askSoon.start();
 }
 
@@ -487,6 +508,8 @@ void ChartPage::askForMarks()
     if (isEmpty() || !isVisible())
         return;
     const auto [first, last] = m_view->daysInView();
+    if (!first.isValid())
+        return; // a stretch of nights
     const qint64 margin = first.daysTo(last) + 1;
     m_markedDays = {first.addDays(-margin), last.addDays(margin)};
     m_view->setMarks(m_marks.marks(series(), m_markedDays.first, m_markedDays.second));
@@ -504,6 +527,10 @@ void ChartPage::copyPicture()
 
 void ChartPage::showProgress(int done, int total)
 {
+    if (done == total) {
+        updateShownTimeframe();
+        return;
+    }
     const QString text = tr("Чтение баров: день %1 из %2").arg(done).arg(total);
     // Bars that are shown stay until they can be shown anew.
     if (isEmpty())

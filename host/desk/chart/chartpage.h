@@ -101,6 +101,7 @@ private:
     void letBarsGo();
     void goToAwaited();
     void want();
+    void askForMarksSoon();
     void askForMarks();
     void showProgress(int done, int total);
     void showMessage(const QString& text);
@@ -108,6 +109,7 @@ private:
     void updateStudies();
     void updateScrollBar();
     void scrollTo(int value);
+    void takeChosen();
     void updateShownTimeframe();
     void reserveReadout();
 
@@ -132,7 +134,7 @@ private:
     QScrollBar* m_scrollBar = nullptr;
     QLabel* m_message = nullptr;
 
-    QTimer m_askSoon; // for marks, with the next turn of the event loop
+    QTimer m_askSoon; // for marks
     SeriesFeed m_feed;
     PathWatcher m_watcher;
     QFutureWatcher<QList<int>> m_lookUp;

@@ -226,8 +226,10 @@ void ChartView::goForward()
 
 void ChartView::step(const std::optional<ViewHistory::State>& state)
 {
-    if (state)
+    if (state) {
         change(Step::Small, [&] { m_viewport.restore(*state); });
+        Q_EMIT stepped();
+    }
     Q_EMIT historyChanged();
 }
 

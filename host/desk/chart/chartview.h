@@ -114,6 +114,8 @@ Q_SIGNALS:
     void pointedChanged();
     /// The chosen or the shown timeframe, or whether nights are shown.
     void timeframeChanged();
+    /// After a step back or forward, which may have brought back another timeframe, or nights.
+    void stepped();
     /// Whether there is something to go back or forward to.
     void historyChanged();
     /// There is a marked range, or there is none any more.

@@ -7,6 +7,7 @@
 
 class QCheckBox;
 class QDateEdit;
+class QLabel;
 class QTimeEdit;
 
 namespace vexdesk {
@@ -23,12 +24,18 @@ public:
                QWidget* parent = nullptr);
     ~GoToDialog() override;
 
+    /// One of those days: the nearest one where another was typed.
     QDate day() const;
     /// Not valid where the whole day is meant.
     QTime time() const;
 
 private:
+    void showReach();
+
+    const QDate m_first;
+    const QDate m_last;
     QDateEdit* m_day;
+    QLabel* m_reach;
     QCheckBox* m_hasTime;
     QTimeEdit* m_time;
 };

@@ -37,6 +37,29 @@ void MarkSources::remove(IChartMarks* source)
         Q_EMIT allChanged();
 }
 
+void MarkSources::rememberThese()
+{
+    m_remembered = m_sources;
+}
+
+void MarkSources::removeOthers()
+{
+    keep(m_remembered);
+}
+
+void MarkSources::removeAll()
+{
+    keep({});
+}
+
+void MarkSources::keep(const QList<IChartMarks*>& sources)
+{
+    if (m_sources == sources)
+        return;
+    m_sources = sources;
+    Q_EMIT allChanged();
+}
+
 void MarkSources::tellChange(const SeriesName& series)
 {
     Q_EMIT changed(series);

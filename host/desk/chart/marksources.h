@@ -20,6 +20,10 @@ public:
     /// One that is there already, or null, is passed over.
     void add(IChartMarks* source);
     void remove(IChartMarks* source);
+    /// What comes from now on can be taken out together, for one that has failed to begin.
+    void rememberThese();
+    void removeOthers();
+    void removeAll();
     /// Tells those that keep marks of the series.
     void tellChange(const SeriesName& series);
 
@@ -33,7 +37,10 @@ Q_SIGNALS:
     void allChanged();
 
 private:
+    void keep(const QList<IChartMarks*>& sources);
+
     QList<IChartMarks*> m_sources;
+    QList<IChartMarks*> m_remembered;
 };
 
 } // namespace vexdesk

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <vexdesk/history/utf8.h>
 
+#include <algorithm>
+
 namespace vexdesk {
 
 QString textFromUtf8(QByteArrayView bytes)
@@ -16,11 +18,18 @@ QString textFromUtf8(QByteArrayView bytes)
 
 bool isAscii(QByteArrayView bytes)
 {
-    // All of it, so that compilers take many characters at a time.
-    uchar bits = 0;
-    for (const char byte : bytes)
-        bits |= static_cast<uchar>(byte);
-    return bits < 0x80;
+    // Stretch by stretch, each to its end so that compilers take many bytes at a time.
+    constexpr qsizetype stretch = 1024;
+    while (!bytes.isEmpty()) {
+        const qsizetype length = std::min(stretch, bytes.size());
+        uchar bits = 0;
+        for (const char byte : bytes.first(length))
+            bits |= static_cast<uchar>(byte);
+        if (bits >= 0x80)
+            return false;
+        bytes = bytes.sliced(length);
+    }
+    return true;
 }
 
 } // namespace vexdesk

@@ -6,6 +6,7 @@
 #include <vexdesk/actionmanager.h>
 #include <vexdesk/command.h>
 #include <vexdesk/commandcontainer.h>
+#include <vexdesk/icharts.h>
 #include <vexdesk/icore.h>
 
 #include <QtCore/QtPlugin>
@@ -41,6 +42,8 @@ public:
     {
         RecordingPlugin::init(core);
         core->addOptionsPage(&m_page);
+        if (core->charts())
+            core->charts()->addMarks(&m_marks);
         auto* const command = new Command("THROWING.Command", this);
         ActionManager::instance()->menuBar()->addCommand(command, "", "50");
         const QString type = qApp->property("throwType").toString();
@@ -52,6 +55,17 @@ public:
     }
 
 private:
+    class Marks final : public vexdesk::IChartMarks
+    {
+    public:
+        QList<vexdesk::ChartMark> marks(const vexdesk::SeriesName& /*series*/,
+                                        const QDate& /*first*/, const QDate& /*last*/) override
+        {
+            qFatal("the plug-in that is asked for marks has gone");
+        }
+    };
+
+    Marks m_marks;
     desktest::EmptyPage m_page{{.id = QStringLiteral("THROWING.General")}};
 };
 
