@@ -54,10 +54,10 @@ void MarkSources::removeAll()
 
 void MarkSources::keep(const QList<IChartMarks*>& sources)
 {
-    if (m_sources == sources)
-        return;
-    m_sources = sources;
-    Q_EMIT allChanged();
+    const auto gone =
+        m_sources.removeIf([&sources](IChartMarks* source) { return !sources.contains(source); });
+    if (gone > 0)
+        Q_EMIT allChanged();
 }
 
 void MarkSources::tellChange(const SeriesName& series)
