@@ -1,0 +1,31 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+# onxserver.sh PROGRAM [ARGUMENT...]: runs a program on an X server of its own, with a window manager.
+# Its exit code is the program's.
+set -euo pipefail
+
+files=$(mktemp -d) # only for its owner
+jobs=()
+end()
+{
+    kill "${jobs[@]}" 2>/dev/null || true
+    wait "${jobs[@]}" 2>/dev/null || true
+    rm -rf "$files"
+}
+trap end EXIT
+
+# The server looks for a free number itself: several tests start at once.
+mkfifo "$files/display"
+Xvfb -displayfd 3 -screen 0 2560x1600x24 -nolisten tcp 3>"$files/display" 2>"$files/server" &
+jobs+=($!)
+read -r display <"$files/display" || { cat "$files/server" >&2; exit 1; }
+export DISPLAY=:$display
+# What stands in the user's own configuration is nothing to a test.
+HOME=$files XDG_CONFIG_HOME=$files openbox --sm-disable 2>"$files/manager" &
+jobs+=($!)
+for _ in {1..300}; do
+    xprop -root _NET_SUPPORTING_WM_CHECK | grep -q 'window id' && break
+    kill -0 "${jobs[1]}" || { cat "$files/manager" >&2; exit 1; }
+    sleep 0.1
+done
+XDG_RUNTIME_DIR=$files QT_QPA_PLATFORM=xcb "$@"
