@@ -51,8 +51,8 @@ QString exportPlainly(const QByteArrayList& days, const ExportDetails& details)
     QTextStream out(&text);
     if (details.addHeader)
         writeHeader(out, details);
-    BarDescription open;
     for (qsizetype i = 0; i < days.size(); ++i) {
+        BarDescription open;
         QBuffer buffer;
         buffer.setData(days[i]);
         buffer.open(QIODevice::ReadOnly);
@@ -64,8 +64,6 @@ QString exportPlainly(const QByteArrayList& days, const ExportDetails& details)
                 writeBar(open, out, details);
         }
     }
-    if (open.valid)
-        writeBar(open, out, details);
     out.flush();
     return text;
 }

@@ -73,7 +73,9 @@ Imported importPlainly(const QString& path, const ImportDetails& details)
             imported.files.insert(name, QByteArray());
         day = bar.date;
         QString record;
-        QTextStream(&record) << bar;
+        QTextStream out(&record);
+        out << bar;
+        out.flush();
         imported.files[name] += record.toUtf8();
     }
     return imported;

@@ -16,7 +16,7 @@ trap end EXIT
 
 # The server looks for a free number itself: several tests start at once.
 mkfifo "$files/display"
-Xvfb -displayfd 3 -screen 0 2560x1600x24 -nolisten tcp 3>"$files/display" 2>"$files/server" &
+Xvfb -displayfd 3 -screen 0 2560x1600x24 -nolisten tcp -noreset 3>"$files/display" 2>"$files/server" &
 jobs+=($!)
 read -r display <"$files/display" || { cat "$files/server" >&2; exit 1; }
 export DISPLAY=:$display
