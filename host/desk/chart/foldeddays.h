@@ -3,6 +3,7 @@
 
 #include "desk/chart/candles.h"
 
+#include <array>
 #include <memory>
 #include <vector>
 
@@ -38,13 +39,21 @@ private:
         int turn = 0;                                       // at which it was asked for last
     };
 
+    static constexpr size_t pageSize = 128; // days
+    using Page = std::array<Entry, pageSize>;
+
+    void takeOver(const FoldedDays& before);
+    void letGoOf(Page& page);
+    Entry& entryAt(size_t day);
     bool isSame(size_t day, const FoldedDays& before, size_t dayBefore) const;
     const SeriesDay& dayAt(size_t day) const { return m_series->days()[day]; }
     const DaySummary* summaryAt(size_t day) const;
 
     std::shared_ptr<const BarSeries> m_series;
     Timeframe m_timeframe;
-    std::vector<Entry> m_days; // of the series; without candles those that were not folded
+    // Of the days of the series, without candles those that were not folded. Most series are long
+    // and looked at in one place: only pages with something in them are there.
+    std::vector<std::unique_ptr<Page>> m_pages;
     size_t m_daysKept = 0;
     size_t m_candlesKept = 0;
     int m_turn = 0;
