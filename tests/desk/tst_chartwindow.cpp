@@ -130,7 +130,7 @@ private Q_SLOTS:
     void saysWhyAPictureIsNotSaved();
     void aPluginShowsAMoment();
     void aPluginMarksBars();
-    void aPluginCannotShowWhatIsNotStored();
+    void whatIsNotStoredHasAChartThatSaysSo();
     void aPluginThatFailsToStartIsNotAskedForMarks();
     void aPluginThatGoesTakesItsMarksAlong();
 
@@ -765,13 +765,18 @@ void TestChartWindow::aPluginMarksBars()
     QTRY_VERIFY2(readout().contains(QStringLiteral("Сделки найдены")), qPrintable(readout()));
 }
 
-void TestChartWindow::aPluginCannotShowWhatIsNotStored()
+void TestChartWindow::whatIsNotStoredHasAChartThatSaysSo()
 {
     load({QStringLiteral("marking")});
     desktest::takeCalls();
     vexdesk::triggerCommand("MARKING.ShowNothing");
-    QCOMPARE(desktest::takeCalls(), QStringList(5, QStringLiteral("MARKING.not shown")));
-    QVERIFY(isStartPageShown());
+    // Only the first of them can name a series; whether it is stored nobody waits to know.
+    QCOMPARE(desktest::takeCalls(),
+             QStringList{"MARKING.shown"} + QStringList(4, QStringLiteral("MARKING.not shown")));
+    QCOMPARE(titles(), QStringList{"NOTHING"});
+    const auto* const message = testsupport::child<QLabel>(page(), "chartMessage");
+    QTRY_COMPARE(message->text(), QStringLiteral("Этой серии больше нет в хранилище."));
+    QVERIFY(message->isVisible());
 }
 
 void TestChartWindow::aPluginThatFailsToStartIsNotAskedForMarks()

@@ -32,8 +32,10 @@ class BarSeries final
 {
 public:
     BarSeries() = default;
-    /// `timeframe` is that of the files, in seconds. The days in their order, each once.
-    BarSeries(int timeframe, std::vector<SeriesDay> days);
+    /// `timeframe` is that of the files, in seconds. The days in their order, each once. Of
+    /// `before`, which may be null, is taken over what is known of the days that are the same: only
+    /// the others are looked at.
+    BarSeries(int timeframe, std::vector<SeriesDay> days, const BarSeries* before = nullptr);
 
     int timeframe() const { return m_timeframe; }
     const std::vector<SeriesDay>& days() const { return m_days; }
@@ -48,17 +50,45 @@ public:
     /// read and else a guess by the size of the file. Of days one; two where a bar at midnight has
     /// no day before it to end. Of a week or a month one at its first day with bars, else none.
     int candlesOf(qsizetype day, Timeframe timeframe) const;
+    /// How many candles begin with the days before each of them, and with all days.
+    std::vector<qint64> candlesBefore(Timeframe timeframe) const;
     /// Whether the bars at midnight with which a day's file begins are part of the last candle of
     /// the day before: that is stored, and its last interval ends at this midnight.
     bool endsDayBefore(qsizetype day, Timeframe timeframe) const;
 
 private:
+    // What is asked of all days at once lies side by side, and not in the summaries: with many days
+    // it is the way to them that takes time.
+    struct Facts
+    {
+        std::array<int, timeframesBelowDay> candles{};
+        int count = 0; // of bars
+        int decimals = 0;
+        int lastSecond = 0;
+        bool isRead = false;
+        bool hasMidnight = false;
+        bool hasRest = false;
+    };
+
+    // How many candles a file that was not read may have.
+    struct Guess
+    {
+        double perByte = 0;
+        int most = 0;
+
+        int of(qint64 bytes) const;
+    };
+
+    static Facts factsOf(const SeriesDay& day);
+    void learnFacts(const BarSeries* before);
     void learnToGuess();
-    int guess(qint64 bytes, Timeframe timeframe) const;
+    const Facts& factsAt(qsizetype day) const { return m_facts[static_cast<size_t>(day)]; }
+    Guess guessFor(Timeframe timeframe) const;
     bool beginsPeriod(qsizetype day, Timeframe timeframe) const;
 
     int m_timeframe = 0;
     std::vector<SeriesDay> m_days;
+    std::vector<Facts> m_facts; // of each day
     std::array<double, timeframesBelowDay> m_candlesPerByte{};
     int m_decimals = 0;
     bool m_isEmpty = true;
