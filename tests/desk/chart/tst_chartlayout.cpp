@@ -308,8 +308,8 @@ void TestChartLayout::withoutVolumesTheyHaveNoPane()
 // Wherever the view is, with everything in it and with little.
 void TestChartLayout::aDateIsAlwaysShown()
 {
-    // Below the days of a longer range stands their year; months stand with it.
-    const QRegularExpression date(QStringLiteral("^((\\d\\d\\.)?\\d\\d\\.)?\\d{4}$"));
+    // Below the days and months of a longer range stands their year.
+    const QRegularExpression date(QStringLiteral("^(\\d\\d\\.\\d\\d\\.|[A-Z][a-z]+ )?\\d{4}$"));
     const auto isDate = [&date](const ChartLabel& label) {
         return date.match(label.text).hasMatch();
     };
