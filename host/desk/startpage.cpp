@@ -238,8 +238,9 @@ void StartPage::updateColumns()
 {
     const int both = m_commands.width + pageMargin + m_recent.width;
     const bool isRoom = viewport()->width() >= both + 2 * pageMargin;
-    m_columns->setDirection(isRoom ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
     const bool areTwo = isRoom && !m_commands.rows.isEmpty() && !m_recent.rows.isEmpty();
+    // One without rows would take its half all the same.
+    m_columns->setDirection(areTwo ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
     const int one = std::max({pageWidth, m_commands.width, m_recent.width});
     widget()->setMaximumWidth((areTwo ? both : one) + 2 * pageMargin);
 }

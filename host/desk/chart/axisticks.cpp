@@ -144,7 +144,7 @@ TickUnit unitFor(const std::vector<Begin>& begins, double slotsPerLabel, Timefra
         for (size_t i = 1; i < begins.size(); ++i)
             lines += isLine(begins[i - 1], begins[i], unit);
         // Of a few all that have room are shown: there is one more than distances between them.
-        constexpr double few = 3;
+        constexpr double few = 5;
         if (lines <= std::max(few, room))
             return unit;
     }

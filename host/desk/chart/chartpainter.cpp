@@ -308,13 +308,16 @@ void paintLabels(QPainter& painter, const ChartLayout& chart,
         paint(heading);
 }
 
-void paintLastPrice(QPainter& painter, const ChartLayout& chart, const ChartColors& colors)
+void paintLastPrice(QPainter& painter, const ChartLayout& chart, const ChartColors& colors,
+                    const std::optional<Crosshair>& crosshair)
 {
     const QColor& color = chart.last->isRising ? colors.rising : colors.falling;
     const QRectF& place = chart.prices.place;
     painter.setPen(QPen(color, 1, Qt::DotLine, Qt::FlatCap));
     painter.drawLine(QLineF(place.left(), chart.last->at, place.right(), chart.last->at));
-    paintTag(painter, chart.last->label, color, colors.background);
+    // As other labels: rather none than half of one below that of the crosshair.
+    if (!crosshair || !crosshair->value.place.intersects(chart.last->label.place))
+        paintTag(painter, chart.last->label, color, colors.background);
 }
 
 void paintCrosshair(QPainter& painter, const ChartLayout& chart, const ChartColors& colors,
@@ -349,7 +352,7 @@ void paintChart(QPainter& painter, const ChartLayout& chart, const ChartColors& 
     painter.setPen(colors.text);
     paintLabels(painter, chart, overlay.crosshair);
     if (chart.last)
-        paintLastPrice(painter, chart, colors);
+        paintLastPrice(painter, chart, colors, overlay.crosshair);
     if (overlay.marked)
         fillSlots(painter, chart, *overlay.marked, colors.band);
     if (overlay.crosshair)

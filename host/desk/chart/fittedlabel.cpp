@@ -12,21 +12,42 @@ namespace vexdesk {
 
 namespace {
 
-// Where the lines of a text begin that is broken between its words.
-QList<int> beginsOfLines(const QString& text, const QFont& font, int width)
+const QString partDistance = QStringLiteral("   ");
+
+// A part that is wider than a line, broken between its words.
+QStringList brokenPart(const QString& part, const QFont& font, int width)
 {
-    QTextLayout layout(text, font);
+    QTextLayout layout(part, font);
     QTextOption option;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     layout.setTextOption(option);
-    QList<int> begins;
+    QStringList lines;
     layout.beginLayout();
     for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
         line.setLineWidth(std::max(1, width));
-        begins.append(line.textStart());
+        lines.append(part.mid(line.textStart(), line.textLength()).trimmed());
     }
     layout.endLayout();
-    return begins;
+    return lines;
+}
+
+// A name and its number stay together where they can.
+QStringList linesOf(const QString& text, const QFont& font, int width)
+{
+    const QFontMetrics metrics(font);
+    const auto isFitting = [&](const QString& line) {
+        return metrics.horizontalAdvance(line) <= width;
+    };
+    QStringList lines;
+    for (const QString& part : text.split(partDistance, Qt::SkipEmptyParts)) {
+        if (!lines.isEmpty() && isFitting(lines.constLast() + partDistance + part))
+            lines.last() += partDistance + part;
+        else if (isFitting(part))
+            lines.append(part);
+        else
+            lines.append(brokenPart(part, font, width));
+    }
+    return lines;
 }
 
 } // namespace
@@ -52,20 +73,18 @@ void FittedLabel::setLines(int lines)
 
 int FittedLabel::linesFor(const QString& text, int width) const
 {
-    return static_cast<int>(beginsOfLines(text, font(), width).size());
+    return std::max(1, static_cast<int>(linesOf(text, font(), width).size()));
 }
 
 QStringList FittedLabel::shownLines() const
 {
-    const QString all = text();
-    const QList<int> begins = beginsOfLines(all, font(), width());
-    QStringList shown;
-    for (qsizetype i = 0; i < begins.size() && i < m_lines; ++i) {
-        const bool isLast = i + 1 == m_lines || i + 1 == begins.size();
-        const QString line =
-            all.mid(begins.at(i), isLast ? -1 : begins.at(i + 1) - begins.at(i)).trimmed();
-        shown.append(isLast ? fontMetrics().elidedText(line, Qt::ElideRight, width()) : line);
-    }
+    const QStringList all = linesOf(text(), font(), width());
+    if (all.size() <= m_lines)
+        return all;
+    QStringList shown = all.first(m_lines);
+    // With a word more than has room, or the line would not look cut off.
+    const QString cut = shown.constLast() + partDistance + all.at(m_lines);
+    shown.last() = fontMetrics().elidedText(cut, Qt::ElideRight, width());
     return shown;
 }
 
@@ -90,7 +109,7 @@ bool FittedLabel::event(QEvent* event)
 {
     if (event->type() == QEvent::ToolTip && isElided()) {
         // A tool tip does not break lines by itself: the parts stand below each other.
-        const QString all = text().replace(QStringLiteral("   "), QStringLiteral("\n"));
+        const QString all = text().replace(partDistance, QStringLiteral("\n"));
         const QString more = toolTip().isEmpty() ? QString() : QStringLiteral("\n\n") + toolTip();
         QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), all + more, this);
         return true;

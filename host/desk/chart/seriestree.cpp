@@ -89,6 +89,7 @@ SeriesTree::SeriesTree(const QString& root, QWidget* parent)
     constexpr int leastTitle = 24;
     m_view->header()->resizeSection(SeriesTreeModel::TitleColumn, leastTitle);
     m_view->header()->setStretchLastSection(true);
+    m_view->header()->setTextElideMode(Qt::ElideRight);
     m_message->setObjectName(QStringLiteral("seriesMessage"));
     m_message->setTextFormat(Qt::PlainText);
     m_message->setWordWrap(true);

@@ -481,6 +481,11 @@ void TestChartPage::theReadoutHasNoEmptyLines()
     pointAt(QTime(10, 19)); // the one with the longest numbers
     QCOMPARE(label->shownLines().size(), label->lines());
     QCOMPARE(label->shownLines().join(u' ').simplified(), readout().simplified());
+    // No number is torn from its name.
+    for (const QString& line : label->shownLines())
+        QVERIFY2(line.back().isDigit(), qPrintable(line));
+    for (const QString& line : label->shownLines().mid(1))
+        QVERIFY2(line.front().isLetter(), qPrintable(line));
 }
 
 void TestChartPage::whatHasNoRoomIsInTheToolTip()

@@ -107,6 +107,7 @@ private Q_SLOTS:
     void theMouseReadsABar();
     void theCrosshairGoesWithTheMouse();
     void theCrosshairIsDrawn();
+    void noLabelLooksOutFromBelowTheCrosshairs();
     void aDragHidesTheCrosshair();
     void marksAreToldWithTheBar();
     void unreadDaysLookDifferent();
@@ -667,6 +668,20 @@ void TestChartView::theCrosshairIsDrawn()
         QCOMPARE(with.pixelColor(label->place.topLeft().toPoint() + QPoint(1, 1)), tag);
     testsupport::leaveWidget(m_view.get());
     QCOMPARE(picture(), without);
+}
+
+void TestChartView::noLabelLooksOutFromBelowTheCrosshairs()
+{
+    QVERIFY(m_view->chart().last);
+    const vexdesk::LastPrice last = *m_view->chart().last;
+    const auto colors = ChartColors::of(m_view->palette());
+    const QPoint corner = last.label.place.topLeft().toPoint() + QPoint(1, 1);
+    const QColor color = last.isRising ? colors.rising : colors.falling;
+    QCOMPARE(picture().pixelColor(corner), color);
+    moveMouse(m_view.get(), {middle().x(), int(last.at) + 8});
+    QVERIFY(m_view->crosshair()->value.place.intersects(last.label.place));
+    QVERIFY(!m_view->crosshair()->value.place.contains(corner));
+    QVERIFY(picture().pixelColor(corner) != color);
 }
 
 void TestChartView::aDragHidesTheCrosshair()
