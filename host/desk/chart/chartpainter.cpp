@@ -294,10 +294,12 @@ void paintLabels(QPainter& painter, const ChartLayout& chart,
         covered = {crosshair->time.place, crosshair->value.place};
     if (chart.last)
         covered.push_back(chart.last->label.place);
+    constexpr double distance = 4;
     const auto paint = [&](const ChartLabel& label) {
-        // Rather none than what is left of one below another.
+        // Rather none than what is left of one below another, or than two that look like one.
+        const QRectF around = label.place.adjusted(-distance, 0, distance, 0);
         if (std::none_of(covered.begin(), covered.end(),
-                         [&label](const QRectF& place) { return place.intersects(label.place); }))
+                         [&around](const QRectF& place) { return place.intersects(around); }))
             painter.drawText(label.place, Qt::AlignCenter | Qt::TextDontClip, label.text);
     };
     for (const auto* const lines : {&chart.prices.lines, &chart.volumes.lines, &chart.times}) {

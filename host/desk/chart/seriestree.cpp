@@ -89,7 +89,6 @@ SeriesTree::SeriesTree(const QString& root, QWidget* parent)
     constexpr int leastTitle = 24;
     m_view->header()->resizeSection(SeriesTreeModel::TitleColumn, leastTitle);
     m_view->header()->setStretchLastSection(true);
-    m_view->header()->setTextElideMode(Qt::ElideRight);
     m_message->setObjectName(QStringLiteral("seriesMessage"));
     m_message->setTextFormat(Qt::PlainText);
     m_message->setWordWrap(true);
@@ -115,7 +114,7 @@ SeriesTree::~SeriesTree() = default;
 
 QSize SeriesTree::sizeHint() const
 {
-    constexpr QSize usual(360, 400);
+    constexpr QSize usual(376, 400);
     return usual;
 }
 
