@@ -7,7 +7,8 @@ namespace vexdesk {
 
 /// Shows plain text in the lines that it is given, whatever room the text would like. Parts of it
 /// with three blanks between them are not torn apart where they can be whole; what has no room in
-/// the last line is an ellipsis there, and all of it is in the tool tip. User-interface thread only.
+/// the last line is an ellipsis there, and all of it is in the tool tip. User-interface thread
+/// only.
 class FittedLabel final : public QLabel
 {
     Q_OBJECT
