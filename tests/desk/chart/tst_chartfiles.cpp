@@ -43,6 +43,23 @@ ChartLayout layOut()
                                 {640, 400}, QFont());
 }
 
+// With half a candle at each side, rows, and a line that comes from far above.
+ChartLayout layOutHalves()
+{
+    std::vector<vexdesk::Bar> bars = testsupport::makeBars(firstDay, 200);
+    for (size_t i = 0; i < 120; ++i) {
+        for (double* const price : {&bars[i].open, &bars[i].high, &bars[i].low, &bars[i].close})
+            *price += 500;
+    }
+    return vexdesk::layOutChart({axisOf(testsupport::seriesOf({bars}), Timeframe::Minute),
+                                 {120.5, 150.5},
+                                 {},
+                                 {std::make_shared<vexdesk::MovingAverage>(20),
+                                  std::make_shared<vexdesk::VolumeByPrice>(24)},
+                                 {}},
+                                {640, 400}, QFont());
+}
+
 std::vector<Candle> candlesOf(const testsupport::SeriesPointer& series, Timeframe timeframe,
                               const vexdesk::SlotRange& range)
 {
@@ -179,19 +196,7 @@ void TestChartFiles::aVectorPictureHasTheTexts()
 // nothing belongs, with half a candle at each side, rows and a line that comes from far above.
 void TestChartFiles::aVectorPictureHasNothingBesideThePanes()
 {
-    std::vector<vexdesk::Bar> bars = testsupport::makeBars(firstDay, 200);
-    for (size_t i = 0; i < 120; ++i) {
-        for (double* const price : {&bars[i].open, &bars[i].high, &bars[i].low, &bars[i].close})
-            *price += 500;
-    }
-    const ChartLayout chart =
-        vexdesk::layOutChart({axisOf(testsupport::seriesOf({bars}), Timeframe::Minute),
-                              {120.5, 150.5},
-                              {},
-                              {std::make_shared<vexdesk::MovingAverage>(20),
-                               std::make_shared<vexdesk::VolumeByPrice>(24)},
-                              {}},
-                             {640, 400}, QFont());
+    const ChartLayout chart = layOutHalves();
     const QTemporaryDir directory;
     const QString path = directory.filePath(QStringLiteral("chart.svg"));
     QCOMPARE(vexdesk::saveChart(chart, colors(), 1, path), vexdesk::Outcome());
