@@ -131,6 +131,45 @@
     </message>
 </context>
 <context>
+    <name>vexdesk::BarsCopier</name>
+    <message>
+        <source>Копирование баров отменено</source>
+        <translation>Copying of bars given up</translation>
+    </message>
+    <message>
+        <source>Копирование баров: день %1 из %2 (Esc — отменить)</source>
+        <translation>Copying bars: day %1 of %2 (Esc gives up)</translation>
+    </message>
+    <message>
+        <source>Бары не скопированы: их больше %1. Отметьте меньший отрезок или выберите больший таймфрейм.</source>
+        <translation>The bars were not copied: there are more than %1. Mark a shorter range or choose a longer timeframe.</translation>
+    </message>
+    <message>
+        <source>Копировать нечего: в этом отрезке нет баров</source>
+        <translation>Nothing to copy: there are no bars in this range</translation>
+    </message>
+    <message>
+        <source>Скопировано баров: %1</source>
+        <translation>Bars copied: %1</translation>
+    </message>
+    <message>
+        <source>Копирование баров</source>
+        <translation>Copying of bars</translation>
+    </message>
+    <message>
+        <source>Бары прочитаны не за все дни. Не удалось прочитать дней: %1, первый из них — %2.
+
+Скопировать остальные?</source>
+        <translation>Not all days could be read. Days without bars: %1, the first of them %2.
+
+Copy the others?</translation>
+    </message>
+    <message>
+        <source>Скопировать</source>
+        <translation>Copy</translation>
+    </message>
+</context>
+<context>
     <name>vexdesk::ChartCommands</name>
     <message>
         <source>График</source>
@@ -311,6 +350,10 @@
         <source>Не удалось записать файл &quot;%1&quot;: %2</source>
         <translation>Could not write the file &quot;%1&quot;: %2</translation>
     </message>
+    <message>
+        <source>Не удалось нарисовать картинку &quot;%1&quot;</source>
+        <translation>Cannot draw the picture &quot;%1&quot;</translation>
+    </message>
 </context>
 <context>
     <name>vexdesk::ChartPage</name>
@@ -365,6 +408,14 @@
     <message>
         <source>Чтение баров: день %1 из %2</source>
         <translation>Reading bars: day %1 of %2</translation>
+    </message>
+    <message>
+        <source>Картинка скопирована в буфер обмена</source>
+        <translation>The picture is in the clipboard</translation>
+    </message>
+    <message>
+        <source>Картинка %1 сохранена в каталоге %2</source>
+        <translation>Picture %1 saved in the folder %2</translation>
     </message>
 </context>
 <context>
@@ -581,6 +632,22 @@ If both change history or settings, the changes of one of them will be lost.</tr
     <message>
         <source>Этого дня нет, ближайший — %1</source>
         <translation>There is no such day, the nearest is %1</translation>
+    </message>
+    <message>
+        <source>День, день и месяц или дата целиком: 29, 29.02, 29.02.2024; стрелки вверх и вниз — соседние дни</source>
+        <translation>A day, a day and a month, or a whole date, in the order in which it is shown; the arrow keys up and down go to the days beside it</translation>
+    </message>
+    <message>
+        <source>Календарь</source>
+        <translation>Calendar</translation>
+    </message>
+    <message>
+        <source>Это не дата. Нужна, например, %1</source>
+        <translation>This is no date. One is, for example, %1</translation>
+    </message>
+    <message>
+        <source>%1. Хранятся дни с %2 по %3</source>
+        <translation>%1. Stored days: %2 to %3</translation>
     </message>
 </context>
 <context>
