@@ -99,9 +99,9 @@ void measureTimeframe(ChartView& view, Timeframe timeframe, int frames)
     const SlotRange reach = view.reach();
     for (const double slotCount : {80.0, 260.0}) {
         const double length = std::min(slotCount, reach.length());
-        view.setRange({reach.begin, reach.begin + length});
+        view.setRange({reach.end - length, reach.end});
         measure(view, (name + ", scrolled").constData(), frames,
-                [&view](int) { view.scroll(0.07); });
+                [&view](int) { view.scroll(-0.07); });
         measure(view, (name + ", anywhere").constData(), frames, [&](int i) {
             const double begin = reach.begin + (reach.length() - length) * i / frames;
             view.setRange({begin, begin + length});

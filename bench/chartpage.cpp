@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // What a user waits for who opens a chart: a whole page of the terminal, shown with a series of
 // which nothing is in memory, to its first picture with candles and to the one in which nothing is
-// missing any more; and what it does when a day comes to very many of which all is known. A pause is
-// the longest time on the processor that one event took from the window meanwhile, but for painting.
-// The files come from the system's cache.
+// missing any more; and what it does when a day comes to very many of which all is known. A pause
+// is the longest time on the processor that one event took from the window meanwhile, but for
+// painting. The files come from the system's cache.
 //
 //   bench_chartpage [ROUNDS] [DAYS]
 //

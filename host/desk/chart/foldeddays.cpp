@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "desk/chart/foldeddays.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace vexdesk {
@@ -17,40 +18,95 @@ FoldedDays::FoldedDays(std::shared_ptr<const BarSeries> series, Timeframe timefr
     , m_timeframe(timeframe)
     , m_pages((m_series->days().size() + pageSize - 1) / pageSize)
 {
-    // Weeks and months are made of more days than those that are compared.
-    if (before && before->m_timeframe == timeframe && timeframe <= Timeframe::Day)
+    if (before && before->m_timeframe == timeframe)
         takeOver(*before);
 }
 
 void FoldedDays::takeOver(const FoldedDays& before)
 {
-    const size_t size = m_series->days().size();
-    size_t day = 0;
-    for (size_t p = 0; p < before.m_pages.size(); ++p) {
-        for (size_t i = 0; before.m_pages[p] && i < pageSize; ++i) {
-            const auto& candles = (*before.m_pages[p])[i].candles;
-            const size_t known = p * pageSize + i;
-            if (!candles)
-                continue;
-            while (day < size && dayAt(day).day < before.dayAt(known).day)
-                ++day;
-            if (day == size)
-                return;
-            if (!isSame(day, before, known))
-                continue;
-            entryAt(day) = {candles, m_turn};
-            m_candlesKept += candles->size();
-            ++m_daysKept;
+    m_turn = before.m_turn;
+    size_t next = 0;
+    for (size_t page = 0; page < before.m_pages.size(); ++page) {
+        const std::shared_ptr<Page>& known = before.m_pages[page];
+        if (!known)
+            continue;
+        if (isPageSame(before, page)) {
+            m_pages[page] = known;
+            m_daysKept += known->daysKept;
+            m_candlesKept += known->candlesKept;
+        } else if (m_timeframe <= Timeframe::Day) {
+            // Weeks and months are made of more days than those that are compared.
+            takeOverDays(before, page, &next);
         }
     }
 }
 
-FoldedDays::Entry& FoldedDays::entryAt(size_t day)
+void FoldedDays::takeOverDays(const FoldedDays& before, size_t page, size_t* next)
 {
-    std::unique_ptr<Page>& page = m_pages[day / pageSize];
-    if (!page)
-        page = std::make_unique<Page>();
-    return (*page)[day % pageSize];
+    const size_t size = m_series->days().size();
+    for (size_t i = 0; i < pageSize; ++i) {
+        const Entry& entry = before.m_pages[page]->days[i];
+        const size_t known = page * pageSize + i;
+        if (!entry.candles)
+            continue;
+        while (*next < size && dayAt(*next).day < before.dayAt(known).day)
+            ++*next;
+        if (*next == size)
+            return;
+        if (isSame(*next, before, known))
+            keep(*next, entry.candles);
+    }
+}
+
+// Whether all days of a page have the same places in both, with their neighbours, and with the
+// weeks or months that reach into it.
+bool FoldedDays::isPageSame(const FoldedDays& before, size_t page) const
+{
+    if (page >= m_pages.size())
+        return false;
+    constexpr size_t month = 31;
+    const size_t beside = m_timeframe > Timeframe::Day ? month : 1;
+    const size_t begin = page * pageSize;
+    const size_t end = begin + pageSize;
+    for (size_t day = begin - std::min(begin, beside); day < end + beside; ++day) {
+        const bool needsBars = isBelowDay(m_timeframe) && day >= begin && day < end;
+        if (!isSameAt(before, day, needsBars))
+            return false;
+    }
+    return true;
+}
+
+// Beyond the ends of both there is the same.
+bool FoldedDays::isSameAt(const FoldedDays& before, size_t day, bool needsBars) const
+{
+    const bool isThere = day < m_series->days().size();
+    const bool wasThere = day < before.m_series->days().size();
+    if (!isThere || !wasThere)
+        return isThere == wasThere;
+    const SeriesDay& now = dayAt(day);
+    const SeriesDay& then = before.dayAt(day);
+    return now.day == then.day && now.summary == then.summary && now.bytes == then.bytes &&
+           (!needsBars || now.bars == then.bars);
+}
+
+FoldedDays::Page& FoldedDays::changedPage(size_t page)
+{
+    std::shared_ptr<Page>& changed = m_pages[page];
+    if (!changed)
+        changed = std::make_shared<Page>();
+    else if (changed.use_count() > 1)
+        changed = std::make_shared<Page>(*changed);
+    return *changed;
+}
+
+void FoldedDays::keep(size_t day, std::shared_ptr<const std::vector<Candle>> candles)
+{
+    Page& page = changedPage(day / pageSize);
+    page.candlesKept += candles->size();
+    ++page.daysKept;
+    m_candlesKept += candles->size();
+    ++m_daysKept;
+    page.days[day % pageSize] = {std::move(candles), m_turn};
 }
 
 // Whether what the candles of a day are made of is the same: the day itself, and at midnight its
@@ -73,22 +129,23 @@ const DaySummary* FoldedDays::summaryAt(size_t day) const
 
 const std::vector<Candle>& FoldedDays::of(qsizetype day)
 {
-    Entry& entry = entryAt(static_cast<size_t>(day));
-    if (!entry.candles) {
-        entry.candles =
-            std::make_shared<const std::vector<Candle>>(foldDay(*m_series, day, m_timeframe));
-        m_candlesKept += entry.candles->size();
-        ++m_daysKept;
-    }
+    const auto at = static_cast<size_t>(day);
+    const std::shared_ptr<Page>& page = m_pages[at / pageSize];
+    if (!page || !page->days[at % pageSize].candles)
+        keep(at, std::make_shared<const std::vector<Candle>>(foldDay(*m_series, day, m_timeframe)));
+    Entry& entry = page->days[at % pageSize];
     entry.turn = m_turn;
     return *entry.candles;
 }
 
-void FoldedDays::letGoOf(Page& page)
+void FoldedDays::letGoOf(size_t page)
 {
-    for (Entry& entry : page) {
+    Page& changed = changedPage(page);
+    for (Entry& entry : changed.days) {
         if (!entry.candles || entry.turn == m_turn)
             continue;
+        changed.candlesKept -= entry.candles->size();
+        --changed.daysKept;
         m_candlesKept -= entry.candles->size();
         --m_daysKept;
         entry.candles.reset();
@@ -98,9 +155,9 @@ void FoldedDays::letGoOf(Page& page)
 void FoldedDays::letGo()
 {
     if (m_candlesKept > mostCandles) {
-        for (const std::unique_ptr<Page>& page : m_pages) {
-            if (page)
-                letGoOf(*page);
+        for (size_t page = 0; page < m_pages.size(); ++page) {
+            if (m_pages[page])
+                letGoOf(page);
         }
     }
     ++m_turn;

@@ -40,12 +40,22 @@ private:
     };
 
     static constexpr size_t pageSize = 128; // days
-    using Page = std::array<Entry, pageSize>;
+    // Shared by those that know the same days; one that is shared is not changed but copied.
+    struct Page
+    {
+        std::array<Entry, pageSize> days;
+        size_t daysKept = 0;
+        size_t candlesKept = 0;
+    };
 
     void takeOver(const FoldedDays& before);
-    void letGoOf(Page& page);
-    Entry& entryAt(size_t day);
+    void takeOverDays(const FoldedDays& before, size_t page, size_t* next);
+    bool isPageSame(const FoldedDays& before, size_t page) const;
+    bool isSameAt(const FoldedDays& before, size_t day, bool needsBars) const;
     bool isSame(size_t day, const FoldedDays& before, size_t dayBefore) const;
+    void letGoOf(size_t page);
+    Page& changedPage(size_t page);
+    void keep(size_t day, std::shared_ptr<const std::vector<Candle>> candles);
     const SeriesDay& dayAt(size_t day) const { return m_series->days()[day]; }
     const DaySummary* summaryAt(size_t day) const;
 
@@ -53,7 +63,7 @@ private:
     Timeframe m_timeframe;
     // Of the days of the series, without candles those that were not folded. Most series are long
     // and looked at in one place: only pages with something in them are there.
-    std::vector<std::unique_ptr<Page>> m_pages;
+    std::vector<std::shared_ptr<Page>> m_pages;
     size_t m_daysKept = 0;
     size_t m_candlesKept = 0;
     int m_turn = 0;
