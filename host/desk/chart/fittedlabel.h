@@ -26,6 +26,8 @@ public:
     QStringList shownLines() const;
     bool isElided() const;
 
+    /// What all of the text would need; the label's own height is that of its lines.
+    int heightForWidth(int width) const override;
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
     bool hasHeightForWidth() const override { return false; }
@@ -35,6 +37,8 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    int heightOf(int lines) const;
+
     int m_lines = 1;
 };
 
