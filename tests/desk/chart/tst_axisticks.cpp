@@ -51,6 +51,8 @@ class TestAxisTicks final : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    // Texts as they are anywhere.
+    void initTestCase() { QLocale::setDefault(QLocale::c()); }
     void init() { testsupport::failOnStrayWarnings(); }
 
     void datesFollowTheLanguage_data();
