@@ -6,7 +6,6 @@
 #include "desk/chart/charttabs.h"
 #include "desk/chart/chartview.h"
 #include "desk/chart/gotodialog.h"
-#include "desk/chart/wallclock.h"
 #include "desk/commands.h"
 #include "desk/deskapplication.h"
 #include "desk/mainwindow.h"
