@@ -217,38 +217,45 @@ double StoredDay::largestValue() const
 
 void FileDay::clear()
 {
-    m_text.resize(0);
+    m_size = 0;
     m_lines.clear();
     m_isAscending = true;
 }
 
 void FileDay::add(const vexdesk::StoredBar& bar)
 {
-    const qsizetype begin = m_text.size();
-    m_text.resize(begin + vexdesk::maxRecordLine);
-    char* const to = m_text.data();
-    m_text.resize(vexdesk::writeRecordLine(to + begin, bar) - to);
-    addLine(bar.time.msecsSinceStartOfDay() / 1000, begin);
+    char* const to = makeRoom(vexdesk::maxRecordLine);
+    addLine(bar.time.msecsSinceStartOfDay() / 1000, vexdesk::writeRecordLine(to, bar));
 }
 
 void FileDay::add(int second, QByteArrayView line)
 {
-    const qsizetype begin = m_text.size();
-    m_text.append(line).append('\n');
-    addLine(second, begin);
+    char* const end = std::copy(line.begin(), line.end(), makeRoom(line.size() + 1));
+    *end = '\n';
+    addLine(second, end + 1);
 }
 
-void FileDay::addLine(int second, qsizetype begin)
+// Behind the lines, which may move.
+char* FileDay::makeRoom(qsizetype size)
 {
+    if (m_room.size() - m_size < size)
+        m_room.resize(2 * m_size + size);
+    return m_room.data() + m_size;
+}
+
+void FileDay::addLine(int second, const char* end)
+{
+    const qsizetype begin = m_size;
+    m_size = end - m_room.constData();
     m_isAscending = m_isAscending && (m_lines.empty() || m_lines.back().second < second);
-    m_lines.push_back({second, begin, m_text.size() - 1 - begin, false});
+    m_lines.push_back({second, begin, m_size - 1 - begin, false});
 }
 
 MergedDay mergedDay(const StoredDay& stored, const FileDay& file, ImportMode mode)
 {
     MergedDay day;
     if (stored.lines().empty() && file.isAscending())
-        day = {file.text(), static_cast<qint64>(file.lines().size()), false};
+        day = {file.text().toByteArray(), static_cast<qint64>(file.lines().size()), false};
     else
         day = Merge(stored, file, mode).run();
     day.isSame = stored.holds(day.content);

@@ -79,14 +79,16 @@ public:
     bool isEmpty() const { return m_lines.empty(); }
     const std::vector<DayLine>& lines() const { return m_lines; }
     /// The lines, each with its line end.
-    const QByteArray& text() const { return m_text; }
+    QByteArrayView text() const { return QByteArrayView(m_room).first(m_size); }
     /// Whether each bar is later than the one before.
     bool isAscending() const { return m_isAscending; }
 
 private:
-    void addLine(int second, qsizetype begin);
+    char* makeRoom(qsizetype size);
+    void addLine(int second, const char* end);
 
-    QByteArray m_text;
+    QByteArray m_room; ///< for the text; grows by more than a line
+    qsizetype m_size = 0;
     std::vector<DayLine> m_lines;
     bool m_isAscending = true;
 };

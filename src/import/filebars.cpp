@@ -84,12 +84,26 @@ void FileBars::skipHeader()
 
 void FileBars::parse(FileLine* line)
 {
-    if (!m_parser.parse(line->text, &line->bar))
+    if (!parsePlainly(line))
         parseSlowly(line);
+}
+
+bool FileBars::parsePlainly(FileLine* line)
+{
+    line->hasNumbers = !m_leavesNumbers;
+    return m_leavesNumbers ? m_parser.check(line->text, &line->bar)
+                           : m_parser.parse(line->text, &line->bar);
+}
+
+void FileBars::readNumbers(FileLine* line)
+{
+    if (!line->hasNumbers)
+        line->hasNumbers = m_parser.readNumbers(&line->bar);
 }
 
 void FileBars::parseSlowly(FileLine* line)
 {
+    line->hasNumbers = true;
     line->bar = BarDescription();
     if (!line->bar.init(vexdesk::textFromUtf8(line->text), m_details))
         line->isBlank = isBlank(line->text);
@@ -98,7 +112,7 @@ void FileBars::parseSlowly(FileLine* line)
 // The ticker says with how many decimals the line is read.
 void FileBars::parseOfTicker(FileLine* line)
 {
-    if (!m_parser.parse(line->text, &line->bar)) {
+    if (!parsePlainly(line)) {
         const QString text = vexdesk::textFromUtf8(line->text);
         if (const auto code = fieldOfLine(text, m_details, ColumnRole::Ticker))
             takeTicker(code->toUtf8());

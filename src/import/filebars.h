@@ -27,6 +27,7 @@ struct FileLine
     BarDescription bar = {};  ///< what it says, after the clock; not valid for a bad line
     QDate writtenDate = {};   ///< of the bar as the file has it, before the clock
     QString ticker = {};      ///< of a bar where the details have a column for it
+    bool hasNumbers = true;   ///< of a bar; see FileBars::leaveNumbers()
 
     bool isBad() const { return !bar.valid; }
     /// What is wrong with a bad line.
@@ -55,6 +56,11 @@ public:
     /// Whether the file is no longer what it was then.
     bool isChanged() const { return m_lines.isChanged(); }
 
+    /// From now on the prices and amounts of a bar are left where it is plain that there are some.
+    void leaveNumbers() { m_leavesNumbers = true; }
+    /// Reads those of the bar that came last.
+    void readNumbers(FileLine* line);
+
     /// Takes the next line after the header; false at the end, and where reading failed.
     bool next(FileLine* line);
 
@@ -68,6 +74,7 @@ public:
 private:
     void skipHeader();
     void parse(FileLine* line);
+    bool parsePlainly(FileLine* line);
     void parseSlowly(FileLine* line);
     void parseOfTicker(FileLine* line);
     bool takeTicker(QByteArrayView code);
@@ -79,6 +86,7 @@ private:
     PlainLineParser m_parser;
     std::optional<ClockChange> m_clock; ///< where it changes anything
     bool m_hasTicker;
+    bool m_leavesNumbers = false;
     qint64 m_number = 0;
     QByteArray m_tickerCode; ///< the ticker that came last, and what it was found to be
     QString m_ticker;

@@ -5,7 +5,9 @@
 
 #include <QtCore/QFileInfo>
 
+#include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace tadata {
 
@@ -17,48 +19,43 @@ Outcome FileComparison::open(const QString& path)
     m_file.close();
     m_file.setFileName(path);
     m_outcome = Outcome();
-    m_size = 0;
+    m_begin = m_end = 0;
     // To open a pipe is to wait for somebody who writes into it.
     m_isSame = QFileInfo(path).isFile() && m_file.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
     return m_isSame ? Outcome() : cannotOpen(path);
 }
 
-void FileComparison::append(const vexdesk::StoredBar& bar)
+void FileComparison::compare(const vexdesk::StoredBar& bar)
 {
-    char* const begin = m_lines.data();
-    m_size = vexdesk::writeRecordLine(begin + m_size, bar) - begin;
-    if (m_size >= enough)
-        compare();
+    const qsizetype size = vexdesk::writeRecordLine(m_line.data(), bar) - m_line.data();
+    if (m_end - m_begin < size)
+        read();
+    m_isSame =
+        m_end - m_begin >= size &&
+        std::memcmp(m_line.data(), m_stored.data() + m_begin, static_cast<size_t>(size)) == 0;
+    m_begin += size;
 }
 
-void FileComparison::compare()
+// Fills the block; it has fewer bytes only at the end.
+void FileComparison::read()
 {
-    const qint64 count = read(m_size);
-    m_isSame = count == m_size &&
-               std::memcmp(m_lines.data(), m_stored.data(), static_cast<size_t>(m_size)) == 0;
-    m_size = 0;
-}
-
-// As many bytes as there are; fewer only at the end.
-qint64 FileComparison::read(qint64 count)
-{
-    qint64 have = 0;
-    while (have < count) {
-        const qint64 more = m_file.read(m_stored.data() + have, count - have);
+    std::copy(m_stored.data() + m_begin, m_stored.data() + m_end, m_stored.data());
+    m_end -= std::exchange(m_begin, 0);
+    while (m_end < blockSize) {
+        const qint64 more = m_file.read(m_stored.data() + m_end, blockSize - m_end);
         if (more < 0)
             m_outcome = cannotRead(m_file.fileName(), m_file.errorString());
         if (more <= 0)
             break;
-        have += more;
+        m_end += more;
     }
-    return have;
 }
 
 Result<bool> FileComparison::close()
 {
-    if (m_isSame && m_size > 0)
-        compare();
-    const bool isSame = m_isSame && read(1) == 0;
+    if (m_isSame && m_begin == m_end)
+        read();
+    const bool isSame = m_isSame && m_begin == m_end;
     m_file.close();
     m_isSame = false;
     if (!m_outcome)

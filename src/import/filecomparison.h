@@ -11,8 +11,8 @@
 namespace tadata {
 
 /// Tells whether a day file holds the very bytes that an import of these bars would write. Reads
-/// the file along with the bars and only as far as both are alike; neither is ever in memory as a
-/// whole. One thread at a time.
+/// the file along with the bars and not much further than both are alike; neither is ever in memory
+/// as a whole. One thread at a time.
 class FileComparison final
 {
 public:
@@ -26,25 +26,27 @@ public:
     void write(const vexdesk::StoredBar& bar)
     {
         if (m_isSame)
-            append(bar);
+            compare(bar);
     }
 
     /// Ends with what was found. Fails where the file could not be read.
     vexdesk::Result<bool> close();
 
 private:
-    static constexpr qsizetype enough = 16384;
+    static constexpr qsizetype blockSize = 16384;
+    static_assert(blockSize >= vexdesk::maxRecordLine);
 
-    void append(const vexdesk::StoredBar& bar);
-    void compare();
-    qint64 read(qint64 count);
+    void compare(const vexdesk::StoredBar& bar);
+    void read();
 
     QFile m_file;
     bool m_isSame = false; ///< so far
     vexdesk::Outcome m_outcome;
-    qsizetype m_size = 0; ///< of the lines that were not compared yet
-    std::array<char, enough + vexdesk::maxRecordLine> m_lines;
-    std::array<char, enough + vexdesk::maxRecordLine> m_stored;
+    std::array<char, vexdesk::maxRecordLine> m_line;
+    // What was read and not compared yet.
+    std::array<char, blockSize> m_stored;
+    qsizetype m_begin = 0;
+    qsizetype m_end = 0;
 };
 
 } // namespace tadata

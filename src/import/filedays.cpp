@@ -36,28 +36,29 @@ QDate FileDays::dayOf(Key key)
 
 FileDays::Key FileDays::keyOf(const FileLine& line)
 {
-    if (m_tickerSeries < 0 || line.ticker != m_ticker) {
+    if (m_series.size() > 1 && line.ticker != m_ticker) {
         m_ticker = line.ticker;
         m_tickerSeries = m_series.value(m_ticker);
     }
     return (Key(m_tickerSeries) << bitsOfDay) + (line.bar.date.toJulianDay() - firstDay);
 }
 
-Outcome FileDays::add(const FileLine& line)
+Outcome FileDays::add(FileBars& file, FileLine* line)
 {
-    const Key key = keyOf(line);
+    const Key key = keyOf(*line);
     if (key == m_aheadKey)
         return {};
     if (!m_firstLines.contains(key))
-        m_firstLines.insert(key, line.number);
+        m_firstLines.insert(key, line->number);
     if (key > m_aheadKey) {
         m_aheadKey = key;
         return {};
     }
     m_line.clear();
-    m_line.add(line.bar);
+    file.readNumbers(line);
+    m_line.add(line->bar);
     return m_sorter.add(
-        {key, m_line.lines().front().second, QByteArrayView(m_line.text()).chopped(1)});
+        {key, m_line.lines().front().second, m_line.text().chopped(1)});
 }
 
 std::vector<FileDays::Key> FileDays::keys() const

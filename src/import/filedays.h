@@ -28,8 +28,8 @@ public:
 
     explicit FileDays(const QStringList& tickers);
 
-    /// A bar of the first reading, line after line.
-    vexdesk::Outcome add(const FileLine& line);
+    /// A bar of the first reading, line after line; its numbers may have been left.
+    vexdesk::Outcome add(FileBars& file, FileLine* line);
     /// When all are added: all days, ascending.
     std::vector<Key> keys() const;
     /// The number of the first line of a day.
@@ -54,7 +54,7 @@ private:
 
     QHash<QString, int> m_series; ///< by ticker
     QString m_ticker;             ///< the one that came last, and its series
-    int m_tickerSeries = -1;
+    int m_tickerSeries = 0;
     QHash<Key, qint64> m_firstLines;
     BarSorter m_sorter;
     FileDay m_line; ///< for a bar that is put aside

@@ -20,6 +20,7 @@ Result<QStringList> tickersOf(const QString& path, const ImportDetails& details,
     FileBars file(path, details, ways.clock);
     if (!file.open())
         return cannotOpen(path);
+    file.leaveNumbers();
     QStringList tickers;
     QSet<QString> known;
     FileLine line;

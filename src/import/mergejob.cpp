@@ -83,11 +83,14 @@ private:
 
     Outcome readFile()
     {
+        // What is written is read once more; the sums of minutes need the money of all lines now.
+        if (!derivesMinutes())
+            m_file.leaveNumbers();
         FileLine line;
         while (m_file.next(&line)) {
             if (isStopped())
                 return interrupted();
-            Outcome taken = line.isBad() ? m_bad.take(line) : takeBar(line);
+            Outcome taken = line.isBad() ? m_bad.take(line) : takeBar(&line);
             if (!taken)
                 return taken;
         }
@@ -96,14 +99,14 @@ private:
         return m_file.isChanged() ? hasChanged(m_file.path()) : Outcome();
     }
 
-    Outcome takeBar(const FileLine& line)
+    Outcome takeBar(FileLine* line)
     {
         constexpr int linesOfAStep = 4096;
         if (++m_bars % linesOfAStep == 0)
             m_progress.show(0, m_file.percentDone());
         if (derivesMinutes())
-            m_largestValue = std::max(m_largestValue, sizeOfValue(line.bar.value));
-        return m_days.add(line);
+            m_largestValue = std::max(m_largestValue, sizeOfValue(line->bar.value));
+        return m_days.add(m_file, line);
     }
 
     QString pathOf(FileDays::Key key) const

@@ -36,6 +36,19 @@ bool readDigits(QByteArrayView text, Integer* number)
     return true;
 }
 
+// Digits, and maybe a point between two of them.
+bool isPlainDecimal(QByteArrayView text)
+{
+    if (text.empty() || text.front() == '.' || text.back() == '.')
+        return false;
+    int points = 0;
+    for (const char character : text) {
+        if (!isDigit(character) && (character != '.' || ++points > 1))
+            return false;
+    }
+    return true;
+}
+
 // At so many digits after the point, which it says when they are fewer than there were.
 bool readDecimal(QByteArrayView text, short decimals, decimal* number, bool* isRounded)
 {
@@ -76,18 +89,34 @@ PlainLineParser::PlainLineParser(const ImportDetails& details)
 
 bool PlainLineParser::parse(QByteArrayView line, BarDescription* bar)
 {
-    if (!m_isUsable || line.empty() || !split(line) ||
-        !readDate(field(ColumnRole::Date), &bar->date))
+    return readMoment(line, bar) && readNumbers(bar);
+}
+
+bool PlainLineParser::check(QByteArrayView line, BarDescription* bar)
+{
+    if (!readMoment(line, bar))
         return false;
-    bar->time = m_timePattern.time(field(ColumnRole::Time));
-    if (!bar->time.isValid())
-        return false;
+    bar->valid = hasPlainNumbers();
+    return bar->valid || readNumbers(bar);
+}
+
+bool PlainLineParser::readNumbers(BarDescription* bar)
+{
     try {
-        bar->valid = readNumbers(bar);
+        bar->valid = readFields(bar);
     } catch (const QString&) {
         return false;
     }
     return bar->valid;
+}
+
+bool PlainLineParser::readMoment(QByteArrayView line, BarDescription* bar)
+{
+    if (!m_isUsable || line.empty() || !split(line) ||
+        !readDate(field(ColumnRole::Date), &bar->date))
+        return false;
+    bar->time = m_timePattern.time(field(ColumnRole::Time));
+    return bar->time.isValid();
 }
 
 bool PlainLineParser::split(QByteArrayView line)
@@ -145,7 +174,7 @@ bool PlainLineParser::readDate(QByteArrayView text, QDate* date)
 
 short PlainLineParser::decimals()
 {
-    const std::tuple ids(m_details.stockId, m_details.boardId, m_details.securityId);
+    const Ids ids = idsOf(m_details);
     if (m_known != ids) {
         m_zero = decimal(0, SecurityDirectory::i().decimalsById(
                                 m_details.stockId, m_details.boardId, m_details.securityId));
@@ -154,7 +183,26 @@ short PlainLineParser::decimals()
     return static_cast<short>(m_zero.scale());
 }
 
-bool PlainLineParser::readNumbers(BarDescription* bar)
+// Whether readFields() will read them, as far as that is plain.
+bool PlainLineParser::hasPlainNumbers() const
+{
+    // So many fit, with those that the series' decimals add.
+    constexpr int mostDigits = 16;
+    static_assert(decimal::maxMantissa >= 9'999'999'999'999'999);
+    const auto isPlain = [this](ColumnRole role) {
+        const QByteArrayView text = field(role);
+        return text.size() <= mostDigits - m_zero.scale() && isPlainDecimal(text);
+    };
+    const auto isWhole = [this](ColumnRole role, auto number) {
+        return !has(static_cast<int>(role)) || readDigits(field(role), &number);
+    };
+    return m_known == idsOf(m_details) && isPlain(ColumnRole::Open) && isPlain(ColumnRole::High) &&
+           isPlain(ColumnRole::Low) && isPlain(ColumnRole::Close) && isWhole(ColumnRole::Volume, qint64()) &&
+           isWhole(ColumnRole::OpenInterest, qint32()) &&
+           (!has(static_cast<int>(ColumnRole::Value)) || isPlain(ColumnRole::Value));
+}
+
+bool PlainLineParser::readFields(BarDescription* bar)
 {
     const short decimals = this->decimals();
     bar->isRounded = false;

@@ -27,16 +27,31 @@ public:
     /// Fills a fresh bar. False, with anything in the bar, when the line is not for this parser.
     bool parse(QByteArrayView line, BarDescription* bar);
 
+    /// The same for those who need to know no more than when the bar is: that the numbers of a line
+    /// can be read is mostly seen without reading them. They are anything until readNumbers().
+    bool check(QByteArrayView line, BarDescription* bar);
+    /// Completes the bar of the line that was checked last, which must still be there.
+    bool readNumbers(BarDescription* bar);
+
     /// A field of the line that was parsed last, whose role has a column. As long as the line.
     QByteArrayView field(ColumnRole role) const { return field(static_cast<int>(role)); }
 
 private:
+    bool readMoment(QByteArrayView line, BarDescription* bar);
     bool split(QByteArrayView line);
     bool readDate(QByteArrayView field, QDate* date);
-    bool readNumbers(BarDescription* bar);
+    bool hasPlainNumbers() const;
+    bool readFields(BarDescription* bar);
     short decimals();
     QByteArrayView field(int role) const;
     bool has(int role) const;
+
+    /// Of a series.
+    using Ids = std::tuple<qint32, qint32, qint64>;
+    static Ids idsOf(const ImportDetails& details)
+    {
+        return {details.stockId, details.boardId, details.securityId};
+    }
 
     static constexpr int roles = static_cast<int>(ColumnRole::Ticker) + 1;
     static constexpr int maxFields = 32;
@@ -53,7 +68,7 @@ private:
     QByteArray m_dateText; ///< of the line before, and what it was read as
     QDate m_date;
     /// Whose decimals were looked up last, and these.
-    std::optional<std::tuple<qint32, qint32, qint64>> m_known;
+    std::optional<Ids> m_known;
     decimal m_zero; ///< with so many decimals
 };
 

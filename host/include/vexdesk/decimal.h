@@ -76,7 +76,9 @@ public:
     }
     friend std::strong_ordering operator<=>(const decimal& left, const decimal& right) noexcept
     {
-        return left.compare(right) <=> 0;
+        // Packed numbers of one scale have the order of their mantissas.
+        return left.scale() == right.scale() ? left.m_packed <=> right.m_packed
+                                             : left.compare(right) <=> 0;
     }
 
 private:
