@@ -255,7 +255,8 @@ MergedDay mergedDay(const StoredDay& stored, const FileDay& file, ImportMode mod
 {
     MergedDay day;
     if (stored.lines().empty() && file.isAscending())
-        day = {file.text().toByteArray(), static_cast<qint64>(file.lines().size()), false};
+        day = {QByteArray::fromRawData(file.text().data(), file.text().size()),
+               static_cast<qint64>(file.lines().size()), false};
     else
         day = Merge(stored, file, mode).run();
     day.isSame = stored.holds(day.content);

@@ -96,7 +96,7 @@ private:
 /// A day as it becomes.
 struct MergedDay
 {
-    QByteArray content;
+    QByteArray content;  ///< where nothing is stored, a view into the text of the file's day
     qint64 keyCount = 0; ///< times that have a bar
     bool isSame = false; ///< the file has these very bytes already
 };

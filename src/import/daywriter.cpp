@@ -60,10 +60,11 @@ Outcome DayWriter::write(const QDate& day, const QByteArray& content,
 {
     const bool derives = m_timeframe == vexdesk::secondTimeframe;
     const QString path = m_directory.filePath(vexdesk::dayFileName(day, m_timeframe));
-    const QString minutePath = m_directory.filePath(vexdesk::minuteFileName(day));
-    const QStringList paths = derives ? QStringList{path, minutePath} : QStringList{path};
+    QStringList paths{path};
     Waiting minutes;
     if (derives) {
+        const QString minutePath = m_directory.filePath(vexdesk::minuteFileName(day));
+        paths.append(minutePath);
         try {
             minutes = {minutePath, vexdesk::fileState(minutePath), derivedMinutes(content)};
         } catch (const QString& message) {

@@ -30,9 +30,8 @@ void FileComparison::compare(const vexdesk::StoredBar& bar)
     const qsizetype size = vexdesk::writeRecordLine(m_line.data(), bar) - m_line.data();
     if (m_end - m_begin < size)
         read();
-    m_isSame =
-        m_end - m_begin >= size &&
-        std::memcmp(m_line.data(), m_stored.data() + m_begin, static_cast<size_t>(size)) == 0;
+    m_isSame = m_end - m_begin >= size && std::memcmp(m_line.data(), m_stored.data() + m_begin,
+                                                      static_cast<size_t>(size)) == 0;
     m_begin += size;
 }
 

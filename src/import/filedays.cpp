@@ -19,6 +19,7 @@ constexpr FileDays::Key firstDay = -(FileDays::Key(1) << (bitsOfDay - 1));
 } // namespace
 
 FileDays::FileDays(const QStringList& tickers)
+    : m_hasMany(tickers.size() > 1)
 {
     for (const QString& ticker : tickers)
         m_series.insert(ticker, static_cast<int>(m_series.size()));
@@ -36,7 +37,7 @@ QDate FileDays::dayOf(Key key)
 
 FileDays::Key FileDays::keyOf(const FileLine& line)
 {
-    if (m_series.size() > 1 && line.ticker != m_ticker) {
+    if (m_hasMany && line.ticker != m_ticker) {
         m_ticker = line.ticker;
         m_tickerSeries = m_series.value(m_ticker);
     }
@@ -57,8 +58,7 @@ Outcome FileDays::add(FileBars& file, FileLine* line)
     m_line.clear();
     file.readNumbers(line);
     m_line.add(line->bar);
-    return m_sorter.add(
-        {key, m_line.lines().front().second, m_line.text().chopped(1)});
+    return m_sorter.add({key, m_line.lines().front().second, m_line.text().chopped(1)});
 }
 
 std::vector<FileDays::Key> FileDays::keys() const

@@ -53,7 +53,8 @@ private:
     void takeSorted();
 
     QHash<QString, int> m_series; ///< by ticker
-    QString m_ticker;             ///< the one that came last, and its series
+    bool m_hasMany;
+    QString m_ticker; ///< of many, the one that came last, and its series
     int m_tickerSeries = 0;
     QHash<Key, qint64> m_firstLines;
     BarSorter m_sorter;

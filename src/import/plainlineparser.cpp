@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <bit>
 #include <climits>
+#include <cstring>
 
 namespace tadata {
 
@@ -36,17 +37,22 @@ bool readDigits(QByteArrayView text, Integer* number)
     return true;
 }
 
-// Digits, and maybe a point between two of them.
+// Up to eight characters, digits and maybe a point between two of them, at the end of a word.
 bool isPlainDecimal(QByteArrayView text)
 {
-    if (text.empty() || text.front() == '.' || text.back() == '.')
+    if (text.empty() || text.size() > wordSize)
         return false;
-    int points = 0;
-    for (const char character : text) {
-        if (!isDigit(character) && (character != '.' || ++points > 1))
-            return false;
-    }
-    return true;
+    quint64 word = 0;
+    std::memcpy(&word, text.end() - wordSize, wordSize);
+    const qsizetype before = wordSize - text.size();
+    word = (word ^ inEachByte * '0') >> before * CHAR_BIT << before * CHAR_BIT;
+    // The highest bit of each byte above 9; of several, one may be too much.
+    const quint64 others = ((word + inEachByte * (0x80 - 10)) | word) & inEachByte << 7;
+    if (others == 0)
+        return true;
+    const int place = std::countr_zero(others) / CHAR_BIT;
+    return (others & (others - 1)) == 0 && text.end()[place - wordSize] == '.' && place > before &&
+           place < wordSize - 1;
 }
 
 // At so many digits after the point, which it says when they are fewer than there were.
@@ -186,18 +192,20 @@ short PlainLineParser::decimals()
 // Whether readFields() will read them, as far as that is plain.
 bool PlainLineParser::hasPlainNumbers() const
 {
-    // So many fit, with those that the series' decimals add.
-    constexpr int mostDigits = 16;
+    // Numbers of a word fit with so many more.
+    constexpr int mostDecimals = 8;
     static_assert(decimal::maxMantissa >= 9'999'999'999'999'999);
-    const auto isPlain = [this](ColumnRole role) {
+    const char* const least = m_begins.front() + wordSize;
+    const auto isPlain = [this, least](ColumnRole role) {
         const QByteArrayView text = field(role);
-        return text.size() <= mostDigits - m_zero.scale() && isPlainDecimal(text);
+        return text.end() >= least && isPlainDecimal(text);
     };
     const auto isWhole = [this](ColumnRole role, auto number) {
         return !has(static_cast<int>(role)) || readDigits(field(role), &number);
     };
-    return m_known == idsOf(m_details) && isPlain(ColumnRole::Open) && isPlain(ColumnRole::High) &&
-           isPlain(ColumnRole::Low) && isPlain(ColumnRole::Close) && isWhole(ColumnRole::Volume, qint64()) &&
+    return isLittleEndian && m_known == idsOf(m_details) && m_zero.scale() <= mostDecimals &&
+           isPlain(ColumnRole::Open) && isPlain(ColumnRole::High) && isPlain(ColumnRole::Low) &&
+           isPlain(ColumnRole::Close) && isWhole(ColumnRole::Volume, qint64()) &&
            isWhole(ColumnRole::OpenInterest, qint32()) &&
            (!has(static_cast<int>(ColumnRole::Value)) || isPlain(ColumnRole::Value));
 }

@@ -300,21 +300,24 @@ WholeFile::WholeFile(const QString& path)
 void WholeFile::write(QByteArrayView piece)
 {
     constexpr qsizetype enough = 16384;
+    if (m_pieces.isEmpty() && piece.size() >= enough)
+        return passOn(piece);
     m_pieces += piece;
-    if (m_pieces.size() >= enough)
-        passOn();
+    if (m_pieces.size() < enough)
+        return;
+    passOn(m_pieces);
+    m_pieces.clear();
 }
 
-void WholeFile::passOn()
+void WholeFile::passOn(QByteArrayView bytes)
 {
     if (m_step.isDone())
-        m_step = writeAll(m_file.get(), m_pieces);
-    m_pieces.clear();
+        m_step = writeAll(m_file.get(), bytes);
 }
 
 Step WholeFile::finish()
 {
-    passOn();
+    passOn(m_pieces);
     if (m_step.isDone())
         m_step = m_file.close();
     return m_step.isDone() ? m_name->renameTo(m_path) : m_step;

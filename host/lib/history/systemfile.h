@@ -149,7 +149,7 @@ public:
     Step finish();
 
 private:
-    void passOn();
+    void passOn(QByteArrayView bytes);
 
     QByteArray m_path;
     QByteArray m_beside;
