@@ -165,7 +165,7 @@ private:
     };
 
     std::optional<Layout> bestLayout() const;
-    Layout layoutOf(const QString& separator) const;
+    Layout layoutOf(const QString& separator, qsizetype fewestFields) const;
     bool isHeader(QByteArrayView line, QByteArrayView separator) const;
 
     ByRole namedColumns(const Layout& layout) const;
@@ -247,19 +247,20 @@ std::optional<Guessing::Layout> Guessing::bestLayout() const
     for (const QString& separator : m_hints.separator ? QStringList{*m_hints.separator} : known) {
         if (separator.isEmpty() || m_sample.lines.empty())
             continue;
-        const Layout layout = layoutOf(separator);
-        if (layout.fields >= fewestFields && (!best || layout.fields > best->fields))
+        const Layout layout = layoutOf(separator, best ? best->fields + 1 : fewestFields);
+        if (layout.fields > 0)
             best = layout;
     }
     return best;
 }
 
-Guessing::Layout Guessing::layoutOf(const QString& separator) const
+// Without fields where it does not divide the lines into so many.
+Guessing::Layout Guessing::layoutOf(const QString& separator, qsizetype fewestFields) const
 {
     Layout layout{separator.toUtf8()};
     layout.hasHeader =
         m_hints.hasHeader.value_or(isHeader(m_sample.lines.front().text, layout.separator));
-    layout.fields = SampleBody(m_sample, layout.separator, layout.hasHeader).fieldCount();
+    layout.fields = SampleBody(m_sample, layout.separator, layout.hasHeader).fieldCount(fewestFields);
     return layout;
 }
 

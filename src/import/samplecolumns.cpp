@@ -52,20 +52,26 @@ SampleBody::SampleBody(const FileSample& sample, const QByteArray& separator, bo
     , m_first(hasHeader && !sample.lines.empty() ? 1 : 0)
 {}
 
-qsizetype SampleBody::fieldCount() const
+qsizetype SampleBody::fieldCount(qsizetype fewest) const
 {
     if (size() == 0)
         return 0;
     std::vector<qsizetype> counts;
     counts.reserve(size());
-    for (size_t i = 0; i < size(); ++i)
+    const size_t mostMisses = allowedMisses();
+    size_t misses = 0;
+    for (size_t i = 0; i < size(); ++i) {
         counts.push_back(line(i).isCut ? 0 : countFields(line(i).text, m_separator));
+        misses += counts.back() < fewest ? 1 : 0;
+        if (misses > mostMisses)
+            return 0;
+    }
     // What nearly all of them are is also the one in the middle.
     const auto middle = counts.begin() + qsizetype(size() / 2);
     std::nth_element(counts.begin(), middle, counts.end());
     const qsizetype count = *middle;
     const auto lines = static_cast<size_t>(std::count(counts.begin(), counts.end(), count));
-    return size() - lines <= allowedMisses() ? count : 0;
+    return size() - lines <= mostMisses ? count : 0;
 }
 
 ColumnReader::ColumnReader(const SampleBody& body, size_t lines)

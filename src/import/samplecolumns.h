@@ -36,8 +36,8 @@ public:
     /// Whether this line and the one before stand in different places of the file.
     bool beginsHalf(size_t index) const { return m_first + index == m_sample.secondHalf; }
 
-    /// The number of fields that holds; 0 where none does.
-    qsizetype fieldCount() const;
+    /// The number of fields that holds; 0 where none does, or fewer than are asked for.
+    qsizetype fieldCount(qsizetype fewest) const;
 
     /// Whether enough fields of a column are what is asked for; of a column that begins one,
     /// whether they still may be.
