@@ -9,6 +9,7 @@
 
 #include "bardescription.h"
 #include "importdetails.h"
+#include "plainlineparser.h"
 #include "textformats.h"
 
 #include <vexdesk/history/recordline.h>
@@ -156,6 +157,21 @@ void checkAccepted(const BarDescription& bar, const ImportDetails& details)
     }
 }
 
+// The parser of plain lines takes some of those that init() takes, to the same bars, whether it
+// reads their numbers at once or later.
+void checkPlainParser(const QByteArray& line, const ImportDetails& details,
+                      const BarDescription& bar)
+{
+    tadata::PlainLineParser parser(details);
+    BarDescription fast;
+    const bool isPlain = parser.parse(line, &fast);
+    require(!isPlain || (bar.valid && sameValues(fast, bar)), "a plain line is the same bar");
+    BarDescription checked;
+    require(parser.check(line, &checked) == isPlain, "a line is checked when it can be read");
+    require(!isPlain || (parser.readNumbers(&checked) && sameValues(checked, bar)),
+            "numbers that are read later are the same");
+}
+
 void checkRecordLine(const BarDescription& bar)
 {
     QString record;
@@ -198,6 +214,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         require(false, "init throws nothing");
     }
 
+    checkPlainParser(line.toUtf8(), details, bar);
     BarDescription plain;
     require(accepted == readPlainly(line, details, plain),
             "a line is accepted when all of it reads plainly");

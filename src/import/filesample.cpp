@@ -212,6 +212,7 @@ Result<FileSample> sampleFile(const QString& path)
         return marked.failure();
 
     FileSample sample;
+    sample.lines.reserve(2 * linesOfHalf);
     take(reader, linesOfHalf, &sample);
     const qint64 rest = reader.position();
     const qint64 size = reader.size();

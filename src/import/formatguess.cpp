@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <map>
 #include <utility>
 
 namespace tadata {
@@ -99,18 +100,28 @@ private:
     int m_last = -1;
 };
 
+// Which fits into every integer and needs no Qt to be read.
+bool isShortNumber(QByteArrayView field)
+{
+    constexpr qsizetype longest = 9;
+    return !field.isEmpty() && field.size() <= longest &&
+           std::all_of(field.begin(), field.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
 // Integers as the parser takes them: with blanks around, too.
 bool isVolume(QByteArrayView field)
 {
-    bool isNumber = false;
-    vexdesk::textFromUtf8(field).toLongLong(&isNumber);
+    bool isNumber = isShortNumber(field);
+    if (!isNumber)
+        vexdesk::textFromUtf8(field).toLongLong(&isNumber);
     return isNumber;
 }
 
 bool isOpenInterest(QByteArrayView field)
 {
-    bool isNumber = false;
-    vexdesk::textFromUtf8(field).toInt(&isNumber);
+    bool isNumber = isShortNumber(field);
+    if (!isNumber)
+        vexdesk::textFromUtf8(field).toInt(&isNumber);
     return isNumber;
 }
 
@@ -170,7 +181,7 @@ private:
 
     ByRole namedColumns(const Layout& layout) const;
     void takeNamed(const SampleBody& body, const ByRole& named);
-    void takeNamedPrices(const ByRole& named, const QMap<int, Column>& columns);
+    void takeNamedPrices(const ByRole& named, const std::map<int, Column>& columns);
     void takeByContent(const SampleBody& body, qsizetype fields);
     void findDateAndTime(ColumnReader& reader, const SampleBody& body, qsizetype fields);
     void findPrices(ColumnReader& reader, const SampleBody& body, qsizetype fields);
@@ -260,7 +271,8 @@ Guessing::Layout Guessing::layoutOf(const QString& separator, qsizetype fewestFi
     Layout layout{separator.toUtf8()};
     layout.hasHeader =
         m_hints.hasHeader.value_or(isHeader(m_sample.lines.front().text, layout.separator));
-    layout.fields = SampleBody(m_sample, layout.separator, layout.hasHeader).fieldCount(fewestFields);
+    layout.fields =
+        SampleBody(m_sample, layout.separator, layout.hasHeader).fieldCount(fewestFields);
     return layout;
 }
 
@@ -297,24 +309,24 @@ Guessing::ByRole Guessing::namedColumns(const Layout& layout) const
 // Names alone count: a column is looked at only to know whether it can be what it is called.
 void Guessing::takeNamed(const SampleBody& body, const ByRole& named)
 {
-    QMap<int, Column> columns;
+    std::map<int, Column> columns;
     ColumnReader reader(body);
     QList<int> indexes = named.values();
     std::sort(indexes.begin(), indexes.end());
     for (const int index : indexes)
-        columns.insert(index, reader.column(index));
+        columns.emplace(index, reader.column(index));
     const auto takeNumber = [&](ColumnRole role, auto isSuch, const QString& missing) {
         if (!named.contains(role))
             return;
-        if (body.holds(columns.value(named[role]), isSuch))
+        if (body.holds(columns.at(named[role]), isSuch))
             take(role, named[role]);
         else
             miss(missing);
     };
     if (named.contains(ColumnRole::Date))
-        takeDate(body, columns.value(named[ColumnRole::Date]), named[ColumnRole::Date]);
+        takeDate(body, columns.at(named[ColumnRole::Date]), named[ColumnRole::Date]);
     if (named.contains(ColumnRole::Time))
-        takeTime(body, columns.value(named[ColumnRole::Time]), named[ColumnRole::Time]);
+        takeTime(body, columns.at(named[ColumnRole::Time]), named[ColumnRole::Time]);
     takeNumber(ColumnRole::Volume, isVolume, volumeMissing);
     takeNumber(ColumnRole::OpenInterest, isOpenInterest, openInterestMissing);
     for (const ColumnRole role : {ColumnRole::Value, ColumnRole::Ticker}) {
@@ -325,7 +337,7 @@ void Guessing::takeNamed(const SampleBody& body, const ByRole& named)
 }
 
 // All four or none.
-void Guessing::takeNamedPrices(const ByRole& named, const QMap<int, Column>& columns)
+void Guessing::takeNamedPrices(const ByRole& named, const std::map<int, Column>& columns)
 {
     std::array<Numbers, priceRoles.size()> numbers;
     for (size_t i = 0; i < priceRoles.size(); ++i) {
@@ -333,7 +345,7 @@ void Guessing::takeNamedPrices(const ByRole& named, const QMap<int, Column>& col
             miss(pricesMissing);
             return;
         }
-        numbers[i] = numbersOf(columns.value(named[priceRoles[i]]));
+        numbers[i] = numbersOf(columns.at(named[priceRoles[i]]));
     }
     for (const ColumnRole role : priceRoles)
         take(role, named[role]);

@@ -23,7 +23,7 @@ qsizetype separatorIn(QByteArrayView line, QByteArrayView separator, qsizetype f
 // line of many columns it is the other way round.
 qsizetype countFields(QByteArrayView line, QByteArrayView separator)
 {
-    constexpr qsizetype few = 12;
+    constexpr qsizetype few = 6;
     qsizetype count = 1;
     for (qsizetype at = 0; (at = separatorIn(line, separator, at)) >= 0; at += separator.size()) {
         if (count >= few && separator.size() == 1)

@@ -31,6 +31,9 @@ private Q_SLOTS:
     void readsEveryTimeOfADay_data();
     void readsEveryTimeOfADay();
     void findsSeparatorsAtEveryPlace();
+    void leavesPlainNumbersForLater();
+    void checksNumbersOfEveryForm_data();
+    void checksNumbersOfEveryForm();
     void agreesWithThePlainWay_data();
     void agreesWithThePlainWay();
 };
@@ -265,6 +268,57 @@ void TestPlainLineParser::findsSeparatorsAtEveryPlace()
     }
 }
 
+// All that the first reading of a merge saves.
+void TestPlainLineParser::leavesPlainNumbersForLater()
+{
+    const ImportDetails details = allColumns(2);
+    tadata::PlainLineParser parser(details);
+    const QByteArray line = "20240115;100000;120.07;1;12345.67;12345678;12;345.6;7";
+    BarDescription first;
+    QVERIFY(parser.check(line, &first));
+    BarDescription bar;
+    QVERIFY(parser.check(line, &bar));
+    QVERIFY(bar.valid);
+    QCOMPARE(bar.high, decimal::zero);
+    QVERIFY(parser.readNumbers(&bar));
+    QCOMPARE(bar.open.toString(), QStringLiteral("120.07"));
+    QCOMPARE(bar.close.toString(), QStringLiteral("12345678.00"));
+}
+
+void TestPlainLineParser::checksNumbersOfEveryForm_data()
+{
+    QTest::addColumn<int>("decimals");
+    for (const int decimals : {0, 2, 8, 9, 10, 15})
+        QTest::addRow("%d decimals", decimals) << decimals;
+}
+
+// A few characters in all orders, in a field of each length, beside the full reading.
+void TestPlainLineParser::checksNumbersOfEveryForm()
+{
+    QFETCH(const int, decimals);
+    const ImportDetails details = allColumns(decimals);
+    tadata::PlainLineParser parser(details);
+    BarDescription known; // from here on the decimals are known
+    QVERIFY(parser.parse("20240115;100000;0;0;0;0;0;0;0", &known));
+    QRandomGenerator random(20240115);
+    const QByteArray characters = "0199..+-/:;e \xc4";
+    for (int i = 0; i < 3000; ++i) {
+        QByteArray text = digits(random, random.bounded(11));
+        for (int changes = random.bounded(3); changes > 0 && !text.isEmpty(); --changes)
+            text[random.bounded(int(text.size()))] =
+                characters[random.bounded(int(characters.size()))];
+        QByteArrayList fields{"20240115", "100000", "1", "1", "1", "1", "1", "1", "1"};
+        fields[2 + random.bounded(7)] = text;
+        const QByteArray line = fields.join(';');
+        BarDescription full;
+        BarDescription checked;
+        const bool isBar = parser.parse(line, &full);
+        QVERIFY2(parser.check(line, &checked) == isBar, line.constData());
+        if (isBar && parser.readNumbers(&checked))
+            QCOMPARE(shown(checked), shown(full));
+    }
+}
+
 void TestPlainLineParser::agreesWithThePlainWay_data()
 {
     QTest::addColumn<QString>("datePattern");
@@ -318,6 +372,16 @@ void TestPlainLineParser::agreesWithThePlainWay()
             BarDescription fast;
             if (parser.parse(line, &fast))
                 QCOMPARE(shown(fast), shown(plain));
+            // A line whose numbers come later is one whose numbers can be read.
+            BarDescription checked;
+            QCOMPARE(parser.check(line, &checked), fast.valid);
+            if (!fast.valid)
+                continue;
+            QVERIFY(checked.valid);
+            QCOMPARE(checked.date, fast.date);
+            QCOMPARE(checked.time, fast.time);
+            QVERIFY(parser.readNumbers(&checked));
+            QCOMPARE(shown(checked), shown(plain));
         }
     }
 }
