@@ -10,8 +10,6 @@
 #include "formatguess.h"
 #include "samplecolumns.h"
 
-#include <QtCore/QTemporaryFile>
-
 namespace {
 
 using fuzz::require;
@@ -35,13 +33,8 @@ GuessHints hintsOf(std::uint8_t choice)
 
 FileSample sampleOf(const std::uint8_t* data, std::size_t size)
 {
-    QTemporaryFile file;
-    const bool isWritten =
-        file.open() &&
-        file.write(reinterpret_cast<const char*>(data), static_cast<qint64>(size)) >= 0 &&
-        file.flush();
-    require(isWritten, "the input can be written");
-    const vexdesk::Result<FileSample> sample = sampleFile(file.fileName());
+    const fuzz::InputFile file(data, size);
+    const vexdesk::Result<FileSample> sample = sampleFile(file.path());
     return sample ? *sample : FileSample();
 }
 

@@ -105,17 +105,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const ImportDetails details = detailsOf(data);
     const QTemporaryDir place;
     const QDir dir(place.filePath(QStringLiteral("series")));
-    const QString input = place.filePath(QStringLiteral("file"));
-    QFile file(input);
-    require(QDir().mkpath(dir.path()) && file.open(QIODevice::WriteOnly) &&
-                file.write(reinterpret_cast<const char*>(data + headerSize),
-                           static_cast<qint64>(size - headerSize)) >= 0,
-            "the input can be written");
-    file.close();
+    require(QDir().mkpath(dir.path()), "a directory can be made");
+    const fuzz::InputFile input(data + headerSize, size - headerSize);
 
-    const Imported wanted = importPlainly(input, details);
+    const Imported wanted = importPlainly(input.path(), details);
     const auto result = tadata::importBars(
-        input, details, [&dir] { return vexdesk::Result<QDir>(dir); }, [](int) {});
+        input.path(), details, [&dir] { return vexdesk::Result<QDir>(dir); }, [](int) {});
     require(static_cast<bool>(result.outcome) == (wanted.wrongLine == 0),
             "an import ends where the plain way does");
     if (!result.outcome) {

@@ -8,7 +8,6 @@
 #include <vexdesk/terminal/referencedata.h>
 
 #include <QtCore/QSet>
-#include <QtCore/QTemporaryFile>
 
 namespace {
 
@@ -52,16 +51,11 @@ void checkRules(const ReferenceData& data)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    QTemporaryFile file;
-    const bool isWritten =
-        file.open() &&
-        file.write(reinterpret_cast<const char*>(data), static_cast<qint64>(size)) >= 0 &&
-        file.flush();
-    require(isWritten, "the input can be written");
-    const auto read = ReferenceData::fromFile(file.fileName());
+    const fuzz::InputFile file(data, size);
+    const auto read = ReferenceData::fromFile(file.path());
     if (read)
         checkRules(*read);
     else
-        require(read.message().contains(file.fileName()), "a failure names the file");
+        require(read.message().contains(file.path()), "a failure names the file");
     return 0;
 }

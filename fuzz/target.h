@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QtCore/QString>
+#include <QtCore/QTemporaryFile>
+
 #include <cstddef>
 #include <cstdint>
 
@@ -11,5 +14,16 @@ namespace fuzz {
 
 /// Ends the process, with the property's name on standard error, when a property does not hold.
 void require(bool holds, const char* property);
+
+/// A file of an input's bytes, for as long as it lives.
+class InputFile final
+{
+public:
+    InputFile(const std::uint8_t* data, std::size_t size);
+    QString path() const { return m_file.fileName(); }
+
+private:
+    QTemporaryFile m_file;
+};
 
 } // namespace fuzz

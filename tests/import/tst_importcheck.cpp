@@ -42,6 +42,7 @@ private Q_SLOTS:
     void losesStoredBarsThatAreReplaced();
     void isTheSameOnlyForEqualBytes_data();
     void isTheSameOnlyForEqualBytes();
+    void comparesLongDaysToTheirEnds();
     void keepsRepeatedLinesWhereItFills();
     void mergesAndFills();
     void looksAtAllRunsOfADay();
@@ -243,6 +244,31 @@ void TestImportCheck::isTheSameOnlyForEqualBytes()
         QCOMPARE(checked.days.size(), size_t(1));
         QCOMPARE(checked.days[0].outcome == CheckedDay::Outcome::Same, isSame);
         QCOMPARE(checked.days[0].stored, 2);
+    }
+}
+
+// A stored day is read in blocks, and no number of lines fills one.
+void TestImportCheck::comparesLongDaysToTheirEnds()
+{
+    QByteArray file;
+    QByteArray stored;
+    for (int minute = 0; minute < 1440; ++minute) {
+        const QTime time = QTime(0, 0).addSecs(60 * minute);
+        const QByteArray text = time.toString(QStringLiteral("hhmmss")).toLatin1();
+        file += "20240115;" + text + ";1;2;1;2\n";
+        stored += text + ";1.00;2.00;1.00;2.00;0;0.00;0\n";
+    }
+    const auto isSame = [&](const QByteArray& day) {
+        store(day1File, day);
+        return check(file).days.at(0).outcome == CheckedDay::Outcome::Same;
+    };
+    QVERIFY(isSame(stored));
+    QVERIFY(!isSame(stored + stored.last(37)));
+    QVERIFY(!isSame(stored.chopped(1)));
+    for (qsizetype place = 7; place < stored.size(); place += 1000) {
+        QByteArray other = stored;
+        other[place] = other[place] == '0' ? '3' : '0';
+        QVERIFY2(!isSame(other), qPrintable(QString::number(place)));
     }
 }
 

@@ -14,4 +14,13 @@ void require(bool holds, const char* property)
     std::abort();
 }
 
+InputFile::InputFile(const std::uint8_t* data, std::size_t size)
+{
+    const bool isWritten =
+        m_file.open() &&
+        m_file.write(reinterpret_cast<const char*>(data), static_cast<qint64>(size)) >= 0 &&
+        m_file.flush();
+    require(isWritten, "the input can be written");
+}
+
 } // namespace fuzz
