@@ -15,6 +15,7 @@
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QMap>
+#include <QtCore/QStringDecoder>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QTextStream>
 
@@ -50,11 +51,18 @@ struct Imported
     QString error;
 };
 
-Imported importPlainly(const QString& path, const ImportDetails& details)
+// Decoded as a whole: a stream that decodes block after block joins two lines where the end of a
+// block cuts a line that ends within a character.
+QString textOf(const QByteArray& bytes)
 {
-    QFile file(path);
-    require(file.open(QIODevice::ReadOnly), "the input can be read");
-    QTextStream stream(&file);
+    QStringDecoder decode(QStringDecoder::encodingForData(bytes).value_or(QStringDecoder::Utf8));
+    return decode(bytes);
+}
+
+Imported importPlainly(const QByteArray& bytes, const ImportDetails& details)
+{
+    QString text = textOf(bytes);
+    QTextStream stream(&text);
     Imported imported;
     QDate day;
     for (qint64 number = 1; !stream.atEnd(); ++number) {
@@ -106,14 +114,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const QTemporaryDir place;
     const QDir dir(place.filePath(QStringLiteral("series")));
     const QString input = place.filePath(QStringLiteral("file"));
+    const QByteArray bytes(reinterpret_cast<const char*>(data + headerSize),
+                           static_cast<qsizetype>(size - headerSize));
     QFile file(input);
-    require(QDir().mkpath(dir.path()) && file.open(QIODevice::WriteOnly) &&
-                file.write(reinterpret_cast<const char*>(data + headerSize),
-                           static_cast<qint64>(size - headerSize)) >= 0,
+    require(QDir().mkpath(dir.path()) && file.open(QIODevice::WriteOnly) && file.write(bytes) >= 0,
             "the input can be written");
     file.close();
 
-    const Imported wanted = importPlainly(input, details);
+    const Imported wanted = importPlainly(bytes, details);
     const auto result = tadata::importBars(
         input, details, [&dir] { return vexdesk::Result<QDir>(dir); }, [](int) {});
     require(static_cast<bool>(result.outcome) == (wanted.wrongLine == 0),

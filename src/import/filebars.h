@@ -54,6 +54,8 @@ public:
     const vexdesk::FileState& state() const { return m_lines.state(); }
     /// Whether the file is no longer what it was then.
     bool isChanged() const { return m_lines.isChanged(); }
+    /// Whether it has changed between two of the reads.
+    bool isMixed() const { return m_lines.isMixed(); }
 
     /// Takes the next line after the header; false at the end, and where reading failed.
     bool next(FileLine* line);
