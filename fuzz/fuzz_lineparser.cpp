@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// BarDescription::init: whatever a line of a text file holds, it becomes a whole bar or a message.
+// BarDescription::init: whatever a line of a text file holds, it becomes a whole bar or a message;
+// and what the parser of almost all lines takes, it takes for the same bar.
 //
 // The first five bytes of an input choose the settings, counted from the digit "0" so that an input
 // can be read and written by hand: separator, date format, time format, decimals (0 to 9, then ":"
@@ -61,13 +62,25 @@ QList<Columns> columnChoices()
     return {prices, volume, everything, backwards, withGaps, Columns()};
 }
 
+// Users may write patterns of their own.
+QList<tadata::TextFormat> withOthers(QList<tadata::TextFormat> formats, const QStringList& patterns)
+{
+    for (const QString& pattern : patterns)
+        formats.append({pattern, pattern});
+    return formats;
+}
+
 ImportDetails detailsOf(const std::uint8_t* header)
 {
     static const QStringList separators{
         QStringLiteral(","),  QStringLiteral(";"),  QStringLiteral(" "), QStringLiteral("\t"),
         QStringLiteral("::"), QStringLiteral(",,"), QStringLiteral("ж"), QString()};
-    static const QList<tadata::TextFormat> dates = tadata::dateFormats();
-    static const QList<tadata::TextFormat> times = tadata::timeFormats();
+    static const QList<tadata::TextFormat> dates = withOthers(
+        tadata::dateFormats(), {QStringLiteral("d.M.yyyy"), QStringLiteral("yy-M-d"),
+                                QStringLiteral("MMddyy"), QStringLiteral("yyyyMMddyyyy")});
+    static const QList<tadata::TextFormat> times =
+        withOthers(tadata::timeFormats(),
+                   {QStringLiteral("h:m"), QStringLiteral("hmm"), QStringLiteral("hh:mm ap")});
     static const QList<Columns> columns = columnChoices();
 
     ImportDetails details;
@@ -142,6 +155,21 @@ bool readPlainly(const QString& line, const ImportDetails& details, BarDescripti
     return volumeIsNumber && interestIsNumber;
 }
 
+// The second time it knows the date of the line before.
+void checkQuickParser(QByteArrayView line, const ImportDetails& details,
+                      const BarDescription* plain)
+{
+    tadata::PlainLineParser parser(details);
+    for (int time = 0; time < 2; ++time) {
+        BarDescription quick;
+        if (!parser.parse(line, &quick))
+            return;
+        require(plain, "the quick parser takes no line that is refused");
+        require(quick.valid, "a bar of the quick parser is valid");
+        require(sameValues(quick, *plain), "the quick parser reads a line as it reads plainly");
+    }
+}
+
 void checkAccepted(const BarDescription& bar, const ImportDetails& details)
 {
     require(bar.valid, "an accepted bar is valid");
@@ -203,8 +231,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (size < headerSize)
         return 0;
     const ImportDetails details = detailsOf(data);
-    const QString line = QString::fromUtf8(reinterpret_cast<const char*>(data + headerSize),
-                                           static_cast<qsizetype>(size - headerSize));
+    const QByteArrayView bytes(data + headerSize, static_cast<qsizetype>(size - headerSize));
+    const QString line = QString::fromUtf8(bytes);
 
     BarDescription bar;
     bool accepted = false;
@@ -218,6 +246,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     BarDescription plain;
     require(accepted == readPlainly(line, details, plain),
             "a line is accepted when all of it reads plainly");
+    checkQuickParser(bytes, details, accepted ? &plain : nullptr);
     if (!accepted) {
         require(!bar.valid, "a refused bar is not valid");
         require(!bar.error.isEmpty(), "a refused bar says why");

@@ -55,6 +55,8 @@ public:
     const vexdesk::FileState& state() const { return m_lines.state(); }
     /// Whether the file is no longer what it was then.
     bool isChanged() const { return m_lines.isChanged(); }
+    /// Whether it has changed between two of the reads.
+    bool isMixed() const { return m_lines.isMixed(); }
 
     /// From now on the prices and amounts of a bar are left where it is plain that there are some.
     void leaveNumbers() { m_leavesNumbers = true; }

@@ -250,6 +250,31 @@ private:
     qint64 m_days = 0;
 };
 
+// An import, and whether it has read the beginning of one content and the end of another.
+struct ReadImport
+{
+    ImportResult result;
+    bool isMixed = false;
+};
+
+ReadImport runImport(const QString& fileName, const ImportDetails& details, const ImportWays& ways,
+                     const ImportSeries& series, const ProgressSink& progress,
+                     const Surroundings& surroundings)
+{
+    FileBars file(fileName, details, ways.clock, series.describe);
+    if (!file.open())
+        return {{cannotOpen(fileName)}};
+    const Result<SeriesDirectories> found =
+        findSeries(fileName, details, ways, series, surroundings.stop);
+    if (!found)
+        return {{found.failure()}};
+    if (ways.mode != ImportMode::Replace)
+        return {mergeBars(file, {details, ways, *found, series.describe}, progress, surroundings)};
+    const ImportResult result =
+        ImportRun(file, details, ways, *found, progress, surroundings).run();
+    return {result, file.isMixed()};
+}
+
 } // namespace
 
 ImportResult importBars(const QString& fileName, const ImportDetails& details,
@@ -260,23 +285,17 @@ ImportResult importBars(const QString& fileName, const ImportDetails& details,
         const Result<QDir> dir = seriesDir();
         return dir ? Result<QList<QDir>>(QList<QDir>{*dir}) : dir.failure();
     };
-    return importByWays(fileName, details, {}, {directories}, progress, surroundings);
+    return runImport(fileName, details, {}, {directories}, progress, surroundings).result;
 }
 
 ImportResult importByWays(const QString& fileName, const ImportDetails& details,
                           const ImportWays& ways, const ImportSeries& series,
                           const ProgressSink& progress, const Surroundings& surroundings)
 {
-    FileBars file(fileName, details, ways.clock, series.describe);
-    if (!file.open())
-        return {cannotOpen(fileName)};
-    const Result<SeriesDirectories> found =
-        findSeries(fileName, details, ways, series, surroundings.stop);
-    if (!found)
-        return {found.failure()};
-    if (ways.mode == ImportMode::Replace)
-        return ImportRun(file, details, ways, *found, progress, surroundings).run();
-    return mergeBars(file, {details, ways, *found, series.describe}, progress, surroundings);
+    ReadImport import = runImport(fileName, details, ways, series, progress, surroundings);
+    if (import.result.outcome && import.isMixed)
+        import.result.outcome = hasChanged(fileName);
+    return import.result;
 }
 
 } // namespace tadata

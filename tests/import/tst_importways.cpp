@@ -59,6 +59,7 @@ private Q_SLOTS:
     void asksForAllDirectoriesBeforehand();
     void whoRefusesADirectoryEndsTheImport();
     void tellsLinesAsTheyAre();
+    void tellsThatItsInputHasChangedMeanwhile();
 
 private:
     ImportResult import(const QByteArray& text, const ImportDetails& details,
@@ -479,6 +480,25 @@ void TestImportWays::tellsLinesAsTheyAre()
     QCOMPARE(file.lineCount(), 6);
     QCOMPARE(file.percentDone(), 100);
     QVERIFY(file.outcome());
+}
+
+void TestImportWays::tellsThatItsInputHasChangedMeanwhile()
+{
+    // More than one block is read of it, and so before and after the change.
+    constexpr int lines = 2000;
+    const testsupport::Meanwhile meanwhile(testsupport::SystemCall::Open,
+                                           path(QStringLiteral("20240115_60.iss")), [this] {
+                                               QFile file(input());
+                                               QVERIFY(file.open(QIODevice::Append));
+                                               file.write("20240116;100000;1;1;1;1\n");
+                                           });
+    const ImportResult result = import(QByteArray(bar).repeated(lines), detailsOfSeries(0));
+    QCOMPARE(
+        result.outcome.message(),
+        QStringLiteral("Невозможно прочитать файл %1: он изменился, пока его читали").arg(input()));
+    // What was read is stored: half a file would not be the better thing to have.
+    QCOMPARE(stored().value(QStringLiteral("20240115_60.iss")),
+             QByteArray(storedBar).repeated(lines));
 }
 
 QTEST_GUILESS_MAIN(TestImportWays)
