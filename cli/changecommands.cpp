@@ -35,7 +35,7 @@ ExitCode runDelete(const CommandLine& line)
     if (!root.exists())
         return fail(Text::tr("Нет каталога %1").arg(root.path()));
 
-    if (const Outcome begun = job.begin(root, {nameOf(codes)}); !begun)
+    if (const Outcome begun = job.begin(root, {codes.name()}); !begun)
         return fail(begun.message());
     const QDir dir = seriesDirIn(root, codes);
     const QStringList names = vexdesk::barFiles(dir, range);
@@ -56,17 +56,17 @@ ExitCode runTransfer(const CommandLine& line, const QString& by, Transfer transf
     const QDir fromDir = seriesDirIn(root, from);
     const QDir toDir = seriesDirIn(root, to);
     const auto noFile = [&from] {
-        return fail(Text::tr("У серии %1 нет ни одного файла").arg(nameOf(from)));
+        return fail(Text::tr("У серии %1 нет ни одного файла").arg(from.name()));
     };
     if (vexdesk::barFiles(fromDir).isEmpty())
         return noFile();
 
-    if (const Outcome begun = job.begin(root, {nameOf(from), nameOf(to)}); !begun)
+    if (const Outcome begun = job.begin(root, {from.name(), to.name()}); !begun)
         return fail(begun.message());
     const QStringList names = vexdesk::barFiles(fromDir);
     Outcome done;
     if (vexdesk::hasBarFiles(toDir))
-        done = vexdesk::Failure{Text::tr("У серии %1 уже есть файлы").arg(nameOf(to))};
+        done = vexdesk::Failure{Text::tr("У серии %1 уже есть файлы").arg(to.name())};
     else
         done = transfer(fromDir, toDir, names, job.keeper());
     const ExitCode told = tellOutcomes(done, job.end());
@@ -87,7 +87,7 @@ ExitCode runRename(const CommandLine& line)
 
 ExitCode runUnlock(const CommandLine& line)
 {
-    const QString series = nameOf(seriesWord(line, 0));
+    const QString series = seriesWord(line, 0).name();
     const vexdesk::RestorePlace place = vexdesk::restorePlace(storeRootOf(line));
     const auto holder = vexdesk::lockHolder(place, series);
     if (!holder)
