@@ -7,6 +7,8 @@
 
 #include <QtCore/QCoreApplication>
 
+#include <algorithm>
+
 namespace tadata {
 
 using vexdesk::Result;
@@ -69,10 +71,15 @@ Result<FileOutlook> checkFile(const ImportChoices& choices, const LaidOutFile& f
         outlook.refusal = checks.message();
         return outlook;
     }
+    // Each ticker has its own; together they are not to be more.
+    auto left = static_cast<size_t>(maxProblems);
     for (const TickerCheck& one : *checks) {
         const auto codes = seriesOf(choices, file.path, one.ticker);
         outlook.series.push_back({codes ? codes->name() : one.ticker, one.check});
         refuseUnknown(codes, outlook.series.back().check);
+        std::vector<FileProblem>& problems = outlook.series.back().check.problems;
+        problems.resize(std::min(problems.size(), left));
+        left -= problems.size();
     }
     return outlook;
 }

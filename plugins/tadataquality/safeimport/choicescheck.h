@@ -55,7 +55,7 @@ struct FileOutlook
 };
 
 /// Checks one file after the other against what the store holds now. Fails once `stop` is set.
-/// Lists so many problems of each series at most.
+/// Lists so many problems of each file at most.
 vexdesk::Result<std::vector<FileOutlook>>
 checkChoices(const ImportChoices& choices, const std::vector<LaidOutFile>& files, const QDir& root,
              qint64 maxProblems, const ProgressSink& progress, const std::atomic<bool>& stop);

@@ -7,7 +7,6 @@ namespace tadata {
 
 using vexdesk::Result;
 
-using Layouts = std::vector<LaidOutFile>;
 using Outlooks = std::vector<FileOutlook>;
 
 ImportPreparation::ImportPreparation(const QDir& root, QObject* parent)
@@ -15,7 +14,7 @@ ImportPreparation::ImportPreparation(const QDir& root, QObject* parent)
     , m_root(root)
 {
     connect(&m_layouts, &QFutureWatcherBase::finished, this, &ImportPreparation::takeLayouts);
-    connect(&m_check, &QFutureWatcherBase::finished, this, &ImportPreparation::takeOutlooks);
+    connect(&m_check, &QFutureWatcherBase::finished, this, &ImportPreparation::takeOutlook);
 }
 
 ImportPreparation::~ImportPreparation()
@@ -30,8 +29,10 @@ void ImportPreparation::leave()
 {
     *m_stop = true;
     m_left.removeIf([](const QFuture<void>& left) { return left.isFinished(); });
-    m_left.append(QFuture<void>(m_layouts.future()));
-    m_left.append(QFuture<void>(m_check.future()));
+    if (m_layouts.isRunning())
+        m_left.append(QFuture<void>(m_layouts.future()));
+    if (m_check.isRunning())
+        m_left.append(QFuture<void>(m_check.future()));
     m_layouts.setFuture({});
     m_check.setFuture({});
 }
@@ -47,7 +48,7 @@ void ImportPreparation::begin()
     leave();
     m_stop = std::make_shared<std::atomic<bool>>(false);
     m_files.clear();
-    m_outlooks.clear();
+    m_checked = {};
     m_isChecked = false;
     Q_EMIT begun();
     m_layouts.setFuture(QtConcurrent::run([choices = m_choices, stop = m_stop] {
@@ -77,22 +78,38 @@ void ImportPreparation::check()
     };
     m_check.setFuture(QtConcurrent::run(
         [choices = m_choices, files = m_files, root = m_root, stop = m_stop, tell] {
-            return checkChoices(choices, files, root, mostProblems, tell, *stop);
+            return addedUp(checkChoices(choices, files, root, mostProblems, tell, *stop));
         }));
 }
 
-void ImportPreparation::takeOutlooks()
+// Of thousands of series that takes its time.
+ImportPreparation::Checked ImportPreparation::addedUp(Result<Outlooks> files)
+{
+    Checked checked;
+    checked.failure = files.message();
+    if (!files)
+        return checked;
+    checked.files = *std::move(files);
+    checked.outlook = outlookOf(checked.files);
+    for (FileOutlook& file : checked.files) {
+        for (SeriesOutlook& series : file.series)
+            series.check.days = {};
+    }
+    return checked;
+}
+
+void ImportPreparation::takeOutlook()
 {
     if (m_check.future().resultCount() == 0)
         return;
-    const Result<Outlooks> outlooks = m_check.result();
-    if (!outlooks) {
-        Q_EMIT failed(outlooks.message());
+    Checked checked = m_check.future().takeResult();
+    if (!checked.failure.isNull()) {
+        Q_EMIT failed(checked.failure);
         return;
     }
-    m_outlooks = *outlooks;
+    m_checked = std::move(checked);
     m_isChecked = true;
-    Q_EMIT checked();
+    Q_EMIT this->checked();
 }
 
 } // namespace tadata

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "choicescheck.h"
+#include "importoutlook.h"
 
 #include <QtCore/QFutureWatcher>
 #include <QtCore/QObject>
@@ -30,11 +30,13 @@ public:
 
     /// Of the last choices; empty until layoutsFound().
     const std::vector<LaidOutFile>& files() const { return m_files; }
-    /// Whether outlooks() are those of the last choices.
+    /// Whether the outlook is that of the last choices.
     bool isChecked() const { return m_isChecked; }
-    const std::vector<FileOutlook>& outlooks() const { return m_outlooks; }
+    const ImportOutlook& outlook() const { return m_checked.outlook; }
+    /// The same of each file, without its days.
+    const std::vector<FileOutlook>& outlooks() const { return m_checked.files; }
 
-    /// So many problems of each series are listed.
+    /// So many problems of each file are listed.
     static constexpr qint64 mostProblems = 1000;
 
 Q_SIGNALS:
@@ -47,20 +49,27 @@ Q_SIGNALS:
 
 private:
     using Stop = std::shared_ptr<std::atomic<bool>>;
+    struct Checked
+    {
+        std::vector<FileOutlook> files;
+        ImportOutlook outlook;
+        QString failure; ///< null where all was checked
+    };
 
     void leave();
     void takeLayouts();
     void check();
-    void takeOutlooks();
+    static Checked addedUp(vexdesk::Result<std::vector<FileOutlook>> files);
+    void takeOutlook();
 
     QDir m_root;
     ImportChoices m_choices;
     Stop m_stop = std::make_shared<std::atomic<bool>>(false);
     std::vector<LaidOutFile> m_files;
-    std::vector<FileOutlook> m_outlooks;
+    Checked m_checked;
     bool m_isChecked = false;
     QFutureWatcher<std::vector<LaidOutFile>> m_layouts;
-    QFutureWatcher<vexdesk::Result<std::vector<FileOutlook>>> m_check;
+    QFutureWatcher<Checked> m_check;
     QList<QFuture<void>> m_left; ///< what was ended and may not have noticed yet
 };
 
