@@ -60,6 +60,43 @@ const QDate monday(2024, 1, 15);
 const QDate tuesday(2024, 1, 16);
 const QDate wednesday(2024, 1, 17);
 
+// Makes an import wait as it is about to write its second day.
+class ImportHold final
+{
+public:
+    ImportHold()
+        : m_state(std::make_shared<State>())
+        , m_write(testsupport::SystemCall::Write, day(), waiting())
+        , m_rename(testsupport::SystemCall::Rename, day(), waiting())
+    {}
+    ~ImportHold() { letGo(); }
+    Q_DISABLE_COPY_MOVE(ImportHold)
+
+    bool isReached() const { return m_state->isReached; }
+    void letGo() { m_state->goesOn = true; }
+
+private:
+    struct State
+    {
+        std::atomic<bool> isReached = false;
+        std::atomic<bool> goesOn = false;
+    };
+
+    static QString day() { return QStringLiteral("20240116_60.iss"); }
+    std::function<void()> waiting() const
+    {
+        return [state = m_state] {
+            state->isReached = true;
+            while (!state->goesOn)
+                QThread::yieldCurrentThread();
+        };
+    }
+
+    std::shared_ptr<State> m_state;
+    testsupport::Meanwhile m_write;
+    testsupport::Meanwhile m_rename;
+};
+
 } // namespace
 
 class TestSafeImportWindow final : public QObject
@@ -449,23 +486,9 @@ void TestSafeImportWindow::cancelTakesEverythingBack()
     click(this->mode(mode.toUtf8().constData()));
     for (int way = 0; way < 3; ++way) {
         waitForOutlook();
-        // The import waits until the user has done it.
-        std::atomic<bool> isReached = false;
-        std::atomic<bool> isCancelled = false;
-        const testsupport::Meanwhile waits(testsupport::SystemCall::Write,
-                                           QStringLiteral("point.json"), [&] {
-                                               isReached = true;
-                                               while (!isCancelled)
-                                                   QThread::yieldCurrentThread();
-                                           });
-        const testsupport::Meanwhile waitsToo(testsupport::SystemCall::Open,
-                                              QStringLiteral("20240116_60.iss"), [&] {
-                                                  isReached = true;
-                                                  while (!isCancelled)
-                                                      QThread::yieldCurrentThread();
-                                              });
+        ImportHold hold;
         click(button("import"));
-        QTRY_VERIFY(isReached.load());
+        QTRY_VERIFY(hold.isReached());
         QCOMPARE(button("close")->text(), QStringLiteral("Прервать"));
         if (way == 0)
             click(button("close"));
@@ -473,7 +496,7 @@ void TestSafeImportWindow::cancelTakesEverythingBack()
             QTest::keyClick(m_window.get(), Qt::Key_Escape);
         else
             QVERIFY(!m_window->close());
-        isCancelled = true;
+        hold.letGo();
         QTRY_VERIFY(textOf("message").contains(QStringLiteral("прерван")));
         QVERIFY(m_window->isVisible());
         QCOMPARE(readTree(store()), before);

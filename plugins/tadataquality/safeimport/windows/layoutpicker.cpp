@@ -59,6 +59,7 @@ LayoutPicker::LayoutPicker(QWidget* parent)
         box->setPlaceholderText(tr("не выбран"));
         box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         box->setMinimumContentsLength(9);
+        box->setIconSize(QSize(0, 0));
         layout->addWidget(label);
         layout->addWidget(box, 1);
         connect(box, &QComboBox::activated, this, [this, box] {
@@ -75,9 +76,17 @@ LayoutPicker::LayoutPicker(QWidget* parent)
         m_touched = m_header;
         Q_EMIT layoutChosen();
     });
+    clear();
 }
 
 LayoutPicker::~LayoutPicker() = default;
+
+void LayoutPicker::clear()
+{
+    for (QComboBox* const box : {m_separator, m_date, m_time, m_timeframe})
+        box->setCurrentIndex(-1);
+    m_header->setChecked(false);
+}
 
 void LayoutPicker::show(const tadata::FileLayout& layout)
 {

@@ -18,6 +18,8 @@ public:
     explicit LayoutPicker(QWidget* parent = nullptr);
     ~LayoutPicker() override;
 
+    /// Shows that nothing is known.
+    void clear();
     /// Shows a layout; what was not found is not chosen.
     void show(const tadata::FileLayout& layout);
     /// Adds what the user has just chosen.

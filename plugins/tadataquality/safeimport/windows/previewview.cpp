@@ -35,6 +35,8 @@ protected:
                                      option->palette.color(QPalette::PlaceholderText));
         }
         if (index.data(PreviewModel::FaultRole).toBool()) {
+            // Also in the line that is chosen.
+            option->state &= ~QStyle::State_Selected;
             option->backgroundBrush = tadata::faultBackground(option->palette);
             option->palette.setColor(QPalette::Text, tadata::faultText(option->palette));
         } else if (index.data(PreviewModel::NoticeRole).toBool()) {

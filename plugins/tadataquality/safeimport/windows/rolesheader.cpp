@@ -3,6 +3,7 @@
 
 #include <QtCore/QSignalBlocker>
 #include <QtGui/QFocusEvent>
+#include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QTableView>
 
@@ -24,9 +25,9 @@ constexpr std::array roleTitles{
     RoleTitle{ColumnRole::High, QT_TRANSLATE_NOOP("RolesHeader", "Максимум")},
     RoleTitle{ColumnRole::Low, QT_TRANSLATE_NOOP("RolesHeader", "Минимум")},
     RoleTitle{ColumnRole::Close, QT_TRANSLATE_NOOP("RolesHeader", "Закрытие")},
-    RoleTitle{ColumnRole::Volume, QT_TRANSLATE_NOOP("RolesHeader", "Объём, шт.")},
-    RoleTitle{ColumnRole::Value, QT_TRANSLATE_NOOP("RolesHeader", "Объём, ден.")},
-    RoleTitle{ColumnRole::OpenInterest, QT_TRANSLATE_NOOP("RolesHeader", "Откр. интерес")},
+    RoleTitle{ColumnRole::Volume, QT_TRANSLATE_NOOP("RolesHeader", "Объём")},
+    RoleTitle{ColumnRole::Value, QT_TRANSLATE_NOOP("RolesHeader", "Деньги")},
+    RoleTitle{ColumnRole::OpenInterest, QT_TRANSLATE_NOOP("RolesHeader", "Откр. инт.")},
     RoleTitle{ColumnRole::Ticker, QT_TRANSLATE_NOOP("RolesHeader", "Тикер")}};
 
 } // namespace
@@ -48,6 +49,12 @@ QComboBox* RolesHeader::newBox(int section)
     for (const RoleTitle& title : roleTitles)
         box->addItem(tr(title.title), static_cast<int>(title.role));
     box->setMaxVisibleItems(box->count());
+    // All columns of a usual file are to be in view.
+    constexpr int shortest = 8;
+    box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    box->setMinimumContentsLength(shortest);
+    box->setIconSize(QSize(0, 0));
+    box->view()->setMinimumWidth(box->view()->sizeHintForColumn(0));
     box->setAccessibleName(tr("Что в столбце %1").arg(section + 1));
     // The wheel gives it no focus: it is to scroll the table under the mouse.
     box->setFocusPolicy(Qt::StrongFocus);

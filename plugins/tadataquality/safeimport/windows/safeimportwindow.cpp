@@ -100,6 +100,7 @@ QLayout* SafeImportWindow::filesRow()
     m_profile->setToolTip(tr("Параметры, сохранённые командой tadata profile save"));
     m_profile->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     m_profile->setMinimumContentsLength(10);
+    m_profile->setIconSize(QSize(0, 0));
     auto* const label = new QLabel(tr("&Профиль:"));
     label->setBuddy(m_profile);
     auto* const row = new QHBoxLayout;
@@ -434,9 +435,9 @@ void SafeImportWindow::say(const QString& text, bool isGood)
 void SafeImportWindow::enable()
 {
     const bool isRunning = m_runner->isRunning();
-    for (QWidget* const widget :
-         std::initializer_list<QWidget*>{m_files, m_series, m_layout, m_skipBad})
+    for (QWidget* const widget : std::initializer_list<QWidget*>{m_files, m_series, m_skipBad})
         widget->setEnabled(!isRunning);
+    m_layout->setEnabled(!isRunning && !m_choices.files.isEmpty());
     m_profile->setEnabled(!isRunning && m_profile->count() > 1);
     m_preview->roles().setBoxesEnabled(!isRunning);
     const QList<QAbstractButton*> modes = m_mode->buttons();

@@ -52,8 +52,11 @@ SeriesPicker::SeriesPicker(QWidget* parent)
     m_board->setBoardFlagsOnFilter(tradingBoard);
     m_board->setBoardFlagsOffFilter(technicalBoard);
     m_source->addItem(tr("выбранный"));
-    m_source->addItem(tr("из столбца: {ticker}"));
-    m_source->addItem(tr("из имени файла: {name}"));
+    m_source->setToolTip(
+        tr("Откуда берётся код инструмента: выбран здесь, из столбца «Тикер» каждого "
+           "файла или из его имени"));
+    m_source->addItem(tr("из столбца"));
+    m_source->addItem(tr("из имени файла"));
     // The window is to fit a small screen.
     constexpr int fewest = 8;
     for (QComboBox* const box : std::initializer_list<QComboBox*>{m_stock, m_board, m_security})
