@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#include "calendarcolors.h"
+
+#include <QtGui/QPalette>
+
+#include <algorithm>
+
+namespace {
+
+constexpr double middle = 0.5;
+
+QColor between(const QColor& one, const QColor& other, double share)
+{
+    const auto mixed = [share](float from, float to) {
+        return static_cast<float>(from + (to - from) * share);
+    };
+    return QColor::fromRgbF(mixed(one.redF(), other.redF()), mixed(one.greenF(), other.greenF()),
+                            mixed(one.blueF(), other.blueF()));
+}
+
+} // namespace
+
+CalendarColors CalendarColors::of(const QPalette& palette)
+{
+    CalendarColors colors;
+    colors.ground = palette.color(QPalette::Base);
+    colors.text = palette.color(QPalette::Text);
+    const bool isDark = colors.ground.lightnessF() < middle;
+    colors.full = isDark ? QColor(0x2f, 0x6f, 0xb0) : QColor(0x6b, 0xa7, 0xdb);
+    colors.half = isDark ? QColor(0xa8, 0x8a, 0x2e) : QColor(0xf0, 0xd2, 0x70);
+    colors.empty = isDark ? QColor(0xc2, 0x5a, 0x1c) : QColor(0xe0, 0x79, 0x2f);
+    constexpr double faint = 0.25;
+    constexpr double clear = 0.55;
+    colors.unusual = between(colors.ground, colors.text, faint);
+    colors.quiet = between(colors.ground, colors.text, clear);
+    colors.missing = isDark ? QColor(0xff, 0x7b, 0x72) : QColor(0xb4, 0x23, 0x18);
+    colors.fault = isDark ? QColor(0xff, 0xff, 0xff) : QColor(0x20, 0x20, 0x20);
+    return colors;
+}
+
+QColor CalendarColors::ofShare(double share) const
+{
+    // A day that lacks a few bars is not the same as one that lacks none.
+    constexpr double almost = 0.9;
+    if (share >= 1)
+        return full;
+    const double shown = std::clamp(share * almost, 0.0, 1.0);
+    return shown < middle ? between(empty, half, shown / middle)
+                          : between(half, full, (shown - middle) / middle);
+}
