@@ -15,10 +15,21 @@ const QDate brokenDay(2024, 3, 20);
 namespace {
 
 constexpr int barsOfDay = 60;
+constexpr int secondsPerMinute = 60;
+
+// Bars of one price: nothing jumps.
+QByteArray bars(int first, int count)
+{
+    constexpr int price = 100;
+    QByteArray lines;
+    for (int i = first; i < first + count; ++i)
+        lines += barLine(QTime(10, 0).addSecs(i * secondsPerMinute), price);
+    return lines;
+}
 
 QByteArray fullDay()
 {
-    return barLines(QTime(10, 0), barsOfDay);
+    return bars(0, barsOfDay);
 }
 
 } // namespace
@@ -46,9 +57,7 @@ void makeIllStore(const QDir& root)
     constexpr int before = 20;
     constexpr int missing = 10;
     writeFile(root.filePath(dayPath(vega, gapDay)),
-              barLines(QTime(10, 0), before) + barLines(QTime(10, before + missing),
-                                                        barsOfDay - before - missing,
-                                                        before + missing + 1));
+              bars(0, before) + bars(before + missing, barsOfDay - before - missing));
     QByteArrayList lines = fullDay().split('\n');
     lines.insert(1, "this is no bar");
     writeFile(root.filePath(dayPath(vega, brokenDay)), lines.join('\n'));

@@ -14,8 +14,10 @@
 #include "support/textcheck.h"
 #include "support/userhands.h"
 
+#include <QtCore/QScopeGuard>
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QAccessible>
+#include <QtGui/QPalette>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
@@ -152,10 +154,16 @@ void TestHealthWindow::saysWhatCannotBeRead()
     const QString path = root().filePath(testsupport::dayPath(vega, gapDay));
     QVERIFY(QFile::remove(path));
     QVERIFY(QFile::link(m_dir->filePath(QStringLiteral("nowhere")), path));
-    testsupport::writeFile(root().filePath(testsupport::dayPath(vega, gapDay.addDays(1))), "\xff");
     open();
-    QTRY_VERIFY2(label("summary").startsWith(QStringLiteral("Серий: ")),
+    QTRY_VERIFY2(label("summary").contains(QStringLiteral("Не прочитано: 1. ")),
                  qPrintable(label("summary")));
+    QVERIFY2(label("summary").contains(path), qPrintable(label("summary")));
+    QCOMPARE(rows("series"), 1);
+    // The others are there; this one comes back once it can be read.
+    QVERIFY(QFile::remove(path));
+    testsupport::healDay(root(), gapDay);
+    QTRY_COMPARE(rows("series"), 2);
+    QTRY_VERIFY(!label("summary").contains(QStringLiteral("Не прочитано")));
 }
 
 void TestHealthWindow::findsByTyping()
@@ -372,13 +380,19 @@ void TestHealthWindow::isReachedByKeysAlone()
 void TestHealthWindow::showsItsTextsWhole_data()
 {
     QTest::addColumn<QSize>("size");
-    QTest::newRow("usual") << QSize(790, 560);
-    QTest::newRow("large") << QSize(1200, 800);
+    QTest::addColumn<bool>("isDark");
+    QTest::newRow("usual") << QSize(790, 560) << false;
+    QTest::newRow("large and dark") << QSize(1200, 800) << true;
 }
 
 void TestHealthWindow::showsItsTextsWhole()
 {
     QFETCH(QSize, size);
+    QFETCH(bool, isDark);
+    const QPalette before = QApplication::palette();
+    const auto restore = qScopeGuard([before] { QApplication::setPalette(before); });
+    if (isDark)
+        QApplication::setPalette(QPalette(QColor(0x35, 0x35, 0x35), QColor(0x2a, 0x2a, 0x2a)));
     open();
     choose(vega);
     m_window->resize(size);
@@ -390,6 +404,9 @@ void TestHealthWindow::showsItsTextsWhole()
                               QStringLiteral("/health-%1.png").arg(size.width()));
     const QStringList cut = testsupport::cutTexts(m_window.get());
     QVERIFY2(cut.isEmpty(), qPrintable(cut.join(u'\n')));
+    // All weeks of a year stand beside each other.
+    const QRect lastWeek = calendar()->visualRect(calendar()->model()->index(1, 53));
+    QVERIFY(calendar()->viewport()->rect().contains(lastWeek));
 }
 
 QTEST_MAIN(TestHealthWindow)

@@ -172,7 +172,7 @@ QVariant SeriesModel::data(const QModelIndex& index, int role) const
         return {};
     if (role == Qt::DisplayRole)
         return textAt(*seriesAt(index.row()), index.column());
-    const bool isNumber = index.column() == Coverage || index.column() >= Count;
+    const bool isNumber = index.column() >= Coverage && index.column() <= Count;
     if (role == Qt::TextAlignmentRole && isNumber)
         return QVariant::fromValue(Qt::AlignRight | Qt::AlignVCenter);
     return {};
@@ -182,19 +182,19 @@ QVariant SeriesModel::headerData(int section, Qt::Orientation orientation, int r
 {
     if (orientation != Qt::Horizontal)
         return {};
-    const QStringList titles{tr("Серия"),     tr("Бары"),  tr("Покрытие"), tr("С"),
-                             tr("По"),        tr("Баров"), tr("Разрывы"),  tr("Нет дней"),
-                             tr("Испорчено"), tr("Скачки")};
+    const QStringList titles{tr("Серия"),    tr("Бары"),   tr("Покрытие"), tr("Разрывы"),
+                             tr("Нет дней"), tr("Ошибки"), tr("Скачки"),   tr("Баров"),
+                             tr("С"),        tr("По")};
     const QStringList meanings{tr("Биржа, режим торгов и инструмент"),
                                tr("Длина баров"),
                                tr("Доля обычных времён, в которые есть бары"),
-                               tr("Первый хранимый день"),
-                               tr("Последний хранимый день"),
-                               tr("Сколько баров хранится"),
                                tr("Сколько раз подряд не хватает пяти обычных времён и больше"),
                                tr("Дни, которые есть у соседних серий, а здесь их нет"),
                                tr("Строки не баров, повторы времени, невозможные цены"),
-                               tr("Открытия дальше 10 % от закрытия предыдущего бара")};
+                               tr("Открытия дальше 10 % от закрытия предыдущего бара"),
+                               tr("Сколько баров хранится"),
+                               tr("Первый хранимый день"),
+                               tr("Последний хранимый день")};
     if (role == Qt::DisplayRole)
         return titles.value(section);
     return role == Qt::ToolTipRole ? meanings.value(section) : QVariant();

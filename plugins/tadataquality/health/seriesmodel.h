@@ -19,13 +19,13 @@ public:
         Series,
         Bars, ///< their length
         Coverage,
-        First,
-        Last,
-        Count, ///< of bars
         Gaps,
         MissingDays,
         Broken,
         Jumps,
+        Count, ///< of bars
+        First,
+        Last,
         ColumnCount
     };
 

@@ -27,8 +27,8 @@ CalendarColors CalendarColors::of(const QPalette& palette)
     colors.text = palette.color(QPalette::Text);
     const bool isDark = colors.ground.lightnessF() < middle;
     colors.full = isDark ? QColor(0x2f, 0x6f, 0xb0) : QColor(0x6b, 0xa7, 0xdb);
-    colors.half = isDark ? QColor(0xa8, 0x8a, 0x2e) : QColor(0xf0, 0xd2, 0x70);
-    colors.empty = isDark ? QColor(0xc2, 0x5a, 0x1c) : QColor(0xe0, 0x79, 0x2f);
+    colors.almost = isDark ? QColor(0xd8, 0xc3, 0x5a) : QColor(0xff, 0xe6, 0x86);
+    colors.empty = isDark ? QColor(0xb8, 0x48, 0x10) : QColor(0xd9, 0x62, 0x14);
     constexpr double faint = 0.25;
     constexpr double clear = 0.55;
     colors.unusual = between(colors.ground, colors.text, faint);
@@ -40,11 +40,5 @@ CalendarColors CalendarColors::of(const QPalette& palette)
 
 QColor CalendarColors::ofShare(double share) const
 {
-    // A day that lacks a few bars is not the same as one that lacks none.
-    constexpr double almost = 0.9;
-    if (share >= 1)
-        return full;
-    const double shown = std::clamp(share * almost, 0.0, 1.0);
-    return shown < middle ? between(empty, half, shown / middle)
-                          : between(half, full, (shown - middle) / middle);
+    return share >= 1 ? full : between(empty, almost, std::max(share, 0.0));
 }

@@ -5,12 +5,12 @@
 
 class QPalette;
 
-/// The colours of the calendar, for a light or a dark ground. From blue to orange: they differ for
-/// who does not see red and green as well.
+/// The colours of the calendar, for a light or a dark ground. A day that lacks nothing is blue, and
+/// whatever it lacks is between yellow and orange: who does not see red and green sees that.
 struct CalendarColors
 {
     QColor full;    ///< a day that lacks nothing
-    QColor half;    ///< one that lacks half of its bars
+    QColor almost;  ///< one that lacks a few bars
     QColor empty;   ///< one that lacks all
     QColor unusual; ///< a file that nothing can be compared with
     QColor missing; ///< the mark of a missing day

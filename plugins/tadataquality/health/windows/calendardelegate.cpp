@@ -76,7 +76,10 @@ void CalendarDelegate::paintDay(QPainter& painter, const QRectF& cell, const Cal
 void CalendarDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                              const QModelIndex& index) const
 {
-    const CalendarColors colors = CalendarColors::of(option.palette);
+    // Titles are no days, and as such disabled: they are not grey for that.
+    QPalette palette = option.palette;
+    palette.setCurrentColorGroup(QPalette::Active);
+    const CalendarColors colors = CalendarColors::of(palette);
     if (index.data(CalendarModel::TitleRole).toBool()) {
         // A name is longer than its week is wide; the weeks beside it are empty here.
         painter->setPen(colors.text);
@@ -92,8 +95,7 @@ void CalendarDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
     if (option.state & QStyle::State_Selected) {
         constexpr double line = 2;
         const bool hasFocus = option.state & QStyle::State_Active;
-        painter->setPen(
-            QPen(hasFocus ? option.palette.color(QPalette::Highlight) : colors.text, line));
+        painter->setPen(QPen(hasFocus ? palette.color(QPalette::Highlight) : colors.text, line));
         painter->setBrush(Qt::NoBrush);
         painter->drawRect(QRectF(option.rect).adjusted(1, 1, -1, -1));
     }

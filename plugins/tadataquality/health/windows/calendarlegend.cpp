@@ -51,9 +51,9 @@ CalendarLegend::CalendarLegend(QWidget* parent)
         double share = 1;
         bool isWrong = false;
     };
-    constexpr double half = 0.5;
+    constexpr double almost = 0.99;
     const QList<Entry> entries{{tr("всё есть")},
-                               {tr("половина"), State::Stored, half},
+                               {tr("почти всё"), State::Stored, almost},
                                {tr("почти ничего"), State::Stored, 0},
                                {tr("не с чем сравнить"), State::Unusual},
                                {tr("ошибки"), State::Stored, 1, true},

@@ -21,6 +21,8 @@ CalendarView::CalendarView(CalendarModel* model, QWidget* parent)
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     setCornerButtonEnabled(false);
+    // It comes and goes with the number of years, and must not change the cells by that.
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     horizontalHeader()->hide();
     for (QHeaderView* const header : {horizontalHeader(), verticalHeader()}) {
         header->setSectionResizeMode(QHeaderView::Fixed);
@@ -51,12 +53,38 @@ void CalendarView::setDay(const QDate& day)
         scrollTo(index, QAbstractItemView::PositionAtCenter);
 }
 
-// As large as a letter of the font is high, so that they grow with it.
+// A year fits into the width, as long as the cells are not too small to be told apart or too large.
 void CalendarView::fitCells()
 {
-    const int side = fontMetrics().height();
+    constexpr int weeks = 54;
+    constexpr int most = 160; // percent of the height of the font
+    constexpr int least = 90;
+    constexpr int whole = 100;
+    const int letter = fontMetrics().height();
+    const int side =
+        std::clamp(viewport()->width() / weeks, letter * least / whole, letter * most / whole);
+    if (side == horizontalHeader()->defaultSectionSize())
+        return;
     horizontalHeader()->setDefaultSectionSize(side);
     verticalHeader()->setDefaultSectionSize(side);
+    // The names of weekdays stand in rows of this height.
+    constexpr double share = 0.8;
+    QFont font = this->font();
+    font.setPixelSize(std::max(1, static_cast<int>(fontInfo().pixelSize() * share)));
+    verticalHeader()->setFont(font);
+}
+
+void CalendarView::resizeEvent(QResizeEvent* event)
+{
+    QTableView::resizeEvent(event);
+    fitCells();
+}
+
+// A year and a bit of the next one.
+QSize CalendarView::sizeHint() const
+{
+    constexpr int rows = 11;
+    return {QTableView::sizeHint().width(), rows * fontMetrics().height()};
 }
 
 void CalendarView::changeEvent(QEvent* event)

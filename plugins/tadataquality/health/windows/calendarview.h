@@ -6,9 +6,9 @@
 
 class CalendarModel;
 
-/// A calendar of days: the arrow keys go by days and weeks, Page Up and Page Down by months, Home
-/// and End to the ends, Ctrl with left and right to the next day that is wrong. It is a table, so
-/// that screen readers can walk it. User-interface thread.
+/// A calendar of days, as wide as there is room for a year: the arrow keys go by days and weeks,
+/// Page Up and Page Down by months, Home and End to the ends, Ctrl with left and right to the next
+/// day that is wrong. It is a table, so that screen readers can walk it. User-interface thread.
 class CalendarView final : public QTableView
 {
     Q_OBJECT
@@ -29,6 +29,8 @@ Q_SIGNALS:
 protected:
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    QSize sizeHint() const override;
 
 private:
     void fitCells();

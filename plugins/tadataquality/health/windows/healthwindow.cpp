@@ -117,9 +117,7 @@ QWidget* HealthWindow::makeSeriesPart()
     prepare(m_seriesView, m_series, "series");
     m_seriesView->setAccessibleName(tr("Серии хранилища"));
     QHeaderView* const header = m_seriesView->header();
-    header->setStretchLastSection(false);
     header->setSectionResizeMode(QHeaderView::ResizeToContents);
-    header->setSectionResizeMode(SeriesModel::Series, QHeaderView::Stretch);
     header->setSortIndicator(SeriesModel::Series, Qt::AscendingOrder);
     m_seriesView->setSortingEnabled(true);
     m_progress->setObjectName(QStringLiteral("progress"));
@@ -191,11 +189,23 @@ void HealthWindow::connectParts()
     connect(m_calendarView, &CalendarView::dayActivated, this, [this] { showPlace({}); });
     connect(m_remarksView, &QAbstractItemView::activated, this,
             [this](const QModelIndex& index) { showPlace(m_remarks->remarkAt(index.row()).to); });
-    connect(m_book, &tadata::HealthBook::changed, this,
-            [this] { m_series->setSeries(m_book->series()); });
+    // Boards come one after the other while a store is read: the list follows now and then.
+    constexpr int pause = 100;
+    m_later.setSingleShot(true);
+    m_later.setInterval(pause);
+    const auto takeSeries = [this] { m_series->setSeries(m_book->series()); };
+    connect(&m_later, &QTimer::timeout, this, takeSeries);
+    connect(m_book, &tadata::HealthBook::changed, &m_later, [this] {
+        if (!m_later.isActive())
+            m_later.start();
+    });
     connect(m_book, &tadata::HealthBook::progressed, this, &HealthWindow::showProgress);
-    connect(m_book, &tadata::HealthBook::looked, this, [this] {
+    connect(m_book, &tadata::HealthBook::looked, this, [this, takeSeries] {
         m_progress->hide();
+        if (m_later.isActive()) {
+            m_later.stop();
+            takeSeries();
+        }
         showSummary();
     });
     m_series->setSeries(m_book->series());
@@ -278,7 +288,7 @@ void HealthWindow::chooseDay(const QDate& day)
         return;
     }
     const tadata::DayMark* const mark = m_shown->mark(day);
-    const QString date = QLocale().toString(day, QLocale::LongFormat);
+    const QString date = QLocale().toString(day, QStringLiteral("ddd dd.MM.yyyy"));
     QString text = tr("%1, %2: нет файла").arg(m_shown->series, date);
     if (mark)
         text = tr("%1, %2: баров %L3 из %L4 обычных, покрытие %5")

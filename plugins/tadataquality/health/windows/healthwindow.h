@@ -8,6 +8,8 @@
 
 #include <vexdesk/outcome.h>
 
+#include <QtCore/QTimer>
+
 #include <functional>
 #include <optional>
 
@@ -79,5 +81,6 @@ private:
     QPushButton* m_fill = nullptr;
     QPushButton* m_list = nullptr;
     tadata::SharedDigest m_shown; ///< in the calendar
+    QTimer m_later;
     tadata::BackgroundTask<vexdesk::Outcome> m_saving;
 };
