@@ -217,8 +217,8 @@ void TestSafeImportWindow::aFileFillsEverythingIn()
     open({path("new.csv")});
     QTRY_VERIFY(textOf("verdict").contains(QStringLiteral("Выберите площадку")));
     QVERIFY(!button("import")->isEnabled());
-    choose(child<QComboBox>(m_window.get(), "stock"), QStringLiteral("Площадка «Норд»"));
-    choose(child<QComboBox>(m_window.get(), "board"), QStringLiteral("Основной режим"));
+    choose(child<QComboBox>(m_window.get(), "stock"), QStringLiteral("NORD —"));
+    choose(child<QComboBox>(m_window.get(), "board"), QStringLiteral("MAIN"));
     choose(child<QComboBox>(m_window.get(), "security"), 0);
     waitForOutlook();
     QCOMPARE(textOf("verdict"), QStringLiteral("Импорт пройдёт до конца."));
@@ -258,6 +258,7 @@ void TestSafeImportWindow::whatIsWrongStandsWhereItIs()
     m_window->take({.files = {path("bad.csv")}, .series = QStringLiteral("NORD/MAIN/ALFA")});
     QTRY_COMPARE(preview()->model().lineCount(), 33);
     preview()->showLine(32);
+    QTRY_VERIFY(preview()->table()->currentIndex().isValid());
     const int row = preview()->table()->currentIndex().row();
     QTRY_VERIFY(preview()->model().index(row, 4).data(PreviewModel::FaultRole).toBool());
     QVERIFY(!preview()->model().index(row, 3).data(PreviewModel::FaultRole).toBool());

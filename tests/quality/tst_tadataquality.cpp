@@ -1,13 +1,20 @@
 // SPDX-License-Identifier: MIT
 // The second plug-in as the terminal meets it: loaded from its file into a real core.
 
+#include "illstore.h"
+
+#include "support/child.h"
 #include "support/loadedplugin.h"
 #include "support/markingtranslator.h"
 #include "support/strictlog.h"
+#include "support/userhands.h"
 
 #include <vexdesk/actionmanager.h>
+#include <vexdesk/appsettings.h>
 #include <vexdesk/command.h>
 #include <vexdesk/commandcontainer.h>
+#include <vexdesk/icharts.h>
+#include <vexdesk/ioptionspage.h>
 #include <vexdesk/iplugin.h>
 #include <vexdesk/terminal/core.h>
 
@@ -15,11 +22,19 @@
 #include <QtGui/QIcon>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
-#include <QtWidgets/QWidget>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QSpinBox>
+#include <QtWidgets/QTreeView>
 
 #include <memory>
+#include <utility>
 
+using testsupport::child;
+using testsupport::click;
 using testsupport::LoadedPlugin;
+using vexdesk::ChartMark;
+using vexdesk::SeriesName;
 
 namespace {
 
@@ -45,6 +60,49 @@ QList<QWidget*> visibleWindows(const char* className)
     return found;
 }
 
+// Charts that note what they are asked to do.
+class NotingCharts final : public vexdesk::ICharts
+{
+public:
+    bool show(const SeriesName& series, const QDate& day, const QTime&) override
+    {
+        shown.append({series, day});
+        return hasSeries;
+    }
+    void addMarks(vexdesk::IChartMarks* marks) override { makers.append(marks); }
+    void removeMarks(vexdesk::IChartMarks* marks) override { makers.removeAll(marks); }
+    void marksChanged(const SeriesName& series) override { changed.append(series); }
+
+    bool hasSeries = true;
+    QList<std::pair<SeriesName, QDate>> shown;
+    QList<vexdesk::IChartMarks*> makers;
+    QList<SeriesName> changed;
+};
+
+class CoreWithCharts final : public ICore
+{
+public:
+    void addOptionsPage(IOptionsPage* page) override { pages.append(page); }
+    QObject* notifier() const override { return nullptr; }
+    IDatabase* database() const override { return nullptr; }
+    IRawQueue* rawQueue() const override { return nullptr; }
+    vexdesk::ICharts* charts() const override { return theCharts; }
+
+    QList<IOptionsPage*> pages;
+    vexdesk::ICharts* theCharts = nullptr;
+};
+
+const SeriesName theSeries{QStringLiteral("NORD"), QStringLiteral("MAIN"), QStringLiteral("VEGA")};
+
+QStringList textsOf(const QList<ChartMark>& marks)
+{
+    QStringList texts;
+    for (const ChartMark& mark : marks)
+        texts.append(mark.text);
+    texts.sort();
+    return texts;
+}
+
 } // namespace
 
 class TestTADataQuality final : public QObject
@@ -64,16 +122,34 @@ private Q_SLOTS:
     void sharesTheMenuWithTheFirstPlugin();
     void showsEachWindowOnce_data();
     void showsEachWindowOnce();
+    void marksWhatIsWrongInCharts();
+    void doesWithoutCharts();
+    void showsAPlaceInTheChart();
+    void fillsASeriesFromAFile();
+    void offersItsOptions();
+    void keepsLimitsThatNobodyChanged();
+    void takesNoLimitsThatWereNotShown();
 
 private:
     IPlugin* plugin() const { return m_plugin->plugin(); }
+    /// Begins with a core that has these charts.
+    void start(vexdesk::ICharts* charts)
+    {
+        m_core.theCharts = charts;
+        testsupport::makeIllStore(m_plugin->store());
+        plugin()->init(&m_core);
+    }
+    QWidget* openHealth();
 
+    CoreWithCharts m_core;
     std::unique_ptr<LoadedPlugin> m_plugin;
 };
 
 void TestTADataQuality::init()
 {
     testsupport::failOnStrayWarnings();
+    m_core.pages.clear();
+    m_core.theCharts = nullptr;
     m_plugin = std::make_unique<LoadedPlugin>(testsupport::qualityPluginFile());
 }
 
@@ -209,6 +285,142 @@ void TestTADataQuality::showsEachWindowOnce()
     QCOMPARE(visibleWindows(window.constData()).size(), 1);
     plugin()->tini();
     QVERIFY(visibleWindows(window.constData()).isEmpty());
+}
+
+QWidget* TestTADataQuality::openHealth()
+{
+    LoadedPlugin::trigger("TADataQuality.Health");
+    QWidget* const window = visibleWindows("HealthWindow").value(0);
+    if (!window)
+        qFatal("no window of the health");
+    return window;
+}
+
+void TestTADataQuality::marksWhatIsWrongInCharts()
+{
+    NotingCharts charts;
+    start(&charts);
+    QCOMPARE(charts.makers.size(), 1);
+    vexdesk::IChartMarks* const marks = charts.makers.first();
+    const QDate first(2024, 1, 1);
+    const QDate last(2024, 3, 29);
+    // It is asked while a chart is painted: what is not known yet comes later.
+    QVERIFY(marks->marks(theSeries, first, last).isEmpty());
+    QTRY_VERIFY(charts.changed.contains(theSeries));
+    QCOMPARE(textsOf(marks->marks(theSeries, first, last)),
+             QStringList({QStringLiteral("Не записи баров: строки 2"),
+                          QStringLiteral("Нет баров с 10:20 по 10:29 (10)"),
+                          QStringLiteral("Нет файла дня, а у соседей он есть")}));
+    const QList<ChartMark> ofGap =
+        marks->marks(theSeries, testsupport::gapDay, testsupport::gapDay);
+    QCOMPARE(ofGap.size(), 1);
+    QVERIFY(ofGap.first().kind == ChartMark::Kind::Warning);
+    QCOMPARE(ofGap.first().from, QTime(10, 19));
+    QCOMPARE(ofGap.first().to, QTime(10, 29));
+    QVERIFY(
+        marks->marks(theSeries, testsupport::gapDay.addDays(1), testsupport::missingDay).size() ==
+        1);
+    QVERIFY(marks->marks({}, first, last).isEmpty());
+    plugin()->tini();
+    QVERIFY(charts.makers.isEmpty());
+}
+
+void TestTADataQuality::doesWithoutCharts()
+{
+    start(nullptr);
+    QWidget* const window = openHealth();
+    auto* const show = child<QPushButton>(window, "show");
+    QTRY_VERIFY(show->isEnabled());
+    click(show);
+    QCOMPARE(child<QLabel>(window, "status")->text(),
+             QStringLiteral("У этого терминала нет графиков: показать место негде."));
+    plugin()->tini();
+}
+
+void TestTADataQuality::showsAPlaceInTheChart()
+{
+    NotingCharts charts;
+    start(&charts);
+    QWidget* const window = openHealth();
+    auto* const series = child<QTreeView>(window, "series");
+    QTRY_COMPARE(series->model()->rowCount(), 2);
+    QTest::keyClick(series, Qt::Key_Down);
+    QTest::keyClick(series, Qt::Key_Return);
+    QCOMPARE(charts.shown.size(), 1);
+    QVERIFY(charts.shown.first().first == theSeries);
+    QCOMPARE(charts.shown.first().second, testsupport::brokenDay);
+    QVERIFY(child<QLabel>(window, "status")->text().isEmpty());
+    charts.hasSeries = false;
+    QTest::keyClick(series, Qt::Key_Return);
+    QVERIFY(
+        child<QLabel>(window, "status")->text().startsWith(QStringLiteral("График не показан")));
+    plugin()->tini();
+}
+
+void TestTADataQuality::fillsASeriesFromAFile()
+{
+    start(nullptr);
+    QWidget* const window = openHealth();
+    auto* const fill = child<QPushButton>(window, "fill");
+    QTRY_VERIFY(fill->isEnabled());
+    click(fill);
+    QCOMPARE(visibleWindows("SafeImportWindow").size(), 1);
+    plugin()->tini();
+}
+
+void TestTADataQuality::offersItsOptions()
+{
+    start(nullptr);
+    QCOMPARE(m_core.pages.size(), 1);
+    IOptionsPage* const page = m_core.pages.first();
+    QCOMPARE(page->displayName(), QStringLiteral("Точки восстановления"));
+    QCOMPARE(page->displayCategory(), QStringLiteral("Качество данных ТА"));
+    QVERIFY(!page->categoryIcon().pixmap(24).isNull());
+    QVERIFY(page->matches(QStringLiteral("ОТМЕНА")));
+    QVERIFY(!page->matches(QStringLiteral("шрифт")));
+    QWidget dialog;
+    QWidget* const form = page->createPage(&dialog);
+    auto* const keep = child<QSpinBox>(form, "keep");
+    auto* const megabytes = child<QSpinBox>(form, "megabytes");
+    QCOMPARE(keep->value(), 20);
+    QCOMPARE(megabytes->value(), 1024);
+    keep->setValue(0);
+    QVERIFY(!megabytes->isEnabled());
+    keep->setValue(7);
+    QVERIFY(megabytes->isEnabled());
+    megabytes->setValue(300);
+    page->apply();
+    const AppSettings settings(QStringLiteral("TADataManager/RestorePoints"));
+    QCOMPARE(settings.value(QStringLiteral("keep")).toInt(), 7);
+    QCOMPARE(settings.value(QStringLiteral("megabytes")).toInt(), 300);
+    page->finish();
+    page->apply(); // nothing is shown any more
+    QCOMPARE(settings.value(QStringLiteral("keep")).toInt(), 7);
+}
+
+void TestTADataQuality::keepsLimitsThatNobodyChanged()
+{
+    start(nullptr);
+    {
+        AppSettings settings(QStringLiteral("TADataManager/RestorePoints"));
+        settings.setValue(QStringLiteral("keep"), 1'000'000);
+        settings.setValue(QStringLiteral("megabytes"), 100'000'000);
+    }
+    QWidget dialog;
+    m_core.pages.first()->createPage(&dialog);
+    m_core.pages.first()->apply();
+    const AppSettings settings(QStringLiteral("TADataManager/RestorePoints"));
+    QCOMPARE(settings.value(QStringLiteral("keep")).toInt(), 1'000'000);
+    QCOMPARE(settings.value(QStringLiteral("megabytes")).toInt(), 100'000'000);
+    m_core.pages.first()->finish();
+}
+
+void TestTADataQuality::takesNoLimitsThatWereNotShown()
+{
+    start(nullptr);
+    m_core.pages.first()->apply();
+    QVERIFY(!AppSettings(QStringLiteral("TADataManager/RestorePoints"))
+                 .contains(QStringLiteral("keep")));
 }
 
 QTEST_MAIN(TestTADataQuality)

@@ -1,40 +1,48 @@
 // SPDX-License-Identifier: MIT
 #include "tadataquality.h"
 
+#include "filedrop.h"
+#include "healthbook.h"
+#include "healthmarks.h"
 #include "healthwindow.h"
 #include "pointswindow.h"
+#include "restorepointspage.h"
 #include "safeimportwindow.h"
 
 #include <vexdesk/action.h>
 #include <vexdesk/actionmanager.h>
 #include <vexdesk/command.h>
 #include <vexdesk/commandcontainer.h>
+#include <vexdesk/history/storepaths.h>
+#include <vexdesk/icharts.h>
+#include <vexdesk/icore.h>
 
 #include <QtGui/QIcon>
 #include <QtGui/QKeySequence>
 
 namespace {
 
-// The one that is open, or a new one.
-template <typename Window>
-Window* windowOf(QPointer<Window>& window)
+void bringToFront(QWidget* window)
+{
+    const bool wasHidden = !window->isVisible();
+    window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
+    window->show();
+    if (!wasHidden)
+        window->raise();
+    window->activateWindow();
+}
+
+// Shows the one that is open, or a new one.
+template <typename Window, typename Make>
+void showOnly(QPointer<Window>& window, Make make)
 {
     if (!window) {
-        window = new Window;
+        window = make();
         window->setAttribute(Qt::WA_DeleteOnClose);
         // The terminal ends with its own window.
         window->setAttribute(Qt::WA_QuitOnClose, false);
     }
-    return window;
-}
-
-void bringToFront(QWidget* window)
-{
-    if (window->isMinimized())
-        window->showNormal();
-    window->show();
-    window->raise();
-    window->activateWindow();
+    bringToFront(window);
 }
 
 } // namespace
@@ -43,7 +51,7 @@ TADataQuality::TADataQuality() = default;
 
 TADataQuality::~TADataQuality()
 {
-    closeWindows();
+    closeAll();
 }
 
 QByteArrayView TADataQuality::code() const
@@ -71,24 +79,37 @@ QString TADataQuality::description() const
     return tr("Безопасный импорт, здоровье и точки восстановления исторических данных");
 }
 
-void TADataQuality::init(ICore*)
+void TADataQuality::init(ICore* core)
 {
+    m_core = core;
+    m_book = std::make_unique<tadata::HealthBook>(vexdesk::storePlace());
     createMenu();
+    core->addOptionsPage(new RestorePointsPage(this));
+    m_drop = std::make_unique<FileDrop>(this);
+    connect(m_drop.get(), &FileDrop::dropped, this, [this](const QStringList& files) {
+        showSafeImport();
+        m_safeImport->take({.files = files});
+    });
+    if (vexdesk::ICharts* const charts = core->charts())
+        m_marks = std::make_unique<HealthMarks>(m_book.get(), charts);
 }
 
 void TADataQuality::tini()
 {
-    closeWindows();
+    closeAll();
 }
 
 void TADataQuality::initStage(IPlugin::InitStage)
 {}
 
-void TADataQuality::closeWindows()
+void TADataQuality::closeAll()
 {
+    m_drop.reset();
     delete m_safeImport.data();
     delete m_health.data();
     delete m_points.data();
+    m_marks.reset();
+    m_book.reset();
 }
 
 void TADataQuality::createMenu()
@@ -128,17 +149,45 @@ void TADataQuality::createMenuCommand(CommandContainer* container, const QByteAr
     container->addCommand(command, QByteArray(), QByteArray());
 }
 
+HealthWindow* TADataQuality::makeHealthWindow()
+{
+    const auto showInChart = [this](const tadata::SeriesMoment& moment) {
+        vexdesk::ICharts* const charts = m_core->charts();
+        if (!charts)
+            return HealthWindow::Shown::NoCharts;
+        return charts->show(moment.series, moment.day, moment.time)
+                   ? HealthWindow::Shown::Yes
+                   : HealthWindow::Shown::NothingThere;
+    };
+    auto* const window = new HealthWindow(m_book.get(), showInChart);
+    connect(window, &HealthWindow::fillRequested, this, &TADataQuality::fill);
+    return window;
+}
+
+PointsWindow* TADataQuality::makePointsWindow()
+{
+    auto* const window = new PointsWindow;
+    connect(window, &PointsWindow::storeChanged, m_book.get(), &tadata::HealthBook::look);
+    return window;
+}
+
+void TADataQuality::fill(const QString& series, int timeframe)
+{
+    showSafeImport();
+    m_safeImport->take({.series = series, .timeframe = timeframe, .isFill = true});
+}
+
 void TADataQuality::showSafeImport()
 {
-    bringToFront(windowOf(m_safeImport));
+    showOnly(m_safeImport, [] { return new SafeImportWindow; });
 }
 
 void TADataQuality::showHealth()
 {
-    bringToFront(windowOf(m_health));
+    showOnly(m_health, [this] { return makeHealthWindow(); });
 }
 
 void TADataQuality::showPoints()
 {
-    bringToFront(windowOf(m_points));
+    showOnly(m_points, [this] { return makePointsWindow(); });
 }

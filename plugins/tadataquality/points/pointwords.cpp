@@ -3,6 +3,7 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QHash>
+#include <QtCore/QLocale>
 
 namespace tadata {
 
@@ -28,6 +29,20 @@ QString makerOfPoint(const QString& by)
         {QStringLiteral("undo"), Text::tr("возврат")},
     };
     return words.value(by, by);
+}
+
+QString sizeText(qint64 bytes)
+{
+    constexpr double step = 1024;
+    const QLocale locale;
+    if (bytes < static_cast<qint64>(step))
+        return Text::tr("%1 Б").arg(locale.toString(bytes));
+    double size = static_cast<double>(bytes) / step;
+    if (size < step)
+        return Text::tr("%1 КБ").arg(locale.toString(size, 'f', 1));
+    size /= step;
+    return size < step ? Text::tr("%1 МБ").arg(locale.toString(size, 'f', 1))
+                       : Text::tr("%1 ГБ").arg(locale.toString(size / step, 'f', 1));
 }
 
 } // namespace tadata

@@ -10,4 +10,7 @@ namespace tadata {
 /// unknown one is shown as it is.
 QString makerOfPoint(const QString& by);
 
+/// "512 Б", "1,5 МБ": the numbers as the user's locale has them.
+QString sizeText(qint64 bytes);
+
 } // namespace tadata

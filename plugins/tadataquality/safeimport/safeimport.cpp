@@ -3,6 +3,7 @@
 
 #include "importfailures.h"
 #include "importjob.h"
+#include "undo.h"
 
 #include <vexdesk/history/storepaths.h>
 
@@ -14,7 +15,6 @@ namespace tadata {
 
 using vexdesk::Failure;
 using vexdesk::Outcome;
-using vexdesk::RestorePlace;
 using vexdesk::Result;
 using vexdesk::StoreJob;
 using vexdesk::StoreJobSettings;
@@ -212,34 +212,6 @@ private:
     SafeImportResult m_result;
 };
 
-Outcome isAllowed(const RestorePlace& place, const vexdesk::RestorePointRecord& point)
-{
-    const Result<QStringList> forbidding = vexdesk::whatForbidsPuttingBack(place, point);
-    if (!forbidding)
-        return forbidding.failure();
-    if (forbidding->isEmpty())
-        return {};
-    return Failure{Text::tr("Импорт не отменён: эти файлы с тех пор изменились\n%1")
-                       .arg(forbidding->join(u'\n'))};
-}
-
-// With the locks of its series held.
-Outcome putBack(const RestorePlace& place, const vexdesk::RestorePointRecord& point, StoreJob& job)
-{
-    vexdesk::PuttingBack puttingBack(place, point);
-    Outcome outcome = puttingBack.begin();
-    if (outcome)
-        outcome = isAllowed(place, point);
-    if (!outcome) {
-        // That no file was touched is what the user is told.
-        (void)job.end();
-        return outcome;
-    }
-    outcome = puttingBack.run(job.keeper());
-    const Outcome ended = outcome ? job.end() : job.takeBack();
-    return outcome ? ended : outcome;
-}
-
 } // namespace
 
 SafeImportResult runSafeImport(const SafeImportOrder& order, const ProgressSink& progress,
@@ -251,18 +223,13 @@ SafeImportResult runSafeImport(const SafeImportOrder& order, const ProgressSink&
 Outcome undoSafeImport(const QDir& root, const QString& point, const vexdesk::RestoreLimits& limits,
                        const std::atomic<bool>& stop)
 {
-    const RestorePlace place = vexdesk::restorePlace(root);
-    const Result<vexdesk::RestorePointRecord> record = vexdesk::restorePoint(place, point);
-    if (!record)
-        return record.failure();
-    StoreJob job(StoreJobSettings{.by = QStringLiteral("undo"),
-                                  .source = {point},
-                                  .limits = limits,
-                                  .needsPoint = true,
-                                  .stop = &stop});
-    if (Outcome begun = job.begin(root, record->series); !begun)
-        return begun;
-    return putBack(place, *record, job);
+    const UndoResult undone = undo(root, point, false, {.limits = limits, .stop = &stop});
+    if (!undone.work)
+        return undone.work;
+    if (!undone.forbidding.isEmpty())
+        return Failure{Text::tr("Импорт не отменён: эти файлы с тех пор изменились\n%1")
+                           .arg(undone.forbidding.join(u'\n'))};
+    return undone.end;
 }
 
 } // namespace tadata

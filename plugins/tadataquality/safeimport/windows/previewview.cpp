@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 using tadata::PreviewModel;
 
@@ -85,7 +86,11 @@ PreviewView::PreviewView(QWidget* parent)
     connect(m_bar, &QScrollBar::valueChanged, this, [this](int line) { m_model->showFrom(line); });
     connect(m_model, &PreviewModel::linesFound, this, &PreviewView::followModel);
     connect(m_model, &PreviewModel::pageChanged, this, &PreviewView::followModel);
-    connect(m_model, &PreviewModel::columnsChanged, this, [this] { m_roles->makeBoxes(); });
+    connect(m_model, &PreviewModel::columnsChanged, this, [this] {
+        m_roles->makeBoxes();
+        if (m_wanted > 0 && m_model->columnCount() > 0)
+            showLine(std::exchange(m_wanted, 0));
+    });
 }
 
 PreviewView::~PreviewView() = default;
@@ -186,6 +191,11 @@ void PreviewView::makeCurrent(int row)
 
 void PreviewView::showLine(qint64 number)
 {
+    // Of another file nothing may have been read yet.
+    if (m_model->columnCount() == 0) {
+        m_wanted = number;
+        return;
+    }
     const qint64 line = number - 1;
     const qint64 first = m_model->firstLine();
     if (line < first || line >= first + m_model->pageSize())

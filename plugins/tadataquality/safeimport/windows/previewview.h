@@ -42,5 +42,6 @@ private:
     QTableView* m_table;
     RolesHeader* m_roles;
     QScrollBar* m_bar;
-    int m_wheel = 0; ///< turned by less than a line
+    qint64 m_wanted = 0; ///< the line to be made the current one, when there are columns; or 0
+    int m_wheel = 0;     ///< turned by less than a line
 };

@@ -390,6 +390,7 @@ void SafeImportWindow::startImport()
 
 void SafeImportWindow::showRunning(const QString& what)
 {
+    say(QString(), true);
     m_progress->setFormat(what + QStringLiteral(" %p %"));
     m_progress->setValue(0);
     enable();
