@@ -9,6 +9,7 @@
 #include "problemsmodel.h"
 #include "profiles.h"
 #include "recentfiles.h"
+#include "restoresettings.h"
 #include "rolesheader.h"
 #include "support/child.h"
 #include "support/faults.h"
@@ -128,6 +129,7 @@ private Q_SLOTS:
     void aFileThatChangesIsShownAnew();
     void aLockedSeriesIsSaid();
     void aFullDiskIsSaid();
+    void saysWhereNothingCanBeUndone();
     void theStripIsWalkedByKeys();
     void allIsReachedByTab();
     void fitsASmallScreen_data();
@@ -565,6 +567,19 @@ void TestSafeImportWindow::aFullDiskIsSaid()
     QVERIFY2(textOf("message").contains(QStringLiteral("возвращено")),
              qPrintable(textOf("message")));
     QVERIFY(readTree(store()).isEmpty());
+}
+
+void TestSafeImportWindow::saysWhereNothingCanBeUndone()
+{
+    tadata::setRestoreLimits({.keep = 0});
+    openInto({path("new.csv")}, "NORD/MAIN/ALFA");
+    import();
+    QVERIFY2(textOf("message").contains(QStringLiteral("Отменить его нельзя")),
+             qPrintable(textOf("message")));
+    QVERIFY(!button("undo")->isVisible());
+    // An import that changes nothing has nothing to undo.
+    import();
+    QVERIFY(!textOf("message").contains(QStringLiteral("Отменить его нельзя")));
 }
 
 void TestSafeImportWindow::theStripIsWalkedByKeys()

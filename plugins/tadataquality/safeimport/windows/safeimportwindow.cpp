@@ -43,6 +43,15 @@ namespace {
 
 constexpr QLatin1String settingsGroup("TADataQuality/SafeImport");
 
+// Where no restore points are to be kept.
+QString withoutUndo(const SafeImportResult& result)
+{
+    if (result.days == 0 || !result.point.isNull())
+        return {};
+    return u' ' + SafeImportWindow::tr("Отменить его нельзя: точки возврата выключены в "
+                                       "настройках.");
+}
+
 } // namespace
 
 SafeImportWindow::SafeImportWindow(QWidget* parent)
@@ -406,7 +415,7 @@ void SafeImportWindow::showResult(const SafeImportResult& result)
     switch (result.end) {
     case SafeImportResult::End::Done:
         tadata::addRecentFiles(m_choices.files);
-        say(tr("Импорт закончен. %1").arg(counts) +
+        say(tr("Импорт закончен. %1").arg(counts) + withoutUndo(result) +
                 (result.message.isEmpty() ? QString() : u'\n' + result.message),
             result.message.isEmpty());
         break;
