@@ -2,9 +2,11 @@
 #include "commandline.h"
 
 #include "help.h"
+#include "suggestion.h"
+
+#include "optionwords.h"
 #include "patterns.h"
 #include "profiles.h"
-#include "suggestion.h"
 
 #include <algorithm>
 
@@ -215,18 +217,10 @@ QString parseDateFormat(const CommandLine& line)
 
 QString parseSeparator(const CommandLine& line)
 {
-    const QString text = line.text("separator");
-    if (text == u"comma")
-        return QStringLiteral(",");
-    if (text == u"semicolon")
-        return QStringLiteral(";");
-    if (text == u"space")
-        return QStringLiteral(" ");
-    if (text == u"tab")
-        return QStringLiteral("\t");
-    if (text.isEmpty() || text.contains(u'\n') || text.contains(u'\r'))
+    const std::optional<QString> separator = separatorOfWord(line.text("separator"));
+    if (!separator)
         line.refuse("separator");
-    return text;
+    return *separator;
 }
 
 } // namespace tadata::cli
