@@ -73,7 +73,8 @@ void CommandLine::takeProfile()
     const auto name = m_values.constFind(QStringLiteral("profile"));
     if (name == m_values.constEnd())
         return;
-    const std::optional<ProfileOptions> saved = profileOptions(*name);
+    const std::optional<ProfileOptions> saved =
+        hasUnprintable(*name) ? std::nullopt : profileOptions(*name);
     if (!saved)
         throw UsageError{Text::tr("профиля «%1» нет").arg(escaped(*name)) +
                          suggestion(*name, profileNames())};

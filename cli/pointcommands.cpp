@@ -110,11 +110,10 @@ QString planOf(const RestorePointRecord& point)
 
 ExitCode showPlan(const RestorePlace& place, const RestorePointRecord& point, bool isForced)
 {
-    const UndoCheck check = checkUndo(place, point);
+    const UndoCheck check = checkUndo(place, point, isForced);
     if (!check.outcome)
         return fail(check.outcome.message());
-    return check.isAllowed() || isForced ? printOutput(planOf(point))
-                                         : refuse(point.id, check.forbidding);
+    return check.isAllowed() ? printOutput(planOf(point)) : refuse(point.id, check.forbidding);
 }
 
 ExitCode tellUndo(const QString& id, const UndoResult& result)

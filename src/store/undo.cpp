@@ -11,10 +11,10 @@ using vexdesk::Result;
 
 namespace {
 
-UndoCheck check(const RestorePlace& place, const RestorePointRecord& point,
+UndoCheck check(const RestorePlace& place, const RestorePointRecord& point, bool isForced,
                 PuttingBack& puttingBack)
 {
-    if (const Outcome begun = puttingBack.begin(); !begun)
+    if (const Outcome begun = puttingBack.begin(); !begun || isForced)
         return {begun};
     const Result<QStringList> forbidding = vexdesk::whatForbidsPuttingBack(place, point);
     if (!forbidding)
@@ -31,12 +31,8 @@ UndoResult undoLocked(const RestorePlace& place, const QString& id, bool isForce
     if (!point)
         return {point.failure(), job.end()};
     PuttingBack puttingBack(place, *point);
-    if (isForced) {
-        if (const Outcome begun = puttingBack.begin(); !begun)
-            return {begun, job.end()};
-    } else if (const UndoCheck checked = check(place, *point, puttingBack); !checked.isAllowed()) {
+    if (const UndoCheck checked = check(place, *point, isForced, puttingBack); !checked.isAllowed())
         return {checked.outcome, job.end(), checked.forbidding};
-    }
     if (const Outcome back = puttingBack.run(job.keeper()); !back)
         return {back, job.takeBack()};
     return {Outcome(), job.end(), {}, point->kept.size(), point->created.size()};
@@ -44,10 +40,10 @@ UndoResult undoLocked(const RestorePlace& place, const QString& id, bool isForce
 
 } // namespace
 
-UndoCheck checkUndo(const RestorePlace& place, const RestorePointRecord& point)
+UndoCheck checkUndo(const RestorePlace& place, const RestorePointRecord& point, bool isForced)
 {
     PuttingBack puttingBack(place, point);
-    return check(place, point, puttingBack);
+    return check(place, point, isForced, puttingBack);
 }
 
 QStringList seriesOf(const RestorePointRecord& point)

@@ -18,7 +18,9 @@ struct UndoCheck
     bool isAllowed() const { return outcome && forbidding.isEmpty(); }
 };
 
-UndoCheck checkUndo(const vexdesk::RestorePlace& place, const vexdesk::RestorePointRecord& point);
+/// With force nobody looks for files that have changed.
+UndoCheck checkUndo(const vexdesk::RestorePlace& place, const vexdesk::RestorePointRecord& point,
+                    bool isForced = false);
 
 /// The series of its files, and those to which it says it belongs.
 QStringList seriesOf(const vexdesk::RestorePointRecord& point);
