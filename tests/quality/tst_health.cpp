@@ -78,6 +78,7 @@ private Q_SLOTS:
     void bookReadsOnlyWhatWasAskedFor();
     void bookForgetsWhatIsGone();
     void bookTriesAgainWhatCouldNotBeRead();
+    void bookNamesADirectoryThatCannotBeListed();
     void bookGoesWhileItReads();
 
 private:
@@ -384,6 +385,27 @@ void TestHealth::bookTriesAgainWhatCouldNotBeRead()
     }
     QTRY_VERIFY(book.digest(vega, 60));
     QVERIFY(book.problems().isEmpty());
+}
+
+// Its series must not pass for one that is gone.
+void TestHealth::bookNamesADirectoryThatCannotBeListed()
+{
+    const testsupport::OtherUser user;
+    QTemporaryDir own;
+    const QDir store(own.filePath(QStringLiteral("store")));
+    testsupport::makeIllStore(store);
+    HealthBook book(store);
+    book.setShortestPause(std::chrono::milliseconds(20));
+    book.followAll(true);
+    QTRY_VERIFY(book.digest(vega, 60));
+    {
+        const testsupport::Permissions none(store.filePath(vega), 0);
+        QTRY_COMPARE(book.problems().size(), 1);
+        QVERIFY2(book.problems().first().contains(store.filePath(vega)),
+                 qPrintable(book.problems().first()));
+    }
+    QTRY_VERIFY(book.problems().isEmpty());
+    QVERIFY(book.digest(vega, 60));
 }
 
 void TestHealth::bookGoesWhileItReads()

@@ -7,6 +7,7 @@
 #include "pointswindow.h"
 
 #include "support/child.h"
+#include "support/faults.h"
 #include "support/filetree.h"
 #include "support/strictlog.h"
 #include "support/textcheck.h"
@@ -51,6 +52,7 @@ private Q_SLOTS:
     void asksBeforeItReplacesWhatHasChanged();
     void leavesItWhenTheUserSaysNo();
     void saysWhoHoldsASeries();
+    void saysThatTheDiskIsFull();
     void saysWhatCannotBeRead();
     void freesSpace();
     void followsOtherPrograms();
@@ -221,6 +223,28 @@ void TestPointsWindow::saysWhoHoldsASeries()
     QVERIFY(button("putBack")->isEnabled());
     QCOMPARE(stored(monday), QByteArray("first"));
     locks.release();
+    click(button("putBack"));
+    QTRY_COMPARE(stored(monday), QByteArray("old"));
+}
+
+void TestPointsWindow::saysThatTheDiskIsFull()
+{
+    changeStore(root(), QStringLiteral("import"), {{monday, "first"}, {tuesday, "made"}});
+    open();
+    QTRY_VERIFY(isChecked());
+    {
+        const testsupport::Fault full(testsupport::SystemCall::Write,
+                                      QStringLiteral("20240115_60.iss"), ENOSPC);
+        click(button("putBack"));
+        QTRY_VERIFY(!label("status").isEmpty() && button("putBack")->isEnabled());
+        QVERIFY(full.failed() > 0);
+    }
+    QVERIFY2(label("status").startsWith(QStringLiteral("Точка не возвращена.")),
+             qPrintable(label("status")));
+    QVERIFY2(label("status").contains(QStringLiteral("20240115_60.iss")),
+             qPrintable(label("status")));
+    QCOMPARE(stored(monday), QByteArray("first"));
+    QCOMPARE(stored(tuesday), QByteArray("made"));
     click(button("putBack"));
     QTRY_COMPARE(stored(monday), QByteArray("old"));
 }

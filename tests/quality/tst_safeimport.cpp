@@ -5,6 +5,7 @@
 #include "importfiles.h"
 #include "support/faults.h"
 #include "support/filetree.h"
+#include "support/otheruser.h"
 #include "support/strictlog.h"
 
 #include <QtCore/QFile>
@@ -50,10 +51,13 @@ private Q_SLOTS:
     void withoutPointsNothingCanBeUndone();
     void cancelAtEachMomentTakesEverythingBack_data() { modes(); }
     void cancelAtEachMomentTakesEverythingBack();
+    void cancelAtEachCallOfTheSystem_data() { modes(); }
+    void cancelAtEachCallOfTheSystem();
     void cancelEndsTheWaitForALock();
     void aLockedSeriesIsLeftAlone();
     void aFullDiskTakesEverythingBack_data() { modes(); }
     void aFullDiskTakesEverythingBack();
+    void aSeriesThatCannotBeListedIsNamed();
     void aBadLineTakesEverythingBack();
     void badLinesAlonePassForNothing();
     void aFileThatHasChangedSinceIsNotImported();
@@ -200,6 +204,43 @@ void TestSafeImport::cancelAtEachMomentTakesEverythingBack()
     QVERIFY(moment > 4);
 }
 
+// Whoever cancels between two calls of the system finds the store as it was, or as it is to be.
+void TestSafeImport::cancelAtEachCallOfTheSystem()
+{
+    QFETCH(const ImportMode, mode);
+    using testsupport::SystemCall;
+    const Tree before = store();
+    const SafeImportResult whole = run(order({path("new.csv")}, mode));
+    QVERIFY(whole.end == End::Done);
+    const Tree wanted = store();
+    const std::atomic<bool> goesOn = false;
+    QVERIFY(tadata::undoSafeImport(root(), whole.point, {}, goesOn));
+    int taken = 0;
+    for (const SystemCall call :
+         {SystemCall::Open, SystemCall::Write, SystemCall::Close, SystemCall::Rename}) {
+        for (const char* const file : {"new.csv", "20240116_60.iss", "20240117_60.iss", ".json"}) {
+            std::atomic<bool> stop = false;
+            SafeImportResult result;
+            {
+                const testsupport::Meanwhile cancel(call, QLatin1String(file),
+                                                    [&stop] { stop = true; });
+                result = runSafeImport(
+                    order({path("new.csv")}, mode), [](int) {}, stop);
+            }
+            if (result.end == End::TakenBack) {
+                QVERIFY(result.isCancelled);
+                QCOMPARE(store(), before);
+                ++taken;
+                continue;
+            }
+            QVERIFY2(result.end == End::Done, qPrintable(result.message));
+            QCOMPARE(store(), wanted);
+            QVERIFY(tadata::undoSafeImport(root(), result.point, {}, goesOn));
+        }
+    }
+    QVERIFY(taken > 3);
+}
+
 void TestSafeImport::cancelEndsTheWaitForALock()
 {
     vexdesk::SeriesLocks others;
@@ -256,10 +297,37 @@ void TestSafeImport::aFullDiskTakesEverythingBack()
             continue;
         }
         QVERIFY2(result.end == End::TakenBack, qPrintable(result.message));
-        QVERIFY(!result.message.isEmpty());
+        QVERIFY2(result.message.contains(m_dir->path()), qPrintable(result.message));
         QCOMPARE(store(), before);
     }
     QVERIFY(passed > 0);
+}
+
+// It must not pass for one of which nothing is stored.
+void TestSafeImport::aSeriesThatCannotBeListedIsNamed()
+{
+    const testsupport::OtherUser user;
+    const QTemporaryDir own;
+    const QDir store(own.filePath(QStringLiteral("store")));
+    const QString file = own.filePath(QStringLiteral("new.csv"));
+    writeFile(file, barFile({monday}, 5, 100));
+    QVERIFY(run(orderOf(choicesOf({file}, ImportMode::Replace), store)).end == End::Done);
+    const Tree before = readTree(store);
+    for (const ImportMode mode : {ImportMode::Replace, ImportMode::Merge, ImportMode::Fill}) {
+        const SafeImportOrder wanted = orderOf(choicesOf({file}, mode), store);
+        const std::atomic<bool> goesOn = false;
+        const testsupport::Permissions none(store.filePath(QStringLiteral("S/B/X")), 0);
+        const auto outlooks = tadata::checkChoices(
+            wanted.choices, wanted.files, store, 10, [](int) {}, goesOn);
+        QVERIFY2(outlooks, qPrintable(outlooks.message()));
+        QVERIFY2(outlooks->front().refusal.contains(store.filePath(QStringLiteral("S/B/X"))),
+                 qPrintable(outlooks->front().refusal));
+        const SafeImportResult result = run(wanted);
+        QVERIFY(result.end != End::Done);
+        QVERIFY2(result.message.contains(store.filePath(QStringLiteral("S/B/X"))),
+                 qPrintable(result.message));
+    }
+    QCOMPARE(readTree(store), before);
 }
 
 void TestSafeImport::aBadLineTakesEverythingBack()

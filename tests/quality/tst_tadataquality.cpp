@@ -4,6 +4,7 @@
 #include "illstore.h"
 
 #include "support/child.h"
+#include "support/filetree.h"
 #include "support/loadedplugin.h"
 #include "support/markingtranslator.h"
 #include "support/strictlog.h"
@@ -19,10 +20,15 @@
 #include <vexdesk/terminal/core.h>
 
 #include <QtCore/QJsonObject>
+#include <QtCore/QMimeData>
+#include <QtCore/QUrl>
+#include <QtGui/QDropEvent>
 #include <QtGui/QIcon>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QComboBox>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QMainWindow>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QSpinBox>
 #include <QtWidgets/QTreeView>
@@ -126,6 +132,7 @@ private Q_SLOTS:
     void doesWithoutCharts();
     void showsAPlaceInTheChart();
     void fillsASeriesFromAFile();
+    void opensFilesThatAreDroppedOnTheTerminal();
     void offersItsOptions();
     void keepsLimitsThatNobodyChanged();
     void takesNoLimitsThatWereNotShown();
@@ -366,6 +373,31 @@ void TestTADataQuality::fillsASeriesFromAFile()
     click(fill);
     QCOMPARE(visibleWindows("SafeImportWindow").size(), 1);
     plugin()->tini();
+}
+
+void TestTADataQuality::opensFilesThatAreDroppedOnTheTerminal()
+{
+    QMainWindow terminal;
+    terminal.show();
+    start(nullptr);
+    const QString file = m_plugin->store().filePath(QStringLiteral("bars & more.csv"));
+    testsupport::writeFile(file, "<DATE>,<TIME>,<CLOSE>\n20240115,100100,100.25\n");
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(file)});
+    const auto drop = [&] {
+        QDropEvent event(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(&terminal, &event);
+        return event.isAccepted();
+    };
+    QVERIFY(drop());
+    QWidget* const window = visibleWindows("SafeImportWindow").value(0);
+    QVERIFY(window);
+    auto* const files = child<QComboBox>(window, "files");
+    QCOMPARE(files->count(), 1);
+    QCOMPARE(files->currentData().toString(), file);
+    plugin()->tini();
+    QVERIFY(!drop());
+    QVERIFY(visibleWindows("SafeImportWindow").isEmpty());
 }
 
 void TestTADataQuality::offersItsOptions()

@@ -241,6 +241,11 @@ void PointsWindow::choose()
         check();
         return;
     }
+    // What was said of another one is not true of this one.
+    if (m_shownId != point->id) {
+        m_effect->setText(tr("Точка проверяется..."));
+        tadata::markLabel(m_effect, true);
+    }
     m_shownId = point->id;
     m_listing.start([record = *point](const std::atomic<bool>&) { return tadata::filesOf(record); },
                     [this](const std::vector<PointFile>& files) { showFiles(files); });

@@ -48,11 +48,11 @@ bool FileDrop::isMine(const QObject* watched) const
 
 bool FileDrop::eventFilter(QObject* watched, QEvent* event)
 {
-    if (!isMine(watched))
-        return false;
+    // Every event of the application comes here: most go by their type alone.
     switch (event->type()) {
     case QEvent::Show:
-        static_cast<QWidget*>(watched)->setAcceptDrops(true);
+        if (isMine(watched))
+            static_cast<QWidget*>(watched)->setAcceptDrops(true);
         return false;
     case QEvent::DragEnter:
     case QEvent::DragMove:
@@ -61,6 +61,8 @@ bool FileDrop::eventFilter(QObject* watched, QEvent* event)
     default:
         return false;
     }
+    if (!isMine(watched))
+        return false;
     auto* const drop = static_cast<QDropEvent*>(event);
     const QStringList files = filesOf(drop->mimeData());
     if (files.isEmpty())

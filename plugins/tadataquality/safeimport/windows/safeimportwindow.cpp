@@ -15,6 +15,7 @@
 #include "restoresettings.h"
 #include "rolesheader.h"
 #include "seriespicker.h"
+#include "serieswatch.h"
 #include "windowsize.h"
 
 #include <vexdesk/history/storepaths.h>
@@ -55,9 +56,15 @@ QString withoutUndo(const SafeImportResult& result)
 } // namespace
 
 SafeImportWindow::SafeImportWindow(QWidget* parent)
+    : SafeImportWindow(vexdesk::storePlace(), parent)
+{}
+
+SafeImportWindow::SafeImportWindow(const QDir& root, QWidget* parent)
     : QDialog(parent)
-    , m_preparation(new ImportPreparation(vexdesk::storePlace(), this))
+    , m_root(root)
+    , m_preparation(new ImportPreparation(root, this))
     , m_runner(new ImportRunner(this))
+    , m_store(new tadata::SeriesWatch(this))
 {
     setWindowTitle(tr("Безопасный импорт"));
     setWindowFlags((windowFlags() & ~Qt::WindowContextHelpButtonHint) |
@@ -205,20 +212,20 @@ void SafeImportWindow::connectAll()
 
     connect(m_import, &QPushButton::clicked, this, &SafeImportWindow::startImport);
     connect(m_close, &QPushButton::clicked, this, &SafeImportWindow::reject);
-    connect(m_undo, &QPushButton::clicked, this, [this] {
-        m_runner->undo();
-        showRunning(tr("Отменяю импорт..."));
-    });
+    connect(m_undo, &QPushButton::clicked, this, &SafeImportWindow::startUndo);
     connect(m_runner, &ImportRunner::progressed, m_progress, &QProgressBar::setValue);
     connect(m_runner, &ImportRunner::finished, this, &SafeImportWindow::showResult);
     connect(m_runner, &ImportRunner::undone, this, [this](const vexdesk::Outcome& outcome) {
         say(outcome ? tr("Импорт отменён: всё стало, как было до него.") : outcome.message(),
             bool(outcome));
+        m_store->resume();
         begin();
     });
 
     connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, [this] { m_change.start(); });
     connect(&m_change, &QTimer::timeout, this, &SafeImportWindow::readAnew);
+    // Somebody else has imported, or put back.
+    connect(m_store, &tadata::SeriesWatch::changed, this, &SafeImportWindow::begin);
 }
 
 void SafeImportWindow::take(const tadata::SafeImportRequest& request)
@@ -265,6 +272,16 @@ void SafeImportWindow::watchFiles()
         if (QFileInfo::exists(file))
             m_watcher.addPath(file);
     }
+}
+
+void SafeImportWindow::watchStore()
+{
+    QStringList series;
+    for (const tadata::FileOutlook& file : m_preparation->outlooks()) {
+        for (const tadata::SeriesOutlook& one : file.series)
+            series.append(one.series);
+    }
+    m_store->follow(m_root, series);
 }
 
 // The file that is shown, or another one, is not what it was.
@@ -379,6 +396,7 @@ void SafeImportWindow::showOutlook()
     if (!m_choices.files.isEmpty())
         m_outlook->showOutlook(m_preparation->outlook(), m_preparation->outlooks());
     m_preview->model().setNotices(m_outlook->problems().noticesOf(m_files->current()));
+    watchStore();
     enable();
 }
 
@@ -390,11 +408,20 @@ void SafeImportWindow::showLine(const QString& file, qint64 line)
 
 void SafeImportWindow::startImport()
 {
+    // What this window does itself is looked at when it is done.
+    m_store->pause();
     m_runner->start({.choices = m_choices,
                      .files = m_preparation->files(),
-                     .root = vexdesk::storePlace(),
+                     .root = m_root,
                      .limits = tadata::restoreLimits()});
     showRunning(tr("Импортирую..."));
+}
+
+void SafeImportWindow::startUndo()
+{
+    m_store->pause();
+    m_runner->undo();
+    showRunning(tr("Отменяю импорт..."));
 }
 
 void SafeImportWindow::showRunning(const QString& what)
@@ -430,6 +457,7 @@ void SafeImportWindow::showResult(const SafeImportResult& result)
         break;
     }
     // The store is another one now, or a file is.
+    m_store->resume();
     begin();
 }
 

@@ -23,6 +23,7 @@ class SeriesPicker;
 namespace tadata {
 class ImportPreparation;
 class ImportRunner;
+class SeriesWatch;
 } // namespace tadata
 
 /// The window "Безопасный импорт": shows files, what an import would take them for and do with
@@ -34,6 +35,8 @@ class SafeImportWindow final : public QDialog
 
 public:
     explicit SafeImportWindow(QWidget* parent = nullptr);
+    /// Into the store with this root.
+    explicit SafeImportWindow(const QDir& root, QWidget* parent = nullptr);
     ~SafeImportWindow() override;
 
     /// Takes over what is known of the import. An empty request changes nothing.
@@ -62,6 +65,7 @@ private:
     void begin();
     void readAnew();
     void watchFiles();
+    void watchStore();
 
     const tadata::LaidOutFile* currentFile() const;
     void showCurrentFile();
@@ -70,16 +74,19 @@ private:
     void showLine(const QString& file, qint64 line);
 
     void startImport();
+    void startUndo();
     void showRunning(const QString& what);
     void showResult(const tadata::SafeImportResult& result);
     void say(const QString& text, bool isGood);
     void enable();
 
+    const QDir m_root;
     tadata::ImportChoices m_choices;
     tadata::ImportPreparation* m_preparation;
     tadata::ImportRunner* m_runner;
     std::optional<int> m_wantedTimeframe; ///< by who asked for the window, whatever the file
     QFileSystemWatcher m_watcher;
+    tadata::SeriesWatch* m_store;
     QTimer m_change; ///< gathers what comes of one change of a file
 
     FilesPicker* m_files;
