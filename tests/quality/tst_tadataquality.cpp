@@ -385,9 +385,11 @@ void TestTADataQuality::opensFilesThatAreDroppedOnTheTerminal()
     QMimeData data;
     data.setUrls({QUrl::fromLocalFile(file)});
     const auto drop = [&] {
+        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(&terminal, &enter);
         QDropEvent event(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, {});
         QCoreApplication::sendEvent(&terminal, &event);
-        return event.isAccepted();
+        return enter.isAccepted() && event.isAccepted();
     };
     QVERIFY(drop());
     QWidget* const window = visibleWindows("SafeImportWindow").value(0);

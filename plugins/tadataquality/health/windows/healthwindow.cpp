@@ -168,7 +168,7 @@ QWidget* HealthWindow::makeButtons()
     m_list = add(tr("&Список для брокера..."), "list");
     m_list->setToolTip(tr("Дни показанных серий, которых не хватает: с разрывами и без файла"));
     connect(buttons, &QDialogButtonBox::rejected, this, &QWidget::close);
-    connect(m_show, &QPushButton::clicked, this, [this] { showPlace({}); });
+    connect(m_show, &QPushButton::clicked, this, &HealthWindow::showDay);
     connect(m_fill, &QPushButton::clicked, this, [this] {
         if (const SharedDigest series = chosen())
             Q_EMIT fillRequested(series->series, series->timeframe);
@@ -184,9 +184,9 @@ void HealthWindow::connectParts()
     connect(m_series, &QAbstractItemModel::modelReset, this, &HealthWindow::showSummary);
     connect(m_seriesView->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             &HealthWindow::chooseSeries);
-    connect(m_seriesView, &QAbstractItemView::activated, this, [this] { showPlace({}); });
+    connect(m_seriesView, &QAbstractItemView::activated, this, &HealthWindow::showDay);
     connect(m_calendarView, &CalendarView::dayChanged, this, &HealthWindow::chooseDay);
-    connect(m_calendarView, &CalendarView::dayActivated, this, [this] { showPlace({}); });
+    connect(m_calendarView, &CalendarView::dayActivated, this, &HealthWindow::showDay);
     connect(m_remarksView, &QAbstractItemView::activated, this,
             [this](const QModelIndex& index) { showPlace(m_remarks->remarkAt(index.row()).to); });
     // Boards come one after the other while a store is read: the list follows now and then.
@@ -330,6 +330,12 @@ void HealthWindow::showSaved(const QString& path, const vexdesk::Outcome& outcom
         say(tr("Список записан в %1.").arg(path));
     else
         say(outcome.message(), true);
+}
+
+// Where the first thing is wrong, or the day as a whole.
+void HealthWindow::showDay()
+{
+    showPlace(m_remarks->rowCount() > 0 ? m_remarks->remarkAt(0).to : QTime());
 }
 
 void HealthWindow::showPlace(const QTime& time)

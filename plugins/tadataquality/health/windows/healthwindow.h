@@ -58,6 +58,7 @@ private:
     void showProgress(int percent);
     void askForListFile();
     void showSaved(const QString& path, const vexdesk::Outcome& outcome);
+    void showDay();
     void showPlace(const QTime& time);
     void say(const QString& text, bool isWarning = false);
     tadata::SharedDigest chosen() const;

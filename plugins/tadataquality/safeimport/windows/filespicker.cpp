@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "filespicker.h"
 
+#include "compactbox.h"
 #include "recentfiles.h"
 
 #include <QtCore/QDir>
@@ -23,8 +24,8 @@ FilesPicker::FilesPicker(QWidget* parent)
 {
     m_files->setObjectName(QStringLiteral("files"));
     m_files->setPlaceholderText(tr("откройте файл или перетащите его сюда"));
-    m_files->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    m_files->setMinimumContentsLength(20);
+    constexpr int shortest = 20;
+    tadata::makeCompact(m_files, shortest);
     m_open->setObjectName(QStringLiteral("open"));
     m_recent->setObjectName(QStringLiteral("recent"));
     m_recent->setText(tr("&Недавние"));
@@ -43,7 +44,10 @@ FilesPicker::FilesPicker(QWidget* parent)
     layout->addWidget(m_recent);
     connect(m_open, &QPushButton::clicked, this, &FilesPicker::ask);
     connect(m_menu, &QMenu::aboutToShow, this, &FilesPicker::fillRecent);
-    connect(m_files, &QComboBox::currentIndexChanged, this, &FilesPicker::currentChanged);
+    connect(m_files, &QComboBox::currentIndexChanged, this, [this] {
+        m_files->setToolTip(QDir::toNativeSeparators(current()));
+        Q_EMIT currentChanged();
+    });
     fillRecent();
 }
 

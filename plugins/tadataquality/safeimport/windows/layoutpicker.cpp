@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "layoutpicker.h"
 
+#include "compactbox.h"
 #include "fieldforms.h"
 #include "textformats.h"
 
 #include <vexdesk/history/dayfilenames.h>
 
-#include <QtCore/QSignalBlocker>
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>
@@ -16,6 +16,18 @@ using tadata::TextFormat;
 
 namespace {
 
+// In the letters of the user's language, as the titles of the others are.
+QString titleOf(const QString& pattern)
+{
+    const QString letters = LayoutPicker::tr("гмдчмс");
+    QString title;
+    for (const QChar letter : pattern) {
+        const qsizetype place = QStringLiteral("yMdhms").indexOf(letter);
+        title += place >= 0 && place < letters.size() ? letters.at(place) : letter;
+    }
+    return title;
+}
+
 // The forms that the wizard offers, under their titles, then the others that a guess knows.
 void offer(QComboBox* box, const QList<TextFormat>& formats, const QStringList& known)
 {
@@ -23,7 +35,7 @@ void offer(QComboBox* box, const QList<TextFormat>& formats, const QStringList& 
         box->addItem(format.title, format.pattern);
     for (const QString& pattern : known) {
         if (box->findData(pattern) < 0)
-            box->addItem(pattern, pattern);
+            box->addItem(titleOf(pattern), pattern);
     }
 }
 
@@ -57,9 +69,8 @@ LayoutPicker::LayoutPicker(QWidget* parent)
         auto* const label = new QLabel(text);
         label->setBuddy(box);
         box->setPlaceholderText(tr("не выбран"));
-        box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-        box->setMinimumContentsLength(9);
-        box->setIconSize(QSize(0, 0));
+        constexpr int shortest = 9;
+        tadata::makeCompact(box, shortest);
         layout->addWidget(label);
         layout->addWidget(box, 1);
         connect(box, &QComboBox::activated, this, [this, box] {
@@ -94,7 +105,6 @@ void LayoutPicker::show(const tadata::FileLayout& layout)
     choose(m_separator, details.separator, details.separator);
     choose(m_date, details.dateFormat, details.dateFormatTitle);
     choose(m_time, details.timeFormat, details.timeFormatTitle);
-    const QSignalBlocker quiet(m_timeframe);
     m_timeframe->setCurrentIndex(m_timeframe->findData(details.timeframe));
     m_header->setChecked(details.firstLineIsHeader);
 }
@@ -102,7 +112,6 @@ void LayoutPicker::show(const tadata::FileLayout& layout)
 // A profile may name what no box offers.
 void LayoutPicker::choose(QComboBox* box, const QString& pattern, const QString& title)
 {
-    const QSignalBlocker quiet(box);
     if (!pattern.isEmpty() && box->findData(pattern) < 0)
         box->addItem(title, pattern);
     box->setCurrentIndex(pattern.isEmpty() ? -1 : box->findData(pattern));

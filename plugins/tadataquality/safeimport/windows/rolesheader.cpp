@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "rolesheader.h"
 
-#include <QtCore/QSignalBlocker>
+#include "compactbox.h"
+
 #include <QtGui/QFocusEvent>
 #include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QComboBox>
@@ -51,10 +52,7 @@ QComboBox* RolesHeader::newBox(int section)
     box->setMaxVisibleItems(box->count());
     // All columns of a usual file are to be in view.
     constexpr int shortest = 8;
-    box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    box->setMinimumContentsLength(shortest);
-    box->setIconSize(QSize(0, 0));
-    box->view()->setMinimumWidth(box->view()->sizeHintForColumn(0));
+    tadata::makeCompact(box, shortest);
     box->setAccessibleName(tr("Что в столбце %1").arg(section + 1));
     // The wheel gives it no focus: it is to scroll the table under the mouse.
     box->setFocusPolicy(Qt::StrongFocus);
@@ -86,7 +84,6 @@ void RolesHeader::setColumns(const QMap<qint32, qint32>& columns)
 {
     m_columns = columns;
     for (int section = 0; section < m_boxes.size(); ++section) {
-        const QSignalBlocker quiet(m_boxes.at(section));
         const qint32 role = m_columns.key(section, static_cast<qint32>(ColumnRole::None));
         m_boxes.at(section)->setCurrentIndex(m_boxes.at(section)->findData(role));
     }

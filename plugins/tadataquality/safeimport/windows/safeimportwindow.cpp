@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "safeimportwindow.h"
 
+#include "compactbox.h"
 #include "filedrop.h"
 #include "filespicker.h"
 #include "importcolours.h"
@@ -114,9 +115,8 @@ QLayout* SafeImportWindow::filesRow()
     m_profile = new QComboBox;
     m_profile->setObjectName(QStringLiteral("profile"));
     m_profile->setToolTip(tr("Параметры, сохранённые командой tadata profile save"));
-    m_profile->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    m_profile->setMinimumContentsLength(10);
-    m_profile->setIconSize(QSize(0, 0));
+    constexpr int shortest = 10;
+    tadata::makeCompact(m_profile, shortest);
     auto* const label = new QLabel(tr("&Профиль:"));
     label->setBuddy(m_profile);
     auto* const row = new QHBoxLayout;

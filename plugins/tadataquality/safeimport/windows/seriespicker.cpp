@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "seriespicker.h"
 
+#include "compactbox.h"
 #include "labelmark.h"
 #include "seriespattern.h"
 
@@ -60,7 +61,7 @@ SeriesPicker::SeriesPicker(QWidget* parent)
     // The window is to fit a small screen.
     constexpr int fewest = 8;
     for (QComboBox* const box : std::initializer_list<QComboBox*>{m_stock, m_board, m_security})
-        box->setMinimumContentsLength(fewest);
+        tadata::makeCompact(box, fewest);
 
     auto* const layout = new QHBoxLayout(this);
     layout->setContentsMargins({});
