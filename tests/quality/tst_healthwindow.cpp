@@ -25,6 +25,7 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QScrollBar>
 #include <QtWidgets/QTreeView>
 
 #include <memory>
@@ -403,6 +404,7 @@ void TestHealthWindow::showsItsTextsWhole()
                               QStringLiteral("/health-%1.png").arg(size.width()));
     const QStringList cut = testsupport::cutTexts(m_window.get());
     QVERIFY2(cut.isEmpty(), qPrintable(cut.join(u'\n')));
+    QCOMPARE(view("series")->horizontalScrollBar()->maximum(), 0);
     // All weeks of a year stand beside each other.
     const QRect lastWeek = calendar()->visualRect(calendar()->model()->index(1, 53));
     QVERIFY(calendar()->viewport()->rect().contains(lastWeek));

@@ -22,6 +22,7 @@
 #include <vexdesk/history/storepaths.h>
 
 #include <QtCore/QMimeData>
+#include <QtCore/QScopeGuard>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QThread>
 #include <QtCore/QUrl>
@@ -655,13 +656,20 @@ void TestSafeImportWindow::listsOpenAsWideAsTheirEntries()
 void TestSafeImportWindow::fitsASmallScreen_data()
 {
     QTest::addColumn<bool>("withFile");
-    QTest::newRow("empty") << false;
-    QTest::newRow("with a file") << true;
+    QTest::addColumn<bool>("isDark");
+    QTest::newRow("empty") << false << false;
+    QTest::newRow("with a file") << true << false;
+    QTest::newRow("dark") << true << true;
 }
 
 void TestSafeImportWindow::fitsASmallScreen()
 {
     QFETCH(const bool, withFile);
+    QFETCH(const bool, isDark);
+    const QPalette before = QApplication::palette();
+    const auto restore = qScopeGuard([before] { QApplication::setPalette(before); });
+    if (isDark)
+        QApplication::setPalette(QPalette(QColor(0x35, 0x35, 0x35), QColor(0x2a, 0x2a, 0x2a)));
     if (withFile)
         openInto({path("new.csv")}, "NORD/MAIN/ALFA");
     const QSize least = m_window->minimumSizeHint();
@@ -670,6 +678,9 @@ void TestSafeImportWindow::fitsASmallScreen()
     m_window->resize(790, 560);
     QTRY_VERIFY2(testsupport::cutTexts(m_window.get()).isEmpty(),
                  qPrintable(testsupport::cutTexts(m_window.get()).join(u'\n')));
+    if (qEnvironmentVariableIsSet("TADATA_PICTURES"))
+        m_window->grab().save(qEnvironmentVariable("TADATA_PICTURES") +
+                              QStringLiteral("/import-%1.png").arg(QTest::currentDataTag()));
     QStringList foreign = testsupport::foreignTexts(m_window.get(), testsupport::Speech::Russian);
     // The name of a file is the user's.
     foreign.removeAll(QStringLiteral("files:QComboBox: \"new.csv\""));

@@ -51,6 +51,28 @@ QLabel* plainLabel(const char* name)
     return label;
 }
 
+// Leaves room for the mark of the order only where it stands: ten columns are to be seen at once.
+class SeriesHeader final : public QHeaderView
+{
+public:
+    SeriesHeader()
+        : QHeaderView(Qt::Horizontal)
+    {
+        setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+        setSectionResizeMode(QHeaderView::ResizeToContents);
+        setStretchLastSection(true);
+    }
+
+protected:
+    QSize sectionSizeFromContents(int section) const override
+    {
+        QSize size = QHeaderView::sectionSizeFromContents(section);
+        if (section != sortIndicatorSection())
+            size.rwidth() -= style()->pixelMetric(QStyle::PM_HeaderMarkSize, nullptr, this);
+        return size;
+    }
+};
+
 QVBoxLayout* partOf(QWidget* part)
 {
     auto* const layout = new QVBoxLayout(part);
@@ -114,10 +136,10 @@ QWidget* HealthWindow::makeSeriesPart()
     m_filter->setPlaceholderText(tr("часть имени, например VEGA"));
     auto* const label = new QLabel(tr("&Найти серию:"));
     label->setBuddy(m_filter);
+    m_seriesView->setHeader(new SeriesHeader);
     prepare(m_seriesView, m_series, "series");
     m_seriesView->setAccessibleName(tr("Серии хранилища"));
     QHeaderView* const header = m_seriesView->header();
-    header->setSectionResizeMode(QHeaderView::ResizeToContents);
     header->setSortIndicator(SeriesModel::Series, Qt::AscendingOrder);
     m_seriesView->setSortingEnabled(true);
     m_progress->setObjectName(QStringLiteral("progress"));
