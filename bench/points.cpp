@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: MIT
-// The window of restore points over a store in which one command has changed many series: the
+// The window of restore points over a store in which one command has changed many files: the
 // longest time for which the user-interface thread answers nobody while the point is listed, looked
 // at and put back. The store is made below the system's temporary directory and removed again.
 //
-//   bench_points [SERIES] [POINTS]
+//   bench_points [FILES] [POINTS]
 //
 // QT_QPA_PLATFORM=offscreen does without a display.
 
 #include "measuringapplication.h"
 #include "pointswindow.h"
 
+#include <vexdesk/history/dayfilenames.h>
 #include <vexdesk/history/storejob.h>
 
 #include <QtCore/QFile>
@@ -23,14 +24,18 @@
 
 namespace {
 
-// A command that writes a day of each series.
-bool changeSeries(const QDir& root, int count)
+// A command that writes days of many series.
+bool changeFiles(const QDir& root, int count)
 {
+    constexpr int daysOfSeries = 50;
     QStringList names;
     QStringList paths;
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0; i < count / daysOfSeries; ++i) {
         names.append(QStringLiteral("NORD/B%1/S%2").arg(i / 500).arg(i, 6, 10, QLatin1Char('0')));
-        paths.append(root.filePath(names.last() + QStringLiteral("/20240115_60.iss")));
+        for (int day = 0; day < daysOfSeries; ++day)
+            paths.append(root.filePath(
+                names.last() + u'/' +
+                vexdesk::dayFileName(QDate(2024, 1, 15).addDays(day), vexdesk::minuteTimeframe)));
     }
     vexdesk::StoreJob job({.by = QStringLiteral("import")});
     if (!job.begin(root, vexdesk::sortedByCodePoint(names)) || !job.keeper()->keep(paths))
@@ -49,11 +54,11 @@ bool changeSeries(const QDir& root, int count)
 int main(int argc, char** argv)
 {
     bench::MeasuringApplication application(argc, argv);
-    constexpr int usualSeries = 20'000;
+    constexpr int usualFiles = 20'000;
     const QTemporaryDir directory;
     const QDir root(directory.filePath(QStringLiteral("store")));
     for (int point = bench::numberAt(2, 2); point > 0; --point) {
-        if (!changeSeries(root, bench::numberAt(1, usualSeries)))
+        if (!changeFiles(root, bench::numberAt(1, usualFiles)))
             return EXIT_FAILURE;
     }
     std::unique_ptr<PointsWindow> window;

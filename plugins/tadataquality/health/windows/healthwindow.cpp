@@ -61,6 +61,8 @@ public:
         setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
         setSectionResizeMode(QHeaderView::ResizeToContents);
         setStretchLastSection(true);
+        // By the rows in view: a thousand of them would be measured each time the order changes.
+        setResizeContentsPrecision(0);
     }
 
 protected:

@@ -40,6 +40,7 @@ void prepare(QTreeView* view, QAbstractItemModel* model, const char* name)
     view->setUniformRowHeights(true);
     view->setAllColumnsShowFocus(true);
     view->header()->setSectionsMovable(false);
+    view->header()->setResizeContentsPrecision(0); // by the rows in view
 }
 
 QLabel* plainLabel(const char* name)
