@@ -393,7 +393,8 @@ void PointsWindow::setAtWork(bool isAtWork)
 void PointsWindow::updateButtons()
 {
     const std::optional<RestorePointRecord> point = chosen();
-    m_putBack->setEnabled(!m_isAtWork && point && !point->paths().isEmpty());
+    const bool hasFiles = point && !(point->kept.isEmpty() && point->created.isEmpty());
+    m_putBack->setEnabled(!m_isAtWork && hasFiles);
     m_freeSpace->setEnabled(!m_isAtWork && m_points->rowCount() > 1);
 }
 
