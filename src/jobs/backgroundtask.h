@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "ownpool.h"
+
 #include <QtConcurrent/QtConcurrentRun>
 #include <QtCore/QFutureWatcher>
 #include <QtCore/QScopedPointer>
@@ -13,7 +15,7 @@
 
 namespace tadata {
 
-/// Work of a window that is done in a thread of the application's global pool, one run at a time:
+/// Work of a window that is done in a thread of its own, one run at a time:
 /// the next one tells the one before to stop, and its value comes to nothing. The object belongs to
 /// the thread that made it, which gets the values; it goes when all that it began has ended.
 template <typename Value>
@@ -48,7 +50,7 @@ public:
                                  finish(*ended, done);
                          });
         run->watcher->setFuture(
-            QtConcurrent::run([work, stop = run->stop] { return work(*stop); }));
+            QtConcurrent::run(m_pool.get(), [work, stop = run->stop] { return work(*stop); }));
     }
 
     /// What runs is not wanted any more. It may go on for a while.
@@ -80,6 +82,7 @@ private:
         done(run.watcher->result());
     }
 
+    OwnPool m_pool;
     std::vector<std::shared_ptr<Run>> m_runs; // the last one may be the one that runs
 };
 

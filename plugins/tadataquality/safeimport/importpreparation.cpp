@@ -51,7 +51,7 @@ void ImportPreparation::begin()
     m_checked = {};
     m_isChecked = false;
     Q_EMIT begun();
-    m_layouts.setFuture(QtConcurrent::run([choices = m_choices, stop = m_stop] {
+    m_layouts.setFuture(QtConcurrent::run(m_pool.get(), [choices = m_choices, stop = m_stop] {
         return layOutFiles(choices.files, choices.given, *stop);
     }));
 }
@@ -77,7 +77,7 @@ void ImportPreparation::check()
             Qt::QueuedConnection);
     };
     m_check.setFuture(QtConcurrent::run(
-        [choices = m_choices, files = m_files, root = m_root, stop = m_stop, tell] {
+        m_pool.get(), [choices = m_choices, files = m_files, root = m_root, stop = m_stop, tell] {
             return addedUp(checkChoices(choices, files, root, mostProblems, tell, *stop));
         }));
 }

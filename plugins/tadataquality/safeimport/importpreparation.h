@@ -2,6 +2,7 @@
 #pragma once
 
 #include "importoutlook.h"
+#include "ownpool.h"
 
 #include <QtCore/QFutureWatcher>
 #include <QtCore/QObject>
@@ -10,7 +11,7 @@
 
 namespace tadata {
 
-/// Finds out, in a thread of the global pool, what the chosen files look like, and then what their
+/// Finds out, in threads of its own, what the chosen files look like, and then what their
 /// import would do. New choices end what is under way: only what is true of the last ones is told.
 /// User-interface thread; the end of the object waits for its thread, which stops between two
 /// lines.
@@ -68,6 +69,7 @@ private:
     std::vector<LaidOutFile> m_files;
     Checked m_checked;
     bool m_isChecked = false;
+    OwnPool m_pool;
     QFutureWatcher<std::vector<LaidOutFile>> m_layouts;
     QFutureWatcher<Checked> m_check;
     QList<QFuture<void>> m_left; ///< what was ended and may not have noticed yet

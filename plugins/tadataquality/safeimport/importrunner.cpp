@@ -31,7 +31,7 @@ void ImportRunner::start(const SafeImportOrder& order)
             this, [this, percent] { Q_EMIT progressed(percent); }, Qt::QueuedConnection);
     };
     m_import.setFuture(QtConcurrent::run(
-        [order, tell, stop = m_stop] { return runSafeImport(order, tell, *stop); }));
+        m_pool.get(), [order, tell, stop = m_stop] { return runSafeImport(order, tell, *stop); }));
 }
 
 void ImportRunner::cancel()
@@ -44,9 +44,9 @@ void ImportRunner::undo()
     Q_ASSERT(canUndo());
     m_isRunning = true;
     m_stop = std::make_shared<std::atomic<bool>>(false);
-    m_undoing.setFuture(
-        QtConcurrent::run([root = m_order.root, limits = m_order.limits, point = m_point,
-                           stop = m_stop] { return undoSafeImport(root, point, limits, *stop); }));
+    m_undoing.setFuture(QtConcurrent::run(
+        m_pool.get(), [root = m_order.root, limits = m_order.limits, point = m_point,
+                       stop = m_stop] { return undoSafeImport(root, point, limits, *stop); }));
 }
 
 void ImportRunner::takeResult()

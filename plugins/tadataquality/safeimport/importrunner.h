@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "ownpool.h"
 #include "safeimport.h"
 
 #include <QtCore/QFutureWatcher>
@@ -10,7 +11,7 @@
 
 namespace tadata {
 
-/// Runs one import after the other, or the undoing of the last, in a thread of the global pool.
+/// Runs one import after the other, or the undoing of the last, in a thread of its own.
 /// User-interface thread; the end of the object cancels what runs and waits until all of it is
 /// taken back.
 class ImportRunner final : public QObject
@@ -42,6 +43,7 @@ private:
     SafeImportOrder m_order; ///< of the last import
     QString m_point;         ///< of the same, while it can be undone
     bool m_isRunning = false;
+    OwnPool m_pool;
     QFutureWatcher<SafeImportResult> m_import;
     QFutureWatcher<vexdesk::Outcome> m_undoing;
 };

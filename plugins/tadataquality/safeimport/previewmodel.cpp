@@ -28,16 +28,17 @@ public:
                 },
                 Qt::QueuedConnection);
         };
-        search->m_done = QtConcurrent::run([model, path, post, stop = search->m_stop] {
-            const Outcome found = findLines(
-                path,
-                [&](const LinePlaces& places) {
-                    post([model, places] { model->takePlaces(places); });
-                },
-                *stop);
-            if (!found && !*stop)
-                post([model, message = found.message()] { Q_EMIT model->failed(message); });
-        });
+        search->m_done =
+            QtConcurrent::run(model->m_pool.get(), [model, path, post, stop = search->m_stop] {
+                const Outcome found = findLines(
+                    path,
+                    [&](const LinePlaces& places) {
+                        post([model, places] { model->takePlaces(places); });
+                    },
+                    *stop);
+                if (!found && !*stop)
+                    post([model, message = found.message()] { Q_EMIT model->failed(message); });
+            });
         return search;
     }
 
@@ -171,9 +172,9 @@ void PreviewModel::readPage()
     m_readsAgain = false;
     if (m_file.isEmpty() || m_places->places.empty())
         return;
-    m_reading.setFuture(
-        QtConcurrent::run([file = m_file, places = m_places, layout = m_layout, first = m_first,
-                           count = m_pageSize, generation = m_generation] {
+    m_reading.setFuture(QtConcurrent::run(
+        m_pool.get(), [file = m_file, places = m_places, layout = m_layout, first = m_first,
+                       count = m_pageSize, generation = m_generation] {
             Page page{.first = first, .lines = {}, .failure = {}, .generation = generation};
             const Result<std::vector<ShownLine>> lines = readLines(file, *places, first, count);
             if (lines)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "ownpool.h"
 #include "previewlines.h"
 
 #include <QtCore/QAbstractTableModel>
@@ -13,7 +14,7 @@ namespace tadata {
 
 /// A window onto the lines of a file: its rows are those that are in view, however long the file
 /// is, so that neither the view nor the model grows with it. The lines are found, and those in view
-/// read and judged, in threads of the global pool; rows that are not read yet are empty.
+/// read and judged, in threads of its own; rows that are not read yet are empty.
 /// User-interface thread.
 class PreviewModel final : public QAbstractTableModel
 {
@@ -80,6 +81,7 @@ private:
     void takePage();
     const PreviewLine* lineAt(int row) const;
 
+    OwnPool m_pool;
     QString m_file;
     PreviewLayout m_layout;
     QMap<qint64, QString> m_notices;
