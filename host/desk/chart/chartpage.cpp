@@ -13,7 +13,6 @@
 #include <vexdesk/history/dayfilenames.h>
 #include <vexdesk/history/storepaths.h>
 
-#include <QtConcurrent/QtConcurrentRun>
 #include <QtCore/QDirIterator>
 #include <QtCore/QMimeData>
 #include <QtCore/QSignalBlocker>
@@ -131,7 +130,6 @@ void ChartPage::connectParts()
     connect(&m_feed, &SeriesFeed::loaded, this, &ChartPage::showBars);
     connect(&m_feed, &SeriesFeed::progressed, this, &ChartPage::showProgress);
     connect(&m_watcher, &PathWatcher::changed, this, &ChartPage::lookUp);
-    connect(&m_lookUp, &QFutureWatcherBase::finished, this, &ChartPage::takeStored);
     connect(m_view, &ChartView::rangeChanged, this, &ChartPage::updateScrollBar);
     connect(m_view, &ChartView::rangeChanged, this, &ChartPage::want);
     connect(m_view, &ChartView::pointedChanged, this,
@@ -306,16 +304,17 @@ void ChartPage::lookUp()
     if (m_isOutdated)
         return;
     m_watcher.watch({m_directory});
-    m_lookUp.setFuture(QtConcurrent::run(&m_pool, timeframesIn, m_directory));
+    m_lookUp.run([directory = m_directory] { return timeframesIn(directory); },
+                 [this](const QList<int>& stored) { takeStored(stored); });
 }
 
-void ChartPage::takeStored()
+void ChartPage::takeStored(const QList<int>& stored)
 {
     if (m_isOutdated)
         m_watcher.tellSoon();
     if (!isVisible())
         return;
-    m_stored = m_lookUp.result();
+    m_stored = stored;
     offerTimeframes();
     chooseSource();
 }

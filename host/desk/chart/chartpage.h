@@ -3,10 +3,9 @@
 
 #include "desk/chart/chartstate.h"
 #include "desk/chart/pathwatcher.h"
+#include "desk/chart/readerthreads.h"
 #include "desk/chart/seriesfeed.h"
 
-#include <QtCore/QFutureWatcher>
-#include <QtCore/QThreadPool>
 #include <QtWidgets/QWidget>
 
 #include <optional>
@@ -92,7 +91,7 @@ private:
 
     /// Looks in a thread of its own for the timeframes that are stored.
     void lookUp();
-    void takeStored();
+    void takeStored(const QList<int>& stored);
     void offerTimeframes();
     void chooseSource();
 
@@ -137,9 +136,8 @@ private:
     QTimer m_askSoon; // for marks
     SeriesFeed m_feed;
     PathWatcher m_watcher;
-    QFutureWatcher<QList<int>> m_lookUp;
+    Errand<QList<int>> m_lookUp{this};
     bool m_isOutdated = false; // something has changed since the look began
-    QThreadPool m_pool;        // an import that fills the global one does not keep it waiting
 };
 
 } // namespace vexdesk

@@ -208,9 +208,7 @@ void ChartView::findTarget()
     if (!m_target || isEmpty())
         return;
     const TimeAxis& axis = m_viewport.axis();
-    const auto midnight =
-        static_cast<qint64>(std::floor(axis.slotOf(static_cast<double>(wallTime(*m_target)))));
-    const qint64 slot = axis.next(midnight - 1, true).value_or(axis.size() - 1);
+    const qint64 slot = axis.firstSlotFrom(*m_target).value_or(axis.size() - 1);
     m_pointed = axis.timeAt(static_cast<double>(slot) + 0.5);
 }
 
