@@ -46,7 +46,7 @@ bool makeStore(const QDir& root, int series, int days, int bars)
     const QByteArray lines = barsOf(bars);
     for (int i = 0; i < series; ++i) {
         const QString directory = root.filePath(
-            QStringLiteral("NORD/B%1/S%2").arg(i / seriesOfBoard).arg(i, 6, 10, u'0'));
+            QStringLiteral("NORD/B%1/S%2").arg(i / seriesOfBoard).arg(i, 6, 10, QChar(u'0')));
         if (!QDir().mkpath(directory))
             return false;
         QDate day = firstDay;
