@@ -131,6 +131,43 @@
     </message>
 </context>
 <context>
+    <name>vexdesk::BarsCopier</name>
+    <message>
+        <source>Копирование баров отменено</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>копирование баров: день %1 из %2 (Esc — отменить)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Бары не скопированы: их больше %1. Отметьте меньший отрезок или выберите больший таймфрейм.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Копировать нечего: в этом отрезке нет баров</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Скопировано баров: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Копирование баров</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Бары прочитаны не за все дни. Не удалось прочитать дней: %1, первый из них — %2.
+
+Скопировать остальные?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Скопировать</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>vexdesk::ChartCommands</name>
     <message>
         <source>График</source>
@@ -311,6 +348,10 @@
         <source>Не удалось записать файл &quot;%1&quot;: %2</source>
         <translation>Could not write the file &quot;%1&quot;: %2</translation>
     </message>
+    <message>
+        <source>Не удалось нарисовать картинку &quot;%1&quot;</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>vexdesk::ChartPage</name>
@@ -365,6 +406,14 @@
     <message>
         <source>Чтение баров: день %1 из %2</source>
         <translation>Reading bars: day %1 of %2</translation>
+    </message>
+    <message>
+        <source>Картинка скопирована в буфер обмена</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Картинка %1 сохранена в каталоге %2</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -581,6 +630,22 @@ If both change history or settings, the changes of one of them will be lost.</tr
     <message>
         <source>Этого дня нет, ближайший — %1</source>
         <translation>There is no such day, the nearest is %1</translation>
+    </message>
+    <message>
+        <source>День, день и месяц или дата целиком: 29, 29.02, 29.02.2024; стрелки вверх и вниз — соседние дни</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Календарь</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Это не дата. Нужна, например, %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1. Хранятся дни с %2 по %3</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>

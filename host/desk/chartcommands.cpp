@@ -313,7 +313,7 @@ void ChartCommands::askForPicture(ChartPage& page)
         return;
     const QString path = dialog.selectedFiles().constFirst();
     settings.setValue(picturesKey, QFileInfo(path).path());
-    if (const Outcome saved = asked->view().savePicture(path); !saved)
+    if (const Outcome saved = asked->savePicture(path); !saved)
         reportError(saved.message());
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "desk/contentscroller.h"
 
+#include <QtGui/QScreen>
 #include <QtGui/QWheelEvent>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLayout>
@@ -74,6 +75,16 @@ void ContentScroller::attach(QWidget* window)
         new ContentScroller(window, contents == window ? makeFiller(window) : contents);
 }
 
+void ContentScroller::askAgain(QWidget* window)
+{
+    auto* const scroller =
+        window->findChild<ContentScroller*>(QString(), Qt::FindDirectChildrenOnly);
+    if (!scroller)
+        return;
+    scroller->m_asked = QSize();
+    scroller->update();
+}
+
 ContentScroller::ContentScroller(QWidget* window, QWidget* contents)
     : QObject(window)
     , m_window(window)
@@ -144,12 +155,15 @@ void ContentScroller::update()
 }
 
 // The layout is no longer that of the window, so nothing else makes a dialog larger for contents
-// that have grown. How much of it the screen allows is for ScreenFitter.
+// that have grown.
 void ContentScroller::ask(const QSize& wanted)
 {
     const QSize before = std::exchange(m_asked, m_asked.expandedTo(wanted));
-    if (m_asked != before && m_window->windowType() == Qt::Dialog)
-        m_window->resize(m_window->size().expandedTo(wanted));
+    if (m_asked == before || m_window->windowType() != Qt::Dialog)
+        return;
+    const QSize frame = m_window->frameGeometry().size() - m_window->size();
+    const QSize most = m_window->screen()->availableSize() - frame;
+    m_window->resize(m_window->size().expandedTo(wanted.boundedTo(most)));
 }
 
 void ContentScroller::reveal(const QWidget* widget)

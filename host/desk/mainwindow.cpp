@@ -53,7 +53,8 @@ constexpr auto seriesCommand = "Desk.Series";
 constexpr auto pluginsCommand = "Desk.Plugins";
 constexpr auto newDayCommand = "Desk.NewDay";
 constexpr auto demoDealsCommand = "Desk.DemoDeals";
-constexpr int messageTime = 5000; // ms
+constexpr int messageTime = 5000;                // ms
+constexpr int longMessageTime = 2 * messageTime; // there is something to read in it
 
 // The core of this terminal; null before it exists.
 Core* terminalCore()
@@ -182,7 +183,7 @@ void MainWindow::addCharts()
 {
     m_marks = new MarkSources(this);
     m_chartTabs = new ChartTabs(storeRoot().path(), *m_marks);
-    m_charts = std::make_unique<Charts>(storeRoot().path(), *m_chartTabs, *m_marks);
+    m_charts = std::make_unique<Charts>(*m_chartTabs, *m_marks);
     if (Core* const core = terminalCore())
         core->setCharts(m_charts.get());
     // A plug-in that goes may have left its marks behind.
@@ -191,6 +192,8 @@ void MainWindow::addCharts()
     connect(&m_loader, &PluginLoader::ending, m_marks, &MarkSources::removeAll);
     connect(m_chartTabs, &ChartTabs::chartsChanged, this, &MainWindow::showChartsOrStart);
     connect(m_chartTabs, &ChartTabs::contextMenuWanted, this, &MainWindow::showChartMenu);
+    connect(m_chartTabs, &ChartTabs::told, this,
+            [this](const QString& text) { statusBar()->showMessage(text, longMessageTime); });
 }
 
 void MainWindow::addSeries()

@@ -44,6 +44,12 @@ void fit(QWidget* window)
         window->move(place);
 }
 
+void fitFramed(QWidget* window)
+{
+    fit(window);
+    ContentScroller::askAgain(window);
+}
+
 } // namespace
 
 ScreenFitter::ScreenFitter(QObject* parent)
@@ -58,9 +64,9 @@ bool ScreenFitter::eventFilter(QObject* watched, QEvent* event)
     if (!window || !window->isWindow())
         return false;
     // After the window itself has seen the event: it may resize itself there.
-    const auto fitSoon = [window] {
+    const auto fitSoon = [window](void (*fits)(QWidget*) = fit) {
         QMetaObject::invokeMethod(
-            window, [window] { fit(window); }, Qt::QueuedConnection);
+            window, [window, fits] { fits(window); }, Qt::QueuedConnection);
     };
     switch (event->type()) {
     case QEvent::Show:
@@ -70,7 +76,7 @@ bool ScreenFitter::eventFilter(QObject* watched, QEvent* event)
     case QEvent::WindowActivate:
         // Only now is the frame there that the window manager puts around it.
         if (m_new.remove(window))
-            fitSoon();
+            fitSoon(fitFramed);
         break;
     case QEvent::Resize:
         if (window->windowType() == Qt::Dialog && !event->spontaneous())

@@ -238,8 +238,12 @@ void StartPage::updateColumns()
 {
     const int both = m_commands.width + pageMargin + m_recent.width;
     const bool isRoom = viewport()->width() >= both + 2 * pageMargin;
-    m_columns->setDirection(isRoom ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
     const bool areTwo = isRoom && !m_commands.rows.isEmpty() && !m_recent.rows.isEmpty();
+    m_columns->setDirection(isRoom ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    // One without rows would take its half all the same, and below each other each a half of the
+    // height.
+    for (int i = 0; i < m_columns->count(); ++i)
+        m_columns->setStretch(i, areTwo ? 1 : 0);
     const int one = std::max({pageWidth, m_commands.width, m_recent.width});
     widget()->setMaximumWidth((areTwo ? both : one) + 2 * pageMargin);
 }

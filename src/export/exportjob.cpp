@@ -7,6 +7,7 @@
 
 #include <vexdesk/history/dayfilelines.h>
 #include <vexdesk/history/dayfilenames.h>
+#include <vexdesk/history/filestate.h>
 #include <vexdesk/history/storepaths.h>
 
 #include <QtCore/QCoreApplication>
@@ -190,6 +191,16 @@ private:
     QStringList m_unopened;
 };
 
+// Whether a directory that cannot be listed may have the file: under another name, or as a file of
+// its own.
+bool mayBeIn(const QString& directory, const QString& path)
+{
+    const auto file = vexdesk::fileState(path);
+    const QString canonical = QFileInfo(directory).canonicalFilePath();
+    return !file || file->links > 1 || canonical.isEmpty() ||
+           QFileInfo(path).canonicalFilePath().startsWith(canonical + u'/');
+}
+
 // That the file is no day file of any series. Links to directories are followed, as by those who
 // read the store.
 Outcome isOutsideStore(const QString& path, const QDir& root)
@@ -197,16 +208,18 @@ Outcome isOutsideStore(const QString& path, const QDir& root)
     const vexdesk::StoreDirectories store = vexdesk::storeDirectories(root);
     for (const QString& directory : store.series) {
         const auto name = vexdesk::barFileThatIs(path, QDir(directory));
-        if (!name)
+        if (!name && mayBeIn(directory, path))
             return name.failure();
-        if (!name->isEmpty())
+        if (name && !name->isEmpty())
             return Failure{Text::tr("Файл %1 — файл дня в хранилище: выгрузка стёрла бы его бары. "
                                     "Выберите другой файл")
                                .arg(path)};
     }
-    return store.unreadable.isEmpty()
-               ? Outcome()
-               : Failure{Text::tr("Невозможно прочитать каталог %1").arg(store.unreadable.first())};
+    for (const QString& directory : store.unreadable) {
+        if (mayBeIn(directory, path))
+            return Failure{Text::tr("Невозможно прочитать каталог %1").arg(directory)};
+    }
+    return {};
 }
 
 } // namespace

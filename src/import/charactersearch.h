@@ -4,9 +4,11 @@
 #include <QtCore/QByteArrayView>
 
 #include <algorithm>
+#include <array>
 #include <cstring>
+#include <numeric>
 
-/// Looks for characters in a text, for one of them eight characters at a time. Any thread.
+/// Looks for characters in a text, many at a time. Any thread.
 namespace tadata {
 
 constexpr qsizetype wordSize = sizeof(quint64);
@@ -22,16 +24,23 @@ inline quint64 placesOf(char character, const char* text)
     return ~(((word & lowBits) + lowBits) | word | lowBits);
 }
 
-/// How often a text has a character. The bits are counted by a product, since not every processor
-/// counts bits.
+/// How often a text has a character. Compilers count in each of the lanes at once.
 inline qsizetype countOf(char character, QByteArrayView text)
 {
-    constexpr int highestByte = 56;
+    constexpr qsizetype width = 32;
+    constexpr qsizetype mostSteps = 255; // a lane holds as much
     qsizetype count = 0;
-    const char* at = text.begin();
-    for (; text.end() - at >= wordSize; at += wordSize)
-        count += static_cast<qsizetype>((placesOf(character, at) >> 7) * inEachByte >> highestByte);
-    return count + std::count(at, text.end(), character);
+    while (text.size() >= width) {
+        std::array<quint8, width> lanes{};
+        const qsizetype steps = std::min(text.size() / width, mostSteps);
+        for (qsizetype step = 0; step < steps; ++step) {
+            for (qsizetype lane = 0; lane < width; ++lane)
+                lanes[static_cast<size_t>(lane)] += text[step * width + lane] == character;
+        }
+        count = std::accumulate(lanes.begin(), lanes.end(), count);
+        text = text.sliced(steps * width);
+    }
+    return count + std::count(text.begin(), text.end(), character);
 }
 
 /// Whether a line has nothing but space, tab, VT, FF and CR.

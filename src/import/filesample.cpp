@@ -136,7 +136,10 @@ bool SampleReader::nextLine(SampledLine* line)
         const qsizetype end = rest.indexOf('\n');
         hasEnded = end >= 0;
         const QByteArrayView part = hasEnded ? rest.first(end) : rest;
-        line->text += part.first(std::min(part.size(), longestText - line->text.size()));
+        const auto kept = part.first(std::min(part.size(), longestText - line->text.size()));
+        // Not by appending alone, which takes room for twice as much.
+        line->text.reserve(line->text.size() + kept.size());
+        line->text += kept;
         m_at += part.size() + (hasEnded ? 1 : 0);
         length += part.size();
         if (length > vexdesk::DayFileLines::maxLine)

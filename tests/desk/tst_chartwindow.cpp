@@ -18,6 +18,7 @@
 #include "plugins/callrecord.h"
 #include "support/child.h"
 #include "support/dayfiles.h"
+#include "support/filesizelimit.h"
 #include "support/filetree.h"
 #include "support/modalsteps.h"
 #include "support/strictlog.h"
@@ -29,9 +30,9 @@
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QClipboard>
 #include <QtTest/QTest>
+#include <QtWidgets/QCalendarWidget>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>
-#include <QtWidgets/QDateEdit>
 #include <QtWidgets/QDockWidget>
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QLabel>
@@ -39,8 +40,10 @@
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QMessageBox>
+#include <QtWidgets/QStatusBar>
 #include <QtWidgets/QTabBar>
 #include <QtWidgets/QTimeEdit>
+#include <QtWidgets/QToolButton>
 #include <QtWidgets/QTreeView>
 
 #include <memory>
@@ -106,8 +109,11 @@ private Q_SLOTS:
     void tabsAreClosedByKeyAndMouse();
     void theLastTabBringsTheStartPageBack();
     void theStartPageOffersRecentSeries();
+    void aTabThatWasGoneToIsRecent();
+    void deletedSeriesAreNotOffered();
     void tabsOfTheSameNameAreToldApart();
     void keysGoFromTabToTab();
+    void aClickOnATabLeavesTheKeysToTheChart();
     void everythingIsThereAtTheNextStart();
     void aClosedChartComesBackAsItWas();
     void theTreeIsToggledByKey();
@@ -117,6 +123,10 @@ private Q_SLOTS:
     void timeframeStudiesAndNightsByMenu();
     void goesToADateByKeysAlone();
     void aDayThatIsNotStoredIsTheNearestOne();
+    void aDayOfALeapYearCanBeTyped_data();
+    void aDayOfALeapYearCanBeTyped();
+    void whatIsNoDateIsSaid();
+    void aDayIsChosenInTheCalendar();
     void goesToAMoment();
     void goingToADateCanBeGivenUp();
     void theContextMenuHasWhatTheMenusHave();
@@ -127,6 +137,7 @@ private Q_SLOTS:
     void copiesBarsAndPicture();
     void savesThePicture_data();
     void savesThePicture();
+    void saysWhyAPictureIsNotSaved_data();
     void saysWhyAPictureIsNotSaved();
     void aPluginShowsAMoment();
     void aPluginMarksBars();
@@ -153,6 +164,8 @@ private:
     QList<vexdesk::RowButton*> rows() const;
     QMenu* viewMenu() const;
     QMenu* openContextMenu();
+    QString said() const { return m_window->statusBar()->currentMessage(); }
+    void savePictureAs(const QString& path);
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
     QString readout() const { return child<QLabel>(page(), "chartReadout")->text(); }
 
@@ -350,6 +363,42 @@ void TestChartWindow::theStartPageOffersRecentSeries()
     QCOMPARE(texts, QStringList({"ALFA", "VEGA", "Импорт...", "Правка...", "Экспорт..."}));
 }
 
+void TestChartWindow::aTabThatWasGoneToIsRecent()
+{
+    for (const char* security : {"ALFA", "VEGA", "BETA"})
+        open(security);
+    start(); // the tabs are there again, and one of them is gone to
+    QTest::mouseClick(tabs()->tabBar(), Qt::LeftButton, {}, tabs()->tabBar()->tabRect(0).center());
+    QCOMPARE(page()->series().securityName, QStringLiteral("ALFA"));
+    while (page()) // what comes to the front by itself was not gone to
+        key(Qt::Key_W, Qt::ControlModifier);
+    QStringList texts;
+    for (const vexdesk::RowButton* const row : rows())
+        texts.append(row->text());
+    QCOMPARE(texts, QStringList({"ALFA", "BETA", "VEGA"}));
+}
+
+void TestChartWindow::deletedSeriesAreNotOffered()
+{
+    for (const char* security : {"ALFA", "VEGA", "BETA"})
+        open(security);
+    QVERIFY(QDir(store().filePath(QStringLiteral("WEST"))).removeRecursively());
+    while (page())
+        key(Qt::Key_W, Qt::ControlModifier);
+    const auto texts = [this] {
+        QStringList found;
+        for (const vexdesk::RowButton* const row : rows())
+            found.append(row->text());
+        return found;
+    };
+    QCOMPARE(texts(), QStringList({"VEGA", "ALFA"}));
+    // Also while they are offered, and when they come back.
+    QVERIFY(QDir(store().filePath(QStringLiteral("NORD/MAIN/VEGA"))).removeRecursively());
+    QTRY_COMPARE(texts(), QStringList{"ALFA"});
+    writeSeries("WEST/SPOT/BETA");
+    QTRY_COMPARE(texts(), QStringList({"BETA", "ALFA"}));
+}
+
 void TestChartWindow::tabsOfTheSameNameAreToldApart()
 {
     writeSeries("WEST/SPOT/ALFA");
@@ -379,6 +428,24 @@ void TestChartWindow::keysGoFromTabToTab()
     QCOMPARE(security(), QStringLiteral("BETA"));
     // The tree goes along.
     QTRY_COMPARE(tree()->currentIndex().data().toString(), QStringLiteral("BETA"));
+}
+
+void TestChartWindow::aClickOnATabLeavesTheKeysToTheChart()
+{
+    for (const char* security : {"ALFA", "VEGA"})
+        open(security);
+    start(); // charts that had no keys yet
+    for (const int tab : {0, 1, 1, 0}) {
+        filter()->setFocus();
+        QTest::mouseClick(tabs()->tabBar(), Qt::LeftButton, {},
+                          tabs()->tabBar()->tabRect(tab).center());
+        QCOMPARE(tabs()->currentIndex(), tab);
+        QCOMPARE(QApplication::focusWidget(), view());
+        QTRY_VERIFY(areBarsThere());
+        key(Qt::Key_Left);
+        QVERIFY(!readout().isEmpty());
+        key(Qt::Key_Escape);
+    }
 }
 
 void TestChartWindow::everythingIsThereAtTheNextStart()
@@ -513,7 +580,7 @@ void TestChartWindow::goesToADateByKeysAlone()
     open("ALFA");
     testsupport::ModalSteps steps;
     steps.on<vexdesk::GoToDialog>([](vexdesk::GoToDialog* dialog) {
-        const auto* const edit = child<QDateEdit>(dialog, "goToDay");
+        const auto* const edit = child<QLineEdit>(dialog, "goToDay");
         QVERIFY(child<QLabel>(dialog, "goToReach")->text().contains(QStringLiteral("15.01.2024")));
         QCOMPARE(dialog->focusWidget(), edit);
         QTest::keyClicks(dialog->focusWidget(), QStringLiteral("16"));
@@ -541,7 +608,6 @@ void TestChartWindow::aDayThatIsNotStoredIsTheNearestOne()
     steps.on<vexdesk::GoToDialog>([last](vexdesk::GoToDialog* dialog) {
         QWidget* const edit = dialog->focusWidget();
         QTest::keyClicks(edit, QStringLiteral("01022030"));
-        QCOMPARE(child<QDateEdit>(dialog, "goToDay")->date(), QDate(2030, 2, 1));
         const QString said = child<QLabel>(dialog, "goToReach")->text();
         QVERIFY2(said.startsWith(QStringLiteral("Этого дня нет")), qPrintable(said));
         QCOMPARE(dialog->day(), last);
@@ -553,12 +619,92 @@ void TestChartWindow::aDayThatIsNotStoredIsTheNearestOne()
     QTRY_VERIFY2(readout().startsWith(begin), qPrintable(readout()));
 }
 
+void TestChartWindow::aDayOfALeapYearCanBeTyped_data()
+{
+    QTest::addColumn<QString>("keys");
+    for (const char* keys : {"29.02", "29.02.2020", "29022020", "29/2/20", "2020-02-29"})
+        QTest::newRow(keys) << QString::fromLatin1(keys);
+}
+
+// The year that stands in the field has no such day.
+void TestChartWindow::aDayOfALeapYearCanBeTyped()
+{
+    QFETCH(const QString, keys);
+    for (const QDate date : {QDate(2020, 2, 29), QDate(2023, 3, 1), QDate(2023, 3, 2)})
+        testsupport::writeFile(
+            store().filePath(QStringLiteral("NORD/MAIN/LEAP/") + testsupport::dayFile(date)),
+            testsupport::barLines(QTime(10, 0), barCount, 100));
+    start(); // with a tree that knows it
+    open("LEAP");
+    testsupport::ModalSteps steps;
+    steps.on<vexdesk::GoToDialog>([&keys](vexdesk::GoToDialog* dialog) {
+        const auto* const edit = child<QLineEdit>(dialog, "goToDay");
+        QVERIFY2(edit->text().endsWith(QStringLiteral("2023")), qPrintable(edit->text()));
+        QTest::keyClicks(dialog->focusWidget(), keys);
+        QCOMPARE(edit->text(), keys);
+        const QString reach = child<QLabel>(dialog, "goToReach")->text();
+        QVERIFY2(keys == QStringLiteral("29.02.2020") || reach.startsWith(u"29.02.2020"),
+                 qPrintable(reach));
+        QTest::keyClick(dialog->focusWidget(), Qt::Key_Return);
+    });
+    key(Qt::Key_L, Qt::ControlModifier);
+    QCOMPARE(steps.complaint(), QString());
+    QTRY_VERIFY2(readout().startsWith(QStringLiteral("29.02.2020 ")), qPrintable(readout()));
+}
+
+void TestChartWindow::whatIsNoDateIsSaid()
+{
+    open("ALFA");
+    const auto before = page()->state();
+    testsupport::ModalSteps steps;
+    steps.on<vexdesk::GoToDialog>([](vexdesk::GoToDialog* dialog) {
+        QWidget* const edit = dialog->focusWidget();
+        QTest::keyClicks(edit, QStringLiteral("30.02"));
+        const QString said = child<QLabel>(dialog, "goToReach")->text();
+        QVERIFY2(said.startsWith(QStringLiteral("Это не дата")), qPrintable(said));
+        QTest::keyClick(edit, Qt::Key_Return);
+        QVERIFY(dialog->isVisible());
+        // The arrow keys go on from what was proposed.
+        QTest::keyClick(edit, Qt::Key_Up);
+        const QString up = qobject_cast<QLineEdit*>(edit)->text();
+        QTest::keyClick(edit, Qt::Key_Down);
+        QVERIFY(up != qobject_cast<QLineEdit*>(edit)->text());
+        QTest::keyClick(dialog, Qt::Key_Escape);
+    });
+    key(Qt::Key_L, Qt::ControlModifier);
+    QCOMPARE(steps.complaint(), QString());
+    QVERIFY(page()->state() == before);
+}
+
+void TestChartWindow::aDayIsChosenInTheCalendar()
+{
+    open("ALFA");
+    testsupport::ModalSteps steps;
+    steps.on<vexdesk::GoToDialog>([](vexdesk::GoToDialog* dialog) {
+        testsupport::type(child<QLineEdit>(dialog, "goToDay"), QStringLiteral("17.01.2024"));
+        QTimer::singleShot(0, dialog, [dialog] {
+            auto* const calendar = child<QCalendarWidget>(dialog, "goToCalendar");
+            QCOMPARE(calendar->selectedDate(), QDate(2024, 1, 17));
+            QWidget* const days = child<QWidget>(calendar, "qt_calendar_calendarview");
+            QTest::keyClick(days, Qt::Key_Left);
+            QTest::keyClick(days, Qt::Key_Return);
+        });
+        testsupport::click(child<QToolButton>(dialog, "goToCalendarButton"));
+        QTRY_VERIFY(!QApplication::activePopupWidget());
+        QCOMPARE(child<QLineEdit>(dialog, "goToDay")->text(), QStringLiteral("16.01.2024"));
+        dialog->accept();
+    });
+    key(Qt::Key_L, Qt::ControlModifier);
+    QCOMPARE(steps.complaint(), QString());
+    QTRY_VERIFY2(readout().startsWith(QStringLiteral("16.01.2024 ")), qPrintable(readout()));
+}
+
 void TestChartWindow::goesToAMoment()
 {
     open("ALFA");
     testsupport::ModalSteps steps;
     steps.on<vexdesk::GoToDialog>([](vexdesk::GoToDialog* dialog) {
-        testsupport::typeDate(child<QDateEdit>(dialog, "goToDay"), day.addDays(2));
+        testsupport::type(child<QLineEdit>(dialog, "goToDay"), QStringLiteral("17.01.2024"));
         auto* const time = child<QTimeEdit>(dialog, "goToTime");
         QVERIFY(!time->isEnabled());
         QTest::keyClick(child<QCheckBox>(dialog, "goToHasTime"), Qt::Key_Space);
@@ -674,8 +820,10 @@ void TestChartWindow::copiesBarsAndPicture()
     open("ALFA");
     key(Qt::Key_C, Qt::ControlModifier);
     QVERIFY(QGuiApplication::clipboard()->text().contains(u'\t'));
+    QVERIFY2(said().startsWith(QStringLiteral("Скопировано баров: ")), qPrintable(said()));
     key(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
     QVERIFY(!QGuiApplication::clipboard()->image().isNull());
+    QVERIFY2(said().startsWith(QStringLiteral("Картинка скопирована")), qPrintable(said()));
     // In a line of text the keys copy the text.
     filter()->setFocus();
     filter()->setText(QStringLiteral("ALF"));
@@ -697,40 +845,56 @@ void TestChartWindow::savesThePicture_data()
                                << QByteArray("\x89PNG");
 }
 
+void TestChartWindow::savePictureAs(const QString& path)
+{
+    testsupport::ModalSteps steps;
+    steps.on<QFileDialog>([&path](QFileDialog* dialog) {
+        auto* const edit = child<QLineEdit>(dialog, "fileNameEdit");
+        QVERIFY2(edit->text().contains(QStringLiteral("NORD_MAIN_ALFA")), qPrintable(edit->text()));
+        edit->setText(path);
+        QTest::keyClick(edit, Qt::Key_Return);
+    });
+    steps.letPass<QMessageBox>();
+    key(Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(steps.complaint(), QString());
+}
+
 void TestChartWindow::savesThePicture()
 {
     QFETCH(const QString, name);
     QFETCH(const QString, written);
     open("ALFA");
-    testsupport::ModalSteps steps;
-    steps.on<QFileDialog>([&](QFileDialog* dialog) {
-        auto* const edit = child<QLineEdit>(dialog, "fileNameEdit");
-        QVERIFY2(edit->text().contains(QStringLiteral("NORD_MAIN_ALFA")), qPrintable(edit->text()));
-        edit->setText(m_directory->filePath(name));
-        QTest::keyClick(edit, Qt::Key_Return);
-    });
-    key(Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
-    QCOMPARE(steps.complaint(), QString());
+    savePictureAs(m_directory->filePath(name));
     const QByteArray content = testsupport::readFile(m_directory->filePath(written));
     QFETCH(const QByteArray, begin);
     QVERIFY2(content.startsWith(begin), content.left(20).constData());
+    // And where it is.
+    QVERIFY2(said().contains(written) && said().contains(m_directory->path()), qPrintable(said()));
+}
+
+void TestChartWindow::saysWhyAPictureIsNotSaved_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<qint64>("mostBytes");
+    QTest::newRow("suffix") << QStringLiteral("chart.txt") << qint64(1'000'000'000);
+    QTest::newRow("full disk") << QStringLiteral("chart.svg") << qint64(16'384);
 }
 
 void TestChartWindow::saysWhyAPictureIsNotSaved()
 {
+    QFETCH(const QString, name);
+    QFETCH(const qint64, mostBytes);
     open("ALFA");
+    const QStringList before = QDir(m_directory->path()).entryList();
     const desktest::MessageBoxes boxes;
-    testsupport::ModalSteps steps;
-    steps.on<QFileDialog>([&](QFileDialog* dialog) {
-        auto* const edit = child<QLineEdit>(dialog, "fileNameEdit");
-        edit->setText(m_directory->filePath(QStringLiteral("chart.txt")));
-        QTest::keyClick(edit, Qt::Key_Return);
-    });
-    steps.letPass<QMessageBox>();
-    key(Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
-    QTRY_COMPARE(boxes.texts().size(), 1);
-    QVERIFY2(boxes.texts().constFirst().contains(QStringLiteral("chart.txt")),
-             qPrintable(boxes.texts().constFirst()));
+    {
+        const testsupport::FileSizeLimit limit(static_cast<rlim_t>(mostBytes));
+        savePictureAs(m_directory->filePath(name));
+        QTRY_COMPARE(boxes.texts().size(), 1);
+    }
+    QVERIFY2(boxes.texts().constFirst().contains(name), qPrintable(boxes.texts().constFirst()));
+    QVERIFY2(!said().contains(name), qPrintable(said()));
+    QCOMPARE(QDir(m_directory->path()).entryList(), before); // no half of it either
 }
 
 void TestChartWindow::aPluginShowsAMoment()

@@ -40,6 +40,7 @@ private Q_SLOTS:
     void saysWhereDataLie();
     void saysWherePluginsAreLookedFor();
     void aLongTextIsNotCut();
+    void recentSeriesStandBesideTheCommandsOrAlone();
 
 private:
     QList<CommandButton*> buttons() const;
@@ -281,6 +282,27 @@ void TestStartPage::aLongTextIsNotCut()
     const int shortcut = row->fontMetrics().horizontalAdvance(row->shortcutText());
     QVERIFY2(row->width() > text + shortcut + row->iconSize().width(),
              qPrintable(QString::number(row->width())));
+}
+
+void TestStartPage::recentSeriesStandBesideTheCommandsOrAlone()
+{
+    m_page->setRecent({{QStringLiteral("NORD"), QStringLiteral("MAIN"), QStringLiteral("VEGA")}});
+    show();
+    m_page->resize(1200, 600);
+    const auto leftOf = [this](const QWidget* widget) {
+        return widget->mapTo(m_page.get(), QPoint()).x();
+    };
+    const QWidget* const series = m_page->lastRow();
+    const auto* const hint = testsupport::child<QLabel>(m_page.get(), "dataPath");
+    QTRY_VERIFY(leftOf(series) > leftOf(buttons().constFirst()) + 300);
+    // Without commands there is no room kept for them.
+    m_import.reset();
+    m_other.reset();
+    m_page->rebuild();
+    QTRY_COMPARE(leftOf(m_page->lastRow()), leftOf(hint));
+    // Below each other they stand at the top, whatever room there is.
+    m_page->resize(600, 1300);
+    QTRY_VERIFY(m_page->lastRow()->mapTo(m_page.get(), QPoint()).y() < 300);
 }
 
 int main(int argc, char** argv)

@@ -37,7 +37,8 @@ QStringList removeRows(EditorTADataModel& model, const QDir& root, const QString
     if (rows.isEmpty())
         return problems;
     model.delRows(rows);
-    vexdesk::StoreJob job({.by = QStringLiteral("edit")});
+    // All points of a test stay.
+    vexdesk::StoreJob job({.by = QStringLiteral("edit"), .limits = {.keep = 100'000}});
     if (const auto begun = job.begin(root, {series}); !begun)
         return problems + QStringList(begun.message());
     model.delRowsFromFiles(job.keeper());

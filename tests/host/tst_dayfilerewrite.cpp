@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "support/faults.h"
+#include "support/filesizelimit.h"
 #include "support/filetree.h"
 #include "support/otheruser.h"
 #include "support/strictlog.h"
@@ -13,13 +14,11 @@
 #include <QtTest/QTest>
 
 #include <fcntl.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 
 #include <array>
-#include <csignal>
 #include <memory>
 
 using testsupport::Fault;
@@ -54,29 +53,6 @@ QByteArray manyLines(char character)
         lines += QByteArray(size, character) + '\n';
     return lines;
 }
-
-// While it lives, no file of this process grows beyond a size: what a full disk looks like.
-class FileSizeLimit final
-{
-public:
-    explicit FileSizeLimit(rlim_t bytes)
-        : m_handler(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        QCOMPARE(::getrlimit(RLIMIT_FSIZE, &m_before), 0);
-        const rlimit limit{bytes, m_before.rlim_max};
-        QCOMPARE(::setrlimit(RLIMIT_FSIZE, &limit), 0);
-    }
-    ~FileSizeLimit()
-    {
-        ::setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_handler);
-    }
-    Q_DISABLE_COPY_MOVE(FileSizeLimit)
-
-private:
-    rlimit m_before{};
-    void (*m_handler)(int);
-};
 
 struct stat statusOf(const QString& path)
 {
@@ -428,7 +404,7 @@ void TestDayFileRewrite::isWholeOrNotAtAll()
     writeFile(path(), old);
     QString problem;
     {
-        const FileSizeLimit limit(16'384);
+        const testsupport::FileSizeLimit limit(16'384);
         problem = rewrite(QByteArray(40'000, 'n'));
     }
     QVERIFY(isToldOf(problem));
@@ -507,7 +483,7 @@ void TestDayFileRewrite::putsTheOldContentBack()
     makeReadOnlyDirectory(old);
     QString problem;
     {
-        const FileSizeLimit limit(16'384);
+        const testsupport::FileSizeLimit limit(16'384);
         problem = rewrite(QByteArray(40'000, 'n'));
     }
     QVERIFY(isToldOf(problem));

@@ -14,7 +14,6 @@
 
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QComboBox>
-#include <QtWidgets/QDateEdit>
 #include <QtWidgets/QDialog>
 #include <QtWidgets/QDockWidget>
 #include <QtWidgets/QLabel>
@@ -218,11 +217,11 @@ void addGoingToADay(Tour& tour, const SharedState& state, const PointedBar& bar)
     const QDate last(2024, 1, 17);
     addMenuSteps(tour, state->window, "Desk.Chart.GoTo");
     addTyping(
-        tour, Tour::tr("дата, к которой перейти"), [] { return inDialog<QDateEdit>("goToDay"); },
-        QDateTime(last, QTime(0, 0)));
+        tour, Tour::tr("дата, к которой перейти"),
+        []() -> QWidget* { return inDialog<QLineEdit>("goToDay"); }, dateText(wallTime(last)));
     tour.add(
         {Tour::tr("перейти к дате"),
-         [] { return missingUnless(inDialog<QDateEdit>("goToDay"), Tour::tr("окно не открыто")); },
+         [] { return missingUnless(inDialog<QLineEdit>("goToDay"), Tour::tr("окно не открыто")); },
          [] { pressKey(QApplication::activeModalWidget(), Qt::Key_Return); },
          QStringLiteral("chart-goto")});
     tour.add({Tour::tr("график у этой даты"), [state, last] {

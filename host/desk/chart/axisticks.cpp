@@ -16,12 +16,12 @@ namespace vexdesk {
 
 namespace {
 
-// A date without the year, or without the day.
-QString withoutPart(QChar part)
+// Of a date without the year.
+QString dayFormat()
 {
     QString format = shownDateFormat(QLocale());
-    const qsizetype begin = format.indexOf(part);
-    const qsizetype count = format.count(part);
+    const qsizetype begin = format.indexOf(u'y');
+    const qsizetype count = format.count(u'y');
     // With the sign behind it or, at the end, with all signs before it.
     format.remove(begin, count + 1);
     while (!format.isEmpty() && !format.back().isLetter())
@@ -143,23 +143,25 @@ TickUnit unitFor(const std::vector<Begin>& begins, double slotsPerLabel, Timefra
         double lines = 0;
         for (size_t i = 1; i < begins.size(); ++i)
             lines += isLine(begins[i - 1], begins[i], unit);
-        if (lines <= std::max(1.0, room))
+        // Of a few all that have room are shown: there is one more than distances between them.
+        constexpr double few = 5;
+        if (lines <= std::max(few, room))
             return unit;
     }
     return usualUnits.back();
 }
 
-QString clockText(qint64 time, qint64 step)
+QString clockText(qint64 time, Timeframe timeframe)
 {
-    return wallClock(time).toString(step < minute ? QStringLiteral("hh:mm:ss")
-                                                  : QStringLiteral("hh:mm"));
+    return wallClock(time).toString(timeframe == Timeframe::Second ? QStringLiteral("hh:mm:ss")
+                                                                   : QStringLiteral("hh:mm"));
 }
 
 QString headingOf(const Begin& begin, const TickUnit& unit)
 {
     if (unit.kind == TickUnit::Clock)
         return dateText(wallTime(begin.day()));
-    return unit.kind <= TickUnit::Week ? begin.day().toString(QStringLiteral("yyyy")) : QString();
+    return unit.kind < TickUnit::Year ? begin.day().toString(QStringLiteral("yyyy")) : QString();
 }
 
 QString labelOf(const Begin& begin, const TickUnit& unit)
@@ -167,8 +169,21 @@ QString labelOf(const Begin& begin, const TickUnit& unit)
     if (unit.kind == TickUnit::Year)
         return begin.day().toString(QStringLiteral("yyyy"));
     if (unit.kind == TickUnit::Month)
-        return begin.day().toString(withoutPart(u'd'));
-    return begin.day().toString(withoutPart(u'y'));
+        return QLocale().standaloneMonthName(begin.day().month(), QLocale::ShortFormat);
+    return begin.day().toString(dayFormat());
+}
+
+// Of a view in which no line says which day, week or month it is.
+QString placeOf(const Begin& begin, const TickUnit& unit)
+{
+    if (unit.kind == TickUnit::Clock)
+        return headingOf(begin, unit);
+    if (unit.kind == TickUnit::Year)
+        return labelOf(begin, unit);
+    if (unit.kind < TickUnit::Month)
+        return dateText(wallTime(begin.day()));
+    return QLocale().standaloneMonthName(begin.day().month()) + u' ' +
+           begin.day().toString(QStringLiteral("yyyy"));
 }
 
 // The higher, the rounder.
@@ -182,17 +197,25 @@ int rankOf(const Begin& before, const Begin& begin)
     return begin.time % hour == 0 ? 1 : 0;
 }
 
-TimeTick tickAt(const Begin& before, const Begin& begin, const TickUnit& unit)
+// Where a round time is in a gap, the line stands behind it and has that time; but seconds have
+// gaps between most of them, and there the line has the time at which it stands. A day that begins
+// between two round times has its date alone.
+QString timeLabel(const Begin& begin, const TickUnit& unit, bool isNewDay, Timeframe timeframe)
+{
+    const bool isExact = isNewDay || timeframe == Timeframe::Second;
+    const qint64 time = isExact ? begin.time : begin.numberOf(unit) * unit.count;
+    const bool isShown = timeframe == Timeframe::Second || time % unit.count == 0;
+    return isShown ? clockText(time, timeframe) : QString();
+}
+
+TimeTick tickAt(const Begin& before, const Begin& begin, const TickUnit& unit, Timeframe timeframe)
 {
     TimeTick tick;
     tick.slot = begin.slot;
     tick.rank = rankOf(before, begin);
     const bool isNewDay = !before.isSame(begin, TickUnit::Day);
     if (unit.kind == TickUnit::Clock) {
-        // Where a round time is in a gap, the line stands behind it.
-        const qint64 time = isNewDay ? begin.time : begin.numberOf(unit) * unit.count;
-        if (time % unit.count == 0)
-            tick.label = clockText(time, unit.count);
+        tick.label = timeLabel(begin, unit, isNewDay, timeframe);
         tick.isBegin = isNewDay;
     } else {
         tick.label = labelOf(begin, unit);
@@ -234,14 +257,14 @@ TimeTicks timeTicks(const std::vector<SlotBegin>& begins, const SlotRange& range
     if (static_cast<double>(all.front().slot) < range.begin)
         found.first = headingOf(all.front(), unit);
     else // nothing is before it
-        found.ticks.push_back(tickAt({all.front().slot, all.front().time, {}}, all.front(), unit));
+        found.ticks.push_back(
+            tickAt({all.front().slot, all.front().time, {}}, all.front(), unit, timeframe));
     for (size_t i = 1; i < all.size(); ++i) {
         if (isLine(all[i - 1], all[i], unit))
-            found.ticks.push_back(tickAt(all[i - 1], all[i], unit));
+            found.ticks.push_back(tickAt(all[i - 1], all[i], unit, timeframe));
     }
-    // Within one month no line says which.
-    if (found.ticks.empty() && found.first.isEmpty())
-        found.first = labelOf(all.front(), unit);
+    if (found.ticks.empty())
+        found.first = placeOf(all.back(), unit);
     return found;
 }
 

@@ -23,10 +23,14 @@ bool isNumber(QByteArrayView text)
     return decimal::fromText(QLatin1String(text.data(), text.size())).has_value();
 }
 
-bool hasPrices(const RecordFields& fields)
+// What is no number was read as zero: only where there is a zero the text has to be asked.
+bool hasPrices(const StoredBar& bar, const RecordFields& fields)
 {
-    return isNumber(fields[OpenField]) && isNumber(fields[HighField]) &&
-           isNumber(fields[LowField]) && isNumber(fields[CloseField]);
+    const auto isPrice = [&fields](const decimal& price, RecordField field) {
+        return !price.isZero() || isNumber(fields[field]);
+    };
+    return isPrice(bar.open, OpenField) && isPrice(bar.high, HighField) &&
+           isPrice(bar.low, LowField) && isPrice(bar.close, CloseField);
 }
 
 double toDouble(const decimal& number)
@@ -63,12 +67,10 @@ int decimalsOf(const StoredBar& bar)
 std::optional<BarLine> readBarLine(QByteArrayView line, const QDate& day)
 {
     RecordFields fields = firstRecordFields(line);
-    if (!hasPrices(fields))
-        return std::nullopt;
     if (fields[VolumeField].contains('.'))
         std::swap(fields[VolumeField], fields[ValueField]);
     const StoredBar stored = storedBar(fields, day);
-    if (!stored.time.isValid())
+    if (!stored.time.isValid() || !hasPrices(stored, fields))
         return std::nullopt;
     return BarLine{barOf(stored), decimalsOf(stored)};
 }

@@ -10,16 +10,47 @@
 
 namespace vexdesk {
 
-BarSeries::BarSeries(int timeframe, std::vector<SeriesDay> days)
+BarSeries::BarSeries(int timeframe, std::vector<SeriesDay> days, const BarSeries* before)
     : m_timeframe(timeframe)
     , m_days(std::move(days))
 {
+    learnFacts(before);
     learnToGuess();
-    for (const SeriesDay& day : m_days) {
-        if (day.summary ? day.summary->count > 0 : day.bytes > 0)
+    for (size_t i = 0; i < m_days.size(); ++i) {
+        if (m_facts[i].isRead ? m_facts[i].count > 0 : m_days[i].bytes > 0)
             m_isEmpty = false;
-        if (day.summary)
-            m_decimals = std::max(m_decimals, day.summary->decimals);
+        m_decimals = std::max(m_decimals, m_facts[i].decimals);
+    }
+}
+
+BarSeries::Facts BarSeries::factsOf(const SeriesDay& day)
+{
+    Facts facts;
+    if (!day.summary)
+        return facts;
+    const DaySummary& summary = *day.summary;
+    facts.candles = summary.candles;
+    facts.count = static_cast<int>(summary.count);
+    facts.decimals = summary.decimals;
+    facts.lastSecond = summary.lastSecond;
+    facts.isRead = true;
+    facts.hasMidnight = summary.midnight.has_value();
+    facts.hasRest = summary.rest.has_value();
+    return facts;
+}
+
+void BarSeries::learnFacts(const BarSeries* before)
+{
+    static const BarSeries nothing;
+    const BarSeries& known = before ? *before : nothing;
+    m_facts.reserve(m_days.size());
+    size_t at = 0;
+    for (const SeriesDay& day : m_days) {
+        while (at < known.m_days.size() && known.m_days[at].day < day.day)
+            ++at;
+        const bool isSame = at < known.m_days.size() && known.m_days[at].day == day.day &&
+                            known.m_days[at].summary == day.summary;
+        m_facts.push_back(isSame ? known.m_facts[at] : factsOf(day));
     }
 }
 
@@ -28,12 +59,12 @@ void BarSeries::learnToGuess()
 {
     std::array<qint64, timeframesBelowDay> candles{};
     qint64 bytes = 0;
-    for (const SeriesDay& day : m_days) {
-        if (!day.summary || day.summary->count == 0)
+    for (size_t i = 0; i < m_days.size(); ++i) {
+        if (m_facts[i].count == 0)
             continue;
-        bytes += day.bytes;
+        bytes += m_days[i].bytes;
         for (size_t t = 0; t < candles.size(); ++t)
-            candles[t] += day.summary->candles[t];
+            candles[t] += m_facts[i].candles[t];
     }
     for (size_t t = 0; t < candles.size(); ++t) {
         constexpr double usualLine = 48; // bytes
@@ -67,28 +98,23 @@ int BarSeries::candlesOf(qsizetype day, Timeframe timeframe) const
 {
     if (timeframe > Timeframe::Day)
         return beginsPeriod(day, timeframe) ? 1 : 0;
-    const SeriesDay& one = m_days[static_cast<size_t>(day)];
-    if (!one.summary)
-        return guess(one.bytes, timeframe);
-    const DaySummary& summary = *one.summary;
-    const int own = summary.midnight && !endsDayBefore(day, timeframe) ? 1 : 0;
+    const Facts& facts = factsAt(day);
+    if (!facts.isRead)
+        return guess(m_days[static_cast<size_t>(day)].bytes, timeframe);
+    const int own = facts.hasMidnight && !endsDayBefore(day, timeframe) ? 1 : 0;
     if (timeframe == Timeframe::Day)
-        return own + (summary.rest ? 1 : 0);
-    return own + summary.candles[static_cast<size_t>(timeframe)];
+        return own + (facts.hasRest ? 1 : 0);
+    return own + facts.candles[static_cast<size_t>(timeframe)];
 }
 
 bool BarSeries::endsDayBefore(qsizetype day, Timeframe timeframe) const
 {
-    if (day == 0)
-        return false;
-    const SeriesDay& one = m_days[static_cast<size_t>(day)];
-    const SeriesDay& before = m_days[static_cast<size_t>(day - 1)];
-    if (!one.summary || !one.summary->midnight || !before.summary || !before.summary->rest ||
-        before.day.addDays(1) != one.day)
+    if (day == 0 || !factsAt(day).hasMidnight || !factsAt(day - 1).hasRest ||
+        m_days[static_cast<size_t>(day - 1)].day.addDays(1) != m_days[static_cast<size_t>(day)].day)
         return false;
     constexpr int msecs = 1000;
     const int seconds = secondsOf(std::min(timeframe, Timeframe::Day));
-    return intervalEnd(before.summary->lastSecond * msecs, seconds) == secondsPerDay;
+    return intervalEnd(factsAt(day - 1).lastSecond * msecs, seconds) == secondsPerDay;
 }
 
 bool BarSeries::beginsPeriod(qsizetype day, Timeframe timeframe) const

@@ -32,8 +32,10 @@ class BarSeries final
 {
 public:
     BarSeries() = default;
-    /// `timeframe` is that of the files, in seconds. The days in their order, each once.
-    BarSeries(int timeframe, std::vector<SeriesDay> days);
+    /// `timeframe` is that of the files, in seconds. The days in their order, each once. Of
+    /// `before`, which may be null, is taken over what is known of the days that are the same: only
+    /// the others are looked at.
+    BarSeries(int timeframe, std::vector<SeriesDay> days, const BarSeries* before = nullptr);
 
     int timeframe() const { return m_timeframe; }
     const std::vector<SeriesDay>& days() const { return m_days; }
@@ -53,12 +55,29 @@ public:
     bool endsDayBefore(qsizetype day, Timeframe timeframe) const;
 
 private:
+    // What is asked of all days at once lies side by side, and not in the summaries: with many days
+    // it is the way to them that takes time.
+    struct Facts
+    {
+        std::array<int, timeframesBelowDay> candles{};
+        int count = 0; // of bars
+        int decimals = 0;
+        int lastSecond = 0;
+        bool isRead = false;
+        bool hasMidnight = false;
+        bool hasRest = false;
+    };
+
+    static Facts factsOf(const SeriesDay& day);
+    void learnFacts(const BarSeries* before);
     void learnToGuess();
+    const Facts& factsAt(qsizetype day) const { return m_facts[static_cast<size_t>(day)]; }
     int guess(qint64 bytes, Timeframe timeframe) const;
     bool beginsPeriod(qsizetype day, Timeframe timeframe) const;
 
     int m_timeframe = 0;
     std::vector<SeriesDay> m_days;
+    std::vector<Facts> m_facts; // of each day
     std::array<double, timeframesBelowDay> m_candlesPerByte{};
     int m_decimals = 0;
     bool m_isEmpty = true;

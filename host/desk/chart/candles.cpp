@@ -11,12 +11,6 @@ namespace {
 
 constexpr int msecs = 1000; // of a second
 
-void extendCandle(Candle& candle, const Bar& bar, qsizetype count)
-{
-    extendBar(candle.bar, bar);
-    candle.count += count;
-}
-
 Candle candleThatEnds(int secondOfDay, int seconds, const QDate& day)
 {
     Candle candle;
@@ -26,10 +20,15 @@ Candle candleThatEnds(int secondOfDay, int seconds, const QDate& day)
     return candle;
 }
 
-void appendBars(std::vector<Candle>& candles, const SeriesDay& day, int seconds)
+void appendBars(std::vector<Candle>& candles, const SeriesDay& day, int seconds, bool hasMidnight)
 {
     const DayBars& bars = *day.bars;
     qsizetype bar = day.summary->midnightCount;
+    if (hasMidnight) {
+        Candle& candle = candles.emplace_back(candleThatEnds(0, seconds, day.day));
+        candle.bar = *day.summary->midnight;
+        candle.count = day.summary->midnightCount;
+    }
     while (bar < bars.size()) {
         const int end = intervalEnd(bars.secondOf(bar) * msecs, seconds);
         qsizetype next = bar + 1;
@@ -42,14 +41,22 @@ void appendBars(std::vector<Candle>& candles, const SeriesDay& day, int seconds)
     }
 }
 
-void appendDay(std::vector<Candle>& candles, const SeriesDay& day)
+// A day is shown at its day: bars at midnight that end no day before have its first second there,
+// or all of it where there are no others.
+void appendDay(std::vector<Candle>& candles, const SeriesDay& day, bool hasMidnight)
 {
     const DaySummary& summary = *day.summary;
-    if (!summary.rest)
-        return;
-    Candle& candle = candles.emplace_back(candleThatEnds(secondsPerDay, secondsPerDay, day.day));
-    candle.bar = *summary.rest;
-    candle.count = summary.count - summary.midnightCount;
+    const qint64 begin = wallTime(day.day);
+    const qint64 end = begin + secondsPerDay;
+    const qint64 afterMidnight = begin + (hasMidnight ? 1 : 0);
+    if (hasMidnight) {
+        candles.push_back({begin, summary.rest ? afterMidnight : end, *summary.midnight,
+                           summary.midnightCount, day.day});
+    }
+    if (summary.rest) {
+        candles.push_back(
+            {afterMidnight, end, *summary.rest, summary.count - summary.midnightCount, day.day});
+    }
 }
 
 std::vector<Candle> foldUpToDay(const BarSeries& series, qsizetype index, Timeframe timeframe)
@@ -59,21 +66,17 @@ std::vector<Candle> foldUpToDay(const BarSeries& series, qsizetype index, Timefr
     if (!day.summary || (isBelowDay(timeframe) && !day.bars))
         return candles;
     candles.reserve(static_cast<size_t>(series.candlesOf(index, timeframe)));
-    const int seconds = secondsOf(timeframe);
-    if (day.summary->midnight && !series.endsDayBefore(index, timeframe)) {
-        Candle& candle = candles.emplace_back(candleThatEnds(0, seconds, day.day));
-        candle.bar = *day.summary->midnight;
-        candle.count = day.summary->midnightCount;
-    }
+    const bool hasMidnight = day.summary->midnight && !series.endsDayBefore(index, timeframe);
     if (isBelowDay(timeframe))
-        appendBars(candles, day, seconds);
+        appendBars(candles, day, secondsOf(timeframe), hasMidnight);
     else
-        appendDay(candles, day);
+        appendDay(candles, day, hasMidnight);
     const qsizetype next = index + 1;
     if (next < static_cast<qsizetype>(series.days().size()) &&
         series.endsDayBefore(next, timeframe)) {
         const DaySummary& after = *series.days()[static_cast<size_t>(next)].summary;
-        extendCandle(candles.back(), *after.midnight, after.midnightCount);
+        extendBar(candles.back().bar, *after.midnight);
+        candles.back().count += after.midnightCount;
     }
     return candles;
 }
@@ -91,7 +94,7 @@ std::vector<Candle> foldPeriod(const BarSeries& series, qsizetype index, Timefra
             if (folded.empty())
                 folded.push_back(part);
             else
-                extendCandle(folded.front(), part.bar, part.count);
+                extendCandle(folded.front(), part);
         }
     }
     for (Candle& candle : folded) {
@@ -103,6 +106,13 @@ std::vector<Candle> foldPeriod(const BarSeries& series, qsizetype index, Timefra
 }
 
 } // namespace
+
+void extendCandle(Candle& candle, const Candle& next)
+{
+    candle.end = next.end;
+    extendBar(candle.bar, next.bar);
+    candle.count += next.count;
+}
 
 std::vector<Candle> foldDay(const BarSeries& series, qsizetype day, Timeframe timeframe)
 {

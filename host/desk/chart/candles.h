@@ -13,7 +13,8 @@ namespace vexdesk {
 /// The bars of one interval, which does not hold its begin and holds its end.
 struct Candle
 {
-    qint64 begin = 0; ///< wall times; of a week and a month whole days
+    /// Wall times; of a day within the day at which it is shown, of a week and a month whole days.
+    qint64 begin = 0;
     qint64 end = 0;
     Bar bar;
     qsizetype count = 0; ///< of bars, at least one
@@ -26,6 +27,9 @@ struct Candle
     /// Where it is drawn.
     double middle() const { return (static_cast<double>(begin) + static_cast<double>(end)) / 2; }
 };
+
+/// Makes the candle one that goes on to the end of `next`.
+void extendCandle(Candle& candle, const Candle& next);
 
 /// The candles that begin with a day, as many as BarSeries::candlesOf() says of a day that was
 /// read; none of a day that was not, and none below the day while its bars are not in memory. The

@@ -94,18 +94,17 @@ QByteArray svgOf(const ChartLayout& chart, const ChartColors& colors)
 
 } // namespace
 
-QString candlesAsText(const std::vector<PlacedCandle>& candles, const CandleKind& kind,
-                      int decimals)
+QString candlesAsText(const std::vector<Candle>& candles, const CandleKind& kind, int decimals)
 {
     Columns columns;
-    for (const PlacedCandle& placed : candles) {
-        columns.hasValue |= placed.candle.bar.value != 0;
-        columns.hasOpenInterest |= placed.candle.bar.openInterest != 0;
+    for (const Candle& candle : candles) {
+        columns.hasValue |= candle.bar.value != 0;
+        columns.hasOpenInterest |= candle.bar.openInterest != 0;
     }
     QString text = headingsOf(columns).join(u'\t') + u'\n';
-    for (const PlacedCandle& placed : candles) {
-        const Bar& bar = placed.candle.bar;
-        QStringList line = timeOf(placed.candle, kind.shown);
+    for (const Candle& candle : candles) {
+        const Bar& bar = candle.bar;
+        QStringList line = timeOf(candle, kind.shown);
         for (const double price : {bar.open, bar.high, bar.low, bar.close})
             line.append(numberOf(price, decimals));
         line.append(QString::number(bar.volume));
@@ -140,6 +139,9 @@ Outcome saveChart(const ChartLayout& chart, const ChartColors& colors, double sc
                            .arg(QDir::toNativeSeparators(path))};
     const QByteArray bytes = isPicture ? pngOf(chart, colors, scale) : svgOf(chart, colors);
     QSaveFile file(path);
+    if (bytes.isEmpty())
+        return Failure{
+            Text::tr("Не удалось нарисовать картинку \"%1\"").arg(QDir::toNativeSeparators(path))};
     if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
         return {};
     return Failure{Text::tr("Не удалось записать файл \"%1\": %2")

@@ -15,8 +15,7 @@ struct ChartColors;
 /// A line for each candle below one with the names of its columns, with tabs between them. Numbers
 /// are written as the default locale writes them, for a spreadsheet takes no others for numbers.
 /// The columns of money and open interest are left out where no candle has any. Any thread.
-QString candlesAsText(const std::vector<PlacedCandle>& candles, const CandleKind& kind,
-                      int decimals);
+QString candlesAsText(const std::vector<Candle>& candles, const CandleKind& kind, int decimals);
 
 /// The chart on its ground, with so many pixels for each of the layout's.
 QImage chartImage(const ChartLayout& chart, const ChartColors& colors, double scale);

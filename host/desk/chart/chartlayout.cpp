@@ -79,6 +79,28 @@ void setPrices(ChartLayout& chart, const ChartContent& content)
     pane.high = prices.high + side;
 }
 
+bool isAnyTraded(const std::vector<PlacedCandle>& candles)
+{
+    return std::any_of(candles.begin(), candles.end(),
+                       [](const PlacedCandle& placed) { return placed.candle.bar.volume != 0; });
+}
+
+// Whether any bar of the series has one; before a day was read it is taken for granted.
+bool hasVolumes(const ChartLayout& chart, const BarSeries& series)
+{
+    if (isAnyTraded(chart.candles))
+        return true;
+    bool isAnyRead = false;
+    for (const SeriesDay& day : series.days()) {
+        if (!day.summary || day.summary->count == 0)
+            continue;
+        if (day.summary->whole().volume != 0)
+            return true;
+        isAnyRead = true;
+    }
+    return !isAnyRead;
+}
+
 void setVolumes(ChartPane& pane, const std::vector<PlacedCandle>& candles)
 {
     double low = 0;
@@ -134,15 +156,20 @@ double placeNames(ChartLayout& chart, const QFontMetricsF& metrics)
     return height;
 }
 
-void placePanes(ChartLayout& chart, const QFontMetricsF& metrics)
+void placePanes(ChartLayout& chart, const QFontMetricsF& metrics, bool hasVolumes)
 {
     const double line = std::ceil(metrics.height());
     const double top = std::max(std::ceil(line / 2), placeNames(chart, metrics)) + padding;
     const double below = std::ceil(line / 2) + 2 * line + padding;
     const double width =
         std::max(1.0, std::floor(chart.size.width() - padding - axisWidth(chart, metrics)));
+    const double room = std::max(2.0, chart.size.height() - top - below);
+    chart.prices.place = {padding, top, width, std::floor(room)};
+    chart.volumes.place = {padding, chart.prices.place.bottom(), width, 0};
+    if (!hasVolumes)
+        return;
     // A label of each pane may stand out of it.
-    const double both = std::max(2.0, chart.size.height() - top - below - line);
+    const double both = std::max(2.0, room - line);
     const double volumeHeight = std::floor(both * volumeShare);
     chart.prices.place = {padding, top, width, std::floor(both - volumeHeight)};
     chart.volumes.place = {padding, chart.prices.place.bottom() + line, width, volumeHeight};
@@ -197,8 +224,7 @@ void addAxes(ChartLayout& chart, const QFontMetricsF& metrics)
     addLines(chart.prices, metrics,
              std::max(line, std::min(priceDistance, chart.prices.place.height() / 3)));
     // Numbers that nothing is measured by would be taken for those of the bars.
-    if (std::any_of(chart.candles.begin(), chart.candles.end(),
-                    [](const PlacedCandle& placed) { return placed.candle.bar.volume != 0; }))
+    if (isAnyTraded(chart.candles))
         addLines(chart.volumes, metrics,
                  std::clamp(chart.volumes.place.height() / volumeLines, line, 2 * line));
 }
@@ -383,7 +409,7 @@ std::optional<Crosshair> ChartLayout::crosshairAt(const QPointF& mouse) const
     crosshair.candle = nearestCandle(candles, slot);
     crosshair.at = mouse;
     setTime(crosshair, *this, metrics);
-    const bool isPrice = mouse.y() <= prices.place.bottom();
+    const bool isPrice = !hasVolumes() || mouse.y() <= prices.place.bottom();
     const ChartPane& pane = isPrice ? prices : volumes;
     if (isPrice || !pane.lines.empty())
         crosshair.value = valueTag(*this, pane, pane.valueAt(mouse.y()), mouse.y(), metrics);
@@ -448,7 +474,7 @@ ChartLayout layOutChart(const ChartContent& content, const QSizeF& size, const Q
     addCandles(chart, content);
     setPrices(chart, content);
     setVolumes(chart.volumes, chart.candles);
-    placePanes(chart, metrics);
+    placePanes(chart, metrics, hasVolumes(chart, content.axis.series()));
     addAxes(chart, metrics);
     addTimes(chart, content.axis, metrics);
     addLastPrice(chart, content.axis, metrics);

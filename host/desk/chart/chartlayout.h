@@ -116,7 +116,7 @@ struct ChartLayout
     std::vector<PlacedCandle> candles;
     std::vector<SlotRange> unread; ///< stretches whose days were not read yet
     ChartPane prices;
-    ChartPane volumes; ///< below the prices, of the same times
+    ChartPane volumes; ///< below the prices, of the same times; of no height where there are none
     std::vector<AxisLine> times;
     std::vector<ChartLabel> headings; ///< dates or years below the times
     ChartLabel title;
@@ -124,6 +124,7 @@ struct ChartLayout
     std::optional<LastPrice> last;
     std::vector<MarkSign> marks;
 
+    bool hasVolumes() const { return volumes.place.height() > 0; }
     double slotWidth() const { return prices.place.width() / range.length(); }
     double xOf(double slot) const
     {

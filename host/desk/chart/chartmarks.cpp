@@ -40,7 +40,9 @@ std::vector<CandleMark> marksOfCandles(const QList<ChartMark>& marks,
         const Stretch stretch = stretchOf(mark);
         const auto at =
             std::partition_point(candles.begin(), candles.end(), [&](const PlacedCandle& one) {
-                return one.candle.end <= stretch.begin;
+                // A day has its bars at midnight, wherever their interval is.
+                const bool isOfDay = !mark.from.isValid() && one.candle.day >= mark.day;
+                return one.candle.end <= stretch.begin && !isOfDay;
             });
         if (at == candles.end() || stretch.end <= candles.front().candle.begin)
             continue;

@@ -3,6 +3,7 @@
 
 #include "desk/chart/axisticks.h"
 #include "desk/chart/chartview.h"
+#include "desk/chart/fittedlabel.h"
 #include "desk/chart/marksources.h"
 #include "desk/chart/movingaverage.h"
 #include "desk/chart/readout.h"
@@ -13,13 +14,12 @@
 #include <vexdesk/history/dayfilenames.h>
 #include <vexdesk/history/storepaths.h>
 
-#include <QtConcurrent/QtConcurrentRun>
 #include <QtCore/QDirIterator>
-#include <QtCore/QMimeData>
 #include <QtCore/QSignalBlocker>
 #include <QtGui/QClipboard>
 #include <QtGui/QFocusEvent>
 #include <QtGui/QGuiApplication>
+#include <QtGui/QKeyEvent>
 #include <QtGui/QShowEvent>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QHBoxLayout>
@@ -64,6 +64,16 @@ double slotsPerStep(const SlotRange& reach)
     return std::max(finest, reach.length() / mostSteps);
 }
 
+// Makes each number the one that has most digits.
+void widen(Bar& bar, const Bar& other)
+{
+    bar.high = std::max({bar.high, std::abs(other.high), std::abs(other.low)});
+    bar.open = bar.low = bar.close = bar.high;
+    bar.volume = std::max(bar.volume, other.volume);
+    bar.value = std::max(bar.value, other.value);
+    bar.openInterest = std::max(bar.openInterest, other.openInterest);
+}
+
 std::shared_ptr<const ChartStudy> makeStudy(Study study)
 {
     if (study == Study::MovingAverage)
@@ -88,11 +98,8 @@ ChartPage::ChartPage(const QString& root, const ChartState& state, MarkSources& 
     , m_feed(root)
 {
     setObjectName(QStringLiteral("chartPage"));
-    m_readout = new QLabel;
+    m_readout = new FittedLabel;
     m_readout->setObjectName(QStringLiteral("chartReadout"));
-    m_readout->setTextFormat(Qt::PlainText);
-    m_readout->setWordWrap(true);
-    m_readout->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     m_message = new QLabel;
     m_message->setObjectName(QStringLiteral("chartMessage"));
     m_message->setTextFormat(Qt::PlainText);
@@ -131,17 +138,18 @@ void ChartPage::connectParts()
     connect(&m_feed, &SeriesFeed::loaded, this, &ChartPage::showBars);
     connect(&m_feed, &SeriesFeed::progressed, this, &ChartPage::showProgress);
     connect(&m_watcher, &PathWatcher::changed, this, &ChartPage::lookUp);
-    connect(&m_lookUp, &QFutureWatcherBase::finished, this, &ChartPage::takeStored);
     connect(m_view, &ChartView::rangeChanged, this, &ChartPage::updateScrollBar);
     connect(m_view, &ChartView::rangeChanged, this, &ChartPage::want);
-    connect(m_view, &ChartView::pointedChanged, this,
-            [this] { m_readout->setText(m_view->readout()); });
-    connect(m_view, &ChartView::timeframeChanged, this, &ChartPage::updateShownTimeframe);
+    connect(m_view, &ChartView::rangeChanged, this, &ChartPage::widenReadout);
+    connect(m_view, &ChartView::pointedChanged, this, &ChartPage::showReadout);
+    connect(m_view, &ChartView::timeframeChanged, this, &ChartPage::updateNote);
     connect(m_view, &ChartView::stepped, this, &ChartPage::takeChosen);
     connect(m_view, &ChartView::historyChanged, this, &ChartPage::changed);
     connect(m_view, &ChartView::markChanged, this, &ChartPage::changed);
     connect(m_view, &ChartView::contextMenuWanted, this, &ChartPage::contextMenuWanted);
     connect(m_view, &ChartView::copyWanted, this, &ChartPage::copyBars);
+    connect(&m_copier, &BarsCopier::progressed, this, &ChartPage::updateNote);
+    connect(&m_copier, &BarsCopier::told, this, &ChartPage::told);
     connect(m_scrollBar, &QScrollBar::valueChanged, this, &ChartPage::scrollTo);
     connect(&m_askSoon, &QTimer::timeout, this, &ChartPage::askForMarks);
     const auto askAnew = [this] {
@@ -172,16 +180,11 @@ QWidget* ChartPage::makeChoice()
     m_nightsButton->setToolTip(tr("Показать ночи, выходные и праздники: время идёт равномерно"));
     m_nightsButton->setCheckable(true);
     m_nightsButton->setChecked(m_state.areNightsShown);
-    m_nightsButton->setFocusPolicy(Qt::StrongFocus);
     m_studiesButton = makeStudies();
     m_showAll = new QPushButton(tr("Показать всё"));
     m_showAll->setObjectName(QStringLiteral("chartShowAll"));
     m_showAll->setToolTip(tr("Показать все бары серии (Ctrl+0 или двойной щелчок по графику)"));
-    m_note = new QLabel;
-    m_note->setObjectName(QStringLiteral("chartNote"));
-    m_note->setTextFormat(Qt::PlainText);
-    m_note->setForegroundRole(QPalette::PlaceholderText);
-    m_note->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    makeNote();
     layout->addWidget(m_timeframeBox);
     layout->addWidget(m_nightsButton);
     layout->addWidget(m_studiesButton);
@@ -193,7 +196,38 @@ QWidget* ChartPage::makeChoice()
     });
     connect(m_nightsButton, &QToolButton::clicked, this, &ChartPage::showNights);
     connect(m_showAll, &QPushButton::clicked, m_view, &ChartView::showAll);
+    keepKeysInChart();
     return row;
+}
+
+void ChartPage::makeNote()
+{
+    m_note = new FittedLabel;
+    m_note->setObjectName(QStringLiteral("chartNote"));
+    m_note->setForegroundRole(QPalette::PlaceholderText);
+}
+
+// The row is reached by Tab; after a click into it the keys are the chart's.
+void ChartPage::keepKeysInChart()
+{
+    for (QWidget* const widget :
+         {static_cast<QWidget*>(m_timeframeBox), static_cast<QWidget*>(m_nightsButton),
+          static_cast<QWidget*>(m_studiesButton), static_cast<QWidget*>(m_showAll)}) {
+        widget->setFocusPolicy(Qt::TabFocus);
+        widget->installEventFilter(this);
+    }
+}
+
+bool ChartPage::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::MouseButtonPress) {
+        m_view->setFocus(Qt::MouseFocusReason);
+    } else if (event->type() == QEvent::Wheel && watched == m_timeframeBox) {
+        // Whoever turns the wheel over it on the way to the chart wants no other timeframe.
+        event->ignore();
+        return true;
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 QToolButton* ChartPage::makeStudies()
@@ -202,7 +236,6 @@ QToolButton* ChartPage::makeStudies()
     button->setObjectName(QStringLiteral("chartStudies"));
     button->setText(tr("Индикаторы"));
     button->setToolTip(tr("Что рассчитать по свечам и нарисовать вместе с ними"));
-    button->setFocusPolicy(Qt::StrongFocus);
     button->setPopupMode(QToolButton::InstantPopup);
     auto* const menu = new QMenu(button);
     for (const Study study : allStudies) {
@@ -236,6 +269,7 @@ ChartState ChartPage::state() const
         const ChartView::Place place = m_view->place();
         state.end = place.end;
         state.slotsInView = place.slots;
+        state.isAll = place.isAll;
     }
     return state;
 }
@@ -306,16 +340,17 @@ void ChartPage::lookUp()
     if (m_isOutdated)
         return;
     m_watcher.watch({m_directory});
-    m_lookUp.setFuture(QtConcurrent::run(&m_pool, timeframesIn, m_directory));
+    m_lookUp.run([directory = m_directory] { return timeframesIn(directory); },
+                 [this](const QList<int>& stored) { takeStored(stored); });
 }
 
-void ChartPage::takeStored()
+void ChartPage::takeStored(const QList<int>& stored)
 {
     if (m_isOutdated)
         m_watcher.tellSoon();
     if (!isVisible())
         return;
-    m_stored = m_lookUp.result();
+    m_stored = stored;
     offerTimeframes();
     chooseSource();
 }
@@ -343,9 +378,19 @@ void ChartPage::chooseTimeframe(Timeframe timeframe)
 {
     if (!m_offered.contains(timeframe))
         return;
+    const bool isChosenAgain = m_state.timeframe == timeframe;
     m_state.timeframe = timeframe;
     chooseSource();
+    if (isChosenAgain)
+        m_view->setTimeframe(timeframe);
     showParts();
+}
+
+// As it was told last, a longer one may be shown in its place: that is not undone here.
+void ChartPage::showChosenTimeframe()
+{
+    if (m_state.timeframe && *m_state.timeframe != m_view->timeframe())
+        m_view->setTimeframe(*m_state.timeframe);
 }
 
 // What is shown stays until the bars of another source are there.
@@ -363,7 +408,7 @@ void ChartPage::chooseSource()
     }
     const SeriesKey key{series().stockCode, series().boardCode, series().securityName, *source};
     if (m_series && m_feed.key() == key)
-        m_view->setTimeframe(*m_state.timeframe);
+        showChosenTimeframe();
     m_feed.choose(key);
 }
 
@@ -418,17 +463,25 @@ void ChartPage::showParts()
          {static_cast<QWidget*>(m_nightsButton), static_cast<QWidget*>(m_studiesButton),
           static_cast<QWidget*>(m_showAll)})
         widget->setEnabled(canBeUsed);
-    updateShownTimeframe();
+    updateNote();
     Q_EMIT changed();
 }
 
-void ChartPage::updateShownTimeframe()
+// What goes on is more urgent than what is so.
+void ChartPage::updateNote()
 {
-    const bool isOther = !isEmpty() && m_view->shownTimeframe() != m_view->timeframe();
-    m_note->setText(isOther ? tr("показаны свечи: %1").arg(timeframeText(m_view->shownTimeframe()))
-                            : QString());
-    m_note->setToolTip(isOther ? tr("Для выбранного таймфрейма не хватает места: приблизьте график")
-                               : QString());
+    QString text;
+    QString explained;
+    if (m_copier.isAtWork()) {
+        text = m_copier.progress();
+    } else if (!m_reading.isEmpty()) {
+        text = m_reading;
+    } else if (!isEmpty() && m_view->shownTimeframe() != m_view->timeframe()) {
+        text = tr("показаны свечи: %1").arg(timeframeText(m_view->shownTimeframe()));
+        explained = tr("Для выбранного таймфрейма не хватает места: приблизьте график");
+    }
+    m_note->setText(text);
+    m_note->setToolTip(explained);
 }
 
 void ChartPage::showBars(const std::shared_ptr<const BarSeries>& series)
@@ -439,8 +492,7 @@ void ChartPage::showBars(const std::shared_ptr<const BarSeries>& series)
         beginToShow();
     else
         m_view->updateSeries(series);
-    if (m_state.timeframe)
-        m_view->setTimeframe(*m_state.timeframe);
+    showChosenTimeframe();
     if (series->isEmpty()) {
         showMessage(tr("В этой серии нет баров, которые можно показать."));
         return;
@@ -449,15 +501,13 @@ void ChartPage::showBars(const std::shared_ptr<const BarSeries>& series)
     goToAwaited();
     want();
     showParts();
-    reserveReadout();
 }
 
 void ChartPage::beginToShow()
 {
-    if (m_state.timeframe)
-        m_view->setTimeframe(*m_state.timeframe);
+    showChosenTimeframe();
     m_view->showSeries(m_series);
-    m_view->setPlace({m_state.end, m_state.slotsInView});
+    m_view->setPlace({m_state.end, m_state.slotsInView, m_state.isAll});
 }
 
 void ChartPage::goTo(const QDate& day, const QTime& time)
@@ -517,26 +567,49 @@ void ChartPage::askForMarks()
 
 void ChartPage::copyBars()
 {
-    QGuiApplication::clipboard()->setText(m_view->barsAsText());
+    if (isEmpty())
+        return;
+    const auto [from, to] = m_view->copiedTimes();
+    m_copier.copy({m_series, m_directory, m_view->shownTimeframe(), from, to});
+}
+
+void ChartPage::giveUpCopying()
+{
+    m_copier.giveUp();
+}
+
+void ChartPage::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Escape && m_copier.isAtWork())
+        giveUpCopying();
+    else
+        QWidget::keyPressEvent(event);
 }
 
 void ChartPage::copyPicture()
 {
     QGuiApplication::clipboard()->setImage(m_view->picture(devicePixelRatioF()));
+    Q_EMIT told(tr("Картинка скопирована в буфер обмена"));
+}
+
+Outcome ChartPage::savePicture(const QString& path)
+{
+    const Outcome saved = m_view->savePicture(path);
+    const QFileInfo file(path);
+    if (saved)
+        Q_EMIT told(tr("Картинка %1 сохранена в каталоге %2")
+                        .arg(file.fileName(), QDir::toNativeSeparators(file.absolutePath())));
+    return saved;
 }
 
 void ChartPage::showProgress(int done, int total)
 {
-    if (done == total) {
-        updateShownTimeframe();
-        return;
-    }
-    const QString text = tr("Чтение баров: день %1 из %2").arg(done).arg(total);
+    m_reading = done == total ? QString() : tr("Чтение баров: день %1 из %2").arg(done).arg(total);
     // Bars that are shown stay until they can be shown anew.
-    if (isEmpty())
-        showMessage(text);
+    if (isEmpty() && !m_reading.isEmpty())
+        showMessage(m_reading);
     else
-        m_note->setText(text);
+        updateNote();
 }
 
 void ChartPage::showMessage(const QString& text)
@@ -547,32 +620,51 @@ void ChartPage::showMessage(const QString& text)
     showParts();
 }
 
-// The line has the height of its longest text at all times, so that the chart does not jump when
-// the crosshair comes and goes.
+// As many lines as the longest text of the bars that were in view has, so that the chart does not
+// jump when the crosshair comes and goes; more only for what a mark has to say.
 void ChartPage::reserveReadout()
 {
-    constexpr qint64 much = 999'999'999;
+    const CandleKind& kind = m_view->chart().kind;
     Candle longest;
-    int decimals = 2;
-    if (!isEmpty()) {
-        const auto& days = m_series->days();
-        const auto known = std::find_if(days.rbegin(), days.rend(), [](const SeriesDay& day) {
-            return day.summary && day.summary->count > 0;
-        });
-        if (known != days.rend())
-            longest.bar = known->summary->whole();
-        longest.begin = wallTime(days.back().day);
-        longest.end = longest.begin + 1;
-        longest.day = days.back().day;
-        decimals = m_series->decimals();
+    longest.day = wallDate(0);
+    longest.bar = m_widest;
+    const auto& candles = m_view->chart().candles;
+    if (!candles.empty()) {
+        const Candle& last = candles.back().candle;
+        longest.begin = last.begin;
+        longest.end = last.end;
+        longest.day = last.day;
+        longest.bar.time = last.bar.time;
+        longest.count = last.count;
     }
-    longest.bar.open = longest.bar.close = longest.bar.low = longest.bar.high;
-    longest.bar.volume = std::max(longest.bar.volume, much);
-    const QString text = readoutText(longest, {Timeframe::Minutes5, secondTimeframe}, decimals);
-    const QFontMetrics metrics(m_readout->font());
     const int width = std::max(1, contentsRect().width() - 2 * spacing);
-    m_readout->setMinimumHeight(
-        metrics.boundingRect(QRect(0, 0, width, 0), Qt::TextWordWrap, text).height());
+    const auto linesFor = [this, width](const QString& text) {
+        return m_readout->linesFor(text, width);
+    };
+    const int decimals = m_view->chart().prices.decimals;
+    constexpr int mostLines = 5;
+    m_readout->setLines(std::min(mostLines, std::max(linesFor(readoutText(longest, kind, decimals)),
+                                                     linesFor(m_readout->text()))));
+}
+
+// What was wide once is reckoned with again, at the same timeframe.
+void ChartPage::widenReadout()
+{
+    const ChartLayout& chart = m_view->chart();
+    if (chart.kind.shown != m_widestAt)
+        m_widest = Bar();
+    m_widestAt = chart.kind.shown;
+    const Bar before = m_widest;
+    for (const PlacedCandle& placed : chart.candles)
+        widen(m_widest, placed.candle.bar);
+    if (m_widest != before)
+        reserveReadout();
+}
+
+void ChartPage::showReadout()
+{
+    m_readout->setText(m_view->readout());
+    reserveReadout();
 }
 
 void ChartPage::updateScrollBar()

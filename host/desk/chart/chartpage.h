@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "desk/chart/barscopier.h"
 #include "desk/chart/chartstate.h"
 #include "desk/chart/pathwatcher.h"
+#include "desk/chart/readerthreads.h"
 #include "desk/chart/seriesfeed.h"
 
-#include <QtCore/QFutureWatcher>
-#include <QtCore/QThreadPool>
+#include <vexdesk/outcome.h>
+
 #include <QtWidgets/QWidget>
 
 #include <optional>
@@ -21,6 +23,7 @@ class QToolButton;
 namespace vexdesk {
 
 class ChartView;
+class FittedLabel;
 class MarkSources;
 
 /// As the user sees it in menus.
@@ -50,6 +53,7 @@ public:
     /// Those for which bars are stored, and the one that is chosen among them.
     const QList<Timeframe>& timeframes() const { return m_offered; }
     std::optional<Timeframe> timeframe() const { return m_state.timeframe; }
+    /// Shows its candles, also when it was chosen already and longer ones have taken their place.
     void chooseTimeframe(Timeframe timeframe);
     bool areNightsShown() const { return m_state.areNightsShown; }
     void showNights(bool areShown);
@@ -62,16 +66,26 @@ public:
     /// The first and the last day that are stored, as far as is known; the days are not valid where
     /// nothing is.
     std::pair<QDate, QDate> storedDays() const;
-    /// The bars in view, as text, and the chart as a picture go to the clipboard.
+    /// The bars in view, or those that are marked, go to the clipboard as text: all of them. Those
+    /// of days that are not in memory are read first; until then the clipboard stays as it is.
+    /// Where it cannot be all of them the user is asked before.
     void copyBars();
+    /// Puts nothing into the clipboard that is not there yet.
+    void giveUpCopying();
+    /// The chart goes to the clipboard as a picture, or to a .png or .svg file.
     void copyPicture();
+    Outcome savePicture(const QString& path);
 
 Q_SIGNALS:
     /// What the commands of the menus show or can do with this chart is not the same any more.
     void changed();
     void contextMenuWanted(const QPoint& globalPlace);
+    /// What was done, and what could not be, in words for the user; the chart does not show it.
+    void told(const QString& text);
 
 protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
@@ -86,17 +100,20 @@ private:
     };
 
     QWidget* makeChoice();
+    void makeNote();
+    void keepKeysInChart();
     QToolButton* makeStudies();
     QWidget* makeChart();
     void connectParts();
 
     /// Looks in a thread of its own for the timeframes that are stored.
     void lookUp();
-    void takeStored();
+    void takeStored(const QList<int>& stored);
     void offerTimeframes();
     void chooseSource();
 
     void showBars(const std::shared_ptr<const BarSeries>& series);
+    void showChosenTimeframe();
     void beginToShow();
     void letBarsGo();
     void goToAwaited();
@@ -110,7 +127,9 @@ private:
     void updateScrollBar();
     void scrollTo(int value);
     void takeChosen();
-    void updateShownTimeframe();
+    void updateNote();
+    void showReadout();
+    void widenReadout();
     void reserveReadout();
 
     QString m_directory;
@@ -127,19 +146,22 @@ private:
     QToolButton* m_nightsButton = nullptr;
     QToolButton* m_studiesButton = nullptr;
     QPushButton* m_showAll = nullptr;
-    QLabel* m_note = nullptr;
-    QLabel* m_readout = nullptr;
+    FittedLabel* m_note = nullptr;
+    FittedLabel* m_readout = nullptr;
     QStackedWidget* m_pages = nullptr;
     QWidget* m_chart = nullptr;
     QScrollBar* m_scrollBar = nullptr;
     QLabel* m_message = nullptr;
 
+    QString m_reading; // what is told of it while it takes long
+    Bar m_widest;      // the numbers with most digits that were in view
+    Timeframe m_widestAt = Timeframe::Minute;
+    BarsCopier m_copier{*this};
     QTimer m_askSoon; // for marks
     SeriesFeed m_feed;
     PathWatcher m_watcher;
-    QFutureWatcher<QList<int>> m_lookUp;
+    Errand<QList<int>> m_lookUp{this};
     bool m_isOutdated = false; // something has changed since the look began
-    QThreadPool m_pool;        // an import that fills the global one does not keep it waiting
 };
 
 } // namespace vexdesk

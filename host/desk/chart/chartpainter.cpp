@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 namespace vexdesk {
 
@@ -16,15 +17,23 @@ namespace {
 
 constexpr double tickLength = 4;
 
-// What is filled with one colour, in one call. Whole pixels without a pen: outlines and lines take
-// many times as long to paint.
+// What is filled with one colour, in one call, as far as it is in a place. Whole pixels without a
+// pen: outlines and lines take many times as long to paint. The painter is not told to clip: a file
+// of lines and areas knows nothing of that, and would show what is beside the panes.
 class Fills
 {
 public:
+    explicit Fills(const QRectF& place)
+        : m_place(place.toRect())
+    {}
+
     void add(double left, double top, double width, double height)
     {
-        if (width > 0 && height > 0)
-            m_rects.append(QRectF(left, top, width, height).toRect());
+        if (width <= 0 || height <= 0)
+            return;
+        const QRect seen = QRectF(left, top, width, height).toRect() & m_place;
+        if (!seen.isEmpty())
+            m_rects.append(seen);
     }
     void addLevel(double left, double right, double y) { add(left, y, right - left, 1); }
     void addUpright(double x, double top, double bottom) { add(x, top, 1, bottom - top); }
@@ -37,6 +46,7 @@ public:
     }
 
 private:
+    QRect m_place;
     QVarLengthArray<QRect, 1024> m_rects;
 };
 
@@ -44,6 +54,12 @@ private:
 class BarFills
 {
 public:
+    explicit BarFills(const QRectF& place)
+        : m_rising(place)
+        , m_hollow(place)
+        , m_falling(place)
+    {}
+
     // `bottom` is the last row of pixels that is filled.
     void addBody(const Bar& bar, const CandleColumn& column, double top, double bottom)
     {
@@ -56,13 +72,11 @@ public:
     {
         of(bar).addUpright(x, top, bottom);
     }
-    void paint(QPainter& painter, const QRectF& place, const ChartColors& colors) const
+    void paint(QPainter& painter, const ChartColors& colors) const
     {
-        painter.setClipRect(place);
         m_rising.paint(painter, colors.rising);
         m_hollow.paint(painter, colors.background);
         m_falling.paint(painter, colors.falling);
-        painter.setClipping(false);
     }
 
 private:
@@ -94,8 +108,8 @@ void addVolume(BarFills& fills, const ChartPane& pane, const CandleColumn& colum
 
 void paintBars(QPainter& painter, const ChartLayout& chart, const ChartColors& colors)
 {
-    BarFills prices;
-    BarFills volumes;
+    BarFills prices(chart.prices.place);
+    BarFills volumes(chart.volumes.place);
     for (const PlacedCandle& placed : chart.candles) {
         const Bar& bar = placed.candle.bar;
         const CandleColumn column = chart.columnOf(placed);
@@ -103,8 +117,8 @@ void paintBars(QPainter& painter, const ChartLayout& chart, const ChartColors& c
         if (bar.volume != 0)
             addVolume(volumes, chart.volumes, column, bar);
     }
-    prices.paint(painter, chart.prices.place, colors);
-    volumes.paint(painter, chart.volumes.place, colors);
+    prices.paint(painter, colors);
+    volumes.paint(painter, colors);
 }
 
 // From side to side of the slots, in both panes.
@@ -122,8 +136,9 @@ void fillSlots(QPainter& painter, const ChartLayout& chart, const SlotRange& ran
 
 void paintGrid(QPainter& painter, const ChartLayout& chart, const ChartColors& colors)
 {
-    Fills grid;
-    Fills axes; // and where days begin
+    const QRectF everything(QPointF(), chart.size);
+    Fills grid(everything);
+    Fills axes(everything); // and where days begin
     for (const ChartPane* const pane : {&chart.prices, &chart.volumes}) {
         const QRectF& place = pane->place;
         for (const AxisLine& line : chart.times)
@@ -153,7 +168,6 @@ void paintRows(QPainter& painter, const ChartLayout& chart, const ChartColors& c
     constexpr double longest = 0.3; // of the pane
     constexpr float seenThrough = 0.25F;
     const ChartPane& pane = chart.prices;
-    painter.setClipRect(pane.place);
     for (const PlacedStudy& study : chart.studies) {
         for (const StudyRow& row : study.shapes.rows) {
             const double top = std::round(pane.yOf(row.high));
@@ -164,12 +178,35 @@ void paintRows(QPainter& painter, const ChartLayout& chart, const ChartColors& c
                 QColor color = base;
                 color.setAlphaF(seenThrough);
                 const double width = std::round(share * longest * pane.place.width());
-                painter.fillRect(QRectF(right - width, top, width, height), color);
+                const QRectF whole(right - width, top, width, height);
+                painter.fillRect(whole.intersected(pane.place), color);
                 right -= width;
             }
         }
     }
-    painter.setClipping(false);
+}
+
+// The part of a line that is within a place; nothing where it only passes by.
+std::optional<QLineF> within(const QRectF& place, const QLineF& line)
+{
+    double from = 0;
+    double to = 1;
+    // As far as it is inside of each edge, when it comes in or goes out there.
+    const auto cut = [&from, &to](double speed, double distance) {
+        if (speed < 0)
+            from = std::max(from, distance / speed);
+        else if (speed > 0)
+            to = std::min(to, distance / speed);
+        else if (distance < 0)
+            to = -1;
+    };
+    cut(-line.dx(), line.x1() - place.left());
+    cut(line.dx(), place.right() - line.x1());
+    cut(-line.dy(), line.y1() - place.top());
+    cut(line.dy(), place.bottom() - line.y1());
+    if (from >= to)
+        return std::nullopt;
+    return QLineF(line.pointAt(from), line.pointAt(to));
 }
 
 void paintStudyLines(QPainter& painter, const ChartLayout& chart, const ChartColors& colors)
@@ -178,7 +215,8 @@ void paintStudyLines(QPainter& painter, const ChartLayout& chart, const ChartCol
     const auto placeOf = [&chart](const QPointF& point) {
         return QPointF(chart.xOf(point.x()), chart.prices.yOf(point.y()));
     };
-    painter.setClipRect(chart.prices.place);
+    constexpr double half = lineWidth / 2;
+    const QRectF seen = chart.prices.place.adjusted(half, half, -half, -half);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(Qt::NoBrush);
     for (size_t i = 0; i < chart.studies.size(); ++i) {
@@ -186,13 +224,15 @@ void paintStudyLines(QPainter& painter, const ChartLayout& chart, const ChartCol
         // Piece by piece: a polyline with joins takes many times as long.
         QVarLengthArray<QLineF, 1024> pieces;
         for (const StudyLine& line : chart.studies[i].shapes.lines) {
-            for (size_t at = 1; at < line.points.size(); ++at)
-                pieces.append(QLineF(placeOf(line.points[at - 1]), placeOf(line.points[at])));
+            for (size_t at = 1; at < line.points.size(); ++at) {
+                const QLineF whole(placeOf(line.points[at - 1]), placeOf(line.points[at]));
+                if (const std::optional<QLineF> piece = within(seen, whole))
+                    pieces.append(*piece);
+            }
         }
         painter.drawLines(pieces.constData(), static_cast<int>(pieces.size()));
     }
     painter.setRenderHint(QPainter::Antialiasing, false);
-    painter.setClipping(false);
 }
 
 // Different in shape too, for those who do not see the colours.
@@ -254,10 +294,12 @@ void paintLabels(QPainter& painter, const ChartLayout& chart,
         covered = {crosshair->time.place, crosshair->value.place};
     if (chart.last)
         covered.push_back(chart.last->label.place);
+    constexpr double distance = 4;
     const auto paint = [&](const ChartLabel& label) {
-        // Rather none than what is left of one below another.
+        // Rather none than what is left of one below another, or than two that look like one.
+        const QRectF around = label.place.adjusted(-distance, 0, distance, 0);
         if (std::none_of(covered.begin(), covered.end(),
-                         [&label](const QRectF& place) { return place.intersects(label.place); }))
+                         [&around](const QRectF& place) { return place.intersects(around); }))
             painter.drawText(label.place, Qt::AlignCenter | Qt::TextDontClip, label.text);
     };
     for (const auto* const lines : {&chart.prices.lines, &chart.volumes.lines, &chart.times}) {
@@ -268,13 +310,16 @@ void paintLabels(QPainter& painter, const ChartLayout& chart,
         paint(heading);
 }
 
-void paintLastPrice(QPainter& painter, const ChartLayout& chart, const ChartColors& colors)
+void paintLastPrice(QPainter& painter, const ChartLayout& chart, const ChartColors& colors,
+                    const std::optional<Crosshair>& crosshair)
 {
     const QColor& color = chart.last->isRising ? colors.rising : colors.falling;
     const QRectF& place = chart.prices.place;
     painter.setPen(QPen(color, 1, Qt::DotLine, Qt::FlatCap));
     painter.drawLine(QLineF(place.left(), chart.last->at, place.right(), chart.last->at));
-    paintTag(painter, chart.last->label, color, colors.background);
+    // As other labels: rather none than half of one below that of the crosshair.
+    if (!crosshair || !crosshair->value.place.intersects(chart.last->label.place))
+        paintTag(painter, chart.last->label, color, colors.background);
 }
 
 void paintCrosshair(QPainter& painter, const ChartLayout& chart, const ChartColors& colors,
@@ -309,7 +354,7 @@ void paintChart(QPainter& painter, const ChartLayout& chart, const ChartColors& 
     painter.setPen(colors.text);
     paintLabels(painter, chart, overlay.crosshair);
     if (chart.last)
-        paintLastPrice(painter, chart, colors);
+        paintLastPrice(painter, chart, colors, overlay.crosshair);
     if (overlay.marked)
         fillSlots(painter, chart, *overlay.marked, colors.band);
     if (overlay.crosshair)

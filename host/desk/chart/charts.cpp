@@ -5,13 +5,6 @@
 #include "desk/chart/charttabs.h"
 #include "desk/chart/marksources.h"
 
-#include <vexdesk/history/dayfilenames.h>
-#include <vexdesk/history/storepaths.h>
-
-#include <QtCore/QDirIterator>
-
-#include <algorithm>
-
 namespace vexdesk {
 
 namespace {
@@ -23,32 +16,21 @@ bool isName(const QString& code)
            !code.contains(u'/');
 }
 
-// Looks for a first file in one directory: no longer than the caller can wait.
-bool isStored(const QString& root, const SeriesName& series)
+bool isSeries(const SeriesName& series)
 {
-    const QStringList codes{series.stockCode, series.boardCode, series.securityName};
-    if (!std::all_of(codes.begin(), codes.end(), isName))
-        return false;
-    QDirIterator files(seriesPath(QDir(root), codes.at(0), codes.at(1), codes.at(2)), QDir::Files);
-    while (files.hasNext()) {
-        files.next();
-        if (parseDayFileName(files.fileName()))
-            return true;
-    }
-    return false;
+    return isName(series.stockCode) && isName(series.boardCode) && isName(series.securityName);
 }
 
 } // namespace
 
-Charts::Charts(QString root, ChartTabs& tabs, MarkSources& marks)
-    : m_root(std::move(root))
-    , m_tabs(tabs)
+Charts::Charts(ChartTabs& tabs, MarkSources& marks)
+    : m_tabs(tabs)
     , m_marks(marks)
 {}
 
 bool Charts::show(const SeriesName& series, const QDate& day, const QTime& time)
 {
-    if (!isStored(m_root, series))
+    if (!isSeries(series))
         return false;
     ChartPage& page = m_tabs.open(series);
     if (day.isValid())

@@ -22,6 +22,7 @@ const QString nightsKey = QStringLiteral("nights");
 const QString studiesKey = QStringLiteral("studies");
 const QString endKey = QStringLiteral("end");
 const QString slotsKey = QStringLiteral("slots");
+const QString allKey = QStringLiteral("all");
 
 constexpr std::array studyCodes{"MovingAverage", "VolumeByPrice"};
 static_assert(studyCodes.size() == allStudies.size());
@@ -52,7 +53,8 @@ QString toText(const ChartState& state)
                        {nightsKey, state.areNightsShown},
                        {studiesKey, studies},
                        {endKey, state.end},
-                       {slotsKey, state.slotsInView}};
+                       {slotsKey, state.slotsInView},
+                       {allKey, state.isAll}};
     if (state.timeframe)
         object.insert(timeframeKey, timeframeCode(*state.timeframe));
     return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
@@ -73,6 +75,7 @@ std::optional<ChartState> chartStateOf(const QString& text)
     state.end = object.value(endKey).toInteger();
     const double slotsInView = object.value(slotsKey).toDouble();
     state.slotsInView = std::isfinite(slotsInView) ? std::max(0.0, slotsInView) : 0;
+    state.isAll = object.value(allKey).toBool();
     return state;
 }
 

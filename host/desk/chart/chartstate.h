@@ -22,6 +22,7 @@ struct ChartState
     QList<Study> studies;
     qint64 end = 0;         ///< wall time at the right edge; 0: the last bar
     double slotsInView = 0; ///< candles that have room; 0: as many as usual
+    bool isAll = false;     ///< everything is in view, in place of the two above
 
     bool operator==(const ChartState&) const = default;
 };

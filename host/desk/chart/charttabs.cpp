@@ -14,6 +14,7 @@ ChartTabs::ChartTabs(QString root, MarkSources& marks, QWidget* parent)
     , m_root(std::move(root))
     , m_marks(marks)
     , m_memory(ChartMemory::stored())
+    , m_follower(m_root)
 {
     setObjectName(QStringLiteral("chartTabs"));
     setDocumentMode(true);
@@ -22,13 +23,39 @@ ChartTabs::ChartTabs(QString root, MarkSources& marks, QWidget* parent)
     tabBar()->installEventFilter(this);
     restore();
     connect(this, &QTabWidget::tabCloseRequested, this, &ChartTabs::close);
+    connect(this, &QTabWidget::currentChanged, this, &ChartTabs::noteCurrent);
     connect(this, &QTabWidget::currentChanged, this, &ChartTabs::currentChartChanged);
+    connect(&m_follower, &StoreFollower::listed, this, [this] {
+        if (m_toldRecent == recent())
+            return;
+        m_toldRecent = recent();
+        Q_EMIT chartsChanged();
+    });
+    followRecent();
 }
 
 ChartTabs::~ChartTabs()
 {
     // The pages would tell of themselves while they go.
     disconnect();
+}
+
+// Whoever goes to a tab opens its chart again, as far as the order of the recent ones goes.
+void ChartTabs::noteCurrent()
+{
+    if (!m_isClosing && current())
+        m_memory.open(current()->series());
+}
+
+// What is offered to be opened should be there, also when it is deleted meanwhile.
+void ChartTabs::followRecent()
+{
+    if (count() > 0) {
+        m_follower.stop();
+        return;
+    }
+    m_toldRecent = recent();
+    m_follower.start();
 }
 
 void ChartTabs::restore()
@@ -67,6 +94,7 @@ ChartPage& ChartTabs::add(const SeriesName& series)
             Q_EMIT currentChartChanged();
     });
     connect(added, &ChartPage::contextMenuWanted, this, &ChartTabs::contextMenuWanted);
+    connect(added, &ChartPage::told, this, &ChartTabs::told);
     const int index = addTab(added, series.securityName);
     setTabToolTip(index, seriesDescription(series));
     updateTexts();
@@ -79,6 +107,7 @@ ChartPage& ChartTabs::open(const SeriesName& series)
     const int index = indexOf(series);
     ChartPage& opened = index < 0 ? add(series) : *page(index);
     setCurrentWidget(&opened);
+    followRecent();
     store();
     Q_EMIT chartsChanged();
     return opened;
@@ -90,11 +119,15 @@ void ChartTabs::close(int index)
     if (!closed)
         return;
     const bool hadFocus = closed->isAncestorOf(focusWidget());
+    closed->giveUpCopying();
     m_memory.remember(closed->state());
+    m_isClosing = true;
     removeTab(index);
+    m_isClosing = false;
     closed->hide();
     closed->deleteLater(); // its own menu may have closed it
     updateTexts();
+    followRecent();
     store();
     if (hadFocus && current())
         current()->setFocus(Qt::OtherFocusReason);
@@ -139,8 +172,10 @@ void ChartTabs::updateTexts()
 QList<SeriesName> ChartTabs::recent() const
 {
     QList<SeriesName> series;
-    for (const ChartState& state : m_memory.recent())
-        series.append(state.series);
+    for (const ChartState& state : m_memory.recent()) {
+        if (isStored(m_root, state.series))
+            series.append(state.series);
+    }
     return series;
 }
 
@@ -155,7 +190,8 @@ void ChartTabs::store()
     m_memory.store();
 }
 
-// As in other programs, the middle button closes a tab.
+// As in other programs, the middle button closes a tab. Another click goes to a chart, and so do
+// the keys.
 bool ChartTabs::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == tabBar() && event->type() == QEvent::MouseButtonRelease) {
@@ -165,6 +201,8 @@ bool ChartTabs::eventFilter(QObject* watched, QEvent* event)
             close(index);
             return true;
         }
+        if (mouse->button() == Qt::LeftButton && index >= 0 && current())
+            current()->setFocus(Qt::MouseFocusReason);
     }
     return QTabWidget::eventFilter(watched, event);
 }

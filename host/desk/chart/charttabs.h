@@ -2,6 +2,7 @@
 #pragma once
 
 #include "desk/chart/chartmemory.h"
+#include "desk/chart/storefollower.h"
 
 #include <QtWidgets/QTabWidget>
 
@@ -30,7 +31,8 @@ public:
     /// Goes so many tabs to the right, and from the last one on to the first.
     void step(int tabs);
 
-    /// The series that were opened last, the last one first.
+    /// The series that were opened last, or whose tabs were gone to, the last one first; those
+    /// whose bars were deleted meanwhile are left out.
     QList<SeriesName> recent() const;
     /// Writes to the settings how everything stands.
     void store();
@@ -38,9 +40,11 @@ public:
 Q_SIGNALS:
     /// Another chart is in front, or none, or the commands can do other things with it than before.
     void currentChartChanged();
-    /// A chart has been opened or closed.
+    /// A chart has been opened or closed, or the recent series are others while none is open.
     void chartsChanged();
     void contextMenuWanted(const QPoint& globalPlace);
+    /// What was done with a chart, in words for the user.
+    void told(const QString& text);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -52,10 +56,15 @@ private:
     void close(int index);
     void updateTexts();
     void restore();
+    void noteCurrent();
+    void followRecent();
 
     QString m_root;
     MarkSources& m_marks;
     ChartMemory m_memory;
+    bool m_isClosing = false; // another chart comes to the front by itself
+    StoreFollower m_follower; // while no chart is open
+    QList<SeriesName> m_toldRecent;
 };
 
 } // namespace vexdesk

@@ -108,7 +108,7 @@ void ChartView::updateSeries(const std::shared_ptr<const BarSeries>& series)
 
 void ChartView::setTimeframe(Timeframe timeframe)
 {
-    if (timeframe != m_viewport.timeframe())
+    if (timeframe != this->timeframe() || timeframe != shownTimeframe())
         change(Step::Jump, [&] { m_viewport.setTimeframe(timeframe, fixedTime()); });
 }
 
@@ -208,9 +208,7 @@ void ChartView::findTarget()
     if (!m_target || isEmpty())
         return;
     const TimeAxis& axis = m_viewport.axis();
-    const auto midnight =
-        static_cast<qint64>(std::floor(axis.slotOf(static_cast<double>(wallTime(*m_target)))));
-    const qint64 slot = axis.next(midnight - 1, true).value_or(axis.size() - 1);
+    const qint64 slot = axis.firstSlotFrom(*m_target).value_or(axis.size() - 1);
     m_pointed = axis.timeAt(static_cast<double>(slot) + 0.5);
 }
 
@@ -238,13 +236,13 @@ void ChartView::step(const std::optional<ViewHistory::State>& state)
 void ChartView::change(Step step, const std::function<void()>& how)
 {
     const ViewHistory::State before = m_viewport.state();
-    std::optional<Mark> times;
+    std::pair<double, double> marked;
     if (m_mark)
-        times = Mark{m_viewport.axis().timeAt(m_mark->from), m_viewport.axis().timeAt(m_mark->to)};
+        marked = timesOf(markedRange());
     const bool wasEmpty = isEmpty();
     how();
-    if (times)
-        m_mark = Mark{m_viewport.axis().slotOf(times->from), m_viewport.axis().slotOf(times->to)};
+    if (m_mark)
+        markTimes(marked);
     refresh();
     const ViewHistory::State now = m_viewport.state();
     if (now.timeframe != before.timeframe || now.shown != before.shown ||
@@ -254,6 +252,21 @@ void ChartView::change(Step step, const std::function<void()>& how)
         m_history.leave(before);
         Q_EMIT historyChanged();
     }
+}
+
+// From the begin of the first candle to the end of the last one.
+std::pair<double, double> ChartView::timesOf(const SlotRange& range) const
+{
+    return {m_viewport.axis().timeAt(range.begin), m_viewport.axis().timeUpTo(range.end)};
+}
+
+// Marks the candles that have a part between these times, in the direction in which it was begun.
+void ChartView::markTimes(const std::pair<double, double>& times)
+{
+    constexpr double inside = 1e-6;
+    const double first = m_viewport.axis().slotOf(times.first) + inside;
+    const double last = std::max(first, m_viewport.axis().slotOf(times.second) - inside);
+    m_mark = m_mark->from <= m_mark->to ? Mark{first, last} : Mark{last, first};
 }
 
 void ChartView::refresh()
@@ -438,10 +451,9 @@ void ChartView::clearMark()
     Q_EMIT markChanged();
 }
 
-QString ChartView::barsAsText() const
+std::pair<double, double> ChartView::copiedTimes() const
 {
-    return candlesAsText(m_viewport.axis().candles(m_mark ? markedRange() : range()), m_layout.kind,
-                         m_layout.prices.decimals);
+    return timesOf(m_mark ? markedRange() : range());
 }
 
 QImage ChartView::picture(double scale) const

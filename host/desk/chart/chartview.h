@@ -42,6 +42,7 @@ public:
     /// one would be too thin to be seen.
     Timeframe timeframe() const { return m_viewport.timeframe(); }
     Timeframe shownTimeframe() const { return m_viewport.shownTimeframe(); }
+    /// Shows candles of the chosen one, also when it was chosen already and a longer one is shown.
     void setTimeframe(Timeframe timeframe);
     bool areNightsShown() const { return m_viewport.areNightsShown(); }
     void setNightsShown(bool areShown);
@@ -97,9 +98,8 @@ public:
     void zoomToMark();
     void clearMark();
 
-    /// The candles in view, or those of the marked range, as lines with tabs and a heading, as a
-    /// spreadsheet takes them.
-    QString barsAsText() const;
+    /// The wall times between which the candles are that are in view, or that are marked.
+    std::pair<double, double> copiedTimes() const;
     /// The chart without crosshair and mark, with so many pixels for each of the screen's.
     QImage picture(double scale) const;
     /// As .png or .svg, which the path's suffix decides.
@@ -160,6 +160,8 @@ private:
     void announce();
     double slotBelow(const QPointF& place) const;
     SlotRange markedRange() const;
+    std::pair<double, double> timesOf(const SlotRange& range) const;
+    void markTimes(const std::pair<double, double>& times);
     std::optional<double> fixedTime() const;
     std::optional<qint64> crosshairSlot() const;
     void putCrosshair(qint64 slot);

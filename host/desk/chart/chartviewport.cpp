@@ -143,10 +143,13 @@ void ChartViewport::setTimeframe(Timeframe timeframe, std::optional<double> fixe
         holdAt(*fixed);
     m_place.reset();
     show(shortest);
-    if (m_isAll)
+    if (m_isAll && limits().all().length() <= m_most) {
         showAll();
-    else
-        applyState();
+        return;
+    }
+    // What was chosen is what has to be seen, and not all of it has room.
+    m_isAll = false;
+    applyState();
 }
 
 void ChartViewport::setNightsShown(bool areShown, std::optional<double> fixed)
@@ -193,8 +196,10 @@ void ChartViewport::fit(const SlotRange& wanted, double share)
 {
     const double most = limits().all().length();
     SlotRange range = wanted;
-    if (range.length() > most)
-        range.end = range.begin + most;
+    if (range.length() > most) {
+        const double still = wanted.begin + share * wanted.length();
+        range = {still - share * most, still + (1 - share) * most};
+    }
     const double fixed = m_axis.timeUpTo(range.begin + share * range.length());
     Timeframe timeframe = shortestTimeframe();
     double length = lengthOn(timeframe, range);
@@ -274,6 +279,10 @@ ChartPlace ChartViewport::place() const
     if (m_place)
         return *m_place;
     ChartPlace place;
+    if (m_isAll) {
+        place.isAll = true;
+        return place;
+    }
     place.slots = m_range.length();
     if (m_shown != shortestTimeframe()) {
         const TimeAxis axis(std::make_shared<FoldedDays>(m_series, shortestTimeframe()),
@@ -296,11 +305,21 @@ void ChartViewport::setPlace(const ChartPlace& place)
 void ChartViewport::applyPlace()
 {
     const ChartPlace place = *m_place;
+    if (place.isAll) {
+        showAll();
+        return;
+    }
     show(shortestTimeframe());
     const double length = place.slots > 0 ? place.slots : m_usual;
     const double end =
         place.end != 0 ? m_axis.slotOf(static_cast<double>(place.end)) : limits().reach(length).end;
     fit({end - length, end}, 1);
+    if (place.end == 0) {
+        // A longer timeframe may end later.
+        const double last = limits().reach(m_range.length()).end;
+        m_range = limits().fitted({last - m_range.length(), last});
+        rememberEdge();
+    }
     m_isAll = m_isAll && place.slots > 0;
 }
 

@@ -11,8 +11,9 @@ namespace vexdesk {
 /// What has to be remembered of a chart to show the same again.
 struct ChartPlace
 {
-    qint64 end = 0;   ///< the wall time at the right edge; 0 is the end, whatever comes there
-    double slots = 0; ///< of the chosen timeframe, from edge to edge; 0 for as many as usual
+    qint64 end = 0;     ///< the wall time at the right edge; 0 is the end, whatever comes there
+    double slots = 0;   ///< of the chosen timeframe, from edge to edge; 0 for as many as usual
+    bool isAll = false; ///< everything, whatever comes and however large the chart is
 
     bool operator==(const ChartPlace&) const = default;
 };
@@ -51,7 +52,8 @@ public:
 
     Timeframe timeframe() const { return m_timeframe; }
     Timeframe shownTimeframe() const { return m_shown; }
-    /// As many slots of another timeframe; the time `fixed` stays where it is, if there is one.
+    /// As many slots of this timeframe, also where a longer one was shown in its place; the time
+    /// `fixed` stays where it is, if there is one. Everything stays in view where it has room.
     void setTimeframe(Timeframe timeframe, std::optional<double> fixed = std::nullopt);
     bool areNightsShown() const { return m_areNightsShown; }
     void setNightsShown(bool areShown, std::optional<double> fixed = std::nullopt);

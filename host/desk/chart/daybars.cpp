@@ -4,164 +4,38 @@
 #include "desk/chart/wallclock.h"
 
 #include <algorithm>
-#include <array>
-#include <cmath>
-#include <cstring>
-#include <limits>
+#include <numeric>
+#include <utility>
 
 namespace vexdesk {
 
-namespace {
-
-enum Word : int { SecondWord, VolumeWord, OpenWord, HighWord, LowWord, CloseWord };
-constexpr int wordsOfUnits = 6; // of a row whose prices are units
-constexpr int wordsOfDoubles = 10;
-constexpr int wordsOfDouble = 2;
-
-std::array<double, 4> pricesOf(const Bar& bar)
-{
-    return {bar.open, bar.high, bar.low, bar.close};
-}
-
-// The nearest one to a price.
-qint64 unitsOf(double price, double power)
-{
-    const double scaled = price * power;
-    return static_cast<qint64>(scaled + (scaled < 0 ? -0.5 : 0.5));
-}
-
-// Whether the number of units gives this very price.
-bool hasUnits(double price, double power)
-{
-    constexpr double mostExact = 9007199254740992.0; // every whole number up to it is a double
-    return std::abs(price * power) < mostExact &&
-           static_cast<double>(unitsOf(price, power)) / power == price;
-}
-
-double doubleAt(const quint32* words)
-{
-    double number;
-    std::memcpy(&number, words, sizeof(number));
-    return number;
-}
-
-void putDouble(double number, quint32* words)
-{
-    std::memcpy(words, &number, sizeof(number));
-}
-
-} // namespace
-
 DayBars::DayBars(const std::vector<Bar>& bars, int decimals)
-    : m_size(static_cast<qsizetype>(bars.size()))
-    , m_midnight(floorDivided(bars.front().time, secondsPerDay) * secondsPerDay)
-    , m_decimals(decimals)
+    : m_decimals(decimals)
 {
-    for (int i = 0; i < decimals; ++i)
-        m_power *= 10;
-    choosePrices(bars);
-    chooseRow(bars);
-    m_words.resize(bars.size() * static_cast<size_t>(m_rowSize));
-    quint32* row = m_words.data();
-    for (const Bar& bar : bars) {
-        put(bar, row);
-        row += m_rowSize;
-    }
+    append(bars.data(), bars.data() + bars.size());
 }
 
-void DayBars::choosePrices(const std::vector<Bar>& bars)
+// Whole blocks before.
+void DayBars::append(const Bar* first, const Bar* last)
 {
-    qint64 lowest = std::numeric_limits<qint64>::max();
-    qint64 highest = std::numeric_limits<qint64>::min();
-    for (const Bar& bar : bars) {
-        for (const double price : pricesOf(bar)) {
-            if (!hasUnits(price, m_power))
-                return;
-            const qint64 units = unitsOf(price, m_power);
-            lowest = std::min(lowest, units);
-            highest = std::max(highest, units);
-        }
+    m_size += last - first;
+    while (first != last) {
+        const Bar* const end = first + std::min<qsizetype>(blockSize, last - first);
+        const qint64 midnight = floorDivided(first->time, secondsPerDay) * secondsPerDay;
+        m_blocks.emplace_back(first, end, midnight);
+        first = end;
     }
-    m_hasUnits = highest - lowest <= qint64(std::numeric_limits<quint32>::max());
-    m_base = lowest;
-}
-
-void DayBars::chooseRow(const std::vector<Bar>& bars)
-{
-    m_rowSize = m_hasUnits ? wordsOfUnits : wordsOfDoubles;
-    if (std::any_of(bars.begin(), bars.end(), [](const Bar& bar) { return bar.openInterest != 0; }))
-        m_interestAt = m_rowSize++;
-    if (std::any_of(bars.begin(), bars.end(), [](const Bar& bar) { return bar.value != 0; })) {
-        m_moneyAt = m_rowSize;
-        m_rowSize += wordsOfDouble;
-    }
-}
-
-void DayBars::put(const Bar& bar, quint32* row) const
-{
-    row[SecondWord] = static_cast<quint32>(bar.time - m_midnight);
-    row[VolumeWord] = static_cast<quint32>(bar.volume);
-    quint32* at = row + OpenWord;
-    for (const double price : pricesOf(bar)) {
-        if (m_hasUnits) {
-            *at++ = static_cast<quint32>(unitsOf(price, m_power) - m_base);
-        } else {
-            putDouble(price, at);
-            at += wordsOfDouble;
-        }
-    }
-    if (m_interestAt > 0)
-        row[m_interestAt] = static_cast<quint32>(bar.openInterest);
-    if (m_moneyAt > 0)
-        putDouble(bar.value, row + m_moneyAt);
-}
-
-Bar DayBars::at(qsizetype index) const
-{
-    const quint32* const words = row(index);
-    Bar bar;
-    bar.time = m_midnight + words[SecondWord];
-    bar.volume = static_cast<qint32>(words[VolumeWord]);
-    const auto price = [this, words](Word word) {
-        return m_hasUnits ? priceOf(words[word])
-                          : doubleAt(words + OpenWord + wordsOfDouble * (word - OpenWord));
-    };
-    bar.open = price(OpenWord);
-    bar.high = price(HighWord);
-    bar.low = price(LowWord);
-    bar.close = price(CloseWord);
-    if (m_interestAt > 0)
-        bar.openInterest = static_cast<qint32>(words[m_interestAt]);
-    if (m_moneyAt > 0)
-        bar.value = doubleAt(words + m_moneyAt);
-    return bar;
 }
 
 Bar DayBars::sum(qsizetype first, qsizetype last) const
 {
-    Bar sum = at(first);
-    if (!m_hasUnits) {
-        for (qsizetype i = first + 1; i < last; ++i)
-            extendBar(sum, at(i));
-        return sum;
-    }
-    // The same in whole numbers: a price is made of the result alone.
-    quint32 high = row(first)[HighWord];
-    quint32 low = row(first)[LowWord];
-    for (qsizetype i = first + 1; i < last; ++i) {
-        const quint32* const words = row(i);
-        high = std::max(high, words[HighWord]);
-        low = std::min(low, words[LowWord]);
-        sum.volume += static_cast<qint32>(words[VolumeWord]);
-        if (m_moneyAt > 0)
-            sum.value += doubleAt(words + m_moneyAt);
-    }
-    const Bar end = at(last - 1);
-    sum.time = end.time;
-    sum.high = priceOf(high);
-    sum.low = priceOf(low);
-    sum.close = end.close;
-    sum.openInterest = end.openInterest;
+    const auto partFrom = [this, last](qsizetype begin) {
+        const qsizetype at = begin % blockSize;
+        return blockOf(begin).sum(at, std::min(blockSize, at + last - begin));
+    };
+    Bar sum = partFrom(first);
+    for (qsizetype next = (first / blockSize + 1) * blockSize; next < last; next += blockSize)
+        extendBar(sum, partFrom(next));
     return sum;
 }
 
@@ -180,7 +54,51 @@ qsizetype DayBars::firstAfter(int second, qsizetype first) const
 
 qsizetype DayBars::bytes() const
 {
-    return static_cast<qsizetype>(sizeof(*this) + m_words.capacity() * sizeof(quint32));
+    const auto spare = static_cast<qsizetype>(m_blocks.capacity() - m_blocks.size());
+    qsizetype bytes = qsizetype(sizeof(*this)) + spare * qsizetype(sizeof(BarBlock));
+    for (const BarBlock& block : m_blocks)
+        bytes += block.bytes();
+    return bytes;
+}
+
+void DayBarsMaker::add(const Bar& bar, int decimals)
+{
+    if (m_block.empty())
+        m_block.reserve(DayBars::blockSize);
+    m_isInOrder =
+        m_isInOrder && (m_day.m_size + qsizetype(m_block.size()) == 0 || bar.time >= m_lastTime);
+    m_lastTime = bar.time;
+    m_block.push_back(bar);
+    m_day.m_decimals = std::max(m_day.m_decimals, decimals);
+    if (qsizetype(m_block.size()) == DayBars::blockSize)
+        closeBlock();
+}
+
+void DayBarsMaker::closeBlock()
+{
+    m_day.append(m_block.data(), m_block.data() + m_block.size());
+    m_block.clear();
+}
+
+std::shared_ptr<const DayBars> DayBarsMaker::finish()
+{
+    closeBlock();
+    DayBarsMaker done;
+    std::swap(*this, done);
+    if (done.m_day.m_size == 0)
+        return nullptr;
+    if (done.m_isInOrder)
+        return std::make_shared<const DayBars>(std::move(done.m_day));
+    std::vector<quint32> order(static_cast<size_t>(done.m_day.m_size));
+    std::iota(order.begin(), order.end(), 0U);
+    const DayBars& day = done.m_day;
+    std::stable_sort(order.begin(), order.end(), [&day](quint32 left, quint32 right) {
+        return day.secondOf(left) < day.secondOf(right);
+    });
+    DayBarsMaker sorted;
+    for (const quint32 index : order)
+        sorted.add(day.at(index), day.decimals());
+    return sorted.finish();
 }
 
 } // namespace vexdesk

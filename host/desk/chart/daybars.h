@@ -1,32 +1,29 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "desk/chart/bar.h"
+#include "desk/chart/barblock.h"
 
+#include <memory>
 #include <vector>
 
 namespace vexdesk {
 
-/// The bars of one day file, at least one, in the order of their times, in little room: 24 bytes
-/// for each, 4 more where any has open interest and 8 where any has money. Prices are kept as whole
-/// numbers of their last digit, above the lowest of the day; where they do not fit into 32 bits, or
-/// a double would not come out as it went in, they take twice the room.
-///
-/// Never changed once it is made: any thread.
+/// The bars of one day file, at least one, in the order of their times, in blocks that take at most
+/// 48 bytes a bar. Never changed once it is made: any thread.
 class DayBars final
 {
 public:
-    /// `decimals` are the digits after the point that the prices have. All bars must be of one day
-    /// and have volumes of 32 bits, which is what is read of a file.
+    static constexpr qsizetype blockSize = 1024; // bars
+
+    /// `decimals` are the digits after the point that the prices have. For the bars see BarBlock.
     DayBars(const std::vector<Bar>& bars, int decimals);
 
     qsizetype size() const { return m_size; }
-    /// The very bar that was put in.
-    Bar at(qsizetype index) const;
+    Bar at(qsizetype index) const { return blockOf(index).at(index % blockSize); }
     /// The bars [first, last), at least one, as one.
     Bar sum(qsizetype first, qsizetype last) const;
     /// Seconds from midnight to the end of the bar.
-    int secondOf(qsizetype index) const { return static_cast<int>(row(index)[0]); }
+    int secondOf(qsizetype index) const { return blockOf(index).secondOf(index % blockSize); }
     /// The first bar from `first` on that ends after this second of the day, size() for none.
     qsizetype firstAfter(int second, qsizetype first = 0) const;
 
@@ -35,25 +32,37 @@ public:
     qsizetype bytes() const;
 
 private:
-    const quint32* row(qsizetype index) const
+    friend class DayBarsMaker;
+    DayBars() = default;
+    void append(const Bar* first, const Bar* last);
+    const BarBlock& blockOf(qsizetype index) const
     {
-        return m_words.data() + static_cast<size_t>(index * m_rowSize);
+        return m_blocks[static_cast<size_t>(index / blockSize)];
     }
-    void choosePrices(const std::vector<Bar>& bars);
-    void chooseRow(const std::vector<Bar>& bars);
-    void put(const Bar& bar, quint32* row) const;
-    double priceOf(quint32 units) const { return static_cast<double>(m_base + units) / m_power; }
 
-    std::vector<quint32> m_words; // row after row: second, volume, prices, open interest, money
+    std::vector<BarBlock> m_blocks; // each but the last has blockSize bars
     qsizetype m_size = 0;
-    qint64 m_midnight = 0; // wall time at which the day begins
-    qint64 m_base = 0;     // the lowest price in units
-    double m_power = 1;    // units in 1
     int m_decimals = 0;
-    int m_rowSize = 0; // in words
-    int m_moneyAt = 0; // the place in a row, 0 for none
-    int m_interestAt = 0;
-    bool m_hasUnits = false;
+};
+
+/// Takes the bars of a day one after the other, so that no more than a block of them is ever there
+/// as it was read. One thread at a time.
+class DayBarsMaker final
+{
+public:
+    /// A bar of the day of the first one, with prices of so many digits after the point. Bars that
+    /// are out of order are put in it by finish().
+    void add(const Bar& bar, int decimals);
+    /// Null where nothing was added. Afterwards nothing is there.
+    std::shared_ptr<const DayBars> finish();
+
+private:
+    void closeBlock();
+
+    DayBars m_day;
+    std::vector<Bar> m_block; // those that are not in the day yet
+    qint64 m_lastTime = 0;
+    bool m_isInOrder = true;
 };
 
 } // namespace vexdesk

@@ -3,11 +3,8 @@
 
 #include "desk/chart/dayreader.h"
 
-#include <QtCore/QThreadPool>
-
 #include <functional>
-#include <map>
-#include <mutex>
+#include <memory>
 #include <vector>
 
 namespace vexdesk {
@@ -37,12 +34,19 @@ struct DayDelivery
 
 /// Reads day files in threads of its own, those first that are wanted now. All functions may be
 /// called by any thread, one at a time.
+///
+/// The threads share what they work with and outlive the queue: when it goes, what they still read
+/// comes to nobody. See readerthreads.h.
 class DayQueue final
 {
 public:
-    /// `delivered` is called by a reading thread when days can be taken and none could before.
-    explicit DayQueue(std::function<void()> delivered, int readers = usualReaders());
-    /// Waits for the files that are being read.
+    static constexpr qint64 usualWaiting = qint64(16) * 1024 * 1024;
+
+    /// `delivered` is called by a reading thread when days can be taken and none could before. When
+    /// `mostWaiting` bytes of bars wait to be taken, no more is read until they are.
+    explicit DayQueue(std::function<void()> delivered, int readers = usualReaders(),
+                      qint64 mostWaiting = usualWaiting);
+    /// `delivered` is not called any more. Waits for nothing but the end of such a call.
     ~DayQueue();
     Q_DISABLE_COPY_MOVE(DayQueue)
 
@@ -54,21 +58,17 @@ public:
     std::vector<DayDelivery> take();
     /// Whether nothing is ordered, being read or waiting to be taken.
     bool isIdle() const;
+    /// What the bars that wait to be taken have in memory, in bytes: no more than may wait and a
+    /// day for each reader.
+    qint64 waiting() const;
 
     /// As many threads as there are processors, but no more than make it faster.
     static int usualReaders();
 
 private:
-    bool readNext();
+    class Work;
 
-    const std::function<void()> m_delivered;
-    mutable std::mutex m_mutex;     // for all below
-    std::vector<DayOrder> m_orders; // the next one is the last
-    std::map<QDate, DayOrder> m_inHand;
-    std::vector<DayDelivery> m_deliveries;
-    int m_readers = 0;
-    int m_age = 0;      // how often all was forgotten
-    QThreadPool m_pool; // an import that fills the global one does not keep the chart waiting
+    const std::shared_ptr<Work> m_work;
 };
 
 } // namespace vexdesk

@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 namespace vexdesk {
 
@@ -29,30 +30,24 @@ DayStamp stampOf(const FileState& file)
     return {file.size, file.modified, age >= coarsestTime || age < 0};
 }
 
-// Null where there are none, and where the file cannot be read to its end.
-std::shared_ptr<const DayBars> readBars(const QString& path, const QDate& day)
+// Takes each bar of the file; false where it cannot be read to its end.
+template <typename Taker>
+bool readBars(const QString& path, const QDate& day, const Taker& take)
 {
     DayFileLines lines(path);
     if (!lines.open())
-        return nullptr;
-    constexpr qint64 shortLine = 40; // bytes
-    std::vector<Bar> bars;
-    bars.reserve(static_cast<size_t>(std::min(lines.size() / shortLine, secondsPerDay)));
-    int decimals = 0;
+        return false;
     QByteArrayView line;
     while (lines.next(&line)) {
-        const std::optional<BarLine> read = readBarLine(line, day);
-        if (!read)
-            continue;
-        bars.push_back(read->bar);
-        decimals = std::max(decimals, read->decimals);
+        if (const std::optional<BarLine> read = readBarLine(line, day))
+            take(*read);
     }
-    if (bars.empty() || !lines.outcome())
-        return nullptr;
-    const auto isEarlier = [](const Bar& left, const Bar& right) { return left.time < right.time; };
-    if (!std::is_sorted(bars.begin(), bars.end(), isEarlier))
-        std::stable_sort(bars.begin(), bars.end(), isEarlier);
-    return std::make_shared<const DayBars>(bars, decimals);
+    return static_cast<bool>(lines.outcome());
+}
+
+std::shared_ptr<const DaySummary> shared(const DaySummary& summary)
+{
+    return std::make_shared<const DaySummary>(summary);
 }
 
 } // namespace
@@ -75,13 +70,35 @@ std::vector<ListedDay> listDays(const QString& directory, int timeframe)
     return days;
 }
 
-ReadDay readDay(const QString& path, const QDate& day)
+ReadDay readDay(const QString& path, const QDate& day, DayPart part)
 {
-    ReadDay read;
-    read.bars = readBars(path, day);
-    read.summary =
-        std::make_shared<const DaySummary>(read.bars ? summaryOf(*read.bars) : DaySummary());
-    return read;
+    const qint64 midnight = wallTime(day);
+    DayBarsMaker bars;
+    DaySummaryMaker summary;
+    bool isInOrder = true;
+    const qsizetype mostKept = part == DayPart::Bars ? mostBarsOfDay : DayBars::blockSize;
+    const bool isWhole = readBars(path, day, [&](const BarLine& read) {
+        const auto second = static_cast<int>(read.bar.time - midnight);
+        isInOrder = isInOrder && second >= summary.summary().lastSecond;
+        summary.add(read.bar, second, read.decimals);
+        if (summary.summary().count <= mostKept)
+            bars.add(read.bar, read.decimals);
+        else if (part == DayPart::Bars)
+            bars = DayBarsMaker();
+    });
+    const qsizetype count = summary.summary().count;
+    if (!isWhole || count == 0)
+        return {shared(DaySummary()), nullptr, 0};
+    // To put a day into order all of its bars must be there.
+    if (!isInOrder && part == DayPart::Summary && count <= mostBarsOfDay) {
+        const ReadDay ordered = readDay(path, day, DayPart::Bars);
+        return {ordered.summary, nullptr, ordered.bytes};
+    }
+    const std::shared_ptr<const DayBars> kept = bars.finish();
+    const bool isAll = kept && kept->size() == count;
+    const qint64 bytes = kept ? kept->bytes() * count / kept->size() : 0;
+    return {shared(isInOrder || !isAll ? summary.summary() : summaryOf(*kept)),
+            part == DayPart::Bars ? kept : nullptr, bytes};
 }
 
 } // namespace vexdesk

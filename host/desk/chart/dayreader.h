@@ -37,16 +37,27 @@ struct ListedDay
 /// The day files of a directory at one timeframe, in the order of their days.
 std::vector<ListedDay> listDays(const QString& directory, int timeframe);
 
+/// A day that has more bars, which is more than one for every second twice over, is summed up and
+/// not shown bar by bar: no file may take more memory than a chart has.
+constexpr qsizetype mostBarsOfDay = 2 * 86400;
+
+enum class DayPart {
+    Summary, ///< the bars are not kept while they are read
+    Bars     ///< with the summary
+};
+
 /// What a day file holds.
 struct ReadDay
 {
     std::shared_ptr<const DaySummary> summary; ///< never null
-    std::shared_ptr<const DayBars> bars;       ///< null where there are none
+    /// Null where there are none, or too many, and where they were not asked for.
+    std::shared_ptr<const DayBars> bars;
+    qint64 bytes = 0; ///< what they take in memory, or about as much as they would
 };
 
 /// The bars of a day file: none when there is none and when it could not be read to its end, for
 /// half a day must not look like a whole one. Lines without a time or without four prices are
 /// passed over; a file whose lines are not in the order of their times is put into order.
-ReadDay readDay(const QString& path, const QDate& day);
+ReadDay readDay(const QString& path, const QDate& day, DayPart part = DayPart::Bars);
 
 } // namespace vexdesk

@@ -5,23 +5,20 @@
 
 #include <vexdesk/history/barinterval.h>
 
+#include <algorithm>
+
 namespace vexdesk {
 
 namespace {
 
 constexpr int msecs = 1000; // of a second
 
-// A bar that begins no candle of a timeframe begins none of a longer one: its interval is in that.
-void countCandles(DaySummary& summary, const DayBars& bars)
+void extend(std::optional<Bar>& sum, const Bar& bar)
 {
-    std::array<int, timeframesBelowDay> ends{};
-    for (qsizetype i = summary.midnightCount; i < bars.size(); ++i) {
-        const int second = bars.secondOf(i);
-        for (size_t t = 0; t < ends.size() && second > ends[t]; ++t) {
-            ends[t] = intervalEnd(second * msecs, secondsOf(allTimeframes[t]));
-            ++summary.candles[t];
-        }
-    }
+    if (sum)
+        extendBar(*sum, bar);
+    else
+        sum = bar;
 }
 
 } // namespace
@@ -36,20 +33,32 @@ Bar DaySummary::whole() const
     return bar;
 }
 
+void DaySummaryMaker::add(const Bar& bar, int secondOfDay, int decimals)
+{
+    if (m_summary.count++ == 0)
+        m_summary.firstSecond = secondOfDay;
+    m_summary.lastSecond = secondOfDay;
+    m_summary.decimals = std::max(m_summary.decimals, decimals);
+    if (secondOfDay == 0) {
+        ++m_summary.midnightCount;
+        extend(m_summary.midnight, bar);
+        return;
+    }
+    extend(m_summary.rest, bar);
+    // A bar that begins no candle of a timeframe begins none of a longer one: its interval is in
+    // that.
+    for (size_t t = 0; t < m_ends.size() && secondOfDay > m_ends[t]; ++t) {
+        m_ends[t] = intervalEnd(secondOfDay * msecs, secondsOf(allTimeframes[t]));
+        ++m_summary.candles[t];
+    }
+}
+
 DaySummary summaryOf(const DayBars& bars)
 {
-    DaySummary summary;
-    summary.count = bars.size();
-    summary.midnightCount = bars.firstAfter(0);
-    if (summary.midnightCount > 0)
-        summary.midnight = bars.sum(0, summary.midnightCount);
-    if (summary.midnightCount < summary.count)
-        summary.rest = bars.sum(summary.midnightCount, summary.count);
-    summary.firstSecond = bars.secondOf(0);
-    summary.lastSecond = bars.secondOf(summary.count - 1);
-    summary.decimals = bars.decimals();
-    countCandles(summary, bars);
-    return summary;
+    DaySummaryMaker maker;
+    for (qsizetype i = 0; i < bars.size(); ++i)
+        maker.add(bars.at(i), bars.secondOf(i), bars.decimals());
+    return maker.summary();
 }
 
 } // namespace vexdesk

@@ -33,6 +33,20 @@ struct DaySummary
     bool operator==(const DaySummary&) const = default;
 };
 
+/// Sums up the bars of a day as they come. One thread at a time.
+class DaySummaryMaker final
+{
+public:
+    /// The bar that ends so many seconds after midnight, with prices of so many digits after the
+    /// point; not before the one that was added last.
+    void add(const Bar& bar, int secondOfDay, int decimals);
+    const DaySummary& summary() const { return m_summary; }
+
+private:
+    DaySummary m_summary;
+    std::array<int, timeframesBelowDay> m_ends{}; // of the candles of each timeframe
+};
+
 DaySummary summaryOf(const DayBars& bars);
 
 } // namespace vexdesk

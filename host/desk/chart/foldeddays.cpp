@@ -11,72 +11,69 @@ constexpr size_t mostCandles = 200'000; // about 30 MB
 
 } // namespace
 
-bool FoldedDays::Source::isSameAs(const Source& other) const
-{
-    const auto isSameBlock = [](const auto& left, const auto& right) {
-        return !left.owner_before(right) && !right.owner_before(left);
-    };
-    return isSameBlock(bars, other.bars) && before == other.before && own == other.own &&
-           after == other.after;
-}
-
 FoldedDays::FoldedDays(std::shared_ptr<const BarSeries> series, Timeframe timeframe,
                        const FoldedDays* before)
     : m_series(std::move(series))
     , m_timeframe(timeframe)
+    , m_days(m_series->days().size())
 {
-    // Weeks and months are made of more days than those of which the source tells.
+    // Weeks and months are made of more days than those that are compared.
     if (!before || before->m_timeframe != timeframe || timeframe > Timeframe::Day)
         return;
-    for (const auto& [day, entry] : before->m_days) {
-        const QDate date = before->m_series->days()[static_cast<size_t>(day)].day;
-        const qsizetype now = m_series->indexFrom(date);
-        if (now == static_cast<qsizetype>(m_series->days().size()) ||
-            m_series->days()[static_cast<size_t>(now)].day != date ||
-            !entry.source.isSameAs(sourceOf(now)))
+    size_t known = 0;
+    for (size_t day = 0; day < m_days.size(); ++day) {
+        while (known < before->m_days.size() && before->dayAt(known).day < dayAt(day).day)
+            ++known;
+        if (known == before->m_days.size())
+            break;
+        if (!before->m_days[known].candles || !isSame(day, *before, known))
             continue;
-        m_days.emplace(now, Entry{entry.source, entry.candles, m_turn});
-        m_candlesKept += entry.candles->size();
+        m_days[day] = {before->m_days[known].candles, m_turn};
+        m_candlesKept += m_days[day].candles->size();
+        ++m_daysKept;
     }
 }
 
-FoldedDays::Source FoldedDays::sourceOf(qsizetype day) const
+// Whether what the candles of a day are made of is the same: the day itself, and at midnight its
+// neighbours.
+bool FoldedDays::isSame(size_t day, const FoldedDays& before, size_t dayBefore) const
 {
-    const auto& days = m_series->days();
-    const auto at = static_cast<size_t>(day);
-    Source source;
-    source.bars = days[at].bars;
-    source.own = days[at].summary;
-    if (at > 0)
-        source.before = days[at - 1].summary;
-    if (at + 1 < days.size())
-        source.after = days[at + 1].summary;
-    return source;
+    const bool needsBars = isBelowDay(m_timeframe);
+    return dayAt(day).day == before.dayAt(dayBefore).day &&
+           dayAt(day).summary == before.dayAt(dayBefore).summary &&
+           (!needsBars || dayAt(day).bars == before.dayAt(dayBefore).bars) &&
+           summaryAt(day - 1) == before.summaryAt(dayBefore - 1) &&
+           summaryAt(day + 1) == before.summaryAt(dayBefore + 1);
+}
+
+// Null beyond both ends, too.
+const DaySummary* FoldedDays::summaryAt(size_t day) const
+{
+    return day < m_days.size() ? dayAt(day).summary.get() : nullptr;
 }
 
 const std::vector<Candle>& FoldedDays::of(qsizetype day)
 {
-    auto found = m_days.find(day);
-    if (found == m_days.end()) {
-        auto candles =
+    Entry& entry = m_days[static_cast<size_t>(day)];
+    if (!entry.candles) {
+        entry.candles =
             std::make_shared<const std::vector<Candle>>(foldDay(*m_series, day, m_timeframe));
-        m_candlesKept += candles->size();
-        found = m_days.emplace(day, Entry{sourceOf(day), std::move(candles), m_turn}).first;
+        m_candlesKept += entry.candles->size();
+        ++m_daysKept;
     }
-    found->second.turn = m_turn;
-    return *found->second.candles;
+    entry.turn = m_turn;
+    return *entry.candles;
 }
 
 void FoldedDays::letGo()
 {
     if (m_candlesKept > mostCandles) {
-        for (auto entry = m_days.begin(); entry != m_days.end();) {
-            if (entry->second.turn == m_turn) {
-                ++entry;
+        for (Entry& entry : m_days) {
+            if (!entry.candles || entry.turn == m_turn)
                 continue;
-            }
-            m_candlesKept -= entry->second.candles->size();
-            entry = m_days.erase(entry);
+            m_candlesKept -= entry.candles->size();
+            --m_daysKept;
+            entry.candles.reset();
         }
     }
     ++m_turn;

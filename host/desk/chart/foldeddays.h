@@ -4,7 +4,6 @@
 #include "desk/chart/candles.h"
 
 #include <memory>
-#include <unordered_map>
 #include <vector>
 
 namespace vexdesk {
@@ -29,32 +28,24 @@ public:
     /// Lets candles go when they are many, but those that were asked for since the last time.
     void letGo();
     /// How many days and candles are kept, for those who want to know that it is not without end.
-    size_t daysKept() const { return m_days.size(); }
+    size_t daysKept() const { return m_daysKept; }
     size_t candlesKept() const { return m_candlesKept; }
 
 private:
-    // By what the candles of a day are made of: of itself, and at midnight of its neighbours.
-    struct Source
-    {
-        std::weak_ptr<const DayBars> bars;
-        std::shared_ptr<const DaySummary> before;
-        std::shared_ptr<const DaySummary> own;
-        std::shared_ptr<const DaySummary> after;
-
-        bool isSameAs(const Source& other) const;
-    };
     struct Entry
     {
-        Source source;
         std::shared_ptr<const std::vector<Candle>> candles; // shared by all that know the day
         int turn = 0;                                       // at which it was asked for last
     };
 
-    Source sourceOf(qsizetype day) const;
+    bool isSame(size_t day, const FoldedDays& before, size_t dayBefore) const;
+    const SeriesDay& dayAt(size_t day) const { return m_series->days()[day]; }
+    const DaySummary* summaryAt(size_t day) const;
 
     std::shared_ptr<const BarSeries> m_series;
     Timeframe m_timeframe;
-    std::unordered_map<qsizetype, Entry> m_days;
+    std::vector<Entry> m_days; // of the series; without candles those that were not folded
+    size_t m_daysKept = 0;
     size_t m_candlesKept = 0;
     int m_turn = 0;
 };

@@ -2,76 +2,167 @@
 #include "desk/chart/gotodialog.h"
 
 #include "desk/chart/axisticks.h"
+#include "desk/chart/daytext.h"
 #include "desk/chart/wallclock.h"
 
 #include <vexdesk/dateformat.h>
 
 #include <QtCore/QLocale>
+#include <QtGui/QKeyEvent>
+#include <QtWidgets/QCalendarWidget>
 #include <QtWidgets/QCheckBox>
-#include <QtWidgets/QDateEdit>
 #include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QFormLayout>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QMenu>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QTimeEdit>
+#include <QtWidgets/QToolButton>
+#include <QtWidgets/QWidgetAction>
 
 #include <algorithm>
 
 namespace vexdesk {
+
+namespace {
+
+QString textOf(const QDate& day)
+{
+    return dateText(wallTime(day));
+}
+
+} // namespace
 
 GoToDialog::GoToDialog(const QDate& first, const QDate& last, const QDate& proposed,
                        QWidget* parent)
     : QDialog(parent)
     , m_first(first)
     , m_last(last)
-    , m_day(new QDateEdit)
+    , m_proposed(proposed)
+    , m_day(new QLineEdit)
+    , m_calendarButton(new QToolButton)
+    , m_calendar(new QCalendarWidget)
     , m_reach(new QLabel)
     , m_hasTime(new QCheckBox(tr("&Время:")))
     , m_time(new QTimeEdit)
 {
     setObjectName(QStringLiteral("goToDialog"));
     setWindowTitle(tr("Перейти к дате"));
-    m_day->setObjectName(QStringLiteral("goToDay"));
-    m_day->setCalendarPopup(true);
-    m_day->setDisplayFormat(shownDateFormat(QLocale()));
-    // No range: a day is typed part by part, and what lies between may be outside of it.
-    m_day->setDate(proposed);
     m_hasTime->setObjectName(QStringLiteral("goToHasTime"));
     m_time->setObjectName(QStringLiteral("goToTime"));
     m_time->setAccessibleName(tr("Время"));
     m_time->setDisplayFormat(QStringLiteral("hh:mm:ss"));
     m_time->setEnabled(false);
     m_reach->setObjectName(QStringLiteral("goToReach"));
-    showReach();
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-    buttons->button(QDialogButtonBox::Ok)->setText(tr("Перейти"));
+    m_go = buttons->button(QDialogButtonBox::Ok);
+    m_go->setText(tr("Перейти"));
 
     auto* const form = new QFormLayout(this);
-    form->addRow(tr("&Дата:"), m_day);
+    auto* const dayName = new QLabel(tr("&Дата:"));
+    dayName->setBuddy(m_day);
+    form->addRow(dayName, makeDayRow());
     form->addRow(m_hasTime, m_time);
     form->addRow(m_reach);
     form->addRow(buttons);
+    makeCalendar();
 
-    connect(m_day, &QDateEdit::dateChanged, this, &GoToDialog::showReach);
+    connect(m_day, &QLineEdit::textChanged, this, &GoToDialog::showReach);
     connect(m_hasTime, &QCheckBox::toggled, m_time, &QWidget::setEnabled);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    showDay(std::clamp(proposed, first, last));
     m_day->setFocus();
-    m_day->selectAll();
 }
 
 GoToDialog::~GoToDialog() = default;
 
+QWidget* GoToDialog::makeDayRow()
+{
+    m_day->setObjectName(QStringLiteral("goToDay"));
+    m_day->setToolTip(
+        tr("День, день и месяц или дата целиком: 29, 29.02, 29.02.2024; стрелки вверх "
+           "и вниз — соседние дни"));
+    m_day->installEventFilter(this);
+    auto* const row = new QWidget;
+    auto* const layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_day, 1);
+    layout->addWidget(m_calendarButton);
+    return row;
+}
+
+void GoToDialog::makeCalendar()
+{
+    m_calendar->setObjectName(QStringLiteral("goToCalendar"));
+    m_calendar->setDateRange(m_first, m_last);
+    m_calendar->setFirstDayOfWeek(Qt::Monday);
+    m_calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
+    auto* const menu = new QMenu(m_calendarButton);
+    auto* const item = new QWidgetAction(menu);
+    item->setDefaultWidget(m_calendar);
+    menu->addAction(item);
+    m_calendarButton->setObjectName(QStringLiteral("goToCalendarButton"));
+    m_calendarButton->setText(tr("Календарь"));
+    m_calendarButton->setMenu(menu);
+    m_calendarButton->setPopupMode(QToolButton::InstantPopup);
+    m_calendarButton->setFocusPolicy(Qt::StrongFocus);
+    connect(menu, &QMenu::aboutToShow, this, [this] {
+        m_calendar->setSelectedDate(day());
+        m_calendar->setFocus();
+    });
+    const auto take = [this, menu](const QDate& day) {
+        menu->close();
+        showDay(day);
+    };
+    connect(m_calendar, &QCalendarWidget::clicked, this, take);
+    connect(m_calendar, &QCalendarWidget::activated, this, take);
+}
+
+std::optional<QDate> GoToDialog::typed() const
+{
+    return dayOfText(m_day->text(), shownDateFormat(QLocale()), {m_first, m_last, m_proposed});
+}
+
+void GoToDialog::showDay(const QDate& day)
+{
+    m_day->setText(textOf(day));
+    m_day->selectAll();
+    showReach();
+}
+
+// What was typed is said in full where it is not all of a date.
 void GoToDialog::showReach()
 {
-    const auto text = [](const QDate& day) { return dateText(wallTime(day)); };
-    m_reach->setText(day() == m_day->date()
-                         ? tr("Хранятся дни с %1 по %2").arg(text(m_first), text(m_last))
-                         : tr("Этого дня нет, ближайший — %1").arg(text(day())));
+    const std::optional<QDate> meant = typed();
+    m_go->setEnabled(meant.has_value());
+    if (!meant)
+        m_reach->setText(tr("Это не дата. Нужна, например, %1").arg(textOf(m_last)));
+    else if (*meant != day())
+        m_reach->setText(tr("Этого дня нет, ближайший — %1").arg(textOf(day())));
+    else if (m_day->text() != textOf(*meant))
+        m_reach->setText(
+            tr("%1. Хранятся дни с %2 по %3").arg(textOf(*meant), textOf(m_first), textOf(m_last)));
+    else
+        m_reach->setText(tr("Хранятся дни с %1 по %2").arg(textOf(m_first), textOf(m_last)));
+}
+
+// The arrow keys go to the days beside it.
+bool GoToDialog::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched != m_day || event->type() != QEvent::KeyPress)
+        return QDialog::eventFilter(watched, event);
+    const int key = static_cast<const QKeyEvent*>(event)->key();
+    if (key != Qt::Key_Up && key != Qt::Key_Down)
+        return QDialog::eventFilter(watched, event);
+    showDay(std::clamp(day().addDays(key == Qt::Key_Up ? 1 : -1), m_first, m_last));
+    return true;
 }
 
 QDate GoToDialog::day() const
 {
-    return std::clamp(m_day->date(), m_first, m_last);
+    return std::clamp(typed().value_or(m_proposed), m_first, m_last);
 }
 
 QTime GoToDialog::time() const

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "desk/chart/pathwatcher.h"
 
+#include "desk/chart/readerthreads.h"
+
 #include <QtCore/QFileInfo>
 #include <QtCore/QSet>
 
@@ -43,24 +45,48 @@ bool watchOnly(QFileSystemWatcher& watcher, const QSet<QString>& wanted)
 
 } // namespace
 
+/// What the thread tells a change to: nobody once the watcher is gone.
+struct PathWatcher::Ear
+{
+    std::mutex mutex;
+    PathWatcher* owner = nullptr;
+
+    void tell()
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        if (owner)
+            QMetaObject::invokeMethod(owner, &PathWatcher::tellSoon, Qt::QueuedConnection);
+    }
+};
+
 PathWatcher::PathWatcher(int delay, QObject* parent)
     : QObject(parent)
+    , m_thread(new QThread)
     , m_watcher(new QFileSystemWatcher)
+    , m_ear(std::make_shared<Ear>())
 {
+    m_ear->owner = this;
     m_timer.setSingleShot(true);
     m_timer.setInterval(delay);
     connect(&m_timer, &QTimer::timeout, this, &PathWatcher::changed);
     connect(m_watcher, &QFileSystemWatcher::directoryChanged, this, &PathWatcher::tellSoon);
     connect(m_watcher, &QFileSystemWatcher::fileChanged, this, &PathWatcher::tellSoon);
-    connect(&m_thread, &QThread::finished, m_watcher, &QObject::deleteLater);
-    m_watcher->moveToThread(&m_thread);
-    m_thread.start();
+    connect(m_thread, &QThread::finished, m_watcher, &QObject::deleteLater);
+    m_watcher->moveToThread(m_thread);
+    m_thread->start();
 }
 
 PathWatcher::~PathWatcher()
 {
-    m_thread.quit();
-    m_thread.wait();
+    {
+        const std::lock_guard<std::mutex> lock(m_ear->mutex);
+        m_ear->owner = nullptr;
+    }
+    m_thread->quit();
+    startReading([thread = m_thread] {
+        thread->wait();
+        delete thread;
+    });
 }
 
 void PathWatcher::tellSoon()
@@ -72,10 +98,16 @@ void PathWatcher::tellSoon()
 
 void PathWatcher::watch(const QStringList& paths)
 {
-    QMetaObject::invokeMethod(m_watcher, [this, paths] {
-        if (watchOnly(*m_watcher, existingOf(paths)))
-            QMetaObject::invokeMethod(this, &PathWatcher::tellSoon);
-    });
+    watchMany([paths] { return paths; });
+}
+
+void PathWatcher::watchMany(std::function<QStringList()> paths)
+{
+    QMetaObject::invokeMethod(m_watcher,
+                              [watcher = m_watcher, ear = m_ear, paths = std::move(paths)] {
+                                  if (watchOnly(*watcher, existingOf(paths())))
+                                      ear->tell();
+                              });
 }
 
 } // namespace vexdesk

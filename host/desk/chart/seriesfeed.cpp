@@ -4,8 +4,6 @@
 #include <vexdesk/history/dayfilenames.h>
 #include <vexdesk/history/storepaths.h>
 
-#include <QtConcurrent/QtConcurrentRun>
-
 #include <algorithm>
 #include <utility>
 
@@ -15,10 +13,13 @@ namespace {
 
 constexpr int tellingTime = 30; // ms, between two pictures while much is read
 constexpr int quietTime = 50;   // ms, a short reading is not worth a word
+constexpr int partBeside = 25;  // of the memory
 
 bool lacksBars(const SeriesDay& day)
 {
-    return !day.bars && (!day.summary || day.summary->count > 0);
+    const bool canHaveBars =
+        !day.summary || (day.summary->count > 0 && day.summary->count <= mostBarsOfDay);
+    return !day.bars && canHaveBars;
 }
 
 } // namespace
@@ -27,10 +28,10 @@ SeriesFeed::SeriesFeed(const QString& root, qint64 mostMemory, QObject* parent)
     : QObject(parent)
     , m_root(root)
     , m_mostMemory(mostMemory)
-    , m_queue([this] { QMetaObject::invokeMethod(this, &SeriesFeed::deliver); })
+    , m_mostBeside(mostMemory / partBeside)
+    , m_queue([this] { deliverSoon(); }, DayQueue::usualReaders(), m_mostBeside)
 {
     connect(&m_watcher, &PathWatcher::changed, this, &SeriesFeed::list);
-    connect(&m_listing, &QFutureWatcherBase::finished, this, &SeriesFeed::finishListing);
     for (QTimer* const timer : {&m_tellTimer, &m_watchTimer, &m_patience})
         timer->setSingleShot(true);
     m_watchTimer.setInterval(PathWatcher::usualDelay);
@@ -43,15 +44,11 @@ SeriesFeed::SeriesFeed(const QString& root, qint64 mostMemory, QObject* parent)
     });
 }
 
-SeriesFeed::~SeriesFeed()
-{
-    m_listing.cancel(); // the pool waits for its end
-}
+SeriesFeed::~SeriesFeed() = default;
 
 void SeriesFeed::stop()
 {
-    m_listing.cancel();
-    m_listing.setFuture(QFuture<std::vector<ListedDay>>()); // nothing of it is told any more
+    m_listing.forget();
     m_queue.forget();
     for (QTimer* const timer : {&m_tellTimer, &m_watchTimer, &m_patience})
         timer->stop();
@@ -64,6 +61,8 @@ void SeriesFeed::stop()
     m_wanted = WantedDays();
     m_days.clear();
     m_memory = 0;
+    m_letGo = 0;
+    m_told.reset();
     m_watcher.watch({});
 }
 
@@ -95,16 +94,16 @@ void SeriesFeed::list()
     m_isOutdated = m_listing.isRunning();
     if (m_isOutdated)
         return;
-    m_listing.setFuture(QtConcurrent::run(&m_listingPool, listDays, m_directory, m_key.timeframe));
+    m_listing.run([directory = m_directory,
+                   timeframe = m_key.timeframe] { return listDays(directory, timeframe); },
+                  [this](const std::vector<ListedDay>& listed) { finishListing(listed); });
 }
 
-void SeriesFeed::finishListing()
+void SeriesFeed::finishListing(const std::vector<ListedDay>& listed)
 {
-    if (m_listing.isCanceled())
-        return;
     if (m_isOutdated)
         m_watcher.tellSoon();
-    const bool isNew = takeListing(m_listing.result());
+    const bool isNew = takeListing(listed);
     orderDays();
     watchSoon();
     const bool isFirst = !std::exchange(m_isListed, true);
@@ -216,8 +215,11 @@ void SeriesFeed::orderDays()
     m_queue.order(std::move(orders));
 }
 
+// As long as too much is shown that was let go, what was read waits.
 void SeriesFeed::takeDeliveries()
 {
+    if (isTooMuchLetGo())
+        return;
     const std::vector<DayDelivery> deliveries = m_queue.take();
     for (const DayDelivery& delivery : deliveries)
         keep(delivery);
@@ -239,7 +241,7 @@ void SeriesFeed::keep(const DayDelivery& delivery)
     found->isCurrent = order.isGoodFor(found->stamp, m_listings);
     letGo(*found);
     found->shown.summary = delivery.read.summary;
-    found->memory = delivery.read.bars ? delivery.read.bars->bytes() : 0;
+    found->memory = delivery.read.bytes;
     if (order.isForBars && delivery.read.bars) {
         found->shown.bars = delivery.read.bars;
         m_memory += found->memory;
@@ -248,8 +250,10 @@ void SeriesFeed::keep(const DayDelivery& delivery)
 
 void SeriesFeed::letGo(Day& day)
 {
-    if (day.shown.bars)
+    if (day.shown.bars) {
         m_memory -= day.memory;
+        m_letGo += day.memory;
+    }
     day.shown.bars.reset();
 }
 
@@ -282,8 +286,15 @@ void SeriesFeed::dropBars()
     }
 }
 
+void SeriesFeed::deliverSoon()
+{
+    QMetaObject::invokeMethod(this, &SeriesFeed::deliver, Qt::QueuedConnection);
+}
+
 void SeriesFeed::deliver()
 {
+    if (isTooMuchLetGo())
+        deliverSoon(); // when this was told
     // What this call was made for may have been taken before, by a listing or a wish.
     takeDeliveries();
     if (!m_hasNews)
@@ -294,7 +305,8 @@ void SeriesFeed::deliver()
     const bool isComplete =
         std::all_of(m_days.begin() + view.begin, m_days.begin() + view.end, isIn);
     const bool isAwaited = m_patience.isActive() || m_tellsProgress;
-    if ((isComplete && isAwaited) || m_queue.isIdle() || m_sinceTold.hasExpired(tellingTime))
+    if ((isComplete && isAwaited) || m_queue.isIdle() || m_sinceTold.hasExpired(tellingTime) ||
+        isTooMuchLetGo())
         tell();
     else if (!m_tellTimer.isActive())
         m_tellTimer.start(static_cast<int>(tellingTime - m_sinceTold.elapsed()));
@@ -305,11 +317,15 @@ void SeriesFeed::tell()
     m_tellTimer.stop();
     m_sinceTold.start();
     m_hasNews = false;
+    m_letGo = 0;
     std::vector<SeriesDay> days;
     days.reserve(m_days.size());
     for (const Day& day : m_days)
         days.push_back(day.shown);
-    Q_EMIT loaded(std::make_shared<const BarSeries>(m_key.timeframe, std::move(days)));
+    const auto series =
+        std::make_shared<const BarSeries>(m_key.timeframe, std::move(days), m_told.lock().get());
+    m_told = series;
+    Q_EMIT loaded(series);
     tellProgress();
 }
 
@@ -345,12 +361,18 @@ void SeriesFeed::watchSoon()
 void SeriesFeed::watchFiles()
 {
     // A directory tells of files that come and go, but not of one that is written in place.
-    QStringList paths{m_directory};
+    std::vector<QDate> days;
     for (const Day& day : m_days) {
         if (day.shown.summary)
-            paths.append(m_directory + u'/' + dayFileName(day.shown.day, m_key.timeframe));
+            days.push_back(day.shown.day);
     }
-    m_watcher.watch(paths);
+    m_watcher.watchMany(
+        [directory = m_directory, timeframe = m_key.timeframe, days = std::move(days)] {
+            QStringList paths{directory};
+            for (const QDate& day : days)
+                paths.append(directory + u'/' + dayFileName(day, timeframe));
+            return paths;
+        });
 }
 
 } // namespace vexdesk

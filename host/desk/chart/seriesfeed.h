@@ -3,10 +3,9 @@
 
 #include "desk/chart/dayqueue.h"
 #include "desk/chart/pathwatcher.h"
+#include "desk/chart/readerthreads.h"
 
 #include <QtCore/QElapsedTimer>
-#include <QtCore/QFutureWatcher>
-#include <QtCore/QThreadPool>
 #include <QtCore/QTimer>
 
 namespace vexdesk {
@@ -42,7 +41,12 @@ struct WantedDays
 ///
 /// Each day in view is read, the nearest to its middle first, then as many days on both sides, and
 /// the last day of the series. A summary is kept of every day that was read; the bars of those that
-/// were wanted last, as long as they take no more memory than they may.
+/// were wanted last, as long as they take no more memory than they may. Nothing that is still being
+/// read is waited for, by stop() or at the end: see readerthreads.h.
+///
+/// Beside the bars that are kept there are those that wait to be taken and those that were let go
+/// but are still shown, for nothing was told since: each of them a twenty-fifth of what may be
+/// kept, and a day for each reader. With the usual memory it is less than 500 MB altogether.
 class SeriesFeed final : public QObject
 {
     Q_OBJECT
@@ -69,6 +73,8 @@ public:
     int filesRead() const { return m_filesRead; }
     /// What the bars in memory take, in bytes.
     qint64 memory() const { return m_memory; }
+    /// The same with those that wait to be taken and those that are let go but still shown.
+    qint64 allMemory() const { return m_memory + m_letGo + m_queue.waiting(); }
 
 Q_SIGNALS:
     /// The chosen series as far as it is known now: after the days were listed, at first with
@@ -97,7 +103,7 @@ private:
     };
 
     void list();
-    void finishListing();
+    void finishListing(const std::vector<ListedDay>& listed);
     bool takeListing(const std::vector<ListedDay>& listed);
     Stretch inView() const;
     Stretch around() const;
@@ -107,8 +113,10 @@ private:
     void takeDeliveries();
     void keep(const DayDelivery& delivery);
     void letGo(Day& day);
+    bool isTooMuchLetGo() const { return m_letGo > m_mostBeside; }
     void dropBars();
     void deliver();
+    void deliverSoon(); // any thread
     void tell();
     void tellProgress();
     bool isMissing(const Day& day) const;
@@ -117,13 +125,16 @@ private:
 
     const QString m_root;
     const qint64 m_mostMemory;
+    const qint64 m_mostBeside; // waiting, and let go
     SeriesKey m_key;
     QString m_directory;
     WantedDays m_wanted;
     int m_turn = 0; // counts what was wanted
     std::vector<Day> m_days;
     qint64 m_memory = 0;
-    int m_listings = 0; // so many are done
+    std::weak_ptr<const BarSeries> m_told; // last
+    qint64 m_letGo = 0;                    // bytes of bars, since something was told last
+    int m_listings = 0;                    // so many are done
     bool m_isListed = false;
     bool m_isOutdated = false; // something has changed since the listing began
     int m_filesRead = 0;
@@ -134,9 +145,8 @@ private:
     QTimer m_watchTimer;
     QTimer m_patience; // runs out when something in view is missing for long
     bool m_tellsProgress = false;
-    QFutureWatcher<std::vector<ListedDay>> m_listing;
-    QThreadPool m_listingPool; // a queue of days does not keep a listing waiting
-    DayQueue m_queue;          // the first to go, since it calls back
+    Errand<std::vector<ListedDay>> m_listing{this};
+    DayQueue m_queue; // the first to go, since it calls back
 };
 
 } // namespace vexdesk

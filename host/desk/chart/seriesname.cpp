@@ -2,11 +2,16 @@
 #include "desk/chart/seriesname.h"
 
 #include <vexdesk/boarddirectory.h>
+#include <vexdesk/history/dayfilenames.h>
+#include <vexdesk/history/storepaths.h>
 #include <vexdesk/stockdirectory.h>
 #include <vexdesk/terminal/referencedata.h>
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QDirIterator>
 #include <QtCore/QStringList>
+
+#include <algorithm>
 
 namespace vexdesk {
 
@@ -16,6 +21,13 @@ struct Text
 {
     Q_DECLARE_TR_FUNCTIONS(vexdesk::SeriesName)
 };
+
+// Of one directory of the store, and not a way out of it.
+bool isName(const QString& code)
+{
+    return !code.isEmpty() && code != QLatin1String(".") && code != QLatin1String("..") &&
+           !code.contains(u'/');
+}
 
 } // namespace
 
@@ -54,6 +66,20 @@ QString seriesDescription(const SeriesName& series)
             lines.append(name);
     }
     return lines.join(u'\n');
+}
+
+bool isStored(const QString& root, const SeriesName& series)
+{
+    const QStringList codes{series.stockCode, series.boardCode, series.securityName};
+    if (!std::all_of(codes.begin(), codes.end(), isName))
+        return false;
+    QDirIterator files(seriesPath(QDir(root), codes.at(0), codes.at(1), codes.at(2)), QDir::Files);
+    while (files.hasNext()) {
+        files.next();
+        if (parseDayFileName(files.fileName()))
+            return true;
+    }
+    return false;
 }
 
 } // namespace vexdesk

@@ -114,7 +114,7 @@ SeriesTree::~SeriesTree() = default;
 
 QSize SeriesTree::sizeHint() const
 {
-    constexpr QSize usual(360, 400);
+    constexpr QSize usual(376, 400);
     return usual;
 }
 

@@ -20,6 +20,19 @@ double seconds(const QDate& day)
     return static_cast<double>(wallTime(day));
 }
 
+// A day whose bars at midnight are a candle of their own has two, and a calendar one slot for both.
+void joinDays(std::vector<PlacedCandle>& placed)
+{
+    size_t last = 0;
+    for (size_t i = 1; i < placed.size(); ++i) {
+        if (placed[i].slot == placed[last].slot)
+            extendCandle(placed[last].candle, placed[i].candle);
+        else
+            placed[++last] = placed[i];
+    }
+    placed.resize(std::min(placed.size(), last + 1));
+}
+
 } // namespace
 
 TimeAxis::TimeAxis()
@@ -43,10 +56,8 @@ TimeAxis::TimeAxis(std::shared_ptr<FoldedDays> folded, bool areNightsShown)
     m_end = timeIn(m_size - 1, 1);
     // A bar at midnight may be in an interval before the first day.
     m_calendar = CalendarSlots(timeframe(), std::min(dayAt(first).day, dateAt(m_begin)));
-    if (m_areNightsShown) {
-        const QDate last = periodEnd(dayAt(dayOfSlot(m_size - 1)).day, timeframe());
-        m_size = m_calendar.slotFrom(wallTime(last));
-    }
+    if (m_areNightsShown) // up to the last bar, not through the night behind it
+        m_size = static_cast<qint64>(std::ceil(m_calendar.slotOf(m_end)));
 }
 
 // The days [first, last) of the day, week or month that a date is in.
@@ -173,6 +184,17 @@ double TimeAxis::timeUpTo(double slot) const
     return timeIn(static_cast<qint64>(whole), slot - whole);
 }
 
+std::optional<qint64> TimeAxis::firstSlotFrom(const QDate& date) const
+{
+    for (qsizetype day = periodOf(date).first; day < dayCount(); ++day) {
+        if (!hasSlots(day))
+            continue;
+        const bool isRead = !m_folded->of(day).empty();
+        return isRead ? slotOfCandle(day, 0) : static_cast<qint64>(slotsOf(day).begin);
+    }
+    return std::nullopt;
+}
+
 qint64 TimeAxis::slotOfCandle(qsizetype day, size_t index) const
 {
     return m_areNightsShown ? m_calendar.slotFrom(m_folded->of(day)[index].begin)
@@ -247,6 +269,8 @@ std::vector<PlacedCandle> TimeAxis::candles(const SlotRange& range, int before) 
         if (hasSlots(day))
             appendCandles(placed, day, range);
     }
+    if (m_areNightsShown && timeframe() == Timeframe::Day)
+        joinDays(placed);
     return placed;
 }
 

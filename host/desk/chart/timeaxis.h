@@ -58,6 +58,10 @@ public:
     /// The days [first, last) with slots in the range.
     std::pair<qsizetype, qsizetype> daysIn(const SlotRange& range) const;
 
+    /// The slot of the first candle of a day or, where it has none, of the next one after it; of a
+    /// week or a month that of the one that the day is in. A day that was not read has a first slot
+    /// too. No value after the last one.
+    std::optional<qint64> firstSlotFrom(const QDate& date) const;
     /// The slot of the next candle, or of a day that was not read, on one side of a slot: forwards,
     /// or backwards. No value when there is none.
     std::optional<qint64> next(qint64 slot, bool isForwards) const;

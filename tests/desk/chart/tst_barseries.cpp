@@ -8,6 +8,8 @@
 
 #include <QtTest/QTest>
 
+#include <memory>
+
 using testsupport::readDay;
 using testsupport::unreadDay;
 using vexdesk::Bar;
@@ -48,6 +50,7 @@ private Q_SLOTS:
     void guessesAsTheDaysThatWereRead();
     void anUnreadDayBeginsItsWeek();
     void decimalsAreThoseOfThePriceWithMost();
+    void whatIsTakenOverIsWhatIsRead();
 };
 
 void TestBarSeries::anEmptySeriesHasNothing()
@@ -142,6 +145,42 @@ void TestBarSeries::decimalsAreThoseOfThePriceWithMost()
         return readDay(monday.addDays(offset), minutes(monday.addDays(offset), 1), decimals);
     };
     QCOMPARE(BarSeries(60, {day(0, 2), day(1, 4), day(2, 0)}).decimals(), 4);
+}
+
+// Days come, go, are read and change: what was known of the same ones gives the same series.
+void TestBarSeries::whatIsTakenOverIsWhatIsRead()
+{
+    QRandomGenerator random(7);
+    std::vector<SeriesDay> days;
+    auto before = std::make_unique<BarSeries>();
+    for (int round = 0; round < 100; ++round) {
+        const QDate date = monday.addDays(random.bounded(40));
+        const auto at = std::partition_point(
+            days.begin(), days.end(), [date](const SeriesDay& day) { return day.day < date; });
+        const bool isThere = at != days.end() && at->day == date;
+        std::vector<Bar> bars = minutes(date, random.bounded(5));
+        if (random.bounded(3) == 0)
+            bars.insert(bars.begin(), testsupport::randomBar(random, vexdesk::wallTime(date)));
+        const SeriesDay now =
+            random.bounded(3) == 0 ? unreadDay(date, 500) : readDay(date, bars, round % 7);
+        if (!isThere)
+            days.insert(at, now);
+        else if (random.bounded(4) == 0)
+            days.erase(at);
+        else
+            *at = now;
+        const BarSeries anew(60, days);
+        auto next = std::make_unique<BarSeries>(60, days, before.get());
+        QCOMPARE(next->decimals(), anew.decimals());
+        QCOMPARE(next->isEmpty(), anew.isEmpty());
+        for (qsizetype i = 0; i < qsizetype(days.size()); ++i) {
+            for (const Timeframe one : vexdesk::allTimeframes) {
+                QCOMPARE(next->candlesOf(i, one), anew.candlesOf(i, one));
+                QCOMPARE(next->endsDayBefore(i, one), anew.endsDayBefore(i, one));
+            }
+        }
+        before = std::move(next);
+    }
 }
 
 QTEST_GUILESS_MAIN(TestBarSeries)

@@ -64,6 +64,22 @@ std::vector<Candle> exported(const Files& files, int seconds)
     return candles;
 }
 
+// As they are shown: bars at midnight that end no stored day stand within their own one.
+std::vector<Candle> atTheirDays(std::vector<Candle> days)
+{
+    for (size_t i = 0; i < days.size(); ++i) {
+        const qint64 midnight = wallTime(days[i].day);
+        if (days[i].end != midnight)
+            continue;
+        const bool isAlone = i + 1 == days.size() || days[i + 1].day != days[i].day;
+        days[i].begin = midnight;
+        days[i].end = midnight + (isAlone ? vexdesk::secondsPerDay : 1);
+        if (!isAlone)
+            days[i + 1].begin = midnight + 1;
+    }
+    return days;
+}
+
 // Julian days begin with a Monday.
 QDate mondayOf(const QDate& day)
 {
@@ -92,8 +108,10 @@ std::vector<Candle> gathered(const std::vector<Candle>& days, Timeframe timefram
 
 std::vector<Candle> plainCandles(const Files& files, Timeframe timeframe)
 {
-    if (timeframe <= Timeframe::Day)
+    if (isBelowDay(timeframe))
         return exported(files, secondsOf(timeframe));
+    if (timeframe == Timeframe::Day)
+        return atTheirDays(exported(files, secondsOf(timeframe)));
     return gathered(exported(files, secondsOf(Timeframe::Day)), timeframe);
 }
 
@@ -181,7 +199,10 @@ private Q_SLOTS:
     void midnightEndsTheDayBefore();
     void midnightWithoutADayBeforeIsItsOwn();
     void aDayIsShownAtItsDay();
+    void aStoredDayAtMidnightIsShownAtItsDay();
     void weeksAndMonthsAreMadeOfDays();
+    void weeksGoOnOverTheYearsEnd();
+    void monthsAreThoseOfTheCalendar();
     void summariesAreEnoughForDays();
     void whatWasNotReadHasNoCandles();
 };
@@ -250,8 +271,14 @@ void TestCandles::midnightWithoutADayBeforeIsItsOwn()
     QCOMPARE(series.candlesOf(1, Timeframe::Day), 2);
     const std::vector<Candle> days = foldDay(series, 1, Timeframe::Day);
     QCOMPARE(days.size(), 2U);
-    QCOMPARE(days[0].end, wallTime(wednesday));
-    QCOMPARE(days[0].day, wednesday);
+    QCOMPARE(days[0].bar.close, 2.0);
+    QCOMPARE(days[1].bar.close, 3.0);
+    // Both are shown at their day.
+    for (const Candle& day : days) {
+        QCOMPARE(day.day, wednesday);
+        QVERIFY(day.begin >= wallTime(wednesday) && day.begin < day.end);
+    }
+    QVERIFY(days[0].end <= days[1].begin);
     QCOMPARE(days[1].end, wallTime(wednesday.addDays(1)));
     QCOMPARE(foldDay(series, 0, Timeframe::Day)[0].bar.close, 1.0);
 }
@@ -264,6 +291,23 @@ void TestCandles::aDayIsShownAtItsDay()
     QCOMPARE(days[0].day, monday);
     QCOMPARE(days[0].begin, wallTime(monday));
     QCOMPARE(days[0].end, wallTime(monday.addDays(1)));
+}
+
+void TestCandles::aStoredDayAtMidnightIsShownAtItsDay()
+{
+    Files files;
+    for (const int offset : {0, 1, 2})
+        files.push_back(
+            {monday.addDays(offset), {barAt(monday.addDays(offset), QTime(0, 0), 1 + offset)}});
+    const BarSeries series = seriesOf(files, int(vexdesk::secondsPerDay));
+    for (const int offset : {0, 1, 2}) {
+        const std::vector<Candle> days = foldDay(series, offset, Timeframe::Day);
+        QCOMPARE(days.size(), 1U);
+        QCOMPARE(days[0].bar.close, 1.0 + offset);
+        QCOMPARE(days[0].day, monday.addDays(offset));
+        QCOMPARE(days[0].begin, wallTime(monday.addDays(offset)));
+        QCOMPARE(days[0].end, wallTime(monday.addDays(offset + 1)));
+    }
 }
 
 void TestCandles::weeksAndMonthsAreMadeOfDays()
@@ -287,6 +331,59 @@ void TestCandles::weeksAndMonthsAreMadeOfDays()
     QCOMPARE(months[0].count, qsizetype(3));
     QCOMPARE(months[1].begin, wallTime(QDate(2024, 2, 1)));
     QCOMPARE(months[1].day, monday.addDays(20));
+}
+
+void TestCandles::weeksGoOnOverTheYearsEnd()
+{
+    // 28 December 2026 is a Monday, and so is 4 January 2027.
+    Files files;
+    const auto add = [&files](const QDate& day, double open, double close) {
+        files.push_back({day, {barAt(day, QTime(10, 0), open), barAt(day, QTime(18, 0), close)}});
+    };
+    add(QDate(2026, 12, 25), 90, 91);   // a Friday
+    add(QDate(2026, 12, 28), 100, 104); // Monday
+    add(QDate(2026, 12, 31), 108, 97);
+    add(QDate(2027, 1, 1), 96, 95);
+    add(QDate(2027, 1, 3), 99, 101); // Sunday
+    add(QDate(2027, 1, 4), 110, 111);
+    const std::vector<Candle> weeks = folded(seriesOf(files), Timeframe::Week);
+    QCOMPARE(weeks.size(), 3U);
+    QCOMPARE(weeks[0].begin, wallTime(QDate(2026, 12, 21)));
+    QCOMPARE(weeks[0].bar.close, 91.0);
+    QCOMPARE(weeks[1].begin, wallTime(QDate(2026, 12, 28)));
+    QCOMPARE(weeks[1].end, wallTime(QDate(2027, 1, 4)));
+    QCOMPARE(weeks[1].day, QDate(2026, 12, 28));
+    const Bar week{wallTime(QDate(2027, 1, 3), QTime(18, 0)), 100, 108, 95, 101, 8, 0, 0};
+    QVERIFY(weeks[1].bar == week);
+    QCOMPARE(weeks[1].count, qsizetype(8));
+    QCOMPARE(weeks[2].begin, wallTime(QDate(2027, 1, 4)));
+    QCOMPARE(weeks[2].bar.open, 110.0);
+}
+
+void TestCandles::monthsAreThoseOfTheCalendar()
+{
+    Files files;
+    const auto add = [&files](const QDate& day, double price) {
+        files.push_back({day, {barAt(day, QTime(10, 0), price)}});
+    };
+    add(QDate(2023, 12, 31), 5);
+    add(QDate(2024, 1, 1), 7);
+    add(QDate(2024, 1, 31), 3);
+    add(QDate(2024, 2, 1), 20);
+    add(QDate(2024, 2, 29), 22); // of a leap year
+    add(QDate(2024, 3, 1), 30);
+    const std::vector<Candle> months = folded(seriesOf(files), Timeframe::Month);
+    QCOMPARE(months.size(), 4U);
+    QCOMPARE(months[0].begin, wallTime(QDate(2023, 12, 1)));
+    QCOMPARE(months[0].end, wallTime(QDate(2024, 1, 1)));
+    QCOMPARE(months[0].count, qsizetype(1));
+    const Bar january{wallTime(QDate(2024, 1, 31), QTime(10, 0)), 7, 7, 3, 3, 2, 0, 0};
+    QVERIFY(months[1].bar == january);
+    QCOMPARE(months[1].end, wallTime(QDate(2024, 2, 1)));
+    QCOMPARE(months[2].begin, wallTime(QDate(2024, 2, 1)));
+    QCOMPARE(months[2].end, wallTime(QDate(2024, 3, 1)));
+    QCOMPARE(months[2].bar.close, 22.0);
+    QCOMPARE(months[3].day, QDate(2024, 3, 1));
 }
 
 void TestCandles::summariesAreEnoughForDays()

@@ -4,6 +4,8 @@
 #include "chartseries.h"
 #include "desk/chart/chartcolors.h"
 #include "desk/chart/chartfiles.h"
+#include "desk/chart/movingaverage.h"
+#include "desk/chart/volumebyprice.h"
 #include "support/strictlog.h"
 
 #include <QtCore/QFile>
@@ -12,12 +14,17 @@
 #include <QtCore/QXmlStreamReader>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QImage>
+#include <QtGui/QPainter>
 #include <QtGui/QPalette>
+#include <QtSvg/QSvgRenderer>
 #include <QtTest/QTest>
+
+#include <cmath>
 
 using testsupport::axisOf;
 using testsupport::firstDay;
 using testsupport::makeSeries;
+using vexdesk::Candle;
 using vexdesk::ChartColors;
 using vexdesk::ChartLayout;
 using vexdesk::PlacedCandle;
@@ -33,6 +40,15 @@ ChartLayout layOut()
                                  {},
                                  {}},
                                 {640, 400}, QFont());
+}
+
+std::vector<Candle> candlesOf(const testsupport::SeriesPointer& series, Timeframe timeframe,
+                              const vexdesk::SlotRange& range)
+{
+    std::vector<Candle> candles;
+    for (const PlacedCandle& placed : axisOf(series, timeframe).candles(range))
+        candles.push_back(placed.candle);
+    return candles;
 }
 
 ChartColors colors()
@@ -62,13 +78,14 @@ private Q_SLOTS:
     void daysHaveNoTime();
     void aPictureHasThePixelsOfItsScale();
     void aVectorPictureHasTheTexts();
+    void aVectorPictureHasNothingBesideThePanes();
     void otherSuffixesAreRefused();
     void whatCannotBeWrittenIsTold();
 };
 
 void TestChartFiles::barsAreLinesWithTabs()
 {
-    const auto candles = axisOf(makeSeries(1, 3), Timeframe::Minute).candles({0, 2});
+    const auto candles = candlesOf(makeSeries(1, 3), Timeframe::Minute, {0, 2});
     QCOMPARE(vexdesk::candlesAsText(candles, {Timeframe::Minute, 60}, 2),
              QStringLiteral("Дата\tВремя\tОткр.\tМакс.\tМин.\tЗакр.\tОбъём\n"
                             "15.01.2024\t10:01:00\t100.25\t100.50\t99.75\t100.25\t101\n"
@@ -77,9 +94,9 @@ void TestChartFiles::barsAreLinesWithTabs()
 
 void TestChartFiles::moneyAndInterestWhereThereAreAny()
 {
-    auto candles = axisOf(makeSeries(1, 3), Timeframe::Minute).candles({0, 2});
-    candles[1].candle.bar.value = 12.5;
-    candles[0].candle.bar.openInterest = 7;
+    auto candles = candlesOf(makeSeries(1, 3), Timeframe::Minute, {0, 2});
+    candles[1].bar.value = 12.5;
+    candles[0].bar.openInterest = 7;
     const QStringList lines =
         vexdesk::candlesAsText(candles, {Timeframe::Minute, 60}, 2).split(u'\n');
     QVERIFY(lines[0].endsWith(QStringLiteral("Объём\tОбъём в деньгах\tОткр. интерес")));
@@ -92,7 +109,7 @@ void TestChartFiles::numbersAreThoseOfTheLanguage()
     const QLocale before;
     const auto restore = qScopeGuard([&before] { QLocale::setDefault(before); });
     QLocale::setDefault(QLocale(QStringLiteral("ru_RU")));
-    const auto candles = axisOf(makeSeries(1, 3), Timeframe::Minute).candles({0, 1});
+    const auto candles = candlesOf(makeSeries(1, 3), Timeframe::Minute, {0, 1});
     QVERIFY(vexdesk::candlesAsText(candles, {Timeframe::Minute, 60}, 2)
                 .contains(QStringLiteral("\t100,25\t100,50\t99,75\t100,25\t101\n")));
 }
@@ -111,7 +128,7 @@ void TestChartFiles::daysHaveNoTime()
 {
     QFETCH(const Timeframe, timeframe);
     QFETCH(const QString, begin);
-    const auto candles = axisOf(makeSeries(30, 3), timeframe).candles({1, 2});
+    const auto candles = candlesOf(makeSeries(30, 3), timeframe, {1, 2});
     const QString text = vexdesk::candlesAsText(candles, {timeframe, 60}, 2);
     QVERIFY2(text.section(u'\n', 1).startsWith(begin), qPrintable(text));
 }
@@ -155,6 +172,55 @@ void TestChartFiles::aVectorPictureHasTheTexts()
     QVERIFY(chart.last && text.contains(u'>' + chart.last->label.text));
     for (const vexdesk::AxisLine& line : chart.times)
         QVERIFY2(text.contains(u'>' + line.label.text), qPrintable(line.label.text));
+}
+
+// Whoever draws it shows every shape that is in it: a picture of it has the background where
+// nothing belongs, with half a candle at each side, rows and a line that comes from far above.
+void TestChartFiles::aVectorPictureHasNothingBesideThePanes()
+{
+    std::vector<vexdesk::Bar> bars = testsupport::makeBars(firstDay, 200);
+    for (size_t i = 0; i < 120; ++i) {
+        for (double* const price : {&bars[i].open, &bars[i].high, &bars[i].low, &bars[i].close})
+            *price += 500;
+    }
+    const ChartLayout chart =
+        vexdesk::layOutChart({axisOf(testsupport::seriesOf({bars}), Timeframe::Minute),
+                              {120.5, 150.5},
+                              {},
+                              {std::make_shared<vexdesk::MovingAverage>(20),
+                               std::make_shared<vexdesk::VolumeByPrice>(24)},
+                              {}},
+                             {640, 400}, QFont());
+    const QTemporaryDir directory;
+    const QString path = directory.filePath(QStringLiteral("chart.svg"));
+    QCOMPARE(vexdesk::saveChart(chart, colors(), 1, path), vexdesk::Outcome());
+    QImage drawn(640, 400, QImage::Format_RGB32);
+    drawn.fill(Qt::white);
+    QSvgRenderer renderer(path);
+    QVERIFY(renderer.isValid());
+    QPainter painter(&drawn);
+    renderer.render(&painter);
+    painter.end();
+    const QImage seen = vexdesk::chartImage(chart, colors(), 1).convertToFormat(drawn.format());
+    const QRect panes = chart.prices.place.united(chart.volumes.place).toRect();
+    // But for how the edges of letters are smoothed.
+    const auto isSame = [&](int x, int y) {
+        constexpr int little = 24;
+        const QColor one = drawn.pixelColor(x, y);
+        const QColor other = seen.pixelColor(x, y);
+        return std::abs(one.red() - other.red()) < little &&
+               std::abs(one.green() - other.green()) < little &&
+               std::abs(one.blue() - other.blue()) < little;
+    };
+    for (int y = panes.top(); y <= panes.bottom(); ++y) {
+        QVERIFY2(isSame(panes.left() - 2, y), qPrintable(QString::number(y)));
+        QVERIFY2(isSame(panes.right() + 2, y), qPrintable(QString::number(y)));
+    }
+    const int between = static_cast<int>(chart.prices.place.bottom()) + 3;
+    for (int x = panes.left(); x < panes.right(); ++x) {
+        QVERIFY2(isSame(x, between), qPrintable(QString::number(x)));
+        QVERIFY2(isSame(x, panes.top() - 2), qPrintable(QString::number(x)));
+    }
 }
 
 void TestChartFiles::otherSuffixesAreRefused()

@@ -97,6 +97,7 @@ private Q_SLOTS:
     void aLowPaneHasALabelBesideTheZero();
     void volumesStandWithTheirThousandsApart();
     void withoutVolumesThereIsNoAxisOfThem();
+    void withoutVolumesTheyHaveNoPane();
     void aDateIsAlwaysShown();
     void columnsHaveAMiddle();
     void theCrosshairStandsAtTheNearestCandle();
@@ -278,11 +279,37 @@ void TestChartLayout::withoutVolumesThereIsNoAxisOfThem()
     QVERIFY(!volumeLabels(layOutOne(7)).isEmpty());
 }
 
+void TestChartLayout::withoutVolumesTheyHaveNoPane()
+{
+    const ChartLayout with = layOutOne(7);
+    const ChartLayout without = layOutOne(0);
+    QVERIFY(with.hasVolumes() && !without.hasVolumes());
+    // The prices have the room, down to the times.
+    QCOMPARE(without.prices.place.bottom(), with.volumes.place.bottom());
+    QVERIFY(without.times.front().label.place.top() > without.prices.place.bottom());
+    const std::optional<Crosshair> found =
+        without.crosshairAt(without.prices.place.center() + QPointF(0, 100));
+    QVERIFY(found && !found->value.text.isEmpty());
+    // A stretch without trades is none of a series without them, and of days that were not read
+    // nothing is known.
+    auto days = makeSeries(2, 20)->days();
+    std::vector<Bar> idle = testsupport::makeBars(days[1].day, 20);
+    for (Bar& bar : idle)
+        bar.volume = 0;
+    days[1] = testsupport::readDay(days[1].day, idle);
+    QVERIFY(layOut(std::make_shared<const BarSeries>(60, days), {20, 40}).hasVolumes());
+    days[0] = testsupport::readDay(days[0].day, idle);
+    QVERIFY(!layOut(std::make_shared<const BarSeries>(60, days), {20, 40}).hasVolumes());
+    for (auto& day : days)
+        day = testsupport::unreadDay(day.day, 1000);
+    QVERIFY(layOut(std::make_shared<const BarSeries>(60, days), {0, 40}).hasVolumes());
+}
+
 // Wherever the view is, with everything in it and with little.
 void TestChartLayout::aDateIsAlwaysShown()
 {
-    // Below the days of a longer range stands their year; months stand with it.
-    const QRegularExpression date(QStringLiteral("^((\\d\\d\\.)?\\d\\d\\.)?\\d{4}$"));
+    // Below the days and months of a longer range stands their year.
+    const QRegularExpression date(QStringLiteral("^(\\d\\d\\.\\d\\d\\.|[A-Z][a-z]+ )?\\d{4}$"));
     const auto isDate = [&date](const ChartLabel& label) {
         return date.match(label.text).hasMatch();
     };
@@ -361,8 +388,13 @@ void TestChartLayout::theCrosshairReadsTheAxes()
             QVERIFY(found->time.text.startsWith(QStringLiteral("15.01.2024 ")));
         }
     }
-    // Where there are no volumes, nothing is measured by their axis.
-    const ChartLayout without = layOutOne(0);
+    // Where there are none in view, nothing is measured by their axis.
+    auto days = makeSeries(2, 20)->days();
+    std::vector<Bar> idle = testsupport::makeBars(days[1].day, 20);
+    for (Bar& bar : idle)
+        bar.volume = 0;
+    days[1] = testsupport::readDay(days[1].day, idle);
+    const ChartLayout without = layOut(std::make_shared<const BarSeries>(60, days), {20, 40});
     const std::optional<Crosshair> found = without.crosshairAt(without.volumes.place.center());
     QVERIFY(found && found->value.text.isEmpty() && found->value.place.isNull());
 }

@@ -45,6 +45,7 @@ private Q_SLOTS:
     void whatIsOutOfViewIsLeftOut();
     void theWorstMarkOfACandleIsSeen();
     void longerTimeframesTakeTheirDaysMarks();
+    void barsAtMidnightAreMarkedAtTheirDay();
     void nothingIsMarkedWithoutCandles();
 };
 
@@ -116,6 +117,22 @@ void TestChartMarks::longerTimeframesTakeTheirDaysMarks()
                  .candle,
              1U);
     QCOMPARE(marked({mark(firstDay.addDays(2))}, Timeframe::Week).at(0).candle, 0U);
+}
+
+void TestChartMarks::barsAtMidnightAreMarkedAtTheirDay()
+{
+    std::vector<std::vector<vexdesk::Bar>> days;
+    for (const int offset : {0, 1, 2})
+        days.push_back({testsupport::makeBar(firstDay.addDays(offset), QTime(0, 0), offset)});
+    const auto series = testsupport::seriesOf(days);
+    for (const Timeframe timeframe : {Timeframe::Minute, Timeframe::Day}) {
+        const auto candles = axisOf(series, timeframe).candles({-10, 10});
+        for (const int offset : {0, 1, 2}) {
+            const auto found = vexdesk::marksOfCandles({mark(firstDay.addDays(offset))}, candles);
+            QCOMPARE(found,
+                     (std::vector<CandleMark>{{size_t(offset), ChartMark::Kind::Warning, text}}));
+        }
+    }
 }
 
 void TestChartMarks::nothingIsMarkedWithoutCandles()

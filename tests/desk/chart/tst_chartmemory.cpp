@@ -38,6 +38,7 @@ ChartState fullState()
     state.studies = {Study::MovingAverage, Study::VolumeByPrice};
     state.end = 1705312800;
     state.slotsInView = 120.5;
+    state.isAll = true;
     return state;
 }
 
@@ -123,6 +124,7 @@ void TestChartMemory::partsThatMakeNoSenseAreAsInANewChart_data()
     QTest::newRow("nights") << QStringLiteral(R"("nights":"yes")");
     QTest::newRow("studies") << QStringLiteral(R"("studies":["Astrology",7])");
     QTest::newRow("end") << QStringLiteral(R"("end":"soon")");
+    QTest::newRow("everything") << QStringLiteral(R"("all":"yes")");
     QTest::newRow("slots") << QStringLiteral(R"("slots":-3)");
     QTest::newRow("too many slots") << QStringLiteral(R"("slots":1e999)");
 }

@@ -5,25 +5,33 @@
 #include "chartsupport.h"
 #include "desk/chart/chartpage.h"
 #include "desk/chart/chartview.h"
+#include "desk/chart/fittedlabel.h"
 #include "desk/chart/marksources.h"
 #include "desk/chart/wallclock.h"
 #include "support/child.h"
 #include "support/dayfiles.h"
 #include "support/filetree.h"
+#include "support/modalsteps.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"
 
+#include <QtCore/QScopeGuard>
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QClipboard>
+#include <QtGui/QHelpEvent>
+#include <QtGui/QWheelEvent>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
+#include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QMenu>
+#include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QToolButton>
+#include <QtWidgets/QToolTip>
 
 #include <memory>
 
@@ -35,6 +43,7 @@ using vexdesk::ChartMark;
 using vexdesk::ChartPage;
 using vexdesk::ChartState;
 using vexdesk::ChartView;
+using vexdesk::FittedLabel;
 using vexdesk::SeriesName;
 using vexdesk::Study;
 using vexdesk::Timeframe;
@@ -87,6 +96,7 @@ private Q_SLOTS:
     void offersWhatTheStoredBarsCanBe_data();
     void offersWhatTheStoredBarsCanBe();
     void showsTheChosenTimeframe();
+    void aTimeframeChosenWhileAllIsShownIsSeen();
     void goesToTheSecondsAndBack();
     void aStepBackIsSeenInTheRow();
     void saysWhenALongerTimeframeIsShown();
@@ -95,6 +105,8 @@ private Q_SLOTS:
     void readsOutTheBarAtTheMouse();
     void readsOutTheBarOfTheKeyboard();
     void theChartDoesNotJumpWhenTheReadoutComes();
+    void theReadoutHasNoEmptyLines();
+    void whatHasNoRoomIsInTheToolTip();
     void showsAllByTheButton();
     void theScrollBarMovesTheView();
     void theViewMovesTheScrollBar();
@@ -102,6 +114,7 @@ private Q_SLOTS:
     void goesToAMoment();
     void goesWhereItWasToldBeforeItWasShown();
     void comesBackAsItWas();
+    void everythingComesBackInAnotherSize();
     void keepsItsPlaceWhenItIsHiddenAndShown();
     void keepsNoBarsWhileItIsHidden();
     void followsTheFiles();
@@ -109,8 +122,15 @@ private Q_SLOTS:
     void asksAgainWhenMarksHaveChanged();
     void marksThatThrowAreNone();
     void copiesTheBars();
+    void copiesBarsThatWereNotRead();
+    void copyingIsGivenUpByKey();
+    void asksBeforeDaysAreLeftOut();
+    void nothingIsCopiedOfNothing();
     void copiesThePicture();
     void tabGoesThroughTheRowAndTheChart();
+    void aClickLeavesTheKeysToTheChart();
+    void theBoxIsDrivenByKeysToo();
+    void theWheelChoosesNoTimeframe();
     void isSmallEnough();
 
 private:
@@ -135,6 +155,8 @@ private:
     std::vector<Candle> candles() const;
     void pointAt(const QTime& time) const;
     QStringList offered() const;
+    FittedLabel* note() const { return widget<FittedLabel>("chartNote"); }
+    void markManyDays();
 
     std::unique_ptr<QTemporaryDir> m_root;
     std::unique_ptr<vexdesk::MarkSources> m_marks;
@@ -281,6 +303,29 @@ void TestChartPage::showsTheChosenTimeframe()
     QCOMPARE(candles().front().bar.open, 1.10);
 }
 
+void TestChartPage::aTimeframeChosenWhileAllIsShownIsSeen()
+{
+    writeDays(5, 500);
+    start();
+    QTRY_VERIFY(areBarsThere());
+    testsupport::click(widget<QPushButton>("chartShowAll"));
+    QVERIFY(view()->shownTimeframe() > Timeframe::Minutes5);
+    testsupport::choose(timeframeBox(), QStringLiteral("5 мин"));
+    QCOMPARE(view()->shownTimeframe(), Timeframe::Minutes5);
+    QCOMPARE(note()->text(), QString());
+    // What stands in the box already can be chosen too.
+    testsupport::click(widget<QPushButton>("chartShowAll"));
+    QVERIFY(view()->shownTimeframe() > Timeframe::Minutes5);
+    testsupport::choose(timeframeBox(), QStringLiteral("5 мин"));
+    QCOMPARE(view()->shownTimeframe(), Timeframe::Minutes5);
+    // A look at the files changes nothing in that.
+    testsupport::click(widget<QPushButton>("chartShowAll"));
+    const Timeframe shown = view()->shownTimeframe();
+    write(day.addDays(5), barLines(ten, 500, 100));
+    QTRY_COMPARE(m_page->storedDays().second, day.addDays(5));
+    QVERIFY(view()->shownTimeframe() >= shown);
+}
+
 // 20 minutes, and 50 seconds of the first one.
 void TestChartPage::startWithSeconds()
 {
@@ -419,9 +464,46 @@ void TestChartPage::theChartDoesNotJumpWhenTheReadoutComes()
         QCoreApplication::processEvents();
         QCOMPARE(view()->geometry(), before);
         // And all of it can be read.
-        const auto* const label = widget<QLabel>("chartReadout");
-        QVERIFY(label->height() >= label->heightForWidth(label->width()));
+        QVERIFY(!readout().isEmpty() && !widget<FittedLabel>("chartReadout")->isElided());
     }
+}
+
+void TestChartPage::theReadoutHasNoEmptyLines()
+{
+    write(day, barLines(ten, 20));
+    start();
+    m_page->resize(900, 450);
+    QTRY_COMPARE(candles().size(), 20U);
+    const auto* const label = widget<FittedLabel>("chartReadout");
+    QTRY_COMPARE(label->lines(), 1);
+    m_page->resize(430, 450);
+    QTRY_VERIFY(label->lines() > 1);
+    pointAt(QTime(10, 19)); // the one with the longest numbers
+    QCOMPARE(label->shownLines().size(), label->lines());
+    QCOMPARE(label->shownLines().join(u' ').simplified(), readout().simplified());
+    // No number is torn from its name.
+    for (const QString& line : label->shownLines())
+        QVERIFY2(line.back().isDigit(), qPrintable(line));
+    for (const QString& line : label->shownLines().mid(1))
+        QVERIFY2(line.front().isLetter(), qPrintable(line));
+}
+
+void TestChartPage::whatHasNoRoomIsInTheToolTip()
+{
+    writeDays(5, 500);
+    start();
+    QTRY_VERIFY(areBarsThere());
+    testsupport::click(widget<QPushButton>("chartShowAll"));
+    QTRY_VERIFY(!note()->text().isEmpty());
+    m_page->resize(m_page->minimumSizeHint().width(), 450);
+    QTRY_VERIFY(note()->isElided());
+    QTRY_VERIFY(note()->width() == 0 || note()->shownLines().constFirst().endsWith(u'…'));
+    QHelpEvent help(QEvent::ToolTip, {1, 1}, note()->mapToGlobal(QPoint(1, 1)));
+    QApplication::sendEvent(note(), &help);
+    QVERIFY2(QToolTip::text().startsWith(note()->text()), qPrintable(QToolTip::text()));
+    m_page->resize(1300, 450);
+    QTRY_VERIFY(!note()->isElided());
+    QCOMPARE(note()->shownLines(), QStringList{note()->text()});
 }
 
 void TestChartPage::showsAllByTheButton()
@@ -520,6 +602,24 @@ void TestChartPage::comesBackAsItWas()
     const ChartState after = m_page->state();
     QCOMPARE(after.end, before.end);
     QVERIFY(qAbs(after.slotsInView - before.slotsInView) < 1);
+}
+
+void TestChartPage::everythingComesBackInAnotherSize()
+{
+    writeDays(10, 300);
+    start();
+    QTRY_VERIFY(areBarsThere());
+    testsupport::click(widget<QPushButton>("chartShowAll"));
+    const ChartState before = m_page->state();
+    QVERIFY(before.isAll);
+    ChartState named = before;
+    m_page = std::make_unique<ChartPage>(m_root->path(), named, *m_marks);
+    m_page->resize(450, 300);
+    m_page->show();
+    QTRY_VERIFY(areBarsThere());
+    QTRY_COMPARE(vexdesk::wallDate(candles().back().end), day.addDays(9));
+    QCOMPARE(vexdesk::wallDate(candles().front().end), day);
+    QVERIFY(m_page->state() == before);
 }
 
 void TestChartPage::keepsItsPlaceWhenItIsHiddenAndShown()
@@ -640,6 +740,109 @@ void TestChartPage::copiesTheBars()
     QVERIFY2(lines.at(1).contains(u'\t'), qPrintable(lines.at(1)));
 }
 
+// 40 days of which a few are in memory, all marked, and the minutes shown.
+void TestChartPage::markManyDays()
+{
+    writeDays(40, 300);
+    start();
+    QTRY_VERIFY(areBarsThere());
+    testsupport::click(widget<QPushButton>("chartShowAll"));
+    QCOMPARE(view()->shownTimeframe(), Timeframe::Day);
+    QTRY_COMPARE(candles().size(), 40U);
+    view()->setFocus();
+    for (int i = 0; i < 40; ++i)
+        QTest::keyClick(view(), Qt::Key_Left, i == 0 ? Qt::NoModifier : Qt::ShiftModifier);
+    for (int i = 0; i < 40; ++i)
+        QTest::keyClick(view(), Qt::Key_Plus);
+    QCOMPARE(view()->shownTimeframe(), Timeframe::Minute);
+    QVERIFY(view()->hasMark());
+}
+
+void TestChartPage::copiesBarsThatWereNotRead()
+{
+    markManyDays();
+    QSignalSpy told(m_page.get(), &ChartPage::told);
+    QClipboard* const clipboard = QGuiApplication::clipboard();
+    clipboard->setText(QStringLiteral("before"));
+    QTest::keyClick(view(), Qt::Key_C, Qt::ControlModifier);
+    // Nothing in part: the clipboard waits for all, and the chart says what it is waiting for.
+    QCOMPARE(clipboard->text(), QStringLiteral("before"));
+    QVERIFY2(note()->text().startsWith(QStringLiteral("копирование баров: день ")),
+             qPrintable(note()->text()));
+    QTRY_COMPARE(told.count(), 1);
+    QCOMPARE(told.front().front().toString(), QStringLiteral("Скопировано баров: 12\u00a0000"));
+    const QStringList lines = clipboard->text().split(u'\n', Qt::SkipEmptyParts);
+    QCOMPARE(lines.size(), 40 * 300 + 1);
+    QVERIFY2(lines.at(1).startsWith(QStringLiteral("15.01.2024\t10:00:00\t")),
+             qPrintable(lines.at(1)));
+    QVERIFY2(lines.last().startsWith(QStringLiteral("23.02.2024\t14:59:00\t")),
+             qPrintable(lines.last()));
+    QCOMPARE(note()->text(), QString());
+}
+
+void TestChartPage::copyingIsGivenUpByKey()
+{
+    markManyDays();
+    QSignalSpy told(m_page.get(), &ChartPage::told);
+    QClipboard* const clipboard = QGuiApplication::clipboard();
+    clipboard->setText(QStringLiteral("before"));
+    QTest::keyClick(view(), Qt::Key_C, Qt::ControlModifier);
+    // First the mark and the crosshair go, as ever.
+    for (int i = 0; i < 3; ++i)
+        QTest::keyClick(view(), Qt::Key_Escape);
+    QCOMPARE(told.count(), 1);
+    QCOMPARE(told.front().front().toString(), QStringLiteral("Копирование баров отменено"));
+    QCOMPARE(note()->text(), QString());
+    QTest::keyClick(view(), Qt::Key_Escape);
+    QCoreApplication::processEvents();
+    QCOMPARE(told.count(), 1);
+    QCOMPARE(clipboard->text(), QStringLiteral("before"));
+}
+
+void TestChartPage::asksBeforeDaysAreLeftOut()
+{
+    for (const int other : {0, 2})
+        write(day.addDays(other), barLines(ten, 20));
+    write(day.addDays(1), "no bar\n");
+    start();
+    QTRY_COMPARE(candles().size(), 40U);
+    QClipboard* const clipboard = QGuiApplication::clipboard();
+    clipboard->setText(QStringLiteral("before"));
+    testsupport::ModalSteps steps;
+    steps.on<QMessageBox>([](QMessageBox* box) {
+        QVERIFY2(box->text().contains(QStringLiteral("16.01.2024")), qPrintable(box->text()));
+        QTest::keyClick(box, Qt::Key_Escape);
+    });
+    steps.on<QMessageBox>([clipboard](QMessageBox* box) {
+        QCOMPARE(clipboard->text(), QStringLiteral("before"));
+        for (QAbstractButton* const button : box->buttons()) {
+            if (box->buttonRole(button) == QMessageBox::AcceptRole)
+                button->click();
+        }
+    });
+    for (int i = 0; i < 2; ++i)
+        QTest::keyClick(view(), Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(steps.complaint(), QString());
+    QCOMPARE(clipboard->text().split(u'\n', Qt::SkipEmptyParts).size(), 41);
+}
+
+void TestChartPage::nothingIsCopiedOfNothing()
+{
+    write(day, barLines(ten, 20));
+    write(day.addDays(30), barLines(ten, 20));
+    start();
+    QTRY_VERIFY(areBarsThere());
+    m_page->showNights(true);
+    m_page->goTo(day.addDays(15), QTime(12, 0));
+    QTRY_VERIFY(candles().empty());
+    QSignalSpy told(m_page.get(), &ChartPage::told);
+    QGuiApplication::clipboard()->setText(QStringLiteral("before"));
+    m_page->copyBars();
+    QTRY_COMPARE(told.count(), 1);
+    QVERIFY(told.front().front().toString().startsWith(QStringLiteral("Копировать нечего")));
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("before"));
+}
+
 void TestChartPage::copiesThePicture()
 {
     write(day, barLines(ten, 20));
@@ -662,6 +865,76 @@ void TestChartPage::tabGoesThroughTheRowAndTheChart()
     timeframeBox()->setFocus();
     m_page->setFocus();
     QCOMPARE(QApplication::focusWidget(), view());
+}
+
+void TestChartPage::aClickLeavesTheKeysToTheChart()
+{
+    writeDays(2, 20);
+    start();
+    QTRY_VERIFY(areBarsThere());
+    const auto keysAreTheCharts = [this] {
+        QCOMPARE(QApplication::focusWidget(), view());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Left);
+        QVERIFY(view()->pointed());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    };
+    // Else a list that was opened just now would take the click for a second one.
+    const int interval = QApplication::doubleClickInterval();
+    QApplication::setDoubleClickInterval(0);
+    const auto restore =
+        qScopeGuard([interval] { QApplication::setDoubleClickInterval(interval); });
+    for (const bool hadKeys : {false, true}) {
+        if (hadKeys)
+            timeframeBox()->setFocus(Qt::TabFocusReason);
+        QTest::mouseClick(timeframeBox(), Qt::LeftButton);
+        QAbstractItemView* const list = timeframeBox()->view();
+        QTRY_VERIFY(list->isVisible());
+        const QModelIndex row = list->model()->index(hadKeys ? 0 : 2, 0);
+        const QPoint place = list->visualRect(row).center();
+        testsupport::moveMouse(list->viewport(), place);
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
+        QTRY_VERIFY(!list->isVisible());
+        m_page->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_page.get()));
+        QCOMPARE(timeframeBox()->currentIndex(), row.row());
+        keysAreTheCharts();
+    }
+    for (const char* name : {"chartNights", "chartShowAll"}) {
+        testsupport::click(widget<QAbstractButton>(name));
+        keysAreTheCharts();
+    }
+}
+
+void TestChartPage::theBoxIsDrivenByKeysToo()
+{
+    write(day, barLines(ten, 20));
+    start();
+    QTRY_VERIFY(areBarsThere());
+    timeframeBox()->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(timeframeBox(), Qt::Key_Down);
+    QCOMPARE(view()->timeframe(), Timeframe::Minutes5);
+    QTest::keyClick(timeframeBox(), Qt::Key_Down);
+    QCOMPARE(view()->timeframe(), Timeframe::Minutes10);
+    QCOMPARE(QApplication::focusWidget(), timeframeBox());
+}
+
+void TestChartPage::theWheelChoosesNoTimeframe()
+{
+    write(day, barLines(ten, 20));
+    start();
+    QTRY_VERIFY(areBarsThere());
+    for (const bool hasKeys : {false, true}) {
+        if (hasKeys)
+            timeframeBox()->setFocus(Qt::TabFocusReason);
+        for (const int angle : {-120, 120, -120}) {
+            const QPoint place = timeframeBox()->rect().center();
+            QWheelEvent event(place, timeframeBox()->mapToGlobal(QPointF(place)), QPoint(),
+                              {0, angle}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+            QApplication::sendEvent(timeframeBox(), &event);
+        }
+        QCOMPARE(timeframeBox()->currentText(), QStringLiteral("1 мин"));
+        QCOMPARE(view()->timeframe(), Timeframe::Minute);
+    }
 }
 
 void TestChartPage::isSmallEnough()

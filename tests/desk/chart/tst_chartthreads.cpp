@@ -3,19 +3,24 @@
 // slow to answer, the window would stand still.
 
 #include "desk/chart/chartpage.h"
+#include "desk/chart/charts.h"
 #include "desk/chart/charttabs.h"
 #include "desk/chart/marksources.h"
 #include "desk/chart/seriestree.h"
 #include "support/child.h"
 #include "support/dayfiles.h"
+#include "support/faults.h"
 #include "support/filetree.h"
 #include "support/strictlog.h"
 
 #include <vexdesk/icore.h>
 
+#include <QtCore/QPointer>
+#include <QtCore/QSemaphore>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QThread>
 #include <QtTest/QTest>
+#include <QtWidgets/QLabel>
 #include <QtWidgets/QTreeView>
 
 #include <dirent.h>
@@ -91,7 +96,17 @@ class TestChartThreads final : public QObject
 private Q_SLOTS:
     void init() { testsupport::failOnStrayWarnings(); }
 
+    void cleanup() { QFile::remove(settingsFile()); }
+
     void theStoreIsWalkedByOtherThreads();
+    void aPluginsChartIsOpenedWithoutLookingForIt();
+    void aPageCanBeClosedWhileItReads();
+
+private:
+    static QString settingsFile()
+    {
+        return ICore::getDir(QString(), false).filePath(QStringLiteral("vexdesk.ini"));
+    }
 };
 
 void TestChartThreads::theStoreIsWalkedByOtherThreads()
@@ -103,7 +118,7 @@ void TestChartThreads::theStoreIsWalkedByOtherThreads()
                                testsupport::barLines(QTime(10, 0), 20));
     };
     write(0);
-    QFile::remove(ICore::getDir(QString(), false).filePath(QStringLiteral("vexdesk.ini")));
+    QFile::remove(settingsFile());
     vexdesk::MarkSources marks;
     vexdesk::SeriesTree tree(root.path());
     vexdesk::ChartTabs tabs(root.path(), marks);
@@ -125,6 +140,63 @@ void TestChartThreads::theStoreIsWalkedByOtherThreads()
     countCallsBelow(QString());
     QCOMPARE(walked, QByteArrayList());
     QVERIFY(others > 0);
+}
+
+void TestChartThreads::aPluginsChartIsOpenedWithoutLookingForIt()
+{
+    const QTemporaryDir root;
+    const QString file =
+        QStringLiteral("NORD/MAIN/ALFA/") + testsupport::dayFile(QDate(2024, 1, 15));
+    testsupport::writeFile(root.filePath(file), testsupport::barLines(QTime(10, 0), 20));
+    vexdesk::MarkSources marks;
+    vexdesk::ChartTabs tabs(root.path(), marks);
+    vexdesk::Charts charts(tabs, marks);
+    tabs.show();
+    const auto name = [](const char* security) {
+        return vexdesk::SeriesName{QStringLiteral("NORD"), QStringLiteral("MAIN"),
+                                   QLatin1String(security)};
+    };
+    countCallsBelow(root.path());
+    QVERIFY(charts.show(name("ALFA"), QDate(2024, 1, 15), QTime(10, 5)));
+    QTRY_VERIFY(!tabs.current()->isEmpty());
+    QVERIFY(!charts.show(name(".."), QDate(), QTime()));
+    QVERIFY(!charts.show(name(""), QDate(), QTime()));
+    QCOMPARE(tabs.count(), 1);
+    // What is not stored has a chart that says so.
+    QVERIFY(charts.show(name("NONE"), QDate(), QTime()));
+    const auto* const message = testsupport::child<QLabel>(tabs.current(), "chartMessage");
+    QTRY_COMPARE(message->text(), QStringLiteral("Этой серии больше нет в хранилище."));
+    QVERIFY(tabs.current()->isEmpty() && message->isVisible());
+    countCallsBelow(QString());
+    QCOMPARE(walked, QByteArrayList());
+}
+
+// On a disk that does not answer.
+void TestChartThreads::aPageCanBeClosedWhileItReads()
+{
+    const QTemporaryDir root;
+    const QString name = testsupport::dayFile(QDate(2024, 1, 15));
+    testsupport::writeFile(root.filePath(QStringLiteral("NORD/MAIN/ALFA/") + name),
+                           testsupport::barLines(QTime(10, 0), 20));
+    QSemaphore isRead;
+    QSemaphore goOn;
+    QSemaphore hasEnded;
+    const testsupport::Meanwhile slow(testsupport::SystemCall::Read, name, [&] {
+        isRead.release();
+        goOn.acquire();
+        hasEnded.release();
+    });
+    vexdesk::MarkSources marks;
+    vexdesk::ChartTabs tabs(root.path(), marks);
+    tabs.show();
+    const QPointer<vexdesk::ChartPage> page =
+        &tabs.open({QStringLiteral("NORD"), QStringLiteral("MAIN"), QStringLiteral("ALFA")});
+    QTRY_COMPARE(isRead.available(), 1);
+    tabs.closeCurrent();
+    QTRY_VERIFY(!page);
+    QCOMPARE(hasEnded.available(), 0);
+    goOn.release();
+    hasEnded.acquire();
 }
 
 QTEST_MAIN(TestChartThreads)

@@ -74,6 +74,9 @@ private Q_SLOTS:
     void placesAreRemembered_data();
     void placesAreRemembered();
     void aPlaceIsKeptThroughSizes();
+    void aTimeframeChosenWhileAllIsShownIsSeen();
+    void everythingIsRememberedForEverySize();
+    void aPlaceLongerThanEverythingHasTheEnd();
     void statesComeBack();
     void anotherSourceShowsTheChosenTimeframe();
 };
@@ -276,6 +279,65 @@ void TestChartViewport::aPlaceIsKeptThroughSizes()
     QCOMPARE(viewport.shownTimeframe(), Timeframe::Minute);
     QVERIFY(isNear(viewport.range().length(), 150));
     QCOMPARE(viewport.place(), place);
+}
+
+void TestChartViewport::aTimeframeChosenWhileAllIsShownIsSeen()
+{
+    ChartViewport viewport = viewportOf(makeSeries(10, 120));
+    viewport.showAll();
+    QCOMPARE(viewport.shownTimeframe(), Timeframe::Minutes10);
+    // 240 candles have no room: the last ones are shown.
+    viewport.setTimeframe(Timeframe::Minutes5);
+    QCOMPARE(viewport.shownTimeframe(), Timeframe::Minutes5);
+    QVERIFY(viewport.range().length() <= most);
+    QVERIFY(viewport.range().end >= static_cast<double>(viewport.axis().size()));
+    // Where all has room, all is still shown.
+    viewport.showAll();
+    viewport.setTimeframe(Timeframe::Hour);
+    QCOMPARE(viewport.shownTimeframe(), Timeframe::Hour);
+    QVERIFY(isNear(viewport.range(), viewport.limits().all()));
+    // The one that was chosen before comes when it is chosen again.
+    viewport.setTimeframe(Timeframe::Minute);
+    viewport.showAll();
+    QVERIFY(viewport.shownTimeframe() > Timeframe::Minute);
+    viewport.setTimeframe(Timeframe::Minute);
+    QCOMPARE(viewport.shownTimeframe(), Timeframe::Minute);
+    // And stays when more is read.
+    viewport.updateSeries(makeSeries(11, 120));
+    QCOMPARE(viewport.shownTimeframe(), Timeframe::Minute);
+}
+
+void TestChartViewport::everythingIsRememberedForEverySize()
+{
+    for (const double room : {40.0, 100.0, 640.0}) {
+        ChartViewport viewport = viewportOf(makeSeries(100, 120));
+        viewport.showAll();
+        const ChartPlace place = viewport.place();
+        QVERIFY(place.isAll);
+        ChartViewport other;
+        other.setRoom(room, room / 2);
+        other.showSeries(std::make_shared<const BarSeries>());
+        other.setPlace(place);
+        other.updateSeries(makeSeries(105, 120)); // more has come meanwhile
+        QVERIFY(isNear(other.range(), other.limits().all()));
+        QVERIFY(other.range().end >= static_cast<double>(other.axis().size()));
+        QVERIFY(other.range().length() <= room);
+        QVERIFY(other.place().isAll);
+        other.setRange({10, 20});
+        QVERIFY(!other.place().isAll);
+    }
+}
+
+void TestChartViewport::aPlaceLongerThanEverythingHasTheEnd()
+{
+    for (const double room : {40.0, 100.0, 200.0, 640.0}) {
+        ChartViewport viewport;
+        viewport.setRoom(room, room / 2);
+        viewport.showSeries(makeSeries(100, 120));
+        viewport.setPlace({0, 15'000});
+        QVERIFY(viewport.range().end >= static_cast<double>(viewport.axis().size()));
+        QVERIFY(viewport.range().length() <= room);
+    }
 }
 
 void TestChartViewport::statesComeBack()

@@ -40,6 +40,9 @@ private Q_SLOTS:
     void aDayInHandIsNotReadTwice();
     void forgetsWhatIsRead();
     void readsWithSeveralThreads();
+    void keepsNoBarsThatNobodyWants();
+    void readsNoMoreThanCanWait();
+    void goesWhileAFileIsBeingRead();
 
 private:
     DayOrder orderOf(int offset) const
@@ -220,6 +223,81 @@ void TestDayQueue::readsWithSeveralThreads()
     int read = 0;
     QTRY_VERIFY((read += static_cast<int>(queue.take().size()), queue.isIdle()));
     QCOMPARE(read, 2);
+}
+
+void TestDayQueue::keepsNoBarsThatNobodyWants()
+{
+    DayQueue queue([] {}, 1);
+    DayOrder order = orderOf(0);
+    order.isForBars = false;
+    queue.order({order});
+    QList<qsizetype> counts;
+    bool areBarsThere = false;
+    QTRY_VERIFY([&] {
+        for (const DayDelivery& delivery : queue.take()) {
+            counts.append(delivery.read.summary->count);
+            areBarsThere = areBarsThere || delivery.read.bars;
+        }
+        return queue.isIdle();
+    }());
+    QCOMPARE(counts, QList<qsizetype>{1});
+    QVERIFY(!areBarsThere);
+}
+
+void TestDayQueue::readsNoMoreThanCanWait()
+{
+    constexpr int days = 40;
+    constexpr int readers = 2;
+    std::vector<DayOrder> orders;
+    for (int i = 100; i < 100 + days; ++i) {
+        orders.push_back(orderOf(i));
+        testsupport::writeFile(orders.back().path, testsupport::barLines(QTime(10, 0), 500));
+    }
+    const qint64 oneDay = vexdesk::readDay(orders[0].path, orders[0].day).bars->bytes();
+    const qint64 most = 3 * oneDay;
+    DayQueue queue([] {}, readers, most);
+    queue.order(orders);
+    QTRY_VERIFY(queue.waiting() >= most);
+    for (const DayOrder& order : orders) // it would have the time to read on
+        vexdesk::readDay(order.path, order.day);
+    int taken = 0;
+    for (int turn = 0; !queue.isIdle(); ++turn) {
+        QTRY_VERIFY(queue.waiting() > 0);
+        QVERIFY(queue.waiting() <= most + readers * oneDay);
+        const std::vector<DayDelivery> deliveries = queue.take();
+        QVERIFY(deliveries.size() <= 3 + readers);
+        taken += static_cast<int>(deliveries.size());
+        QVERIFY(turn < days);
+    }
+    QCOMPARE(taken, days);
+    QCOMPARE(queue.waiting(), 0);
+}
+
+void TestDayQueue::goesWhileAFileIsBeingRead()
+{
+    QSemaphore isRead;
+    QSemaphore goOn;
+    QSemaphore hasEnded;
+    std::atomic_int delivered = 0;
+    const testsupport::Meanwhile meanwhile(testsupport::SystemCall::Read, dayFile(firstDay), [&] {
+        isRead.release();
+        goOn.acquire();
+        hasEnded.release();
+    });
+    {
+        DayQueue queue([&] { ++delivered; }, 1);
+        queue.order(ordersOf({0, 1}));
+        isRead.acquire();
+    } // not waiting for the file
+    QCOMPARE(hasEnded.available(), 0);
+    goOn.release();
+    hasEnded.acquire();
+    // Another one is read in the meantime.
+    DayQueue next([] {}, 1);
+    next.order(ordersOf({2}));
+    size_t taken = 0;
+    QTRY_COMPARE((taken += next.take().size()), 1U);
+    QCOMPARE(delivered, 0);
 }
 
 QTEST_GUILESS_MAIN(TestDayQueue)

@@ -52,6 +52,9 @@ private Q_SLOTS:
     void aMissingFileHasNoBars();
     void aDayThatCannotBeReadToItsEndHasNoBars();
     void theSummaryIsThatOfTheBars();
+    void theSummaryAloneIsTheSame();
+    void aDayOfTooManyBarsIsSummedUp();
+    void zerosAtTheEndTakeNoRoom();
     void listsTheDaysOfOneTimeframeInOrder();
     void aStampIsThatOfTheFile();
     void doesNotTrustAFileThatWasJustWritten();
@@ -222,6 +225,53 @@ void TestDayReader::theSummaryIsThatOfTheBars()
     const vexdesk::DaySummary early = *vexdesk::readDay(path(dayFile(day)), day).summary;
     QVERIFY(!early.rest && early.whole() == *early.midnight);
     QVERIFY(early.candles == (std::array<int, 6>{}));
+}
+
+void TestDayReader::theSummaryAloneIsTheSame()
+{
+    const QByteArray inOrder = "000000;1.5;2;1;1;3;1.0;4\n"
+                               "100100;5;6.25;5;5.5;7;0.5;6\n"
+                               "100159;5;5;4;4;2;0.5;8\n";
+    const QByteArray mixed = "100159;5;5;4;4;2;0.5;8\n" + inOrder;
+    for (const QByteArray& content : {inOrder, mixed}) {
+        writeFile(path(dayFile(day)), content);
+        const ReadDay whole = vexdesk::readDay(path(dayFile(day)), day);
+        const ReadDay summed = vexdesk::readDay(path(dayFile(day)), day, vexdesk::DayPart::Summary);
+        QVERIFY(whole.bars && !summed.bars);
+        QCOMPARE(whole.bytes, qint64(whole.bars->bytes()));
+        QCOMPARE(summed.bytes, whole.bytes);
+        QVERIFY(*summed.summary == *whole.summary);
+        QVERIFY(*summed.summary == vexdesk::summaryOf(*whole.bars));
+        QCOMPARE(summed.summary->firstSecond, 0);
+    }
+}
+
+void TestDayReader::aDayOfTooManyBarsIsSummedUp()
+{
+    QByteArray content;
+    for (qsizetype i = 0; i < vexdesk::mostBarsOfDay; ++i)
+        content += "100100;1;2;1;2;3;0.5;0\n";
+    QCOMPARE(read(content)->size(), vexdesk::mostBarsOfDay);
+    writeFile(path(dayFile(day)), content + "100200;1;5;1;4;3;0.5;0\n");
+    const ReadDay crowded = vexdesk::readDay(path(dayFile(day)), day);
+    QVERIFY(!crowded.bars);
+    QCOMPARE(crowded.summary->count, vexdesk::mostBarsOfDay + 1);
+    QCOMPARE(crowded.summary->whole().high, 5.0);
+    QCOMPARE(crowded.summary->whole().volume, 3 * (vexdesk::mostBarsOfDay + 1));
+}
+
+void TestDayReader::zerosAtTheEndTakeNoRoom()
+{
+    QByteArray content;
+    for (int i = 0; i < 1000; ++i)
+        content += "1" + QByteArray::number(i / 60).rightJustified(3, '0') +
+                   QByteArray::number(i % 60).rightJustified(2, '0') +
+                   ";60050.12000000;60150.37000000;59950.12000000;60050.12000000;5;0;0\n";
+    const auto bars = read(content);
+    QCOMPARE(bars->size(), qsizetype(1000));
+    QCOMPARE(bars->decimals(), 8); // as the file writes them
+    QCOMPARE(bars->at(7).high, 60150.37);
+    QVERIFY2(bars->bytes() <= 1000 * 24 + 300, qPrintable(QString::number(bars->bytes())));
 }
 
 void TestDayReader::listsTheDaysOfOneTimeframeInOrder()

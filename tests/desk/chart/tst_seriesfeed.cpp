@@ -72,6 +72,8 @@ private Q_SLOTS:
     void aWatcherTellsThatItHasBegunToWatch();
     void isSilentWhenItIsStopped();
     void canGoWhileItReads();
+    void neitherAFileNorAListingIsWaitedFor();
+    void takesNoMoreMemoryThanItMay();
 
 private:
     QString path(const QString& name) const;
@@ -548,6 +550,65 @@ void TestSeriesFeed::canGoWhileItReads()
     m_feed.reset();
     QCoreApplication::processEvents();
     QCOMPARE(m_told, 0);
+}
+
+// On a disk that does not answer.
+void TestSeriesFeed::neitherAFileNorAListingIsWaitedFor()
+{
+    writeDays(3, 5);
+    QSemaphore isRead;
+    QSemaphore goOn;
+    QSemaphore hasEnded;
+    const testsupport::Meanwhile slow(testsupport::SystemCall::Read, dayFile(day), [&] {
+        isRead.release();
+        goOn.acquire();
+        hasEnded.release();
+    });
+    m_feed->choose(alfa);
+    QTRY_COMPARE(isRead.available(), 1);
+    m_feed->stop();
+    QCOMPARE(m_feed->memory(), 0);
+    m_feed->choose(alfa);
+    m_feed.reset();
+    QCOMPARE(hasEnded.available(), 0);
+    goOn.release();
+    hasEnded.acquire();
+}
+
+// Counted are those that are kept, those that wait, and those that are shown until they are told
+// to be gone.
+void TestSeriesFeed::takesNoMoreMemoryThanItMay()
+{
+    constexpr int days = 60;
+    writeDays(days, 500);
+    const qint64 oneDay = vexdesk::readDay(path(dayFile(day)), day).bars->bytes();
+    const qint64 most = 6 * oneDay + oneDay / 2;
+    const qint64 mostInAll = most + 2 * (most / 25 + vexdesk::DayQueue::usualReaders() * oneDay);
+    restart(most);
+    m_wantsAll = false;
+    m_feed->choose(alfa);
+    QTRY_COMPARE(m_told, 1);
+    qint64 highest = 0;
+    // No event is handled between the wishes of a round, so nothing is told of what they let go.
+    for (int round = 0; round < 20; ++round) {
+        for (int i = 0; i < 200; ++i) {
+            const QDate one = day.addDays((round * 7 + i * 11) % days);
+            m_feed->want({one, one.addDays(2), true});
+            highest = std::max(highest, m_feed->allMemory());
+            qint64 shown = 0;
+            for (const SeriesDay& known : m_series->days())
+                shown += known.bars ? known.bars->bytes() : 0;
+            QVERIFY(m_feed->memory() <= most);
+            QVERIFY2(m_feed->allMemory() <= mostInAll,
+                     qPrintable(QString::number(double(m_feed->allMemory()) / double(oneDay))));
+            QVERIFY(shown <= m_feed->allMemory());
+        }
+        const int last = (round * 7 + 199 * 11) % days;
+        QTRY_VERIFY(m_series->days()[static_cast<size_t>(last)].bars);
+    }
+    QVERIFY(highest > most);
+    m_feed->want({day, day, true});
+    QTRY_VERIFY(m_series->days()[0].bars);
 }
 
 QTEST_GUILESS_MAIN(TestSeriesFeed)

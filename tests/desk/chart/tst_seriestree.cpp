@@ -55,6 +55,7 @@ private Q_SLOTS:
     void aDoubleClickOpens();
     void aVenueIsNotOpened();
     void keepsWhatIsClosedWhenTheStoreChanges();
+    void aSearchFollowsTheStore();
     void goesToTheSeriesOfTheChart();
 
 private:
@@ -310,6 +311,34 @@ void TestSeriesTree::keepsWhatIsClosedWhenTheStoreChanges()
     write("EAST/SPOT/GRAN");
     QTRY_COMPARE(seen(), QStringList({"EAST", "SPOT", "GRAN", "NORD", "WEST", "SPOT", "BETA"}));
     QCOMPARE(view()->currentIndex().data().toString(), QStringLiteral("BETA"));
+}
+
+void TestSeriesTree::aSearchFollowsTheStore()
+{
+    for (const char* series :
+         {"NORD/MAIN/ALFA", "NORD/MAIN/VEGA", "NORD/SPOT/VEGA", "WEST/SPOT/BETA"})
+        write(series);
+    start();
+    QTRY_COMPARE(seen().size(), 9);
+    testsupport::type(line(), QStringLiteral("vega"));
+    QCOMPARE(seen(), QStringList({"NORD", "MAIN", "VEGA", "SPOT", "VEGA"}));
+    const auto remove = [this](const char* series) {
+        QVERIFY(QDir(m_root->filePath(QLatin1String(series))).removeRecursively());
+    };
+    remove("NORD/MAIN/VEGA");
+    QTRY_COMPARE(seen(), QStringList({"NORD", "SPOT", "VEGA"}));
+    remove("NORD/SPOT/VEGA");
+    QTRY_COMPARE(seen(), QStringList());
+    write("NORD/MAIN/VEGA");
+    QTRY_COMPARE(seen(), QStringList({"NORD", "MAIN", "VEGA"}));
+    write("WEST/SPOT/VEGA");
+    QTRY_COMPARE(seen(), QStringList({"NORD", "MAIN", "VEGA", "WEST", "SPOT", "VEGA"}));
+    remove("NORD");
+    QTRY_COMPARE(seen(), QStringList({"WEST", "SPOT", "VEGA"}));
+    remove("WEST/SPOT/VEGA");
+    QTRY_COMPARE(seen(), QStringList());
+    line()->clear();
+    QCOMPARE(seen(), QStringList({"WEST", "SPOT", "BETA"}));
 }
 
 void TestSeriesTree::goesToTheSeriesOfTheChart()

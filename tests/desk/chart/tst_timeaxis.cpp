@@ -62,6 +62,10 @@ private Q_SLOTS:
     void outsideThePaceIsThatOfTheClock();
     void nightsAreShownOnDemand();
     void aBarAtMidnightStandsWithItsDay();
+    void aStoredDayAtMidnightIsFoundAtItsDay_data();
+    void aStoredDayAtMidnightIsFoundAtItsDay();
+    void aDayOfTwoCandlesHasOneSlotOfTheCalendar();
+    void theFirstSlotOfADayIsFound();
     void weeksAndMonthsAreMadeOfDays();
     void givesTheCandlesInARange();
     void givesCandlesBeforeTheRange();
@@ -149,7 +153,7 @@ void TestTimeAxis::nightsAreShownOnDemand()
 {
     const SeriesPointer series = makeSeries(6, 10);
     const TimeAxis axis = axisOf(series, Timeframe::Hour, true);
-    QCOMPARE(axis.size(), 8 * 24);
+    QCOMPARE(axis.size(), 7 * 24 + 11); // no night behind the last bar
     QCOMPARE(axis.slotOf(at(firstDay.addDays(1), {1, 30})), 25.5);
     const std::vector<PlacedCandle> candles = axis.candles({0, 200});
     QCOMPARE(candles.size(), 6U);
@@ -175,6 +179,79 @@ void TestTimeAxis::aBarAtMidnightStandsWithItsDay()
         QCOMPARE(axis.timeAt(middle), at(firstDay, {0, 0}) - 30);
         QCOMPARE(axis.slotOf(at(firstDay, {0, 0}) - 30), middle);
     }
+}
+
+void TestTimeAxis::aStoredDayAtMidnightIsFoundAtItsDay_data()
+{
+    QTest::addColumn<bool>("areNightsShown");
+    QTest::newRow("without nights") << false;
+    QTest::newRow("with nights") << true;
+}
+
+void TestTimeAxis::aStoredDayAtMidnightIsFoundAtItsDay()
+{
+    QFETCH(const bool, areNightsShown);
+    std::vector<SeriesDay> days;
+    for (const int offset : {0, 1, 4}) {
+        const QDate day = firstDay.addDays(offset);
+        days.push_back(testsupport::readDay(day, {makeBar(day, {0, 0}, offset)}));
+    }
+    const TimeAxis axis =
+        axisOf(seriesOfDays(days, int(vexdesk::secondsPerDay)), Timeframe::Day, areNightsShown);
+    QCOMPARE(axis.size(), areNightsShown ? 5 : 3);
+    const std::vector<PlacedCandle> candles = axis.candles({-10, 10});
+    QCOMPARE(candles.size(), 3U);
+    for (size_t i = 0; i < 3; ++i) {
+        const QDate day = days[i].day;
+        const qint64 slot = areNightsShown ? firstDay.daysTo(day) : qint64(i);
+        QCOMPARE(candles[i].slot, slot);
+        QCOMPARE(candles[i].candle.day, day);
+        QCOMPARE(axis.firstSlotFrom(day), std::optional<qint64>(slot));
+        QCOMPARE(axis.slotOf(at(day, {0, 0})), double(slot));
+        QCOMPARE(axis.slotOf(at(day, {12, 0})), double(slot) + 0.5);
+    }
+}
+
+void TestTimeAxis::aDayOfTwoCandlesHasOneSlotOfTheCalendar()
+{
+    const SeriesPointer series = testsupport::seriesOf(
+        {{makeBar(firstDay, {0, 0}, 1), makeBar(firstDay, {10, 1}, 2)},
+         {makeBar(firstDay.addDays(2), {0, 0}, 3), makeBar(firstDay.addDays(2), {9, 0}, 4)}});
+    QCOMPARE(axisOf(series, Timeframe::Day).candles({0, 10}).size(), 4U);
+    const TimeAxis axis = axisOf(series, Timeframe::Day, true);
+    const std::vector<PlacedCandle> candles = axis.candles({0, 10});
+    QCOMPARE(candles.size(), 2U);
+    QCOMPARE(candles[0].slot, 0);
+    QCOMPARE(candles[1].slot, 2);
+    QCOMPARE(candles[1].candle.count, qsizetype(2));
+    QCOMPARE(candles[1].candle.bar.volume, 103 + 104);
+    QCOMPARE(candles[1].candle.end, wallTime(firstDay.addDays(3)));
+}
+
+void TestTimeAxis::theFirstSlotOfADayIsFound()
+{
+    using Slot = std::optional<qint64>;
+    const SeriesPointer series = makeSeries(6, 10); // over a weekend
+    const TimeAxis axis = axisOf(series, Timeframe::Minute);
+    QCOMPARE(axis.firstSlotFrom(firstDay.addDays(-3)), Slot(0));
+    QCOMPARE(axis.firstSlotFrom(firstDay.addDays(1)), Slot(10));
+    QCOMPARE(axis.firstSlotFrom(firstDay.addDays(5)), Slot(50)); // a Saturday
+    QCOMPARE(axis.firstSlotFrom(firstDay.addDays(8)), Slot());
+    QCOMPARE(axisOf(series, Timeframe::Hour, true).firstSlotFrom(firstDay.addDays(5)),
+             Slot(7 * 24 + 10));
+    QCOMPARE(axisOf(series, Timeframe::Week).firstSlotFrom(firstDay.addDays(3)), Slot(0));
+    QCOMPARE(axisOf(series, Timeframe::Month).firstSlotFrom(firstDay.addDays(3)), Slot(0));
+    // Of a day that was not read the first of those that it may have.
+    QCOMPARE(axisOf(withUnread(), Timeframe::Minute).firstSlotFrom(firstDay.addDays(1)), Slot(10));
+    QCOMPARE(axisOf(withUnread(), Timeframe::Hour, true).firstSlotFrom(firstDay.addDays(1)),
+             Slot(24));
+    // Bars at midnight that end nothing stored are the first ones of their day.
+    const TimeAxis midnight =
+        axisOf(testsupport::seriesOf({{makeBar(firstDay, {10, 0}, 1)},
+                                      {makeBar(firstDay.addDays(1), {0, 0}, 2),
+                                       makeBar(firstDay.addDays(1), {10, 0}, 3)}}),
+               Timeframe::Minute);
+    QCOMPARE(midnight.firstSlotFrom(firstDay.addDays(1)), Slot(1));
 }
 
 void TestTimeAxis::weeksAndMonthsAreMadeOfDays()
