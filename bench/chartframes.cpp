@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Frames of the terminal's chart over ten million bars: layout and painting into a picture while it
-// is scrolled, dragged and zoomed at several timeframes. All bars are in memory: what reading takes
-// is measured elsewhere.
+// is scrolled, dragged and zoomed at several timeframes, from a second on, with nights and without.
+// All bars are in memory: what reading takes is measured elsewhere.
 //
 //   bench_chartframes [DAYS] [BARS_PER_DAY] [FRAMES] [TIMEFRAME]
 //
@@ -94,17 +94,33 @@ void measure(ChartView& view, const char* what, int frames, const std::function<
 void measureTimeframe(ChartView& view, Timeframe timeframe, int frames)
 {
     view.setTimeframe(timeframe);
-    const QByteArray name = QByteArray::number(secondsOf(timeframe)) + " s";
+    const QByteArray name =
+        QByteArray::number(secondsOf(timeframe)) + (view.areNightsShown() ? " s, nights" : " s");
     const SlotRange reach = view.reach();
     for (const double slotCount : {80.0, 260.0}) {
         const double length = std::min(slotCount, reach.length());
-        view.setRange({reach.begin, reach.begin + length});
+        view.setRange({reach.end - length, reach.end});
         measure(view, (name + ", scrolled").constData(), frames,
-                [&view](int) { view.scroll(0.07); });
+                [&view](int) { view.scroll(-0.07); });
         measure(view, (name + ", anywhere").constData(), frames, [&](int i) {
             const double begin = reach.begin + (reach.length() - length) * i / frames;
             view.setRange({begin, begin + length});
         });
+    }
+}
+
+// As many bars as there are otherwise, of fewer and longer days.
+void measureSeconds(int days, int barsPerDay, int frames)
+{
+    constexpr int longer = 30;
+    const auto series = makeSeries(std::max(1, days / longer), barsPerDay * longer, 1);
+    ChartView view;
+    view.resize(viewSize);
+    view.show();
+    view.showSeries(series);
+    for (const bool areNightsShown : {false, true}) {
+        view.setNightsShown(areNightsShown);
+        measureTimeframe(view, Timeframe::Second, frames);
     }
 }
 
@@ -119,6 +135,7 @@ int main(int argc, char** argv)
     const int frames = std::max(1, arguments.value(3, QStringLiteral("400")).toInt());
     const int timeframe = arguments.value(4, QStringLiteral("30")).toInt();
 
+    measureSeconds(days, barsPerDay, frames);
     const auto series = makeSeries(days, barsPerDay, timeframe);
     std::printf("%d days of %d bars\n", days, barsPerDay);
     ChartView view;
@@ -129,6 +146,10 @@ int main(int argc, char** argv)
         if (view.setTimeframe(shown); view.shownTimeframe() == shown)
             measureTimeframe(view, shown, frames);
     }
+    view.setNightsShown(true);
+    for (const Timeframe shown : {Timeframe::Minute, Timeframe::Hour, Timeframe::Day})
+        measureTimeframe(view, shown, frames);
+    view.setNightsShown(false);
     view.setTimeframe(Timeframe::Minute);
     view.goToLast();
     const auto zoom = [&view](int i) { view.zoom(i % 80 < 40 ? 1.25 : 0.8); };

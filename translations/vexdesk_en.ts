@@ -134,37 +134,39 @@
     <name>vexdesk::BarsCopier</name>
     <message>
         <source>Копирование баров отменено</source>
-        <translation type="unfinished"></translation>
+        <translation>Copying of bars given up</translation>
     </message>
     <message>
-        <source>копирование баров: день %1 из %2 (Esc — отменить)</source>
-        <translation type="unfinished"></translation>
+        <source>Копирование баров: день %1 из %2 (Esc — отменить)</source>
+        <translation>Copying bars: day %1 of %2 (Esc gives up)</translation>
     </message>
     <message>
         <source>Бары не скопированы: их больше %1. Отметьте меньший отрезок или выберите больший таймфрейм.</source>
-        <translation type="unfinished"></translation>
+        <translation>The bars were not copied: there are more than %1. Mark a shorter range or choose a longer timeframe.</translation>
     </message>
     <message>
         <source>Копировать нечего: в этом отрезке нет баров</source>
-        <translation type="unfinished"></translation>
+        <translation>Nothing to copy: there are no bars in this range</translation>
     </message>
     <message>
         <source>Скопировано баров: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Bars copied: %1</translation>
     </message>
     <message>
         <source>Копирование баров</source>
-        <translation type="unfinished"></translation>
+        <translation>Copying of bars</translation>
     </message>
     <message>
         <source>Бары прочитаны не за все дни. Не удалось прочитать дней: %1, первый из них — %2.
 
 Скопировать остальные?</source>
-        <translation type="unfinished"></translation>
+        <translation>Not all days could be read. Days without bars: %1, the first of them %2.
+
+Copy the others?</translation>
     </message>
     <message>
         <source>Скопировать</source>
-        <translation type="unfinished"></translation>
+        <translation>Copy</translation>
     </message>
 </context>
 <context>
@@ -350,7 +352,7 @@
     </message>
     <message>
         <source>Не удалось нарисовать картинку &quot;%1&quot;</source>
-        <translation type="unfinished"></translation>
+        <translation>Cannot draw the picture &quot;%1&quot;</translation>
     </message>
 </context>
 <context>
@@ -409,11 +411,11 @@
     </message>
     <message>
         <source>Картинка скопирована в буфер обмена</source>
-        <translation type="unfinished"></translation>
+        <translation>The picture is in the clipboard</translation>
     </message>
     <message>
         <source>Картинка %1 сохранена в каталоге %2</source>
-        <translation type="unfinished"></translation>
+        <translation>Picture %1 saved in the folder %2</translation>
     </message>
 </context>
 <context>
@@ -633,19 +635,19 @@ If both change history or settings, the changes of one of them will be lost.</tr
     </message>
     <message>
         <source>День, день и месяц или дата целиком: 29, 29.02, 29.02.2024; стрелки вверх и вниз — соседние дни</source>
-        <translation type="unfinished"></translation>
+        <translation>A day, a day and a month, or a whole date, in the order in which it is shown; the arrow keys up and down go to the days beside it</translation>
     </message>
     <message>
         <source>Календарь</source>
-        <translation type="unfinished"></translation>
+        <translation>Calendar</translation>
     </message>
     <message>
         <source>Это не дата. Нужна, например, %1</source>
-        <translation type="unfinished"></translation>
+        <translation>This is no date. One is, for example, %1</translation>
     </message>
     <message>
         <source>%1. Хранятся дни с %2 по %3</source>
-        <translation type="unfinished"></translation>
+        <translation>%1. Stored days: %2 to %3</translation>
     </message>
 </context>
 <context>

@@ -183,7 +183,7 @@ void MainWindow::addCharts()
 {
     m_marks = new MarkSources(this);
     m_chartTabs = new ChartTabs(storeRoot().path(), *m_marks);
-    m_charts = std::make_unique<Charts>(*m_chartTabs, *m_marks);
+    m_charts = std::make_unique<Charts>(storeRoot().path(), *m_chartTabs, *m_marks);
     if (Core* const core = terminalCore())
         core->setCharts(m_charts.get());
     // A plug-in that goes may have left its marks behind.

@@ -118,7 +118,10 @@ private Q_SLOTS:
     void aClosedChartComesBackAsItWas();
     void theTreeIsToggledByKey();
     void theTreeIsAsItWasAtTheNextStart();
+    void theMarkOfTheTreeIsTrueAtTheNextStart_data();
+    void theMarkOfTheTreeIsTrueAtTheNextStart();
     void tabGoesFromTheTreeToTheChart();
+    void aChartHasRoomOnASmallScreen();
     void theMenuIsForTheChartInFront();
     void timeframeStudiesAndNightsByMenu();
     void goesToADateByKeysAlone();
@@ -516,6 +519,46 @@ void TestChartWindow::theTreeIsAsItWasAtTheNextStart()
     QVERIFY(dock()->isVisible() && dock()->isFloating());
 }
 
+void TestChartWindow::theMarkOfTheTreeIsTrueAtTheNextStart_data()
+{
+    QTest::addColumn<bool>("isFloating");
+    QTest::addColumn<bool>("hasChart");
+    QTest::addColumn<bool>("isPluginThere");
+    QTest::addColumn<bool>("isByKey");
+    for (int i = 0; i < 16; ++i)
+        QTest::addRow("%d", i) << bool(i & 1) << bool(i & 2) << bool(i & 4) << bool(i & 8);
+}
+
+void TestChartWindow::theMarkOfTheTreeIsTrueAtTheNextStart()
+{
+    QFETCH(const bool, isFloating);
+    QFETCH(const bool, hasChart);
+    QFETCH(const bool, isPluginThere);
+    QFETCH(const bool, isByKey);
+    if (isPluginThere)
+        load({QStringLiteral("good")});
+    if (hasChart)
+        open("ALFA");
+    dock()->setFloating(isFloating);
+    const auto isMarkTrue = [this] {
+        return itemOf(viewMenu(), QStringLiteral("Серии"))->isChecked() == dock()->isVisible();
+    };
+    QVERIFY(isMarkTrue());
+    if (isByKey)
+        itemOf(viewMenu(), QStringLiteral("Серии"))->trigger();
+    else
+        dock()->close();
+    QVERIFY(isMarkTrue());
+    for (int i = 0; i < 3; ++i) {
+        start();
+        QCoreApplication::processEvents();
+        QVERIFY(isMarkTrue());
+        if (i == 1)
+            dock()->toggleViewAction()->trigger();
+        QVERIFY(isMarkTrue());
+    }
+}
+
 void TestChartWindow::tabGoesFromTheTreeToTheChart()
 {
     open("ALFA");
@@ -528,6 +571,24 @@ void TestChartWindow::tabGoesFromTheTreeToTheChart()
     }
     QCOMPARE(names, QStringList({"seriesFilter", "seriesView", "chartTimeframe", "chartNights",
                                  "chartStudies", "chartShowAll", "chartView"}));
+}
+
+// Of 800 x 600 pixels, half of them to each side at a scale of 2.
+void TestChartWindow::aChartHasRoomOnASmallScreen()
+{
+    open("ALFA");
+    page()->show(vexdesk::Study::MovingAverage, true);
+    const QSize withTree = m_window->minimumSizeHint();
+    QVERIFY2(withTree.height() <= 270, qPrintable(QString::number(withTree.height())));
+    dock()->hide();
+    QCoreApplication::processEvents();
+    const QSize alone = m_window->minimumSizeHint();
+    QVERIFY2(alone.width() <= 390, qPrintable(QString::number(alone.width())));
+    m_window->resize(alone);
+    key(Qt::Key_Left);
+    QVERIFY(!readout().isEmpty());
+    QTRY_VERIFY(view()->chart().prices.place.height() > 30);
+    QVERIFY(view()->chart().prices.lines.size() > 1);
 }
 
 void TestChartWindow::theMenuIsForTheChartInFront()

@@ -73,7 +73,7 @@ void BarsCopier::giveUp()
 
 QString BarsCopier::progress() const
 {
-    return tr("копирование баров: день %1 из %2 (Esc — отменить)")
+    return tr("Копирование баров: день %1 из %2 (Esc — отменить)")
         .arg(m_work.progressValue())
         .arg(m_dayCount);
 }

@@ -6,7 +6,6 @@
 #include <vexdesk/history/barinterval.h>
 
 #include <algorithm>
-#include <cmath>
 
 namespace vexdesk {
 
@@ -75,16 +74,20 @@ void BarSeries::learnToGuess()
     }
 }
 
-int BarSeries::guess(qint64 bytes, Timeframe timeframe) const
+BarSeries::Guess BarSeries::guessFor(Timeframe timeframe) const
+{
+    if (!isBelowDay(timeframe))
+        return {0, 1};
+    return {m_candlesPerByte[static_cast<size_t>(timeframe)],
+            static_cast<int>(secondsPerDay / secondsOf(timeframe))};
+}
+
+int BarSeries::Guess::of(qint64 bytes) const
 {
     if (bytes == 0)
         return 0;
-    if (!isBelowDay(timeframe))
-        return 1;
-    const double most = static_cast<double>(secondsPerDay) / secondsOf(timeframe);
-    const double candles =
-        static_cast<double>(bytes) * m_candlesPerByte[static_cast<size_t>(timeframe)];
-    return static_cast<int>(std::clamp(std::round(candles), 1.0, most));
+    const double candles = static_cast<double>(bytes) * perByte + 0.5;
+    return candles >= most ? most : std::max(1, static_cast<int>(candles));
 }
 
 qsizetype BarSeries::indexFrom(const QDate& day) const
@@ -100,11 +103,40 @@ int BarSeries::candlesOf(qsizetype day, Timeframe timeframe) const
         return beginsPeriod(day, timeframe) ? 1 : 0;
     const Facts& facts = factsAt(day);
     if (!facts.isRead)
-        return guess(m_days[static_cast<size_t>(day)].bytes, timeframe);
+        return guessFor(timeframe).of(m_days[static_cast<size_t>(day)].bytes);
     const int own = facts.hasMidnight && !endsDayBefore(day, timeframe) ? 1 : 0;
     if (timeframe == Timeframe::Day)
         return own + (facts.hasRest ? 1 : 0);
     return own + facts.candles[static_cast<size_t>(timeframe)];
+}
+
+std::vector<qint64> BarSeries::candlesBefore(Timeframe timeframe) const
+{
+    std::vector<qint64> counts{0};
+    counts.reserve(m_days.size() + 1);
+    QDate end; // of the week or month that has begun
+    const Timeframe upToDay = std::min(timeframe, Timeframe::Day);
+    const Guess guess = guessFor(upToDay);
+    for (size_t i = 0; i < m_days.size(); ++i) {
+        const Facts& facts = m_facts[i];
+        int count = 0;
+        if (!facts.isRead)
+            count = guess.of(m_days[i].bytes);
+        else if (facts.hasMidnight)
+            count = candlesOf(static_cast<qsizetype>(i), upToDay);
+        else if (upToDay == Timeframe::Day)
+            count = facts.hasRest ? 1 : 0;
+        else
+            count = facts.candles[static_cast<size_t>(upToDay)];
+        if (timeframe > Timeframe::Day) {
+            const bool isBegin = count > 0 && (!end.isValid() || m_days[i].day >= end);
+            if (isBegin)
+                end = periodEnd(m_days[i].day, timeframe);
+            count = isBegin ? 1 : 0;
+        }
+        counts.push_back(counts.back() + count);
+    }
+    return counts;
 }
 
 bool BarSeries::endsDayBefore(qsizetype day, Timeframe timeframe) const

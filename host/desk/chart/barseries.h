@@ -50,6 +50,8 @@ public:
     /// read and else a guess by the size of the file. Of days one; two where a bar at midnight has
     /// no day before it to end. Of a week or a month one at its first day with bars, else none.
     int candlesOf(qsizetype day, Timeframe timeframe) const;
+    /// How many candles begin with the days before each of them, and with all days.
+    std::vector<qint64> candlesBefore(Timeframe timeframe) const;
     /// Whether the bars at midnight with which a day's file begins are part of the last candle of
     /// the day before: that is stored, and its last interval ends at this midnight.
     bool endsDayBefore(qsizetype day, Timeframe timeframe) const;
@@ -68,11 +70,20 @@ private:
         bool hasRest = false;
     };
 
+    // How many candles a file that was not read may have.
+    struct Guess
+    {
+        double perByte = 0;
+        int most = 0;
+
+        int of(qint64 bytes) const;
+    };
+
     static Facts factsOf(const SeriesDay& day);
     void learnFacts(const BarSeries* before);
     void learnToGuess();
     const Facts& factsAt(qsizetype day) const { return m_facts[static_cast<size_t>(day)]; }
-    int guess(qint64 bytes, Timeframe timeframe) const;
+    Guess guessFor(Timeframe timeframe) const;
     bool beginsPeriod(qsizetype day, Timeframe timeframe) const;
 
     int m_timeframe = 0;

@@ -166,7 +166,8 @@ void placePanes(ChartLayout& chart, const QFontMetricsF& metrics, bool hasVolume
     const double room = std::max(2.0, chart.size.height() - top - below);
     chart.prices.place = {padding, top, width, std::floor(room)};
     chart.volumes.place = {padding, chart.prices.place.bottom(), width, 0};
-    if (!hasVolumes)
+    constexpr double leastForBoth = 6; // lines of text
+    if (!hasVolumes || room < leastForBoth * line)
         return;
     // A label of each pane may stand out of it.
     const double both = std::max(2.0, room - line);
@@ -224,7 +225,7 @@ void addAxes(ChartLayout& chart, const QFontMetricsF& metrics)
     addLines(chart.prices, metrics,
              std::max(line, std::min(priceDistance, chart.prices.place.height() / 3)));
     // Numbers that nothing is measured by would be taken for those of the bars.
-    if (isAnyTraded(chart.candles))
+    if (chart.hasVolumes() && isAnyTraded(chart.candles))
         addLines(chart.volumes, metrics,
                  std::clamp(chart.volumes.place.height() / volumeLines, line, 2 * line));
 }

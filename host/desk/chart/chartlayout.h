@@ -116,7 +116,7 @@ struct ChartLayout
     std::vector<PlacedCandle> candles;
     std::vector<SlotRange> unread; ///< stretches whose days were not read yet
     ChartPane prices;
-    ChartPane volumes; ///< below the prices, of the same times; of no height where there are none
+    ChartPane volumes; ///< below the prices, of the same times; of no height without any or room
     std::vector<AxisLine> times;
     std::vector<ChartLabel> headings; ///< dates or years below the times
     ChartLabel title;

@@ -148,7 +148,12 @@ void ChartPage::connectParts()
     connect(m_view, &ChartView::markChanged, this, &ChartPage::changed);
     connect(m_view, &ChartView::contextMenuWanted, this, &ChartPage::contextMenuWanted);
     connect(m_view, &ChartView::copyWanted, this, &ChartPage::copyBars);
-    connect(&m_copier, &BarsCopier::progressed, this, &ChartPage::updateNote);
+    // Also where there is room for it in a narrow window, and when another chart is in front.
+    connect(&m_copier, &BarsCopier::progressed, this, [this] {
+        updateNote();
+        if (m_copier.isAtWork())
+            Q_EMIT told(m_copier.progress());
+    });
     connect(&m_copier, &BarsCopier::told, this, &ChartPage::told);
     connect(m_scrollBar, &QScrollBar::valueChanged, this, &ChartPage::scrollTo);
     connect(&m_askSoon, &QTimer::timeout, this, &ChartPage::askForMarks);

@@ -4,33 +4,19 @@
 #include "desk/chart/chartpage.h"
 #include "desk/chart/charttabs.h"
 #include "desk/chart/marksources.h"
+#include "desk/chart/seriesname.h"
 
 namespace vexdesk {
 
-namespace {
-
-// Of one directory of the store, and not a way out of it.
-bool isName(const QString& code)
-{
-    return !code.isEmpty() && code != QLatin1String(".") && code != QLatin1String("..") &&
-           !code.contains(u'/');
-}
-
-bool isSeries(const SeriesName& series)
-{
-    return isName(series.stockCode) && isName(series.boardCode) && isName(series.securityName);
-}
-
-} // namespace
-
-Charts::Charts(ChartTabs& tabs, MarkSources& marks)
-    : m_tabs(tabs)
+Charts::Charts(QString root, ChartTabs& tabs, MarkSources& marks)
+    : m_root(std::move(root))
+    , m_tabs(tabs)
     , m_marks(marks)
 {}
 
 bool Charts::show(const SeriesName& series, const QDate& day, const QTime& time)
 {
-    if (!isSeries(series))
+    if (!isStored(m_root, series))
         return false;
     ChartPage& page = m_tabs.open(series);
     if (day.isValid())

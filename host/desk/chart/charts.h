@@ -12,8 +12,8 @@ class MarkSources;
 class Charts final : public ICharts
 {
 public:
-    /// Both must live as long as this.
-    Charts(ChartTabs& tabs, MarkSources& marks);
+    /// `root` is the store's; both others must live as long as this.
+    Charts(QString root, ChartTabs& tabs, MarkSources& marks);
 
     bool show(const SeriesName& series, const QDate& day, const QTime& time) override;
     void addMarks(IChartMarks* marks) override;
@@ -21,6 +21,7 @@ public:
     void marksChanged(const SeriesName& series) override;
 
 private:
+    QString m_root;
     ChartTabs& m_tabs;
     MarkSources& m_marks;
 };

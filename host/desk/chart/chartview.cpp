@@ -68,7 +68,7 @@ ChartView::~ChartView() = default;
 
 QSize ChartView::minimumSizeHint() const
 {
-    constexpr QSize smallest(320, 180);
+    constexpr QSize smallest(240, 110);
     return smallest;
 }
 

@@ -56,11 +56,19 @@ Timeframe ChartViewport::shortestTimeframe() const
 // The candles that were folded are taken over; the old series goes, with what it has in memory.
 void ChartViewport::makeAxis()
 {
-    const auto before = m_axis.folded();
-    for (auto& other : m_others)
-        other.reset();
-    m_axis =
-        TimeAxis(std::make_shared<FoldedDays>(m_series, m_shown, before.get()), m_areNightsShown);
+    const auto made = [this](Timeframe timeframe, const TimeAxis& before) {
+        return TimeAxis(std::make_shared<FoldedDays>(m_series, timeframe, before.folded().get()),
+                        m_areNightsShown);
+    };
+    m_axis = made(m_shown, m_axis);
+    // To show everything, or the place that is remembered, the others will be asked again.
+    m_others[static_cast<size_t>(m_shown)].reset();
+    for (auto& other : m_others) {
+        if (!m_place && !m_isAll)
+            other.reset();
+        else if (other)
+            other = made(other->timeframe(), *other);
+    }
 }
 
 const TimeAxis& ChartViewport::axisOf(Timeframe timeframe)

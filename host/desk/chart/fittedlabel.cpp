@@ -56,6 +56,7 @@ FittedLabel::FittedLabel(QWidget* parent)
     : QLabel(parent)
 {
     setTextFormat(Qt::PlainText);
+    setWordWrap(true);
     // As much room as there is, and none is asked for.
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
 }
@@ -93,11 +94,19 @@ bool FittedLabel::isElided() const
     return linesFor(text(), width()) > m_lines;
 }
 
+int FittedLabel::heightOf(int lines) const
+{
+    return fontMetrics().height() + (lines - 1) * fontMetrics().lineSpacing();
+}
+
+int FittedLabel::heightForWidth(int width) const
+{
+    return heightOf(linesFor(text(), width));
+}
+
 QSize FittedLabel::sizeHint() const
 {
-    const QFontMetrics metrics = fontMetrics();
-    return {metrics.horizontalAdvance(text()),
-            metrics.height() + (m_lines - 1) * metrics.lineSpacing()};
+    return {fontMetrics().horizontalAdvance(text()), heightOf(m_lines)};
 }
 
 QSize FittedLabel::minimumSizeHint() const

@@ -7,7 +7,8 @@ namespace vexdesk {
 
 /// Shows plain text in the lines that it is given, whatever room the text would like. Parts of it
 /// with three blanks between them are not torn apart where they can be whole; what has no room in
-/// the last line is an ellipsis there, and all of it is in the tool tip. User-interface thread only.
+/// the last line is an ellipsis there, and all of it is in the tool tip. User-interface thread
+/// only.
 class FittedLabel final : public QLabel
 {
     Q_OBJECT
@@ -25,6 +26,8 @@ public:
     QStringList shownLines() const;
     bool isElided() const;
 
+    /// What all of the text would need; the label's own height is that of its lines.
+    int heightForWidth(int width) const override;
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
     bool hasHeightForWidth() const override { return false; }
@@ -34,6 +37,8 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    int heightOf(int lines) const;
+
     int m_lines = 1;
 };
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "desk/chart/foldeddays.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace vexdesk {
@@ -15,23 +16,97 @@ FoldedDays::FoldedDays(std::shared_ptr<const BarSeries> series, Timeframe timefr
                        const FoldedDays* before)
     : m_series(std::move(series))
     , m_timeframe(timeframe)
-    , m_days(m_series->days().size())
+    , m_pages((m_series->days().size() + pageSize - 1) / pageSize)
 {
-    // Weeks and months are made of more days than those that are compared.
-    if (!before || before->m_timeframe != timeframe || timeframe > Timeframe::Day)
-        return;
-    size_t known = 0;
-    for (size_t day = 0; day < m_days.size(); ++day) {
-        while (known < before->m_days.size() && before->dayAt(known).day < dayAt(day).day)
-            ++known;
-        if (known == before->m_days.size())
-            break;
-        if (!before->m_days[known].candles || !isSame(day, *before, known))
+    if (before && before->m_timeframe == timeframe)
+        takeOver(*before);
+}
+
+void FoldedDays::takeOver(const FoldedDays& before)
+{
+    m_turn = before.m_turn;
+    size_t next = 0;
+    for (size_t page = 0; page < before.m_pages.size(); ++page) {
+        const std::shared_ptr<Page>& known = before.m_pages[page];
+        if (!known)
             continue;
-        m_days[day] = {before->m_days[known].candles, m_turn};
-        m_candlesKept += m_days[day].candles->size();
-        ++m_daysKept;
+        if (isPageSame(before, page)) {
+            m_pages[page] = known;
+            m_daysKept += known->daysKept;
+            m_candlesKept += known->candlesKept;
+        } else if (m_timeframe <= Timeframe::Day) {
+            // Weeks and months are made of more days than those that are compared.
+            takeOverDays(before, page, &next);
+        }
     }
+}
+
+void FoldedDays::takeOverDays(const FoldedDays& before, size_t page, size_t* next)
+{
+    const size_t size = m_series->days().size();
+    for (size_t i = 0; i < pageSize; ++i) {
+        const Entry& entry = before.m_pages[page]->days[i];
+        const size_t known = page * pageSize + i;
+        if (!entry.candles)
+            continue;
+        while (*next < size && dayAt(*next).day < before.dayAt(known).day)
+            ++*next;
+        if (*next == size)
+            return;
+        if (isSame(*next, before, known))
+            keep(*next, entry.candles);
+    }
+}
+
+// Whether all days of a page have the same places in both, with their neighbours, and with the
+// weeks or months that reach into it.
+bool FoldedDays::isPageSame(const FoldedDays& before, size_t page) const
+{
+    if (page >= m_pages.size())
+        return false;
+    constexpr size_t month = 31;
+    const size_t beside = m_timeframe > Timeframe::Day ? month : 1;
+    const size_t begin = page * pageSize;
+    const size_t end = begin + pageSize;
+    for (size_t day = begin - std::min(begin, beside); day < end + beside; ++day) {
+        const bool needsBars = isBelowDay(m_timeframe) && day >= begin && day < end;
+        if (!isSameAt(before, day, needsBars))
+            return false;
+    }
+    return true;
+}
+
+// Beyond the ends of both there is the same.
+bool FoldedDays::isSameAt(const FoldedDays& before, size_t day, bool needsBars) const
+{
+    const bool isThere = day < m_series->days().size();
+    const bool wasThere = day < before.m_series->days().size();
+    if (!isThere || !wasThere)
+        return isThere == wasThere;
+    const SeriesDay& now = dayAt(day);
+    const SeriesDay& then = before.dayAt(day);
+    return now.day == then.day && now.summary == then.summary && now.bytes == then.bytes &&
+           (!needsBars || now.bars == then.bars);
+}
+
+FoldedDays::Page& FoldedDays::changedPage(size_t page)
+{
+    std::shared_ptr<Page>& changed = m_pages[page];
+    if (!changed)
+        changed = std::make_shared<Page>();
+    else if (changed.use_count() > 1)
+        changed = std::make_shared<Page>(*changed);
+    return *changed;
+}
+
+void FoldedDays::keep(size_t day, std::shared_ptr<const std::vector<Candle>> candles)
+{
+    Page& page = changedPage(day / pageSize);
+    page.candlesKept += candles->size();
+    ++page.daysKept;
+    m_candlesKept += candles->size();
+    ++m_daysKept;
+    page.days[day % pageSize] = {std::move(candles), m_turn};
 }
 
 // Whether what the candles of a day are made of is the same: the day itself, and at midnight its
@@ -49,31 +124,40 @@ bool FoldedDays::isSame(size_t day, const FoldedDays& before, size_t dayBefore) 
 // Null beyond both ends, too.
 const DaySummary* FoldedDays::summaryAt(size_t day) const
 {
-    return day < m_days.size() ? dayAt(day).summary.get() : nullptr;
+    return day < m_series->days().size() ? dayAt(day).summary.get() : nullptr;
 }
 
 const std::vector<Candle>& FoldedDays::of(qsizetype day)
 {
-    Entry& entry = m_days[static_cast<size_t>(day)];
-    if (!entry.candles) {
-        entry.candles =
-            std::make_shared<const std::vector<Candle>>(foldDay(*m_series, day, m_timeframe));
-        m_candlesKept += entry.candles->size();
-        ++m_daysKept;
-    }
+    const auto at = static_cast<size_t>(day);
+    const std::shared_ptr<Page>& page = m_pages[at / pageSize];
+    if (!page || !page->days[at % pageSize].candles)
+        keep(at, std::make_shared<const std::vector<Candle>>(foldDay(*m_series, day, m_timeframe)));
+    Entry& entry = page->days[at % pageSize];
     entry.turn = m_turn;
     return *entry.candles;
+}
+
+void FoldedDays::letGoOf(size_t page)
+{
+    Page& changed = changedPage(page);
+    for (Entry& entry : changed.days) {
+        if (!entry.candles || entry.turn == m_turn)
+            continue;
+        changed.candlesKept -= entry.candles->size();
+        --changed.daysKept;
+        m_candlesKept -= entry.candles->size();
+        --m_daysKept;
+        entry.candles.reset();
+    }
 }
 
 void FoldedDays::letGo()
 {
     if (m_candlesKept > mostCandles) {
-        for (Entry& entry : m_days) {
-            if (!entry.candles || entry.turn == m_turn)
-                continue;
-            m_candlesKept -= entry.candles->size();
-            --m_daysKept;
-            entry.candles.reset();
+        for (size_t page = 0; page < m_pages.size(); ++page) {
+            if (m_pages[page])
+                letGoOf(page);
         }
     }
     ++m_turn;

@@ -3,6 +3,7 @@
 
 #include "desk/chart/candles.h"
 
+#include <array>
 #include <memory>
 #include <vector>
 
@@ -38,13 +39,31 @@ private:
         int turn = 0;                                       // at which it was asked for last
     };
 
+    static constexpr size_t pageSize = 128; // days
+    // Shared by those that know the same days; one that is shared is not changed but copied.
+    struct Page
+    {
+        std::array<Entry, pageSize> days;
+        size_t daysKept = 0;
+        size_t candlesKept = 0;
+    };
+
+    void takeOver(const FoldedDays& before);
+    void takeOverDays(const FoldedDays& before, size_t page, size_t* next);
+    bool isPageSame(const FoldedDays& before, size_t page) const;
+    bool isSameAt(const FoldedDays& before, size_t day, bool needsBars) const;
     bool isSame(size_t day, const FoldedDays& before, size_t dayBefore) const;
+    void letGoOf(size_t page);
+    Page& changedPage(size_t page);
+    void keep(size_t day, std::shared_ptr<const std::vector<Candle>> candles);
     const SeriesDay& dayAt(size_t day) const { return m_series->days()[day]; }
     const DaySummary* summaryAt(size_t day) const;
 
     std::shared_ptr<const BarSeries> m_series;
     Timeframe m_timeframe;
-    std::vector<Entry> m_days; // of the series; without candles those that were not folded
+    // Of the days of the series, without candles those that were not folded. Most series are long
+    // and looked at in one place: only pages with something in them are there.
+    std::vector<std::shared_ptr<Page>> m_pages;
     size_t m_daysKept = 0;
     size_t m_candlesKept = 0;
     int m_turn = 0;

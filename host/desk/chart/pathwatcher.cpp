@@ -57,6 +57,9 @@ struct PathWatcher::Ear
         if (owner)
             QMetaObject::invokeMethod(owner, &PathWatcher::tellSoon, Qt::QueuedConnection);
     }
+    // For whoever holds it. That the thread ends after it was told to, and goes after it has ended,
+    // is settled inside Qt, where those who look for races do not look.
+    void wait() { const std::lock_guard<std::mutex> lock(mutex); }
 };
 
 PathWatcher::PathWatcher(int delay, QObject* parent)
@@ -72,6 +75,9 @@ PathWatcher::PathWatcher(int delay, QObject* parent)
     connect(m_watcher, &QFileSystemWatcher::directoryChanged, this, &PathWatcher::tellSoon);
     connect(m_watcher, &QFileSystemWatcher::fileChanged, this, &PathWatcher::tellSoon);
     connect(m_thread, &QThread::finished, m_watcher, &QObject::deleteLater);
+    connect(
+        m_thread, &QThread::finished, m_thread, [ear = m_ear] { ear->wait(); },
+        Qt::DirectConnection);
     m_watcher->moveToThread(m_thread);
     m_thread->start();
 }
@@ -81,10 +87,11 @@ PathWatcher::~PathWatcher()
     {
         const std::lock_guard<std::mutex> lock(m_ear->mutex);
         m_ear->owner = nullptr;
+        m_thread->quit();
     }
-    m_thread->quit();
-    startReading([thread = m_thread] {
+    startReading([thread = m_thread, ear = m_ear] {
         thread->wait();
+        ear->wait();
         delete thread;
     });
 }

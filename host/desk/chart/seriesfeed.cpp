@@ -123,16 +123,15 @@ bool SeriesFeed::takeListing(const std::vector<ListedDay>& listed)
     for (const ListedDay& one : listed) {
         known = std::find_if(known, m_days.end(),
                              [&one](const Day& day) { return day.shown.day >= one.day; });
-        Day day;
+        Day& day = days.emplace_back();
         if (known != m_days.end() && known->shown.day == one.day)
-            day = *known;
+            day = std::move(*known);
         day.isCurrent = day.isCurrent && day.stamp.isSameAs(one.stamp);
         if (!day.shown.summary && (!day.shown.day.isValid() || day.stamp.size != one.stamp.size))
             isNew = true;
         day.shown.day = one.day;
         day.shown.bytes = one.stamp.size;
         day.stamp = one.stamp;
-        days.push_back(std::move(day));
     }
     m_days = std::move(days);
     m_memory = 0;

@@ -43,11 +43,7 @@ TimeAxis::TimeAxis(std::shared_ptr<FoldedDays> folded, bool areNightsShown)
     : m_folded(std::move(folded))
     , m_areNightsShown(areNightsShown)
 {
-    const auto& days = series().days();
-    m_starts.reserve(days.size() + 1);
-    for (size_t day = 0; day < days.size(); ++day)
-        m_starts.push_back(m_starts.back() +
-                           series().candlesOf(static_cast<qsizetype>(day), timeframe()));
+    m_starts = series().candlesBefore(timeframe());
     m_size = m_starts.back();
     if (m_size == 0)
         return;

@@ -59,9 +59,8 @@ public:
     virtual ~ICharts() = default;
 
     /// Opens a chart of the series or brings the one that there is to the front, with this moment
-    /// of the wall clock in its middle and under its crosshair; without a valid time the day. What
-    /// is stored is looked up afterwards and not waited for: where there is nothing, the chart says
-    /// so. False where the codes can name no series: then nothing is shown.
+    /// of the wall clock in its middle and under its crosshair; without a valid time the day. False
+    /// where nothing of the series is stored: then nothing is shown.
     virtual bool show(const SeriesName& series, const QDate& day, const QTime& time) = 0;
 
     /// Asks for marks from now on. The object stays its maker's, who takes it out before it goes:

@@ -173,8 +173,12 @@ void TestBarSeries::whatIsTakenOverIsWhatIsRead()
         auto next = std::make_unique<BarSeries>(60, days, before.get());
         QCOMPARE(next->decimals(), anew.decimals());
         QCOMPARE(next->isEmpty(), anew.isEmpty());
-        for (qsizetype i = 0; i < qsizetype(days.size()); ++i) {
-            for (const Timeframe one : vexdesk::allTimeframes) {
+        for (const Timeframe one : vexdesk::allTimeframes) {
+            const std::vector<qint64> counts = next->candlesBefore(one);
+            QCOMPARE(counts.size(), days.size() + 1);
+            QCOMPARE(counts[0], 0);
+            for (qsizetype i = 0; i < qsizetype(days.size()); ++i) {
+                QCOMPARE(counts[size_t(i) + 1] - counts[size_t(i)], next->candlesOf(i, one));
                 QCOMPARE(next->candlesOf(i, one), anew.candlesOf(i, one));
                 QCOMPARE(next->endsDayBefore(i, one), anew.endsDayBefore(i, one));
             }

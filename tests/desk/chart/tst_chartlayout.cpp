@@ -98,6 +98,7 @@ private Q_SLOTS:
     void volumesStandWithTheirThousandsApart();
     void withoutVolumesThereIsNoAxisOfThem();
     void withoutVolumesTheyHaveNoPane();
+    void inALowChartThePricesHaveTheRoom();
     void aDateIsAlwaysShown();
     void columnsHaveAMiddle();
     void theCrosshairStandsAtTheNearestCandle();
@@ -303,6 +304,16 @@ void TestChartLayout::withoutVolumesTheyHaveNoPane()
     for (auto& day : days)
         day = testsupport::unreadDay(day.day, 1000);
     QVERIFY(layOut(std::make_shared<const BarSeries>(60, days), {0, 40}).hasVolumes());
+}
+
+void TestChartLayout::inALowChartThePricesHaveTheRoom()
+{
+    const ChartLayout low = layOutAll(makeSeries(1, 120), {240, 110});
+    QVERIFY(!low.hasVolumes());
+    QVERIFY(low.prices.place.height() > 30);
+    QVERIFY(low.volumes.lines.empty());
+    everythingFitsIn(low);
+    QVERIFY(layOutAll(makeSeries(1, 120), {320, 180}).hasVolumes());
 }
 
 // Wherever the view is, with everything in it and with little.

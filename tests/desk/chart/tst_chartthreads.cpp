@@ -3,7 +3,6 @@
 // slow to answer, the window would stand still.
 
 #include "desk/chart/chartpage.h"
-#include "desk/chart/charts.h"
 #include "desk/chart/charttabs.h"
 #include "desk/chart/marksources.h"
 #include "desk/chart/seriestree.h"
@@ -20,7 +19,6 @@
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QThread>
 #include <QtTest/QTest>
-#include <QtWidgets/QLabel>
 #include <QtWidgets/QTreeView>
 
 #include <dirent.h>
@@ -99,7 +97,6 @@ private Q_SLOTS:
     void cleanup() { QFile::remove(settingsFile()); }
 
     void theStoreIsWalkedByOtherThreads();
-    void aPluginsChartIsOpenedWithoutLookingForIt();
     void aPageCanBeClosedWhileItReads();
 
 private:
@@ -140,35 +137,6 @@ void TestChartThreads::theStoreIsWalkedByOtherThreads()
     countCallsBelow(QString());
     QCOMPARE(walked, QByteArrayList());
     QVERIFY(others > 0);
-}
-
-void TestChartThreads::aPluginsChartIsOpenedWithoutLookingForIt()
-{
-    const QTemporaryDir root;
-    const QString file =
-        QStringLiteral("NORD/MAIN/ALFA/") + testsupport::dayFile(QDate(2024, 1, 15));
-    testsupport::writeFile(root.filePath(file), testsupport::barLines(QTime(10, 0), 20));
-    vexdesk::MarkSources marks;
-    vexdesk::ChartTabs tabs(root.path(), marks);
-    vexdesk::Charts charts(tabs, marks);
-    tabs.show();
-    const auto name = [](const char* security) {
-        return vexdesk::SeriesName{QStringLiteral("NORD"), QStringLiteral("MAIN"),
-                                   QLatin1String(security)};
-    };
-    countCallsBelow(root.path());
-    QVERIFY(charts.show(name("ALFA"), QDate(2024, 1, 15), QTime(10, 5)));
-    QTRY_VERIFY(!tabs.current()->isEmpty());
-    QVERIFY(!charts.show(name(".."), QDate(), QTime()));
-    QVERIFY(!charts.show(name(""), QDate(), QTime()));
-    QCOMPARE(tabs.count(), 1);
-    // What is not stored has a chart that says so.
-    QVERIFY(charts.show(name("NONE"), QDate(), QTime()));
-    const auto* const message = testsupport::child<QLabel>(tabs.current(), "chartMessage");
-    QTRY_COMPARE(message->text(), QStringLiteral("Этой серии больше нет в хранилище."));
-    QVERIFY(tabs.current()->isEmpty() && message->isVisible());
-    countCallsBelow(QString());
-    QCOMPARE(walked, QByteArrayList());
 }
 
 // On a disk that does not answer.

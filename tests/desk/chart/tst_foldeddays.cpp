@@ -5,6 +5,9 @@
 
 #include <QtTest/QTest>
 
+#include <array>
+#include <memory>
+
 using testsupport::firstDay;
 using testsupport::makeBars;
 using testsupport::makeSeries;
@@ -24,6 +27,7 @@ private Q_SLOTS:
     void whatHasChangedIsFoldedAnew();
     void letsManyCandlesGo();
     void holdsNoBars();
+    void whatIsTakenOverIsWhatIsFolded();
 };
 
 void TestFoldedDays::foldsAsItIsAsked()
@@ -111,6 +115,43 @@ void TestFoldedDays::holdsNoBars()
     before.reset();
     series.reset();
     QVERIFY(bars.expired());
+}
+
+// Days come, go, change, and lose their bars, while all of a long series is folded.
+void TestFoldedDays::whatIsTakenOverIsWhatIsFolded()
+{
+    QRandomGenerator random(9);
+    std::vector<vexdesk::SeriesDay> days = makeSeries(400, 3)->days();
+    std::array<std::unique_ptr<FoldedDays>, vexdesk::allTimeframes.size()> folded;
+    for (int round = 0; round < 40; ++round) {
+        const auto at = static_cast<size_t>(random.bounded(int(days.size())));
+        const QDate day = days[at].day;
+        std::vector<vexdesk::Bar> bars = makeBars(day, 1 + random.bounded(5));
+        if (random.bounded(2) == 0)
+            bars.insert(bars.begin(), testsupport::makeBar(day, QTime(0, 0), round));
+        if (round % 4 == 0) // at the end, as most of them come
+            days.push_back(testsupport::readDay(days.back().day.addDays(1),
+                                                makeBars(days.back().day.addDays(1), 3)));
+        else if (round % 4 == 1)
+            days.erase(days.begin() + qsizetype(at));
+        else if (round % 4 == 2)
+            days[at].bars.reset();
+        else
+            days[at] = testsupport::readDay(day, bars);
+        const auto series = std::make_shared<const BarSeries>(60, days);
+        for (const Timeframe one : vexdesk::allTimeframes) {
+            auto& before = folded[static_cast<size_t>(one)];
+            auto now = std::make_unique<FoldedDays>(series, one, before.get());
+            size_t count = 0;
+            for (qsizetype i = 0; i < qsizetype(days.size()); ++i) {
+                QCOMPARE(now->of(i), vexdesk::foldDay(*series, i, one));
+                count += now->of(i).size();
+            }
+            QCOMPARE(now->candlesKept(), count);
+            QCOMPARE(now->daysKept(), days.size());
+            before = std::move(now);
+        }
+    }
 }
 
 QTEST_GUILESS_MAIN(TestFoldedDays)
