@@ -25,8 +25,8 @@ public:
     /// window without a layout, which would tell what it needs, and for main windows and message
     /// boxes, which rely on their own.
     static void attach(QWidget* window);
-    /// Has a window that was just put on the screen ask for its size again: a window manager may have
-    /// answered to the first size after that. Does nothing for a window without a scroller.
+    /// Has a window that was just put on the screen ask for its size again: a window manager may
+    /// have answered to the first size after that. Does nothing for a window without a scroller.
     static void askAgain(QWidget* window);
 
 protected:

@@ -203,7 +203,9 @@ int rankOf(const Begin& before, const Begin& begin)
 QString timeLabel(const Begin& begin, const TickUnit& unit, bool isNewDay, Timeframe timeframe)
 {
     const bool isExact = isNewDay || timeframe == Timeframe::Second;
-    const qint64 time = isExact ? begin.time : begin.numberOf(unit) * unit.count;
+    // A bar at midnight that stands at its day has an interval of the day before.
+    const qint64 time =
+        std::max(isExact ? begin.time : begin.numberOf(unit) * unit.count, wallTime(begin.day()));
     const bool isShown = timeframe == Timeframe::Second || time % unit.count == 0;
     return isShown ? clockText(time, timeframe) : QString();
 }

@@ -51,6 +51,8 @@ class TestAxisTicks final : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    // Texts as they are anywhere.
+    void initTestCase() { QLocale::setDefault(QLocale::c()); }
     void init() { testsupport::failOnStrayWarnings(); }
 
     void datesFollowTheLanguage_data();
@@ -68,6 +70,7 @@ private Q_SLOTS:
     void aFewBarsHaveTheirLabels_data();
     void aFewBarsHaveTheirLabels();
     void aRoundTimeInAGapStandsBehindIt();
+    void midnightIsOfItsDay();
     void nightsHaveTheirTimes();
     void neverMoreTimesThanRoom();
     void intervalsAreNamed_data();
@@ -245,6 +248,18 @@ void TestAxisTicks::monthsAndYears()
     // Nothing begins in view, but what it is is said.
     QCOMPARE(ticksOf(makeSeries(100, 1), Timeframe::Month, {1.2, 1.8}, 0.1).first,
              QStringLiteral("February 2024"));
+}
+
+// A day's first bar, whose interval lies in a day that is not stored.
+void TestAxisTicks::midnightIsOfItsDay()
+{
+    using testsupport::firstDay;
+    const auto series = testsupport::seriesOf({{testsupport::makeBar(firstDay, QTime(0, 0), 1),
+                                                testsupport::makeBar(firstDay, QTime(3, 0), 2),
+                                                testsupport::makeBar(firstDay, QTime(5, 0), 3)}});
+    const Shown shown = ticksOf(series, Timeframe::Hour, {-10, 13}, 1);
+    QCOMPARE(shown.labels, QStringList({"00:00", "02:00", "04:00"}));
+    QCOMPARE(shown.headings.value(0), QStringLiteral("15.01.2024"));
 }
 
 void TestAxisTicks::nightsHaveTheirTimes()

@@ -9,6 +9,7 @@
 #include "support/strictlog.h"
 
 #include <QtCore/QFile>
+#include <QtCore/QLocale>
 #include <QtCore/QScopeGuard>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QXmlStreamReader>
@@ -87,6 +88,8 @@ class TestChartFiles final : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    // Texts as they are anywhere.
+    void initTestCase() { QLocale::setDefault(QLocale::c()); }
     void init() { testsupport::failOnStrayWarnings(); }
 
     void barsAreLinesWithTabs();

@@ -7,6 +7,7 @@
 #include "desk/chart/wallclock.h"
 #include "support/strictlog.h"
 
+#include <QtCore/QLocale>
 #include <QtCore/QRegularExpression>
 #include <QtGui/QFontMetricsF>
 #include <QtGui/QGuiApplication>
@@ -84,6 +85,8 @@ class TestChartLayout final : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    // Texts as they are anywhere.
+    void initTestCase() { QLocale::setDefault(QLocale::c()); }
     void init() { testsupport::failOnStrayWarnings(); }
 
     void bothPanesShareTheTimes();
