@@ -383,6 +383,10 @@
         <source>&amp;Бар:</source>
         <translation>Ba&amp;r:</translation>
     </message>
+    <message>
+        <source>гмдчмс</source>
+        <translation>ymdhms</translation>
+    </message>
 </context>
 <context>
     <name>OutlookPanel</name>
@@ -991,7 +995,7 @@
     </message>
     <message>
         <source>Дозапо&amp;лнить</source>
-        <translation>Fi&amp;ll</translation>
+        <translation>F&amp;ill</translation>
     </message>
     <message>
         <source>Добавляются только бары, времени которых в хранилище нет</source>
@@ -1011,7 +1015,7 @@
     </message>
     <message>
         <source>&amp;Импортировать</source>
-        <translation>&amp;Import</translation>
+        <translation>I&amp;mport</translation>
     </message>
     <message>
         <source>Отм&amp;енить импорт</source>
@@ -1067,7 +1071,7 @@
     </message>
     <message>
         <source>Закр&amp;ыть</source>
-        <translation>Close</translation>
+        <translation>C&amp;lose</translation>
     </message>
     <message>
         <source>Возвращаю всё, как было...</source>
