@@ -9,7 +9,9 @@
 #include "seriesmodel.h"
 
 #include "support/dayfiles.h"
+#include "support/eventually.h"
 #include "support/filetree.h"
+#include "support/hold.h"
 #include "support/otheruser.h"
 #include "support/strictlog.h"
 
@@ -75,6 +77,7 @@ private Q_SLOTS:
     void remarksAreShown();
     void bookFollowsChanges();
     void bookFollowsCommandsAtOnce();
+    void bookFollowsCommandsDuringALook();
     void bookReadsOnlyWhatWasAskedFor();
     void bookForgetsWhatIsGone();
     void bookTriesAgainWhatCouldNotBeRead();
@@ -107,9 +110,9 @@ void TestHealth::cleanup()
 void TestHealth::open()
 {
     m_book = std::make_unique<HealthBook>(root());
-    m_book->setShortestPause(std::chrono::milliseconds(20));
+    m_book->setPauses(std::chrono::milliseconds(20), 0);
     m_book->followAll(true);
-    QTRY_VERIFY(m_book->isKnown());
+    EVENTUALLY(m_book->isKnown());
     QCOMPARE(m_book->series().size(), 2);
 }
 
@@ -313,13 +316,13 @@ void TestHealth::bookFollowsChanges()
 {
     open();
     testsupport::healDay(root(), gapDay);
-    QTRY_COMPARE(digest(vega)->sums.gaps, qint64(0));
+    EVENTUALLY_EQUAL(digest(vega)->sums.gaps, qint64(0));
     QVERIFY(QFile::remove(root().filePath(testsupport::dayPath(alfa, missingDay))));
-    QTRY_VERIFY(digest(vega)->missingDays.isEmpty());
+    EVENTUALLY(digest(vega)->missingDays.isEmpty());
     // Whoever has read something keeps it: what is shown does not change under a painter.
     const SharedDigest before = digest(vega);
     testsupport::healDay(root(), brokenDay);
-    QTRY_VERIFY(digest(vega) != before);
+    EVENTUALLY(digest(vega) != before);
     QCOMPARE(before->sums.badLines, qint64(1));
     QCOMPARE(digest(vega)->sums.badLines, qint64(0));
 }
@@ -329,13 +332,33 @@ void TestHealth::bookFollowsCommandsAtOnce()
     QVERIFY(QDir(m_dir->path()).mkpath(QStringLiteral("store-restore")));
     open();
     // No look by itself comes before the test has failed.
-    m_book->setShortestPause(std::chrono::minutes(5));
+    m_book->setPauses(std::chrono::minutes(5), 0);
     const QSignalSpy looks(m_book.get(), &HealthBook::looked);
     m_book->look();
-    QTRY_COMPARE(looks.size(), 1);
+    EVENTUALLY_EQUAL(looks.size(), 1);
     testsupport::healDay(root(), gapDay);
     QVERIFY(QDir(m_dir->path()).mkpath(QStringLiteral("store-restore/20240101-000000-1")));
-    QTRY_COMPARE(digest(vega)->sums.gaps, qint64(0));
+    EVENTUALLY_EQUAL(digest(vega)->sums.gaps, qint64(0));
+}
+
+// While another look is at work, which has read the day by now.
+void TestHealth::bookFollowsCommandsDuringALook()
+{
+    QVERIFY(QDir(m_dir->path()).mkpath(QStringLiteral("store-restore")));
+    open();
+    m_book->setPauses(std::chrono::minutes(5), 0);
+    const QSignalSpy looks(m_book.get(), &HealthBook::looked);
+    m_book->look();
+    EVENTUALLY_EQUAL(looks.size(), 1);
+    testsupport::healDay(root(), brokenDay);
+    testsupport::Hold hold({testsupport::SystemCall::Open}, testsupport::dayPath(vega, brokenDay));
+    m_book->look();
+    EVENTUALLY(hold.isReached());
+    testsupport::healDay(root(), gapDay);
+    QVERIFY(QDir(m_dir->path()).mkpath(QStringLiteral("store-restore/20240101-000000-1")));
+    QCoreApplication::processEvents();
+    hold.letGo();
+    EVENTUALLY_EQUAL(digest(vega)->sums.gaps, qint64(0));
 }
 
 void TestHealth::bookReadsOnlyWhatWasAskedFor()
@@ -343,26 +366,26 @@ void TestHealth::bookReadsOnlyWhatWasAskedFor()
     testsupport::writeFile(root().filePath(QStringLiteral("EAST/MAIN/BETA/20240115_60.iss")),
                            testsupport::barLines(QTime(10, 0), 5));
     m_book = std::make_unique<HealthBook>(root());
-    m_book->setShortestPause(std::chrono::milliseconds(20));
+    m_book->setPauses(std::chrono::milliseconds(20), 0);
     const QSignalSpy changes(m_book.get(), &HealthBook::changed);
     m_book->followBoard(QStringLiteral("EAST/MAIN"));
-    QTRY_VERIFY(digest(QStringLiteral("EAST/MAIN/BETA")));
+    EVENTUALLY(digest(QStringLiteral("EAST/MAIN/BETA")));
     QVERIFY(!digest(vega));
     QVERIFY(!m_book->isKnown());
     m_book->followAll(true);
-    QTRY_VERIFY(digest(vega));
-    QTRY_VERIFY(m_book->isKnown());
+    EVENTUALLY(digest(vega));
+    EVENTUALLY(m_book->isKnown());
     m_book->followAll(false);
     testsupport::writeFile(root().filePath(QStringLiteral("EAST/MAIN/BETA/20240115_60.iss")),
                            testsupport::barLines(QTime(10, 0), 6));
-    QTRY_COMPARE(digest(QStringLiteral("EAST/MAIN/BETA"))->bars, qint64(6));
+    EVENTUALLY_EQUAL(digest(QStringLiteral("EAST/MAIN/BETA"))->bars, qint64(6));
 }
 
 void TestHealth::bookForgetsWhatIsGone()
 {
     open();
     QVERIFY(QDir(root().filePath(QStringLiteral("NORD"))).removeRecursively());
-    QTRY_VERIFY(m_book->series().isEmpty());
+    EVENTUALLY(m_book->series().isEmpty());
     QVERIFY(!digest(vega));
 }
 
@@ -373,17 +396,17 @@ void TestHealth::bookTriesAgainWhatCouldNotBeRead()
     const QDir store(own.filePath(QStringLiteral("store")));
     testsupport::makeIllStore(store);
     HealthBook book(store);
-    book.setShortestPause(std::chrono::milliseconds(20));
+    book.setPauses(std::chrono::milliseconds(20), 0);
     const QString path = store.filePath(testsupport::dayPath(vega, gapDay));
     {
         const testsupport::Permissions none(path, 0);
         book.followAll(true);
-        QTRY_COMPARE(book.problems().size(), 1);
+        EVENTUALLY_EQUAL(book.problems().size(), 1);
         QVERIFY2(book.problems().first().contains(path), qPrintable(book.problems().first()));
         QVERIFY(!book.digest(vega, 60));
         QVERIFY(book.digest(alfa, 60));
     }
-    QTRY_VERIFY(book.digest(vega, 60));
+    EVENTUALLY(book.digest(vega, 60));
     QVERIFY(book.problems().isEmpty());
 }
 
@@ -395,16 +418,16 @@ void TestHealth::bookNamesADirectoryThatCannotBeListed()
     const QDir store(own.filePath(QStringLiteral("store")));
     testsupport::makeIllStore(store);
     HealthBook book(store);
-    book.setShortestPause(std::chrono::milliseconds(20));
+    book.setPauses(std::chrono::milliseconds(20), 0);
     book.followAll(true);
-    QTRY_VERIFY(book.digest(vega, 60));
+    EVENTUALLY(book.digest(vega, 60));
     {
         const testsupport::Permissions none(store.filePath(vega), 0);
-        QTRY_COMPARE(book.problems().size(), 1);
+        EVENTUALLY_EQUAL(book.problems().size(), 1);
         QVERIFY2(book.problems().first().contains(store.filePath(vega)),
                  qPrintable(book.problems().first()));
     }
-    QTRY_VERIFY(book.problems().isEmpty());
+    EVENTUALLY(book.problems().isEmpty());
     QVERIFY(book.digest(vega, 60));
 }
 

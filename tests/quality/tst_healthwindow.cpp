@@ -9,6 +9,7 @@
 #include "seriesmodel.h"
 
 #include "support/child.h"
+#include "support/eventually.h"
 #include "support/filetree.h"
 #include "support/strictlog.h"
 #include "support/textcheck.h"
@@ -109,14 +110,14 @@ void TestHealthWindow::cleanup()
 void TestHealthWindow::open()
 {
     m_book = std::make_unique<tadata::HealthBook>(root());
-    m_book->setShortestPause(std::chrono::milliseconds(20));
+    m_book->setPauses(std::chrono::milliseconds(20), 0);
     m_window = std::make_unique<HealthWindow>(m_book.get(), [this](const SeriesMoment& place) {
         m_places.append(place);
         return m_answer;
     });
     m_window->show();
     QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
-    QTRY_VERIFY(m_book->isKnown());
+    EVENTUALLY(m_book->isKnown());
 }
 
 void TestHealthWindow::choose(const QString& series)
@@ -138,7 +139,7 @@ void TestHealthWindow::showsTheSeries()
     QCOMPARE(label("summary"), QStringLiteral("Серий: 2, с замечаниями: 1."));
     QCOMPARE(chosen(), alfa);
     QCOMPARE(calendar()->day(), QDate(2024, 3, 29));
-    QTRY_VERIFY(!child<QWidget>(m_window.get(), "progress")->isVisible());
+    EVENTUALLY(!child<QWidget>(m_window.get(), "progress")->isVisible());
 }
 
 void TestHealthWindow::saysThatThereIsNothing()
@@ -156,15 +157,15 @@ void TestHealthWindow::saysWhatCannotBeRead()
     // Larger than a day may be.
     QVERIFY(QFile::resize(path, qint64(1024) * 1024 * 1024 + 1));
     open();
-    QTRY_VERIFY2(label("summary").contains(QStringLiteral("Не прочитано: 1. ")),
-                 qPrintable(label("summary")));
+    EVENTUALLY2(label("summary").contains(QStringLiteral("Не прочитано: 1. ")),
+                qPrintable(label("summary")));
     QVERIFY2(label("summary").contains(path), qPrintable(label("summary")));
     QCOMPARE(rows("series"), 1);
     // The others are there; this one comes back once it can be read.
     QVERIFY(QFile::remove(path));
     testsupport::healDay(root(), gapDay);
-    QTRY_COMPARE(rows("series"), 2);
-    QTRY_VERIFY(!label("summary").contains(QStringLiteral("Не прочитано")));
+    EVENTUALLY_EQUAL(rows("series"), 2);
+    EVENTUALLY(!label("summary").contains(QStringLiteral("Не прочитано")));
 }
 
 void TestHealthWindow::findsByTyping()
@@ -196,7 +197,7 @@ void TestHealthWindow::keepsTheChosenSeries()
     QCOMPARE(chosen(), vega);
     calendar()->setDay(gapDay);
     testsupport::healDay(root(), brokenDay);
-    QTRY_COMPARE(m_book->digest(vega, 60)->sums.badLines, qint64(0));
+    EVENTUALLY_EQUAL(m_book->digest(vega, 60)->sums.badLines, qint64(0));
     QCOMPARE(chosen(), vega);
     QCOMPARE(calendar()->day(), gapDay);
 }
@@ -338,7 +339,7 @@ void TestHealthWindow::savesTheListForTheBroker()
     open();
     const QString path = m_dir->filePath(QStringLiteral("list.txt"));
     m_window->saveBrokerList(path);
-    QTRY_COMPARE(label("status"), QStringLiteral("Список записан в %1.").arg(path));
+    EVENTUALLY_EQUAL(label("status"), QStringLiteral("Список записан в %1.").arg(path));
     QCOMPARE(testsupport::readFile(path),
              QByteArray("NORD/MAIN/VEGA 60 2024-02-14\nNORD/MAIN/VEGA 60 2024-03-05\n"));
 }
@@ -348,7 +349,7 @@ void TestHealthWindow::saysWhereTheListCannotBeSaved()
     open();
     const QString path = m_dir->filePath(QStringLiteral("missing/list.txt"));
     m_window->saveBrokerList(path);
-    QTRY_VERIFY2(label("status").contains(path), qPrintable(label("status")));
+    EVENTUALLY2(label("status").contains(path), qPrintable(label("status")));
     QVERIFY(label("status").startsWith(QStringLiteral("Невозможно записать")));
 }
 
@@ -358,10 +359,10 @@ void TestHealthWindow::followsTheStore()
     choose(vega);
     for (const QDate& day : {gapDay, missingDay, brokenDay})
         testsupport::healDay(root(), day);
-    QTRY_COMPARE(label("summary"), QStringLiteral("Серий: 2, с замечаниями: 0."));
-    QTRY_COMPARE(rows("remarks"), 0);
+    EVENTUALLY_EQUAL(label("summary"), QStringLiteral("Серий: 2, с замечаниями: 0."));
+    EVENTUALLY_EQUAL(rows("remarks"), 0);
     testsupport::writeFile(root().filePath(QStringLiteral("EAST/MAIN/BETA/20240115_60.iss")), "");
-    QTRY_COMPARE(rows("series"), 3);
+    EVENTUALLY_EQUAL(rows("series"), 3);
 }
 
 void TestHealthWindow::isReachedByKeysAlone()

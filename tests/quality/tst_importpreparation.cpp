@@ -5,6 +5,7 @@
 #include "importfiles.h"
 #include "importrunner.h"
 #include "problemsmodel.h"
+#include "support/eventually.h"
 #include "support/filetree.h"
 #include "support/strictlog.h"
 
@@ -65,7 +66,7 @@ void TestImportPreparation::findsTheLayoutAndThenTheOutlook()
     QSignalSpy checks(&preparation, &ImportPreparation::checked);
     preparation.setChoices(choicesOf({path("in.csv")}, ImportMode::Merge));
     QVERIFY(!preparation.isChecked());
-    QTRY_COMPARE(checks.size(), 1);
+    EVENTUALLY_EQUAL(checks.size(), 1);
     QCOMPARE(layouts.size(), 1);
     QVERIFY(preparation.isChecked());
     QCOMPARE(preparation.files().size(), size_t(1));
@@ -85,12 +86,12 @@ void TestImportPreparation::onlyTheLastChoicesAreTold()
         // Some are ended while they guess, others while they check.
         if (i % 2 == 0) {
             QSignalSpy progress(&preparation, &ImportPreparation::progressed);
-            QTRY_VERIFY(!progress.isEmpty());
+            EVENTUALLY(!progress.isEmpty());
         }
         QVERIFY(!preparation.isChecked());
     }
     preparation.setChoices(choicesOf({path("in.csv")}, ImportMode::Fill));
-    QTRY_COMPARE(checks.size(), 1);
+    EVENTUALLY_EQUAL(checks.size(), 1);
     QCOMPARE(preparation.outlooks()[0].path, path("in.csv"));
     QCOMPARE(failures.size(), 0);
 }
@@ -102,7 +103,7 @@ void TestImportPreparation::mayGoAtAnyTime()
         QSignalSpy progress(&preparation, &ImportPreparation::progressed);
         preparation.setChoices(choicesOf({path("large.csv")}, ImportMode::Merge));
         if (i % 2 == 1)
-            QTRY_VERIFY(!progress.isEmpty());
+            EVENTUALLY(!progress.isEmpty());
     }
 }
 
@@ -147,12 +148,12 @@ void TestImportPreparation::runsAndUndoes()
     QSignalSpy undone(&runner, &ImportRunner::undone);
     runner.start(testsupport::orderOf(choicesOf({path("in.csv")}, ImportMode::Merge), root()));
     QVERIFY(runner.isRunning() && !runner.canUndo());
-    QTRY_COMPARE(ended.size(), 1);
+    EVENTUALLY_EQUAL(ended.size(), 1);
     QVERIFY(runner.canUndo());
     QCOMPARE(readTree(root()).size(), 2);
     runner.undo();
     QVERIFY(runner.isRunning());
-    QTRY_COMPARE(undone.size(), 1);
+    EVENTUALLY_EQUAL(undone.size(), 1);
     QVERIFY(!runner.canUndo() && !runner.isRunning());
     QCOMPARE(readTree(root()).size(), 0);
 }
@@ -165,7 +166,7 @@ void TestImportPreparation::theRunnersEndTakesEverythingBack()
         runner.start(
             testsupport::orderOf(choicesOf({path("large.csv")}, ImportMode::Replace), root()));
         if (i % 2 == 1)
-            QTRY_VERIFY(progress.size() > 10);
+            EVENTUALLY(progress.size() > 10);
         if (i == 3)
             runner.cancel();
     }

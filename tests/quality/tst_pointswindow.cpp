@@ -7,6 +7,7 @@
 #include "pointswindow.h"
 
 #include "support/child.h"
+#include "support/eventually.h"
 #include "support/faults.h"
 #include "support/filetree.h"
 #include "support/strictlog.h"
@@ -105,7 +106,7 @@ void TestPointsWindow::open(std::chrono::milliseconds wait)
     m_window = std::make_unique<PointsWindow>(root(), wait);
     m_window->show();
     QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
-    QTRY_VERIFY(!label("summary").isEmpty());
+    EVENTUALLY(!label("summary").isEmpty());
 }
 
 void TestPointsWindow::saysThatThereIsNothing()
@@ -124,7 +125,7 @@ void TestPointsWindow::showsWhatUndoingWouldDo()
                 {QStringLiteral("/somewhere/bars.csv")});
     open();
     QCOMPARE(rows("points"), 1);
-    QTRY_VERIFY(isChecked());
+    EVENTUALLY(isChecked());
     QCOMPARE(label("effect"),
              QStringLiteral("Возврат вернёт прежних файлов: 1, удалит созданных: 1."));
     const QAbstractItemModel* const files = view("files")->model();
@@ -147,12 +148,12 @@ void TestPointsWindow::putsTheChosenPointBack()
     QCOMPARE(points->currentIndex().row(), 1);
     const QSignalSpy changes(m_window.get(), &PointsWindow::storeChanged);
     click(button("putBack"));
-    QTRY_COMPARE(stored(monday), QByteArray("old"));
-    QTRY_COMPARE(label("status"),
-                 QStringLiteral("Возвращено файлов: 1, удалено: 0. Чтобы отменить это, верните "
-                                "новую точку."));
+    EVENTUALLY_EQUAL(stored(monday), QByteArray("old"));
+    EVENTUALLY_EQUAL(label("status"),
+                     QStringLiteral("Возвращено файлов: 1, удалено: 0. Чтобы отменить это, верните "
+                                    "новую точку."));
     QCOMPARE(changes.size(), 1);
-    QTRY_COMPARE(rows("points"), 3);
+    EVENTUALLY_EQUAL(rows("points"), 3);
     QCOMPARE(stored(tuesday), QByteArray("made"));
 }
 
@@ -160,7 +161,7 @@ void TestPointsWindow::putsBackByKeys()
 {
     changeStore(root(), QStringLiteral("import"), {{monday, "first"}});
     open();
-    QTRY_COMPARE(rows("points"), 1);
+    EVENTUALLY_EQUAL(rows("points"), 1);
     QCOMPARE(m_window->focusWidget(), view("points"));
     // Return in a list does nothing that cannot be seen.
     QTest::keyClick(view("points"), Qt::Key_Return);
@@ -170,7 +171,7 @@ void TestPointsWindow::putsBackByKeys()
     QVERIFY(order.contains(button("putBack")));
     button("putBack")->setFocus();
     QTest::keyClick(button("putBack"), Qt::Key_Return);
-    QTRY_COMPARE(stored(monday), QByteArray("old"));
+    EVENTUALLY_EQUAL(stored(monday), QByteArray("old"));
 }
 
 void TestPointsWindow::asksBeforeItReplacesWhatHasChanged()
@@ -178,11 +179,11 @@ void TestPointsWindow::asksBeforeItReplacesWhatHasChanged()
     changeStore(root(), QStringLiteral("import"), {{monday, "first"}});
     testsupport::writeFile(root().filePath(monday), "by hand");
     open();
-    QTRY_VERIFY(isChecked());
+    EVENTUALLY(isChecked());
     QVERIFY2(label("effect").contains(QStringLiteral("изменились файлы: 1")),
              qPrintable(label("effect")));
     click(button("putBack"));
-    QTRY_VERIFY(dialog<QMessageBox>());
+    EVENTUALLY(dialog<QMessageBox>());
     auto* const box = dialog<QMessageBox>();
     QVERIFY2(box->text().contains(root().filePath(monday)), qPrintable(box->text()));
     QCOMPARE(stored(monday), QByteArray("by hand"));
@@ -191,7 +192,7 @@ void TestPointsWindow::asksBeforeItReplacesWhatHasChanged()
         if (box->buttonRole(one) == QMessageBox::DestructiveRole)
             click(one);
     }
-    QTRY_COMPARE(stored(monday), QByteArray("old"));
+    EVENTUALLY_EQUAL(stored(monday), QByteArray("old"));
 }
 
 void TestPointsWindow::leavesItWhenTheUserSaysNo()
@@ -199,12 +200,12 @@ void TestPointsWindow::leavesItWhenTheUserSaysNo()
     changeStore(root(), QStringLiteral("import"), {{monday, "first"}});
     testsupport::writeFile(root().filePath(monday), "by hand");
     open();
-    QTRY_COMPARE(rows("points"), 1);
+    EVENTUALLY_EQUAL(rows("points"), 1);
     click(button("putBack"));
-    QTRY_VERIFY(dialog<QMessageBox>());
+    EVENTUALLY(dialog<QMessageBox>());
     QTest::keyClick(dialog<QMessageBox>(), Qt::Key_Return);
-    QTRY_VERIFY(!dialog<QMessageBox>());
-    QTRY_VERIFY(button("putBack")->isEnabled());
+    EVENTUALLY(!dialog<QMessageBox>());
+    EVENTUALLY(button("putBack")->isEnabled());
     QCOMPARE(stored(monday), QByteArray("by hand"));
     QVERIFY(label("status").contains(QStringLiteral("Ничего не тронуто")));
 }
@@ -213,30 +214,29 @@ void TestPointsWindow::saysWhoHoldsASeries()
 {
     changeStore(root(), QStringLiteral("import"), {{monday, "first"}});
     open();
-    QTRY_COMPARE(rows("points"), 1);
+    EVENTUALLY_EQUAL(rows("points"), 1);
     vexdesk::SeriesLocks locks;
     QVERIFY(locks.take(*vexdesk::restorePlace(root()), {QStringLiteral("NORD/MAIN/ALFA")},
                        std::chrono::seconds(0)));
     click(button("putBack"));
-    QTRY_VERIFY2(label("status").contains(QStringLiteral("ALFA.lock")),
-                 qPrintable(label("status")));
+    EVENTUALLY2(label("status").contains(QStringLiteral("ALFA.lock")), qPrintable(label("status")));
     QVERIFY(button("putBack")->isEnabled());
     QCOMPARE(stored(monday), QByteArray("first"));
     locks.release();
     click(button("putBack"));
-    QTRY_COMPARE(stored(monday), QByteArray("old"));
+    EVENTUALLY_EQUAL(stored(monday), QByteArray("old"));
 }
 
 void TestPointsWindow::saysThatTheDiskIsFull()
 {
     changeStore(root(), QStringLiteral("import"), {{monday, "first"}, {tuesday, "made"}});
     open();
-    QTRY_VERIFY(isChecked());
+    EVENTUALLY(isChecked());
     {
         const testsupport::Fault full(testsupport::SystemCall::Write,
                                       QStringLiteral("20240115_60.iss"), ENOSPC);
         click(button("putBack"));
-        QTRY_VERIFY(!label("status").isEmpty() && button("putBack")->isEnabled());
+        EVENTUALLY(!label("status").isEmpty() && button("putBack")->isEnabled());
         QVERIFY(full.failed() > 0);
     }
     QVERIFY2(label("status").startsWith(QStringLiteral("Точка не возвращена.")),
@@ -246,7 +246,7 @@ void TestPointsWindow::saysThatTheDiskIsFull()
     QCOMPARE(stored(monday), QByteArray("first"));
     QCOMPARE(stored(tuesday), QByteArray("made"));
     click(button("putBack"));
-    QTRY_COMPARE(stored(monday), QByteArray("old"));
+    EVENTUALLY_EQUAL(stored(monday), QByteArray("old"));
 }
 
 void TestPointsWindow::saysWhatCannotBeRead()
@@ -255,14 +255,14 @@ void TestPointsWindow::saysWhatCannotBeRead()
     const QString copy = m_dir->filePath(QStringLiteral("store-restore/%1/%2").arg(id, monday));
     QVERIFY(QFile::remove(copy));
     open();
-    QTRY_VERIFY2(label("effect").contains(copy), qPrintable(label("effect")));
+    EVENTUALLY2(label("effect").contains(copy), qPrintable(label("effect")));
     click(button("putBack"));
-    QTRY_VERIFY2(label("status").contains(copy), qPrintable(label("status")));
+    EVENTUALLY2(label("status").contains(copy), qPrintable(label("status")));
     QCOMPARE(stored(monday), QByteArray("first"));
     testsupport::writeFile(m_dir->filePath(QStringLiteral("store-restore/%1/point.json").arg(id)),
                            "{");
     changeStore(root(), QStringLiteral("edit"), {{tuesday, "made"}});
-    QTRY_VERIFY2(label("summary").contains(id), qPrintable(label("summary")));
+    EVENTUALLY2(label("summary").contains(id), qPrintable(label("summary")));
     QCOMPARE(rows("points"), 1);
 }
 
@@ -271,7 +271,7 @@ void TestPointsWindow::freesSpace()
     for (const char* const content : {"1", "2", "3", "4"})
         changeStore(root(), QStringLiteral("edit"), {{monday, content}});
     open();
-    QTRY_COMPARE(rows("points"), 4);
+    EVENTUALLY_EQUAL(rows("points"), 4);
     click(button("freeSpace"));
     auto* const first = dialog<QDialog>();
     QVERIFY(first);
@@ -286,13 +286,13 @@ void TestPointsWindow::freesSpace()
                 ->text()
                 .startsWith(QStringLiteral("Будет удалено точек: 2")));
     QTest::keyClick(first, Qt::Key_Escape);
-    QTRY_VERIFY(!dialog<QDialog>());
+    EVENTUALLY(!dialog<QDialog>());
     QCOMPARE(rows("points"), 4);
     click(button("freeSpace"));
     auto* const again = dialog<QDialog>();
     child<QSpinBox>(again, "keep")->setValue(2);
     click(child<QPushButton>(again, "remove"));
-    QTRY_COMPARE(rows("points"), 2);
+    EVENTUALLY_EQUAL(rows("points"), 2);
     QCOMPARE(label("status"), QStringLiteral("Старые точки удалены."));
 }
 
@@ -301,9 +301,9 @@ void TestPointsWindow::followsOtherPrograms()
     open();
     QCOMPARE(rows("points"), 0);
     changeStore(root(), QStringLiteral("import"), {{monday, "first"}});
-    QTRY_COMPARE(rows("points"), 1);
+    EVENTUALLY_EQUAL(rows("points"), 1);
     changeStore(root(), QStringLiteral("import"), {{monday, "second"}});
-    QTRY_COMPARE(rows("points"), 2);
+    EVENTUALLY_EQUAL(rows("points"), 2);
 }
 
 void TestPointsWindow::keepsTheChosenPoint()
@@ -311,11 +311,11 @@ void TestPointsWindow::keepsTheChosenPoint()
     changeStore(root(), QStringLiteral("import"), {{monday, "first"}});
     const QString older = changeStore(root(), QStringLiteral("edit"), {{monday, "second"}});
     open();
-    QTRY_COMPARE(rows("points"), 2);
+    EVENTUALLY_EQUAL(rows("points"), 2);
     QTest::keyClick(view("points"), Qt::Key_Down);
     QCOMPARE(view("points")->currentIndex().row(), 1);
     changeStore(root(), QStringLiteral("copy"), {{tuesday, "made"}});
-    QTRY_COMPARE(rows("points"), 3);
+    EVENTUALLY_EQUAL(rows("points"), 3);
     QCOMPARE(view("points")->currentIndex().row(), 2);
 }
 
@@ -323,7 +323,7 @@ void TestPointsWindow::doesNotCloseWhileItIsAtWork()
 {
     changeStore(root(), QStringLiteral("import"), {{monday, "first"}});
     open(std::chrono::minutes(1));
-    QTRY_COMPARE(rows("points"), 1);
+    EVENTUALLY_EQUAL(rows("points"), 1);
     auto locks = std::make_unique<vexdesk::SeriesLocks>();
     QVERIFY(locks->take(*vexdesk::restorePlace(root()), {QStringLiteral("NORD/MAIN/ALFA")},
                         std::chrono::seconds(0)));
@@ -333,8 +333,8 @@ void TestPointsWindow::doesNotCloseWhileItIsAtWork()
     QVERIFY(m_window->isVisible());
     QVERIFY(label("status").startsWith(QStringLiteral("Подождите")));
     locks.reset();
-    QTRY_COMPARE(stored(monday), QByteArray("old"));
-    QTRY_VERIFY(button("putBack")->isEnabled());
+    EVENTUALLY_EQUAL(stored(monday), QByteArray("old"));
+    EVENTUALLY(button("putBack")->isEnabled());
     QTest::keyClick(m_window.get(), Qt::Key_Escape);
     QVERIFY(!m_window->isVisible());
 }
@@ -372,7 +372,7 @@ void TestPointsWindow::showsItsTextsWhole()
     changeStore(root(), QStringLiteral("undo"), {{monday, "second"}});
     open();
     m_window->resize(size);
-    QTRY_VERIFY(isChecked());
+    EVENTUALLY(isChecked());
     QCoreApplication::sendPostedEvents();
     QCOMPARE(m_window->size(), size);
     const QStringList cut = testsupport::cutTexts(m_window.get());

@@ -3,6 +3,7 @@
 #include "previewmodel.h"
 
 #include "importfiles.h"
+#include "support/eventually.h"
 #include "support/filetree.h"
 #include "support/strictlog.h"
 
@@ -234,20 +235,20 @@ void TestPreview::theModelHoldsWhatIsInView()
     model.setLayout(dividedByCommas());
     model.setPageSize(20);
     model.setFile(path("in.csv"));
-    QTRY_VERIFY(model.isWhole());
+    EVENTUALLY(model.isWhole());
     QCOMPARE(model.lineCount(), 100'000);
     QCOMPARE(model.rowCount(), 20);
-    QTRY_COMPARE(model.columnCount(), 3);
-    QTRY_COMPARE(model.index(0, 0).data().toString(), QStringLiteral("1"));
+    EVENTUALLY_EQUAL(model.columnCount(), 3);
+    EVENTUALLY_EQUAL(model.index(0, 0).data().toString(), QStringLiteral("1"));
     model.showFrom(70'000);
     QCOMPARE(model.headerData(0, Qt::Vertical).toInt(), 70'001);
-    QTRY_COMPARE(model.index(0, 0).data().toString(), QStringLiteral("70001"));
+    EVENTUALLY_EQUAL(model.index(0, 0).data().toString(), QStringLiteral("70001"));
     model.showFrom(1'000'000);
     QCOMPARE(model.firstLine(), 99'980);
-    QTRY_COMPARE(model.index(19, 0).data().toString(), QStringLiteral("100000"));
+    EVENTUALLY_EQUAL(model.index(19, 0).data().toString(), QStringLiteral("100000"));
     model.setPageSize(30);
     QCOMPARE(model.firstLine(), 99'970);
-    QTRY_COMPARE(model.index(29, 1).data().toString(), QStringLiteral("b"));
+    EVENTUALLY_EQUAL(model.index(29, 1).data().toString(), QStringLiteral("b"));
 }
 
 void TestPreview::theModelTellsWhatIsWrong()
@@ -258,7 +259,7 @@ void TestPreview::theModelTellsWhatIsWrong()
     model.setPageSize(40);
     model.setLayout(layoutOf(path("in.csv")));
     model.setFile(path("in.csv"));
-    QTRY_VERIFY(model.index(31, 2).data(PreviewModel::FaultRole).toBool());
+    EVENTUALLY(model.index(31, 2).data(PreviewModel::FaultRole).toBool());
     QVERIFY(!model.index(31, 1).data(PreviewModel::FaultRole).toBool());
     QVERIFY(!model.index(31, 2).data(Qt::ToolTipRole).toString().isEmpty());
     QVERIFY(model.index(0, 0).data(PreviewModel::HeaderRole).toBool());
@@ -279,15 +280,15 @@ void TestPreview::theModelForgetsAFileForTheNext()
     for (int i = 0; i < 20; ++i) {
         model.setFile(path("long.csv"));
         if (i % 2 == 0)
-            QTRY_VERIFY(model.lineCount() > 0);
+            EVENTUALLY(model.lineCount() > 0);
         model.setFile(path("short.csv"));
     }
-    QTRY_VERIFY(model.isWhole());
+    EVENTUALLY(model.isWhole());
     QCOMPARE(model.lineCount(), 1);
-    QTRY_COMPARE(model.index(0, 2).data().toString(), QStringLiteral("z"));
+    EVENTUALLY_EQUAL(model.index(0, 2).data().toString(), QStringLiteral("z"));
     QCOMPARE(failures.size(), 0);
     model.setFile(path("missing.csv"));
-    QTRY_COMPARE(failures.size(), 1);
+    EVENTUALLY_EQUAL(failures.size(), 1);
 }
 
 void TestPreview::theModelMayGoAtAnyTime()
@@ -298,7 +299,7 @@ void TestPreview::theModelMayGoAtAnyTime()
         model.setPageSize(5);
         model.setFile(path("in.csv"));
         if (i % 2 == 1)
-            QTRY_VERIFY(model.lineCount() > 0);
+            EVENTUALLY(model.lineCount() > 0);
     }
 }
 

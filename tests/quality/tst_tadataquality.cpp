@@ -4,6 +4,7 @@
 #include "illstore.h"
 
 #include "support/child.h"
+#include "support/eventually.h"
 #include "support/filetree.h"
 #include "support/loadedplugin.h"
 #include "support/markingtranslator.h"
@@ -20,9 +21,6 @@
 #include <vexdesk/terminal/core.h>
 
 #include <QtCore/QJsonObject>
-#include <QtCore/QMimeData>
-#include <QtCore/QUrl>
-#include <QtGui/QDropEvent>
 #include <QtGui/QIcon>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
@@ -287,7 +285,7 @@ void TestTADataQuality::showsEachWindowOnce()
     QVERIFY(!shown.first()->isModal());
     QVERIFY(!shown.first()->testAttribute(Qt::WA_QuitOnClose));
     QTest::keyClick(shown.first(), Qt::Key_Escape);
-    QTRY_VERIFY(visibleWindows(window.constData()).isEmpty());
+    EVENTUALLY(visibleWindows(window.constData()).isEmpty());
     LoadedPlugin::trigger(command);
     QCOMPARE(visibleWindows(window.constData()).size(), 1);
     plugin()->tini();
@@ -313,7 +311,7 @@ void TestTADataQuality::marksWhatIsWrongInCharts()
     const QDate last(2024, 3, 29);
     // It is asked while a chart is painted: what is not known yet comes later.
     QVERIFY(marks->marks(theSeries, first, last).isEmpty());
-    QTRY_VERIFY(charts.changed.contains(theSeries));
+    EVENTUALLY(charts.changed.contains(theSeries));
     QCOMPARE(textsOf(marks->marks(theSeries, first, last)),
              QStringList({QStringLiteral("Не записи баров: строки 2"),
                           QStringLiteral("Нет баров с 10:20 по 10:29 (10)"),
@@ -337,7 +335,7 @@ void TestTADataQuality::doesWithoutCharts()
     start(nullptr);
     QWidget* const window = openHealth();
     auto* const show = child<QPushButton>(window, "show");
-    QTRY_VERIFY(show->isEnabled());
+    EVENTUALLY(show->isEnabled());
     click(show);
     QCOMPARE(child<QLabel>(window, "status")->text(),
              QStringLiteral("У этого терминала нет графиков: показать место негде."));
@@ -350,7 +348,7 @@ void TestTADataQuality::showsAPlaceInTheChart()
     start(&charts);
     QWidget* const window = openHealth();
     auto* const series = child<QTreeView>(window, "series");
-    QTRY_COMPARE(series->model()->rowCount(), 2);
+    EVENTUALLY_EQUAL(series->model()->rowCount(), 2);
     QTest::keyClick(series, Qt::Key_Down);
     QTest::keyClick(series, Qt::Key_Return);
     QCOMPARE(charts.shown.size(), 1);
@@ -369,7 +367,7 @@ void TestTADataQuality::fillsASeriesFromAFile()
     start(nullptr);
     QWidget* const window = openHealth();
     auto* const fill = child<QPushButton>(window, "fill");
-    QTRY_VERIFY(fill->isEnabled());
+    EVENTUALLY(fill->isEnabled());
     click(fill);
     QCOMPARE(visibleWindows("SafeImportWindow").size(), 1);
     plugin()->tini();
@@ -382,23 +380,14 @@ void TestTADataQuality::opensFilesThatAreDroppedOnTheTerminal()
     start(nullptr);
     const QString file = m_plugin->store().filePath(QStringLiteral("bars & more.csv"));
     testsupport::writeFile(file, "<DATE>,<TIME>,<CLOSE>\n20240115,100100,100.25\n");
-    QMimeData data;
-    data.setUrls({QUrl::fromLocalFile(file)});
-    const auto drop = [&] {
-        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, {});
-        QCoreApplication::sendEvent(&terminal, &enter);
-        QDropEvent event(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, {});
-        QCoreApplication::sendEvent(&terminal, &event);
-        return enter.isAccepted() && event.isAccepted();
-    };
-    QVERIFY(drop());
+    QVERIFY(testsupport::dropFiles(&terminal, {file}));
     QWidget* const window = visibleWindows("SafeImportWindow").value(0);
     QVERIFY(window);
     auto* const files = child<QComboBox>(window, "files");
     QCOMPARE(files->count(), 1);
     QCOMPARE(files->currentData().toString(), file);
     plugin()->tini();
-    QVERIFY(!drop());
+    QVERIFY(!testsupport::dropFiles(&terminal, {file}));
     QVERIFY(visibleWindows("SafeImportWindow").isEmpty());
 }
 

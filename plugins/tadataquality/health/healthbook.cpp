@@ -9,9 +9,8 @@ namespace tadata {
 
 namespace {
 
-// A look may take so much of the time, and no more.
-constexpr qint64 pausePerLook = 20;
 constexpr qint64 longestPause = 10 * 60 * 1000;
+constexpr std::chrono::milliseconds soon{300}; // a command changes many files
 
 } // namespace
 
@@ -22,11 +21,7 @@ HealthBook::HealthBook(const QDir& root, QObject* parent)
 {
     m_next.setSingleShot(true);
     connect(&m_next, &QTimer::timeout, this, &HealthBook::look);
-    connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, [this] {
-        constexpr std::chrono::milliseconds soon{300};
-        if (!m_looking.isRunning())
-            m_next.start(soon);
-    });
+    connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, &HealthBook::lookSoon);
 }
 
 HealthBook::~HealthBook() = default;
@@ -58,14 +53,25 @@ void HealthBook::followBoard(const QString& board)
         look();
 }
 
-void HealthBook::setShortestPause(std::chrono::milliseconds pause)
+void HealthBook::setPauses(std::chrono::milliseconds shortest, int perLook)
 {
-    m_shortestPause = pause;
+    m_shortestPause = shortest;
+    m_pausePerLook = perLook;
+}
+
+// A look that is at work may have passed by already what has changed.
+void HealthBook::lookSoon()
+{
+    if (m_looking.isRunning())
+        m_isStale = true;
+    else if (!m_wanted || !m_wanted->isEmpty())
+        m_next.start(soon);
 }
 
 void HealthBook::look()
 {
     m_next.stop();
+    m_isStale = false;
     HealthPassQuery query{m_root, m_wanted, {}};
     for (const BoardKnowledge& board : std::as_const(m_boards)) {
         // What could not be read may be readable by now, without another stamp.
@@ -88,7 +94,10 @@ void HealthBook::look()
                     tell([this, percent] { Q_EMIT progressed(percent); });
                 });
         },
-        [this](const HealthPass& pass) { endLook(pass); });
+        [this, isFirst = m_boards.isEmpty()](const HealthPass& pass) {
+            // The whole store is not read again.
+            endLook(pass, isFirst ? 0 : pass.milliseconds);
+        });
 }
 
 void HealthBook::take(const BoardKnowledge& knowledge)
@@ -99,7 +108,7 @@ void HealthBook::take(const BoardKnowledge& knowledge)
         Q_EMIT changed({knowledge.board});
 }
 
-void HealthBook::endLook(const HealthPass& pass)
+void HealthBook::endLook(const HealthPass& pass, qint64 usualLength)
 {
     QStringList gone;
     for (const BoardKnowledge& board : std::as_const(m_boards)) {
@@ -113,9 +122,9 @@ void HealthBook::endLook(const HealthPass& pass)
     if (!gone.isEmpty())
         Q_EMIT changed(gone);
     watch(pass.place);
-    const qint64 pause = std::clamp(pass.milliseconds * pausePerLook,
+    const qint64 pause = std::clamp(usualLength * m_pausePerLook,
                                     static_cast<qint64>(m_shortestPause.count()), longestPause);
-    m_next.start(std::chrono::milliseconds(pause));
+    m_next.start(m_isStale ? soon : std::chrono::milliseconds(pause));
     Q_EMIT looked();
 }
 

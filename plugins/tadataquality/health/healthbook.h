@@ -29,8 +29,9 @@ public:
     /// Follows all boards from now on, or only those that were asked for by followBoard().
     void followAll(bool all);
     void followBoard(const QString& board);
-    /// The pause between two looks, however quick they are.
-    void setShortestPause(std::chrono::milliseconds pause);
+    /// The pause between two looks, however quick they are, and how many times as long as the look
+    /// before it lasts.
+    void setPauses(std::chrono::milliseconds shortest, int perLook);
     /// Looks now.
     void look();
 
@@ -53,7 +54,8 @@ Q_SIGNALS:
 
 private:
     void take(const BoardKnowledge& knowledge);
-    void endLook(const HealthPass& pass);
+    void endLook(const HealthPass& pass, qint64 usualLength);
+    void lookSoon();
     void watch(const QString& path);
 
     const QDir m_root;
@@ -62,7 +64,9 @@ private:
     QSet<QString> m_wantedAside; ///< while all are followed
     QStringList m_problems;
     bool m_isKnown = false;
+    bool m_isStale = false; ///< the look at work does not see what has changed meanwhile
     std::chrono::milliseconds m_shortestPause;
+    int m_pausePerLook = 20;
     QFileSystemWatcher m_watcher;
     QTimer m_next;
     BackgroundTask<HealthPass> m_looking; // last: it ends before the rest goes

@@ -92,7 +92,7 @@ private:
     QPushButton* m_putBack = nullptr;
     QPushButton* m_freeSpace = nullptr;
     QFileSystemWatcher m_watcher;
-    QTimer m_later; // several changes at once are looked at once
+    QTimer m_later;                // several changes at once are looked at once
     vexdesk::RestorePlace m_place; // of the points that are shown
     QString m_shownId;
     bool m_isAtWork = false;
