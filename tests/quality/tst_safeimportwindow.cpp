@@ -200,6 +200,7 @@ void TestSafeImportWindow::aFileFillsEverythingIn()
     QCOMPARE(child<QComboBox>(m_window.get(), "dateFormat")->currentData().toString(),
              QStringLiteral("yyyyMMdd"));
     QVERIFY(child<QCheckBox>(m_window.get(), "header")->isChecked());
+    EVENTUALLY(preview()->roles().box(0)); // the lines are read beside the check
     QCOMPARE(preview()->roles().box(0)->currentText(), QStringLiteral("Дата"));
     EVENTUALLY_EQUAL(preview()->model().index(1, 0).data().toString(), QStringLiteral("20240115"));
     QVERIFY(readTree(store()).isEmpty());
@@ -580,6 +581,7 @@ void TestSafeImportWindow::theStripIsWalkedByKeys()
 void TestSafeImportWindow::allIsReachedByTab()
 {
     openInto({path("new.csv")}, "NORD/MAIN/ALFA");
+    EVENTUALLY(preview()->roles().box(6));
     child<QComboBox>(m_window.get(), "files")->setFocus();
     const QList<QWidget*> order = testsupport::tabOrder(m_window.get());
     for (const char* name :
