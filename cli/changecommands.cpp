@@ -35,7 +35,7 @@ ExitCode runDelete(const CommandLine& line)
     if (!root.exists())
         return fail(Text::tr("Нет каталога %1").arg(root.path()));
 
-    if (const Outcome begun = job.begin(root, {nameOf(codes)}); !begun)
+    if (const Outcome begun = job.begin(root, {codes.name()}); !begun)
         return fail(begun.message());
     const QDir dir = seriesDirIn(root, codes);
     const auto names = vexdesk::barFiles(dir, range);
@@ -69,18 +69,18 @@ ExitCode runTransfer(const CommandLine& line, const QString& by, Transfer transf
     const QDir fromDir = seriesDirIn(root, from);
     const QDir toDir = seriesDirIn(root, to);
     const auto noFile = [&from] {
-        return fail(Text::tr("У серии %1 нет ни одного файла").arg(nameOf(from)));
+        return fail(Text::tr("У серии %1 нет ни одного файла").arg(from.name()));
     };
     if (const auto stored = vexdesk::barFiles(fromDir); !stored)
         return fail(stored.message());
     else if (stored->isEmpty())
         return noFile();
 
-    if (const Outcome begun = job.begin(root, {nameOf(from), nameOf(to)}); !begun)
+    if (const Outcome begun = job.begin(root, {from.name(), to.name()}); !begun)
         return fail(begun.message());
     const auto names = vexdesk::barFiles(fromDir);
     const Outcome done =
-        names ? transferAll(fromDir, toDir, nameOf(to), *names, transfer, job.keeper())
+        names ? transferAll(fromDir, toDir, to.name(), *names, transfer, job.keeper())
               : names.failure();
     const ExitCode told = tellOutcomes(done, job.end());
     if (told != ExitCode::Success)
@@ -100,7 +100,7 @@ ExitCode runRename(const CommandLine& line)
 
 ExitCode runUnlock(const CommandLine& line)
 {
-    const QString series = nameOf(seriesWord(line, 0));
+    const QString series = seriesWord(line, 0).name();
     const auto place = vexdesk::restorePlace(storeRootOf(line));
     if (!place)
         return fail(place.message());

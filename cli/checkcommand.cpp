@@ -63,7 +63,7 @@ ExitCode checkInto(const CommandLine& line, const SeriesCodes& codes, const Impo
                    const ImportWays& ways)
 {
     constexpr int anyNumber = std::numeric_limits<int>::max();
-    const CheckedImport import{line.positional().first(), nameOf(codes), details.timeframe,
+    const CheckedImport import{line.positional().first(), codes.name(), details.timeframe,
                                ways.mode};
     const int maxProblems = *line.number("max-problems", 0, anyNumber);
     const QDir dir = seriesDirIn(storeRootOf(line), codes);

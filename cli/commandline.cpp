@@ -2,9 +2,11 @@
 #include "commandline.h"
 
 #include "help.h"
+#include "suggestion.h"
+
+#include "optionwords.h"
 #include "patterns.h"
 #include "profiles.h"
-#include "suggestion.h"
 
 #include <algorithm>
 
@@ -71,7 +73,8 @@ void CommandLine::takeProfile()
     const auto name = m_values.constFind(QStringLiteral("profile"));
     if (name == m_values.constEnd())
         return;
-    const std::optional<ProfileOptions> saved = profileOptions(*name);
+    const std::optional<ProfileOptions> saved =
+        hasUnprintable(*name) ? std::nullopt : profileOptions(*name);
     if (!saved)
         throw UsageError{Text::tr("профиля «%1» нет").arg(escaped(*name)) +
                          suggestion(*name, profileNames())};
@@ -215,18 +218,10 @@ QString parseDateFormat(const CommandLine& line)
 
 QString parseSeparator(const CommandLine& line)
 {
-    const QString text = line.text("separator");
-    if (text == u"comma")
-        return QStringLiteral(",");
-    if (text == u"semicolon")
-        return QStringLiteral(";");
-    if (text == u"space")
-        return QStringLiteral(" ");
-    if (text == u"tab")
-        return QStringLiteral("\t");
-    if (text.isEmpty() || text.contains(u'\n') || text.contains(u'\r'))
+    const std::optional<QString> separator = separatorOfWord(line.text("separator"));
+    if (!separator)
         line.refuse("separator");
-    return text;
+    return *separator;
 }
 
 } // namespace tadata::cli

@@ -2,6 +2,7 @@
 #include "healthtext.h"
 
 #include "healthreport.h"
+#include "healthsums.h"
 #include "output.h"
 
 #include <vexdesk/history/dayfilenames.h>
@@ -43,44 +44,9 @@ QString firstOf(const Values& values, ToText toText)
     return texts.join(listSeparator());
 }
 
-// What stands in the line of a series, summed up.
-struct Sums
-{
-    qint64 gaps = 0;
-    qint64 gapBars = 0;
-    qint64 quiet = 0;
-    qint64 badLines = 0;
-    qint64 duplicates = 0;
-    qint64 outOfOrder = 0;
-    qint64 prices = 0;
-    qint64 jumps = 0;
-    qint64 volume = 0;
-    qint64 edited = 0;
-};
-
-Sums sumsOf(const SeriesHealth& health)
-{
-    Sums sums;
-    for (const DayHealth& day : health.days) {
-        for (const Gap& gap : day.gaps) {
-            sums.quiet += gap.isQuiet ? 1 : 0;
-            sums.gaps += gap.isQuiet ? 0 : 1;
-            sums.gapBars += gap.isQuiet ? 0 : gap.bars;
-        }
-        sums.badLines += static_cast<qint64>(day.badLines.size());
-        sums.duplicates += day.duplicates;
-        sums.outOfOrder += day.outOfOrder;
-        sums.prices += day.prices;
-        sums.jumps += static_cast<qint64>(day.jumps.size());
-        sums.volume += day.volume;
-        sums.edited += day.edited;
-    }
-    return sums;
-}
-
 QStringList remarksOn(const SeriesHealth& health)
 {
-    const Sums sums = sumsOf(health);
+    const HealthSums sums = sumsOf(health);
     QStringList remarks;
     const auto add = [&remarks](const QString& text, qint64 count) {
         if (count > 0)

@@ -55,7 +55,7 @@ public:
     Outcome introduce(const FileToImport& file, const SeriesCodes& codes)
     {
         const std::lock_guard lock(m_mutex);
-        const QString name = nameOf(codes);
+        const QString name = codes.name();
         if (m_known.contains(name))
             return guessMore(file, codes);
         const bool isGuessed = !m_request.decimals && !isKnown(codes);
@@ -85,7 +85,7 @@ private:
     // Of several files of a series the most digits count: none must be lost.
     Outcome guessMore(const FileToImport& file, const SeriesCodes& codes)
     {
-        std::optional<int>& guessed = m_known[nameOf(codes)];
+        std::optional<int>& guessed = m_known[codes.name()];
         if (guessed && file.decimals && *file.decimals > *guessed) {
             guessed = file.decimals;
             makeKnown(codes, *guessed);
@@ -402,7 +402,7 @@ ExitCode importMany(QList<FileToImport> files, ImportCommand& command)
         QStringList ofFile;
         for (const SeriesCodes& codes : seriesBeforehand(file, command)) {
             all.append(codes);
-            ofFile.append(nameOf(codes));
+            ofFile.append(codes.name());
         }
         names.append(ofFile);
     }
@@ -428,7 +428,7 @@ void setSeriesOfFiles(QList<FileToImport>& files, KnownSeries& known)
 {
     for (FileToImport& file : files) {
         const std::optional<SeriesCodes> codes = known.codesOf(file, QString());
-        if (!codes || hasUnprintable(nameOf(*codes)))
+        if (!codes || hasUnprintable(codes->name()))
             file.refusal =
                 Text::tr("--series: из имени файла «%1» не получается код").arg(escaped(file.path));
         if (!file.refusal.isNull())

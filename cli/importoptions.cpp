@@ -2,10 +2,10 @@
 #include "importoptions.h"
 
 #include "guesstext.h"
-#include "patterns.h"
 #include "series.h"
 
-#include "columnroles.h"
+#include "optionwords.h"
+#include "patterns.h"
 
 #include "textformats.h"
 
@@ -15,59 +15,18 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QTimeZone>
 
-#include <array>
-#include <limits>
-
 namespace tadata::cli {
 
 using vexdesk::Result;
 
 namespace {
 
-// The roles up to that of the closing price, without which a line is no bar.
-constexpr auto lastMandatory = static_cast<qint32>(ColumnRole::Close);
-constexpr auto lastRole = static_cast<qint32>(ColumnRole::Ticker);
-
-std::optional<ColumnRole> roleOf(const QString& name)
-{
-    for (qint32 number = 1; number <= lastRole; ++number) {
-        if (name == roleWord(ColumnRole(number)))
-            return ColumnRole(number);
-    }
-    return std::nullopt;
-}
-
-std::optional<int> columnOf(const QString& text)
-{
-    const std::optional<qint64> number = integerFrom(text);
-    const bool isColumn = number && *number >= 0 && *number <= std::numeric_limits<int>::max();
-    return isColumn ? std::optional(static_cast<int>(*number)) : std::nullopt;
-}
-
 QMap<qint32, qint32> parseColumns(const CommandLine& line)
 {
-    const auto refuse = [&line](const QString& why) { line.refuse("columns", why); };
-    QMap<qint32, qint32> columns;
-    const QStringList parts = line.text("columns").split(u',');
-    for (const QString& part : parts) {
-        const QString name = part.section(u'=', 0, 0);
-        const std::optional<ColumnRole> role = roleOf(name);
-        const std::optional<int> column = columnOf(part.section(u'=', 1));
-        if (!role)
-            refuse(Text::tr("роли «%1» нет").arg(escaped(name)));
-        if (!column)
-            refuse(Text::tr("«%1» не называет номера столбца").arg(escaped(part)));
-        if (columns.contains(qint32(*role)))
-            refuse(Text::tr("роль «%1» названа дважды").arg(name));
-        if (columns.values().contains(*column))
-            refuse(Text::tr("столбец %1 назначен дважды").arg(*column));
-        columns.insert(qint32(*role), *column);
-    }
-    for (qint32 number = 1; number <= lastMandatory; ++number) {
-        if (!columns.contains(number))
-            refuse(Text::tr("нет роли «%1»").arg(roleWord(ColumnRole(number))));
-    }
-    return columns;
+    const Result<QMap<qint32, qint32>> columns = columnsOfWord(line.text("columns"));
+    if (!columns)
+        line.refuse("columns", escaped(columns.message()));
+    return *columns;
 }
 
 QStringList patternsOf(const QList<TextFormat>& formats)

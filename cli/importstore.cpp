@@ -29,7 +29,7 @@ Outcome ImportStore::beginLocked(const QList<SeriesCodes>& series)
         return *m_begun;
     QStringList names;
     for (const SeriesCodes& codes : series)
-        names.append(nameOf(codes));
+        names.append(codes.name());
     const QDir root = m_root ? QDir(*m_root) : vexdesk::storePlace();
     m_begun = m_job.begin(root, vexdesk::sortedByCodePoint(names));
     return *m_begun;

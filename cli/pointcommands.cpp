@@ -2,6 +2,7 @@
 // The commands of restore points: points and undo.
 #include "commands.h"
 #include "storework.h"
+#include "undo.h"
 
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
@@ -13,7 +14,6 @@
 namespace tadata::cli {
 
 using vexdesk::Failure;
-using vexdesk::Outcome;
 using vexdesk::RestorePlace;
 using vexdesk::RestorePointRecord;
 using vexdesk::Result;
@@ -88,28 +88,14 @@ Result<RestorePointRecord> pointToPutBack(const RestorePlace& place, const QStri
     return vexdesk::restorePoint(place, found->newest);
 }
 
-Outcome checkAllowed(const RestorePlace& place, const RestorePointRecord& point)
+ExitCode refuse(const QString& id, const QStringList& forbidding)
 {
-    const Result<QStringList> forbidding = vexdesk::whatForbidsPuttingBack(place, point);
-    if (!forbidding)
-        return forbidding.failure();
-    if (forbidding->isEmpty())
-        return {};
     QStringList names;
-    for (const QString& path : *forbidding)
+    for (const QString& path : forbidding)
         names.append(escaped(path));
-    return Failure{Text::tr("Точка %1 не возвращена: эти файлы с тех пор изменились; вернуть всё "
-                            "равно: --force\n%2")
-                       .arg(point.id, names.join(u'\n'))};
-}
-
-// Of its files and of what it says it belongs to.
-QStringList seriesOf(const RestorePointRecord& point)
-{
-    QStringList series = point.series;
-    for (const QString& path : point.paths())
-        series.append(path.section(u'/', 0, 2));
-    return vexdesk::sortedByCodePoint(series);
+    return fail(Text::tr("Точка %1 не возвращена: эти файлы с тех пор изменились; вернуть всё "
+                         "равно: --force\n%2")
+                    .arg(id, names.join(u'\n')));
 }
 
 QString planOf(const RestorePointRecord& point)
@@ -122,40 +108,25 @@ QString planOf(const RestorePointRecord& point)
     return text;
 }
 
-// Nothing is touched before all is seen to be right.
-Outcome checkPoint(const RestorePlace& place, const RestorePointRecord& point, bool isForced,
-                   vexdesk::PuttingBack& puttingBack)
-{
-    if (Outcome begun = puttingBack.begin(); !begun)
-        return begun;
-    return isForced ? Outcome() : checkAllowed(place, point);
-}
-
 ExitCode showPlan(const RestorePlace& place, const RestorePointRecord& point, bool isForced)
 {
-    vexdesk::PuttingBack puttingBack(place, point);
-    const Outcome checked = checkPoint(place, point, isForced, puttingBack);
-    return checked ? printOutput(planOf(point)) : fail(checked.message());
+    const UndoCheck check = checkUndo(place, point, isForced);
+    if (!check.outcome)
+        return fail(check.outcome.message());
+    return check.isAllowed() ? printOutput(planOf(point)) : refuse(point.id, check.forbidding);
 }
 
-// With the locks of its series held.
-ExitCode putBack(const RestorePlace& place, const QString& id, bool isForced,
-                 vexdesk::StoreJob& job)
+ExitCode tellUndo(const QString& id, const UndoResult& result)
 {
-    // Its job may have ended only now.
-    const Result<RestorePointRecord> point = vexdesk::restorePoint(place, id);
-    if (!point)
-        return tellOutcomes(point.failure(), job.end());
-    vexdesk::PuttingBack puttingBack(place, *point);
-    if (const Outcome checked = checkPoint(place, *point, isForced, puttingBack); !checked)
-        return tellOutcomes(checked, job.end());
-    if (const Outcome back = puttingBack.run(job.keeper()); !back)
-        return tellOutcomes(back, job.takeBack());
-    const ExitCode told = tellOutcomes(Outcome(), job.end());
+    if (!result.forbidding.isEmpty())
+        static_cast<void>(refuse(id, result.forbidding));
+    const ExitCode told = tellOutcomes(result.work, result.end);
+    if (!result.isDone())
+        return ExitCode::Failure;
     return told == ExitCode::Success
                ? printOutput(Text::tr("Точка %1: возвращено файлов: %2, удалено: %3")
-                                 .arg(id, QString::number(point->kept.size()),
-                                      QString::number(point->created.size())) +
+                                 .arg(id, QString::number(result.returned),
+                                      QString::number(result.removed)) +
                              u'\n')
                : told;
 }
@@ -164,7 +135,7 @@ ExitCode runUndo(const CommandLine& line)
 {
     const QDir root = storeRootOf(line);
     const bool isForced = line.isSet("force");
-    vexdesk::StoreJobSettings settings = storeJobSettings(line, QStringLiteral("undo"));
+    const vexdesk::StoreJobSettings settings = storeJobSettings(line, QString());
     const auto place = vexdesk::restorePlace(root);
     if (!place)
         return fail(place.message());
@@ -173,12 +144,7 @@ ExitCode runUndo(const CommandLine& line)
         return fail(point.message());
     if (line.isSet("dry-run"))
         return showPlan(*place, *point, isForced);
-    settings.source = {point->id};
-    settings.needsPoint = true;
-    vexdesk::StoreJob job(settings);
-    if (const Outcome begun = job.begin(root, seriesOf(*point)); !begun)
-        return fail(begun.message());
-    return putBack(*place, point->id, isForced, job);
+    return tellUndo(point->id, undo(root, point->id, isForced, settings));
 }
 
 } // namespace

@@ -39,7 +39,7 @@ QList<Option> savedOptions()
 QString profileName(const CommandLine& line)
 {
     const QString name = line.positional().value(1);
-    if (!isProfileName(name))
+    if (!isProfileName(name) || hasUnprintable(name))
         throw UsageError{Text::tr("неверное имя профиля «%1»; нужно: непустое имя без «/», «\\», "
                                   "пробелов по краям и управляющих символов, не с «-» в начале")
                              .arg(escaped(name))};

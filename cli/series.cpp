@@ -3,16 +3,10 @@
 
 #include "suggestion.h"
 
-#include <vexdesk/boarddirectory.h>
 #include <vexdesk/history/storepaths.h>
-#include <vexdesk/securitydirectory.h>
-#include <vexdesk/stockdirectory.h>
 #include <vexdesk/terminal/referencedata.h>
 
-#include <QtCore/QFileInfo>
 #include <QtCore/QRegularExpression>
-
-#include <algorithm>
 
 namespace tadata::cli {
 
@@ -22,60 +16,11 @@ using vexdesk::ReferenceData;
 
 namespace {
 
-constexpr QLatin1String namePlace("{name}");
-constexpr QLatin1String tickerPlace("{ticker}");
-
-// Up to the last dot; without one the whole name.
-QString nameOfFile(const QString& file)
-{
-    const QString name = QFileInfo(file).fileName();
-    return name.left(name.lastIndexOf(u'.'));
-}
-
-// What comes into a place is not looked at for places.
-QString filled(const QString& code, const QString& name, const QString& ticker)
-{
-    QString text;
-    for (qsizetype i = 0; i < code.size(); ++i) {
-        const QStringView rest = QStringView(code).mid(i);
-        if (rest.startsWith(namePlace)) {
-            text += name;
-            i += namePlace.size() - 1;
-        } else if (rest.startsWith(tickerPlace)) {
-            text += ticker;
-            i += tickerPlace.size() - 1;
-        } else {
-            text += code[i];
-        }
-    }
-    return text;
-}
-
-} // namespace
-
-std::optional<SeriesCodes> seriesFrom(const QString& name)
-{
-    const QStringList codes = name.split(u'/');
-    const bool isCorrect =
-        codes.size() == 3 && std::none_of(codes.begin(), codes.end(), [](const QString& code) {
-            return code.isEmpty() || code == u"." || code == u"..";
-        });
-    return isCorrect ? std::optional(SeriesCodes{codes[0], codes[1], codes[2]}) : std::nullopt;
-}
-
-SeriesPattern::SeriesPattern(const QString& text)
-    : m_codes(text.split(u'/'))
-{}
-
-bool SeriesPattern::hasTicker() const
-{
-    return m_codes.join(u'/').contains(tickerPlace);
-}
-
-QString SeriesPattern::mistypedPlace() const
+// The place that something between braces was probably to be; empty where nothing is.
+QString mistypedPlace(const QString& series)
 {
     static const QRegularExpression place(QStringLiteral("\\{([^{}]*)\\}"));
-    auto places = place.globalMatch(m_codes.join(u'/'));
+    auto places = place.globalMatch(series);
     while (places.hasNext()) {
         const QRegularExpressionMatch match = places.next();
         const QString meant =
@@ -88,21 +33,13 @@ QString SeriesPattern::mistypedPlace() const
     return {};
 }
 
-std::optional<SeriesCodes> SeriesPattern::codesOf(const QString& file, const QString& ticker) const
-{
-    QStringList codes;
-    for (const QString& code : m_codes)
-        codes.append(filled(code, nameOfFile(file), ticker));
-    // A code with a slash would be two.
-    const auto series = seriesFrom(codes.join(u'/'));
-    return m_codes.size() == 3 ? series : std::nullopt;
-}
+} // namespace
 
 SeriesPattern parseSeriesPattern(const CommandLine& line)
 {
     SeriesPattern pattern(line.text("series"));
     // A mistyped place would be taken for the name of a series.
-    if (const QString meant = pattern.mistypedPlace(); !meant.isEmpty())
+    if (const QString meant = mistypedPlace(pattern.text()); !meant.isEmpty())
         line.refuse("series", Text::tr("такого места нет; похоже на %1").arg(meant));
     const QString anything = QStringLiteral("x");
     if (!pattern.codesOf(anything, anything))
@@ -142,11 +79,6 @@ Outcome installReferenceData(const CommandLine& line)
     return {};
 }
 
-bool isKnown(const SeriesCodes& codes)
-{
-    return SecurityDirectory::i().idByCode(codes.stock, codes.board, codes.security) != 0;
-}
-
 void makeKnown(const SeriesCodes& codes, int decimals)
 {
     ReferenceData data = ReferenceData::installed();
@@ -167,17 +99,6 @@ Outcome makeKnown(const SeriesCodes& codes, std::optional<int> given, std::optio
     else if (needsGuess)
         makeKnown(codes, *guessed);
     return {};
-}
-
-void setSeries(TADataDescription& description, const SeriesCodes& codes)
-{
-    description.stockCode = codes.stock;
-    description.boardCode = codes.board;
-    description.securityName = codes.security;
-    description.stockId = StockDirectory::i().idByCode(codes.stock);
-    description.boardId = BoardDirectory::i().idByCode(codes.stock, codes.board);
-    description.securityId =
-        SecurityDirectory::i().idByCode(codes.stock, codes.board, codes.security);
 }
 
 } // namespace tadata::cli

@@ -67,11 +67,6 @@ SeriesCodes seriesWord(const CommandLine& line, qsizetype index)
     return *codes;
 }
 
-QString nameOf(const SeriesCodes& codes)
-{
-    return QStringLiteral("%1/%2/%3").arg(codes.stock, codes.board, codes.security);
-}
-
 QDir seriesDirIn(const QDir& root, const SeriesCodes& codes)
 {
     return QDir(vexdesk::seriesPath(root, codes.stock, codes.board, codes.security));

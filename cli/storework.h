@@ -21,9 +21,6 @@ QDir storeRootOf(const CommandLine& line);
 /// A series that is a word of the command line. Throws UsageError as parseSeries() does.
 SeriesCodes seriesWord(const CommandLine& line, qsizetype index);
 
-/// "STOCK/BOARD/SECURITY".
-QString nameOf(const SeriesCodes& codes);
-
 QDir seriesDirIn(const QDir& root, const SeriesCodes& codes);
 
 /// Prints what went wrong in the work, and at its end.

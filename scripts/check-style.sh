@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
 # Fails when a file is not formatted, or when an include goes against the arrows of the terminal's
-# folders; those of src/ are refused by the compiler.
+# folders; those of src/ and plugins/ are refused by the compiler.
 #
 #   scripts/check-style.sh            the above: seconds
 #   scripts/check-style.sh changed [COMMIT]
@@ -57,8 +57,11 @@ may_not_include host '(\.\./)*(src|cli|tests)/'
 may_not_include host/desk '(\.\./)*lib/'
 may_not_include host/desk/chart 'desk/[a-z]+\.h'
 may_not_include src '(\.\./)*host/|vexdesk/terminal/'
+may_not_include src '(\.\./)*plugins/'
+may_not_include plugins '(\.\./)*(host|src)/|vexdesk/terminal/'
 # A window by its bare name alone, which the compiler finds only for what is built upon windows.
 may_not_include src '.*windows/'
+may_not_include plugins '.*windows/'
 
 # The commit that changes are counted from.
 base_commit()

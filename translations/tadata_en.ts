@@ -302,26 +302,6 @@ Hint: tadata --help</translation>
         <translation>The messages are in the language of the user, or in the one that the environment variable TADATA_LANGUAGE names: ru or en.</translation>
     </message>
     <message>
-        <source>роли «%1» нет</source>
-        <translation>there is no role &quot;%1&quot;</translation>
-    </message>
-    <message>
-        <source>«%1» не называет номера столбца</source>
-        <translation>&quot;%1&quot; names no column number</translation>
-    </message>
-    <message>
-        <source>роль «%1» названа дважды</source>
-        <translation>the role &quot;%1&quot; is named twice</translation>
-    </message>
-    <message>
-        <source>столбец %1 назначен дважды</source>
-        <translation>column %1 is assigned twice</translation>
-    </message>
-    <message>
-        <source>нет роли «%1»</source>
-        <translation>the role &quot;%1&quot; is missing</translation>
-    </message>
-    <message>
         <source>в кодах не может быть управляющих символов и того, что не UTF-8</source>
         <translation>codes cannot have control characters or what is no UTF-8</translation>
     </message>
@@ -1122,10 +1102,6 @@ Hint: tadata --help</translation>
     <message>
         <source>save сохраняет параметры, которые import, check и guess возьмут по --profile ИМЯ, вместо прежних того же имени; list печатает имена, show — параметры, delete забывает их. Они лежат в настройках терминала.</source>
         <translation>save keeps options that import, check and guess take by --profile NAME, in place of earlier ones of that name; list prints the names, show the options, delete forgets them. They are in the terminal&apos;s settings.</translation>
-    </message>
-    <message>
-        <source>Невозможно записать файл настроек терминала</source>
-        <translation>Cannot write the terminal&apos;s settings file</translation>
     </message>
     <message>
         <source>; похоже на %1</source>

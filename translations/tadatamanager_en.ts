@@ -457,6 +457,36 @@
     </message>
 </context>
 <context>
+    <name>ImportOptions</name>
+    <message>
+        <source>роли «%1» нет</source>
+        <translation>there is no role &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>«%1» не называет номера столбца</source>
+        <translation>&quot;%1&quot; names no column number</translation>
+    </message>
+    <message>
+        <source>роль «%1» названа дважды</source>
+        <translation>the role &quot;%1&quot; is named twice</translation>
+    </message>
+    <message>
+        <source>столбец %1 назначен дважды</source>
+        <translation>column %1 is assigned twice</translation>
+    </message>
+    <message>
+        <source>нет роли «%1»</source>
+        <translation>the role &quot;%1&quot; is missing</translation>
+    </message>
+</context>
+<context>
+    <name>ImportProfiles</name>
+    <message>
+        <source>Невозможно записать файл настроек терминала</source>
+        <translation>Cannot write the terminal&apos;s settings file</translation>
+    </message>
+</context>
+<context>
     <name>ImportTADataWizard</name>
     <message>
         <source>Мастер импорта данных ТА</source>

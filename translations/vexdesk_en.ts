@@ -1749,10 +1749,6 @@ Demonstration data will be used.</translation>
         <translation>Cannot write to directory %1</translation>
     </message>
     <message>
-        <source>Показать терминал и модуль истории в работе: пройти график, импорт, правку, экспорт и настройки, сохранить картинки шагов и выйти. Бары серии NORD/MAIN/ALFA с 15 по 17 января 2024 года заменяются.</source>
-        <translation>Show the terminal and the history plug-in at work: go through chart, import, editor, export and options, save pictures of the steps and exit. The bars of the series NORD/MAIN/ALFA from 15 to 17 January 2024 are replaced.</translation>
-    </message>
-    <message>
         <source>Каталог для картинок.</source>
         <translation>Directory for the pictures.</translation>
     </message>
@@ -1807,6 +1803,106 @@ Demonstration data will be used.</translation>
     <message>
         <source>график там же, где был</source>
         <translation>the chart is where it was</translation>
+    </message>
+    <message>
+        <source>Показать терминал и его модули в работе: пройти график, импорт, правку, экспорт, настройки и качество данных, сохранить картинки шагов и выйти. Бары серии NORD/MAIN/ALFA с 15 по 17 января 2024 года заменяются.</source>
+        <translation>Show the terminal and its plug-ins at work: go through the chart, the import, editing, the export, the options and the data quality, save pictures of the steps and quit. The bars of the series NORD/MAIN/ALFA from 15 to 17 January 2024 are replaced.</translation>
+    </message>
+    <message>
+        <source>закрыть окно</source>
+        <translation>close the window</translation>
+    </message>
+    <message>
+        <source>окно закрыто</source>
+        <translation>the window is closed</translation>
+    </message>
+    <message>
+        <source>окно ещё открыто</source>
+        <translation>the window is still open</translation>
+    </message>
+    <message>
+        <source>импорт не проверен</source>
+        <translation>the import has not been checked</translation>
+    </message>
+    <message>
+        <source>открыть файл</source>
+        <translation>open a file</translation>
+    </message>
+    <message>
+        <source>инструмент из столбца</source>
+        <translation>the security from the column</translation>
+    </message>
+    <message>
+        <source>показать ошибочную строку</source>
+        <translation>show the wrong line</translation>
+    </message>
+    <message>
+        <source>ошибки не найдены</source>
+        <translation>no faults have been found</translation>
+    </message>
+    <message>
+        <source>пропускать ошибочные строки</source>
+        <translation>pass over wrong lines</translation>
+    </message>
+    <message>
+        <source>строка не выбрана</source>
+        <translation>the line is not chosen</translation>
+    </message>
+    <message>
+        <source>импортировать</source>
+        <translation>import</translation>
+    </message>
+    <message>
+        <source>импорт не закончен</source>
+        <translation>the import is not finished</translation>
+    </message>
+    <message>
+        <source>хранилище прочитано</source>
+        <translation>the store has been read</translation>
+    </message>
+    <message>
+        <source>серий ещё нет</source>
+        <translation>there are no series yet</translation>
+    </message>
+    <message>
+        <source>часть имени серии</source>
+        <translation>part of a series&apos; name</translation>
+    </message>
+    <message>
+        <source>показать на графике</source>
+        <translation>show in the chart</translation>
+    </message>
+    <message>
+        <source>найдена не одна серия</source>
+        <translation>not one series has been found</translation>
+    </message>
+    <message>
+        <source>график с отметками</source>
+        <translation>the chart with its marks</translation>
+    </message>
+    <message>
+        <source>отметок на графике нет</source>
+        <translation>the chart shows no marks</translation>
+    </message>
+    <message>
+        <source>точка ещё не показана</source>
+        <translation>the point is not shown yet</translation>
+    </message>
+    <message>
+        <source>вернуть точку</source>
+        <translation>put the point back</translation>
+    </message>
+    <message>
+        <source>точка ещё возвращается</source>
+        <translation>the point is still being put back</translation>
+    </message>
+    <message>
+        <source>в хранилище не то, что было</source>
+        <translation>the store is not what it was</translation>
+    </message>
+    <message>
+        <source>качество данных не показано: модуля нет</source>
+        <translation>the data quality is not shown: the plug-in is missing</translation>
     </message>
 </context>
 <context>

@@ -90,6 +90,8 @@ StartPage::StartPage(QSet<QByteArray> ownCommands, QWidget* parent)
             qOverload<>(&QTimer::start));
     connect(&m_rebuildSoon, &QTimer::timeout, this, &StartPage::rebuild);
     connect(manager, &ActionManager::actionChanged, this, &StartPage::updateEnabled);
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](QWidget*, QWidget* now) { bringIntoView(now); });
     rebuild();
 }
 
@@ -252,6 +254,14 @@ void StartPage::resizeEvent(QResizeEvent* event)
 {
     updateColumns();
     QScrollArea::resizeEvent(event);
+}
+
+// Wherever the keys came from; the area itself does so for those who were in it already. Under the
+// mouse nothing moves: a click ends where it began.
+void StartPage::bringIntoView(QWidget* focused)
+{
+    if (focused && widget()->isAncestorOf(focused) && !QApplication::mouseButtons())
+        ensureWidgetVisible(focused);
 }
 
 void StartPage::updateEnabled(const QByteArray& commandId)

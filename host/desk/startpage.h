@@ -67,6 +67,7 @@ private:
     void updateEnabled(const QByteArray& commandId);
     void updateColumns();
     void orderRows();
+    void bringIntoView(QWidget* focused);
 
     /// Rows below each other, headings and buttons in their order.
     struct Column

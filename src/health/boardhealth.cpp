@@ -83,11 +83,12 @@ class BoardReader final
 {
 public:
     BoardReader(const std::vector<BoardSeries>& series, int timeframe, const HealthScope& scope,
-                const std::function<void()>& dayDone)
+                const std::function<void()>& dayDone, const std::atomic<bool>* stop)
         : m_series(series)
         , m_timeframe(timeframe)
         , m_scope(scope)
         , m_dayDone(dayDone)
+        , m_stop(stop)
     {
         for (const BoardSeries& one : series)
             m_days.add(one.days);
@@ -97,7 +98,7 @@ public:
     {
         BoardHealth board;
         for (const BoardSeries& series : m_series) {
-            if (!series.isAsked)
+            if (!series.isAsked || isStopped())
                 continue;
             const size_t failures = m_unread.size();
             SeriesHealth health = readSeries(series);
@@ -122,6 +123,7 @@ private:
     void lookAt(const BoardSeries& series, const std::vector<SeriesHealth>& asked);
     void tellQuietGaps(SeriesHealth& health) const;
     void tellMissingDays(const BoardSeries& series, SeriesHealth& health) const;
+    bool isStopped() const { return m_stop && *m_stop; }
     bool isTold(const QDate& day) const
     {
         return (!m_scope.from.isValid() || day >= m_scope.from) &&
@@ -132,6 +134,7 @@ private:
     int m_timeframe;
     const HealthScope& m_scope;
     const std::function<void()>& m_dayDone;
+    const std::atomic<bool>* m_stop;
     BoardDays m_days;
     QHash<QDate, DayOfBoard> m_times; // where there are several series
     std::vector<UnreadFile> m_unread;
@@ -168,6 +171,8 @@ void BoardReader::readWeekday(const BoardSeries& series, const std::vector<size_
         dates.push_back(series.days[day]);
     UsualTimes usual(std::move(dates), m_scope.gap);
     for (const size_t day : days) {
+        if (isStopped())
+            return;
         for (int wanted = usual.wanted(); wanted >= 0; wanted = usual.wanted()) {
             const size_t read = days[static_cast<size_t>(wanted)];
             DayFile file = readDay(series, series.days[read]);
@@ -204,6 +209,8 @@ void BoardReader::lookAt(const BoardSeries& series, const std::vector<SeriesHeal
     std::sort(days.begin(), days.end());
     days.erase(std::unique(days.begin(), days.end()), days.end());
     for (const QDate& day : days) {
+        if (isStopped())
+            return;
         if (std::binary_search(series.days.begin(), series.days.end(), day))
             readDay(series, day);
     }
@@ -237,9 +244,10 @@ void BoardReader::tellMissingDays(const BoardSeries& series, SeriesHealth& healt
 } // namespace
 
 BoardHealth boardHealth(const std::vector<BoardSeries>& series, int timeframe,
-                        const HealthScope& scope, const std::function<void()>& dayDone)
+                        const HealthScope& scope, const std::function<void()>& dayDone,
+                        const std::atomic<bool>* stop)
 {
-    return BoardReader(series, timeframe, scope, dayDone).read();
+    return BoardReader(series, timeframe, scope, dayDone, stop).read();
 }
 
 } // namespace tadata

@@ -8,6 +8,7 @@
 #include <QtCore/QDir>
 #include <QtCore/QString>
 
+#include <atomic>
 #include <functional>
 #include <vector>
 
@@ -42,8 +43,10 @@ struct BoardHealth
 
 /// Looks at all series of a board at one timeframe. Calls `dayDone` for each file of those that are
 /// asked for. Memory holds what is found, the times of 21 days of one series, and of each day the
-/// times that the board has. Any thread.
+/// times that the board has. Any thread. Once `stop` is set it ends soon, and what it has found is
+/// not all and not to be used.
 BoardHealth boardHealth(const std::vector<BoardSeries>& series, int timeframe,
-                        const HealthScope& scope, const std::function<void()>& dayDone);
+                        const HealthScope& scope, const std::function<void()>& dayDone,
+                        const std::atomic<bool>* stop = nullptr);
 
 } // namespace tadata

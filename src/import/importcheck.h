@@ -2,6 +2,7 @@
 #pragma once
 
 #include "importdetails.h"
+#include "importseries.h"
 #include "importways.h"
 #include "job.h"
 
@@ -93,5 +94,27 @@ struct ImportCheck
 vexdesk::Result<ImportCheck> checkImport(const QString& fileName, const ImportDetails& details,
                                          const ImportWays& ways, const QDir& seriesDir,
                                          qint64 maxProblems, const ProgressSink& progress);
+
+/// What is found of a ticker of a file.
+struct TickerCheck
+{
+    QString ticker; ///< null where the details have no column for it
+    ImportCheck check;
+};
+
+/// Where the series of a file that is checked are. Both are asked once for each ticker.
+struct CheckedSeries
+{
+    std::function<QDir(const QString& ticker)> directory;
+    SeriesOfTicker describe = {}; ///< see ImportSeries
+};
+
+/// The same for a file whose details may have a column for tickers, each of which has a series of
+/// its own; they come in the order of the file, at least one. So many problems are listed of each.
+/// Once `stop`, which may be null, is set it fails, between two lines.
+vexdesk::Result<std::vector<TickerCheck>>
+checkTickers(const QString& fileName, const ImportDetails& details, const ImportWays& ways,
+             const CheckedSeries& series, qint64 maxProblems, const ProgressSink& progress,
+             const std::atomic<bool>* stop);
 
 } // namespace tadata

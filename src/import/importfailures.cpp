@@ -54,6 +54,13 @@ Failure wrongLine(qint64 number, const QString& what)
     return {Text::tr("Ошибка при импорте %1-й строки:\n%2.").arg(QString::number(number), what)};
 }
 
+Failure tickerComesAgain(qint64 number, const QString& ticker)
+{
+    return wrongLine(number, Text::tr("файл возвращается к коду '%1', такой файл импортируют с "
+                                      "--mode merge")
+                                 .arg(ticker));
+}
+
 Failure wrongStoredLine(const QString& path, qint64 number)
 {
     return {Text::tr("Файл %1, строка %2: не запись бара").arg(path, QString::number(number))};

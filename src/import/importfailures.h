@@ -17,6 +17,8 @@ vexdesk::Failure cannotReadDir(const QString& path);
 vexdesk::Failure wouldWipe(const QString& path);
 /// What is wrong with a line of the input, from 1.
 vexdesk::Failure wrongLine(qint64 number, const QString& what);
+/// Replacing, a file comes back in this line to a ticker that it had left.
+vexdesk::Failure tickerComesAgain(qint64 number, const QString& ticker);
 /// A line of a day file, from 1, is no bar.
 vexdesk::Failure wrongStoredLine(const QString& path, qint64 number);
 vexdesk::Failure interrupted();

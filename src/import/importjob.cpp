@@ -12,7 +12,6 @@
 #include <vexdesk/history/filekeeper.h>
 #include <vexdesk/history/filestate.h>
 
-#include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
 #include <QtCore/QSet>
 #include <QtCore/QTextStream>
@@ -38,11 +37,6 @@ using vexdesk::Outcome;
 using vexdesk::Result;
 
 namespace {
-
-struct Text
-{
-    Q_DECLARE_TR_FUNCTIONS(ImporterTAData)
-};
 
 // The outputs of one import: day files, and minute files beside them for second bars.
 class StoreWriter final
@@ -211,10 +205,7 @@ private:
         if (Outcome finished = finishSeries(); !finished)
             return finished;
         if (m_known.contains(line.ticker))
-            return wrongLine(line.number,
-                             Text::tr("файл возвращается к коду '%1', такой файл импортируют с "
-                                      "--mode merge")
-                                 .arg(line.ticker));
+            return tickerComesAgain(line.number, line.ticker);
         m_ticker = line.ticker;
         m_known.insert(m_ticker);
         beginSeries(m_series.directories.at(m_series.tickers.indexOf(m_ticker)));

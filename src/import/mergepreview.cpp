@@ -14,11 +14,14 @@ using vexdesk::Outcome;
 using vexdesk::Result;
 
 MergePreview::MergePreview(const QString& input, const ImportDetails& details,
-                           const ImportWays& ways, const QDir& dir)
+                           const ImportWays& ways, const QDir& dir, const QString& ticker,
+                           const std::atomic<bool>* stop)
     : m_input(input)
     , m_details(details)
     , m_ways(ways)
     , m_dir(dir)
+    , m_ticker(ticker)
+    , m_stop(stop)
 {}
 
 Outcome MergePreview::take(const FileLine& line, const DayInFile& day, bool beginsRun)
@@ -125,7 +128,9 @@ Outcome MergePreview::collect(Group& group) const
     FileLine line;
     auto day = group.end();
     while (bars.next(&line)) {
-        if (line.isBad())
+        if (m_stop && m_stop->load(std::memory_order_relaxed))
+            return interrupted();
+        if (line.isBad() || line.ticker != m_ticker)
             continue;
         if (day == group.end() || day->first != line.bar.date)
             day = group.find(line.bar.date);

@@ -4,6 +4,8 @@
 #include "dayofbars.h"
 #include "dayspreview.h"
 
+#include <atomic>
+
 namespace tadata {
 
 /// An import whose bars come in among those that are stored. It changes nothing at all where any of
@@ -11,9 +13,10 @@ namespace tadata {
 class MergePreview final : public DaysPreview
 {
 public:
-    /// The details must outlive it.
+    /// Of the lines of one ticker, where the details have a column for it. The details must outlive
+    /// it; once `stop`, which may be null, is set it fails.
     MergePreview(const QString& input, const ImportDetails& details, const ImportWays& ways,
-                 const QDir& dir);
+                 const QDir& dir, const QString& ticker, const std::atomic<bool>* stop);
 
     vexdesk::Outcome take(const FileLine& line, const DayInFile& day, bool beginsRun) override;
     vexdesk::Result<std::vector<CheckedDay>> finish() override;
@@ -44,6 +47,8 @@ private:
     const ImportDetails& m_details;
     ImportWays m_ways;
     QDir m_dir;
+    QString m_ticker;
+    const std::atomic<bool>* m_stop;
     Days m_days;
     QDate m_date; ///< of the run that is open
     bool m_isCollecting = false;

@@ -9,8 +9,12 @@ namespace tadata {
 /// "TADataManager/RestorePoints". What is no number there, or is missing, is the usual one. Any
 /// thread.
 vexdesk::RestoreLimits restoreLimits();
+/// Remembers what the user wants; of the bytes whole megabytes.
+void setRestoreLimits(const vexdesk::RestoreLimits& limits);
 
 /// In bytes.
 qint64 fromMegabytes(qint64 megabytes);
+/// Whole ones.
+qint64 toMegabytes(qint64 bytes);
 
 } // namespace tadata

@@ -41,6 +41,7 @@ private Q_SLOTS:
     void saysWherePluginsAreLookedFor();
     void aLongTextIsNotCut();
     void recentSeriesStandBesideTheCommandsOrAlone();
+    void aRowThatGetsTheFocusIsSeen();
 
 private:
     QList<CommandButton*> buttons() const;
@@ -303,6 +304,25 @@ void TestStartPage::recentSeriesStandBesideTheCommandsOrAlone()
     // Below each other they stand at the top, whatever room there is.
     m_page->resize(600, 1300);
     QTRY_VERIFY(m_page->lastRow()->mapTo(m_page.get(), QPoint()).y() < 300);
+}
+
+void TestStartPage::aRowThatGetsTheFocusIsSeen()
+{
+    const Action import("import"); // who can be triggered can get the focus
+    const Action other("other");
+    m_page->resize(400, 120);
+    m_page->show();
+    m_page->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_page.get()));
+    const auto isSeen = [this](const QWidget* row) {
+        const int top = row->mapTo(m_page->viewport(), QPoint()).y();
+        return top >= 0 && top + row->height() <= m_page->viewport()->height();
+    };
+    for (QWidget* const row : {m_page->lastRow(), m_page->firstRow(), m_page->lastRow()}) {
+        QVERIFY(!isSeen(row));
+        row->setFocus(Qt::BacktabFocusReason); // from the tree of series, say
+        QTRY_VERIFY(isSeen(row));
+    }
 }
 
 int main(int argc, char** argv)

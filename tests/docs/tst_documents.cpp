@@ -185,7 +185,7 @@ QSet<QString> shownTexts()
     QSet<QString> texts;
     for (const char* name : {"Русский", "English"})
         texts.insert(pairOf(QString::fromUtf8(name), QString::fromUtf8(name)));
-    for (const char* name : {"vexdesk", "tadatamanager", "tadata"}) {
+    for (const char* name : {"vexdesk", "tadatamanager", "tadataquality", "tadata"}) {
         QFile file(sourcePath(QStringLiteral("translations/%1_en.ts").arg(QLatin1String(name))));
         if (!file.open(QIODevice::ReadOnly))
             return {};

@@ -62,6 +62,10 @@ private Q_SLOTS:
     void looksAtTimesAfterTheClock();
     void refusesADayFileOfTheSeries();
     void failsWhereSomethingCannotBeRead();
+    void checksEachTickerByItself();
+    void oneTickersFaultEndsTheImportOfAll();
+    void aTickerThatComesBackEndsReplacing();
+    void endsOnceItIsStopped();
     void saysWhatAnImportThenDoes_data();
     void saysWhatAnImportThenDoes();
 
@@ -80,6 +84,8 @@ private:
     ImportCheck check(const QByteArray& content, const ImportDetails& details,
                       const ImportWays& ways = {}, qint64 maxProblems = 100) const;
     QString failure(const QString& file, const ImportWays& ways = {}) const;
+    std::vector<tadata::TickerCheck> checkTickers(const QByteArray& content,
+                                                  const ImportWays& ways = {}) const;
 
     std::unique_ptr<QTemporaryDir> m_dir;
 };
@@ -515,6 +521,88 @@ void TestImportCheck::failsWhereSomethingCannotBeRead()
     writeFile(path("store"), "no directory");
     QCOMPARE(failure(path("in.csv")),
              QStringLiteral("Невозможно прочитать каталог %1").arg(path("store")));
+}
+
+// Of lines whose last column is the ticker; its series is S/B/<ticker>.
+std::vector<tadata::TickerCheck> TestImportCheck::checkTickers(const QByteArray& content,
+                                                               const ImportWays& ways) const
+{
+    writeFile(path("in.csv"), content);
+    const ImportDetails details = with(detailsOfSeries(2), ColumnRole::Ticker, 6);
+    const tadata::CheckedSeries ofTickers{
+        [this](const QString& ticker) { return QDir(path("store/S/B")).filePath(ticker); }};
+    const auto checked = tadata::checkTickers(
+        path("in.csv"), details, ways, ofTickers, 100, [](int) {}, nullptr);
+    if (!checked)
+        QTest::qFail(qPrintable(checked.message()), __FILE__, __LINE__);
+    return checked.valueOr(std::vector<tadata::TickerCheck>());
+}
+
+void TestImportCheck::checksEachTickerByItself()
+{
+    store(day1File, stored1);
+    for (const ImportMode mode : {ImportMode::Replace, ImportMode::Merge}) {
+        const auto checks = checkTickers(bar2.chopped(1) + ";X\n" + bar3.chopped(1) + ";X\n" +
+                                             bar1.chopped(1) + ";Y\n",
+                                         waysOf(mode));
+        QCOMPARE(checks.size(), size_t(2));
+        QCOMPARE(checks[0].ticker, QStringLiteral("X"));
+        QCOMPARE(checks[0].check.days.size(), size_t(2));
+        QCOMPARE(checks[0].check.days[0].stored, 1);
+        QCOMPARE(checks[0].check.days[0].result, mode == ImportMode::Merge ? 2 : 1);
+        QCOMPARE(checks[1].ticker, QStringLiteral("Y"));
+        QCOMPARE(shownDays(checks[1].check),
+                 days("2024-01-15 bars 1 stored 0 result 1 lost 0 new"));
+        QVERIFY(checks[0].check.wouldImport && checks[1].check.wouldImport);
+    }
+    // Days that come again are looked at by the lines of their ticker alone.
+    const auto again = checkTickers(bar1.chopped(1) + ";X\n" + bar3.chopped(1) + ";X\n" +
+                                        bar1.chopped(1) + ";Y\n" + bar2.chopped(1) + ";X\n",
+                                    waysOf(ImportMode::Merge));
+    QCOMPARE(shownDays(again[0].check), days("2024-01-15 bars 2 stored 1 result 2 lost 0 merged|"
+                                             "2024-01-16 bars 1 stored 0 result 1 lost 0 new"));
+}
+
+void TestImportCheck::oneTickersFaultEndsTheImportOfAll()
+{
+    store(day1File, "nonsense\n");
+    const QByteArray content = bar3.chopped(1) + ";Y\n" + bar1.chopped(1) + ";X\n";
+    const auto stored = checkTickers(content, waysOf(ImportMode::Merge));
+    for (const tadata::TickerCheck& one : stored) {
+        QVERIFY2(!one.check.wouldImport, qPrintable(one.ticker));
+        QVERIFY(one.check.stop && one.check.days.empty());
+    }
+    const auto bad = checkTickers(bar3.chopped(1) + ";Y\nbad\n" + bar1.chopped(1) + ";X\n",
+                                  waysOf(ImportMode::Merge));
+    QCOMPARE(bad.size(), size_t(2));
+    QVERIFY(!bad[0].check.wouldImport && bad[0].check.days.empty());
+    QCOMPARE(bad[0].check.badLines, 1);
+}
+
+void TestImportCheck::aTickerThatComesBackEndsReplacing()
+{
+    const QByteArray content =
+        bar1.chopped(1) + ";X\n" + bar1.chopped(1) + ";Y\n" + bar2.chopped(1) + ";X\n";
+    const auto replacing = checkTickers(content);
+    QCOMPARE(replacing.size(), size_t(2));
+    for (const tadata::TickerCheck& one : replacing) {
+        QVERIFY(!one.check.wouldImport);
+        QCOMPARE(one.check.stop->line, std::optional<qint64>(3));
+        QCOMPARE(one.check.days.size(), size_t(1)); // that came before
+    }
+    for (const tadata::TickerCheck& one : checkTickers(content, waysOf(ImportMode::Fill)))
+        QVERIFY(one.check.wouldImport);
+}
+
+void TestImportCheck::endsOnceItIsStopped()
+{
+    writeFile(path("in.csv"), bar1 + bar2 + bar3);
+    std::atomic<bool> stop = false;
+    const tadata::CheckedSeries into{[this](const QString&) { return series(); }};
+    // It is told of its progress with each day, and cancelled at the first.
+    const auto checked = tadata::checkTickers(
+        path("in.csv"), detailsOfSeries(2), {}, into, 100, [&stop](int) { stop = true; }, &stop);
+    QVERIFY(!checked);
 }
 
 void TestImportCheck::saysWhatAnImportThenDoes_data()

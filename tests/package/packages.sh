@@ -82,7 +82,7 @@ for name in vexdesk-desk tadatamanager; do
         fail "$name holds the tour, which is for authors"
     fi
 done
-for file in bin/vexdesk-desk bin/tadata lib/vexdesk/plugins/libtadatamanager.so lib/vexdesk/.installed \
+for file in bin/vexdesk-desk bin/tadata lib/vexdesk/plugins/libtadatamanager.so lib/vexdesk/plugins/libtadataquality.so lib/vexdesk/.installed \
     share/applications/vexdesk-desk.desktop share/icons/hicolor/48x48/apps/vexdesk-desk.png \
     share/icons/hicolor/scalable/apps/vexdesk-desk.svg share/man/man1/tadata.1.gz \
     share/man/ru/man1/tadata.1.gz share/vexdesk/translations/vexdesk_en.qm share/vexdesk/docs/guide.ru.md \
@@ -141,7 +141,7 @@ step "this plug-in, built with the headers alone"
 cmake -S "$source_dir" -B "$work/plugin" -G Ninja -DTADATA_INSTALLED_HOST=ON -DTADATA_BUILD_TESTS=OFF \
     -DTADATA_PRECOMPILED_HEADERS=ON \
     -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_EXPORT_COMPILE_COMMANDS=ON >"$work/plugin.log" 2>&1 &&
-    cmake --build "$work/plugin" --target tadatamanager tadata >>"$work/plugin.log" 2>&1 ||
+    cmake --build "$work/plugin" --target tadatamanager tadataquality tadata >>"$work/plugin.log" 2>&1 ||
     { cat "$work/plugin.log" >&2; fail "the plug-in does not build"; }
 if grep -F "$source_dir/host" "$work/plugin/compile_commands.json"; then
     fail "the plug-in is built with the host's sources"

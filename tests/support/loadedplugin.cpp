@@ -18,6 +18,11 @@ QString pluginFile()
     return QStringLiteral(TADATAMANAGER_FILE);
 }
 
+QString qualityPluginFile()
+{
+    return QStringLiteral(TADATAQUALITY_FILE);
+}
+
 vexdesk::Result<IPlugin*> loadPlugin(QPluginLoader& loader, const QString& file)
 {
     loader.setFileName(file);

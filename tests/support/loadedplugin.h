@@ -18,6 +18,8 @@ namespace testsupport {
 
 /// The library of the plug-in, as it was built.
 QString pluginFile();
+/// That of the second one, which looks after the quality of the data.
+QString qualityPluginFile();
 
 /// Loads a library; the plug-in is the loader's. The failure names the file and what the loader
 /// says, or that the object in it was no plug-in of the terminal; nothing is loaded then.

@@ -20,12 +20,11 @@ Xvfb -displayfd 3 -screen 0 2560x1600x24 -nolisten tcp -noreset 3>"$files/displa
 jobs+=($!)
 read -r display <"$files/display" || { cat "$files/server" >&2; exit 1; }
 export DISPLAY=:$display
-# What stands in the user's own configuration is nothing to a test.
-HOME=$files XDG_CONFIG_HOME=$files openbox --sm-disable 2>"$files/manager" &
+# What stands in the user's own configuration is nothing to a test. Windows that are shown before there
+# is somebody who manages them are not managed as others are.
+mkfifo "$files/managed"
+HOME=$files XDG_CONFIG_HOME=$files openbox --sm-disable --startup "sh -c 'echo yes >$files/managed'" \
+    2>"$files/manager" &
 jobs+=($!)
-for _ in {1..300}; do
-    xprop -root _NET_SUPPORTING_WM_CHECK | grep -q 'window id' && break
-    kill -0 "${jobs[1]}" || { cat "$files/manager" >&2; exit 1; }
-    sleep 0.1
-done
+read -r -t 60 _ <>"$files/managed" || { cat "$files/manager" >&2; exit 1; }
 XDG_RUNTIME_DIR=$files QT_QPA_PLATFORM=xcb "$@"

@@ -39,6 +39,7 @@ Terminal::Terminal(vexdesk::Language language, const QStringList& pluginDirector
 
 Terminal::~Terminal()
 {
+    m_loader->unload(); // the charts are there until then
     m_window.reset();
     m_loader.reset();
 }

@@ -219,7 +219,8 @@ Room roomOf(const QAbstractButton& button)
     return {contents.size(), needs, button.text()};
 }
 
-/// Every entry: the user may choose any.
+/// Every entry: the user may choose any. A box that says that it is shorter than its entries shows
+/// the chosen one whole, or in its tool tip.
 QList<Room> roomsOf(const QComboBox& box)
 {
     QStyleOptionComboBox option;
@@ -231,8 +232,12 @@ QList<Room> roomsOf(const QComboBox& box)
     constexpr int margin = 1; // that the styles leave on either side of the text
     const QFontMetrics metrics = box.fontMetrics();
     QList<Room> rooms;
+    const bool isCompact =
+        box.sizeAdjustPolicy() == QComboBox::AdjustToMinimumContentsLengthWithIcon;
     for (int index = 0; index < box.count(); ++index) {
         const QString text = box.itemText(index);
+        if (isCompact && (index != box.currentIndex() || box.toolTip().contains(text)))
+            continue;
         rooms.append({{field.width() - 2 * margin, box.height()},
                       {metrics.horizontalAdvance(text), metrics.height()},
                       text});

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "support/userhands.h"
 
+#include <QtCore/QMimeData>
+#include <QtCore/QUrl>
+#include <QtGui/QDropEvent>
 #include <QtTest/QTest>
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QAbstractItemView>
@@ -82,6 +85,21 @@ void typeDate(QDateEdit* edit, const QDate& date)
     type(QDateTimeEdit::MonthSection, "MM");
     type(QDateTimeEdit::DaySection, "dd");
     QCOMPARE(edit->date(), date);
+}
+
+bool dropFiles(QWidget* window, const QStringList& paths)
+{
+    QMimeData data;
+    QList<QUrl> urls;
+    for (const QString& path : paths)
+        urls.append(QUrl::fromLocalFile(path));
+    data.setUrls(urls);
+    // What is dropped goes to the widget that was entered.
+    QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(window, &enter);
+    QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(window, &drop);
+    return enter.isAccepted() && drop.isAccepted();
 }
 
 UnhurriedTyping::UnhurriedTyping()

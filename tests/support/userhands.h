@@ -3,6 +3,7 @@
 
 #include <QtCore/QList>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 
 class QAbstractButton;
 class QComboBox;
@@ -27,6 +28,9 @@ void choose(QComboBox* box, const QString& beginning);
 void type(QLineEdit* edit, const QString& text);
 /// Types a date over the one that is shown, in whatever order the editor shows it.
 void typeDate(QDateEdit* edit, const QDate& date);
+
+/// Drops files on a window as a file manager does, and tells whether it took them.
+[[nodiscard]] bool dropFiles(QWidget* window, const QStringList& paths);
 
 /// While it lives, the letters that are typed into a list belong together, however slow the
 /// machine is.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The program that shows the terminal at work, with the plug-in beside it.
+// The program that shows the terminal at work, with the plug-ins beside it.
 
 #include "support/filetree.h"
 #include "support/strictlog.h"
@@ -16,7 +16,8 @@ namespace {
 
 constexpr int optionsPictureCount = 3;
 constexpr int chartPictureCount = 7;
-constexpr int pictureCount = 21 + chartPictureCount + optionsPictureCount;
+constexpr int qualityPictureCount = 8;
+constexpr int pictureCount = 21 + chartPictureCount + optionsPictureCount + qualityPictureCount;
 
 // What the day files hold after the import and what the editor did: of the first two days, which it
 // showed, the lines have money before volume, and of the first day the bars 10:20 to 10:29 are
@@ -58,6 +59,7 @@ private Q_SLOTS:
     void wantsOneDirectory_data();
     void wantsOneDirectory();
     void failsWithoutThePlugin();
+    void doesWithoutTheSecondPlugin();
     void failsWhereNoPictureCanBeWritten();
 
 private:
@@ -81,11 +83,15 @@ void TestTour::init()
     QVERIFY(QDir(m_dir->path()).mkpath(QStringLiteral("bin/plugins")));
     QVERIFY(QFile::copy(QStringLiteral(TOUR_PROGRAM), path("bin/vexdesk-tour")));
     QVERIFY(QFile::copy(QStringLiteral(TADATAMANAGER_FILE), path("bin/plugins/tadatamanager.so")));
-    for (const char* file :
-         {"translations/vexdesk_en.qm", "plugins/translations/tadatamanager_en.qm"}) {
-        const QString copy = path("bin/") + QLatin1String(file);
-        QVERIFY(QDir().mkpath(QFileInfo(copy).path()));
-        QVERIFY(QFile::copy(QStringLiteral(TOUR_FOLDER "/") + QLatin1String(file), copy));
+    QVERIFY(QFile::copy(QStringLiteral(TADATAQUALITY_FILE), path("bin/plugins/tadataquality.so")));
+    for (const char* folder : {"translations", "plugins/translations"}) {
+        const QDir texts(QStringLiteral(TOUR_FOLDER "/") + QLatin1String(folder));
+        QVERIFY(QDir().mkpath(path("bin/") + QLatin1String(folder)));
+        const QStringList files = texts.entryList({QStringLiteral("*_en.qm")});
+        QVERIFY(!files.isEmpty());
+        for (const QString& file : files)
+            QVERIFY(QFile::copy(texts.filePath(file),
+                                path("bin/") + QLatin1String(folder) + u'/' + file));
     }
 }
 
@@ -133,10 +139,14 @@ void TestTour::worksAndLeavesAPictureOfEveryStep()
     const QStringList names = pictures.entryList({QStringLiteral("*.png")});
     QCOMPARE(names.size(), pictureCount);
     for (const QString& name : names)
-        QVERIFY2(QImage(pictures.filePath(name)).width() >= 900 * scale.toInt(), qPrintable(name));
+        QVERIFY2(QImage(pictures.filePath(name)).width() >= 760 * scale.toInt(), qPrintable(name));
 
-    const auto stored = testsupport::readTree(QDir(path("bin/user/tadata/NORD/MAIN/ALFA")));
-    QCOMPARE(stored, wantedDayFiles(testsupport::readFile(path("pictures/demo.csv"))));
+    // What the safe import has added is put back.
+    QMap<QString, QByteArray> wanted;
+    const auto days = wantedDayFiles(testsupport::readFile(path("pictures/demo.csv")));
+    for (auto day = days.begin(); day != days.end(); ++day)
+        wanted.insert(QStringLiteral("NORD/MAIN/ALFA/") + day.key(), day.value());
+    QCOMPARE(testsupport::readTree(QDir(path("bin/user/tadata"))), wanted);
 }
 
 void TestTour::leavesSettingsAndSecondFilesToTheUser_data()
@@ -178,7 +188,8 @@ void TestTour::leavesSettingsAndSecondFilesToTheUser()
             left += QByteArray(key) + '=' + after.value(name).toByteArray() + '\n';
     }
     QCOMPARE(left, settings);
-    for (const char* group : {"Desk/OptionsDialog", "Desk/Charts"}) {
+    for (const char* group : {"Desk/OptionsDialog", "Desk/Charts", "TADataQuality/SafeImport",
+                              "TADataQuality/Health", "TADataQuality/Points"}) {
         after.beginGroup(QLatin1String(group));
         QVERIFY2(after.allKeys().isEmpty(), group);
         after.endGroup();
@@ -210,6 +221,14 @@ void TestTour::failsWithoutThePlugin()
     QCOMPARE(runTour(path("pictures")), 1);
     QVERIFY2(m_errors.contains("меню не открыто"), m_errors.constData());
     QVERIFY(QFile::exists(path("pictures/failed.png")));
+}
+
+void TestTour::doesWithoutTheSecondPlugin()
+{
+    QVERIFY(QFile::remove(path("bin/plugins/tadataquality.so")));
+    QVERIFY2(runTour(path("pictures")) == 0, m_errors.constData());
+    QCOMPARE(QDir(path("pictures")).entryList({QStringLiteral("*.png")}).size(),
+             pictureCount - qualityPictureCount);
 }
 
 void TestTour::failsWhereNoPictureCanBeWritten()

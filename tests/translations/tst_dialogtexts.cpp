@@ -13,6 +13,7 @@
 #include "desk/pluginsdialog.h"
 #include "support/child.h"
 #include "support/commandwindows.h"
+#include "support/eventually.h"
 #include "support/filetree.h"
 #include "support/modalsteps.h"
 #include "support/strictlog.h"
@@ -36,12 +37,14 @@
 #include <QtWidgets/QFileIconProvider>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
+#include <QtWidgets/QListWidget>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QProgressDialog>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QWizard>
 
+#include <algorithm>
 #include <memory>
 
 using testsupport::child;
@@ -94,7 +97,7 @@ private Q_SLOTS:
     void chart();
     void pluginsDialog();
     void pluginsDialogWithRefusedFiles();
-    void optionsDialogWithThePluginsPage();
+    void optionsDialogWithThePluginsPages();
     void optionsDialogWithoutPages();
     void about();
     void errorReport();
@@ -107,6 +110,8 @@ private Q_SLOTS:
     void exportQuestion();
     void editor();
     void progressDialogs();
+    void windowsOfTheDataQuality_data();
+    void windowsOfTheDataQuality();
 
 private:
     void makeTerminal(const QStringList& pluginDirectories);
@@ -308,12 +313,17 @@ void TestDialogTexts::pluginsDialogWithRefusedFiles()
     run(steps, "Desk.Plugins");
 }
 
-void TestDialogTexts::optionsDialogWithThePluginsPage()
+void TestDialogTexts::optionsDialogWithThePluginsPages()
 {
     ModalSteps steps;
     steps.on<vexdesk::OptionsDialog>([this](vexdesk::OptionsDialog* dialog) {
         QVERIFY(child<QCheckBox>(dialog, "deleteSeconds"));
-        look(dialog);
+        auto* const categories = child<QListWidget>(dialog, "categories");
+        QCOMPARE(categories->count(), 2);
+        for (int row = 0; row < categories->count(); ++row) {
+            categories->setCurrentRow(row);
+            look(dialog);
+        }
         auto* const search = child<QLineEdit>(dialog, "search");
         search->setText(QStringLiteral("***"));
         look(dialog);
@@ -493,6 +503,46 @@ void TestDialogTexts::progressDialogs()
     steps.on<QMessageBox>([](QMessageBox* box) { click(box->button(QMessageBox::Ok)); });
     run(steps, "2_Export");
     QCOMPARE(shown.times(), 2);
+}
+
+void TestDialogTexts::windowsOfTheDataQuality_data()
+{
+    QTest::addColumn<QByteArray>("command");
+    QTest::addColumn<QByteArray>("window");
+    QTest::addColumn<QByteArray>("told"); // a label: when it has a text, there is all to look at
+    QTest::newRow("safe import") << QByteArray("TADataQuality.SafeImport")
+                                 << QByteArray("SafeImportWindow") << QByteArray("verdict");
+    QTest::newRow("health") << QByteArray("TADataQuality.Health") << QByteArray("HealthWindow")
+                            << QByteArray("day");
+    QTest::newRow("points") << QByteArray("TADataQuality.Points") << QByteArray("PointsWindow")
+                            << QByteArray("effect");
+}
+
+void TestDialogTexts::windowsOfTheDataQuality()
+{
+    QFETCH(const QByteArray, command);
+    QFETCH(const QByteArray, window);
+    QFETCH(const QByteArray, told);
+    runImport();
+    vexdesk::triggerCommand(command);
+    if (command == "TADataQuality.SafeImport") {
+        // Its name is shown as well.
+        const bool isEnglish = m_language == vexdesk::Language::English;
+        const QString file =
+            m_files->filePath(isEnglish ? QStringLiteral("more.csv") : QStringLiteral("ещё.csv"));
+        testsupport::writeFile(file, bars);
+        QVERIFY(testsupport::dropFiles(m_terminal->window(), {file}));
+    }
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto shown = std::find_if(windows.begin(), windows.end(), [&window](QWidget* one) {
+        return one->isVisible() && one->inherits(window.constData());
+    });
+    QVERIFY(shown != windows.end());
+    look(*shown);
+    EVENTUALLY(!child<QLabel>(*shown, told.constData())->text().isEmpty());
+    look(*shown);
+    QVERIFY2(m_faults.isEmpty(), qPrintable(m_faults.join(u'\n')));
+    QTest::keyClick(*shown, Qt::Key_Escape);
 }
 
 int main(int argc, char** argv)

@@ -78,6 +78,8 @@ QStringList textFolders(const QString& name)
 {
     if (name == u"vexdesk")
         return folders(TEXTS_vexdesk);
+    if (name == u"tadataquality")
+        return folders(TEXTS_tadataquality);
     return name == u"tadatamanager" ? folders(TEXTS_tadatamanager) : folders(TEXTS_tadata);
 }
 
@@ -171,7 +173,7 @@ void TestTranslationFiles::init()
 void TestTranslationFiles::addFiles()
 {
     QTest::addColumn<QString>("name");
-    for (const char* name : {"vexdesk", "tadatamanager", "tadata"})
+    for (const char* name : {"vexdesk", "tadatamanager", "tadataquality", "tadata"})
         QTest::newRow(name) << QString::fromLatin1(name);
 }
 

@@ -8,10 +8,7 @@
 
 #include <QtCore/QFile>
 #include <QtWidgets/QComboBox>
-#include <QtWidgets/QDialogButtonBox>
-#include <QtWidgets/QFileDialog>
 #include <QtWidgets/QHeaderView>
-#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QTableWidget>
 
@@ -44,26 +41,6 @@ QList<QComboBox*> columnBoxes()
 {
     const auto* const table = onPage<QTableWidget>(QStringLiteral("fileData"));
     return table ? table->horizontalHeader()->findChildren<QComboBox*>() : QList<QComboBox*>();
-}
-
-void addFileSteps(Tour& tour, const QString& file)
-{
-    const auto nameEdit = [] {
-        auto* const dialog = activeDialog<QFileDialog>();
-        return dialog ? dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit")) : nullptr;
-    };
-    addTyping(tour, Tour::tr("имя файла"), nameEdit, file);
-    addClick(
-        tour, Tour::tr("выбор файла"),
-        [] {
-            return activeDialog<QFileDialog>()->findChild<QDialogButtonBox*>()->button(
-                QDialogButtonBox::Open);
-        },
-        [nameEdit, file] {
-            return missingUnless(nameEdit() && nameEdit()->text() == file,
-                                 Tour::tr("имя файла не введено"));
-        },
-        QStringLiteral("file"));
 }
 
 void addSeriesSteps(Tour& tour)
@@ -144,7 +121,7 @@ bool addImportTour(Tour& tour, MainWindow& window, const QDir& directory)
         QFile::remove(demonstrationFilePath(day.key()));
 
     addMenuSteps(tour, window, "1_Import", QStringLiteral("window"), QStringLiteral("menu"));
-    addFileSteps(tour, file.fileName());
+    addFileChoice(tour, file.fileName(), QStringLiteral("file"));
     addSeriesSteps(tour);
     addFormatSteps(tour);
     addColumnSteps(tour);

@@ -9,6 +9,7 @@
 #include "tour/exporttour.h"
 #include "tour/importtour.h"
 #include "tour/optionstour.h"
+#include "tour/qualitytour.h"
 #include "tour/tour.h"
 
 #include <QtCore/QCommandLineParser>
@@ -36,6 +37,8 @@ void addSteps(Tour& tour, vexdesk::MainWindow& window, const QDir& directory)
     vexdesk::addChartTour(tour, window, [&] { vexdesk::addEditorTour(tour, window); });
     vexdesk::addExportTour(tour, window, directory);
     vexdesk::addOptionsTour(tour, window);
+    if (!vexdesk::addQualityTour(tour, window, directory))
+        fail(Tour::tr("Невозможно записать в каталог %1").arg(directory.path()));
     QObject::connect(&tour, &Tour::failed, &fail);
     QObject::connect(&tour, &Tour::finished, &window, &QWidget::close);
 }
@@ -52,8 +55,8 @@ int main(int argc, char** argv)
 
     QCommandLineParser parser;
     parser.setApplicationDescription(
-        Tour::tr("Показать терминал и модуль истории в работе: пройти график, импорт, правку, "
-                 "экспорт и настройки, сохранить картинки шагов и выйти. Бары серии "
+        Tour::tr("Показать терминал и его модули в работе: пройти график, импорт, правку, экспорт, "
+                 "настройки и качество данных, сохранить картинки шагов и выйти. Бары серии "
                  "NORD/MAIN/ALFA с 15 по 17 января 2024 года заменяются."));
     parser.addPositionalArgument(QStringLiteral("DIR"), Tour::tr("Каталог для картинок."));
     const auto commandLine = vexdesk::CommandLine::read(parser);

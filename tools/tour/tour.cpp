@@ -4,6 +4,8 @@
 #include <QtCore/QTimer>
 #include <QtGui/QPainter>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QDialog>
+#include <QtWidgets/QMainWindow>
 #include <QtWidgets/QWidget>
 
 #include <algorithm>
@@ -16,13 +18,23 @@ namespace {
 constexpr int lookInterval = 20; // milliseconds
 constexpr int patience = 20000;  // milliseconds until a step counts as failed
 
-// From the back to the front: the window, dialogs over it, open lists and menus over these.
+bool isBeside(const QWidget* window)
+{
+    return !window->isModal() && qobject_cast<const QDialog*>(window);
+}
+
+// From the back to the front: the window, or one that stands beside it and is what is looked at,
+// dialogs over it, open lists and menus over these.
 QList<QWidget*> visibleWindows()
 {
     QList<QWidget*> windows;
     const QList<QWidget*> all = QApplication::topLevelWidgets();
     std::copy_if(all.begin(), all.end(), std::back_inserter(windows),
                  [](const QWidget* window) { return window->isVisible(); });
+    if (std::any_of(windows.begin(), windows.end(), isBeside))
+        windows.removeIf([](const QWidget* window) {
+            return qobject_cast<const QMainWindow*>(window) != nullptr;
+        });
     const auto depth = [](const QWidget* window) {
         if (window->windowType() == Qt::Popup || window->windowType() == Qt::ToolTip)
             return 2;

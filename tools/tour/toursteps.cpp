@@ -15,8 +15,12 @@
 #include <QtWidgets/QAbstractSpinBox>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QDateTimeEdit>
+#include <QtWidgets/QDialogButtonBox>
+#include <QtWidgets/QFileDialog>
+#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
+#include <QtWidgets/QPushButton>
 
 #include <algorithm>
 
@@ -38,17 +42,6 @@ Outcome hasEntry(const QString& title)
         return withoutMnemonic(entry->text()) == title;
     });
     return missingUnless(found, Tour::tr("в меню нет: %1").arg(title));
-}
-
-// The entry that is this code or in which it stands before a name.
-EntryFinder entryOfCode(const QString& code)
-{
-    return [code](const QComboBox& list) {
-        const int exact = list.findText(code, Qt::MatchExactly);
-        return exact >= 0 ? exact
-                          : list.findText(code + QStringLiteral(" —"),
-                                          Qt::MatchStartsWith | Qt::MatchCaseSensitive);
-    };
 }
 
 // The titles on the way from the container to the command, its own last; empty when it is not
@@ -96,6 +89,31 @@ void addMenuSteps(Tour& tour, MainWindow& window, const QByteArray& command,
                   [entry] { clickMenu(openMenu(), entry); },
                   i + 1 == path.size() ? menuPicture : QString()});
     }
+}
+
+bool isInMenu(const QByteArray& command)
+{
+    return !pathTo(command, *ActionManager::instance()->menuBar()).isEmpty();
+}
+
+void addFileChoice(Tour& tour, const QString& file, const QString& picture)
+{
+    const auto nameEdit = [] {
+        auto* const dialog = activeDialog<QFileDialog>();
+        return dialog ? dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit")) : nullptr;
+    };
+    addTyping(tour, Tour::tr("имя файла"), nameEdit, file);
+    addClick(
+        tour, Tour::tr("выбор файла"),
+        [] {
+            return activeDialog<QFileDialog>()->findChild<QDialogButtonBox*>()->button(
+                QDialogButtonBox::Open);
+        },
+        [nameEdit, file] {
+            return missingUnless(nameEdit() && nameEdit()->text() == file,
+                                 Tour::tr("имя файла не введено"));
+        },
+        picture);
 }
 
 void addClick(Tour& tour, const QString& title, const std::function<QAbstractButton*()>& button,
@@ -158,6 +176,16 @@ void addLook(Tour& tour, const QString& title, const StepCheck& check)
 EntryFinder entryWith(const QVariant& data)
 {
     return [data](const QComboBox& list) { return list.findData(data); };
+}
+
+EntryFinder entryOfCode(const QString& code)
+{
+    return [code](const QComboBox& list) {
+        const int exact = list.findText(code, Qt::MatchExactly);
+        return exact >= 0 ? exact
+                          : list.findText(code + QStringLiteral(" —"),
+                                          Qt::MatchStartsWith | Qt::MatchCaseSensitive);
+    };
 }
 
 EntryFinder entryAt(int index)

@@ -42,6 +42,12 @@ Widget* inDialog(const char* name)
 void addMenuSteps(Tour& tour, MainWindow& window, const QByteArray& command,
                   const QString& windowPicture = QString(), const QString& menuPicture = QString());
 
+/// Whether some menu has the command.
+bool isInMenu(const QByteArray& command);
+
+/// Chooses a file in the open file dialog, by its name. The picture is of the name typed in.
+void addFileChoice(Tour& tour, const QString& file, const QString& picture = QString());
+
 /// Clicks on a button that is enabled, as soon as the check holds.
 void addClick(Tour& tour, const QString& title, const std::function<QAbstractButton*()>& button,
               const StepCheck& check = {}, const QString& picture = QString());
@@ -66,6 +72,8 @@ using EntryFinder = std::function<int(const QComboBox&)>;
 
 /// The entry with this item data.
 EntryFinder entryWith(const QVariant& data);
+/// The entry that is this code, or in which it stands before a name.
+EntryFinder entryOfCode(const QString& code);
 /// The entry with this number, counted from 0.
 EntryFinder entryAt(int index);
 

@@ -56,6 +56,11 @@ FileKeeper* StoreJob::keeper()
     return m_d.get();
 }
 
+QString StoreJob::pointId() const
+{
+    return m_d->point ? m_d->point->id() : QString();
+}
+
 Outcome StoreJob::end()
 {
     if (m_d->place.path.isNull())

@@ -6,8 +6,30 @@
 
 #include <QtConcurrent/QtConcurrentRun>
 #include <QtCore/QFutureWatcher>
+#include <QtCore/QThreadPool>
 
 namespace tadata {
+
+namespace {
+
+// Qt paints large areas with the help of the same pool and waits for it: on a computer with one
+// core a job that took the pool's only thread would halt the windows until it ends.
+class OneThreadMore final
+{
+public:
+    explicit OneThreadMore(QThreadPool* pool)
+        : m_pool(pool)
+    {
+        m_pool->setMaxThreadCount(m_pool->maxThreadCount() + 1);
+    }
+    ~OneThreadMore() { m_pool->setMaxThreadCount(m_pool->maxThreadCount() - 1); }
+    Q_DISABLE_COPY_MOVE(OneThreadMore)
+
+private:
+    QThreadPool* m_pool;
+};
+
+} // namespace
 
 vexdesk::Outcome runJob(const QString& title, const QString& text,
                         const std::function<vexdesk::Outcome(QProgressDialog*)>& job)
@@ -15,8 +37,10 @@ vexdesk::Outcome runJob(const QString& title, const QString& text,
     JobProgressDialog progress(title, text);
     QFutureWatcher<vexdesk::Outcome> watcher;
     QObject::connect(&watcher, &QFutureWatcherBase::finished, &progress, &QWidget::close);
-    QFuture<vexdesk::Outcome> future = QtConcurrent::run(QThreadPool::globalInstance(), job,
-                                                         static_cast<QProgressDialog*>(&progress));
+    QThreadPool* const pool = QThreadPool::globalInstance();
+    const OneThreadMore forTheJob(pool);
+    QFuture<vexdesk::Outcome> future =
+        QtConcurrent::run(pool, job, static_cast<QProgressDialog*>(&progress));
     watcher.setFuture(future);
     // A job that has ended by now has nothing to show.
     if (!future.isFinished())

@@ -14,8 +14,9 @@ class QProgressDialog;
 /// How a command runs its job and tells the user about it. User-interface thread, except shownOn().
 namespace tadata {
 
-/// Runs the job on a thread of the application's global pool, behind a progress dialog that cannot
-/// be cancelled, and returns what came of it. What the job throws comes out of here.
+/// Runs the job on a thread of the application's global pool, which is one larger meanwhile, behind
+/// a progress dialog that cannot be cancelled, and returns what came of it. What the job throws
+/// comes out of here.
 vexdesk::Outcome runJob(const QString& title, const QString& text,
                         const std::function<vexdesk::Outcome(QProgressDialog*)>& job);
 

@@ -35,6 +35,9 @@ public:
     /// For the work, once begin() has succeeded; it keeps nothing where no point is made. Lives as
     /// long as the job.
     FileKeeper* keeper();
+    /// Of its restore point, so that the user can be offered to put it back; null until something
+    /// was kept. Only before end().
+    QString pointId() const;
 
     /// Ends the point, removes points beyond the limits and gives the locks back. Without begin()
     /// it does nothing.

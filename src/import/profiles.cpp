@@ -1,16 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include "profiles.h"
 
-#include "output.h"
-
 #include <vexdesk/appsettings.h>
 
-namespace tadata::cli {
+#include <QtCore/QCoreApplication>
+
+namespace tadata {
 
 using vexdesk::Failure;
 using vexdesk::Outcome;
 
 namespace {
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(ImportProfiles)
+};
 
 AppSettings allProfiles()
 {
@@ -41,7 +46,7 @@ Outcome written(AppSettings& settings)
 bool isProfileName(const QString& name)
 {
     return !name.isEmpty() && !name.contains(u'/') && !name.contains(u'\\') &&
-           !name.startsWith(u'-') && name == name.trimmed() && !hasUnprintable(name);
+           !name.startsWith(u'-') && name == name.trimmed();
 }
 
 QStringList profileNames()
@@ -82,4 +87,4 @@ Outcome deleteProfile(const QString& name)
     return written(settings);
 }
 
-} // namespace tadata::cli
+} // namespace tadata

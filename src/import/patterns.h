@@ -4,7 +4,7 @@
 #include <QtCore/QString>
 
 /// Patterns of dates and times, as Qt takes them.
-namespace tadata::cli {
+namespace tadata {
 
 /// Whether it says which day is meant: a day of the month, a month, and a year of two or four
 /// letters. Other letters than Qt's would be plain text, which no date tells apart.
@@ -13,4 +13,4 @@ bool namesADay(const QString& pattern);
 bool hasHours(const QString& pattern);
 bool hasMinutes(const QString& pattern);
 
-} // namespace tadata::cli
+} // namespace tadata

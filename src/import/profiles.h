@@ -12,12 +12,12 @@
 /// Options that were saved under a name, in the terminal's settings: each is a group
 /// "TADataManager/Profiles/NAME" with a value for each option, of a switch "true". One thread at a
 /// time.
-namespace tadata::cli {
+namespace tadata {
 
 /// From the options' names, without dashes, to their values.
 using ProfileOptions = QMap<QString, QString>;
 
-/// Whether a profile can be called so.
+/// Whether a profile can be called so: not empty, no slashes, no blanks at the ends, no dash first.
 bool isProfileName(const QString& name);
 
 /// In alphabetical order.
@@ -29,4 +29,4 @@ std::optional<ProfileOptions> profileOptions(const QString& name);
 vexdesk::Outcome saveProfile(const QString& name, const ProfileOptions& options);
 vexdesk::Outcome deleteProfile(const QString& name);
 
-} // namespace tadata::cli
+} // namespace tadata

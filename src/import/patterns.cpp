@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <initializer_list>
 
-namespace tadata::cli {
+namespace tadata {
 
 namespace {
 
@@ -49,4 +49,4 @@ bool hasMinutes(const QString& pattern)
     return hasField(pattern, u"m", {1, 2});
 }
 
-} // namespace tadata::cli
+} // namespace tadata

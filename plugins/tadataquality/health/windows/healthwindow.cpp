@@ -1,0 +1,389 @@
+// SPDX-License-Identifier: MIT
+#include "healthwindow.h"
+
+#include "calendarlegend.h"
+#include "calendarmodel.h"
+#include "calendarview.h"
+#include "dayremarks.h"
+#include "labelmark.h"
+#include "remarksmodel.h"
+#include "seriesmodel.h"
+
+#include <QtCore/QLocale>
+#include <QtCore/QSaveFile>
+#include <QtWidgets/QDialogButtonBox>
+#include <QtWidgets/QFileDialog>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QProgressBar>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QSplitter>
+#include <QtWidgets/QTreeView>
+#include <QtWidgets/QVBoxLayout>
+
+#include <algorithm>
+#include <utility>
+
+using tadata::SeriesDigest;
+using tadata::SharedDigest;
+
+namespace {
+
+constexpr QLatin1String group("TADataQuality/Health");
+
+void prepare(QTreeView* view, QAbstractItemModel* model, const char* name)
+{
+    view->setObjectName(QLatin1String(name));
+    view->setModel(model);
+    view->setRootIsDecorated(false);
+    view->setUniformRowHeights(true);
+    view->setAllColumnsShowFocus(true);
+    view->header()->setSectionsMovable(false);
+}
+
+QLabel* plainLabel(const char* name)
+{
+    auto* const label = new QLabel;
+    label->setObjectName(QLatin1String(name));
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    return label;
+}
+
+// Leaves room for the mark of the order only where it stands: ten columns are to be seen at once.
+class SeriesHeader final : public QHeaderView
+{
+public:
+    SeriesHeader()
+        : QHeaderView(Qt::Horizontal)
+    {
+        setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+        setSectionResizeMode(QHeaderView::ResizeToContents);
+        setStretchLastSection(true);
+        // By the rows in view: a thousand of them would be measured each time the order changes.
+        setResizeContentsPrecision(0);
+    }
+
+protected:
+    QSize sectionSizeFromContents(int section) const override
+    {
+        QSize size = QHeaderView::sectionSizeFromContents(section);
+        if (section != sortIndicatorSection())
+            size.rwidth() -= style()->pixelMetric(QStyle::PM_HeaderMarkSize, nullptr, this);
+        return size;
+    }
+};
+
+QVBoxLayout* partOf(QWidget* part)
+{
+    auto* const layout = new QVBoxLayout(part);
+    layout->setContentsMargins(0, 0, 0, 0);
+    return layout;
+}
+
+vexdesk::Outcome writeList(const QString& path, const QList<SharedDigest>& series)
+{
+    QSaveFile file(path);
+    const QByteArray list = tadata::brokerList(series);
+    if (file.open(QIODevice::WriteOnly) && file.write(list) == list.size() && file.commit())
+        return {};
+    return vexdesk::Failure{
+        HealthWindow::tr("Невозможно записать файл %1: %2").arg(path, file.errorString())};
+}
+
+} // namespace
+
+HealthWindow::HealthWindow(tadata::HealthBook* book, ShowInChart showInChart, QWidget* parent)
+    : ToolWindow(tr("Здоровье данных"), group, parent)
+    , m_book(book)
+    , m_showInChart(std::move(showInChart))
+    , m_series(new SeriesModel(this))
+    , m_calendar(new CalendarModel(this))
+    , m_remarks(new RemarksModel(this))
+    , m_filter(new QLineEdit)
+    , m_seriesView(new QTreeView)
+    , m_calendarView(new CalendarView(m_calendar))
+    , m_remarksView(new QTreeView)
+    , m_summary(plainLabel("summary"))
+    , m_day(plainLabel("day"))
+    , m_status(plainLabel("status"))
+    , m_progress(new QProgressBar)
+{
+    auto* const parts = new QSplitter(Qt::Vertical);
+    parts->setChildrenCollapsible(false);
+    parts->addWidget(makeSeriesPart());
+    parts->addWidget(makeDaysPart());
+    auto* const all = new QVBoxLayout(this);
+    all->addWidget(parts, 1);
+    all->addWidget(m_status);
+    all->addWidget(makeButtons());
+    constexpr QSize usual(790, 560);
+    restoreSizeOr(usual);
+    connectParts();
+    showProgress(0);
+    m_book->followAll(true);
+    m_seriesView->setFocus();
+}
+
+HealthWindow::~HealthWindow()
+{
+    m_book->followAll(false);
+}
+
+QWidget* HealthWindow::makeSeriesPart()
+{
+    m_filter->setObjectName(QStringLiteral("filter"));
+    m_filter->setClearButtonEnabled(true);
+    m_filter->setPlaceholderText(tr("часть имени, например VEGA"));
+    auto* const label = new QLabel(tr("&Найти серию:"));
+    label->setBuddy(m_filter);
+    m_seriesView->setHeader(new SeriesHeader);
+    prepare(m_seriesView, m_series, "series");
+    m_seriesView->setAccessibleName(tr("Серии хранилища"));
+    QHeaderView* const header = m_seriesView->header();
+    header->setSortIndicator(SeriesModel::Series, Qt::AscendingOrder);
+    m_seriesView->setSortingEnabled(true);
+    m_progress->setObjectName(QStringLiteral("progress"));
+    m_progress->setAccessibleName(tr("Сколько прочитано"));
+
+    auto* const part = new QWidget;
+    QVBoxLayout* const layout = partOf(part);
+    auto* const top = new QHBoxLayout;
+    top->addWidget(label);
+    top->addWidget(m_filter, 1);
+    top->addWidget(m_progress);
+    layout->addLayout(top);
+    layout->addWidget(m_seriesView, 1);
+    layout->addWidget(m_summary);
+    return part;
+}
+
+QWidget* HealthWindow::makeDaysPart()
+{
+    m_calendarView->setObjectName(QStringLiteral("calendar"));
+    m_calendarView->setAccessibleName(tr("Календарь покрытия выбранной серии"));
+    prepare(m_remarksView, m_remarks, "remarks");
+    m_remarksView->setHeaderHidden(true);
+    m_remarksView->setAccessibleName(tr("Что не так в выбранный день"));
+    m_remarksView->header()->setSectionResizeMode(RemarksModel::Kind,
+                                                  QHeaderView::ResizeToContents);
+    auto* const part = new QWidget;
+    QVBoxLayout* const layout = partOf(part);
+    constexpr int large = 3;
+    layout->addWidget(m_calendarView, large);
+    layout->addWidget(new CalendarLegend);
+    layout->addWidget(m_day);
+    layout->addWidget(m_remarksView, 1);
+    return part;
+}
+
+QWidget* HealthWindow::makeButtons()
+{
+    auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Close);
+    buttons->button(QDialogButtonBox::Close)->setText(tr("&Закрыть"));
+    const auto add = [buttons](const QString& text, const char* name) {
+        QPushButton* const button = buttons->addButton(text, QDialogButtonBox::ActionRole);
+        button->setObjectName(QLatin1String(name));
+        return button;
+    };
+    m_show = add(tr("&Показать на графике"), "show");
+    m_fill = add(tr("&Дозаполнить из файла..."), "fill");
+    m_list = add(tr("&Список для брокера..."), "list");
+    m_list->setToolTip(tr("Дни показанных серий, которых не хватает: с разрывами и без файла"));
+    connect(buttons, &QDialogButtonBox::rejected, this, &QWidget::close);
+    connect(m_show, &QPushButton::clicked, this, &HealthWindow::showDay);
+    connect(m_fill, &QPushButton::clicked, this, [this] {
+        if (const SharedDigest series = chosen())
+            Q_EMIT fillRequested(series->series, series->timeframe);
+    });
+    connect(m_list, &QPushButton::clicked, this, &HealthWindow::askForListFile);
+    return buttons;
+}
+
+void HealthWindow::connectParts()
+{
+    connect(m_filter, &QLineEdit::textChanged, m_series, &SeriesModel::setFilter);
+    connect(m_series, &QAbstractItemModel::modelReset, this, &HealthWindow::showSeries);
+    connect(m_series, &QAbstractItemModel::modelReset, this, &HealthWindow::showSummary);
+    connect(m_seriesView->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            &HealthWindow::chooseSeries);
+    connect(m_seriesView, &QAbstractItemView::activated, this, &HealthWindow::showDay);
+    connect(m_calendarView, &CalendarView::dayChanged, this, &HealthWindow::chooseDay);
+    connect(m_calendarView, &CalendarView::dayActivated, this, &HealthWindow::showDay);
+    connect(m_remarksView, &QAbstractItemView::activated, this,
+            [this](const QModelIndex& index) { showPlace(m_remarks->remarkAt(index.row()).to); });
+    // Boards come one after the other while a store is read: the list follows now and then.
+    constexpr int pause = 100;
+    m_later.setSingleShot(true);
+    m_later.setInterval(pause);
+    const auto takeSeries = [this] { m_series->setSeries(m_book->series()); };
+    connect(&m_later, &QTimer::timeout, this, takeSeries);
+    connect(m_book, &tadata::HealthBook::changed, &m_later, [this] {
+        if (!m_later.isActive())
+            m_later.start();
+    });
+    connect(m_book, &tadata::HealthBook::progressed, this, &HealthWindow::showProgress);
+    connect(m_book, &tadata::HealthBook::looked, this, [this, takeSeries] {
+        m_progress->hide();
+        if (m_later.isActive()) {
+            m_later.stop();
+            takeSeries();
+        }
+        showSummary();
+    });
+    m_series->setSeries(m_book->series());
+}
+
+// What was chosen stays chosen, wherever it stands now.
+void HealthWindow::showSeries()
+{
+    int row = m_shown ? m_series->rowOf(m_shown->series, m_shown->timeframe) : 0;
+    row = std::max(row, 0);
+    if (row < m_series->rowCount())
+        m_seriesView->setCurrentIndex(m_series->index(row, 0));
+    chooseSeries();
+}
+
+void HealthWindow::showSummary()
+{
+    const QList<SharedDigest> shown = m_series->shown();
+    const auto wrong = std::count_if(shown.begin(), shown.end(),
+                                     [](const SharedDigest& one) { return one->isWrong; });
+    QString text;
+    if (shown.size() < m_series->allCount())
+        text = tr("Показано серий: %L1 из %L2, с замечаниями: %L3.")
+                   .arg(shown.size())
+                   .arg(m_series->allCount())
+                   .arg(wrong);
+    else if (!shown.isEmpty())
+        text = tr("Серий: %L1, с замечаниями: %L2.").arg(shown.size()).arg(wrong);
+    else if (m_book->isKnown())
+        text = tr("В хранилище нет серий.");
+    else
+        text = tr("Хранилище читается...");
+    const QStringList problems = m_book->problems();
+    if (!problems.isEmpty())
+        text += u'\n' + tr("Не прочитано: %L1. %2").arg(problems.size()).arg(problems.first());
+    m_summary->setText(text);
+    m_summary->setToolTip(problems.join(u'\n'));
+    tadata::markLabel(m_summary, problems.isEmpty());
+    m_list->setEnabled(!shown.isEmpty());
+}
+
+SharedDigest HealthWindow::chosen() const
+{
+    const QModelIndex current = m_seriesView->currentIndex();
+    return current.isValid() ? m_series->seriesAt(current.row()) : nullptr;
+}
+
+QDate HealthWindow::worstDayOf(const SeriesDigest& series)
+{
+    const auto last = std::find_if(series.remarkable.rbegin(), series.remarkable.rend(),
+                                   [](const tadata::DayHealth& day) { return day.isWrong(); });
+    const QDate wrong = last == series.remarkable.rend() ? QDate() : last->day;
+    const QDate missing = series.missingDays.isEmpty() ? QDate() : series.missingDays.last();
+    const QDate worst = std::max(wrong, missing);
+    return worst.isValid() ? worst : series.last;
+}
+
+void HealthWindow::chooseSeries()
+{
+    const SharedDigest series = chosen();
+    m_show->setEnabled(series != nullptr);
+    m_fill->setEnabled(series != nullptr);
+    if (series == m_shown && m_calendar->series() == series)
+        return;
+    const bool isSame = series && m_shown && series->series == m_shown->series &&
+                        series->timeframe == m_shown->timeframe;
+    const QDate before = m_calendarView->day();
+    m_shown = series;
+    m_calendar->setSeries(series);
+    if (series)
+        m_calendarView->setDay(isSame && before.isValid() ? before : worstDayOf(*series));
+    chooseDay(m_calendarView->day());
+}
+
+void HealthWindow::chooseDay(const QDate& day)
+{
+    if (!m_shown || !day.isValid()) {
+        m_day->clear();
+        m_remarks->setRemarks({});
+        return;
+    }
+    const tadata::DayMark* const mark = m_shown->mark(day);
+    const QString date = QLocale().toString(day, QStringLiteral("ddd dd.MM.yyyy"));
+    QString text = tr("%1, %2: нет файла").arg(m_shown->series, date);
+    if (mark)
+        text = tr("%1, %2: баров %L3 из %L4 обычных, покрытие %5")
+                   .arg(m_shown->series, date)
+                   .arg(mark->bars)
+                   .arg(mark->expected)
+                   .arg(tadata::coverageText(*mark));
+    m_day->setText(text);
+    m_remarks->setRemarks(tadata::remarksOn(*m_shown, day));
+}
+
+void HealthWindow::showProgress(int percent)
+{
+    m_progress->setVisible(true);
+    m_progress->setValue(percent);
+}
+
+void HealthWindow::askForListFile()
+{
+    auto* const dialog = new QFileDialog(this, tr("Список для брокера"), QString(),
+                                         tr("Текстовые файлы (*.txt);;Все файлы (*)"));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setDefaultSuffix(QStringLiteral("txt"));
+    connect(dialog, &QFileDialog::fileSelected, this, &HealthWindow::saveBrokerList);
+    dialog->open();
+}
+
+void HealthWindow::saveBrokerList(const QString& path)
+{
+    m_saving.start([path, series = m_series->shown()](
+                       const std::atomic<bool>&) { return writeList(path, series); },
+                   [this, path](const vexdesk::Outcome& outcome) { showSaved(path, outcome); });
+}
+
+void HealthWindow::showSaved(const QString& path, const vexdesk::Outcome& outcome)
+{
+    if (outcome)
+        say(tr("Список записан в %1.").arg(path));
+    else
+        say(outcome.message(), true);
+}
+
+// Where the first thing is wrong, or the day as a whole.
+void HealthWindow::showDay()
+{
+    showPlace(m_remarks->rowCount() > 0 ? m_remarks->remarkAt(0).to : QTime());
+}
+
+void HealthWindow::showPlace(const QTime& time)
+{
+    const SharedDigest series = chosen();
+    if (!series)
+        return;
+    const QDate day = m_calendarView->day();
+    switch (m_showInChart({tadata::seriesNamed(series->series), day, time})) {
+    case Shown::Yes:
+        say(QString());
+        break;
+    case Shown::NoCharts:
+        say(tr("У этого терминала нет графиков: показать место негде."), true);
+        break;
+    case Shown::NothingThere:
+        say(tr("График не показан: от серии %1 ничего не хранится.").arg(series->series), true);
+        break;
+    }
+}
+
+void HealthWindow::say(const QString& text, bool isWarning)
+{
+    m_status->setText(text);
+    m_status->setVisible(!text.isEmpty());
+    tadata::markLabel(m_status, !isWarning);
+}

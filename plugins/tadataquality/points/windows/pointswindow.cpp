@@ -1,0 +1,417 @@
+// SPDX-License-Identifier: MIT
+#include "pointswindow.h"
+
+#include "freespacedialog.h"
+#include "labelmark.h"
+#include "pointfilesmodel.h"
+#include "pointsmodel.h"
+#include "pointwords.h"
+#include "restoresettings.h"
+
+#include <vexdesk/history/storepaths.h>
+
+#include <QtCore/QEvent>
+#include <QtWidgets/QDialogButtonBox>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QProgressBar>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QSplitter>
+#include <QtWidgets/QTreeView>
+#include <QtWidgets/QVBoxLayout>
+
+#include <algorithm>
+
+using tadata::PointFile;
+using tadata::UndoCheck;
+using tadata::UndoResult;
+using vexdesk::RestorePointRecord;
+
+namespace {
+
+constexpr QLatin1String group("TADataQuality/Points");
+
+void prepare(QTreeView* view, QAbstractItemModel* model, const char* name)
+{
+    view->setObjectName(QLatin1String(name));
+    view->setModel(model);
+    view->setRootIsDecorated(false);
+    view->setUniformRowHeights(true);
+    view->setAllColumnsShowFocus(true);
+    view->header()->setSectionsMovable(false);
+    view->header()->setResizeContentsPrecision(0); // by the rows in view
+}
+
+QLabel* plainLabel(const char* name)
+{
+    auto* const label = new QLabel;
+    label->setObjectName(QLatin1String(name));
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    return label;
+}
+
+} // namespace
+
+PointsWindow::PointsWindow(QWidget* parent)
+    : PointsWindow(vexdesk::storePlace(), vexdesk::usualWait, parent)
+{}
+
+PointsWindow::PointsWindow(const QDir& root, std::chrono::milliseconds wait, QWidget* parent)
+    : ToolWindow(tr("Точки восстановления"), group, parent)
+    , m_root(root)
+    , m_wait(wait)
+    , m_points(new PointsModel(this))
+    , m_files(new PointFilesModel(this))
+    , m_pointsView(new QTreeView)
+    , m_filesView(new QTreeView)
+    , m_summary(plainLabel("summary"))
+    , m_effect(plainLabel("effect"))
+    , m_status(plainLabel("status"))
+    , m_progress(new QProgressBar)
+{
+    auto* const parts = new QSplitter(Qt::Vertical);
+    parts->setChildrenCollapsible(false);
+    parts->addWidget(makePointsPart());
+    parts->addWidget(makeFilesPart());
+    auto* const all = new QVBoxLayout(this);
+    all->addWidget(parts, 1);
+    all->addWidget(m_status);
+    all->addWidget(makeButtons());
+    constexpr QSize usual(760, 520);
+    restoreSizeOr(usual);
+
+    constexpr int pause = 200;
+    m_later.setSingleShot(true);
+    m_later.setInterval(pause);
+    connect(&m_later, &QTimer::timeout, this, &PointsWindow::read);
+    connect(&m_watcher, &QFileSystemWatcher::directoryChanged, &m_later,
+            qOverload<>(&QTimer::start));
+    connect(m_pointsView->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            &PointsWindow::choose);
+    m_pointsView->setFocus();
+    updateButtons();
+    read();
+}
+
+PointsWindow::~PointsWindow() = default;
+
+QWidget* PointsWindow::makePointsPart()
+{
+    prepare(m_pointsView, m_points, "points");
+    m_pointsView->setAccessibleName(tr("Точки восстановления, новые первыми"));
+    QHeaderView* const header = m_pointsView->header();
+    header->setStretchLastSection(false);
+    header->setSectionResizeMode(QHeaderView::ResizeToContents);
+    header->setSectionResizeMode(PointsModel::Series, QHeaderView::Stretch);
+    header->setSectionResizeMode(PointsModel::Source, QHeaderView::Stretch);
+    auto* const part = new QWidget;
+    auto* const layout = new QVBoxLayout(part);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_summary);
+    layout->addWidget(m_pointsView);
+    return part;
+}
+
+QWidget* PointsWindow::makeFilesPart()
+{
+    prepare(m_filesView, m_files, "files");
+    m_filesView->setAccessibleName(tr("Файлы выбранной точки"));
+    QHeaderView* const header = m_filesView->header();
+    header->setStretchLastSection(false);
+    header->setSectionResizeMode(QHeaderView::ResizeToContents);
+    header->setSectionResizeMode(PointFilesModel::Series, QHeaderView::Stretch);
+    auto* const part = new QWidget;
+    auto* const layout = new QVBoxLayout(part);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_effect);
+    layout->addWidget(m_filesView);
+    return part;
+}
+
+QWidget* PointsWindow::makeButtons()
+{
+    m_progress->setObjectName(QStringLiteral("progress"));
+    m_progress->setRange(0, 0);
+    m_progress->setTextVisible(false);
+    m_progress->setVisible(false);
+    auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Close);
+    buttons->button(QDialogButtonBox::Close)->setText(tr("&Закрыть"));
+    m_putBack = buttons->addButton(tr("&Вернуть"), QDialogButtonBox::ActionRole);
+    m_putBack->setObjectName(QStringLiteral("putBack"));
+    m_putBack->setToolTip(tr("Сделать файлы такими, какими они были до этой команды. Это можно "
+                             "отменить: возврат сам создаёт точку."));
+    m_freeSpace = buttons->addButton(tr("&Освободить место..."), QDialogButtonBox::ActionRole);
+    m_freeSpace->setObjectName(QStringLiteral("freeSpace"));
+    connect(buttons, &QDialogButtonBox::rejected, this, &QWidget::close);
+    connect(m_putBack, &QPushButton::clicked, this, [this] { putBack(false); });
+    connect(m_freeSpace, &QPushButton::clicked, this, &PointsWindow::freeSpace);
+    auto* const part = new QWidget;
+    auto* const layout = new QHBoxLayout(part);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_progress, 1);
+    layout->addWidget(buttons, 1);
+    return part;
+}
+
+PointsWindow::Points PointsWindow::pointsOf(const QDir& root)
+{
+    const auto place = vexdesk::restorePlace(root);
+    if (!place)
+        return place.failure();
+    const auto found = vexdesk::restorePoints(*place);
+    if (!found)
+        return found.failure();
+    return PlacedPoints{*place, *found};
+}
+
+void PointsWindow::read()
+{
+    m_reading.start([root = m_root](const std::atomic<bool>&) { return pointsOf(root); },
+                    [this](const Points& points) { showPoints(points); });
+}
+
+void PointsWindow::showPoints(const Points& points)
+{
+    if (!points) {
+        m_points->setPoints({});
+        m_summary->setText(points.message());
+        tadata::markLabel(m_summary, false);
+        choose();
+        return;
+    }
+    m_place = points->place;
+    m_points->setPoints(points->found.points);
+    watch();
+    const int row = m_points->rowOf(m_shownId);
+    if (m_points->rowCount() > 0)
+        m_pointsView->setCurrentIndex(m_points->index(std::max(row, 0), 0));
+    QString summary = m_points->rowCount() == 0
+                          ? tr("Точек восстановления нет: команды, которые меняют данные, создают "
+                               "их сами.")
+                          : tr("Точек: %L1, занимают %2.")
+                                .arg(m_points->rowCount())
+                                .arg(tadata::sizeText(m_points->bytes()));
+    for (const QString& problem : points->found.problems)
+        summary += u'\n' + problem;
+    m_summary->setText(summary);
+    tadata::markLabel(m_summary, points->found.problems.isEmpty());
+    choose();
+}
+
+void PointsWindow::watch()
+{
+    QStringList wanted{m_place.path, QFileInfo(m_place.path).path()};
+    // The journal in it goes when its command ends.
+    for (const RestorePointRecord& point : m_points->points()) {
+        if (!point.isComplete)
+            wanted.append(m_place.path + u'/' + point.id);
+    }
+    QStringList unwatched;
+    for (const QString& path : std::as_const(wanted)) {
+        if (!m_watcher.directories().contains(path) && QFileInfo(path).isDir())
+            unwatched.append(path);
+    }
+    if (!unwatched.isEmpty())
+        m_watcher.addPaths(unwatched);
+}
+
+std::optional<RestorePointRecord> PointsWindow::chosen() const
+{
+    const QModelIndex current = m_pointsView->currentIndex();
+    if (!current.isValid())
+        return std::nullopt;
+    return m_points->pointAt(current.row());
+}
+
+void PointsWindow::choose()
+{
+    updateButtons();
+    const std::optional<RestorePointRecord> point = chosen();
+    m_checking.stop();
+    if (!point) {
+        m_listing.stop();
+        m_shownId.clear();
+        m_files->setFiles({});
+        m_effect->clear();
+        return;
+    }
+    const bool isShown = m_shownId == point->id && !m_listing.isRunning();
+    if (isShown && point->kept.size() + point->created.size() == m_files->rowCount()) {
+        check();
+        return;
+    }
+    // What was said of another one is not true of this one.
+    if (m_shownId != point->id) {
+        m_effect->setText(tr("Точка проверяется..."));
+        tadata::markLabel(m_effect, true);
+    }
+    m_shownId = point->id;
+    m_listing.start([record = *point](const std::atomic<bool>&) { return tadata::filesOf(record); },
+                    [this](const std::vector<PointFile>& files) { showFiles(files); });
+}
+
+void PointsWindow::showFiles(const std::vector<PointFile>& files)
+{
+    m_files->setFiles(files);
+    check();
+}
+
+void PointsWindow::check()
+{
+    const std::optional<RestorePointRecord> point = chosen();
+    if (!point)
+        return;
+    m_checking.start([place = m_place, record = *point](
+                         const std::atomic<bool>&) { return tadata::checkUndo(place, record); },
+                     [this](const UndoCheck& found) { showCheck(found); });
+}
+
+void PointsWindow::showCheck(const UndoCheck& check)
+{
+    if (!check.outcome) {
+        m_effect->setText(check.outcome.message());
+        tadata::markLabel(m_effect, false);
+        return;
+    }
+    m_files->setForbidding(tadata::belowRoot(m_place, check.forbidding));
+    const auto& files = m_files->files();
+    const auto returned = std::count_if(files.begin(), files.end(),
+                                        [](const PointFile& file) { return file.returns(); });
+    QString text = tr("Возврат вернёт прежних файлов: %L1, удалит созданных: %L2.")
+                       .arg(returned)
+                       .arg(static_cast<qint64>(files.size()) - returned);
+    if (!check.forbidding.isEmpty())
+        text += u' ' + tr("С тех пор изменились файлы: %L1; без особого подтверждения точка не "
+                          "возвращается.")
+                           .arg(check.forbidding.size());
+    m_effect->setText(text);
+    tadata::markLabel(m_effect, check.forbidding.isEmpty());
+}
+
+void PointsWindow::putBack(bool isForced)
+{
+    const std::optional<RestorePointRecord> point = chosen();
+    if (!point || m_isAtWork)
+        return;
+    setAtWork(true);
+    say(tr("Точка %1 возвращается...").arg(point->id));
+    m_undoing.start(
+        [root = m_root, wait = m_wait, id = point->id, isForced](const std::atomic<bool>& stop) {
+            vexdesk::StoreJobSettings settings;
+            settings.limits = tadata::restoreLimits();
+            settings.wait = wait;
+            settings.stop = &stop;
+            return tadata::undo(root, id, isForced, settings);
+        },
+        [this](const UndoResult& result) { showPutBack(result); });
+}
+
+void PointsWindow::showPutBack(const UndoResult& result)
+{
+    setAtWork(false);
+    read();
+    if (result.work && result.forbidding.isEmpty())
+        Q_EMIT storeChanged();
+    if (!result.forbidding.isEmpty()) {
+        say(tr("Точка не возвращена: файлы с тех пор изменились. Ничего не тронуто."), true);
+        askForForce(result.forbidding);
+    } else if (!result.work) {
+        say(tr("Точка не возвращена. %1").arg(result.work.message()), true);
+    } else if (!result.end) {
+        say(tr("Файлы возвращены, но: %1").arg(result.end.message()), true);
+    } else {
+        say(tr("Возвращено файлов: %L1, удалено: %L2. Чтобы отменить это, верните новую точку.")
+                .arg(result.returned)
+                .arg(result.removed));
+    }
+}
+
+void PointsWindow::askForForce(const QStringList& forbidding)
+{
+    constexpr qsizetype shown = 5;
+    auto* const box = new QMessageBox(
+        QMessageBox::Warning, tr("Файлы с тех пор изменились"),
+        tr("После этой команды изменились файлы: %L1. Возврат заменит и их; то, что в них сейчас, "
+           "останется в новой точке.\n\n%2")
+            .arg(forbidding.size())
+            .arg(forbidding.first(std::min(shown, forbidding.size())).join(u'\n')),
+        QMessageBox::Cancel, this);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setTextFormat(Qt::PlainText);
+    box->setObjectName(QStringLiteral("force"));
+    if (forbidding.size() > shown)
+        box->setDetailedText(forbidding.join(u'\n'));
+    box->button(QMessageBox::Cancel)->setText(tr("&Отмена"));
+    QPushButton* const force =
+        box->addButton(tr("&Вернуть всё равно"), QMessageBox::DestructiveRole);
+    box->setDefaultButton(QMessageBox::Cancel);
+    connect(force, &QPushButton::clicked, this, [this] { putBack(true); });
+    box->open();
+}
+
+void PointsWindow::freeSpace()
+{
+    auto* const dialog = new FreeSpaceDialog(m_points->points(), tadata::restoreLimits(), this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &QDialog::accepted, this, [this, dialog] {
+        setAtWork(true);
+        say(tr("Старые точки удаляются..."));
+        m_freeing.start(
+            [place = m_place, limits = dialog->limits()](const std::atomic<bool>&) {
+                return vexdesk::pruneRestorePoints(place, limits);
+            },
+            [this](const vexdesk::Outcome& outcome) { showFreed(outcome); });
+    });
+    dialog->open();
+}
+
+void PointsWindow::showFreed(const vexdesk::Outcome& outcome)
+{
+    setAtWork(false);
+    read();
+    if (outcome)
+        say(tr("Старые точки удалены."));
+    else
+        say(tr("Удалены не все точки. %1").arg(outcome.message()), true);
+}
+
+void PointsWindow::say(const QString& text, bool isWarning)
+{
+    m_status->setText(text);
+    tadata::markLabel(m_status, !isWarning);
+}
+
+void PointsWindow::setAtWork(bool isAtWork)
+{
+    m_isAtWork = isAtWork;
+    m_progress->setVisible(isAtWork);
+    updateButtons();
+}
+
+void PointsWindow::updateButtons()
+{
+    const std::optional<RestorePointRecord> point = chosen();
+    const bool hasFiles = point && !(point->kept.isEmpty() && point->created.isEmpty());
+    m_putBack->setEnabled(!m_isAtWork && hasFiles);
+    m_freeSpace->setEnabled(!m_isAtWork && m_points->rowCount() > 1);
+}
+
+void PointsWindow::reject()
+{
+    // However the window is closed, this is asked.
+    if (m_isAtWork)
+        say(tr("Подождите: команда ещё идёт. Окно можно будет закрыть, когда она закончится."),
+            true);
+    else
+        ToolWindow::reject();
+}
+
+void PointsWindow::changeEvent(QEvent* event)
+{
+    // Whoever comes back to the window has changed something elsewhere.
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && !m_isAtWork)
+        m_later.start();
+    ToolWindow::changeEvent(event);
+}

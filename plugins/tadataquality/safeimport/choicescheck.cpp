@@ -1,0 +1,180 @@
+// SPDX-License-Identifier: MIT
+#include "choicescheck.h"
+
+#include "importfailures.h"
+
+#include <vexdesk/history/storepaths.h>
+
+#include <QtCore/QCoreApplication>
+
+#include <algorithm>
+
+namespace tadata {
+
+using vexdesk::Result;
+
+namespace {
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(SafeImport)
+};
+
+LaidOutFile layOutFile(const QString& path, const GivenLayout& given)
+{
+    LaidOutFile file{.path = path, .state = vexdesk::fileState(path)};
+    const Result<FileLayout> layout = layoutOf(path, given);
+    if (layout)
+        file.layout = *layout;
+    else
+        file.refusal = layout.message();
+    return file;
+}
+
+QDir directoryOf(const QDir& root, const std::optional<SeriesCodes>& codes)
+{
+    return codes ? QDir(vexdesk::seriesPath(root, codes->stock, codes->board, codes->security))
+                 : root;
+}
+
+// An import of what the terminal does not know would not begin.
+void refuseUnknown(const std::optional<SeriesCodes>& codes, ImportCheck& check)
+{
+    if (!codes || isKnown(*codes))
+        return;
+    check.wouldImport = false;
+    check.stop = ImportStop{.message = unknownSeries(*codes)};
+    check.days.clear();
+}
+
+Result<FileOutlook> checkFile(const ImportChoices& choices, const LaidOutFile& file,
+                              const QDir& root, qint64 maxProblems, const ProgressSink& progress,
+                              const std::atomic<bool>& stop)
+{
+    FileOutlook outlook{.path = file.path};
+    const ImportDetails details = detailsFor(file, choices);
+    const CheckedSeries series{.directory =
+                                   [&](const QString& ticker) {
+                                       return directoryOf(root,
+                                                          seriesOf(choices, file.path, ticker));
+                                   },
+                               .describe =
+                                   [&](const QString& ticker, TADataDescription* description) {
+                                       if (const auto codes = seriesOf(choices, file.path, ticker))
+                                           setSeries(*description, *codes);
+                                   }};
+    const Result<std::vector<TickerCheck>> checks =
+        checkTickers(file.path, details, choices.ways, series, maxProblems, progress, &stop);
+    if (stop)
+        return interrupted();
+    if (!checks) {
+        outlook.refusal = checks.message();
+        return outlook;
+    }
+    // Each ticker has its own; together they are not to be more.
+    auto left = static_cast<size_t>(maxProblems);
+    for (const TickerCheck& one : *checks) {
+        const auto codes = seriesOf(choices, file.path, one.ticker);
+        outlook.series.push_back({codes ? codes->name() : one.ticker, one.check});
+        refuseUnknown(codes, outlook.series.back().check);
+        std::vector<FileProblem>& problems = outlook.series.back().check.problems;
+        problems.resize(std::min(problems.size(), left));
+        left -= problems.size();
+    }
+    return outlook;
+}
+
+} // namespace
+
+QString whyNot(const LaidOutFile& file, const ImportChoices& choices)
+{
+    if (!file.refusal.isNull())
+        return file.refusal;
+    if (const QStringList lacks = file.layout.lacks(); !lacks.isEmpty())
+        return lacks.join(u' ');
+    const SeriesPattern pattern(choices.series);
+    if (!pattern.codesOf(file.path, QStringLiteral("x")))
+        return Text::tr("Выберите площадку, режим торгов и инструмент.");
+    if (pattern.hasTicker() && !file.layout.hasTicker())
+        return Text::tr("Назовите над таблицей столбец с тикером: инструмент берётся из него.");
+    return {};
+}
+
+std::vector<LaidOutFile> layOutFiles(const QStringList& files, const GivenLayout& given,
+                                     const std::atomic<bool>& stop)
+{
+    std::vector<LaidOutFile> found;
+    for (const QString& path : files) {
+        if (stop)
+            break;
+        found.push_back(layOutFile(path, given));
+    }
+    return found;
+}
+
+ImportDetails detailsFor(const LaidOutFile& file, const ImportChoices& choices)
+{
+    ImportDetails details = file.layout.details;
+    if (!SeriesPattern(choices.series).hasTicker()) {
+        details.columns.remove(static_cast<qint32>(ColumnRole::Ticker));
+        if (const auto codes = seriesOf(choices, file.path, QString()))
+            setSeries(details, *codes);
+    }
+    return details;
+}
+
+std::optional<SeriesCodes> seriesOf(const ImportChoices& choices, const QString& file,
+                                    const QString& ticker)
+{
+    return SeriesPattern(choices.series).codesOf(file, ticker);
+}
+
+QString unknownSeries(const SeriesCodes& codes)
+{
+    return Text::tr("Инструмента %1 нет в справочнике терминала: неизвестно, сколько знаков после "
+                    "точки в его ценах.")
+        .arg(codes.name());
+}
+
+Result<std::vector<FileOutlook>>
+checkChoices(const ImportChoices& choices, const std::vector<LaidOutFile>& files, const QDir& root,
+             qint64 maxProblems, const ProgressSink& progress, const std::atomic<bool>& stop)
+{
+    std::vector<FileOutlook> outlooks;
+    SharedProgress shared(files, progress);
+    for (const LaidOutFile& file : files) {
+        const ProgressSink ofFile = shared.next();
+        if (const QString why = whyNot(file, choices); !why.isNull()) {
+            outlooks.push_back({.path = file.path, .refusal = why});
+            continue;
+        }
+        Result<FileOutlook> outlook = checkFile(choices, file, root, maxProblems, ofFile, stop);
+        if (!outlook)
+            return outlook.failure();
+        outlooks.push_back(*std::move(outlook));
+    }
+    return outlooks;
+}
+
+SharedProgress::SharedProgress(const std::vector<LaidOutFile>& files, const ProgressSink& sink)
+    : m_sink(sink)
+{
+    for (const LaidOutFile& file : files) {
+        m_sizes.push_back(file.state ? file.state->size + 1 : 1);
+        m_all += m_sizes.back();
+    }
+}
+
+ProgressSink SharedProgress::next()
+{
+    constexpr double whole = 100;
+    const qint64 done = m_done;
+    const qint64 size = m_sizes[m_next++];
+    m_done += size;
+    return [this, done, size](int percent) {
+        const double share = double(done) + double(size) * percent / whole;
+        m_sink(static_cast<int>(share * whole / double(m_all)));
+    };
+}
+
+} // namespace tadata

@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "filelayout.h"
+#include "importcheck.h"
+#include "importchoices.h"
+#include "seriespattern.h"
+
+#include <vexdesk/history/filestate.h>
+#include <vexdesk/outcome.h>
+
+#include <optional>
+
+/// What an import would do with all of the files that were chosen, said beforehand. Plain values;
+/// any thread.
+namespace tadata {
+
+/// A file with what is known of its lines.
+struct LaidOutFile
+{
+    QString path;
+    std::optional<vexdesk::FileState> state = {}; ///< when its layout was found
+    FileLayout layout = {};
+    QString refusal = {}; ///< why it cannot be read, a whole text; null where it can
+};
+
+/// Finds the layouts of all files, or of the first of them once `stop` is set.
+std::vector<LaidOutFile> layOutFiles(const QStringList& files, const GivenLayout& given,
+                                     const std::atomic<bool>& stop);
+
+/// The details with which a file is imported: a column of tickers counts only where the series has
+/// a place for them.
+ImportDetails detailsFor(const LaidOutFile& file, const ImportChoices& choices);
+/// The series of a file, or of a ticker of it; none where the name makes no three codes.
+std::optional<SeriesCodes> seriesOf(const ImportChoices& choices, const QString& file,
+                                    const QString& ticker);
+/// What is to be told of a series that the terminal does not know: its prices would be rounded to
+/// nothing.
+QString unknownSeries(const SeriesCodes& codes);
+/// Why a file cannot be imported, whatever its lines are: a whole text; null where it can.
+QString whyNot(const LaidOutFile& file, const ImportChoices& choices);
+
+/// What a file would do to one series.
+struct SeriesOutlook
+{
+    QString series; ///< "VENUE/BOARD/SECURITY"
+    ImportCheck check = {};
+};
+
+struct FileOutlook
+{
+    QString path;
+    QString refusal = {}; ///< null where the file was checked
+    std::vector<SeriesOutlook> series = {};
+};
+
+/// Checks one file after the other against what the store holds now. Fails once `stop` is set.
+/// Lists so many problems of each file at most.
+vexdesk::Result<std::vector<FileOutlook>>
+checkChoices(const ImportChoices& choices, const std::vector<LaidOutFile>& files, const QDir& root,
+             qint64 maxProblems, const ProgressSink& progress, const std::atomic<bool>& stop);
+
+/// Shares the progress of one after the other by their sizes.
+class SharedProgress final
+{
+public:
+    SharedProgress(const std::vector<LaidOutFile>& files, const ProgressSink& sink);
+
+    /// Of the next file, from its beginning on.
+    ProgressSink next();
+
+private:
+    const ProgressSink& m_sink;
+    std::vector<qint64> m_sizes;
+    size_t m_next = 0;
+    qint64 m_done = 0;
+    qint64 m_all = 0;
+};
+
+} // namespace tadata

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "choicescheck.h"
+
+#include <array>
+
+/// What the user is told of an import beforehand, over all files and series. Any thread.
+namespace tadata {
+
+constexpr size_t dayOutcomes = static_cast<size_t>(CheckedDay::Outcome::Merged) + 1;
+
+/// A day as the strip shows it: of several files and series the worst.
+struct OutlookDay
+{
+    QDate day;
+    CheckedDay::Outcome outcome = CheckedDay::Outcome::New;
+    qint64 bars = 0;   ///< of the files
+    qint64 stored = 0; ///< now
+    qint64 result = 0; ///< afterwards
+    qint64 lost = 0;
+};
+
+/// Neighbouring days that are shown as one, because there is no room for each.
+struct OutlookCell
+{
+    size_t first = 0; ///< in ImportOutlook::days
+    size_t last = 0;
+    CheckedDay::Outcome outcome = CheckedDay::Outcome::New; ///< the worst
+    bool loses = false;                                     ///< bars
+};
+
+struct ImportOutlook
+{
+    bool wouldImport = false;
+    QStringList stops; ///< why it would not, or would end early; whole texts
+    qint64 bars = 0;
+    qint64 badLines = 0;
+    qint64 series = 0;
+    qint64 lost = 0;                                ///< bars
+    std::array<qint64, dayOutcomes> dayCounts = {}; ///< of days of series, by outcome
+    std::array<qint64, problemKinds> problems = {}; ///< by kind
+    std::vector<OutlookDay> days;                   ///< ascending, each once
+
+    qint64 count(CheckedDay::Outcome outcome) const
+    {
+        return dayCounts[static_cast<size_t>(outcome)];
+    }
+};
+
+ImportOutlook outlookOf(const std::vector<FileOutlook>& files);
+
+/// At most so many cells, of as equal numbers of days as can be.
+std::vector<OutlookCell> cellsOf(const std::vector<OutlookDay>& days, size_t mostCells);
+
+/// In the user's language.
+QString titleOf(ProblemKind kind);
+QString titleOf(CheckedDay::Outcome outcome);
+/// Sentences on the days, the bars that get lost, and the bad lines.
+QStringList sentencesOf(const ImportOutlook& outlook);
+/// A day in words: what becomes of it, and its bars.
+QString sentenceOf(const OutlookDay& day);
+
+} // namespace tadata

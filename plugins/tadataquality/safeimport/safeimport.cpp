@@ -1,0 +1,235 @@
+// SPDX-License-Identifier: MIT
+#include "safeimport.h"
+
+#include "importfailures.h"
+#include "importjob.h"
+#include "undo.h"
+
+#include <vexdesk/history/storepaths.h>
+
+#include <QtCore/QCoreApplication>
+
+#include <algorithm>
+
+namespace tadata {
+
+using vexdesk::Failure;
+using vexdesk::Outcome;
+using vexdesk::Result;
+using vexdesk::StoreJob;
+using vexdesk::StoreJobSettings;
+
+namespace {
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(SafeImport)
+};
+
+QString nameOf(ImportMode mode)
+{
+    switch (mode) {
+    case ImportMode::Merge:
+        return QStringLiteral("merge");
+    case ImportMode::Fill:
+        return QStringLiteral("fill");
+    case ImportMode::Replace:
+        break;
+    }
+    return QStringLiteral("import");
+}
+
+Failure notAName(const QString& ticker)
+{
+    return {Text::tr("Код '%1' не может быть именем каталога").arg(ticker)};
+}
+
+// Whoever looked at the file has seen something else.
+Outcome isAsSeen(const LaidOutFile& file)
+{
+    const auto state = vexdesk::fileState(file.path);
+    if (state && file.state && state->isUnchanged(*file.state))
+        return {};
+    return Failure{Text::tr("Файл %1 изменился с тех пор, как был показан. Посмотрите, что будет "
+                            "сделано теперь.")
+                       .arg(file.path)};
+}
+
+// One import, from the locks to the end of its restore point.
+class ImportRun final
+{
+public:
+    ImportRun(const SafeImportOrder& order, const ProgressSink& progress,
+              const std::atomic<bool>& stop)
+        : m_order(order)
+        , m_progress(progress)
+        , m_stop(stop)
+        , m_job(StoreJobSettings{.by = nameOf(order.choices.ways.mode),
+                                 .source = order.choices.files,
+                                 .limits = order.limits,
+                                 .wait = order.wait,
+                                 .needsPoint = true,
+                                 .stop = &stop})
+    {}
+
+    SafeImportResult run()
+    {
+        Outcome outcome = begin();
+        const bool hasBegun = bool(outcome);
+        if (outcome)
+            outcome = importFiles();
+        // Whoever cancels while the last line is written wants none of it either.
+        m_result.isCancelled = m_stop.load();
+        if (outcome && m_result.isCancelled)
+            outcome = interrupted();
+        if (outcome)
+            return done();
+        return hasBegun ? takenBack(outcome) : failed(outcome);
+    }
+
+private:
+    Outcome begin()
+    {
+        QStringList names;
+        for (const LaidOutFile& file : m_order.files) {
+            const Result<QStringList> series = seriesOfFile(file);
+            if (!series)
+                return series.failure();
+            names += *series;
+        }
+        return m_job.begin(m_order.root, vexdesk::sortedByCodePoint(names));
+    }
+
+    Result<QStringList> seriesOfFile(const LaidOutFile& file) const
+    {
+        if (const QString why = whyNot(file, m_order.choices); !why.isNull())
+            return Failure{why};
+        const ImportDetails details = detailsFor(file, m_order.choices);
+        QStringList tickers{QString()};
+        if (details.columns.contains(static_cast<qint32>(ColumnRole::Ticker))) {
+            Result<QStringList> found =
+                tickersOf(file.path, details, m_order.choices.ways, &m_stop);
+            if (!found)
+                return found.failure();
+            tickers = *std::move(found);
+        }
+        QStringList names;
+        for (const QString& ticker : std::as_const(tickers)) {
+            const auto codes = seriesOf(m_order.choices, file.path, ticker);
+            if (!codes)
+                return notAName(ticker);
+            if (!isKnown(*codes))
+                return Failure{unknownSeries(*codes)};
+            names.append(codes->name());
+        }
+        return names;
+    }
+
+    Outcome importFiles()
+    {
+        SharedProgress shared(m_order.files, m_progress);
+        for (const LaidOutFile& file : m_order.files) {
+            if (Outcome seen = isAsSeen(file); !seen)
+                return seen;
+            const ImportResult result = importFile(file, shared.next());
+            m_result.bars += result.bars;
+            m_result.days += result.days;
+            m_result.badLines += result.badLines;
+            if (!result.outcome)
+                return result.outcome;
+            if (Outcome seen = isAsSeen(file); !seen)
+                return seen;
+        }
+        const bool isNothing = m_result.bars == 0 && m_result.badLines > 0;
+        return isNothing ? Failure{Text::tr("Ни одной строки взять нельзя: все ошибочные.")}
+                         : Outcome();
+    }
+
+    ImportResult importFile(const LaidOutFile& file, const ProgressSink& progress)
+    {
+        const ImportSeries series{
+            .directories = [&](const QStringList& tickers) { return directories(file, tickers); },
+            .describe =
+                [&](const QString& ticker, TADataDescription* description) {
+                    if (const auto codes = seriesOf(m_order.choices, file.path, ticker))
+                        setSeries(*description, *codes);
+                }};
+        return importByWays(file.path, detailsFor(file, m_order.choices), m_order.choices.ways,
+                            series, progress, {.keeper = m_job.keeper(), .stop = &m_stop});
+    }
+
+    Result<QList<QDir>> directories(const LaidOutFile& file, const QStringList& tickers)
+    {
+        QList<QDir> directories;
+        for (const QString& ticker : tickers) {
+            const auto codes = seriesOf(m_order.choices, file.path, ticker);
+            if (!codes)
+                return notAName(ticker);
+            const QDir dir(
+                vexdesk::seriesPath(m_order.root, codes->stock, codes->board, codes->security));
+            if (m_order.choices.ways.mode == ImportMode::Replace)
+                QDir().mkpath(dir.path());
+            directories.append(dir);
+        }
+        return directories;
+    }
+
+    SafeImportResult done()
+    {
+        m_result.end = SafeImportResult::End::Done;
+        const QString point = m_job.pointId();
+        const Outcome ended = m_job.end();
+        m_result.message = ended.message();
+        if (m_order.limits.keep > 0)
+            m_result.point = point;
+        return m_result;
+    }
+
+    SafeImportResult takenBack(const Outcome& why)
+    {
+        const Outcome back = m_job.takeBack();
+        m_result.bars = m_result.days = m_result.badLines = 0;
+        m_result.end = back ? SafeImportResult::End::TakenBack : SafeImportResult::End::Failed;
+        QStringList messages{why.message(), back.message()};
+        messages.removeAll(QString());
+        m_result.message = messages.join(QStringLiteral("\n\n"));
+        return m_result;
+    }
+
+    SafeImportResult failed(const Outcome& why)
+    {
+        // No file was touched.
+        m_result.end =
+            m_result.isCancelled ? SafeImportResult::End::TakenBack : SafeImportResult::End::Failed;
+        m_result.message = why.message();
+        return m_result;
+    }
+
+    const SafeImportOrder& m_order;
+    const ProgressSink& m_progress;
+    const std::atomic<bool>& m_stop;
+    StoreJob m_job;
+    SafeImportResult m_result;
+};
+
+} // namespace
+
+SafeImportResult runSafeImport(const SafeImportOrder& order, const ProgressSink& progress,
+                               const std::atomic<bool>& stop)
+{
+    return ImportRun(order, progress, stop).run();
+}
+
+Outcome undoSafeImport(const QDir& root, const QString& point, const vexdesk::RestoreLimits& limits,
+                       const std::atomic<bool>& stop)
+{
+    const UndoResult undone = undo(root, point, false, {.limits = limits, .stop = &stop});
+    if (!undone.work)
+        return undone.work;
+    if (!undone.forbidding.isEmpty())
+        return Failure{Text::tr("Импорт не отменён: эти файлы с тех пор изменились\n%1")
+                           .arg(undone.forbidding.join(u'\n'))};
+    return undone.end;
+}
+
+} // namespace tadata

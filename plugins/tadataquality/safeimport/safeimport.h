@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "choicescheck.h"
+
+#include <vexdesk/history/storejob.h>
+
+/// The import of the window, and its undoing. Any thread.
+namespace tadata {
+
+struct SafeImportOrder
+{
+    ImportChoices choices;
+    /// As they were checked: a file that is no longer what it was ends the import.
+    std::vector<LaidOutFile> files;
+    QDir root;                                           ///< of the store
+    vexdesk::RestoreLimits limits = {};                  ///< of restore points
+    std::chrono::milliseconds wait = vexdesk::usualWait; ///< for the locks
+};
+
+struct SafeImportResult
+{
+    enum class End {
+        Done,
+        TakenBack, ///< by cancel or because of an error: the store is what it was
+        Failed,    ///< nothing was to be taken back, or it could not be
+    };
+
+    End end = End::Failed;
+    bool isCancelled = false;
+    QString message = {}; ///< why it did not come to its end, or what went wrong behind it; or null
+    qint64 bars = 0;
+    qint64 days = 0; ///< of series, that were written
+    qint64 badLines = 0;
+    /// Of the restore point with which it can be undone; null where none stays.
+    QString point = {};
+};
+
+/// Imports all files, under the locks of all their series, and changes nothing at all unless all of
+/// it comes to its end: when `stop` is set, or at an error, everything goes back to what it was.
+/// For that it makes a restore point even where none are to be kept.
+SafeImportResult runSafeImport(const SafeImportOrder& order, const ProgressSink& progress,
+                               const std::atomic<bool>& stop);
+
+/// Puts back what an import has changed, unless its files have changed since. The undoing can be
+/// undone in turn, as every restore point can.
+vexdesk::Outcome undoSafeImport(const QDir& root, const QString& point,
+                                const vexdesk::RestoreLimits& limits,
+                                const std::atomic<bool>& stop);
+
+} // namespace tadata

@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "importchoices.h"
+#include "safeimport.h"
+#include "safeimportrequest.h"
+
+#include <QtCore/QFileSystemWatcher>
+#include <QtCore/QTimer>
+#include <QtWidgets/QDialog>
+
+class FilesPicker;
+class LayoutPicker;
+class OutlookPanel;
+class PreviewView;
+class QButtonGroup;
+class QCheckBox;
+class QComboBox;
+class QLabel;
+class QProgressBar;
+class QPushButton;
+class SeriesPicker;
+namespace tadata {
+class ImportPreparation;
+class ImportRunner;
+class SeriesWatch;
+} // namespace tadata
+
+/// The window "Безопасный импорт": shows files, what an import would take them for and do with
+/// them, and imports them so that all of it can be taken back. Its end cancels an import that runs.
+/// User-interface thread.
+class SafeImportWindow final : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit SafeImportWindow(QWidget* parent = nullptr);
+    /// Into the store with this root.
+    explicit SafeImportWindow(const QDir& root, QWidget* parent = nullptr);
+    ~SafeImportWindow() override;
+
+    /// Takes over what is known of the import. An empty request changes nothing.
+    void take(const tadata::SafeImportRequest& request);
+
+    /// While an import runs, cancels that instead of closing.
+    void reject() override;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void makeWidgets();
+    QLayout* filesRow();
+    QLayout* waysRow();
+    QLayout* buttonsRow();
+    void connectAll();
+
+    void openFiles(const QStringList& files);
+    void fillProfiles();
+    void takeProfile(int index);
+    void takeRole(int column, ColumnRole role);
+    void takeWays();
+    void begin();
+    void readAnew();
+    void watchFiles();
+    void watchStore();
+
+    const tadata::LaidOutFile* currentFile() const;
+    void showCurrentFile();
+    void showLayout();
+    void showOutlook();
+    void showLine(const QString& file, qint64 line);
+
+    void startImport();
+    void startUndo();
+    void showRunning(const QString& what);
+    void showResult(const tadata::SafeImportResult& result);
+    void say(const QString& text, bool isGood);
+    void enable();
+
+    const QDir m_root;
+    tadata::ImportChoices m_choices;
+    tadata::ImportPreparation* m_preparation;
+    tadata::ImportRunner* m_runner;
+    std::optional<int> m_wantedTimeframe; ///< by who asked for the window, whatever the file
+    QFileSystemWatcher m_watcher;
+    tadata::SeriesWatch* m_store;
+    QTimer m_change; ///< gathers what comes of one change of a file
+
+    FilesPicker* m_files;
+    QComboBox* m_profile;
+    SeriesPicker* m_series;
+    LayoutPicker* m_layout;
+    PreviewView* m_preview;
+    OutlookPanel* m_outlook;
+    QButtonGroup* m_mode;
+    QCheckBox* m_skipBad;
+    QLabel* m_message;
+    QProgressBar* m_progress;
+    QPushButton* m_import;
+    QPushButton* m_undo;
+    QPushButton* m_close;
+};

@@ -1,0 +1,250 @@
+// SPDX-License-Identifier: MIT
+// What the user, a profile and a guess make of the choices of an import.
+#include "importchoices.h"
+
+#include "filelayout.h"
+#include "importfiles.h"
+#include "importoutlook.h"
+#include "support/filetree.h"
+#include "support/strictlog.h"
+
+#include <QtCore/QStringConverter>
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QTest>
+
+#include <memory>
+
+using tadata::ImportChoices;
+using tadata::OutlookCell;
+using tadata::OutlookDay;
+using tadata::ProfileOptions;
+using testsupport::writeFile;
+using Outcome = tadata::CheckedDay::Outcome;
+
+class TestImportChoices final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup() { m_dir.reset(); }
+
+    void theGuessFillsEverythingIn();
+    void whatIsGivenIsNotGuessed();
+    void saysWhatIsStillToBeChosen();
+    void aProfileFillsInWhatItSays();
+    void aProfileWithColumnsLeavesNothingToGuess();
+    void aProfileForgetsTheOneBefore();
+    void wrongOptionsOfAProfileAreNamed();
+    void whatNobodyGuessesCanBeGiven();
+    void daysShareTheirPlacesEvenly();
+    void theOutlookAddsUpFilesAndSeries();
+
+private:
+    QString path(const char* name) const { return m_dir->filePath(QLatin1String(name)); }
+
+    std::unique_ptr<QTemporaryDir> m_dir;
+};
+
+namespace {
+
+ProfileOptions options(const char* words)
+{
+    ProfileOptions options;
+    const QStringList list = QString::fromUtf8(words).split(u' ');
+    for (qsizetype i = 0; i + 1 < list.size(); i += 2)
+        options.insert(list[i], list[i + 1]);
+    return options;
+}
+
+OutlookDay day(int number, Outcome outcome, int lost = 0)
+{
+    return {.day = QDate(2024, 1, number), .outcome = outcome, .lost = lost};
+}
+
+} // namespace
+
+void TestImportChoices::init()
+{
+    testsupport::failOnStrayWarnings();
+    testsupport::knowSeries();
+    m_dir = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_dir->isValid());
+    writeFile(path("in.csv"),
+              testsupport::barFile({QDate(2024, 1, 15), QDate(2024, 1, 16)}, 9, 100));
+}
+
+void TestImportChoices::theGuessFillsEverythingIn()
+{
+    const auto layout = tadata::layoutOf(path("in.csv"), {});
+    QVERIFY(bool(layout));
+    QCOMPARE(layout->lacks(), QStringList());
+    QCOMPARE(layout->details.separator, QStringLiteral(","));
+    QCOMPARE(layout->details.dateFormat, QStringLiteral("yyyyMMdd"));
+    QCOMPARE(layout->details.dateFormatTitle, QStringLiteral("ггггммдд"));
+    QVERIFY(layout->details.firstLineIsHeader && !layout->hasTicker());
+    QCOMPARE(layout->details.timeframe, 60);
+    QCOMPARE(layout->details.columns.value(qint32(ColumnRole::Volume), -1), 6);
+    QVERIFY(!tadata::layoutOf(path("missing.csv"), {}));
+}
+
+void TestImportChoices::whatIsGivenIsNotGuessed()
+{
+    tadata::GivenLayout given;
+    given.timeframe = 1;
+    given.hasHeader = false;
+    given.timeFormat = QStringLiteral("HHmmss");
+    given.columns = QMap<qint32, qint32>{{1, 3}};
+    const auto layout = tadata::layoutOf(path("in.csv"), given);
+    QCOMPARE(layout->details.timeframe, 1);
+    QVERIFY(!layout->details.firstLineIsHeader);
+    QCOMPARE(layout->details.timeFormat, QStringLiteral("HHmmss"));
+    QCOMPARE(layout->details.timeFormatTitle, QStringLiteral("HHmmss"));
+    QCOMPARE(layout->details.columns, *given.columns);
+    QCOMPARE(layout->details.separator, QStringLiteral(","));
+}
+
+void TestImportChoices::saysWhatIsStillToBeChosen()
+{
+    writeFile(path("none.csv"), "no table\nat all\n");
+    QCOMPARE(tadata::layoutOf(path("none.csv"), {})->lacks().size(), 1);
+    writeFile(path("days.csv"), "01/02/2024,100000,1,2,1,2\n01/02/2024,100100,1,2,1,2\n");
+    const auto layout = tadata::layoutOf(path("days.csv"), {});
+    QCOMPARE(layout->ambiguous.size(), 2);
+    QCOMPARE(layout->lacks().size(), 1);
+    QVERIFY2(layout->lacks().first().contains(QStringLiteral("MM/dd/yyyy")),
+             qPrintable(layout->lacks().first()));
+    tadata::GivenLayout given;
+    given.dateFormat = QStringLiteral("MM/dd/yyyy");
+    QCOMPARE(tadata::layoutOf(path("days.csv"), given)->lacks(), QStringList());
+    given.columns = QMap<qint32, qint32>{{1, 0}};
+    QCOMPARE(tadata::layoutOf(path("days.csv"), given)->lacks().size(), 1);
+}
+
+void TestImportChoices::aProfileFillsInWhatItSays()
+{
+    ImportChoices before = testsupport::choicesOf({path("in.csv")}, ImportMode::Merge);
+    const auto taken = tadata::withProfile(
+        before, options("separator semicolon date-format dd.MM.yy time-format hh:mm timeframe 1 "
+                        "no-header true mode fill stamp begin shift -30 skip-bad true series "
+                        "S/B/{ticker} from-zone Europe/Moscow to-zone UTC"));
+    QCOMPARE(taken.passedOver, QStringList());
+    const ImportChoices& choices = taken.choices;
+    QCOMPARE(choices.files, before.files);
+    QCOMPARE(choices.series, QStringLiteral("S/B/{ticker}"));
+    QCOMPARE(choices.given.separator, std::optional(QStringLiteral(";")));
+    QCOMPARE(choices.given.dateFormat, std::optional(QStringLiteral("dd.MM.yy")));
+    QCOMPARE(choices.given.timeFormat, std::optional(QStringLiteral("hh:mm")));
+    QCOMPARE(choices.given.timeframe, std::optional(1));
+    QCOMPARE(choices.given.hasHeader, std::optional(false));
+    QVERIFY(!choices.given.columns);
+    QVERIFY(choices.ways.mode == ImportMode::Fill && choices.ways.skipsBad);
+    QVERIFY(choices.ways.clock.stampsBegin);
+    QCOMPARE(choices.ways.clock.shiftMinutes, -30);
+    QCOMPARE(choices.ways.clock.from.id(), QByteArray("Europe/Moscow"));
+    QCOMPARE(choices.ways.clock.to.id(), QByteArray("UTC"));
+}
+
+void TestImportChoices::aProfileWithColumnsLeavesNothingToGuess()
+{
+    const auto taken =
+        tadata::withProfile({}, options("columns date=1,time=0,open=2,high=3,low=4,close=5"));
+    const tadata::GivenLayout& given = taken.choices.given;
+    QCOMPARE(given.columns->value(qint32(ColumnRole::Date), -1), 1);
+    QCOMPARE(given.separator, std::optional(QStringLiteral(",")));
+    QCOMPARE(given.dateFormat, std::optional(QStringLiteral("yyyyMMdd")));
+    QCOMPARE(given.timeFormat, std::optional(QStringLiteral("hhmmss")));
+    QCOMPARE(given.hasHeader, std::optional(true));
+    QCOMPARE(given.timeframe, std::optional(60));
+}
+
+void TestImportChoices::aProfileForgetsTheOneBefore()
+{
+    const auto first = tadata::withProfile({}, options("separator tab shift 5"));
+    const auto second = tadata::withProfile(first.choices, options("timeframe 1"));
+    QVERIFY(!second.choices.given.separator);
+    QCOMPARE(second.choices.ways.clock.shiftMinutes, 0);
+}
+
+void TestImportChoices::wrongOptionsOfAProfileAreNamed()
+{
+    const auto taken = tadata::withProfile(
+        {}, options("columns date=0 timeframe 5 mode eat shift 5000 date-format yy decimals 3 "
+                    "from-zone Nowhere/Land series A/B"));
+    QCOMPARE(taken.passedOver, QStringLiteral("columns date-format decimals from-zone mode series "
+                                              "shift timeframe")
+                                   .split(u' '));
+    QVERIFY(taken.choices.given == tadata::GivenLayout());
+    QVERIFY(taken.choices.ways.mode == ImportMode::Merge);
+    QVERIFY(taken.choices.ways.clock.changesNothing());
+}
+
+void TestImportChoices::whatNobodyGuessesCanBeGiven()
+{
+    QStringEncoder encode(QStringConverter::Utf16LE, QStringConverter::Flag::WriteBom);
+    const QByteArray content = encode(QStringLiteral("20240115,100000,1,2,1,2\n"));
+    writeFile(path("wide.csv"), content);
+    QVERIFY(!tadata::layoutOf(path("wide.csv"), {}));
+    const auto taken =
+        tadata::withProfile({}, options("columns date=0,time=1,open=2,high=3,low=4,close=5"));
+    const auto layout = tadata::layoutOf(path("wide.csv"), taken.choices.given);
+    QVERIFY(bool(layout));
+    QCOMPARE(layout->lacks(), QStringList());
+}
+
+void TestImportChoices::daysShareTheirPlacesEvenly()
+{
+    std::vector<OutlookDay> days;
+    for (int number = 1; number <= 7; ++number)
+        days.push_back(day(number, number == 4 ? Outcome::Replaced : Outcome::Same, number == 6));
+    const std::vector<OutlookCell> each = tadata::cellsOf(days, 100);
+    QCOMPARE(each.size(), size_t(7));
+    const std::vector<OutlookCell> cells = tadata::cellsOf(days, 3);
+    QCOMPARE(cells.size(), size_t(3));
+    QCOMPARE(cells.front().first, size_t(0));
+    QCOMPARE(cells.back().last, size_t(6));
+    for (size_t i = 1; i < cells.size(); ++i)
+        QCOMPARE(cells[i].first, cells[i - 1].last + 1);
+    QVERIFY(cells[1].outcome == Outcome::Replaced && !cells[1].loses);
+    QVERIFY(cells[2].outcome == Outcome::Same && cells[2].loses);
+    QVERIFY(tadata::cellsOf({}, 3).empty());
+}
+
+void TestImportChoices::theOutlookAddsUpFilesAndSeries()
+{
+    const QDir root(path("store"));
+    const std::atomic<bool> goesOn = false;
+    writeFile(root.filePath(QStringLiteral("S/B/X/20240115_60.iss")),
+              "100000;1.00;1.00;1.00;1.00;1;0.00;0\n110000;1.00;1.00;1.00;1.00;1;0.00;0\n");
+    writeFile(path("more.csv"), testsupport::barFile({QDate(2024, 1, 15)}, 30, 50) + "bad\n");
+    auto choices = testsupport::choicesOf({path("in.csv"), path("more.csv")}, ImportMode::Replace);
+    const auto outlookFor = [&](const ImportChoices& wanted) {
+        const auto order = testsupport::orderOf(wanted, root);
+        const auto checked = tadata::checkChoices(
+            wanted, order.files, root, 10, [](int) {}, goesOn);
+        return tadata::outlookOf(checked.valueOr(std::vector<tadata::FileOutlook>()));
+    };
+    tadata::ImportOutlook outlook = outlookFor(choices);
+    QVERIFY(!outlook.wouldImport);
+    QCOMPARE(outlook.stops.size(), 1);
+    QCOMPARE(outlook.badLines, 1);
+    choices.ways.skipsBad = true;
+    outlook = outlookFor(choices);
+    QVERIFY(outlook.wouldImport && outlook.stops.isEmpty());
+    QCOMPARE(outlook.bars, 48);
+    QCOMPARE(outlook.series, 2);
+    QCOMPARE(outlook.lost, 2); // 11:00, of each file's day
+    QCOMPARE(outlook.count(Outcome::Replaced), 2);
+    QCOMPARE(outlook.count(Outcome::New), 1);
+    QCOMPARE(outlook.days.size(), size_t(2));
+    QVERIFY(outlook.days[0].outcome == Outcome::Replaced);
+    QCOMPARE(outlook.problems[0], 1);
+    choices.series = QStringLiteral("S/B/Unknown");
+    outlook = outlookFor(choices);
+    QVERIFY(!outlook.wouldImport && outlook.days.empty());
+    choices.series.clear();
+    QVERIFY(!outlookFor(choices).wouldImport);
+}
+
+QTEST_GUILESS_MAIN(TestImportChoices)
+#include "tst_importchoices.moc"

@@ -1,0 +1,420 @@
+// SPDX-License-Identifier: MIT
+// The import that either comes to its end or has done nothing.
+#include "safeimport.h"
+
+#include "importfiles.h"
+#include "support/faults.h"
+#include "support/filetree.h"
+#include "support/otheruser.h"
+#include "support/strictlog.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QTest>
+
+#include <cerrno>
+#include <memory>
+
+using tadata::runSafeImport;
+using tadata::SafeImportOrder;
+using tadata::SafeImportResult;
+using testsupport::barFile;
+using testsupport::choicesOf;
+using testsupport::orderOf;
+using testsupport::readTree;
+using testsupport::writeFile;
+using End = tadata::SafeImportResult::End;
+using Tree = QMap<QString, QByteArray>;
+
+Q_DECLARE_METATYPE(ImportMode)
+
+namespace {
+
+const QDate monday(2024, 1, 15);
+const QDate tuesday(2024, 1, 16);
+const QDate wednesday(2024, 1, 17);
+
+} // namespace
+
+class TestSafeImport final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup() { m_dir.reset(); }
+
+    void importsAndCounts();
+    void undoGivesBackWhatWas_data() { modes(); }
+    void undoGivesBackWhatWas();
+    void undoIsRefusedWhereTheFilesHaveChanged();
+    void withoutPointsNothingCanBeUndone();
+    void cancelAtEachMomentTakesEverythingBack_data() { modes(); }
+    void cancelAtEachMomentTakesEverythingBack();
+    void cancelAtEachCallOfTheSystem_data() { modes(); }
+    void cancelAtEachCallOfTheSystem();
+    void cancelEndsTheWaitForALock();
+    void aLockedSeriesIsLeftAlone();
+    void aFullDiskTakesEverythingBack_data() { modes(); }
+    void aFullDiskTakesEverythingBack();
+    void aSeriesThatCannotBeListedIsNamed();
+    void aBadLineTakesEverythingBack();
+    void badLinesAlonePassForNothing();
+    void aFileThatHasChangedSinceIsNotImported();
+    void aFileThatChangesMeanwhileIsTakenBack();
+    void oneOfManyThatFailsTakesAllBack();
+    void tickersGoToSeriesOfTheirOwn();
+    void anUnknownTickerChangesNothing();
+
+private:
+    static void modes();
+    QString path(const char* name) const { return m_dir->filePath(QLatin1String(name)); }
+    QDir root() const { return QDir(path("store")); }
+    Tree store() const { return readTree(root()); }
+    QStringList pointNames() const;
+    SafeImportOrder order(const QStringList& files, ImportMode mode,
+                          const char* series = "S/B/X") const
+    {
+        return orderOf(choicesOf(files, mode, series), root());
+    }
+    static SafeImportResult run(const SafeImportOrder& order);
+
+    std::unique_ptr<QTemporaryDir> m_dir;
+};
+
+void TestSafeImport::init()
+{
+    testsupport::failOnStrayWarnings();
+    testsupport::knowSeries();
+    m_dir = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_dir->isValid());
+    writeFile(path("old.csv"), barFile({monday, tuesday}, 5, 100));
+    writeFile(path("new.csv"), barFile({tuesday, wednesday}, 8, 200));
+    const SafeImportResult stored = run(order({path("old.csv")}, ImportMode::Replace));
+    QCOMPARE(stored.message, QString());
+    QCOMPARE(store().size(), 2);
+}
+
+void TestSafeImport::modes()
+{
+    QTest::addColumn<ImportMode>("mode");
+    QTest::newRow("replace") << ImportMode::Replace;
+    QTest::newRow("merge") << ImportMode::Merge;
+    QTest::newRow("fill") << ImportMode::Fill;
+}
+
+QStringList TestSafeImport::pointNames() const
+{
+    QStringList names;
+    const auto found = vexdesk::restorePoints(*vexdesk::restorePlace(root()));
+    for (const auto& point : found->points)
+        names.append(point.id);
+    return names;
+}
+
+SafeImportResult TestSafeImport::run(const SafeImportOrder& order)
+{
+    const std::atomic<bool> goesOn = false;
+    return runSafeImport(
+        order, [](int) {}, goesOn);
+}
+
+void TestSafeImport::importsAndCounts()
+{
+    int percent = -1;
+    const std::atomic<bool> goesOn = false;
+    const SafeImportResult result = runSafeImport(
+        order({path("new.csv")}, ImportMode::Merge), [&](int now) { percent = now; }, goesOn);
+    QCOMPARE(result.message, QString());
+    QVERIFY(result.end == End::Done && !result.isCancelled);
+    QCOMPARE(result.bars, 16);
+    QCOMPARE(result.days, 2);
+    QCOMPARE(result.badLines, 0);
+    QCOMPARE(percent, 100);
+    QVERIFY(pointNames().contains(result.point));
+    QCOMPARE(store().size(), 3);
+    QCOMPARE(store().value(QStringLiteral("S/B/X/20240117_60.iss")).count('\n'), 8);
+}
+
+void TestSafeImport::undoGivesBackWhatWas()
+{
+    QFETCH(const ImportMode, mode);
+    const Tree before = store();
+    const SafeImportResult result = run(order({path("new.csv")}, mode));
+    QVERIFY(store() != before);
+    const std::atomic<bool> goesOn = false;
+    QCOMPARE(tadata::undoSafeImport(root(), result.point, {}, goesOn).message(), QString());
+    QCOMPARE(store(), before);
+}
+
+void TestSafeImport::undoIsRefusedWhereTheFilesHaveChanged()
+{
+    const SafeImportResult result = run(order({path("new.csv")}, ImportMode::Merge));
+    const QString day = root().filePath(QStringLiteral("S/B/X/20240116_60.iss"));
+    writeFile(day, "100000;1.00;1.00;1.00;1.00;1;0.00;0\n");
+    const Tree changed = store();
+    const std::atomic<bool> goesOn = false;
+    const auto undone = tadata::undoSafeImport(root(), result.point, {}, goesOn);
+    QVERIFY2(undone.message().contains(day), qPrintable(undone.message()));
+    QCOMPARE(store(), changed);
+}
+
+void TestSafeImport::withoutPointsNothingCanBeUndone()
+{
+    SafeImportOrder wanted = order({path("new.csv")}, ImportMode::Merge);
+    wanted.limits.keep = 0;
+    const QStringList points = pointNames();
+    const SafeImportResult result = run(wanted);
+    QVERIFY(result.end == End::Done);
+    QCOMPARE(result.point, QString());
+    // Those of other jobs go as well, but for the newest.
+    QVERIFY(pointNames().size() <= points.size());
+}
+
+// The progress is told at each day; at each of these moments somebody cancels.
+void TestSafeImport::cancelAtEachMomentTakesEverythingBack()
+{
+    QFETCH(const ImportMode, mode);
+    writeFile(path("more.csv"), barFile({monday, wednesday}, 3, 300));
+    const Tree before = store();
+    const QStringList points = pointNames();
+    QCOMPARE(points.size(), 1); // or those of others would go where none are kept
+    int moment = 0;
+    for (;; ++moment) {
+        SafeImportOrder wanted = order({path("new.csv"), path("more.csv")}, mode);
+        // Where no points are kept it makes one for itself all the same.
+        wanted.limits.keep = moment % 2 == 0 ? 20 : 0;
+        std::atomic<bool> stop = moment == 0;
+        int told = 0;
+        const auto cancel = [&](int) {
+            if (++told == moment)
+                stop = true;
+        };
+        const SafeImportResult result = runSafeImport(wanted, cancel, stop);
+        QCOMPARE(result.isCancelled, stop.load());
+        if (!result.isCancelled)
+            break;
+        QVERIFY(result.end == End::TakenBack);
+        QCOMPARE(store(), before);
+        QCOMPARE(pointNames(), points);
+        QCOMPARE(result.point, QString());
+        QCOMPARE(result.bars, 0);
+    }
+    QVERIFY(store() != before);
+    QVERIFY(moment > 4);
+}
+
+// Whoever cancels between two calls of the system finds the store as it was, or as it is to be.
+void TestSafeImport::cancelAtEachCallOfTheSystem()
+{
+    QFETCH(const ImportMode, mode);
+    using testsupport::SystemCall;
+    const Tree before = store();
+    const SafeImportResult whole = run(order({path("new.csv")}, mode));
+    QVERIFY(whole.end == End::Done);
+    const Tree wanted = store();
+    const std::atomic<bool> goesOn = false;
+    QVERIFY(tadata::undoSafeImport(root(), whole.point, {}, goesOn));
+    int taken = 0;
+    for (const SystemCall call :
+         {SystemCall::Open, SystemCall::Write, SystemCall::Close, SystemCall::Rename}) {
+        for (const char* const file : {"new.csv", "20240116_60.iss", "20240117_60.iss", ".json"}) {
+            std::atomic<bool> stop = false;
+            SafeImportResult result;
+            {
+                const testsupport::Meanwhile cancel(call, QLatin1String(file),
+                                                    [&stop] { stop = true; });
+                result = runSafeImport(
+                    order({path("new.csv")}, mode), [](int) {}, stop);
+            }
+            if (result.end == End::TakenBack) {
+                QVERIFY(result.isCancelled);
+                QCOMPARE(store(), before);
+                ++taken;
+                continue;
+            }
+            QVERIFY2(result.end == End::Done, qPrintable(result.message));
+            QCOMPARE(store(), wanted);
+            QVERIFY(tadata::undoSafeImport(root(), result.point, {}, goesOn));
+        }
+    }
+    QVERIFY(taken > 3);
+}
+
+void TestSafeImport::cancelEndsTheWaitForALock()
+{
+    vexdesk::SeriesLocks others;
+    QVERIFY(others.take(*vexdesk::restorePlace(root()), {QStringLiteral("S/B/X")},
+                        std::chrono::milliseconds(0)));
+    SafeImportOrder wanted = order({path("new.csv")}, ImportMode::Merge);
+    wanted.wait = std::chrono::hours(1);
+    const std::atomic<bool> stop = true;
+    const SafeImportResult result = runSafeImport(
+        wanted, [](int) {}, stop);
+    QVERIFY(result.isCancelled && result.end == End::TakenBack);
+}
+
+void TestSafeImport::aLockedSeriesIsLeftAlone()
+{
+    const Tree before = store();
+    vexdesk::SeriesLocks others;
+    QVERIFY(others.take(*vexdesk::restorePlace(root()), {QStringLiteral("S/B/X")},
+                        std::chrono::milliseconds(0)));
+    const SafeImportResult result = run(order({path("new.csv")}, ImportMode::Merge));
+    QVERIFY(result.end == End::Failed && !result.isCancelled);
+    QVERIFY2(result.message.contains(QStringLiteral("S/B/X")), qPrintable(result.message));
+    QCOMPARE(store(), before);
+    others.release();
+    QVERIFY(run(order({path("new.csv")}, ImportMode::Merge)).end == End::Done);
+}
+
+void TestSafeImport::aFullDiskTakesEverythingBack()
+{
+    QFETCH(const ImportMode, mode);
+    const Tree before = store();
+    // Each of the writes into the store is the first that finds no room.
+    int passed = 0;
+    for (bool hasFailed = true; hasFailed; ++passed) {
+        SafeImportResult result;
+        {
+            const testsupport::Fault full(testsupport::SystemCall::Write,
+                                          QStringLiteral("20240117_60.iss"), ENOSPC, passed);
+            const testsupport::Fault fullToo(testsupport::SystemCall::Write, QStringLiteral(".tmp"),
+                                             ENOSPC, passed);
+            result = run(order({path("new.csv")}, mode));
+            hasFailed = full.failed() + fullToo.failed() > 0;
+        }
+        if (!hasFailed) {
+            QVERIFY(result.end == End::Done);
+            break;
+        }
+        // All was written but the record of the point: it can be put back as it is.
+        if (result.end == End::Done) {
+            QVERIFY(!result.message.isEmpty());
+            const std::atomic<bool> goesOn = false;
+            QCOMPARE(tadata::undoSafeImport(root(), result.point, {}, goesOn).message(), QString());
+            QCOMPARE(store(), before);
+            continue;
+        }
+        QVERIFY2(result.end == End::TakenBack, qPrintable(result.message));
+        QVERIFY2(result.message.contains(m_dir->path()), qPrintable(result.message));
+        QCOMPARE(store(), before);
+    }
+    QVERIFY(passed > 0);
+}
+
+// It must not pass for one of which nothing is stored.
+void TestSafeImport::aSeriesThatCannotBeListedIsNamed()
+{
+    const testsupport::OtherUser user;
+    const QTemporaryDir own;
+    const QDir store(own.filePath(QStringLiteral("store")));
+    const QString file = own.filePath(QStringLiteral("new.csv"));
+    writeFile(file, barFile({monday}, 5, 100));
+    QVERIFY(run(orderOf(choicesOf({file}, ImportMode::Replace), store)).end == End::Done);
+    const Tree before = readTree(store);
+    for (const ImportMode mode : {ImportMode::Replace, ImportMode::Merge, ImportMode::Fill}) {
+        const SafeImportOrder wanted = orderOf(choicesOf({file}, mode), store);
+        const std::atomic<bool> goesOn = false;
+        const testsupport::Permissions none(store.filePath(QStringLiteral("S/B/X")), 0);
+        const auto outlooks = tadata::checkChoices(
+            wanted.choices, wanted.files, store, 10, [](int) {}, goesOn);
+        QVERIFY2(outlooks, qPrintable(outlooks.message()));
+        QVERIFY2(outlooks->front().refusal.contains(store.filePath(QStringLiteral("S/B/X"))),
+                 qPrintable(outlooks->front().refusal));
+        const SafeImportResult result = run(wanted);
+        QVERIFY(result.end != End::Done);
+        QVERIFY2(result.message.contains(store.filePath(QStringLiteral("S/B/X"))),
+                 qPrintable(result.message));
+    }
+    QCOMPARE(readTree(store), before);
+}
+
+void TestSafeImport::aBadLineTakesEverythingBack()
+{
+    const Tree before = store();
+    writeFile(path("bad.csv"), barFile({tuesday, wednesday}, 20, 200) + "nonsense\n");
+    const SafeImportResult result = run(order({path("bad.csv")}, ImportMode::Replace));
+    QVERIFY(result.end == End::TakenBack && !result.isCancelled);
+    QVERIFY2(result.message.contains(QStringLiteral("42")), qPrintable(result.message));
+    QCOMPARE(store(), before);
+
+    SafeImportOrder passing = order({path("bad.csv")}, ImportMode::Replace);
+    passing.choices.ways.skipsBad = true;
+    const SafeImportResult passed = run(passing);
+    QVERIFY(passed.end == End::Done);
+    QCOMPARE(passed.badLines, 1);
+}
+
+void TestSafeImport::badLinesAlonePassForNothing()
+{
+    writeFile(path("bad.csv"), barFile({tuesday}, 8, 200));
+    SafeImportOrder wanted = order({path("bad.csv")}, ImportMode::Merge);
+    wanted.choices.ways.skipsBad = true;
+    wanted.files[0].layout.details.dateFormat = QStringLiteral("dd.MM.yy");
+    const SafeImportResult result = run(wanted);
+    QVERIFY(result.end != End::Done);
+    QVERIFY(!result.message.isEmpty());
+}
+
+void TestSafeImport::aFileThatHasChangedSinceIsNotImported()
+{
+    const SafeImportOrder wanted = order({path("new.csv")}, ImportMode::Replace);
+    const Tree before = store();
+    writeFile(path("new.csv"), barFile({tuesday, wednesday}, 9, 200));
+    const SafeImportResult result = run(wanted);
+    QVERIFY(result.end == End::TakenBack);
+    QVERIFY2(result.message.contains(path("new.csv")), qPrintable(result.message));
+    QCOMPARE(store(), before);
+}
+
+void TestSafeImport::aFileThatChangesMeanwhileIsTakenBack()
+{
+    const Tree before = store();
+    const SafeImportOrder wanted = order({path("new.csv")}, ImportMode::Replace);
+    const testsupport::Meanwhile grows(testsupport::SystemCall::Write,
+                                       QStringLiteral("20240117_60.iss"), [this] {
+                                           QFile file(path("new.csv"));
+                                           QVERIFY(file.open(QIODevice::Append));
+                                           file.write("20240118,100000,1.00,1.00,1.00,1.00,1\n");
+                                       });
+    const SafeImportResult result = run(wanted);
+    QVERIFY2(result.end == End::TakenBack, qPrintable(result.message));
+    QCOMPARE(store(), before);
+}
+
+void TestSafeImport::oneOfManyThatFailsTakesAllBack()
+{
+    writeFile(path("bad.csv"), barFile({wednesday}, 30, 200) + "nonsense\n");
+    const Tree before = store();
+    const SafeImportResult result =
+        run(order({path("new.csv"), path("bad.csv")}, ImportMode::Merge));
+    QVERIFY(result.end == End::TakenBack);
+    QCOMPARE(store(), before);
+}
+
+void TestSafeImport::tickersGoToSeriesOfTheirOwn()
+{
+    const QByteArray ofY = barFile({monday}, 4, 300, "Y");
+    writeFile(path("both.csv"), barFile({wednesday}, 4, 200, "X") + ofY.mid(ofY.indexOf('\n') + 1));
+    const SafeImportResult result =
+        run(order({path("both.csv")}, ImportMode::Replace, "S/B/{ticker}"));
+    QCOMPARE(result.message, QString());
+    QCOMPARE(result.days, 2);
+    QVERIFY(store().contains(QStringLiteral("S/B/X/20240117_60.iss")));
+    QVERIFY(store().contains(QStringLiteral("S/B/Y/20240115_60.iss")));
+}
+
+void TestSafeImport::anUnknownTickerChangesNothing()
+{
+    const Tree before = store();
+    writeFile(path("z.csv"), barFile({wednesday}, 4, 200, "Z"));
+    const SafeImportResult result =
+        run(order({path("z.csv")}, ImportMode::Replace, "S/B/{ticker}"));
+    QVERIFY(result.end == End::Failed);
+    QVERIFY2(result.message.contains(QStringLiteral("S/B/Z")), qPrintable(result.message));
+    QCOMPARE(store(), before);
+}
+
+QTEST_GUILESS_MAIN(TestSafeImport)
+#include "tst_safeimport.moc"

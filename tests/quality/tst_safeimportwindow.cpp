@@ -1,0 +1,648 @@
+// SPDX-License-Identifier: MIT
+// The window of the safe import, as a user drives it with mouse and keys.
+#include "safeimportwindow.h"
+
+#include "daystrip.h"
+#include "filedrop.h"
+#include "importfiles.h"
+#include "previewview.h"
+#include "problemsmodel.h"
+#include "profiles.h"
+#include "recentfiles.h"
+#include "restoresettings.h"
+#include "rolesheader.h"
+#include "support/child.h"
+#include "support/eventually.h"
+#include "support/faults.h"
+#include "support/filetree.h"
+#include "support/hold.h"
+#include "support/strictlog.h"
+#include "support/textcheck.h"
+#include "support/userhands.h"
+
+#include <vexdesk/history/storejob.h>
+#include <vexdesk/history/storepaths.h>
+
+#include <QtCore/QScopeGuard>
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
+#include <QtWidgets/QAbstractItemView>
+#include <QtWidgets/QCheckBox>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QMainWindow>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QRadioButton>
+#include <QtWidgets/QScrollBar>
+#include <QtWidgets/QTableView>
+#include <QtWidgets/QToolButton>
+#include <QtWidgets/QTreeView>
+
+#include <cerrno>
+#include <memory>
+
+using tadata::PreviewModel;
+using tadata::ProblemsModel;
+using testsupport::barFile;
+using testsupport::child;
+using testsupport::choose;
+using testsupport::click;
+using testsupport::newUserFolder;
+using testsupport::readTree;
+using testsupport::userFolder;
+using testsupport::writeFile;
+using Tree = QMap<QString, QByteArray>;
+
+namespace {
+
+const QDate monday(2024, 1, 15);
+const QDate tuesday(2024, 1, 16);
+const QDate wednesday(2024, 1, 17);
+
+// As the disk writes the file of the second day, however it does.
+const QList<testsupport::SystemCall> writing{testsupport::SystemCall::Write,
+                                             testsupport::SystemCall::Rename};
+
+} // namespace
+
+class TestSafeImportWindow final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void beginsWithoutAFile();
+    void aFileFillsEverythingIn();
+    void importsAndUndoes();
+    void whatIsWrongStandsWhereItIs();
+    void aProblemIsShownWhereItIs();
+    void thePreviewGoesThroughTheWholeFile();
+    void rolesAreChosenAboveTheColumns();
+    void theLayoutIsChosenInItsBoxes();
+    void modesAndBadLinesAreChosen();
+    void aProfileFillsIn();
+    void tickersGoToTheirSeries();
+    void severalFilesAreImportedTogether();
+    void filesAreDropped();
+    void recentFilesAreOffered();
+    void aRequestFillsIn();
+    void cancelTakesEverythingBack_data();
+    void cancelTakesEverythingBack();
+    void theEndOfTheWindowTakesEverythingBack();
+    void aFileThatChangesIsShownAnew();
+    void theStoreIsFollowed();
+    void aLockedSeriesIsSaid();
+    void aFullDiskIsSaid();
+    void saysWhereNothingCanBeUndone();
+    void theStripIsWalkedByKeys();
+    void allIsReachedByTab();
+    void listsOpenAsWideAsTheirEntries();
+    void fitsASmallScreen_data();
+    void fitsASmallScreen();
+
+private:
+    QString path(const char* name) const { return m_dir->filePath(QLatin1String(name)); }
+    static QDir store() { return vexdesk::storePlace(); }
+    void open(const QStringList& files);
+    void openInto(const QStringList& files, const char* series);
+    void waitForOutlook() const;
+    void import();
+    QString textOf(const char* name) const { return child<QLabel>(m_window.get(), name)->text(); }
+    QPushButton* button(const char* name) const { return child<QPushButton>(m_window.get(), name); }
+    PreviewView* preview() const { return m_window->findChild<PreviewView*>(); }
+    QRadioButton* mode(const char* text) const;
+
+    std::unique_ptr<QTemporaryDir> m_dir;
+    std::unique_ptr<SafeImportWindow> m_window;
+};
+
+void TestSafeImportWindow::init()
+{
+    testsupport::failOnStrayWarnings();
+    newUserFolder();
+    vexdesk::ReferenceData::install(vexdesk::ReferenceData::demonstration());
+    m_dir = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_dir->isValid());
+    writeFile(path("new.csv"), barFile({monday, tuesday, wednesday}, 8, 200));
+    m_window = std::make_unique<SafeImportWindow>();
+    m_window->show();
+    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+}
+
+void TestSafeImportWindow::cleanup()
+{
+    m_window.reset();
+    m_dir.reset();
+    QVERIFY(userFolder().removeRecursively());
+}
+
+void TestSafeImportWindow::open(const QStringList& files)
+{
+    m_window->take({.files = files});
+    EVENTUALLY(!textOf("sentences").isEmpty() || !textOf("verdict").isEmpty());
+}
+
+void TestSafeImportWindow::openInto(const QStringList& files, const char* series)
+{
+    m_window->take({.files = files, .series = QLatin1String(series)});
+    waitForOutlook();
+}
+
+void TestSafeImportWindow::waitForOutlook() const
+{
+    EVENTUALLY(button("import")->isEnabled());
+}
+
+void TestSafeImportWindow::import()
+{
+    waitForOutlook();
+    click(button("import"));
+    EVENTUALLY(child<QLabel>(m_window.get(), "message")->isVisible());
+}
+
+QRadioButton* TestSafeImportWindow::mode(const char* text) const
+{
+    const QList<QRadioButton*> buttons = m_window->findChildren<QRadioButton*>();
+    for (QRadioButton* const one : buttons) {
+        if (one->text().remove(u'&') == QString::fromUtf8(text))
+            return one;
+    }
+    qFatal("no mode %s", text);
+}
+
+void TestSafeImportWindow::beginsWithoutAFile()
+{
+    QVERIFY(!button("import")->isEnabled());
+    QVERIFY(!button("undo")->isVisible());
+    QVERIFY(textOf("sentences").contains(QStringLiteral("перетащите")));
+    QTest::keyClick(m_window.get(), Qt::Key_Escape);
+    QVERIFY(!m_window->isVisible());
+}
+
+void TestSafeImportWindow::aFileFillsEverythingIn()
+{
+    open({path("new.csv")});
+    EVENTUALLY(textOf("verdict").contains(QStringLiteral("Выберите площадку")));
+    QVERIFY(!button("import")->isEnabled());
+    choose(child<QComboBox>(m_window.get(), "stock"), QStringLiteral("NORD —"));
+    choose(child<QComboBox>(m_window.get(), "board"), QStringLiteral("MAIN"));
+    choose(child<QComboBox>(m_window.get(), "security"), 0);
+    waitForOutlook();
+    QCOMPARE(textOf("verdict"), QStringLiteral("Импорт пройдёт до конца."));
+    QVERIFY2(textOf("sentences").contains(QStringLiteral("новых: 3")),
+             qPrintable(textOf("sentences")));
+    QCOMPARE(child<QComboBox>(m_window.get(), "separator")->currentData().toString(),
+             QStringLiteral(","));
+    QCOMPARE(child<QComboBox>(m_window.get(), "dateFormat")->currentData().toString(),
+             QStringLiteral("yyyyMMdd"));
+    QVERIFY(child<QCheckBox>(m_window.get(), "header")->isChecked());
+    EVENTUALLY(preview()->roles().box(0)); // the lines are read beside the check
+    QCOMPARE(preview()->roles().box(0)->currentText(), QStringLiteral("Дата"));
+    EVENTUALLY_EQUAL(preview()->model().index(1, 0).data().toString(), QStringLiteral("20240115"));
+    QVERIFY(readTree(store()).isEmpty());
+}
+
+void TestSafeImportWindow::importsAndUndoes()
+{
+    openInto({path("new.csv")}, "NORD/MAIN/ALFA");
+    import();
+    QVERIFY2(textOf("message").contains(QStringLiteral("Баров: 24, дней: 3")),
+             qPrintable(textOf("message")));
+    QCOMPARE(readTree(store()).size(), 3);
+    // What it would do now.
+    EVENTUALLY(textOf("sentences").contains(QStringLiteral("без изменений: 3")));
+    QCOMPARE(tadata::recentFiles(), QStringList{path("new.csv")});
+    click(button("undo"));
+    EVENTUALLY(textOf("message").contains(QStringLiteral("Импорт отменён")));
+    QVERIFY(!button("undo")->isVisible());
+    QVERIFY(readTree(store()).isEmpty());
+    EVENTUALLY(textOf("sentences").contains(QStringLiteral("новых: 3")));
+}
+
+void TestSafeImportWindow::whatIsWrongStandsWhereItIs()
+{
+    writeFile(path("bad.csv"), barFile({monday}, 30, 100) +
+                                   "20240115,103500,1,2,x,2,3\n20240115,103600,1,2,1,2,3\n");
+    m_window->take({.files = {path("bad.csv")}, .series = QStringLiteral("NORD/MAIN/ALFA")});
+    EVENTUALLY_EQUAL(preview()->model().lineCount(), 33);
+    preview()->showLine(32);
+    EVENTUALLY(preview()->table()->currentIndex().isValid());
+    const int row = preview()->table()->currentIndex().row();
+    EVENTUALLY(preview()->model().index(row, 4).data(PreviewModel::FaultRole).toBool());
+    QVERIFY(!preview()->model().index(row, 3).data(PreviewModel::FaultRole).toBool());
+    EVENTUALLY(textOf("verdict").contains(QStringLiteral("32-й строки")));
+    QVERIFY(!button("import")->isEnabled());
+    click(child<QCheckBox>(m_window.get(), "skipBad"));
+    import();
+    QVERIFY2(textOf("message").contains(QStringLiteral("ошибочных строк: 1")),
+             qPrintable(textOf("message")));
+}
+
+void TestSafeImportWindow::aProblemIsShownWhereItIs()
+{
+    writeFile(path("bad.csv"), barFile({monday, tuesday}, 400, 100) + "nonsense\n");
+    m_window->take({.files = {path("bad.csv")}, .series = QStringLiteral("NORD/MAIN/ALFA")});
+    auto* const tree = child<QTreeView>(m_window.get(), "problems");
+    EVENTUALLY_EQUAL(tree->model()->rowCount(), 1);
+    const QModelIndex line = tree->model()->index(0, 0, tree->model()->index(0, 0));
+    EVENTUALLY(tree->visualRect(line).isValid());
+    EVENTUALLY_EQUAL(preview()->model().lineCount(), 802);
+    QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualRect(line).center());
+    const auto row = [this] { return preview()->table()->currentIndex().row(); };
+    EVENTUALLY_EQUAL(preview()->model().firstLine() + row() + 1, 802);
+    EVENTUALLY(preview()->model().index(row(), 0).data(PreviewModel::FaultRole).toBool());
+}
+
+void TestSafeImportWindow::thePreviewGoesThroughTheWholeFile()
+{
+    openInto({path("new.csv")}, "NORD/MAIN/ALFA");
+    QByteArray many = barFile({monday}, 300, 100);
+    for (int day = 1; day < 200; ++day) {
+        const QByteArray more = barFile({monday.addDays(day)}, 300, 100);
+        many += more.mid(more.indexOf('\n') + 1);
+    }
+    writeFile(path("many.csv"), many);
+    openInto({path("many.csv")}, "NORD/MAIN/ALFA");
+    const PreviewModel& model = preview()->model();
+    EVENTUALLY_EQUAL(model.lineCount(), 60'001);
+    QVERIFY(model.rowCount() < 60);
+    auto* const table = preview()->table();
+    table->setFocus();
+    QTest::keyClick(table, Qt::Key_End, Qt::ControlModifier);
+    QCOMPARE(model.firstLine() + table->currentIndex().row(), 60'000);
+    EVENTUALLY(model.index(model.rowCount() - 1, 0).data().toString().startsWith(u'2'));
+    QTest::keyClick(table, Qt::Key_PageUp);
+    QCOMPARE(model.firstLine(), 60'001 - 2 * model.pageSize());
+    QTest::keyClick(table, Qt::Key_Home, Qt::ControlModifier);
+    QCOMPARE(model.firstLine(), 0);
+    QTest::keyClick(table, Qt::Key_Up);
+    QCOMPARE(model.firstLine(), 0);
+    for (int line = 0; line < model.pageSize(); ++line)
+        QTest::keyClick(table, Qt::Key_Down);
+    QCOMPARE(model.firstLine(), 1);
+    auto* const bar = child<QScrollBar>(m_window.get(), "previewBar");
+    QCOMPARE(bar->value(), 1);
+    bar->setValue(30'000);
+    QCOMPARE(model.firstLine(), 30'000);
+}
+
+void TestSafeImportWindow::rolesAreChosenAboveTheColumns()
+{
+    openInto({path("new.csv")}, "NORD/MAIN/ALFA");
+    EVENTUALLY(preview()->roles().box(6));
+    choose(preview()->roles().box(1), QStringLiteral("не брать"));
+    EVENTUALLY(textOf("verdict").contains(QStringLiteral("время")));
+    QVERIFY(!button("import")->isEnabled());
+    choose(preview()->roles().box(1), QStringLiteral("Время"));
+    waitForOutlook();
+    // A role that another column had is taken from there.
+    choose(preview()->roles().box(6), QStringLiteral("Закрытие"));
+    EVENTUALLY_EQUAL(preview()->roles().box(5)->currentText(), QStringLiteral("не брать"));
+}
+
+void TestSafeImportWindow::theLayoutIsChosenInItsBoxes()
+{
+    openInto({path("new.csv")}, "NORD/MAIN/ALFA");
+    choose(child<QComboBox>(m_window.get(), "dateFormat"), QStringLiteral("ддммгг"));
+    EVENTUALLY(textOf("verdict").contains(QStringLiteral("дата")) ||
+               textOf("verdict").contains(QStringLiteral("Ошибка")));
+    choose(child<QComboBox>(m_window.get(), "dateFormat"), QStringLiteral("ггггммдд"));
+    waitForOutlook();
+    choose(child<QComboBox>(m_window.get(), "timeframe"), QStringLiteral("1 секунда"));
+    waitForOutlook();
+    import();
+    QVERIFY(readTree(store()).contains(QStringLiteral("NORD/MAIN/ALFA/20240115_1.iss")));
+}
+
+void TestSafeImportWindow::modesAndBadLinesAreChosen()
+{
+    writeFile(path("first.csv"), barFile({monday}, 20, 100));
+    openInto({path("first.csv")}, "NORD/MAIN/ALFA");
+    import();
+    openInto({path("new.csv")}, "NORD/MAIN/ALFA");
+    EVENTUALLY(textOf("sentences").contains(QStringLiteral("дополняемых: 1")));
+    QVERIFY(textOf("sentences").contains(QStringLiteral("Ни один бар не пропадёт")));
+    click(mode("Заменить дни"));
+    EVENTUALLY(textOf("sentences").contains(QStringLiteral("заменяемых: 1")));
+    QVERIFY(textOf("sentences").contains(QStringLiteral("Пропадёт баров: 12")));
+    click(mode("Дозаполнить"));
+    EVENTUALLY(textOf("sentences").contains(QStringLiteral("без изменений: 1")));
+}
+
+void TestSafeImportWindow::aProfileFillsIn()
+{
+    QVERIFY(tadata::saveProfile(QStringLiteral("broker"),
+                                {{QStringLiteral("series"), QStringLiteral("NORD/MAIN/ALFA")},
+                                 {QStringLiteral("mode"), QStringLiteral("fill")},
+                                 {QStringLiteral("skip-bad"), QStringLiteral("true")},
+                                 {QStringLiteral("decimals"), QStringLiteral("2")}}));
+    m_window->hide();
+    m_window->show();
+    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    open({path("new.csv")});
+    choose(child<QComboBox>(m_window.get(), "profile"), QStringLiteral("broker"));
+    waitForOutlook();
+    QVERIFY(mode("Дозаполнить")->isChecked());
+    QVERIFY(child<QCheckBox>(m_window.get(), "skipBad")->isChecked());
+    QVERIFY(textOf("message").contains(QStringLiteral("decimals")));
+    choose(child<QComboBox>(m_window.get(), "profile"), 0);
+    waitForOutlook();
+}
+
+void TestSafeImportWindow::tickersGoToTheirSeries()
+{
+    const QByteArray bark = barFile({tuesday}, 4, 300, "BARK");
+    writeFile(path("both.csv"),
+              barFile({monday}, 4, 200, "ALFA") + bark.mid(bark.indexOf('\n') + 1));
+    openInto({path("both.csv")}, "NORD/MAIN/ALFA");
+    choose(child<QComboBox>(m_window.get(), "source"), 1);
+    QVERIFY(!child<QWidget>(m_window.get(), "security")->isVisible());
+    EVENTUALLY(textOf("sentences").contains(QStringLiteral("Серий: 2")));
+    import();
+    QVERIFY(readTree(store()).contains(QStringLiteral("NORD/MAIN/ALFA/20240115_60.iss")));
+    QVERIFY(readTree(store()).contains(QStringLiteral("NORD/MAIN/BARK/20240116_60.iss")));
+}
+
+void TestSafeImportWindow::severalFilesAreImportedTogether()
+{
+    writeFile(path("ALFA.csv"), barFile({monday}, 4, 200));
+    writeFile(path("BARK.csv"), barFile({tuesday}, 5, 200));
+    openInto({path("ALFA.csv"), path("BARK.csv")}, "NORD/MAIN/{name}");
+    auto* const files = child<QComboBox>(m_window.get(), "files");
+    QCOMPARE(files->count(), 2);
+    EVENTUALLY_EQUAL(preview()->model().lineCount(), 5);
+    choose(files, 1);
+    EVENTUALLY_EQUAL(preview()->model().lineCount(), 6);
+    import();
+    QVERIFY(textOf("message").contains(QStringLiteral("Баров: 9, дней: 2")));
+    QVERIFY(readTree(store()).contains(QStringLiteral("NORD/MAIN/BARK/20240116_60.iss")));
+}
+
+void TestSafeImportWindow::filesAreDropped()
+{
+    QVERIFY(testsupport::dropFiles(m_window.get(), {path("new.csv")}));
+    EVENTUALLY_EQUAL(preview()->model().lineCount(), 25);
+
+    // On the terminal's window, whenever that was made.
+    QMainWindow early;
+    FileDrop onTerminal(this);
+    QMainWindow late;
+    late.show();
+    QSignalSpy dropped(&onTerminal, &FileDrop::dropped);
+    for (QMainWindow* const window : {&early, &late}) {
+        QVERIFY(window->acceptDrops());
+        QVERIFY(testsupport::dropFiles(window, {path("new.csv")}));
+        QCOMPARE(dropped.takeFirst().first().toStringList(), QStringList{path("new.csv")});
+    }
+    QVERIFY(!testsupport::dropFiles(&late, {m_dir->path()}));
+    QCOMPARE(dropped.size(), 0);
+}
+
+void TestSafeImportWindow::recentFilesAreOffered()
+{
+    auto* const recent = child<QToolButton>(m_window.get(), "recent");
+    QVERIFY(!recent->isEnabled());
+    tadata::addRecentFiles({path("new.csv"), path("gone.csv")});
+    m_window = std::make_unique<SafeImportWindow>();
+    m_window->show();
+    auto* const button = child<QToolButton>(m_window.get(), "recent");
+    QVERIFY(button->isEnabled());
+    Q_EMIT button->menu()->aboutToShow();
+    const QList<QAction*> actions = button->menu()->actions();
+    QCOMPARE(actions.size(), 2);
+    QVERIFY(actions[0]->isEnabled() && !actions[1]->isEnabled());
+    actions[0]->trigger();
+    EVENTUALLY_EQUAL(preview()->model().lineCount(), 25);
+}
+
+void TestSafeImportWindow::aRequestFillsIn()
+{
+    m_window->take({.series = QStringLiteral("NORD/MAIN/BARK"), .timeframe = 1, .isFill = true});
+    QVERIFY(mode("Дозаполнить")->isChecked());
+    m_window->take({.files = {path("new.csv")}});
+    waitForOutlook();
+    QCOMPARE(child<QComboBox>(m_window.get(), "timeframe")->currentData().toInt(), 1);
+    import();
+    QVERIFY(readTree(store()).contains(QStringLiteral("NORD/MAIN/BARK/20240115_1.iss")));
+}
+
+void TestSafeImportWindow::cancelTakesEverythingBack_data()
+{
+    QTest::addColumn<QString>("mode");
+    for (const char* text : {"Добавить", "Дозаполнить", "Заменить дни"})
+        QTest::newRow(text) << QString::fromUtf8(text);
+}
+
+// As the disk writes the file of the second day the user presses the button, Escape, or closes the
+// window.
+void TestSafeImportWindow::cancelTakesEverythingBack()
+{
+    QFETCH(const QString, mode);
+    writeFile(path("first.csv"), barFile({monday}, 20, 100));
+    openInto({path("first.csv")}, "NORD/MAIN/ALFA");
+    import();
+    const Tree before = readTree(store());
+    openInto({path("new.csv")}, "NORD/MAIN/ALFA");
+    click(this->mode(mode.toUtf8().constData()));
+    for (int way = 0; way < 3; ++way) {
+        waitForOutlook();
+        testsupport::Hold hold(writing, QStringLiteral("20240116_60.iss"));
+        click(button("import"));
+        EVENTUALLY(hold.isReached());
+        QCOMPARE(button("close")->text(), QStringLiteral("Прервать"));
+        if (way == 0)
+            click(button("close"));
+        else if (way == 1)
+            QTest::keyClick(m_window.get(), Qt::Key_Escape);
+        else
+            QVERIFY(!m_window->close());
+        hold.letGo();
+        EVENTUALLY(textOf("message").contains(QStringLiteral("прерван")));
+        QVERIFY(m_window->isVisible());
+        QCOMPARE(readTree(store()), before);
+        QVERIFY(!button("undo")->isVisible());
+    }
+}
+
+void TestSafeImportWindow::theEndOfTheWindowTakesEverythingBack()
+{
+    openInto({path("new.csv")}, "NORD/MAIN/ALFA");
+    click(button("import"));
+    m_window.reset();
+    const Tree after = readTree(store());
+    // All of it, or nothing.
+    QVERIFY(after.isEmpty() || after.size() == 3);
+}
+
+void TestSafeImportWindow::aFileThatChangesIsShownAnew()
+{
+    openInto({path("new.csv")}, "NORD/MAIN/ALFA");
+    EVENTUALLY_EQUAL(preview()->model().lineCount(), 25);
+    writeFile(path("new.csv"), barFile({monday}, 4, 200));
+    EVENTUALLY_EQUAL(preview()->model().lineCount(), 5);
+    EVENTUALLY(textOf("sentences").contains(QStringLiteral("новых: 1")));
+    QVERIFY(textOf("message").contains(QStringLiteral("изменился")));
+    // Also where it is replaced, or goes.
+    writeFile(path("other.csv"), barFile({monday, tuesday}, 4, 200));
+    QVERIFY(QFile::remove(path("new.csv")));
+    QVERIFY(QFile::rename(path("other.csv"), path("new.csv")));
+    EVENTUALLY_EQUAL(preview()->model().lineCount(), 9);
+    QVERIFY(QFile::remove(path("new.csv")));
+    EVENTUALLY(textOf("verdict").contains(QStringLiteral("Невозможно открыть")));
+    QVERIFY(!button("import")->isEnabled());
+}
+
+void TestSafeImportWindow::theStoreIsFollowed()
+{
+    // Another series of the store: of this one there is nothing yet.
+    writeFile(store().filePath(QStringLiteral("NORD/MAIN/BARK/20240115_60.iss")), "");
+    openInto({path("new.csv")}, "NORD/MAIN/ALFA");
+    QVERIFY(textOf("sentences").contains(QStringLiteral("новых: 3")));
+    writeFile(store().filePath(QStringLiteral("NORD/MAIN/ALFA/20240115_60.iss")),
+              "235900;1.00;1.00;1.00;1.00;1;0.00;0\n");
+    EVENTUALLY(textOf("sentences").contains(QStringLiteral("новых: 2")));
+    waitForOutlook();
+    // Its own work is told of once, and the store is followed on.
+    import();
+    waitForOutlook();
+    QVERIFY(QFile::remove(store().filePath(QStringLiteral("NORD/MAIN/ALFA/20240116_60.iss"))));
+    EVENTUALLY(textOf("sentences").contains(QStringLiteral("новых: 1")));
+}
+
+void TestSafeImportWindow::aLockedSeriesIsSaid()
+{
+    openInto({path("new.csv")}, "NORD/MAIN/ALFA");
+    vexdesk::StoreJob other(vexdesk::StoreJobSettings{});
+    QVERIFY(other.begin(store(), {QStringLiteral("NORD/MAIN/ALFA")}));
+    click(button("import"));
+    QCOMPARE(button("close")->text(), QStringLiteral("Прервать"));
+    QTest::keyClick(m_window.get(), Qt::Key_Escape);
+    EVENTUALLY(textOf("message").contains(QStringLiteral("прерван")));
+    waitForOutlook();
+    click(button("import"));
+    EVENTUALLY(textOf("message").contains(QStringLiteral("NORD/MAIN/ALFA")));
+    QVERIFY(readTree(store()).isEmpty());
+    QVERIFY(other.end());
+    import();
+    QCOMPARE(readTree(store()).size(), 3);
+}
+
+void TestSafeImportWindow::aFullDiskIsSaid()
+{
+    openInto({path("new.csv")}, "NORD/MAIN/ALFA");
+    click(mode("Заменить дни"));
+    waitForOutlook();
+    {
+        const testsupport::Fault full(testsupport::SystemCall::Write,
+                                      QStringLiteral("20240116_60.iss"), ENOSPC);
+        import();
+        QVERIFY(full.failed() > 0);
+    }
+    QVERIFY2(textOf("message").contains(QStringLiteral("возвращено")),
+             qPrintable(textOf("message")));
+    QVERIFY(readTree(store()).isEmpty());
+}
+
+void TestSafeImportWindow::saysWhereNothingCanBeUndone()
+{
+    tadata::setRestoreLimits({.keep = 0});
+    openInto({path("new.csv")}, "NORD/MAIN/ALFA");
+    import();
+    QVERIFY2(textOf("message").contains(QStringLiteral("Отменить его нельзя")),
+             qPrintable(textOf("message")));
+    QVERIFY(!button("undo")->isVisible());
+    // An import that changes nothing has nothing to undo.
+    import();
+    QVERIFY(!textOf("message").contains(QStringLiteral("Отменить его нельзя")));
+}
+
+void TestSafeImportWindow::theStripIsWalkedByKeys()
+{
+    openInto({path("new.csv")}, "NORD/MAIN/ALFA");
+    auto* const strip = child<DayStrip>(m_window.get(), "days");
+    strip->setFocus();
+    QTest::keyClick(strip, Qt::Key_Home);
+    QCOMPARE(strip->currentDay(), 0);
+    QTest::keyClick(strip, Qt::Key_Right);
+    QCOMPARE(strip->currentDay(), 1);
+    QVERIFY(strip->accessibleDescription().contains(QStringLiteral("баров в файле: 8")));
+    QCOMPARE(textOf("legend"), strip->accessibleDescription().toHtmlEscaped());
+    QTest::keyClick(strip, Qt::Key_End);
+    QTest::keyClick(strip, Qt::Key_Right);
+    QCOMPARE(strip->currentDay(), 2);
+    QTest::mouseClick(strip, Qt::LeftButton, {}, strip->placeOf(1).center());
+    QCOMPARE(strip->currentDay(), 1);
+}
+
+void TestSafeImportWindow::allIsReachedByTab()
+{
+    openInto({path("new.csv")}, "NORD/MAIN/ALFA");
+    EVENTUALLY(preview()->roles().box(6));
+    child<QComboBox>(m_window.get(), "files")->setFocus();
+    const QList<QWidget*> order = testsupport::tabOrder(m_window.get());
+    for (const char* name :
+         {"files",     "open",       "profile",    "stock",     "board",  "source",  "security",
+          "separator", "dateFormat", "timeFormat", "timeframe", "header", "preview", "role0",
+          "role6",     "days",       "problems",   "skipBad",   "import", "close"}) {
+        auto* const widget = child<QWidget>(m_window.get(), name);
+        if (widget->isEnabled())
+            QVERIFY2(order.contains(widget), name);
+    }
+}
+
+void TestSafeImportWindow::listsOpenAsWideAsTheirEntries()
+{
+    openInto({path("new.csv")}, "NORD/MAIN/ALFA");
+    m_window->resize(m_window->minimumSizeHint());
+    for (const char* const name : {"stock", "board", "security", "dateFormat"}) {
+        auto* const box = child<QComboBox>(m_window.get(), name);
+        box->showPopup();
+        for (int entry = 0; entry < box->count(); ++entry) {
+            const int needs = box->fontMetrics().horizontalAdvance(box->itemText(entry));
+            EVENTUALLY2(box->view()->viewport()->width() >= needs, name);
+        }
+        box->hidePopup();
+        QCOMPARE(box->toolTip(), box->currentText());
+    }
+}
+
+void TestSafeImportWindow::fitsASmallScreen_data()
+{
+    QTest::addColumn<bool>("withFile");
+    QTest::addColumn<bool>("isDark");
+    QTest::newRow("empty") << false << false;
+    QTest::newRow("with a file") << true << false;
+    QTest::newRow("dark") << true << true;
+}
+
+void TestSafeImportWindow::fitsASmallScreen()
+{
+    QFETCH(const bool, withFile);
+    QFETCH(const bool, isDark);
+    const QPalette before = QApplication::palette();
+    const auto restore = qScopeGuard([before] { QApplication::setPalette(before); });
+    if (isDark)
+        QApplication::setPalette(QPalette(QColor(0x35, 0x35, 0x35), QColor(0x2a, 0x2a, 0x2a)));
+    if (withFile)
+        openInto({path("new.csv")}, "NORD/MAIN/ALFA");
+    const QSize least = m_window->minimumSizeHint();
+    QVERIFY2(least.width() <= 800 && least.height() <= 560,
+             qPrintable(QStringLiteral("%1x%2").arg(least.width()).arg(least.height())));
+    m_window->resize(790, 560);
+    EVENTUALLY2(testsupport::cutTexts(m_window.get()).isEmpty(),
+                qPrintable(testsupport::cutTexts(m_window.get()).join(u'\n')));
+    if (qEnvironmentVariableIsSet("TADATA_PICTURES"))
+        m_window->grab().save(qEnvironmentVariable("TADATA_PICTURES") +
+                              QStringLiteral("/import-%1.png").arg(QTest::currentDataTag()));
+    QStringList foreign = testsupport::foreignTexts(m_window.get(), testsupport::Speech::Russian);
+    // The name of a file is the user's.
+    foreign.removeAll(QStringLiteral("files:QComboBox: \"new.csv\""));
+    QVERIFY2(foreign.isEmpty(), qPrintable(foreign.join(u'\n')));
+}
+
+QTEST_MAIN(TestSafeImportWindow)
+#include "tst_safeimportwindow.moc"
