@@ -41,6 +41,7 @@
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QStatusBar>
+#include <QtWidgets/QStyle>
 #include <QtWidgets/QTabBar>
 #include <QtWidgets/QTimeEdit>
 #include <QtWidgets/QToolButton>
@@ -123,6 +124,7 @@ private Q_SLOTS:
     void theMarkOfTheTreeIsTrueAtTheNextStart();
     void tabGoesFromTheTreeToTheChart();
     void aChartHasRoomOnASmallScreen();
+    void menusOnASmallScreenScroll();
     void theMenuIsForTheChartInFront();
     void timeframeStudiesAndNightsByMenu();
     void goesToADateByKeysAlone();
@@ -627,6 +629,17 @@ void TestChartWindow::aChartHasRoomOnASmallScreen()
     QTRY_VERIFY(!readout().isEmpty());
     QTRY_VERIFY(view()->chart().prices.place.height() > 30);
     QVERIFY(view()->chart().prices.lines.size() > 1);
+}
+
+// In columns, half of them would be beside the screen.
+void TestChartWindow::menusOnASmallScreenScroll()
+{
+    open("ALFA");
+    const QMenu* const context = openContextMenu();
+    QVERIFY(context);
+    for (const QMenu* const menu : {context, static_cast<const QMenu*>(viewMenu())})
+        QCOMPARE(menu->style()->styleHint(QStyle::SH_Menu_Scrollable, nullptr, menu), 1);
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
 }
 
 void TestChartWindow::theMenuIsForTheChartInFront()
