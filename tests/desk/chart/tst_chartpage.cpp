@@ -100,6 +100,7 @@ private Q_SLOTS:
     void goesToTheSecondsAndBack();
     void aStepBackIsSeenInTheRow();
     void saysWhenALongerTimeframeIsShown();
+    void aNoteWithoutRoomIsCutAtItsEndOnly();
     void nightsAreSwitched();
     void studiesAreSwitched();
     void readsOutTheBarAtTheMouse();
@@ -367,6 +368,21 @@ void TestChartPage::aStepBackIsSeenInTheRow()
     view()->goBack();
     QVERIFY(!view()->areNightsShown());
     QVERIFY(!nights->isChecked() && !m_page->state().areNightsShown);
+}
+
+void TestChartPage::aNoteWithoutRoomIsCutAtItsEndOnly()
+{
+    FittedLabel label;
+    const QString text = QStringLiteral("показаны свечи: 1 нед");
+    label.setText(text);
+    for (int width = label.fontMetrics().horizontalAdvance(text); width > 40; width -= 7) {
+        label.resize(width, 20);
+        QCOMPARE(label.shownLines().size(), 1);
+        QString shown = label.shownLines().constFirst();
+        if (shown.endsWith(u'…'))
+            shown.chop(1);
+        QVERIFY2(text.startsWith(shown.trimmed()), qPrintable(shown));
+    }
 }
 
 void TestChartPage::saysWhenALongerTimeframeIsShown()
