@@ -3,9 +3,10 @@
 // is scrolled, dragged and zoomed at several timeframes, from a second on, with nights and without.
 // All bars are in memory: what reading takes is measured elsewhere.
 //
-//   bench_chartframes [DAYS] [BARS_PER_DAY] [FRAMES] [TIMEFRAME]
+//   bench_chartframes [DAYS] [BARS_PER_DAY] [FRAMES] [TIMEFRAME] [WIDTH] [HEIGHT]
 //
-// QT_QPA_PLATFORM=offscreen does without a display.
+// QT_QPA_PLATFORM=offscreen does without a display, QT_SCALE_FACTOR=2 has twice as many pixels in
+// each direction.
 
 #include "desk/chart/chartview.h"
 #include "desk/chart/movingaverage.h"
@@ -26,7 +27,6 @@ namespace {
 
 using namespace vexdesk;
 
-constexpr QSize viewSize(1200, 600);
 const QDate firstDay(1984, 1, 2);
 const QTime opening(9, 30);
 
@@ -64,7 +64,9 @@ std::shared_ptr<const BarSeries> makeSeries(int days, int barsPerDay, int timefr
 // What it takes from a change of the view to its picture.
 void measure(ChartView& view, const char* what, int frames, const std::function<void(int)>& step)
 {
-    QImage image(viewSize, QImage::Format_ARGB32_Premultiplied);
+    // As the screen's: opaque, so that nothing below the chart is painted first.
+    QImage image(view.size() * view.devicePixelRatioF(), QImage::Format_RGB32);
+    image.setDevicePixelRatio(view.devicePixelRatioF());
     std::vector<double> times;
     std::vector<double> elapsed;
     size_t most = 0;
@@ -73,9 +75,7 @@ void measure(ChartView& view, const char* what, int frames, const std::function<
         timer.start();
         const std::clock_t begin = std::clock();
         step(i);
-        QPainter painter(&image);
-        view.render(&painter);
-        painter.end();
+        view.render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
         times.push_back(1e3 * static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC);
         elapsed.push_back(static_cast<double>(timer.nsecsElapsed()) / 1e6);
         most = std::max(most, view.chart().candles.size());
@@ -110,12 +110,12 @@ void measureTimeframe(ChartView& view, Timeframe timeframe, int frames)
 }
 
 // As many bars as there are otherwise, of fewer and longer days.
-void measureSeconds(int days, int barsPerDay, int frames)
+void measureSeconds(const QSize& size, int days, int barsPerDay, int frames)
 {
     constexpr int longer = 30;
     const auto series = makeSeries(std::max(1, days / longer), barsPerDay * longer, 1);
     ChartView view;
-    view.resize(viewSize);
+    view.resize(size);
     view.show();
     view.showSeries(series);
     for (const bool areNightsShown : {false, true}) {
@@ -134,12 +134,14 @@ int main(int argc, char** argv)
     const int barsPerDay = arguments.value(2, QStringLiteral("1000")).toInt();
     const int frames = std::max(1, arguments.value(3, QStringLiteral("400")).toInt());
     const int timeframe = arguments.value(4, QStringLiteral("30")).toInt();
+    const QSize size(arguments.value(5, QStringLiteral("1200")).toInt(),
+                     arguments.value(6, QStringLiteral("600")).toInt());
 
-    measureSeconds(days, barsPerDay, frames);
+    measureSeconds(size, days, barsPerDay, frames);
     const auto series = makeSeries(days, barsPerDay, timeframe);
     std::printf("%d days of %d bars\n", days, barsPerDay);
     ChartView view;
-    view.resize(viewSize);
+    view.resize(size);
     view.show();
     view.showSeries(series);
     for (const Timeframe shown : allTimeframes) {

@@ -163,7 +163,7 @@ bool measureTakingOver(const QString& root, const QString& directory, double slo
     timer.start();
     if (timeTo(page, timer, isWhole) < 0)
         return false;
-    const QDate last = page.storedDays().second;
+    const QDate last = page.storedDays().constLast();
     std::vector<double> pauses;
     for (int round = 1; round <= rounds; ++round) {
         application().takePause();
@@ -172,7 +172,7 @@ bool measureTakingOver(const QString& root, const QString& directory, double slo
                          directory + u'/' + dayFileName(day, 60)))
             return false;
         timer.start();
-        while (page.storedDays().second != day && !timer.hasExpired(longest))
+        while (page.storedDays().constLast() != day && !timer.hasExpired(longest))
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         if (timeTo(page, timer, isWhole) < 0)
             return false;

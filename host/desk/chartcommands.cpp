@@ -7,6 +7,7 @@
 #include "desk/chart/chartview.h"
 #include "desk/chart/gotodialog.h"
 #include "desk/chart/timeframecode.h"
+#include "desk/chart/wallclock.h"
 #include "desk/errorreport.h"
 #include "desk/menubuilder.h"
 
@@ -53,7 +54,14 @@ CommandContainer& menuIn(const QByteArray& id, const QString& title, const QByte
 // A menu shows what stands behind the tab where it shows shortcuts.
 QString withKeys(const QString& text, const QKeySequence& keys)
 {
-    return text + u'\t' + keys.toString(QKeySequence::NativeText);
+    // As it stands on most keyboards, and in the guide.
+    const QKeySequence shown = keys == Qt::Key_Return ? QKeySequence(Qt::Key_Enter) : keys;
+    return text + u'\t' + shown.toString(QKeySequence::NativeText);
+}
+
+QKeySequence copyKeys()
+{
+    return Qt::CTRL | Qt::Key_C;
 }
 
 QString pictureName(const SeriesName& series)
@@ -94,7 +102,7 @@ QSet<QByteArray> ChartCommands::ids() const
     return ids;
 }
 
-void ChartCommands::add(CommandContainer& menu, const char* group, KeyOwner owner, Entry entry)
+Command& ChartCommands::add(CommandContainer& menu, const char* group, KeyOwner owner, Entry entry)
 {
     auto* const command = new Command(entry.id, this);
     command->setCategory(tr("График"));
@@ -107,6 +115,7 @@ void ChartCommands::add(CommandContainer& menu, const char* group, KeyOwner owne
     entry.action = new Action(entry.id, this);
     connect(entry.action, &Action::triggered, this, [this, run = entry.run] { this->run(run); });
     m_entries.push_back(std::move(entry));
+    return *command;
 }
 
 void ChartCommands::run(const Run& run)
@@ -180,11 +189,11 @@ void ChartCommands::addCrosshair()
 void ChartCommands::addTimeframes()
 {
     CommandContainer& menu = menuIn("View.Timeframe", tr("&Таймфрейм"), shapeGroup, "01");
+    int digit = Qt::Key_1;
     for (const Timeframe timeframe : allTimeframes) {
         add(menu, onlyGroup, KeyOwner::Item,
             {"Desk.Chart.Timeframe." + timeframeCode(timeframe).toLatin1(),
-             timeframeText(timeframe),
-             {},
+             timeframeText(timeframe), QKeySequence(Qt::ALT | static_cast<Qt::Key>(digit++)),
              [timeframe](ChartPage& page) { page.chooseTimeframe(timeframe); },
              [timeframe](ChartPage& page) { return page.timeframes().contains(timeframe); },
              [timeframe](ChartPage& page) { return page.timeframe() == timeframe; }});
@@ -232,9 +241,9 @@ void ChartCommands::addZooms(CommandContainer& view)
 void ChartCommands::addCopies(CommandContainer& view)
 {
     // Everywhere else these keys copy what is chosen there.
-    add(view, copyGroup, KeyOwner::Chart,
-        {"Desk.Chart.CopyBars", tr("&Копировать бары"), QKeySequence(Qt::CTRL | Qt::Key_C),
-         [](ChartPage& page) { page.copyBars(); }});
+    m_copyBars = &add(view, copyGroup, KeyOwner::Chart,
+                      {"Desk.Chart.CopyBars", tr("&Копировать бары"), copyKeys(),
+                       [](ChartPage& page) { page.copyBars(); }});
     add(view, copyGroup, KeyOwner::Item,
         {"Desk.Chart.CopyPicture", tr("Копировать картинк&у"),
          QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C),
@@ -259,6 +268,12 @@ void ChartCommands::addTabs(CommandContainer& view)
     add(view, tabGroup, KeyOwner::Item,
         {"Desk.Chart.Close", tr("&Закрыть график"), QKeySequence(Qt::CTRL | Qt::Key_W),
          [this](ChartPage&) { m_tabs.closeCurrent(); }, isOpen});
+    add(view, tabGroup, KeyOwner::Item,
+        {"Desk.Chart.CloseOthers",
+         tr("Закр&ыть остальные графики"),
+         {},
+         [this](ChartPage&) { m_tabs.closeOthers(); },
+         areSeveral});
 }
 
 void ChartCommands::checkItems(const MenuBuilder& builder)
@@ -275,6 +290,7 @@ void ChartCommands::checkItems(const MenuBuilder& builder)
 void ChartCommands::update()
 {
     ChartPage* const page = m_tabs.current();
+    nameCopiedBars();
     for (const Entry& entry : m_entries) {
         const bool hasBars = page && !page->isEmpty();
         entry.action->setEnabled(page && (entry.canRun ? entry.canRun(*page) : hasBars));
@@ -284,14 +300,33 @@ void ChartCommands::update()
     }
 }
 
+// Longer candles than the chosen ones may be shown, and those are copied.
+void ChartCommands::nameCopiedBars()
+{
+    ChartPage* const page = m_tabs.current();
+    const bool hasBars = page && !page->isEmpty();
+    const QString text =
+        hasBars ? tr("&Копировать бары (%1)").arg(timeframeText(page->view().shownTimeframe()))
+                : tr("&Копировать бары");
+    m_copyBars->setDefaultText(withKeys(text, copyKeys()));
+}
+
 void ChartCommands::askForDay(ChartPage& page)
 {
     const QPointer<ChartPage> asked(&page);
-    const auto [first, last] = page.storedDays();
+    const QList<QDate> stored = page.storedDays();
+    if (stored.isEmpty())
+        return;
     const auto [from, to] = page.view().daysInView();
-    GoToDialog dialog(first, last, from.addDays(from.daysTo(to) / 2), &m_window);
-    if (dialog.exec() == QDialog::Accepted && asked)
-        asked->goTo(dialog.day(), dialog.time());
+    GoToDialog dialog(stored, from.addDays(from.daysTo(to) / 2), &m_window);
+    if (dialog.exec() != QDialog::Accepted || !asked)
+        return;
+    asked->goTo(dialog.day(), dialog.time());
+    // Whoever types and presses Enter has not read what the dialog says of it.
+    if (dialog.asked() != dialog.day())
+        Q_EMIT m_tabs.told(
+            tr("За %1 показать нечего: показан %2")
+                .arg(dateText(wallTime(dialog.asked())), dateText(wallTime(dialog.day()))));
 }
 
 void ChartCommands::askForPicture(ChartPage& page)
@@ -312,9 +347,10 @@ void ChartCommands::askForPicture(ChartPage& page)
     if (dialog.exec() != QDialog::Accepted || !asked)
         return;
     const QString path = dialog.selectedFiles().constFirst();
-    settings.setValue(picturesKey, QFileInfo(path).path());
     if (const Outcome saved = asked->savePicture(path); !saved)
         reportError(saved.message());
+    else
+        settings.setValue(picturesKey, QFileInfo(path).path());
 }
 
 } // namespace vexdesk

@@ -10,6 +10,7 @@
 #include <vector>
 
 class Action;
+class Command;
 class CommandContainer;
 class QWidget;
 
@@ -61,9 +62,10 @@ private:
     void addZooms(CommandContainer& view);
     void addCopies(CommandContainer& view);
     void addTabs(CommandContainer& view);
-    void add(CommandContainer& menu, const char* group, KeyOwner owner, Entry entry);
+    Command& add(CommandContainer& menu, const char* group, KeyOwner owner, Entry entry);
     void run(const Run& run);
     void update();
+    void nameCopiedBars();
     void askForDay(ChartPage& page);
     void askForPicture(ChartPage& page);
 
@@ -71,6 +73,7 @@ private:
     QWidget& m_window;
     const MenuBuilder* m_builder = nullptr;
     std::vector<Entry> m_entries;
+    Command* m_copyBars = nullptr; // is called after the candles that are shown
 };
 
 } // namespace vexdesk

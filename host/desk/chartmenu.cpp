@@ -46,6 +46,7 @@ bool addPluginItems(QMenu& menu, const MenuBuilder& builder, const CommandContai
 void fillChartMenu(QMenu& menu, const MenuBuilder& builder, const QSet<QByteArray>& leftOut,
                    const QSet<QByteArray>& ownCommands)
 {
+    letScroll(menu);
     const CommandContainer* view = nullptr;
     const QList<CommandContainer::Entry> top = ActionManager::instance()->menuBar()->entries();
     for (const CommandContainer::Entry& entry : top) {

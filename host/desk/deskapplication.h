@@ -12,7 +12,8 @@ namespace vexdesk {
 
 /// The terminal's application object: an exception that leaves an event handler or a slot is shown
 /// to the user, and the terminal goes on. It also brings the terminal's version and pictures, the
-/// texts of its language, a ScreenFitter and FileDialogDates.
+/// texts of its language, a DialogPlacer, a ScreenFitter and FileDialogDates, and sees to it that
+/// hints can be read on every ground.
 class DeskApplication final : public QApplication
 {
     Q_OBJECT
@@ -33,7 +34,11 @@ public:
     /// they held. What runs foreign code knowingly catches there, as triggerCommand does.
     bool notify(QObject* receiver, QEvent* event) override;
 
+protected:
+    bool event(QEvent* event) override;
+
 private:
+    void mendHints();
     void addTranslation(const QString& name, const QStringList& directories);
 
     Language m_language = Language::Russian;

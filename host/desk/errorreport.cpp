@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "desk/errorreport.h"
 
+#include "desk/windowinuse.h"
+
 #include <QtCore/QPointer>
 #include <QtCore/QStringList>
 #include <QtCore/QThread>
@@ -29,7 +31,7 @@ void showBox(const QString& text)
     // Not on the stack: the parent may be destroyed, and the box with it, while it is open.
     const QPointer<QMessageBox> box = new QMessageBox(
         QMessageBox::Critical, QCoreApplication::translate("vexdesk::ErrorReport", "Ошибка"), text,
-        QMessageBox::Ok, QApplication::activeWindow());
+        QMessageBox::Ok, windowInUse());
     box->setTextFormat(Qt::PlainText);
     box->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     box->exec();

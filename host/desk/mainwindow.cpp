@@ -48,8 +48,10 @@ namespace {
 const QString settingsGroup = QStringLiteral("Desk");
 const QString geometryKey = QStringLiteral("geometry");
 const QString stateKey = QStringLiteral("state");
+const QString seriesWidthKey = QStringLiteral("seriesWidth");
 constexpr int stateVersion = 2;
 constexpr auto seriesCommand = "Desk.Series";
+constexpr auto findSeriesCommand = "Desk.FindSeries";
 constexpr auto pluginsCommand = "Desk.Plugins";
 constexpr auto newDayCommand = "Desk.NewDay";
 constexpr auto demoDealsCommand = "Desk.DemoDeals";
@@ -112,6 +114,7 @@ MainWindow::MainWindow(const PluginLoader& loader, QWidget* parent)
     const AppSettings settings(settingsGroup);
     restoreGeometry(settings.value(geometryKey).toByteArray());
     restoreState(settings.value(stateKey).toByteArray(), stateVersion);
+    m_seriesWidth = settings.value(seriesWidthKey, m_seriesTree->sizeHint().width()).toInt();
     if (QAction* const item = m_menuBuilder->item(seriesCommand))
         item->setChecked(!m_seriesDock->isHidden());
 }
@@ -136,8 +139,9 @@ void MainWindow::addOwnCommands()
         manager->container("Developer", tr("&Для разработчиков"), "Service", "ZZ", "90");
     addCommand(file, {"Desk.Exit", tr("&Выход"), QKeySequence(Qt::CTRL | Qt::Key_Q)},
                [this] { close(); });
-    addCommand(view, {seriesCommand, tr("&Серии"), QKeySequence(Qt::CTRL | Qt::Key_G)},
-               [this] { toggleSeries(); });
+    addCommand(view, {findSeriesCommand, tr("Найти се&рию"), QKeySequence(Qt::CTRL | Qt::Key_G)},
+               [this] { findSeries(); });
+    addCommand(view, {seriesCommand, tr("&Серии"), QKeySequence()}, [this] { toggleSeries(); });
     m_chartCommands = new ChartCommands(*m_chartTabs, *view, *this);
     m_ownCommands += m_chartCommands->ids();
     addCommand(service, {"Desk.Options", tr("&Настройки..."), optionsShortcut()},
@@ -204,6 +208,7 @@ void MainWindow::addSeries()
     m_seriesDock->setWidget(m_seriesTree);
     addDockWidget(Qt::LeftDockWidgetArea, m_seriesDock);
     connect(m_seriesTree, &SeriesTree::opened, this, &MainWindow::openChart);
+    connect(m_seriesTree, &SeriesTree::left, this, &MainWindow::leaveSeries);
     connect(m_chartTabs, &QTabWidget::currentChanged, this, [this] {
         if (const ChartPage* const page = m_chartTabs->current())
             m_seriesTree->setCurrent(page->series());
@@ -224,17 +229,59 @@ void MainWindow::openChart(const SeriesName& series)
     m_chartTabs->open(series).setFocus(Qt::OtherFocusReason);
 }
 
+// What is typed at once is looked for, also where the keys were there before: nothing goes away.
+void MainWindow::findSeries()
+{
+    if (!m_seriesDock->isVisible())
+        m_seriesDock->toggleViewAction()->trigger();
+    m_seriesDock->activateWindow(); // where it stands alone
+    m_seriesTree->setFocus(Qt::ShortcutFocusReason);
+}
+
 void MainWindow::toggleSeries()
 {
-    // What is typed at once is looked for: a tree that has not the keys gets them, and only one
-    // that has them goes.
-    const bool isSearched = m_seriesTree->isAncestorOf(QApplication::focusWidget());
-    if (isSearched || !m_seriesDock->isVisible())
-        m_seriesDock->toggleViewAction()->trigger();
+    m_seriesDock->toggleViewAction()->trigger();
     if (m_seriesDock->isVisible())
-        m_seriesTree->setFocus(Qt::ShortcutFocusReason);
-    else if (ChartPage* const page = m_chartTabs->current())
-        page->setFocus(Qt::OtherFocusReason);
+        m_seriesTree->setFocus(Qt::OtherFocusReason);
+    else
+        leaveSeries();
+}
+
+void MainWindow::leaveSeries()
+{
+    ChartPage* const page = m_chartTabs->current();
+    if (!page)
+        return;
+    activateWindow(); // the tree may stand alone
+    page->setFocus(Qt::OtherFocusReason);
+}
+
+// What takes place in the window itself is the moving of the line beside the tree.
+bool MainWindow::event(QEvent* event)
+{
+    if (event->type() == QEvent::MouseButtonPress)
+        m_widthBefore = m_seriesDock->width();
+    const bool isTaken = QMainWindow::event(event);
+    const bool isLet = event->type() == QEvent::MouseButtonRelease;
+    if (isLet && !m_seriesDock->isFloating() && m_seriesDock->width() != m_widthBefore)
+        m_seriesWidth = m_seriesDock->width();
+    return isTaken;
+}
+
+void MainWindow::resizeEvent(QResizeEvent* event)
+{
+    QMainWindow::resizeEvent(event);
+    giveSeriesTheirWidth();
+}
+
+// A window that was small for a while has squeezed the tree, and would leave it so.
+void MainWindow::giveSeriesTheirWidth()
+{
+    const Qt::DockWidgetArea area = dockWidgetArea(m_seriesDock);
+    const bool isBeside = area == Qt::LeftDockWidgetArea || area == Qt::RightDockWidgetArea;
+    if (isBeside && m_seriesDock->isVisible() && !m_seriesDock->isFloating() &&
+        m_seriesDock->width() != m_seriesWidth)
+        resizeDocks({m_seriesDock}, {m_seriesWidth}, Qt::Horizontal);
 }
 
 void MainWindow::showChartsOrStart()
@@ -252,6 +299,7 @@ void MainWindow::showChartsOrStart()
 void MainWindow::showEvent(QShowEvent* event)
 {
     QMainWindow::showEvent(event);
+    giveSeriesTheirWidth();
     if (focusWidget())
         return;
     if (ChartPage* const page = m_chartTabs->current())
@@ -265,7 +313,7 @@ void MainWindow::showChartMenu(const QPoint& globalPlace)
     auto* const menu = new QMenu(this);
     menu->setObjectName(QStringLiteral("chartMenu"));
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    fillChartMenu(*menu, *m_menuBuilder, {seriesCommand}, m_ownCommands);
+    fillChartMenu(*menu, *m_menuBuilder, {findSeriesCommand, seriesCommand}, m_ownCommands);
     menu->popup(globalPlace);
 }
 
@@ -402,6 +450,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
     AppSettings settings(settingsGroup);
     settings.setValue(geometryKey, saveGeometry());
     settings.setValue(stateKey, saveState(stateVersion));
+    settings.setValue(seriesWidthKey, m_seriesWidth);
     event->accept();
 }
 

@@ -53,7 +53,9 @@ public:
     void setDemoDeals(bool on);
 
 protected:
+    bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
 
 private:
@@ -72,7 +74,10 @@ private:
     void addCharts();
     void addSeries();
     void openChart(const SeriesName& series);
+    void findSeries();
     void toggleSeries();
+    void leaveSeries();
+    void giveSeriesTheirWidth();
     void showChartsOrStart();
     void showChartMenu(const QPoint& globalPlace);
     void addStatusBar();
@@ -101,6 +106,8 @@ private:
     StartPage* m_startPage = nullptr;
     SeriesTree* m_seriesTree = nullptr;
     QDockWidget* m_seriesDock = nullptr;
+    int m_seriesWidth = 0; // as the user wants it; a small window may have no room for it
+    int m_widthBefore = 0; // of the dock, when the mouse went down
     QLabel* m_loadedLabel = nullptr;
     StatusLink* m_refusedLink = nullptr;
     StatusLink* m_problemsLink = nullptr; // null without a core

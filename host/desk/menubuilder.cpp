@@ -14,6 +14,11 @@
 
 namespace vexdesk {
 
+void letScroll(QMenu& menu)
+{
+    menu.setStyleSheet(QStringLiteral("QMenu { menu-scrollable: 1; }"));
+}
+
 MenuBuilder::MenuBuilder(QMenuBar* menuBar, QObject* parent)
     : QObject(parent)
     , m_menuBar(menuBar)
@@ -108,8 +113,10 @@ QMenu* MenuBuilder::menuOf(const CommandContainer& container)
     if (items.isEmpty())
         return nullptr;
     QMenu*& menu = m_menus[&container];
-    if (!menu)
+    if (!menu) {
         menu = new QMenu(m_menuBar);
+        letScroll(*menu);
+    }
     m_usedContainers.append(&container);
     menu->setTitle(container.title());
     fill(menu, items);

@@ -16,6 +16,11 @@ class QWidget;
 
 namespace vexdesk {
 
+/// Lets a menu scroll that has more items than the screen has room for: most styles would put them
+/// into columns, and those into which a narrow screen does not reach could not be chosen.
+/// User-interface thread only.
+void letScroll(QMenu& menu);
+
 /// Keeps a menu bar true to ActionManager::menuBar(): whatever is added, changed or destroyed there
 /// shows in the menus with the next turn of the event loop; whether an item is enabled, at once.
 ///

@@ -72,6 +72,7 @@ StartPage::StartPage(QSet<QByteArray> ownCommands, QWidget* parent)
     }
     layout->addLayout(m_columns);
     m_hint = makeSelectableText(QStringLiteral("pluginHint"));
+    m_hint->setContentsMargins(0, pageMargin / 2, 0, 0);
     m_hint->hide();
     layout->addWidget(m_hint);
     layout->addStretch();
@@ -148,8 +149,8 @@ QWidget* StartPage::makeHeader()
 
 void StartPage::setPlugins(qsizetype loadedCount, const QStringList& directories)
 {
-    QStringList lines{tr("Ни один модуль не загружен, поэтому здесь пока нечего выбрать."),
-                      QString(), tr("Терминал ищет модули в каталогах:")};
+    QStringList lines{tr("Ни один модуль не загружен, поэтому команд здесь пока нет."), QString(),
+                      tr("Терминал ищет модули в каталогах:")};
     for (const QString& directory : directories) {
         const QString path = QDir::toNativeSeparators(directory);
         lines.append(QDir(directory).exists() ? tr("• %1").arg(path)

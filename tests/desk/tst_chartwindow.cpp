@@ -2,6 +2,7 @@
 // The charts as the terminal's main view: tree, tabs, start page, menus and keys, what is
 // remembered, and what a plug-in does with them. Runs in a real X server too.
 
+#include "desk/chart/axisticks.h"
 #include "desk/chart/chartpage.h"
 #include "desk/chart/charttabs.h"
 #include "desk/chart/chartview.h"
@@ -40,6 +41,7 @@
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QStatusBar>
+#include <QtWidgets/QStyle>
 #include <QtWidgets/QTabBar>
 #include <QtWidgets/QTimeEdit>
 #include <QtWidgets/QToolButton>
@@ -115,16 +117,20 @@ private Q_SLOTS:
     void aClickOnATabLeavesTheKeysToTheChart();
     void everythingIsThereAtTheNextStart();
     void aClosedChartComesBackAsItWas();
-    void theTreeIsToggledByKey();
+    void theKeyLooksForASeries();
+    void theTreeIsToggledByItsItem();
     void theTreeIsAsItWasAtTheNextStart();
     void theMarkOfTheTreeIsTrueAtTheNextStart_data();
     void theMarkOfTheTreeIsTrueAtTheNextStart();
     void tabGoesFromTheTreeToTheChart();
     void aChartHasRoomOnASmallScreen();
+    void menusOnASmallScreenScroll();
     void theMenuIsForTheChartInFront();
     void timeframeStudiesAndNightsByMenu();
     void goesToADateByKeysAlone();
     void aDayThatIsNotStoredIsTheNearestOne();
+    void aDayBetweenThoseThatAreStoredIsTheNextOne();
+    void arrowsGoThroughTheStoredDays();
     void aDayOfALeapYearCanBeTyped_data();
     void aDayOfALeapYearCanBeTyped();
     void whatIsNoDateIsSaid();
@@ -137,10 +143,18 @@ private Q_SLOTS:
     void shortcutsOfPluginsWorkInTheChart();
     void menuItemsDoWhatTheKeysDo();
     void copiesBarsAndPicture();
+    void namesTheCandlesThatAreCopied();
     void savesThePicture_data();
     void savesThePicture();
     void saysWhyAPictureIsNotSaved_data();
     void saysWhyAPictureIsNotSaved();
+    void onlyTheDirectoryOfASavedPictureIsRemembered();
+    void errorsAreToldInFrontOfTheWindow();
+    void theTreeGetsItsWidthBack();
+    void digitsChooseTimeframes();
+    void keysAreNamedAsTheyAreCalled();
+    void theTabsHaveAMenu();
+    void allOtherChartsAreClosed();
     void aPluginShowsAMoment();
     void aPluginMarksBars();
     void aPluginCannotShowWhatIsNotStored();
@@ -483,23 +497,49 @@ void TestChartWindow::aClosedChartComesBackAsItWas()
     QVERIFY(page()->isShown(vexdesk::Study::VolumeByPrice));
 }
 
-void TestChartWindow::theTreeIsToggledByKey()
+void TestChartWindow::theKeyLooksForASeries()
+{
+    load({QStringLiteral("good")});
+    desktest::takeCalls();
+    QCOMPARE(QApplication::focusWidget(), filter());
+    for (int i = 0; i < 2; ++i) {
+        key(Qt::Key_G, Qt::ControlModifier);
+        QVERIFY2(dock()->isVisible() && filter()->hasFocus(), "it is searched, and stays");
+    }
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("veg"));
+    key(Qt::Key_Return);
+    QTRY_COMPARE(titles(), QStringList{"VEGA"});
+    QCOMPARE(QApplication::focusWidget(), view());
+    // What was looked for last is not in the way.
+    key(Qt::Key_G, Qt::ControlModifier);
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("alf"));
+    key(Qt::Key_Return);
+    QCOMPARE(titles(), QStringList({"VEGA", "ALFA"}));
+    dock()->close();
+    key(Qt::Key_G, Qt::ControlModifier);
+    QVERIFY(dock()->isVisible() && filter()->hasFocus());
+    key(Qt::Key_Escape);
+    QCOMPARE(filter()->text(), QString());
+    key(Qt::Key_Escape);
+    QCOMPARE(QApplication::focusWidget(), view());
+    QCOMPARE(desktest::takeCalls(), QStringList());
+}
+
+void TestChartWindow::theTreeIsToggledByItsItem()
 {
     QAction* const item = itemOf(viewMenu(), QStringLiteral("Серии"));
     QVERIFY(item->isChecked());
-    key(Qt::Key_G, Qt::ControlModifier);
+    item->trigger();
     QVERIFY(!dock()->isVisible() && !item->isChecked());
-    key(Qt::Key_G, Qt::ControlModifier);
+    item->trigger();
     QVERIFY(dock()->isVisible() && item->isChecked());
     QCOMPARE(QApplication::focusWidget(), filter());
     open("ALFA");
-    QVERIFY(!filter()->hasFocus());
-    key(Qt::Key_G, Qt::ControlModifier);
-    QVERIFY2(dock()->isVisible() && filter()->hasFocus(), "it is searched before it is put away");
-    key(Qt::Key_G, Qt::ControlModifier);
+    item->trigger();
     QVERIFY(!dock()->isVisible());
     QCOMPARE(QApplication::focusWidget(), view());
     key(Qt::Key_G, Qt::ControlModifier);
+    QVERIFY(item->isChecked());
     dock()->close();
     QVERIFY(!item->isChecked());
     item->trigger();
@@ -508,7 +548,7 @@ void TestChartWindow::theTreeIsToggledByKey()
 
 void TestChartWindow::theTreeIsAsItWasAtTheNextStart()
 {
-    key(Qt::Key_G, Qt::ControlModifier);
+    dock()->close();
     start();
     QVERIFY(!dock()->isVisible());
     QVERIFY(!itemOf(viewMenu(), QStringLiteral("Серии"))->isChecked());
@@ -591,6 +631,17 @@ void TestChartWindow::aChartHasRoomOnASmallScreen()
     QVERIFY(view()->chart().prices.lines.size() > 1);
 }
 
+// In columns, half of them would be beside the screen.
+void TestChartWindow::menusOnASmallScreenScroll()
+{
+    open("ALFA");
+    const QMenu* const context = openContextMenu();
+    QVERIFY(context);
+    for (const QMenu* const menu : {context, static_cast<const QMenu*>(viewMenu())})
+        QCOMPARE(menu->style()->styleHint(QStyle::SH_Menu_Scrollable, nullptr, menu), 1);
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+}
+
 void TestChartWindow::theMenuIsForTheChartInFront()
 {
     QStringList disabled;
@@ -670,7 +721,7 @@ void TestChartWindow::aDayThatIsNotStoredIsTheNearestOne()
         QWidget* const edit = dialog->focusWidget();
         QTest::keyClicks(edit, QStringLiteral("01022030"));
         const QString said = child<QLabel>(dialog, "goToReach")->text();
-        QVERIFY2(said.startsWith(QStringLiteral("Этого дня нет")), qPrintable(said));
+        QCOMPARE(said, QStringLiteral("За 01.02.2030 показать нечего: будет показан 19.01.2024"));
         QCOMPARE(dialog->day(), last);
         QTest::keyClick(edit, Qt::Key_Return);
     });
@@ -678,6 +729,57 @@ void TestChartWindow::aDayThatIsNotStoredIsTheNearestOne()
     QCOMPARE(steps.complaint(), QString());
     const QString begin = last.toString(QStringLiteral("dd.MM.yyyy"));
     QTRY_VERIFY2(readout().startsWith(begin), qPrintable(readout()));
+}
+
+void TestChartWindow::aDayBetweenThoseThatAreStoredIsTheNextOne()
+{
+    for (const int distance : {7, 8})
+        testsupport::writeFile(store().filePath(QStringLiteral("NORD/MAIN/ALFA/") +
+                                                testsupport::dayFile(day.addDays(distance))),
+                               testsupport::barLines(QTime(10, 0), barCount, 100));
+    open("ALFA");
+    testsupport::ModalSteps steps;
+    steps.on<vexdesk::GoToDialog>([](vexdesk::GoToDialog* dialog) {
+        QTest::keyClicks(dialog->focusWidget(), QStringLiteral("20.01"));
+        QCOMPARE(child<QLabel>(dialog, "goToReach")->text(),
+                 QStringLiteral("За 20.01.2024 показать нечего: будет показан 22.01.2024"));
+        QTest::keyClick(dialog->focusWidget(), Qt::Key_Return);
+    });
+    key(Qt::Key_L, Qt::ControlModifier);
+    QCOMPARE(steps.complaint(), QString());
+    QCOMPARE(said(), QStringLiteral("За 20.01.2024 показать нечего: показан 22.01.2024"));
+    QTRY_VERIFY2(readout().startsWith(QStringLiteral("22.01.2024 ")), qPrintable(readout()));
+}
+
+void TestChartWindow::arrowsGoThroughTheStoredDays()
+{
+    for (const int distance : {7, 8})
+        testsupport::writeFile(store().filePath(QStringLiteral("NORD/MAIN/ALFA/") +
+                                                testsupport::dayFile(day.addDays(distance))),
+                               testsupport::barLines(QTime(10, 0), barCount, 100));
+    open("ALFA");
+    testsupport::ModalSteps steps;
+    steps.on<vexdesk::GoToDialog>([](vexdesk::GoToDialog* dialog) {
+        auto* const edit = child<QLineEdit>(dialog, "goToDay");
+        const auto after = [edit](const char* typed, const QList<Qt::Key>& keys) {
+            testsupport::type(edit, QLatin1String(typed));
+            for (const Qt::Key key : keys)
+                QTest::keyClick(edit, key);
+            return edit->text();
+        };
+        QCOMPARE(after("18.01.2024", {Qt::Key_Up}), QStringLiteral("19.01.2024"));
+        QCOMPARE(after("18.01.2024", {Qt::Key_Up, Qt::Key_Up}), QStringLiteral("22.01.2024"));
+        QCOMPARE(after("23.01.2024", {Qt::Key_Up}), QStringLiteral("23.01.2024"));
+        QCOMPARE(after("22.01.2024", {Qt::Key_Down}), QStringLiteral("19.01.2024"));
+        QCOMPARE(after("15.01.2024", {Qt::Key_Down}), QStringLiteral("15.01.2024"));
+        // From a day that is not stored to those around it.
+        QCOMPARE(after("20.01.2024", {Qt::Key_Down}), QStringLiteral("19.01.2024"));
+        QCOMPARE(after("20.01.2024", {Qt::Key_Up}), QStringLiteral("22.01.2024"));
+        QCOMPARE(after("01.01.2030", {Qt::Key_Down}), QStringLiteral("23.01.2024"));
+        dialog->reject();
+    });
+    key(Qt::Key_L, Qt::ControlModifier);
+    QCOMPARE(steps.complaint(), QString());
 }
 
 void TestChartWindow::aDayOfALeapYearCanBeTyped_data()
@@ -798,8 +900,8 @@ void TestChartWindow::theContextMenuHasWhatTheMenusHave()
     const QMenu* const menu = openContextMenu();
     QVERIFY(menu);
     QStringList view = textsOf(viewMenu());
-    QCOMPARE(view.mid(0, 2), QStringList({"Серии", "-"}));
-    view = view.mid(2) + QStringList{"-", "Тех. анализ"};
+    QCOMPARE(view.mid(0, 3), QStringList({"Найти серию", "Серии", "-"}));
+    view = view.mid(3) + QStringList{"-", "Тех. анализ"};
     QCOMPARE(textsOf(menu), view);
     const QMenu* const plugin = menu->actions().constLast()->menu();
     QVERIFY(plugin);
@@ -882,6 +984,7 @@ void TestChartWindow::copiesBarsAndPicture()
     key(Qt::Key_C, Qt::ControlModifier);
     QVERIFY(QGuiApplication::clipboard()->text().contains(u'\t'));
     QVERIFY2(said().startsWith(QStringLiteral("Скопировано баров: ")), qPrintable(said()));
+    QVERIFY2(said().endsWith(QStringLiteral(", таймфрейм: 1 мин")), qPrintable(said()));
     key(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
     QVERIFY(!QGuiApplication::clipboard()->image().isNull());
     QVERIFY2(said().startsWith(QStringLiteral("Картинка скопирована")), qPrintable(said()));
@@ -891,6 +994,30 @@ void TestChartWindow::copiesBarsAndPicture()
     filter()->selectAll();
     key(Qt::Key_C, Qt::ControlModifier);
     QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("ALF"));
+}
+
+void TestChartWindow::namesTheCandlesThatAreCopied()
+{
+    const auto isOffered = [this](const char* text) {
+        const QStringList texts = textsOf(viewMenu());
+        return texts.contains(QString::fromUtf8(text));
+    };
+    QVERIFY(isOffered("Копировать бары"));
+    open("ALFA");
+    QTRY_VERIFY(isOffered("Копировать бары (1 мин)"));
+    page()->chooseTimeframe(Timeframe::Minutes5);
+    QTRY_VERIFY(isOffered("Копировать бары (5 мин)"));
+    key(Qt::Key_C, Qt::ControlModifier);
+    QTRY_VERIFY2(said().endsWith(QStringLiteral(", таймфрейм: 5 мин")), qPrintable(said()));
+    // Longer ones are shown where the chosen ones have no room: those are copied.
+    page()->chooseTimeframe(Timeframe::Minute);
+    for (int i = 0; i < 30 && view()->shownTimeframe() == Timeframe::Minute; ++i)
+        key(Qt::Key_Minus);
+    QVERIFY(view()->shownTimeframe() > Timeframe::Minute);
+    QTRY_VERIFY(!isOffered("Копировать бары (1 мин)"));
+    const QString shown = vexdesk::timeframeText(view()->shownTimeframe());
+    key(Qt::Key_C, Qt::ControlModifier);
+    QTRY_VERIFY2(said().endsWith(QStringLiteral(", таймфрейм: ") + shown), qPrintable(said()));
 }
 
 void TestChartWindow::savesThePicture_data()
@@ -908,6 +1035,8 @@ void TestChartWindow::savesThePicture_data()
 
 void TestChartWindow::savePictureAs(const QString& path)
 {
+    m_window->activateWindow(); // another dialog may have been there before
+    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
     testsupport::ModalSteps steps;
     steps.on<QFileDialog>([&path](QFileDialog* dialog) {
         auto* const edit = child<QLineEdit>(dialog, "fileNameEdit");
@@ -956,6 +1085,138 @@ void TestChartWindow::saysWhyAPictureIsNotSaved()
     QVERIFY2(boxes.texts().constFirst().contains(name), qPrintable(boxes.texts().constFirst()));
     QVERIFY2(!said().contains(name), qPrintable(said()));
     QCOMPARE(QDir(m_directory->path()).entryList(), before); // no half of it either
+}
+
+void TestChartWindow::onlyTheDirectoryOfASavedPictureIsRemembered()
+{
+    open("ALFA");
+    QDir(m_directory->path()).mkdir(QStringLiteral("good"));
+    QDir(m_directory->path()).mkdir(QStringLiteral("bad"));
+    savePictureAs(m_directory->filePath(QStringLiteral("good/chart.png")));
+    QVERIFY(QFile::exists(m_directory->filePath(QStringLiteral("good/chart.png"))));
+    {
+        const desktest::MessageBoxes boxes;
+        savePictureAs(m_directory->filePath(QStringLiteral("bad/chart.txt")));
+        QTRY_COMPARE(boxes.texts().size(), 1);
+    }
+    QString begins;
+    m_window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    testsupport::ModalSteps steps;
+    steps.on<QFileDialog>([&begins](QFileDialog* dialog) {
+        begins = dialog->directory().dirName();
+        dialog->reject();
+    });
+    key(Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(steps.complaint(), QString());
+    QCOMPARE(begins, QStringLiteral("good"));
+}
+
+void TestChartWindow::errorsAreToldInFrontOfTheWindow()
+{
+    open("ALFA");
+    desktest::MessageBoxes boxes;
+    QPointer<QWidget> parent;
+    boxes.whileOpen([&parent](const QMessageBox* box) { parent = box->parentWidget(); });
+    savePictureAs(m_directory->filePath(QStringLiteral("chart.txt")));
+    QTRY_COMPARE(boxes.texts().size(), 1);
+    QCOMPARE(parent.data(), m_window.get());
+}
+
+void TestChartWindow::theTreeGetsItsWidthBack()
+{
+    open("ALFA");
+    m_window->resize(1200, 700);
+    QTRY_COMPARE(m_window->width(), 1200); // a window manager answers later
+    const int usual = dock()->width();
+    QVERIFY(usual > 300);
+    const auto squeeze = [this] {
+        m_window->resize(m_window->minimumSizeHint());
+        QTRY_VERIFY(dock()->width() < 200);
+        m_window->resize(1200, 700);
+        QTRY_COMPARE(m_window->width(), 1200);
+    };
+    squeeze();
+    QTRY_COMPARE(dock()->width(), usual);
+    // As the user has made it.
+    const auto line = [this] {
+        return QPoint(dock()->geometry().right() + 3, dock()->geometry().center().y());
+    };
+    QTest::mousePress(m_window.get(), Qt::LeftButton, {}, line());
+    const QPointF aside = line() - QPoint(60, 0);
+    QMouseEvent move(QEvent::MouseMove, aside, m_window->mapToGlobal(aside), Qt::NoButton,
+                     Qt::LeftButton, {});
+    QApplication::sendEvent(m_window.get(), &move);
+    QTRY_VERIFY(dock()->width() < usual);
+    QTest::mouseRelease(m_window.get(), Qt::LeftButton, {}, aside.toPoint());
+    const int chosen = dock()->width();
+    squeeze();
+    QTRY_COMPARE(dock()->width(), chosen);
+    // Also where the terminal was closed while it was small.
+    m_window->resize(m_window->minimumSizeHint());
+    QTRY_VERIFY(dock()->width() < 200);
+    start();
+    m_window->resize(1200, 700);
+    QTRY_COMPARE(dock()->width(), chosen);
+}
+
+void TestChartWindow::digitsChooseTimeframes()
+{
+    open("ALFA");
+    key(Qt::Key_3, Qt::AltModifier);
+    QCOMPARE(view()->timeframe(), Timeframe::Minutes5);
+    key(Qt::Key_6, Qt::AltModifier);
+    QCOMPARE(view()->timeframe(), Timeframe::Hour);
+    key(Qt::Key_1, Qt::AltModifier); // no seconds are stored
+    QCOMPARE(view()->timeframe(), Timeframe::Hour);
+    const QMenu* const timeframes = itemOf(viewMenu(), QStringLiteral("Таймфрейм"))->menu();
+    QCOMPARE(timeframes->actions().size(), 9);
+    for (int i = 0; i < 9; ++i)
+        QCOMPARE(timeframes->actions().at(i)->shortcut(),
+                 QKeySequence(QStringLiteral("Alt+%1").arg(i + 1)));
+}
+
+// "Return" stands on no key.
+void TestChartWindow::keysAreNamedAsTheyAreCalled()
+{
+    const QAction* const toMark = itemOf(viewMenu(), QStringLiteral("Приблизить отмеченное"));
+    QCOMPARE(toMark->text().section(u'\t', 1), QStringLiteral("Enter"));
+}
+
+void TestChartWindow::theTabsHaveAMenu()
+{
+    for (const char* security : {"ALFA", "VEGA", "BETA"})
+        open(security);
+    const auto choose = [this](int tab, const QString& text) {
+        const QPoint place = tabs()->tabBar()->tabRect(tab).center();
+        QContextMenuEvent event(QContextMenuEvent::Mouse, place,
+                                tabs()->tabBar()->mapToGlobal(place));
+        QApplication::sendEvent(tabs()->tabBar(), &event);
+        auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        QVERIFY(menu);
+        itemOf(menu, text)->trigger();
+        menu->close();
+        QTRY_VERIFY(!QApplication::activePopupWidget());
+    };
+    choose(0, QStringLiteral("Закрыть"));
+    QCOMPARE(titles(), QStringList({"VEGA", "BETA"}));
+    choose(0, QStringLiteral("Закрыть остальные"));
+    QCOMPARE(titles(), QStringList{"VEGA"});
+}
+
+void TestChartWindow::allOtherChartsAreClosed()
+{
+    QAction* const item = itemOf(viewMenu(), QStringLiteral("Закрыть остальные графики"));
+    open("ALFA");
+    QVERIFY(!item->isEnabled());
+    for (const char* security : {"VEGA", "BETA"})
+        open(security);
+    key(Qt::Key_Tab, Qt::ControlModifier); // ALFA
+    QVERIFY(item->isEnabled());
+    item->trigger();
+    QCOMPARE(titles(), QStringList{"ALFA"});
+    QVERIFY(!item->isEnabled());
+    QCOMPARE(QApplication::focusWidget(), view());
 }
 
 void TestChartWindow::aPluginShowsAMoment()

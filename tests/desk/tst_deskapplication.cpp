@@ -7,14 +7,18 @@
 #include <QtCore/QScopeGuard>
 #include <QtCore/QThread>
 #include <QtCore/QTimer>
+#include <QtGui/QWindow>
 #include <QtTest/QTest>
 #include <QtWidgets/QCalendarWidget>
 #include <QtWidgets/QDateTimeEdit>
+#include <QtWidgets/QDialog>
+#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
 
 #include <functional>
+#include <memory>
 #include <stdexcept>
 
 #if defined(__SANITIZE_ADDRESS__)
@@ -93,6 +97,10 @@ private Q_SLOTS:
     void anErrorInAWorkerThreadComesToTheScreen();
     void anOpenMenuDoesNotBlockTheBox();
     void theParentMayDieUnderTheBox();
+    void aDialogWithoutAParentStandsInFrontOfTheWindow();
+    void aDialogThatWasMovedStaysThere();
+    void hintsCanBeReadOnEveryGround_data();
+    void hintsCanBeReadOnEveryGround();
     void suppliesIcons();
     void datesFollowTheLanguage_data();
     void datesFollowTheLanguage();
@@ -262,6 +270,75 @@ void TestDeskApplication::theParentMayDieUnderTheBox()
     const desktest::MessageBoxes boxes;
     vexdesk::reportError(QStringLiteral("окно исчезает"));
     QCOMPARE(boxes.texts().size(), 1);
+}
+
+namespace {
+
+// In a corner, with room for a dialog in front of it.
+std::unique_ptr<QWidget> windowInTheCorner()
+{
+    auto window = std::make_unique<QWidget>();
+    window->setGeometry(20, 30, 400, 300);
+    window->show();
+    window->activateWindow();
+    return window;
+}
+
+} // namespace
+
+void TestDeskApplication::aDialogWithoutAParentStandsInFrontOfTheWindow()
+{
+    const std::unique_ptr<QWidget> window = windowInTheCorner();
+    QVERIFY(QTest::qWaitForWindowActive(window.get()));
+    QDialog dialog;
+    dialog.resize(100, 80);
+    dialog.show();
+    const auto distance = [&] {
+        return (dialog.geometry().center() - window->geometry().center()).manhattanLength();
+    };
+    constexpr int frame = 60; // of a window manager
+    QTRY_VERIFY2(distance() <= frame, qPrintable(QString::number(distance())));
+    QCOMPARE(dialog.windowHandle()->transientParent(), window->windowHandle());
+}
+
+void TestDeskApplication::aDialogThatWasMovedStaysThere()
+{
+    const std::unique_ptr<QWidget> window = windowInTheCorner();
+    QVERIFY(QTest::qWaitForWindowActive(window.get()));
+    QDialog dialog;
+    dialog.resize(100, 80);
+    dialog.move(300, 310);
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+    QTRY_VERIFY((dialog.pos() - QPoint(300, 310)).manhattanLength() <= 60);
+}
+
+void TestDeskApplication::hintsCanBeReadOnEveryGround_data()
+{
+    QTest::addColumn<QColor>("ground");
+    QTest::addColumn<QColor>("text");
+    QTest::newRow("dark") << QColor(30, 30, 30) << QColor(230, 230, 230);
+    QTest::newRow("light") << QColor(250, 250, 250) << QColor(20, 20, 20);
+}
+
+void TestDeskApplication::hintsCanBeReadOnEveryGround()
+{
+    QFETCH(const QColor, ground);
+    QFETCH(const QColor, text);
+    const QPalette before = QApplication::palette();
+    const auto restore = qScopeGuard([&before] { QApplication::setPalette(before); });
+    QPalette chosen = before;
+    for (const auto role : {QPalette::Base, QPalette::Window})
+        chosen.setColor(role, ground);
+    for (const auto role : {QPalette::Text, QPalette::WindowText})
+        chosen.setColor(role, text);
+    QApplication::setPalette(chosen);
+    const QLineEdit line;
+    const QColor hint = line.palette().color(QPalette::PlaceholderText);
+    const double share = hint.alphaF();
+    const double seen = share * hint.lightnessF() + (1 - share) * ground.lightnessF();
+    QVERIFY2(qAbs(seen - ground.lightnessF()) > 0.2, qPrintable(hint.name(QColor::HexArgb)));
+    QCOMPARE(line.palette().color(QPalette::Base), ground);
 }
 
 void TestDeskApplication::suppliesIcons()

@@ -50,6 +50,7 @@ void BarsCopier::copy(const BarsStretch& stretch)
     m_work.cancel();
     m_work.setFuture(QFuture<CopiedBars>()); // nothing of it is told any more
     BarsCopy copy(stretch);
+    m_timeframe = stretch.timeframe;
     m_dayCount = copy.dayCount();
     if (copy.needsFiles()) {
         m_work.setFuture(QtConcurrent::run(&m_pool, copyDays, stretch));
@@ -95,7 +96,8 @@ void BarsCopier::take(const CopiedBars& copied)
         return;
     }
     QGuiApplication::clipboard()->setText(copied.text);
-    Q_EMIT told(tr("Скопировано баров: %1").arg(groupedText(QString::number(copied.count))));
+    Q_EMIT told(tr("Скопировано баров: %1, таймфрейм: %2")
+                    .arg(groupedText(QString::number(copied.count)), timeframeText(m_timeframe)));
 }
 
 bool BarsCopier::isWantedWithout(const QList<QDate>& missing)

@@ -42,6 +42,7 @@ private:
     QWidget& m_widget;
     QFutureWatcher<CopiedBars> m_work;
     int m_dayCount = 0;
+    Timeframe m_timeframe = Timeframe::Minute;
     QThreadPool m_pool; // an import that fills the global one does not keep it waiting
 };
 

@@ -64,7 +64,6 @@ QString numberOf(double number, int decimals)
 void paintOn(QPaintDevice& device, const ChartLayout& chart, const ChartColors& colors)
 {
     QPainter painter(&device);
-    painter.fillRect(QRectF(QPointF(), chart.size), colors.background);
     paintChart(painter, chart, colors);
 }
 
@@ -75,6 +74,16 @@ QByteArray pngOf(const ChartLayout& chart, const ChartColors& colors, double sca
     buffer.open(QIODevice::WriteOnly);
     chartImage(chart, colors, scale).save(&buffer, "PNG");
     return bytes;
+}
+
+// Not every Qt makes a text of markup of the title that it is given.
+QByteArray withTitle(QByteArray svg, const QString& title)
+{
+    const qsizetype root = svg.indexOf("<svg");
+    const qsizetype at = root < 0 ? -1 : svg.indexOf('>', root);
+    if (at < 0 || title.isEmpty())
+        return svg;
+    return svg.insert(at + 1, "\n<title>" + title.toHtmlEscaped().toUtf8() + "</title>");
 }
 
 QByteArray svgOf(const ChartLayout& chart, const ChartColors& colors)
@@ -88,8 +97,9 @@ QByteArray svgOf(const ChartLayout& chart, const ChartColors& colors)
     svg.setViewBox(QRectF(QPointF(), chart.size));
     constexpr int dotsPerInch = 96; // letters of points keep the size that they were laid out with
     svg.setResolution(dotsPerInch);
+    svg.setTitle(QString());
     paintOn(svg, chart, colors);
-    return bytes;
+    return withTitle(bytes, chart.fullTitle);
 }
 
 } // namespace

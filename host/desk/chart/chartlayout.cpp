@@ -470,6 +470,7 @@ ChartLayout layOutChart(const ChartContent& content, const QSizeF& size, const Q
     chart.range = content.range;
     chart.kind = {content.axis.timeframe(), content.axis.series().timeframe()};
     chart.title.text = content.title;
+    chart.fullTitle = content.title;
     chart.prices.decimals = content.axis.series().decimals();
     chart.volumes.isGrouped = true;
     addCandles(chart, content);

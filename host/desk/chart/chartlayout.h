@@ -120,6 +120,7 @@ struct ChartLayout
     std::vector<AxisLine> times;
     std::vector<ChartLabel> headings; ///< dates or years below the times
     ChartLabel title;
+    QString fullTitle; ///< also what of it there is no room for
     std::vector<PlacedStudy> studies;
     std::optional<LastPrice> last;
     std::vector<MarkSign> marks;

@@ -143,6 +143,7 @@ void ChartPage::connectParts()
     connect(m_view, &ChartView::rangeChanged, this, &ChartPage::widenReadout);
     connect(m_view, &ChartView::pointedChanged, this, &ChartPage::showReadout);
     connect(m_view, &ChartView::timeframeChanged, this, &ChartPage::updateNote);
+    connect(m_view, &ChartView::timeframeChanged, this, &ChartPage::changed);
     connect(m_view, &ChartView::stepped, this, &ChartPage::takeChosen);
     connect(m_view, &ChartView::historyChanged, this, &ChartPage::changed);
     connect(m_view, &ChartView::markChanged, this, &ChartPage::changed);
@@ -209,7 +210,6 @@ void ChartPage::makeNote()
 {
     m_note = new FittedLabel;
     m_note->setObjectName(QStringLiteral("chartNote"));
-    m_note->setForegroundRole(QPalette::PlaceholderText);
 }
 
 // The row is reached by Tab; after a click into it the keys are the chart's.
@@ -534,11 +534,14 @@ void ChartPage::goToAwaited()
         m_view->goTo(moment.day);
 }
 
-std::pair<QDate, QDate> ChartPage::storedDays() const
+QList<QDate> ChartPage::storedDays() const
 {
-    if (isEmpty())
-        return {};
-    return {m_series->days().front().day, m_series->days().back().day};
+    QList<QDate> stored;
+    for (const SeriesDay& day : m_series ? m_series->days() : std::vector<SeriesDay>()) {
+        if (!day.summary || day.summary->count > 0) // one that was not read may have some
+            stored.append(day.day);
+    }
+    return stored;
 }
 
 void ChartPage::want()

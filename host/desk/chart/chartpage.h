@@ -63,9 +63,8 @@ public:
 
     /// Goes to the moment, without a valid time to the day, now or as soon as the bars are there.
     void goTo(const QDate& day, const QTime& time);
-    /// The first and the last day that are stored, as far as is known; the days are not valid where
-    /// nothing is.
-    std::pair<QDate, QDate> storedDays() const;
+    /// The days that have bars, as far as is known, the first one first.
+    QList<QDate> storedDays() const;
     /// The bars in view, or those that are marked, go to the clipboard as text: all of them. Those
     /// of days that are not in memory are read first; until then the clipboard stays as it is.
     /// Where it cannot be all of them the user is asked before.

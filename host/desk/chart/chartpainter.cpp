@@ -4,12 +4,15 @@
 #include "desk/chart/chartcolors.h"
 
 #include <QtCore/QVarLengthArray>
+#include <QtGui/QPaintEngine>
 #include <QtGui/QPainter>
 #include <QtGui/QPolygonF>
 
 #include <algorithm>
 #include <cmath>
 #include <optional>
+#include <utility>
+#include <vector>
 
 namespace vexdesk {
 
@@ -17,14 +20,15 @@ namespace {
 
 constexpr double tickLength = 4;
 
-// What is filled with one colour, in one call, as far as it is in a place. Whole pixels without a
-// pen: outlines and lines take many times as long to paint. The painter is not told to clip: a file
-// of lines and areas knows nothing of that, and would show what is beside the panes.
+// What is filled with one colour, as far as it is in a place. Whole pixels without a pen: outlines
+// and lines take many times as long to paint. The painter is not told to clip: a file of lines and
+// areas knows nothing of that, and would show what is beside the panes.
 class Fills
 {
 public:
-    explicit Fills(const QRectF& place)
+    Fills(const QRectF& place, const QColor& color)
         : m_place(place.toRect())
+        , m_color(color)
     {}
 
     void add(double left, double top, double width, double height)
@@ -33,31 +37,60 @@ public:
             return;
         const QRect seen = QRectF(left, top, width, height).toRect() & m_place;
         if (!seen.isEmpty())
-            m_rects.append(seen);
+            m_rects.push_back(seen);
     }
     void addLevel(double left, double right, double y) { add(left, y, right - left, 1); }
     void addUpright(double x, double top, double bottom) { add(x, top, 1, bottom - top); }
 
-    void paint(QPainter& painter, const QColor& color) const
+    void paint(QPainter& painter, const QRect& band) const
     {
+        QVarLengthArray<QRect, 1024> rects;
+        for (const QRect& rect : m_rects) {
+            if (rect.top() <= band.bottom() && rect.bottom() >= band.top())
+                rects.append(rect & band);
+        }
+        if (rects.isEmpty())
+            return;
         painter.setPen(Qt::NoPen);
-        painter.setBrush(color);
-        painter.drawRects(m_rects.constData(), static_cast<int>(m_rects.size()));
+        painter.setBrush(m_color);
+        painter.drawRects(rects.constData(), static_cast<int>(rects.size()));
     }
 
 private:
     QRect m_place;
-    QVarLengthArray<QRect, 1024> m_rects;
+    QColor m_color;
+    std::vector<QRect> m_rects;
 };
+
+// All fills of a chart, those below first.
+using Layers = std::vector<Fills>;
+
+// Band by band, as high as the memory next to the processor has room for: a line from top to bottom
+// is in as many places of a large picture as it has pixels, and each would be fetched anew.
+void paintLayers(QPainter& painter, const Layers& layers, const QSizeF& size)
+{
+    constexpr double bandPixels = 100'000;
+    const QRect all = QRectF(QPointF(), size).toAlignedRect();
+    const bool isPicture = painter.paintEngine()->type() == QPaintEngine::Raster;
+    const double scale = painter.device()->devicePixelRatioF();
+    const double most = bandPixels / std::max(1.0, all.width() * scale * scale);
+    const int height = isPicture ? std::max(8, static_cast<int>(most)) : all.height();
+    for (int top = 0; top < all.height(); top += height) {
+        const QRect band(0, top, all.width(), std::min(height, all.height() - top));
+        for (const Fills& fills : layers)
+            fills.paint(painter, band);
+    }
+    painter.setBrush(Qt::NoBrush);
+}
 
 // Rising and falling bars of one pane.
 class BarFills
 {
 public:
-    explicit BarFills(const QRectF& place)
-        : m_rising(place)
-        , m_hollow(place)
-        , m_falling(place)
+    BarFills(const QRectF& place, const ChartColors& colors)
+        : m_rising(place, colors.rising)
+        , m_hollow(place, colors.background)
+        , m_falling(place, colors.falling)
     {}
 
     // `bottom` is the last row of pixels that is filled.
@@ -72,11 +105,10 @@ public:
     {
         of(bar).addUpright(x, top, bottom);
     }
-    void paint(QPainter& painter, const ChartColors& colors) const
+    void moveTo(Layers& layers)
     {
-        m_rising.paint(painter, colors.rising);
-        m_hollow.paint(painter, colors.background);
-        m_falling.paint(painter, colors.falling);
+        for (Fills* const fills : {&m_rising, &m_hollow, &m_falling})
+            layers.push_back(std::move(*fills));
     }
 
 private:
@@ -106,10 +138,10 @@ void addVolume(BarFills& fills, const ChartPane& pane, const CandleColumn& colum
     fills.addBody(bar, column, std::min(top, bottom), bottom);
 }
 
-void paintBars(QPainter& painter, const ChartLayout& chart, const ChartColors& colors)
+void addBars(Layers& layers, const ChartLayout& chart, const ChartColors& colors)
 {
-    BarFills prices(chart.prices.place);
-    BarFills volumes(chart.volumes.place);
+    BarFills prices(chart.prices.place, colors);
+    BarFills volumes(chart.volumes.place, colors);
     for (const PlacedCandle& placed : chart.candles) {
         const Bar& bar = placed.candle.bar;
         const CandleColumn column = chart.columnOf(placed);
@@ -117,28 +149,36 @@ void paintBars(QPainter& painter, const ChartLayout& chart, const ChartColors& c
         if (bar.volume != 0)
             addVolume(volumes, chart.volumes, column, bar);
     }
-    prices.paint(painter, colors);
-    volumes.paint(painter, colors);
+    prices.moveTo(layers);
+    volumes.moveTo(layers);
 }
 
 // From side to side of the slots, in both panes.
-void fillSlots(QPainter& painter, const ChartLayout& chart, const SlotRange& range,
-               const QColor& color)
+void addSlots(Fills& fills, const ChartLayout& chart, const SlotRange& range)
 {
     const double left = std::max(chart.prices.place.left(), std::round(chart.xOf(range.begin)));
     const double right = std::min(chart.prices.place.right(), std::round(chart.xOf(range.end)));
-    if (right <= left)
-        return;
     for (const ChartPane* const pane : {&chart.prices, &chart.volumes})
-        painter.fillRect(QRectF(left, pane->place.top(), right - left, pane->place.height()),
-                         color);
+        fills.add(left, pane->place.top(), right - left, pane->place.height());
 }
 
-void paintGrid(QPainter& painter, const ChartLayout& chart, const ChartColors& colors)
+void addGround(Layers& layers, const ChartLayout& chart, const ChartColors& colors)
 {
     const QRectF everything(QPointF(), chart.size);
-    Fills grid(everything);
-    Fills axes(everything); // and where days begin
+    Fills ground(QRectF(everything.toAlignedRect()), colors.background);
+    ground.add(0, 0, std::ceil(everything.width()), std::ceil(everything.height()));
+    Fills unread(everything, colors.unread);
+    for (const SlotRange& stretch : chart.unread)
+        addSlots(unread, chart, stretch);
+    layers.push_back(std::move(ground));
+    layers.push_back(std::move(unread));
+}
+
+void addGrid(Layers& layers, const ChartLayout& chart, const ChartColors& colors)
+{
+    const QRectF everything(QPointF(), chart.size);
+    Fills grid(everything, colors.grid);
+    Fills axes(everything, colors.dayLine); // and where days begin
     for (const ChartPane* const pane : {&chart.prices, &chart.volumes}) {
         const QRectF& place = pane->place;
         for (const AxisLine& line : chart.times)
@@ -153,8 +193,8 @@ void paintGrid(QPainter& painter, const ChartLayout& chart, const ChartColors& c
     const double bottom = chart.volumes.place.bottom();
     for (const AxisLine& line : chart.times)
         axes.addUpright(line.at, bottom, bottom + tickLength);
-    grid.paint(painter, colors.grid);
-    axes.paint(painter, colors.dayLine);
+    layers.push_back(std::move(grid));
+    layers.push_back(std::move(axes));
 }
 
 const QColor& colorOf(const ChartColors& colors, size_t study)
@@ -162,27 +202,33 @@ const QColor& colorOf(const ChartColors& colors, size_t study)
     return colors.studies[study % colors.studies.size()];
 }
 
+QColor seenThrough(QColor color)
+{
+    constexpr float share = 0.25F;
+    color.setAlphaF(share);
+    return color;
+}
+
 // Below the candles: the rows that studies have at the right side.
-void paintRows(QPainter& painter, const ChartLayout& chart, const ChartColors& colors)
+void addRows(Layers& layers, const ChartLayout& chart, const ChartColors& colors)
 {
     constexpr double longest = 0.3; // of the pane
-    constexpr float seenThrough = 0.25F;
     const ChartPane& pane = chart.prices;
     for (const PlacedStudy& study : chart.studies) {
+        Fills rising(pane.place, seenThrough(colors.rising));
+        Fills falling(pane.place, seenThrough(colors.falling));
         for (const StudyRow& row : study.shapes.rows) {
             const double top = std::round(pane.yOf(row.high));
             const double height = std::max(1.0, std::round(pane.yOf(row.low)) - top - 1);
-            double right = pane.place.right();
-            for (const auto& [share, base] :
-                 {std::pair(row.rising, colors.rising), std::pair(row.falling, colors.falling)}) {
-                QColor color = base;
-                color.setAlphaF(seenThrough);
-                const double width = std::round(share * longest * pane.place.width());
-                const QRectF whole(right - width, top, width, height);
-                painter.fillRect(whole.intersected(pane.place), color);
-                right -= width;
-            }
+            const auto widthOf = [&pane](double share) {
+                return std::round(share * longest * pane.place.width());
+            };
+            const double middle = pane.place.right() - widthOf(row.rising);
+            rising.add(middle, top, widthOf(row.rising), height);
+            falling.add(middle - widthOf(row.falling), top, widthOf(row.falling), height);
         }
+        layers.push_back(std::move(rising));
+        layers.push_back(std::move(falling));
     }
 }
 
@@ -343,11 +389,12 @@ void paintChart(QPainter& painter, const ChartLayout& chart, const ChartColors& 
                 const ChartOverlay& overlay)
 {
     painter.setFont(chart.font);
-    for (const SlotRange& stretch : chart.unread)
-        fillSlots(painter, chart, stretch, colors.unread);
-    paintGrid(painter, chart, colors);
-    paintRows(painter, chart, colors);
-    paintBars(painter, chart, colors);
+    Layers layers;
+    addGround(layers, chart, colors);
+    addGrid(layers, chart, colors);
+    addRows(layers, chart, colors);
+    addBars(layers, chart, colors);
+    paintLayers(painter, layers, chart.size);
     paintStudyLines(painter, chart, colors);
     paintMarks(painter, chart, colors);
     paintNames(painter, chart, colors);
@@ -355,8 +402,11 @@ void paintChart(QPainter& painter, const ChartLayout& chart, const ChartColors& 
     paintLabels(painter, chart, overlay.crosshair);
     if (chart.last)
         paintLastPrice(painter, chart, colors, overlay.crosshair);
-    if (overlay.marked)
-        fillSlots(painter, chart, *overlay.marked, colors.band);
+    if (overlay.marked) {
+        Fills marked(QRectF(QPointF(), chart.size), colors.band);
+        addSlots(marked, chart, *overlay.marked);
+        marked.paint(painter, QRectF(QPointF(), chart.size).toAlignedRect());
+    }
     if (overlay.crosshair)
         paintCrosshair(painter, chart, colors, *overlay.crosshair);
 }

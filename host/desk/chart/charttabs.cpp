@@ -4,7 +4,9 @@
 #include "desk/chart/chartpage.h"
 #include "desk/chart/seriesname.h"
 
+#include <QtCore/QPointer>
 #include <QtGui/QMouseEvent>
+#include <QtWidgets/QMenu>
 #include <QtWidgets/QTabBar>
 
 namespace vexdesk {
@@ -139,6 +141,32 @@ void ChartTabs::closeCurrent()
     close(currentIndex());
 }
 
+void ChartTabs::closeOthers()
+{
+    const QWidget* const kept = current();
+    for (int i = count() - 1; i >= 0; --i) {
+        if (widget(i) != kept)
+            close(i);
+    }
+}
+
+void ChartTabs::showTabMenu(int index, const QPoint& globalPlace)
+{
+    auto* const menu = new QMenu(this);
+    menu->setObjectName(QStringLiteral("tabMenu"));
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    const QPointer<QWidget> tab(widget(index)); // it may be elsewhere when the user has chosen
+    menu->addAction(tr("&Закрыть"), this, [this, tab] { close(QTabWidget::indexOf(tab)); });
+    QAction* const others = menu->addAction(tr("Закрыть &остальные"), this, [this, tab] {
+        if (!tab)
+            return;
+        setCurrentWidget(tab);
+        closeOthers();
+    });
+    others->setEnabled(count() > 1);
+    menu->popup(globalPlace);
+}
+
 void ChartTabs::step(int tabs)
 {
     if (count() == 0)
@@ -203,6 +231,15 @@ bool ChartTabs::eventFilter(QObject* watched, QEvent* event)
         }
         if (mouse->button() == Qt::LeftButton && index >= 0 && current())
             current()->setFocus(Qt::MouseFocusReason);
+    }
+    if (watched == tabBar() && event->type() == QEvent::ContextMenu) {
+        const auto* const wanted = static_cast<QContextMenuEvent*>(event);
+        const bool isByKey = wanted->reason() == QContextMenuEvent::Keyboard;
+        const int index = isByKey ? currentIndex() : tabBar()->tabAt(wanted->pos());
+        if (index >= 0)
+            showTabMenu(index, isByKey ? tabBar()->mapToGlobal(tabBar()->tabRect(index).center())
+                                       : wanted->globalPos());
+        return true;
     }
     return QTabWidget::eventFilter(watched, event);
 }

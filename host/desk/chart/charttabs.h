@@ -28,6 +28,8 @@ public:
     /// The chart in front, null without any.
     ChartPage* current() const;
     void closeCurrent();
+    /// Closes all but the one in front.
+    void closeOthers();
     /// Goes so many tabs to the right, and from the last one on to the first.
     void step(int tabs);
 
@@ -54,6 +56,7 @@ private:
     ChartPage& add(const SeriesName& series);
     int indexOf(const SeriesName& series) const;
     void close(int index);
+    void showTabMenu(int index, const QPoint& globalPlace);
     void updateTexts();
     void restore();
     void noteCurrent();

@@ -13,6 +13,7 @@
 #include <QtGui/QHelpEvent>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QPainter>
+#include <QtGui/QRegion>
 #include <QtGui/QWheelEvent>
 #include <QtWidgets/QToolTip>
 
@@ -49,6 +50,25 @@ bool isChartKey(const QKeyEvent& event)
                                 Qt::Key_Backspace};
     return keys.contains(event.key()) &&
            !(event.modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+}
+
+QRegion placeOf(const ChartLayout& chart, const std::optional<Crosshair>& crosshair)
+{
+    if (!crosshair)
+        return {};
+    constexpr double margin = 2; // of a line
+    const QRectF& prices = chart.prices.place;
+    const QSizeF& size = chart.size;
+    const double bottom = chart.volumes.place.bottom();
+    QRegion place;
+    for (const QRectF& part :
+         {QRectF(crosshair->at.x() - margin, 0, 2 * margin, size.height()),
+          QRectF(0, crosshair->at.y() - margin, size.width(), 2 * margin),
+          QRectF(prices.right(), 0, size.width() - prices.right(), size.height()),
+          QRectF(0, bottom, size.width(), size.height() - bottom), crosshair->time.place,
+          crosshair->value.place})
+        place |= part.toAlignedRect();
+    return place;
 }
 
 } // namespace
@@ -280,6 +300,7 @@ void ChartView::layOut()
     m_layout = isEmpty() ? ChartLayout()
                          : layOutChart({m_viewport.axis(), range(), heading(), m_studies, m_marks},
                                        size(), font());
+    update();
     updateCrosshair();
 }
 
@@ -290,8 +311,11 @@ QString ChartView::heading() const
     return m_title.isEmpty() ? timeframe : QStringLiteral("%1, %2").arg(m_title, timeframe);
 }
 
+// Only what a crosshair covers is painted anew, and the labels that make room for its own: all of a
+// large window would not keep up with the mouse.
 void ChartView::updateCrosshair()
 {
+    const QRegion before = placeOf(m_layout, m_crosshair);
     m_crosshair.reset();
     if (m_pointed && !isEmpty()) {
         const double slot = std::floor(m_viewport.axis().slotOf(*m_pointed));
@@ -299,7 +323,7 @@ void ChartView::updateCrosshair()
     } else if (m_mouse && m_grip != Grip::Moving) {
         m_crosshair = m_layout.crosshairAt(*m_mouse);
     }
-    update();
+    update(before | placeOf(m_layout, m_crosshair));
     announce();
     Q_EMIT pointedChanged();
 }
@@ -489,11 +513,12 @@ void ChartView::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
     const ChartColors colors = ChartColors::of(palette());
-    painter.fillRect(rect(), colors.background);
     ChartOverlay overlay{m_crosshair, std::nullopt};
     if (m_mark)
         overlay.marked = markedRange();
-    if (!isEmpty())
+    if (isEmpty())
+        painter.fillRect(rect(), colors.background);
+    else
         paintChart(painter, m_layout, colors, overlay);
     if (hasFocus()) {
         painter.setPen(palette().color(QPalette::Highlight));
@@ -577,6 +602,7 @@ void ChartView::mouseMoveEvent(QMouseEvent* event)
     }
     if (m_grip == Grip::Marking) {
         m_mark = Mark{m_mark ? m_mark->from : m_gripAt, slotBelow(event->position())};
+        update();
         Q_EMIT markChanged();
     }
     updateCrosshair();

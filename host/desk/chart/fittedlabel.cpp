@@ -82,6 +82,8 @@ QStringList FittedLabel::shownLines() const
     const QStringList all = linesOf(text(), font(), width());
     if (all.size() <= m_lines)
         return all;
+    if (m_lines == 1)
+        return {fontMetrics().elidedText(text(), Qt::ElideRight, width())};
     QStringList shown = all.first(m_lines);
     // With a word more than has room, or the line would not look cut off.
     const QString cut = shown.constLast() + partDistance + all.at(m_lines);

@@ -22,6 +22,7 @@
 #include <QtWidgets/QWidgetAction>
 
 #include <algorithm>
+#include <utility>
 
 namespace vexdesk {
 
@@ -34,12 +35,10 @@ QString textOf(const QDate& day)
 
 } // namespace
 
-GoToDialog::GoToDialog(const QDate& first, const QDate& last, const QDate& proposed,
-                       QWidget* parent)
+GoToDialog::GoToDialog(QList<QDate> days, const QDate& proposed, QWidget* parent)
     : QDialog(parent)
-    , m_first(first)
-    , m_last(last)
-    , m_proposed(proposed)
+    , m_days(std::move(days))
+    , m_proposed(offeredFor(proposed))
     , m_day(new QLineEdit)
     , m_calendarButton(new QToolButton)
     , m_calendar(new QCalendarWidget)
@@ -72,7 +71,7 @@ GoToDialog::GoToDialog(const QDate& first, const QDate& last, const QDate& propo
     connect(m_hasTime, &QCheckBox::toggled, m_time, &QWidget::setEnabled);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    showDay(std::clamp(proposed, first, last));
+    showDay(m_proposed);
     m_day->setFocus();
 }
 
@@ -96,7 +95,7 @@ QWidget* GoToDialog::makeDayRow()
 void GoToDialog::makeCalendar()
 {
     m_calendar->setObjectName(QStringLiteral("goToCalendar"));
-    m_calendar->setDateRange(m_first, m_last);
+    m_calendar->setDateRange(m_days.constFirst(), m_days.constLast());
     m_calendar->setFirstDayOfWeek(Qt::Monday);
     m_calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     auto* const menu = new QMenu(m_calendarButton);
@@ -122,7 +121,23 @@ void GoToDialog::makeCalendar()
 
 std::optional<QDate> GoToDialog::typed() const
 {
-    return dayOfText(m_day->text(), shownDateFormat(QLocale()), {m_first, m_last, m_proposed});
+    return dayOfText(m_day->text(), shownDateFormat(QLocale()),
+                     {m_days.constFirst(), m_days.constLast(), m_proposed});
+}
+
+QDate GoToDialog::offeredFor(const QDate& day) const
+{
+    const auto next = std::lower_bound(m_days.begin(), m_days.end(), day);
+    return next == m_days.end() ? m_days.constLast() : *next;
+}
+
+// From what was typed to the day before or after it among those that are offered.
+void GoToDialog::step(int days)
+{
+    const auto next = std::lower_bound(m_days.begin(), m_days.end(), asked());
+    const bool isBetween = next == m_days.end() || *next != asked();
+    const qsizetype at = next - m_days.begin() + (days > 0 && isBetween ? days - 1 : days);
+    showDay(m_days.at(std::clamp<qsizetype>(at, 0, m_days.size() - 1)));
 }
 
 void GoToDialog::showDay(const QDate& day)
@@ -136,16 +151,18 @@ void GoToDialog::showDay(const QDate& day)
 void GoToDialog::showReach()
 {
     const std::optional<QDate> meant = typed();
+    const QString first = textOf(m_days.constFirst());
+    const QString last = textOf(m_days.constLast());
     m_go->setEnabled(meant.has_value());
     if (!meant)
-        m_reach->setText(tr("Это не дата. Нужна, например, %1").arg(textOf(m_last)));
+        m_reach->setText(tr("Это не дата. Нужна, например, %1").arg(last));
     else if (*meant != day())
-        m_reach->setText(tr("Этого дня нет, ближайший — %1").arg(textOf(day())));
-    else if (m_day->text() != textOf(*meant))
         m_reach->setText(
-            tr("%1. Хранятся дни с %2 по %3").arg(textOf(*meant), textOf(m_first), textOf(m_last)));
+            tr("За %1 показать нечего: будет показан %2").arg(textOf(*meant), textOf(day())));
+    else if (m_day->text() != textOf(*meant))
+        m_reach->setText(tr("%1. Хранятся дни с %2 по %3").arg(textOf(*meant), first, last));
     else
-        m_reach->setText(tr("Хранятся дни с %1 по %2").arg(textOf(m_first), textOf(m_last)));
+        m_reach->setText(tr("Хранятся дни с %1 по %2").arg(first, last));
 }
 
 // The arrow keys go to the days beside it.
@@ -156,13 +173,18 @@ bool GoToDialog::eventFilter(QObject* watched, QEvent* event)
     const int key = static_cast<const QKeyEvent*>(event)->key();
     if (key != Qt::Key_Up && key != Qt::Key_Down)
         return QDialog::eventFilter(watched, event);
-    showDay(std::clamp(day().addDays(key == Qt::Key_Up ? 1 : -1), m_first, m_last));
+    step(key == Qt::Key_Up ? 1 : -1);
     return true;
+}
+
+QDate GoToDialog::asked() const
+{
+    return typed().value_or(m_proposed);
 }
 
 QDate GoToDialog::day() const
 {
-    return std::clamp(typed().value_or(m_proposed), m_first, m_last);
+    return offeredFor(asked());
 }
 
 QTime GoToDialog::time() const

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QtCore/QDate>
+#include <QtCore/QList>
 #include <QtCore/QTime>
 #include <QtWidgets/QDialog>
 
@@ -24,13 +25,13 @@ class GoToDialog final : public QDialog
     Q_OBJECT
 
 public:
-    /// Offers the days from `first` to `last`, and `proposed` to begin with.
-    GoToDialog(const QDate& first, const QDate& last, const QDate& proposed,
-               QWidget* parent = nullptr);
+    /// Offers these days, the first one first and at least one, and `proposed` to begin with.
+    GoToDialog(QList<QDate> days, const QDate& proposed, QWidget* parent = nullptr);
     ~GoToDialog() override;
 
-    /// One of those days: the nearest one where another was typed, and the one that was proposed
-    /// where none was.
+    /// What was typed, which may be none of those days; the proposed one where it is no date.
+    QDate asked() const;
+    /// One of those days: that one or, where it is none of them, the next one, after all the last.
     QDate day() const;
     /// Not valid where the whole day is meant.
     QTime time() const;
@@ -42,11 +43,12 @@ private:
     QWidget* makeDayRow();
     void makeCalendar();
     std::optional<QDate> typed() const;
+    QDate offeredFor(const QDate& day) const;
+    void step(int days);
     void showDay(const QDate& day);
     void showReach();
 
-    const QDate m_first;
-    const QDate m_last;
+    const QList<QDate> m_days;
     const QDate m_proposed;
     QLineEdit* m_day;
     QToolButton* m_calendarButton;

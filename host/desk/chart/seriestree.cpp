@@ -14,6 +14,7 @@
 #include <QtWidgets/QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace vexdesk {
 
@@ -135,6 +136,9 @@ void SeriesTree::setStored(const QList<StoredSeries>& stored)
     m_pages->setCurrentWidget(stored.isEmpty() ? static_cast<QWidget*>(m_message) : m_view);
     if (m_awaited)
         setCurrent(SeriesName(*m_awaited));
+    m_isListed = true;
+    if (std::exchange(m_isOpenAwaited, false))
+        openFound();
 }
 
 // Few series are seen at once; of many, the venues.
@@ -150,6 +154,7 @@ void SeriesTree::expandFound(const QModelIndex& parent, int first, int last)
 
 void SeriesTree::look()
 {
+    m_isOpenAwaited = false;
     m_found->look(m_line->text());
     if (m_line->text().isEmpty())
         return;
@@ -165,8 +170,10 @@ void SeriesTree::open(const QModelIndex& index)
 
 void SeriesTree::openFound()
 {
+    m_isOpenAwaited = !m_isListed; // whoever types fast need not wait for the store
     const QModelIndex current = m_view->currentIndex();
-    open(current.isValid() ? current : m_found->firstSeries());
+    const bool isSeries = m_model->seriesAt(m_found->mapToSource(current)).has_value();
+    open(isSeries ? current : m_found->firstSeries());
 }
 
 bool SeriesTree::eventFilter(QObject* watched, QEvent* event)
@@ -192,8 +199,9 @@ bool SeriesTree::takeLineKey(const QKeyEvent& event)
         return true;
     case Qt::Key_Escape:
         if (m_line->text().isEmpty())
-            return false;
-        m_line->clear();
+            Q_EMIT left();
+        else
+            m_line->clear();
         return true;
     default:
         return false;

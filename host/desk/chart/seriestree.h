@@ -38,6 +38,8 @@ public:
 Q_SIGNALS:
     /// The user wants to see this series.
     void opened(const vexdesk::SeriesName& series);
+    /// The user is done with the tree: the keys may go back to where they were.
+    void left();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -62,6 +64,8 @@ private:
     QLabel* m_message;
     QStackedWidget* m_pages;
     std::optional<SeriesName> m_awaited; // to be made the current one
+    bool m_isListed = false;
+    bool m_isOpenAwaited = false; // what is found is opened as soon as the store is listed
 };
 
 } // namespace vexdesk

@@ -190,6 +190,14 @@ void TestChartFiles::aVectorPictureHasTheTexts()
         reader.readNext();
     QVERIFY2(!reader.hasError(), qPrintable(reader.errorString()));
     const ChartLayout chart = layOut();
+    QStringList titles;
+    QXmlStreamReader again(text);
+    while (!again.atEnd()) {
+        if (again.readNext() == QXmlStreamReader::StartElement && again.name() == u"title")
+            titles.append(again.readElementText());
+    }
+    QCOMPARE(titles, QStringList{chart.fullTitle});
+    QVERIFY(chart.fullTitle.contains(QStringLiteral("VEGA & Co")));
     QVERIFY(chart.last && text.contains(u'>' + chart.last->label.text));
     for (const vexdesk::AxisLine& line : chart.times)
         QVERIFY2(text.contains(u'>' + line.label.text), qPrintable(line.label.text));

@@ -100,6 +100,7 @@ private Q_SLOTS:
     void goesToTheSecondsAndBack();
     void aStepBackIsSeenInTheRow();
     void saysWhenALongerTimeframeIsShown();
+    void aNoteWithoutRoomIsCutAtItsEndOnly();
     void nightsAreSwitched();
     void studiesAreSwitched();
     void readsOutTheBarAtTheMouse();
@@ -236,7 +237,7 @@ void TestChartPage::showsTheSeries()
     QVERIFY(message().isEmpty());
     QVERIFY(m_page->series() == alfa());
     QVERIFY(!m_page->isEmpty());
-    QVERIFY((m_page->storedDays() == std::pair(day, day)));
+    QCOMPARE(m_page->storedDays(), QList<QDate>{day});
 }
 
 void TestChartPage::saysWhatIsMissing()
@@ -322,7 +323,7 @@ void TestChartPage::aTimeframeChosenWhileAllIsShownIsSeen()
     testsupport::click(widget<QPushButton>("chartShowAll"));
     const Timeframe shown = view()->shownTimeframe();
     write(day.addDays(5), barLines(ten, 500, 100));
-    QTRY_COMPARE(m_page->storedDays().second, day.addDays(5));
+    QTRY_COMPARE(m_page->storedDays().constLast(), day.addDays(5));
     QVERIFY(view()->shownTimeframe() >= shown);
 }
 
@@ -367,6 +368,21 @@ void TestChartPage::aStepBackIsSeenInTheRow()
     view()->goBack();
     QVERIFY(!view()->areNightsShown());
     QVERIFY(!nights->isChecked() && !m_page->state().areNightsShown);
+}
+
+void TestChartPage::aNoteWithoutRoomIsCutAtItsEndOnly()
+{
+    FittedLabel label;
+    const QString text = QStringLiteral("показаны свечи: 1 нед");
+    label.setText(text);
+    for (int width = label.fontMetrics().horizontalAdvance(text); width > 40; width -= 7) {
+        label.resize(width, 20);
+        QCOMPARE(label.shownLines().size(), 1);
+        QString shown = label.shownLines().constFirst();
+        if (shown.endsWith(u'…'))
+            shown.chop(1);
+        QVERIFY2(text.startsWith(shown.trimmed()), qPrintable(shown));
+    }
 }
 
 void TestChartPage::saysWhenALongerTimeframeIsShown()
@@ -634,7 +650,7 @@ void TestChartPage::keepsItsPlaceWhenItIsHiddenAndShown()
     QVERIFY(m_page->state() == before);
     write(day.addDays(10), barLines(ten, 20));
     m_page->show();
-    QTRY_COMPARE(m_page->storedDays().second, day.addDays(10));
+    QTRY_COMPARE(m_page->storedDays().constLast(), day.addDays(10));
     QTRY_VERIFY(areBarsThere());
     QTRY_COMPARE(vexdesk::wallDate(candles().front().begin), day);
     QVERIFY(qAbs(m_page->state().slotsInView - before.slotsInView) < 1);
@@ -770,7 +786,8 @@ void TestChartPage::copiesBarsThatWereNotRead()
     QVERIFY2(note()->text().startsWith(QStringLiteral("Копирование баров: день ")),
              qPrintable(note()->text()));
     QCOMPARE(told.last().front().toString(), note()->text());
-    QTRY_COMPARE(told.last().front().toString(), QStringLiteral("Скопировано баров: 12\u00a0000"));
+    QTRY_COMPARE(told.last().front().toString(),
+                 QStringLiteral("Скопировано баров: 12\u00a0000, таймфрейм: 1 мин"));
     const QStringList lines = clipboard->text().split(u'\n', Qt::SkipEmptyParts);
     QCOMPARE(lines.size(), 40 * 300 + 1);
     QVERIFY2(lines.at(1).startsWith(QStringLiteral("15.01.2024\t10:00:00\t")),

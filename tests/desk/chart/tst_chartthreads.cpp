@@ -126,11 +126,11 @@ void TestChartThreads::theStoreIsWalkedByOtherThreads()
     const vexdesk::ChartPage& page =
         tabs.open({QStringLiteral("NORD"), QStringLiteral("MAIN"), QStringLiteral("ALFA")});
     QTRY_VERIFY(!page.isEmpty() && rows->rowCount() == 1);
-    const QDate before = page.storedDays().second;
+    const QDate before = page.storedDays().constLast();
     countCallsBelow(QString());
     write(1);
     countCallsBelow(root.path());
-    QTRY_VERIFY(page.storedDays().second > before);
+    QTRY_VERIFY(page.storedDays().constLast() > before);
     tabs.hide();
     tabs.show();
     QTRY_VERIFY(!page.isEmpty());

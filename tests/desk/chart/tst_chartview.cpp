@@ -13,6 +13,8 @@
 #include <QtGui/QAccessible>
 #include <QtGui/QContextMenuEvent>
 #include <QtGui/QHelpEvent>
+#include <QtGui/QPaintEvent>
+#include <QtGui/QPainter>
 #include <QtGui/QWheelEvent>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
@@ -69,6 +71,31 @@ double contrast(const QColor& one, const QColor& other)
     return std::max(left, right) / std::min(left, right);
 }
 
+// Notes what of a widget is painted, also for a picture of it.
+class PaintedPlaces final : public QObject
+{
+public:
+    explicit PaintedPlaces(QWidget& widget) { widget.installEventFilter(this); }
+
+    QRegion region;
+
+protected:
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint)
+            region |= static_cast<const QPaintEvent*>(event)->region();
+        return false;
+    }
+};
+
+QImage without(const QRegion& region, QImage image)
+{
+    QPainter painter(&image);
+    painter.setClipRegion(region);
+    painter.fillRect(image.rect(), Qt::black);
+    return image;
+}
+
 } // namespace
 
 class TestChartView final : public QObject
@@ -108,6 +135,7 @@ private Q_SLOTS:
     void theCrosshairGoesWithTheMouse();
     void theCrosshairIsDrawn();
     void noLabelLooksOutFromBelowTheCrosshairs();
+    void aCrosshairThatMovesPaintsItsPlaceOnly();
     void aDragHidesTheCrosshair();
     void marksAreToldWithTheBar();
     void unreadDaysLookDifferent();
@@ -682,6 +710,32 @@ void TestChartView::noLabelLooksOutFromBelowTheCrosshairs()
     QVERIFY(m_view->crosshair()->value.place.intersects(last.label.place));
     QVERIFY(!m_view->crosshair()->value.place.contains(corner));
     QVERIFY(picture().pixelColor(corner) != color);
+}
+
+// What lies beside it is the same before and after, or it would be wrong on the screen.
+void TestChartView::aCrosshairThatMovesPaintsItsPlaceOnly()
+{
+    QVERIFY(QTest::qWaitForWindowExposed(m_view.get()));
+    PaintedPlaces painted(*m_view);
+    const QRectF pane = m_view->chart().prices.place;
+    const QPointF last(pane.right() - 5, m_view->chart().last->at + 3); // its label makes room
+    for (const QPointF& place : {QPointF(pane.center()), QPointF(pane.left() + 40, pane.top() + 9),
+                                 last, m_view->chart().volumes.place.center(), QPointF(3, 3)}) {
+        const QImage before = picture();
+        QCoreApplication::processEvents();
+        painted.region = {};
+        moveMouse(m_view.get(), place.toPoint());
+        QTRY_VERIFY(!painted.region.isEmpty());
+        const QRegion region = painted.region; // what follows paints all of it
+        const QImage after = picture();
+        QVERIFY(before != after);
+        qint64 pixels = 0;
+        for (const QRect& part : region)
+            pixels += qint64(part.width()) * part.height();
+        QVERIFY2(pixels < qint64(m_view->width()) * m_view->height() / 2,
+                 qPrintable(QString::number(pixels)));
+        QCOMPARE(without(region, before), without(region, after));
+    }
 }
 
 void TestChartView::aDragHidesTheCrosshair()

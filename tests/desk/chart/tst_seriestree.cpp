@@ -51,6 +51,8 @@ private Q_SLOTS:
     void typingInTheTreeLooks();
     void escapeEndsTheSearch();
     void returnOpensTheFirstThatIsFound();
+    void returnBeforeTheStoreIsListedOpensThen();
+    void escapeLeavesTheTree();
     void arrowsAndReturnOpen();
     void aDoubleClickOpens();
     void aVenueIsNotOpened();
@@ -258,6 +260,36 @@ void TestSeriesTree::returnOpensTheFirstThatIsFound()
     testsupport::type(line(), QStringLiteral("xyz"));
     QTest::keyClick(line(), Qt::Key_Return);
     QCOMPARE(opened().size(), 1);
+}
+
+void TestSeriesTree::returnBeforeTheStoreIsListedOpensThen()
+{
+    write("NORD/MAIN/ALFA");
+    write("NORD/MAIN/VEGA");
+    m_tree = std::make_unique<SeriesTree>(m_root->path());
+    m_opened = std::make_unique<QSignalSpy>(m_tree.get(), &SeriesTree::opened);
+    m_tree->show();
+    QCOMPARE(view()->model()->rowCount(), 0);
+    QTest::keyClicks(line(), QStringLiteral("veg"));
+    QTest::keyClick(line(), Qt::Key_Return);
+    QCOMPARE(opened(), QStringList());
+    QTRY_COMPARE_WITH_TIMEOUT(opened(), QStringList{"NORD/MAIN/VEGA"}, 30000);
+    // Once: what is listed later opens nothing by itself.
+    write("NORD/MAIN/VEGB");
+    QTRY_COMPARE_WITH_TIMEOUT(seen().size(), 4, 30000);
+    QCOMPARE(opened().size(), 1);
+}
+
+void TestSeriesTree::escapeLeavesTheTree()
+{
+    write("NORD/MAIN/ALFA");
+    start();
+    QSignalSpy left(m_tree.get(), &SeriesTree::left);
+    QTest::keyClicks(line(), QStringLiteral("a"));
+    QTest::keyClick(line(), Qt::Key_Escape);
+    QCOMPARE(left.count(), 0);
+    QTest::keyClick(line(), Qt::Key_Escape);
+    QCOMPARE(left.count(), 1);
 }
 
 void TestSeriesTree::arrowsAndReturnOpen()
