@@ -86,7 +86,7 @@ void BarsCopier::take(const CopiedBars& copied)
                         .arg(groupedText(QString::number(mostCopied))));
         return;
     }
-    if (!copied.missing.isEmpty() && !isWantedWithout(copied.missing)) {
+    if (!copied.missing.isEmpty() && !isWantedWithoutMissing(copied)) {
         Q_EMIT told(tr("Копирование баров отменено"));
         return;
     }
@@ -95,16 +95,22 @@ void BarsCopier::take(const CopiedBars& copied)
         return;
     }
     QGuiApplication::clipboard()->setText(copied.text);
+    if (!copied.missing.isEmpty()) {
+        Q_EMIT told(tr("Скопировано баров: %1; не скопировано дней: %2")
+                        .arg(groupedText(QString::number(copied.count)),
+                             QString::number(copied.missing.size())));
+        return;
+    }
     Q_EMIT told(tr("Скопировано баров: %1").arg(groupedText(QString::number(copied.count))));
 }
 
-bool BarsCopier::isWantedWithout(const QList<QDate>& missing)
+bool BarsCopier::isWantedWithoutMissing(const CopiedBars& copied)
 {
     QMessageBox box(QMessageBox::Warning, tr("Копирование баров"),
                     tr("Бары прочитаны не за все дни. Не удалось прочитать дней: %1, первый из "
-                       "них — %2.\n\nСкопировать остальные?")
-                        .arg(missing.size())
-                        .arg(dateText(wallTime(missing.constFirst()))),
+                       "них — %2.\n\n%3\n\nСкопировать остальные?")
+                        .arg(QString::number(copied.missing.size()),
+                             dateText(wallTime(copied.missing.constFirst())), copied.firstMissing),
                     QMessageBox::Cancel, &m_widget);
     const QAbstractButton* const others = box.addButton(tr("Скопировать"), QMessageBox::AcceptRole);
     box.setDefaultButton(QMessageBox::Cancel);
