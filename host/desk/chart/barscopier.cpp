@@ -87,7 +87,7 @@ void BarsCopier::take(const CopiedBars& copied)
                         .arg(groupedText(QString::number(mostCopied))));
         return;
     }
-    if (!copied.missing.isEmpty() && !isWantedWithout(copied.missing)) {
+    if (!copied.missing.isEmpty() && !isWantedWithoutMissing(copied)) {
         Q_EMIT told(tr("Копирование баров отменено"));
         return;
     }
@@ -96,17 +96,21 @@ void BarsCopier::take(const CopiedBars& copied)
         return;
     }
     QGuiApplication::clipboard()->setText(copied.text);
-    Q_EMIT told(tr("Скопировано баров: %1, таймфрейм: %2")
-                    .arg(groupedText(QString::number(copied.count)), timeframeText(m_timeframe)));
+    QString report =
+        tr("Скопировано баров: %1, таймфрейм: %2")
+            .arg(groupedText(QString::number(copied.count)), timeframeText(m_timeframe));
+    if (!copied.missing.isEmpty())
+        report += tr("; не скопировано дней: %1").arg(copied.missing.size());
+    Q_EMIT told(report);
 }
 
-bool BarsCopier::isWantedWithout(const QList<QDate>& missing)
+bool BarsCopier::isWantedWithoutMissing(const CopiedBars& copied)
 {
     QMessageBox box(QMessageBox::Warning, tr("Копирование баров"),
                     tr("Бары прочитаны не за все дни. Не удалось прочитать дней: %1, первый из "
-                       "них — %2.\n\nСкопировать остальные?")
-                        .arg(missing.size())
-                        .arg(dateText(wallTime(missing.constFirst()))),
+                       "них — %2.\n\n%3\n\nСкопировать остальные?")
+                        .arg(QString::number(copied.missing.size()),
+                             dateText(wallTime(copied.missing.constFirst())), copied.firstMissing),
                     QMessageBox::Cancel, &m_widget);
     const QAbstractButton* const others = box.addButton(tr("Скопировать"), QMessageBox::AcceptRole);
     box.setDefaultButton(QMessageBox::Cancel);

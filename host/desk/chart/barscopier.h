@@ -37,7 +37,7 @@ Q_SIGNALS:
 
 private:
     void take(const CopiedBars& copied);
-    bool isWantedWithout(const QList<QDate>& missing);
+    bool isWantedWithoutMissing(const CopiedBars& copied);
 
     QWidget& m_widget;
     QFutureWatcher<CopiedBars> m_work;

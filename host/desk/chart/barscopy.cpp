@@ -7,12 +7,20 @@
 
 #include <vexdesk/history/dayfilenames.h>
 
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDir>
+
 #include <algorithm>
 #include <cmath>
 
 namespace vexdesk {
 
 namespace {
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(vexdesk::BarsCopy)
+};
 
 QDate dateAt(double time)
 {
@@ -39,7 +47,11 @@ BarsCopy::BarsCopy(BarsStretch stretch, qsizetype most)
 bool BarsCopy::isInMemory(const SeriesDay& day) const
 {
     const bool needsBars = isBelowDay(m_stretch.timeframe);
-    return day.summary && (!needsBars || day.bars || day.summary->count == 0);
+    if (!day.summary)
+        return false;
+    if (day.summary->count == 0)
+        return static_cast<bool>(day.reading); // what could not be read may be readable by now
+    return !needsBars || day.bars;
 }
 
 // All that the candles of a day depend on: its week or month, and a day on each side for the bars
@@ -71,17 +83,38 @@ const SeriesDay& BarsCopy::loaded(qsizetype day)
     if (found != m_loaded.end())
         return found->second;
     SeriesDay one = listed()[static_cast<size_t>(day)];
-    if (!isInMemory(one)) {
-        const QString name = dayFileName(one.day, m_stretch.series->timeframe());
-        const ReadDay read = readDay(m_stretch.directory + u'/' + name, one.day);
-        one.summary = read.summary;
-        one.bars = isBelowDay(m_stretch.timeframe) ? read.bars : nullptr;
-    }
+    if (!isInMemory(one))
+        one = read(one);
     m_decimals = std::max(m_decimals, one.summary->decimals);
     const bool isCopied = m_first <= day && static_cast<double>(wallTime(one.day)) < m_stretch.to;
-    if (one.summary->count == 0 && one.bytes > 0 && isCopied)
-        m_copied.missing.append(one.day);
+    if (isCopied && one.summary->count == 0 && (!one.reading || one.bytes > 0))
+        noteMissing(one);
     return m_loaded.emplace(day, std::move(one)).first->second;
+}
+
+SeriesDay BarsCopy::read(const SeriesDay& day) const
+{
+    const ReadDay read = readDay(pathOf(day), day.day);
+    SeriesDay one = day;
+    one.summary = read.summary ? read.summary : std::make_shared<const DaySummary>();
+    one.bars = isBelowDay(m_stretch.timeframe) ? read.bars : nullptr;
+    one.reading = read.outcome;
+    return one;
+}
+
+void BarsCopy::noteMissing(const SeriesDay& day)
+{
+    const QString why =
+        day.reading ? Text::tr("файла больше нет, или он пуст") : day.reading.message();
+    if (m_copied.missing.isEmpty())
+        m_copied.firstMissing =
+            QStringLiteral("%1: %2").arg(QDir::toNativeSeparators(pathOf(day)), why);
+    m_copied.missing.append(day.day);
+}
+
+QString BarsCopy::pathOf(const SeriesDay& day) const
+{
+    return m_stretch.directory + u'/' + dayFileName(day.day, m_stretch.series->timeframe());
 }
 
 bool BarsCopy::takeDay()
@@ -94,7 +127,10 @@ bool BarsCopy::takeDay()
         days.push_back(loaded(day));
     m_loaded.erase(m_loaded.begin(), m_loaded.lower_bound(begin));
     const BarSeries around(m_stretch.series->timeframe(), std::move(days));
-    for (Candle& candle : foldDay(around, m_next - begin, m_stretch.timeframe)) {
+    std::vector<Candle> folded = foldDay(around, m_next - begin, m_stretch.timeframe);
+    if (m_stretch.areNightsShown && m_stretch.timeframe == Timeframe::Day)
+        joinDays(folded, std::identity());
+    for (Candle& candle : folded) {
         if (static_cast<double>(candle.end) > m_stretch.from &&
             static_cast<double>(candle.begin) < m_stretch.to)
             m_candles.push_back(std::move(candle));

@@ -23,6 +23,7 @@ struct BarsStretch
     Timeframe timeframe = Timeframe::Minute; ///< of the candles
     double from = 0;                         ///< wall times: each candle that has a part between
     double to = 0;                           ///< them
+    bool areNightsShown = false;             ///< in the chart: a day is one candle then
 };
 
 /// What has become of it.
@@ -31,6 +32,7 @@ struct CopiedBars
     QString text;           ///< as candlesAsText() writes it
     qsizetype count = 0;    ///< of candles
     QList<QDate> missing;   ///< the days with a file of which no bar could be had
+    QString firstMissing;   ///< the file of the first of them, and why it has none
     bool isTooMuch = false; ///< there are more candles than may be: nothing is written
 };
 
@@ -57,6 +59,9 @@ private:
     qsizetype windowBegin(qsizetype day) const;
     qsizetype windowEnd(qsizetype day) const;
     const SeriesDay& loaded(qsizetype day);
+    SeriesDay read(const SeriesDay& day) const;
+    void noteMissing(const SeriesDay& day);
+    QString pathOf(const SeriesDay& day) const;
 
     BarsStretch m_stretch;
     qsizetype m_most;

@@ -5,6 +5,8 @@
 #include "desk/chart/daysummary.h"
 #include "desk/chart/timeframe.h"
 
+#include <vexdesk/outcome.h>
+
 #include <QtCore/QDate>
 
 #include <array>
@@ -22,6 +24,9 @@ struct SeriesDay
     std::shared_ptr<const DaySummary> summary;
     /// Null while they are not in memory, and where there are none; never without the summary.
     std::shared_ptr<const DayBars> bars;
+    /// Why the file could not be read when it was read last, without its name. The summary may be
+    /// there nevertheless, where it could be read before.
+    Outcome reading = {};
 
     bool operator==(const SeriesDay&) const = default;
 };

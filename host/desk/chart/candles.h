@@ -5,6 +5,8 @@
 
 #include <QtCore/QDate>
 
+#include <algorithm>
+#include <functional>
 #include <vector>
 
 /// The bars of a series folded into candles, by the rule of the export. Any thread.
@@ -30,6 +32,24 @@ struct Candle
 
 /// Makes the candle one that goes on to the end of `next`.
 void extendCandle(Candle& candle, const Candle& next);
+
+/// On a calendar a day has one place, also where bars at midnight are a candle of their own: those
+/// of each day become one. For candles in their order, of days and no longer; `candleOf` gives the
+/// candle of an item, or is a pointer to its member.
+template <typename Item, typename CandleOf>
+void joinDays(std::vector<Item>& items, CandleOf candleOf)
+{
+    size_t last = 0;
+    for (size_t i = 1; i < items.size(); ++i) {
+        Candle& before = std::invoke(candleOf, items[last]);
+        const Candle& candle = std::invoke(candleOf, items[i]);
+        if (candle.day == before.day)
+            extendCandle(before, candle);
+        else
+            items[++last] = items[i];
+    }
+    items.resize(std::min(items.size(), last + 1));
+}
 
 /// The candles that begin with a day, as many as BarSeries::candlesOf() says of a day that was
 /// read; none of a day that was not, and none below the day while its bars are not in memory. The

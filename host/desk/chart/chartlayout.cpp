@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <cmath>
 #include <numeric>
+#include <set>
+#include <utility>
 
 namespace vexdesk {
 
@@ -257,26 +259,46 @@ std::vector<size_t> byRank(const std::vector<TimeTick>& ticks)
     return order;
 }
 
-void addHeadings(ChartLayout& chart, const TimeTicks& found, const QFontMetricsF& metrics)
+// Answers at which slots there is one.
+std::set<qint64> addHeadings(ChartLayout& chart, const TimeTicks& found,
+                             const QFontMetricsF& metrics)
 {
     const double top = labelsTop(chart, metrics) + metrics.height();
     std::vector<QRectF> taken;
+    std::set<qint64> dated;
     const auto add = [&](const ChartLabel& label) {
         if (!isFree(label.place, taken, 2 * tagPadding))
-            return;
+            return false;
         taken.push_back(label.place);
         chart.headings.push_back(label);
+        return true;
     };
     const double right = chart.size.width();
     for (const size_t i : byRank(found.ticks)) {
         const TimeTick& tick = found.ticks[i];
         const double x = std::round(chart.xOf(static_cast<double>(tick.slot)));
-        if (!tick.heading.isEmpty())
-            add(centredLabel(tick.heading, {x, top}, right, metrics));
+        if (!tick.heading.isEmpty() && add(centredLabel(tick.heading, {x, top}, right, metrics)))
+            dated.insert(tick.slot);
     }
     // What the view begins in the middle of gives way to what begins in it.
     if (!found.first.isEmpty())
         add(centredLabel(found.first, {chart.prices.place.left(), top}, right, metrics));
+    return dated;
+}
+
+// The same time twice, where no date has room that tells them apart, says nothing.
+void dropRepeatedTimes(std::vector<std::pair<qint64, AxisLine>>& lines,
+                       const std::set<qint64>& dated)
+{
+    QString before;
+    for (auto& [slot, line] : lines) {
+        if (line.label.text.isEmpty())
+            continue;
+        if (line.label.text == before && dated.count(slot) == 0)
+            line.label = {};
+        else
+            before = line.label.text;
+    }
 }
 
 void addTimes(ChartLayout& chart, const TimeAxis& axis, const QFontMetricsF& metrics)
@@ -285,6 +307,8 @@ void addTimes(ChartLayout& chart, const TimeAxis& axis, const QFontMetricsF& met
     const TimeTicks found = timeTicks(axis.begins(chart.range), chart.range,
                                       width / chart.slotWidth(), axis.timeframe());
     const double top = labelsTop(chart, metrics);
+    const std::set<qint64> dated = addHeadings(chart, found, metrics);
+    std::vector<std::pair<qint64, AxisLine>> lines;
     std::vector<QRectF> taken;
     for (const size_t i : byRank(found.ticks)) {
         const TimeTick& tick = found.ticks[i];
@@ -299,11 +323,13 @@ void addTimes(ChartLayout& chart, const TimeAxis& axis, const QFontMetricsF& met
         }
         // A day is seen to begin where its time has no room too.
         if (hasRoom || tick.isBegin)
-            chart.times.push_back(line);
+            lines.emplace_back(tick.slot, line);
     }
-    std::sort(chart.times.begin(), chart.times.end(),
-              [](const AxisLine& left, const AxisLine& right) { return left.at < right.at; });
-    addHeadings(chart, found, metrics);
+    std::sort(lines.begin(), lines.end(),
+              [](const auto& left, const auto& right) { return left.first < right.first; });
+    dropRepeatedTimes(lines, dated);
+    for (const auto& [slot, line] : lines)
+        chart.times.push_back(line);
 }
 
 // Beside the pane, as far as there is room.

@@ -5,6 +5,7 @@
 #include "desk/chart/wallclock.h"
 
 #include <algorithm>
+#include <iterator>
 #include <map>
 
 namespace vexdesk {
@@ -38,15 +39,24 @@ std::vector<CandleMark> marksOfCandles(const QList<ChartMark>& marks,
     std::map<size_t, CandleMark> found;
     for (const ChartMark& mark : marks) {
         const Stretch stretch = stretchOf(mark);
-        const auto at =
+        const bool isFromMidnight = stretch.begin == wallTime(mark.day);
+        auto at =
             std::partition_point(candles.begin(), candles.end(), [&](const PlacedCandle& one) {
                 // A day has its bars at midnight, wherever their interval is.
-                const bool isOfDay = !mark.from.isValid() && one.candle.day >= mark.day;
+                const bool isOfDay = isFromMidnight && one.candle.day >= mark.day;
                 return one.candle.end <= stretch.begin && !isOfDay;
             });
-        if (at == candles.end() || stretch.end <= candles.front().candle.begin)
+        if (candles.empty() || stretch.end <= candles.front().candle.begin)
             continue;
-        const bool isInside = at->candle.begin < stretch.end;
+        bool isInside = at != candles.end() && at->candle.begin < stretch.end;
+        // Nor are they lost where they are all that the day has, and in a candle of the day before.
+        if (!isInside && isFromMidnight && at != candles.begin() &&
+            std::prev(at)->candle.bar.time == stretch.begin) {
+            --at;
+            isInside = true;
+        }
+        if (at == candles.end())
+            continue;
         const QString text =
             isInside ? mark.text
                      : QStringLiteral("%1: %2").arg(dateText(wallTime(mark.day)), mark.text);

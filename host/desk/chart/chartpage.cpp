@@ -3,6 +3,7 @@
 
 #include "desk/chart/axisticks.h"
 #include "desk/chart/chartview.h"
+#include "desk/chart/directorynames.h"
 #include "desk/chart/fittedlabel.h"
 #include "desk/chart/marksources.h"
 #include "desk/chart/movingaverage.h"
@@ -14,7 +15,8 @@
 #include <vexdesk/history/dayfilenames.h>
 #include <vexdesk/history/storepaths.h>
 
-#include <QtCore/QDirIterator>
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
 #include <QtCore/QSignalBlocker>
 #include <QtGui/QClipboard>
 #include <QtGui/QFocusEvent>
@@ -42,13 +44,14 @@ constexpr int averagePeriod = 20; // candles
 constexpr int priceRows = 24;
 
 // The longest first.
-QList<int> timeframesIn(const QString& directory)
+Result<QList<int>> timeframesIn(const QString& directory)
 {
+    const Result<QStringList> names = namesInDirectory(directory);
+    if (!names)
+        return names.failure();
     QList<int> timeframes;
-    QDirIterator files(directory, QDir::Files);
-    while (files.hasNext()) {
-        files.next();
-        const std::optional<DayFileKey> key = parseDayFileName(files.fileName());
+    for (const QString& name : *names) {
+        const std::optional<DayFileKey> key = parseDayFileName(name);
         if (key && !timeframes.contains(key->timeframe))
             timeframes.append(key->timeframe);
     }
@@ -116,9 +119,12 @@ ChartPage::ChartPage(const QString& root, const ChartState& state, MarkSources& 
     layout->setSpacing(spacing);
     layout->addWidget(makeChoice());
     layout->addWidget(m_readout);
+    layout->addWidget(makeProblem());
     layout->addWidget(m_pages, 1);
+    keepKeysInChart();
     // As they stand, and not as they were made.
-    const QList<QWidget*> order{m_timeframeBox, m_nightsButton, m_studiesButton, m_showAll, m_view};
+    const QList<QWidget*> order{m_timeframeBox, m_nightsButton, m_studiesButton,
+                                m_showAll,      m_readAgain,    m_view};
     for (qsizetype i = 1; i < order.size(); ++i)
         setTabOrder(order.at(i - 1), order.at(i));
     m_view->setTitle(seriesText(series()));
@@ -202,8 +208,29 @@ QWidget* ChartPage::makeChoice()
     });
     connect(m_nightsButton, &QToolButton::clicked, this, &ChartPage::showNights);
     connect(m_showAll, &QPushButton::clicked, m_view, &ChartView::showAll);
-    keepKeysInChart();
     return row;
+}
+
+// What could not be read, above the chart that lacks it, for as long as that is so.
+QWidget* ChartPage::makeProblem()
+{
+    m_problemRow = new QWidget;
+    m_problemRow->setBackgroundRole(QPalette::ToolTipBase);
+    m_problemRow->setAutoFillBackground(true);
+    m_problemRow->hide();
+    auto* const layout = new QHBoxLayout(m_problemRow);
+    layout->setContentsMargins(2 * spacing, spacing, spacing, spacing);
+    layout->setSpacing(2 * spacing);
+    m_problem = new FittedLabel;
+    m_problem->setObjectName(QStringLiteral("chartProblem"));
+    m_problem->setForegroundRole(QPalette::ToolTipText);
+    m_readAgain = new QPushButton(tr("Прочитать снова"));
+    m_readAgain->setObjectName(QStringLiteral("chartReadAgain"));
+    m_readAgain->setToolTip(tr("Прочитать снова то, что не удалось прочитать (F5)"));
+    layout->addWidget(m_problem, 1);
+    layout->addWidget(m_readAgain, 0, Qt::AlignTop);
+    connect(m_readAgain, &QPushButton::clicked, this, &ChartPage::readAgain);
+    return m_problemRow;
 }
 
 void ChartPage::makeNote()
@@ -217,7 +244,8 @@ void ChartPage::keepKeysInChart()
 {
     for (QWidget* const widget :
          {static_cast<QWidget*>(m_timeframeBox), static_cast<QWidget*>(m_nightsButton),
-          static_cast<QWidget*>(m_studiesButton), static_cast<QWidget*>(m_showAll)}) {
+          static_cast<QWidget*>(m_studiesButton), static_cast<QWidget*>(m_showAll),
+          static_cast<QWidget*>(m_readAgain)}) {
         widget->setFocusPolicy(Qt::TabFocus);
         widget->installEventFilter(this);
     }
@@ -308,6 +336,7 @@ void ChartPage::hideEvent(QHideEvent* event)
     // A chart that nobody sees reads nothing while an import runs, and keeps no bars in memory.
     m_feed.stop();
     m_watcher.watch({});
+    m_watcher.tellNoMoreLater();
     m_markedDays = {};
     letBarsGo();
 }
@@ -328,6 +357,7 @@ void ChartPage::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
     reserveReadout();
+    fitProblem();
 }
 
 void ChartPage::changeEvent(QEvent* event)
@@ -346,16 +376,32 @@ void ChartPage::lookUp()
         return;
     m_watcher.watch({m_directory});
     m_lookUp.run([directory = m_directory] { return timeframesIn(directory); },
-                 [this](const QList<int>& stored) { takeStored(stored); });
+                 [this](const auto& stored) { takeStored(stored); });
 }
 
-void ChartPage::takeStored(const QList<int>& stored)
+void ChartPage::readAgain()
+{
+    lookUp();
+    m_feed.readAgain();
+}
+
+// What is shown stays while the directory cannot be read.
+void ChartPage::takeStored(const Result<QList<int>>& stored)
 {
     if (m_isOutdated)
         m_watcher.tellSoon();
+    m_watcher.tellNoMoreLater();
     if (!isVisible())
         return;
-    m_stored = stored;
+    m_look = stored ? Outcome() : Outcome(stored.failure());
+    showProblem();
+    if (!stored) {
+        m_watcher.tellLater();
+        if (!m_series)
+            showMessage(stored.message());
+        return;
+    }
+    m_stored = *stored;
     offerTimeframes();
     chooseSource();
 }
@@ -408,6 +454,7 @@ void ChartPage::chooseSource()
         m_state = state(); // for the case that it comes back
         m_series.reset();
         m_view->showSeries(std::make_shared<const BarSeries>());
+        showProblem();
         showMessage(tr("Этой серии больше нет в хранилище."));
         return;
     }
@@ -498,6 +545,7 @@ void ChartPage::showBars(const std::shared_ptr<const BarSeries>& series)
     else
         m_view->updateSeries(series);
     showChosenTimeframe();
+    showProblem();
     if (series->isEmpty()) {
         showMessage(tr("В этой серии нет баров, которые можно показать."));
         return;
@@ -578,7 +626,8 @@ void ChartPage::copyBars()
     if (isEmpty())
         return;
     const auto [from, to] = m_view->copiedTimes();
-    m_copier.copy({m_series, m_directory, m_view->shownTimeframe(), from, to});
+    m_copier.copy(
+        {m_series, m_directory, m_view->shownTimeframe(), from, to, m_view->areNightsShown()});
 }
 
 void ChartPage::giveUpCopying()
@@ -590,6 +639,8 @@ void ChartPage::keyPressEvent(QKeyEvent* event)
 {
     if (event->key() == Qt::Key_Escape && m_copier.isAtWork())
         giveUpCopying();
+    else if (event->key() == Qt::Key_F5)
+        readAgain();
     else
         QWidget::keyPressEvent(event);
 }
@@ -626,6 +677,45 @@ void ChartPage::showMessage(const QString& text)
     m_pages->setCurrentWidget(m_message);
     m_readout->clear();
     showParts();
+}
+
+// The directory, or the first of the days, each as a whole sentence with the path in it.
+QString ChartPage::problem() const
+{
+    for (const Outcome& directory : {m_look, m_feed.listing()}) {
+        if (!directory)
+            return directory.message();
+    }
+    if (!m_series)
+        return QString();
+    const std::vector<SeriesDay>& days = m_series->days();
+    const auto isUnread = [](const SeriesDay& day) { return !day.reading; };
+    const auto first = std::find_if(days.begin(), days.end(), isUnread);
+    if (first == days.end())
+        return QString();
+    const QString file = m_directory + u'/' + dayFileName(first->day, m_series->timeframe());
+    const auto count = std::count_if(first, days.end(), isUnread);
+    const QString path = QDir::toNativeSeparators(file);
+    if (count == 1)
+        return tr("1 день не прочитан: %1: %2").arg(path, first->reading.message());
+    return tr("Не прочитано дней: %1. Первый из них: %2: %3")
+        .arg(QString::number(count), path, first->reading.message());
+}
+
+void ChartPage::showProblem()
+{
+    const QString text = problem();
+    m_problem->setText(text);
+    m_problemRow->setVisible(!text.isEmpty());
+    fitProblem();
+}
+
+void ChartPage::fitProblem()
+{
+    constexpr int mostLines = 3;
+    const int width = contentsRect().width() - m_readAgain->sizeHint().width() - 8 * spacing;
+    m_problem->setLines(
+        std::clamp(m_problem->linesFor(m_problem->text(), std::max(1, width)), 1, mostLines));
 }
 
 // As many lines as the longest text of the bars that were in view has, so that the chart does not

@@ -69,6 +69,8 @@ public:
     /// of days that are not in memory are read first; until then the clipboard stays as it is.
     /// Where it cannot be all of them the user is asked before.
     void copyBars();
+    /// Tries once more to read what could not be read.
+    void readAgain();
     /// Puts nothing into the clipboard that is not there yet.
     void giveUpCopying();
     /// The chart goes to the clipboard as a picture, or to a .png or .svg file.
@@ -99,6 +101,7 @@ private:
     };
 
     QWidget* makeChoice();
+    QWidget* makeProblem();
     void makeNote();
     void keepKeysInChart();
     QToolButton* makeStudies();
@@ -107,7 +110,7 @@ private:
 
     /// Looks in a thread of its own for the timeframes that are stored.
     void lookUp();
-    void takeStored(const QList<int>& stored);
+    void takeStored(const Result<QList<int>>& stored);
     void offerTimeframes();
     void chooseSource();
 
@@ -121,6 +124,9 @@ private:
     void askForMarks();
     void showProgress(int done, int total);
     void showMessage(const QString& text);
+    QString problem() const;
+    void showProblem();
+    void fitProblem();
     void showParts();
     void updateStudies();
     void updateScrollBar();
@@ -147,6 +153,9 @@ private:
     QPushButton* m_showAll = nullptr;
     FittedLabel* m_note = nullptr;
     FittedLabel* m_readout = nullptr;
+    QWidget* m_problemRow = nullptr;
+    FittedLabel* m_problem = nullptr;
+    QPushButton* m_readAgain = nullptr;
     QStackedWidget* m_pages = nullptr;
     QWidget* m_chart = nullptr;
     QScrollBar* m_scrollBar = nullptr;
@@ -159,7 +168,8 @@ private:
     QTimer m_askSoon; // for marks
     SeriesFeed m_feed;
     PathWatcher m_watcher;
-    Errand<QList<int>> m_lookUp{this};
+    Outcome m_look; // the last one
+    Errand<Result<QList<int>>> m_lookUp{this};
     bool m_isOutdated = false; // something has changed since the look began
 };
 

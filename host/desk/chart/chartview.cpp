@@ -116,8 +116,13 @@ void ChartView::showSeries(const std::shared_ptr<const BarSeries>& series)
 void ChartView::updateSeries(const std::shared_ptr<const BarSeries>& series)
 {
     const std::optional<QDate> target = m_target;
+    const bool isAtFirst = m_isAtFirst;
     change(Step::Small, [&] {
         m_viewport.updateSeries(series);
+        // Where a day that was not read begins is not known.
+        if (isAtFirst)
+            m_viewport.moveToFirst();
+        m_isAtFirst = isAtFirst;
         m_target = target;
         const std::optional<double> before = m_pointed;
         findTarget();
@@ -191,7 +196,10 @@ void ChartView::showAll()
 
 void ChartView::goToFirst()
 {
-    change(Step::Jump, [&] { m_viewport.move(reach().begin - range().begin); });
+    change(Step::Jump, [&] {
+        m_viewport.moveToFirst();
+        m_isAtFirst = true;
+    });
 }
 
 void ChartView::goToLast()
@@ -203,6 +211,11 @@ void ChartView::goTo(qint64 wallTime)
 {
     if (isEmpty())
         return;
+    const bool isMidnight = floorDivided(wallTime, secondsPerDay) * secondsPerDay == wallTime;
+    if (isMidnight && !isBelowDay(shownTimeframe())) {
+        goTo(wallDate(wallTime)); // which begins then; no day, week or month is meant that ends
+        return;
+    }
     change(Step::Jump, [&] {
         m_pointed = static_cast<double>(wallTime) - halfSecond;
         m_viewport.goTo(*m_pointed);
@@ -260,6 +273,7 @@ void ChartView::change(Step step, const std::function<void()>& how)
     if (m_mark)
         marked = timesOf(markedRange());
     const bool wasEmpty = isEmpty();
+    m_isAtFirst = false;
     how();
     if (m_mark)
         markTimes(marked);

@@ -183,6 +183,7 @@ private:
     double m_gripAt = 0; // distance from the left, or a slot, where the button went down
     std::optional<double> m_pointed; // the wall time at which the keyboard's crosshair is
     std::optional<QDate> m_target;   // the day whose first bar it is to stand on when it was read
+    bool m_isAtFirst = false;        // that the view was moved to the first candle last
     std::optional<Crosshair> m_crosshair;
     std::optional<Mark> m_mark;
 };

@@ -130,6 +130,7 @@ void ChartViewport::holdAt(double time)
 void ChartViewport::rememberEdge()
 {
     const double end = static_cast<double>(m_axis.size());
+    m_length = m_range.length();
     m_time = m_axis.timeUpTo(m_range.end);
     m_share = 1;
     m_isAtEnd = m_range.end >= end && m_range.begin < end;
@@ -181,7 +182,7 @@ void ChartViewport::setNightsShown(bool areShown, std::optional<double> fixed)
 // The same length at the time that is to stay where it is.
 void ChartViewport::applyState()
 {
-    const double length = std::min(m_range.length(), m_most);
+    const double length = std::min(m_length, m_most);
     const double begin =
         m_isAtEnd ? limits().reach(length).end - length : m_axis.slotOf(m_time) - m_share * length;
     m_range = limits().fitted({begin, begin + length});
@@ -240,6 +241,11 @@ void ChartViewport::setRange(const SlotRange& range)
 void ChartViewport::move(double slotCount)
 {
     setRange({m_range.begin + slotCount, m_range.end + slotCount});
+}
+
+void ChartViewport::moveToFirst()
+{
+    move(limits().reach(m_range.length()).begin + m_axis.begin() - m_range.begin);
 }
 
 void ChartViewport::zoom(double fixed, double factor)
@@ -354,6 +360,7 @@ void ChartViewport::restore(const State& state)
         showAll();
         return;
     }
+    m_length = state.length;
     m_range = {0, state.length};
     applyState();
 }

@@ -64,6 +64,8 @@ public:
     /// The nearest range that is allowed is shown.
     void setRange(const SlotRange& range);
     void move(double slotCount);
+    /// The first candle stands at the left, whatever night is before it.
+    void moveToFirst();
     /// Makes the view longer by this factor; the position `fixed` stays where it is.
     void zoom(double fixed, double factor);
     void showAll();
@@ -94,6 +96,7 @@ private:
     TimeAxis m_axis; // of what is shown
     std::array<std::optional<TimeAxis>, allTimeframes.size()> m_others;
     SlotRange m_range;
+    double m_length = 0; // of the range that was wanted: an axis may be shorter
     double m_most = 200;
     double m_usual = 100;
 

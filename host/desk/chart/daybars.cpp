@@ -13,6 +13,7 @@ DayBars::DayBars(const std::vector<Bar>& bars, int decimals)
     : m_decimals(decimals)
 {
     append(bars.data(), bars.data() + bars.size());
+    m_blocks.shrink_to_fit();
 }
 
 // Whole blocks before.
@@ -85,6 +86,7 @@ std::shared_ptr<const DayBars> DayBarsMaker::finish()
     closeBlock();
     DayBarsMaker done;
     std::swap(*this, done);
+    done.m_day.m_blocks.shrink_to_fit();
     if (done.m_day.m_size == 0)
         return nullptr;
     if (done.m_isInOrder)

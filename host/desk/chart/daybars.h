@@ -8,8 +8,9 @@
 
 namespace vexdesk {
 
-/// The bars of one day file, at least one, in the order of their times, in blocks that take at most
-/// 48 bytes a bar. Never changed once it is made: any thread.
+/// The bars of one day file, at least one, in the order of their times, in blocks of which a bar
+/// takes at most 48 bytes; each block has 80 more and the day 40, which is a tenth of a byte a bar
+/// in a full block and half a byte in a day of 200 bars. Never changed once it is made: any thread.
 class DayBars final
 {
 public:

@@ -2,22 +2,32 @@
 #include "desk/chart/dayreader.h"
 
 #include "desk/chart/barline.h"
+#include "desk/chart/directorynames.h"
 #include "desk/chart/wallclock.h"
 
 #include <vexdesk/history/dayfilelines.h>
 #include <vexdesk/history/dayfilenames.h>
 #include <vexdesk/history/filestate.h>
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QDateTime>
-#include <QtCore/QDirIterator>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 
 #include <algorithm>
+#include <filesystem>
 #include <optional>
+#include <system_error>
 #include <utility>
 
 namespace vexdesk {
 
 namespace {
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(vexdesk::DayReader)
+};
 
 // File systems keep times of different coarseness, the coarsest of them two seconds.
 constexpr qint64 nanoseconds = 1000 * 1000; // of a millisecond
@@ -30,40 +40,76 @@ DayStamp stampOf(const FileState& file)
     return {file.size, file.modified, age >= coarsestTime || age < 0};
 }
 
-// Takes each bar of the file; false where it cannot be read to its end.
-template <typename Taker>
-bool readBars(const QString& path, const QDate& day, const Taker& take)
-{
-    DayFileLines lines(path);
-    if (!lines.open())
-        return false;
-    QByteArrayView line;
-    while (lines.next(&line)) {
-        if (const std::optional<BarLine> read = readBarLine(line, day))
-            take(*read);
-    }
-    return static_cast<bool>(lines.outcome());
-}
-
 std::shared_ptr<const DaySummary> shared(const DaySummary& summary)
 {
     return std::make_shared<const DaySummary>(summary);
 }
 
+// A link that leads nowhere is not nothing: the day was stored once.
+bool isNothing(const QString& path)
+{
+    return isMissing(path) && !QFileInfo(path).isSymLink();
+}
+
+Failure whyNotOpened(const QString& path)
+{
+    std::error_code error;
+    const auto status = std::filesystem::status(QFile::encodeName(path).toStdString(), error);
+    if (status.type() == std::filesystem::file_type::not_found)
+        return {Text::tr("ссылка никуда не ведёт")};
+    if (error)
+        return {qt_error_string(error.value())};
+    if (status.type() == std::filesystem::file_type::directory)
+        return {Text::tr("это каталог, а не файл")};
+    if (status.type() != std::filesystem::file_type::regular)
+        return {Text::tr("это не файл")};
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? Failure{Text::tr("файл изменился, пока его открывали")}
+                                          : Failure{file.errorString()};
+}
+
+// Takes each bar of the file. A failure where it cannot be read to its end, and where there is
+// something else in it.
+template <typename Taker>
+ReadDay readBars(const QString& path, const QDate& day, const Taker& take)
+{
+    DayFileLines lines(path);
+    if (isNothing(path))
+        return {shared(DaySummary())};
+    if (!lines.open())
+        return {nullptr, nullptr, 0, whyNotOpened(path)};
+    bool hasBars = false;
+    QByteArrayView line;
+    while (lines.next(&line)) {
+        if (const std::optional<BarLine> read = readBarLine(line, day)) {
+            take(*read);
+            hasBars = true;
+        }
+    }
+    if (!lines.outcome())
+        return {nullptr, nullptr, 0, lines.outcome()};
+    if (hasBars || lines.size() == 0)
+        return {shared(DaySummary())};
+    return {shared(DaySummary()), nullptr, 0, Failure{Text::tr("в файле нет ни одного бара")}};
+}
+
 } // namespace
 
-std::vector<ListedDay> listDays(const QString& directory, int timeframe)
+Result<std::vector<ListedDay>> listDays(const QString& directory, int timeframe)
 {
+    const Result<QStringList> names = namesInDirectory(directory);
+    if (!names)
+        return names.failure();
     std::vector<ListedDay> days;
-    // Whatever there is: to look which of them are files would take as long as all the rest.
-    QDirIterator walk(directory, QDir::AllEntries | QDir::NoDotAndDotDot | QDir::System);
-    while (walk.hasNext()) {
-        const QString path = walk.next();
-        const auto key = parseDayFileName(walk.fileName());
+    for (const QString& name : *names) {
+        const auto key = parseDayFileName(name);
         if (!key || key->timeframe != timeframe)
             continue;
+        const QString path = directory + u'/' + name;
         if (const std::optional<FileState> file = fileState(path))
             days.push_back({key->day, stampOf(*file)});
+        else if (!isNothing(path))
+            days.push_back({key->day, DayStamp()});
     }
     std::sort(days.begin(), days.end(),
               [](const ListedDay& left, const ListedDay& right) { return left.day < right.day; });
@@ -77,7 +123,7 @@ ReadDay readDay(const QString& path, const QDate& day, DayPart part)
     DaySummaryMaker summary;
     bool isInOrder = true;
     const qsizetype mostKept = part == DayPart::Bars ? mostBarsOfDay : DayBars::blockSize;
-    const bool isWhole = readBars(path, day, [&](const BarLine& read) {
+    const ReadDay file = readBars(path, day, [&](const BarLine& read) {
         const auto second = static_cast<int>(read.bar.time - midnight);
         isInOrder = isInOrder && second >= summary.summary().lastSecond;
         summary.add(read.bar, second, read.decimals);
@@ -87,8 +133,8 @@ ReadDay readDay(const QString& path, const QDate& day, DayPart part)
             bars = DayBarsMaker();
     });
     const qsizetype count = summary.summary().count;
-    if (!isWhole || count == 0)
-        return {shared(DaySummary()), nullptr, 0};
+    if (!file.outcome || count == 0)
+        return file;
     // To put a day into order all of its bars must be there.
     if (!isInOrder && part == DayPart::Summary && count <= mostBarsOfDay) {
         const ReadDay ordered = readDay(path, day, DayPart::Bars);

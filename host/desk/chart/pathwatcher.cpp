@@ -3,44 +3,53 @@
 
 #include "desk/chart/readerthreads.h"
 
+#include <QtCore/QDir>
+#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
+#include <QtCore/QFileSystemWatcher>
+#include <QtCore/QHash>
 #include <QtCore/QSet>
+
+#include <algorithm>
+#include <fcntl.h>
+#include <optional>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
 
 namespace vexdesk {
 
 namespace {
 
-QString nearestExisting(QString path)
+// Which file or directory has a name, and who may read it.
+struct Look
 {
-    while (!QFileInfo::exists(path)) {
-        const QString above = QFileInfo(path).path();
-        if (above == path)
-            return QString();
-        path = above;
+    dev_t device = 0;
+    ino_t inode = 0;
+    mode_t mode = 0;
+    uid_t owner = 0;
+    gid_t group = 0;
+
+    bool isSameFile(const Look& other) const
+    {
+        return device == other.device && inode == other.inode;
     }
-    return path;
+    bool operator==(const Look&) const = default;
+};
+
+// None of what is not there or cannot be reached.
+std::optional<Look> lookAt(const QString& path)
+{
+    struct stat status = {};
+    if (::stat(QFile::encodeName(path).constData(), &status) != 0)
+        return std::nullopt;
+    return Look{status.st_dev, status.st_ino, status.st_mode, status.st_uid, status.st_gid};
 }
 
-QSet<QString> existingOf(const QStringList& paths)
+// Others cannot be watched.
+bool isReadable(const QString& path)
 {
-    QSet<QString> existing;
-    for (const QString& path : paths)
-        existing.insert(nearestExisting(path));
-    existing.remove(QString());
-    return existing;
-}
-
-// Whether any path has come to those that are watched.
-bool watchOnly(QFileSystemWatcher& watcher, const QSet<QString>& wanted)
-{
-    const QStringList paths = watcher.files() + watcher.directories();
-    const QSet<QString> watched(paths.begin(), paths.end());
-    const QStringList gone = (watched - wanted).values();
-    if (!gone.isEmpty())
-        watcher.removePaths(gone);
-    const QStringList come = (wanted - watched).values();
-    // One that cannot be watched does not count, or it would be told of without end.
-    return !come.isEmpty() && watcher.addPaths(come).size() < come.size();
+    return ::faccessat(AT_FDCWD, QFile::encodeName(path).constData(), R_OK, AT_EACCESS) == 0;
 }
 
 } // namespace
@@ -62,23 +71,123 @@ struct PathWatcher::Ear
     void wait() { const std::lock_guard<std::mutex> lock(mutex); }
 };
 
+/// What watches, in the thread. A directory does not tell that it was moved away, nor that it may
+/// be read: those above it do. They change for many reasons, and only what becomes of the next
+/// directory on the way to a path is told.
+class PathWatcher::Watch final : public QFileSystemWatcher
+{
+public:
+    explicit Watch(std::shared_ptr<Ear> ear);
+
+    void watchOnly(const QStringList& paths);
+
+private:
+    void take(const QString& path);
+    void addAbove(const QString& path);
+    void removeOthers();
+    bool addMissing();
+
+    const std::shared_ptr<Ear> m_ear;
+    QSet<QString> m_wanted;
+    QHash<QString, std::optional<Look>> m_seen; // what is wanted and all above it
+    QHash<QString, QStringList> m_below;        // of what is above alone, those that were seen
+};
+
+PathWatcher::Watch::Watch(std::shared_ptr<Ear> ear)
+    : m_ear(std::move(ear))
+{
+    connect(this, &QFileSystemWatcher::directoryChanged, this, &Watch::take);
+    connect(this, &QFileSystemWatcher::fileChanged, this, &Watch::take);
+}
+
+void PathWatcher::Watch::take(const QString& path)
+{
+    const QStringList below = m_below.value(path);
+    const auto isAnother = [this](const QString& one) { return lookAt(one) != m_seen.value(one); };
+    if (m_wanted.contains(path) || std::any_of(below.begin(), below.end(), isAnother))
+        m_ear->tell();
+}
+
+void PathWatcher::Watch::watchOnly(const QStringList& paths)
+{
+    const QHash<QString, std::optional<Look>> before = std::exchange(m_seen, {});
+    m_wanted.clear();
+    m_below.clear();
+    for (const QString& path : paths)
+        m_wanted.insert(QDir::cleanPath(path));
+    for (const QString& path : std::as_const(m_wanted)) {
+        m_seen.insert(path, lookAt(path));
+        addAbove(path);
+    }
+    // What has the name of another one is watched anew.
+    for (auto seen = m_seen.begin(); seen != m_seen.end(); ++seen) {
+        const std::optional<Look> known = before.value(seen.key());
+        if (known && seen.value() && !known->isSameFile(*seen.value()))
+            removePath(seen.key());
+    }
+    removeOthers();
+    if (addMissing())
+        m_ear->tell();
+}
+
+void PathWatcher::Watch::addAbove(const QString& path)
+{
+    const QString above = QFileInfo(path).path();
+    if (above == path)
+        return;
+    const bool isSeen = m_seen.contains(above);
+    if (!m_wanted.contains(above))
+        m_below[above].append(path);
+    if (isSeen)
+        return;
+    m_seen.insert(above, lookAt(above));
+    addAbove(above);
+}
+
+void PathWatcher::Watch::removeOthers()
+{
+    QStringList others;
+    for (const QString& path : files() + directories()) {
+        if (!m_seen.value(path))
+            others.append(path);
+    }
+    if (!others.isEmpty())
+        removePaths(others);
+}
+
+// Whether any path has come to those that are watched.
+bool PathWatcher::Watch::addMissing()
+{
+    const QStringList paths = files() + directories();
+    const QSet<QString> watched(paths.begin(), paths.end());
+    QStringList come;
+    for (auto seen = m_seen.begin(); seen != m_seen.end(); ++seen) {
+        if (seen.value() && !watched.contains(seen.key()) && isReadable(seen.key()))
+            come.append(seen.key());
+    }
+    // One that cannot be watched does not count, or it would be told of without end.
+    return !come.isEmpty() && addPaths(come).size() < come.size();
+}
+
 PathWatcher::PathWatcher(int delay, QObject* parent)
     : QObject(parent)
     , m_thread(new QThread)
-    , m_watcher(new QFileSystemWatcher)
     , m_ear(std::make_shared<Ear>())
+    , m_watch(new Watch(m_ear))
 {
     m_ear->owner = this;
-    m_timer.setSingleShot(true);
+    constexpr int laterDelay = 5000; // ms
     m_timer.setInterval(delay);
-    connect(&m_timer, &QTimer::timeout, this, &PathWatcher::changed);
-    connect(m_watcher, &QFileSystemWatcher::directoryChanged, this, &PathWatcher::tellSoon);
-    connect(m_watcher, &QFileSystemWatcher::fileChanged, this, &PathWatcher::tellSoon);
-    connect(m_thread, &QThread::finished, m_watcher, &QObject::deleteLater);
+    m_later.setInterval(laterDelay);
+    for (QTimer* const timer : {&m_timer, &m_later}) {
+        timer->setSingleShot(true);
+        connect(timer, &QTimer::timeout, this, &PathWatcher::changed);
+    }
+    connect(m_thread, &QThread::finished, m_watch, &QObject::deleteLater);
     connect(
         m_thread, &QThread::finished, m_thread, [ear = m_ear] { ear->wait(); },
         Qt::DirectConnection);
-    m_watcher->moveToThread(m_thread);
+    m_watch->moveToThread(m_thread);
     m_thread->start();
 }
 
@@ -103,6 +212,12 @@ void PathWatcher::tellSoon()
         m_timer.start();
 }
 
+void PathWatcher::tellLater()
+{
+    if (!m_later.isActive())
+        m_later.start();
+}
+
 void PathWatcher::watch(const QStringList& paths)
 {
     watchMany([paths] { return paths; });
@@ -110,11 +225,8 @@ void PathWatcher::watch(const QStringList& paths)
 
 void PathWatcher::watchMany(std::function<QStringList()> paths)
 {
-    QMetaObject::invokeMethod(m_watcher,
-                              [watcher = m_watcher, ear = m_ear, paths = std::move(paths)] {
-                                  if (watchOnly(*watcher, existingOf(paths())))
-                                      ear->tell();
-                              });
+    QMetaObject::invokeMethod(
+        m_watch, [watch = m_watch, paths = std::move(paths)] { watch->watchOnly(paths()); });
 }
 
 } // namespace vexdesk

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QtCore/QFileSystemWatcher>
 #include <QtCore/QStringList>
 #include <QtCore/QThread>
 #include <QtCore/QTimer>
@@ -11,8 +10,8 @@
 
 namespace vexdesk {
 
-/// Tells when something has changed in directories or files. One that does not exist is waited for
-/// in the nearest directory above it that does.
+/// Tells when something has changed in directories or files, when one of them comes, goes or is
+/// moved away with directories above it, and when it may be read that could not be.
 ///
 /// Many changes in a short time are told as few: an import writes thousands of files. The owner
 /// watches anew after each change, since files come and go and a file that was replaced is another
@@ -35,6 +34,11 @@ public:
 
     /// Tells a change soon, as if something had changed.
     void tellSoon();
+    /// Tells a change after some seconds: for what could not be read, where nothing may tell when
+    /// it can be, as with a disk of another machine.
+    void tellLater();
+    /// What tellLater() was called for has come to pass.
+    void tellNoMoreLater() { m_later.stop(); }
 
     static constexpr int usualDelay = 200; // ms
 
@@ -43,11 +47,13 @@ Q_SIGNALS:
 
 private:
     struct Ear;
+    class Watch;
 
     QTimer m_timer;
-    QThread* m_thread;             // of its own, and goes when it has ended
-    QFileSystemWatcher* m_watcher; // lives in the thread and goes with it
+    QTimer m_later;
+    QThread* m_thread; // of its own, and goes when it has ended
     std::shared_ptr<Ear> m_ear;
+    Watch* m_watch; // lives in the thread and goes with it
 };
 
 } // namespace vexdesk

@@ -56,6 +56,7 @@ void SeriesFeed::stop()
     m_hasNews = false;
     m_isOutdated = false;
     m_isListed = false;
+    m_listingOutcome = {};
     m_key = SeriesKey();
     m_directory.clear();
     m_wanted = WantedDays();
@@ -64,6 +65,7 @@ void SeriesFeed::stop()
     m_letGo = 0;
     m_told.reset();
     m_watcher.watch({});
+    m_watcher.tellNoMoreLater();
 }
 
 void SeriesFeed::choose(const SeriesKey& key)
@@ -96,15 +98,23 @@ void SeriesFeed::list()
         return;
     m_listing.run([directory = m_directory,
                    timeframe = m_key.timeframe] { return listDays(directory, timeframe); },
-                  [this](const std::vector<ListedDay>& listed) { finishListing(listed); });
+                  [this](const auto& listed) { finishListing(listed); });
 }
 
-void SeriesFeed::finishListing(const std::vector<ListedDay>& listed)
+void SeriesFeed::finishListing(const Result<std::vector<ListedDay>>& listed)
 {
     if (m_isOutdated)
         m_watcher.tellSoon();
-    const bool isNew = takeListing(listed);
-    orderDays();
+    m_watcher.tellNoMoreLater();
+    const Outcome before =
+        std::exchange(m_listingOutcome, listed ? Outcome() : Outcome(listed.failure()));
+    bool isNew = m_listingOutcome != before;
+    if (listed) {
+        isNew = takeListing(*listed) || isNew;
+        orderDays();
+    } else {
+        m_watcher.tellLater();
+    }
     watchSoon();
     const bool isFirst = !std::exchange(m_isListed, true);
     if (isNew || isFirst)
@@ -127,6 +137,7 @@ bool SeriesFeed::takeListing(const std::vector<ListedDay>& listed)
         if (known != m_days.end() && known->shown.day == one.day)
             day = std::move(*known);
         day.isCurrent = day.isCurrent && day.stamp.isSameAs(one.stamp);
+        day.hasFailed = false;
         if (!day.shown.summary && (!day.shown.day.isValid() || day.stamp.size != one.stamp.size))
             isNew = true;
         day.shown.day = one.day;
@@ -187,6 +198,13 @@ DayOrder SeriesFeed::orderFor(const Day& day, bool isForBars) const
     return {day.shown.day, m_directory + u'/' + name, day.stamp, m_listings, isForBars};
 }
 
+// What cannot be read now is tried again when it was listed anew.
+bool SeriesFeed::mustBeRead(const Day& day, bool hasRoom)
+{
+    return !day.hasFailed &&
+           (!day.isCurrent || !day.shown.reading || (hasRoom && lacksBars(day.shown)));
+}
+
 void SeriesFeed::orderDays()
 {
     ++m_turn;
@@ -200,15 +218,16 @@ void SeriesFeed::orderDays()
         hasRoom = hasRoom && memory <= m_mostMemory;
         if (hasRoom)
             day.wantedAt = m_turn;
-        if (!day.isCurrent || (hasRoom && lacksBars(day.shown)))
+        if (mustBeRead(day, hasRoom))
             orders.push_back(orderFor(day, hasRoom || day.shown.bars));
     }
     const Stretch done = around();
     const auto last = static_cast<qsizetype>(m_days.size()) - 1;
     for (qsizetype i = 0; i <= last; ++i) {
         const Day& day = m_days[static_cast<size_t>(i)];
-        const bool isWanted = day.shown.summary || (i == last && m_wanted.last.isValid());
-        if (!done.has(i) && !day.isCurrent && isWanted)
+        const bool isWanted =
+            day.shown.summary || !day.shown.reading || (i == last && m_wanted.last.isValid());
+        if (!done.has(i) && mustBeRead(day, false) && isWanted)
             orders.push_back(orderFor(day, day.shown.bars != nullptr));
     }
     m_queue.order(std::move(orders));
@@ -237,7 +256,13 @@ void SeriesFeed::keep(const DayDelivery& delivery)
     });
     if (found == m_days.end() || found->shown.day != order.day)
         return; // the file is gone
+    if (!delivery.read.summary) {
+        keepFailed(*found, delivery.read.outcome.failure());
+        return;
+    }
     found->isCurrent = order.isGoodFor(found->stamp, m_listings);
+    found->shown.reading = delivery.read.outcome;
+    found->hasFailed = !delivery.read.outcome;
     letGo(*found);
     found->shown.summary = delivery.read.summary;
     found->memory = delivery.read.bytes;
@@ -245,6 +270,18 @@ void SeriesFeed::keep(const DayDelivery& delivery)
         found->shown.bars = delivery.read.bars;
         m_memory += found->memory;
     }
+}
+
+// What was read of the same content stays.
+void SeriesFeed::keepFailed(Day& day, const Failure& why)
+{
+    day.hasFailed = true;
+    day.shown.reading = why;
+    m_watcher.tellLater();
+    if (day.isCurrent)
+        return;
+    letGo(day);
+    day.shown.summary.reset();
 }
 
 void SeriesFeed::letGo(Day& day)
@@ -331,6 +368,8 @@ void SeriesFeed::tell()
 bool SeriesFeed::isMissing(const Day& day) const
 {
     const bool needsBars = m_wanted.needsBars && day.wantedAt == m_turn;
+    if (day.hasFailed)
+        return false;
     return !day.shown.summary || (needsBars && lacksBars(day.shown));
 }
 
@@ -362,7 +401,7 @@ void SeriesFeed::watchFiles()
     // A directory tells of files that come and go, but not of one that is written in place.
     std::vector<QDate> days;
     for (const Day& day : m_days) {
-        if (day.shown.summary)
+        if (day.shown.summary || !day.shown.reading)
             days.push_back(day.shown.day);
     }
     m_watcher.watchMany(

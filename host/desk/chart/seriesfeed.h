@@ -66,6 +66,13 @@ public:
     void stop();
     const SeriesKey& key() const { return m_key; }
 
+    /// Reads again what could not be read, as it does by itself when something changes, and after
+    /// some seconds.
+    void readAgain() { list(); }
+    /// Why the days could not be listed the last time: as long as that is so the days are those
+    /// that were known before.
+    const Outcome& listing() const { return m_listingOutcome; }
+
     /// What is in view now. Before the days are listed it may be said too.
     void want(const WantedDays& days);
 
@@ -90,6 +97,7 @@ private:
         SeriesDay shown;
         DayStamp stamp;         // as it was listed last
         bool isCurrent = false; // whether it was read since the file has changed
+        bool hasFailed = false; // since it was listed last
         qint64 memory = 0;      // what its bars took when they were read last
         int wantedAt = 0;       // the turn at which its bars were wanted last
     };
@@ -103,7 +111,7 @@ private:
     };
 
     void list();
-    void finishListing(const std::vector<ListedDay>& listed);
+    void finishListing(const Result<std::vector<ListedDay>>& listed);
     bool takeListing(const std::vector<ListedDay>& listed);
     Stretch inView() const;
     Stretch around() const;
@@ -112,6 +120,8 @@ private:
     DayOrder orderFor(const Day& day, bool isForBars) const;
     void takeDeliveries();
     void keep(const DayDelivery& delivery);
+    static bool mustBeRead(const Day& day, bool hasRoom);
+    void keepFailed(Day& day, const Failure& why);
     void letGo(Day& day);
     bool isTooMuchLetGo() const { return m_letGo > m_mostBeside; }
     void dropBars();
@@ -135,6 +145,7 @@ private:
     std::weak_ptr<const BarSeries> m_told; // last
     qint64 m_letGo = 0;                    // bytes of bars, since something was told last
     int m_listings = 0;                    // so many are done
+    Outcome m_listingOutcome;
     bool m_isListed = false;
     bool m_isOutdated = false; // something has changed since the listing began
     int m_filesRead = 0;
@@ -145,7 +156,7 @@ private:
     QTimer m_watchTimer;
     QTimer m_patience; // runs out when something in view is missing for long
     bool m_tellsProgress = false;
-    Errand<std::vector<ListedDay>> m_listing{this};
+    Errand<Result<std::vector<ListedDay>>> m_listing{this};
     DayQueue m_queue; // the first to go, since it calls back
 };
 

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "desk/chart/seriestree.h"
 
+#include "desk/chart/fittedlabel.h"
 #include "desk/chart/seriestreemodel.h"
 
+#include <QtCore/QDir>
 #include <QtCore/QSortFilterProxyModel>
 #include <QtGui/QKeyEvent>
 #include <QtWidgets/QApplication>
@@ -61,12 +63,14 @@ private:
 
 SeriesTree::SeriesTree(const QString& root, QWidget* parent)
     : QWidget(parent)
+    , m_root(root)
     , m_follower(root)
     , m_model(new SeriesTreeModel(this))
     , m_found(new SeriesFilter(this))
     , m_line(new QLineEdit)
     , m_view(new QTreeView)
     , m_message(new QLabel)
+    , m_problem(new FittedLabel)
     , m_pages(new QStackedWidget)
 {
     setObjectName(QStringLiteral("seriesTree"));
@@ -96,15 +100,24 @@ SeriesTree::SeriesTree(const QString& root, QWidget* parent)
     m_message->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
     m_pages->addWidget(m_view);
     m_pages->addWidget(m_message);
+    m_problem->setObjectName(QStringLiteral("seriesProblem"));
+    m_problem->setBackgroundRole(QPalette::ToolTipBase);
+    m_problem->setForegroundRole(QPalette::ToolTipText);
+    m_problem->setAutoFillBackground(true);
+    m_problem->hide();
     auto* const layout = new QVBoxLayout(this);
     constexpr int margin = 4;
     layout->setContentsMargins(margin, margin, margin, margin);
     layout->setSpacing(margin);
     layout->addWidget(m_line);
+    layout->addWidget(m_problem);
     layout->addWidget(m_pages, 1);
 
     m_line->installEventFilter(this);
     m_view->installEventFilter(this);
+    connect(&m_follower, &StoreFollower::troubled, this, &SeriesTree::showProblems);
+    connect(&m_follower, &StoreFollower::missed, this,
+            [this](bool isMissing) { m_isRootMissing = isMissing; });
     connect(&m_follower, &StoreFollower::listed, this, &SeriesTree::setStored);
     connect(m_line, &QLineEdit::textChanged, this, &SeriesTree::look);
     connect(m_found, &QAbstractItemModel::rowsInserted, this, &SeriesTree::expandFound);
@@ -130,15 +143,38 @@ void SeriesTree::setCurrent(const SeriesName& series)
 void SeriesTree::setStored(const QList<StoredSeries>& stored)
 {
     m_model->setStored(stored);
-    if (stored.isEmpty())
-        m_message->setText(tr("Сохранённых баров пока нет.\n\nЧтобы импортировать их из файла, "
-                              "выберите в меню терминала команду импорта загруженного модуля."));
+    m_message->setText(whyNothingIsThere());
     m_pages->setCurrentWidget(stored.isEmpty() ? static_cast<QWidget*>(m_message) : m_view);
     if (m_awaited)
         setCurrent(SeriesName(*m_awaited));
     m_isListed = true;
     if (std::exchange(m_isOpenAwaited, false))
         openFound();
+}
+
+// Nothing is said of a store that cannot be read but that.
+QString SeriesTree::whyNothingIsThere() const
+{
+    if (!m_problem->text().isEmpty())
+        return QString();
+    const QString none = tr("Сохранённых баров пока нет.\n\nЧтобы импортировать их из файла, "
+                            "выберите в меню терминала команду импорта загруженного модуля.");
+    if (!m_isRootMissing)
+        return none;
+    return tr("Каталога \"%1\" нет.").arg(QDir::toNativeSeparators(m_root)) +
+           QStringLiteral("\n\n") + none;
+}
+
+// Above what could be read.
+void SeriesTree::showProblems(const QStringList& problems)
+{
+    constexpr int mostLines = 4;
+    QString text = problems.value(0);
+    if (problems.size() > 1)
+        text += QStringLiteral("   ") + tr("Всего таких каталогов: %1").arg(problems.size());
+    m_problem->setText(text);
+    m_problem->setVisible(!text.isEmpty());
+    m_problem->setLines(std::clamp(m_problem->linesFor(text, m_line->width()), 1, mostLines));
 }
 
 // Few series are seen at once; of many, the venues.

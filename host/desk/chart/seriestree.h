@@ -16,6 +16,7 @@ class QTreeView;
 
 namespace vexdesk {
 
+class FittedLabel;
 class SeriesFilter;
 class SeriesTreeModel;
 
@@ -49,6 +50,8 @@ protected:
 
 private:
     void setStored(const QList<StoredSeries>& stored);
+    void showProblems(const QStringList& problems);
+    QString whyNothingIsThere() const;
     void expandFound(const QModelIndex& parent, int first, int last);
     void look();
     void open(const QModelIndex& index);
@@ -56,12 +59,15 @@ private:
     bool takeLineKey(const QKeyEvent& event);
     bool takeTreeKey(QKeyEvent& event);
 
+    const QString m_root;
+    bool m_isRootMissing = false;
     StoreFollower m_follower;
     SeriesTreeModel* m_model;
     SeriesFilter* m_found; // the rows that fit what is looked for
     QLineEdit* m_line;
     QTreeView* m_view;
     QLabel* m_message;
+    FittedLabel* m_problem;
     QStackedWidget* m_pages;
     std::optional<SeriesName> m_awaited; // to be made the current one
     bool m_isListed = false;

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "desk/chart/storefollower.h"
 
+#include "desk/chart/directorynames.h"
+
+#include <vexdesk/history/filestate.h>
 #include <vexdesk/history/storepaths.h>
 
 #include <QtConcurrent/QtConcurrentRun>
@@ -21,7 +24,12 @@ StoreFollower::~StoreFollower() = default;
 StoreFollower::Listing StoreFollower::listingOf(const QString& root)
 {
     const StoreDirectories below = storeDirectories(QDir(root));
-    return {listStore(QDir(root)), QStringList{root} + below.stocks + below.boards + below.series};
+    const StoreCatalog stored = storeCatalog(QDir(root));
+    QStringList problems;
+    for (const QString& directory : stored.unreadable)
+        problems.append(unreadableDirectory(directory).message);
+    return {stored.series, problems, isMissing(root),
+            QStringList{root} + below.stocks + below.boards + below.series};
 }
 
 void StoreFollower::start()
@@ -34,6 +42,7 @@ void StoreFollower::stop()
 {
     m_isWanted = false;
     m_watcher.watch({});
+    m_watcher.tellNoMoreLater();
 }
 
 void StoreFollower::list()
@@ -53,6 +62,11 @@ void StoreFollower::take()
         m_watcher.tellSoon();
     const Listing stored = m_listing.result();
     m_watcher.watch(stored.directories);
+    m_watcher.tellNoMoreLater();
+    if (!stored.problems.isEmpty())
+        m_watcher.tellLater();
+    Q_EMIT troubled(stored.problems);
+    Q_EMIT missed(stored.isMissing);
     Q_EMIT listed(stored.series);
 }
 

@@ -28,6 +28,11 @@ public:
 Q_SIGNALS:
     /// What is stored now: once after start(), and after every change.
     void listed(const QList<vexdesk::StoredSeries>& stored);
+    /// What of it could not be read, and why, before each listed(): nothing where all was. It is
+    /// looked for again when something changes, and after some seconds.
+    void troubled(const QStringList& problems);
+    /// That the root is not there, or is again.
+    void missed(bool isMissing);
 
 private:
     // To list a store takes longer than to look at one series: not as often while an import runs.
@@ -36,6 +41,8 @@ private:
     struct Listing
     {
         QList<StoredSeries> series;
+        QStringList problems;
+        bool isMissing = false;
         QStringList directories; // that tell when this changes
     };
 

@@ -20,19 +20,6 @@ double seconds(const QDate& day)
     return static_cast<double>(wallTime(day));
 }
 
-// A day whose bars at midnight are a candle of their own has two, and a calendar one slot for both.
-void joinDays(std::vector<PlacedCandle>& placed)
-{
-    size_t last = 0;
-    for (size_t i = 1; i < placed.size(); ++i) {
-        if (placed[i].slot == placed[last].slot)
-            extendCandle(placed[last].candle, placed[i].candle);
-        else
-            placed[++last] = placed[i];
-    }
-    placed.resize(std::min(placed.size(), last + 1));
-}
-
 } // namespace
 
 TimeAxis::TimeAxis()
@@ -180,6 +167,11 @@ double TimeAxis::timeUpTo(double slot) const
     return timeIn(static_cast<qint64>(whole), slot - whole);
 }
 
+double TimeAxis::begin() const
+{
+    return m_size == 0 ? 0 : std::floor(slotOf(m_begin));
+}
+
 std::optional<qint64> TimeAxis::firstSlotFrom(const QDate& date) const
 {
     for (qsizetype day = periodOf(date).first; day < dayCount(); ++day) {
@@ -266,7 +258,7 @@ std::vector<PlacedCandle> TimeAxis::candles(const SlotRange& range, int before) 
             appendCandles(placed, day, range);
     }
     if (m_areNightsShown && timeframe() == Timeframe::Day)
-        joinDays(placed);
+        joinDays(placed, &PlacedCandle::candle);
     return placed;
 }
 
@@ -298,8 +290,9 @@ std::pair<qsizetype, qsizetype> TimeAxis::daysIn(const SlotRange& range) const
     QDate to;
     if (m_areNightsShown) {
         from = dateAt(m_calendar.timeAt(range.begin));
-        // A bar at midnight of the next day may be the last candle in the range.
-        to = dateAt(m_calendar.timeAt(range.end));
+        // A bar at midnight of the next day may be the last candle in the range, of which a part is
+        // in it.
+        to = dateAt(m_calendar.timeAt(isBelowDay(timeframe()) ? std::ceil(range.end) : range.end));
     } else {
         const auto dayOf = [this](double slot) {
             return dayAt(dayOfSlot(std::clamp(static_cast<qint64>(slot), qint64(0), m_size - 1)))

@@ -39,6 +39,8 @@ public:
     bool areNightsShown() const { return m_areNightsShown; }
 
     qint64 size() const { return m_size; }
+    /// The slot of the first candle: a calendar begins with its day.
+    double begin() const;
 
     /// The position of a wall time; in a night that is not shown, that of the next morning.
     double slotOf(double time) const;

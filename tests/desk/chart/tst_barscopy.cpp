@@ -55,6 +55,7 @@ private Q_SLOTS:
     void onlyCandlesOfTheStretchAreCopied();
     void whatIsInMemoryIsNotRead();
     void daysWithoutBarsAreTold();
+    void aDayThatCouldNotBeReadIsReadAgain();
     void tooManyAreTold();
     void anEmptyStretchHasNothing();
 
@@ -116,17 +117,20 @@ BarsStretch TestBarsCopy::stretch(const SeriesPointer& series, Timeframe timefra
 void TestBarsCopy::daysThatWereNotReadAreCopiedToo_data()
 {
     QTest::addColumn<Timeframe>("timeframe");
+    QTest::addColumn<bool>("areNightsShown");
     for (const Timeframe timeframe : vexdesk::allTimeframes) {
         if (timeframe != Timeframe::Second)
-            QTest::addRow("%d", static_cast<int>(timeframe)) << timeframe;
+            QTest::addRow("%d", static_cast<int>(timeframe)) << timeframe << false;
     }
+    QTest::addRow("nights") << Timeframe::Day << true;
 }
 
 // As the axis of a chart has them that has read everything.
 void TestBarsCopy::daysThatWereNotReadAreCopiedToo()
 {
     QFETCH(const Timeframe, timeframe);
-    const auto axis = testsupport::axisOf(readSeries(), timeframe);
+    QFETCH(const bool, areNightsShown);
+    const auto axis = testsupport::axisOf(readSeries(), timeframe, areNightsShown);
     std::vector<Candle> candles;
     for (const auto& placed : axis.candles({-1, static_cast<double>(axis.size()) + 1}))
         candles.push_back(placed.candle);
@@ -134,20 +138,25 @@ void TestBarsCopy::daysThatWereNotReadAreCopiedToo()
     const QString expected =
         vexdesk::candlesAsText(candles, {timeframe, 60}, readSeries()->decimals());
 
-    const BarsCopy unread(stretch(unreadSeries(), timeframe));
+    const auto whole = [&](const SeriesPointer& series) {
+        BarsStretch all = stretch(series, timeframe);
+        all.areNightsShown = areNightsShown;
+        return all;
+    };
+    const BarsCopy unread(whole(unreadSeries()));
     QVERIFY(unread.needsFiles());
     const CopiedBars all = copied(unread);
     QCOMPARE(all.text, expected);
     QCOMPARE(all.count, qsizetype(candles.size()));
     QVERIFY(all.missing.isEmpty() && !all.isTooMuch);
-    QCOMPARE(copied(BarsCopy(stretch(readSeries(), timeframe))).text, expected);
+    QCOMPARE(copied(BarsCopy(whole(readSeries()))).text, expected);
     // With some of them read, as a chart has it after a while.
     std::vector<SeriesDay> days = unreadSeries()->days();
     const SeriesPointer read = readSeries();
     for (size_t i = 0; i < days.size(); i += 3)
         days[i] = read->days()[i];
     const auto some = std::make_shared<const BarSeries>(60, std::move(days));
-    QCOMPARE(copied(BarsCopy(stretch(some, timeframe))).text, expected);
+    QCOMPARE(copied(BarsCopy(whole(some))).text, expected);
 }
 
 void TestBarsCopy::onlyCandlesOfTheStretchAreCopied()
@@ -189,11 +198,36 @@ void TestBarsCopy::daysWithoutBarsAreTold()
     writeFile(m_directory->filePath(dayFile(firstDay.addDays(4))), "no bar\n");
     const CopiedBars all = copied(BarsCopy(stretch(unread, Timeframe::Minute)));
     QCOMPARE(all.missing, QList<QDate>({firstDay.addDays(2), firstDay.addDays(4)}));
+    QVERIFY2(all.firstMissing.contains(dayFile(firstDay.addDays(2))), qPrintable(all.firstMissing));
     QVERIFY(all.count > 0);
     // Not of what was not asked for.
     BarsStretch part = stretch(unread, Timeframe::Minute);
     part.to = static_cast<double>(wallTime(firstDay.addDays(2)));
     QVERIFY(copied(BarsCopy(part)).missing.isEmpty());
+}
+
+// Whatever was known of it before.
+void TestBarsCopy::aDayThatCouldNotBeReadIsReadAgain()
+{
+    const SeriesPointer read = readSeries();
+    std::vector<SeriesDay> days = read->days();
+    days[1].bars.reset();
+    days[1].summary = std::make_shared<const vexdesk::DaySummary>();
+    days[1].reading = vexdesk::Failure{QStringLiteral("not now")};
+    const auto series = std::make_shared<const BarSeries>(60, days);
+    const BarsCopy copy(stretch(series, Timeframe::Minutes5));
+    QVERIFY(copy.needsFiles());
+    const CopiedBars all = copied(copy);
+    QVERIFY(all.missing.isEmpty());
+    QCOMPARE(all.text, copied(BarsCopy(stretch(read, Timeframe::Minutes5))).text);
+    // A directory has no size and is a day that is missing nevertheless.
+    const QString file = m_directory->filePath(dayFile(days[1].day));
+    QVERIFY(QFile::remove(file) && QDir().mkdir(file));
+    days[1].bytes = 0;
+    const CopiedBars others =
+        copied(BarsCopy(stretch(std::make_shared<const BarSeries>(60, days), Timeframe::Minutes5)));
+    QCOMPARE(others.missing, QList<QDate>({days[1].day}));
+    QCOMPARE(others.firstMissing, file + QStringLiteral(": это каталог, а не файл"));
 }
 
 void TestBarsCopy::tooManyAreTold()

@@ -94,6 +94,7 @@ private Q_SLOTS:
     void everythingFits();
     void linesStandAtTheirValues();
     void linesStandAtTheirTimes();
+    void noTimeStandsTwiceWithoutADate();
     void pricesFollowWhatIsShown();
     void anEmptyStretchKeepsThePricesBeforeIt();
     void pricesOfAllSizesHaveARange();
@@ -221,6 +222,29 @@ void TestChartLayout::linesStandAtTheirTimes()
         QVERIFY(std::abs(line.label.place.center().x() - line.at) <= 1);
         QVERIFY(line.label.place.top() > chart.volumes.place.bottom());
     }
+}
+
+// Of days of one bar each, which have no room for all dates.
+void TestChartLayout::noTimeStandsTwiceWithoutADate()
+{
+    const auto series = makeSeries(60, 1);
+    bool isAnyLeftOut = false;
+    for (int days = 2; days <= 60; ++days) {
+        const ChartLayout chart = layOut(series, {0, double(days)});
+        QString before;
+        for (const AxisLine& line : chart.times) {
+            isAnyLeftOut = isAnyLeftOut || line.label.text.isEmpty();
+            if (line.label.text.isEmpty())
+                continue;
+            const auto isBelow = [&line](const ChartLabel& heading) {
+                return std::abs(heading.place.center().x() - line.at) <= heading.place.width();
+            };
+            const bool isDated = std::any_of(chart.headings.begin(), chart.headings.end(), isBelow);
+            QVERIFY2(line.label.text != before || isDated, qPrintable(line.label.text));
+            before = line.label.text;
+        }
+    }
+    QVERIFY(isAnyLeftOut);
 }
 
 void TestChartLayout::pricesFollowWhatIsShown()

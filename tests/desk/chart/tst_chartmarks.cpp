@@ -46,6 +46,8 @@ private Q_SLOTS:
     void theWorstMarkOfACandleIsSeen();
     void longerTimeframesTakeTheirDaysMarks();
     void barsAtMidnightAreMarkedAtTheirDay();
+    void barsAtMidnightInACandleOfTheDayBeforeAreMarkedThere();
+    void aStretchFromMidnightHasTheBarsAtMidnight();
     void nothingIsMarkedWithoutCandles();
 };
 
@@ -133,6 +135,33 @@ void TestChartMarks::barsAtMidnightAreMarkedAtTheirDay()
                      (std::vector<CandleMark>{{size_t(offset), ChartMark::Kind::Warning, text}}));
         }
     }
+}
+
+// Where they are all that the day has.
+void TestChartMarks::barsAtMidnightInACandleOfTheDayBeforeAreMarkedThere()
+{
+    const QDate day = firstDay.addDays(1);
+    const auto series = testsupport::seriesOf({{testsupport::makeBar(firstDay, QTime(23, 50), 1)},
+                                               {testsupport::makeBar(day, QTime(0, 0), 2)}});
+    for (const Timeframe timeframe : {Timeframe::Hour, Timeframe::Day}) {
+        const auto candles = axisOf(series, timeframe).candles({-10, 10});
+        QCOMPARE(candles.size(), 1U);
+        for (const QTime& from : {QTime(), QTime(0, 0)}) {
+            const auto found = vexdesk::marksOfCandles({mark(day, from)}, candles);
+            QCOMPARE(found, (std::vector<CandleMark>{{0, ChartMark::Kind::Warning, text}}));
+        }
+        // What is later on that day is behind the candle.
+        QVERIFY(vexdesk::marksOfCandles({mark(day, QTime(0, 1))}, candles).empty());
+    }
+}
+
+// They are of the day in whose file they stand, also for what is told of its first minutes.
+void TestChartMarks::aStretchFromMidnightHasTheBarsAtMidnight()
+{
+    const auto series = testsupport::seriesOf({{testsupport::makeBar(firstDay, QTime(0, 0), 1)}});
+    const auto candles = axisOf(series, Timeframe::Minute).candles({-10, 10});
+    const auto found = vexdesk::marksOfCandles({mark(firstDay, QTime(0, 0), QTime(0, 5))}, candles);
+    QCOMPARE(found, (std::vector<CandleMark>{{0, ChartMark::Kind::Warning, text}}));
 }
 
 void TestChartMarks::nothingIsMarkedWithoutCandles()

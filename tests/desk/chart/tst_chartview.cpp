@@ -130,6 +130,8 @@ private Q_SLOTS:
     void stepsAreNoJumps();
     void goesToATime();
     void goesToADay();
+    void midnightIsTheBeginOfADayAndOfWhatIsLonger();
+    void homeShowsTheFirstBarWithNightsToo();
     void goesToADayThatIsNotReadYet();
     void theMouseReadsABar();
     void theCrosshairGoesWithTheMouse();
@@ -625,6 +627,42 @@ void TestChartView::goesToADay()
         m_view->goTo(firstDay.addDays(1000));
         QVERIFY(m_view->range().end >= m_view->reach().end - 1);
     }
+}
+
+void TestChartView::midnightIsTheBeginOfADayAndOfWhatIsLonger()
+{
+    for (const bool areNightsShown : {false, true}) {
+        m_view->setNightsShown(areNightsShown);
+        for (const Timeframe timeframe : {Timeframe::Day, Timeframe::Week}) {
+            m_view->setTimeframe(timeframe);
+            m_view->goTo(wallTime(firstDay.addDays(7)));
+            QVERIFY(m_view->pointed());
+            QCOMPARE(m_view->pointed()->day, firstDay.addDays(7));
+        }
+    }
+}
+
+void TestChartView::homeShowsTheFirstBarWithNightsToo()
+{
+    m_view->setNightsShown(true);
+    QVERIFY(m_view->range().length() < 10 * 60); // the first bar ends at 10:01
+    key(Qt::Key_Home);
+    QVERIFY(!m_view->chart().candles.empty());
+    QCOMPARE(m_view->chart().candles.front().candle.day, firstDay);
+    QCOMPARE(m_view->chart().candles.front().candle.end, wallTime(firstDay, QTime(10, 1)));
+    // When it begins is known only when the day is read.
+    std::vector<vexdesk::SeriesDay> days = m_series->days();
+    days.front() = testsupport::unreadDay(firstDay, 120 * 48);
+    m_view->showSeries(std::make_shared<const BarSeries>(60, days));
+    key(Qt::Key_Home);
+    QVERIFY(m_view->chart().candles.empty());
+    m_view->updateSeries(m_series);
+    QVERIFY(!m_view->chart().candles.empty());
+    // Who has gone elsewhere is not taken back.
+    key(Qt::Key_End);
+    const SlotRange end = m_view->range();
+    m_view->updateSeries(m_series);
+    QVERIFY(isNear(m_view->range(), end));
 }
 
 void TestChartView::goesToADayThatIsNotReadYet()

@@ -75,6 +75,7 @@ private Q_SLOTS:
     void placesAreRemembered();
     void aPlaceIsKeptThroughSizes();
     void aTimeframeChosenWhileAllIsShownIsSeen();
+    void aGlanceAtMonthsKeepsTheZoom();
     void everythingIsRememberedForEverySize();
     void aPlaceLongerThanEverythingHasTheEnd();
     void statesComeBack();
@@ -305,6 +306,21 @@ void TestChartViewport::aTimeframeChosenWhileAllIsShownIsSeen()
     // And stays when more is read.
     viewport.updateSeries(makeSeries(11, 120));
     QCOMPARE(viewport.shownTimeframe(), Timeframe::Minute);
+}
+
+void TestChartViewport::aGlanceAtMonthsKeepsTheZoom()
+{
+    for (const bool isAtEnd : {true, false}) {
+        ChartViewport viewport = viewportOf(makeSeries(40, 120));
+        viewport.setRange({1000, 1060});
+        if (isAtEnd)
+            viewport.move(100'000);
+        const SlotRange before = viewport.range();
+        viewport.setTimeframe(Timeframe::Month);
+        QVERIFY(viewport.range().length() < before.length());
+        viewport.setTimeframe(Timeframe::Minute);
+        QVERIFY(isNear(viewport.range(), before));
+    }
 }
 
 void TestChartViewport::everythingIsRememberedForEverySize()

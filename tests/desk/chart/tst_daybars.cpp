@@ -63,6 +63,7 @@ private Q_SLOTS:
     void givesBackTheVeryBars();
     void takesLittleRoom_data();
     void takesLittleRoom();
+    void blocksTakeNoRoomForOthers();
     void zerosAtTheEndTakeNoRoom();
     void moneyThatSharesItsRoomIsNearlyKept();
     void takesBarsOneAfterTheOther();
@@ -155,8 +156,19 @@ void TestDayBars::takesLittleRoom()
     bars[1].openInterest = openInterest;
     const DayBars day(bars, 2);
     QCOMPARE(day.at(1).high, highest);
-    QVERIFY2(day.bytes() <= 1000 * most + 200, qPrintable(QString::number(day.bytes())));
+    constexpr int beside = 40 + 80; // of the day and of its only block
+    QVERIFY2(day.bytes() <= 1000 * most + beside, qPrintable(QString::number(day.bytes())));
     QVERIFY2(day.bytes() > 1000 * most, qPrintable(QString::number(day.bytes())));
+}
+
+void TestDayBars::blocksTakeNoRoomForOthers()
+{
+    vexdesk::DayBarsMaker maker;
+    constexpr int count = 2 * DayBars::blockSize + 1;
+    for (int i = 0; i < count; ++i)
+        maker.add(barAt(i, 1.25), 2);
+    const auto day = maker.finish();
+    QCOMPARE(day->bytes(), qsizetype(count * 24 + 3 * 80 + 40));
 }
 
 void TestDayBars::zerosAtTheEndTakeNoRoom()

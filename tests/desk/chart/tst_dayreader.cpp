@@ -56,6 +56,7 @@ private Q_SLOTS:
     void aDayOfTooManyBarsIsSummedUp();
     void zerosAtTheEndTakeNoRoom();
     void listsTheDaysOfOneTimeframeInOrder();
+    void listsAndTellsWhatIsNoFile();
     void aStampIsThatOfTheFile();
     void doesNotTrustAFileThatWasJustWritten();
 
@@ -182,8 +183,9 @@ void TestDayReader::aMissingFileHasNoBars()
     const ReadDay none = vexdesk::readDay(path(QStringLiteral("none")), day);
     QVERIFY(!none.bars);
     QCOMPARE(none.summary->count, qsizetype(0));
+    QVERIFY(none.outcome);
     QVERIFY(!read(""));
-    QVERIFY(vexdesk::listDays(path(QStringLiteral("none")), 60).empty());
+    QVERIFY(vexdesk::listDays(path(QStringLiteral("none")), 60)->empty());
 }
 
 void TestDayReader::aDayThatCannotBeReadToItsEndHasNoBars()
@@ -192,8 +194,8 @@ void TestDayReader::aDayThatCannotBeReadToItsEndHasNoBars()
     {
         const testsupport::Fault fault(testsupport::SystemCall::Read, dayFile(day), EIO, 1);
         const ReadDay read = vexdesk::readDay(path(dayFile(day)), day);
-        QVERIFY(!read.bars);
-        QCOMPARE(read.summary->count, qsizetype(0));
+        QVERIFY(!read.bars && !read.summary);
+        QCOMPARE(read.outcome.message(), qt_error_string(EIO));
         QVERIFY(fault.failed() > 0);
     }
     QCOMPARE(vexdesk::readDay(path(dayFile(day)), day).bars->size(), qsizetype(3));
@@ -281,20 +283,40 @@ void TestDayReader::listsTheDaysOfOneTimeframeInOrder()
     writeFile(path(dayFile(day, 1)), barLines(ten, 30));
     writeFile(path(QStringLiteral("20240115_60")), barLines(ten, 30));
     writeFile(path(QStringLiteral("2024011_60.iss")), barLines(ten, 30));
-    QVERIFY(QDir(m_directory->path()).mkdir(dayFile(day.addDays(9))));
-    const std::vector<ListedDay> days = vexdesk::listDays(m_directory->path(), 60);
+    const std::vector<ListedDay> days = *vexdesk::listDays(m_directory->path(), 60);
     QCOMPARE(days.size(), 3U);
     for (int i = 0; i < 3; ++i) {
         QCOMPARE(days[size_t(i)].day, day.addDays(i));
         QCOMPARE(days[size_t(i)].stamp.size, barLines(ten, 3 + i).size());
     }
-    QCOMPARE(vexdesk::listDays(m_directory->path(), 1).size(), 1U);
+    QCOMPARE(vexdesk::listDays(m_directory->path(), 1)->size(), 1U);
+}
+
+// It may be a day that was stored.
+void TestDayReader::listsAndTellsWhatIsNoFile()
+{
+    const QDate second = day.addDays(1);
+    const QDate third = day.addDays(2);
+    QVERIFY(QDir(m_directory->path()).mkdir(dayFile(day)));
+    QVERIFY(QFile::link(path(QStringLiteral("nowhere")), path(dayFile(second))));
+    writeFile(path(dayFile(third)), "no bar\n");
+    const std::vector<ListedDay> days = *vexdesk::listDays(m_directory->path(), 60);
+    QCOMPARE(days.size(), 3U);
+    QVERIFY(!days[0].stamp.isSettled && !days[1].stamp.isSettled);
+    const auto read = [this](const QDate& date) {
+        return vexdesk::readDay(path(dayFile(date)), date);
+    };
+    QCOMPARE(read(day).outcome.message(), QStringLiteral("это каталог, а не файл"));
+    QCOMPARE(read(second).outcome.message(), QStringLiteral("ссылка никуда не ведёт"));
+    QCOMPARE(read(third).outcome.message(), QStringLiteral("в файле нет ни одного бара"));
+    QVERIFY(!read(day).summary && !read(second).summary && read(third).summary);
+    QVERIFY(read(day.addDays(3)).outcome); // there is none
 }
 
 void TestDayReader::aStampIsThatOfTheFile()
 {
     const QString name = dayFile(day);
-    const auto stamp = [this] { return vexdesk::listDays(m_directory->path(), 60).at(0).stamp; };
+    const auto stamp = [this] { return vexdesk::listDays(m_directory->path(), 60)->at(0).stamp; };
     writeFile(path(name), barLines(ten, 3));
     settle(name);
     const DayStamp before = stamp();
@@ -311,7 +333,7 @@ void TestDayReader::aStampIsThatOfTheFile()
 void TestDayReader::doesNotTrustAFileThatWasJustWritten()
 {
     const QString name = dayFile(day);
-    const auto stamp = [this] { return vexdesk::listDays(m_directory->path(), 60).at(0).stamp; };
+    const auto stamp = [this] { return vexdesk::listDays(m_directory->path(), 60)->at(0).stamp; };
     const QDateTime time = QDateTime::currentDateTime();
     const auto writeAt = [this, &name, &time](int number) {
         writeFile(path(name), barLine(ten, number));

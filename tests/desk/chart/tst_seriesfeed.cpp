@@ -70,6 +70,7 @@ private Q_SLOTS:
     void tellsManyFilesInFewTurns();
     void forgetsTheSeriesThatWasChosenBefore();
     void aWatcherTellsThatItHasBegunToWatch();
+    void tellsWhatItCouldNotReadAndTriesAgain();
     void isSilentWhenItIsStopped();
     void canGoWhileItReads();
     void neitherAFileNorAListingIsWaitedFor();
@@ -527,6 +528,24 @@ void TestSeriesFeed::aWatcherTellsThatItHasBegunToWatch()
     watcher.watch({m_root->path(), path(dayFile(day))}); // waited for in the same directory
     writeFile(path(dayFile(day)), barLines(ten, 5));
     QVERIFY(changed.wait());
+}
+
+void TestSeriesFeed::tellsWhatItCouldNotReadAndTriesAgain()
+{
+    writeDays(3, 5);
+    const QDate second = day.addDays(1);
+    {
+        const testsupport::Fault fault(testsupport::SystemCall::Read, dayFile(second), EIO);
+        m_feed->choose(alfa);
+        QTRY_VERIFY(m_series && m_series->days().size() == 3 && !m_series->days()[1].reading);
+        QCOMPARE(m_series->days()[1].reading.message(), qt_error_string(EIO));
+        // A day that is not known is none without bars.
+        QVERIFY(!m_series->days()[1].summary);
+        QTRY_COMPARE(barCount(), 10);
+    }
+    m_feed->readAgain();
+    QTRY_COMPARE(barCount(), 15);
+    QVERIFY(m_series->days()[1].reading);
 }
 
 void TestSeriesFeed::isSilentWhenItIsStopped()

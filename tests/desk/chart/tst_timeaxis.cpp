@@ -65,6 +65,7 @@ private Q_SLOTS:
     void aStoredDayAtMidnightIsFoundAtItsDay_data();
     void aStoredDayAtMidnightIsFoundAtItsDay();
     void aDayOfTwoCandlesHasOneSlotOfTheCalendar();
+    void aLoneBarAtMidnightIsDrawnWhereAPartOfItIsSeen();
     void theFirstSlotOfADayIsFound();
     void weeksAndMonthsAreMadeOfDays();
     void givesTheCandlesInARange();
@@ -226,6 +227,23 @@ void TestTimeAxis::aDayOfTwoCandlesHasOneSlotOfTheCalendar()
     QCOMPARE(candles[1].candle.count, qsizetype(2));
     QCOMPARE(candles[1].candle.bar.volume, 103 + 104);
     QCOMPARE(candles[1].candle.end, wallTime(firstDay.addDays(3)));
+}
+
+// Its interval is the last one of the day before, and its file is of the next.
+void TestTimeAxis::aLoneBarAtMidnightIsDrawnWhereAPartOfItIsSeen()
+{
+    const QDate day = firstDay.addDays(1);
+    const TimeAxis axis =
+        axisOf(testsupport::seriesOf({{makeBar(firstDay, {10, 0}, 1)}, {makeBar(day, {0, 0}, 2)}}),
+               Timeframe::Minute, true);
+    constexpr int minutes = 24 * 60;
+    for (const double end : {minutes - 0.9, minutes - 0.5, minutes + 0.0, minutes + 0.5}) {
+        const std::vector<PlacedCandle> candles = axis.candles({end - 10, end});
+        QCOMPARE(candles.size(), 1U);
+        QCOMPARE(candles[0].slot, minutes - 1);
+    }
+    QVERIFY(axis.candles({minutes - 10, minutes - 1}).empty());
+    QVERIFY(axis.candles({minutes + 0.0, minutes + 10}).empty());
 }
 
 void TestTimeAxis::theFirstSlotOfADayIsFound()
