@@ -149,24 +149,39 @@
         <translation>Nothing to copy: there are no bars in this range</translation>
     </message>
     <message>
-        <source>Скопировано баров: %1</source>
-        <translation>Bars copied: %1</translation>
-    </message>
-    <message>
         <source>Копирование баров</source>
         <translation>Copying of bars</translation>
     </message>
     <message>
+        <source>Скопировать</source>
+        <translation>Copy</translation>
+    </message>
+    <message>
+        <source>Скопировано баров: %1, таймфрейм: %2</source>
+        <translation>Bars copied: %1, timeframe: %2</translation>
+    </message>
+    <message>
+        <source>; не скопировано дней: %1</source>
+        <translation>; days not copied: %1</translation>
+    </message>
+    <message>
         <source>Бары прочитаны не за все дни. Не удалось прочитать дней: %1, первый из них — %2.
 
+%3
+
 Скопировать остальные?</source>
-        <translation>Not all days could be read. Days without bars: %1, the first of them %2.
+        <translation>Bars were not read of all days. Days that could not be read: %1, the first of them is %2.
+
+%3
 
 Copy the others?</translation>
     </message>
+</context>
+<context>
+    <name>vexdesk::BarsCopy</name>
     <message>
-        <source>Скопировать</source>
-        <translation>Copy</translation>
+        <source>файла больше нет, или он пуст</source>
+        <translation>the file is gone, or empty</translation>
     </message>
 </context>
 <context>
@@ -303,6 +318,18 @@ Copy the others?</translation>
         <source>Картинка PNG (*.png)</source>
         <translation>PNG picture (*.png)</translation>
     </message>
+    <message>
+        <source>Закр&amp;ыть остальные графики</source>
+        <translation>&amp;Keep only this chart</translation>
+    </message>
+    <message>
+        <source>&amp;Копировать бары (%1)</source>
+        <translation>&amp;Copy bars (%1)</translation>
+    </message>
+    <message>
+        <source>За %1 показать нечего: показан %2</source>
+        <translation>Nothing to show of %1: %2 is shown</translation>
+    </message>
 </context>
 <context>
     <name>vexdesk::ChartFiles</name>
@@ -417,12 +444,36 @@ Copy the others?</translation>
         <source>Картинка %1 сохранена в каталоге %2</source>
         <translation>Picture %1 saved in the folder %2</translation>
     </message>
+    <message>
+        <source>Прочитать снова</source>
+        <translation>Read again</translation>
+    </message>
+    <message>
+        <source>Прочитать снова то, что не удалось прочитать (F5)</source>
+        <translation>Read again what could not be read (F5)</translation>
+    </message>
+    <message>
+        <source>1 день не прочитан: %1: %2</source>
+        <translation>1 day was not read: %1: %2</translation>
+    </message>
+    <message>
+        <source>Не прочитано дней: %1. Первый из них: %2: %3</source>
+        <translation>Days that were not read: %1. The first of them: %2: %3</translation>
+    </message>
 </context>
 <context>
     <name>vexdesk::ChartTabs</name>
     <message>
         <source>%1 — %2 — %3</source>
         <translation>%1 — %2 — %3</translation>
+    </message>
+    <message>
+        <source>&amp;Закрыть</source>
+        <translation>&amp;Close</translation>
+    </message>
+    <message>
+        <source>Закрыть &amp;остальные</source>
+        <translation>Close &amp;others</translation>
     </message>
 </context>
 <context>
@@ -586,10 +637,40 @@ If both change history or settings, the changes of one of them will be lost.</tr
     </message>
 </context>
 <context>
+    <name>vexdesk::DayReader</name>
+    <message>
+        <source>ссылка никуда не ведёт</source>
+        <translation>the link leads nowhere</translation>
+    </message>
+    <message>
+        <source>это каталог, а не файл</source>
+        <translation>this is a directory and no file</translation>
+    </message>
+    <message>
+        <source>это не файл</source>
+        <translation>this is no file</translation>
+    </message>
+    <message>
+        <source>файл изменился, пока его открывали</source>
+        <translation>the file changed while it was opened</translation>
+    </message>
+    <message>
+        <source>в файле нет ни одного бара</source>
+        <translation>there is no bar in the file</translation>
+    </message>
+</context>
+<context>
     <name>vexdesk::Directories</name>
     <message>
         <source>Невозможно прочитать каталог %1: %2</source>
         <translation>Cannot read the directory %1: %2</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::DirectoryNames</name>
+    <message>
+        <source>Не удалось прочитать каталог &quot;%1&quot;: %2</source>
+        <translation>The directory &quot;%1&quot; could not be read: %2</translation>
     </message>
 </context>
 <context>
@@ -630,10 +711,6 @@ If both change history or settings, the changes of one of them will be lost.</tr
         <translation>&amp;Date:</translation>
     </message>
     <message>
-        <source>Этого дня нет, ближайший — %1</source>
-        <translation>There is no such day, the nearest is %1</translation>
-    </message>
-    <message>
         <source>День, день и месяц или дата целиком: 29, 29.02, 29.02.2024; стрелки вверх и вниз — соседние дни</source>
         <translation>A day, a day and a month, or a whole date, in the order in which it is shown; the arrow keys up and down go to the days beside it</translation>
     </message>
@@ -648,6 +725,10 @@ If both change history or settings, the changes of one of them will be lost.</tr
     <message>
         <source>%1. Хранятся дни с %2 по %3</source>
         <translation>%1. Stored days: %2 to %3</translation>
+    </message>
+    <message>
+        <source>За %1 показать нечего: будет показан %2</source>
+        <translation>Nothing to show of %1: %2 will be shown</translation>
     </message>
 </context>
 <context>
@@ -810,6 +891,10 @@ If both change history or settings, the changes of one of them will be lost.</tr
     <message>
         <source>Серии</source>
         <translation>Series</translation>
+    </message>
+    <message>
+        <source>Найти се&amp;рию</source>
+        <translation>Fin&amp;d series</translation>
     </message>
 </context>
 <context>
@@ -1272,6 +1357,14 @@ If both change history or settings, the changes of one of them will be lost.</tr
 
 To import them from a file, choose the import command of a loaded plug-in in the terminal&apos;s menu.</translation>
     </message>
+    <message>
+        <source>Каталога &quot;%1&quot; нет.</source>
+        <translation>There is no directory &quot;%1&quot;.</translation>
+    </message>
+    <message>
+        <source>Всего таких каталогов: %1</source>
+        <translation>Such directories in all: %1</translation>
+    </message>
 </context>
 <context>
     <name>vexdesk::SeriesTreeModel</name>
@@ -1307,10 +1400,6 @@ To import them from a file, choose the import command of a loaded plug-in in the
         <translation>Trading terminal</translation>
     </message>
     <message>
-        <source>Ни один модуль не загружен, поэтому здесь пока нечего выбрать.</source>
-        <translation>No plug-in is loaded, so there is nothing to choose here yet.</translation>
-    </message>
-    <message>
         <source>Терминал ищет модули в каталогах:</source>
         <translation>The terminal looks for plug-ins in these directories:</translation>
     </message>
@@ -1337,6 +1426,10 @@ To import them from a file, choose the import command of a loaded plug-in in the
     <message>
         <source>%1 — %2</source>
         <translation>%1 — %2</translation>
+    </message>
+    <message>
+        <source>Ни один модуль не загружен, поэтому команд здесь пока нет.</source>
+        <translation>No plug-in is loaded, so there are no commands here yet.</translation>
     </message>
 </context>
 <context>
