@@ -22,6 +22,11 @@ struct Text
     Q_DECLARE_TR_FUNCTIONS(vexdesk::BarsCopy)
 };
 
+QString whyMissing(const SeriesDay& day)
+{
+    return day.reading ? Text::tr("файла больше нет, или он пуст") : day.reading.message();
+}
+
 QDate dateAt(double time)
 {
     return wallDate(static_cast<qint64>(std::floor(time)));
@@ -104,11 +109,9 @@ SeriesDay BarsCopy::read(const SeriesDay& day) const
 
 void BarsCopy::noteMissing(const SeriesDay& day)
 {
-    const QString why =
-        day.reading ? Text::tr("файла больше нет, или он пуст") : day.reading.message();
     if (m_copied.missing.isEmpty())
         m_copied.firstMissing =
-            QStringLiteral("%1: %2").arg(QDir::toNativeSeparators(pathOf(day)), why);
+            QStringLiteral("%1: %2").arg(QDir::toNativeSeparators(pathOf(day)), whyMissing(day));
     m_copied.missing.append(day.day);
 }
 

@@ -4,6 +4,7 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 
 #include <cerrno>
 #include <fcntl.h>
@@ -20,12 +21,6 @@ struct Text
     Q_DECLARE_TR_FUNCTIONS(vexdesk::DirectoryNames)
 };
 
-Failure cannotRead(const QString& directory, int error)
-{
-    return {Text::tr("Не удалось прочитать каталог \"%1\": %2")
-                .arg(QDir::toNativeSeparators(directory), qt_error_string(error))};
-}
-
 bool isAbsence(int error)
 {
     return error == ENOENT || error == ENOTDIR || error == ELOOP;
@@ -35,6 +30,25 @@ bool isAbsence(int error)
 int errorOfReaching(const QByteArray& path)
 {
     return ::faccessat(AT_FDCWD, path.constData(), X_OK, AT_EACCESS) == 0 ? 0 : errno;
+}
+
+// The directory on the way to this one through which nobody gets, or this one.
+QString barredOn(const QString& directory)
+{
+    QString barred = directory;
+    for (QString above = QFileInfo(directory).path(); above != QFileInfo(above).path();
+         above = QFileInfo(above).path()) {
+        if (errorOfReaching(QFile::encodeName(above)) != 0)
+            barred = above;
+    }
+    return barred;
+}
+
+Failure cannotRead(const QString& directory, int error)
+{
+    const QString named = error == EACCES ? barredOn(directory) : directory;
+    return {Text::tr("Не удалось прочитать каталог \"%1\": %2")
+                .arg(QDir::toNativeSeparators(named), qt_error_string(error))};
 }
 
 } // namespace

@@ -168,13 +168,25 @@ QString SeriesTree::whyNothingIsThere() const
 // Above what could be read.
 void SeriesTree::showProblems(const QStringList& problems)
 {
-    constexpr int mostLines = 4;
     QString text = problems.value(0);
     if (problems.size() > 1)
         text += QStringLiteral("   ") + tr("Всего таких каталогов: %1").arg(problems.size());
     m_problem->setText(text);
     m_problem->setVisible(!text.isEmpty());
-    m_problem->setLines(std::clamp(m_problem->linesFor(text, m_line->width()), 1, mostLines));
+    fitProblem();
+}
+
+void SeriesTree::fitProblem()
+{
+    constexpr int mostLines = 4;
+    const int lines = m_problem->linesFor(m_problem->text(), std::max(1, m_line->width()));
+    m_problem->setLines(std::min(lines, mostLines));
+}
+
+void SeriesTree::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    fitProblem();
 }
 
 // Few series are seen at once; of many, the venues.

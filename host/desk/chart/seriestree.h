@@ -47,10 +47,12 @@ protected:
     void focusInEvent(QFocusEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void setStored(const QList<StoredSeries>& stored);
     void showProblems(const QStringList& problems);
+    void fitProblem();
     QString whyNothingIsThere() const;
     void expandFound(const QModelIndex& parent, int first, int last);
     void look();
