@@ -16,8 +16,8 @@ struct ChartOverlay
     std::optional<SlotRange> marked; ///< a range that was marked to be zoomed into
 };
 
-/// Paints a chart where its layout says, and its ground. A bar that closes below its open is filled,
-/// another one hollow. Keeps nothing; any thread.
+/// Paints a chart where its layout says, and its ground. A bar that closes below its open is
+/// filled, another one hollow. Keeps nothing; any thread.
 void paintChart(QPainter& painter, const ChartLayout& chart, const ChartColors& colors,
                 const ChartOverlay& overlay = {});
 
