@@ -204,7 +204,7 @@
     </message>
     <message>
         <source>и не больше &amp;места:</source>
-        <translation>and no more &amp;room than:</translation>
+        <translation>and no more r&amp;oom than:</translation>
     </message>
     <message>
         <source>Удалять нечего: самая новая точка остаётся всегда.</source>
@@ -213,6 +213,10 @@
     <message>
         <source>Будет удалено точек: %L1, освободится %2. То, что они хранят, вернуть потом будет нельзя. Сами данные при этом не меняются.</source>
         <translation>Points to be removed: %L1, which frees %2. What they keep cannot be put back after that. The data themselves do not change.</translation>
+    </message>
+    <message>
+        <source>&amp;Отмена</source>
+        <translation>&amp;Cancel</translation>
     </message>
 </context>
 <context>

@@ -82,12 +82,14 @@ for name in vexdesk-desk tadatamanager; do
         fail "$name holds the tour, which is for authors"
     fi
 done
-for file in bin/vexdesk-desk bin/tadata lib/vexdesk/plugins/libtadatamanager.so lib/vexdesk/plugins/libtadataquality.so lib/vexdesk/.installed \
+for file in bin/vexdesk-desk bin/tadata lib/vexdesk/.installed \
+    lib/vexdesk/plugins/libtadatamanager.so lib/vexdesk/plugins/libtadataquality.so \
     share/applications/vexdesk-desk.desktop share/icons/hicolor/48x48/apps/vexdesk-desk.png \
     share/icons/hicolor/scalable/apps/vexdesk-desk.svg share/man/man1/tadata.1.gz \
     share/man/ru/man1/tadata.1.gz share/vexdesk/translations/vexdesk_en.qm share/vexdesk/docs/guide.ru.md \
     share/vexdesk/docs/guide.en.md share/vexdesk/docs/images/ru/options.png \
     share/vexdesk/translations/tadata_en.qm lib/vexdesk/plugins/translations/tadatamanager_en.qm \
+    lib/vexdesk/plugins/translations/tadataquality_en.qm \
     share/doc/tadatamanager/guide.ru.md share/doc/tadatamanager/guide.en.md \
     include/vexdesk/iplugin.h lib/cmake/Vexdesk/VexdeskConfig.cmake; do
     [ -e "$prefix/$file" ] || fail "/usr/$file is missing"

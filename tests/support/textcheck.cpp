@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "support/textcheck.h"
 
+#include <QtCore/QHash>
 #include <QtCore/QRegularExpression>
 #include <QtCore/QSet>
+#include <QtGui/QKeySequence>
 #include <QtGui/QTextDocument>
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QAbstractItemView>
@@ -414,6 +416,19 @@ QStringList cutTexts(const QWidget* window)
 QStringList sharedAccessKeys(const QWidget* window)
 {
     QStringList shared;
+    QHash<QString, QString> byKey;
+    const QList<QWidget*> widgets = window->findChildren<QWidget*>();
+    for (const QWidget* const widget : widgets) {
+        const auto* const label = qobject_cast<const QLabel*>(widget);
+        if (!widget->isVisible() || widget->window() != window ||
+            !((label && label->buddy()) || qobject_cast<const QAbstractButton*>(widget)))
+            continue;
+        const QString text = widget->property("text").toString();
+        const QString key = QKeySequence::mnemonic(text).toString();
+        if (!key.isEmpty() && byKey.contains(key))
+            shared.append(QStringLiteral("%1: \"%2\", \"%3\"").arg(key, byKey.value(key), text));
+        byKey.insert(key, text);
+    }
     const QList<QMenuBar*> bars = window->findChildren<QMenuBar*>();
     for (const QMenuBar* const bar : bars)
         addSharedKeys(bar->actions(), QStringLiteral("menu bar"), &shared);

@@ -23,7 +23,8 @@ QStringList foreignTexts(const QWidget* window, Speech speech);
 /// stands; empty when all is well. The user-interface style and the fonts decide.
 QStringList cutTexts(const QWidget* window);
 
-/// Menus of the window in which two entries have the same access key, and the key.
+/// What is shown in the window with the same access key as another, and menus in which two entries
+/// have the same; each with the key.
 QStringList sharedAccessKeys(const QWidget* window);
 
 } // namespace testsupport

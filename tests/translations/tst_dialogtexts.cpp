@@ -541,6 +541,7 @@ void TestDialogTexts::windowsOfTheDataQuality()
     look(*shown);
     EVENTUALLY(!child<QLabel>(*shown, told.constData())->text().isEmpty());
     look(*shown);
+    m_faults += testsupport::sharedAccessKeys(*shown);
     QVERIFY2(m_faults.isEmpty(), qPrintable(m_faults.join(u'\n')));
     QTest::keyClick(*shown, Qt::Key_Escape);
 }

@@ -5,9 +5,9 @@
 #include "calendarmodel.h"
 #include "calendarview.h"
 #include "dayremarks.h"
-#include "labelmark.h"
 #include "remarksmodel.h"
 #include "seriesmodel.h"
+#include "textcolours.h"
 
 #include <QtCore/QLocale>
 #include <QtCore/QSaveFile>
@@ -267,7 +267,7 @@ void HealthWindow::showSummary()
         text += u'\n' + tr("Не прочитано: %L1. %2").arg(problems.size()).arg(problems.first());
     m_summary->setText(text);
     m_summary->setToolTip(problems.join(u'\n'));
-    tadata::markLabel(m_summary, problems.isEmpty());
+    tadata::tintLabel(m_summary, problems.isEmpty());
     m_list->setEnabled(!shown.isEmpty());
 }
 
@@ -385,5 +385,5 @@ void HealthWindow::say(const QString& text, bool isWarning)
 {
     m_status->setText(text);
     m_status->setVisible(!text.isEmpty());
-    tadata::markLabel(m_status, !isWarning);
+    tadata::tintLabel(m_status, !isWarning);
 }

@@ -35,6 +35,7 @@ FreeSpaceDialog::FreeSpaceDialog(const QList<vexdesk::RestorePointRecord>& point
     m_preview->setWordWrap(true);
 
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
+    buttons->button(QDialogButtonBox::Cancel)->setText(tr("&Отмена"));
     m_remove = buttons->addButton(tr("&Удалить точки"), QDialogButtonBox::AcceptRole);
     m_remove->setObjectName(QStringLiteral("remove"));
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);

@@ -2,11 +2,11 @@
 #include "pointswindow.h"
 
 #include "freespacedialog.h"
-#include "labelmark.h"
 #include "pointfilesmodel.h"
 #include "pointsmodel.h"
 #include "pointwords.h"
 #include "restoresettings.h"
+#include "textcolours.h"
 
 #include <vexdesk/history/storepaths.h>
 
@@ -177,7 +177,7 @@ void PointsWindow::showPoints(const Points& points)
     if (!points) {
         m_points->setPoints({});
         m_summary->setText(points.message());
-        tadata::markLabel(m_summary, false);
+        tadata::tintLabel(m_summary, false);
         choose();
         return;
     }
@@ -196,7 +196,7 @@ void PointsWindow::showPoints(const Points& points)
     for (const QString& problem : points->found.problems)
         summary += u'\n' + problem;
     m_summary->setText(summary);
-    tadata::markLabel(m_summary, points->found.problems.isEmpty());
+    tadata::tintLabel(m_summary, points->found.problems.isEmpty());
     choose();
 }
 
@@ -245,7 +245,7 @@ void PointsWindow::choose()
     // What was said of another one is not true of this one.
     if (m_shownId != point->id) {
         m_effect->setText(tr("Точка проверяется..."));
-        tadata::markLabel(m_effect, true);
+        tadata::tintLabel(m_effect, true);
     }
     m_shownId = point->id;
     m_listing.start([record = *point](const std::atomic<bool>&) { return tadata::filesOf(record); },
@@ -272,7 +272,7 @@ void PointsWindow::showCheck(const UndoCheck& check)
 {
     if (!check.outcome) {
         m_effect->setText(check.outcome.message());
-        tadata::markLabel(m_effect, false);
+        tadata::tintLabel(m_effect, false);
         return;
     }
     m_files->setForbidding(tadata::belowRoot(m_place, check.forbidding));
@@ -287,7 +287,7 @@ void PointsWindow::showCheck(const UndoCheck& check)
                           "возвращается.")
                            .arg(check.forbidding.size());
     m_effect->setText(text);
-    tadata::markLabel(m_effect, check.forbidding.isEmpty());
+    tadata::tintLabel(m_effect, check.forbidding.isEmpty());
 }
 
 void PointsWindow::putBack(bool isForced)
@@ -380,7 +380,7 @@ void PointsWindow::showFreed(const vexdesk::Outcome& outcome)
 void PointsWindow::say(const QString& text, bool isWarning)
 {
     m_status->setText(text);
-    tadata::markLabel(m_status, !isWarning);
+    tadata::tintLabel(m_status, !isWarning);
 }
 
 void PointsWindow::setAtWork(bool isAtWork)

@@ -2,6 +2,7 @@
 #include "daystrip.h"
 
 #include "importcolours.h"
+#include "textcolours.h"
 
 #include <QtCore/QLocale>
 #include <QtGui/QAccessible>

@@ -1,15 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "importcolours.h"
 
+#include "textcolours.h"
+
 namespace tadata {
 
 namespace {
-
-bool isDark(const QPalette& palette)
-{
-    constexpr int middle = 128;
-    return palette.color(QPalette::Base).lightness() < middle;
-}
 
 QColor chosen(const QPalette& palette, QRgb onLight, QRgb onDark)
 {
@@ -17,11 +13,6 @@ QColor chosen(const QPalette& palette, QRgb onLight, QRgb onDark)
 }
 
 } // namespace
-
-QColor faultText(const QPalette& palette)
-{
-    return chosen(palette, 0xffb00020, 0xffff8a80);
-}
 
 QColor faultBackground(const QPalette& palette)
 {

@@ -10,8 +10,7 @@
 /// background. User-interface thread.
 namespace tadata {
 
-/// Of what is wrong: as text, and behind the text.
-QColor faultText(const QPalette& palette);
+/// Behind what is wrong.
 QColor faultBackground(const QPalette& palette);
 /// Behind what a check has something to say of.
 QColor noticeBackground(const QPalette& palette);

@@ -4,6 +4,7 @@
 #include "daystrip.h"
 #include "importcolours.h"
 #include "problemsmodel.h"
+#include "textcolours.h"
 
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QHeaderView>

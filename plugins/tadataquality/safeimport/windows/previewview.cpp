@@ -3,6 +3,7 @@
 
 #include "importcolours.h"
 #include "rolesheader.h"
+#include "textcolours.h"
 
 #include <QtCore/QSignalBlocker>
 #include <QtGui/QKeyEvent>

@@ -4,7 +4,6 @@
 #include "compactbox.h"
 #include "filedrop.h"
 #include "filespicker.h"
-#include "importcolours.h"
 #include "importpreparation.h"
 #include "importrunner.h"
 #include "layoutpicker.h"
@@ -17,6 +16,7 @@
 #include "rolesheader.h"
 #include "seriespicker.h"
 #include "serieswatch.h"
+#include "textcolours.h"
 #include "windowsize.h"
 
 #include <vexdesk/history/storepaths.h>
@@ -463,10 +463,7 @@ void SafeImportWindow::showResult(const SafeImportResult& result)
 
 void SafeImportWindow::say(const QString& text, bool isGood)
 {
-    QPalette colours = palette();
-    if (!isGood)
-        colours.setColor(QPalette::WindowText, tadata::faultText(colours));
-    m_message->setPalette(colours);
+    tadata::tintLabel(m_message, isGood);
     m_message->setText(text);
 }
 
