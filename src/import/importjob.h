@@ -44,10 +44,10 @@ ImportResult importBars(const QString& fileName, const ImportDetails& details,
 /// Bad lines may be passed over, and written into a file of their own; what cannot be added up ends
 /// the import in any case. Replacing is what importBars() does; the bars of a ticker then stand
 /// together in the file, and one that comes back ends the import. A file that somebody has written
-/// into meanwhile is told at the end, with all that was read of it stored. Merging and filling are described
-/// with mergeBars(). Each ticker is imported as a file of its lines alone would be: the minute that
-/// is open at the end of a ticker's bars is dropped, and no other. Any thread; memory holds a day
-/// of one series at most.
+/// into meanwhile is told at the end, with all that was read of it stored. Merging and filling are
+/// described with mergeBars(). Each ticker is imported as a file of its lines alone would be: the
+/// minute that is open at the end of a ticker's bars is dropped, and no other. Any thread; memory
+/// holds a day of one series at most.
 ImportResult importByWays(const QString& fileName, const ImportDetails& details,
                           const ImportWays& ways, const ImportSeries& series,
                           const ProgressSink& progress, const Surroundings& surroundings = {});
