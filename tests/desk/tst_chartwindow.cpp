@@ -624,9 +624,11 @@ void TestChartWindow::aChartHasRoomOnASmallScreen()
     const QSize alone = m_window->minimumSizeHint();
     QVERIFY2(alone.width() <= 390, qPrintable(QString::number(alone.width())));
     m_window->resize(alone);
-    QTRY_COMPARE(m_window->size(), alone); // a window manager answers later
+    QTRY_COMPARE(m_window->width(), alone.width()); // a window manager answers later
     key(Qt::Key_Left);
     QTRY_VERIFY(!readout().isEmpty());
+    // The values under the crosshair take more lines here than they did.
+    QVERIFY2(m_window->height() <= 290, qPrintable(QString::number(m_window->height())));
     QTRY_VERIFY(view()->chart().prices.place.height() > 30);
     QVERIFY(view()->chart().prices.lines.size() > 1);
 }
