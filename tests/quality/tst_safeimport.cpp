@@ -9,6 +9,7 @@
 #include "support/strictlog.h"
 
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
 
@@ -62,6 +63,10 @@ private Q_SLOTS:
     void badLinesAlonePassForNothing();
     void aFileThatHasChangedSinceIsNotImported();
     void aFileThatChangesMeanwhileIsTakenBack();
+    void aStoreThatHasChangedSinceIsNotImportedInto_data() { modes(); }
+    void aStoreThatHasChangedSinceIsNotImportedInto();
+    void directoriesThatWereMadeGoToo_data() { modes(); }
+    void directoriesThatWereMadeGoToo();
     void oneOfManyThatFailsTakesAllBack();
     void tickersGoToSeriesOfTheirOwn();
     void anUnknownTickerChangesNothing();
@@ -381,6 +386,45 @@ void TestSafeImport::aFileThatChangesMeanwhileIsTakenBack()
     const SafeImportResult result = run(wanted);
     QVERIFY2(result.end == End::TakenBack, qPrintable(result.message));
     QCOMPARE(store(), before);
+}
+
+// A day may be written anew in its place, so that its directory is the same.
+void TestSafeImport::aStoreThatHasChangedSinceIsNotImportedInto()
+{
+    QFETCH(const ImportMode, mode);
+    SafeImportOrder wanted = order({path("new.csv")}, mode);
+    const std::atomic<bool> goesOn = false;
+    const auto looks = tadata::checkChoices(
+        wanted.choices, wanted.files, root(), 10, [](int) {}, goesOn);
+    QVERIFY(looks);
+    wanted.stamps = looks->front().stamps;
+    QCOMPARE(wanted.stamps.size(), 1);
+    QFile day(path("store/S/B/X/20240116_60.iss"));
+    QVERIFY(day.open(QIODevice::Append));
+    day.write("235900;1;1;1;1;0;0;0\n");
+    day.close();
+    const Tree before = store();
+    const SafeImportResult result = run(wanted);
+    QVERIFY(result.end == End::TakenBack && !result.isCancelled);
+    QVERIFY2(result.message.contains(path("store/S/B/X")), qPrintable(result.message));
+    QCOMPARE(store(), before);
+    // Who has looked again imports.
+    wanted.stamps = tadata::checkChoices(
+                        wanted.choices, wanted.files, root(), 10, [](int) {}, goesOn)
+                        ->front()
+                        .stamps;
+    QVERIFY(run(wanted).end == End::Done);
+}
+
+void TestSafeImport::directoriesThatWereMadeGoToo()
+{
+    QFETCH(const ImportMode, mode);
+    QVERIFY(QDir(path("store/S")).removeRecursively());
+    writeFile(path("bad.csv"), barFile({tuesday, wednesday}, 20, 200) + "nonsense\n");
+    const SafeImportResult result = run(order({path("bad.csv")}, mode));
+    QVERIFY(result.end == End::TakenBack);
+    QVERIFY(!QFileInfo::exists(path("store/S")));
+    QVERIFY(QFileInfo::exists(path("store")));
 }
 
 void TestSafeImport::oneOfManyThatFailsTakesAllBack()

@@ -8,6 +8,7 @@
 #include <QtCore/QCoreApplication>
 
 #include <algorithm>
+#include <utility>
 
 namespace tadata {
 
@@ -55,8 +56,10 @@ Result<FileOutlook> checkFile(const ImportChoices& choices, const LaidOutFile& f
     const ImportDetails details = detailsFor(file, choices);
     const CheckedSeries series{.directory =
                                    [&](const QString& ticker) {
-                                       return directoryOf(root,
-                                                          seriesOf(choices, file.path, ticker));
+                                       const QDir dir =
+                                           directoryOf(root, seriesOf(choices, file.path, ticker));
+                                       outlook.stamps.insert(dir.path(), dayStamp(dir));
+                                       return dir;
                                    },
                                .describe =
                                    [&](const QString& ticker, TADataDescription* description) {
@@ -154,6 +157,14 @@ checkChoices(const ImportChoices& choices, const std::vector<LaidOutFile>& files
         outlooks.push_back(*std::move(outlook));
     }
     return outlooks;
+}
+
+ProgressSink tellingChanges(const ProgressSink& sink)
+{
+    return [sink, last = -1](int percent) mutable {
+        if (std::exchange(last, percent) != percent)
+            sink(percent);
+    };
 }
 
 SharedProgress::SharedProgress(const std::vector<LaidOutFile>& files, const ProgressSink& sink)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "daystamps.h"
 #include "filelayout.h"
 #include "importcheck.h"
 #include "importchoices.h"
@@ -52,6 +53,7 @@ struct FileOutlook
     QString path;
     QString refusal = {}; ///< null where the file was checked
     std::vector<SeriesOutlook> series = {};
+    DayStamps stamps = {}; ///< of the series, taken before their days were read
 };
 
 /// Checks one file after the other against what the store holds now. Fails once `stop` is set.
@@ -59,6 +61,10 @@ struct FileOutlook
 vexdesk::Result<std::vector<FileOutlook>>
 checkChoices(const ImportChoices& choices, const std::vector<LaidOutFile>& files, const QDir& root,
              qint64 maxProblems, const ProgressSink& progress, const std::atomic<bool>& stop);
+
+/// Tells only what is another percentage than the one before, for those who queue it: a file may go
+/// to another day with every line. One thread.
+ProgressSink tellingChanges(const ProgressSink& sink);
 
 /// Shares the progress of one after the other by their sizes.
 class SharedProgress final

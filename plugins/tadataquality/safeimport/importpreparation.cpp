@@ -78,7 +78,8 @@ void ImportPreparation::check()
     };
     m_check.setFuture(QtConcurrent::run(
         m_pool.get(), [choices = m_choices, files = m_files, root = m_root, stop = m_stop, tell] {
-            return addedUp(checkChoices(choices, files, root, mostProblems, tell, *stop));
+            return addedUp(
+                checkChoices(choices, files, root, mostProblems, tellingChanges(tell), *stop));
         }));
 }
 
@@ -92,6 +93,11 @@ ImportPreparation::Checked ImportPreparation::addedUp(Result<Outlooks> files)
     checked.files = *std::move(files);
     checked.outlook = outlookOf(checked.files);
     for (FileOutlook& file : checked.files) {
+        // A series that two files have is to be what it was for the first of them.
+        for (auto stamp = file.stamps.cbegin(); stamp != file.stamps.cend(); ++stamp) {
+            if (!checked.stamps.contains(stamp.key()))
+                checked.stamps.insert(stamp.key(), stamp.value());
+        }
         for (SeriesOutlook& series : file.series)
             series.check.days = {};
     }

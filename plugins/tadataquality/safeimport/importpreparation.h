@@ -37,6 +37,9 @@ public:
     /// The same of each file, without its days.
     const std::vector<FileOutlook>& outlooks() const { return m_checked.files; }
 
+    /// Of the series that were checked, as they were then.
+    const DayStamps& stamps() const { return m_checked.stamps; }
+
     /// So many problems of each file are listed.
     static constexpr qint64 mostProblems = 1000;
 
@@ -54,6 +57,7 @@ private:
     {
         std::vector<FileOutlook> files;
         ImportOutlook outlook;
+        DayStamps stamps;
         QString failure; ///< null where all was checked
     };
 

@@ -30,8 +30,9 @@ void ImportRunner::start(const SafeImportOrder& order)
         QMetaObject::invokeMethod(
             this, [this, percent] { Q_EMIT progressed(percent); }, Qt::QueuedConnection);
     };
-    m_import.setFuture(QtConcurrent::run(
-        m_pool.get(), [order, tell, stop = m_stop] { return runSafeImport(order, tell, *stop); }));
+    m_import.setFuture(QtConcurrent::run(m_pool.get(), [order, tell, stop = m_stop] {
+        return runSafeImport(order, tellingChanges(tell), *stop);
+    }));
 }
 
 void ImportRunner::cancel()

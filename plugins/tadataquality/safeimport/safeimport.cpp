@@ -8,6 +8,7 @@
 #include <vexdesk/history/storepaths.h>
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QFileInfo>
 
 #include <algorithm>
 
@@ -97,7 +98,48 @@ private:
                 return series.failure();
             names += *series;
         }
-        return m_job.begin(m_order.root, vexdesk::sortedByCodePoint(names));
+        if (Outcome begun = m_job.begin(m_order.root, vexdesk::sortedByCodePoint(names)); !begun)
+            return begun;
+        noteMissingDirectories(names);
+        return {};
+    }
+
+    // Nobody else writes the series from here on.
+    Outcome isStoreAsSeen() const
+    {
+        for (auto seen = m_order.stamps.cbegin(); seen != m_order.stamps.cend(); ++seen) {
+            if (dayStamp(QDir(seen.key())) != seen.value())
+                return Failure{
+                    Text::tr("Дни в каталоге %1 изменились с тех пор, как было показано, "
+                             "что сделает импорт. Посмотрите, что будет сделано "
+                             "теперь.")
+                        .arg(QDir::toNativeSeparators(seen.key()))};
+        }
+        return {};
+    }
+
+    // Those of the series and above them, the deepest first.
+    void noteMissingDirectories(const QStringList& series)
+    {
+        const QString root = m_order.root.absolutePath();
+        for (const QString& name : series) {
+            QString path = m_order.root.absoluteFilePath(name);
+            while (path.size() > root.size() && !QFileInfo::exists(path) &&
+                   !m_missing.contains(path)) {
+                m_missing.append(path);
+                path = QFileInfo(path).path();
+            }
+        }
+        std::sort(
+            m_missing.begin(), m_missing.end(),
+            [](const QString& left, const QString& right) { return left.size() > right.size(); });
+    }
+
+    // One that somebody else has put something into stays.
+    void removeMadeDirectories() const
+    {
+        for (const QString& path : m_missing)
+            QDir().rmdir(path);
     }
 
     Result<QStringList> seriesOfFile(const LaidOutFile& file) const
@@ -127,6 +169,8 @@ private:
 
     Outcome importFiles()
     {
+        if (Outcome seen = isStoreAsSeen(); !seen)
+            return seen;
         SharedProgress shared(m_order.files, m_progress);
         for (const LaidOutFile& file : m_order.files) {
             if (Outcome seen = isAsSeen(file); !seen)
@@ -188,6 +232,7 @@ private:
     SafeImportResult takenBack(const Outcome& why)
     {
         const Outcome back = m_job.takeBack();
+        removeMadeDirectories();
         m_result.bars = m_result.days = m_result.badLines = 0;
         m_result.end = back ? SafeImportResult::End::TakenBack : SafeImportResult::End::Failed;
         QStringList messages{why.message(), back.message()};
@@ -209,6 +254,7 @@ private:
     const ProgressSink& m_progress;
     const std::atomic<bool>& m_stop;
     StoreJob m_job;
+    QStringList m_missing; ///< directories that were not there before
     SafeImportResult m_result;
 };
 

@@ -13,7 +13,9 @@ struct SafeImportOrder
     ImportChoices choices;
     /// As they were checked: a file that is no longer what it was ends the import.
     std::vector<LaidOutFile> files;
-    QDir root;                                           ///< of the store
+    QDir root; ///< of the store
+    /// Of the series as they were checked: one that has changed since ends the import.
+    DayStamps stamps = {};
     vexdesk::RestoreLimits limits = {};                  ///< of restore points
     std::chrono::milliseconds wait = vexdesk::usualWait; ///< for the locks
 };
@@ -37,8 +39,9 @@ struct SafeImportResult
 };
 
 /// Imports all files, under the locks of all their series, and changes nothing at all unless all of
-/// it comes to its end: when `stop` is set, or at an error, everything goes back to what it was.
-/// For that it makes a restore point even where none are to be kept.
+/// it comes to its end: when `stop` is set, or at an error, everything goes back to what it was,
+/// and directories that were made for it go. For that it makes a restore point even where none are
+/// to be kept.
 SafeImportResult runSafeImport(const SafeImportOrder& order, const ProgressSink& progress,
                                const std::atomic<bool>& stop);
 

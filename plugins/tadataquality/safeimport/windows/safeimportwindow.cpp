@@ -413,6 +413,7 @@ void SafeImportWindow::startImport()
     m_runner->start({.choices = m_choices,
                      .files = m_preparation->files(),
                      .root = m_root,
+                     .stamps = m_preparation->stamps(),
                      .limits = tadata::restoreLimits()});
     showRunning(tr("Импортирую..."));
 }
