@@ -28,7 +28,9 @@
 #include <vexdesk/terminal/core.h>
 
 #include <QtCore/QTemporaryDir>
+#include <QtGui/QAction>
 #include <QtGui/QClipboard>
+#include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 #include <QtWidgets/QCalendarWidget>
 #include <QtWidgets/QCheckBox>
@@ -118,6 +120,7 @@ private Q_SLOTS:
     void everythingIsThereAtTheNextStart();
     void aClosedChartComesBackAsItWas();
     void theKeyLooksForASeries();
+    void theFilterLeavesShortcutsToTheMenus();
     void theTreeIsToggledByItsItem();
     void theTreeIsAsItWasAtTheNextStart();
     void theMarkOfTheTreeIsTrueAtTheNextStart_data();
@@ -495,6 +498,18 @@ void TestChartWindow::aClosedChartComesBackAsItWas()
     open("ALFA");
     QCOMPARE(view()->timeframe(), Timeframe::Minutes10);
     QVERIFY(page()->isShown(vexdesk::Study::VolumeByPrice));
+}
+
+// Ctrl+Shift+Z does the last change of a line again, where the line takes it.
+void TestChartWindow::theFilterLeavesShortcutsToTheMenus()
+{
+    QAction command;
+    command.setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z));
+    m_window->addAction(&command);
+    const QSignalSpy chosen(&command, &QAction::triggered);
+    QCOMPARE(QApplication::focusWidget(), filter());
+    key(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(chosen.count(), 1);
 }
 
 void TestChartWindow::theKeyLooksForASeries()

@@ -160,9 +160,13 @@ void TestPoints::showsFiles()
     QCOMPARE(textAt(model, 0, PointFilesModel::Since), QStringLiteral("…"));
     testsupport::writeFile(root().filePath(monday), "by hand");
     const tadata::UndoCheck check = tadata::checkUndo(place(), point(id));
-    model.setForbidding(tadata::belowRoot(place(), check.forbidding));
+    model.setForbidding(tadata::belowRoot(place(), check.forbidding), true);
     QCOMPARE(textAt(model, 0, PointFilesModel::Since), QStringLiteral("изменился"));
     QCOMPARE(textAt(model, 1, PointFilesModel::Since), QStringLiteral("такой же"));
+    // What a killed import has left nobody knows.
+    model.setForbidding(tadata::belowRoot(place(), check.forbidding), false);
+    QCOMPARE(textAt(model, 0, PointFilesModel::Since), QStringLiteral("изменился"));
+    QCOMPARE(textAt(model, 1, PointFilesModel::Since), QStringLiteral("неизвестно"));
 }
 
 void TestPoints::previewsPruning_data()

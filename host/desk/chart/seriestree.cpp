@@ -226,6 +226,12 @@ void SeriesTree::openFound()
 
 bool SeriesTree::eventFilter(QObject* watched, QEvent* event)
 {
+    // To do something again is worth less in a line of a few letters than a command of the menu.
+    if (watched == m_line && event->type() == QEvent::ShortcutOverride &&
+        static_cast<QKeyEvent*>(event)->matches(QKeySequence::Redo)) {
+        event->ignore();
+        return true;
+    }
     if (event->type() != QEvent::KeyPress)
         return false;
     auto& key = *static_cast<QKeyEvent*>(event);

@@ -22,9 +22,10 @@ void PointFilesModel::setFiles(std::vector<PointFile> files)
     endResetModel();
 }
 
-void PointFilesModel::setForbidding(const QSet<QString>& paths)
+void PointFilesModel::setForbidding(const QSet<QString>& paths, bool isWorkKnown)
 {
     m_forbidding = paths;
+    m_isWorkKnown = isWorkKnown;
     m_isChecked = true;
     if (!m_files.empty())
         Q_EMIT dataChanged(index(0, Since), index(static_cast<int>(m_files.size()) - 1, Since));
@@ -72,7 +73,9 @@ QString PointFilesModel::textAt(const PointFile& file, int column) const
     default:
         if (!m_isChecked)
             return QStringLiteral("…");
-        return m_forbidding.contains(file.path) ? tr("изменился") : tr("такой же");
+        if (m_forbidding.contains(file.path))
+            return tr("изменился");
+        return m_isWorkKnown ? tr("такой же") : tr("неизвестно");
     }
 }
 

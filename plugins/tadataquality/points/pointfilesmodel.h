@@ -20,8 +20,9 @@ public:
 
     /// Of them it is not known yet what has changed since.
     void setFiles(std::vector<tadata::PointFile> files);
-    /// Those that have changed since, by path.
-    void setForbidding(const QSet<QString>& paths);
+    /// Those that have changed since, by path. Of a work that was interrupted it is not known what
+    /// it left, and so nothing of the other files.
+    void setForbidding(const QSet<QString>& paths, bool isWorkKnown);
     /// How many of these are shown.
     qsizetype forbiddingCount() const { return m_forbidding.size(); }
     const std::vector<tadata::PointFile>& files() const { return m_files; }
@@ -38,4 +39,5 @@ private:
     std::vector<tadata::PointFile> m_files;
     QSet<QString> m_forbidding;
     bool m_isChecked = false;
+    bool m_isWorkKnown = true;
 };

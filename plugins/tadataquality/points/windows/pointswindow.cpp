@@ -263,19 +263,21 @@ void PointsWindow::check()
     const std::optional<RestorePointRecord> point = chosen();
     if (!point)
         return;
-    m_checking.start([place = m_place, record = *point](
-                         const std::atomic<bool>&) { return tadata::checkUndo(place, record); },
-                     [this](const UndoCheck& found) { showCheck(found); });
+    m_checking.start(
+        [place = m_place, record = *point](const std::atomic<bool>&) {
+            return tadata::checkUndo(place, record);
+        },
+        [this, isKnown = point->isComplete](const UndoCheck& found) { showCheck(found, isKnown); });
 }
 
-void PointsWindow::showCheck(const UndoCheck& check)
+void PointsWindow::showCheck(const UndoCheck& check, bool isWorkKnown)
 {
     if (!check.outcome) {
         m_effect->setText(check.outcome.message());
         tadata::tintLabel(m_effect, false);
         return;
     }
-    m_files->setForbidding(tadata::belowRoot(m_place, check.forbidding));
+    m_files->setForbidding(tadata::belowRoot(m_place, check.forbidding), isWorkKnown);
     const auto& files = m_files->files();
     const auto returned = std::count_if(files.begin(), files.end(),
                                         [](const PointFile& file) { return file.returns(); });
@@ -286,8 +288,11 @@ void PointsWindow::showCheck(const UndoCheck& check)
         text += u' ' + tr("С тех пор изменились файлы: %L1; без особого подтверждения точка не "
                           "возвращается.")
                            .arg(check.forbidding.size());
+    if (!isWorkKnown)
+        text += u' ' + tr("Работа была прервана: изменились ли файлы с тех пор, неизвестно, и они "
+                          "вернутся без вопроса.");
     m_effect->setText(text);
-    tadata::tintLabel(m_effect, check.forbidding.isEmpty());
+    tadata::tintLabel(m_effect, check.forbidding.isEmpty() && isWorkKnown);
 }
 
 void PointsWindow::putBack(bool isForced)

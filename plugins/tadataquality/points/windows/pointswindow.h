@@ -64,7 +64,7 @@ private:
     void choose();
     void showFiles(const std::vector<tadata::PointFile>& files);
     void check();
-    void showCheck(const tadata::UndoCheck& check);
+    void showCheck(const tadata::UndoCheck& check, bool isWorkKnown);
     /// The chosen point, if there is one.
     std::optional<vexdesk::RestorePointRecord> chosen() const;
 
