@@ -96,7 +96,11 @@ StartPage::StartPage(QSet<QByteArray> ownCommands, QWidget* parent)
     rebuild();
 }
 
-StartPage::~StartPage() = default;
+StartPage::~StartPage()
+{
+    // The focus leaves the rows while they go, when this is a page no more.
+    disconnect(qApp, nullptr, this, nullptr);
+}
 
 void StartPage::Column::clear()
 {

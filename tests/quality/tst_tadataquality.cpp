@@ -140,27 +140,27 @@ private:
     /// Begins with a core that has these charts.
     void start(vexdesk::ICharts* charts)
     {
-        m_core.theCharts = charts;
+        m_core = std::make_unique<CoreWithCharts>();
+        m_core->theCharts = charts;
         testsupport::makeIllStore(m_plugin->store());
-        plugin()->init(&m_core);
+        plugin()->init(m_core.get());
     }
     QWidget* openHealth();
 
-    CoreWithCharts m_core;
+    std::unique_ptr<CoreWithCharts> m_core; ///< where a test begins with it
     std::unique_ptr<LoadedPlugin> m_plugin;
 };
 
 void TestTADataQuality::init()
 {
     testsupport::failOnStrayWarnings();
-    m_core.pages.clear();
-    m_core.theCharts = nullptr;
     m_plugin = std::make_unique<LoadedPlugin>(testsupport::qualityPluginFile());
 }
 
 void TestTADataQuality::cleanup()
 {
     m_plugin.reset();
+    m_core.reset();
 }
 
 void TestTADataQuality::carriesMetadata()
@@ -394,8 +394,8 @@ void TestTADataQuality::opensFilesThatAreDroppedOnTheTerminal()
 void TestTADataQuality::offersItsOptions()
 {
     start(nullptr);
-    QCOMPARE(m_core.pages.size(), 1);
-    IOptionsPage* const page = m_core.pages.first();
+    QCOMPARE(m_core->pages.size(), 1);
+    IOptionsPage* const page = m_core->pages.first();
     QCOMPARE(page->displayName(), QStringLiteral("Точки восстановления"));
     QCOMPARE(page->displayCategory(), QStringLiteral("Качество данных ТА"));
     QVERIFY(!page->categoryIcon().pixmap(24).isNull());
@@ -430,18 +430,18 @@ void TestTADataQuality::keepsLimitsThatNobodyChanged()
         settings.setValue(QStringLiteral("megabytes"), 100'000'000);
     }
     QWidget dialog;
-    m_core.pages.first()->createPage(&dialog);
-    m_core.pages.first()->apply();
+    m_core->pages.first()->createPage(&dialog);
+    m_core->pages.first()->apply();
     const AppSettings settings(QStringLiteral("TADataManager/RestorePoints"));
     QCOMPARE(settings.value(QStringLiteral("keep")).toInt(), 1'000'000);
     QCOMPARE(settings.value(QStringLiteral("megabytes")).toInt(), 100'000'000);
-    m_core.pages.first()->finish();
+    m_core->pages.first()->finish();
 }
 
 void TestTADataQuality::takesNoLimitsThatWereNotShown()
 {
     start(nullptr);
-    m_core.pages.first()->apply();
+    m_core->pages.first()->apply();
     QVERIFY(!AppSettings(QStringLiteral("TADataManager/RestorePoints"))
                  .contains(QStringLiteral("keep")));
 }
