@@ -657,7 +657,7 @@ void TestImportCheck::asksForNoSeriesOfBadLinesAlone()
 
 namespace {
 
-// What is allocated; 0 where that is not known.
+// What is allocated; the same at all times where that is not known.
 size_t allocated()
 {
 #ifdef __GLIBC__
@@ -703,7 +703,7 @@ void TestImportCheck::keepsLittleOfEachOfManyTickers()
         QCOMPARE(shownDays(one.check), days("2024-01-15 bars 2 stored 0 result 2 lost 0 new"));
         QCOMPARE(one.check.spacing, std::optional(8 * 3600));
     }
-    if (before == 0)
+    if (most == before)
         QSKIP("This allocator does not tell");
     QVERIFY2(most - before < tickers * mostOfOne,
              qPrintable(QString::number((most - before) / tickers)));
