@@ -3,23 +3,28 @@
 
 #include <QtCore/QtGlobal>
 
+#include <array>
+#include <map>
 #include <optional>
-#include <vector>
 
 namespace tadata {
 
-/// Counts how far the bars of a file are apart. A plain value; one thread at a time.
+/// Counts how far the bars of a file are apart. A plain value; one thread at a time. There may be
+/// one for each of the many series of a file: it has some two kilobytes, and more only for far
+/// distances of different lengths.
 class BarSpacing final
 {
 public:
-    BarSpacing();
-
     /// The distance of a bar from the one before on the same day, in seconds; only those above 0
     /// count.
     void add(int seconds)
     {
-        if (seconds > 0)
-            ++m_counts[static_cast<size_t>(seconds)];
+        if (seconds <= 0)
+            return;
+        if (seconds < farFrom)
+            ++m_near[static_cast<size_t>(seconds)];
+        else
+            addFar(seconds);
     }
 
     /// The most frequent one, of several the smallest; none without any.
@@ -28,7 +33,16 @@ public:
     bool isStrangeFor(int timeframe) const;
 
 private:
-    std::vector<qint64> m_counts; ///< by the distance
+    /// Above five minutes, the longest distance that is usual for many bars.
+    static constexpr int farFrom = 301;
+
+    void addFar(int seconds);
+    /// Gives the distances that there are, ascending, and how often.
+    template <typename Visit>
+    void visit(Visit visit) const;
+
+    std::array<qint64, farFrom> m_near{}; ///< by the distance
+    std::map<int, qint64> m_far;
 };
 
 } // namespace tadata

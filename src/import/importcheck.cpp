@@ -43,30 +43,33 @@ Result<QString> refusalOf(const QString& input, const ImportWays& ways, const QD
     return checkRejectsPlace(ways.rejects, {dir}).message();
 }
 
-// What is found of one series of the file.
+// What is found of one series of the file. The import comes to it once it has begun.
 class SeriesCheck final
 {
 public:
-    SeriesCheck(const QString& input, ImportDetails details, const ImportWays& ways,
-                const QDir& dir, const QString& refusal, const QString& ticker, qint64 maxProblems,
-                const std::atomic<bool>* stop)
-        : m_details(std::move(details))
-        , m_review(m_details, ways.mode, maxProblems)
-        , m_refusal(refusal)
+    SeriesCheck(const ImportDetails& details, const ImportWays& ways, qint64 maxProblems)
+        : m_review(details, ways.mode, maxProblems)
         , m_isAtOnce(ways.mode != ImportMode::Replace)
-    {
-        if (ways.mode == ImportMode::Replace)
-            m_preview = std::make_unique<ReplacePreview>(dir, m_details.timeframe);
-        else
-            m_preview = std::make_unique<MergePreview>(input, m_details, ways, dir, ticker, stop);
-        if (isRefused())
-            m_check.stop = ImportStop{.message = m_refusal};
-    }
+    {}
     Q_DISABLE_COPY_MOVE(SeriesCheck)
 
-    bool isRefused() const { return !m_refusal.isNull(); }
-    // Of the bars that were taken.
-    const std::optional<ImportStop>& stop() const { return m_preview->stop(); }
+    bool hasBegun() const { return m_hasBegun; }
+    void begin(std::unique_ptr<DaysPreview> preview)
+    {
+        m_hasBegun = true;
+        m_preview = std::move(preview);
+    }
+    void refuse(const QString& why)
+    {
+        m_hasBegun = true;
+        m_check.stop = ImportStop{.message = why};
+    }
+
+    // Of the bars that were taken; null for none.
+    const ImportStop* stop() const
+    {
+        return m_preview && m_preview->stop() ? &*m_preview->stop() : nullptr;
+    }
     const std::optional<ImportStop>& finalStop() const { return m_check.stop; }
 
     void takeBad(const FileLine& line) { m_review.takeBad(line); }
@@ -76,7 +79,7 @@ public:
     {
         const DayInFile& day = m_review.takeBar(line);
         const bool beginsRun = m_review.hasBegunRun();
-        if (m_hasEnded || isRefused())
+        if (!m_preview)
             return beginsRun;
         const Outcome taken = m_preview->take(line, day, beginsRun);
         return taken ? Result<bool>(beginsRun) : taken.failure();
@@ -85,19 +88,20 @@ public:
     // Lines that follow are no part of the import, but still of the file.
     Outcome end()
     {
-        if (std::exchange(m_hasEnded, true) || isRefused())
+        const std::unique_ptr<DaysPreview> preview = std::exchange(m_preview, nullptr);
+        if (!preview)
             return Outcome();
-        Result<std::vector<CheckedDay>> days = m_preview->finish();
+        Result<std::vector<CheckedDay>> days = preview->finish();
         if (!days)
             return days.failure();
         m_check.days = *std::move(days);
-        m_check.stop = m_preview->stop();
+        m_check.stop = preview->stop();
         return Outcome();
     }
 
     Outcome endAt(const ImportStop& stop)
     {
-        if (!m_hasEnded && !isRefused()) {
+        if (m_preview) {
             m_preview->stopAt(stop.line.value_or(0), stop.message);
             return end();
         }
@@ -109,22 +113,20 @@ public:
         return Outcome();
     }
 
-    ImportCheck finished(qint64 lines, bool passesOverBad)
+    ImportCheck finished(qint64 lines)
     {
         m_review.finish(&m_check);
         m_check.lines = lines;
-        const bool areAllBad = passesOverBad && m_check.bars == 0 && m_check.badLines > 0;
-        m_check.wouldImport = !m_check.stop && !areAllBad;
+        m_check.wouldImport = !m_check.stop;
         return std::move(m_check);
     }
 
 private:
-    ImportDetails m_details;
     FileReview m_review;
-    QString m_refusal;
+    /// While the import is in the series. Its buffers go with it: a file may have many series.
     std::unique_ptr<DaysPreview> m_preview;
     bool m_isAtOnce; ///< days are written when all is known to be right, or none is
-    bool m_hasEnded = false;
+    bool m_hasBegun = false;
     ImportCheck m_check;
 };
 
@@ -147,7 +149,7 @@ public:
 
     Result<std::vector<TickerCheck>> run()
     {
-        if (Outcome begun = m_hasTickers ? Outcome() : goTo(QString()); !begun)
+        if (Outcome begun = m_hasTickers ? Outcome() : goTo(partOf(QString())); !begun)
             return begun.failure();
         FileLine line;
         while (m_bars.next(&line)) {
@@ -170,8 +172,8 @@ private:
 
     Outcome take(const FileLine& line)
     {
-        if (line.isBad() && m_ways.passesOverBad() && line.isBlank)
-            return Outcome();
+        if (line.isBad() && m_ways.passesOverBad())
+            return line.isBlank ? Outcome() : passOver(line);
         if (m_hasTickers && (!m_part || m_ticker != line.ticker)) {
             if (Outcome gone = changeTicker(line); !gone)
                 return gone;
@@ -179,10 +181,22 @@ private:
         return line.isBad() ? takeBad(line) : takeBar(line);
     }
 
+    // An import does not look at the ticker of such a line: it changes to none and begins none.
+    Outcome passOver(const FileLine& line)
+    {
+        if (!m_hasTickers || (m_part && m_ticker == line.ticker)) {
+            m_part->takeBad(line);
+            return Outcome();
+        }
+        SeriesCheck& part = *m_parts[partOf(line.ticker)].check;
+        part.takeBad(line);
+        return m_end ? part.endAt(*m_end) : Outcome();
+    }
+
     Outcome takeBad(const FileLine& line)
     {
         m_part->takeBad(line);
-        if (m_ways.passesOverBad() || m_end)
+        if (m_end)
             return Outcome();
         return endAll({line.number, wrongLine(line.number, line.error()).message});
     }
@@ -194,56 +208,73 @@ private:
             return beginsRun.failure();
         if (*beginsRun)
             m_progress(m_bars.percentDone());
-        return m_part->stop() && !m_end ? endAll(*m_part->stop()) : Outcome();
+        const ImportStop* const stop = m_part->stop();
+        return stop && !m_end ? endAll(*stop) : Outcome();
     }
 
     // In replace the bars of a ticker stand together.
     Outcome changeTicker(const FileLine& line)
     {
-        const bool comesAgain = placeOf(line.ticker) < m_parts.size();
         const bool isReplace = m_ways.mode == ImportMode::Replace;
         if (Outcome ended = m_part && isReplace ? m_part->end() : Outcome(); !ended)
             return ended;
-        if (Outcome gone = goTo(line.ticker); !gone)
+        const size_t place = partOf(line.ticker);
+        const bool comesAgain = m_parts[place].check->hasBegun();
+        if (Outcome gone = goTo(place); !gone)
             return gone;
         if (comesAgain && isReplace && !line.isBad() && !m_end)
             return endAll({line.number, tickerComesAgain(line.number, line.ticker).message});
         return Outcome();
     }
 
-    size_t placeOf(const QString& ticker) const
+    // Its place in the parts; a new one where the ticker has none.
+    size_t partOf(const QString& ticker)
     {
         const auto found = m_places.constFind(ticker);
-        return found == m_places.constEnd() ? m_parts.size() : *found;
+        if (found != m_places.constEnd())
+            return *found;
+        const size_t place = m_parts.size();
+        m_places.insert(ticker, place);
+        m_parts.push_back(
+            {ticker, std::make_unique<SeriesCheck>(m_details, m_ways, m_maxProblems)});
+        return place;
     }
 
-    Outcome goTo(const QString& ticker)
+    Outcome goTo(size_t place)
     {
-        const size_t place = placeOf(ticker);
-        const bool isNew = place == m_parts.size();
-        if (Outcome begun = isNew ? beginPart(ticker) : Outcome(); !begun)
+        Part& part = m_parts[place];
+        if (Outcome begun = part.check->hasBegun() ? Outcome() : begin(part); !begun)
             return begun;
-        m_ticker = ticker;
-        m_part = m_parts[place].check.get();
+        m_ticker = part.ticker;
+        m_part = part.check.get();
         return m_end ? m_part->endAt(*m_end) : Outcome();
     }
 
-    Outcome beginPart(const QString& ticker)
+    Outcome begin(Part& part)
     {
-        const QDir dir = m_series.directory(ticker);
+        const QDir dir = m_series.directory(part.ticker);
         if (Outcome readable = isReadable(dir.path()); !readable)
             return readable;
         const Result<QString> refusal = refusalOf(m_bars.path(), m_ways, dir);
         if (!refusal)
             return refusal.failure();
+        if (refusal->isNull())
+            part.check->begin(previewOf(part.ticker, dir));
+        else
+            part.check->refuse(*refusal);
+        m_begun.push_back(part.check.get());
+        return Outcome();
+    }
+
+    std::unique_ptr<DaysPreview> previewOf(const QString& ticker, const QDir& dir)
+    {
+        if (m_ways.mode == ImportMode::Replace)
+            return std::make_unique<ReplacePreview>(dir, m_details.timeframe);
         ImportDetails details = m_details;
         if (m_hasTickers && m_series.describe)
             m_series.describe(ticker, &details);
-        m_places.insert(ticker, m_parts.size());
-        m_parts.push_back(
-            {ticker, std::make_unique<SeriesCheck>(m_bars.path(), details, m_ways, dir, *refusal,
-                                                   ticker, m_maxProblems, m_stop)});
-        return Outcome();
+        return std::make_unique<MergePreview>(m_bars.path(), details, m_ways, dir, ticker,
+                                              &m_stored, m_stop);
     }
 
     // One line ends the import of all tickers.
@@ -251,39 +282,61 @@ private:
     {
         m_end = stop;
         for (const Part& part : m_parts) {
-            if (Outcome ended = part.check->endAt(stop); !ended)
+            if (Outcome ended = part.check->endAt(*m_end); !ended)
                 return ended;
         }
         return Outcome();
     }
 
-    // What is found at the end in the days of one ticker.
+    // What is found at the end in the days of one ticker, in the order in which they are read.
     Outcome endWhereOneEnds()
     {
-        const auto ends = std::find_if(m_parts.begin(), m_parts.end(), [](const Part& part) {
-            return part.check->finalStop().has_value();
-        });
-        if (ends == m_parts.end())
+        const auto ends =
+            std::find_if(m_begun.begin(), m_begun.end(),
+                         [](const SeriesCheck* check) { return check->finalStop().has_value(); });
+        if (ends == m_begun.end())
             return Outcome();
-        const ImportStop stop = *ends->check->finalStop();
+        const ImportStop stop = *(*ends)->finalStop();
         return endAll(stop);
+    }
+
+    // The place of the rejects is looked at also where the import comes to no series.
+    void refuseAllWithoutBars()
+    {
+        const Outcome checked = checkRejectsPlace(m_ways.rejects, {});
+        if (checked || !m_begun.empty())
+            return;
+        for (const Part& part : m_parts)
+            part.check->refuse(checked.message());
     }
 
     Result<std::vector<TickerCheck>> finish()
     {
-        if (Outcome begun = m_parts.empty() ? goTo(QString()) : Outcome(); !begun)
-            return begun.failure();
+        if (m_parts.empty())
+            partOf(QString());
+        refuseAllWithoutBars();
         for (const Part& part : m_parts) {
             if (Outcome ended = part.check->end(); !ended)
                 return ended.failure();
         }
         if (Outcome ended = endWhereOneEnds(); !ended)
             return ended.failure();
+        m_progress(100);
+        return checks();
+    }
+
+    std::vector<TickerCheck> checks()
+    {
         std::vector<TickerCheck> checks;
         for (const Part& part : m_parts)
-            checks.push_back(
-                {part.ticker, part.check->finished(m_bars.lineCount(), m_ways.passesOverBad())});
-        m_progress(100);
+            checks.push_back({part.ticker, part.check->finished(m_bars.lineCount())});
+        const bool hasBars = std::any_of(checks.begin(), checks.end(),
+                                         [](const TickerCheck& one) { return one.check.bars > 0; });
+        // A file of bad lines alone is none, though nothing ends its import.
+        for (TickerCheck& one : checks) {
+            if (!hasBars && m_ways.passesOverBad() && one.check.badLines > 0)
+                one.check.wouldImport = false;
+        }
         return checks;
     }
 
@@ -295,9 +348,11 @@ private:
     const ProgressSink& m_progress;
     const std::atomic<bool>* m_stop;
     bool m_hasTickers;
+    StoredDay m_stored; ///< where all parts that need one read theirs
     std::vector<Part> m_parts;
-    QHash<QString, size_t> m_places; ///< in the parts, by ticker
-    QString m_ticker;                ///< of the line that was taken last, and its part
+    std::vector<const SeriesCheck*> m_begun; ///< in the order in which the import comes to them
+    QHash<QString, size_t> m_places;         ///< in the parts, by ticker
+    QString m_ticker;                        ///< of the line that was taken last, and its part
     SeriesCheck* m_part = nullptr;
     std::optional<ImportStop> m_end; ///< the import; not the file
 };

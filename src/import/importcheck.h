@@ -102,7 +102,7 @@ struct TickerCheck
     ImportCheck check;
 };
 
-/// Where the series of a file that is checked are. Both are asked once for each ticker.
+/// Where the series of a file that is checked are. Both are asked once for each ticker at most.
 struct CheckedSeries
 {
     std::function<QDir(const QString& ticker)> directory;
@@ -111,6 +111,8 @@ struct CheckedSeries
 
 /// The same for a file whose details may have a column for tickers, each of which has a series of
 /// its own; they come in the order of the file, at least one. So many problems are listed of each.
+/// One that has nothing but bad lines which are passed over is told without days: the import does
+/// not come to its series, and neither is asked for it. Some kilobytes are in memory of a ticker.
 /// Once `stop`, which may be null, is set it fails, between two lines.
 vexdesk::Result<std::vector<TickerCheck>>
 checkTickers(const QString& fileName, const ImportDetails& details, const ImportWays& ways,

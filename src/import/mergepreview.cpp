@@ -15,12 +15,13 @@ using vexdesk::Result;
 
 MergePreview::MergePreview(const QString& input, const ImportDetails& details,
                            const ImportWays& ways, const QDir& dir, const QString& ticker,
-                           const std::atomic<bool>* stop)
+                           StoredDay* room, const std::atomic<bool>* stop)
     : m_input(input)
     , m_details(details)
     , m_ways(ways)
     , m_dir(dir)
     , m_ticker(ticker)
+    , m_stored(room)
     , m_stop(stop)
 {}
 
@@ -145,21 +146,21 @@ Outcome MergePreview::collect(Group& group) const
 Outcome MergePreview::lookAt(const QDate& date, const FileDay& bars)
 {
     const QString path = m_dir.filePath(vexdesk::dayFileName(date, m_details.timeframe));
-    if (Outcome read = m_stored.read(path, date); !read)
+    if (Outcome read = m_stored->read(path, date); !read)
         return read;
     Day& day = m_days.at(date);
     day = {.file = day.file, .comesAgain = day.comesAgain};
-    if (m_stored.firstBadLine() > 0) {
-        day.badLine = wrongStoredLine(path, m_stored.firstBadLine()).message;
+    if (m_stored->firstBadLine() > 0) {
+        day.badLine = wrongStoredLine(path, m_stored->firstBadLine()).message;
         return Outcome();
     }
-    const MergedDay merged = mergedDay(m_stored, bars, m_ways.mode);
+    const MergedDay merged = mergedDay(*m_stored, bars, m_ways.mode);
     day.after.day = date;
-    day.after.stored = static_cast<int>(m_stored.keyCount());
+    day.after.stored = static_cast<int>(m_stored->keyCount());
     day.after.result = static_cast<int>(merged.keyCount);
     if (merged.isSame)
         day.after.outcome = CheckedDay::Outcome::Same;
-    else if (m_stored.state())
+    else if (m_stored->state())
         day.after.outcome = CheckedDay::Outcome::Merged;
     if (!merged.isSame && m_details.timeframe == vexdesk::secondTimeframe)
         lookAtSums(merged.content, day);

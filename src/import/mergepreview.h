@@ -13,10 +13,12 @@ namespace tadata {
 class MergePreview final : public DaysPreview
 {
 public:
-    /// Of the lines of one ticker, where the details have a column for it. The details must outlive
-    /// it; once `stop`, which may be null, is set it fails.
+    /// Of the lines of one ticker, where the details have a column for it. Reads stored days into
+    /// `room`, which must outlive it and may be that of others; once `stop`, which may be null, is
+    /// set it fails.
     MergePreview(const QString& input, const ImportDetails& details, const ImportWays& ways,
-                 const QDir& dir, const QString& ticker, const std::atomic<bool>* stop);
+                 const QDir& dir, const QString& ticker, StoredDay* room,
+                 const std::atomic<bool>* stop);
 
     vexdesk::Outcome take(const FileLine& line, const DayInFile& day, bool beginsRun) override;
     vexdesk::Result<std::vector<CheckedDay>> finish() override;
@@ -44,16 +46,16 @@ private:
     bool stopAtFirst(QString Day::*fault);
 
     QString m_input;
-    const ImportDetails& m_details;
+    ImportDetails m_details;
     ImportWays m_ways;
     QDir m_dir;
     QString m_ticker;
+    StoredDay* m_stored; ///< the day that was read last
     const std::atomic<bool>* m_stop;
     Days m_days;
     QDate m_date; ///< of the run that is open
     bool m_isCollecting = false;
     FileDay m_run;
-    StoredDay m_stored; ///< the one that was read last
 };
 
 } // namespace tadata

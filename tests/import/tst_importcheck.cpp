@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "importcheck.h"
 
+#include "barspacing.h"
 #include "importjob.h"
 #include "series.h"
 #include "storedtimes.h"
@@ -14,7 +15,13 @@
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
 
+#include <algorithm>
 #include <memory>
+#include <set>
+
+#ifdef __GLIBC__
+#    include <malloc.h>
+#endif
 
 using tadata::CheckedDay;
 using tadata::checkImport;
@@ -65,9 +72,16 @@ private Q_SLOTS:
     void checksEachTickerByItself();
     void oneTickersFaultEndsTheImportOfAll();
     void aTickerThatComesBackEndsReplacing();
+    void aBadLinePassedOverChangesNoTicker();
+    void asksForNoSeriesOfBadLinesAlone();
+    void keepsLittleOfEachOfManyTickers_data();
+    void keepsLittleOfEachOfManyTickers();
+    void farDistancesCountAsNearOnes();
     void endsOnceItIsStopped();
     void saysWhatAnImportThenDoes_data();
     void saysWhatAnImportThenDoes();
+    void saysWhatAnImportOfTickersThenDoes_data();
+    void saysWhatAnImportOfTickersThenDoes();
 
 private:
     QString path(const char* name) const { return m_dir->filePath(QLatin1String(name)); }
@@ -86,6 +100,8 @@ private:
     QString failure(const QString& file, const ImportWays& ways = {}) const;
     std::vector<tadata::TickerCheck> checkTickers(const QByteArray& content,
                                                   const ImportWays& ways = {}) const;
+
+    vexdesk::Result<QList<QDir>> tickerDirs(const QStringList& tickers) const;
 
     std::unique_ptr<QTemporaryDir> m_dir;
 };
@@ -594,6 +610,125 @@ void TestImportCheck::aTickerThatComesBackEndsReplacing()
         QVERIFY(one.check.wouldImport);
 }
 
+void TestImportCheck::aBadLinePassedOverChangesNoTicker()
+{
+    const QByteArray x1 = bar1.chopped(1) + ";X\n";
+    const QByteArray x2 = bar2.chopped(1) + ";X\n";
+    const auto foreign =
+        checkTickers(x1 + "20240115;bad;1;2;1;2;Y\n" + x2, waysOf(ImportMode::Replace, true));
+    QCOMPARE(foreign.size(), size_t(2));
+    QVERIFY(foreign[0].check.wouldImport && foreign[1].check.wouldImport);
+    QCOMPARE(shownDays(foreign[0].check), days("2024-01-15 bars 2 stored 0 result 2 lost 0 new"));
+    QCOMPARE(foreign[1].ticker, QStringLiteral("Y"));
+    QCOMPARE(foreign[1].check.badLines, 1);
+    QVERIFY(foreign[1].check.days.empty());
+    const auto again = checkTickers(x1 + bar1.chopped(1) + ";Y\n20240115;bad;1;2;1;2;X\n" +
+                                        bar2.chopped(1) + ";Y\n",
+                                    waysOf(ImportMode::Replace, true));
+    QVERIFY(again[0].check.wouldImport && again[1].check.wouldImport);
+    QCOMPARE(again[0].check.badLines, 1);
+    QCOMPARE(shownDays(again[1].check), days("2024-01-15 bars 2 stored 0 result 2 lost 0 new"));
+}
+
+void TestImportCheck::asksForNoSeriesOfBadLinesAlone()
+{
+    const ImportDetails details = with(detailsOfSeries(2), ColumnRole::Ticker, 6);
+    QStringList asked;
+    const tadata::CheckedSeries ofTickers{[&](const QString& ticker) {
+        asked.append(ticker);
+        return QDir(path("store/S/B")).filePath(ticker);
+    }};
+    const auto check = [&](const QByteArray& content) {
+        writeFile(path("in.csv"), content);
+        return tadata::checkTickers(
+            path("in.csv"), details, waysOf(ImportMode::Replace, true), ofTickers, 100, [](int) {},
+            nullptr);
+    };
+    // The first line has no ticker, and the name of the second leads out of the store.
+    const auto some = check("bad\n" + bar1.chopped(1) + ";..\n" + bar1.chopped(1) + ";X\n");
+    QVERIFY(some);
+    QCOMPARE(asked, QStringList{QStringLiteral("X")});
+    for (const tadata::TickerCheck& one : *some)
+        QVERIFY(one.check.wouldImport);
+    asked.clear();
+    const auto none = check("20240115;bad;1;2;1;2;X\n");
+    QVERIFY(none && !none->front().check.wouldImport && asked.isEmpty());
+}
+
+namespace {
+
+// What is allocated; the same at all times where that is not known.
+size_t allocated()
+{
+#ifdef __GLIBC__
+    const struct mallinfo2 info = mallinfo2();
+    return info.uordblks + info.hblkhd;
+#else
+    return 0;
+#endif
+}
+
+} // namespace
+
+void TestImportCheck::keepsLittleOfEachOfManyTickers_data()
+{
+    QTest::addColumn<ImportMode>("mode");
+    QTest::newRow("replace") << ImportMode::Replace;
+    QTest::newRow("merge") << ImportMode::Merge;
+}
+
+void TestImportCheck::keepsLittleOfEachOfManyTickers()
+{
+    QFETCH(const ImportMode, mode);
+    constexpr size_t tickers = 3000;
+    constexpr size_t mostOfOne = 10'000;
+    QByteArray content;
+    for (size_t i = 0; i < tickers; ++i) {
+        const QByteArray end = ";T" + QByteArray::number(qulonglong(i)) + '\n';
+        content += bar1.chopped(1) + end + "20240115;180000;1;2;1;2" + end;
+    }
+    writeFile(path("in.csv"), content);
+    const ImportDetails details = with(detailsOfSeries(2), ColumnRole::Ticker, 6);
+    const tadata::CheckedSeries ofTickers{
+        [this](const QString& ticker) { return QDir(path("store/S/B")).filePath(ticker); }};
+    const size_t before = allocated();
+    size_t most = before;
+    const auto checks = tadata::checkTickers(
+        path("in.csv"), details, waysOf(mode), ofTickers, 100,
+        [&most](int) { most = std::max(most, allocated()); }, nullptr);
+    QVERIFY(checks);
+    QCOMPARE(checks->size(), tickers);
+    for (const tadata::TickerCheck& one : *checks) {
+        QVERIFY(one.check.wouldImport);
+        QCOMPARE(shownDays(one.check), days("2024-01-15 bars 2 stored 0 result 2 lost 0 new"));
+        QCOMPARE(one.check.spacing, std::optional(8 * 3600));
+    }
+    if (most == before)
+        QSKIP("This allocator does not tell");
+    QVERIFY2(most - before < tickers * mostOfOne,
+             qPrintable(QString::number((most - before) / tickers)));
+}
+
+void TestImportCheck::farDistancesCountAsNearOnes()
+{
+    tadata::BarSpacing spacing;
+    QVERIFY(!spacing.usual());
+    spacing.add(0);
+    spacing.add(-60);
+    QVERIFY(!spacing.usual());
+    for (const int distance : {86399, 301, 301, 86399, 300})
+        spacing.add(distance);
+    QCOMPARE(spacing.usual(), std::optional(301));
+    spacing.add(300);
+    QCOMPARE(spacing.usual(), std::optional(300));
+    tadata::BarSpacing hours;
+    for (int i = 0; i < 20; ++i)
+        hours.add(3600);
+    QVERIFY(hours.isStrangeFor(60) && hours.isStrangeFor(1));
+    hours.add(302);
+    QVERIFY(hours.isStrangeFor(60) && !hours.isStrangeFor(1));
+}
+
 void TestImportCheck::endsOnceItIsStopped()
 {
     writeFile(path("in.csv"), bar1 + bar2 + bar3);
@@ -689,6 +824,146 @@ void TestImportCheck::saysWhatAnImportThenDoes()
             QCOMPARE(tadata::storedTimes(file, date).valueOr(tadata::TimesOfDay()).count(),
                      one.result);
         }
+    }
+}
+
+void TestImportCheck::saysWhatAnImportOfTickersThenDoes_data()
+{
+    QTest::addColumn<ImportMode>("mode");
+    QTest::addColumn<bool>("skipsBad");
+    for (const bool skipsBad : {false, true}) {
+        const char* const bad = skipsBad ? "passing over" : "ending";
+        QTest::addRow("replace, %s", bad) << ImportMode::Replace << skipsBad;
+        QTest::addRow("merge, %s", bad) << ImportMode::Merge << skipsBad;
+        QTest::addRow("fill, %s", bad) << ImportMode::Fill << skipsBad;
+    }
+}
+
+namespace {
+
+// Few lines of few tickers, which mostly stand together, and bad ones with any ticker or none.
+QByteArray randomTickers(QRandomGenerator& random)
+{
+    static const char* const bad[] = {"bad",
+                                      "20240115;bad;1;1;1;1;X",
+                                      "20240115;bad;1;1;1;1;Y",
+                                      "20240115;bad;1;1;1;1;Z",
+                                      "20240115;100010;1;1;1;1;..",
+                                      ""};
+    QByteArray content;
+    char ticker = 'X';
+    for (int count = random.bounded(10); count > 0; --count) {
+        if (random.bounded(6) == 0)
+            ticker = static_cast<char>('X' + random.bounded(3));
+        if (random.bounded(5) == 0)
+            content += bad[random.bounded(6)];
+        else
+            content += "202401" + QByteArray::number(15 + random.bounded(2)) + ";1000" +
+                       QByteArray::number(10 + random.bounded(4)) + ";1;1;1;" +
+                       QByteArray::number(1 + random.bounded(2)) + ';' + ticker;
+        content += '\n';
+    }
+    return content;
+}
+
+// The times that the lines up to the stop have of a day of a ticker.
+std::set<QByteArray> timesOf(const QByteArray& content, const tadata::TickerCheck& one,
+                             const QDate& day)
+{
+    std::set<QByteArray> times;
+    qint64 number = 0;
+    for (const QByteArray& line : content.split('\n')) {
+        const QList<QByteArray> fields = line.split(';');
+        if (one.check.stop && ++number >= one.check.stop->line)
+            break;
+        if (fields.size() == 7 && fields[1] != "bad" && fields[6] == one.ticker.toLatin1() &&
+            fields[0] == day.toString(QStringLiteral("yyyyMMdd")).toLatin1())
+            times.insert(fields[1]);
+    }
+    return times;
+}
+
+std::set<QByteArray> timesOf(const QByteArray& stored)
+{
+    std::set<QByteArray> times;
+    for (const QByteArray& line : stored.split('\n')) {
+        if (line.size() > 6 && line[6] == ';')
+            times.insert(line.first(6));
+    }
+    return times;
+}
+
+} // namespace
+
+vexdesk::Result<QList<QDir>> TestImportCheck::tickerDirs(const QStringList& tickers) const
+{
+    QList<QDir> dirs;
+    for (const QString& ticker : tickers) {
+        dirs.append(QDir(QDir(path("store/S/B")).filePath(ticker)));
+        if (!dirs.last().mkpath(QStringLiteral(".")))
+            return vexdesk::Failure{ticker};
+    }
+    return dirs;
+}
+
+void TestImportCheck::saysWhatAnImportOfTickersThenDoes()
+{
+    QFETCH(const ImportMode, mode);
+    QFETCH(const bool, skipsBad);
+    const QDir board(path("store/S/B"));
+    const ImportDetails details = with(detailsOfSeries(2), ColumnRole::Ticker, 6);
+    const ImportWays ways = waysOf(mode, skipsBad);
+    QRandomGenerator random(20240116);
+    for (int i = 0; i < 400; ++i) {
+        QDir(board).removeRecursively();
+        for (const char* const name : {"X/20240115_60.iss", "Y/20240116_60.iss"}) {
+            if (random.bounded(2) == 0)
+                writeFile(board.filePath(QLatin1String(name)), randomDay(random));
+        }
+        const QByteArray content = randomTickers(random);
+        const auto before = readTree(board);
+        const auto checks = checkTickers(content, ways);
+        const auto result = tadata::importByWays(
+            path("in.csv"), details, ways,
+            {[this](const QStringList& tickers) { return tickerDirs(tickers); }}, [](int) {});
+        auto untouched = before;
+        auto after = readTree(board);
+        qint64 bars = 0;
+        qint64 badLines = 0;
+        qint64 allBars = 0;
+        for (const tadata::TickerCheck& one : checks) {
+            QVERIFY2(result.outcome.message() ==
+                         (one.check.stop ? one.check.stop->message : QString()),
+                     content.constData());
+            badLines += one.check.badLines;
+            allBars += one.check.bars;
+            for (const CheckedDay& day : one.check.days) {
+                const QString name =
+                    one.ticker + u'/' + vexdesk::dayFileName(day.day, details.timeframe);
+                bars += day.bars;
+                QCOMPARE(day.outcome == CheckedDay::Outcome::New, !before.contains(name));
+                QCOMPARE(day.outcome == CheckedDay::Outcome::Same,
+                         before.contains(name) && before.value(name) == after.value(name));
+                std::set<QByteArray> all = timesOf(content, one, day.day);
+                all.merge(timesOf(before.value(name)));
+                const size_t left = timesOf(after.value(name)).size();
+                QCOMPARE(day.result, int(left));
+                QVERIFY2(day.lost == int(all.size() - left), content.constData());
+                untouched.remove(name);
+                after.remove(name);
+            }
+        }
+        QCOMPARE(after, untouched);
+        if (!result.outcome && mode != ImportMode::Replace)
+            continue; // it has read and written nothing
+        QCOMPARE(bars, result.bars);
+        const bool isNothing = allBars == 0 && badLines > 0;
+        for (const tadata::TickerCheck& one : checks) {
+            QCOMPARE(one.check.wouldImport,
+                     result.outcome && !(isNothing && one.check.badLines > 0));
+        }
+        if (result.outcome)
+            QCOMPARE(badLines, result.badLines);
     }
 }
 
