@@ -52,6 +52,8 @@ struct FileOutlook
     QString path;
     QString refusal = {}; ///< null where the file was checked
     std::vector<SeriesOutlook> series = {};
+    ImportMode mode = ImportMode::Merge;
+    int timeframe = 0; ///< in seconds
 };
 
 /// Checks one file after the other against what the store holds now. Fails once `stop` is set.
