@@ -970,6 +970,26 @@
         <translation>The import is not undone: these files have changed since
 %1</translation>
     </message>
+    <message>
+        <source>режимом «Добавить»</source>
+        <translation>the mode &quot;Add&quot;</translation>
+    </message>
+    <message>
+        <source>и ещё %1</source>
+        <translation>and %1 more</translation>
+    </message>
+    <message>
+        <source>День %1 серии %2 есть в нескольких файлах: %3. При замене дней от него останется только то, что есть в последнем из них. Выберите «Добавить» или импортируйте эти файлы по одному.</source>
+        <translation>The day %1 of the series %2 is in several files: %3. Where days are replaced, only what the last of them has of it would stay. Choose &quot;Add&quot;, or import these files one by one.</translation>
+    </message>
+    <message>
+        <source>Дней, которые есть в нескольких файлах: %1; сказанное о них верно для каждого файла по отдельности</source>
+        <translation>Days that are in several files: %1; what is said of them is true of each file alone</translation>
+    </message>
+    <message>
+        <source>; день есть в нескольких файлах</source>
+        <translation>; the day is in several files</translation>
+    </message>
 </context>
 <context>
     <name>SafeImportWindow</name>

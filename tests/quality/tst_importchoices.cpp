@@ -15,6 +15,7 @@
 #include <memory>
 
 using tadata::ImportChoices;
+using tadata::ImportOutlook;
 using tadata::OutlookCell;
 using tadata::OutlookDay;
 using tadata::ProfileOptions;
@@ -39,9 +40,14 @@ private Q_SLOTS:
     void whatNobodyGuessesCanBeGiven();
     void daysShareTheirPlacesEvenly();
     void theOutlookAddsUpFilesAndSeries();
+    void filesWithADayInCommonDoNotReplaceIt();
+    void aDayOfSeveralFilesCountsOnce();
+    void secondsAndMinutesHaveTheMinutesInCommon();
+    void fewReasonsAreTold();
 
 private:
     QString path(const char* name) const { return m_dir->filePath(QLatin1String(name)); }
+    ImportOutlook outlookFor(const ImportChoices& choices) const;
 
     std::unique_ptr<QTemporaryDir> m_dir;
 };
@@ -62,7 +68,19 @@ OutlookDay day(int number, Outcome outcome, int lost = 0)
     return {.day = QDate(2024, 1, number), .outcome = outcome, .lost = lost};
 }
 
+const QByteArray twoBars =
+    "100000;1.00;1.00;1.00;1.00;1;0.00;0\n110000;1.00;1.00;1.00;1.00;1;0.00;0\n";
+
 } // namespace
+
+ImportOutlook TestImportChoices::outlookFor(const ImportChoices& choices) const
+{
+    const std::atomic<bool> goesOn = false;
+    const auto order = testsupport::orderOf(choices, QDir(path("store")));
+    const auto checked = tadata::checkChoices(
+        choices, order.files, order.root, 10, [](int) {}, goesOn);
+    return tadata::outlookOf(checked.valueOr(std::vector<tadata::FileOutlook>()));
+}
 
 void TestImportChoices::init()
 {
@@ -212,19 +230,13 @@ void TestImportChoices::daysShareTheirPlacesEvenly()
 
 void TestImportChoices::theOutlookAddsUpFilesAndSeries()
 {
-    const QDir root(path("store"));
-    const std::atomic<bool> goesOn = false;
-    writeFile(root.filePath(QStringLiteral("S/B/X/20240115_60.iss")),
-              "100000;1.00;1.00;1.00;1.00;1;0.00;0\n110000;1.00;1.00;1.00;1.00;1;0.00;0\n");
-    writeFile(path("more.csv"), testsupport::barFile({QDate(2024, 1, 15)}, 30, 50) + "bad\n");
-    auto choices = testsupport::choicesOf({path("in.csv"), path("more.csv")}, ImportMode::Replace);
-    const auto outlookFor = [&](const ImportChoices& wanted) {
-        const auto order = testsupport::orderOf(wanted, root);
-        const auto checked = tadata::checkChoices(
-            wanted, order.files, root, 10, [](int) {}, goesOn);
-        return tadata::outlookOf(checked.valueOr(std::vector<tadata::FileOutlook>()));
-    };
-    tadata::ImportOutlook outlook = outlookFor(choices);
+    for (const char* file : {"store/S/B/X/20240115_60.iss", "store/S/B/Y/20240115_60.iss"})
+        writeFile(path(file), twoBars);
+    QVERIFY(QFile::copy(path("in.csv"), path("X.csv")));
+    writeFile(path("Y.csv"), testsupport::barFile({QDate(2024, 1, 15)}, 30, 50) + "bad\n");
+    auto choices =
+        testsupport::choicesOf({path("X.csv"), path("Y.csv")}, ImportMode::Replace, "S/B/{name}");
+    ImportOutlook outlook = outlookFor(choices);
     QVERIFY(!outlook.wouldImport);
     QCOMPARE(outlook.stops.size(), 1);
     QCOMPARE(outlook.badLines, 1);
@@ -244,6 +256,93 @@ void TestImportChoices::theOutlookAddsUpFilesAndSeries()
     QVERIFY(!outlook.wouldImport && outlook.days.empty());
     choices.series.clear();
     QVERIFY(!outlookFor(choices).wouldImport);
+}
+
+void TestImportChoices::filesWithADayInCommonDoNotReplaceIt()
+{
+    const QDate monday(2024, 1, 15);
+    writeFile(path("more.csv"),
+              testsupport::barFile({monday.addDays(1), monday.addDays(2)}, 5, 50));
+    const QStringList files{path("in.csv"), path("more.csv")};
+    const ImportOutlook replacing = outlookFor(testsupport::choicesOf(files, ImportMode::Replace));
+    QVERIFY(!replacing.wouldImport);
+    QCOMPARE(replacing.sharedDays, 1);
+    const QString why = tadata::whyItStops(replacing);
+    const QString day = QLocale().toString(monday.addDays(1), QLocale::ShortFormat);
+    for (const QString& part : {QStringLiteral("in.csv, more.csv"), QStringLiteral("S/B/X"), day,
+                                QStringLiteral("«Добавить»")})
+        QVERIFY2(why.contains(part), qPrintable(why));
+    const QString told = tadata::sentencesOf(replacing).join(u' ');
+    QVERIFY2(!told.contains(QStringLiteral("Ни один бар")), qPrintable(told));
+
+    // Each alone, and each into a series of its own.
+    for (const QString& file : files)
+        QVERIFY(outlookFor(testsupport::choicesOf({file}, ImportMode::Replace)).wouldImport);
+    QVERIFY(QFile::copy(path("in.csv"), path("X.csv")));
+    QVERIFY(QFile::copy(path("more.csv"), path("Y.csv")));
+    const ImportOutlook apart = outlookFor(
+        testsupport::choicesOf({path("X.csv"), path("Y.csv")}, ImportMode::Replace, "S/B/{name}"));
+    QVERIFY(apart.wouldImport);
+    QCOMPARE(apart.sharedDays, 0);
+}
+
+void TestImportChoices::aDayOfSeveralFilesCountsOnce()
+{
+    writeFile(path("store/S/B/X/20240115_60.iss"), twoBars);
+    writeFile(path("more.csv"), testsupport::barFile({QDate(2024, 1, 15)}, 30, 50));
+    for (const ImportMode mode : {ImportMode::Merge, ImportMode::Fill}) {
+        const ImportOutlook outlook =
+            outlookFor(testsupport::choicesOf({path("in.csv"), path("more.csv")}, mode));
+        QVERIFY(outlook.wouldImport);
+        QCOMPARE(outlook.series, 1);
+        QCOMPARE(outlook.sharedDays, 1);
+        QCOMPARE(outlook.count(Outcome::Merged), 1);
+        QCOMPARE(outlook.count(Outcome::New), 1);
+        QCOMPARE(outlook.days.size(), size_t(2));
+        QVERIFY(outlook.days[0].isShared && !outlook.days[1].isShared);
+        QCOMPARE(outlook.days[0].stored, 2);
+        const QStringList told = tadata::sentencesOf(outlook);
+        QVERIFY(told.contains(QStringLiteral("Дней, которые есть в нескольких файлах: 1; сказанное "
+                                             "о них верно для каждого файла по отдельности")));
+        QVERIFY(told.contains(QStringLiteral("Ни один бар не пропадёт")));
+        const QString day = tadata::sentenceOf(outlook.days[0]);
+        QVERIFY2(day.contains(QStringLiteral("в нескольких файлах")), qPrintable(day));
+    }
+}
+
+// The minutes of a day are derived from its seconds.
+void TestImportChoices::secondsAndMinutesHaveTheMinutesInCommon()
+{
+    tadata::CheckedDay day;
+    day.day = QDate(2024, 1, 15);
+    std::vector<tadata::FileOutlook> files;
+    for (const int timeframe : {1, 60, 300}) {
+        tadata::SeriesOutlook series{QStringLiteral("S/B/X")};
+        series.check.bars = 1;
+        series.check.days = {day};
+        files.push_back({.path = QString::number(timeframe),
+                         .series = {series},
+                         .mode = ImportMode::Replace,
+                         .timeframe = timeframe});
+    }
+    const ImportOutlook together = tadata::outlookOf(files);
+    QVERIFY(!together.wouldImport);
+    QCOMPARE(together.sharedDays, 1);
+    files.erase(files.begin());
+    QVERIFY(tadata::outlookOf(files).wouldImport);
+}
+
+void TestImportChoices::fewReasonsAreTold()
+{
+    std::vector<tadata::FileOutlook> files;
+    for (int file = 0; file < 5000; ++file)
+        files.push_back({.path = {}, .refusal = QStringLiteral("file %1").arg(file)});
+    files.push_back(files.front());
+    const ImportOutlook outlook = tadata::outlookOf(files);
+    QCOMPARE(outlook.stops.size(), 5000);
+    QLocale::setDefault(QLocale::c());
+    QCOMPARE(tadata::whyItStops(outlook).remove(u','),
+             QStringLiteral("file 0\nfile 1\nfile 2\nи ещё 4997"));
 }
 
 QTEST_GUILESS_MAIN(TestImportChoices)

@@ -3,6 +3,7 @@
 #include "safeimport.h"
 
 #include "importfiles.h"
+#include "importoutlook.h"
 #include "support/faults.h"
 #include "support/filetree.h"
 #include "support/otheruser.h"
@@ -70,6 +71,9 @@ private Q_SLOTS:
     void oneOfManyThatFailsTakesAllBack();
     void tickersGoToSeriesOfTheirOwn();
     void anUnknownTickerChangesNothing();
+    void whatIsForetoldHappens_data();
+    void whatIsForetoldHappens();
+    void aTickerThatComesBackIsToldInWordsOfTheWindow();
 
 private:
     static void modes();
@@ -83,6 +87,7 @@ private:
         return orderOf(choicesOf(files, mode, series), root());
     }
     static SafeImportResult run(const SafeImportOrder& order);
+    static tadata::ImportOutlook outlook(const SafeImportOrder& order);
 
     std::unique_ptr<QTemporaryDir> m_dir;
 };
@@ -122,6 +127,14 @@ SafeImportResult TestSafeImport::run(const SafeImportOrder& order)
     const std::atomic<bool> goesOn = false;
     return runSafeImport(
         order, [](int) {}, goesOn);
+}
+
+tadata::ImportOutlook TestSafeImport::outlook(const SafeImportOrder& order)
+{
+    const std::atomic<bool> goesOn = false;
+    const auto checked = tadata::checkChoices(
+        order.choices, order.files, order.root, 10, [](int) {}, goesOn);
+    return tadata::outlookOf(checked.valueOr(std::vector<tadata::FileOutlook>()));
 }
 
 void TestSafeImport::importsAndCounts()
@@ -458,6 +471,81 @@ void TestSafeImport::anUnknownTickerChangesNothing()
     QVERIFY(result.end == End::Failed);
     QVERIFY2(result.message.contains(QStringLiteral("S/B/Z")), qPrintable(result.message));
     QCOMPARE(store(), before);
+}
+
+void TestSafeImport::whatIsForetoldHappens_data()
+{
+    QTest::addColumn<QByteArrayList>("contents");
+    QTest::addColumn<QByteArray>("series");
+    QTest::addColumn<int>("writtenSeries"); // -1: it does not begin
+    const QByteArray one = "S/B/X";
+    const QByteArray many = "S/B/{ticker}";
+    const QByteArray good = barFile({wednesday}, 30, 200);
+    const QByteArray header = good.left(good.indexOf('\n') + 1);
+    const QByteArray bad = header + "20240117,100000,1.00,x,1.00,1.00,1\n";
+    const QByteArray goodX = barFile({wednesday}, 30, 200, "X");
+    const QByteArray badLine = "20240117,110000,1.00,x,1.00,1.00,1,";
+    QTest::newRow("good and bad") << QByteArrayList{good, bad} << one << 1;
+    QTest::newRow("bad alone") << QByteArrayList{bad, bad} << one << -1;
+    QTest::newRow("unknown, bad") << QByteArrayList{goodX + badLine + "Z\n"} << many << 1;
+    QTest::newRow("known, bad") << QByteArrayList{goodX + badLine + "Y\n"} << many << 1;
+    QTest::newRow("unknown, good")
+        << QByteArrayList{goodX + badLine + "Z\n20240117,120000,1.00,1.00,1.00,1.00,1,Z\n"} << many
+        << -1;
+    QTest::newRow("tickers bad") << QByteArrayList{goodX.left(goodX.indexOf('\n') + 1) + badLine +
+                                                   "X\n" + badLine + "Z\n"}
+                                 << many << -1;
+}
+
+void TestSafeImport::whatIsForetoldHappens()
+{
+    QFETCH(const QByteArrayList, contents);
+    QFETCH(const QByteArray, series);
+    QFETCH(const int, writtenSeries);
+    // What bad lines leave to be guessed is given.
+    writeFile(
+        path("whole.csv"),
+        barFile({wednesday}, 30, 200, series.contains("ticker") ? QByteArray("X") : QByteArray()));
+    const auto whole = order({path("whole.csv")}, ImportMode::Merge, series.constData());
+    const auto& known = whole.files.front().layout.details;
+    QStringList files;
+    for (const QByteArray& content : contents) {
+        files.append(m_dir->filePath(QStringLiteral("%1.csv").arg(files.size())));
+        writeFile(files.last(), content);
+    }
+    for (const ImportMode mode : {ImportMode::Merge, ImportMode::Fill, ImportMode::Replace}) {
+        auto choices = choicesOf(files, mode, series.constData());
+        choices.ways.skipsBad = true;
+        choices.given = {.separator = known.separator,
+                         .dateFormat = known.dateFormat,
+                         .timeFormat = known.timeFormat,
+                         .hasHeader = true,
+                         .timeframe = 60,
+                         .columns = known.columns};
+        const SafeImportOrder wanted = orderOf(choices, root());
+        const tadata::ImportOutlook foretold = outlook(wanted);
+        const SafeImportResult result = run(wanted);
+        QVERIFY2(foretold.wouldImport == (writtenSeries > 0),
+                 qPrintable(foretold.stops.join(u'\n')));
+        QVERIFY2((result.end == End::Done) == foretold.wouldImport, qPrintable(result.message));
+        if (foretold.wouldImport)
+            QCOMPARE(foretold.series, writtenSeries);
+    }
+}
+
+void TestSafeImport::aTickerThatComesBackIsToldInWordsOfTheWindow()
+{
+    const auto linesOf = [](const char* ticker) {
+        const QByteArray file = barFile({wednesday}, 4, 200, ticker);
+        return file.mid(file.indexOf('\n') + 1);
+    };
+    writeFile(path("again.csv"), barFile({wednesday}, 4, 200, "X") + linesOf("Y") + linesOf("X"));
+    const tadata::ImportOutlook foretold =
+        outlook(order({path("again.csv")}, ImportMode::Replace, "S/B/{ticker}"));
+    QVERIFY(!foretold.wouldImport);
+    const QString why = tadata::whyItStops(foretold);
+    QVERIFY2(why.contains(QStringLiteral("«Добавить»")) && !why.contains(QStringLiteral("--")),
+             qPrintable(why));
 }
 
 QTEST_GUILESS_MAIN(TestSafeImport)

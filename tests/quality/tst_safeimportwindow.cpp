@@ -87,6 +87,8 @@ private Q_SLOTS:
     void aProfileFillsIn();
     void tickersGoToTheirSeries();
     void severalFilesAreImportedTogether();
+    void filesWithADayInCommonAreNotReplaced();
+    void ofManyUnknownTickersThreeAreTold();
     void filesAreDropped();
     void recentFilesAreOffered();
     void aRequestFillsIn();
@@ -380,6 +382,37 @@ void TestSafeImportWindow::severalFilesAreImportedTogether()
     import();
     QVERIFY(textOf("message").contains(QStringLiteral("Баров: 9, дней: 2")));
     QVERIFY(readTree(store()).contains(QStringLiteral("NORD/MAIN/BARK/20240116_60.iss")));
+}
+
+void TestSafeImportWindow::filesWithADayInCommonAreNotReplaced()
+{
+    writeFile(path("morning.csv"), barFile({monday, tuesday}, 30, 200));
+    writeFile(path("evening.csv"), barFile({tuesday, wednesday}, 5, 200));
+    openInto({path("morning.csv"), path("evening.csv")}, "NORD/MAIN/ALFA");
+    const QString shared = QStringLiteral("есть в нескольких файлах: 1");
+    QVERIFY2(textOf("sentences").contains(shared), qPrintable(textOf("sentences")));
+    click(mode("Заменить дни"));
+    EVENTUALLY(textOf("verdict").contains(QStringLiteral("morning.csv, evening.csv")));
+    QVERIFY(!button("import")->isEnabled());
+    QVERIFY2(!textOf("sentences").contains(QStringLiteral("Ни один бар")),
+             qPrintable(textOf("sentences")));
+    click(mode("Добавить"));
+    import();
+    QCOMPARE(readTree(store()).size(), 3);
+    QCOMPARE(readTree(store()).value(QStringLiteral("NORD/MAIN/ALFA/20240116_60.iss")).count('\n'),
+             30);
+}
+
+void TestSafeImportWindow::ofManyUnknownTickersThreeAreTold()
+{
+    QByteArray text = barFile({monday}, 30, 200, "ALFA");
+    for (int i = 0; i < 50; ++i)
+        text += "20240115,110000,1.00,1.00,1.00,1.00,1,NONE" + QByteArray::number(i) + '\n';
+    writeFile(path("many.csv"), text);
+    m_window->take({.files = {path("many.csv")}, .series = QStringLiteral("NORD/MAIN/{ticker}")});
+    EVENTUALLY(textOf("verdict").contains(QStringLiteral("и ещё 47")));
+    QCOMPARE(textOf("verdict").count(u'\n'), 3);
+    QVERIFY(!button("import")->isEnabled());
 }
 
 void TestSafeImportWindow::filesAreDropped()

@@ -38,22 +38,32 @@ QDir directoryOf(const QDir& root, const std::optional<SeriesCodes>& codes)
                  : root;
 }
 
-// An import of what the terminal does not know would not begin.
-void refuseUnknown(const std::optional<SeriesCodes>& codes, ImportCheck& check)
+// An import of what the terminal does not know would not begin. A ticker that only stands in lines
+// that are passed over is not asked for.
+void refuseUnknown(const std::optional<SeriesCodes>& codes, bool isTicker, ImportCheck& check)
 {
-    if (!codes || isKnown(*codes))
+    if (!codes || isKnown(*codes) || (isTicker && check.bars == 0))
         return;
     check.wouldImport = false;
     check.stop = ImportStop{.message = unknownSeries(*codes)};
     check.days.clear();
 }
 
+// The message as this window's user can follow it: the companion's option is a button here.
+void nameTheButton(ImportCheck& check)
+{
+    if (check.stop)
+        check.stop->message.replace(QLatin1String("--mode merge"), Text::tr("режимом «Добавить»"));
+}
+
 Result<FileOutlook> checkFile(const ImportChoices& choices, const LaidOutFile& file,
                               const QDir& root, qint64 maxProblems, const ProgressSink& progress,
                               const std::atomic<bool>& stop)
 {
-    FileOutlook outlook{.path = file.path};
     const ImportDetails details = detailsFor(file, choices);
+    const bool hasTickers = details.columns.contains(static_cast<qint32>(ColumnRole::Ticker));
+    FileOutlook outlook{
+        .path = file.path, .mode = choices.ways.mode, .timeframe = details.timeframe};
     const CheckedSeries series{.directory =
                                    [&](const QString& ticker) {
                                        const QDir dir =
@@ -79,8 +89,10 @@ Result<FileOutlook> checkFile(const ImportChoices& choices, const LaidOutFile& f
     for (const TickerCheck& one : *checks) {
         const auto codes = seriesOf(choices, file.path, one.ticker);
         outlook.series.push_back({codes ? codes->name() : one.ticker, one.check});
-        refuseUnknown(codes, outlook.series.back().check);
-        std::vector<FileProblem>& problems = outlook.series.back().check.problems;
+        ImportCheck& check = outlook.series.back().check;
+        nameTheButton(check);
+        refuseUnknown(codes, hasTickers, check);
+        std::vector<FileProblem>& problems = check.problems;
         problems.resize(std::min(problems.size(), left));
         left -= problems.size();
     }

@@ -54,6 +54,8 @@ struct FileOutlook
     QString refusal = {}; ///< null where the file was checked
     std::vector<SeriesOutlook> series = {};
     DayStamps stamps = {}; ///< of the series, taken before their days were read
+    ImportMode mode = ImportMode::Merge;
+    int timeframe = 0; ///< in seconds
 };
 
 /// Checks one file after the other against what the store holds now. Fails once `stop` is set.

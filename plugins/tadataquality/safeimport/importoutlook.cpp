@@ -1,11 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "importoutlook.h"
 
+#include <vexdesk/history/dayfilenames.h>
+
 #include <QtCore/QCoreApplication>
+#include <QtCore/QFileInfo>
 #include <QtCore/QLocale>
+#include <QtCore/QSet>
 
 #include <algorithm>
+#include <compare>
 #include <map>
+#include <optional>
+#include <utility>
 
 namespace tadata {
 
@@ -41,61 +48,218 @@ Outcome worse(Outcome left, Outcome right)
 
 using Days = std::map<QDate, OutlookDay>;
 
-void addDay(const CheckedDay& checked, Days& days)
-{
-    const auto [place, isNew] = days.try_emplace(checked.day);
-    OutlookDay& day = place->second;
-    day.day = checked.day;
-    day.outcome = isNew ? checked.outcome : worse(day.outcome, checked.outcome);
-    day.bars += checked.bars;
-    day.stored += checked.stored;
-    day.result += checked.result;
-    day.lost += checked.lost;
-}
-
-void addCheck(const SeriesOutlook& series, ImportOutlook& outlook, Days& days)
-{
-    const ImportCheck& check = series.check;
-    outlook.bars += check.bars;
-    outlook.badLines += check.badLines;
-    outlook.wouldImport = outlook.wouldImport && check.wouldImport;
-    if (check.stop && !outlook.stops.contains(check.stop->message))
-        outlook.stops.append(check.stop->message);
-    for (size_t kind = 0; kind < problemKinds; ++kind)
-        outlook.problems[kind] += check.counts[kind];
-    for (const CheckedDay& day : check.days) {
-        ++outlook.dayCounts[static_cast<size_t>(day.outcome)];
-        outlook.lost += day.lost;
-        addDay(day, days);
-    }
-}
-
 QString number(qint64 value)
 {
     return QLocale().toString(value);
 }
 
+QString firstOf(const QStringList& texts, const QString& separator)
+{
+    constexpr qsizetype most = 3;
+    if (texts.size() <= most)
+        return texts.join(separator);
+    return texts.first(most).join(separator) + separator +
+           Text::tr("и ещё %1").arg(number(texts.size() - most));
+}
+
+// A day of a series as one day file has it.
+struct DayFile
+{
+    QDate day;
+    int timeframe = 0;
+
+    auto operator<=>(const DayFile& other) const
+    {
+        return std::pair(day.toJulianDay(), timeframe) <=>
+               std::pair(other.day.toJulianDay(), other.timeframe);
+    }
+};
+
+// What all files would do to one day of a series.
+struct SharedDay
+{
+    OutlookDay day;
+    QStringList files;
+    bool replaces = false;
+    bool isDerived = false; ///< from seconds as well
+};
+
+// Everything that is added up of one series.
+class SeriesDays final
+{
+public:
+    void add(const FileOutlook& file, const std::vector<CheckedDay>& days)
+    {
+        for (const CheckedDay& checked : days)
+            add(file, checked);
+    }
+
+    // Minutes are derived from seconds, so that these have the minutes' file in common with them.
+    const std::map<DayFile, SharedDay>& joined()
+    {
+        for (auto& [file, shared] : m_days) {
+            if (file.timeframe != vexdesk::secondTimeframe)
+                continue;
+            const auto minutes = m_days.find({file.day, vexdesk::minuteTimeframe});
+            if (minutes == m_days.end())
+                continue;
+            minutes->second.files += shared.files;
+            minutes->second.isDerived = true;
+        }
+        return m_days;
+    }
+
+private:
+    void add(const FileOutlook& file, const CheckedDay& checked)
+    {
+        const auto [place, isNew] = m_days.try_emplace({checked.day, file.timeframe});
+        SharedDay& shared = place->second;
+        shared.files.append(file.path);
+        shared.replaces = file.mode == ImportMode::Replace;
+        OutlookDay& day = shared.day;
+        day.day = checked.day;
+        day.outcome = isNew ? checked.outcome : worse(day.outcome, checked.outcome);
+        day.bars += checked.bars;
+        day.stored = std::max<qint64>(day.stored, checked.stored);
+        day.result = std::max<qint64>(day.result, checked.result);
+        day.lost = std::max<qint64>(day.lost, checked.lost);
+    }
+
+    std::map<DayFile, SharedDay> m_days;
+};
+
+void addDay(const OutlookDay& ofSeries, bool isShared, Days& days)
+{
+    const auto [place, isNew] = days.try_emplace(ofSeries.day);
+    OutlookDay& day = place->second;
+    day.day = ofSeries.day;
+    day.outcome = isNew ? ofSeries.outcome : worse(day.outcome, ofSeries.outcome);
+    day.bars += ofSeries.bars;
+    day.stored += ofSeries.stored;
+    day.result += ofSeries.result;
+    day.lost += ofSeries.lost;
+    day.isShared = day.isShared || isShared;
+}
+
+QStringList namesOf(const QStringList& paths)
+{
+    QStringList names;
+    for (const QString& path : paths)
+        names.append(QFileInfo(path).fileName());
+    return names.removeDuplicates() == 0 ? names : paths;
+}
+
+// A day that files would replace one after the other.
+struct Clash
+{
+    QDate day;
+    QString series;
+    QStringList files;
+
+    QString text() const
+    {
+        return Text::tr("День %1 серии %2 есть в нескольких файлах: %3. При замене дней от него "
+                        "останется только то, что есть в последнем из них. Выберите «Добавить» "
+                        "или импортируйте эти файлы по одному.")
+            .arg(QLocale().toString(day, QLocale::ShortFormat), series,
+                 firstOf(namesOf(files), QStringLiteral(", ")));
+    }
+};
+
+// Adds the files up, series by series.
+class Sum final
+{
+public:
+    void add(const FileOutlook& file)
+    {
+        if (!file.refusal.isNull())
+            addStop(file.refusal);
+        for (const SeriesOutlook& series : file.series)
+            add(file, series);
+    }
+
+    ImportOutlook finished()
+    {
+        for (auto& [name, days] : m_series)
+            addDays(name, days);
+        if (m_clash)
+            addStop(m_clash->text());
+        for (const auto& [date, day] : m_days)
+            m_outlook.days.push_back(day);
+        m_outlook.series = m_withBars.size();
+        if (m_outlook.stops.isEmpty() && m_outlook.bars == 0 && m_outlook.badLines > 0)
+            addStop(Text::tr("Ни одной строки взять нельзя: все ошибочные."));
+        m_outlook.wouldImport = m_outlook.stops.isEmpty();
+        return std::move(m_outlook);
+    }
+
+private:
+    void add(const FileOutlook& file, const SeriesOutlook& series)
+    {
+        const ImportCheck& check = series.check;
+        m_outlook.bars += check.bars;
+        m_outlook.badLines += check.badLines;
+        for (size_t kind = 0; kind < problemKinds; ++kind)
+            m_outlook.problems[kind] += check.counts[kind];
+        if (check.stop)
+            addStop(check.stop->message);
+        if (check.bars > 0)
+            m_withBars.insert(series.series);
+        m_series[series.series].add(file, check.days);
+    }
+
+    void addStop(const QString& message)
+    {
+        if (m_known.contains(message))
+            return;
+        m_known.insert(message);
+        m_outlook.stops.append(message);
+    }
+
+    void addDays(const QString& series, SeriesDays& days)
+    {
+        for (const auto& [file, shared] : days.joined()) {
+            const bool isShared = shared.files.size() > 1;
+            ++m_outlook.dayCounts[static_cast<size_t>(shared.day.outcome)];
+            m_outlook.lost += shared.day.lost;
+            m_outlook.sharedDays += isShared ? 1 : 0;
+            addDay(shared.day, isShared, m_days);
+            if (isShared && (shared.replaces || shared.isDerived))
+                m_outlook.isLossKnown = false;
+            if (isShared && shared.replaces)
+                addClash({file.day, series, shared.files});
+        }
+    }
+
+    void addClash(const Clash& clash)
+    {
+        if (!m_clash || clash.day < m_clash->day)
+            m_clash = clash;
+    }
+
+    ImportOutlook m_outlook;
+    std::map<QString, SeriesDays> m_series; ///< by name
+    QSet<QString> m_withBars;
+    QSet<QString> m_known; ///< stops
+    std::optional<Clash> m_clash;
+    Days m_days;
+};
+
 } // namespace
 
 ImportOutlook outlookOf(const std::vector<FileOutlook>& files)
 {
-    ImportOutlook outlook;
-    outlook.wouldImport = !files.empty();
-    Days days;
-    for (const FileOutlook& file : files) {
-        if (!file.refusal.isNull()) {
-            outlook.wouldImport = false;
-            outlook.stops.append(file.refusal);
-        }
-        for (const SeriesOutlook& series : file.series)
-            addCheck(series, outlook, days);
-        outlook.series += static_cast<qint64>(file.series.size());
-    }
-    if (!outlook.wouldImport && outlook.stops.isEmpty() && !files.empty())
-        outlook.stops.append(Text::tr("Ни одной строки взять нельзя: все ошибочные."));
-    for (const auto& [date, day] : days)
-        outlook.days.push_back(day);
-    return outlook;
+    if (files.empty())
+        return {};
+    Sum sum;
+    for (const FileOutlook& file : files)
+        sum.add(file);
+    return sum.finished();
+}
+
+QString whyItStops(const ImportOutlook& outlook)
+{
+    return firstOf(outlook.stops, QStringLiteral("\n"));
 }
 
 std::vector<OutlookCell> cellsOf(const std::vector<OutlookDay>& days, size_t mostCells)
@@ -164,8 +328,14 @@ QStringList sentencesOf(const ImportOutlook& outlook)
                  "дополняемых: %4")
             .arg(number(outlook.count(Outcome::New)), number(outlook.count(Outcome::Same)),
                  number(outlook.count(Outcome::Replaced)), number(outlook.count(Outcome::Merged)))};
-    sentences.append(outlook.lost == 0 ? Text::tr("Ни один бар не пропадёт")
-                                       : Text::tr("Пропадёт баров: %1").arg(number(outlook.lost)));
+    if (outlook.lost > 0)
+        sentences.append(Text::tr("Пропадёт баров: %1").arg(number(outlook.lost)));
+    else if (outlook.isLossKnown)
+        sentences.append(Text::tr("Ни один бар не пропадёт"));
+    if (outlook.sharedDays > 0)
+        sentences.append(Text::tr("Дней, которые есть в нескольких файлах: %1; сказанное о них "
+                                  "верно для каждого файла по отдельности")
+                             .arg(number(outlook.sharedDays)));
     sentences.append(Text::tr("Баров в файле: %1, ошибочных строк: %2")
                          .arg(number(outlook.bars), number(outlook.badLines)));
     if (outlook.series > 1)
@@ -180,6 +350,8 @@ QString sentenceOf(const OutlookDay& day)
                             number(day.bars), number(day.stored), number(day.result));
     if (day.lost > 0)
         text += Text::tr(", пропадёт: %1").arg(number(day.lost));
+    if (day.isShared)
+        text += Text::tr("; день есть в нескольких файлах");
     return text;
 }
 

@@ -19,6 +19,7 @@ struct OutlookDay
     qint64 stored = 0; ///< now
     qint64 result = 0; ///< afterwards
     qint64 lost = 0;
+    bool isShared = false; ///< several files have it of one series
 };
 
 /// Neighbouring days that are shown as one, because there is no room for each.
@@ -36,8 +37,11 @@ struct ImportOutlook
     QStringList stops; ///< why it would not, or would end early; whole texts
     qint64 bars = 0;
     qint64 badLines = 0;
-    qint64 series = 0;
-    qint64 lost = 0;                                ///< bars
+    qint64 series = 0; ///< that get bars
+    qint64 lost = 0;   ///< bars
+    /// Of series, that several files have. What is said of them is true of each file alone.
+    qint64 sharedDays = 0;
+    bool isLossKnown = true;
     std::array<qint64, dayOutcomes> dayCounts = {}; ///< of days of series, by outcome
     std::array<qint64, problemKinds> problems = {}; ///< by kind
     std::vector<OutlookDay> days;                   ///< ascending, each once
@@ -48,7 +52,11 @@ struct ImportOutlook
     }
 };
 
+/// Files that would replace the same day of a series do not go together: the last of them would be
+/// all that stays of it.
 ImportOutlook outlookOf(const std::vector<FileOutlook>& files);
+/// Why it would not come to its end, as long as a reader may want it: the first of the stops.
+QString whyItStops(const ImportOutlook& outlook);
 
 /// At most so many cells, of as equal numbers of days as can be.
 std::vector<OutlookCell> cellsOf(const std::vector<OutlookDay>& days, size_t mostCells);

@@ -110,7 +110,7 @@ void OutlookPanel::showOutlook(const ImportOutlook& outlook,
                                const std::vector<tadata::FileOutlook>& files)
 {
     m_isGood = outlook.wouldImport;
-    showVerdict(m_isGood ? tr("Импорт пройдёт до конца.") : outlook.stops.join(u'\n'), m_isGood);
+    showVerdict(m_isGood ? tr("Импорт пройдёт до конца.") : tadata::whyItStops(outlook), m_isGood);
     m_strip->setDays(outlook.days);
     m_sentences->setText(tadata::sentencesOf(outlook).join(QStringLiteral(".\n")) + u'.');
     m_problems->setOutlooks(files);
