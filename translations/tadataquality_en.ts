@@ -477,6 +477,10 @@
         <source>С тех пор</source>
         <translation>Since then</translation>
     </message>
+    <message>
+        <source>неизвестно</source>
+        <translation>unknown</translation>
+    </message>
 </context>
 <context>
     <name>PointWords</name>
@@ -681,6 +685,10 @@
     <message>
         <source>Подождите: команда ещё идёт. Окно можно будет закрыть, когда она закончится.</source>
         <translation>Please wait: a command is still running. The window can be closed when it has ended.</translation>
+    </message>
+    <message>
+        <source>Работа была прервана: изменились ли файлы с тех пор, неизвестно, и они вернутся без вопроса.</source>
+        <translation>The work was interrupted: whether the files have changed since is not known, and they are put back without a question.</translation>
     </message>
 </context>
 <context>
@@ -989,6 +997,10 @@
     <message>
         <source>; день есть в нескольких файлах</source>
         <translation>; the day is in several files</translation>
+    </message>
+    <message>
+        <source>Дни в каталоге %1 изменились с тех пор, как было показано, что сделает импорт. Посмотрите, что будет сделано теперь.</source>
+        <translation>The days in the directory %1 have changed since you were shown what the import will do. Look at what will be done now.</translation>
     </message>
 </context>
 <context>
