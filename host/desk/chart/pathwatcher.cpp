@@ -119,14 +119,17 @@ void PathWatcher::Watch::watchOnly(const QStringList& paths)
         m_seen.insert(path, lookAt(path));
         addAbove(path);
     }
-    // What has the name of another one is watched anew.
+    bool isAnother = false;
     for (auto seen = m_seen.begin(); seen != m_seen.end(); ++seen) {
         const std::optional<Look> known = before.value(seen.key());
+        // The system tells of it later, when it is what was seen last, and so no change any more.
+        isAnother = isAnother || (known && known != seen.value());
+        // What has the name of another one is watched anew.
         if (known && seen.value() && !known->isSameFile(*seen.value()))
             removePath(seen.key());
     }
     removeOthers();
-    if (addMissing())
+    if (addMissing() || isAnother)
         m_ear->tell();
 }
 

@@ -17,9 +17,9 @@ namespace vexdesk {
 
 /// The lines of a day file, or of another text file, as UTF-8 bytes, one after the other: the very
 /// lines that a text stream gives, without their line ends; but a line that ends within a character
-/// is never joined with the next one, wherever the blocks end. A byte order mark at the file's start
-/// is not part of the first line, any other is text like all else; files in UTF-16 and UTF-32 that
-/// begin with one are read too.
+/// is never joined with the next one, wherever the blocks end. A byte order mark at the file's
+/// start is not part of the first line, any other is text like all else; files in UTF-16 and UTF-32
+/// that begin with one are read too.
 ///
 /// Whoever has come to the end asks outcome(): what could not be read to its end was not read. The
 /// part of a line that was there before an error is never given as a line. One thread at a time.
