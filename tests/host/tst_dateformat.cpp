@@ -5,6 +5,7 @@
 
 #include <vexdesk/dateformat.h>
 
+#include <QtCore/QDateTime>
 #include <QtCore/QLocale>
 #include <QtTest/QTest>
 
@@ -17,6 +18,7 @@ private Q_SLOTS:
 
     void hasAllDigits_data();
     void hasAllDigits();
+    void isThatOfTheDefaultLocale();
 };
 
 void TestDateFormat::hasAllDigits_data()
@@ -39,6 +41,17 @@ void TestDateFormat::hasAllDigits()
     QTEST(vexdesk::shownDateFormat(locale), "date");
     // Some languages part the hour from its half of the day by another blank.
     QTEST(vexdesk::shownMomentFormat(locale).replace(QChar(0x202f), u' '), "moment");
+}
+
+void TestDateFormat::isThatOfTheDefaultLocale()
+{
+    const QDateTime moment(QDate(2024, 2, 3), QTime(4, 5, 6));
+    QLocale::setDefault(QLocale(QStringLiteral("en_GB")));
+    QCOMPARE(vexdesk::shownDate(moment.date()), QStringLiteral("03/02/2024"));
+    QCOMPARE(vexdesk::shownMoment(moment), QStringLiteral("03/02/2024 04:05:06"));
+    QLocale::setDefault(QLocale::c());
+    QCOMPARE(vexdesk::shownDate(moment.date()), QStringLiteral("03.02.2024"));
+    QCOMPARE(vexdesk::shownMoment(moment), QStringLiteral("03.02.2024 04:05:06"));
 }
 
 QTEST_GUILESS_MAIN(TestDateFormat)

@@ -47,6 +47,7 @@ private Q_SLOTS:
     void init() { testsupport::failOnStrayWarnings(); }
     void anOutcomeIsDoneOrHasItsReason();
     void aFailureWithoutTextIsOneToo();
+    void aFailureMayKeepItsReasonApart();
     void aResultIsItsValueOrHasItsReason();
     void aTextIsAValueAndNoReason();
     void aValueMayBeMovedOnly();
@@ -66,6 +67,16 @@ void OutcomeTest::aFailureWithoutTextIsOneToo()
 {
     QVERIFY(!Outcome(Failure{}));
     QVERIFY(!Result<int>(Failure{}));
+}
+
+void OutcomeTest::aFailureMayKeepItsReasonApart()
+{
+    const Outcome apart = Failure{QStringLiteral("Not written"), reason};
+    QCOMPARE(apart.message(), QStringLiteral("Not written"));
+    QCOMPARE(apart.wholeMessage(), QStringLiteral("Not written: The disk is full"));
+    QCOMPARE(write(true).wholeMessage(), reason);
+    QVERIFY(write(false).wholeMessage().isNull());
+    QVERIFY(apart != Outcome(Failure{QStringLiteral("Not written")}));
 }
 
 void OutcomeTest::aResultIsItsValueOrHasItsReason()

@@ -5,6 +5,8 @@
 
 #include <QtCore/QString>
 
+class QDate;
+class QDateTime;
 class QLocale;
 
 /// How dates are shown and typed where the terminal speaks a language: the numbers of day, month
@@ -15,5 +17,9 @@ namespace vexdesk {
 VEXDESK_CORE_EXPORT QString shownDateFormat(const QLocale& locale);
 /// The same of a date and a time to the second.
 VEXDESK_CORE_EXPORT QString shownMomentFormat(const QLocale& locale);
+
+/// A date, and a date with its time, in these formats of the default locale.
+VEXDESK_CORE_EXPORT QString shownDate(const QDate& date);
+VEXDESK_CORE_EXPORT QString shownMoment(const QDateTime& moment);
 
 } // namespace vexdesk

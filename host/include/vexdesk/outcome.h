@@ -15,6 +15,8 @@ namespace vexdesk {
 struct [[nodiscard]] Failure
 {
     QString message;
+    /// What the system says of it, where the text leaves that out.
+    QString reason = {};
 
     bool operator==(const Failure& other) const = default;
 };
@@ -34,6 +36,12 @@ public:
 
     /// Null when it was done.
     QString message() const { return m_failure ? m_failure->message : QString(); }
+    /// The message with the reason that it leaves out. Null when it was done.
+    QString wholeMessage() const
+    {
+        const bool hasReason = m_failure && !m_failure->reason.isEmpty();
+        return hasReason ? message() + QStringLiteral(": ") + m_failure->reason : message();
+    }
     /// To pass it on as the failure of something larger. Only when it was not done.
     const Failure& failure() const
     {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexdesk/dateformat.h>
 
+#include <QtCore/QDateTime>
 #include <QtCore/QLocale>
 
 namespace vexdesk {
@@ -37,6 +38,17 @@ QString shownMomentFormat(const QLocale& locale)
     if (!time.contains(u's'))
         time.replace(QLatin1String("mm"), QLatin1String("mm:ss"));
     return shownDateFormat(locale) + u' ' + time;
+}
+
+QString shownDate(const QDate& date)
+{
+    return date.toString(shownDateFormat(QLocale()));
+}
+
+QString shownMoment(const QDateTime& moment)
+{
+    const QLocale locale;
+    return locale.toString(moment, shownMomentFormat(locale));
 }
 
 } // namespace vexdesk

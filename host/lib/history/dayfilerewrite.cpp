@@ -255,7 +255,11 @@ Outcome writeDayFile(const QString& path, const QByteArray& content,
     if (!state) {
         const QString directory = QFileInfo(target).path();
         if (!makeDirectory(directory))
-            return failed(path, Text::tr("невозможно создать каталог %1").arg(directory), work);
+            return failed(
+                path,
+                Text::tr("невозможно создать каталог %1")
+                    .arg(QStringLiteral("%1 (%2)").arg(directory, Step::failed().reason())),
+                work);
         const Step written = writeWhole(target, content);
         return written.isDone() ? Outcome() : failed(path, written, work);
     }

@@ -5,6 +5,7 @@
 
 #include <vexdesk/history/recordline.h>
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
@@ -16,14 +17,28 @@
 
 namespace vexdesk {
 
+namespace {
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(vexdesk::DayFileWriter)
+};
+
+Outcome outcomeOf(const Step& step)
+{
+    return step.isDone() ? Outcome() : Failure{step.reason()};
+}
+
+} // namespace
+
 class DayFileWriter::Private final
 {
 public:
     void passOn()
     {
-        if (isWhole) {
-            isWhole = writeAll(file->get(), {lines.data(), size}).isDone();
-            if (!isWhole)
+        if (step.isDone()) {
+            step = writeAll(file->get(), {lines.data(), size});
+            if (!step.isDone())
                 cutLine();
             written += size;
         }
@@ -48,7 +63,7 @@ public:
     std::array<char, enough + maxRecordLine> lines; // that the file has not got yet
     qsizetype size = 0;                             // of these
     qint64 written = 0;                             // bytes that the file has got
-    bool isWhole = true; // whether the file has taken all that it was given
+    Step step = Step::done(); // whether the file has taken all that it was given
 };
 
 DayFileWriter::DayFileWriter()
@@ -65,20 +80,22 @@ QString DayFileWriter::path() const
     return m_d->path;
 }
 
-bool DayFileWriter::open(const QString& path)
+Outcome DayFileWriter::open(const QString& path)
 {
     m_d->path = path;
-    m_d->isWhole = true;
+    m_d->step = Step::done();
     m_d->written = 0;
     // To open a pipe is to wait for somebody who reads it.
     const QFileInfo there(path);
     if (!there.isFile() && there.exists())
-        return false;
+        return Failure{Text::tr("это не обычный файл")};
     m_d->file.emplace(::open(QFile::encodeName(path).constData(),
                              O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
-    if (!m_d->file->isOpen())
-        m_d->file.reset();
-    return m_d->file.has_value();
+    if (m_d->file->isOpen())
+        return {};
+    const Step opened = Step::failed();
+    m_d->file.reset();
+    return outcomeOf(opened);
 }
 
 void DayFileWriter::write(const StoredBar& bar)
@@ -89,16 +106,16 @@ void DayFileWriter::write(const StoredBar& bar)
         m_d->passOn();
 }
 
-bool DayFileWriter::close()
+Outcome DayFileWriter::close()
 {
     if (!m_d->file) {
         m_d->size = 0;
-        return true;
+        return {};
     }
     m_d->passOn();
     const Step closed = m_d->file->close();
     m_d->file.reset();
-    return m_d->isWhole && closed.isDone();
+    return outcomeOf(m_d->step.isDone() ? closed : m_d->step);
 }
 
 } // namespace vexdesk

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <vexdesk/history/recordline.h>
 
+#include <vexdesk/history/digits.h>
 #include <vexdesk/history/utf8.h>
 
-#include <algorithm>
 #include <charconv>
 #include <cstring>
 #include <system_error>
@@ -13,11 +13,6 @@ namespace vexdesk {
 namespace {
 
 constexpr char separator = ';';
-
-bool areDigits(QByteArrayView text)
-{
-    return std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
-}
 
 // Null when there is none.
 const char* findSeparator(const char* begin, const char* end)
@@ -35,11 +30,10 @@ int secondOfPlainTime(QByteArrayView text)
         return -1;
     int seconds = 0;
     for (int at = 0; at < length; at += 2) {
-        const int tens = text[at] - '0';
-        const int ones = text[at + 1] - '0';
-        if (tens < 0 || tens > 5 || ones < 0 || ones > 9)
+        const int number = readSixtieth(text.data() + at);
+        if (number < 0)
             return -1;
-        seconds = seconds * 60 + tens * 10 + ones;
+        seconds = seconds * 60 + number;
     }
     return seconds < 24 * 60 * 60 ? seconds : -1;
 }
@@ -55,13 +49,8 @@ QTime timeOf(QByteArrayView text)
 
 int integerOf(QByteArrayView text)
 {
-    constexpr int safeDigits = 9;
-    if (text.empty() || text.size() > safeDigits || !areDigits(text))
-        return textFromUtf8(text).toInt();
     int number = 0;
-    for (const char digit : text)
-        number = number * 10 + digit - '0';
-    return number;
+    return readDigits(text, &number) ? number : textFromUtf8(text).toInt();
 }
 
 decimal decimalOf(QByteArrayView text)
@@ -85,13 +74,6 @@ std::optional<Integer> checkedInteger(QByteArrayView text)
     Integer number = 0;
     const auto [end, error] = std::from_chars(begin, text.end(), number);
     return error == std::errc() && end == text.end() ? std::optional(number) : std::nullopt;
-}
-
-char* writeTwoDigits(char* to, int number)
-{
-    *to++ = static_cast<char>('0' + number / 10);
-    *to++ = static_cast<char>('0' + number % 10);
-    return to;
 }
 
 char* writeTime(char* to, int secondOfDay)

@@ -411,6 +411,13 @@ QString RestorePoint::id() const
     return m_d->record.id;
 }
 
+// Whoever puts it back shares the lock, and so do those that ask this way.
+bool isJobRunning(const RestorePlace& place, const QString& id)
+{
+    const Descriptor directory(openDirectory(restore::directoryOf(place, id)));
+    return directory.isOpen() && isTaken(directory.get(), LOCK_SH);
+}
+
 Outcome pruneRestorePoints(const RestorePlace& place, const RestoreLimits& limits)
 {
     if (!QFileInfo(place.path).isDir())

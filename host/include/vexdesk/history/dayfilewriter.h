@@ -2,6 +2,7 @@
 #pragma once
 
 #include <vexdesk/export.h>
+#include <vexdesk/outcome.h>
 
 #include <QtCore/QString>
 
@@ -23,14 +24,14 @@ public:
 
     /// The file that was opened last.
     QString path() const;
-    /// Makes a file, or empties the one that is there. None may be open. False where that fails,
-    /// and for a pipe, a socket or a device, which is never waited for.
-    [[nodiscard]] bool open(const QString& path);
+    /// Makes a file, or empties the one that is there. None may be open. Fails for a pipe, a socket
+    /// or a device too, which is never waited for. The message says why, without the file's name.
+    Outcome open(const QString& path);
     /// What fails shows when the file is closed.
     void write(const StoredBar& bar);
-    /// Whether the file has taken all that was written; true where none is open. Some file systems
-    /// say only now that the disk is full.
-    [[nodiscard]] bool close();
+    /// Whether the file has taken all that was written, and if not, why, without the file's name;
+    /// done where none is open. Some file systems say only now that the disk is full.
+    Outcome close();
 
 private:
     class Private;

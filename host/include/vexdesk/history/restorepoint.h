@@ -69,6 +69,10 @@ VEXDESK_HISTORY_EXPORT Result<RestorePoints> restorePoints(const RestorePlace& p
 VEXDESK_HISTORY_EXPORT Result<RestorePointRecord> restorePoint(const RestorePlace& place,
                                                                const QString& id);
 
+/// Whether the job that made a point still runs. Where the file system knows no locks none is seen
+/// to.
+VEXDESK_HISTORY_EXPORT bool isJobRunning(const RestorePlace& place, const QString& id);
+
 /// Keeps files for one job. The point is made with the first of them: a job that touches nothing
 /// leaves none. One that was neither finished nor taken back stays as that of a killed process.
 /// The place must be there.
