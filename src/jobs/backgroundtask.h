@@ -15,9 +15,15 @@
 
 namespace tadata {
 
+/// What becomes of an object that goes while its work still runs.
+enum class AtEnd {
+    Waits, ///< it goes when all that it began has ended
+    Leaves ///< it goes at once: for work that owns all it touches, and changes nothing
+};
+
 /// Work of a window that is done in a thread of its own, one run at a time:
 /// the next one tells the one before to stop, and its value comes to nothing. The object belongs to
-/// the thread that made it, which gets the values; it goes when all that it began has ended.
+/// the thread that made it, which gets the values.
 template <typename Value>
 class BackgroundTask final
 {
@@ -27,10 +33,16 @@ public:
     /// In the thread of the object.
     using Done = std::function<void(const Value& value)>;
 
-    BackgroundTask() = default;
+    explicit BackgroundTask(AtEnd atEnd = AtEnd::Waits)
+        : m_atEnd(atEnd)
+    {}
     ~BackgroundTask()
     {
         stop();
+        if (m_atEnd == AtEnd::Leaves) {
+            LeftPools::instance().take(std::move(m_pool));
+            return;
+        }
         for (const std::shared_ptr<Run>& run : m_runs)
             run->watcher->waitForFinished();
     }
@@ -50,7 +62,7 @@ public:
                                  finish(*ended, done);
                          });
         run->watcher->setFuture(
-            QtConcurrent::run(m_pool.get(), [work, stop = run->stop] { return work(*stop); }));
+            QtConcurrent::run(m_pool->get(), [work, stop = run->stop] { return work(*stop); }));
     }
 
     /// What runs is not wanted any more. It may go on for a while.
@@ -82,7 +94,8 @@ private:
         done(run.watcher->result());
     }
 
-    OwnPool m_pool;
+    const AtEnd m_atEnd;
+    std::unique_ptr<OwnPool> m_pool = std::make_unique<OwnPool>();
     std::vector<std::shared_ptr<Run>> m_runs; // the last one may be the one that runs
 };
 
