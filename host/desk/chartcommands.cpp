@@ -25,6 +25,7 @@
 #include <QtWidgets/QFileDialog>
 
 #include <algorithm>
+#include <utility>
 
 namespace vexdesk {
 
@@ -89,6 +90,8 @@ ChartCommands::ChartCommands(ChartTabs& tabs, CommandContainer& view, QWidget& w
     addTabs(view);
     connect(&m_tabs, &ChartTabs::currentChartChanged, this, &ChartCommands::update);
     connect(&m_tabs, &ChartTabs::chartsChanged, this, &ChartCommands::update);
+    connect(&m_tabs, &ChartTabs::told, this, [this] { m_isPlaceTold = false; });
+    connect(&m_tabs, &ChartTabs::currentChanged, this, &ChartCommands::forgetPlace);
     update();
 }
 
@@ -323,10 +326,21 @@ void ChartCommands::askForDay(ChartPage& page)
         return;
     asked->goTo(dialog.day(), dialog.time());
     // Whoever types and presses Enter has not read what the dialog says of it.
-    if (dialog.asked() != dialog.day())
-        Q_EMIT m_tabs.told(
-            tr("За %1 показать нечего: показан %2")
-                .arg(dateText(wallTime(dialog.asked())), dateText(wallTime(dialog.day()))));
+    if (dialog.asked() == dialog.day())
+        return;
+    Q_EMIT m_tabs.told(
+        tr("За %1 показать нечего: показан %2")
+            .arg(dateText(wallTime(dialog.asked())), dateText(wallTime(dialog.day()))));
+    m_isPlaceTold = true;
+    connect(&asked->view(), &ChartView::moved, this, &ChartCommands::forgetPlace,
+            Qt::UniqueConnection);
+}
+
+// It is no longer true of what is shown.
+void ChartCommands::forgetPlace()
+{
+    if (std::exchange(m_isPlaceTold, false))
+        Q_EMIT m_tabs.told(QString());
 }
 
 void ChartCommands::askForPicture(ChartPage& page)

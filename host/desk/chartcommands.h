@@ -67,10 +67,12 @@ private:
     void update();
     void nameCopiedBars();
     void askForDay(ChartPage& page);
+    void forgetPlace();
     void askForPicture(ChartPage& page);
 
     ChartTabs& m_tabs;
     QWidget& m_window;
+    bool m_isPlaceTold = false; // what is told last is where the chart was taken
     const MenuBuilder* m_builder = nullptr;
     std::vector<Entry> m_entries;
     Command* m_copyBars = nullptr; // is called after the candles that are shown

@@ -28,6 +28,17 @@ QCommandLineOption languageChoice()
         Text::tr("язык"));
 }
 
+QCommandLineOption helpOption()
+{
+    return {{QStringLiteral("h"), QStringLiteral("help")},
+            Text::tr("Показать эту справку и выйти.")};
+}
+
+QCommandLineOption versionOption()
+{
+    return {{QStringLiteral("v"), QStringLiteral("version")}, Text::tr("Показать версию и выйти.")};
+}
+
 } // namespace
 
 QString CommandLine::languageIn(const QStringList& arguments)
@@ -36,6 +47,16 @@ QString CommandLine::languageIn(const QStringList& arguments)
     parser.addOption(languageChoice());
     parser.parse(arguments); // fails with every other option, which is of no account here
     return parser.value(QLatin1String(languageOption));
+}
+
+bool CommandLine::asksForText(const QStringList& arguments)
+{
+    const QCommandLineOption help = helpOption();
+    const QCommandLineOption version = versionOption();
+    QCommandLineParser parser;
+    parser.addOptions({help, version});
+    parser.parse(arguments); // fails with every other option
+    return parser.isSet(help) || parser.isSet(version);
 }
 
 QStringList CommandLine::withoutLanguage(const QStringList& arguments)
@@ -67,10 +88,8 @@ CommandLine CommandLine::read(QCommandLineParser& parser, const QList<QCommandLi
         QStringLiteral("reference"),
         Text::tr("Взять площадки, режимы торгов и инструменты из этого файла."), Text::tr("файл"));
     const QCommandLineOption language = languageChoice();
-    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
-                                  Text::tr("Показать эту справку и выйти."));
-    const QCommandLineOption version({QStringLiteral("v"), QStringLiteral("version")},
-                                     Text::tr("Показать версию и выйти."));
+    const QCommandLineOption help = helpOption();
+    const QCommandLineOption version = versionOption();
     parser.addOptions({plugins, reference, language});
     parser.addOptions(own);
     parser.addOptions({help, version});

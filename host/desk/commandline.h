@@ -22,6 +22,10 @@ struct CommandLine
     /// without one. What the rest of the command line has to say is said in that language.
     static QString languageIn(const QStringList& arguments);
 
+    /// Whether the arguments seem to ask for what the program prints of itself, for which nobody
+    /// needs a screen. Only read() is sure.
+    static bool asksForText(const QStringList& arguments);
+
     /// The arguments as they are without "--language" and its code: it would win over what the user
     /// has chosen since.
     static QStringList withoutLanguage(const QStringList& arguments);

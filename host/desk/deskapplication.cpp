@@ -4,6 +4,7 @@
 #include "desk/dialogplacer.h"
 #include "desk/errorreport.h"
 #include "desk/filedialogdates.h"
+#include "desk/letterkeys.h"
 #include "desk/screenfitter.h"
 
 #include <QtCore/QLibraryInfo>
@@ -64,10 +65,31 @@ QPalette withReadableHints(QPalette palette)
 
 } // namespace
 
+Texts installTexts(Language language)
+{
+    Texts texts;
+    const auto add = [&texts, language](const char* name, const QStringList& directories) {
+        if (auto text = loadTranslation(QLatin1String(name), language, directories)) {
+            QCoreApplication::installTranslator(text.get());
+            texts.push_back(std::move(text));
+        }
+    };
+    // Without a file the texts of the sources are shown: Qt's English, the terminal's Russian.
+    add("qtbase", {QLibraryInfo::path(QLibraryInfo::TranslationsPath)});
+    add("vexdesk-qt", translationDirectories()); // what Qt's own translation lacks
+    add("vexdesk", translationDirectories());
+    return texts;
+}
+
+QString terminalVersion()
+{
+    return QStringLiteral(VEXDESK_VERSION);
+}
+
 DeskApplication::DeskApplication(int& argc, char** argv)
     : QApplication(argc, argv)
 {
-    setApplicationVersion(QStringLiteral(VEXDESK_VERSION));
+    setApplicationVersion(terminalVersion());
     registerResources();
     QIcon icon;
     for (const int size : {16, 24, 32, 48, 64, 128, 256})
@@ -76,6 +98,7 @@ DeskApplication::DeskApplication(int& argc, char** argv)
     installEventFilter(new DialogPlacer(this));
     installEventFilter(new ScreenFitter(this));
     installEventFilter(new FileDialogDates(this));
+    installEventFilter(new LetterKeys(this));
 
     mendHints();
     setLanguage(Language::Russian);
@@ -86,21 +109,9 @@ DeskApplication::~DeskApplication() = default;
 void DeskApplication::setLanguage(Language language)
 {
     m_language = language;
-    m_translations.clear();
-    // Without a file the texts of the sources are shown: Qt's English, the terminal's Russian.
-    addTranslation(QStringLiteral("qtbase"), {QLibraryInfo::path(QLibraryInfo::TranslationsPath)});
-    // What Qt's own translation lacks.
-    addTranslation(QStringLiteral("vexdesk-qt"), translationDirectories());
-    addTranslation(QStringLiteral("vexdesk"), translationDirectories());
+    m_texts.clear();
+    m_texts = installTexts(language);
     QLocale::setDefault(localeOf(language));
-}
-
-void DeskApplication::addTranslation(const QString& name, const QStringList& directories)
-{
-    if (auto translation = loadTranslation(name, m_language, directories)) {
-        installTranslator(translation.get());
-        m_translations.push_back(std::move(translation));
-    }
 }
 
 bool DeskApplication::event(QEvent* event)

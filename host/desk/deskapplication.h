@@ -10,10 +10,18 @@
 
 namespace vexdesk {
 
+using Texts = std::vector<std::unique_ptr<QTranslator>>;
+
+/// Installs the texts of a language, the terminal's and Qt's own, for as long as the value lives.
+/// With an application object of whatever kind.
+[[nodiscard]] Texts installTexts(Language language);
+
+QString terminalVersion();
+
 /// The terminal's application object: an exception that leaves an event handler or a slot is shown
 /// to the user, and the terminal goes on. It also brings the terminal's version and pictures, the
-/// texts of its language, a DialogPlacer, a ScreenFitter and FileDialogDates, and sees to it that
-/// hints can be read on every ground.
+/// texts of its language, a DialogPlacer, a ScreenFitter, FileDialogDates and LetterKeys, and sees
+/// to it that hints can be read on every ground.
 class DeskApplication final : public QApplication
 {
     Q_OBJECT
@@ -39,10 +47,9 @@ protected:
 
 private:
     void mendHints();
-    void addTranslation(const QString& name, const QStringList& directories);
 
     Language m_language = Language::Russian;
-    std::vector<std::unique_ptr<QTranslator>> m_translations;
+    Texts m_texts;
 };
 
 } // namespace vexdesk

@@ -35,8 +35,9 @@ void DialogPlacer::begin(QDialog& dialog)
         return;
     m_dialog = &dialog;
     m_window = window;
-    // So a window manager knows too in front of what it stands.
-    if (dialog.windowHandle() && window->windowHandle())
+    // So a window manager knows too in front of what it stands. One that is made a window stands
+    // beside the others, any of which can come to the front.
+    if (dialog.windowType() == Qt::Dialog && dialog.windowHandle() && window->windowHandle())
         dialog.windowHandle()->setTransientParent(window->windowHandle());
     place();
     QMetaObject::invokeMethod(

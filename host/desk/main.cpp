@@ -9,6 +9,7 @@
 
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QProcess>
+#include <QtCore/QTranslator>
 
 #include <cstdio>
 #include <cstdlib>
@@ -36,6 +37,41 @@ int listPlugins(vexdesk::Terminal& terminal)
     return areAllLoaded ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
+// The command line of the process, with the options that only the terminal itself has.
+class Options final
+{
+public:
+    Options() { m_parser.setApplicationDescription(Text::tr("Торговый терминал Vexdesk.")); }
+
+    vexdesk::CommandLine read()
+    {
+        return vexdesk::CommandLine::read(m_parser, {m_demoDeals, m_list});
+    }
+    bool areDemoDealsWanted() const { return m_parser.isSet(m_demoDeals); }
+    bool isListWanted() const { return m_parser.isSet(m_list); }
+
+private:
+    const QCommandLineOption m_demoDeals{
+        QStringLiteral("demo-deals"),
+        Text::tr("Заполнить сегодняшние сделки всех инструментов придуманными. Пока терминал "
+                 "работает, они попадают и в экспорт за сегодня.")};
+    const QCommandLineOption m_list{
+        QStringLiteral("list-plugins"),
+        Text::tr("Загрузить модули, назвать загруженные и отклонённые и выйти. Код выхода 1, если "
+                 "хотя бы один отклонён.")};
+    QCommandLineParser m_parser;
+};
+
+// Prints and ends the process, on a machine without a screen too.
+void describe(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationVersion(vexdesk::terminalVersion());
+    vexdesk::setApplicationIdentity();
+    const vexdesk::Texts texts = vexdesk::installTexts(vexdesk::spokenLanguage());
+    Options().read();
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -43,30 +79,23 @@ int main(int argc, char** argv)
     QStringList arguments; // all of them: Qt takes its own away
     for (int i = 1; i < argc; ++i)
         arguments.append(QString::fromLocal8Bit(argv[i]));
+    if (vexdesk::CommandLine::asksForText(QStringList(QString()) + arguments))
+        describe(argc, argv);
     vexdesk::DeskApplication application(argc, argv);
     vexdesk::setApplicationIdentity();
     application.setLanguage(vexdesk::spokenLanguage());
 
-    const QCommandLineOption demoDeals(
-        QStringLiteral("demo-deals"),
-        Text::tr("Заполнить сегодняшние сделки всех инструментов придуманными. Пока терминал "
-                 "работает, они попадают и в экспорт за сегодня."));
-    const QCommandLineOption list(
-        QStringLiteral("list-plugins"),
-        Text::tr("Загрузить модули, назвать загруженные и отклонённые и выйти. Код выхода 1, если "
-                 "хотя бы один отклонён."));
-    QCommandLineParser parser;
-    parser.setApplicationDescription(Text::tr("Торговый терминал Vexdesk."));
-    const auto commandLine = vexdesk::CommandLine::read(parser, {demoDeals, list});
+    Options options;
+    const auto commandLine = options.read();
 
     // A list of plug-ins changes nothing.
     vexdesk::DataDirectory dataDirectory;
-    if (!parser.isSet(list) && !dataDirectory.mayBeUsed())
+    if (!options.isListWanted() && !dataDirectory.mayBeUsed())
         return EXIT_SUCCESS;
     vexdesk::Terminal terminal(application, dataDirectory, commandLine);
-    if (parser.isSet(list))
+    if (options.isListWanted())
         return listPlugins(terminal);
-    terminal.window().setDemoDeals(parser.isSet(demoDeals));
+    terminal.window().setDemoDeals(options.areDemoDealsWanted());
     const int exitCode = terminal.run();
     dataDirectory.giveBack();
     if (terminal.window().isRestartWanted())

@@ -194,10 +194,14 @@ void MainWindow::addCharts()
     connect(&m_loader, &PluginLoader::starting, m_marks, &MarkSources::rememberThese);
     connect(&m_loader, &PluginLoader::startFailed, m_marks, &MarkSources::removeOthers);
     connect(&m_loader, &PluginLoader::ending, m_marks, &MarkSources::removeAll);
+    connect(&m_loader, &PluginLoader::ending, m_charts.get(), &Charts::forgetShowing);
     connect(m_chartTabs, &ChartTabs::chartsChanged, this, &MainWindow::showChartsOrStart);
     connect(m_chartTabs, &ChartTabs::contextMenuWanted, this, &MainWindow::showChartMenu);
-    connect(m_chartTabs, &ChartTabs::told, this,
-            [this](const QString& text) { statusBar()->showMessage(text, longMessageTime); });
+    const auto say = [this](const QString& text) {
+        statusBar()->showMessage(text, longMessageTime);
+    };
+    connect(m_chartTabs, &ChartTabs::told, this, say);
+    connect(m_charts.get(), &Charts::missed, this, say);
 }
 
 void MainWindow::addSeries()

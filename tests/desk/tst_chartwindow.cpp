@@ -3,6 +3,7 @@
 // remembered, and what a plug-in does with them. Runs in a real X server too.
 
 #include "desk/chart/axisticks.h"
+#include "desk/chart/chartmemory.h"
 #include "desk/chart/chartpage.h"
 #include "desk/chart/charttabs.h"
 #include "desk/chart/chartview.h"
@@ -18,6 +19,7 @@
 #include "plugins/callrecord.h"
 #include "support/child.h"
 #include "support/dayfiles.h"
+#include "support/eventually.h"
 #include "support/filesizelimit.h"
 #include "support/filetree.h"
 #include "support/modalsteps.h"
@@ -35,6 +37,7 @@
 #include <QtWidgets/QCalendarWidget>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>
+#include <QtWidgets/QDialog>
 #include <QtWidgets/QDockWidget>
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QLabel>
@@ -158,9 +161,14 @@ private Q_SLOTS:
     void keysAreNamedAsTheyAreCalled();
     void theTabsHaveAMenu();
     void allOtherChartsAreClosed();
+    void howAChartStandsIsKeptWithoutAnEnd();
     void aPluginShowsAMoment();
     void aPluginMarksBars();
     void aPluginCannotShowWhatIsNotStored();
+    void aDayThatAPluginShowsMayBeMissing();
+    void aPluginThatGoesIsToldNothing();
+    void theTerminalComesToTheFrontWithTheChart_data();
+    void theTerminalComesToTheFrontWithTheChart();
     void aPluginThatFailsToStartIsNotAskedForMarks();
     void aPluginThatGoesTakesItsMarksAlong();
 
@@ -186,7 +194,10 @@ private:
     QString said() const { return m_window->statusBar()->currentMessage(); }
     void savePictureAs(const QString& path);
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
-    QString readout() const { return child<QLabel>(page(), "chartReadout")->text(); }
+    QString readout() const
+    {
+        return page() ? child<QLabel>(page(), "chartReadout")->text() : QString();
+    }
 
     std::unique_ptr<vexdesk::Core> m_core;
     std::unique_ptr<PluginLoader> m_loader;
@@ -425,9 +436,9 @@ void TestChartWindow::tabsOfTheSameNameAreToldApart()
     open("ALFA");
     QCOMPARE(titles(), QStringList{"ALFA"});
     vexdesk::ICharts* const charts = m_core->charts();
-    QVERIFY(charts->show({QStringLiteral("WEST"), QStringLiteral("SPOT"), QStringLiteral("ALFA")},
-                         day, QTime()));
-    QCOMPARE(titles(), QStringList({"ALFA — MAIN — NORD", "ALFA — SPOT — WEST"}));
+    charts->show({QStringLiteral("WEST"), QStringLiteral("SPOT"), QStringLiteral("ALFA")}, day,
+                 QTime(), {});
+    EVENTUALLY_EQUAL(titles(), QStringList({"ALFA — MAIN — NORD", "ALFA — SPOT — WEST"}));
     key(Qt::Key_W, Qt::ControlModifier);
     QCOMPARE(titles(), QStringList{"ALFA"});
 }
@@ -766,6 +777,10 @@ void TestChartWindow::aDayBetweenThoseThatAreStoredIsTheNextOne()
     QCOMPARE(steps.complaint(), QString());
     QCOMPARE(said(), QStringLiteral("За 20.01.2024 показать нечего: показан 22.01.2024"));
     QTRY_VERIFY2(readout().startsWith(QStringLiteral("22.01.2024 ")), qPrintable(readout()));
+    // It stays as long as that is what is shown.
+    QCOMPARE(said(), QStringLiteral("За 20.01.2024 показать нечего: показан 22.01.2024"));
+    view()->scroll(-0.5);
+    QCOMPARE(said(), QString());
 }
 
 void TestChartWindow::arrowsGoThroughTheStoredDays()
@@ -1237,19 +1252,34 @@ void TestChartWindow::allOtherChartsAreClosed()
     QCOMPARE(QApplication::focusWidget(), view());
 }
 
+// The terminal may be killed, or the machine lose its power.
+void TestChartWindow::howAChartStandsIsKeptWithoutAnEnd()
+{
+    open("ALFA");
+    const auto kept = [this] {
+        return vexdesk::toText(vexdesk::ChartMemory::stored().stateOf(page()->series()));
+    };
+    view()->zoom(0.5);
+    QTRY_COMPARE_WITH_TIMEOUT(kept(), vexdesk::toText(page()->state()), 30000);
+    page()->show(vexdesk::Study::VolumeByPrice, true);
+    QVERIFY(kept() != vexdesk::toText(page()->state())); // not at once
+    QTRY_COMPARE_WITH_TIMEOUT(kept(), vexdesk::toText(page()->state()), 30000);
+}
+
 void TestChartWindow::aPluginShowsAMoment()
 {
     load({QStringLiteral("marking")});
     desktest::takeCalls();
     vexdesk::triggerCommand("MARKING.Show");
-    QCOMPARE(desktest::takeCalls(), QStringList{"MARKING.shown"});
+    QCOMPARE(desktest::takeCalls(), QStringList()); // the store is looked at elsewhere
+    EVENTUALLY_EQUAL(desktest::calls(), QStringList{"MARKING.shown"});
     QCOMPARE(titles(), QStringList{"ALFA"});
     QTRY_VERIFY2(readout().startsWith(QStringLiteral("16.01.2024 10:30 ")), qPrintable(readout()));
     // Once more it is the same chart, and the day is enough.
     open("VEGA");
     vexdesk::triggerCommand("MARKING.ShowDay");
+    EVENTUALLY_EQUAL(page()->series().securityName, QStringLiteral("ALFA"));
     QCOMPARE(titles(), QStringList({"ALFA", "VEGA"}));
-    QCOMPARE(page()->series().securityName, QStringLiteral("ALFA"));
     QTRY_VERIFY2(readout().startsWith(QStringLiteral("16.01.2024 10:00 ")), qPrintable(readout()));
 }
 
@@ -1274,8 +1304,63 @@ void TestChartWindow::aPluginCannotShowWhatIsNotStored()
     load({QStringLiteral("marking")});
     desktest::takeCalls();
     vexdesk::triggerCommand("MARKING.ShowNothing");
-    QCOMPARE(desktest::takeCalls(), QStringList(5, QStringLiteral("MARKING.not shown")));
+    EVENTUALLY_EQUAL(desktest::calls(), QStringList(5, QStringLiteral("MARKING.not shown")));
+    QVERIFY2(said().contains(QStringLiteral("нет серии NORD/MAIN/")), qPrintable(said()));
     QVERIFY(isStartPageShown());
+}
+
+void TestChartWindow::aDayThatAPluginShowsMayBeMissing()
+{
+    load({QStringLiteral("marking")});
+    desktest::takeCalls();
+    vexdesk::triggerCommand("MARKING.ShowMissingDay");
+    EVENTUALLY_EQUAL(desktest::calls(), QStringList{"MARKING.no day"});
+    QCOMPARE(titles(), QStringList{"ALFA"});
+    const QString start = QStringLiteral("В хранилище нет дня 16.01.2025 серии NORD/MAIN/ALFA");
+    QVERIFY2(said().startsWith(start), qPrintable(said()));
+}
+
+// What is to be shown comes to nothing with the plug-in that wants it.
+void TestChartWindow::aPluginThatGoesIsToldNothing()
+{
+    load({QStringLiteral("marking")});
+    desktest::takeCalls();
+    vexdesk::triggerCommand("MARKING.Show");
+    m_loader->unload();
+    const QStringList calls = desktest::takeCalls();
+    const qsizetype before = calls.size();
+    QVERIFY2(!calls.contains(QStringLiteral("MARKING.shown")), qPrintable(calls.join(u' ')));
+    for (int i = 0; i < 100; ++i)
+        QCoreApplication::processEvents();
+    QVERIFY(before > 0 && desktest::takeCalls().isEmpty());
+    QVERIFY(isStartPageShown());
+}
+
+void TestChartWindow::theTerminalComesToTheFrontWithTheChart_data()
+{
+    QTest::addColumn<bool>("isMinimized");
+    QTest::newRow("behind another window") << false;
+    QTest::newRow("minimized") << true;
+}
+
+void TestChartWindow::theTerminalComesToTheFrontWithTheChart()
+{
+    QFETCH(const bool, isMinimized);
+    load({QStringLiteral("marking")});
+    QDialog window(nullptr, Qt::Window); // such as plug-ins have them
+    window.show();
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    window.setGeometry(m_window->geometry().adjusted(60, 60, -60, -60));
+    if (isMinimized)
+        m_window->showMinimized();
+    vexdesk::triggerCommand("MARKING.Show");
+    EVENTUALLY(m_window->isActiveWindow() && !m_window->isMinimized());
+    // Only a real screen knows what hides what.
+    if (QGuiApplication::platformName() != QLatin1String("xcb"))
+        return;
+    const auto inFront = [&] { return QApplication::topLevelAt(window.geometry().center()); };
+    EVENTUALLY_EQUAL(inFront(), static_cast<QWidget*>(m_window.get()));
 }
 
 void TestChartWindow::aPluginThatFailsToStartIsNotAskedForMarks()

@@ -40,6 +40,8 @@ private Q_SLOTS:
     void anUnknownLanguageIsRefused();
     void startsAgainInTheChosenLanguage();
     void versionIsTheTerminals();
+    void describesItselfWithoutAScreen_data();
+    void describesItselfWithoutAScreen();
     void anUnknownOptionIsRefused();
     void runsAPluginFromStartToEnd();
     void findsPluginsBesideItself();
@@ -224,6 +226,35 @@ void TestProgram::versionIsTheTerminals()
     QCOMPARE(outcome.exitCode, 0);
     QCOMPARE(outcome.output.trimmed(),
              QStringLiteral("Vexdesk %1").arg(QCoreApplication::applicationVersion()));
+}
+
+void TestProgram::describesItselfWithoutAScreen_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("text");
+    const QString version = QStringLiteral("Vexdesk ") + QCoreApplication::applicationVersion();
+    QTest::newRow("help") << QStringList{QStringLiteral("--help")} << QStringLiteral("--reference");
+    QTest::newRow("help among others")
+        << QStringList{QStringLiteral("--plugins"), QStringLiteral("."), QStringLiteral("-h")}
+        << QStringLiteral("Показать эту справку и выйти.");
+    QTest::newRow("help in English")
+        << QStringList{QStringLiteral("--language=en"), QStringLiteral("--help")}
+        << QStringLiteral("Show this help and exit.");
+    QTest::newRow("version") << QStringList{QStringLiteral("--version")} << version;
+}
+
+void TestProgram::describesItselfWithoutAScreen()
+{
+    QFETCH(const QStringList, arguments);
+    QFETCH(const QString, text);
+    copyTranslation();
+    m_environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+    for (const char* const screen : {"DISPLAY", "WAYLAND_DISPLAY"})
+        m_environment.remove(QLatin1String(screen));
+    const Outcome outcome = run(arguments, false);
+    QCOMPARE(outcome.exitCode, 0);
+    QVERIFY2(outcome.output.contains(text), qPrintable(outcome.output));
+    QVERIFY2(outcome.errors.isEmpty(), qPrintable(outcome.errors));
 }
 
 void TestProgram::anUnknownOptionIsRefused()

@@ -133,10 +133,16 @@ bool isFor(const TickUnit& unit, Timeframe timeframe)
     return unit.kind >= TickUnit::Day + longer;
 }
 
-TickUnit unitFor(const std::vector<Begin>& begins, double slotsPerLabel, Timeframe timeframe)
+double slotsPerLine(const TickUnit& unit, const TickRoom& slotsFor)
 {
-    const double room =
-        static_cast<double>(begins.back().slot - begins.front().slot) / slotsPerLabel;
+    if (unit.kind == TickUnit::Clock)
+        return slotsFor.time;
+    return unit.kind == TickUnit::Day ? slotsFor.dayLine : slotsFor.date;
+}
+
+TickUnit unitFor(const std::vector<Begin>& begins, const TickRoom& slotsFor, Timeframe timeframe)
+{
+    const auto length = static_cast<double>(begins.back().slot - begins.front().slot);
     for (const TickUnit& unit : usualUnits) {
         if (!isFor(unit, timeframe))
             continue;
@@ -145,7 +151,7 @@ TickUnit unitFor(const std::vector<Begin>& begins, double slotsPerLabel, Timefra
             lines += isLine(begins[i - 1], begins[i], unit);
         // Of a few all that have room are shown: there is one more than distances between them.
         constexpr double few = 5;
-        if (lines <= std::max(few, room))
+        if (lines <= std::max(few, length / slotsPerLine(unit, slotsFor)))
             return unit;
     }
     return usualUnits.back();
@@ -197,17 +203,13 @@ int rankOf(const Begin& before, const Begin& begin)
     return begin.time % hour == 0 ? 1 : 0;
 }
 
-// Where a round time is in a gap, the line stands behind it and has that time; but seconds have
-// gaps between most of them, and there the line has the time at which it stands. A day that begins
-// between two round times has its date alone.
+// Where a round time is in a gap, the line stands behind it and has that time: it is between these
+// two bars. A day has the time at which it begins.
 QString timeLabel(const Begin& begin, const TickUnit& unit, bool isNewDay, Timeframe timeframe)
 {
-    const bool isExact = isNewDay || timeframe == Timeframe::Second;
+    const qint64 time = isNewDay ? begin.time : begin.numberOf(unit) * unit.count;
     // A bar at midnight that stands at its day has an interval of the day before.
-    const qint64 time =
-        std::max(isExact ? begin.time : begin.numberOf(unit) * unit.count, wallTime(begin.day()));
-    const bool isShown = timeframe == Timeframe::Second || time % unit.count == 0;
-    return isShown ? clockText(time, timeframe) : QString();
+    return clockText(std::max(time, wallTime(begin.day())), timeframe);
 }
 
 TimeTick tickAt(const Begin& before, const Begin& begin, const TickUnit& unit, Timeframe timeframe)
@@ -223,8 +225,12 @@ TimeTick tickAt(const Begin& before, const Begin& begin, const TickUnit& unit, T
         tick.label = labelOf(begin, unit);
         tick.isBegin = unit.kind < TickUnit::Year && !before.isSame(begin, TickUnit::Year);
     }
-    if (tick.isBegin)
-        tick.heading = headingOf(begin, unit);
+    tick.isKept = tick.isBegin || unit.kind == TickUnit::Day;
+    if (!tick.isBegin)
+        return tick;
+    tick.heading = headingOf(begin, unit);
+    if (unit.kind == TickUnit::Clock && before.isSame(begin, TickUnit::Year))
+        tick.shortHeading = begin.day().toString(dayFormat());
     return tick;
 }
 
@@ -249,12 +255,12 @@ double valueStep(double low, double high, int most, int decimals)
 }
 
 TimeTicks timeTicks(const std::vector<SlotBegin>& begins, const SlotRange& range,
-                    double slotsPerLabel, Timeframe timeframe)
+                    const TickRoom& slotsFor, Timeframe timeframe)
 {
     if (begins.empty())
         return {};
     const std::vector<Begin> all = numbered(begins);
-    const TickUnit unit = unitFor(all, slotsPerLabel, timeframe);
+    const TickUnit unit = unitFor(all, slotsFor, timeframe);
     TimeTicks found;
     if (static_cast<double>(all.front().slot) < range.begin)
         found.first = headingOf(all.front(), unit);
@@ -272,7 +278,7 @@ TimeTicks timeTicks(const std::vector<SlotBegin>& begins, const SlotRange& range
 
 QString dateText(qint64 time)
 {
-    return wallDate(time).toString(shownDateFormat(QLocale()));
+    return shownDate(wallDate(time));
 }
 
 QString dateTimeText(qint64 time, qint64 interval)

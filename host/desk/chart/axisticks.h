@@ -19,7 +19,9 @@ struct TimeTick
     qint64 slot = 0;      ///< the line stands where it begins
     QString label;        ///< what is new at every line: the time, or the day, or the month
     QString heading;      ///< what begins here, below the label: a date or a year; empty within it
+    QString shortHeading; ///< where there is no room for it; empty where it says less
     bool isBegin = false; ///< a day begins here, or a year
+    bool isKept = false;  ///< the line stands also where its label has no room
     int rank = 0;         ///< where two labels have no room the one with the higher rank stays
 };
 
@@ -29,11 +31,19 @@ struct TimeTicks
     QString first;               ///< the heading of what the range begins in the middle of
 };
 
-/// Lines for the slots that begin in a range: as many as have room where a label has need of so
-/// many slots on average, at round times and where days, weeks, months or years change. `begins` is
-/// what the axis of this timeframe says of the range.
+/// How many slots there must be on average for a label with the time, for one with the date, and
+/// for a line of a day without a label.
+struct TickRoom
+{
+    double time = 0;
+    double date = 0;
+    double dayLine = 0;
+};
+
+/// Lines for the slots that begin in a range: as many as have room, at round times and where days,
+/// weeks, months or years change. `begins` is what the axis of this timeframe says of the range.
 TimeTicks timeTicks(const std::vector<SlotBegin>& begins, const SlotRange& range,
-                    double slotsPerLabel, Timeframe timeframe);
+                    const TickRoom& slotsFor, Timeframe timeframe);
 
 /// "15.01.2024", as the default locale writes it.
 QString dateText(qint64 time);

@@ -22,8 +22,16 @@ struct Text
     Q_DECLARE_TR_FUNCTIONS(vexdesk::BarsCopy)
 };
 
+// They were read, and are not kept.
+bool hasTooManyBars(const SeriesDay& day)
+{
+    return day.summary->count > mostBarsOfDay && !day.bars;
+}
+
 QString whyMissing(const SeriesDay& day)
 {
+    if (hasTooManyBars(day))
+        return Text::tr("в файле баров больше %1").arg(mostBarsOfDay);
     return day.reading ? Text::tr("файла больше нет, или он пуст") : day.reading.message();
 }
 
@@ -92,7 +100,9 @@ const SeriesDay& BarsCopy::loaded(qsizetype day)
         one = read(one);
     m_decimals = std::max(m_decimals, one.summary->decimals);
     const bool isCopied = m_first <= day && static_cast<double>(wallTime(one.day)) < m_stretch.to;
-    if (isCopied && one.summary->count == 0 && (!one.reading || one.bytes > 0))
+    const bool hasNone = one.summary->count == 0 && (!one.reading || one.bytes > 0);
+    const bool hasTooMany = isBelowDay(m_stretch.timeframe) && hasTooManyBars(one);
+    if (isCopied && (hasNone || hasTooMany))
         noteMissing(one);
     return m_loaded.emplace(day, std::move(one)).first->second;
 }
@@ -130,13 +140,10 @@ bool BarsCopy::takeDay()
         days.push_back(loaded(day));
     m_loaded.erase(m_loaded.begin(), m_loaded.lower_bound(begin));
     const BarSeries around(m_stretch.series->timeframe(), std::move(days));
-    std::vector<Candle> folded = foldDay(around, m_next - begin, m_stretch.timeframe);
-    if (m_stretch.areNightsShown && m_stretch.timeframe == Timeframe::Day)
-        joinDays(folded, std::identity());
-    for (Candle& candle : folded) {
+    for (const Candle& candle : foldDay(around, m_next - begin, m_stretch.timeframe)) {
         if (static_cast<double>(candle.end) > m_stretch.from &&
             static_cast<double>(candle.begin) < m_stretch.to)
-            m_candles.push_back(std::move(candle));
+            m_candles.push_back(candle);
     }
     m_copied.isTooMuch = static_cast<qsizetype>(m_candles.size()) > m_most;
     ++m_next;

@@ -23,7 +23,6 @@ struct BarsStretch
     Timeframe timeframe = Timeframe::Minute; ///< of the candles
     double from = 0;                         ///< wall times: each candle that has a part between
     double to = 0;                           ///< them
-    bool areNightsShown = false;             ///< in the chart: a day is one candle then
 };
 
 /// What has become of it.
@@ -31,7 +30,7 @@ struct CopiedBars
 {
     QString text;           ///< as candlesAsText() writes it
     qsizetype count = 0;    ///< of candles
-    QList<QDate> missing;   ///< the days with a file of which no bar could be had
+    QList<QDate> missing;   ///< the days with a file whose bars could not be had
     QString firstMissing;   ///< the file of the first of them, and why it has none
     bool isTooMuch = false; ///< there are more candles than may be: nothing is written
 };

@@ -105,8 +105,9 @@ int BarSeries::candlesOf(qsizetype day, Timeframe timeframe) const
     if (!facts.isRead)
         return guessFor(timeframe).of(m_days[static_cast<size_t>(day)].bytes);
     const int own = facts.hasMidnight && !endsDayBefore(day, timeframe) ? 1 : 0;
+    const int rest = facts.hasRest ? 1 : 0;
     if (timeframe == Timeframe::Day)
-        return own + (facts.hasRest ? 1 : 0);
+        return areDays() ? std::max(own, rest) : own + rest;
     return own + facts.candles[static_cast<size_t>(timeframe)];
 }
 
@@ -141,8 +142,14 @@ std::vector<qint64> BarSeries::candlesBefore(Timeframe timeframe) const
 
 bool BarSeries::endsDayBefore(qsizetype day, Timeframe timeframe) const
 {
-    if (day == 0 || !factsAt(day).hasMidnight || !factsAt(day - 1).hasRest ||
+    if (day == 0 || !factsAt(day).hasMidnight ||
         m_days[static_cast<size_t>(day - 1)].day.addDays(1) != m_days[static_cast<size_t>(day)].day)
+        return false;
+    // A day has its place before it is read, and they are what is known of it.
+    if (!factsAt(day - 1).isRead)
+        return !isBelowDay(timeframe) && !areDays() &&
+               m_days[static_cast<size_t>(day - 1)].bytes > 0;
+    if (!factsAt(day - 1).hasRest)
         return false;
     constexpr int msecs = 1000;
     const int seconds = secondsOf(std::min(timeframe, Timeframe::Day));

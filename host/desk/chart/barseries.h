@@ -43,6 +43,8 @@ public:
     BarSeries(int timeframe, std::vector<SeriesDay> days, const BarSeries* before = nullptr);
 
     int timeframe() const { return m_timeframe; }
+    /// Whether the bars are whole days, or longer: those at midnight are of the day that begins.
+    bool areDays() const { return m_timeframe >= secondsOf(Timeframe::Day); }
     const std::vector<SeriesDay>& days() const { return m_days; }
     /// Whether no day has bars, and none that was not read can have any.
     bool isEmpty() const { return m_isEmpty; }
@@ -52,13 +54,15 @@ public:
     int decimals() const { return m_decimals; }
 
     /// How many candles begin with this day. Below the day: those of its file, exact where it was
-    /// read and else a guess by the size of the file. Of days one; two where a bar at midnight has
-    /// no day before it to end. Of a week or a month one at its first day with bars, else none.
+    /// read and else a guess by the size of the file. Of days one; two where the bars at midnight
+    /// end a day that has no other bars. Of a week or a month one at its first day with bars, else
+    /// none.
     int candlesOf(qsizetype day, Timeframe timeframe) const;
     /// How many candles begin with the days before each of them, and with all days.
     std::vector<qint64> candlesBefore(Timeframe timeframe) const;
     /// Whether the bars at midnight with which a day's file begins are part of the last candle of
-    /// the day before: that is stored, and its last interval ends at this midnight.
+    /// the day before: that is stored, and its last interval ends at this midnight. From the day on
+    /// also where the day before was not read.
     bool endsDayBefore(qsizetype day, Timeframe timeframe) const;
 
 private:

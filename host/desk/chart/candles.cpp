@@ -41,40 +41,50 @@ void appendBars(std::vector<Candle>& candles, const SeriesDay& day, int seconds,
     }
 }
 
-// A day is shown at its day: bars at midnight that end no day before have its first second there,
-// or all of it where there are no others.
-void appendDay(std::vector<Candle>& candles, const SeriesDay& day, bool hasMidnight)
+Candle candleOfDay(const QDate& day, const Bar& bar, qsizetype count)
+{
+    const qint64 begin = wallTime(day);
+    return {begin, begin + secondsPerDay, bar, count, day};
+}
+
+// Bars at midnight end the day before, where they are shown also if it has no others. Bars that are
+// days are those of their day.
+void appendDay(std::vector<Candle>& candles, const SeriesDay& day, bool hasMidnight, bool areDays)
 {
     const DaySummary& summary = *day.summary;
-    const qint64 begin = wallTime(day.day);
-    const qint64 end = begin + secondsPerDay;
-    const qint64 afterMidnight = begin + (hasMidnight ? 1 : 0);
-    if (hasMidnight) {
-        candles.push_back({begin, summary.rest ? afterMidnight : end, *summary.midnight,
-                           summary.midnightCount, day.day});
+    if (areDays && hasMidnight) {
+        candles.push_back(candleOfDay(day.day, summary.whole(), summary.count));
+        return;
     }
-    if (summary.rest) {
+    if (hasMidnight)
         candles.push_back(
-            {afterMidnight, end, *summary.rest, summary.count - summary.midnightCount, day.day});
-    }
+            candleOfDay(day.day.addDays(-1), *summary.midnight, summary.midnightCount));
+    if (summary.rest)
+        candles.push_back(
+            candleOfDay(day.day, *summary.rest, summary.count - summary.midnightCount));
 }
 
 std::vector<Candle> foldUpToDay(const BarSeries& series, qsizetype index, Timeframe timeframe)
 {
     std::vector<Candle> candles;
     const SeriesDay& day = series.days()[static_cast<size_t>(index)];
-    if (!day.summary || (isBelowDay(timeframe) && !day.bars))
+    if (isBelowDay(timeframe) && !day.bars)
         return candles;
     candles.reserve(static_cast<size_t>(series.candlesOf(index, timeframe)));
-    const bool hasMidnight = day.summary->midnight && !series.endsDayBefore(index, timeframe);
+    const bool hasMidnight =
+        day.summary && day.summary->midnight && !series.endsDayBefore(index, timeframe);
     if (isBelowDay(timeframe))
         appendBars(candles, day, secondsOf(timeframe), hasMidnight);
-    else
-        appendDay(candles, day, hasMidnight);
+    else if (day.summary)
+        appendDay(candles, day, hasMidnight, series.areDays());
     const qsizetype next = index + 1;
-    if (next < static_cast<qsizetype>(series.days().size()) &&
-        series.endsDayBefore(next, timeframe)) {
-        const DaySummary& after = *series.days()[static_cast<size_t>(next)].summary;
+    if (next == static_cast<qsizetype>(series.days().size()) ||
+        !series.endsDayBefore(next, timeframe))
+        return candles;
+    const DaySummary& after = *series.days()[static_cast<size_t>(next)].summary;
+    if (!day.summary) {
+        candles.push_back(candleOfDay(day.day, *after.midnight, after.midnightCount));
+    } else {
         extendBar(candles.back().bar, *after.midnight);
         candles.back().count += after.midnightCount;
     }

@@ -102,6 +102,19 @@ QByteArray svgOf(const ChartLayout& chart, const ChartColors& colors)
     return withTitle(bytes, chart.fullTitle);
 }
 
+// A disk that fills up takes a part at first, and says why when it takes nothing any more.
+bool isWritten(QIODevice& file, const QByteArray& bytes)
+{
+    qint64 written = 0;
+    while (written < bytes.size()) {
+        const qint64 count = file.write(bytes.constData() + written, bytes.size() - written);
+        if (count <= 0)
+            return false;
+        written += count;
+    }
+    return true;
+}
+
 } // namespace
 
 QString candlesAsText(const std::vector<Candle>& candles, const CandleKind& kind, int decimals)
@@ -152,7 +165,8 @@ Outcome saveChart(const ChartLayout& chart, const ChartColors& colors, double sc
     if (bytes.isEmpty())
         return Failure{
             Text::tr("Не удалось нарисовать картинку \"%1\"").arg(QDir::toNativeSeparators(path))};
-    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
+    if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && isWritten(file, bytes) &&
+        file.commit())
         return {};
     return Failure{Text::tr("Не удалось записать файл \"%1\": %2")
                        .arg(QDir::toNativeSeparators(path), file.errorString())};

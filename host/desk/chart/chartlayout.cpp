@@ -3,12 +3,13 @@
 
 #include "desk/chart/axisticks.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtGui/QFontMetricsF>
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <numeric>
-#include <set>
 #include <utility>
 
 namespace vexdesk {
@@ -24,6 +25,11 @@ constexpr double signSize = 10;
 constexpr double volumeLines = 3; // where there is little room
 
 constexpr double volumeShare = 0.2; // of the height of both panes
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(vexdesk::ChartLayout)
+};
 
 struct Prices
 {
@@ -190,9 +196,13 @@ void addCandles(ChartLayout& chart, const ChartContent& content)
     for (const auto& study : content.studies)
         before = std::max(before, study->candlesBefore());
     std::vector<PlacedCandle> all = content.axis.candles(content.range, before);
-    for (const auto& study : content.studies)
-        chart.studies.push_back(
-            {study->shapes({all, content.range, chart.prices.decimals}), {study->name(), {}}});
+    for (const auto& study : content.studies) {
+        StudyShapes shapes = study->shapes({all, content.range, chart.prices.decimals});
+        const QString name = shapes.why.isEmpty()
+                                 ? study->name()
+                                 : QStringLiteral("%1: %2").arg(study->name(), shapes.why);
+        chart.studies.push_back({std::move(shapes), {name, {}}});
+    }
     const auto first =
         std::partition_point(all.begin(), all.end(), [&content](const PlacedCandle& placed) {
             return static_cast<double>(placed.slot) + 1 <= content.range.begin;
@@ -232,6 +242,17 @@ void addAxes(ChartLayout& chart, const QFontMetricsF& metrics)
                  std::clamp(chart.volumes.place.height() / volumeLines, line, 2 * line));
 }
 
+// The pane stays where bars without volumes are in view, or it would come and go with each step.
+void addVolumesNote(ChartLayout& chart, const QFontMetricsF& metrics)
+{
+    if (!chart.hasVolumes() || chart.candles.empty() || isAnyTraded(chart.candles))
+        return;
+    const QString text = Text::tr("нет объёма");
+    QRectF place(0, 0, metrics.horizontalAdvance(text), metrics.height());
+    place.moveCenter(chart.volumes.place.center());
+    chart.volumesNote = {text, place};
+}
+
 // Centred below this point, but inside: a label may be wider than what is beside the pane.
 ChartLabel centredLabel(const QString& text, const QPointF& top, double right,
                         const QFontMetricsF& metrics, double margin = 0)
@@ -259,13 +280,14 @@ std::vector<size_t> byRank(const std::vector<TimeTick>& ticks)
     return order;
 }
 
-// Answers at which slots there is one.
-std::set<qint64> addHeadings(ChartLayout& chart, const TimeTicks& found,
-                             const QFontMetricsF& metrics)
+// The places of dates and years by the slots at which these begin.
+using HeadingPlaces = std::map<qint64, QRectF>;
+
+HeadingPlaces addHeadings(ChartLayout& chart, const TimeTicks& found, const QFontMetricsF& metrics)
 {
     const double top = labelsTop(chart, metrics) + metrics.height();
     std::vector<QRectF> taken;
-    std::set<qint64> dated;
+    HeadingPlaces dated;
     const auto add = [&](const ChartLabel& label) {
         if (!isFree(label.place, taken, 2 * tagPadding))
             return false;
@@ -274,12 +296,19 @@ std::set<qint64> addHeadings(ChartLayout& chart, const TimeTicks& found,
         return true;
     };
     const double right = chart.size.width();
-    for (const size_t i : byRank(found.ticks)) {
-        const TimeTick& tick = found.ticks[i];
-        const double x = std::round(chart.xOf(static_cast<double>(tick.slot)));
-        if (!tick.heading.isEmpty() && add(centredLabel(tick.heading, {x, top}, right, metrics)))
-            dated.insert(tick.slot);
-    }
+    const auto addAll = [&](QString TimeTick::*text) {
+        for (const size_t i : byRank(found.ticks)) {
+            const TimeTick& tick = found.ticks[i];
+            if ((tick.*text).isEmpty() || dated.count(tick.slot) > 0)
+                continue;
+            const double x = std::round(chart.xOf(static_cast<double>(tick.slot)));
+            const ChartLabel label = centredLabel(tick.*text, {x, top}, right, metrics);
+            if (add(label))
+                dated.emplace(tick.slot, label.place);
+        }
+    };
+    addAll(&TimeTick::heading);
+    addAll(&TimeTick::shortHeading);
     // What the view begins in the middle of gives way to what begins in it.
     if (!found.first.isEmpty())
         add(centredLabel(found.first, {chart.prices.place.left(), top}, right, metrics));
@@ -287,8 +316,7 @@ std::set<qint64> addHeadings(ChartLayout& chart, const TimeTicks& found,
 }
 
 // The same time twice, where no date has room that tells them apart, says nothing.
-void dropRepeatedTimes(std::vector<std::pair<qint64, AxisLine>>& lines,
-                       const std::set<qint64>& dated)
+void dropRepeatedTimes(std::vector<std::pair<qint64, AxisLine>>& lines, const HeadingPlaces& dated)
 {
     QString before;
     for (auto& [slot, line] : lines) {
@@ -301,13 +329,28 @@ void dropRepeatedTimes(std::vector<std::pair<qint64, AxisLine>>& lines,
     }
 }
 
+// What stands above the date of the next day would be taken for a time of it.
+bool isAboveNextDate(const QRectF& place, qint64 slot, const HeadingPlaces& dated)
+{
+    const auto next = dated.upper_bound(slot);
+    return next != dated.end() && place.right() > next->second.left();
+}
+
+TimeTicks ticksOf(const ChartLayout& chart, const TimeAxis& axis, const QFontMetricsF& metrics)
+{
+    const double time = metrics.horizontalAdvance(QStringLiteral("00:00:00")) + 3 * padding;
+    const double date = metrics.horizontalAdvance(QStringLiteral("00.00")) + 2 * padding;
+    constexpr double dayLine = 20;
+    const double slot = chart.slotWidth();
+    return timeTicks(axis.begins(chart.range), chart.range,
+                     {time / slot, date / slot, dayLine / slot}, axis.timeframe());
+}
+
 void addTimes(ChartLayout& chart, const TimeAxis& axis, const QFontMetricsF& metrics)
 {
-    const double width = metrics.horizontalAdvance(QStringLiteral("00:00:00")) + 3 * padding;
-    const TimeTicks found = timeTicks(axis.begins(chart.range), chart.range,
-                                      width / chart.slotWidth(), axis.timeframe());
+    const TimeTicks found = ticksOf(chart, axis, metrics);
     const double top = labelsTop(chart, metrics);
-    const std::set<qint64> dated = addHeadings(chart, found, metrics);
+    const HeadingPlaces dated = addHeadings(chart, found, metrics);
     std::vector<std::pair<qint64, AxisLine>> lines;
     std::vector<QRectF> taken;
     for (const size_t i : byRank(found.ticks)) {
@@ -316,13 +359,14 @@ void addTimes(ChartLayout& chart, const TimeAxis& axis, const QFontMetricsF& met
         line.at = std::round(chart.xOf(static_cast<double>(tick.slot)));
         line.isBegin = tick.isBegin;
         ChartLabel label = centredLabel(tick.label, {line.at, top}, chart.size.width(), metrics);
-        const bool hasRoom = isFree(label.place, taken, padding);
+        const bool hasRoom =
+            isFree(label.place, taken, padding) && !isAboveNextDate(label.place, tick.slot, dated);
         if (hasRoom && !tick.label.isEmpty()) {
             taken.push_back(label.place);
             line.label = std::move(label);
         }
-        // A day is seen to begin where its time has no room too.
-        if (hasRoom || tick.isBegin)
+        // A day is seen to begin where its time or its date has no room too.
+        if (hasRoom || tick.isKept)
             lines.emplace_back(tick.slot, line);
     }
     std::sort(lines.begin(), lines.end(),
@@ -391,11 +435,17 @@ size_t nearestCandle(const std::vector<PlacedCandle>& candles, double slot)
     return static_cast<size_t>(after - candles.begin()) - (isBefore ? 1 : 0);
 }
 
+// A day that was not read may have a candle of what the next one tells of it.
 bool isUnread(const ChartLayout& chart, double slot)
 {
-    return std::any_of(chart.unread.begin(), chart.unread.end(), [slot](const SlotRange& stretch) {
+    const auto isIn = [slot](const SlotRange& stretch) {
         return stretch.begin <= slot && slot < stretch.end;
-    });
+    };
+    if (std::none_of(chart.unread.begin(), chart.unread.end(), isIn))
+        return false;
+    return chart.candles.empty() ||
+           static_cast<double>(chart.candles[nearestCandle(chart.candles, slot)].slot) !=
+               std::floor(slot);
 }
 
 void setTime(Crosshair& crosshair, const ChartLayout& chart, const QFontMetricsF& metrics)
@@ -446,7 +496,7 @@ std::optional<Crosshair> ChartLayout::crosshairAt(const QPointF& mouse) const
 std::optional<Crosshair> ChartLayout::crosshairOn(qint64 slot) const
 {
     const double middle = static_cast<double>(slot) + 0.5;
-    if (middle < range.begin || middle > range.end)
+    if (!isInView(middle))
         return std::nullopt;
     Crosshair crosshair;
     if (isUnread(*this, middle)) {
@@ -504,6 +554,7 @@ ChartLayout layOutChart(const ChartContent& content, const QSizeF& size, const Q
     setVolumes(chart.volumes, chart.candles);
     placePanes(chart, metrics, hasVolumes(chart, content.axis.series()));
     addAxes(chart, metrics);
+    addVolumesNote(chart, metrics);
     addTimes(chart, content.axis, metrics);
     addLastPrice(chart, content.axis, metrics);
     addMarks(chart, content.marks);

@@ -117,6 +117,7 @@ struct ChartLayout
     std::vector<SlotRange> unread; ///< stretches whose days were not read yet
     ChartPane prices;
     ChartPane volumes; ///< below the prices, of the same times; of no height without any or room
+    ChartLabel volumesNote; ///< where the bars in view have none; else empty
     std::vector<AxisLine> times;
     std::vector<ChartLabel> headings; ///< dates or years below the times
     ChartLabel title;
@@ -132,6 +133,7 @@ struct ChartLayout
         return prices.place.left() + (slot - range.begin) * slotWidth();
     }
     double slotAt(double x) const { return range.begin + (x - prices.place.left()) / slotWidth(); }
+    bool isInView(double slot) const { return slot >= range.begin && slot <= range.end; }
     CandleColumn columnOf(const PlacedCandle& candle) const;
 
     /// No value beside the panes, where there is no candle and where days were not read.

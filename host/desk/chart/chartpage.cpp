@@ -487,6 +487,7 @@ void ChartPage::show(Study study, bool isShown)
         m_state.studies.append(study);
     updateStudies();
     showParts();
+    Q_EMIT changed();
 }
 
 void ChartPage::updateStudies()
@@ -626,8 +627,7 @@ void ChartPage::copyBars()
     if (isEmpty())
         return;
     const auto [from, to] = m_view->copiedTimes();
-    m_copier.copy(
-        {m_series, m_directory, m_view->shownTimeframe(), from, to, m_view->areNightsShown()});
+    m_copier.copy({m_series, m_directory, m_view->shownTimeframe(), from, to});
 }
 
 void ChartPage::giveUpCopying()
@@ -679,7 +679,7 @@ void ChartPage::showMessage(const QString& text)
     showParts();
 }
 
-// The directory, or the first of the days, each as a whole sentence with the path in it.
+// The directory, or what is wrong with the days, each as a whole sentence with the path in it.
 QString ChartPage::problem() const
 {
     for (const Outcome& directory : {m_look, m_feed.listing()}) {
@@ -688,18 +688,52 @@ QString ChartPage::problem() const
     }
     if (!m_series)
         return QString();
+    QStringList problems{unreadDays(), otherLines()};
+    problems.removeAll(QString());
+    return problems.join(QStringLiteral("   "));
+}
+
+QString ChartPage::unreadDays() const
+{
     const std::vector<SeriesDay>& days = m_series->days();
     const auto isUnread = [](const SeriesDay& day) { return !day.reading; };
     const auto first = std::find_if(days.begin(), days.end(), isUnread);
     if (first == days.end())
         return QString();
-    const QString file = m_directory + u'/' + dayFileName(first->day, m_series->timeframe());
     const auto count = std::count_if(first, days.end(), isUnread);
-    const QString path = QDir::toNativeSeparators(file);
+    const QString path = pathOf(first->day);
     if (count == 1)
         return tr("1 день не прочитан: %1: %2").arg(path, first->reading.message());
     return tr("Не прочитано дней: %1. Первый из них: %2: %3")
         .arg(QString::number(count), path, first->reading.message());
+}
+
+// Of the days that were read and have bars too: without them a file counts as not read.
+QString ChartPage::otherLines() const
+{
+    const SeriesDay* first = nullptr;
+    qsizetype lines = 0;
+    qsizetype days = 0;
+    for (const SeriesDay& day : m_series->days()) {
+        if (!day.reading || !day.summary || day.summary->otherLines == 0)
+            continue;
+        first = first ? first : &day;
+        lines += day.summary->otherLines;
+        ++days;
+    }
+    if (!first)
+        return QString();
+    const QString count = QString::number(lines);
+    if (days == 1)
+        return tr("Строк, которые не бары и не показаны: %1, файл: %2")
+            .arg(count, pathOf(first->day));
+    return tr("Строк, которые не бары и не показаны: %1, дней с ними: %2. Первый из них: %3")
+        .arg(count, QString::number(days), pathOf(first->day));
+}
+
+QString ChartPage::pathOf(const QDate& day) const
+{
+    return QDir::toNativeSeparators(m_directory + u'/' + dayFileName(day, m_series->timeframe()));
 }
 
 void ChartPage::showProblem()

@@ -125,6 +125,9 @@ private:
     void showProgress(int done, int total);
     void showMessage(const QString& text);
     QString problem() const;
+    QString unreadDays() const;
+    QString otherLines() const;
+    QString pathOf(const QDate& day) const;
     void showProblem();
     void fitProblem();
     void showParts();

@@ -354,6 +354,7 @@ void paintLabels(QPainter& painter, const ChartLayout& chart,
     }
     for (const ChartLabel& heading : chart.headings)
         paint(heading);
+    paint(chart.volumesNote);
 }
 
 void paintLastPrice(QPainter& painter, const ChartLayout& chart, const ChartColors& colors,

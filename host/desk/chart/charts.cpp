@@ -6,7 +6,30 @@
 #include "desk/chart/marksources.h"
 #include "desk/chart/seriesname.h"
 
+#include <vexdesk/dateformat.h>
+
 namespace vexdesk {
+
+namespace {
+
+ChartShown lookFor(const QString& root, const SeriesName& series, const QDate& day)
+{
+    if (!isStored(root, series))
+        return ChartShown::NoSeries;
+    return day.isValid() && !isDayStored(root, series, day) ? ChartShown::NoDay
+                                                            : ChartShown::Moment;
+}
+
+void bringToFront(QWidget& window)
+{
+    if (!window.isVisible())
+        return; // the terminal has not begun, or has ended
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+    window.raise();
+    window.activateWindow();
+}
+
+} // namespace
 
 Charts::Charts(QString root, ChartTabs& tabs, MarkSources& marks)
     : m_root(std::move(root))
@@ -14,14 +37,34 @@ Charts::Charts(QString root, ChartTabs& tabs, MarkSources& marks)
     , m_marks(marks)
 {}
 
-bool Charts::show(const SeriesName& series, const QDate& day, const QTime& time)
+Charts::~Charts() = default;
+
+void Charts::show(const SeriesName& series, const QDate& day, const QTime& time,
+                  const std::function<void(ChartShown)>& told)
 {
-    if (!isStored(m_root, series))
-        return false;
+    m_lookUp.run([root = m_root, series, day] { return lookFor(root, series, day); },
+                 [this, series, day, time, told](const ChartShown& found) {
+                     showFound(series, day, time, found);
+                     if (told)
+                         told(found);
+                 });
+}
+
+void Charts::showFound(const SeriesName& series, const QDate& day, const QTime& time,
+                       ChartShown found)
+{
+    const QString code = seriesCode(series);
+    if (found == ChartShown::NoSeries) {
+        Q_EMIT missed(tr("График не показан: в хранилище нет серии %1").arg(code));
+        return;
+    }
     ChartPage& page = m_tabs.open(series);
     if (day.isValid())
         page.goTo(day, time);
-    return true;
+    if (found == ChartShown::NoDay)
+        Q_EMIT missed(tr("В хранилище нет дня %1 серии %2: показано ближайшее место")
+                          .arg(shownDate(day), code));
+    bringToFront(*m_tabs.window());
 }
 
 void Charts::addMarks(IChartMarks* marks)
@@ -37,6 +80,11 @@ void Charts::removeMarks(IChartMarks* marks)
 void Charts::marksChanged(const SeriesName& series)
 {
     m_marks.tellChange(series);
+}
+
+void Charts::forgetShowing()
+{
+    m_lookUp.forget();
 }
 
 } // namespace vexdesk

@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "desk/chart/readerthreads.h"
+
 #include <vexdesk/icharts.h>
+
+#include <QtCore/QObject>
 
 namespace vexdesk {
 
@@ -9,21 +13,35 @@ class ChartTabs;
 class MarkSources;
 
 /// The charts as plug-ins reach them. User-interface thread only.
-class Charts final : public ICharts
+class Charts final : public QObject, public ICharts
 {
+    Q_OBJECT
+
 public:
     /// `root` is the store's; both others must live as long as this.
     Charts(QString root, ChartTabs& tabs, MarkSources& marks);
+    ~Charts() override;
 
-    bool show(const SeriesName& series, const QDate& day, const QTime& time) override;
+    void show(const SeriesName& series, const QDate& day, const QTime& time,
+              const std::function<void(ChartShown)>& told) override;
     void addMarks(IChartMarks* marks) override;
     void removeMarks(IChartMarks* marks) override;
     void marksChanged(const SeriesName& series) override;
 
+    /// Whoever wanted something shown is told nothing any more, and it is not shown.
+    void forgetShowing();
+
+Q_SIGNALS:
+    /// What could not be shown, in words for the user.
+    void missed(const QString& text);
+
 private:
+    void showFound(const SeriesName& series, const QDate& day, const QTime& time, ChartShown found);
+
     QString m_root;
     ChartTabs& m_tabs;
     MarkSources& m_marks;
+    Errand<ChartShown> m_lookUp{this};
 };
 
 } // namespace vexdesk

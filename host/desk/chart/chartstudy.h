@@ -52,6 +52,7 @@ struct StudyShapes
 {
     std::vector<StudyLine> lines;
     std::vector<StudyRow> rows;
+    QString why = {}; ///< there is nothing to see, for the user; else empty
 };
 
 /// Made once with its parameters and never changed.

@@ -2,6 +2,7 @@
 #include "desk/chart/charttabs.h"
 
 #include "desk/chart/chartpage.h"
+#include "desk/chart/chartview.h"
 #include "desk/chart/seriesname.h"
 
 #include <QtCore/QPointer>
@@ -23,6 +24,10 @@ ChartTabs::ChartTabs(QString root, MarkSources& marks, QWidget* parent)
     setTabsClosable(true);
     setMovable(true);
     tabBar()->installEventFilter(this);
+    constexpr int storeTime = 3000; // ms
+    m_storeSoon.setSingleShot(true);
+    m_storeSoon.setInterval(storeTime);
+    connect(&m_storeSoon, &QTimer::timeout, this, &ChartTabs::store);
     restore();
     connect(this, &QTabWidget::tabCloseRequested, this, &ChartTabs::close);
     connect(this, &QTabWidget::currentChanged, this, &ChartTabs::noteCurrent);
@@ -45,8 +50,10 @@ ChartTabs::~ChartTabs()
 // Whoever goes to a tab opens its chart again, as far as the order of the recent ones goes.
 void ChartTabs::noteCurrent()
 {
-    if (!m_isClosing && current())
-        m_memory.open(current()->series());
+    if (m_isClosing || !current())
+        return;
+    m_memory.open(current()->series());
+    storeSoon();
 }
 
 // What is offered to be opened should be there, also when it is deleted meanwhile.
@@ -95,6 +102,8 @@ ChartPage& ChartTabs::add(const SeriesName& series)
         if (added == current())
             Q_EMIT currentChartChanged();
     });
+    connect(added, &ChartPage::changed, this, &ChartTabs::storeSoon);
+    connect(&added->view(), &ChartView::moved, this, &ChartTabs::storeSoon);
     connect(added, &ChartPage::contextMenuWanted, this, &ChartTabs::contextMenuWanted);
     connect(added, &ChartPage::told, this, &ChartTabs::told);
     const int index = addTab(added, series.securityName);
@@ -207,8 +216,16 @@ QList<SeriesName> ChartTabs::recent() const
     return series;
 }
 
+// Not later for each step of a wheel that goes on turning.
+void ChartTabs::storeSoon()
+{
+    if (!m_storeSoon.isActive())
+        m_storeSoon.start();
+}
+
 void ChartTabs::store()
 {
+    m_storeSoon.stop();
     QList<SeriesName> tabs;
     for (int i = 0; i < count(); ++i) {
         tabs.append(page(i)->series());

@@ -4,6 +4,7 @@
 #include "desk/chart/chartmemory.h"
 #include "desk/chart/storefollower.h"
 
+#include <QtCore/QTimer>
 #include <QtWidgets/QTabWidget>
 
 namespace vexdesk {
@@ -12,7 +13,8 @@ class ChartPage;
 class MarkSources;
 
 /// The open charts, one series in each tab. Remembers in the settings which are open and how each
-/// of them stands, and how those stood that were closed. User-interface thread only.
+/// of them stands, and how those stood that were closed; some seconds after the user has changed
+/// something, however the terminal ends. User-interface thread only.
 class ChartTabs final : public QTabWidget
 {
     Q_OBJECT
@@ -60,6 +62,7 @@ private:
     void updateTexts();
     void restore();
     void noteCurrent();
+    void storeSoon();
     void followRecent();
 
     QString m_root;
@@ -67,6 +70,7 @@ private:
     ChartMemory m_memory;
     bool m_isClosing = false; // another chart comes to the front by itself
     StoreFollower m_follower; // while no chart is open
+    QTimer m_storeSoon;
     QList<SeriesName> m_toldRecent;
 };
 

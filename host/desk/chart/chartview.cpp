@@ -108,7 +108,7 @@ void ChartView::showSeries(const std::shared_ptr<const BarSeries>& series)
     m_pointed.reset();
     m_target.reset();
     m_grip = Grip::None;
-    change(Step::Small, [&] { m_viewport.showSeries(series); });
+    change(Step::None, [&] { m_viewport.showSeries(series); });
     if (hadHistory)
         Q_EMIT historyChanged();
 }
@@ -117,7 +117,7 @@ void ChartView::updateSeries(const std::shared_ptr<const BarSeries>& series)
 {
     const std::optional<QDate> target = m_target;
     const bool isAtFirst = m_isAtFirst;
-    change(Step::Small, [&] {
+    change(Step::None, [&] {
         m_viewport.updateSeries(series);
         // Where a day that was not read begins is not known.
         if (isAtFirst)
@@ -286,6 +286,8 @@ void ChartView::change(Step step, const std::function<void()>& how)
         m_history.leave(before);
         Q_EMIT historyChanged();
     }
+    if (step != Step::None && now != before)
+        Q_EMIT moved();
 }
 
 // From the begin of the first candle to the end of the last one.
@@ -416,16 +418,36 @@ void ChartView::follow(qint64 slot)
         updateCrosshair();
 }
 
+bool ChartView::isCrosshairInView() const
+{
+    const std::optional<qint64> slot = crosshairSlot();
+    return slot && m_layout.isInView(static_cast<double>(*slot) + 0.5);
+}
+
+// The first bar in view or, backwards, the last one; of a view without bars the nearest one to it.
+std::optional<qint64> ChartView::firstSlotInView(bool isForwards) const
+{
+    std::vector<qint64> seen;
+    for (const PlacedCandle& placed : m_layout.candles) {
+        if (m_layout.isInView(placed.middle()))
+            seen.push_back(placed.slot);
+    }
+    if (!seen.empty())
+        return isForwards ? seen.front() : seen.back();
+    const double edge = isForwards ? std::floor(range().begin) - 1 : std::ceil(range().end);
+    return m_viewport.axis().next(static_cast<qint64>(edge), isForwards);
+}
+
 void ChartView::moveCrosshair(int candles)
 {
-    if (isEmpty())
+    if (isEmpty() || candles == 0)
         return;
     clearMark();
     const TimeAxis& axis = m_viewport.axis();
     std::optional<qint64> slot = crosshairSlot();
-    if (!slot) {
-        const auto end = static_cast<qint64>(std::floor(range().end));
-        slot = axis.next(std::min(end, axis.size()), false);
+    // Nobody steps on from a bar that is not to be seen.
+    if (!isCrosshairInView()) {
+        slot = firstSlotInView(candles > 0);
         candles = 0;
     }
     for (int i = 0; slot && i < std::abs(candles); ++i) {
@@ -451,13 +473,17 @@ void ChartView::markTo(int candles)
 {
     if (isEmpty())
         return;
-    if (!crosshairSlot())
-        moveCrosshair(0);
+    const std::optional<Mark> before = m_mark;
+    const bool wasInView = isCrosshairInView();
+    if (!wasInView)
+        moveCrosshair(candles);
     const std::optional<qint64> from = crosshairSlot();
     if (!from)
         return;
-    const Mark mark = m_mark.value_or(Mark{static_cast<double>(*from) + 0.5, 0});
-    moveCrosshair(candles);
+    const Mark mark = before.value_or(Mark{static_cast<double>(*from) + 0.5, 0});
+    // What was begun out of view goes up to the bar at which the crosshair begins anew.
+    if (wasInView || !before)
+        moveCrosshair(candles);
     m_mark = Mark{mark.from, static_cast<double>(crosshairSlot().value_or(*from)) + 0.5};
     update();
     Q_EMIT markChanged();
@@ -544,7 +570,7 @@ void ChartView::paintEvent(QPaintEvent* /*event*/)
 void ChartView::resizeEvent(QResizeEvent* /*event*/)
 {
     const double width = usualPaneWidth(size(), font());
-    change(Step::Small, [&] { m_viewport.setRoom(width / thinnestCandle, width / usualCandle); });
+    change(Step::None, [&] { m_viewport.setRoom(width / thinnestCandle, width / usualCandle); });
 }
 
 void ChartView::changeEvent(QEvent* event)

@@ -87,7 +87,8 @@ public:
     const Candle* pointed() const;
     /// What is said of it, with the marks; empty when there is none.
     QString readout() const;
-    /// Moves the keyboard's crosshair by so many candles; the view follows.
+    /// Moves the keyboard's crosshair by so many candles; the view follows. One that is not in view
+    /// begins anew: at the first bar in view or, backwards, at the last one.
     void moveCrosshair(int candles);
     /// Takes the crosshair of the keyboard and the marked range away.
     void dropCrosshair();
@@ -116,6 +117,9 @@ Q_SIGNALS:
     void timeframeChanged();
     /// After a step back or forward, which may have brought back another timeframe, or nights.
     void stepped();
+    /// The user has moved or zoomed the view, or chosen another kind of it; neither new bars nor
+    /// another size of the window tell this.
+    void moved();
     /// Whether there is something to go back or forward to.
     void historyChanged();
     /// There is a marked range, or there is none any more.
@@ -140,6 +144,7 @@ protected:
 
 private:
     enum class Step {
+        None,  ///< other bars or another size, and not the user
         Small, ///< of a walk
         Jump,  ///< from which the user can go back
     };
@@ -164,6 +169,8 @@ private:
     void markTimes(const std::pair<double, double>& times);
     std::optional<double> fixedTime() const;
     std::optional<qint64> crosshairSlot() const;
+    bool isCrosshairInView() const;
+    std::optional<qint64> firstSlotInView(bool isForwards) const;
     void putCrosshair(qint64 slot);
     void follow(qint64 slot);
     void findTarget();

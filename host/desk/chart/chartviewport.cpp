@@ -95,13 +95,18 @@ void ChartViewport::show(Timeframe timeframe)
 SlotLimits ChartViewport::limits() const
 {
     // A longer timeframe is shown as closely as it must be to have room for the next shorter one.
-    if (m_shown != shortestTimeframe()) {
-        constexpr double fewest = 0.5;
-        return SlotLimits(m_axis.size(), fewest);
-    }
+    const double fewest = m_shown == shortestTimeframe() ? 1 : 0.5;
+    return SlotLimits(m_axis.size(), fewest, closest());
+}
+
+// How few slots zooming by steps comes down to.
+double ChartViewport::closest() const
+{
+    if (m_shown != shortestTimeframe())
+        return 0;
     // No candle is wider than so many of the thinnest.
     constexpr double widest = 10;
-    return SlotLimits(m_axis.size(), std::max(SlotLimits::usualFewest, m_most / widest));
+    return std::max(SlotLimits::usualFewest, m_most / widest);
 }
 
 void ChartViewport::setRoom(double most, double usual)
@@ -254,9 +259,10 @@ void ChartViewport::zoom(double fixed, double factor)
         return;
     m_place.reset();
     const SlotLimits ends = limits();
-    const double shortest = ends.fitted({0, 0}).length();
-    const double length =
-        std::clamp(m_range.length() * factor, shortest, std::max(shortest, ends.all().length()));
+    const double longest = ends.all().length();
+    const double shortest =
+        std::min({std::max(closest(), ends.fitted({0, 0}).length()), m_range.length(), longest});
+    const double length = std::clamp(m_range.length() * factor, shortest, longest);
     const double share = (fixed - m_range.begin) / m_range.length();
     const double begin = fixed - share * length;
     fit({begin, begin + length}, share);

@@ -61,12 +61,13 @@ public:
     const TimeAxis& axis() const { return m_axis; }
     const SlotRange& range() const { return m_range; }
     SlotLimits limits() const;
-    /// The nearest range that is allowed is shown.
+    /// The nearest range that is allowed is shown: however few bars are marked, these.
     void setRange(const SlotRange& range);
     void move(double slotCount);
     /// The first candle stands at the left, whatever night is before it.
     void moveToFirst();
-    /// Makes the view longer by this factor; the position `fixed` stays where it is.
+    /// Makes the view longer by this factor; the position `fixed` stays where it is. Candles do not
+    /// become wider by it than can be looked at.
     void zoom(double fixed, double factor);
     void showAll();
     /// Brings a wall time into the middle.
@@ -79,6 +80,7 @@ public:
 
 private:
     Timeframe shortestTimeframe() const;
+    double closest() const;
     const TimeAxis& axisOf(Timeframe timeframe);
     void makeAxis();
     void show(Timeframe timeframe);

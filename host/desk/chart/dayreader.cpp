@@ -68,8 +68,8 @@ Failure whyNotOpened(const QString& path)
                                           : Failure{file.errorString()};
 }
 
-// Takes each bar of the file. A failure where it cannot be read to its end, and where there is
-// something else in it.
+// Takes each bar of the file, and counts what is none. A failure where it cannot be read to its
+// end, and where there is something else in it.
 template <typename Taker>
 ReadDay readBars(const QString& path, const QDate& day, const Taker& take)
 {
@@ -79,18 +79,21 @@ ReadDay readBars(const QString& path, const QDate& day, const Taker& take)
     if (!lines.open())
         return {nullptr, nullptr, 0, whyNotOpened(path)};
     bool hasBars = false;
+    DaySummary others;
     QByteArrayView line;
     while (lines.next(&line)) {
         if (const std::optional<BarLine> read = readBarLine(line, day)) {
             take(*read);
             hasBars = true;
+        } else {
+            ++others.otherLines;
         }
     }
     if (!lines.outcome())
         return {nullptr, nullptr, 0, lines.outcome()};
     if (hasBars || lines.size() == 0)
-        return {shared(DaySummary())};
-    return {shared(DaySummary()), nullptr, 0, Failure{Text::tr("в файле нет ни одного бара")}};
+        return {shared(others)};
+    return {shared(others), nullptr, 0, Failure{Text::tr("в файле нет ни одного бара")}};
 }
 
 } // namespace
@@ -143,8 +146,9 @@ ReadDay readDay(const QString& path, const QDate& day, DayPart part)
     const std::shared_ptr<const DayBars> kept = bars.finish();
     const bool isAll = kept && kept->size() == count;
     const qint64 bytes = kept ? kept->bytes() * count / kept->size() : 0;
-    return {shared(isInOrder || !isAll ? summary.summary() : summaryOf(*kept)),
-            part == DayPart::Bars ? kept : nullptr, bytes};
+    DaySummary all = isInOrder || !isAll ? summary.summary() : summaryOf(*kept);
+    all.otherLines = file.summary->otherLines;
+    return {shared(all), part == DayPart::Bars ? kept : nullptr, bytes};
 }
 
 } // namespace vexdesk

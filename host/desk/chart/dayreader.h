@@ -65,8 +65,8 @@ struct ReadDay
 
 /// The bars of a day file: none when there is no file, which is no failure, and when it could not
 /// be read to its end, for half a day must not look like a whole one. Lines without a time or
-/// without four prices are passed over; a file whose lines are not in the order of their times is
-/// put into order.
+/// without four prices are counted and passed over; a file whose lines are not in the order of
+/// their times is put into order.
 ReadDay readDay(const QString& path, const QDate& day, DayPart part = DayPart::Bars);
 
 } // namespace vexdesk

@@ -15,7 +15,8 @@ class DayBars;
 /// longer, and to know how many shorter ones there are. A plain value; any thread.
 struct DaySummary
 {
-    qsizetype count = 0; ///< of bars; 0 for a file that has none that can be drawn
+    qsizetype count = 0;      ///< of bars; 0 for a file that has none that can be drawn
+    qsizetype otherLines = 0; ///< lines that are no bars
     /// The bars at 00:00:00, with which the file begins, as one. They end the day before.
     std::optional<Bar> midnight;
     qsizetype midnightCount = 0;

@@ -118,6 +118,7 @@ bool FoldedDays::isSame(size_t day, const FoldedDays& before, size_t dayBefore) 
            dayAt(day).summary == before.dayAt(dayBefore).summary &&
            (!needsBars || dayAt(day).bars == before.dayAt(dayBefore).bars) &&
            summaryAt(day - 1) == before.summaryAt(dayBefore - 1) &&
+           bytesAt(day - 1) == before.bytesAt(dayBefore - 1) &&
            summaryAt(day + 1) == before.summaryAt(dayBefore + 1);
 }
 
@@ -125,6 +126,11 @@ bool FoldedDays::isSame(size_t day, const FoldedDays& before, size_t dayBefore) 
 const DaySummary* FoldedDays::summaryAt(size_t day) const
 {
     return day < m_series->days().size() ? dayAt(day).summary.get() : nullptr;
+}
+
+qint64 FoldedDays::bytesAt(size_t day) const
+{
+    return day < m_series->days().size() ? dayAt(day).bytes : 0;
 }
 
 const std::vector<Candle>& FoldedDays::of(qsizetype day)

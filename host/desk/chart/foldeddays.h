@@ -58,6 +58,7 @@ private:
     void keep(size_t day, std::shared_ptr<const std::vector<Candle>> candles);
     const SeriesDay& dayAt(size_t day) const { return m_series->days()[day]; }
     const DaySummary* summaryAt(size_t day) const;
+    qint64 bytesAt(size_t day) const;
 
     std::shared_ptr<const BarSeries> m_series;
     Timeframe m_timeframe;

@@ -9,6 +9,7 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDirIterator>
+#include <QtCore/QFileInfo>
 #include <QtCore/QStringList>
 
 #include <algorithm>
@@ -80,6 +81,14 @@ bool isStored(const QString& root, const SeriesName& series)
             return true;
     }
     return false;
+}
+
+bool isDayStored(const QString& root, const SeriesName& series, const QDate& day)
+{
+    const QString path =
+        seriesPath(QDir(root), series.stockCode, series.boardCode, series.securityName);
+    return QFileInfo::exists(path + u'/' + dayFileName(day, minuteTimeframe)) ||
+           QFileInfo::exists(path + u'/' + dayFileName(day, secondTimeframe));
 }
 
 } // namespace vexdesk

@@ -15,9 +15,10 @@ QString seriesCode(const SeriesName& series);
 QString seriesText(const SeriesName& series);
 /// seriesText and, on lines of their own, the names of board and venue.
 QString seriesDescription(const SeriesName& series);
-/// Whether the store has bars of the series. Looks for a first file in one directory: no longer
-/// than a window can wait.
+/// Whether the store has bars of the series: looks for a first file in one directory.
 bool isStored(const QString& root, const SeriesName& series);
+/// Whether it has a file of bars for the day of a series that is stored.
+bool isDayStored(const QString& root, const SeriesName& series, const QDate& day);
 
 /// The titles of all securities of the reference data, to ask for many of them.
 class SecurityTitles final

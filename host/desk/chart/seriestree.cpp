@@ -143,13 +143,21 @@ void SeriesTree::setCurrent(const SeriesName& series)
 void SeriesTree::setStored(const QList<StoredSeries>& stored)
 {
     m_model->setStored(stored);
-    m_message->setText(whyNothingIsThere());
-    m_pages->setCurrentWidget(stored.isEmpty() ? static_cast<QWidget*>(m_message) : m_view);
+    showWhatIsFound();
     if (m_awaited)
         setCurrent(SeriesName(*m_awaited));
     m_isListed = true;
     if (std::exchange(m_isOpenAwaited, false))
         openFound();
+}
+
+void SeriesTree::showWhatIsFound()
+{
+    const bool isStoreEmpty = m_model->rowCount() == 0;
+    const bool isAnyFound = m_found->rowCount() > 0;
+    if (!isAnyFound)
+        m_message->setText(isStoreEmpty ? whyNothingIsThere() : tr("Нет такой серии"));
+    m_pages->setCurrentWidget(isAnyFound ? static_cast<QWidget*>(m_view) : m_message);
 }
 
 // Nothing is said of a store that cannot be read but that.
@@ -204,6 +212,8 @@ void SeriesTree::look()
 {
     m_isOpenAwaited = false;
     m_found->look(m_line->text());
+    if (m_model->rowCount() > 0) // else it is said why there is nothing to look for
+        showWhatIsFound();
     if (m_line->text().isEmpty())
         return;
     m_view->expandAll();
@@ -238,14 +248,25 @@ bool SeriesTree::eventFilter(QObject* watched, QEvent* event)
     return watched == m_line ? takeLineKey(key) : takeTreeKey(key);
 }
 
+// Whoever has looked for a series wants none of the rows above it. Before the tree has the focus,
+// with which it would take its first row.
+void SeriesTree::goToFound()
+{
+    const QModelIndex current = m_view->currentIndex();
+    const bool isWanted = m_line->text().isEmpty()
+                              ? current.isValid()
+                              : m_model->seriesAt(m_found->mapToSource(current)).has_value();
+    if (!isWanted)
+        m_view->setCurrentIndex(m_found->firstSeries());
+    if (m_view->isVisible())
+        m_view->setFocus(Qt::OtherFocusReason);
+}
+
 bool SeriesTree::takeLineKey(const QKeyEvent& event)
 {
     switch (event.key()) {
     case Qt::Key_Down:
-        // Before it has the focus, with which it would take its first row.
-        if (!m_view->currentIndex().isValid())
-            m_view->setCurrentIndex(m_found->firstSeries());
-        m_view->setFocus(Qt::OtherFocusReason);
+        goToFound();
         return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:

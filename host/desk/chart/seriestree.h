@@ -53,11 +53,13 @@ private:
     void setStored(const QList<StoredSeries>& stored);
     void showProblems(const QStringList& problems);
     void fitProblem();
+    void showWhatIsFound();
     QString whyNothingIsThere() const;
     void expandFound(const QModelIndex& parent, int first, int last);
     void look();
     void open(const QModelIndex& index);
     void openFound();
+    void goToFound();
     bool takeLineKey(const QKeyEvent& event);
     bool takeTreeKey(QKeyEvent& event);
 

@@ -12,11 +12,12 @@ constexpr double leastMargin = 1.5; // slots
 
 } // namespace
 
-SlotLimits::SlotLimits(qint64 slotCount, double fewest)
+SlotLimits::SlotLimits(qint64 slotCount, double fewest, double fewestOfAll)
     : m_slots(static_cast<double>(slotCount))
     , m_fewest(fewest)
 {
-    m_all = reach(std::max({m_slots / (1 - 2 * margin), m_slots + 2 * leastMargin, m_fewest}));
+    m_all = reach(
+        std::max({m_slots / (1 - 2 * margin), m_slots + 2 * leastMargin, m_fewest, fewestOfAll}));
 }
 
 SlotRange SlotLimits::reach(double length) const

@@ -22,8 +22,8 @@ class SlotLimits final
 {
 public:
     SlotLimits() = default;
-    /// For so many slots, of which the shortest view shows so many.
-    explicit SlotLimits(qint64 slotCount, double fewest = usualFewest);
+    /// For so many slots, of which the shortest view shows so many. Everything is so many at least.
+    explicit SlotLimits(qint64 slotCount, double fewest = usualFewest, double fewestOfAll = 0);
 
     static constexpr double usualFewest = 10;
 

@@ -61,6 +61,11 @@ bool TimeAxis::isKnown(qsizetype day) const
                        [](const SeriesDay& one) { return one.summary != nullptr; });
 }
 
+bool TimeAxis::isUnreadable(qsizetype day) const
+{
+    return !dayAt(day).reading && m_folded->of(day).empty();
+}
+
 qsizetype TimeAxis::dayOfSlot(qint64 slot) const
 {
     const auto after = std::upper_bound(m_starts.begin(), m_starts.end(), slot);
@@ -174,11 +179,18 @@ double TimeAxis::begin() const
 
 std::optional<qint64> TimeAxis::firstSlotFrom(const QDate& date) const
 {
+    const QDate from = periodBegin(date, timeframe());
     for (qsizetype day = periodOf(date).first; day < dayCount(); ++day) {
         if (!hasSlots(day))
             continue;
-        const bool isRead = !m_folded->of(day).empty();
-        return isRead ? slotOfCandle(day, 0) : static_cast<qint64>(slotsOf(day).begin);
+        const std::vector<Candle>& candles = m_folded->of(day);
+        if (candles.empty()) // not read
+            return static_cast<qint64>(slotsOf(day).begin);
+        // The first may be what ends the day before.
+        for (size_t i = 0; i < candles.size(); ++i) {
+            if (candles[i].day >= from)
+                return slotOfCandle(day, i);
+        }
     }
     return std::nullopt;
 }
@@ -257,8 +269,6 @@ std::vector<PlacedCandle> TimeAxis::candles(const SlotRange& range, int before) 
         if (hasSlots(day))
             appendCandles(placed, day, range);
     }
-    if (m_areNightsShown && timeframe() == Timeframe::Day)
-        joinDays(placed, &PlacedCandle::candle);
     return placed;
 }
 
@@ -292,7 +302,8 @@ std::pair<qsizetype, qsizetype> TimeAxis::daysIn(const SlotRange& range) const
         from = dateAt(m_calendar.timeAt(range.begin));
         // A bar at midnight of the next day may be the last candle in the range, of which a part is
         // in it.
-        to = dateAt(m_calendar.timeAt(isBelowDay(timeframe()) ? std::ceil(range.end) : range.end));
+        const bool mayBeNext = timeframe() <= Timeframe::Day;
+        to = dateAt(m_calendar.timeAt(mayBeNext ? std::ceil(range.end) : range.end));
     } else {
         const auto dayOf = [this](double slot) {
             return dayAt(dayOfSlot(std::clamp(static_cast<qint64>(slot), qint64(0), m_size - 1)))
@@ -342,6 +353,8 @@ std::optional<qint64> TimeAxis::nextInDay(qsizetype day, qint64 slot, bool isFor
 {
     const auto isBeyond = [&](qint64 other) { return isForwards ? other > slot : other < slot; };
     const size_t size = m_folded->of(day).size();
+    if (isUnreadable(day))
+        return std::nullopt;
     if (size == 0) { // not read
         const auto at = static_cast<qint64>(slotsOf(day).begin);
         return isBeyond(at) ? std::optional(at) : std::nullopt;
@@ -361,8 +374,13 @@ std::optional<qint64> TimeAxis::next(qint64 slot, bool isForwards) const
         return std::nullopt;
     slot = std::clamp(slot, qint64(-1), m_size);
     if (!m_areNightsShown) {
-        const qint64 at = slot + step;
-        return at >= 0 && at < m_size ? std::optional(at) : std::nullopt;
+        for (qint64 at = slot + step; at >= 0 && at < m_size;) {
+            const qsizetype day = dayOfSlot(at);
+            if (!isUnreadable(day))
+                return at;
+            at = isForwards ? startOf(day + 1) : startOf(day) - 1;
+        }
+        return std::nullopt;
     }
     const auto position = static_cast<double>(slot);
     auto [day, end] = daysIn({position, position + 1});

@@ -64,8 +64,8 @@ public:
     /// week or a month that of the one that the day is in. A day that was not read has a first slot
     /// too. No value after the last one.
     std::optional<qint64> firstSlotFrom(const QDate& date) const;
-    /// The slot of the next candle, or of a day that was not read, on one side of a slot: forwards,
-    /// or backwards. No value when there is none.
+    /// The slot of the next candle, or of a day that was not read yet, on one side of a slot:
+    /// forwards, or backwards; days that cannot be read are left out. No value when there is none.
     std::optional<qint64> next(qint64 slot, bool isForwards) const;
 
 private:
@@ -88,6 +88,7 @@ private:
     }
     std::pair<qsizetype, qsizetype> periodOf(const QDate& date) const;
     bool isKnown(qsizetype day) const;
+    bool isUnreadable(qsizetype day) const;
     qsizetype dayOfSlot(qint64 slot) const;
     Stretch stretchFrom(qsizetype day) const;
     std::optional<Stretch> stretchAt(double time) const;

@@ -21,6 +21,13 @@ bool isInView(const PlacedCandle& placed, const SlotRange& view)
            static_cast<double>(placed.slot) < view.end;
 }
 
+bool isAnyInView(const StudyInput& input)
+{
+    return std::any_of(
+        input.candles.begin(), input.candles.end(),
+        [&input](const PlacedCandle& placed) { return isInView(placed, input.view); });
+}
+
 // The rows between the lowest and the highest price in view, none where nothing is traded.
 std::vector<StudyRow> emptyRows(const StudyInput& input, int most)
 {
@@ -83,7 +90,7 @@ StudyShapes VolumeByPrice::shapes(const StudyInput& input) const
 {
     std::vector<StudyRow> rows = emptyRows(input, m_rows);
     if (rows.empty())
-        return {};
+        return {{}, {}, isAnyInView(input) ? Text::tr("нет объёма") : QString()};
     for (const PlacedCandle& placed : input.candles) {
         if (isInView(placed, input.view) && placed.candle.bar.volume > 0)
             addVolume(rows, placed.candle.bar);
@@ -95,7 +102,7 @@ StudyShapes VolumeByPrice::shapes(const StudyInput& input) const
         row.rising /= longest;
         row.falling /= longest;
     }
-    return {{}, rows};
+    return {{}, rows, {}};
 }
 
 } // namespace vexdesk

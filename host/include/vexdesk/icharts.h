@@ -6,6 +6,8 @@
 #include <QtCore/QString>
 #include <QtCore/QTime>
 
+#include <functional>
+
 /// The terminal's charts as a plug-in sees them: ICore::charts() has them. User-interface thread
 /// only, both the calls and the answers.
 namespace vexdesk {
@@ -52,16 +54,28 @@ public:
                                    const QDate& last) = 0;
 };
 
+/// What came of showing a moment of a series.
+enum class ChartShown {
+    Moment,   ///< it is under the crosshair
+    NoDay,    ///< nothing is stored of the day: the chart stands where it would be
+    NoSeries, ///< nothing is stored of the series: no chart is shown
+};
+
 /// All charts of the terminal.
 class ICharts
 {
 public:
     virtual ~ICharts() = default;
 
-    /// Opens a chart of the series or brings the one that there is to the front, with this moment
-    /// of the wall clock in its middle and under its crosshair; without a valid time the day. False
-    /// where nothing of the series is stored: then nothing is shown.
-    virtual bool show(const SeriesName& series, const QDate& day, const QTime& time) = 0;
+    /// Opens a chart of the series or brings the one that there is to the front, and the terminal's
+    /// window with it, with this moment of the wall clock in its middle and under its crosshair;
+    /// without a valid time the day, without a valid day the chart as it stands. Where something
+    /// is not stored the terminal says so.
+    /// The store is looked at in another thread, so that nobody waits for a disk: what came of it
+    /// is told, if `told` is not empty, in a later turn of the event loop. It is not told where
+    /// something else is to be shown meanwhile, nor to a plug-in whose tini() has begun.
+    virtual void show(const SeriesName& series, const QDate& day, const QTime& time,
+                      const std::function<void(ChartShown)>& told) = 0;
 
     /// Asks for marks from now on. The object stays its maker's, who takes it out before it goes:
     /// in tini() at the latest. A second time is passed over, as is one that is not there.

@@ -28,11 +28,17 @@ struct Shown
     QString first;
 };
 
+vexdesk::TickRoom everyLine(double slotCount)
+{
+    return {slotCount, slotCount, slotCount};
+}
+
 Shown ticksOf(const testsupport::SeriesPointer& series, Timeframe timeframe,
               const vexdesk::SlotRange& range, double slotsPerLabel, bool areNightsShown = false)
 {
     const auto axis = testsupport::axisOf(series, timeframe, areNightsShown);
-    const auto found = vexdesk::timeTicks(axis.begins(range), range, slotsPerLabel, timeframe);
+    const auto found =
+        vexdesk::timeTicks(axis.begins(range), range, everyLine(slotsPerLabel), timeframe);
     Shown shown;
     shown.first = found.first;
     for (const vexdesk::TimeTick& tick : found.ticks) {
@@ -66,9 +72,10 @@ private Q_SLOTS:
     void secondsAreSeenWhereTheyDiffer();
     void daysStandForThemselvesAndYearsBelow();
     void monthsAndYears();
-    void secondsInGapsHaveTheirOwnTimes();
+    void roundSecondsStandBetweenBars();
     void aFewBarsHaveTheirLabels_data();
     void aFewBarsHaveTheirLabels();
+    void aDayHasTheTimeOfItsFirstBar();
     void aRoundTimeInAGapStandsBehindIt();
     void midnightIsOfItsDay();
     void nightsHaveTheirTimes();
@@ -153,6 +160,20 @@ void TestAxisTicks::aNewDayIsMarkedWithItsDate()
     QCOMPARE(first.headings.value(0), QStringLiteral("15.01.2024"));
 }
 
+// As a rule at no round time.
+void TestAxisTicks::aDayHasTheTimeOfItsFirstBar()
+{
+    std::vector<std::vector<vexdesk::Bar>> days;
+    for (const int offset : {0, 1}) {
+        const QDate day = testsupport::firstDay.addDays(offset);
+        days.push_back(testsupport::makeBars(day, 120));
+        days.back().erase(days.back().begin(), days.back().begin() + 7);
+    }
+    const Shown shown = ticksOf(testsupport::seriesOf(days), Timeframe::Minute, {5, 190}, 30);
+    QCOMPARE(shown.labels, QStringList({"10:30", "11:00", "11:30", "10:07", "10:30", "11:00"}));
+    QCOMPARE(shown.headings.value(3), QStringLiteral("16.01.2024"));
+}
+
 void TestAxisTicks::aRoundTimeInAGapStandsBehindIt()
 {
     std::vector<vexdesk::Bar> bars = testsupport::makeBars(testsupport::firstDay, 120);
@@ -162,8 +183,8 @@ void TestAxisTicks::aRoundTimeInAGapStandsBehindIt()
     QCOMPARE(shown.slotNumbers.mid(0, 3), QList<int>({20, 25, 30}));
 }
 
-// Most seconds have no bar: a round time that is not there would be a wrong one.
-void TestAxisTicks::secondsInGapsHaveTheirOwnTimes()
+// Most seconds have no bar: a round time stands between those beside it.
+void TestAxisTicks::roundSecondsStandBetweenBars()
 {
     std::vector<vexdesk::Bar> bars;
     for (const int second : {7, 50, 61, 62, 130, 185, 199, 244})
@@ -173,7 +194,7 @@ void TestAxisTicks::secondsInGapsHaveTheirOwnTimes()
         1, std::vector{testsupport::readDay(testsupport::firstDay, bars)});
     const Shown shown = ticksOf(series, Timeframe::Second, {-1, 9}, 2.2);
     QCOMPARE(shown.labels,
-             QStringList({"10:00:06", "10:00:49", "10:01:00", "10:02:09", "10:03:04", "10:04:03"}));
+             QStringList({"10:00:06", "10:00:30", "10:01:00", "10:02:00", "10:03:00", "10:04:00"}));
     QCOMPARE(shown.slotNumbers, QList<int>({0, 1, 2, 4, 5, 7}));
     QCOMPARE(shown.headings.value(0), QStringLiteral("15.01.2024"));
 }
@@ -282,7 +303,8 @@ void TestAxisTicks::neverMoreTimesThanRoom()
             const double begin = random.generateDouble() * size - 5;
             const vexdesk::SlotRange range{begin, begin + 10 + random.bounded(200)};
             const double room = 1 + random.bounded(50.0);
-            const auto found = vexdesk::timeTicks(axis.begins(range), range, room, timeframe);
+            const auto found =
+                vexdesk::timeTicks(axis.begins(range), range, everyLine(room), timeframe);
             QVERIFY(double(found.ticks.size()) <= std::max(5.0, range.length() / room) + 2);
             for (size_t i = 0; i < found.ticks.size(); ++i) {
                 QVERIFY(double(found.ticks[i].slot) >= range.begin);
@@ -291,7 +313,7 @@ void TestAxisTicks::neverMoreTimesThanRoom()
             }
         }
     }
-    QVERIFY(vexdesk::timeTicks({}, {0, 10}, 5, Timeframe::Day).ticks.empty());
+    QVERIFY(vexdesk::timeTicks({}, {0, 10}, everyLine(5), Timeframe::Day).ticks.empty());
 }
 
 void TestAxisTicks::intervalsAreNamed_data()

@@ -15,6 +15,7 @@
 
 #include <memory>
 
+using testsupport::barLine;
 using testsupport::barLines;
 using testsupport::dayFile;
 using testsupport::firstDay;
@@ -55,6 +56,7 @@ private Q_SLOTS:
     void onlyCandlesOfTheStretchAreCopied();
     void whatIsInMemoryIsNotRead();
     void daysWithoutBarsAreTold();
+    void aDayOfTooManyBarsIsTold();
     void aDayThatCouldNotBeReadIsReadAgain();
     void tooManyAreTold();
     void anEmptyStretchHasNothing();
@@ -117,20 +119,17 @@ BarsStretch TestBarsCopy::stretch(const SeriesPointer& series, Timeframe timefra
 void TestBarsCopy::daysThatWereNotReadAreCopiedToo_data()
 {
     QTest::addColumn<Timeframe>("timeframe");
-    QTest::addColumn<bool>("areNightsShown");
     for (const Timeframe timeframe : vexdesk::allTimeframes) {
         if (timeframe != Timeframe::Second)
-            QTest::addRow("%d", static_cast<int>(timeframe)) << timeframe << false;
+            QTest::addRow("%d", static_cast<int>(timeframe)) << timeframe;
     }
-    QTest::addRow("nights") << Timeframe::Day << true;
 }
 
 // As the axis of a chart has them that has read everything.
 void TestBarsCopy::daysThatWereNotReadAreCopiedToo()
 {
     QFETCH(const Timeframe, timeframe);
-    QFETCH(const bool, areNightsShown);
-    const auto axis = testsupport::axisOf(readSeries(), timeframe, areNightsShown);
+    const auto axis = testsupport::axisOf(readSeries(), timeframe);
     std::vector<Candle> candles;
     for (const auto& placed : axis.candles({-1, static_cast<double>(axis.size()) + 1}))
         candles.push_back(placed.candle);
@@ -138,11 +137,7 @@ void TestBarsCopy::daysThatWereNotReadAreCopiedToo()
     const QString expected =
         vexdesk::candlesAsText(candles, {timeframe, 60}, readSeries()->decimals());
 
-    const auto whole = [&](const SeriesPointer& series) {
-        BarsStretch all = stretch(series, timeframe);
-        all.areNightsShown = areNightsShown;
-        return all;
-    };
+    const auto whole = [&](const SeriesPointer& series) { return stretch(series, timeframe); };
     const BarsCopy unread(whole(unreadSeries()));
     QVERIFY(unread.needsFiles());
     const CopiedBars all = copied(unread);
@@ -204,6 +199,24 @@ void TestBarsCopy::daysWithoutBarsAreTold()
     BarsStretch part = stretch(unread, Timeframe::Minute);
     part.to = static_cast<double>(wallTime(firstDay.addDays(2)));
     QVERIFY(copied(BarsCopy(part)).missing.isEmpty());
+}
+
+void TestBarsCopy::aDayOfTooManyBarsIsTold()
+{
+    const QDate large = firstDay.addDays(2);
+    const auto most = static_cast<int>(vexdesk::mostBarsOfDay);
+    QByteArray lines;
+    for (int i = 0; i <= most; ++i)
+        lines += barLine(QTime(10, 0), 100);
+    writeFile(m_directory->filePath(dayFile(large)), lines);
+    for (const SeriesPointer& series : {unreadSeries(), readSeries()}) {
+        const CopiedBars minutes = copied(BarsCopy(stretch(series, Timeframe::Minute)));
+        QCOMPARE(minutes.missing, QList<QDate>{large});
+        QVERIFY2(minutes.firstMissing.endsWith(QStringLiteral("в файле баров больше 172800")),
+                 qPrintable(minutes.firstMissing));
+        // A day is summed up whole.
+        QVERIFY(copied(BarsCopy(stretch(series, Timeframe::Day))).missing.isEmpty());
+    }
 }
 
 // Whatever was known of it before.

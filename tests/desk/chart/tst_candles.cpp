@@ -64,18 +64,12 @@ std::vector<Candle> exported(const Files& files, int seconds)
     return candles;
 }
 
-// As they are shown: bars at midnight that end no stored day stand within their own one.
+// As they are shown: bars at midnight that end no stored day stand at the day that they end.
 std::vector<Candle> atTheirDays(std::vector<Candle> days)
 {
-    for (size_t i = 0; i < days.size(); ++i) {
-        const qint64 midnight = wallTime(days[i].day);
-        if (days[i].end != midnight)
-            continue;
-        const bool isAlone = i + 1 == days.size() || days[i + 1].day != days[i].day;
-        days[i].begin = midnight;
-        days[i].end = midnight + (isAlone ? vexdesk::secondsPerDay : 1);
-        if (!isAlone)
-            days[i + 1].begin = midnight + 1;
+    for (Candle& day : days) {
+        if (day.end == wallTime(day.day))
+            day.day = day.day.addDays(-1);
     }
     return days;
 }
@@ -198,6 +192,7 @@ private Q_SLOTS:
     void foldsAsTheExport();
     void midnightEndsTheDayBefore();
     void midnightWithoutADayBeforeIsItsOwn();
+    void midnightIsShownAtADayThatWasNotRead();
     void aDayIsShownAtItsDay();
     void aStoredDayAtMidnightIsShownAtItsDay();
     void weeksAndMonthsAreMadeOfDays();
@@ -273,14 +268,37 @@ void TestCandles::midnightWithoutADayBeforeIsItsOwn()
     QCOMPARE(days.size(), 2U);
     QCOMPARE(days[0].bar.close, 2.0);
     QCOMPARE(days[1].bar.close, 3.0);
-    // Both are shown at their day.
-    for (const Candle& day : days) {
-        QCOMPARE(day.day, wednesday);
-        QVERIFY(day.begin >= wallTime(wednesday) && day.begin < day.end);
-    }
-    QVERIFY(days[0].end <= days[1].begin);
+    // Each at its day: midnight ends the one before.
+    const QDate tuesday = wednesday.addDays(-1);
+    QCOMPARE(days[0].day, tuesday);
+    QCOMPARE(days[0].begin, wallTime(tuesday));
+    QCOMPARE(days[0].end, wallTime(wednesday));
+    QCOMPARE(days[1].day, wednesday);
+    QCOMPARE(days[1].begin, wallTime(wednesday));
     QCOMPARE(days[1].end, wallTime(wednesday.addDays(1)));
     QCOMPARE(foldDay(series, 0, Timeframe::Day)[0].bar.close, 1.0);
+}
+
+void TestCandles::midnightIsShownAtADayThatWasNotRead()
+{
+    const QDate tuesday = monday.addDays(1);
+    const BarSeries read =
+        seriesOf({{monday, {barAt(monday, QTime(23, 59), 1)}},
+                  {tuesday, {barAt(tuesday, QTime(0, 0), 2), barAt(tuesday, QTime(10, 0), 3)}}});
+    std::vector<SeriesDay> days = read.days();
+    days[0] = testsupport::unreadDay(monday, 48);
+    const BarSeries series(60, days);
+    QCOMPARE(series.candlesOf(0, Timeframe::Day), 1);
+    QCOMPARE(series.candlesOf(1, Timeframe::Day), 1);
+    const std::vector<Candle> before = foldDay(series, 0, Timeframe::Day);
+    QCOMPARE(before.size(), 1U);
+    QCOMPARE(before[0].day, monday);
+    QCOMPARE(before[0].bar.close, 2.0);
+    QCOMPARE(foldDay(series, 1, Timeframe::Day)[0].day, tuesday);
+    QCOMPARE(foldDay(series, 1, Timeframe::Day)[0].bar.close, 3.0);
+    // Below the day it stays the bar of its file.
+    QVERIFY(foldDay(series, 0, Timeframe::Hour).empty());
+    QCOMPARE(foldDay(series, 1, Timeframe::Hour).size(), 2U);
 }
 
 void TestCandles::aDayIsShownAtItsDay()
@@ -409,8 +427,10 @@ void TestCandles::whatWasNotReadHasNoCandles()
     const QDate tuesday = monday.addDays(1);
     const BarSeries series(60, {testsupport::unreadDay(monday, 5000),
                                 testsupport::readDay(tuesday, {barAt(tuesday, QTime(0, 0), 7)})});
-    for (const Timeframe one : {Timeframe::Minute, Timeframe::Day})
-        QVERIFY(foldDay(series, 0, one).empty());
+    QVERIFY(foldDay(series, 0, Timeframe::Minute).empty());
+    const BarSeries alone(60, {testsupport::unreadDay(monday, 5000)});
+    for (const Timeframe one : {Timeframe::Minute, Timeframe::Day, Timeframe::Week})
+        QVERIFY(foldDay(alone, 0, one).empty());
     // A week that is known in part is shown in part.
     const std::vector<Candle> weeks = foldDay(series, 0, Timeframe::Week);
     QCOMPARE(weeks.size(), 1U);

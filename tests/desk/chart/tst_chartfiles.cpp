@@ -6,6 +6,7 @@
 #include "desk/chart/chartfiles.h"
 #include "desk/chart/movingaverage.h"
 #include "desk/chart/volumebyprice.h"
+#include "support/filesizelimit.h"
 #include "support/strictlog.h"
 
 #include <QtCore/QFile>
@@ -21,6 +22,7 @@
 #include <QtTest/QTest>
 
 #include <algorithm>
+#include <cerrno>
 #include <cmath>
 
 using testsupport::axisOf;
@@ -102,6 +104,7 @@ private Q_SLOTS:
     void aVectorPictureHasNothingBesideThePanes();
     void otherSuffixesAreRefused();
     void whatCannotBeWrittenIsTold();
+    void aFullDiskIsTheReason();
 };
 
 void TestChartFiles::barsAreLinesWithTabs()
@@ -258,6 +261,26 @@ void TestChartFiles::whatCannotBeWrittenIsTold()
     const vexdesk::Outcome outcome = vexdesk::saveChart(layOut(), colors(), 1, path);
     QVERIFY(outcome.message().startsWith(QStringLiteral("Не удалось записать файл")));
     QVERIFY(outcome.message().contains(QStringLiteral("chart.png")));
+}
+
+void TestChartFiles::aFullDiskIsTheReason()
+{
+    const QTemporaryDir directory;
+    for (const char* name : {"chart.png", "chart.svg"}) {
+        const QString path = directory.filePath(QLatin1String(name));
+        for (const rlim_t bytes : {0, 500}) {
+            vexdesk::Outcome outcome;
+            {
+                const testsupport::FileSizeLimit limit(bytes);
+                outcome = vexdesk::saveChart(layOut(), colors(), 2, path);
+            }
+            QVERIFY(!outcome);
+            QVERIFY2(outcome.message().contains(QLatin1String(name)) &&
+                         outcome.message().endsWith(qt_error_string(EFBIG)),
+                     qPrintable(outcome.message()));
+            QVERIFY(!QFile::exists(path));
+        }
+    }
 }
 
 int main(int argc, char** argv)

@@ -4,6 +4,7 @@
 #include "chartsupport.h"
 #include "desk/chart/axisticks.h"
 #include "desk/chart/movingaverage.h"
+#include "desk/chart/volumebyprice.h"
 #include "desk/chart/wallclock.h"
 #include "support/strictlog.h"
 
@@ -13,6 +14,7 @@
 #include <QtGui/QGuiApplication>
 #include <QtTest/QTest>
 
+#include <algorithm>
 #include <cmath>
 
 using testsupport::firstDay;
@@ -95,6 +97,9 @@ private Q_SLOTS:
     void linesStandAtTheirValues();
     void linesStandAtTheirTimes();
     void noTimeStandsTwiceWithoutADate();
+    void noVolumeIsSaid();
+    void asManyDatesAsHaveRoom();
+    void aboveADateStandTimesOfItsDay();
     void pricesFollowWhatIsShown();
     void anEmptyStretchKeepsThePricesBeforeIt();
     void pricesOfAllSizesHaveARange();
@@ -245,6 +250,99 @@ void TestChartLayout::noTimeStandsTwiceWithoutADate()
         }
     }
     QVERIFY(isAnyLeftOut);
+}
+
+void TestChartLayout::noVolumeIsSaid()
+{
+    const QString none = QStringLiteral("нет объёма");
+    std::vector<std::vector<Bar>> days{testsupport::makeBars(firstDay, 60),
+                                       testsupport::makeBars(firstDay.addDays(1), 60)};
+    for (Bar& bar : days.front())
+        bar.volume = 0;
+    const auto layOutWith = [](const SeriesPointer& series, const SlotRange& range) {
+        return vexdesk::layOutChart({testsupport::axisOf(series, Timeframe::Minute),
+                                     range,
+                                     {},
+                                     {std::make_shared<vexdesk::VolumeByPrice>(24)},
+                                     {}},
+                                    usual, QFont());
+    };
+    // Of a part without volumes the pane says so.
+    const SeriesPointer series = testsupport::seriesOf(days);
+    const ChartLayout without = layOutWith(series, {0, 60});
+    QVERIFY(without.hasVolumes());
+    QCOMPARE(without.volumesNote.text, none);
+    QVERIFY(without.volumes.place.contains(without.volumesNote.place));
+    QCOMPARE(without.studies[0].name.text, QStringLiteral("Объём по ценам: %1").arg(none));
+    const ChartLayout with = layOutWith(series, {0, 61});
+    QCOMPARE(with.volumesNote.text, QString());
+    QCOMPARE(with.studies[0].name.text, QStringLiteral("Объём по ценам"));
+    // Of a series without them there is no pane.
+    days.pop_back();
+    const ChartLayout never = layOutWith(testsupport::seriesOf(days), {0, 60});
+    QVERIFY(!never.hasVolumes());
+    QCOMPARE(never.volumesNote.text, QString());
+    QVERIFY(never.studies[0].name.text.endsWith(none));
+}
+
+void TestChartLayout::asManyDatesAsHaveRoom()
+{
+    QLocale::setDefault(QLocale::c());
+    constexpr int days = 15;
+    constexpr int perDay = 9;
+    const auto series = makeSeries(days, perDay, 3600);
+    for (const bool areHours : {true, false}) {
+        const vexdesk::TimeAxis axis =
+            testsupport::axisOf(series, areHours ? Timeframe::Hour : Timeframe::Day);
+        const SlotRange all{0, double(axis.size())};
+        for (const double dayWidth : {60.0, 25.0}) {
+            ChartLayout chart =
+                vexdesk::layOutChart({axis, all, {}, {}, {}}, {days * dayWidth + 90, 400}, QFont());
+            QVERIFY(chart.prices.place.width() / days > dayWidth - 4);
+            QCOMPARE(chart.times.size(), size_t(days));
+            const auto dates =
+                std::count_if(chart.times.begin(), chart.times.end(), [](const AxisLine& line) {
+                    return line.label.text.size() == 5; // "18.01"
+                });
+            QVERIFY2(dates >= (dayWidth > 50 ? days : 5), qPrintable(QString::number(dates)));
+            QVERIFY(!chart.headings.empty());
+            QCOMPARE(chart.headings.front().text, QStringLiteral("2024"));
+        }
+    }
+}
+
+// The last time of a day may be right beside the first one of the next.
+void TestChartLayout::aboveADateStandTimesOfItsDay()
+{
+    QLocale::setDefault(QLocale::c());
+    const auto series = makeSeries(3, 53, 600); // 10:00 to 18:50
+    bool isAnyDated = false;
+    for (int slot = 0; slot < 60; ++slot) {
+        const ChartLayout chart =
+            vexdesk::layOutChart({testsupport::axisOf(series, Timeframe::Minutes10),
+                                  {double(slot), slot + 60.0 + slot},
+                                  {},
+                                  {},
+                                  {}},
+                                 {700, 400}, QFont());
+        for (const AxisLine& day : chart.times) {
+            if (!day.isBegin || day.label.text.isEmpty())
+                continue;
+            QCOMPARE(day.label.text, QStringLiteral("10:00"));
+            const auto date = std::find_if(
+                chart.headings.begin(), chart.headings.end(), [&day](const ChartLabel& heading) {
+                    return std::abs(heading.place.center().x() - day.at) <= 1;
+                });
+            if (date == chart.headings.end())
+                continue;
+            isAnyDated = true;
+            for (const AxisLine& line : chart.times)
+                QVERIFY2(line.label.text.isEmpty() || line.at >= day.at ||
+                             line.label.place.right() <= date->place.left(),
+                         qPrintable(line.label.text));
+        }
+    }
+    QVERIFY(isAnyDated);
 }
 
 void TestChartLayout::pricesFollowWhatIsShown()

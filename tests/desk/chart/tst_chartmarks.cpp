@@ -127,14 +127,21 @@ void TestChartMarks::barsAtMidnightAreMarkedAtTheirDay()
     for (const int offset : {0, 1, 2})
         days.push_back({testsupport::makeBar(firstDay.addDays(offset), QTime(0, 0), offset)});
     const auto series = testsupport::seriesOf(days);
-    for (const Timeframe timeframe : {Timeframe::Minute, Timeframe::Day}) {
-        const auto candles = axisOf(series, timeframe).candles({-10, 10});
-        for (const int offset : {0, 1, 2}) {
-            const auto found = vexdesk::marksOfCandles({mark(firstDay.addDays(offset))}, candles);
-            QCOMPARE(found,
-                     (std::vector<CandleMark>{{size_t(offset), ChartMark::Kind::Warning, text}}));
-        }
+    const auto candles = axisOf(series, Timeframe::Minute).candles({-10, 10});
+    for (const int offset : {0, 1, 2}) {
+        const auto found = vexdesk::marksOfCandles({mark(firstDay.addDays(offset))}, candles);
+        QCOMPARE(found,
+                 (std::vector<CandleMark>{{size_t(offset), ChartMark::Kind::Warning, text}}));
     }
+    // As candles of days they end the days before; the day is marked where its date is.
+    const auto ofDays = axisOf(series, Timeframe::Day).candles({-10, 10});
+    for (const int offset : {0, 1}) {
+        const QDate day = firstDay.addDays(offset);
+        const auto found = vexdesk::marksOfCandles({mark(day)}, ofDays);
+        QCOMPARE(found.size(), 1U);
+        QCOMPARE(ofDays[found[0].candle].candle.day, day);
+    }
+    QCOMPARE(vexdesk::marksOfCandles({mark(firstDay.addDays(2))}, ofDays).size(), 1U);
 }
 
 // Where they are all that the day has.

@@ -634,7 +634,7 @@ void TestChartPage::everythingComesBackInAnotherSize()
     m_page->show();
     QTRY_VERIFY(areBarsThere());
     QTRY_COMPARE(vexdesk::wallDate(candles().back().end), day.addDays(9));
-    QCOMPARE(vexdesk::wallDate(candles().front().end), day);
+    QTRY_COMPARE(vexdesk::wallDate(candles().front().end), day);
     QVERIFY(m_page->state() == before);
 }
 

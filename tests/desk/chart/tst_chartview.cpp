@@ -50,9 +50,9 @@ bool isNear(double left, double right, double off = 1e-3)
     return std::abs(left - right) <= off;
 }
 
-bool isNear(const SlotRange& left, const SlotRange& right)
+bool isNear(const SlotRange& left, const SlotRange& right, double off = 1e-3)
 {
-    return isNear(left.begin, right.begin) && isNear(left.end, right.end);
+    return isNear(left.begin, right.begin, off) && isNear(left.end, right.end, off);
 }
 
 double brightness(const QColor& color)
@@ -119,8 +119,12 @@ private Q_SLOTS:
     void keysScrollAndZoom();
     void arrowsMoveACrosshair();
     void theViewFollowsTheCrosshair();
+    void theCrosshairBeginsInView();
+    void aMarkGoesOnInView();
+    void theCrosshairPassesWhatCannotBeRead();
     void theCrosshairGoesOverNights();
     void aRangeIsMarkedWithKeys();
+    void fewMarkedBarsAreShownAlone();
     void aMarkStaysWhereItWas();
     void controlZeroAndADoubleClickShowEverything();
     void zoomingOutShowsLongerTimeframes();
@@ -431,11 +435,75 @@ void TestChartView::theViewFollowsTheCrosshair()
     QVERIFY(m_view->range().begin <= 1099 && m_view->range().begin > 1095);
     key(Qt::Key_Home);
     QVERIFY(!m_view->pointed()); // out of view, but not forgotten
-    key(Qt::Key_Right);
-    QCOMPARE(m_view->crosshair()->slot, 1101);
-    QVERIFY(m_view->range().begin < 1101 && m_view->range().end > 1102);
+    m_view->goBack();
+    QCOMPARE(m_view->crosshair()->slot, 1100);
     key(Qt::Key_Right, Qt::NoModifier, 200);
     QCOMPARE(m_view->crosshair()->slot, 1199);
+}
+
+void TestChartView::theCrosshairBeginsInView()
+{
+    for (const bool areNightsShown : {false, true}) {
+        m_view->setNightsShown(areNightsShown);
+        m_view->goTo(firstDay.addDays(4));
+        key(Qt::Key_Home);
+        key(Qt::Key_Right);
+        QCOMPARE(pointedEnd(), wallTime(firstDay, QTime(10, 1)));
+        key(Qt::Key_Right);
+        QCOMPARE(pointedEnd(), wallTime(firstDay, QTime(10, 2)));
+        key(Qt::Key_End);
+        key(Qt::Key_Left);
+        QCOMPARE(pointedEnd(), wallTime(firstDay.addDays(11), QTime(12, 0)));
+        key(Qt::Key_Left);
+        QCOMPARE(pointedEnd(), wallTime(firstDay.addDays(11), QTime(11, 59)));
+    }
+    // In the middle, too, and the view stays there.
+    m_view->setNightsShown(false);
+    key(Qt::Key_End);
+    key(Qt::Key_Left);
+    key(Qt::Key_PageUp, Qt::NoModifier, 3);
+    const SlotRange there = m_view->range();
+    key(Qt::Key_Left);
+    QVERIFY(m_view->crosshair());
+    QVERIFY(std::abs(double(m_view->crosshair()->slot) - there.end) < 3);
+    QVERIFY(isNear(m_view->range(), there, 3));
+}
+
+void TestChartView::aMarkGoesOnInView()
+{
+    m_view->goTo(firstDay.addDays(4));
+    key(Qt::Key_Home);
+    key(Qt::Key_Right, Qt::ShiftModifier);
+    QCOMPARE(m_view->copiedTimes().first, double(wallTime(firstDay, QTime(10, 0))));
+    QCOMPARE(m_view->copiedTimes().second, double(wallTime(firstDay, QTime(10, 2))));
+    // Up to the last bar that is seen, from where it was begun.
+    key(Qt::Key_End);
+    key(Qt::Key_Left, Qt::ShiftModifier);
+    QCOMPARE(m_view->copiedTimes().first, double(wallTime(firstDay, QTime(10, 0))));
+    QCOMPARE(m_view->copiedTimes().second, double(wallTime(firstDay.addDays(11), QTime(12, 0))));
+}
+
+void TestChartView::theCrosshairPassesWhatCannotBeRead()
+{
+    std::vector<vexdesk::SeriesDay> days = m_series->days();
+    for (const size_t day : {size_t(7), size_t(9)}) {
+        days[day] = testsupport::unreadDay(days[day].day, 120 * 48);
+        days[day].reading = vexdesk::Failure{QStringLiteral("no right to read it")};
+    }
+    m_view->showSeries(std::make_shared<const BarSeries>(60, days));
+    for (const bool areNightsShown : {false, true}) {
+        m_view->setNightsShown(areNightsShown);
+        key(Qt::Key_End);
+        key(Qt::Key_Left);
+        QCOMPARE(pointedEnd(), wallTime(days[8].day, QTime(12, 0)));
+        key(Qt::Key_Right);
+        QCOMPARE(pointedEnd(), wallTime(days[8].day, QTime(12, 0)));
+        m_view->goTo(days[8].day);
+        key(Qt::Key_Left);
+        QCOMPARE(pointedEnd(), wallTime(days[6].day, QTime(12, 0)));
+        key(Qt::Key_Right);
+        QCOMPARE(pointedEnd(), wallTime(days[8].day, QTime(10, 1)));
+    }
 }
 
 void TestChartView::theCrosshairGoesOverNights()
@@ -471,6 +539,30 @@ void TestChartView::aRangeIsMarkedWithKeys()
     QVERIFY(m_view->hasMark());
     key(Qt::Key_Left);
     QVERIFY(!m_view->hasMark());
+}
+
+void TestChartView::fewMarkedBarsAreShownAlone()
+{
+    key(Qt::Key_Left, Qt::NoModifier, 31);
+    for (const int count : {3, 1}) {
+        key(Qt::Key_Left, Qt::ShiftModifier, count - 1);
+        if (count == 1) {
+            key(Qt::Key_Left, Qt::ShiftModifier);
+            key(Qt::Key_Right, Qt::ShiftModifier);
+        }
+        const auto marked = m_view->copiedTimes();
+        key(Qt::Key_Return);
+        QVERIFY(isNear(m_view->range().length(), count));
+        QCOMPARE(m_view->copiedTimes(), marked);
+        QCOMPARE(m_view->chart().candles.size(), size_t(count));
+        // Bars that come do not make it another one, nor does a step closer.
+        const SlotRange range = m_view->range();
+        m_view->updateSeries(m_series);
+        QVERIFY(isNear(m_view->range(), range));
+        key(Qt::Key_Plus);
+        QVERIFY(isNear(m_view->range(), range));
+        m_view->goBack();
+    }
 }
 
 void TestChartView::aMarkStaysWhereItWas()

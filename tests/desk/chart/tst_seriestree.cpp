@@ -54,6 +54,7 @@ private Q_SLOTS:
     void returnBeforeTheStoreIsListedOpensThen();
     void escapeLeavesTheTree();
     void arrowsAndReturnOpen();
+    void downGoesToTheSeriesThatIsFound();
     void aDoubleClickOpens();
     void aVenueIsNotOpened();
     void keepsWhatIsClosedWhenTheStoreChanges();
@@ -200,6 +201,15 @@ void TestSeriesTree::looksForEveryWord()
     QTRY_COMPARE(seen().size(), 9);
     QTest::keyClicks(line(), text);
     QTEST(seen(), "found");
+    // A tree without a row says why.
+    const auto* const message = testsupport::child<QLabel>(m_tree.get(), "seriesMessage");
+    QCOMPARE(message->isVisible(), seen().isEmpty());
+    QCOMPARE(view()->isVisible(), !seen().isEmpty());
+    if (seen().isEmpty())
+        QCOMPARE(message->text(), QStringLiteral("Нет такой серии"));
+    QTest::keyClick(line(), Qt::Key_Escape);
+    if (!text.isEmpty())
+        QCOMPARE(seen().size(), 9);
 }
 
 void TestSeriesTree::findsByTitle()
@@ -305,6 +315,33 @@ void TestSeriesTree::arrowsAndReturnOpen()
     QTest::keyClick(view(), Qt::Key_Down);
     QTest::keyClick(view(), Qt::Key_Return);
     QCOMPARE(opened(), QStringList{"NORD/MAIN/VEGA"});
+}
+
+void TestSeriesTree::downGoesToTheSeriesThatIsFound()
+{
+    for (const char* series : {"NORD/MAIN/ALFA", "NORD/MAIN/VEGA", "WEST/SPOT/VEGB"})
+        write(series);
+    start();
+    QTRY_COMPARE(seen().size(), 7);
+    testsupport::type(line(), QStringLiteral("ve"));
+    for (const char* above : {"NORD", "MAIN"}) {
+        view()->setCurrentIndex(row(QLatin1String(above)));
+        line()->setFocus();
+        QTest::keyClick(line(), Qt::Key_Down);
+        QCOMPARE(QApplication::focusWidget(), view());
+        QCOMPARE(view()->currentIndex().data().toString(), QStringLiteral("VEGA"));
+    }
+    QTest::keyClick(view(), Qt::Key_Return);
+    QCOMPARE(opened(), QStringList{"NORD/MAIN/VEGA"});
+    // The series to which the user has gone stays.
+    view()->setCurrentIndex(row(QStringLiteral("VEGB")));
+    line()->setFocus();
+    QTest::keyClick(line(), Qt::Key_Down);
+    QCOMPARE(view()->currentIndex().data().toString(), QStringLiteral("VEGB"));
+    // Where nothing is found the keys stay in the line.
+    testsupport::type(line(), QStringLiteral("xyz"));
+    QTest::keyClick(line(), Qt::Key_Down);
+    QCOMPARE(QApplication::focusWidget(), line());
 }
 
 void TestSeriesTree::aDoubleClickOpens()

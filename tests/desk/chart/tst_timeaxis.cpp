@@ -64,7 +64,7 @@ private Q_SLOTS:
     void aBarAtMidnightStandsWithItsDay();
     void aStoredDayAtMidnightIsFoundAtItsDay_data();
     void aStoredDayAtMidnightIsFoundAtItsDay();
-    void aDayOfTwoCandlesHasOneSlotOfTheCalendar();
+    void whatEndsAMissingDayStandsThere();
     void aLoneBarAtMidnightIsDrawnWhereAPartOfItIsSeen();
     void theFirstSlotOfADayIsFound();
     void weeksAndMonthsAreMadeOfDays();
@@ -213,20 +213,32 @@ void TestTimeAxis::aStoredDayAtMidnightIsFoundAtItsDay()
     }
 }
 
-void TestTimeAxis::aDayOfTwoCandlesHasOneSlotOfTheCalendar()
+void TestTimeAxis::whatEndsAMissingDayStandsThere()
 {
     const SeriesPointer series = testsupport::seriesOf(
         {{makeBar(firstDay, {0, 0}, 1), makeBar(firstDay, {10, 1}, 2)},
          {makeBar(firstDay.addDays(2), {0, 0}, 3), makeBar(firstDay.addDays(2), {9, 0}, 4)}});
-    QCOMPARE(axisOf(series, Timeframe::Day).candles({0, 10}).size(), 4U);
-    const TimeAxis axis = axisOf(series, Timeframe::Day, true);
-    const std::vector<PlacedCandle> candles = axis.candles({0, 10});
-    QCOMPARE(candles.size(), 2U);
-    QCOMPARE(candles[0].slot, 0);
-    QCOMPARE(candles[1].slot, 2);
-    QCOMPARE(candles[1].candle.count, qsizetype(2));
-    QCOMPARE(candles[1].candle.bar.volume, 103 + 104);
-    QCOMPARE(candles[1].candle.end, wallTime(firstDay.addDays(3)));
+    for (const bool areNightsShown : {false, true}) {
+        const TimeAxis axis = axisOf(series, Timeframe::Day, areNightsShown);
+        const std::vector<PlacedCandle> candles = axis.candles({-1, 10});
+        QCOMPARE(candles.size(), 4U);
+        for (int i = 0; i < 4; ++i) {
+            const QDate date = firstDay.addDays(i - 1);
+            const auto at = static_cast<size_t>(i);
+            QCOMPARE(candles[at].slot, i);
+            QCOMPARE(candles[at].candle.day, date);
+            QCOMPARE(candles[at].candle.count, qsizetype(1));
+            QCOMPARE(axis.firstSlotFrom(date), std::optional<qint64>(i));
+            QCOMPARE(axis.timeAt(i + 0.5), double(wallTime(date, QTime(12, 0))));
+            QCOMPARE(axis.slotOf(double(wallTime(date, QTime(12, 0)))), i + 0.5);
+            if (i > 0) {
+                QCOMPARE(axis.next(i - 1, true), std::optional<qint64>(i));
+                QCOMPARE(axis.next(i, false), std::optional<qint64>(i - 1));
+            }
+        }
+        QCOMPARE(axis.candles({1.2, 2.6}).size(), 2U);
+        QCOMPARE(axis.begins({-1, 10}).size(), 4U);
+    }
 }
 
 // Its interval is the last one of the day before, and its file is of the next.

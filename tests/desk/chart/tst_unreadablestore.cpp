@@ -68,6 +68,7 @@ private Q_SLOTS:
     void aChartThatCannotBeOpenedYet();
     void aDayThatCannotBeRead_data();
     void aDayThatCannotBeRead();
+    void aDayThatIsNotAllBars();
     void aDayThatLosesItsFileIsToldByKeyToo();
     void theTreeSaysWhatItCannotRead_data();
     void theTreeSaysWhatItCannotRead();
@@ -291,6 +292,26 @@ void TestUnreadableStore::aDayThatCannotBeRead()
 }
 
 // F5, where nothing tells that it can be read: here, before it is told.
+void TestUnreadableStore::aDayThatIsNotAllBars()
+{
+    constexpr int bars = 60;
+    writeDays(3, bars);
+    const QByteArray whole = barLines(ten, bars, 100);
+    writeFile(path(day), "no bar\n" + whole + "100\n");
+    startChart();
+    TRY_COMPARE(problem(),
+                QStringLiteral("Строк, которые не бары и не показаны: 2, файл: %1").arg(path(day)));
+    QVERIFY(barsInView() > 0);
+    writeFile(path(day.addDays(2)), whole + "no bar\n");
+    TRY_COMPARE(problem(),
+                QStringLiteral("Строк, которые не бары и не показаны: 3, дней с ними: 2. "
+                               "Первый из них: %1")
+                    .arg(path(day)));
+    for (const int broken : {0, 2})
+        writeFile(path(day.addDays(broken)), whole);
+    TRY_COMPARE(problem(), QString());
+}
+
 void TestUnreadableStore::aDayThatLosesItsFileIsToldByKeyToo()
 {
     writeDays(3, 20);

@@ -15,6 +15,7 @@
 #include <functional>
 
 using vexdesk::ChartMark;
+using vexdesk::ChartShown;
 using vexdesk::SeriesName;
 
 namespace {
@@ -48,14 +49,13 @@ public:
         m_charts = core->charts();
         m_charts->addMarks(this);
         addCommand("MARKING.Show", QStringLiteral("&Показать"),
-                   [this] { tell(m_charts->show(markedSeries(), markedDay, QTime(10, 30))); });
+                   [this] { show(markedSeries(), markedDay, QTime(10, 30)); });
         addCommand("MARKING.ShowDay", QStringLiteral("Показать &день"),
-                   [this] { tell(m_charts->show(markedSeries(), markedDay, QTime())); });
+                   [this] { show(markedSeries(), markedDay, QTime()); });
+        addCommand("MARKING.ShowMissingDay", QStringLiteral("Показать д&ень, которого нет"),
+                   [this] { show(markedSeries(), markedDay.addYears(1), QTime()); });
         addCommand("MARKING.ShowNothing", QStringLiteral("Показать &чего нет"), [this] {
-            for (const char* security : {"NOTHING", "", ".", "..", "../MAIN/ALFA"})
-                tell(m_charts->show(
-                    {QStringLiteral("NORD"), QStringLiteral("MAIN"), QLatin1String(security)},
-                    markedDay, QTime()));
+            showNext({"NOTHING", "", ".", "..", "../MAIN/ALFA"});
         });
         addCommand("MARKING.Learn", QStringLiteral("&Узнать"), [this] {
             m_text = QStringLiteral("Сделки найдены");
@@ -87,7 +87,29 @@ private:
         connect(new Action(id, this), &Action::triggered, this, run);
     }
 
-    void tell(bool isShown) const { record(isShown ? "shown" : "not shown"); }
+    void show(const SeriesName& series, const QDate& day, const QTime& time)
+    {
+        m_charts->show(series, day, time, [this](ChartShown shown) { tell(shown); });
+    }
+    // One after the other: only the last one that is wanted counts.
+    void showNext(QStringList securities)
+    {
+        if (securities.isEmpty())
+            return;
+        const SeriesName series{QStringLiteral("NORD"), QStringLiteral("MAIN"),
+                                securities.takeFirst()};
+        m_charts->show(series, markedDay, QTime(), [this, securities](ChartShown shown) {
+            tell(shown);
+            showNext(securities);
+        });
+    }
+    void tell(ChartShown shown) const
+    {
+        if (shown == ChartShown::Moment)
+            record("shown");
+        else
+            record(shown == ChartShown::NoDay ? "no day" : "not shown");
+    }
 
     vexdesk::ICharts* m_charts = nullptr;
     QString m_text = QStringLiteral("Сделок не хватает");
