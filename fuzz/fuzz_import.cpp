@@ -65,7 +65,12 @@ Imported importPlainly(QByteArrayView bytes, const ImportDetails& details)
     QTextStream stream(&text);
     Imported imported;
     QDate day;
-    for (qint64 number = 1; !stream.atEnd(); ++number) {
+    // A file that holds a mark and no character has a line: a stream that knows a file, and not yet
+    // its text, is not at its end.
+    const auto atEnd = [&](qint64 number) {
+        return number == 1 ? bytes.isEmpty() : stream.atEnd();
+    };
+    for (qint64 number = 1; !atEnd(number); ++number) {
         const QString line = stream.readLine();
         if (number == 1 && details.firstLineIsHeader)
             continue;

@@ -7,9 +7,9 @@
 
 #include "target.h"
 
+#include "dayvalues.h"
 #include "importcheck.h"
 #include "importjob.h"
-#include "storedtimes.h"
 
 #include <vexdesk/history/dayfilenames.h>
 #include <vexdesk/terminal/referencedata.h>

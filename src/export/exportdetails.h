@@ -3,6 +3,8 @@
 
 #include "tadatadescription.h"
 
+#include <vexdesk/history/dayfilenames.h>
+
 #include <QtCore/QDate>
 #include <QtCore/QString>
 
@@ -18,4 +20,11 @@ struct ExportDetails : TADataDescription
     /// Whether a bar is written once, as it is when it is finished: of successive lines whose date
     /// and time are equal, written or not, the last one.
     bool finishedOnly = false;
+
+    /// Of the bars that the export reads, in seconds.
+    int storedTimeframe() const
+    {
+        return timeframe < vexdesk::minuteTimeframe ? vexdesk::secondTimeframe
+                                                    : vexdesk::minuteTimeframe;
+    }
 };

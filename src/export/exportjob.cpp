@@ -49,9 +49,10 @@ public:
         : m_file(path)
     {}
 
-    bool open()
+    Outcome open()
     {
-        return m_file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered);
+        constexpr auto mode = QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered;
+        return m_file.open(mode) ? Outcome() : failed(Text::tr("Невозможно открыть файл %1"));
     }
 
     void write(QByteArrayView lines)
@@ -62,24 +63,34 @@ public:
     }
 
     // Whether the file has taken all that it was given.
-    bool isWhole() const { return m_isWhole; }
+    bool isWhole() const { return bool(m_written); }
 
     // Some file systems say only at the end what they could not keep.
-    bool close()
+    Outcome close()
     {
         m_file.close();
-        return m_isWhole && m_file.error() == QFileDevice::NoError;
+        if (m_written && m_file.error() != QFileDevice::NoError)
+            m_written = notWritten();
+        return m_written;
     }
 
 private:
     void writeBytes(QByteArrayView bytes)
     {
-        m_isWhole = m_isWhole && m_file.write(bytes.data(), bytes.size()) == bytes.size();
+        if (m_written && m_file.write(bytes.data(), bytes.size()) != bytes.size())
+            m_written = notWritten();
     }
+
+    // The text is what the terminal's plug-in shows; the reason is kept beside it.
+    Failure failed(const QString& text) const
+    {
+        return {text.arg(m_file.fileName()), m_file.errorString()};
+    }
+    Failure notWritten() const { return failed(Text::tr("Невозможно записать файл %1")); }
 
     QFile m_file;
     bool m_hasBegun = false;
-    bool m_isWhole = true;
+    Outcome m_written;
 };
 
 QByteArray heading(const ExportDetails& details)
@@ -148,10 +159,8 @@ private:
     {
         if (!m_dir)
             m_dir = m_seriesDir();
-        const int timeframe = m_details.timeframe < vexdesk::minuteTimeframe
-                                  ? vexdesk::secondTimeframe
-                                  : vexdesk::minuteTimeframe;
-        const QString path = m_dir->filePath(vexdesk::dayFileName(day, timeframe));
+        const QString path =
+            m_dir->filePath(vexdesk::dayFileName(day, m_details.storedTimeframe()));
         vexdesk::DayFileLines lines(path);
         if (lines.open())
             writeLines(lines, day);
@@ -234,8 +243,8 @@ ExportResult exportBars(const ExportDetails& details, const ExportStart& start,
                         const SeriesDir& seriesDir, const ProgressSink& progress)
 {
     OutputFile output(details.outputPath);
-    if (!output.open())
-        return {Failure{Text::tr("Невозможно открыть файл %1").arg(details.outputPath)}, {}};
+    if (const Outcome opened = output.open(); !opened)
+        return {opened, {}};
     if (details.addHeader)
         output.write(heading(details));
 
@@ -246,10 +255,8 @@ ExportResult exportBars(const ExportDetails& details, const ExportStart& start,
         // Money that no number of the host can hold.
         return {Failure{message}, run.unopened()};
     }
-    if (!output.close()) {
-        return {Failure{Text::tr("Невозможно записать файл %1").arg(details.outputPath)},
-                run.unopened()};
-    }
+    if (const Outcome written = output.close(); !written)
+        return {written, run.unopened()};
     if (run.outcome())
         run.show(100);
     return {run.outcome(), run.unopened()};

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <vexdesk/decimal.h>
+#include <vexdesk/history/digits.h>
 
 #include <QtCore/QByteArrayView>
 #include <QtCore/QVarLengthArray>
@@ -43,9 +44,7 @@ public:
     /// Two digits, the first of which may be 0; for numbers from 0 to 99.
     void appendTwoDigits(int number)
     {
-        char* const digits = room(2);
-        digits[0] = static_cast<char>('0' + number / 10);
-        digits[1] = static_cast<char>('0' + number % 10);
+        vexdesk::writeTwoDigits(room(2), number);
         m_size += 2;
     }
 

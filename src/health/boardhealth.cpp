@@ -152,6 +152,8 @@ SeriesHealth BoardReader::readSeries(const BoardSeries& series)
     // One weekday after the other: only one of them has to be kept.
     for (const std::vector<size_t>& days : weekdays)
         readWeekday(series, days, health);
+    // What could not be read, or was not before a stop, has no date.
+    std::erase_if(health.days, [](const DayHealth& day) { return !day.day.isValid(); });
     if (!series.days.empty()) {
         health.first = series.days.front();
         health.last = series.days.back();

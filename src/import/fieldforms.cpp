@@ -55,11 +55,11 @@ TimeForm::TimeForm(const QString& pattern)
     , m_isKnown(knownTimeForms().contains(pattern))
 {}
 
-std::optional<QTime> TimeForm::read(QByteArrayView field) const
+std::optional<QTime> TimeForm::readByQt(QByteArrayView field) const
 {
-    QTime time = m_plain.time(field);
-    if (!time.isValid() && !m_isKnown)
-        time = QTime::fromString(vexdesk::textFromUtf8(field), m_pattern);
+    if (m_isKnown)
+        return std::nullopt;
+    const QTime time = QTime::fromString(vexdesk::textFromUtf8(field), m_pattern);
     return time.isValid() ? std::optional(time) : std::nullopt;
 }
 

@@ -42,9 +42,15 @@ public:
     explicit TimeForm(const QString& pattern);
 
     const QString& pattern() const { return m_pattern; }
-    std::optional<QTime> read(QByteArrayView field) const;
+    std::optional<QTime> read(QByteArrayView field) const
+    {
+        const QTime time = m_plain.time(field);
+        return time.isValid() ? std::optional(time) : readByQt(field);
+    }
 
 private:
+    std::optional<QTime> readByQt(QByteArrayView field) const;
+
     QString m_pattern;
     FieldPattern m_plain;
     bool m_isKnown;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "fieldpattern.h"
 
+#include <vexdesk/history/digits.h>
+
 namespace tadata {
 
 namespace {
@@ -56,10 +58,9 @@ bool FieldPattern::read(QByteArrayView field, std::array<int, 3>* numbers) const
     for (const Part& part : m_parts) {
         *number = 0;
         for (int i = part.begin; i < part.begin + part.length; ++i) {
-            const int digit = field[i] - '0';
-            if (digit < 0 || digit > 9)
+            if (!vexdesk::isDigit(field[i]))
                 return false;
-            *number = *number * 10 + digit;
+            *number = *number * 10 + (field[i] - '0');
         }
         ++number;
     }
@@ -101,11 +102,10 @@ QTime FieldPattern::time(QByteArrayView field) const
         return QTime();
     int seconds = 0;
     for (const Part& part : m_parts) {
-        const int tens = field[part.begin] - '0';
-        const int ones = field[part.begin + 1] - '0';
-        if (tens < 0 || tens > 5 || ones < 0 || ones > 9)
+        const int number = vexdesk::readSixtieth(field.data() + part.begin);
+        if (number < 0)
             return QTime();
-        seconds = seconds * 60 + tens * 10 + ones;
+        seconds = seconds * 60 + number;
     }
     constexpr int secondsOfMinute = 60;
     if (m_parts.size() == 2)

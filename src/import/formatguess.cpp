@@ -179,9 +179,11 @@ private:
     Layout layoutOf(const QString& separator, qsizetype fewestFields) const;
     bool isHeader(QByteArrayView line, QByteArrayView separator) const;
 
-    ByRole namedColumns(const Layout& layout) const;
+    QStringList namesOf(const Layout& layout) const;
+    static ByRole namedColumns(const QStringList& names);
     void takeNamed(const SampleBody& body, const ByRole& named);
     void takeNamedPrices(const ByRole& named, const std::map<int, Column>& columns);
+    void noteUnused(const QStringList& names);
     void takeByContent(const SampleBody& body, qsizetype fields);
     void findDateAndTime(ColumnReader& reader, const SampleBody& body, qsizetype fields);
     void findPrices(ColumnReader& reader, const SampleBody& body, qsizetype fields);
@@ -230,13 +232,15 @@ FormatGuess Guessing::run()
     m_guess.hasHeader = layout->hasHeader;
 
     const SampleBody body(m_sample, layout->separator, layout->hasHeader);
-    const ByRole named = namedColumns(*layout);
+    const QStringList names = namesOf(*layout);
+    const ByRole named = namedColumns(names);
     const bool namesPrices = std::any_of(priceRoles.begin(), priceRoles.end(),
                                          [&](ColumnRole role) { return named.contains(role); });
     if (namesPrices)
         takeNamed(body, named);
     else
         takeByContent(body, layout->fields);
+    noteUnused(names);
 
     if (m_dates.empty())
         miss(dateMissing);
@@ -288,22 +292,37 @@ bool Guessing::isHeader(QByteArrayView line, QByteArrayView separator) const
     });
 }
 
-// The leftmost column of each role that the header names.
-Guessing::ByRole Guessing::namedColumns(const Layout& layout) const
+// The names that the header has; none without one.
+QStringList Guessing::namesOf(const Layout& layout) const
+{
+    QStringList names;
+    if (!layout.hasHeader)
+        return names;
+    for (const QByteArrayView name : fieldsOf(m_sample.lines.front().text, layout.separator))
+        names.append(m_sample.isUtf8 ? vexdesk::textFromUtf8(name) : textFromWindows1251(name));
+    return names;
+}
+
+// The leftmost column of each role.
+Guessing::ByRole Guessing::namedColumns(const QStringList& names)
 {
     ByRole named;
-    if (!layout.hasHeader)
-        return named;
-    const std::vector<QByteArrayView> names =
-        fieldsOf(m_sample.lines.front().text, layout.separator);
-    for (size_t column = 0; column < names.size(); ++column) {
-        const QString name = m_sample.isUtf8 ? vexdesk::textFromUtf8(names[column])
-                                             : textFromWindows1251(names[column]);
-        const std::optional<ColumnRole> role = roleOfColumnName(name);
+    for (int column = 0; column < int(names.size()); ++column) {
+        const std::optional<ColumnRole> role = roleOfColumnName(names[column]);
         if (role && !named.contains(*role))
-            named.insert(*role, int(column));
+            named.insert(*role, column);
     }
     return named;
+}
+
+void Guessing::noteUnused(const QStringList& names)
+{
+    const QList<qint32> used = m_guess.columns.values();
+    for (int column = 0; column < int(names.size()); ++column) {
+        const QString name = names[column].trimmed();
+        if (!name.isEmpty() && !used.contains(column))
+            m_guess.unused.append(name);
+    }
 }
 
 // Names alone count: a column is looked at only to know whether it can be what it is called.

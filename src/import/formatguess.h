@@ -43,6 +43,9 @@ struct FormatGuess
     /// Of "date", "oi", "prices", "separator", "time" and "volume", sorted. The volume and the open
     /// interest only where the file names a column for them that holds something else.
     QStringList missing = {};
+    /// What the header calls the columns that are none of `columns`, from left to right, as they
+    /// stand there; those without a name left out.
+    QStringList unused = {};
 
     /// Whether the file can be imported by it: nothing is ambiguous, and nothing but "oi" and
     /// "volume" is missing.

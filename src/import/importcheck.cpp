@@ -269,12 +269,12 @@ private:
     std::unique_ptr<DaysPreview> previewOf(const QString& ticker, const QDir& dir)
     {
         if (m_ways.mode == ImportMode::Replace)
-            return std::make_unique<ReplacePreview>(dir, m_details.timeframe);
+            return std::make_unique<ReplacePreview>(dir, m_details.timeframe, m_series.countsBars);
         ImportDetails details = m_details;
         if (m_hasTickers && m_series.describe)
             m_series.describe(ticker, &details);
         return std::make_unique<MergePreview>(m_bars.path(), details, m_ways, dir, ticker,
-                                              &m_stored, m_stop);
+                                              m_series.countsBars, &m_stored, m_stop);
     }
 
     // One line ends the import of all tickers.

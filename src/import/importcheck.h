@@ -49,10 +49,12 @@ struct CheckedDay
     enum class Outcome { New, Same, Replaced, Merged };
 
     QDate day = {};
-    qint64 bars = 0; ///< the file's, up to where the import ends
-    int stored = 0;  ///< times with a bar now
-    int result = 0;  ///< times with a bar afterwards
-    int lost = 0;    ///< times of the stored bars and the file's that are not among those
+    qint64 bars = 0;  ///< the file's, up to where the import ends
+    int stored = 0;   ///< times with a bar now
+    int result = 0;   ///< times with a bar afterwards
+    int added = 0;    ///< times that had no bar and get one; see CheckedSeries::countsBars
+    int replaced = 0; ///< times whose bar gets other values; likewise
+    int lost = 0;     ///< times of the stored bars and the file's that are not among those
     Outcome outcome = Outcome::New;
 };
 
@@ -107,6 +109,8 @@ struct CheckedSeries
 {
     std::function<QDir(const QString& ticker)> directory;
     SeriesOfTicker describe = {}; ///< see ImportSeries
+    /// Whether `added` and `replaced` are wanted of each day: all its bars are then compared.
+    bool countsBars = false;
 };
 
 /// The same for a file whose details may have a column for tickers, each of which has a series of

@@ -16,15 +16,15 @@ struct Text
 
 } // namespace
 
-Failure cannotOpen(const QString& path)
+Failure cannotOpen(const QString& path, const QString& reason)
 {
-    return {Text::tr("Невозможно открыть файл %1").arg(path)};
+    return {Text::tr("Невозможно открыть файл %1").arg(path), reason};
 }
 
 // Bars that did not reach the disk, because it is full, must not count as imported.
-Failure cannotWrite(const QString& path)
+Failure cannotWrite(const QString& path, const QString& reason)
 {
-    return {Text::tr("Невозможно записать файл %1").arg(path)};
+    return {Text::tr("Невозможно записать файл %1").arg(path), reason};
 }
 
 Failure cannotRead(const QString& path, const QString& reason)
@@ -40,6 +40,11 @@ Failure hasChanged(const QString& path)
 Failure cannotReadDir(const QString& path)
 {
     return {Text::tr("Невозможно прочитать каталог %1").arg(path)};
+}
+
+Failure cannotMakeDir(const QString& path, const QString& reason)
+{
+    return {Text::tr("Невозможно создать каталог %1: %2").arg(path, reason)};
 }
 
 Failure wouldWipe(const QString& path)

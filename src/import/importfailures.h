@@ -6,13 +6,15 @@
 /// Why imports end, as the user is told. Any thread.
 namespace tadata {
 
-vexdesk::Failure cannotOpen(const QString& path);
-vexdesk::Failure cannotWrite(const QString& path);
+/// The texts of these two are what the terminal's plug-in shows; the reason is kept beside them.
+vexdesk::Failure cannotOpen(const QString& path, const QString& reason = {});
+vexdesk::Failure cannotWrite(const QString& path, const QString& reason);
 /// With the reason, which says what went wrong without the file's name.
 vexdesk::Failure cannotRead(const QString& path, const QString& reason);
 /// Somebody has written into the file while it was read.
 vexdesk::Failure hasChanged(const QString& path);
 vexdesk::Failure cannotReadDir(const QString& path);
+vexdesk::Failure cannotMakeDir(const QString& path, const QString& reason);
 /// The input, or the file for rejected lines, is a file of the store that the import writes.
 vexdesk::Failure wouldWipe(const QString& path);
 /// What is wrong with a line of the input, from 1.

@@ -108,12 +108,14 @@ private:
         const QString path = m_dir.filePath(name);
         if (const auto file = vexdesk::fileState(path); file && file->isSameFile(m_input))
             return wouldWipe(path);
-        return output.open(path) ? Outcome() : cannotOpen(path);
+        const Outcome opened = output.open(path);
+        return opened ? Outcome() : cannotOpen(path, opened.message());
     }
 
     static Outcome close(DayFileWriter& output)
     {
-        return output.close() ? Outcome() : cannotWrite(output.path());
+        const Outcome closed = output.close();
+        return closed ? Outcome() : cannotWrite(output.path(), closed.message());
     }
 
     QDir m_dir;

@@ -7,12 +7,22 @@
 
 #include <vexdesk/history/dayfilenames.h>
 
+#include <QtCore/QFile>
 #include <QtCore/QSet>
+
+#include <filesystem>
 
 namespace tadata {
 
 using vexdesk::Outcome;
 using vexdesk::Result;
+
+Outcome makeDirectory(const QDir& directory)
+{
+    std::error_code error;
+    std::filesystem::create_directories(QFile::encodeName(directory.path()).constData(), error);
+    return error ? cannotMakeDir(directory.path(), qt_error_string(error.value())) : Outcome();
+}
 
 Result<QStringList> tickersOf(const QString& path, const ImportDetails& details,
                               const ImportWays& ways, const std::atomic<bool>* stop)

@@ -30,6 +30,10 @@ struct ImportSeries
     SeriesOfTicker describe = {};
 };
 
+/// Makes the directory of a series, for those who replace bars in it. One that is there is left as
+/// it is.
+vexdesk::Outcome makeDirectory(const QDir& directory);
+
 /// The series of a file, as they were given. A plain value.
 struct SeriesDirectories
 {

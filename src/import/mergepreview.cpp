@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "mergepreview.h"
 
+#include "dayvalues.h"
 #include "daywriter.h"
 #include "importfailures.h"
 
@@ -15,12 +16,13 @@ using vexdesk::Result;
 
 MergePreview::MergePreview(const QString& input, const ImportDetails& details,
                            const ImportWays& ways, const QDir& dir, const QString& ticker,
-                           StoredDay* room, const std::atomic<bool>* stop)
+                           bool countsBars, StoredDay* room, const std::atomic<bool>* stop)
     : m_input(input)
     , m_details(details)
     , m_ways(ways)
     , m_dir(dir)
     , m_ticker(ticker)
+    , m_countsBars(countsBars)
     , m_stored(room)
     , m_stop(stop)
 {}
@@ -158,13 +160,30 @@ Outcome MergePreview::lookAt(const QDate& date, const FileDay& bars)
     day.after.day = date;
     day.after.stored = static_cast<int>(m_stored->keyCount());
     day.after.result = static_cast<int>(merged.keyCount);
-    if (merged.isSame)
+    if (merged.isSame) {
         day.after.outcome = CheckedDay::Outcome::Same;
-    else if (m_stored->state())
+    } else if (m_stored->state()) {
         day.after.outcome = CheckedDay::Outcome::Merged;
+        if (m_countsBars)
+            lookAtBars(merged.content, day.after);
+    } else {
+        day.after.added = day.after.result;
+    }
     if (!merged.isSame && m_details.timeframe == vexdesk::secondTimeframe)
         lookAtSums(merged.content, day);
     return Outcome();
+}
+
+void MergePreview::lookAtBars(const QByteArray& content, CheckedDay& day) const
+{
+    DayValues before;
+    for (const DayLine& line : m_stored->lines())
+        before.add(m_stored->textOf(line), day.day);
+    DayValues after;
+    after.addLines(content, day.day);
+    const DayChange change = before.changeTo(after);
+    day.added = change.added;
+    day.replaced = change.replaced;
 }
 
 // Of the minutes that would be derived.

@@ -13,11 +13,12 @@ namespace tadata {
 class MergePreview final : public DaysPreview
 {
 public:
-    /// Of the lines of one ticker, where the details have a column for it. Reads stored days into
+    /// Of the lines of one ticker, where the details have a column for it. Compares the bars of
+    /// days if they are to be counted, see CheckedSeries::countsBars. Reads stored days into
     /// `room`, which must outlive it and may be that of others; once `stop`, which may be null, is
     /// set it fails.
     MergePreview(const QString& input, const ImportDetails& details, const ImportWays& ways,
-                 const QDir& dir, const QString& ticker, StoredDay* room,
+                 const QDir& dir, const QString& ticker, bool countsBars, StoredDay* room,
                  const std::atomic<bool>* stop);
 
     vexdesk::Outcome take(const FileLine& line, const DayInFile& day, bool beginsRun) override;
@@ -42,6 +43,7 @@ private:
     vexdesk::Outcome lookAt(Group& group);
     vexdesk::Outcome collect(Group& group) const;
     vexdesk::Outcome lookAt(const QDate& date, const FileDay& bars);
+    void lookAtBars(const QByteArray& content, CheckedDay& day) const;
     static void lookAtSums(const QByteArray& content, Day& day);
     bool stopAtFirst(QString Day::*fault);
 
@@ -50,6 +52,7 @@ private:
     ImportWays m_ways;
     QDir m_dir;
     QString m_ticker;
+    bool m_countsBars;
     StoredDay* m_stored; ///< the day that was read last
     const std::atomic<bool>* m_stop;
     Days m_days;

@@ -79,4 +79,22 @@ std::optional<QString> separatorOfWord(const QString& word)
     return isNone ? std::nullopt : std::optional(word);
 }
 
+QString modeWord(ImportMode mode)
+{
+    switch (mode) {
+    case ImportMode::Merge:
+        return QStringLiteral("merge");
+    case ImportMode::Fill:
+        return QStringLiteral("fill");
+    case ImportMode::Replace:
+        break;
+    }
+    return QStringLiteral("replace");
+}
+
+QString pointMaker(ImportMode mode)
+{
+    return mode == ImportMode::Replace ? QStringLiteral("import") : modeWord(mode);
+}
+
 } // namespace tadata

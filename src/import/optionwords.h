@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "importways.h"
+
 #include <vexdesk/outcome.h>
 
 #include <QtCore/QMap>
@@ -19,5 +21,12 @@ vexdesk::Result<QMap<qint32, qint32>> columnsOfWord(const QString& word);
 /// The separator that a word such as "comma" stands for, or that it is itself; none for what cannot
 /// be one.
 std::optional<QString> separatorOfWord(const QString& word);
+
+/// "replace", "merge" or "fill".
+QString modeWord(ImportMode mode);
+
+/// What a restore point has as the maker of an import of this mode: its word, but "import" for one
+/// that replaces days.
+QString pointMaker(ImportMode mode);
 
 } // namespace tadata

@@ -4,6 +4,7 @@
 #include "charactersearch.h"
 #include "rounding.h"
 
+#include <vexdesk/history/digits.h>
 #include <vexdesk/securitydirectory.h>
 
 #include <algorithm>
@@ -13,29 +14,11 @@
 
 namespace tadata {
 
+using vexdesk::readDigits;
+
 namespace {
 
-bool isDigit(char character)
-{
-    return character >= '0' && character <= '9';
-}
-
 constexpr bool isLittleEndian = std::endian::native == std::endian::little;
-
-// Digits that make a number of the type whatever they are.
-template <typename Integer>
-bool readDigits(QByteArrayView text, Integer* number)
-{
-    if (text.empty() || text.size() > std::numeric_limits<Integer>::digits10)
-        return false;
-    *number = 0;
-    for (const char character : text) {
-        if (!isDigit(character))
-            return false;
-        *number = *number * 10 + (character - '0');
-    }
-    return true;
-}
 
 // Up to eight characters, digits and maybe a point between two of them, at the end of a word.
 bool isPlainDecimal(QByteArrayView text)
@@ -70,8 +53,8 @@ bool readDecimal(QByteArrayView text, short decimals, decimal* number, bool* isR
 
 PlainLineParser::PlainLineParser(const ImportDetails& details)
     : m_details(details)
-    , m_datePattern(details.dateFormat)
-    , m_timePattern(details.timeFormat)
+    , m_dateForm(details.dateFormat)
+    , m_timeForm(details.timeFormat)
 {
     m_columns.fill(-1);
     bool columnsFit = true;
@@ -89,8 +72,7 @@ PlainLineParser::PlainLineParser(const ImportDetails& details)
         details.separator.size() == 1 && details.separator.front().unicode() < 128;
     if (hasPlainSeparator)
         m_separator = static_cast<char>(details.separator.front().unicode());
-    m_isUsable =
-        columnsFit && hasPlainSeparator && m_datePattern.isPlain() && m_timePattern.isPlain();
+    m_isUsable = columnsFit && hasPlainSeparator;
 }
 
 bool PlainLineParser::parse(QByteArrayView line, BarDescription* bar)
@@ -121,8 +103,9 @@ bool PlainLineParser::readMoment(QByteArrayView line, BarDescription* bar)
     if (!m_isUsable || line.empty() || !split(line) ||
         !readDate(field(ColumnRole::Date), &bar->date))
         return false;
-    bar->time = m_timePattern.time(field(ColumnRole::Time));
-    return bar->time.isValid();
+    const std::optional<QTime> time = m_timeForm.read(field(ColumnRole::Time));
+    bar->time = time.value_or(QTime());
+    return time.has_value();
 }
 
 bool PlainLineParser::split(QByteArrayView line)
@@ -169,13 +152,13 @@ bool PlainLineParser::readDate(QByteArrayView text, QDate* date)
         *date = m_date;
         return true;
     }
-    const std::optional<PlainDate> plain = m_datePattern.date(text);
-    if (!plain || plain->isForQt)
+    const std::optional<QDate> read = m_dateForm.read(text);
+    if (!read)
         return false;
-    *date = plain->date();
+    *date = *read;
     m_dateText = text.toByteArray();
     m_date = *date;
-    return date->isValid();
+    return true;
 }
 
 short PlainLineParser::decimals()

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "bardescription.h"
-#include "fieldpattern.h"
+#include "fieldforms.h"
 #include "importdetails.h"
 
 #include <QtCore/QByteArray>
@@ -14,9 +14,10 @@
 
 namespace tadata {
 
-/// Reads lines of ASCII characters as BarDescription::init reads them, to the same bars, as long as
-/// every field has the form that almost all files have. It says so where one has not; the line is
-/// then init()'s, which also knows what is wrong with it. One thread at a time.
+/// Reads lines as BarDescription::init reads them, to the same bars, as long as they are split by
+/// one ASCII character and their integers are digits. A date or a time that is not digits at fixed
+/// places is read by Qt, that field alone. It says so where a line is not for it; the line is then
+/// init()'s, which also knows what is wrong with it. One thread at a time.
 class PlainLineParser final
 {
 public:
@@ -61,8 +62,8 @@ private:
     bool m_isUsable = false;
     std::array<int, roles> m_columns; ///< by role; -1 for none
     int m_wanted = 0;                 ///< fields, from the line's start
-    FieldPattern m_datePattern;
-    FieldPattern m_timePattern;
+    DateForm m_dateForm;
+    TimeForm m_timeForm;
     std::array<const char*, maxFields + 1>
         m_begins{};        ///< of the line's fields; ends are one before
     QByteArray m_dateText; ///< of the line before, and what it was read as

@@ -7,8 +7,11 @@
 #include <vexdesk/history/dayfilenames.h>
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QStringConverter>
+
+#include <unistd.h>
 
 #include <algorithm>
 
@@ -153,7 +156,7 @@ Outcome BadLines::begin()
     if (!m_lines.open())
         return cannotOpen(m_lines.path());
     if (!m_rejects.open(QIODevice::WriteOnly | QIODevice::NewOnly))
-        return cannotOpen(m_rejects.fileName());
+        return cannotOpen(m_rejects.fileName(), m_rejects.errorString());
     if (Outcome written = write(m_lines.mark()); !written)
         return written;
     return m_hasHeader ? copyLine(1) : Outcome();
@@ -167,17 +170,23 @@ Outcome BadLines::copyLine(qint64 number)
 
 Outcome BadLines::write(const QByteArray& bytes)
 {
-    return m_rejects.write(bytes) == bytes.size() ? Outcome() : cannotWrite(m_rejects.fileName());
+    return m_rejects.write(bytes) == bytes.size() ? Outcome() : notWritten();
+}
+
+Failure BadLines::notWritten() const
+{
+    return cannotWrite(m_rejects.fileName(), m_rejects.errorString());
 }
 
 Outcome BadLines::finish()
 {
     if (!m_rejects.isOpen())
         return {};
-    const bool isWhole = m_rejects.flush();
+    // A closed file no longer knows why it was not written.
+    if (!m_rejects.flush())
+        return notWritten();
     m_rejects.close();
-    return isWhole && m_rejects.error() == QFileDevice::NoError ? Outcome()
-                                                                : cannotWrite(m_rejects.fileName());
+    return m_rejects.error() == QFileDevice::NoError ? Outcome() : notWritten();
 }
 
 Outcome checkRejectsPlace(const QString& rejects, const QList<QDir>& directories)
@@ -186,8 +195,9 @@ Outcome checkRejectsPlace(const QString& rejects, const QList<QDir>& directories
     if (rejects.isEmpty())
         return {};
     // Not only when the first bad line has come, and days have been replaced.
-    if (const QFileInfo place(file.absolutePath()); !place.isDir() || !place.isWritable())
-        return cannotOpen(rejects);
+    const QByteArray place = QFile::encodeName(file.absolutePath()) + "/.";
+    if (::access(place.constData(), W_OK) != 0)
+        return cannotOpen(rejects, qt_error_string());
     if (!vexdesk::isBarFileName(file.fileName()))
         return {};
     const auto isThere = [&file](const QDir& dir) { return isSamePlace(file.absolutePath(), dir); };

@@ -60,6 +60,7 @@ private:
     vexdesk::Outcome begin();
     vexdesk::Outcome copyLine(qint64 number);
     vexdesk::Outcome write(const QByteArray& bytes);
+    vexdesk::Failure notWritten() const;
 
     bool m_passesOver;
     bool m_hasHeader;

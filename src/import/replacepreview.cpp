@@ -2,7 +2,6 @@
 #include "replacepreview.h"
 
 #include "importfailures.h"
-#include "storedtimes.h"
 
 #include <vexdesk/history/dayfilenames.h>
 #include <vexdesk/history/filestate.h>
@@ -12,9 +11,10 @@ namespace tadata {
 using vexdesk::Outcome;
 using vexdesk::Result;
 
-ReplacePreview::ReplacePreview(const QDir& dir, int timeframe)
+ReplacePreview::ReplacePreview(const QDir& dir, int timeframe, bool countsBars)
     : m_dir(dir)
     , m_timeframe(timeframe)
+    , m_countsBars(countsBars)
 {}
 
 Outcome ReplacePreview::take(const FileLine& line, const DayInFile& day, bool beginsRun)
@@ -26,6 +26,8 @@ Outcome ReplacePreview::take(const FileLine& line, const DayInFile& day, bool be
     if (m_day->lastRun)
         m_day->lastRun->insert(secondOf(line.bar.time));
     m_comparison.write(line.bar);
+    if (m_countsBars && m_day->isStored)
+        m_values.add(line.bar);
     if (m_timeframe == vexdesk::secondTimeframe)
         addToMinutes(line);
     return Outcome();
@@ -37,6 +39,8 @@ Outcome ReplacePreview::beginRun(const QDate& date, const DayInFile& file)
         return ended;
     const auto [place, isNew] = m_days.try_emplace(date);
     m_day = &place->second;
+    m_date = date;
+    m_values.clear();
     if (isNew) {
         m_day->file = &file;
         m_day->isStored = !vexdesk::isMissing(pathOf(date));
@@ -55,6 +59,28 @@ Outcome ReplacePreview::endRun()
     if (!isSame)
         return isSame.failure();
     m_day->isSame = *isSame;
+    if (*isSame)
+        return Outcome();
+    return m_countsBars ? lookAtBars() : lookAtTimes();
+}
+
+Outcome ReplacePreview::lookAtTimes()
+{
+    Result<TimesOfDay> stored = storedTimes(pathOf(m_date), m_date);
+    if (!stored)
+        return stored.failure();
+    m_day->stored = std::move(*stored);
+    return Outcome();
+}
+
+Outcome ReplacePreview::lookAtBars()
+{
+    const Result<DayValues> stored = DayValues::ofFile(pathOf(m_date), m_date);
+    if (!stored)
+        return stored.failure();
+    m_day->stored = stored->times();
+    m_day->change = stored->changeTo(m_values);
+    m_values = DayValues();
     return Outcome();
 }
 
@@ -73,16 +99,12 @@ Result<std::vector<CheckedDay>> ReplacePreview::finish()
     if (const Outcome ended = endRun(); !ended)
         return ended.failure();
     std::vector<CheckedDay> days;
-    for (const auto& [date, day] : m_days) {
-        const Result<CheckedDay> after = dayAfter(date, day);
-        if (!after)
-            return after.failure();
-        days.push_back(*after);
-    }
+    for (const auto& [date, day] : m_days)
+        days.push_back(dayAfter(date, day));
     return days;
 }
 
-Result<CheckedDay> ReplacePreview::dayAfter(const QDate& date, const Day& day) const
+CheckedDay ReplacePreview::dayAfter(const QDate& date, const Day& day)
 {
     TimesOfDay all = day.file->times;
     const TimesOfDay& result = day.lastRun ? *day.lastRun : day.file->times;
@@ -91,12 +113,13 @@ Result<CheckedDay> ReplacePreview::dayAfter(const QDate& date, const Day& day) c
         after.outcome = CheckedDay::Outcome::Same;
         after.stored = after.result;
     } else if (day.isStored) {
-        const Result<TimesOfDay> stored = storedTimes(pathOf(date), date);
-        if (!stored)
-            return stored.failure();
         after.outcome = CheckedDay::Outcome::Replaced;
-        after.stored = stored->count();
-        all.unite(*stored);
+        after.stored = day.stored.count();
+        after.added = day.change.added;
+        after.replaced = day.change.replaced;
+        all.unite(day.stored);
+    } else {
+        after.added = after.result;
     }
     after.lost = all.count() - after.result;
     return after;

@@ -32,6 +32,7 @@ private Q_SLOTS:
     void addsUpDistancesExactly();
     void passesOverLinesTooLongForBars();
     void isEnoughWithoutVolume();
+    void saysWhichNamedColumnsItLeavesOut();
     void tellsWhyAFileIsNotRead();
 };
 
@@ -367,6 +368,15 @@ void TestFormatGuess::passesOverLinesTooLongForBars()
     const QByteArray tooLong = good.chopped(1) + QByteArray(100'000, '6') + '\n';
     QCOMPARE(guessOf(good.repeated(19) + tooLong).dateFormat, QStringLiteral("yyyyMMdd"));
     QCOMPARE(guessOf(good.repeated(18) + tooLong).separator, std::nullopt);
+}
+
+void TestFormatGuess::saysWhichNamedColumnsItLeavesOut()
+{
+    const QByteArray line = "20240115;1000;1;2;1;2;10;5;7;8\n";
+    QCOMPARE(
+        guessOf("date;time;open;high;low;close; Объём в шт.;;vol;<PER>\n" + line + line).unused,
+        (QStringList{QStringLiteral("Объём в шт."), QStringLiteral("<PER>")}));
+    QCOMPARE(guessOf(line + line).unused, QStringList());
 }
 
 void TestFormatGuess::isEnoughWithoutVolume()

@@ -2,9 +2,10 @@
 #include "importcheck.h"
 
 #include "barspacing.h"
+#include "dayvalues.h"
 #include "importjob.h"
+#include "problemtitles.h"
 #include "series.h"
-#include "storedtimes.h"
 #include "support/filetree.h"
 #include "support/strictlog.h"
 
@@ -25,6 +26,7 @@
 
 using tadata::CheckedDay;
 using tadata::checkImport;
+using tadata::DayValues;
 using tadata::FileProblem;
 using tadata::ImportCheck;
 using tadata::ProblemKind;
@@ -62,6 +64,7 @@ private Q_SLOTS:
     void takesNoFileOfBadLinesAlone();
     void listsTheProblemsOfALineInOrder();
     void countsTheProblemsThatItDoesNotList();
+    void eachKindOfProblemHasATitleOfItsOwn();
     void saysWhenBarsAreNotOfTheTimeframe_data();
     void saysWhenBarsAreNotOfTheTimeframe();
     void saysWhenDatesAreReadWrongly_data();
@@ -97,6 +100,7 @@ private:
     }
     ImportCheck check(const QByteArray& content, const ImportDetails& details,
                       const ImportWays& ways = {}, qint64 maxProblems = 100) const;
+    std::vector<CheckedDay> countedDays(const ImportDetails& details, const ImportWays& ways) const;
     QString failure(const QString& file, const ImportWays& ways = {}) const;
     std::vector<tadata::TickerCheck> checkTickers(const QByteArray& content,
                                                   const ImportWays& ways = {}) const;
@@ -177,13 +181,25 @@ ImportCheck TestImportCheck::check(const QByteArray& content, const ImportDetail
     writeFile(path("in.csv"), content);
     const auto before = readTree(QDir(m_dir->path()));
     int percent = -1;
-    const auto checked = checkImport(path("in.csv"), details, ways, series(), maxProblems,
-                                     [&percent](int now) { percent = now; });
+    const auto progress = [&percent](int now) { percent = now; };
+    const auto checked =
+        checkImport(path("in.csv"), details, ways, series(), maxProblems, progress);
     if (!checked)
         QTest::qFail(qPrintable(checked.message()), __FILE__, __LINE__);
     if (readTree(QDir(m_dir->path())) != before || percent != 100)
         QTest::qFail("It has written something, or not come to its end", __FILE__, __LINE__);
     return checked.valueOr(ImportCheck());
+}
+
+// Of the file that was checked last.
+std::vector<CheckedDay> TestImportCheck::countedDays(const ImportDetails& details,
+                                                     const ImportWays& ways) const
+{
+    const tadata::CheckedSeries counted{.directory = [this](const QString&) { return series(); },
+                                        .countsBars = true};
+    const auto checks = tadata::checkTickers(
+        path("in.csv"), details, ways, counted, 0, [](int) {}, nullptr);
+    return checks ? checks->front().check.days : std::vector<CheckedDay>();
 }
 
 QString TestImportCheck::failure(const QString& file, const ImportWays& ways) const
@@ -429,6 +445,17 @@ void TestImportCheck::countsTheProblemsThatItDoesNotList()
     QCOMPARE(shownProblems(checked), days("0:1|0:2"));
     QCOMPARE(checked.count(ProblemKind::BadLine), 3);
     QVERIFY(check("bad\n", {}, 0).problems.empty());
+}
+
+void TestImportCheck::eachKindOfProblemHasATitleOfItsOwn()
+{
+    std::set<QString> titles;
+    for (size_t kind = 0; kind < tadata::problemKinds; ++kind)
+        titles.insert(tadata::titleOf(static_cast<ProblemKind>(kind)));
+    QCOMPARE(titles.size(), tadata::problemKinds);
+    QVERIFY(!titles.contains(QString()));
+    QCOMPARE(tadata::titleOf(ProblemKind::DayAgain),
+             QStringLiteral("Файл возвращается к дню, прежние бары дня пропадут"));
 }
 
 void TestImportCheck::saysWhenBarsAreNotOfTheTimeframe_data()
@@ -789,6 +816,7 @@ void TestImportCheck::saysWhatAnImportThenDoes()
     ImportDetails details = detailsOfSeries(2);
     details.timeframe = timeframe;
     QRandomGenerator random(20240115);
+    int replaced = 0;
     for (int i = 0; i < 150; ++i) {
         QDir(series().path()).removeRecursively();
         for (int day = 15; day < 18; ++day) {
@@ -798,6 +826,7 @@ void TestImportCheck::saysWhatAnImportThenDoes()
         }
         const ImportWays ways = waysOf(mode, random.bounded(2) == 0);
         const ImportCheck checked = check(randomFile(random), details, ways);
+        const std::vector<CheckedDay> counted = countedDays(details, ways);
         const auto before = readTree(series());
         QVERIFY(QDir().mkpath(series().path()));
         const auto directory = [this](const QStringList&) {
@@ -807,7 +836,7 @@ void TestImportCheck::saysWhatAnImportThenDoes()
             tadata::importByWays(path("in.csv"), details, ways, {directory}, [](int) {});
         QCOMPARE(result.outcome.message(), checked.stop ? checked.stop->message : QString());
         QMap<QString, CheckedDay> said;
-        for (const CheckedDay& day : checked.days)
+        for (const CheckedDay& day : counted)
             said.insert(vexdesk::dayFileName(day.day, timeframe), day);
         for (int day = 15; day < 18; ++day) {
             const QDate date(2024, 1, day);
@@ -821,10 +850,17 @@ void TestImportCheck::saysWhatAnImportThenDoes()
             const CheckedDay& one = said[name];
             QCOMPARE(!before.contains(name), one.outcome == CheckedDay::Outcome::New);
             QCOMPARE(!changes, one.outcome == CheckedDay::Outcome::Same);
-            QCOMPARE(tadata::storedTimes(file, date).valueOr(tadata::TimesOfDay()).count(),
-                     one.result);
+            DayValues stored;
+            stored.addLines(before.value(name), date);
+            const DayValues now = DayValues::ofFile(file, date).valueOr(DayValues());
+            QCOMPARE(now.times().count(), one.result);
+            const tadata::DayChange change = stored.changeTo(now);
+            QCOMPARE(one.added, change.added);
+            QCOMPARE(one.replaced, change.replaced);
+            replaced += one.replaced;
         }
     }
+    QCOMPARE(replaced > 0, mode != ImportMode::Fill);
 }
 
 void TestImportCheck::saysWhatAnImportOfTickersThenDoes_data()
