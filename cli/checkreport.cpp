@@ -1,22 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "checkreport.h"
 
+#include "optionwords.h"
+
 namespace tadata::cli {
 
 namespace {
-
-QString nameOf(ImportMode mode)
-{
-    switch (mode) {
-    case ImportMode::Merge:
-        return QStringLiteral("merge");
-    case ImportMode::Fill:
-        return QStringLiteral("fill");
-    case ImportMode::Replace:
-        break;
-    }
-    return QStringLiteral("replace");
-}
 
 QString nameOf(ProblemKind kind)
 {
@@ -90,7 +79,7 @@ Json checkReport(const CheckedImport& import, const ImportCheck& check)
                          {QStringLiteral("first"), momentReport(check.first)},
                          {QStringLiteral("last"), momentReport(check.last)},
                          {QStringLiteral("lines"), check.lines},
-                         {QStringLiteral("mode"), nameOf(import.mode)},
+                         {QStringLiteral("mode"), modeWord(import.mode)},
                          {QStringLiteral("problems"), Json::list(check.problems, problemReport)},
                          {QStringLiteral("series"), import.series},
                          {QStringLiteral("spacing"), check.spacing},

@@ -4,6 +4,7 @@
 #include "patterns.h"
 #include "progressbar.h"
 #include "series.h"
+#include "skippedtimes.h"
 
 #include "exportjob.h"
 
@@ -120,12 +121,26 @@ Outcome checkOutput(const ExportDetails& details, const QDir& root)
     return {};
 }
 
+// An interval ends at a moment of this computer's clock, which does not know such times.
+void tellOfSkippedTimes(const ExportDetails& details, const QDir& series)
+{
+    const auto times = skippedTimes(QTimeZone::systemTimeZone(), details.dateFrom, details.dateTo);
+    for (const SkippedTime& skipped : times) {
+        if (hasBarIn(skipped, series, details.storedTimeframe()))
+            printError(Text::tr("%1: часы этого компьютера пропускают время с %2 до %3, и его бары "
+                                "слиты. С TZ=UTC перед командой каждый из них выгружается сам")
+                           .arg(skipped.from.date().toString(Qt::ISODate),
+                                skipped.from.time().toString(Qt::ISODate),
+                                skipped.to.time().toString(Qt::ISODate)));
+    }
+}
+
 ExitCode report(const ExportResult& result)
 {
     for (const QString& path : result.unopened)
         printError(Text::tr("Невозможно открыть файл %1: его баров в выгрузке нет").arg(path));
     if (!result.outcome)
-        printError(result.outcome.message());
+        printError(result.outcome.wholeMessage());
     return result.outcome && result.unopened.isEmpty() ? ExitCode::Success : ExitCode::Failure;
 }
 
@@ -153,7 +168,12 @@ ExitCode runExport(const CommandLine& line)
             return fail(loaded.message());
     }
     setSeries(details, codes);
-    return report(runJob(details, today, [&] { return makeSeriesDirIn(store, codes); }));
+    const ExportResult result =
+        runJob(details, today, [&] { return makeSeriesDirIn(store, codes); });
+    if (result.outcome)
+        tellOfSkippedTimes(
+            details, QDir(vexdesk::seriesPath(root, codes.stock, codes.board, codes.security)));
+    return report(result);
 }
 
 // One end of the interval, of which both must be given.

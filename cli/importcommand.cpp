@@ -4,6 +4,8 @@
 #include "interruption.h"
 #include "storework.h"
 
+#include "optionwords.h"
+
 namespace tadata::cli {
 
 using vexdesk::StoreJobSettings;
@@ -24,8 +26,7 @@ SeriesPattern parseManySeries(const CommandLine& line)
 // What surrounds the work of this command line.
 StoreJobSettings importSettings(const CommandLine& line, ImportMode mode)
 {
-    const QString by = mode == ImportMode::Replace ? QStringLiteral("import") : line.text("mode");
-    StoreJobSettings settings = storeJobSettings(line, by, line.positional());
+    StoreJobSettings settings = storeJobSettings(line, pointMaker(mode), line.positional());
     settings.makesPoint = !line.isSet("no-restore-point");
     settings.needsPoint = line.isSet("undo-on-error");
     settings.stop = Interruption::flag();

@@ -107,14 +107,6 @@ struct ImportCommand
     ImportStore& store;
 };
 
-// Nothing but a layout: for such a file the job of the terminal's plug-in does.
-bool isPlainReplace(const FileToImport& file, const ImportWays& ways)
-{
-    return ways.mode == ImportMode::Replace && ways.clock.changesNothing() &&
-           !ways.passesOverBad() &&
-           !file.details.columns.contains(static_cast<qint32>(ColumnRole::Ticker));
-}
-
 // The series of these tickers, once the reference data know all of them.
 Result<QList<SeriesCodes>> seriesOf(const FileToImport& file, const QStringList& tickers,
                                     KnownSeries& known)
@@ -138,13 +130,6 @@ ImportResult runJob(const FileToImport& file, ImportCommand& command, const Prog
         const Result<QList<SeriesCodes>> series = seriesOf(file, tickers, command.known);
         return series ? command.store.directories(*series) : series.failure();
     };
-    if (isPlainReplace(file, command.request.ways)) {
-        const auto directory = [&directories]() -> Result<QDir> {
-            const Result<QList<QDir>> found = directories({QString()});
-            return found ? Result<QDir>(found->first()) : found.failure();
-        };
-        return importBars(file.path, file.details, directory, progress, surroundings);
-    }
     const ImportSeries series{
         .directories = directories,
         .describe = [&](const QString& ticker, TADataDescription* description) {
@@ -183,7 +168,7 @@ QStringList firstBadLine(const FileToImport& file, const ImportCommand& command)
 void addFailure(const FileToImport& file, const ImportCommand& command, FileReport& report)
 {
     const QString message = report.result.outcome.message();
-    report.errors.append(message);
+    report.errors.append(report.result.outcome.wholeMessage());
     if (Interruption::flag()->load())
         return;
     // Others are not about a line of the file.

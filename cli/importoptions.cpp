@@ -181,6 +181,9 @@ Result<FileLayout> guessedLayout(const CommandLine& line, const QString& file)
         refuseGuess(file, *guess);
     QStringList note{Text::tr("Взято для файла %1: %2").arg(escaped(file), guessedOptions(*guess))};
     note += guessTroubles(*guess);
+    if (!guess->unused.isEmpty())
+        note.append(Text::tr("Столбцы, которые не взяты: %1; нужный называют в --columns")
+                        .arg(escaped(guess->unused.join(QStringLiteral(", ")))));
     if (guess->decimals && !line.isSet("decimals"))
         note.append(Text::tr("Для инструмента, которого нет в справочнике: --decimals %1")
                         .arg(*guess->decimals));

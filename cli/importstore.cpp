@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "importstore.h"
 
+#include "importseries.h"
 #include "storework.h"
 
 #include <vexdesk/history/storepaths.h>
@@ -30,8 +31,7 @@ Outcome ImportStore::beginLocked(const QList<SeriesCodes>& series)
     QStringList names;
     for (const SeriesCodes& codes : series)
         names.append(codes.name());
-    const QDir root = m_root ? QDir(*m_root) : vexdesk::storePlace();
-    m_begun = m_job.begin(root, vexdesk::sortedByCodePoint(names));
+    m_begun = m_job.begin(root(), vexdesk::sortedByCodePoint(names));
     return *m_begun;
 }
 
@@ -42,12 +42,17 @@ Result<QList<QDir>> ImportStore::directories(const QList<SeriesCodes>& series)
         return begun.failure();
     QList<QDir> directories;
     for (const SeriesCodes& codes : series) {
-        if (m_makesDirectories)
-            directories.append(makeSeriesDirIn(m_root, codes));
-        else
-            directories.append(seriesDirIn(m_root ? QDir(*m_root) : vexdesk::storePlace(), codes));
+        directories.append(seriesDirIn(root(), codes));
+        if (Outcome made = m_makesDirectories ? makeDirectory(directories.last()) : Outcome();
+            !made)
+            return made.failure();
     }
     return directories;
+}
+
+QDir ImportStore::root() const
+{
+    return m_root ? QDir(*m_root) : vexdesk::storePlace();
 }
 
 Outcome ImportStore::keep(const QStringList& paths)

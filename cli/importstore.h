@@ -23,7 +23,8 @@ public:
     /// Takes the locks; nothing else of the store is touched. Only the first call does anything,
     /// and all say what came of it.
     vexdesk::Outcome begin(const QList<SeriesCodes>& series);
-    /// Begins, if that is still to be done, and gives the directories of these series.
+    /// Begins, if that is still to be done, and gives the directories of these series. Fails where
+    /// one cannot be made.
     vexdesk::Result<QList<QDir>> directories(const QList<SeriesCodes>& series);
     vexdesk::Outcome keep(const QStringList& paths) override;
 
@@ -32,6 +33,7 @@ public:
 
 private:
     vexdesk::Outcome beginLocked(const QList<SeriesCodes>& series);
+    QDir root() const;
 
     std::optional<QString> m_root;
     bool m_makesDirectories;

@@ -17,13 +17,27 @@ extern "C" void noteSignal(int number)
     isInterrupted = true;
 }
 
-void setHandlers(void (*handler)(int))
+void setHandler(int number, void (*handler)(int))
 {
     struct sigaction action = {};
     action.sa_handler = handler;
     action.sa_flags = SA_RESTART;
+    ::sigaction(number, &action, nullptr);
+}
+
+// By nohup, for what is to go on without its terminal.
+bool isIgnored(int number)
+{
+    struct sigaction action = {};
+    return ::sigaction(number, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
+void setHandlers(void (*handler)(int))
+{
     for (const int number : {SIGINT, SIGTERM})
-        ::sigaction(number, &action, nullptr);
+        setHandler(number, handler);
+    if (!isIgnored(SIGHUP))
+        setHandler(SIGHUP, handler);
 }
 
 } // namespace
@@ -46,6 +60,8 @@ const std::atomic<bool>* Interruption::flag()
 std::optional<ExitCode> Interruption::exitCode()
 {
     switch (interruptedBy) {
+    case SIGHUP:
+        return ExitCode::HungUp;
     case SIGINT:
         return ExitCode::Interrupted;
     case SIGTERM:

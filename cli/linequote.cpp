@@ -86,6 +86,13 @@ QString wrongNumber(const LineFault& fault, const QString& field)
     return said;
 }
 
+// No date that is wrong: without its line a bar would be lost.
+bool isName(const QString& field)
+{
+    return std::any_of(field.cbegin(), field.cend(), [](QChar c) { return c.isLetter(); }) &&
+           std::none_of(field.cbegin(), field.cend(), [](QChar c) { return c.isDigit(); });
+}
+
 QString advice(const LineFault& fault, const QString& field, qint64 number,
                const ImportDetails& details)
 {
@@ -93,7 +100,7 @@ QString advice(const LineFault& fault, const QString& field, qint64 number,
     case ColumnRole::None:
         return fault.columns < fault.wanted ? missingColumns(fault) : QString();
     case ColumnRole::Date:
-        if (number == 1 && fault.fitting.isEmpty())
+        if (number == 1 && isName(field))
             return Text::tr("date: нужно %1; похоже на заголовок: уберите --no-header")
                 .arg(details.dateFormat);
         return wrongForm(fault, details.dateFormat, "date-format");

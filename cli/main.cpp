@@ -12,6 +12,7 @@
 #include <QtCore/QLocale>
 #include <QtCore/QTranslator>
 
+#include <csignal>
 #include <memory>
 #include <vector>
 
@@ -69,6 +70,8 @@ ExitCode run(const QStringList& words)
 
 int main(int argc, char* argv[])
 {
+    // A file that may not become larger is told as any other that cannot be written.
+    std::signal(SIGXFSZ, SIG_IGN);
     const QCoreApplication application(argc, argv);
     vexdesk::setApplicationIdentity();
     const auto translations = installTranslations();

@@ -12,7 +12,8 @@ enum class ExitCode {
     Success = 0,
     Failure = 1,       ///< the work could not be done; standard error says why
     WrongUsage = 2,    ///< the command line is wrong; nothing was done
-    Interrupted = 130, ///< by SIGINT, as a shell says it
+    HungUp = 129,      ///< by SIGHUP, as a shell says it: its terminal has gone
+    Interrupted = 130, ///< by SIGINT
     Terminated = 143,  ///< by SIGTERM
 };
 

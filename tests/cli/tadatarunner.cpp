@@ -21,9 +21,10 @@ Outcome succeeded(const QByteArray& out)
     return {0, out, QByteArray()};
 }
 
-Outcome failed(const QString& message)
+Outcome failed(const QString& message, int error)
 {
-    return {1, QByteArray(), message.toUtf8() + '\n'};
+    const QString reason = error == 0 ? QString() : QStringLiteral(": ") + qt_error_string(error);
+    return {1, QByteArray(), (message + reason + u'\n').toUtf8()};
 }
 
 Outcome messageOf(const Outcome& outcome)

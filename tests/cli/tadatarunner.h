@@ -25,8 +25,8 @@ char* toString(const Outcome& outcome);
 
 /// Exit code 0 and this output. Success is silent on standard error.
 Outcome succeeded(const QByteArray& out = QByteArray());
-/// Exit code 1 and one message on standard error.
-Outcome failed(const QString& message);
+/// Exit code 1 and one message on standard error, with what the system says of this error.
+Outcome failed(const QString& message, int error = 0);
 /// A run without the lines that quote a wrong line of its input, below the message about it.
 Outcome messageOf(const Outcome& outcome);
 /// Exit code 2: the command line is wrong, with a hint.

@@ -123,6 +123,10 @@ void TestLineQuote::knowsAHeader()
     const QString header = QStringLiteral("d,t,o,h,l,c,v,m,i");
     QVERIFY(tadata::cli::quotedLine(header, 1, details(), 80)
                 .endsWith(QStringLiteral("похоже на заголовок: уберите --no-header")));
+    // A bar whose date is wrong is a bar.
+    for (const char* line : {"20230229,100000,1,1,1,1,1,1,1", "9.02.24,100000,1,1,1,1,1,1,1"})
+        QVERIFY(!tadata::cli::quotedLine(QString::fromUtf8(line), 1, details(), 80)
+                     .contains(QStringLiteral("заголовок")));
     QVERIFY(
         !tadata::cli::quotedLine(header, 2, details(), 80).contains(QStringLiteral("заголовок")));
 }

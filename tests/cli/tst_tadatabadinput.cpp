@@ -15,6 +15,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
+
 using namespace testsupport;
 
 namespace {
@@ -36,6 +38,13 @@ QString cannotWrite(const QString& path)
 {
     return QStringLiteral("Невозможно записать файл %1").arg(path);
 }
+
+QString cannotMake(const QString& directory)
+{
+    return QStringLiteral("Невозможно создать каталог %1").arg(directory);
+}
+
+const QString isNoFile = QStringLiteral(": это не обычный файл");
 
 QString lineError(int number, const QString& what)
 {
@@ -83,6 +92,7 @@ private Q_SLOTS:
     void firstFaultOfALineIsTold_data();
     void firstFaultOfALineIsTold();
     void headerCountsAsALine();
+    void fileThatMayNotBecomeLarger();
     void wrongLineEndsTheMinutesToo();
 
     void binaryInputIsRefused();
@@ -92,6 +102,7 @@ private Q_SLOTS:
     void directoryInPlaceOfADayFileStopsTheImport();
     void directoryInPlaceOfAMinuteFileStopsTheImport();
     void readOnlyDirectoryStopsTheImport();
+    void readOnlyStoreStopsTheImport();
     void tooLongNameStopsTheImport();
     void fullDiskIsNoSuccess_data();
     void fullDiskIsNoSuccess();
@@ -241,7 +252,7 @@ void TadataBadInputTest::pipeInPlaceOfADayFileStopsTheImport()
 {
     const QString pipe = storePath(::stored("20240116_60.iss"));
     QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
-    QCOMPARE(import(QByteArray(firstDay) + secondDay), failed(cannotOpen(pipe)));
+    QCOMPARE(import(QByteArray(firstDay) + secondDay), failed(cannotOpen(pipe) + isNoFile));
     QCOMPARE(readFile(storePath(::stored("20240115_60.iss"))), QByteArray(firstRecord));
     QVERIFY(QFile::remove(pipe));
 }
@@ -481,6 +492,25 @@ void TadataBadInputTest::firstFaultOfALineIsTold()
     QCOMPARE(stored(), m_earlier);
 }
 
+// By a limit of the shell's; the system's signal for it would end the program without a word.
+void TadataBadInputTest::fileThatMayNotBecomeLarger()
+{
+    QByteArray lines;
+    for (int minute = 0; minute < 60; ++minute)
+        lines +=
+            "20240115," + QByteArray::number(100'000 + minute * 100) + ",1.5,1.7,1.4,1.6,1,1,1\n";
+    writeFile(path("bars.csv"), lines);
+    const QStringList limited{QStringLiteral("-c"), QStringLiteral("ulimit -f 1 && exec \"$@\""),
+                              QStringLiteral("bash"), tadataProgram()};
+    const Outcome outcome =
+        runProgram(QStringLiteral("bash"),
+                   limited + importLine(path("bars.csv"),
+                                        {QStringLiteral("--columns"), QLatin1String(allColumns)}));
+    QCOMPARE(outcome.exitCode, 1);
+    const QString file = path("store") + u'/' + ::stored("20240115_60.iss");
+    QVERIFY2(QString::fromUtf8(outcome.err).contains(cannotWrite(file)), outcome.err.constData());
+}
+
 void TadataBadInputTest::headerCountsAsALine()
 {
     QCOMPARE(messageOf(import("header\nwrong\n", words("header"))), failed(tooFewColumns(2)));
@@ -540,7 +570,7 @@ void TadataBadInputTest::fileInPlaceOfADirectoryStopsTheImport()
     const auto before = readTree(QDir(m_dir->path()));
 
     QCOMPARE(importFile(input, words("--store") << path(QStringLiteral("other"))),
-             failed(cannotOpen(path(QStringLiteral("other/NORD/MAIN/ALFA/20240115_60.iss")))));
+             failed(cannotMake(path(QStringLiteral("other/NORD/MAIN/ALFA"))), ENOTDIR));
     QCOMPARE(readTree(QDir(m_dir->path())), before);
 }
 
@@ -548,7 +578,7 @@ void TadataBadInputTest::directoryInPlaceOfADayFileStopsTheImport()
 {
     QVERIFY(QDir().mkpath(storePath(::stored("20240116_60.iss"))));
     QCOMPARE(import(QByteArray(firstDay) + secondDay + firstDay),
-             failed(cannotOpen(storePath(::stored("20240116_60.iss")))));
+             failed(cannotOpen(storePath(::stored("20240116_60.iss"))) + isNoFile));
     Tree expected = m_earlier;
     expected.insert(::stored("20240115_60.iss"), firstRecord);
     QCOMPARE(stored(), expected);
@@ -559,7 +589,7 @@ void TadataBadInputTest::directoryInPlaceOfAMinuteFileStopsTheImport()
 {
     QVERIFY(QDir().mkpath(storePath(::stored("20240116_60"))));
     QCOMPARE(import(QByteArray(firstDay) + secondDay + firstDay, words("--timeframe 1")),
-             failed(cannotOpen(storePath(::stored("20240116_60")))));
+             failed(cannotOpen(storePath(::stored("20240116_60"))) + isNoFile));
     // The day file had been opened by then, and nothing was written to it.
     Tree expected = m_earlier;
     expected.insert(::stored("20240115_1.iss"), firstRecord);
@@ -577,8 +607,23 @@ void TadataBadInputTest::readOnlyDirectoryStopsTheImport()
     QVERIFY(QFile::setPermissions(dir, QFile::ReadOwner | QFile::ExeOwner));
     const Outcome outcome = import(firstDay);
     QVERIFY(QFile::setPermissions(dir, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
-    QCOMPARE(outcome, failed(cannotOpen(storePath(::stored("20240115_60.iss")))));
+    QCOMPARE(outcome, failed(cannotOpen(storePath(::stored("20240115_60.iss"))), EACCES));
     QCOMPARE(stored(), m_earlier);
+}
+
+void TadataBadInputTest::readOnlyStoreStopsTheImport()
+{
+    m_dir.reset();
+    const OtherUser nobody;
+    init(); // in a directory of his own
+    const QString store = path(QStringLiteral("locked"));
+    QVERIFY(QDir().mkpath(store));
+    QVERIFY(QFile::setPermissions(store, QFile::ReadOwner | QFile::ExeOwner));
+    const QString input = path(QStringLiteral("bars.csv"));
+    writeFile(input, firstDay);
+    const Outcome outcome = importFile(input, words("--store") << store);
+    QVERIFY(QFile::setPermissions(store, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    QCOMPARE(outcome, failed(cannotMake(store + QStringLiteral("/NORD/MAIN/ALFA")), EACCES));
 }
 
 void TadataBadInputTest::tooLongNameStopsTheImport()
@@ -628,7 +673,7 @@ void TadataBadInputTest::fullDiskIsNoSuccess()
     // Some file systems say it only when the file is closed.
     for (const char* call : {"write", "close"}) {
         m_environment = faultyEnvironment(QLatin1String(call), storePath(full), ENOSPC);
-        QCOMPARE(import(content, options), failed(cannotWrite(storePath(full))));
+        QCOMPARE(import(content, options), failed(cannotWrite(storePath(full)), ENOSPC));
     }
 
     // The day before stays as written.

@@ -11,6 +11,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
+
 using namespace testsupport;
 
 namespace {
@@ -44,6 +46,8 @@ private Q_SLOTS:
 
     void leavesTheOutputAloneWhenNothingIsToBeExported();
     void namesDaysThatCannotBeOpened();
+    void namesTimesThatTheClockSkips_data();
+    void namesTimesThatTheClockSkips();
     void aReadErrorIsNotTheEnd_data();
     void aReadErrorIsNotTheEnd();
     void aDiskThatSaysAtTheEndThatItIsFullIsNoSuccess();
@@ -259,6 +263,40 @@ void TadataExportTest::namesDaysThatCannotBeOpened()
     QVERIFY(!written().isNull() && written() != whole);
 }
 
+void TadataExportTest::namesTimesThatTheClockSkips_data()
+{
+    QTest::addColumn<QString>("zone");
+    QTest::addColumn<QByteArray>("time");
+    QTest::addColumn<QString>("said");
+    const auto row = [](const char* name, const char* zone, const char* time,
+                        const char* said = nullptr) {
+        QTest::newRow(name) << QString::fromLatin1(zone) << QByteArray(time)
+                            << QString::fromUtf8(said);
+    };
+    constexpr char skipped[] = "2024-03-31: часы этого компьютера пропускают время с 02:00:00 до "
+                               "03:00:00, и его бары слиты. С TZ=UTC перед командой каждый из них "
+                               "выгружается сам\n";
+    row("first skipped", "Europe/Berlin", "020000", skipped);
+    row("last skipped", "Europe/Berlin", "025900", skipped);
+    row("before", "Europe/Berlin", "015900");
+    row("after", "Europe/Berlin", "030000");
+    row("a clock without summer", "UTC", "023000");
+}
+
+void TadataExportTest::namesTimesThatTheClockSkips()
+{
+    QFETCH(const QString, zone);
+    QFETCH(const QByteArray, time);
+    QFETCH(const QString, said);
+    writeFile(path("store/NORD/MAIN/ALFA/20240331_60.iss"), time + ";1;1;1;1;1;1;1\n");
+    QProcessEnvironment environment = plainEnvironment();
+    environment.insert(QStringLiteral("TZ"), zone);
+    const QStringList days = words("--from 2024-03-31 --to 2024-03-31");
+    const Outcome outcome = runTadata(exportLine(path("out.txt"), days), environment);
+    QCOMPARE(outcome, (Outcome{0, {}, said.toUtf8()}));
+    QVERIFY(!written().isEmpty());
+}
+
 void TadataExportTest::aReadErrorIsNotTheEnd_data()
 {
     QTest::addColumn<QString>("file");
@@ -288,7 +326,8 @@ void TadataExportTest::aDiskThatSaysAtTheEndThatItIsFullIsNoSuccess()
     const Outcome outcome =
         runTadata(exportLine(path("out.txt")),
                   faultyEnvironment(QStringLiteral("close"), QStringLiteral("/out.txt"), EDQUOT));
-    QCOMPARE(outcome, failed(QStringLiteral("Невозможно записать файл ") + path("out.txt")));
+    QCOMPARE(outcome,
+             failed(QStringLiteral("Невозможно записать файл ") + path("out.txt"), EDQUOT));
 }
 
 void TadataExportTest::refusesDayFilesOfItsStoreAsOutput_data()
@@ -372,29 +411,31 @@ void TadataExportTest::namesWhatCannotBeOpened_data()
 {
     QTest::addColumn<QString>("options");
     QTest::addColumn<QString>("message");
+    QTest::addColumn<int>("error");
     QTest::newRow("output in a missing directory")
         << QStringLiteral("DIR/missing/out.txt --store DIR/store")
-        << QStringLiteral("Невозможно открыть файл DIR/missing/out.txt");
+        << QStringLiteral("Невозможно открыть файл DIR/missing/out.txt") << ENOENT;
     QTest::newRow("output that is a directory")
         << QStringLiteral("DIR/store --store DIR/store")
-        << QStringLiteral("Невозможно открыть файл DIR/store");
+        << QStringLiteral("Невозможно открыть файл DIR/store") << EISDIR;
     QTest::newRow("missing store") << QStringLiteral("DIR/out.txt --store DIR/nowhere")
-                                   << QStringLiteral("Нет каталога DIR/nowhere");
+                                   << QStringLiteral("Нет каталога DIR/nowhere") << 0;
     QTest::newRow("missing deals")
         << QStringLiteral("DIR/out.txt --store DIR/store --deals DIR/nowhere")
-        << QStringLiteral("Невозможно открыть файл DIR/nowhere");
+        << QStringLiteral("Невозможно открыть файл DIR/nowhere") << 0;
     QTest::newRow("deals that are a pipe")
         << QStringLiteral("DIR/out.txt --store DIR/store --deals DIR/pipe")
-        << QStringLiteral("Невозможно открыть файл DIR/pipe");
+        << QStringLiteral("Невозможно открыть файл DIR/pipe") << 0;
     QTest::newRow("reference that is a pipe")
         << QStringLiteral("DIR/out.txt --store DIR/store --reference DIR/pipe")
-        << QStringLiteral("Невозможно открыть файл DIR/pipe");
+        << QStringLiteral("Невозможно открыть файл DIR/pipe") << 0;
     QTest::newRow("deals that are a directory")
         << QStringLiteral("DIR/out.txt --store DIR/store --deals DIR/store")
-        << QStringLiteral("Невозможно открыть файл DIR/store");
+        << QStringLiteral("Невозможно открыть файл DIR/store") << 0;
     if (QFile::exists(QStringLiteral("/dev/full"))) {
-        QTest::newRow("full disk") << QStringLiteral("/dev/full --store DIR/store")
-                                   << QStringLiteral("Невозможно записать файл /dev/full");
+        QTest::newRow("full disk")
+            << QStringLiteral("/dev/full --store DIR/store")
+            << QStringLiteral("Невозможно записать файл /dev/full") << ENOSPC;
     }
 }
 
@@ -402,12 +443,13 @@ void TadataExportTest::namesWhatCannotBeOpened()
 {
     QFETCH(QString, options);
     QFETCH(QString, message);
+    QFETCH(const int, error);
     options.replace(QStringLiteral("DIR"), m_dir->path());
     message.replace(QStringLiteral("DIR"), m_dir->path());
     QCOMPARE(::mkfifo(QFile::encodeName(path("pipe")).constData(), 0600), 0);
     QStringList line = options.split(u' ');
     const QString output = line.takeFirst();
-    QCOMPARE(runTadata(exportLine(output, line)), failed(message));
+    QCOMPARE(runTadata(exportLine(output, line)), failed(message, error));
     QVERIFY(!QFile::exists(path("out.txt")));
 }
 

@@ -18,6 +18,7 @@ private Q_SLOTS:
     void printsTheCommandToUse_data();
     void printsTheCommandToUse();
     void itsCommandImportsTheFile();
+    void anImportNamesTheColumnsThatItLeavesOut();
     void printsJsonAndNothingElse();
     void printsEveryAlternative();
     void saysWhatIsMissing_data();
@@ -101,6 +102,18 @@ void TadataGuessTest::itsCommandImportsTheFile()
     QCOMPARE(runTadata(line, plainEnvironment(), m_dir->path()), succeeded());
     QCOMPARE(stored().value(QStringLiteral("NORD/MAIN/ALFA/20140505_60.iss")),
              "100100;1.38;1.40;1.37;1.39;7;0.00;0\n100200;1.39;1.40;1.37;1.38;0;0.00;0\n");
+}
+
+void TadataGuessTest::anImportNamesTheColumnsThatItLeavesOut()
+{
+    writeFile(path("file.csv"),
+              "date,time,open,high,low,close,Объём в шт.\n20240115,1000,1,2,1,2,5\n");
+    const Outcome outcome =
+        runTadata(words("import --series A/B/C --store") << path("store") << path("file.csv"));
+    QCOMPARE(outcome.exitCode, 0);
+    QVERIFY2(outcome.err.contains("Столбцы, которые не взяты: Объём в шт.; нужный называют в "
+                                  "--columns\n"),
+             outcome.err.constData());
 }
 
 void TadataGuessTest::printsJsonAndNothingElse()

@@ -5,6 +5,7 @@
 #include "commandtest.h"
 
 #include "support/filetree.h"
+#include "support/instrumented.h"
 
 #include <QtTest/QTest>
 
@@ -13,14 +14,6 @@
 using namespace testsupport;
 
 namespace {
-
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool isInstrumented = true;
-#elif defined(__has_feature)
-constexpr bool isInstrumented = __has_feature(address_sanitizer) || __has_feature(thread_sanitizer);
-#else
-constexpr bool isInstrumented = false;
-#endif
 
 // An instrumented allocator moves the whole line each time that it grows by one block of the file,
 // which is a matter of minutes for the larger one.
