@@ -3,8 +3,6 @@
 
 #include "support/filetree.h"
 
-#include <vexdesk/history/storejob.h>
-
 #include <QtTest/QTest>
 
 namespace testsupport {
@@ -16,10 +14,16 @@ void verify(const vexdesk::Outcome& outcome)
     QVERIFY2(outcome, qPrintable(outcome.message()));
 }
 
+QString newestPoint(const QDir& root)
+{
+    const auto points = vexdesk::restorePoints(*vexdesk::restorePlace(root));
+    return points ? points->newest : QString();
+}
+
 } // namespace
 
-QString changeStore(const QDir& root, const QString& by, const StoreFiles& files,
-                    const QStringList& source)
+std::unique_ptr<vexdesk::StoreJob> beginCommand(const QDir& root, const QString& by,
+                                                const StoreFiles& files, const QStringList& source)
 {
     QStringList series;
     QStringList paths;
@@ -27,9 +31,10 @@ QString changeStore(const QDir& root, const QString& by, const StoreFiles& files
         series.append(file.key().section(u'/', 0, 2));
         paths.append(root.filePath(file.key()));
     }
-    vexdesk::StoreJob job({.by = by, .source = source});
-    verify(job.begin(root, vexdesk::sortedByCodePoint(series)));
-    verify(job.keeper()->keep(paths));
+    auto job =
+        std::make_unique<vexdesk::StoreJob>(vexdesk::StoreJobSettings{.by = by, .source = source});
+    verify(job->begin(root, vexdesk::sortedByCodePoint(series)));
+    verify(job->keeper()->keep(paths));
     for (auto file = files.cbegin(); file != files.cend(); ++file) {
         const QString path = root.filePath(file.key());
         if (file.value().isNull())
@@ -37,9 +42,20 @@ QString changeStore(const QDir& root, const QString& by, const StoreFiles& files
         else
             writeFile(path, file.value());
     }
-    verify(job.end());
-    const auto points = vexdesk::restorePoints(*vexdesk::restorePlace(root));
-    return points ? points->newest : QString();
+    return job;
+}
+
+QString changeStore(const QDir& root, const QString& by, const StoreFiles& files,
+                    const QStringList& source)
+{
+    verify(beginCommand(root, by, files, source)->end());
+    return newestPoint(root);
+}
+
+QString interruptCommand(const QDir& root, const QString& by, const StoreFiles& files)
+{
+    beginCommand(root, by, files).reset();
+    return newestPoint(root);
 }
 
 } // namespace testsupport

@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <vexdesk/history/storejob.h>
+
 #include <QtCore/QByteArray>
 #include <QtCore/QMap>
 #include <QtCore/QString>
+
+#include <memory>
 
 class QDir;
 
@@ -16,5 +20,12 @@ using StoreFiles = QMap<QString, QByteArray>;
 /// point of this maker, whose id comes back. Fails the test when it cannot.
 QString changeStore(const QDir& root, const QString& by, const StoreFiles& files,
                     const QStringList& source = {});
+/// The same with a command that has not ended: it is at work as long as the object is there, and
+/// then it was killed.
+std::unique_ptr<vexdesk::StoreJob> beginCommand(const QDir& root, const QString& by,
+                                                const StoreFiles& files,
+                                                const QStringList& source = {});
+/// One that was killed already.
+QString interruptCommand(const QDir& root, const QString& by, const StoreFiles& files);
 
 } // namespace testsupport

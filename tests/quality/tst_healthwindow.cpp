@@ -15,6 +15,7 @@
 #include "support/textcheck.h"
 #include "support/userhands.h"
 
+#include <QtCore/QLocale>
 #include <QtCore/QScopeGuard>
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QAccessible>
@@ -29,6 +30,7 @@
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QTreeView>
 
+#include <cerrno>
 #include <memory>
 
 using tadata::SeriesMoment;
@@ -60,8 +62,11 @@ private Q_SLOTS:
     void showsThePlaceInTheChart();
     void saysWhyNoChartIsShown_data();
     void saysWhyNoChartIsShown();
+    void isToldLaterWhatIsShown();
     void asksToFillTheSeries();
     void savesTheListForTheBroker();
+    void saysThatTheListIsNotWhole();
+    void asksForNoFileWhereNothingIsMissing();
     void saysWhereTheListCannotBeSaved();
     void followsTheStore();
     void isReachedByKeysAlone();
@@ -87,6 +92,8 @@ private:
     std::unique_ptr<HealthWindow> m_window;
     QList<SeriesMoment> m_places;
     HealthWindow::Shown m_answer = HealthWindow::Shown::Yes;
+    HealthWindow::Told m_told;
+    bool m_isAnswerAwaited = false;
 };
 
 void TestHealthWindow::init()
@@ -96,6 +103,8 @@ void TestHealthWindow::init()
     m_dir = std::make_unique<QTemporaryDir>();
     m_places.clear();
     m_answer = HealthWindow::Shown::Yes;
+    m_isAnswerAwaited = false;
+    QLocale::setDefault(QLocale::c()); // numbers and dates
     testsupport::makeIllStore(root());
 }
 
@@ -111,10 +120,13 @@ void TestHealthWindow::open()
 {
     m_book = std::make_unique<tadata::HealthBook>(root());
     m_book->setPauses(std::chrono::milliseconds(20), 0);
-    m_window = std::make_unique<HealthWindow>(m_book.get(), [this](const SeriesMoment& place) {
-        m_places.append(place);
-        return m_answer;
-    });
+    m_window = std::make_unique<HealthWindow>(
+        m_book.get(), [this](const SeriesMoment& place, const HealthWindow::Told& told) {
+            m_places.append(place);
+            m_told = told;
+            if (!m_isAnswerAwaited)
+                told(m_answer);
+        });
     m_window->show();
     QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
     EVENTUALLY(m_book->isKnown());
@@ -217,7 +229,8 @@ void TestHealthWindow::showsTheFaultsOfADay()
     QCOMPARE(calendar()->day(), gapDay);
     QCOMPARE(view("remarks")->model()->index(0, RemarksModel::What).data().toString(),
              QStringLiteral("Нет баров с 10:20 по 10:29 (10)"));
-    QVERIFY2(label("day").contains(QStringLiteral("баров 50 из 60")), qPrintable(label("day")));
+    QVERIFY2(label("day").contains(QStringLiteral("баров: 50, обычно 60")),
+             qPrintable(label("day")));
 }
 
 void TestHealthWindow::walksTheCalendarByKeys()
@@ -306,6 +319,9 @@ void TestHealthWindow::saysWhyNoChartIsShown_data()
     QTest::addColumn<QString>("text");
     QTest::newRow("no charts") << int(HealthWindow::Shown::NoCharts)
                                << "У этого терминала нет графиков: показать место негде.";
+    QTest::newRow("no such day") << int(HealthWindow::Shown::NoDay)
+                                 << "В хранилище нет дня 29.03.2024 серии NORD/MAIN/ALFA: график "
+                                    "показывает ближайшее место.";
     QTest::newRow("nothing there")
         << int(HealthWindow::Shown::NothingThere)
         << "График не показан: от серии NORD/MAIN/ALFA ничего не хранится.";
@@ -322,6 +338,20 @@ void TestHealthWindow::saysWhyNoChartIsShown()
     m_answer = HealthWindow::Shown::Yes;
     click(button("show"));
     QVERIFY(label("status").isEmpty());
+}
+
+// The store is looked at elsewhere, and the window may be closed meanwhile.
+void TestHealthWindow::isToldLaterWhatIsShown()
+{
+    m_isAnswerAwaited = true;
+    open();
+    click(button("show"));
+    QVERIFY(label("status").isEmpty());
+    m_told(HealthWindow::Shown::NothingThere);
+    QVERIFY(label("status").startsWith(QStringLiteral("График не показан")));
+    click(button("show"));
+    m_window.reset();
+    m_told(HealthWindow::Shown::NothingThere);
 }
 
 void TestHealthWindow::asksToFillTheSeries()
@@ -344,6 +374,27 @@ void TestHealthWindow::savesTheListForTheBroker()
              QByteArray("NORD/MAIN/VEGA 60 2024-02-14\nNORD/MAIN/VEGA 60 2024-03-05\n"));
 }
 
+void TestHealthWindow::saysThatTheListIsNotWhole()
+{
+    const QString alfaDay = root().filePath(testsupport::dayPath(alfa, gapDay));
+    QVERIFY(QFile::resize(alfaDay, qint64(1024) * 1024 * 1024 + 1)); // larger than a day may be
+    open();
+    EVENTUALLY(label("summary").contains(QStringLiteral("Не прочитано: 1. ")));
+    m_window->saveBrokerList(m_dir->filePath(QStringLiteral("list.txt")));
+    EVENTUALLY2(label("status").endsWith(QStringLiteral("хранилище прочитано не полностью.")),
+                qPrintable(label("status")));
+}
+
+void TestHealthWindow::asksForNoFileWhereNothingIsMissing()
+{
+    open();
+    testsupport::type(child<QLineEdit>(m_window.get(), "filter"), QStringLiteral("alfa"));
+    click(button("list"));
+    QVERIFY(!QApplication::activeModalWidget());
+    QVERIFY2(label("status").startsWith(QStringLiteral("Запрашивать нечего")),
+             qPrintable(label("status")));
+}
+
 void TestHealthWindow::saysWhereTheListCannotBeSaved()
 {
     open();
@@ -351,6 +402,7 @@ void TestHealthWindow::saysWhereTheListCannotBeSaved()
     m_window->saveBrokerList(path);
     EVENTUALLY2(label("status").contains(path), qPrintable(label("status")));
     QVERIFY(label("status").startsWith(QStringLiteral("Невозможно записать")));
+    QVERIFY2(label("status").contains(qt_error_string(ENOENT)), qPrintable(label("status")));
 }
 
 void TestHealthWindow::followsTheStore()

@@ -5,6 +5,7 @@
 #include "filelayout.h"
 #include "importfiles.h"
 #include "importoutlook.h"
+#include "seriesguess.h"
 #include "support/filetree.h"
 #include "support/strictlog.h"
 
@@ -33,6 +34,9 @@ private Q_SLOTS:
     void theGuessFillsEverythingIn();
     void whatIsGivenIsNotGuessed();
     void saysWhatIsStillToBeChosen();
+    void whatWasNotCountedHasNoNumbers();
+    void aFileNameTellsASeries_data();
+    void aFileNameTellsASeries();
     void aProfileFillsInWhatItSays();
     void aProfileWithColumnsLeavesNothingToGuess();
     void aProfileForgetsTheOneBefore();
@@ -343,6 +347,64 @@ void TestImportChoices::fewReasonsAreTold()
     QLocale::setDefault(QLocale::c());
     QCOMPARE(tadata::whyItStops(outlook).remove(u','),
              QStringLiteral("file 0\nfile 1\nfile 2\nи ещё 4997"));
+}
+
+void TestImportChoices::aFileNameTellsASeries_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QString>("board");
+    QTest::addColumn<QString>("series");
+    QTest::newRow("alone") << "/a/X.csv"
+                           << "S/B"
+                           << "S/B/X";
+    QTest::newRow("small letters") << "x.txt"
+                                   << "S/B"
+                                   << "S/B/X";
+    QTest::newRow("among words") << "history-Y_240101_240201.csv"
+                                 << "S/B"
+                                 << "S/B/Y";
+    QTest::newRow("the same twice") << "X_X.csv"
+                                    << "S/B"
+                                    << "S/B/X";
+    QTest::newRow("two of them") << "X_Y.csv"
+                                 << "S/B"
+                                 << "";
+    QTest::newRow("none") << "Z.csv"
+                          << "S/B"
+                          << "";
+    QTest::newRow("within a word") << "XY.csv"
+                                   << "S/B"
+                                   << "";
+    QTest::newRow("no board") << "X.csv"
+                              << "/"
+                              << "";
+    QTest::newRow("all codes") << "S_B_Y.csv"
+                               << "/"
+                               << "S/B/Y";
+    QTest::newRow("all codes of others") << "2024 S-B-Y 60.csv"
+                                         << "NORD/MAIN"
+                                         << "S/B/Y";
+}
+
+void TestImportChoices::aFileNameTellsASeries()
+{
+    QFETCH(const QString, file);
+    QFETCH(const QString, board);
+    testsupport::knowSeries();
+    QTEST(tadata::seriesOfFileName(file, board), "series");
+}
+
+void TestImportChoices::whatWasNotCountedHasNoNumbers()
+{
+    auto choices = testsupport::choicesOf({path("in.csv")}, ImportMode::Merge, "");
+    const ImportOutlook nowhere = outlookFor(choices);
+    QVERIFY(!nowhere.wouldImport && !nowhere.stops.isEmpty());
+    QCOMPARE(tadata::sentencesOf(nowhere), QStringList());
+    choices.series = QStringLiteral("S/B/X");
+    QVERIFY(!tadata::sentencesOf(outlookFor(choices)).isEmpty());
+    choices.files.append(path("gone.csv"));
+    const QString told = tadata::sentencesOf(outlookFor(choices)).join(u' ');
+    QVERIFY2(told.contains(QStringLiteral("ничего не сосчитано: 1")), qPrintable(told));
 }
 
 QTEST_GUILESS_MAIN(TestImportChoices)

@@ -4,20 +4,26 @@
 
 #include "importfiles.h"
 #include "importrunner.h"
+#include "importwatch.h"
 #include "problemsmodel.h"
 #include "support/eventually.h"
 #include "support/filetree.h"
+#include "support/otheruser.h"
 #include "support/strictlog.h"
 
+#include <QtCore/QEventLoop>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QAbstractItemModelTester>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 
+#include <functional>
 #include <memory>
 
+using tadata::ImportChoices;
 using tadata::ImportPreparation;
 using tadata::ImportRunner;
+using tadata::ImportWatch;
 using tadata::ProblemsModel;
 using testsupport::barFile;
 using testsupport::choicesOf;
@@ -38,6 +44,11 @@ private Q_SLOTS:
     void listsProblemsByKind();
     void runsAndUndoes();
     void theRunnersEndTakesEverythingBack();
+    void seesWhatBecomesOfASeries_data();
+    void seesWhatBecomesOfASeries();
+    void seesRightsThatComeBack();
+    void seesTheLastOfManySeries();
+    void seesWhatBecomesOfAFile();
 
 private:
     QString path(const char* name) const { return m_dir->filePath(QLatin1String(name)); }
@@ -81,17 +92,23 @@ void TestImportPreparation::onlyTheLastChoicesAreTold()
     ImportPreparation preparation(root());
     QSignalSpy checks(&preparation, &ImportPreparation::checked);
     QSignalSpy failures(&preparation, &ImportPreparation::failed);
-    for (int i = 0; i < 10; ++i) {
-        preparation.setChoices(choicesOf({path("large.csv")}, ImportMode::Merge));
-        // Some are ended while they guess, others while they check.
-        if (i % 2 == 0) {
-            QSignalSpy progress(&preparation, &ImportPreparation::progressed);
-            EVENTUALLY(!progress.isEmpty());
-        }
+    const ImportChoices large = choicesOf({path("large.csv")}, ImportMode::Merge);
+    const ImportChoices last = choicesOf({path("in.csv")}, ImportMode::Fill);
+    // Some are ended while they guess, others at the first that is heard of their check: that comes
+    // before its end can be told, however late this thread hears of either.
+    int ended = 0;
+    connect(&preparation, &ImportPreparation::progressed, this, [&] {
+        if (preparation.choices().files == last.files)
+            return;
+        ++ended;
+        preparation.setChoices(last);
+        if (ended < 5)
+            preparation.setChoices(large);
         QVERIFY(!preparation.isChecked());
-    }
-    preparation.setChoices(choicesOf({path("in.csv")}, ImportMode::Fill));
+    });
+    preparation.setChoices(large);
     EVENTUALLY_EQUAL(checks.size(), 1);
+    QCOMPARE(ended, 5);
     QCOMPARE(preparation.outlooks()[0].path, path("in.csv"));
     QCOMPARE(failures.size(), 0);
 }
@@ -162,15 +179,119 @@ void TestImportPreparation::theRunnersEndTakesEverythingBack()
 {
     for (int i = 0; i < 4; ++i) {
         ImportRunner runner;
-        QSignalSpy progress(&runner, &ImportRunner::progressed);
+        QEventLoop untilMuchIsDone;
+        int told = 0;
+        connect(&runner, &ImportRunner::progressed, this, [&] {
+            if (++told == 10)
+                untilMuchIsDone.quit();
+        });
         runner.start(
             testsupport::orderOf(choicesOf({path("large.csv")}, ImportMode::Replace), root()));
         if (i % 2 == 1)
-            EVENTUALLY(progress.size() > 10);
+            untilMuchIsDone.exec();
         if (i == 3)
             runner.cancel();
     }
     QCOMPARE(readTree(root()).size(), 0);
+}
+
+void TestImportPreparation::seesWhatBecomesOfASeries_data()
+{
+    QTest::addColumn<int>("deed");
+    QTest::newRow("a day in its place") << 0;
+    QTest::newRow("a day comes") << 1;
+    QTest::newRow("a day goes") << 2;
+    QTest::newRow("what bars a day goes") << 3;
+    QTest::newRow("the series goes") << 4;
+}
+
+void TestImportPreparation::seesWhatBecomesOfASeries()
+{
+    QFETCH(const int, deed);
+    const QString series = root().filePath(QStringLiteral("S/B/X"));
+    const QString day = series + QStringLiteral("/20240115_60.iss");
+    const QString bar = series + QStringLiteral("/20240116_60.iss");
+    writeFile(day, "first\n");
+    QVERIFY(QDir().mkpath(bar));
+    ImportWatch watch;
+    QSignalSpy store(&watch, &ImportWatch::storeChanged);
+    QSignalSpy files(&watch, &ImportWatch::filesChanged);
+    watch.follow({}, {{series, tadata::dayStamp(QDir(series))}});
+    const QList<std::function<bool()>> deeds{
+        [&] {
+            QFile file(day);
+            return file.open(QIODevice::ReadWrite) && file.write("other\n") == 6;
+        },
+        [&] {
+            writeFile(series + QStringLiteral("/20240117_60.iss"), "new\n");
+            return true;
+        },
+        [&] { return QFile::remove(day); },
+        [&] { return QDir().rmdir(bar); },
+        [&] { return QDir(series).removeRecursively(); },
+    };
+    QVERIFY(deeds[deed]());
+    EVENTUALLY_EQUAL(store.size(), 1);
+    QCOMPARE(files.size(), 0);
+}
+
+void TestImportPreparation::seesRightsThatComeBack()
+{
+    const testsupport::OtherUser user;
+    const QTemporaryDir dir;
+    const QString series = dir.filePath(QStringLiteral("store/S/B/X"));
+    const QString day = series + QStringLiteral("/20240115_60.iss");
+    writeFile(day, "first\n");
+    const QString file = dir.filePath(QStringLiteral("in.csv"));
+    writeFile(file, barFile({QDate(2024, 1, 15)}, 9, 100));
+    const std::atomic<bool> goesOn = false;
+    for (const QString& barred : {day, series, dir.filePath(QStringLiteral("store")), file}) {
+        ImportWatch watch;
+        QSignalSpy changes(&watch, barred == file ? &ImportWatch::filesChanged
+                                                  : &ImportWatch::storeChanged);
+        {
+            const testsupport::Permissions none(barred, 0);
+            watch.follow(tadata::layOutFiles({file}, {}, goesOn),
+                         {{series, tadata::dayStamp(QDir(series))}});
+        }
+        EVENTUALLY_EQUAL(changes.size(), 1);
+    }
+}
+
+void TestImportPreparation::seesTheLastOfManySeries()
+{
+    tadata::DayStamps stamps;
+    QString last;
+    for (int series = 0; series < 300; ++series) {
+        last = root().filePath(QStringLiteral("S/B/X%1").arg(series));
+        writeFile(last + QStringLiteral("/20240115_60.iss"), "first\n");
+        stamps.insert(last, tadata::dayStamp(QDir(last)));
+    }
+    last = stamps.keys().constLast();
+    ImportWatch watch;
+    QSignalSpy changes(&watch, &ImportWatch::storeChanged);
+    watch.follow({}, stamps);
+    writeFile(last + QStringLiteral("/20240116_60.iss"), "second\n");
+    EVENTUALLY_EQUAL(changes.size(), 1);
+}
+
+void TestImportPreparation::seesWhatBecomesOfAFile()
+{
+    const std::atomic<bool> goesOn = false;
+    ImportWatch watch;
+    QSignalSpy changes(&watch, &ImportWatch::filesChanged);
+    const auto follow = [&] {
+        watch.follow(tadata::layOutFiles({path("large.csv"), path("in.csv")}, {}, goesOn));
+    };
+    follow();
+    writeFile(path("in.csv"), barFile({QDate(2024, 1, 15)}, 8, 100));
+    EVENTUALLY_EQUAL(changes.size(), 1);
+    follow();
+    QVERIFY(QFile::remove(path("in.csv")));
+    EVENTUALLY_EQUAL(changes.size(), 2);
+    follow();
+    writeFile(path("in.csv"), barFile({QDate(2024, 1, 15)}, 8, 100));
+    EVENTUALLY_EQUAL(changes.size(), 3);
 }
 
 QTEST_GUILESS_MAIN(TestImportPreparation)

@@ -105,7 +105,7 @@ void TestLargeStore::initTestCase()
     m_book = std::make_unique<tadata::HealthBook>(root());
     m_book->setPauses(std::chrono::milliseconds(20), 0);
     m_window = std::make_unique<HealthWindow>(
-        m_book.get(), [](const auto&) { return HealthWindow::Shown::NoCharts; });
+        m_book.get(), [](const auto&, const auto& told) { told(HealthWindow::Shown::NoCharts); });
     m_window->show();
     QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
     constexpr int enough = 6 * testsupport::patience;

@@ -4,12 +4,15 @@
 #include "changedstore.h"
 #include "pointfilesmodel.h"
 #include "pointsmodel.h"
+#include "pointwords.h"
 #include "prunepreview.h"
+#include "storepoints.h"
 #include "undo.h"
 
 #include "support/filetree.h"
 #include "support/strictlog.h"
 
+#include <QtCore/QLocale>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QAbstractItemModelTester>
 #include <QtTest/QSignalSpy>
@@ -58,9 +61,14 @@ private Q_SLOTS:
     void showsPoints();
     void showsNothingAnewThatIsAsItWas();
     void showsFiles();
+    void datesAreThoseOfTheLanguage();
     void previewsPruning_data();
     void previewsPruning();
     void previewIsWhatPruningRemoves();
+    void previewLeavesWhatIsAtWork();
+    void tellsInterruptedFromRunning();
+    void whatWasPutRightIsNotTold_data();
+    void whatWasPutRightIsNotTold();
     void putsBack();
     void refusesWithTheNamesOfFiles();
     void putsBackByForce();
@@ -84,6 +92,7 @@ private:
 void TestPoints::init()
 {
     testsupport::failOnStrayWarnings();
+    QLocale::setDefault(QLocale::c()); // dates
     m_dir = std::make_unique<QTemporaryDir>();
     testsupport::writeFile(root().filePath(monday), "old monday");
     testsupport::writeFile(root().filePath(tuesday), "old tuesday");
@@ -169,6 +178,21 @@ void TestPoints::showsFiles()
     QCOMPARE(textAt(model, 1, PointFilesModel::Since), QStringLiteral("неизвестно"));
 }
 
+void TestPoints::datesAreThoseOfTheLanguage()
+{
+    const QString id = changeStore(root(), QStringLiteral("import"), {{monday, "new"}});
+    QLocale::setDefault(QLocale(QStringLiteral("en_GB")));
+    PointFilesModel files;
+    files.setFiles(tadata::filesOf(point(id)));
+    QCOMPARE(textAt(files, 0, PointFilesModel::Day), QStringLiteral("15/01/2024"));
+    PointsModel model;
+    model.setPoints({point(id)});
+    const QString when =
+        point(id).when.toLocalTime().toString(QStringLiteral("dd/MM/yyyy HH:mm:ss"));
+    QCOMPARE(textAt(model, 0, PointsModel::When), when);
+    QVERIFY(tadata::interruptionInWords(point(id)).contains(when));
+}
+
 void TestPoints::previewsPruning_data()
 {
     QTest::addColumn<QList<qint64>>("bytes");
@@ -194,7 +218,7 @@ void TestPoints::previewsPruning()
     QFETCH(qint64, most);
     QFETCH(qint64, count);
     QFETCH(qint64, freed);
-    const tadata::PrunePreview preview = tadata::previewOfPruning(points(bytes), {keep, most});
+    const tadata::PrunePreview preview = tadata::previewOfPruning(points(bytes), {}, {keep, most});
     QCOMPARE(preview.points, count);
     QCOMPARE(preview.bytes, freed);
 }
@@ -206,12 +230,82 @@ void TestPoints::previewIsWhatPruningRemoves()
     for (const vexdesk::RestoreLimits& limits :
          {vexdesk::RestoreLimits{4, 1000}, vexdesk::RestoreLimits{4, 40}}) {
         const auto before = vexdesk::restorePoints(place());
-        const tadata::PrunePreview preview = tadata::previewOfPruning(before->points, limits);
+        const tadata::PrunePreview preview = tadata::previewOfPruning(before->points, {}, limits);
         QVERIFY(preview.points > 0);
         QVERIFY(vexdesk::pruneRestorePoints(place(), limits));
         const auto after = vexdesk::restorePoints(place());
         QCOMPARE(before->points.size() - after->points.size(), preview.points);
     }
+}
+
+void TestPoints::previewLeavesWhatIsAtWork()
+{
+    const QString other = QStringLiteral("NORD/MAIN/VEGA/20240115_60.iss");
+    const auto running =
+        testsupport::beginCommand(root(), QStringLiteral("import"), {{monday, "half"}});
+    for (const char* const content : {"1", "2", "3"})
+        changeStore(root(), QStringLiteral("edit"), {{other, content}});
+    const auto before = tadata::storePoints(root());
+    QCOMPARE(before->running.size(), 1);
+    const vexdesk::RestoreLimits limits{1, 1000};
+    const tadata::PrunePreview preview =
+        tadata::previewOfPruning(before->found.points, before->running, limits);
+    QCOMPARE(preview.points, 2);
+    QVERIFY(vexdesk::pruneRestorePoints(place(), limits));
+    QCOMPARE(vexdesk::restorePoints(place())->points.size(), 2);
+}
+
+void TestPoints::tellsInterruptedFromRunning()
+{
+    auto running = testsupport::beginCommand(root(), QStringLiteral("import"), {{monday, "half"}});
+    const auto atWork = tadata::storePoints(root());
+    QVERIFY(atWork);
+    QCOMPARE(atWork->found.points.size(), 1);
+    const QString id = atWork->found.points.first().id;
+    QCOMPARE(atWork->running, QSet<QString>{id});
+    QVERIFY(atWork->interrupted.empty());
+    PointsModel model;
+    model.setPoints(atWork->found.points, atWork->running);
+    QCOMPARE(textAt(model, 0, PointsModel::By), QStringLiteral("импорт (идёт)"));
+    running.reset(); // killed
+    const auto killed = tadata::storePoints(root());
+    QVERIFY(killed && killed->running.empty());
+    QCOMPARE(killed->interrupted.size(), 1);
+    QCOMPARE(killed->interrupted.first().id, id);
+    model.setPoints(killed->found.points, killed->running);
+    QCOMPARE(textAt(model, 0, PointsModel::By), QStringLiteral("импорт (прервано)"));
+    QVERIFY(tadata::interruptionInWords(killed->interrupted.first())
+                .contains(QStringLiteral("импорт")));
+}
+
+void TestPoints::whatWasPutRightIsNotTold_data()
+{
+    QTest::addColumn<QByteArray>("since");
+    QTest::addColumn<int>("told");
+    QTest::newRow("nothing since") << QByteArray() << 1;
+    QTest::newRow("put back") << QByteArray("undo") << 0;
+    QTest::newRow("all of its files changed since") << QByteArray("all") << 0;
+    QTest::newRow("one of its files changed since") << QByteArray("one") << 1;
+    QTest::newRow("another one was interrupted") << QByteArray("kill") << 2;
+}
+
+void TestPoints::whatWasPutRightIsNotTold()
+{
+    QFETCH(const QByteArray, since);
+    QFETCH(const int, told);
+    const testsupport::StoreFiles files{{monday, "half"}, {tuesday, "half"}};
+    const QString id = testsupport::interruptCommand(root(), QStringLiteral("import"), files);
+    if (since == "undo")
+        QVERIFY(tadata::undo(root(), id, false, {}).isDone());
+    else if (since == "all")
+        changeStore(root(), QStringLiteral("import"), {{monday, "whole"}, {tuesday, "whole"}});
+    else if (since == "one")
+        changeStore(root(), QStringLiteral("import"), {{monday, "whole"}});
+    else if (since == "kill")
+        testsupport::interruptCommand(root(), QStringLiteral("import"), files);
+    const auto points = tadata::storePoints(root());
+    QVERIFY(points);
+    QCOMPARE(points->interrupted.size(), told);
 }
 
 void TestPoints::putsBack()

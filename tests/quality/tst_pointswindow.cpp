@@ -10,11 +10,13 @@
 #include "support/eventually.h"
 #include "support/faults.h"
 #include "support/filetree.h"
+#include "support/hold.h"
 #include "support/strictlog.h"
 #include "support/textcheck.h"
 #include "support/userhands.h"
 
 #include <QtCore/QPointer>
+#include <QtCore/QSemaphore>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
@@ -25,7 +27,9 @@
 #include <QtWidgets/QSpinBox>
 #include <QtWidgets/QTreeView>
 
+#include <atomic>
 #include <memory>
+#include <thread>
 
 using testsupport::changeStore;
 using testsupport::child;
@@ -35,6 +39,18 @@ namespace {
 
 const QString monday = QStringLiteral("NORD/MAIN/ALFA/20240115_60.iss");
 const QString tuesday = QStringLiteral("NORD/MAIN/VEGA/20240116_60.iss");
+
+// Not the button that Return would press.
+void clickYes(QMessageBox* box)
+{
+    const QList<QAbstractButton*> buttons = box->buttons();
+    for (QAbstractButton* const one : buttons) {
+        if (box->buttonRole(one) == QMessageBox::DestructiveRole) {
+            click(one);
+            return;
+        }
+    }
+}
 
 } // namespace
 
@@ -52,6 +68,9 @@ private Q_SLOTS:
     void putsBackByKeys();
     void asksBeforeItReplacesWhatHasChanged();
     void leavesItWhenTheUserSaysNo();
+    void saysWhatWasInterrupted();
+    void asksBeforeItPutsBackWhatWasInterrupted();
+    void seesACommandDie();
     void saysWhoHoldsASeries();
     void saysThatTheDiskIsFull();
     void saysWhatCannotBeRead();
@@ -60,6 +79,7 @@ private Q_SLOTS:
     void keepsTheChosenPoint();
     void doesNotCloseWhileItIsAtWork();
     void goesWhileItReads();
+    void goesWithoutWaitingForWhatItLooksAt();
     void closesByEscape();
     void showsItsTextsWhole_data();
     void showsItsTextsWhole();
@@ -187,11 +207,7 @@ void TestPointsWindow::asksBeforeItReplacesWhatHasChanged()
     auto* const box = dialog<QMessageBox>();
     QVERIFY2(box->text().contains(root().filePath(monday)), qPrintable(box->text()));
     QCOMPARE(stored(monday), QByteArray("by hand"));
-    const QList<QAbstractButton*> buttons = box->buttons();
-    for (QAbstractButton* const one : buttons) {
-        if (box->buttonRole(one) == QMessageBox::DestructiveRole)
-            click(one);
-    }
+    clickYes(box);
     EVENTUALLY_EQUAL(stored(monday), QByteArray("old"));
 }
 
@@ -208,6 +224,56 @@ void TestPointsWindow::leavesItWhenTheUserSaysNo()
     EVENTUALLY(button("putBack")->isEnabled());
     QCOMPARE(stored(monday), QByteArray("by hand"));
     QVERIFY(label("status").contains(QStringLiteral("Ничего не тронуто")));
+}
+
+void TestPointsWindow::saysWhatWasInterrupted()
+{
+    testsupport::interruptCommand(root(), QStringLiteral("import"), {{monday, "half"}});
+    changeStore(root(), QStringLiteral("edit"), {{tuesday, "made"}});
+    open();
+    QVERIFY2(label("summary").contains(QStringLiteral("Прервано на середине команд: 1.")),
+             qPrintable(label("summary")));
+    // It is not the newest one, and chosen all the same.
+    QCOMPARE(view("points")->currentIndex().row(), 1);
+    EVENTUALLY(isChecked());
+    QVERIFY2(label("effect").contains(QStringLiteral("Работа была прервана")),
+             qPrintable(label("effect")));
+}
+
+void TestPointsWindow::asksBeforeItPutsBackWhatWasInterrupted()
+{
+    testsupport::interruptCommand(root(), QStringLiteral("import"),
+                                  {{monday, "half"}, {tuesday, "made"}});
+    open();
+    EVENTUALLY(isChecked());
+    click(button("putBack"));
+    EVENTUALLY(dialog<QMessageBox>());
+    QVERIFY2(dialog<QMessageBox>()->text().contains(
+                 QStringLiteral("Возврат вернёт прежних файлов: 1 и удалит созданных: 1")),
+             qPrintable(dialog<QMessageBox>()->text()));
+    QTest::keyClick(dialog<QMessageBox>(), Qt::Key_Return); // no
+    EVENTUALLY(!dialog<QMessageBox>());
+    QCOMPARE(stored(monday), QByteArray("half"));
+    QVERIFY(button("putBack")->isEnabled());
+    click(button("putBack"));
+    EVENTUALLY(dialog<QMessageBox>());
+    clickYes(dialog<QMessageBox>());
+    EVENTUALLY_EQUAL(stored(monday), QByteArray("old"));
+    EVENTUALLY(!label("summary").contains(QStringLiteral("Прервано")));
+}
+
+void TestPointsWindow::seesACommandDie()
+{
+    auto command = testsupport::beginCommand(root(), QStringLiteral("import"), {{monday, "half"}});
+    open();
+    const auto maker = [this] {
+        return view("points")->model()->index(0, PointsModel::By).data().toString();
+    };
+    EVENTUALLY_EQUAL(maker(), QStringLiteral("импорт (идёт)"));
+    QVERIFY(!label("summary").contains(QStringLiteral("Прервано")));
+    command.reset();
+    EVENTUALLY_EQUAL(maker(), QStringLiteral("импорт (прервано)"));
+    QVERIFY(label("summary").contains(QStringLiteral("Прервано")));
 }
 
 void TestPointsWindow::saysWhoHoldsASeries()
@@ -348,6 +414,25 @@ void TestPointsWindow::goesWhileItReads()
         window.show();
     }
     QCoreApplication::processEvents();
+}
+
+void TestPointsWindow::goesWithoutWaitingForWhatItLooksAt()
+{
+    changeStore(root(), QStringLiteral("import"), {{monday, "first"}});
+    // A copy that is read to see whether it is whole.
+    testsupport::Hold hold({testsupport::SystemCall::Open}, QStringLiteral("-1/") + monday);
+    open();
+    EVENTUALLY(hold.isReached());
+    QSemaphore gone;
+    std::atomic<bool> wasHeld = false;
+    std::thread rescuer([&] {
+        wasHeld = !gone.tryAcquire(1, testsupport::patience);
+        hold.letGo();
+    });
+    m_window.reset();
+    gone.release();
+    rescuer.join();
+    QVERIFY(!wasHeld);
 }
 
 void TestPointsWindow::closesByEscape()

@@ -5,6 +5,7 @@
 #include "importfiles.h"
 #include "support/eventually.h"
 #include "support/filetree.h"
+#include "support/hold.h"
 #include "support/strictlog.h"
 
 #include <QtCore/QFile>
@@ -51,6 +52,7 @@ private Q_SLOTS:
     void refusesAFileThatHasChanged();
     void dividesAndJudgesLines();
     void theModelHoldsWhatIsInView();
+    void anotherFileDoesNotWaitForTheOneBefore();
     void theModelTellsWhatIsWrong();
     void theModelForgetsAFileForTheNext();
     void theModelMayGoAtAnyTime();
@@ -301,6 +303,22 @@ void TestPreview::theModelMayGoAtAnyTime()
         if (i % 2 == 1)
             EVENTUALLY(model.lineCount() > 0);
     }
+}
+
+// Which may be on a disk that does not answer.
+void TestPreview::anotherFileDoesNotWaitForTheOneBefore()
+{
+    const QString slow = m_dir->filePath(QStringLiteral("slow.csv"));
+    const QString quick = m_dir->filePath(QStringLiteral("quick.csv"));
+    writeFile(slow, "1\n2\n3\n");
+    writeFile(quick, "1\n2\n");
+    PreviewModel model;
+    testsupport::Hold hold({testsupport::SystemCall::Read}, QStringLiteral("slow.csv"));
+    model.setFile(slow);
+    EVENTUALLY(hold.isReached());
+    model.setFile(quick);
+    EVENTUALLY_EQUAL(model.lineCount(), 2);
+    hold.letGo();
 }
 
 QTEST_GUILESS_MAIN(TestPreview)

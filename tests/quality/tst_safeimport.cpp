@@ -11,6 +11,8 @@
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
+#include <QtCore/QLocale>
+#include <QtCore/QScopeGuard>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
 
@@ -47,6 +49,8 @@ private Q_SLOTS:
     void cleanup() { m_dir.reset(); }
 
     void importsAndCounts();
+    void countsWhatWasForetold_data();
+    void countsWhatWasForetold();
     void undoGivesBackWhatWas_data() { modes(); }
     void undoGivesBackWhatWas();
     void undoIsRefusedWhereTheFilesHaveChanged();
@@ -59,6 +63,8 @@ private Q_SLOTS:
     void aLockedSeriesIsLeftAlone();
     void aFullDiskTakesEverythingBack_data() { modes(); }
     void aFullDiskTakesEverythingBack();
+    void aStoreThatMayNotBeWrittenIsSaid_data() { modes(); }
+    void aStoreThatMayNotBeWrittenIsSaid();
     void aSeriesThatCannotBeListedIsNamed();
     void aBadLineTakesEverythingBack();
     void badLinesAlonePassForNothing();
@@ -96,6 +102,7 @@ void TestSafeImport::init()
 {
     testsupport::failOnStrayWarnings();
     testsupport::knowSeries();
+    QLocale::setDefault(QLocale::c());
     m_dir = std::make_unique<QTemporaryDir>();
     QVERIFY(m_dir->isValid());
     writeFile(path("old.csv"), barFile({monday, tuesday}, 5, 100));
@@ -152,6 +159,48 @@ void TestSafeImport::importsAndCounts()
     QVERIFY(pointNames().contains(result.point));
     QCOMPARE(store().size(), 3);
     QCOMPARE(store().value(QStringLiteral("S/B/X/20240117_60.iss")).count('\n'), 8);
+}
+
+void TestSafeImport::countsWhatWasForetold_data()
+{
+    QTest::addColumn<ImportMode>("mode");
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QList<qint64>>("counts"); // added, replaced, lost, idle
+    const QByteArray more = barFile({tuesday, wednesday}, 8, 200);
+    QTest::newRow("more, merged") << ImportMode::Merge << more << QList<qint64>{11, 5, 0, 0};
+    QTest::newRow("more, filled") << ImportMode::Fill << more << QList<qint64>{11, 0, 0, 5};
+    QTest::newRow("more, replaced") << ImportMode::Replace << more << QList<qint64>{11, 5, 0, 0};
+    const QByteArray fewer = barFile({tuesday}, 3, 200);
+    QTest::newRow("fewer, merged") << ImportMode::Merge << fewer << QList<qint64>{0, 3, 0, 0};
+    QTest::newRow("fewer, filled") << ImportMode::Fill << fewer << QList<qint64>{0, 0, 0, 3};
+    QTest::newRow("fewer, replaced") << ImportMode::Replace << fewer << QList<qint64>{0, 3, 2, 0};
+    const QByteArray mixed = barFile({monday}, 2, 100) +
+                             barFile({monday}, 4, 200).sliced(barFile({monday}, 2, 200).size());
+    QTest::newRow("mixed, merged") << ImportMode::Merge << mixed << QList<qint64>{0, 2, 0, 2};
+    QTest::newRow("mixed, replaced") << ImportMode::Replace << mixed << QList<qint64>{0, 2, 1, 2};
+    const QByteArray same = barFile({monday, tuesday}, 5, 100);
+    for (const ImportMode mode : {ImportMode::Merge, ImportMode::Fill, ImportMode::Replace})
+        QTest::addRow("same, %d", int(mode)) << mode << same << QList<qint64>{0, 0, 0, 10};
+}
+
+void TestSafeImport::countsWhatWasForetold()
+{
+    QFETCH(const ImportMode, mode);
+    QFETCH(const QByteArray, content);
+    QFETCH(const QList<qint64>, counts);
+    writeFile(path("in.csv"), content);
+    const SafeImportOrder wanted = order({path("in.csv")}, mode);
+    const tadata::ImportOutlook foretold = outlook(wanted);
+    const SafeImportResult result = run(wanted);
+    QCOMPARE(result.message, QString());
+    QCOMPARE((QList<qint64>{result.added, result.replaced, result.lost, result.idle()}), counts);
+    QCOMPARE((QList<qint64>{foretold.added, foretold.replaced, foretold.lost, foretold.idle()}),
+             counts);
+    const bool isTold = tadata::sentencesOf(foretold).join(u'\n').contains(
+        QStringLiteral("Новых баров: %1, заменит значения баров: %2")
+            .arg(counts[0])
+            .arg(counts[1]));
+    QVERIFY(isTold);
 }
 
 void TestSafeImport::undoGivesBackWhatWas()
@@ -278,9 +327,15 @@ void TestSafeImport::aLockedSeriesIsLeftAlone()
     vexdesk::SeriesLocks others;
     QVERIFY(others.take(*vexdesk::restorePlace(root()), {QStringLiteral("S/B/X")},
                         std::chrono::milliseconds(0)));
-    const SafeImportResult result = run(order({path("new.csv")}, ImportMode::Merge));
+    QString told;
+    const std::atomic<bool> goesOn = false;
+    const SafeImportResult result = runSafeImport(
+        order({path("new.csv")}, ImportMode::Merge), [](int) {}, goesOn,
+        [&told](const QString& sentence) { told = sentence; });
     QVERIFY(result.end == End::Failed && !result.isCancelled);
     QVERIFY2(result.message.contains(QStringLiteral("S/B/X")), qPrintable(result.message));
+    QVERIFY2(told.contains(QStringLiteral("освободит серию S/B/X")), qPrintable(told));
+    QVERIFY2(told.contains(QString::number(QCoreApplication::applicationPid())), qPrintable(told));
     QCOMPARE(store(), before);
     others.release();
     QVERIFY(run(order({path("new.csv")}, ImportMode::Merge)).end == End::Done);
@@ -314,14 +369,38 @@ void TestSafeImport::aFullDiskTakesEverythingBack()
             QCOMPARE(store(), before);
             continue;
         }
+        QVERIFY2(result.message.contains(qt_error_string(ENOSPC)), qPrintable(result.message));
         QVERIFY2(result.end == End::TakenBack, qPrintable(result.message));
         QVERIFY2(result.message.contains(m_dir->path()), qPrintable(result.message));
+        QVERIFY2(result.message.contains(qt_error_string(ENOSPC)), qPrintable(result.message));
         QCOMPARE(store(), before);
     }
     QVERIFY(passed > 0);
 }
 
 // It must not pass for one of which nothing is stored.
+void TestSafeImport::aStoreThatMayNotBeWrittenIsSaid()
+{
+    QFETCH(const ImportMode, mode);
+    m_dir.reset();
+    const testsupport::OtherUser user;
+    const auto remove = qScopeGuard([this] { m_dir.reset(); });
+    m_dir = std::make_unique<QTemporaryDir>();
+    writeFile(path("new.csv"), barFile({wednesday}, 8, 200));
+    writeFile(root().filePath(QStringLiteral("S/B/X/20240115_60.iss")), "");
+    const auto check = [&](const char* barred, const char* series, const QString& named) {
+        const testsupport::Permissions readOnly(path(barred), 0555);
+        const Tree before = store();
+        const SafeImportResult result = run(order({path("new.csv")}, mode, series));
+        QVERIFY2(result.end == End::TakenBack, qPrintable(result.message));
+        QVERIFY2(result.message.contains(qt_error_string(EACCES)), qPrintable(result.message));
+        QVERIFY2(result.message.contains(named), qPrintable(result.message));
+        QCOMPARE(store(), before);
+    };
+    check("store/S/B/X", "S/B/X", root().filePath(QStringLiteral("S/B/X/20240117_60.iss")));
+    check("store/S/B", "S/B/Y", root().filePath(QStringLiteral("S/B/Y")));
+}
+
 void TestSafeImport::aSeriesThatCannotBeListedIsNamed()
 {
     const testsupport::OtherUser user;

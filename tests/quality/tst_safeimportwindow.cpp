@@ -2,6 +2,7 @@
 // The window of the safe import, as a user drives it with mouse and keys.
 #include "safeimportwindow.h"
 
+#include "compactbox.h"
 #include "daystrip.h"
 #include "filedrop.h"
 #include "importfiles.h"
@@ -30,12 +31,15 @@
 #include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>
+#include <QtWidgets/QFileDialog>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QMainWindow>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QRadioButton>
 #include <QtWidgets/QScrollBar>
+#include <QtWidgets/QStyle>
+#include <QtWidgets/QStyleFactory>
 #include <QtWidgets/QTableView>
 #include <QtWidgets/QToolButton>
 #include <QtWidgets/QTreeView>
@@ -44,7 +48,6 @@
 #include <memory>
 
 using tadata::PreviewModel;
-using tadata::ProblemsModel;
 using testsupport::barFile;
 using testsupport::child;
 using testsupport::choose;
@@ -86,23 +89,30 @@ private Q_SLOTS:
     void modesAndBadLinesAreChosen();
     void aProfileFillsIn();
     void tickersGoToTheirSeries();
+    void aColumnOfTickersIsUsedByItself();
+    void anotherFileHasAnotherSeries();
     void severalFilesAreImportedTogether();
     void filesWithADayInCommonAreNotReplaced();
     void ofManyUnknownTickersThreeAreTold();
     void filesAreDropped();
     void recentFilesAreOffered();
+    void filesAreChosenInADialog();
     void aRequestFillsIn();
     void cancelTakesEverythingBack_data();
     void cancelTakesEverythingBack();
+    void whatComesWhileAnImportRunsIsAnswered();
     void theEndOfTheWindowTakesEverythingBack();
     void aFileThatChangesIsShownAnew();
     void theStoreIsFollowed();
+    void whatBarsAnImportIsLookedAtAgain();
+    void aKeyLooksAgain();
     void aLockedSeriesIsSaid();
     void aFullDiskIsSaid();
     void saysWhereNothingCanBeUndone();
     void theStripIsWalkedByKeys();
     void allIsReachedByTab();
     void listsOpenAsWideAsTheirEntries();
+    void aListWidensWithAnEntryThatCameLate();
     void fitsASmallScreen_data();
     void fitsASmallScreen();
 
@@ -189,6 +199,7 @@ void TestSafeImportWindow::aFileFillsEverythingIn()
 {
     open({path("new.csv")});
     EVENTUALLY(textOf("verdict").contains(QStringLiteral("Выберите площадку")));
+    QCOMPARE(textOf("sentences"), QString());
     QVERIFY(!button("import")->isEnabled());
     choose(child<QComboBox>(m_window.get(), "stock"), QStringLiteral("NORD —"));
     choose(child<QComboBox>(m_window.get(), "board"), QStringLiteral("MAIN"));
@@ -212,12 +223,14 @@ void TestSafeImportWindow::importsAndUndoes()
 {
     openInto({path("new.csv")}, "NORD/MAIN/ALFA");
     import();
-    QVERIFY2(textOf("message").contains(QStringLiteral("Баров: 24, дней: 3")),
+    QVERIFY2(textOf("message").contains(
+                 QStringLiteral("Новых баров: 24, заменены значения баров: 0, записано дней: 3")),
              qPrintable(textOf("message")));
     QCOMPARE(readTree(store()).size(), 3);
     // What it would do now.
     EVENTUALLY(textOf("sentences").contains(QStringLiteral("без изменений: 3")));
     QCOMPARE(tadata::recentFiles(), QStringList{path("new.csv")});
+    QVERIFY(child<QToolButton>(m_window.get(), "recent")->isEnabled());
     click(button("undo"));
     EVENTUALLY(textOf("message").contains(QStringLiteral("Импорт отменён")));
     QVERIFY(!button("undo")->isVisible());
@@ -271,6 +284,7 @@ void TestSafeImportWindow::thePreviewGoesThroughTheWholeFile()
     openInto({path("many.csv")}, "NORD/MAIN/ALFA");
     const PreviewModel& model = preview()->model();
     EVENTUALLY_EQUAL(model.lineCount(), 60'001);
+    EVENTUALLY(model.columnCount() > 0); // they are read beside the search
     QVERIFY(model.rowCount() < 60);
     auto* const table = preview()->table();
     table->setFocus();
@@ -369,6 +383,46 @@ void TestSafeImportWindow::tickersGoToTheirSeries()
     QVERIFY(readTree(store()).contains(QStringLiteral("NORD/MAIN/BARK/20240116_60.iss")));
 }
 
+void TestSafeImportWindow::aColumnOfTickersIsUsedByItself()
+{
+    const QByteArray bark = barFile({tuesday}, 4, 300, "BARK");
+    writeFile(path("both.csv"),
+              barFile({monday}, 4, 200, "ALFA") + bark.mid(bark.indexOf('\n') + 1));
+    choose(child<QComboBox>(m_window.get(), "stock"), QStringLiteral("NORD —"));
+    choose(child<QComboBox>(m_window.get(), "board"), QStringLiteral("MAIN"));
+    open({path("both.csv")});
+    EVENTUALLY_EQUAL(child<QComboBox>(m_window.get(), "source")->currentIndex(), 1);
+    EVENTUALLY(textOf("sentences").contains(QStringLiteral("Серий: 2")));
+    waitForOutlook();
+    // A file without them has its own series.
+    open({path("new.csv")});
+    QCOMPARE(child<QComboBox>(m_window.get(), "source")->currentIndex(), 0);
+    EVENTUALLY(textOf("verdict").contains(QStringLiteral("Выберите площадку")));
+}
+
+void TestSafeImportWindow::anotherFileHasAnotherSeries()
+{
+    writeFile(path("BARK_2024.csv"), barFile({monday}, 4, 200));
+    writeFile(path("other.csv"), barFile({monday}, 4, 200));
+    openInto({path("new.csv")}, "NORD/MAIN/ALFA");
+    const auto security = [this] {
+        return child<QComboBox>(m_window.get(), "security")->currentText();
+    };
+    const QString alfa = security();
+    // The same one again is no other.
+    open({path("new.csv")});
+    waitForOutlook();
+    QCOMPARE(security(), alfa);
+    QVERIFY(testsupport::dropFiles(m_window.get(), {path("BARK_2024.csv")}));
+    EVENTUALLY(textOf("message").contains(QStringLiteral("NORD/MAIN/BARK")));
+    waitForOutlook();
+    QVERIFY(testsupport::dropFiles(m_window.get(), {path("other.csv")}));
+    EVENTUALLY(textOf("verdict").contains(QStringLiteral("Выберите площадку")));
+    QVERIFY(textOf("message").contains(QStringLiteral("Инструмент прежнего файла снят")));
+    QVERIFY(!button("import")->isEnabled());
+    QCOMPARE(security(), QString());
+}
+
 void TestSafeImportWindow::severalFilesAreImportedTogether()
 {
     writeFile(path("ALFA.csv"), barFile({monday}, 4, 200));
@@ -380,7 +434,7 @@ void TestSafeImportWindow::severalFilesAreImportedTogether()
     choose(files, 1);
     EVENTUALLY_EQUAL(preview()->model().lineCount(), 6);
     import();
-    QVERIFY(textOf("message").contains(QStringLiteral("Баров: 9, дней: 2")));
+    QVERIFY(textOf("message").contains(QStringLiteral("Новых баров: 9, ")));
     QVERIFY(readTree(store()).contains(QStringLiteral("NORD/MAIN/BARK/20240116_60.iss")));
 }
 
@@ -431,8 +485,10 @@ void TestSafeImportWindow::filesAreDropped()
         QVERIFY(testsupport::dropFiles(window, {path("new.csv")}));
         QCOMPARE(dropped.takeFirst().first().toStringList(), QStringList{path("new.csv")});
     }
-    QVERIFY(!testsupport::dropFiles(&late, {m_dir->path()}));
-    QCOMPARE(dropped.size(), 0);
+    // What is no file is told where it is opened.
+    QVERIFY(testsupport::dropFiles(m_window.get(), {m_dir->path()}));
+    EVENTUALLY(textOf("verdict").contains(m_dir->path()));
+    QVERIFY(!button("import")->isEnabled());
 }
 
 void TestSafeImportWindow::recentFilesAreOffered()
@@ -447,9 +503,25 @@ void TestSafeImportWindow::recentFilesAreOffered()
     Q_EMIT button->menu()->aboutToShow();
     const QList<QAction*> actions = button->menu()->actions();
     QCOMPARE(actions.size(), 2);
-    QVERIFY(actions[0]->isEnabled() && !actions[1]->isEnabled());
+    EVENTUALLY(!actions[1]->isEnabled());
+    QVERIFY(actions[0]->isEnabled());
     actions[0]->trigger();
     EVENTUALLY_EQUAL(preview()->model().lineCount(), 25);
+}
+
+void TestSafeImportWindow::filesAreChosenInADialog()
+{
+    click(button("open"));
+    auto* const dialog = m_window->findChild<QFileDialog*>();
+    QVERIFY(dialog && dialog->isVisible());
+    dialog->selectFile(path("new.csv"));
+    QVERIFY(QMetaObject::invokeMethod(dialog, "accept"));
+    EVENTUALLY_EQUAL(preview()->model().lineCount(), 25);
+    // The terminal may end while it is open.
+    EVENTUALLY(!m_window->findChild<QFileDialog*>());
+    click(button("open"));
+    QVERIFY(m_window->findChild<QFileDialog*>());
+    m_window.reset();
 }
 
 void TestSafeImportWindow::aRequestFillsIn()
@@ -493,12 +565,35 @@ void TestSafeImportWindow::cancelTakesEverythingBack()
             QTest::keyClick(m_window.get(), Qt::Key_Escape);
         else
             QVERIFY(!m_window->close());
+        QVERIFY(m_window->isVisible());
         hold.letGo();
         EVENTUALLY(textOf("message").contains(QStringLiteral("прерван")));
-        QVERIFY(m_window->isVisible());
+        // Who closes it has his wish once all is taken back, and not before.
+        QCOMPARE(m_window->isVisible(), way < 2);
         QCOMPARE(readTree(store()), before);
         QVERIFY(!button("undo")->isVisible());
     }
+}
+
+void TestSafeImportWindow::whatComesWhileAnImportRunsIsAnswered()
+{
+    writeFile(path("other.csv"), barFile({monday}, 3, 200));
+    openInto({path("new.csv")}, "NORD/MAIN/ALFA");
+    auto* const message = child<QLabel>(m_window.get(), "message");
+    testsupport::Hold hold(writing, QStringLiteral("20240116_60.iss"));
+    click(button("import"));
+    EVENTUALLY(hold.isReached());
+    QVERIFY(!message->isVisible());
+    QVERIFY(testsupport::dropFiles(m_window.get(), {path("other.csv")}));
+    QVERIFY(message->isVisible() && message->text().contains(QStringLiteral("не закончен")));
+    message->clear();
+    m_window->take({.series = QStringLiteral("NORD/MAIN/BARK"), .isFill = true});
+    QVERIFY(message->text().contains(QStringLiteral("не закончен")));
+    hold.letGo();
+    EVENTUALLY(message->text().contains(QStringLiteral("Импорт закончен")));
+    QCOMPARE(child<QComboBox>(m_window.get(), "files")->currentText(), QStringLiteral("new.csv"));
+    QVERIFY(mode("Добавить")->isChecked());
+    QCOMPARE(readTree(store()).size(), 3);
 }
 
 void TestSafeImportWindow::theEndOfTheWindowTakesEverythingBack()
@@ -546,6 +641,33 @@ void TestSafeImportWindow::theStoreIsFollowed()
     EVENTUALLY(textOf("sentences").contains(QStringLiteral("новых: 1")));
 }
 
+void TestSafeImportWindow::whatBarsAnImportIsLookedAtAgain()
+{
+    const QString day = store().filePath(QStringLiteral("NORD/MAIN/ALFA/20240116_60.iss"));
+    QVERIFY(QDir().mkpath(day));
+    m_window->take({.files = {path("new.csv")}, .series = QStringLiteral("NORD/MAIN/ALFA")});
+    EVENTUALLY(textOf("verdict").contains(day));
+    QVERIFY(!button("import")->isEnabled());
+    QVERIFY(QDir().rmdir(day));
+    waitForOutlook();
+    // In its place, by a program that does not hold with new names.
+    import();
+    EVENTUALLY(textOf("sentences").contains(QStringLiteral("без изменений: 3")));
+    QFile file(day);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("235900;1.00;1.00;1.00;1.00;1;0.00;0\n");
+    file.close();
+    EVENTUALLY(textOf("sentences").contains(QStringLiteral("без изменений: 2")));
+}
+
+void TestSafeImportWindow::aKeyLooksAgain()
+{
+    openInto({path("new.csv")}, "NORD/MAIN/ALFA");
+    QTest::keyClick(m_window.get(), Qt::Key_F5);
+    QVERIFY(!button("import")->isEnabled());
+    waitForOutlook();
+}
+
 void TestSafeImportWindow::aLockedSeriesIsSaid()
 {
     openInto({path("new.csv")}, "NORD/MAIN/ALFA");
@@ -553,11 +675,15 @@ void TestSafeImportWindow::aLockedSeriesIsSaid()
     QVERIFY(other.begin(store(), {QStringLiteral("NORD/MAIN/ALFA")}));
     click(button("import"));
     QCOMPARE(button("close")->text(), QStringLiteral("Прервать"));
+    // For whom it waits, and that can be ended.
+    EVENTUALLY(textOf("message").contains(QStringLiteral("освободит серию NORD/MAIN/ALFA")));
+    QVERIFY(child<QLabel>(m_window.get(), "message")->isVisible());
     QTest::keyClick(m_window.get(), Qt::Key_Escape);
     EVENTUALLY(textOf("message").contains(QStringLiteral("прерван")));
     waitForOutlook();
     click(button("import"));
-    EVENTUALLY(textOf("message").contains(QStringLiteral("NORD/MAIN/ALFA")));
+    EVENTUALLY(textOf("message").contains(QStringLiteral("сейчас меняет")));
+    QVERIFY(textOf("message").contains(QStringLiteral("NORD/MAIN/ALFA")));
     QVERIFY(readTree(store()).isEmpty());
     QVERIFY(other.end());
     import();
@@ -575,8 +701,9 @@ void TestSafeImportWindow::aFullDiskIsSaid()
         import();
         QVERIFY(full.failed() > 0);
     }
-    QVERIFY2(textOf("message").contains(QStringLiteral("возвращено")),
-             qPrintable(textOf("message")));
+    for (const QString& part :
+         {QStringLiteral("возвращено"), QStringLiteral("20240116_60.iss"), qt_error_string(ENOSPC)})
+        QVERIFY2(textOf("message").contains(part), qPrintable(textOf("message")));
     QVERIFY(readTree(store()).isEmpty());
 }
 
@@ -641,6 +768,26 @@ void TestSafeImportWindow::listsOpenAsWideAsTheirEntries()
         box->hidePopup();
         QCOMPARE(box->toolTip(), box->currentText());
     }
+}
+
+void TestSafeImportWindow::aListWidensWithAnEntryThatCameLate()
+{
+    // In whose look a list is as wide as its box, unless it is told otherwise.
+    const std::unique_ptr<QStyle> style(QStyleFactory::create(QStringLiteral("Windows")));
+    QComboBox box;
+    box.setStyle(style.get());
+    box.addItem(QStringLiteral("short"));
+    constexpr int letters = 6;
+    tadata::makeCompact(&box, letters);
+    box.show();
+    const QString longest(60, u'm');
+    box.addItem(longest);
+    const int needs = box.fontMetrics().horizontalAdvance(longest);
+    QVERIFY(box.width() < needs);
+    box.showPopup();
+    EVENTUALLY(box.view()->viewport()->width() >= needs);
+    box.hidePopup();
+    QVERIFY(box.sizeHint().width() < needs);
 }
 
 void TestSafeImportWindow::fitsASmallScreen_data()

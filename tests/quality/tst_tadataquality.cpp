@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The second plug-in as the terminal meets it: loaded from its file into a real core.
 
+#include "changedstore.h"
 #include "illstore.h"
 
 #include "support/child.h"
@@ -31,6 +32,7 @@
 #include <QtWidgets/QSpinBox>
 #include <QtWidgets/QTreeView>
 
+#include <functional>
 #include <memory>
 #include <utility>
 
@@ -68,10 +70,11 @@ QList<QWidget*> visibleWindows(const char* className)
 class NotingCharts final : public vexdesk::ICharts
 {
 public:
-    bool show(const SeriesName& series, const QDate& day, const QTime&) override
+    void show(const SeriesName& series, const QDate& day, const QTime&,
+              const std::function<void(vexdesk::ChartShown)>& told) override
     {
         shown.append({series, day});
-        return hasSeries;
+        told(hasSeries ? vexdesk::ChartShown::Moment : vexdesk::ChartShown::NoSeries);
     }
     void addMarks(vexdesk::IChartMarks* marks) override { makers.append(marks); }
     void removeMarks(vexdesk::IChartMarks* marks) override { makers.removeAll(marks); }
@@ -91,8 +94,10 @@ public:
     IDatabase* database() const override { return nullptr; }
     IRawQueue* rawQueue() const override { return nullptr; }
     vexdesk::ICharts* charts() const override { return theCharts; }
+    void reportProblem(const QString& text) override { problems.append(text); }
 
     QList<IOptionsPage*> pages;
+    QStringList problems;
     vexdesk::ICharts* theCharts = nullptr;
 };
 
@@ -131,6 +136,7 @@ private Q_SLOTS:
     void showsAPlaceInTheChart();
     void fillsASeriesFromAFile();
     void opensFilesThatAreDroppedOnTheTerminal();
+    void tellsOfAnInterruptedCommand();
     void offersItsOptions();
     void keepsLimitsThatNobodyChanged();
     void takesNoLimitsThatWereNotShown();
@@ -389,6 +395,23 @@ void TestTADataQuality::opensFilesThatAreDroppedOnTheTerminal()
     plugin()->tini();
     QVERIFY(!testsupport::dropFiles(&terminal, {file}));
     QVERIFY(visibleWindows("SafeImportWindow").isEmpty());
+}
+
+// Without a window that would be in the user's way.
+void TestTADataQuality::tellsOfAnInterruptedCommand()
+{
+    start(nullptr);
+    testsupport::interruptCommand(
+        m_plugin->store(), QStringLiteral("import"),
+        {{testsupport::dayPath(testsupport::vega, testsupport::gapDay), "half"}});
+    plugin()->initStage(IPlugin::InitStage::PluginsReady);
+    plugin()->initStage(IPlugin::InitStage::WindowShown);
+    EVENTUALLY_EQUAL(m_core->problems.size(), 1);
+    const QString told = m_core->problems.first();
+    for (const char* const part : {"импорт", "NORD/MAIN/VEGA", "«Точки восстановления»"})
+        QVERIFY2(told.contains(QString::fromUtf8(part)), qPrintable(told));
+    QVERIFY(!QApplication::activeModalWidget());
+    plugin()->tini();
 }
 
 void TestTADataQuality::offersItsOptions()

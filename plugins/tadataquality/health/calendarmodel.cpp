@@ -104,9 +104,7 @@ CalendarModel::State CalendarModel::stateOf(const QDate& day) const
 double CalendarModel::shareOf(const QDate& day) const
 {
     const tadata::DayMark* const mark = day.isValid() ? m_series->mark(day) : nullptr;
-    if (!mark || mark->expected == 0)
-        return 0;
-    return static_cast<double>(mark->expected - mark->lacking) / mark->expected;
+    return mark ? mark->share() : 0;
 }
 
 bool CalendarModel::isWrong(const QDate& day) const

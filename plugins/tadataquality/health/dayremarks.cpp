@@ -3,6 +3,7 @@
 
 #include "healthreport.h"
 
+#include <vexdesk/dateformat.h>
 #include <vexdesk/history/dayfilenames.h>
 
 #include <QtCore/QCoreApplication>
@@ -27,9 +28,13 @@ QString shortTime(int second)
     return time.toString(time.second() == 0 ? QStringLiteral("HH:mm") : QStringLiteral("HH:mm:ss"));
 }
 
+// What lacks something is not whole, however little it is.
 QString percent(double share)
 {
     constexpr double whole = 100;
+    constexpr double rounded = 99.95;
+    if (share < 1 && share * whole >= rounded)
+        return Text::tr("менее 100 %");
     return Text::tr("%1 %").arg(QLocale().toString(share * whole, 'f', 1));
 }
 
@@ -127,14 +132,23 @@ std::vector<ChartMark> remarksOn(const SeriesDigest& digest, const QDate& day)
 
 QString coverageText(const SeriesDigest& digest)
 {
-    return digest.coverage.isEmpty() ? Text::tr("неизвестно") : percent(digest.share);
+    if (!digest.coverage.isEmpty())
+        return percent(digest.share);
+    return digest.timeframe == vexdesk::minuteTimeframe ? Text::tr("мало данных")
+                                                        : Text::tr("не оценивается");
 }
 
-QString coverageText(const DayMark& mark)
+QString storedInWords(const DayMark& mark, int timeframe)
 {
-    return mark.expected == 0
-               ? Text::tr("неизвестно")
-               : percent(static_cast<double>(mark.expected - mark.lacking) / mark.expected);
+    if (mark.expected > 0)
+        return Text::tr("баров: %L1, обычно %L2, покрытие %3")
+            .arg(mark.bars)
+            .arg(mark.expected)
+            .arg(percent(mark.share()));
+    const QString text = timeframe == vexdesk::minuteTimeframe
+                             ? Text::tr("баров: %L1, для оценки покрытия мало данных")
+                             : Text::tr("баров: %L1");
+    return text.arg(mark.bars);
 }
 
 QString timeframeText(int timeframe)
@@ -144,12 +158,9 @@ QString timeframeText(int timeframe)
 
 QString dayInWords(const SeriesDigest& digest, const QDate& day)
 {
-    QStringList words{day.toString(QStringLiteral("dd.MM.yyyy"))};
+    QStringList words{vexdesk::shownDate(day)};
     if (const DayMark* const mark = digest.mark(day))
-        words.append(
-            mark->expected == 0
-                ? Text::tr("баров: %1, обычных времён нет").arg(mark->bars)
-                : Text::tr("баров: %1, покрытие %2").arg(mark->bars).arg(coverageText(*mark)));
+        words.append(storedInWords(*mark, digest.timeframe));
     const std::vector<ChartMark> remarks = remarksOn(digest, day);
     for (const ChartMark& remark : remarks)
         words.append(remark.text);

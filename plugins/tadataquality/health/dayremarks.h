@@ -16,9 +16,11 @@ std::vector<vexdesk::ChartMark> remarksOn(const SeriesDigest& digest, const QDat
 /// One sentence of a day: its date, what is stored of it, and its remarks.
 QString dayInWords(const SeriesDigest& digest, const QDate& day);
 
-/// "98,3 %", or that it is not known.
+/// "98,3 %", or that too little is stored to say, or that the coverage of such bars is not judged.
 QString coverageText(const SeriesDigest& digest);
-QString coverageText(const DayMark& mark);
+/// How many bars a stored day has, how many are usual and what they cover, or that too little is
+/// stored to say.
+QString storedInWords(const DayMark& mark, int timeframe);
 
 /// "минуты" or "секунды".
 QString timeframeText(int timeframe);

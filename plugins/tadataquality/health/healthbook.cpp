@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "healthbook.h"
 
-#include <QtCore/QFileInfo>
-
 #include <algorithm>
 
 namespace tadata {
@@ -21,7 +19,6 @@ HealthBook::HealthBook(const QDir& root, QObject* parent)
 {
     m_next.setSingleShot(true);
     connect(&m_next, &QTimer::timeout, this, &HealthBook::look);
-    connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, &HealthBook::lookSoon);
 }
 
 HealthBook::~HealthBook() = default;
@@ -121,17 +118,12 @@ void HealthBook::endLook(const HealthPass& pass, qint64 usualLength)
     m_isKnown = !m_wanted;
     if (!gone.isEmpty())
         Q_EMIT changed(gone);
-    watch(pass.place);
+    if (!pass.place.isEmpty())
+        m_watch.watch({pass.place});
     const qint64 pause = std::clamp(usualLength * m_pausePerLook,
                                     static_cast<qint64>(m_shortestPause.count()), longestPause);
     m_next.start(m_isStale ? soon : std::chrono::milliseconds(pause));
     Q_EMIT looked();
-}
-
-void HealthBook::watch(const QString& path)
-{
-    if (!path.isEmpty() && !m_watcher.directories().contains(path) && QFileInfo(path).isDir())
-        m_watcher.addPath(path);
 }
 
 QList<SharedDigest> HealthBook::series() const

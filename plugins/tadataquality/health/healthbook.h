@@ -2,10 +2,10 @@
 #pragma once
 
 #include "backgroundtask.h"
+#include "directorywatch.h"
 #include "healthpass.h"
 
 #include <QtCore/QDir>
-#include <QtCore/QFileSystemWatcher>
 #include <QtCore/QHash>
 #include <QtCore/QMap>
 #include <QtCore/QObject>
@@ -56,7 +56,6 @@ private:
     void take(const BoardKnowledge& knowledge);
     void endLook(const HealthPass& pass, qint64 usualLength);
     void lookSoon();
-    void watch(const QString& path);
 
     const QDir m_root;
     QMap<QString, BoardKnowledge> m_boards;
@@ -67,8 +66,8 @@ private:
     bool m_isStale = false; ///< the look at work does not see what has changed meanwhile
     std::chrono::milliseconds m_shortestPause;
     int m_pausePerLook = 20;
-    QFileSystemWatcher m_watcher;
     QTimer m_next;
+    DirectoryWatch m_watch{this, [this] { lookSoon(); }};
     BackgroundTask<HealthPass> m_looking; // last: it ends before the rest goes
 };
 

@@ -16,12 +16,22 @@ bool isRemarkable(const DayHealth& day)
            day.edited > 0;
 }
 
-// Where nothing is expected, a full coverage says nothing.
+// Where nothing is expected, a full coverage says nothing: not even what a missing day lacks is
+// known.
 bool isCoverageKnown(const SeriesHealth& health)
 {
-    return !health.missingDays.isEmpty() ||
-           std::any_of(health.days.begin(), health.days.end(),
+    return std::any_of(health.days.begin(), health.days.end(),
                        [](const DayHealth& day) { return day.expected > 0; });
+}
+
+// A report rounds, and it has no bars for a missing day of a weekday that is seldom stored.
+double shareOf(const SeriesHealth& health)
+{
+    constexpr double almost = 0.99999;
+    const double share = coverageOf(health).toDouble();
+    const bool lacksBars = std::any_of(health.days.begin(), health.days.end(),
+                                       [](const DayHealth& day) { return day.lacking() > 0; });
+    return lacksBars || !health.missingDays.isEmpty() ? std::min(share, almost) : share;
 }
 
 } // namespace
@@ -53,6 +63,12 @@ QList<QDate> SeriesDigest::daysToAskFor() const
     return wanted;
 }
 
+bool SeriesDigest::lacksBars() const
+{
+    return !missingDays.isEmpty() || std::any_of(remarkable.begin(), remarkable.end(),
+                                                 [](const DayHealth& day) { return day.hasGap(); });
+}
+
 SeriesDigest digestOf(const SeriesHealth& health)
 {
     SeriesDigest digest;
@@ -74,7 +90,7 @@ SeriesDigest digestOf(const SeriesHealth& health)
                  isRemarkable);
     const bool isKnown = isCoverageKnown(health);
     digest.coverage = isKnown ? coverageOf(health) : QString();
-    digest.share = isKnown ? digest.coverage.toDouble() : unknownShare;
+    digest.share = isKnown ? shareOf(health) : unknownShare;
     return digest;
 }
 

@@ -22,6 +22,11 @@ struct DayMark
     qint32 lacking = 0;  ///< those at which there is no bar and no excuse
 
     QDate day() const { return QDate::fromJulianDay(julianDay); }
+    /// Of the usual times that have bars; 0 where nothing is usual.
+    double share() const
+    {
+        return expected == 0 ? 0 : static_cast<double>(expected - lacking) / expected;
+    }
 };
 
 /// What is kept of the health of a series: all of its days in few bytes, and in full those of which
@@ -33,8 +38,8 @@ struct SeriesDigest
     QDate first;
     QDate last;
     qint64 bars = 0;
-    QString coverage; ///< as reports print it; empty where it is not known
-    double share = 0; ///< the same as a number; 2 where it is not known
+    QString coverage; ///< as reports print it; empty where too little is stored to know it
+    double share = 0; ///< the same as a number, below 1 where anything lacks; 2 where not known
     bool isWrong = false;
     HealthSums sums;
     std::vector<DayMark> days;         ///< ascending
@@ -50,6 +55,8 @@ struct SeriesDigest
     qint64 brokenLines() const { return sums.badLines + sums.duplicates + sums.prices; }
     /// The days to ask the broker for again, ascending: those with a gap and those without a file.
     QList<QDate> daysToAskFor() const;
+    /// Whether there are any.
+    bool lacksBars() const;
 };
 
 using SharedDigest = std::shared_ptr<const SeriesDigest>;

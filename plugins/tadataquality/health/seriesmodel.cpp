@@ -3,6 +3,8 @@
 
 #include "dayremarks.h"
 
+#include <vexdesk/dateformat.h>
+
 #include <QtCore/QLocale>
 
 #include <algorithm>
@@ -39,11 +41,6 @@ double keyOf(const SeriesDigest& series, int column)
     }
 }
 
-QString dayText(const QDate& day)
-{
-    return day.toString(QStringLiteral("dd.MM.yyyy"));
-}
-
 // Where there is nothing to tell, nothing catches the eye.
 QString countText(qint64 count)
 {
@@ -60,9 +57,9 @@ QString textAt(const SeriesDigest& series, int column)
     case SeriesModel::Coverage:
         return tadata::coverageText(series);
     case SeriesModel::First:
-        return dayText(series.first);
+        return vexdesk::shownDate(series.first);
     case SeriesModel::Last:
-        return dayText(series.last);
+        return vexdesk::shownDate(series.last);
     case SeriesModel::Count:
         return QLocale().toString(series.bars);
     case SeriesModel::Gaps:

@@ -6,8 +6,10 @@
 #include "healthmarks.h"
 #include "healthwindow.h"
 #include "pointswindow.h"
+#include "pointwords.h"
 #include "restorepointspage.h"
 #include "safeimportwindow.h"
+#include "storepoints.h"
 
 #include <vexdesk/action.h>
 #include <vexdesk/actionmanager.h>
@@ -43,6 +45,19 @@ void showOnly(QPointer<Window>& window, Make make)
         window->setAttribute(Qt::WA_QuitOnClose, false);
     }
     bringToFront(window);
+}
+
+HealthWindow::Shown answerOf(vexdesk::ChartShown shown)
+{
+    switch (shown) {
+    case vexdesk::ChartShown::NoDay:
+        return HealthWindow::Shown::NoDay;
+    case vexdesk::ChartShown::NoSeries:
+        return HealthWindow::Shown::NothingThere;
+    case vexdesk::ChartShown::Moment:
+        break;
+    }
+    return HealthWindow::Shown::Yes;
 }
 
 } // namespace
@@ -99,11 +114,32 @@ void TADataQuality::tini()
     closeAll();
 }
 
-void TADataQuality::initStage(IPlugin::InitStage)
-{}
+void TADataQuality::initStage(IPlugin::InitStage stage)
+{
+    if (stage == IPlugin::InitStage::WindowShown && m_core)
+        tellInterruptions();
+}
+
+void TADataQuality::tellInterruptions()
+{
+    m_interruptions.start(
+        [root = vexdesk::storePlace()](const std::atomic<bool>&) {
+            QStringList told;
+            if (const auto points = tadata::storePoints(root)) {
+                for (const vexdesk::RestorePointRecord& point : points->interrupted)
+                    told.prepend(tadata::interruptionInWords(point));
+            }
+            return told;
+        },
+        [this](const QStringList& told) {
+            for (const QString& text : told)
+                m_core->reportProblem(text);
+        });
+}
 
 void TADataQuality::closeAll()
 {
+    m_interruptions.stop();
     m_drop.reset();
     delete m_safeImport.data();
     delete m_health.data();
@@ -151,13 +187,13 @@ void TADataQuality::createMenuCommand(CommandContainer* container, const QByteAr
 
 HealthWindow* TADataQuality::makeHealthWindow()
 {
-    const auto showInChart = [this](const tadata::SeriesMoment& moment) {
-        vexdesk::ICharts* const charts = m_core->charts();
-        if (!charts)
-            return HealthWindow::Shown::NoCharts;
-        return charts->show(moment.series, moment.day, moment.time)
-                   ? HealthWindow::Shown::Yes
-                   : HealthWindow::Shown::NothingThere;
+    const auto showInChart = [this](const tadata::SeriesMoment& moment,
+                                    const HealthWindow::Told& told) {
+        if (vexdesk::ICharts* const charts = m_core->charts())
+            charts->show(moment.series, moment.day, moment.time,
+                         [told](vexdesk::ChartShown shown) { told(answerOf(shown)); });
+        else
+            told(HealthWindow::Shown::NoCharts);
     };
     auto* const window = new HealthWindow(m_book.get(), showInChart);
     connect(window, &HealthWindow::fillRequested, this, &TADataQuality::fill);

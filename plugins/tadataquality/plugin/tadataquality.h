@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "backgroundtask.h"
+
 #include <vexdesk/iplugin.h>
 
 #include <QtCore/QObject>
@@ -56,6 +58,8 @@ private:
     HealthWindow* makeHealthWindow();
     PointsWindow* makePointsWindow();
     void fill(const QString& series, int timeframe);
+    /// Tells of commands that were interrupted, a killed import for one.
+    void tellInterruptions();
     void closeAll();
 
     ICore* m_core = nullptr;
@@ -66,4 +70,5 @@ private:
     QPointer<SafeImportWindow> m_safeImport;
     QPointer<HealthWindow> m_health;
     QPointer<PointsWindow> m_points;
+    tadata::BackgroundTask<QStringList> m_interruptions; // last: it ends before the rest goes
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "pointfilesmodel.h"
 
+#include <vexdesk/dateformat.h>
 #include <vexdesk/history/dayfilenames.h>
 
 #include <utility>
@@ -59,7 +60,7 @@ QString PointFilesModel::textAt(const PointFile& file, int column) const
     case Series:
         return file.series;
     case Day:
-        return file.day.isValid() ? file.day.toString(QStringLiteral("dd.MM.yyyy")) : file.name;
+        return file.day.isValid() ? vexdesk::shownDate(file.day) : file.name;
     case Bars:
         if (file.timeframe == vexdesk::minuteTimeframe)
             return tr("минуты");

@@ -3,6 +3,8 @@
 
 #include "pointwords.h"
 
+#include <vexdesk/dateformat.h>
+
 #include <QtCore/QFileInfo>
 #include <QtCore/QLocale>
 
@@ -10,19 +12,10 @@
 #include <numeric>
 
 using tadata::makerOfPoint;
+using tadata::shortList;
 using vexdesk::RestorePointRecord;
 
 namespace {
-
-// A long list is not read; the tool tip has more of it.
-QString shortList(const QStringList& texts, qsizetype shown)
-{
-    if (texts.size() <= shown)
-        return texts.join(QStringLiteral(", "));
-    return PointsModel::tr("%1 и ещё %L2")
-        .arg(texts.first(shown).join(QStringLiteral(", ")))
-        .arg(texts.size() - shown);
-}
 
 QStringList namesOf(const QStringList& paths)
 {
@@ -40,7 +33,7 @@ PointsModel::PointsModel(QObject* parent)
 
 PointsModel::~PointsModel() = default;
 
-void PointsModel::setPoints(const QList<RestorePointRecord>& points)
+void PointsModel::setPoints(const QList<RestorePointRecord>& points, const QSet<QString>& running)
 {
     // Nothing is shown anew that is as it was: a reader or a screen reader is not disturbed.
     const auto areSame = [](const RestorePointRecord& left, const RestorePointRecord& right) {
@@ -48,10 +41,12 @@ void PointsModel::setPoints(const QList<RestorePointRecord>& points)
                left.bytes == right.bytes && left.kept == right.kept &&
                left.created == right.created;
     };
-    if (std::equal(points.begin(), points.end(), m_points.begin(), m_points.end(), areSame))
+    if (running == m_running &&
+        std::equal(points.begin(), points.end(), m_points.begin(), m_points.end(), areSame))
         return;
     beginResetModel();
     m_points = points;
+    m_running = running;
     endResetModel();
 }
 
@@ -95,16 +90,24 @@ QVariant PointsModel::data(const QModelIndex& index, int role) const
     return {};
 }
 
+QString PointsModel::makerOf(const RestorePointRecord& point) const
+{
+    const QString maker = makerOfPoint(point.by);
+    if (point.isComplete)
+        return maker;
+    return m_running.contains(point.id) ? tr("%1 (идёт)").arg(maker)
+                                        : tr("%1 (прервано)").arg(maker);
+}
+
 QString PointsModel::textAt(const RestorePointRecord& point, int column) const
 {
     constexpr qsizetype shown = 2;
     const QLocale locale;
     switch (column) {
     case When:
-        return point.when.toLocalTime().toString(QStringLiteral("dd.MM.yyyy HH:mm:ss"));
+        return vexdesk::shownMoment(point.when.toLocalTime());
     case By:
-        return point.isComplete ? makerOfPoint(point.by)
-                                : tr("%1 (прервано)").arg(makerOfPoint(point.by));
+        return makerOf(point);
     case Series:
         return shortList(point.series, shown);
     case Source:
@@ -120,9 +123,10 @@ QString PointsModel::toolTipOf(const RestorePointRecord& point) const
 {
     constexpr qsizetype shown = 12;
     QStringList lines{tr("Точка %1").arg(point.id)};
-    if (!point.isComplete)
-        lines.append(tr("Команда ещё идёт или была прервана. Вернуть то, что она успела изменить, "
-                        "можно, когда она не идёт."));
+    if (m_running.contains(point.id))
+        lines.append(tr("Команда ещё идёт. Вернуть её можно будет, когда она закончится."));
+    else if (!point.isComplete)
+        lines.append(tr("Команда была прервана. То, что она успела изменить, можно вернуть."));
     lines += point.series.first(std::min(shown, point.series.size()));
     if (point.series.size() > shown)
         lines.append(tr("и ещё %L1").arg(point.series.size() - shown));

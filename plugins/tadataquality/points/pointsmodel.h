@@ -4,6 +4,7 @@
 #include <vexdesk/history/restorepoint.h>
 
 #include <QtCore/QAbstractTableModel>
+#include <QtCore/QSet>
 
 /// The restore points of a store, the newest first. User-interface thread.
 class PointsModel final : public QAbstractTableModel
@@ -16,8 +17,10 @@ public:
     explicit PointsModel(QObject* parent = nullptr);
     ~PointsModel() override;
 
-    /// Points that stay keep their place among the selected ones.
-    void setPoints(const QList<vexdesk::RestorePointRecord>& points);
+    /// With the ids of those whose command is at work. Points that stay keep their place among the
+    /// selected ones.
+    void setPoints(const QList<vexdesk::RestorePointRecord>& points,
+                   const QSet<QString>& running = {});
     const QList<vexdesk::RestorePointRecord>& points() const { return m_points; }
     const vexdesk::RestorePointRecord& pointAt(int row) const { return m_points.at(row); }
     /// -1 where there is none.
@@ -32,8 +35,10 @@ public:
                         int role = Qt::DisplayRole) const override;
 
 private:
+    QString makerOf(const vexdesk::RestorePointRecord& point) const;
     QString textAt(const vexdesk::RestorePointRecord& point, int column) const;
     QString toolTipOf(const vexdesk::RestorePointRecord& point) const;
 
     QList<vexdesk::RestorePointRecord> m_points;
+    QSet<QString> m_running; ///< ids
 };

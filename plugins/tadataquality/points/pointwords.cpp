@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "pointwords.h"
 
+#include <vexdesk/dateformat.h>
+#include <vexdesk/history/restorepoint.h>
+
 #include <QtCore/QCoreApplication>
 #include <QtCore/QHash>
 #include <QtCore/QLocale>
@@ -29,6 +32,24 @@ QString makerOfPoint(const QString& by)
         {QStringLiteral("undo"), Text::tr("возврат")},
     };
     return words.value(by, by);
+}
+
+QString shortList(const QStringList& texts, qsizetype shown)
+{
+    if (texts.size() <= shown)
+        return texts.join(QStringLiteral(", "));
+    return Text::tr("%1 и ещё %L2")
+        .arg(texts.first(shown).join(QStringLiteral(", ")))
+        .arg(texts.size() - shown);
+}
+
+QString interruptionInWords(const vexdesk::RestorePointRecord& point)
+{
+    constexpr qsizetype shown = 3;
+    return Text::tr("Команда была прервана на середине: %1, %2, серии: %3. Вернуть данные, какими "
+                    "они были до неё, можно в окне «Точки восстановления».")
+        .arg(makerOfPoint(point.by), vexdesk::shownMoment(point.when.toLocalTime()),
+             shortList(point.series, shown));
 }
 
 QString sizeText(qint64 bytes)

@@ -4,13 +4,14 @@
 namespace tadata {
 
 PrunePreview previewOfPruning(const QList<vexdesk::RestorePointRecord>& points,
-                              const vexdesk::RestoreLimits& limits)
+                              const QSet<QString>& running, const vexdesk::RestoreLimits& limits)
 {
     PrunePreview preview;
     qint64 bytes = 0;
     for (qsizetype i = 0; i < points.size(); ++i) {
         bytes += points.at(i).bytes;
-        if (i == 0 || (i < limits.keep && bytes <= limits.bytes))
+        const bool isWithin = i < limits.keep && bytes <= limits.bytes;
+        if (i == 0 || isWithin || running.contains(points.at(i).id))
             continue;
         ++preview.points;
         preview.bytes += points.at(i).bytes;

@@ -3,6 +3,8 @@
 
 #include <vexdesk/history/restorepoint.h>
 
+#include <QtCore/QSet>
+
 namespace tadata {
 
 /// What keeping no more than these limits would remove.
@@ -14,9 +16,8 @@ struct PrunePreview
     bool operator==(const PrunePreview&) const = default;
 };
 
-/// Of points with the newest first; the newest always stays. One whose command runs stays as well,
-/// which is not known here.
+/// Of points with the newest first; the newest always stays, and so do those whose command runs.
 PrunePreview previewOfPruning(const QList<vexdesk::RestorePointRecord>& points,
-                              const vexdesk::RestoreLimits& limits);
+                              const QSet<QString>& running, const vexdesk::RestoreLimits& limits);
 
 } // namespace tadata

@@ -6,6 +6,7 @@
 #include <vexdesk/history/storepaths.h>
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QFileInfo>
 
 #include <algorithm>
 #include <utility>
@@ -23,7 +24,8 @@ struct Text
 
 LaidOutFile layOutFile(const QString& path, const GivenLayout& given)
 {
-    LaidOutFile file{.path = path, .state = vexdesk::fileState(path)};
+    LaidOutFile file{
+        .path = path, .state = vexdesk::fileState(path), .mayBeRead = tadata::mayBeRead(path)};
     const Result<FileLayout> layout = layoutOf(path, given);
     if (layout)
         file.layout = *layout;
@@ -75,7 +77,8 @@ Result<FileOutlook> checkFile(const ImportChoices& choices, const LaidOutFile& f
                                    [&](const QString& ticker, TADataDescription* description) {
                                        if (const auto codes = seriesOf(choices, file.path, ticker))
                                            setSeries(*description, *codes);
-                                   }};
+                                   },
+                               .countsBars = true};
     const Result<std::vector<TickerCheck>> checks =
         checkTickers(file.path, details, choices.ways, series, maxProblems, progress, &stop);
     if (stop)
@@ -113,6 +116,18 @@ QString whyNot(const LaidOutFile& file, const ImportChoices& choices)
     if (pattern.hasTicker() && !file.layout.hasTicker())
         return Text::tr("Назовите над таблицей столбец с тикером: инструмент берётся из него.");
     return {};
+}
+
+bool LaidOutFile::isUnchanged(const LaidOutFile& since) const
+{
+    const bool isSame = state && since.state ? state->isUnchanged(*since.state)
+                                             : state.has_value() == since.state.has_value();
+    return isSame && mayBeRead == since.mayBeRead;
+}
+
+bool mayBeRead(const QString& path)
+{
+    return QFileInfo(path).isReadable();
 }
 
 std::vector<LaidOutFile> layOutFiles(const QStringList& files, const GivenLayout& given,

@@ -21,9 +21,16 @@ struct LaidOutFile
 {
     QString path;
     std::optional<vexdesk::FileState> state = {}; ///< when its layout was found
+    bool mayBeRead = false;                       ///< likewise
     FileLayout layout = {};
     QString refusal = {}; ///< why it cannot be read, a whole text; null where it can
+
+    /// Whether the file is what it was then, as far as the file system tells.
+    bool isUnchanged(const LaidOutFile& since) const;
 };
+
+/// Whether the rights of a file let it be read. Any thread.
+bool mayBeRead(const QString& path);
 
 /// Finds the layouts of all files, or of the first of them once `stop` is set.
 std::vector<LaidOutFile> layOutFiles(const QStringList& files, const GivenLayout& given,

@@ -8,11 +8,10 @@
 namespace tadata {
 
 /// Numbers of series, by their directories: another one as soon as a day file of the series has
-/// changed, come or gone.
+/// changed, come or gone, or may be read where it might not be before, or the other way round.
 using DayStamps = QHash<QString, size_t>;
 
-/// Of the day files that a series has now, without a look into them; 0 where they cannot be listed.
-/// Any thread.
+/// Of what has the name of a day file in a series now, without a look into it. Any thread.
 size_t dayStamp(const QDir& series);
 
 } // namespace tadata

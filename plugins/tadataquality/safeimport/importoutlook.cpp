@@ -80,6 +80,7 @@ struct SharedDay
 {
     OutlookDay day;
     QStringList files;
+    qint64 added = 0;
     bool replaces = false;
     bool isDerived = false; ///< from seconds as well
 };
@@ -120,6 +121,8 @@ private:
         day.day = checked.day;
         day.outcome = isNew ? checked.outcome : worse(day.outcome, checked.outcome);
         day.bars += checked.bars;
+        shared.added += checked.added;
+        day.replaced += checked.replaced;
         day.stored = std::max<qint64>(day.stored, checked.stored);
         day.result = std::max<qint64>(day.result, checked.result);
         day.lost = std::max<qint64>(day.lost, checked.lost);
@@ -137,6 +140,7 @@ void addDay(const OutlookDay& ofSeries, bool isShared, Days& days)
     day.bars += ofSeries.bars;
     day.stored += ofSeries.stored;
     day.result += ofSeries.result;
+    day.replaced += ofSeries.replaced;
     day.lost += ofSeries.lost;
     day.isShared = day.isShared || isShared;
 }
@@ -172,8 +176,12 @@ class Sum final
 public:
     void add(const FileOutlook& file)
     {
-        if (!file.refusal.isNull())
+        if (file.refusal.isNull()) {
+            ++m_outlook.countedFiles;
+        } else {
+            ++m_outlook.refusedFiles;
             addStop(file.refusal);
+        }
         for (const SeriesOutlook& series : file.series)
             add(file, series);
     }
@@ -221,6 +229,9 @@ private:
         for (const auto& [file, shared] : days.joined()) {
             const bool isShared = shared.files.size() > 1;
             ++m_outlook.dayCounts[static_cast<size_t>(shared.day.outcome)];
+            m_outlook.added += shared.added;
+            m_outlook.replaced += shared.day.replaced;
+            m_outlook.replacedDays += shared.day.replaced > 0 ? 1 : 0;
             m_outlook.lost += shared.day.lost;
             m_outlook.sharedDays += isShared ? 1 : 0;
             addDay(shared.day, isShared, m_days);
@@ -279,33 +290,6 @@ std::vector<OutlookCell> cellsOf(const std::vector<OutlookDay>& days, size_t mos
     return cells;
 }
 
-QString titleOf(ProblemKind kind)
-{
-    switch (kind) {
-    case ProblemKind::BadLine:
-        return Text::tr("Ошибочные строки");
-    case ProblemKind::DayAgain:
-        return Text::tr("Файл возвращается к дню: прежние бары дня пропадут");
-    case ProblemKind::OutOfOrder:
-        return Text::tr("Время раньше, чем у предыдущего бара");
-    case ProblemKind::Duplicate:
-        return Text::tr("Бар с таким временем уже был");
-    case ProblemKind::Prices:
-        return Text::tr("Невозможные цены");
-    case ProblemKind::Rounded:
-        return Text::tr("Лишние знаки после точки будут округлены");
-    case ProblemKind::Volume:
-        return Text::tr("Объём больше 2147483647: графики и экспорт прочтут 0");
-    case ProblemKind::Midnight:
-        return Text::tr("Время 00:00:00 закрывает предыдущий день");
-    case ProblemKind::Spacing:
-        return Text::tr("Бары файла, похоже, другой длины");
-    case ProblemKind::DateOrder:
-        break;
-    }
-    return Text::tr("В датах, похоже, переставлены день и месяц или день и год");
-}
-
 QString titleOf(Outcome outcome)
 {
     switch (outcome) {
@@ -323,11 +307,18 @@ QString titleOf(Outcome outcome)
 
 QStringList sentencesOf(const ImportOutlook& outlook)
 {
+    if (outlook.countedFiles == 0)
+        return {};
     QStringList sentences{
         Text::tr("Дней новых: %1, без изменений: %2, заменяемых: %3, "
                  "дополняемых: %4")
             .arg(number(outlook.count(Outcome::New)), number(outlook.count(Outcome::Same)),
                  number(outlook.count(Outcome::Replaced)), number(outlook.count(Outcome::Merged)))};
+    QString bars = Text::tr("Новых баров: %1, заменит значения баров: %2")
+                       .arg(number(outlook.added), number(outlook.replaced));
+    if (outlook.replacedDays > 0)
+        bars += Text::tr(" (дней: %1)").arg(number(outlook.replacedDays));
+    sentences.append(bars);
     if (outlook.lost > 0)
         sentences.append(Text::tr("Пропадёт баров: %1").arg(number(outlook.lost)));
     else if (outlook.isLossKnown)
@@ -336,8 +327,12 @@ QStringList sentencesOf(const ImportOutlook& outlook)
         sentences.append(Text::tr("Дней, которые есть в нескольких файлах: %1; сказанное о них "
                                   "верно для каждого файла по отдельности")
                              .arg(number(outlook.sharedDays)));
-    sentences.append(Text::tr("Баров в файле: %1, ошибочных строк: %2")
-                         .arg(number(outlook.bars), number(outlook.badLines)));
+    sentences.append(
+        Text::tr("Баров в файле: %1, из них ничего не изменят: %2; ошибочных строк: %3")
+            .arg(number(outlook.bars), number(outlook.idle()), number(outlook.badLines)));
+    if (outlook.refusedFiles > 0)
+        sentences.append(Text::tr("Файлов, в которых ничего не сосчитано: %1")
+                             .arg(number(outlook.refusedFiles)));
     if (outlook.series > 1)
         sentences.append(Text::tr("Серий: %1").arg(number(outlook.series)));
     return sentences;
@@ -348,6 +343,8 @@ QString sentenceOf(const OutlookDay& day)
     QString text = Text::tr("%1: %2; баров в файле: %3, хранится: %4, станет: %5")
                        .arg(QLocale().toString(day.day, QLocale::ShortFormat), titleOf(day.outcome),
                             number(day.bars), number(day.stored), number(day.result));
+    if (day.replaced > 0)
+        text += Text::tr(", заменит значения: %1").arg(number(day.replaced));
     if (day.lost > 0)
         text += Text::tr(", пропадёт: %1").arg(number(day.lost));
     if (day.isShared)

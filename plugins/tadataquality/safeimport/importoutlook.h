@@ -3,6 +3,7 @@
 
 #include "choicescheck.h"
 
+#include <algorithm>
 #include <array>
 
 /// What the user is told of an import beforehand, over all files and series. Any thread.
@@ -15,9 +16,10 @@ struct OutlookDay
 {
     QDate day;
     CheckedDay::Outcome outcome = CheckedDay::Outcome::New;
-    qint64 bars = 0;   ///< of the files
-    qint64 stored = 0; ///< now
-    qint64 result = 0; ///< afterwards
+    qint64 bars = 0;     ///< of the files
+    qint64 stored = 0;   ///< now
+    qint64 result = 0;   ///< afterwards
+    qint64 replaced = 0; ///< bars that get other values
     qint64 lost = 0;
     bool isShared = false; ///< several files have it of one series
 };
@@ -38,7 +40,12 @@ struct ImportOutlook
     qint64 bars = 0;
     qint64 badLines = 0;
     qint64 series = 0; ///< that get bars
-    qint64 lost = 0;   ///< bars
+    qint64 countedFiles = 0;
+    qint64 refusedFiles = 0; ///< of which nothing is counted
+    qint64 added = 0;        ///< bars of times that have none
+    qint64 replaced = 0;     ///< bars that get other values
+    qint64 replacedDays = 0; ///< of series, that have such bars
+    qint64 lost = 0;         ///< bars
     /// Of series, that several files have. What is said of them is true of each file alone.
     qint64 sharedDays = 0;
     bool isLossKnown = true;
@@ -46,6 +53,8 @@ struct ImportOutlook
     std::array<qint64, problemKinds> problems = {}; ///< by kind
     std::vector<OutlookDay> days;                   ///< ascending, each once
 
+    /// Bars of the files that change nothing: the store has them, or their times are taken.
+    qint64 idle() const { return std::max<qint64>(0, bars - added - replaced); }
     qint64 count(CheckedDay::Outcome outcome) const
     {
         return dayCounts[static_cast<size_t>(outcome)];
@@ -62,9 +71,9 @@ QString whyItStops(const ImportOutlook& outlook);
 std::vector<OutlookCell> cellsOf(const std::vector<OutlookDay>& days, size_t mostCells);
 
 /// In the user's language.
-QString titleOf(ProblemKind kind);
 QString titleOf(CheckedDay::Outcome outcome);
-/// Sentences on the days, the bars that get lost, and the bad lines.
+/// Sentences on the days, the bars that get lost, and the bad lines; none where nothing was
+/// counted.
 QStringList sentencesOf(const ImportOutlook& outlook);
 /// A day in words: what becomes of it, and its bars.
 QString sentenceOf(const OutlookDay& day);

@@ -61,8 +61,11 @@ void ImportPreparation::takeLayouts()
     if (m_layouts.future().resultCount() == 0)
         return;
     m_files = m_layouts.result();
+    const Stop stop = m_stop;
     Q_EMIT layoutsFound();
-    check();
+    // Whoever heard of it may have begun anew.
+    if (stop == m_stop)
+        check();
 }
 
 void ImportPreparation::check()

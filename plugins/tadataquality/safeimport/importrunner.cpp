@@ -30,9 +30,18 @@ void ImportRunner::start(const SafeImportOrder& order)
         QMetaObject::invokeMethod(
             this, [this, percent] { Q_EMIT progressed(percent); }, Qt::QueuedConnection);
     };
-    m_import.setFuture(QtConcurrent::run(m_pool.get(), [order, tell, stop = m_stop] {
-        return runSafeImport(order, tellingChanges(tell), *stop);
-    }));
+    m_import.setFuture(
+        QtConcurrent::run(m_pool.get(), [order, tell, stop = m_stop, waits = tellingWaits()] {
+            return runSafeImport(order, tellingChanges(tell), *stop, waits);
+        }));
+}
+
+WaitSink ImportRunner::tellingWaits()
+{
+    return [this](const QString& sentence) {
+        QMetaObject::invokeMethod(
+            this, [this, sentence] { Q_EMIT waiting(sentence); }, Qt::QueuedConnection);
+    };
 }
 
 void ImportRunner::cancel()
@@ -45,9 +54,11 @@ void ImportRunner::undo()
     Q_ASSERT(canUndo());
     m_isRunning = true;
     m_stop = std::make_shared<std::atomic<bool>>(false);
-    m_undoing.setFuture(QtConcurrent::run(
-        m_pool.get(), [root = m_order.root, limits = m_order.limits, point = m_point,
-                       stop = m_stop] { return undoSafeImport(root, point, limits, *stop); }));
+    m_undoing.setFuture(
+        QtConcurrent::run(m_pool.get(), [root = m_order.root, limits = m_order.limits,
+                                         point = m_point, stop = m_stop, waits = tellingWaits()] {
+            return undoSafeImport(root, point, limits, *stop, waits);
+        }));
 }
 
 void ImportRunner::takeResult()

@@ -32,10 +32,13 @@ public:
 
 Q_SIGNALS:
     void progressed(int percent);
+    /// Another program has a series; the sentence says which, and who.
+    void waiting(const QString& sentence);
     void finished(const tadata::SafeImportResult& result);
     void undone(const vexdesk::Outcome& outcome);
 
 private:
+    WaitSink tellingWaits();
     void takeResult();
     void takeUndone();
 

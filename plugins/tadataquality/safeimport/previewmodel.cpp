@@ -42,12 +42,10 @@ public:
         return search;
     }
 
-    // The model may go afterwards.
-    void end()
-    {
-        *m_stop = true;
-        m_done.waitForFinished();
-    }
+    // It goes on to its next line, and nobody hears of it.
+    void end() { *m_stop = true; }
+    // The model may go once it has.
+    const QFuture<void>& done() const { return m_done; }
 
 private:
     std::shared_ptr<std::atomic<bool>> m_stop = std::make_shared<std::atomic<bool>>(false);
@@ -63,16 +61,25 @@ PreviewModel::PreviewModel(QObject* parent)
 
 PreviewModel::~PreviewModel()
 {
-    if (m_search)
-        m_search->end();
+    leaveSearch();
+    for (QFuture<void>& left : m_left)
+        left.waitForFinished();
     m_reading.waitForFinished();
+}
+
+void PreviewModel::leaveSearch()
+{
+    m_left.removeIf([](const QFuture<void>& left) { return left.isFinished(); });
+    if (!m_search)
+        return;
+    m_search->end();
+    m_left.append(m_search->done());
+    m_search.reset();
 }
 
 void PreviewModel::setFile(const QString& path)
 {
-    if (m_search)
-        m_search->end();
-    m_search.reset();
+    leaveSearch();
     m_file = path;
     beginResetModel();
     m_places = std::make_shared<LinePlaces>();

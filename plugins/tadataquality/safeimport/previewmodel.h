@@ -75,6 +75,7 @@ private:
     };
     class Search;
 
+    void leaveSearch();
     void takePlaces(const LinePlaces& places);
     void setRowsOf(qint64 first);
     void readPage();
@@ -86,6 +87,7 @@ private:
     PreviewLayout m_layout;
     QMap<qint64, QString> m_notices;
     std::shared_ptr<Search> m_search; ///< of the lines of this file
+    QList<QFuture<void>> m_left;      ///< searches that may not have noticed that they ended
     std::shared_ptr<const LinePlaces> m_places;
     int m_generation = 0;
     qint64 m_first = 0;

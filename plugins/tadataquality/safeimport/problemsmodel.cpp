@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "problemsmodel.h"
 
+#include "problemtitles.h"
+
 #include <QtCore/QFileInfo>
 #include <QtCore/QLocale>
 

@@ -1,14 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "safeimport.h"
 
+#include "dayofbars.h"
+#include "dayvalues.h"
 #include "importfailures.h"
 #include "importjob.h"
+#include "optionwords.h"
 #include "undo.h"
 
+#include <vexdesk/history/dayfilenames.h>
 #include <vexdesk/history/storepaths.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFileInfo>
+#include <QtCore/QSysInfo>
 
 #include <algorithm>
 
@@ -27,19 +32,6 @@ struct Text
     Q_DECLARE_TR_FUNCTIONS(SafeImport)
 };
 
-QString nameOf(ImportMode mode)
-{
-    switch (mode) {
-    case ImportMode::Merge:
-        return QStringLiteral("merge");
-    case ImportMode::Fill:
-        return QStringLiteral("fill");
-    case ImportMode::Replace:
-        break;
-    }
-    return QStringLiteral("import");
-}
-
 Failure notAName(const QString& ticker)
 {
     return {Text::tr("Код '%1' не может быть именем каталога").arg(ticker)};
@@ -56,21 +48,97 @@ Outcome isAsSeen(const LaidOutFile& file)
                        .arg(file.path)};
 }
 
+QString waitingFor(const vexdesk::LockHolder& holder, const QString& series)
+{
+    if (holder.process == 0)
+        return Text::tr("Жду, пока другая программа освободит серию %1...").arg(series);
+    return Text::tr("Жду, пока %1 (процесс %2, компьютер %3) освободит серию %4...")
+        .arg(holder.program, QString::number(holder.process), holder.host, series);
+}
+
+// The locks of dead processes keep nobody waiting.
+bool isKept(const vexdesk::LockHolder& holder)
+{
+    const bool isHere = holder.host.isEmpty() || holder.host == QSysInfo::machineHostName();
+    return holder.runsHere || !isHere || holder.process == 0;
+}
+
+void tellHolder(const QDir& root, const QStringList& names, const WaitSink& waits)
+{
+    const Result<vexdesk::RestorePlace> place = vexdesk::restorePlace(root);
+    if (!waits || !place)
+        return;
+    for (const QString& name : names) {
+        const auto holder = vexdesk::lockHolder(*place, name);
+        if (!holder || !isKept(*holder))
+            continue;
+        waits(waitingFor(*holder, name));
+        return;
+    }
+}
+
+// Tells another keeper, and remembers which days it was told of.
+class DaysKeeper final : public vexdesk::FileKeeper
+{
+public:
+    explicit DaysKeeper(vexdesk::FileKeeper* keeper)
+        : m_keeper(keeper)
+    {}
+
+    void setTimeframe(int timeframe) { m_timeframe = timeframe; }
+
+    Outcome keep(const QStringList& paths) override
+    {
+        for (const QString& path : paths) {
+            // Minutes that are derived beside the seconds are no bars of the file.
+            const auto key = vexdesk::parseDayFileName(QFileInfo(path).fileName());
+            if (key && key->timeframe == m_timeframe)
+                m_days.insert(path, key->day);
+        }
+        return m_keeper->keep(paths);
+    }
+
+    const QMap<QString, QDate>& days() const { return m_days; }
+
+private:
+    vexdesk::FileKeeper* m_keeper;
+    int m_timeframe = 0;
+    QMap<QString, QDate> m_days; ///< by paths
+};
+
+// What an import has made of a day, of which a copy was kept where it was there before.
+Result<DayChange> changeOf(const QString& path, const QString& copy, const QDate& day)
+{
+    if (vexdesk::isMissing(copy)) {
+        StoredDay stored;
+        if (const Outcome read = stored.read(path, day, vexdesk::fileState(path)); !read)
+            return read.failure();
+        return DayChange{.added = static_cast<int>(stored.keyCount())};
+    }
+    const Result<DayValues> before = DayValues::ofFile(copy, day);
+    const Result<DayValues> after = DayValues::ofFile(path, day);
+    if (!before || !after)
+        return before ? after.failure() : before.failure();
+    return before->changeTo(*after);
+}
+
 // One import, from the locks to the end of its restore point.
 class ImportRun final
 {
 public:
     ImportRun(const SafeImportOrder& order, const ProgressSink& progress,
-              const std::atomic<bool>& stop)
+              const std::atomic<bool>& stop, const WaitSink& waits)
         : m_order(order)
         , m_progress(progress)
         , m_stop(stop)
-        , m_job(StoreJobSettings{.by = nameOf(order.choices.ways.mode),
+        , m_waits(waits)
+        , m_job(StoreJobSettings{.by = pointMaker(order.choices.ways.mode),
                                  .source = order.choices.files,
                                  .limits = order.limits,
                                  .wait = order.wait,
                                  .needsPoint = true,
                                  .stop = &stop})
+        , m_keeper(m_job.keeper())
     {}
 
     SafeImportResult run()
@@ -98,6 +166,7 @@ private:
                 return series.failure();
             names += *series;
         }
+        tellHolder(m_order.root, names, m_waits);
         if (Outcome begun = m_job.begin(m_order.root, vexdesk::sortedByCodePoint(names)); !begun)
             return begun;
         noteMissingDirectories(names);
@@ -175,6 +244,7 @@ private:
         for (const LaidOutFile& file : m_order.files) {
             if (Outcome seen = isAsSeen(file); !seen)
                 return seen;
+            m_keeper.setTimeframe(file.layout.details.timeframe);
             const ImportResult result = importFile(file, shared.next());
             m_result.bars += result.bars;
             m_result.days += result.days;
@@ -186,7 +256,30 @@ private:
         }
         const bool isNothing = m_result.bars == 0 && m_result.badLines > 0;
         return isNothing ? Failure{Text::tr("Ни одной строки взять нельзя: все ошибочные.")}
-                         : Outcome();
+                         : countBars();
+    }
+
+    // In the store itself: what is told at the end is what was done.
+    Outcome countBars()
+    {
+        const Result<vexdesk::RestorePlace> place = vexdesk::restorePlace(m_order.root);
+        if (!place)
+            return place.failure();
+        const QMap<QString, QDate>& days = m_keeper.days();
+        for (auto day = days.cbegin(); day != days.cend(); ++day) {
+            if (m_stop)
+                return interrupted();
+            const QString copy =
+                QStringLiteral("%1/%2/%3")
+                    .arg(place->path, m_job.pointId(), day.key().section(u'/', -4));
+            const Result<DayChange> change = changeOf(day.key(), copy, day.value());
+            if (!change)
+                return change.failure();
+            m_result.added += change->added;
+            m_result.replaced += change->replaced;
+            m_result.lost += change->lost;
+        }
+        return {};
     }
 
     ImportResult importFile(const LaidOutFile& file, const ProgressSink& progress)
@@ -199,7 +292,7 @@ private:
                         setSeries(*description, *codes);
                 }};
         return importByWays(file.path, detailsFor(file, m_order.choices), m_order.choices.ways,
-                            series, progress, {.keeper = m_job.keeper(), .stop = &m_stop});
+                            series, progress, {.keeper = &m_keeper, .stop = &m_stop});
     }
 
     Result<QList<QDir>> directories(const LaidOutFile& file, const QStringList& tickers)
@@ -211,8 +304,9 @@ private:
                 return notAName(ticker);
             const QDir dir(
                 vexdesk::seriesPath(m_order.root, codes->stock, codes->board, codes->security));
-            if (m_order.choices.ways.mode == ImportMode::Replace)
-                QDir().mkpath(dir.path());
+            const bool makes = m_order.choices.ways.mode == ImportMode::Replace;
+            if (Outcome made = makes ? makeDirectory(dir) : Outcome(); !made)
+                return made.failure();
             directories.append(dir);
         }
         return directories;
@@ -234,8 +328,9 @@ private:
         const Outcome back = m_job.takeBack();
         removeMadeDirectories();
         m_result.bars = m_result.days = m_result.badLines = 0;
+        m_result.added = m_result.replaced = m_result.lost = 0;
         m_result.end = back ? SafeImportResult::End::TakenBack : SafeImportResult::End::Failed;
-        QStringList messages{why.message(), back.message()};
+        QStringList messages{why.wholeMessage(), back.wholeMessage()};
         messages.removeAll(QString());
         m_result.message = messages.join(QStringLiteral("\n\n"));
         return m_result;
@@ -246,14 +341,16 @@ private:
         // No file was touched.
         m_result.end =
             m_result.isCancelled ? SafeImportResult::End::TakenBack : SafeImportResult::End::Failed;
-        m_result.message = why.message();
+        m_result.message = why.wholeMessage();
         return m_result;
     }
 
     const SafeImportOrder& m_order;
     const ProgressSink& m_progress;
     const std::atomic<bool>& m_stop;
+    const WaitSink& m_waits;
     StoreJob m_job;
+    DaysKeeper m_keeper;
     QStringList m_missing; ///< directories that were not there before
     SafeImportResult m_result;
 };
@@ -261,14 +358,18 @@ private:
 } // namespace
 
 SafeImportResult runSafeImport(const SafeImportOrder& order, const ProgressSink& progress,
-                               const std::atomic<bool>& stop)
+                               const std::atomic<bool>& stop, const WaitSink& waits)
 {
-    return ImportRun(order, progress, stop).run();
+    return ImportRun(order, progress, stop, waits).run();
 }
 
 Outcome undoSafeImport(const QDir& root, const QString& point, const vexdesk::RestoreLimits& limits,
-                       const std::atomic<bool>& stop)
+                       const std::atomic<bool>& stop, const WaitSink& waits)
 {
+    if (const auto place = vexdesk::restorePlace(root)) {
+        if (const auto record = vexdesk::restorePoint(*place, point))
+            tellHolder(root, seriesOf(*record), waits);
+    }
     const UndoResult undone = undo(root, point, false, {.limits = limits, .stop = &stop});
     if (!undone.work)
         return undone.work;

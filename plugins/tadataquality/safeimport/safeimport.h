@@ -5,8 +5,14 @@
 
 #include <vexdesk/history/storejob.h>
 
+#include <algorithm>
+#include <functional>
+
 /// The import of the window, and its undoing. Any thread.
 namespace tadata {
+
+/// Is told, at once, for whom a series is waited for: a sentence. It may be empty.
+using WaitSink = std::function<void(const QString& sentence)>;
 
 struct SafeImportOrder
 {
@@ -31,11 +37,18 @@ struct SafeImportResult
     End end = End::Failed;
     bool isCancelled = false;
     QString message = {}; ///< why it did not come to its end, or what went wrong behind it; or null
-    qint64 bars = 0;
-    qint64 days = 0; ///< of series, that were written
+    qint64 bars = 0;      ///< of the files
+    qint64 days = 0;      ///< of series, that were written
+    /// What has become of the bars of the store, as it is before and after.
+    qint64 added = 0;
+    qint64 replaced = 0; ///< have other values
+    qint64 lost = 0;
     qint64 badLines = 0;
     /// Of the restore point with which it can be undone; null where none stays.
     QString point = {};
+
+    /// Bars of the files that have changed nothing: the store had them, or their times were taken.
+    qint64 idle() const { return std::max<qint64>(0, bars - added - replaced); }
 };
 
 /// Imports all files, under the locks of all their series, and changes nothing at all unless all of
@@ -43,12 +56,12 @@ struct SafeImportResult
 /// and directories that were made for it go. For that it makes a restore point even where none are
 /// to be kept.
 SafeImportResult runSafeImport(const SafeImportOrder& order, const ProgressSink& progress,
-                               const std::atomic<bool>& stop);
+                               const std::atomic<bool>& stop, const WaitSink& waits = {});
 
 /// Puts back what an import has changed, unless its files have changed since. The undoing can be
 /// undone in turn, as every restore point can.
 vexdesk::Outcome undoSafeImport(const QDir& root, const QString& point,
-                                const vexdesk::RestoreLimits& limits,
-                                const std::atomic<bool>& stop);
+                                const vexdesk::RestoreLimits& limits, const std::atomic<bool>& stop,
+                                const WaitSink& waits = {});
 
 } // namespace tadata

@@ -9,7 +9,10 @@
 #include "seriesmodel.h"
 #include "textcolours.h"
 
+#include <vexdesk/dateformat.h>
+
 #include <QtCore/QLocale>
+#include <QtCore/QPointer>
 #include <QtCore/QSaveFile>
 #include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QFileDialog>
@@ -18,7 +21,6 @@
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QProgressBar>
 #include <QtWidgets/QPushButton>
-#include <QtWidgets/QSplitter>
 #include <QtWidgets/QTreeView>
 #include <QtWidgets/QVBoxLayout>
 
@@ -32,25 +34,6 @@ namespace {
 
 constexpr QLatin1String group("TADataQuality/Health");
 
-void prepare(QTreeView* view, QAbstractItemModel* model, const char* name)
-{
-    view->setObjectName(QLatin1String(name));
-    view->setModel(model);
-    view->setRootIsDecorated(false);
-    view->setUniformRowHeights(true);
-    view->setAllColumnsShowFocus(true);
-    view->header()->setSectionsMovable(false);
-}
-
-QLabel* plainLabel(const char* name)
-{
-    auto* const label = new QLabel;
-    label->setObjectName(QLatin1String(name));
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
-    return label;
-}
-
 // Leaves room for the mark of the order only where it stands: ten columns are to be seen at once.
 class SeriesHeader final : public QHeaderView
 {
@@ -61,8 +44,6 @@ public:
         setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
         setSectionResizeMode(QHeaderView::ResizeToContents);
         setStretchLastSection(true);
-        // By the rows in view: a thousand of them would be measured each time the order changes.
-        setResizeContentsPrecision(0);
     }
 
 protected:
@@ -74,13 +55,6 @@ protected:
         return size;
     }
 };
-
-QVBoxLayout* partOf(QWidget* part)
-{
-    auto* const layout = new QVBoxLayout(part);
-    layout->setContentsMargins(0, 0, 0, 0);
-    return layout;
-}
 
 vexdesk::Outcome writeList(const QString& path, const QList<SharedDigest>& series)
 {
@@ -107,17 +81,11 @@ HealthWindow::HealthWindow(tadata::HealthBook* book, ShowInChart showInChart, QW
     , m_remarksView(new QTreeView)
     , m_summary(plainLabel("summary"))
     , m_day(plainLabel("day"))
-    , m_status(plainLabel("status"))
     , m_progress(new QProgressBar)
 {
-    auto* const parts = new QSplitter(Qt::Vertical);
-    parts->setChildrenCollapsible(false);
-    parts->addWidget(makeSeriesPart());
-    parts->addWidget(makeDaysPart());
-    auto* const all = new QVBoxLayout(this);
-    all->addWidget(parts, 1);
-    all->addWidget(m_status);
-    all->addWidget(makeButtons());
+    QWidget* const series = makeSeriesPart();
+    QWidget* const days = makeDaysPart();
+    setParts(series, days, makeButtons());
     constexpr QSize usual(790, 560);
     restoreSizeOr(usual);
     connectParts();
@@ -139,7 +107,7 @@ QWidget* HealthWindow::makeSeriesPart()
     auto* const label = new QLabel(tr("&Найти серию:"));
     label->setBuddy(m_filter);
     m_seriesView->setHeader(new SeriesHeader);
-    prepare(m_seriesView, m_series, "series");
+    prepareTable(m_seriesView, m_series, "series");
     m_seriesView->setAccessibleName(tr("Серии хранилища"));
     QHeaderView* const header = m_seriesView->header();
     header->setSortIndicator(SeriesModel::Series, Qt::AscendingOrder);
@@ -148,7 +116,7 @@ QWidget* HealthWindow::makeSeriesPart()
     m_progress->setAccessibleName(tr("Сколько прочитано"));
 
     auto* const part = new QWidget;
-    QVBoxLayout* const layout = partOf(part);
+    QVBoxLayout* const layout = layoutOf(part);
     auto* const top = new QHBoxLayout;
     top->addWidget(label);
     top->addWidget(m_filter, 1);
@@ -163,13 +131,13 @@ QWidget* HealthWindow::makeDaysPart()
 {
     m_calendarView->setObjectName(QStringLiteral("calendar"));
     m_calendarView->setAccessibleName(tr("Календарь покрытия выбранной серии"));
-    prepare(m_remarksView, m_remarks, "remarks");
+    prepareTable(m_remarksView, m_remarks, "remarks");
     m_remarksView->setHeaderHidden(true);
     m_remarksView->setAccessibleName(tr("Что не так в выбранный день"));
     m_remarksView->header()->setSectionResizeMode(RemarksModel::Kind,
                                                   QHeaderView::ResizeToContents);
     auto* const part = new QWidget;
-    QVBoxLayout* const layout = partOf(part);
+    QVBoxLayout* const layout = layoutOf(part);
     constexpr int large = 3;
     layout->addWidget(m_calendarView, large);
     layout->addWidget(new CalendarLegend);
@@ -312,15 +280,10 @@ void HealthWindow::chooseDay(const QDate& day)
         return;
     }
     const tadata::DayMark* const mark = m_shown->mark(day);
-    const QString date = QLocale().toString(day, QStringLiteral("ddd dd.MM.yyyy"));
-    QString text = tr("%1, %2: нет файла").arg(m_shown->series, date);
-    if (mark)
-        text = tr("%1, %2: баров %L3 из %L4 обычных, покрытие %5")
-                   .arg(m_shown->series, date)
-                   .arg(mark->bars)
-                   .arg(mark->expected)
-                   .arg(tadata::coverageText(*mark));
-    m_day->setText(text);
+    const QString date = QLocale().toString(day, QStringLiteral("ddd ")) + vexdesk::shownDate(day);
+    const QString stored =
+        mark ? tadata::storedInWords(*mark, m_shown->timeframe) : tr("нет файла");
+    m_day->setText(tr("%1, %2: %3").arg(m_shown->series, date, stored));
     m_remarks->setRemarks(tadata::remarksOn(*m_shown, day));
 }
 
@@ -332,6 +295,12 @@ void HealthWindow::showProgress(int percent)
 
 void HealthWindow::askForListFile()
 {
+    const QList<SharedDigest> shown = m_series->shown();
+    if (std::none_of(shown.begin(), shown.end(),
+                     [](const SharedDigest& one) { return one->lacksBars(); })) {
+        say(tr("Запрашивать нечего: в показанных сериях есть все дни, и разрывов нет."));
+        return;
+    }
     auto* const dialog = new QFileDialog(this, tr("Список для брокера"), QString(),
                                          tr("Текстовые файлы (*.txt);;Все файлы (*)"));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
@@ -343,17 +312,23 @@ void HealthWindow::askForListFile()
 
 void HealthWindow::saveBrokerList(const QString& path)
 {
-    m_saving.start([path, series = m_series->shown()](
-                       const std::atomic<bool>&) { return writeList(path, series); },
-                   [this, path](const vexdesk::Outcome& outcome) { showSaved(path, outcome); });
+    const bool isAll = m_book->isKnown() && m_book->problems().isEmpty();
+    m_saving.start(
+        [path, series = m_series->shown()](const std::atomic<bool>&) {
+            return writeList(path, series);
+        },
+        [this, path, isAll](const vexdesk::Outcome& outcome) { showSaved(path, outcome, isAll); });
 }
 
-void HealthWindow::showSaved(const QString& path, const vexdesk::Outcome& outcome)
+void HealthWindow::showSaved(const QString& path, const vexdesk::Outcome& outcome, bool isAll)
 {
-    if (outcome)
+    if (!outcome)
+        say(outcome.message(), true);
+    else if (isAll)
         say(tr("Список записан в %1.").arg(path));
     else
-        say(outcome.message(), true);
+        say(tr("Список записан в %1. В нём не всё: хранилище прочитано не полностью.").arg(path),
+            true);
 }
 
 // Where the first thing is wrong, or the day as a whole.
@@ -367,23 +342,31 @@ void HealthWindow::showPlace(const QTime& time)
     const SharedDigest series = chosen();
     if (!series)
         return;
-    const QDate day = m_calendarView->day();
-    switch (m_showInChart({tadata::seriesNamed(series->series), day, time})) {
+    const tadata::SeriesMoment moment{tadata::seriesNamed(series->series), m_calendarView->day(),
+                                      time};
+    m_showInChart(moment, [self = QPointer<HealthWindow>(this), moment](Shown shown) {
+        if (self)
+            self->sayShown(moment, shown);
+    });
+}
+
+void HealthWindow::sayShown(const tadata::SeriesMoment& moment, Shown shown)
+{
+    const QString series = tadata::pathOf(moment.series);
+    switch (shown) {
     case Shown::Yes:
         say(QString());
+        break;
+    case Shown::NoDay:
+        say(tr("В хранилище нет дня %1 серии %2: график показывает ближайшее место.")
+                .arg(vexdesk::shownDate(moment.day), series),
+            true);
         break;
     case Shown::NoCharts:
         say(tr("У этого терминала нет графиков: показать место негде."), true);
         break;
     case Shown::NothingThere:
-        say(tr("График не показан: от серии %1 ничего не хранится.").arg(series->series), true);
+        say(tr("График не показан: от серии %1 ничего не хранится.").arg(series), true);
         break;
     }
-}
-
-void HealthWindow::say(const QString& text, bool isWarning)
-{
-    m_status->setText(text);
-    m_status->setVisible(!text.isEmpty());
-    tadata::tintLabel(m_status, !isWarning);
 }

@@ -32,13 +32,16 @@ class HealthWindow final : public tadata::ToolWindow
 
 public:
     /// What came of showing a place in the chart.
-    enum class Shown { Yes, NoCharts, NothingThere };
-    using ShowInChart = std::function<Shown(const tadata::SeriesMoment& moment)>;
+    enum class Shown { Yes, NoDay, NoCharts, NothingThere };
+    using Told = std::function<void(Shown shown)>;
+    /// Tells at once or later, and not at all where something else is to be shown meanwhile.
+    using ShowInChart = std::function<void(const tadata::SeriesMoment& moment, const Told& told)>;
 
     HealthWindow(tadata::HealthBook* book, ShowInChart showInChart, QWidget* parent = nullptr);
     ~HealthWindow() override;
 
-    /// Writes the list for the broker into a file, as the button does once it is chosen.
+    /// Writes the list for the broker into a file, as the button does once it is chosen. Says so
+    /// where not all of the store is known.
     void saveBrokerList(const QString& path);
 
 Q_SIGNALS:
@@ -57,10 +60,10 @@ private:
     void chooseDay(const QDate& day);
     void showProgress(int percent);
     void askForListFile();
-    void showSaved(const QString& path, const vexdesk::Outcome& outcome);
+    void showSaved(const QString& path, const vexdesk::Outcome& outcome, bool isAll);
     void showDay();
     void showPlace(const QTime& time);
-    void say(const QString& text, bool isWarning = false);
+    void sayShown(const tadata::SeriesMoment& moment, Shown shown);
     tadata::SharedDigest chosen() const;
     /// A day of the series that is worth a look: the last wrong one, or the last one.
     static QDate worstDayOf(const tadata::SeriesDigest& series);
@@ -76,7 +79,6 @@ private:
     QTreeView* const m_remarksView;
     QLabel* const m_summary;
     QLabel* const m_day;
-    QLabel* const m_status;
     QProgressBar* const m_progress;
     QPushButton* m_show = nullptr;
     QPushButton* m_fill = nullptr;

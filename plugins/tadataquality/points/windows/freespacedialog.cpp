@@ -14,9 +14,11 @@
 #include <algorithm>
 
 FreeSpaceDialog::FreeSpaceDialog(const QList<vexdesk::RestorePointRecord>& points,
-                                 const vexdesk::RestoreLimits& limits, QWidget* parent)
+                                 const QSet<QString>& running, const vexdesk::RestoreLimits& limits,
+                                 QWidget* parent)
     : QDialog(parent)
     , m_points(points)
+    , m_running(running)
     , m_keep(new QSpinBox)
     , m_megabytes(new QSpinBox)
     , m_preview(new QLabel)
@@ -60,7 +62,7 @@ vexdesk::RestoreLimits FreeSpaceDialog::limits() const
 
 void FreeSpaceDialog::showPreview()
 {
-    const tadata::PrunePreview preview = tadata::previewOfPruning(m_points, limits());
+    const tadata::PrunePreview preview = tadata::previewOfPruning(m_points, m_running, limits());
     m_remove->setEnabled(preview.points > 0);
     m_preview->setText(
         preview.points == 0

@@ -3,6 +3,7 @@
 
 #include <vexdesk/history/restorepoint.h>
 
+#include <QtCore/QSet>
 #include <QtWidgets/QDialog>
 
 class QLabel;
@@ -15,8 +16,9 @@ class FreeSpaceDialog final : public QDialog
     Q_OBJECT
 
 public:
-    /// The points, the newest first, and the limits to begin with.
-    FreeSpaceDialog(const QList<vexdesk::RestorePointRecord>& points,
+    /// The points, the newest first, the ids of those whose command runs, and the limits to begin
+    /// with.
+    FreeSpaceDialog(const QList<vexdesk::RestorePointRecord>& points, const QSet<QString>& running,
                     const vexdesk::RestoreLimits& limits, QWidget* parent);
     ~FreeSpaceDialog() override;
 
@@ -26,6 +28,7 @@ private:
     void showPreview();
 
     const QList<vexdesk::RestorePointRecord> m_points;
+    const QSet<QString> m_running;
     QSpinBox* const m_keep;
     QSpinBox* const m_megabytes;
     QLabel* const m_preview;

@@ -17,7 +17,6 @@
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QProgressBar>
 #include <QtWidgets/QPushButton>
-#include <QtWidgets/QSplitter>
 #include <QtWidgets/QTreeView>
 #include <QtWidgets/QVBoxLayout>
 
@@ -31,26 +30,6 @@ using vexdesk::RestorePointRecord;
 namespace {
 
 constexpr QLatin1String group("TADataQuality/Points");
-
-void prepare(QTreeView* view, QAbstractItemModel* model, const char* name)
-{
-    view->setObjectName(QLatin1String(name));
-    view->setModel(model);
-    view->setRootIsDecorated(false);
-    view->setUniformRowHeights(true);
-    view->setAllColumnsShowFocus(true);
-    view->header()->setSectionsMovable(false);
-    view->header()->setResizeContentsPrecision(0); // by the rows in view
-}
-
-QLabel* plainLabel(const char* name)
-{
-    auto* const label = new QLabel;
-    label->setObjectName(QLatin1String(name));
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
-    return label;
-}
 
 } // namespace
 
@@ -68,17 +47,11 @@ PointsWindow::PointsWindow(const QDir& root, std::chrono::milliseconds wait, QWi
     , m_filesView(new QTreeView)
     , m_summary(plainLabel("summary"))
     , m_effect(plainLabel("effect"))
-    , m_status(plainLabel("status"))
     , m_progress(new QProgressBar)
 {
-    auto* const parts = new QSplitter(Qt::Vertical);
-    parts->setChildrenCollapsible(false);
-    parts->addWidget(makePointsPart());
-    parts->addWidget(makeFilesPart());
-    auto* const all = new QVBoxLayout(this);
-    all->addWidget(parts, 1);
-    all->addWidget(m_status);
-    all->addWidget(makeButtons());
+    QWidget* const points = makePointsPart();
+    QWidget* const files = makeFilesPart();
+    setParts(points, files, makeButtons());
     constexpr QSize usual(760, 520);
     restoreSizeOr(usual);
 
@@ -86,8 +59,10 @@ PointsWindow::PointsWindow(const QDir& root, std::chrono::milliseconds wait, QWi
     m_later.setSingleShot(true);
     m_later.setInterval(pause);
     connect(&m_later, &QTimer::timeout, this, &PointsWindow::read);
-    connect(&m_watcher, &QFileSystemWatcher::directoryChanged, &m_later,
-            qOverload<>(&QTimer::start));
+    constexpr int nextLook = 2000;
+    m_again.setSingleShot(true);
+    m_again.setInterval(nextLook);
+    connect(&m_again, &QTimer::timeout, this, &PointsWindow::read);
     connect(m_pointsView->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             &PointsWindow::choose);
     m_pointsView->setFocus();
@@ -99,7 +74,7 @@ PointsWindow::~PointsWindow() = default;
 
 QWidget* PointsWindow::makePointsPart()
 {
-    prepare(m_pointsView, m_points, "points");
+    prepareTable(m_pointsView, m_points, "points");
     m_pointsView->setAccessibleName(tr("Точки восстановления, новые первыми"));
     QHeaderView* const header = m_pointsView->header();
     header->setStretchLastSection(false);
@@ -107,8 +82,7 @@ QWidget* PointsWindow::makePointsPart()
     header->setSectionResizeMode(PointsModel::Series, QHeaderView::Stretch);
     header->setSectionResizeMode(PointsModel::Source, QHeaderView::Stretch);
     auto* const part = new QWidget;
-    auto* const layout = new QVBoxLayout(part);
-    layout->setContentsMargins(0, 0, 0, 0);
+    QVBoxLayout* const layout = layoutOf(part);
     layout->addWidget(m_summary);
     layout->addWidget(m_pointsView);
     return part;
@@ -116,15 +90,14 @@ QWidget* PointsWindow::makePointsPart()
 
 QWidget* PointsWindow::makeFilesPart()
 {
-    prepare(m_filesView, m_files, "files");
+    prepareTable(m_filesView, m_files, "files");
     m_filesView->setAccessibleName(tr("Файлы выбранной точки"));
     QHeaderView* const header = m_filesView->header();
     header->setStretchLastSection(false);
     header->setSectionResizeMode(QHeaderView::ResizeToContents);
     header->setSectionResizeMode(PointFilesModel::Series, QHeaderView::Stretch);
     auto* const part = new QWidget;
-    auto* const layout = new QVBoxLayout(part);
-    layout->setContentsMargins(0, 0, 0, 0);
+    QVBoxLayout* const layout = layoutOf(part);
     layout->addWidget(m_effect);
     layout->addWidget(m_filesView);
     return part;
@@ -145,7 +118,7 @@ QWidget* PointsWindow::makeButtons()
     m_freeSpace = buttons->addButton(tr("&Освободить место..."), QDialogButtonBox::ActionRole);
     m_freeSpace->setObjectName(QStringLiteral("freeSpace"));
     connect(buttons, &QDialogButtonBox::rejected, this, &QWidget::close);
-    connect(m_putBack, &QPushButton::clicked, this, [this] { putBack(false); });
+    connect(m_putBack, &QPushButton::clicked, this, &PointsWindow::putChosenBack);
     connect(m_freeSpace, &QPushButton::clicked, this, &PointsWindow::freeSpace);
     auto* const part = new QWidget;
     auto* const layout = new QHBoxLayout(part);
@@ -155,20 +128,9 @@ QWidget* PointsWindow::makeButtons()
     return part;
 }
 
-PointsWindow::Points PointsWindow::pointsOf(const QDir& root)
-{
-    const auto place = vexdesk::restorePlace(root);
-    if (!place)
-        return place.failure();
-    const auto found = vexdesk::restorePoints(*place);
-    if (!found)
-        return found.failure();
-    return PlacedPoints{*place, *found};
-}
-
 void PointsWindow::read()
 {
-    m_reading.start([root = m_root](const std::atomic<bool>&) { return pointsOf(root); },
+    m_reading.start([root = m_root](const std::atomic<bool>&) { return tadata::storePoints(root); },
                     [this](const Points& points) { showPoints(points); });
 }
 
@@ -182,22 +144,36 @@ void PointsWindow::showPoints(const Points& points)
         return;
     }
     m_place = points->place;
-    m_points->setPoints(points->found.points);
+    m_running = points->running;
+    m_points->setPoints(points->found.points, m_running);
     watch();
-    const int row = m_points->rowOf(m_shownId);
+    if (!m_running.isEmpty())
+        m_again.start();
+    // What was interrupted wants a look first.
+    const bool isFirst = m_shownId.isEmpty() && !points->interrupted.isEmpty();
+    const int row = m_points->rowOf(isFirst ? points->interrupted.first().id : m_shownId);
     if (m_points->rowCount() > 0)
         m_pointsView->setCurrentIndex(m_points->index(std::max(row, 0), 0));
+    showSummary(*points);
+    choose();
+}
+
+void PointsWindow::showSummary(const tadata::StorePoints& points)
+{
     QString summary = m_points->rowCount() == 0
                           ? tr("Точек восстановления нет: команды, которые меняют данные, создают "
                                "их сами.")
                           : tr("Точек: %L1, занимают %2.")
                                 .arg(m_points->rowCount())
                                 .arg(tadata::sizeText(m_points->bytes()));
-    for (const QString& problem : points->found.problems)
+    if (!points.interrupted.isEmpty())
+        summary += u'\n' + tr("Прервано на середине команд: %L1. Выберите точку с пометкой "
+                              "«прервано» и верните данные, какими они были до неё.")
+                               .arg(points.interrupted.size());
+    for (const QString& problem : points.found.problems)
         summary += u'\n' + problem;
     m_summary->setText(summary);
-    tadata::tintLabel(m_summary, points->found.problems.isEmpty());
-    choose();
+    tadata::tintLabel(m_summary, points.found.problems.isEmpty() && points.interrupted.isEmpty());
 }
 
 void PointsWindow::watch()
@@ -208,13 +184,7 @@ void PointsWindow::watch()
         if (!point.isComplete)
             wanted.append(m_place.path + u'/' + point.id);
     }
-    QStringList unwatched;
-    for (const QString& path : std::as_const(wanted)) {
-        if (!m_watcher.directories().contains(path) && QFileInfo(path).isDir())
-            unwatched.append(path);
-    }
-    if (!unwatched.isEmpty())
-        m_watcher.addPaths(unwatched);
+    m_watch.watch(wanted);
 }
 
 std::optional<RestorePointRecord> PointsWindow::chosen() const
@@ -295,25 +265,35 @@ void PointsWindow::showCheck(const UndoCheck& check, bool isWorkKnown)
     tadata::tintLabel(m_effect, check.forbidding.isEmpty() && isWorkKnown);
 }
 
-void PointsWindow::putBack(bool isForced)
+void PointsWindow::putChosenBack()
 {
     const std::optional<RestorePointRecord> point = chosen();
-    if (!point || m_isAtWork)
+    if (!point)
+        return;
+    if (point->isComplete || m_running.contains(point->id))
+        putBack(point->id, false);
+    else
+        askForInterrupted(*point);
+}
+
+void PointsWindow::putBack(const QString& id, bool isForced)
+{
+    if (m_isAtWork)
         return;
     setAtWork(true);
-    say(tr("Точка %1 возвращается...").arg(point->id));
+    say(tr("Точка %1 возвращается...").arg(id));
     m_undoing.start(
-        [root = m_root, wait = m_wait, id = point->id, isForced](const std::atomic<bool>& stop) {
+        [root = m_root, wait = m_wait, id, isForced](const std::atomic<bool>& stop) {
             vexdesk::StoreJobSettings settings;
             settings.limits = tadata::restoreLimits();
             settings.wait = wait;
             settings.stop = &stop;
             return tadata::undo(root, id, isForced, settings);
         },
-        [this](const UndoResult& result) { showPutBack(result); });
+        [this, id](const UndoResult& result) { showPutBack(id, result); });
 }
 
-void PointsWindow::showPutBack(const UndoResult& result)
+void PointsWindow::showPutBack(const QString& id, const UndoResult& result)
 {
     setAtWork(false);
     read();
@@ -321,7 +301,7 @@ void PointsWindow::showPutBack(const UndoResult& result)
         Q_EMIT storeChanged();
     if (!result.forbidding.isEmpty()) {
         say(tr("Точка не возвращена: файлы с тех пор изменились. Ничего не тронуто."), true);
-        askForForce(result.forbidding);
+        askForForce(id, result.forbidding);
     } else if (!result.work) {
         say(tr("Точка не возвращена. %1").arg(result.work.message()), true);
     } else if (!result.end) {
@@ -333,32 +313,54 @@ void PointsWindow::showPutBack(const UndoResult& result)
     }
 }
 
-void PointsWindow::askForForce(const QStringList& forbidding)
+QMessageBox* PointsWindow::makeQuestion(const char* name, const QString& title, const QString& text,
+                                        const QString& yes, const std::function<void()>& run)
+{
+    auto* const box = new QMessageBox(QMessageBox::Warning, title, text, QMessageBox::Cancel, this);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setTextFormat(Qt::PlainText);
+    box->setObjectName(QLatin1String(name));
+    box->button(QMessageBox::Cancel)->setText(tr("&Отмена"));
+    const QPushButton* const button = box->addButton(yes, QMessageBox::DestructiveRole);
+    box->setDefaultButton(QMessageBox::Cancel);
+    connect(button, &QPushButton::clicked, this, run);
+    return box;
+}
+
+// Of a work that was interrupted nobody knows what of its files has changed since.
+void PointsWindow::askForInterrupted(const RestorePointRecord& point)
+{
+    QMessageBox* const box = makeQuestion(
+        "interrupted", tr("Вернуть прерванное"),
+        tr("Команда была прервана: %1, серии: %2.\n\nВозврат вернёт прежних файлов: %L3 и удалит "
+           "созданных: %L4, даже если после неё их меняли. То, что в них сейчас, останется в новой "
+           "точке.")
+            .arg(tadata::makerOfPoint(point.by), tadata::shortList(point.series, 3))
+            .arg(point.kept.size())
+            .arg(point.created.size()),
+        tr("&Вернуть"), [this, id = point.id] { putBack(id, false); });
+    box->open();
+}
+
+void PointsWindow::askForForce(const QString& id, const QStringList& forbidding)
 {
     constexpr qsizetype shown = 5;
-    auto* const box = new QMessageBox(
-        QMessageBox::Warning, tr("Файлы с тех пор изменились"),
+    QMessageBox* const box = makeQuestion(
+        "force", tr("Файлы с тех пор изменились"),
         tr("После этой команды изменились файлы: %L1. Возврат заменит и их; то, что в них сейчас, "
            "останется в новой точке.\n\n%2")
             .arg(forbidding.size())
             .arg(forbidding.first(std::min(shown, forbidding.size())).join(u'\n')),
-        QMessageBox::Cancel, this);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setTextFormat(Qt::PlainText);
-    box->setObjectName(QStringLiteral("force"));
+        tr("&Вернуть всё равно"), [this, id] { putBack(id, true); });
     if (forbidding.size() > shown)
         box->setDetailedText(forbidding.join(u'\n'));
-    box->button(QMessageBox::Cancel)->setText(tr("&Отмена"));
-    QPushButton* const force =
-        box->addButton(tr("&Вернуть всё равно"), QMessageBox::DestructiveRole);
-    box->setDefaultButton(QMessageBox::Cancel);
-    connect(force, &QPushButton::clicked, this, [this] { putBack(true); });
     box->open();
 }
 
 void PointsWindow::freeSpace()
 {
-    auto* const dialog = new FreeSpaceDialog(m_points->points(), tadata::restoreLimits(), this);
+    auto* const dialog =
+        new FreeSpaceDialog(m_points->points(), m_running, tadata::restoreLimits(), this);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     connect(dialog, &QDialog::accepted, this, [this, dialog] {
         setAtWork(true);
@@ -380,12 +382,6 @@ void PointsWindow::showFreed(const vexdesk::Outcome& outcome)
         say(tr("Старые точки удалены."));
     else
         say(tr("Удалены не все точки. %1").arg(outcome.message()), true);
-}
-
-void PointsWindow::say(const QString& text, bool isWarning)
-{
-    m_status->setText(text);
-    tadata::tintLabel(m_status, !isWarning);
 }
 
 void PointsWindow::setAtWork(bool isAtWork)

@@ -2,21 +2,24 @@
 #pragma once
 
 #include "backgroundtask.h"
+#include "directorywatch.h"
 #include "pointfiles.h"
+#include "storepoints.h"
 #include "toolwindow.h"
 #include "undo.h"
 
 #include <QtCore/QDir>
-#include <QtCore/QFileSystemWatcher>
 #include <QtCore/QTimer>
 
 #include <chrono>
+#include <functional>
 #include <optional>
 #include <vector>
 
 class PointFilesModel;
 class PointsModel;
 class QLabel;
+class QMessageBox;
 class QProgressBar;
 class QPushButton;
 class QTreeView;
@@ -33,7 +36,7 @@ public:
     explicit PointsWindow(QWidget* parent = nullptr);
     /// Of the store with this root; a command waits so long for the locks of its series.
     PointsWindow(const QDir& root, std::chrono::milliseconds wait, QWidget* parent = nullptr);
-    /// Waits for what is being put back.
+    /// Waits for what is being put back, and for nothing that is only looked at.
     ~PointsWindow() override;
 
     void reject() override;
@@ -46,20 +49,15 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    struct PlacedPoints
-    {
-        vexdesk::RestorePlace place;
-        vexdesk::RestorePoints found;
-    };
-    using Points = vexdesk::Result<PlacedPoints>;
+    using Points = vexdesk::Result<tadata::StorePoints>;
 
     QWidget* makePointsPart();
     QWidget* makeFilesPart();
     QWidget* makeButtons();
 
-    static Points pointsOf(const QDir& root);
     void read();
     void showPoints(const Points& points);
+    void showSummary(const tadata::StorePoints& points);
     void watch();
     void choose();
     void showFiles(const std::vector<tadata::PointFile>& files);
@@ -68,13 +66,17 @@ private:
     /// The chosen point, if there is one.
     std::optional<vexdesk::RestorePointRecord> chosen() const;
 
-    void putBack(bool isForced);
-    void showPutBack(const tadata::UndoResult& result);
-    void askForForce(const QStringList& forbidding);
+    /// What the button does: where it is not known what would be replaced it asks before.
+    void putChosenBack();
+    void putBack(const QString& id, bool isForced);
+    void showPutBack(const QString& id, const tadata::UndoResult& result);
+    void askForInterrupted(const vexdesk::RestorePointRecord& point);
+    void askForForce(const QString& id, const QStringList& forbidding);
+    /// A question about putting a point back, with the button that says yes.
+    QMessageBox* makeQuestion(const char* name, const QString& title, const QString& text,
+                              const QString& yes, const std::function<void()>& run);
     void freeSpace();
     void showFreed(const vexdesk::Outcome& outcome);
-    /// What the user is to know, in the last line.
-    void say(const QString& text, bool isWarning = false);
     /// A command has begun or ended.
     void setAtWork(bool isAtWork);
     void updateButtons();
@@ -87,20 +89,21 @@ private:
     QTreeView* const m_filesView;
     QLabel* const m_summary;
     QLabel* const m_effect;
-    QLabel* const m_status;
     QProgressBar* const m_progress;
     QPushButton* m_putBack = nullptr;
     QPushButton* m_freeSpace = nullptr;
-    QFileSystemWatcher m_watcher;
-    QTimer m_later;                // several changes at once are looked at once
+    QTimer m_later; // several changes at once are looked at once
+    QTimer m_again; // while a command is at work elsewhere: no file tells of its death
     vexdesk::RestorePlace m_place; // of the points that are shown
+    QSet<QString> m_running;       // ids
     QString m_shownId;
     bool m_isAtWork = false;
 
+    tadata::DirectoryWatch m_watch{this, [this] { m_later.start(); }};
     // Last, so that they end before what they tell of goes.
-    tadata::BackgroundTask<Points> m_reading;
-    tadata::BackgroundTask<std::vector<tadata::PointFile>> m_listing;
-    tadata::BackgroundTask<tadata::UndoCheck> m_checking;
+    tadata::BackgroundTask<Points> m_reading{tadata::AtEnd::Leaves};
+    tadata::BackgroundTask<std::vector<tadata::PointFile>> m_listing{tadata::AtEnd::Leaves};
+    tadata::BackgroundTask<tadata::UndoCheck> m_checking{tadata::AtEnd::Leaves};
     tadata::BackgroundTask<tadata::UndoResult> m_undoing;
     tadata::BackgroundTask<vexdesk::Outcome> m_freeing;
 };

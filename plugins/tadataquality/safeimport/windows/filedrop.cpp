@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "filedrop.h"
 
-#include <QtCore/QFileInfo>
 #include <QtCore/QMimeData>
 #include <QtCore/QUrl>
 #include <QtGui/QDropEvent>
@@ -34,7 +33,7 @@ QStringList FileDrop::filesOf(const QMimeData* data)
     QStringList files;
     const QList<QUrl> urls = data->urls();
     for (const QUrl& url : urls) {
-        if (!url.isLocalFile() || !QFileInfo(url.toLocalFile()).isFile())
+        if (!url.isLocalFile())
             return {};
         files.append(url.toLocalFile());
     }

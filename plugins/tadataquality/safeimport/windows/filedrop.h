@@ -20,7 +20,8 @@ public:
     explicit FileDrop(QObject* parent);
     ~FileDrop() override;
 
-    /// The local files of what is dragged, none for anything else.
+    /// The local paths of what is dragged, none for anything else. Nobody looks at them: their
+    /// disk may take its time to answer, and whoever opens them hears what they are.
     static QStringList filesOf(const QMimeData* data);
 
 Q_SIGNALS:

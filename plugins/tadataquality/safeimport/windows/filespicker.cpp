@@ -86,10 +86,13 @@ void FilesPicker::ask()
 {
     const QStringList recent = tadata::recentFiles();
     const QString folder = recent.isEmpty() ? QString() : QFileInfo(recent.first()).path();
-    const QStringList files = QFileDialog::getOpenFileNames(
-        this, tr("Файлы для импорта"), folder, tr("Текстовые файлы (*.txt *.csv);;Все файлы (*)"));
-    if (!files.isEmpty())
-        Q_EMIT filesChosen(files);
+    // Goes with this widget, whoever ends that while the dialog is open.
+    auto* const dialog = new QFileDialog(this, tr("Файлы для импорта"), folder,
+                                         tr("Текстовые файлы (*.txt *.csv);;Все файлы (*)"));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setFileMode(QFileDialog::ExistingFiles);
+    connect(dialog, &QFileDialog::filesSelected, this, &FilesPicker::filesChosen);
+    dialog->open();
 }
 
 void FilesPicker::fillRecent()
@@ -100,8 +103,24 @@ void FilesPicker::fillRecent()
         // What a file's name has of "&" is no access key.
         QString text = QDir::toNativeSeparators(file).replace(u'&', QStringLiteral("&&"));
         QAction* const action = m_menu->addAction(text);
-        action->setEnabled(QFileInfo::exists(file));
+        action->setData(file);
         connect(action, &QAction::triggered, this, [this, file] { Q_EMIT filesChosen({file}); });
     }
     m_recent->setEnabled(!recent.isEmpty());
+    // A disk that is far away may take its time to answer.
+    m_looking.start(
+        [recent](const std::atomic<bool>& stop) {
+            QStringList missing = recent;
+            missing.removeIf(
+                [&stop](const QString& file) { return stop || QFileInfo::exists(file); });
+            return missing;
+        },
+        [this](const QStringList& missing) { showMissing(missing); });
+}
+
+void FilesPicker::showMissing(const QStringList& files)
+{
+    const QList<QAction*> actions = m_menu->actions();
+    for (QAction* const action : actions)
+        action->setEnabled(!files.contains(action->data().toString()));
 }

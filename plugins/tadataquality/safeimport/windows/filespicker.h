@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "backgroundtask.h"
+
 #include <QtCore/QStringList>
 #include <QtWidgets/QWidget>
 
@@ -23,6 +25,8 @@ public:
     /// The one that is shown; empty without any.
     QString current() const;
     void setCurrent(const QString& file);
+    /// Others were imported last.
+    void fillRecent();
 
 Q_SIGNALS:
     /// By the user.
@@ -31,10 +35,11 @@ Q_SIGNALS:
 
 private:
     void ask();
-    void fillRecent();
+    void showMissing(const QStringList& files);
 
     QComboBox* m_files;
     QPushButton* m_open;
     QToolButton* m_recent;
     QMenu* m_menu;
+    tadata::BackgroundTask<QStringList> m_looking; // last: it ends before the rest goes
 };

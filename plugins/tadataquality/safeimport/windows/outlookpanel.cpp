@@ -112,7 +112,9 @@ void OutlookPanel::showOutlook(const ImportOutlook& outlook,
     m_isGood = outlook.wouldImport;
     showVerdict(m_isGood ? tr("Импорт пройдёт до конца.") : tadata::whyItStops(outlook), m_isGood);
     m_strip->setDays(outlook.days);
-    m_sentences->setText(tadata::sentencesOf(outlook).join(QStringLiteral(".\n")) + u'.');
+    const QStringList sentences = tadata::sentencesOf(outlook);
+    m_sentences->setText(sentences.isEmpty() ? QString()
+                                             : sentences.join(QStringLiteral(".\n")) + u'.');
     m_problems->setOutlooks(files);
     showLegend();
     m_tree->setEnabled(m_problems->rowCount() > 0);

@@ -6,6 +6,7 @@
 #include "filespicker.h"
 #include "importpreparation.h"
 #include "importrunner.h"
+#include "importwatch.h"
 #include "layoutpicker.h"
 #include "outlookpanel.h"
 #include "previewview.h"
@@ -14,8 +15,8 @@
 #include "recentfiles.h"
 #include "restoresettings.h"
 #include "rolesheader.h"
+#include "seriesguess.h"
 #include "seriespicker.h"
-#include "serieswatch.h"
 #include "textcolours.h"
 #include "windowsize.h"
 
@@ -24,6 +25,7 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QLocale>
 #include <QtCore/QSignalBlocker>
+#include <QtGui/QAction>
 #include <QtGui/QCloseEvent>
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QButtonGroup>
@@ -36,6 +38,9 @@
 #include <QtWidgets/QSplitter>
 #include <QtWidgets/QTableView>
 
+#include <algorithm>
+#include <utility>
+
 using tadata::ImportPreparation;
 using tadata::ImportRunner;
 using tadata::LaidOutFile;
@@ -44,6 +49,19 @@ using tadata::SafeImportResult;
 namespace {
 
 constexpr QLatin1String settingsGroup("TADataQuality/SafeImport");
+
+QString countsOf(const SafeImportResult& result)
+{
+    const auto number = [](qint64 value) { return QLocale().toString(value); };
+    QString text = SafeImportWindow::tr("Новых баров: %1, заменены значения баров: %2, записано "
+                                        "дней: %3; баров файла, которые ничего не изменили: %4, "
+                                        "ошибочных строк: %5.")
+                       .arg(number(result.added), number(result.replaced), number(result.days),
+                            number(result.idle()), number(result.badLines));
+    if (result.lost > 0)
+        text += u' ' + SafeImportWindow::tr("Пропало баров: %1.").arg(number(result.lost));
+    return text;
+}
 
 // Where no restore points are to be kept.
 QString withoutUndo(const SafeImportResult& result)
@@ -65,7 +83,7 @@ SafeImportWindow::SafeImportWindow(const QDir& root, QWidget* parent)
     , m_root(root)
     , m_preparation(new ImportPreparation(root, this))
     , m_runner(new ImportRunner(this))
-    , m_store(new tadata::SeriesWatch(this))
+    , m_watch(new tadata::ImportWatch(this))
 {
     setWindowTitle(tr("Безопасный импорт"));
     setWindowFlags((windowFlags() & ~Qt::WindowContextHelpButtonHint) |
@@ -85,6 +103,8 @@ SafeImportWindow::SafeImportWindow(const QDir& root, QWidget* parent)
 SafeImportWindow::~SafeImportWindow()
 {
     tadata::saveSize(*this, settingsGroup);
+    // Until an import is taken back it answers nobody.
+    hide();
 }
 
 void SafeImportWindow::makeWidgets()
@@ -187,10 +207,8 @@ QLayout* SafeImportWindow::buttonsRow()
 void SafeImportWindow::connectAll()
 {
     auto* const drop = new FileDrop(this, this);
-    connect(drop, &FileDrop::dropped, this, [this](const QStringList& files) {
-        if (!m_runner->isRunning())
-            openFiles(files);
-    });
+    connect(drop, &FileDrop::dropped, this,
+            [this](const QStringList& files) { take({.files = files}); });
     connect(m_files, &FilesPicker::filesChosen, this, &SafeImportWindow::openFiles);
     connect(m_files, &FilesPicker::currentChanged, this, &SafeImportWindow::showCurrentFile);
     connect(m_profile, &QComboBox::activated, this, &SafeImportWindow::takeProfile);
@@ -200,40 +218,64 @@ void SafeImportWindow::connectAll()
         begin();
     });
     connect(&m_preview->roles(), &RolesHeader::roleChosen, this, &SafeImportWindow::takeRole);
-    connect(&m_preview->model(), &tadata::PreviewModel::failed, this, [this] { m_change.start(); });
+    connect(&m_preview->model(), &tadata::PreviewModel::failed, this, [this] {
+        m_shown.state.reset();
+        m_change.start();
+    });
     connect(m_outlook, &OutlookPanel::lineChosen, this, &SafeImportWindow::showLine);
     connect(m_mode, &QButtonGroup::idClicked, this, &SafeImportWindow::takeWays);
     connect(m_skipBad, &QCheckBox::clicked, this, &SafeImportWindow::takeWays);
 
-    connect(m_preparation, &ImportPreparation::layoutsFound, this, &SafeImportWindow::showLayout);
+    connect(m_preparation, &ImportPreparation::layoutsFound, this, &SafeImportWindow::takeLayouts);
     connect(m_preparation, &ImportPreparation::progressed, m_outlook, &OutlookPanel::showWaiting);
+    connect(m_preparation, &ImportPreparation::checked, this, &SafeImportWindow::watch);
     connect(m_preparation, &ImportPreparation::checked, this, &SafeImportWindow::showOutlook);
     connect(m_preparation, &ImportPreparation::failed, m_outlook, &OutlookPanel::showNothing);
 
     connect(m_import, &QPushButton::clicked, this, &SafeImportWindow::startImport);
     connect(m_close, &QPushButton::clicked, this, &SafeImportWindow::reject);
     connect(m_undo, &QPushButton::clicked, this, &SafeImportWindow::startUndo);
-    connect(m_runner, &ImportRunner::progressed, m_progress, &QProgressBar::setValue);
+    connect(m_runner, &ImportRunner::progressed, this, [this](int percent) {
+        m_progress->setValue(percent);
+        if (std::exchange(m_waits, false))
+            say(QString(), true);
+    });
+    connect(m_runner, &ImportRunner::waiting, this, [this](const QString& sentence) {
+        m_waits = true;
+        say(sentence, true);
+    });
     connect(m_runner, &ImportRunner::finished, this, &SafeImportWindow::showResult);
     connect(m_runner, &ImportRunner::undone, this, [this](const vexdesk::Outcome& outcome) {
         say(outcome ? tr("Импорт отменён: всё стало, как было до него.") : outcome.message(),
             bool(outcome));
-        m_store->resume();
-        begin();
+        m_closesThen = false;
+        lookAgain();
     });
 
-    connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, [this] { m_change.start(); });
+    connect(m_watch, &tadata::ImportWatch::filesChanged, this, [this] { m_change.start(); });
     connect(&m_change, &QTimer::timeout, this, &SafeImportWindow::readAnew);
+    auto* const again = new QAction(tr("Посмотреть заново"), this);
+    again->setShortcut(QKeySequence::Refresh);
+    connect(again, &QAction::triggered, this, &SafeImportWindow::lookAgain);
+    m_outlook->addAction(again);
+    m_outlook->setContextMenuPolicy(Qt::ActionsContextMenu);
     // Somebody else has imported, or put back.
-    connect(m_store, &tadata::SeriesWatch::changed, this, &SafeImportWindow::begin);
+    connect(m_watch, &tadata::ImportWatch::storeChanged, this, &SafeImportWindow::begin);
 }
 
 void SafeImportWindow::take(const tadata::SafeImportRequest& request)
 {
-    if (request.isEmpty() || m_runner->isRunning())
+    if (request.isEmpty())
         return;
+    if (m_runner->isRunning()) {
+        say(tr("Пока импорт не закончен, другие файлы и серии не берутся. Повторите это, когда он "
+               "закончится."),
+            false);
+        return;
+    }
     if (!request.series.isEmpty())
         m_series->choose(request.series);
+    m_isSeriesWanted = m_isSeriesWanted || !request.series.isEmpty();
     if (request.timeframe != 0)
         m_choices.given.timeframe = m_wantedTimeframe = request.timeframe;
     if (request.isFill) {
@@ -252,52 +294,60 @@ void SafeImportWindow::openFiles(const QStringList& files)
     for (const QString& file : files)
         paths.append(QFileInfo(file).absoluteFilePath());
     paths.removeDuplicates();
+    say(QString(), true);
+    const bool hasProfile = m_profile->currentIndex() > 0;
+    const bool isWanted = std::exchange(m_isSeriesWanted, false) || hasProfile;
+    const bool areOthers = !m_choices.files.isEmpty() && m_choices.files != paths;
     m_choices.files = paths;
-    // What was said of the columns of other files is not true of these.
-    if (m_profile->currentIndex() <= 0)
+    // What was said of the series and the columns of other files is not true of these.
+    m_guessesSeries = !isWanted;
+    if (!isWanted && areOthers && !m_series->isByFileName() && m_series->forgetSecurity())
+        say(tr("Инструмент прежнего файла снят: выберите инструмент для нового."), true);
+    if (!hasProfile)
         m_choices.given = {.timeframe = m_wantedTimeframe};
     m_files->setFiles(paths);
-    say(QString(), true);
-    watchFiles();
     begin();
     showCurrentFile();
 }
 
-void SafeImportWindow::watchFiles()
+// At the files and at the store.
+void SafeImportWindow::lookAgain()
 {
-    const QStringList before = m_watcher.files();
-    if (!before.isEmpty())
-        m_watcher.removePaths(before);
-    for (const QString& file : std::as_const(m_choices.files)) {
-        if (QFileInfo::exists(file))
-            m_watcher.addPath(file);
-    }
+    if (!m_runner->isRunning())
+        begin();
 }
 
-void SafeImportWindow::watchStore()
-{
-    QStringList series;
-    for (const tadata::FileOutlook& file : m_preparation->outlooks()) {
-        for (const tadata::SeriesOutlook& one : file.series)
-            series.append(one.series);
-    }
-    m_store->follow(m_root, series);
-}
-
-// The file that is shown, or another one, is not what it was.
+// The file that is shown, or another one, is not what it was. What runs finds it out by itself.
 void SafeImportWindow::readAnew()
 {
-    // What runs finds it out by itself.
-    if (m_runner->isRunning()) {
-        m_change.start();
+    if (m_runner->isRunning())
+        return;
+    begin();
+    say(tr("Файл изменился и прочитан заново."), true);
+}
+
+// What the new files tell of it themselves: the column of their tickers, or their names.
+void SafeImportWindow::guessSeries()
+{
+    const std::vector<LaidOutFile>& files = m_preparation->files();
+    if (m_series->isByFileName() || files.empty())
+        return;
+    const bool haveTickers = std::all_of(files.begin(), files.end(), [](const LaidOutFile& file) {
+        return file.layout.hasTicker();
+    });
+    if (haveTickers) {
+        m_series->chooseTickers();
+        say(tr("Инструменты берутся из столбца с тикером."), true);
         return;
     }
-    watchFiles();
-    const qint64 line = m_preview->model().firstLine();
-    begin();
-    showCurrentFile();
-    m_preview->model().showFrom(line);
-    say(tr("Файл изменился и прочитан заново."), true);
+    const QString series = tadata::seriesOfFileName(files.front().path, m_series->board());
+    const bool isOne = std::all_of(files.begin(), files.end(), [&](const LaidOutFile& file) {
+        return tadata::seriesOfFileName(file.path, m_series->board()) == series;
+    });
+    if (m_series->series().isEmpty() && isOne && !series.isEmpty()) {
+        m_series->choose(series);
+        say(tr("Инструмент выбран по имени файла: %1.").arg(series), true);
+    }
 }
 
 void SafeImportWindow::fillProfiles()
@@ -352,12 +402,41 @@ void SafeImportWindow::takeWays()
 // Whatever was chosen: what it means is found out from the beginning.
 void SafeImportWindow::begin()
 {
+    m_watch->stop();
     m_choices.series = m_series->series();
     m_preparation->setChoices(m_choices);
     if (m_choices.files.isEmpty())
         m_outlook->showNothing(tr("Откройте файл или перетащите его в это окно: ещё до импорта "
                                   "здесь будет видно, что он сделает."));
     enable();
+}
+
+// What was looked at, for as long as somebody sees it.
+void SafeImportWindow::watch()
+{
+    if (isVisible() && !m_runner->isRunning())
+        m_watch->follow(m_preparation->files(), m_preparation->stamps());
+}
+
+// What this window does itself is looked at when it is done.
+void SafeImportWindow::stopWatching()
+{
+    m_watch->stop();
+    m_change.stop();
+}
+
+void SafeImportWindow::takeLayouts()
+{
+    // Which begins anew where it finds one.
+    if (std::exchange(m_guessesSeries, false))
+        guessSeries();
+    watch();
+    const LaidOutFile* const file = currentFile();
+    if (file && file->path == m_shown.path && !file->isUnchanged(m_shown))
+        m_preview->model().setFile(file->path);
+    if (file)
+        m_shown = *file;
+    showLayout();
 }
 
 const LaidOutFile* SafeImportWindow::currentFile() const
@@ -396,7 +475,6 @@ void SafeImportWindow::showOutlook()
     if (!m_choices.files.isEmpty())
         m_outlook->showOutlook(m_preparation->outlook(), m_preparation->outlooks());
     m_preview->model().setNotices(m_outlook->problems().noticesOf(m_files->current()));
-    watchStore();
     enable();
 }
 
@@ -408,8 +486,7 @@ void SafeImportWindow::showLine(const QString& file, qint64 line)
 
 void SafeImportWindow::startImport()
 {
-    // What this window does itself is looked at when it is done.
-    m_store->pause();
+    stopWatching();
     m_runner->start({.choices = m_choices,
                      .files = m_preparation->files(),
                      .root = m_root,
@@ -420,13 +497,14 @@ void SafeImportWindow::startImport()
 
 void SafeImportWindow::startUndo()
 {
-    m_store->pause();
+    stopWatching();
     m_runner->undo();
     showRunning(tr("Отменяю импорт..."));
 }
 
 void SafeImportWindow::showRunning(const QString& what)
 {
+    m_waits = false;
     say(QString(), true);
     m_progress->setFormat(what + QStringLiteral(" %p %"));
     m_progress->setValue(0);
@@ -436,14 +514,11 @@ void SafeImportWindow::showRunning(const QString& what)
 
 void SafeImportWindow::showResult(const SafeImportResult& result)
 {
-    const QLocale locale;
-    const QString counts = tr("Баров: %1, дней: %2, ошибочных строк: %3.")
-                               .arg(locale.toString(result.bars), locale.toString(result.days),
-                                    locale.toString(result.badLines));
     switch (result.end) {
     case SafeImportResult::End::Done:
         tadata::addRecentFiles(m_choices.files);
-        say(tr("Импорт закончен. %1").arg(counts) + withoutUndo(result) +
+        m_files->fillRecent();
+        say(tr("Импорт закончен. %1").arg(countsOf(result)) + withoutUndo(result) +
                 (result.message.isEmpty() ? QString() : u'\n' + result.message),
             result.message.isEmpty());
         break;
@@ -458,14 +533,19 @@ void SafeImportWindow::showResult(const SafeImportResult& result)
         break;
     }
     // The store is another one now, or a file is.
-    m_store->resume();
-    begin();
+    lookAgain();
+    // Whatever else came of it has to be read.
+    const bool isAsWished = result.isCancelled && result.end == SafeImportResult::End::TakenBack;
+    if (std::exchange(m_closesThen, false) && isAsWished)
+        close();
 }
 
 void SafeImportWindow::say(const QString& text, bool isGood)
 {
     tadata::tintLabel(m_message, isGood);
     m_message->setText(text);
+    // While an import runs its place is the progress bar's.
+    m_message->setVisible(!text.isEmpty() || !m_runner->isRunning());
 }
 
 void SafeImportWindow::enable()
@@ -479,7 +559,6 @@ void SafeImportWindow::enable()
     const QList<QAbstractButton*> modes = m_mode->buttons();
     for (QAbstractButton* const mode : modes)
         mode->setEnabled(!isRunning);
-    m_message->setVisible(!isRunning);
     m_progress->setVisible(isRunning);
     m_import->setEnabled(!isRunning && m_preparation->isChecked() && m_outlook->isGood());
     m_undo->setVisible(m_runner->canUndo());
@@ -502,6 +581,7 @@ void SafeImportWindow::closeEvent(QCloseEvent* event)
 {
     if (m_runner->isRunning()) {
         reject();
+        m_closesThen = true;
         event->ignore();
         return;
     }
@@ -519,5 +599,12 @@ void SafeImportWindow::changeEvent(QEvent* event)
 void SafeImportWindow::showEvent(QShowEvent* event)
 {
     fillProfiles();
+    watch();
     QDialog::showEvent(event);
+}
+
+void SafeImportWindow::hideEvent(QHideEvent* event)
+{
+    m_watch->stop();
+    QDialog::hideEvent(event);
 }

@@ -5,7 +5,6 @@
 #include "safeimport.h"
 #include "safeimportrequest.h"
 
-#include <QtCore/QFileSystemWatcher>
 #include <QtCore/QTimer>
 #include <QtWidgets/QDialog>
 
@@ -23,11 +22,12 @@ class SeriesPicker;
 namespace tadata {
 class ImportPreparation;
 class ImportRunner;
-class SeriesWatch;
+class ImportWatch;
 } // namespace tadata
 
 /// The window "Безопасный импорт": shows files, what an import would take them for and do with
-/// them, and imports them so that all of it can be taken back. Its end cancels an import that runs.
+/// them, and imports them so that all of it can be taken back. Closed while an import runs, it
+/// cancels that and closes when everything is taken back; its end waits for that.
 /// User-interface thread.
 class SafeImportWindow final : public QDialog
 {
@@ -49,6 +49,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
 private:
     void makeWidgets();
@@ -58,14 +59,17 @@ private:
     void connectAll();
 
     void openFiles(const QStringList& files);
+    void guessSeries();
     void fillProfiles();
     void takeProfile(int index);
     void takeRole(int column, ColumnRole role);
     void takeWays();
     void begin();
+    void lookAgain();
     void readAnew();
-    void watchFiles();
-    void watchStore();
+    void watch();
+    void stopWatching();
+    void takeLayouts();
 
     const tadata::LaidOutFile* currentFile() const;
     void showCurrentFile();
@@ -85,9 +89,13 @@ private:
     tadata::ImportPreparation* m_preparation;
     tadata::ImportRunner* m_runner;
     std::optional<int> m_wantedTimeframe; ///< by who asked for the window, whatever the file
-    QFileSystemWatcher m_watcher;
-    tadata::SeriesWatch* m_store;
-    QTimer m_change; ///< gathers what comes of one change of a file
+    tadata::ImportWatch* m_watch;
+    bool m_isSeriesWanted = false; ///< by who asked for the window; for the next files
+    bool m_waits = false;          ///< for another program, which is said
+    bool m_closesThen = false;     ///< once what was cancelled is taken back
+    bool m_guessesSeries = false;  ///< once the layouts of new files are known
+    tadata::LaidOutFile m_shown;   ///< in the preview, as its layout was found
+    QTimer m_change;               ///< gathers what comes of one change of a file
 
     FilesPicker* m_files;
     QComboBox* m_profile;

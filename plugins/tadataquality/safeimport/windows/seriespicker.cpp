@@ -98,6 +98,28 @@ QString SeriesPicker::series() const
     return codes.contains(QString()) ? QString() : codes.join(u'/');
 }
 
+QString SeriesPicker::board() const
+{
+    return m_stock->getStockCode() + u'/' + m_board->getBoardCode();
+}
+
+bool SeriesPicker::forgetSecurity()
+{
+    const bool wasChosen = source() != Source::Chosen || !m_security->getSecurityName().isEmpty();
+    {
+        const QScopedValueRollback quiet(m_isChoosing, true);
+        m_source->setCurrentIndex(static_cast<int>(Source::Chosen));
+        m_security->setCurrentIndex(-1);
+    }
+    follow();
+    return wasChosen;
+}
+
+void SeriesPicker::chooseTickers()
+{
+    m_source->setCurrentIndex(static_cast<int>(Source::Ticker));
+}
+
 void SeriesPicker::follow()
 {
     if (m_isChoosing)

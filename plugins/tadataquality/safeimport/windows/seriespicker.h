@@ -27,6 +27,13 @@ public:
     QString series() const;
     /// Chooses a series as far as the terminal knows it.
     void choose(const QString& series);
+    /// "VENUE/BOARD"; something of it is empty where that is not chosen.
+    QString board() const;
+    /// A security, or a column for it, is no longer chosen; tells whether one was.
+    bool forgetSecurity();
+    /// The security comes from the column of tickers.
+    void chooseTickers();
+    bool isByFileName() const { return source() == Source::FileName; }
 
 Q_SIGNALS:
     void seriesChanged();
