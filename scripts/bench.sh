@@ -163,35 +163,32 @@ job_import()
     rm -rf "$work/ours" "$work/theirs"
 }
 
-# The same lines, as files from elsewhere begin and end them.
+# The same lines, as files from elsewhere begin and end them; in turn with the plain file, all written
+# before the first is read.
 job_marks()
 {
     make_minutes
+    sed '1s/.*/<ТИКЕР>,<ПЕР>,<ДАТА>,<ВРЕМЯ>,<ОТКР>,<МАКС>,<МИН>,<ЗАКР>,<ОБЪЁМ>/' "$minutes" \
+        >"$work/heading.csv"
+    { printf '\xef\xbb\xbf'; cat "$minutes"; } >"$work/mark.csv"
+    sed 's/$/\r/' "$minutes" >"$work/ends.csv"
+    plain_once() { ours_import marks.plain "$minutes" "$work/theirs" 60; }
+    heading_once() { ours_import marks.heading "$work/heading.csv" "$work/ours" 60; }
+    mark_once() { ours_import marks.mark "$work/mark.csv" "$work/ours" 60; }
+    ends_once() { ours_import marks.ends "$work/ends.csv" "$work/ours" 60; }
+    plain_once
     local form
-    local marked=$work/marked.csv
-    write_form() # FORM
-    {
-        case "$1" in
-            heading) sed '1s/.*/<ТИКЕР>,<ПЕР>,<ДАТА>,<ВРЕМЯ>,<ОТКР>,<МАКС>,<МИН>,<ЗАКР>,<ОБЪЁМ>/' ;;
-            mark) printf '\xef\xbb\xbf'; cat ;;
-            ends) sed 's/$/\r/' ;;
-        esac <"$minutes" >"$marked"
-    }
-    plain_once() { ours_import "marks-$form.plain" "$minutes" "$work/theirs" 60; }
-    once() { ours_import "marks-$form.ours" "$marked" "$work/ours" 60; }
     for form in heading mark ends; do
-        write_form "$form"
-        plain_once
-        once
+        "${form}_once"
         same_files "$work/ours/$series" "$work/theirs/$series" "import, $form"
-        forget "marks-$form"
-        in_turn once plain_once
     done
+    forget marks
+    in_turn plain_once heading_once mark_once ends_once
     local what="import, 1 minute, $lines lines"
-    row "$what, a Cyrillic header" marks-heading.ours "the plain file" marks-heading.plain 1.05
-    row "$what, a byte order mark" marks-mark.ours "the plain file" marks-mark.plain 1.05
-    row "$what, CR LF" marks-ends.ours "the plain file" marks-ends.plain 1.05
-    rm -rf "$work/ours" "$work/theirs" "$marked"
+    row "$what, a Cyrillic header" marks.heading "the plain file" marks.plain 1.05
+    row "$what, a byte order mark" marks.mark "the plain file" marks.plain 1.05
+    row "$what, CR LF" marks.ends "the plain file" marks.plain 1.05
+    rm -rf "$work/ours" "$work/theirs" "$work"/{heading,mark,ends}.csv
 }
 
 job_seconds()

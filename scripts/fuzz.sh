@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# Builds the fuzz targets with the preset "fuzz" and runs each with its corpus for so many minutes.
+# Builds the fuzz targets with the preset "fuzz" and runs each with its corpus for so long.
 #
-#   scripts/fuzz.sh MINUTES [TARGET...]    all targets, or the named ones (fuzz_guess ...)
+#   scripts/fuzz.sh MINUTES [TARGET...]     all targets, or the named ones (fuzz_guess ...)
+#   scripts/fuzz.sh SECONDSs [TARGET...]    the same for so many seconds: 7s
 #
 # What is found lies in build/found: an input that ends a target as "crash-...", and below the target's
 # name what has led it to places that the corpus does not reach. The script fails when a target did.
@@ -10,11 +11,14 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 . scripts/install-packages.sh
 
-if ! [[ "${1:-}" =~ ^[1-9][0-9]*$ ]]; then
+if ! [[ "${1:-}" =~ ^[1-9][0-9]*s?$ ]]; then
     sed -n '3,/^set /{/^set /d;s/^# \{0,1\}//;p}' scripts/fuzz.sh >&2
     exit 2
 fi
-seconds=$(($1 * 60))
+case $1 in
+    *s) seconds=${1%s} ;;
+    *) seconds=$(($1 * 60)) ;;
+esac
 shift
 
 install_packages "${build_packages[@]}" "${fuzz_packages[@]}"
@@ -27,7 +31,7 @@ if [ ${#targets[@]} -eq 0 ]; then
 fi
 cmake --build --preset fuzz --target "${targets[@]}" >&2
 
-echo "Commit $(git rev-parse --short HEAD), $((seconds / 60)) minutes each"
+echo "Commit $(git rev-parse --short HEAD), $seconds seconds each"
 failed=()
 for target in "${targets[@]}"; do
     found=build/found/$target

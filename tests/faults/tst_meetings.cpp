@@ -15,6 +15,7 @@
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
 
+#include <algorithm>
 #include <csignal>
 #include <memory>
 #include <vector>
@@ -38,7 +39,9 @@ private Q_SLOTS:
     void severalImportsAtOnce();
     void whoWaitsTooLongSaysWhoHoldsIt_data();
     void whoWaitsTooLongSaysWhoHoldsIt();
+    void aWaitCanBeInterrupted_data();
     void aWaitCanBeInterrupted();
+    void aFileThatChangesMeanwhileIsNamed();
     void theLockOfAKilledProgramDoesNotLast();
     void aLockIsRemovedByHand();
 
@@ -47,6 +50,7 @@ private:
     QString lockPath() const { return path(QStringLiteral("store-restore/locks/S/B/X.lock")); }
     QStringList importLine(const QString& file, const QString& series, const char* store) const;
     std::unique_ptr<QProcess> start(const QStringList& line) const;
+    std::unique_ptr<QProcess> startImportThatWaits() const;
 
     std::unique_ptr<QTemporaryDir> m_dir;
 };
@@ -186,30 +190,68 @@ void TestMeetings::whoWaitsTooLongSaysWhoHoldsIt()
     QCOMPARE(readTree(QDir(m_dir->path())), before);
 }
 
+// For the lock of its series. It has its handlers by the time that it opens the input, which it
+// then holds open.
+std::unique_ptr<QProcess> TestMeetings::startImportThatWaits() const
+{
+    const QString input = path(QStringLiteral("bars.csv"));
+    writeFile(input, bars(7));
+    auto waiting =
+        start(importLine(QStringLiteral("bars.csv"), QStringLiteral("S/B/X"), "store") << "--wait"
+                                                                                       << "100000");
+    if (!waiting->waitForStarted())
+        return nullptr;
+    const QString open = QStringLiteral("/proc/%1/fd").arg(waiting->processId());
+    const auto hasInput = [&] {
+        const QFileInfoList files = QDir(open).entryInfoList(QDir::Files);
+        return std::any_of(files.cbegin(), files.cend(),
+                           [&](const QFileInfo& file) { return file.symLinkTarget() == input; });
+    };
+    return QTest::qWaitFor(hasInput, patience) ? std::move(waiting) : nullptr;
+}
+
+void TestMeetings::aWaitCanBeInterrupted_data()
+{
+    QTest::addColumn<int>("signal");
+    QTest::addColumn<int>("exitCode");
+    QTest::newRow("SIGHUP") << SIGHUP << 129;
+    QTest::newRow("SIGTERM") << SIGTERM << 143;
+}
+
 void TestMeetings::aWaitCanBeInterrupted()
 {
-    writeFile(path(QStringLiteral("bars.csv")), bars(7));
+    QFETCH(const int, signal);
+    QFETCH(const int, exitCode);
     QVERIFY(QDir().mkpath(path(QStringLiteral("store-restore/locks/S/B"))));
     QLockFile lock(lockPath());
     QVERIFY(lock.lock());
-    const auto waiting =
-        start(importLine(QStringLiteral("bars.csv"), QStringLiteral("S/B/X"), "store") << "--wait"
-                                                                                       << "100000");
-    QVERIFY(waiting->waitForStarted());
-    // It has its handlers by the time that it opens the input, which it then holds open.
-    const QString open = QStringLiteral("/proc/%1/fd").arg(waiting->processId());
-    const auto hasInput = [&] {
-        for (const QFileInfo& file : QDir(open).entryInfoList(QDir::Files))
-            if (file.symLinkTarget() == path(QStringLiteral("bars.csv")))
-                return true;
-        return false;
-    };
-    QTRY_VERIFY(hasInput());
-    QCOMPARE(::kill(static_cast<pid_t>(waiting->processId()), SIGTERM), 0);
+    const auto waiting = startImportThatWaits();
+    QVERIFY(waiting);
+    QCOMPARE(::kill(static_cast<pid_t>(waiting->processId()), signal), 0);
     QVERIFY(waiting->waitForFinished(patience));
     QCOMPARE(waiting->exitStatus(), QProcess::NormalExit);
-    QCOMPARE(waiting->exitCode(), 143);
+    QCOMPARE(waiting->exitCode(), exitCode);
     QVERIFY(!QFileInfo::exists(path(QStringLiteral("store"))));
+}
+
+void TestMeetings::aFileThatChangesMeanwhileIsNamed()
+{
+    QVERIFY(QDir().mkpath(path(QStringLiteral("store-restore/locks/S/B"))));
+    QLockFile lock(lockPath());
+    QVERIFY(lock.lock());
+    const auto waiting = startImportThatWaits();
+    QVERIFY(waiting);
+    const QString input = path(QStringLiteral("bars.csv"));
+    QFile file(input);
+    QVERIFY(file.open(QIODevice::Append));
+    QVERIFY(file.write(bars(8)) > 0);
+    file.close();
+    lock.unlock();
+    QVERIFY(waiting->waitForFinished(patience));
+    QCOMPARE(waiting->exitCode(), 1);
+    QCOMPARE(
+        QString::fromUtf8(waiting->readAllStandardError()),
+        QStringLiteral("Невозможно прочитать файл %1: он изменился, пока его читали\n").arg(input));
 }
 
 void TestMeetings::theLockOfAKilledProgramDoesNotLast()

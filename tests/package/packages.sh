@@ -141,7 +141,7 @@ grep -qP '^loaded\tconsumer\t' "$work/plugins.txt" ||
 
 step "this plug-in, built with the headers alone"
 cmake -S "$source_dir" -B "$work/plugin" -G Ninja -DTADATA_INSTALLED_HOST=ON -DTADATA_BUILD_TESTS=OFF \
-    -DTADATA_PRECOMPILED_HEADERS=ON \
+    -DTADATA_PRECOMPILED_HEADERS=ON -DCMAKE_BUILD_TYPE=Debug \
     -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_EXPORT_COMPILE_COMMANDS=ON >"$work/plugin.log" 2>&1 &&
     cmake --build "$work/plugin" --target tadatamanager tadataquality tadata >>"$work/plugin.log" 2>&1 ||
     { cat "$work/plugin.log" >&2; fail "the plug-in does not build"; }
