@@ -75,7 +75,7 @@ int main(int argc, char** argv)
     std::unique_ptr<HealthWindow> window;
     application.measure("opening", [&] {
         window = std::make_unique<HealthWindow>(
-            &book, [](const auto&) { return HealthWindow::Shown::NoCharts; });
+            &book, [](const auto&, const auto& told) { told(HealthWindow::Shown::NoCharts); });
         window->show();
     });
     application.measure(

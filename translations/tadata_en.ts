@@ -780,46 +780,6 @@ Hint: tadata --help</translation>
         <translation>Bars that would be lost: %1. Most of them: %2</translation>
     </message>
     <message>
-        <source>Ошибочные строки</source>
-        <translation>Bad lines</translation>
-    </message>
-    <message>
-        <source>Файл возвращается к дню, прежние бары дня пропадут</source>
-        <translation>The file comes back to a day, whose earlier bars would be lost</translation>
-    </message>
-    <message>
-        <source>Время раньше, чем у предыдущего бара</source>
-        <translation>Time is less than that of the bar before</translation>
-    </message>
-    <message>
-        <source>Бар с таким временем уже был</source>
-        <translation>The file has had a bar of that time</translation>
-    </message>
-    <message>
-        <source>Невозможные цены</source>
-        <translation>Impossible prices</translation>
-    </message>
-    <message>
-        <source>Лишние знаки после точки будут округлены</source>
-        <translation>More digits after the point than are kept: they would be rounded</translation>
-    </message>
-    <message>
-        <source>Объём больше 2147483647: графики и экспорт прочтут 0</source>
-        <translation>Volume above 2147483647: charts and export would read 0</translation>
-    </message>
-    <message>
-        <source>Время 00:00:00 закрывает предыдущий день</source>
-        <translation>Time 00:00:00 closes the day before</translation>
-    </message>
-    <message>
-        <source>Бары файла, похоже, не такой длины</source>
-        <translation>The bars of the file seem to have another length</translation>
-    </message>
-    <message>
-        <source>В датах, похоже, переставлены день и месяц или день и год</source>
-        <translation>Day and month, or day and year, seem to be exchanged in the dates</translation>
-    </message>
-    <message>
         <source> (строки %1)</source>
         <translation> (lines %1)</translation>
     </message>
@@ -1142,6 +1102,18 @@ Hint: tadata --help</translation>
     <message>
         <source>такого места нет; похоже на %1</source>
         <translation>there is no such place; did you mean %1</translation>
+    </message>
+    <message>
+        <source>%1: часы этого компьютера пропускают время с %2 до %3, и его бары слиты. С TZ=UTC перед командой каждый из них выгружается сам</source>
+        <translation>%1: the clock of this computer skips the time from %2 to %3, and its bars are folded into one. With TZ=UTC before the command each of them is written</translation>
+    </message>
+    <message>
+        <source>Столбцы, которые не взяты: %1; нужный называют в --columns</source>
+        <translation>Columns that are not taken: %1; name the one you need in --columns</translation>
+    </message>
+    <message>
+        <source>Невозможно создать каталог %1: %2</source>
+        <translation>Cannot make the directory %1: %2</translation>
     </message>
 </context>
 </TS>

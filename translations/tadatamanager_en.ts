@@ -457,6 +457,49 @@
     </message>
 </context>
 <context>
+    <name>ImportCheck</name>
+    <message>
+        <source>Ошибочные строки</source>
+        <translation>Bad lines</translation>
+    </message>
+    <message>
+        <source>Файл возвращается к дню, прежние бары дня пропадут</source>
+        <translation>The file comes back to a day, whose earlier bars would be lost</translation>
+    </message>
+    <message>
+        <source>Время раньше, чем у предыдущего бара</source>
+        <translation>Time is less than that of the bar before</translation>
+    </message>
+    <message>
+        <source>Бар с таким временем уже был</source>
+        <translation>The file has had a bar of that time</translation>
+    </message>
+    <message>
+        <source>Невозможные цены</source>
+        <translation>Impossible prices</translation>
+    </message>
+    <message>
+        <source>Лишние знаки после точки будут округлены</source>
+        <translation>More digits after the point than are kept: they would be rounded</translation>
+    </message>
+    <message>
+        <source>Объём больше 2147483647: графики и экспорт прочтут 0</source>
+        <translation>Volume above 2147483647: charts and export would read 0</translation>
+    </message>
+    <message>
+        <source>Время 00:00:00 закрывает предыдущий день</source>
+        <translation>Time 00:00:00 closes the day before</translation>
+    </message>
+    <message>
+        <source>Бары файла, похоже, не такой длины</source>
+        <translation>The bars of the file seem to have another length</translation>
+    </message>
+    <message>
+        <source>В датах, похоже, переставлены день и месяц или день и год</source>
+        <translation>Day and month, or day and year, seem to be exchanged in the dates</translation>
+    </message>
+</context>
+<context>
     <name>ImportOptions</name>
     <message>
         <source>роли «%1» нет</source>

@@ -122,10 +122,6 @@
         <translation>No series has a file of this day: closed</translation>
     </message>
     <message>
-        <source>неизвестно</source>
-        <translation>unknown</translation>
-    </message>
-    <message>
         <source>минуты</source>
         <translation>minutes</translation>
     </message>
@@ -134,16 +130,32 @@
         <translation>seconds</translation>
     </message>
     <message>
-        <source>баров: %1, обычных времён нет</source>
-        <translation>bars: %1, there are no usual times</translation>
-    </message>
-    <message>
-        <source>баров: %1, покрытие %2</source>
-        <translation>bars: %1, coverage %2</translation>
-    </message>
-    <message>
         <source>ничего не хранится</source>
         <translation>nothing is stored</translation>
+    </message>
+    <message>
+        <source>менее 100 %</source>
+        <translation>below 100 %</translation>
+    </message>
+    <message>
+        <source>мало данных</source>
+        <translation>too little data</translation>
+    </message>
+    <message>
+        <source>не оценивается</source>
+        <translation>not judged</translation>
+    </message>
+    <message>
+        <source>баров: %L1, обычно %L2, покрытие %3</source>
+        <translation>bars: %L1, usually %L2, coverage %3</translation>
+    </message>
+    <message>
+        <source>баров: %L1, для оценки покрытия мало данных</source>
+        <translation>bars: %L1, too little data to judge the coverage</translation>
+    </message>
+    <message>
+        <source>баров: %L1</source>
+        <translation>bars: %L1</translation>
     </message>
 </context>
 <context>
@@ -313,14 +325,6 @@
         <translation>Not read: %L1. %2</translation>
     </message>
     <message>
-        <source>%1, %2: нет файла</source>
-        <translation>%1, %2: no file</translation>
-    </message>
-    <message>
-        <source>%1, %2: баров %L3 из %L4 обычных, покрытие %5</source>
-        <translation>%1, %2: bars %L3 of %L4 usual ones, coverage %5</translation>
-    </message>
-    <message>
         <source>Список для брокера</source>
         <translation>List for the broker</translation>
     </message>
@@ -339,6 +343,26 @@
     <message>
         <source>График не показан: от серии %1 ничего не хранится.</source>
         <translation>No chart is shown: nothing of the series %1 is stored.</translation>
+    </message>
+    <message>
+        <source>нет файла</source>
+        <translation>no file</translation>
+    </message>
+    <message>
+        <source>%1, %2: %3</source>
+        <translation>%1, %2: %3</translation>
+    </message>
+    <message>
+        <source>Запрашивать нечего: в показанных сериях есть все дни, и разрывов нет.</source>
+        <translation>Nothing to ask for: the shown series have all days and no gaps.</translation>
+    </message>
+    <message>
+        <source>Список записан в %1. В нём не всё: хранилище прочитано не полностью.</source>
+        <translation>The list was written to %1. It is not complete: the store was not read to its end.</translation>
+    </message>
+    <message>
+        <source>В хранилище нет дня %1 серии %2: график показывает ближайшее место.</source>
+        <translation>Day %1 of series %2 is not in the store: the chart shows the nearest place.</translation>
     </message>
 </context>
 <context>
@@ -532,13 +556,17 @@
         <source>%1 ГБ</source>
         <translation>%1 GB</translation>
     </message>
-</context>
-<context>
-    <name>PointsModel</name>
     <message>
         <source>%1 и ещё %L2</source>
         <translation>%1 and %L2 more</translation>
     </message>
+    <message>
+        <source>Команда была прервана на середине: %1, %2, серии: %3. Вернуть данные, какими они были до неё, можно в окне «Точки восстановления».</source>
+        <translation>A command was interrupted halfway: %1, %2, series: %3. The data can be put back as they were before it in the window &quot;Restore points&quot;.</translation>
+    </message>
+</context>
+<context>
+    <name>PointsModel</name>
     <message>
         <source>%1 (прервано)</source>
         <translation>%1 (interrupted)</translation>
@@ -546,10 +574,6 @@
     <message>
         <source>Точка %1</source>
         <translation>Point %1</translation>
-    </message>
-    <message>
-        <source>Команда ещё идёт или была прервана. Вернуть то, что она успела изменить, можно, когда она не идёт.</source>
-        <translation>The command is still running or was interrupted. What it has changed can be put back when it is not running.</translation>
     </message>
     <message>
         <source>и ещё %L1</source>
@@ -578,6 +602,18 @@
     <message>
         <source>Занимает</source>
         <translation>Size</translation>
+    </message>
+    <message>
+        <source>%1 (идёт)</source>
+        <translation>%1 (running)</translation>
+    </message>
+    <message>
+        <source>Команда ещё идёт. Вернуть её можно будет, когда она закончится.</source>
+        <translation>The command is still running. It can be put back when it has ended.</translation>
+    </message>
+    <message>
+        <source>Команда была прервана. То, что она успела изменить, можно вернуть.</source>
+        <translation>The command was interrupted. What it has changed can be put back.</translation>
     </message>
 </context>
 <context>
@@ -689,6 +725,22 @@
     <message>
         <source>Работа была прервана: изменились ли файлы с тех пор, неизвестно, и они вернутся без вопроса.</source>
         <translation>The work was interrupted: whether the files have changed since is not known, and they are put back without a question.</translation>
+    </message>
+    <message>
+        <source>Прервано на середине команд: %L1. Выберите точку с пометкой «прервано» и верните данные, какими они были до неё.</source>
+        <translation>Commands interrupted halfway: %L1. Choose the point marked &quot;interrupted&quot; and put the data back as they were before it.</translation>
+    </message>
+    <message>
+        <source>Вернуть прерванное</source>
+        <translation>Put back what was interrupted</translation>
+    </message>
+    <message>
+        <source>Команда была прервана: %1, серии: %2.
+
+Возврат вернёт прежних файлов: %L3 и удалит созданных: %L4, даже если после неё их меняли. То, что в них сейчас, останется в новой точке.</source>
+        <translation>The command was interrupted: %1, series: %2.
+
+Former files that will be put back: %L3, created ones that will be removed: %L4, even if they were changed since. What they hold now stays in a new point.</translation>
     </message>
 </context>
 <context>
@@ -881,46 +933,6 @@
         <translation>No line can be taken: all of them are bad.</translation>
     </message>
     <message>
-        <source>Ошибочные строки</source>
-        <translation>Bad lines</translation>
-    </message>
-    <message>
-        <source>Файл возвращается к дню: прежние бары дня пропадут</source>
-        <translation>The file comes back to a day: its earlier bars of the day get lost</translation>
-    </message>
-    <message>
-        <source>Время раньше, чем у предыдущего бара</source>
-        <translation>Time is less than that of the bar before</translation>
-    </message>
-    <message>
-        <source>Бар с таким временем уже был</source>
-        <translation>The file has had a bar of that time</translation>
-    </message>
-    <message>
-        <source>Невозможные цены</source>
-        <translation>Impossible prices</translation>
-    </message>
-    <message>
-        <source>Лишние знаки после точки будут округлены</source>
-        <translation>More digits after the point than are kept: they would be rounded</translation>
-    </message>
-    <message>
-        <source>Объём больше 2147483647: графики и экспорт прочтут 0</source>
-        <translation>Volume above 2147483647: charts and export would read 0</translation>
-    </message>
-    <message>
-        <source>Время 00:00:00 закрывает предыдущий день</source>
-        <translation>Time 00:00:00 closes the day before</translation>
-    </message>
-    <message>
-        <source>Бары файла, похоже, другой длины</source>
-        <translation>The bars of the file seem to have another length</translation>
-    </message>
-    <message>
-        <source>В датах, похоже, переставлены день и месяц или день и год</source>
-        <translation>Day and month, or day and year, seem to be exchanged in the dates</translation>
-    </message>
-    <message>
         <source>новый</source>
         <translation>new</translation>
     </message>
@@ -947,10 +959,6 @@
     <message>
         <source>Пропадёт баров: %1</source>
         <translation>Bars that get lost: %1</translation>
-    </message>
-    <message>
-        <source>Баров в файле: %1, ошибочных строк: %2</source>
-        <translation>Bars in the file: %1, bad lines: %2</translation>
     </message>
     <message>
         <source>Серий: %1</source>
@@ -1001,6 +1009,38 @@
     <message>
         <source>Дни в каталоге %1 изменились с тех пор, как было показано, что сделает импорт. Посмотрите, что будет сделано теперь.</source>
         <translation>The days in the directory %1 have changed since you were shown what the import will do. Look at what will be done now.</translation>
+    </message>
+    <message>
+        <source>Новых баров: %1, заменит значения баров: %2</source>
+        <translation>New bars: %1, values of bars replaced: %2</translation>
+    </message>
+    <message>
+        <source> (дней: %1)</source>
+        <translation> (days: %1)</translation>
+    </message>
+    <message>
+        <source>Баров в файле: %1, из них ничего не изменят: %2; ошибочных строк: %3</source>
+        <translation>Bars in the file: %1, of which change nothing: %2; bad lines: %3</translation>
+    </message>
+    <message>
+        <source>Файлов, в которых ничего не сосчитано: %1</source>
+        <translation>Files in which nothing was counted: %1</translation>
+    </message>
+    <message>
+        <source>, заменит значения: %1</source>
+        <translation>, values replaced: %1</translation>
+    </message>
+    <message>
+        <source>Невозможно создать каталог %1: %2</source>
+        <translation>Cannot make the directory %1: %2</translation>
+    </message>
+    <message>
+        <source>Жду, пока другая программа освободит серию %1...</source>
+        <translation>Waiting for another program to release the series %1...</translation>
+    </message>
+    <message>
+        <source>Жду, пока %1 (процесс %2, компьютер %3) освободит серию %4...</source>
+        <translation>Waiting for %1 (process %2, computer %3) to release the series %4...</translation>
     </message>
 </context>
 <context>
@@ -1086,10 +1126,6 @@
         <translation>Undoing the import...</translation>
     </message>
     <message>
-        <source>Баров: %1, дней: %2, ошибочных строк: %3.</source>
-        <translation>Bars: %1, days: %2, bad lines: %3.</translation>
-    </message>
-    <message>
         <source>Импорт закончен. %1</source>
         <translation>The import is done. %1</translation>
     </message>
@@ -1112,6 +1148,34 @@
     <message>
         <source>Возвращаю всё, как было...</source>
         <translation>Putting everything back...</translation>
+    </message>
+    <message>
+        <source>Новых баров: %1, заменены значения баров: %2, записано дней: %3; баров файла, которые ничего не изменили: %4, ошибочных строк: %5.</source>
+        <translation>New bars: %1, values of bars replaced: %2, days written: %3; bars of the file that changed nothing: %4, bad lines: %5.</translation>
+    </message>
+    <message>
+        <source>Пропало баров: %1.</source>
+        <translation>Bars lost: %1.</translation>
+    </message>
+    <message>
+        <source>Посмотреть заново</source>
+        <translation>Look again</translation>
+    </message>
+    <message>
+        <source>Пока импорт не закончен, другие файлы и серии не берутся. Повторите это, когда он закончится.</source>
+        <translation>No other files and series are taken until the import has ended. Try again then.</translation>
+    </message>
+    <message>
+        <source>Инструмент прежнего файла снят: выберите инструмент для нового.</source>
+        <translation>The security of the file before is no longer chosen: choose the one of the new file.</translation>
+    </message>
+    <message>
+        <source>Инструменты берутся из столбца с тикером.</source>
+        <translation>The securities come from the column of tickers.</translation>
+    </message>
+    <message>
+        <source>Инструмент выбран по имени файла: %1.</source>
+        <translation>The security was chosen by the name of the file: %1.</translation>
     </message>
 </context>
 <context>

@@ -183,6 +183,10 @@ Copy the others?</translation>
         <source>файла больше нет, или он пуст</source>
         <translation>the file is gone, or empty</translation>
     </message>
+    <message>
+        <source>в файле баров больше %1</source>
+        <translation>the file has more than %1 bars</translation>
+    </message>
 </context>
 <context>
     <name>vexdesk::ChartCommands</name>
@@ -383,6 +387,13 @@ Copy the others?</translation>
     </message>
 </context>
 <context>
+    <name>vexdesk::ChartLayout</name>
+    <message>
+        <source>нет объёма</source>
+        <translation>no volume</translation>
+    </message>
+</context>
+<context>
     <name>vexdesk::ChartPage</name>
     <message>
         <source>Таймфрейм</source>
@@ -460,6 +471,14 @@ Copy the others?</translation>
         <source>Не прочитано дней: %1. Первый из них: %2: %3</source>
         <translation>Days that were not read: %1. The first of them: %2: %3</translation>
     </message>
+    <message>
+        <source>Строк, которые не бары и не показаны: %1, файл: %2</source>
+        <translation>Lines that are no bars and are not shown: %1, file: %2</translation>
+    </message>
+    <message>
+        <source>Строк, которые не бары и не показаны: %1, дней с ними: %2. Первый из них: %3</source>
+        <translation>Lines that are no bars and are not shown: %1, days with them: %2. The first of them: %3</translation>
+    </message>
 </context>
 <context>
     <name>vexdesk::ChartTabs</name>
@@ -485,6 +504,17 @@ Copy the others?</translation>
     <message>
         <source>График цен и объёмов: %1</source>
         <translation>Chart of prices and volumes: %1</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::Charts</name>
+    <message>
+        <source>График не показан: в хранилище нет серии %1</source>
+        <translation>No chart is shown: series %1 is not in the store</translation>
+    </message>
+    <message>
+        <source>В хранилище нет дня %1 серии %2: показано ближайшее место</source>
+        <translation>Day %1 of series %2 is not in the store: the nearest place is shown</translation>
     </message>
 </context>
 <context>
@@ -634,6 +664,13 @@ If both change history or settings, the changes of one of them will be lost.</tr
     <message>
         <source>невозможно создать каталог %1</source>
         <translation>the directory %1 cannot be made</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::DayFileWriter</name>
+    <message>
+        <source>это не обычный файл</source>
+        <translation>it is no regular file</translation>
     </message>
 </context>
 <context>
@@ -1365,6 +1402,10 @@ To import them from a file, choose the import command of a loaded plug-in in the
         <source>Всего таких каталогов: %1</source>
         <translation>Such directories in all: %1</translation>
     </message>
+    <message>
+        <source>Нет такой серии</source>
+        <translation>There is no such series</translation>
+    </message>
 </context>
 <context>
     <name>vexdesk::SeriesTreeModel</name>
@@ -2003,6 +2044,10 @@ Demonstration data will be used.</translation>
     <message>
         <source>Объём по ценам</source>
         <translation>Volume by price</translation>
+    </message>
+    <message>
+        <source>нет объёма</source>
+        <translation>no volume</translation>
     </message>
 </context>
 </TS>
