@@ -32,12 +32,7 @@ ChartTabs::ChartTabs(QString root, MarkSources& marks, QWidget* parent)
     connect(this, &QTabWidget::tabCloseRequested, this, &ChartTabs::close);
     connect(this, &QTabWidget::currentChanged, this, &ChartTabs::noteCurrent);
     connect(this, &QTabWidget::currentChanged, this, &ChartTabs::currentChartChanged);
-    connect(&m_follower, &StoreFollower::listed, this, [this] {
-        if (m_toldRecent == recent())
-            return;
-        m_toldRecent = recent();
-        Q_EMIT chartsChanged();
-    });
+    connect(&m_follower, &StoreFollower::listed, this, &ChartTabs::lookForRecent);
     followRecent();
 }
 
@@ -63,8 +58,27 @@ void ChartTabs::followRecent()
         m_follower.stop();
         return;
     }
-    m_toldRecent = recent();
+    lookForRecent();
     m_follower.start();
+}
+
+void ChartTabs::lookForRecent()
+{
+    QList<SeriesName> all;
+    for (const ChartState& state : m_memory.recent())
+        all.append(state.series);
+    m_lookForRecent.run(
+        [all, root = m_root] {
+            QList<SeriesName> gone = all;
+            gone.removeIf([&root](const SeriesName& series) { return isStored(root, series); });
+            return gone;
+        },
+        [this](const QList<SeriesName>& gone) {
+            if (gone == m_gone)
+                return;
+            m_gone = gone;
+            Q_EMIT chartsChanged();
+        });
 }
 
 void ChartTabs::restore()
@@ -210,7 +224,7 @@ QList<SeriesName> ChartTabs::recent() const
 {
     QList<SeriesName> series;
     for (const ChartState& state : m_memory.recent()) {
-        if (isStored(m_root, state.series))
+        if (!m_gone.contains(state.series))
             series.append(state.series);
     }
     return series;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "desk/chart/chartmemory.h"
+#include "desk/chart/readerthreads.h"
 #include "desk/chart/storefollower.h"
 
 #include <QtCore/QTimer>
@@ -36,7 +37,7 @@ public:
     void step(int tabs);
 
     /// The series that were opened last, or whose tabs were gone to, the last one first; those
-    /// whose bars were deleted meanwhile are left out.
+    /// whose bars were deleted meanwhile are left out, as soon as that is known.
     QList<SeriesName> recent() const;
     /// Writes to the settings how everything stands.
     void store();
@@ -64,6 +65,7 @@ private:
     void noteCurrent();
     void storeSoon();
     void followRecent();
+    void lookForRecent();
 
     QString m_root;
     MarkSources& m_marks;
@@ -71,7 +73,8 @@ private:
     bool m_isClosing = false; // another chart comes to the front by itself
     StoreFollower m_follower; // while no chart is open
     QTimer m_storeSoon;
-    QList<SeriesName> m_toldRecent;
+    QList<SeriesName> m_gone; // of the recent ones, as they were looked for last
+    Errand<QList<SeriesName>> m_lookForRecent{this};
 };
 
 } // namespace vexdesk
