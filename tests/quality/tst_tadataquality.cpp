@@ -132,6 +132,7 @@ private Q_SLOTS:
     void showsEachWindowOnce_data();
     void showsEachWindowOnce();
     void marksWhatIsWrongInCharts();
+    void saysInChartsThatADayHidesTheRest();
     void doesWithoutCharts();
     void showsAPlaceInTheChart();
     void fillsASeriesFromAFile();
@@ -153,6 +154,7 @@ private:
     }
     QWidget* openHealth();
 
+    std::unique_ptr<NotingCharts> m_charts; ///< outlives the plug-in, also where a test fails
     std::unique_ptr<CoreWithCharts> m_core; ///< where a test begins with it
     std::unique_ptr<LoadedPlugin> m_plugin;
 };
@@ -160,6 +162,7 @@ private:
 void TestTADataQuality::init()
 {
     testsupport::failOnStrayWarnings();
+    m_charts = std::make_unique<NotingCharts>();
     m_plugin = std::make_unique<LoadedPlugin>(testsupport::qualityPluginFile());
 }
 
@@ -167,6 +170,7 @@ void TestTADataQuality::cleanup()
 {
     m_plugin.reset();
     m_core.reset();
+    m_charts.reset();
 }
 
 void TestTADataQuality::carriesMetadata()
@@ -309,7 +313,7 @@ QWidget* TestTADataQuality::openHealth()
 
 void TestTADataQuality::marksWhatIsWrongInCharts()
 {
-    NotingCharts charts;
+    NotingCharts& charts = *m_charts;
     start(&charts);
     QCOMPARE(charts.makers.size(), 1);
     vexdesk::IChartMarks* const marks = charts.makers.first();
@@ -336,6 +340,29 @@ void TestTADataQuality::marksWhatIsWrongInCharts()
     QVERIFY(charts.makers.isEmpty());
 }
 
+void TestTADataQuality::saysInChartsThatADayHidesTheRest()
+{
+    NotingCharts& charts = *m_charts;
+    start(&charts);
+    const QString path = m_plugin->store().filePath(
+        QStringLiteral("NORD/MAIN/VEGA/%1_60.iss").arg(testsupport::gapDay.toString(u"yyyyMMdd")));
+    QVERIFY(QFile::resize(path, qint64(1024) * 1024 * 1024 + 1)); // larger than a day may be
+    vexdesk::IChartMarks* const marks = charts.makers.value(0);
+    QVERIFY(marks);
+    QVERIFY(marks->marks(theSeries, testsupport::gapDay, testsupport::missingDay).isEmpty());
+    EVENTUALLY(charts.changed.contains(theSeries));
+    const QList<ChartMark> told =
+        marks->marks(theSeries, testsupport::gapDay, testsupport::missingDay);
+    QCOMPARE(told.size(), 1);
+    QVERIFY(told.first().kind == ChartMark::Kind::Fault);
+    QCOMPARE(told.first().day, testsupport::gapDay);
+    QVERIFY2(told.first().text.contains(path) &&
+                 told.first().text.endsWith(QStringLiteral("другие дни серии не проверены")),
+             qPrintable(told.first().text));
+    QVERIFY(
+        marks->marks(theSeries, testsupport::gapDay.addDays(1), testsupport::missingDay).isEmpty());
+}
+
 void TestTADataQuality::doesWithoutCharts()
 {
     start(nullptr);
@@ -350,7 +377,7 @@ void TestTADataQuality::doesWithoutCharts()
 
 void TestTADataQuality::showsAPlaceInTheChart()
 {
-    NotingCharts charts;
+    NotingCharts& charts = *m_charts;
     start(&charts);
     QWidget* const window = openHealth();
     auto* const series = child<QTreeView>(window, "series");

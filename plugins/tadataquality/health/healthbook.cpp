@@ -146,6 +146,13 @@ SharedDigest HealthBook::digest(const QString& series, int timeframe) const
     return found == board->series.end() ? nullptr : *found;
 }
 
+QList<UnreadDay> HealthBook::unreadDays(const QString& series) const
+{
+    QList<UnreadDay> days = m_boards.value(series.section(u'/', 0, 1)).unread;
+    days.removeIf([&series](const UnreadDay& day) { return day.series != series; });
+    return days;
+}
+
 QStringList HealthBook::problems() const
 {
     QStringList all = m_problems;

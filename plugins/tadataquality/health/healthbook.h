@@ -39,6 +39,8 @@ public:
     QList<SharedDigest> series() const;
     /// Null where nothing is known, or not yet.
     SharedDigest digest(const QString& series, int timeframe) const;
+    /// The days for whose sake nothing is known of the series.
+    QList<UnreadDay> unreadDays(const QString& series) const;
     /// What could not be read; whole sentences.
     QStringList problems() const;
     /// Whether the store was looked at from end to end.

@@ -6,6 +6,7 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QElapsedTimer>
+#include <QtCore/QFileInfo>
 
 #include <algorithm>
 
@@ -101,8 +102,17 @@ private:
             stored, timeframe, {}, [this] { showDay(); }, &m_stop);
         for (const SeriesHealth& series : health.series)
             knowledge.series.append(std::make_shared<const SeriesDigest>(digestOf(series)));
-        for (const UnreadFile& file : health.unread)
+        for (const UnreadFile& file : health.unread) {
             knowledge.problems.append(textOf(file));
+            const QFileInfo info(file.path);
+            const auto key = vexdesk::parseDayFileName(info.fileName());
+            const auto series =
+                std::find_if(stored.begin(), stored.end(), [&info](const BoardSeries& one) {
+                    return one.dir.path() == info.path();
+                });
+            if (key && series != stored.end())
+                knowledge.unread.append({series->name, key->day, textOf(file)});
+        }
     }
 
     void showDay()

@@ -13,6 +13,14 @@
 
 namespace tadata {
 
+/// A stored day that could not be read: nothing is said of its series.
+struct UnreadDay
+{
+    QString series; ///< "VENUE/BOARD/SECURITY"
+    QDate day;
+    QString problem; ///< a whole sentence
+};
+
 /// What is known of a board, and of which state of its files.
 struct BoardKnowledge
 {
@@ -20,6 +28,7 @@ struct BoardKnowledge
     QHash<QString, size_t> stamps; ///< by series
     QList<SharedDigest> series;    ///< in the order of code points, minutes before seconds
     QStringList problems;          ///< files that could not be read; their series are not here
+    QList<UnreadDay> unread;       ///< those of them that are days
 };
 
 /// What a look at a store found out.

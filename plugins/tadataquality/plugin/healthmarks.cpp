@@ -6,11 +6,24 @@
 
 #include <vexdesk/history/dayfilenames.h>
 
+#include <QtCore/QCoreApplication>
+
 using tadata::SeriesDigest;
 using tadata::SharedDigest;
 using vexdesk::ChartMark;
 
 namespace {
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(HealthMarks)
+};
+
+QString whyNothingIsKnown(const tadata::UnreadDay& day)
+{
+    return Text::tr("%1. Пока этот день не прочитан, другие дни серии не проверены")
+        .arg(day.problem);
+}
 
 // What is only to be known is for the window of the health.
 void addRemarks(const SeriesDigest& digest, const QDate& day, QList<ChartMark>& marks)
@@ -43,12 +56,17 @@ QList<ChartMark> HealthMarks::marks(const vexdesk::SeriesName& series, const QDa
     const QString path = tadata::pathOf(series);
     m_asked.insert(path);
     m_book->followBoard(series.stockCode + u'/' + series.boardCode);
+    QList<ChartMark> marks;
+    const QList<tadata::UnreadDay> unread = m_book->unreadDays(path);
+    for (const tadata::UnreadDay& day : unread) {
+        if (day.day >= first && day.day <= last)
+            marks.append({ChartMark::Kind::Fault, day.day, {}, {}, whyNothingIsKnown(day)});
+    }
     SharedDigest digest = m_book->digest(path, vexdesk::minuteTimeframe);
     if (!digest)
         digest = m_book->digest(path, vexdesk::secondTimeframe);
     if (!digest)
-        return {};
-    QList<ChartMark> marks;
+        return marks;
     for (const QDate& day : digest->missingDays) {
         if (day >= first && day <= last)
             addRemarks(*digest, day, marks);
