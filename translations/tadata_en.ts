@@ -1111,9 +1111,5 @@ Hint: tadata --help</translation>
         <source>Столбцы, которые не взяты: %1; нужный называют в --columns</source>
         <translation>Columns that are not taken: %1; name the one you need in --columns</translation>
     </message>
-    <message>
-        <source>Невозможно создать каталог %1: %2</source>
-        <translation>Cannot make the directory %1: %2</translation>
-    </message>
 </context>
 </TS>

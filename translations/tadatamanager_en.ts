@@ -632,6 +632,10 @@
         <source>файл возвращается к коду &apos;%1&apos;, такой файл импортируют с --mode merge</source>
         <translation>the file comes back to the code &apos;%1&apos;; such a file is imported with --mode merge</translation>
     </message>
+    <message>
+        <source>Невозможно создать каталог %1: %2</source>
+        <translation>Cannot make the directory %1: %2</translation>
+    </message>
 </context>
 <context>
     <name>OutcomeBox</name>

@@ -232,6 +232,13 @@
     </message>
 </context>
 <context>
+    <name>HealthMarks</name>
+    <message>
+        <source>%1. Пока этот день не прочитан, другие дни серии не проверены</source>
+        <translation>%1. While this day is not read, the other days of the series are not checked</translation>
+    </message>
+</context>
+<context>
     <name>HealthPass</name>
     <message>
         <source>Невозможно прочитать каталог %1</source>
@@ -1029,10 +1036,6 @@ Former files that will be put back: %L3, created ones that will be removed: %L4,
     <message>
         <source>, заменит значения: %1</source>
         <translation>, values replaced: %1</translation>
-    </message>
-    <message>
-        <source>Невозможно создать каталог %1: %2</source>
-        <translation>Cannot make the directory %1: %2</translation>
     </message>
     <message>
         <source>Жду, пока другая программа освободит серию %1...</source>
