@@ -85,21 +85,22 @@ Result<QString> barFileThatIs(const QString& path, const QDir& seriesDir)
     const std::optional<FileState> file = fileState(path);
     if (!file)
         return QString();
-    const Result<QStringList> names = namesIn(seriesDir.path(), EntryKind::Files);
-    if (!names)
-        return names.failure();
     const QString name = QFileInfo(QFileInfo(path).canonicalFilePath()).fileName();
-    for (const QString& candidate : *names) {
-        if (!isBarFileName(candidate))
-            continue;
+    const auto isIt = [&](const QString& candidate) {
         const QString stored = seriesDir.filePath(candidate);
         // What is no link, and has no other name, is the file under its own name alone.
         const bool mayBeIt = file->links > 1 || candidate == name || QFileInfo(stored).isSymLink();
         const std::optional<FileState> state = mayBeIt ? fileState(stored) : std::nullopt;
-        if (state && state->isSameFile(*file))
-            return candidate;
-    }
-    return QString();
+        return state && state->isSameFile(*file);
+    };
+    QString found;
+    const Outcome listed =
+        visitNamesIn(seriesDir.path(), EntryKind::Files, [&](const QString& candidate) {
+            if (isBarFileName(candidate) && isIt(candidate))
+                found = candidate;
+            return found.isEmpty();
+        });
+    return listed ? Result<QString>(found) : listed.failure();
 }
 
 Result<QList<QDate>> storedDays(const QDir& seriesDir, int timeframe, const QDate& from,
@@ -109,14 +110,15 @@ Result<QList<QDate>> storedDays(const QDir& seriesDir, int timeframe, const QDat
     if (!from.isValid() || !to.isValid())
         return days;
     // One walk through the directory: an interval may have a million days, a series has few files.
-    const Result<QStringList> names = namesIn(seriesDir.path(), EntryKind::Files);
-    if (!names)
-        return names.failure();
-    for (const QString& name : *names) {
-        const auto key = parseDayFileName(name);
-        if (key && key->timeframe == timeframe && from <= key->day && key->day <= to)
-            days.append(key->day);
-    }
+    const Outcome listed =
+        visitNamesIn(seriesDir.path(), EntryKind::Files, [&](const QString& name) {
+            const auto key = parseDayFileName(name);
+            if (key && key->timeframe == timeframe && from <= key->day && key->day <= to)
+                days.append(key->day);
+            return true;
+        });
+    if (!listed)
+        return listed.failure();
     std::sort(days.begin(), days.end());
     return days;
 }

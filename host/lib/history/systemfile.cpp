@@ -208,25 +208,36 @@ QString behindLinks(const QString& path)
     return target;
 }
 
-Result<QStringList> namesIn(const QString& directory, EntryKind kind)
+Outcome visitNamesIn(const QString& directory, EntryKind kind,
+                     const std::function<bool(const QString& name)>& visit)
 {
     struct Closing
     {
         void operator()(DIR* open) const { ::closedir(open); }
     };
     const std::unique_ptr<DIR, Closing> open(::opendir(QFile::encodeName(directory).constData()));
-    QStringList names;
     if (!open)
-        return isAbsence(errno) ? Result<QStringList>(names) : cannotList(directory);
+        return isAbsence(errno) ? Outcome() : cannotList(directory);
     for (;;) {
         errno = 0; // which alone tells an error from the end
         const dirent* const entry = ::readdir(open.get());
         if (!entry)
-            return errno == 0 ? Result<QStringList>(names) : cannotList(directory);
+            return errno == 0 ? Outcome() : cannotList(directory);
         const QByteArrayView name(entry->d_name);
-        if (name != "." && name != ".." && isOfKind(directory, *entry, kind))
-            names.append(QFile::decodeName(entry->d_name));
+        if (name != "." && name != ".." && isOfKind(directory, *entry, kind) &&
+            !visit(QFile::decodeName(entry->d_name)))
+            return {};
     }
+}
+
+Result<QStringList> namesIn(const QString& directory, EntryKind kind)
+{
+    QStringList names;
+    const Outcome listed = visitNamesIn(directory, kind, [&names](const QString& name) {
+        names.append(name);
+        return true;
+    });
+    return listed ? Result<QStringList>(names) : listed.failure();
 }
 
 bool makeDirectory(const QString& path)

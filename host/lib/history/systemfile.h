@@ -9,6 +9,7 @@
 #include <QtCore/QStringList>
 
 #include <cerrno>
+#include <functional>
 #include <optional>
 
 class QFileDevice;
@@ -108,8 +109,13 @@ inline PathKind kindOf(const QString& path)
 /// cannot be looked at is listed.
 enum class EntryKind { Anything, Files, Directories, OwnDirectories };
 
-/// The names in a directory, hidden ones too, in no order. A directory that is not there has none;
-/// of one that cannot be read to its end the failure says so, with its path.
+/// Gives each name in a directory to the visitor, hidden ones too, in no order, until he returns
+/// false. A directory that is not there has none; of one that cannot be read to its end the
+/// failure says so, with its path.
+Outcome visitNamesIn(const QString& directory, EntryKind kind,
+                     const std::function<bool(const QString& name)>& visit);
+
+/// All of them at once.
 Result<QStringList> namesIn(const QString& directory, EntryKind kind = EntryKind::Anything);
 
 /// Whether the directory is there, made with those above it when it is missing.
