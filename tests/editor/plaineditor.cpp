@@ -17,10 +17,14 @@ QString fileName(const QDate& day, int timeframe)
            QStringLiteral(".iss");
 }
 
+// Or on one beside it. By noons: a midnight that comes twice is one moment or the other, as the
+// C library happens to take it.
 bool isClockChanged(const QDate& day)
 {
-    constexpr qint64 secondsPerDay = 24 * 60 * 60;
-    return day.startOfDay().secsTo(day.addDays(1).startOfDay()) != secondsPerDay;
+    const auto offset = [](const QDate& date) {
+        return QDateTime(date, QTime(12, 0)).offsetFromUtc();
+    };
+    return offset(day.addDays(-1)) != offset(day.addDays(1));
 }
 
 // Moments, except on a day on which the clock is changed: there a time may be no moment or two of

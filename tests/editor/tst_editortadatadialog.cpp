@@ -1317,7 +1317,6 @@ void TestEditorTADataDialog::aSeriesThatAnotherChangesIsLeftAlone()
     const auto place = vexdesk::makeRestorePlace(vexdesk::storePlace());
     QVERIFY(place);
     vexdesk::SeriesLocks other;
-    const QString series = seriesDir().path().section(u'/', -3);
     QVERIFY(other.take(*place, {series}, std::chrono::seconds(0)));
     click(button("closeButton"));
     QCOMPARE(stored(), before);
