@@ -21,7 +21,7 @@ case $1 in
 esac
 shift
 
-install_packages "${build_packages[@]}" "${fuzz_packages[@]}"
+install_packages "${build_packages[@]}" "${clang_packages[@]}"
 cmake --preset fuzz >/dev/null
 targets=("$@")
 if [ ${#targets[@]} -eq 0 ]; then

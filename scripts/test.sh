@@ -12,6 +12,9 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 preset=${1:-release-tests}
 install_packages "${build_packages[@]}" "${test_packages[@]}"
+case "$preset" in
+    asan | tsan) install_packages "${clang_packages[@]}" ;;
+esac
 # The documents show how other tools read the store. With these here, a missing one is a failure.
 if install_duckdb; then
     export TADATA_REQUIRE_TOOLS=1

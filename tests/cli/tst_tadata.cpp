@@ -179,7 +179,7 @@ void TadataTest::listOfAMissingStoreFails()
 void TadataTest::listNamesWhatItCannotRead()
 {
     m_dir.reset();
-    const OtherUser nobody;
+    const OtherUser user;
     init(); // in a directory of his own
     writeFile(path("store/A/B/C/20240115_60.iss"), oneRecord);
     writeFile(path("store/A/B/D/20240115_60.iss"), oneRecord);

@@ -180,7 +180,7 @@ void TadataBadInputTest::inputThatCannotBeOpenedLeavesTheStoreAlone()
 void TadataBadInputTest::unreadableInputLeavesTheStoreAlone()
 {
     m_dir.reset();
-    const OtherUser nobody;
+    const OtherUser user;
     init(); // in a directory of his own
     const QString file = path(QStringLiteral("secret.csv"));
     writeFile(file, firstDay);
@@ -601,7 +601,7 @@ void TadataBadInputTest::directoryInPlaceOfAMinuteFileStopsTheImport()
 void TadataBadInputTest::readOnlyDirectoryStopsTheImport()
 {
     m_dir.reset();
-    const OtherUser nobody;
+    const OtherUser user;
     init(); // in a directory of his own
     const QString dir = storePath(QLatin1String(series));
     QVERIFY(QFile::setPermissions(dir, QFile::ReadOwner | QFile::ExeOwner));
@@ -614,7 +614,7 @@ void TadataBadInputTest::readOnlyDirectoryStopsTheImport()
 void TadataBadInputTest::readOnlyStoreStopsTheImport()
 {
     m_dir.reset();
-    const OtherUser nobody;
+    const OtherUser user;
     init(); // in a directory of his own
     const QString store = path(QStringLiteral("locked"));
     QVERIFY(QDir().mkpath(store));

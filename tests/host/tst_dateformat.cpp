@@ -37,7 +37,7 @@ void TestDateFormat::hasAllDigits_data()
 
 void TestDateFormat::hasAllDigits()
 {
-    const QLocale locale(QLatin1String(QTest::currentDataTag()));
+    const QLocale locale{QLatin1String(QTest::currentDataTag())};
     QTEST(vexdesk::shownDateFormat(locale), "date");
     // Some languages part the hour from its half of the day by another blank.
     QTEST(vexdesk::shownMomentFormat(locale).replace(QChar(0x202f), u' '), "moment");

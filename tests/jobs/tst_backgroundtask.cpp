@@ -72,7 +72,7 @@ void TestBackgroundTask::whoLeavesIsNotKeptWaiting()
     QCoreApplication::processEvents();
     QVERIFY(!isTold);
     // The pool goes when another one is left.
-    const auto leave = [] { BackgroundTask<int>(AtEnd::Leaves); };
+    const auto leave = [] { const BackgroundTask<int> left(AtEnd::Leaves); };
     EVENTUALLY((leave(), tadata::LeftPools::instance().count() == 0));
 }
 

@@ -185,9 +185,9 @@ void TestOutcomeBox::isAsWideAsItsTitle()
     QVERIFY(QTest::qWaitForWindowExposed(&box));
     QFont bold = box.font();
     bold.setBold(true);
-    const int title = QFontMetrics(bold).horizontalAdvance(longTitle);
+    const int titleWidth = QFontMetrics(bold).horizontalAdvance(longTitle);
     const int button = box.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &box);
-    QVERIFY(box.width() >= title + 4 * button);
+    QVERIFY(box.width() >= titleWidth + 4 * button);
 }
 
 void TestOutcomeBox::isClosedByItsOnlyButton()

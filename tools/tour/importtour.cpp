@@ -47,7 +47,7 @@ void addSeriesSteps(Tour& tour)
 {
     constexpr auto page = "SeriesImportPage";
     tour.add({Tour::tr("страница серии"),
-              [page] { return isOnPage(page); },
+              [] { return isOnPage(page); },
               {},
               QStringLiteral("series")});
     addSeriesChoice(tour, box, QStringLiteral("security"));
@@ -58,7 +58,7 @@ void addFormatSteps(Tour& tour)
 {
     constexpr auto page = "FormatImportPage";
     tour.add({Tour::tr("страница формата"),
-              [page] {
+              [] {
                   if (const Outcome here = isOnPage(page); !here)
                       return here;
                   return missingUnless(!wizard()->button(QWizard::NextButton)->isEnabled(),
@@ -90,7 +90,7 @@ void addColumnSteps(Tour& tour)
 {
     constexpr auto page = "ColumnsImportPage";
     tour.add({Tour::tr("страница столбцов"),
-              [page] {
+              [] {
                   if (const Outcome here = isOnPage(page); !here)
                       return here;
                   return missingUnless(columnBoxes().size() == fileColumns,
