@@ -338,7 +338,8 @@ void TestHealth::calendarKnowsTheStateOfADay()
     QCOMPARE(at(missingDay, CalendarModel::StateRole).toInt(), int(State::Missing));
     QCOMPARE(at(gapDay, CalendarModel::StateRole).toInt(), int(State::Stored));
     QCOMPARE(at(gapDay, CalendarModel::ShareRole).toDouble(), 50.0 / 60);
-    QVERIFY(at(gapDay, CalendarModel::WrongRole).toBool());
+    QVERIFY(at(brokenDay, CalendarModel::WrongRole).toBool());
+    QVERIFY(!at(gapDay, CalendarModel::WrongRole).toBool());
     QVERIFY(!at(gapDay.addDays(1), CalendarModel::WrongRole).toBool());
     QCOMPARE(at(QDate(2024, 2, 17), CalendarModel::StateRole).toInt(), int(State::Free));
     QVERIFY(at(gapDay, Qt::ToolTipRole)

@@ -132,6 +132,7 @@ private Q_SLOTS:
     void showsEachWindowOnce_data();
     void showsEachWindowOnce();
     void marksWhatIsWrongInCharts();
+    void marksFaultsOfSecondsBesideMinutes();
     void saysInChartsThatADayHidesTheRest();
     void doesWithoutCharts();
     void showsAPlaceInTheChart();
@@ -338,6 +339,23 @@ void TestTADataQuality::marksWhatIsWrongInCharts()
     QVERIFY(marks->marks({}, first, last).isEmpty());
     plugin()->tini();
     QVERIFY(charts.makers.isEmpty());
+}
+
+void TestTADataQuality::marksFaultsOfSecondsBesideMinutes()
+{
+    NotingCharts& charts = *m_charts;
+    start(&charts);
+    const QDate day(2024, 1, 18);
+    testsupport::writeFile(
+        m_plugin->store().filePath(QStringLiteral("NORD/MAIN/VEGA/20240118_1.iss")),
+        "100000;1.00;1.00;1.00;1.00;1;0.00;0\nbad\n100001;1.00;1.00;1.00;1.00;1;0.00;0\n");
+    vexdesk::IChartMarks* const marks = charts.makers.value(0);
+    QVERIFY(marks && marks->marks(theSeries, day, day).isEmpty());
+    EVENTUALLY(charts.changed.contains(theSeries));
+    QCOMPARE(textsOf(marks->marks(theSeries, day, day)),
+             QStringList{QStringLiteral("Секунды: Не записи баров: строки 2")});
+    // Minutes of other days lack nothing for that.
+    QCOMPARE(marks->marks(theSeries, QDate(2024, 1, 1), QDate(2024, 3, 29)).size(), 4);
 }
 
 void TestTADataQuality::saysInChartsThatADayHidesTheRest()

@@ -113,6 +113,14 @@ bool CalendarModel::isWrong(const QDate& day) const
     return stored && stored->isWrong();
 }
 
+// What lacks is told by the colour.
+bool CalendarModel::hasFault(const QDate& day) const
+{
+    const tadata::DayHealth* const stored = day.isValid() ? m_series->remarks(day) : nullptr;
+    return stored && (!stored->badLines.empty() || stored->duplicates > 0 || stored->prices > 0 ||
+                      !stored->jumps.empty());
+}
+
 QVariant CalendarModel::data(const QModelIndex& index, int role) const
 {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid) || !m_series)
@@ -126,7 +134,7 @@ QVariant CalendarModel::data(const QModelIndex& index, int role) const
     case ShareRole:
         return shareOf(day);
     case WrongRole:
-        return isWrong(day);
+        return hasFault(day);
     case TitleRole:
         return false;
     case Qt::ToolTipRole:

@@ -26,7 +26,7 @@ public:
     enum Role {
         StateRole = Qt::UserRole, ///< a State, as a number
         ShareRole,                ///< of usual times that have bars, 0 to 1; of stored days
-        WrongRole,                ///< whether something is wrong with what is stored
+        WrongRole,                ///< whether something is wrong with what is stored, not lacking
         TitleRole,                ///< whether it stands in the row above a year
     };
 
@@ -55,6 +55,7 @@ private:
     State stateOf(const QDate& day) const;
     double shareOf(const QDate& day) const;
     bool isWrong(const QDate& day) const;
+    bool hasFault(const QDate& day) const;
     QVariant titleAt(int year, int column, int role) const;
 
     tadata::SharedDigest m_series;

@@ -19,12 +19,6 @@ struct Text
     Q_DECLARE_TR_FUNCTIONS(HealthMarks)
 };
 
-QString whyNothingIsKnown(const tadata::UnreadDay& day)
-{
-    return Text::tr("%1. Пока этот день не прочитан, другие дни серии не проверены")
-        .arg(day.problem);
-}
-
 // What is only to be known is for the window of the health.
 void addRemarks(const SeriesDigest& digest, const QDate& day, QList<ChartMark>& marks)
 {
@@ -33,6 +27,25 @@ void addRemarks(const SeriesDigest& digest, const QDate& day, QList<ChartMark>& 
         if (remark.kind != ChartMark::Kind::Note)
             marks.append(remark);
     }
+}
+
+void addDays(const SeriesDigest& digest, const QDate& first, const QDate& last,
+             QList<ChartMark>& marks)
+{
+    for (const QDate& day : digest.missingDays) {
+        if (day >= first && day <= last)
+            addRemarks(digest, day, marks);
+    }
+    for (const tadata::DayHealth& day : digest.remarkable) {
+        if (day.day >= first && day.day <= last)
+            addRemarks(digest, day.day, marks);
+    }
+}
+
+QString whyNothingIsKnown(const tadata::UnreadDay& day)
+{
+    return Text::tr("%1. Пока этот день не прочитан, другие дни серии не проверены")
+        .arg(day.problem);
 }
 
 } // namespace
@@ -62,18 +75,21 @@ QList<ChartMark> HealthMarks::marks(const vexdesk::SeriesName& series, const QDa
         if (day.day >= first && day.day <= last)
             marks.append({ChartMark::Kind::Fault, day.day, {}, {}, whyNothingIsKnown(day)});
     }
-    SharedDigest digest = m_book->digest(path, vexdesk::minuteTimeframe);
-    if (!digest)
-        digest = m_book->digest(path, vexdesk::secondTimeframe);
-    if (!digest)
-        return marks;
-    for (const QDate& day : digest->missingDays) {
-        if (day >= first && day <= last)
-            addRemarks(*digest, day, marks);
-    }
-    for (const tadata::DayHealth& day : digest->remarkable) {
-        if (day.day >= first && day.day <= last)
-            addRemarks(*digest, day.day, marks);
+    const SharedDigest minutes = m_book->digest(path, vexdesk::minuteTimeframe);
+    const SharedDigest seconds = m_book->digest(path, vexdesk::secondTimeframe);
+    if (minutes)
+        addDays(*minutes, first, last, marks);
+    if (seconds && !minutes) {
+        addDays(*seconds, first, last, marks);
+    } else if (seconds) {
+        // Seconds are kept for some days, and minutes may begin before them: nothing lacks there.
+        QList<ChartMark> ofSeconds;
+        addDays(*seconds, first, last, ofSeconds);
+        for (ChartMark& mark : ofSeconds) {
+            mark.text = Text::tr("Секунды: %1").arg(mark.text);
+            if (mark.kind == ChartMark::Kind::Fault)
+                marks.append(mark);
+        }
     }
     return marks;
 }
