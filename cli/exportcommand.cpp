@@ -128,7 +128,8 @@ void tellOfSkippedTimes(const ExportDetails& details, const QDir& series)
     for (const SkippedTime& skipped : times) {
         if (hasBarIn(skipped, series, details.storedTimeframe()))
             printError(Text::tr("%1: часы этого компьютера пропускают время с %2 до %3, и его бары "
-                                "слиты. С TZ=UTC перед командой каждый из них выгружается сам")
+                                "могли слиться с соседними. С TZ=UTC перед командой каждый из них "
+                                "выгружается сам")
                            .arg(skipped.from.date().toString(Qt::ISODate),
                                 skipped.from.time().toString(Qt::ISODate),
                                 skipped.to.time().toString(Qt::ISODate)));

@@ -273,9 +273,10 @@ void TadataExportTest::namesTimesThatTheClockSkips_data()
         QTest::newRow(name) << QString::fromLatin1(zone) << QByteArray(time)
                             << QString::fromUtf8(said);
     };
-    constexpr char skipped[] = "2024-03-31: часы этого компьютера пропускают время с 02:00:00 до "
-                               "03:00:00, и его бары слиты. С TZ=UTC перед командой каждый из них "
-                               "выгружается сам\n";
+    constexpr char skipped[] =
+        "2024-03-31: часы этого компьютера пропускают время с 02:00:00 до "
+        "03:00:00, и его бары могли слиться с соседними. С TZ=UTC перед командой каждый из них "
+        "выгружается сам\n";
     row("first skipped", "Europe/Berlin", "020000", skipped);
     row("last skipped", "Europe/Berlin", "025900", skipped);
     row("before", "Europe/Berlin", "015900");
