@@ -1104,12 +1104,12 @@ Hint: tadata --help</translation>
         <translation>there is no such place; did you mean %1</translation>
     </message>
     <message>
-        <source>%1: часы этого компьютера пропускают время с %2 до %3, и его бары слиты. С TZ=UTC перед командой каждый из них выгружается сам</source>
-        <translation>%1: the clock of this computer skips the time from %2 to %3, and its bars are folded into one. With TZ=UTC before the command each of them is written</translation>
-    </message>
-    <message>
         <source>Столбцы, которые не взяты: %1; нужный называют в --columns</source>
         <translation>Columns that are not taken: %1; name the one you need in --columns</translation>
+    </message>
+    <message>
+        <source>%1: часы этого компьютера пропускают время с %2 до %3, и его бары могли слиться с соседними. С TZ=UTC перед командой каждый из них выгружается сам</source>
+        <translation>%1: the clock of this computer skips the time from %2 to %3, and its bars may be folded with their neighbours. With TZ=UTC before the command each of them is exported by itself</translation>
     </message>
 </context>
 </TS>

@@ -237,6 +237,10 @@
         <source>%1. Пока этот день не прочитан, другие дни серии не проверены</source>
         <translation>%1. While this day is not read, the other days of the series are not checked</translation>
     </message>
+    <message>
+        <source>Секунды: %1</source>
+        <translation>Seconds: %1</translation>
+    </message>
 </context>
 <context>
     <name>HealthPass</name>
@@ -730,10 +734,6 @@
         <translation>Please wait: a command is still running. The window can be closed when it has ended.</translation>
     </message>
     <message>
-        <source>Работа была прервана: изменились ли файлы с тех пор, неизвестно, и они вернутся без вопроса.</source>
-        <translation>The work was interrupted: whether the files have changed since is not known, and they are put back without a question.</translation>
-    </message>
-    <message>
         <source>Прервано на середине команд: %L1. Выберите точку с пометкой «прервано» и верните данные, какими они были до неё.</source>
         <translation>Commands interrupted halfway: %L1. Choose the point marked &quot;interrupted&quot; and put the data back as they were before it.</translation>
     </message>
@@ -748,6 +748,10 @@
         <translation>The command was interrupted: %1, series: %2.
 
 Former files that will be put back: %L3, created ones that will be removed: %L4, even if they were changed since. What they hold now stays in a new point.</translation>
+    </message>
+    <message>
+        <source>Работа была прервана: изменились ли файлы с тех пор, неизвестно.</source>
+        <translation>The work was interrupted: whether files have changed since is not known.</translation>
     </message>
 </context>
 <context>
@@ -1044,6 +1048,22 @@ Former files that will be put back: %L3, created ones that will be removed: %L4,
     <message>
         <source>Жду, пока %1 (процесс %2, компьютер %3) освободит серию %4...</source>
         <translation>Waiting for %1 (process %2, computer %3) to release the series %4...</translation>
+    </message>
+    <message>
+        <source>Столбец объёма не взят, в нём не целые числа: у баров из файла объёма не будет.</source>
+        <translation>The column of the volume is left out, it does not hold whole numbers: bars of the file will have no volume.</translation>
+    </message>
+    <message>
+        <source>Столбец открытого интереса не взят, в нём не целые числа: у баров из файла его не будет.</source>
+        <translation>The column of the open interest is left out, it does not hold whole numbers: bars of the file will have none.</translation>
+    </message>
+    <message>
+        <source>Баров в файле: %1; ошибочных строк: %2</source>
+        <translation>Bars in the file: %1; bad lines: %2</translation>
+    </message>
+    <message>
+        <source>Столбцы, которые не взяты: %1</source>
+        <translation>Columns that are left out: %1</translation>
     </message>
 </context>
 <context>

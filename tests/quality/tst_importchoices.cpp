@@ -46,7 +46,7 @@ private Q_SLOTS:
     void theOutlookAddsUpFilesAndSeries();
     void filesWithADayInCommonDoNotReplaceIt();
     void aDayOfSeveralFilesCountsOnce();
-    void secondsAndMinutesHaveTheMinutesInCommon();
+    void secondsAndMinutesOfADayGoTogether();
     void fewReasonsAreTold();
 
 private:
@@ -190,6 +190,10 @@ void TestImportChoices::aProfileForgetsTheOneBefore()
 
 void TestImportChoices::wrongOptionsOfAProfileAreNamed()
 {
+    for (const char* zone : {"from-zone", "to-zone"})
+        QCOMPARE(tadata::withProfile({}, {{QLatin1String(zone), QStringLiteral("Europe/Moscow")}})
+                     .passedOver,
+                 QStringList{QLatin1String(zone)});
     const auto taken = tadata::withProfile(
         {}, options("columns date=0 timeframe 5 mode eat shift 5000 date-format yy decimals 3 "
                     "from-zone Nowhere/Land series A/B"));
@@ -314,13 +318,13 @@ void TestImportChoices::aDayOfSeveralFilesCountsOnce()
     }
 }
 
-// The minutes of a day are derived from its seconds.
-void TestImportChoices::secondsAndMinutesHaveTheMinutesInCommon()
+// The minutes that are derived from seconds have a file of their own.
+void TestImportChoices::secondsAndMinutesOfADayGoTogether()
 {
     tadata::CheckedDay day;
     day.day = QDate(2024, 1, 15);
     std::vector<tadata::FileOutlook> files;
-    for (const int timeframe : {1, 60, 300}) {
+    for (const int timeframe : {1, 60}) {
         tadata::SeriesOutlook series{QStringLiteral("S/B/X")};
         series.check.bars = 1;
         series.check.days = {day};
@@ -330,10 +334,10 @@ void TestImportChoices::secondsAndMinutesHaveTheMinutesInCommon()
                          .timeframe = timeframe});
     }
     const ImportOutlook together = tadata::outlookOf(files);
-    QVERIFY(!together.wouldImport);
-    QCOMPARE(together.sharedDays, 1);
-    files.erase(files.begin());
-    QVERIFY(tadata::outlookOf(files).wouldImport);
+    QVERIFY(together.wouldImport);
+    QCOMPARE(together.sharedDays, 0);
+    files.push_back(files.front());
+    QVERIFY(!tadata::outlookOf(files).wouldImport);
 }
 
 void TestImportChoices::fewReasonsAreTold()
@@ -381,6 +385,30 @@ void TestImportChoices::aFileNameTellsASeries_data()
     QTest::newRow("all codes") << "S_B_Y.csv"
                                << "/"
                                << "S/B/Y";
+    QTest::newRow("a part of a future's code") << "X-12.26.csv"
+                                               << "S/B"
+                                               << "";
+    QTest::newRow("a future") << "Q-12.26 (1).csv"
+                              << "S/F"
+                              << "S/F/Q-12.26";
+    QTest::newRow("a future without a suffix") << "Q-12.26"
+                                               << "S/F"
+                                               << "S/F/Q-12.26";
+    QTest::newRow("a future, all codes") << "S_F_Q-12.26_2024.txt"
+                                         << "S/B"
+                                         << "S/F/Q-12.26";
+    QTest::newRow("another board") << "S_F_X_2024.csv"
+                                   << "S/B"
+                                   << "";
+    QTest::newRow("another venue") << "W_B_X_2024.csv"
+                                   << "S/B"
+                                   << "";
+    QTest::newRow("a date after it") << "X-2024.01.15.csv"
+                                     << "S/B"
+                                     << "S/B/X";
+    QTest::newRow("a code like a suffix") << "TXT.txt"
+                                          << "S/B"
+                                          << "S/B/TXT";
     QTest::newRow("all codes of others") << "2024 S-B-Y 60.csv"
                                          << "NORD/MAIN"
                                          << "S/B/Y";
@@ -390,7 +418,12 @@ void TestImportChoices::aFileNameTellsASeries()
 {
     QFETCH(const QString, file);
     QFETCH(const QString, board);
-    testsupport::knowSeries();
+    auto data = vexdesk::ReferenceData::demonstration();
+    for (const char* known : {"S/B/X", "S/B/Y", "S/B/TXT", "S/F/Q-12.26", "W/B/Z"}) {
+        const QStringList codes = QString::fromLatin1(known).split(u'/');
+        data.setSeries(codes[0], codes[1], codes[2], 2);
+    }
+    vexdesk::ReferenceData::install(data);
     QTEST(tadata::seriesOfFileName(file, board), "series");
 }
 

@@ -98,11 +98,14 @@ private Q_SLOTS:
     void recentFilesAreOffered();
     void filesAreChosenInADialog();
     void aRequestFillsIn();
+    void aRequestIsForItsFilesAlone();
+    void tellsOfAVolumeThatIsLeftOut();
     void cancelTakesEverythingBack_data();
     void cancelTakesEverythingBack();
     void whatComesWhileAnImportRunsIsAnswered();
     void theEndOfTheWindowTakesEverythingBack();
     void aFileThatChangesIsShownAnew();
+    void whatCameOfAnImportIsNotHiddenByAChange();
     void theStoreIsFollowed();
     void whatBarsAnImportIsLookedAtAgain();
     void aKeyLooksAgain();
@@ -365,8 +368,25 @@ void TestSafeImportWindow::aProfileFillsIn()
     QVERIFY(mode("Дозаполнить")->isChecked());
     QVERIFY(child<QCheckBox>(m_window.get(), "skipBad")->isChecked());
     QVERIFY(textOf("message").contains(QStringLiteral("decimals")));
+    QVERIFY(tadata::saveProfile(QStringLiteral("other"),
+                                {{QStringLiteral("separator"), QStringLiteral("comma")}}));
+    m_window->hide();
+    m_window->show();
+    for (const int profile : {2, 0}) {
+        // What the first one said is not said by another, nor by none.
+        choose(child<QComboBox>(m_window.get(), "profile"), profile);
+        QVERIFY(mode("Добавить")->isChecked());
+        QVERIFY(!child<QCheckBox>(m_window.get(), "skipBad")->isChecked());
+        EVENTUALLY(textOf("verdict").contains(QStringLiteral("Выберите площадку")));
+        choose(child<QComboBox>(m_window.get(), "profile"), QStringLiteral("broker"));
+        waitForOutlook();
+    }
+    // What the user has chosen himself stays.
+    m_window->take({.series = QStringLiteral("NORD/MAIN/BARK")});
     choose(child<QComboBox>(m_window.get(), "profile"), 0);
     waitForOutlook();
+    QCOMPARE(child<QComboBox>(m_window.get(), "security")->currentText().left(4),
+             QStringLiteral("BARK"));
 }
 
 void TestSafeImportWindow::tickersGoToTheirSeries()
@@ -535,6 +555,45 @@ void TestSafeImportWindow::aRequestFillsIn()
     QVERIFY(readTree(store()).contains(QStringLiteral("NORD/MAIN/BARK/20240115_1.iss")));
 }
 
+// Whether its file came or not.
+void TestSafeImportWindow::aRequestIsForItsFilesAlone()
+{
+    for (const bool hasFile : {true, false}) {
+        m_window->take(
+            {.series = QStringLiteral("NORD/MAIN/BARK"), .timeframe = 1, .isFill = true});
+        if (hasFile) {
+            m_window->take({.files = {path("new.csv")}});
+            waitForOutlook();
+        }
+        m_window->hide();
+        m_window->show();
+        writeFile(path("NORD_MAIN_ALFA.csv"), barFile({monday}, 5, 300));
+        m_window->take({.files = {path("NORD_MAIN_ALFA.csv")}});
+        QVERIFY(mode("Добавить")->isChecked());
+        waitForOutlook();
+        QCOMPARE(child<QComboBox>(m_window.get(), "timeframe")->currentData().toInt(), 60);
+        QCOMPARE(child<QComboBox>(m_window.get(), "security")->currentText().left(4),
+                 QStringLiteral("ALFA"));
+    }
+}
+
+// A volume with a point is none; the stored bars would get 0 in its place.
+void TestSafeImportWindow::tellsOfAVolumeThatIsLeftOut()
+{
+    QByteArray bars = barFile({monday}, 10, 100);
+    bars.replace("100\n", "100.5\n").replace("101\n", "101.5\n");
+    writeFile(path("volumes.csv"), bars);
+    openInto({path("volumes.csv")}, "NORD/MAIN/ALFA");
+    QVERIFY2(textOf("verdict").contains(QStringLiteral("Столбец объёма не взят")),
+             qPrintable(textOf("verdict")));
+    QVERIFY2(textOf("sentences").contains(QStringLiteral("не взяты: <VOL>")),
+             qPrintable(textOf("sentences")));
+    openInto({path("volumes.csv"), path("new.csv")}, "NORD/MAIN/ALFA");
+    EVENTUALLY(textOf("verdict").contains(QStringLiteral("volumes.csv: Столбец объёма")));
+    openInto({path("new.csv")}, "NORD/MAIN/ALFA");
+    EVENTUALLY(!textOf("verdict").contains(QStringLiteral("Столбец объёма")));
+}
+
 void TestSafeImportWindow::cancelTakesEverythingBack_data()
 {
     QTest::addColumn<QString>("mode");
@@ -622,6 +681,17 @@ void TestSafeImportWindow::aFileThatChangesIsShownAnew()
     QVERIFY(QFile::remove(path("new.csv")));
     EVENTUALLY(textOf("verdict").contains(QStringLiteral("Невозможно открыть")));
     QVERIFY(!button("import")->isEnabled());
+}
+
+void TestSafeImportWindow::whatCameOfAnImportIsNotHiddenByAChange()
+{
+    openInto({path("new.csv")}, "NORD/MAIN/ALFA");
+    import();
+    EVENTUALLY(textOf("message").contains(QStringLiteral("Импорт закончен")));
+    waitForOutlook();
+    writeFile(path("new.csv"), barFile({monday}, 4, 200));
+    EVENTUALLY_EQUAL(preview()->model().lineCount(), 5);
+    QVERIFY(textOf("message").contains(QStringLiteral("Импорт закончен")));
 }
 
 void TestSafeImportWindow::theStoreIsFollowed()

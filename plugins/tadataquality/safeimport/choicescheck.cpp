@@ -64,8 +64,11 @@ Result<FileOutlook> checkFile(const ImportChoices& choices, const LaidOutFile& f
 {
     const ImportDetails details = detailsFor(file, choices);
     const bool hasTickers = details.columns.contains(static_cast<qint32>(ColumnRole::Ticker));
-    FileOutlook outlook{
-        .path = file.path, .mode = choices.ways.mode, .timeframe = details.timeframe};
+    FileOutlook outlook{.path = file.path,
+                        .mode = choices.ways.mode,
+                        .timeframe = details.timeframe,
+                        .unused = file.layout.unused,
+                        .warnings = file.layout.warnings};
     const CheckedSeries series{.directory =
                                    [&](const QString& ticker) {
                                        const QDir dir =

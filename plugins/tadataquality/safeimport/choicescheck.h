@@ -62,7 +62,9 @@ struct FileOutlook
     std::vector<SeriesOutlook> series = {};
     DayStamps stamps = {}; ///< of the series, taken before their days were read
     ImportMode mode = ImportMode::Merge;
-    int timeframe = 0; ///< in seconds
+    int timeframe = 0;         ///< in seconds
+    QStringList unused = {};   ///< of its layout
+    QStringList warnings = {}; ///< likewise
 };
 
 /// Checks one file after the other against what the store holds now. Fails once `stop` is set.

@@ -42,6 +42,19 @@ bool isWhole(const GivenLayout& given)
            given.timeframe && given.columns;
 }
 
+// Bars of the file would have none, and so would those that they replace.
+QStringList warningsOf(const FormatGuess& guess)
+{
+    QStringList warnings;
+    if (guess.missing.contains(QLatin1String("volume")))
+        warnings.append(Text::tr("Столбец объёма не взят, в нём не целые числа: у баров из файла "
+                                 "объёма не будет."));
+    if (guess.missing.contains(QLatin1String("oi")))
+        warnings.append(Text::tr("Столбец открытого интереса не взят, в нём не целые числа: у "
+                                 "баров из файла его не будет."));
+    return warnings;
+}
+
 FileLayout layoutOf(const FormatGuess& guess, const GivenLayout& given)
 {
     FileLayout layout{.details = {}, .ambiguous = guess.ambiguous};
@@ -54,6 +67,10 @@ FileLayout layoutOf(const FormatGuess& guess, const GivenLayout& given)
     details.firstLineIsHeader = given.hasHeader.value_or(guess.hasHeader);
     details.timeframe = given.timeframe.value_or(guess.timeframe);
     details.columns = given.columns.value_or(guess.columns);
+    if (!given.columns) {
+        layout.unused = guess.unused;
+        layout.warnings = warningsOf(guess);
+    }
     return layout;
 }
 

@@ -15,6 +15,10 @@ struct FileLayout
     /// Without its series. A column of tickers is among the columns where one was found.
     ImportDetails details;
     QStringList ambiguous; ///< the forms of dates among which the file leaves a choice
+    /// What the header calls columns for which nobody has found a role.
+    QStringList unused = {};
+    /// Sentences on columns whose role is known, and which are left out all the same.
+    QStringList warnings = {};
 
     bool hasTicker() const;
     /// Sentences that tell what is still to be chosen, in the user's language; empty: the file can

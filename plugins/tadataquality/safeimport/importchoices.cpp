@@ -152,8 +152,12 @@ ChoicesOfProfile withProfile(ImportChoices choices, const ProfileOptions& profil
             passedOver.append(option.key());
     }
     FileClock& clock = choices.ways.clock;
-    if (!clock.from.isValid() || !clock.to.isValid())
+    if (clock.from.isValid() != clock.to.isValid()) {
+        // One zone alone says nothing.
+        passedOver.append(clock.from.isValid() ? QStringLiteral("from-zone")
+                                               : QStringLiteral("to-zone"));
         clock.from = clock.to = QTimeZone();
+    }
     completeLayout(choices.given);
     return {choices, passedOver};
 }

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "importoutlook.h"
 
-#include <vexdesk/history/dayfilenames.h>
-
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFileInfo>
 #include <QtCore/QLocale>
@@ -82,7 +80,6 @@ struct SharedDay
     QStringList files;
     qint64 added = 0;
     bool replaces = false;
-    bool isDerived = false; ///< from seconds as well
 };
 
 // Everything that is added up of one series.
@@ -95,20 +92,8 @@ public:
             add(file, checked);
     }
 
-    // Minutes are derived from seconds, so that these have the minutes' file in common with them.
-    const std::map<DayFile, SharedDay>& joined()
-    {
-        for (auto& [file, shared] : m_days) {
-            if (file.timeframe != vexdesk::secondTimeframe)
-                continue;
-            const auto minutes = m_days.find({file.day, vexdesk::minuteTimeframe});
-            if (minutes == m_days.end())
-                continue;
-            minutes->second.files += shared.files;
-            minutes->second.isDerived = true;
-        }
-        return m_days;
-    }
+    // Minutes that are derived from seconds have a file of their own, beside that of real ones.
+    const std::map<DayFile, SharedDay>& days() const { return m_days; }
 
 private:
     void add(const FileOutlook& file, const CheckedDay& checked)
@@ -182,18 +167,25 @@ public:
             ++m_outlook.refusedFiles;
             addStop(file.refusal);
         }
+        for (const QString& warning : file.warnings)
+            m_warned[warning].append(file.path);
+        m_outlook.unused += file.unused;
         for (const SeriesOutlook& series : file.series)
             add(file, series);
     }
 
     ImportOutlook finished()
     {
-        for (auto& [name, days] : m_series)
+        for (const auto& [name, days] : m_series)
             addDays(name, days);
         if (m_clash)
             addStop(m_clash->text());
         for (const auto& [date, day] : m_days)
             m_outlook.days.push_back(day);
+        for (const auto& [warning, paths] : m_warned)
+            m_outlook.warnings.append(
+                isOneFile() ? warning : namesIn(paths) + QStringLiteral(": ") + warning);
+        m_outlook.unused.removeDuplicates();
         m_outlook.series = m_withBars.size();
         if (m_outlook.stops.isEmpty() && m_outlook.bars == 0 && m_outlook.badLines > 0)
             addStop(Text::tr("Ни одной строки взять нельзя: все ошибочные."));
@@ -216,6 +208,13 @@ private:
         m_series[series.series].add(file, check.days);
     }
 
+    bool isOneFile() const { return m_outlook.countedFiles + m_outlook.refusedFiles == 1; }
+
+    static QString namesIn(const QStringList& paths)
+    {
+        return firstOf(namesOf(paths), QStringLiteral(", "));
+    }
+
     void addStop(const QString& message)
     {
         if (m_known.contains(message))
@@ -224,9 +223,9 @@ private:
         m_outlook.stops.append(message);
     }
 
-    void addDays(const QString& series, SeriesDays& days)
+    void addDays(const QString& series, const SeriesDays& days)
     {
-        for (const auto& [file, shared] : days.joined()) {
+        for (const auto& [file, shared] : days.days()) {
             const bool isShared = shared.files.size() > 1;
             ++m_outlook.dayCounts[static_cast<size_t>(shared.day.outcome)];
             m_outlook.added += shared.added;
@@ -235,8 +234,6 @@ private:
             m_outlook.lost += shared.day.lost;
             m_outlook.sharedDays += isShared ? 1 : 0;
             addDay(shared.day, isShared, m_days);
-            if (isShared && (shared.replaces || shared.isDerived))
-                m_outlook.isLossKnown = false;
             if (isShared && shared.replaces)
                 addClash({file.day, series, shared.files});
         }
@@ -251,7 +248,8 @@ private:
     ImportOutlook m_outlook;
     std::map<QString, SeriesDays> m_series; ///< by name
     QSet<QString> m_withBars;
-    QSet<QString> m_known; ///< stops
+    QSet<QString> m_known;                   ///< stops
+    std::map<QString, QStringList> m_warned; ///< the files
     std::optional<Clash> m_clash;
     Days m_days;
 };
@@ -321,15 +319,21 @@ QStringList sentencesOf(const ImportOutlook& outlook)
     sentences.append(bars);
     if (outlook.lost > 0)
         sentences.append(Text::tr("Пропадёт баров: %1").arg(number(outlook.lost)));
-    else if (outlook.isLossKnown)
+    else if (outlook.wouldImport)
         sentences.append(Text::tr("Ни один бар не пропадёт"));
     if (outlook.sharedDays > 0)
         sentences.append(Text::tr("Дней, которые есть в нескольких файлах: %1; сказанное о них "
                                   "верно для каждого файла по отдельности")
                              .arg(number(outlook.sharedDays)));
     sentences.append(
-        Text::tr("Баров в файле: %1, из них ничего не изменят: %2; ошибочных строк: %3")
-            .arg(number(outlook.bars), number(outlook.idle()), number(outlook.badLines)));
+        outlook.wouldImport
+            ? Text::tr("Баров в файле: %1, из них ничего не изменят: %2; ошибочных строк: %3")
+                  .arg(number(outlook.bars), number(outlook.idle()), number(outlook.badLines))
+            : Text::tr("Баров в файле: %1; ошибочных строк: %2")
+                  .arg(number(outlook.bars), number(outlook.badLines)));
+    if (!outlook.unused.isEmpty())
+        sentences.append(Text::tr("Столбцы, которые не взяты: %1")
+                             .arg(firstOf(outlook.unused, QStringLiteral(", "))));
     if (outlook.refusedFiles > 0)
         sentences.append(Text::tr("Файлов, в которых ничего не сосчитано: %1")
                              .arg(number(outlook.refusedFiles)));

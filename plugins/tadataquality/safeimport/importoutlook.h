@@ -36,7 +36,9 @@ struct OutlookCell
 struct ImportOutlook
 {
     bool wouldImport = false;
-    QStringList stops; ///< why it would not, or would end early; whole texts
+    QStringList stops;    ///< why it would not, or would end early; whole texts
+    QStringList warnings; ///< on what of the files is left out; sentences
+    QStringList unused;   ///< columns of the files
     qint64 bars = 0;
     qint64 badLines = 0;
     qint64 series = 0; ///< that get bars
@@ -48,7 +50,6 @@ struct ImportOutlook
     qint64 lost = 0;         ///< bars
     /// Of series, that several files have. What is said of them is true of each file alone.
     qint64 sharedDays = 0;
-    bool isLossKnown = true;
     std::array<qint64, dayOutcomes> dayCounts = {}; ///< of days of series, by outcome
     std::array<qint64, problemKinds> problems = {}; ///< by kind
     std::vector<OutlookDay> days;                   ///< ascending, each once

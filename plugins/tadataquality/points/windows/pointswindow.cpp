@@ -259,8 +259,7 @@ void PointsWindow::showCheck(const UndoCheck& check, bool isWorkKnown)
                           "возвращается.")
                            .arg(check.forbidding.size());
     if (!isWorkKnown)
-        text += u' ' + tr("Работа была прервана: изменились ли файлы с тех пор, неизвестно, и они "
-                          "вернутся без вопроса.");
+        text += u' ' + tr("Работа была прервана: изменились ли файлы с тех пор, неизвестно.");
     m_effect->setText(text);
     tadata::tintLabel(m_effect, check.forbidding.isEmpty() && isWorkKnown);
 }

@@ -110,7 +110,9 @@ void OutlookPanel::showOutlook(const ImportOutlook& outlook,
                                const std::vector<tadata::FileOutlook>& files)
 {
     m_isGood = outlook.wouldImport;
-    showVerdict(m_isGood ? tr("Импорт пройдёт до конца.") : tadata::whyItStops(outlook), m_isGood);
+    QStringList verdict{m_isGood ? tr("Импорт пройдёт до конца.") : tadata::whyItStops(outlook)};
+    verdict += outlook.warnings;
+    showVerdict(verdict.join(u'\n'), m_isGood && outlook.warnings.isEmpty());
     m_strip->setDays(outlook.days);
     const QStringList sentences = tadata::sentencesOf(outlook);
     m_sentences->setText(sentences.isEmpty() ? QString()

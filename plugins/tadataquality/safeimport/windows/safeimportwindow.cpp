@@ -273,14 +273,16 @@ void SafeImportWindow::take(const tadata::SafeImportRequest& request)
             false);
         return;
     }
-    if (!request.series.isEmpty())
+    if (!request.series.isEmpty()) {
+        forgetRequest();
+        m_beforeRequest = {m_series->series(), m_choices.given.timeframe, m_choices.ways.mode};
+        m_isSeriesWanted = true;
         m_series->choose(request.series);
-    m_isSeriesWanted = m_isSeriesWanted || !request.series.isEmpty();
-    if (request.timeframe != 0)
-        m_choices.given.timeframe = m_wantedTimeframe = request.timeframe;
-    if (request.isFill) {
-        m_choices.ways.mode = ImportMode::Fill;
-        m_mode->button(static_cast<int>(ImportMode::Fill))->setChecked(true);
+        if (request.timeframe != 0)
+            m_choices.given.timeframe = m_wantedTimeframe = request.timeframe;
+        if (request.isFill)
+            m_choices.ways.mode = ImportMode::Fill;
+        setWays(m_choices.ways);
     }
     if (request.files.isEmpty())
         begin();
@@ -296,7 +298,10 @@ void SafeImportWindow::openFiles(const QStringList& files)
     paths.removeDuplicates();
     say(QString(), true);
     const bool hasProfile = m_profile->currentIndex() > 0;
-    const bool isWanted = std::exchange(m_isSeriesWanted, false) || hasProfile;
+    const bool isRequested = std::exchange(m_isSeriesWanted, false);
+    if (!isRequested)
+        forgetRequest();
+    const bool isWanted = isRequested || hasProfile;
     const bool areOthers = !m_choices.files.isEmpty() && m_choices.files != paths;
     m_choices.files = paths;
     // What was said of the series and the columns of other files is not true of these.
@@ -308,6 +313,35 @@ void SafeImportWindow::openFiles(const QStringList& files)
     m_files->setFiles(paths);
     begin();
     showCurrentFile();
+}
+
+// What was asked for was meant for the files that came next, or for none where none came.
+void SafeImportWindow::forgetRequest()
+{
+    const bool hadFiles = !std::exchange(m_isSeriesWanted, false);
+    m_wantedTimeframe.reset();
+    if (!m_beforeRequest)
+        return;
+    const BeforeRequest before = *std::exchange(m_beforeRequest, std::nullopt);
+    m_choices.given.timeframe = before.timeframe;
+    m_choices.ways.mode = before.mode;
+    setWays(m_choices.ways);
+    if (!hadFiles)
+        chooseSeries(before.series);
+}
+
+void SafeImportWindow::setWays(const ImportWays& ways)
+{
+    m_mode->button(static_cast<int>(ways.mode))->setChecked(true);
+    m_skipBad->setChecked(ways.skipsBad);
+}
+
+void SafeImportWindow::chooseSeries(const QString& series)
+{
+    if (series.isEmpty())
+        m_series->forgetSecurity();
+    else
+        m_series->choose(series);
 }
 
 // At the files and at the store.
@@ -323,7 +357,9 @@ void SafeImportWindow::readAnew()
     if (m_runner->isRunning())
         return;
     begin();
-    say(tr("Файл изменился и прочитан заново."), true);
+    // What came of an import, and whether anything did, is more to know.
+    if (!m_tellsResult)
+        say(tr("Файл изменился и прочитан заново."), true);
 }
 
 // What the new files tell of it themselves: the column of their tickers, or their names.
@@ -346,7 +382,9 @@ void SafeImportWindow::guessSeries()
     });
     if (m_series->series().isEmpty() && isOne && !series.isEmpty()) {
         m_series->choose(series);
-        say(tr("Инструмент выбран по имени файла: %1.").arg(series), true);
+        // A board of which nothing is traded cannot be chosen.
+        if (m_series->series() == series)
+            say(tr("Инструмент выбран по имени файла: %1.").arg(series), true);
     }
 }
 
@@ -364,17 +402,28 @@ void SafeImportWindow::takeProfile(int index)
 {
     const QString name = index > 0 ? m_profile->itemText(index) : QString();
     const auto profile = tadata::profileOptions(name);
-    const tadata::ChoicesOfProfile taken =
+    if (m_withoutProfile) {
+        m_choices.ways = m_withoutProfile->ways;
+        if (m_choices.series == m_withoutProfile->profiles)
+            m_choices.series = m_withoutProfile->series;
+    }
+    if (index > 0)
+        m_withoutProfile = {m_choices.ways, m_choices.series, {}};
+    else
+        m_withoutProfile.reset();
+    tadata::ChoicesOfProfile taken =
         tadata::withProfile(m_choices, profile.value_or(tadata::ProfileOptions()));
     m_choices = taken.choices;
+    setWays(m_choices.ways);
+    chooseSeries(m_choices.series);
+    if (m_series->series() != m_choices.series)
+        taken.passedOver.append(QStringLiteral("series"));
+    if (m_withoutProfile)
+        m_withoutProfile->profiles = m_series->series();
     say(taken.passedOver.isEmpty() ? QString()
                                    : tr("Параметры профиля, которые здесь не действуют: %1")
                                          .arg(taken.passedOver.join(QStringLiteral(", "))),
         true);
-    m_mode->button(static_cast<int>(m_choices.ways.mode))->setChecked(true);
-    m_skipBad->setChecked(m_choices.ways.skipsBad);
-    if (!m_choices.series.isEmpty())
-        m_series->choose(m_choices.series);
     begin();
 }
 
@@ -532,6 +581,7 @@ void SafeImportWindow::showResult(const SafeImportResult& result)
         say(result.message, false);
         break;
     }
+    m_tellsResult = true;
     // The store is another one now, or a file is.
     lookAgain();
     // Whatever else came of it has to be read.
@@ -542,6 +592,7 @@ void SafeImportWindow::showResult(const SafeImportResult& result)
 
 void SafeImportWindow::say(const QString& text, bool isGood)
 {
+    m_tellsResult = false;
     tadata::tintLabel(m_message, isGood);
     m_message->setText(text);
     // While an import runs its place is the progress bar's.
@@ -606,5 +657,7 @@ void SafeImportWindow::showEvent(QShowEvent* event)
 void SafeImportWindow::hideEvent(QHideEvent* event)
 {
     m_watch->stop();
+    if (m_isSeriesWanted && !event->spontaneous())
+        forgetRequest();
     QDialog::hideEvent(event);
 }

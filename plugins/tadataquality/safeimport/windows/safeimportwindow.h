@@ -60,6 +60,9 @@ private:
 
     void openFiles(const QStringList& files);
     void guessSeries();
+    void forgetRequest();
+    void setWays(const ImportWays& ways);
+    void chooseSeries(const QString& series);
     void fillProfiles();
     void takeProfile(int index);
     void takeRole(int column, ColumnRole role);
@@ -88,14 +91,31 @@ private:
     tadata::ImportChoices m_choices;
     tadata::ImportPreparation* m_preparation;
     tadata::ImportRunner* m_runner;
-    std::optional<int> m_wantedTimeframe; ///< by who asked for the window, whatever the file
     tadata::ImportWatch* m_watch;
-    bool m_isSeriesWanted = false; ///< by who asked for the window; for the next files
-    bool m_waits = false;          ///< for another program, which is said
-    bool m_closesThen = false;     ///< once what was cancelled is taken back
-    bool m_guessesSeries = false;  ///< once the layouts of new files are known
-    tadata::LaidOutFile m_shown;   ///< in the preview, as its layout was found
-    QTimer m_change;               ///< gathers what comes of one change of a file
+    /// As it was before somebody asked for the window, for the files that he means alone.
+    struct BeforeRequest
+    {
+        QString series;
+        std::optional<int> timeframe;
+        ImportMode mode = ImportMode::Merge;
+    };
+    std::optional<BeforeRequest> m_beforeRequest;
+    std::optional<int> m_wantedTimeframe; ///< by him, whatever the file
+    bool m_isSeriesWanted = false;        ///< by him; until there are files
+    /// As it is without the profile that is chosen: what one says is not said by the next.
+    struct WithoutProfile
+    {
+        ImportWays ways;
+        QString series;
+        QString profiles; ///< the series that the profile has chosen
+    };
+    std::optional<WithoutProfile> m_withoutProfile;
+    bool m_tellsResult = false;   ///< of an import, in the message
+    bool m_waits = false;         ///< for another program, which is said
+    bool m_closesThen = false;    ///< once what was cancelled is taken back
+    bool m_guessesSeries = false; ///< once the layouts of new files are known
+    tadata::LaidOutFile m_shown;  ///< in the preview, as its layout was found
+    QTimer m_change;              ///< gathers what comes of one change of a file
 
     FilesPicker* m_files;
     QComboBox* m_profile;
