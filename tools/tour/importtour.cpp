@@ -46,10 +46,8 @@ QList<QComboBox*> columnBoxes()
 void addSeriesSteps(Tour& tour)
 {
     constexpr auto page = "SeriesImportPage";
-    tour.add({Tour::tr("страница серии"),
-              [] { return isOnPage(page); },
-              {},
-              QStringLiteral("series")});
+    tour.add(
+        {Tour::tr("страница серии"), [] { return isOnPage(page); }, {}, QStringLiteral("series")});
     addSeriesChoice(tour, box, QStringLiteral("security"));
     addWizardClick(tour, page, QWizard::NextButton, {}, QStringLiteral("series-chosen"));
 }
