@@ -43,6 +43,12 @@ constexpr int spacing = 4;
 constexpr int averagePeriod = 20; // candles
 constexpr int priceRows = 24;
 
+// What is shown of a series before anything was chosen.
+Timeframe usualAmong(const QList<Timeframe>& offered)
+{
+    return offered.contains(Timeframe::Minute) ? Timeframe::Minute : offered.constFirst();
+}
+
 // The longest first.
 Result<QList<int>> timeframesIn(const QString& directory)
 {
@@ -403,6 +409,7 @@ void ChartPage::takeStored(const Result<QList<int>>& stored)
     }
     m_stored = *stored;
     offerTimeframes();
+    chooseForAwaited();
     chooseSource();
 }
 
@@ -413,8 +420,7 @@ void ChartPage::offerTimeframes()
                  [this](Timeframe one) { return sourceOf(one, m_stored).has_value(); });
     const bool isChosenThere = m_state.timeframe && offered.contains(*m_state.timeframe);
     if (!isChosenThere && !offered.isEmpty())
-        m_state.timeframe =
-            offered.contains(Timeframe::Minute) ? Timeframe::Minute : offered.constFirst();
+        m_state.timeframe = usualAmong(offered);
     if (offered == m_offered && isChosenThere)
         return;
     m_offered = offered;
@@ -422,6 +428,31 @@ void ChartPage::offerTimeframes()
     m_timeframeBox->clear();
     for (const Timeframe timeframe : std::as_const(m_offered))
         m_timeframeBox->addItem(timeframeText(timeframe), static_cast<int>(timeframe));
+    showParts();
+}
+
+// The timeframe of the files that the chosen candles are made of.
+std::optional<int> ChartPage::source() const
+{
+    return m_state.timeframe ? sourceOf(*m_state.timeframe, m_stored) : std::nullopt;
+}
+
+bool ChartPage::isAwaitedIn(Timeframe timeframe) const
+{
+    const std::optional<int> made = sourceOf(timeframe, m_stored);
+    return made && m_awaited->stored.contains(*made);
+}
+
+void ChartPage::chooseForAwaited()
+{
+    if (!m_awaited || !m_state.timeframe || isAwaitedIn(*m_state.timeframe))
+        return;
+    QList<Timeframe> having;
+    std::copy_if(m_offered.begin(), m_offered.end(), std::back_inserter(having),
+                 [this](Timeframe one) { return isAwaitedIn(one); });
+    if (having.isEmpty())
+        return;
+    m_state.timeframe = usualAmong(having);
     showParts();
 }
 
@@ -447,9 +478,8 @@ void ChartPage::showChosenTimeframe()
 // What is shown stays until the bars of another source are there.
 void ChartPage::chooseSource()
 {
-    const std::optional<int> source =
-        m_state.timeframe ? sourceOf(*m_state.timeframe, m_stored) : std::nullopt;
-    if (!source) {
+    const std::optional<int> made = source();
+    if (!made) {
         m_feed.stop();
         m_state = state(); // for the case that it comes back
         m_series.reset();
@@ -458,7 +488,7 @@ void ChartPage::chooseSource()
         showMessage(tr("Этой серии больше нет в хранилище."));
         return;
     }
-    const SeriesKey key{series().stockCode, series().boardCode, series().securityName, *source};
+    const SeriesKey key{series().stockCode, series().boardCode, series().securityName, *made};
     if (m_series && m_feed.key() == key)
         showChosenTimeframe();
     m_feed.choose(key);
@@ -564,17 +594,25 @@ void ChartPage::beginToShow()
     m_view->setPlace({m_state.end, m_state.slotsInView, m_state.isAll});
 }
 
-void ChartPage::goTo(const QDate& day, const QTime& time)
+void ChartPage::goTo(const QDate& day, const QTime& time, const QList<int>& stored)
 {
-    m_awaited = Moment{day, time};
-    if (isVisible() && !isEmpty())
+    m_awaited = Moment{day, time, stored};
+    if (!isVisible() || m_offered.isEmpty())
+        return; // until it is known what is stored
+    // They may have come while the chart was not in front.
+    std::copy_if(stored.begin(), stored.end(), std::back_inserter(m_stored),
+                 [this](int timeframe) { return !m_stored.contains(timeframe); });
+    offerTimeframes();
+    chooseForAwaited();
+    chooseSource();
+    if (!isEmpty())
         goToAwaited();
 }
 
 void ChartPage::goToAwaited()
 {
-    if (!m_awaited)
-        return;
+    if (!m_awaited || source() != m_series->timeframe())
+        return; // until the bars of the timeframe that was chosen for it are there
     const Moment moment = *m_awaited;
     m_awaited.reset();
     if (moment.time.isValid())

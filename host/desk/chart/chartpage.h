@@ -62,7 +62,9 @@ public:
     using QWidget::show;
 
     /// Goes to the moment, without a valid time to the day, now or as soon as the bars are there.
-    void goTo(const QDate& day, const QTime& time);
+    /// `stored` are the timeframes, in seconds, for which the day has files, where they are known:
+    /// another timeframe is chosen if its bars are made of none of them.
+    void goTo(const QDate& day, const QTime& time, const QList<int>& stored = {});
     /// The days that have bars, as far as is known, the first one first.
     QList<QDate> storedDays() const;
     /// The bars in view, or those that are marked, go to the clipboard as text: all of them. Those
@@ -98,6 +100,7 @@ private:
     {
         QDate day;
         QTime time; // not valid: the day
+        QList<int> stored;
     };
 
     QWidget* makeChoice();
@@ -112,6 +115,9 @@ private:
     void lookUp();
     void takeStored(const Result<QList<int>>& stored);
     void offerTimeframes();
+    std::optional<int> source() const;
+    bool isAwaitedIn(Timeframe timeframe) const;
+    void chooseForAwaited();
     void chooseSource();
 
     void showBars(const std::shared_ptr<const BarSeries>& series);

@@ -12,12 +12,14 @@ namespace vexdesk {
 
 namespace {
 
-ChartShown lookFor(const QString& root, const SeriesName& series, const QDate& day)
+FoundDay lookFor(const QString& root, const SeriesName& series, const QDate& day)
 {
     if (!isStored(root, series))
-        return ChartShown::NoSeries;
-    return day.isValid() && !isDayStored(root, series, day) ? ChartShown::NoDay
-                                                            : ChartShown::Moment;
+        return {ChartShown::NoSeries, {}};
+    if (!day.isValid())
+        return {};
+    const QList<int> timeframes = timeframesOfDay(root, series, day);
+    return {timeframes.isEmpty() ? ChartShown::NoDay : ChartShown::Moment, timeframes};
 }
 
 void bringToFront(QWidget& window)
@@ -43,25 +45,25 @@ void Charts::show(const SeriesName& series, const QDate& day, const QTime& time,
                   const std::function<void(ChartShown)>& told)
 {
     m_lookUp.run([root = m_root, series, day] { return lookFor(root, series, day); },
-                 [this, series, day, time, told](const ChartShown& found) {
+                 [this, series, day, time, told](const FoundDay& found) {
                      showFound(series, day, time, found);
                      if (told)
-                         told(found);
+                         told(found.shown);
                  });
 }
 
 void Charts::showFound(const SeriesName& series, const QDate& day, const QTime& time,
-                       ChartShown found)
+                       const FoundDay& found)
 {
     const QString code = seriesCode(series);
-    if (found == ChartShown::NoSeries) {
+    if (found.shown == ChartShown::NoSeries) {
         Q_EMIT missed(tr("График не показан: в хранилище нет серии %1").arg(code));
         return;
     }
     ChartPage& page = m_tabs.open(series);
     if (day.isValid())
-        page.goTo(day, time);
-    if (found == ChartShown::NoDay)
+        page.goTo(day, time, found.timeframes);
+    if (found.shown == ChartShown::NoDay)
         Q_EMIT missed(tr("В хранилище нет дня %1 серии %2: показано ближайшее место")
                           .arg(shownDate(day), code));
     bringToFront(*m_tabs.window());

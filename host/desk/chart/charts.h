@@ -12,6 +12,13 @@ namespace vexdesk {
 class ChartTabs;
 class MarkSources;
 
+/// What is stored of a moment that is to be shown.
+struct FoundDay
+{
+    ChartShown shown = ChartShown::Moment;
+    QList<int> timeframes; ///< of the day's files, in seconds
+};
+
 /// The charts as plug-ins reach them. User-interface thread only.
 class Charts final : public QObject, public ICharts
 {
@@ -36,12 +43,13 @@ Q_SIGNALS:
     void missed(const QString& text);
 
 private:
-    void showFound(const SeriesName& series, const QDate& day, const QTime& time, ChartShown found);
+    void showFound(const SeriesName& series, const QDate& day, const QTime& time,
+                   const FoundDay& found);
 
     QString m_root;
     ChartTabs& m_tabs;
     MarkSources& m_marks;
-    Errand<ChartShown> m_lookUp{this};
+    Errand<FoundDay> m_lookUp{this};
 };
 
 } // namespace vexdesk

@@ -8,8 +8,8 @@
 #include <vexdesk/terminal/referencedata.h>
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QDir>
 #include <QtCore/QDirIterator>
-#include <QtCore/QFileInfo>
 #include <QtCore/QStringList>
 
 #include <algorithm>
@@ -83,12 +83,16 @@ bool isStored(const QString& root, const SeriesName& series)
     return false;
 }
 
-bool isDayStored(const QString& root, const SeriesName& series, const QDate& day)
+QList<int> timeframesOfDay(const QString& root, const SeriesName& series, const QDate& day)
 {
-    const QString path =
-        seriesPath(QDir(root), series.stockCode, series.boardCode, series.securityName);
-    return QFileInfo::exists(path + u'/' + dayFileName(day, minuteTimeframe)) ||
-           QFileInfo::exists(path + u'/' + dayFileName(day, secondTimeframe));
+    const QDir files(
+        seriesPath(QDir(root), series.stockCode, series.boardCode, series.securityName));
+    QList<int> timeframes;
+    for (const int timeframe : {minuteTimeframe, secondTimeframe}) {
+        if (files.exists(dayFileName(day, timeframe)))
+            timeframes.append(timeframe);
+    }
+    return timeframes;
 }
 
 } // namespace vexdesk

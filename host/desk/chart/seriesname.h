@@ -4,6 +4,7 @@
 #include <vexdesk/icharts.h>
 
 #include <QtCore/QHash>
+#include <QtCore/QList>
 #include <QtCore/QMetaType>
 
 /// How the series of the store are called where the user sees them. Any thread.
@@ -17,8 +18,8 @@ QString seriesText(const SeriesName& series);
 QString seriesDescription(const SeriesName& series);
 /// Whether the store has bars of the series: looks for a first file in one directory.
 bool isStored(const QString& root, const SeriesName& series);
-/// Whether it has a file of bars for the day of a series that is stored.
-bool isDayStored(const QString& root, const SeriesName& series, const QDate& day);
+/// The timeframes, in seconds, of the files that it has for the day of a series that is stored.
+QList<int> timeframesOfDay(const QString& root, const SeriesName& series, const QDate& day);
 
 /// The titles of all securities of the reference data, to ask for many of them.
 class SecurityTitles final

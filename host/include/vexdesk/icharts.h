@@ -69,8 +69,9 @@ public:
 
     /// Opens a chart of the series or brings the one that there is to the front, and the terminal's
     /// window with it, with this moment of the wall clock in its middle and under its crosshair;
-    /// without a valid time the day, without a valid day the chart as it stands. Where something
-    /// is not stored the terminal says so.
+    /// without a valid time the day, without a valid day the chart as it stands. The chart keeps
+    /// its timeframe, unless the day is stored for others only. Where something is not stored the
+    /// terminal says so.
     /// The store is looked at in another thread, so that nobody waits for a disk: what came of it
     /// is told, if `told` is not empty, in a later turn of the event loop. It is not told where
     /// something else is to be shown meanwhile, nor to a plug-in whose tini() has begun.

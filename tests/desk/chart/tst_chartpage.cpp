@@ -3,7 +3,10 @@
 // marks, and what it does when the store changes.
 
 #include "chartsupport.h"
+#include "desk/chart/chartmemory.h"
 #include "desk/chart/chartpage.h"
+#include "desk/chart/charts.h"
+#include "desk/chart/charttabs.h"
 #include "desk/chart/chartview.h"
 #include "desk/chart/fittedlabel.h"
 #include "desk/chart/marksources.h"
@@ -17,6 +20,7 @@
 
 #include <QtCore/QScopeGuard>
 #include <QtCore/QTemporaryDir>
+#include <QtCore/QTimer>
 #include <QtGui/QClipboard>
 #include <QtGui/QHelpEvent>
 #include <QtGui/QWheelEvent>
@@ -34,6 +38,8 @@
 #include <QtWidgets/QToolTip>
 
 #include <memory>
+#include <optional>
+#include <utility>
 
 using testsupport::barLines;
 using testsupport::dayFile;
@@ -114,6 +120,10 @@ private Q_SLOTS:
     void goesToADay();
     void goesToAMoment();
     void goesWhereItWasToldBeforeItWasShown();
+    void goesToADayInTheTimeframeThatHasIt_data();
+    void goesToADayInTheTimeframeThatHasIt();
+    void goesToSecondsWhileMinutesAreRead();
+    void goesToTheFirstSecondsThatCameWhileItWasHidden();
     void comesBackAsItWas();
     void everythingComesBackInAnotherSize();
     void keepsItsPlaceWhenItIsHiddenAndShown();
@@ -594,6 +604,99 @@ void TestChartPage::goesWhereItWasToldBeforeItWasShown()
     m_page->resize(800, 450);
     m_page->show();
     QTRY_VERIFY2(readout().startsWith(QStringLiteral("17.01.2024 12:30 ")), qPrintable(readout()));
+}
+
+// As plug-ins have it shown, whichever timeframe the chart stands at.
+void TestChartPage::goesToADayInTheTimeframeThatHasIt_data()
+{
+    QTest::addColumn<QString>("chosen");
+    QTest::addColumn<QDate>("date");
+    QTest::addColumn<QTime>("time");
+    QTest::addColumn<Timeframe>("timeframe");
+    QTest::addColumn<QString>("begin");
+    const QDate ofSeconds = day.addDays(8);
+    QTest::newRow("at once") << "" << ofSeconds << QTime(10, 2) << Timeframe::Second
+                             << "23.01.2024 10:02:00 ";
+    QTest::newRow("from minutes") << "1 мин" << ofSeconds << QTime(10, 2) << Timeframe::Second
+                                  << "23.01.2024 10:02:00 ";
+    QTest::newRow("from hours, a day")
+        << "1 ч" << ofSeconds << QTime() << Timeframe::Second << "23.01.2024 10:00:00 ";
+    QTest::newRow("from seconds") << "1 с" << day << QTime(10, 2) << Timeframe::Minute
+                                  << "15.01.2024 10:02 ";
+    QTest::newRow("in both, at seconds")
+        << "1 с" << day.addDays(1) << QTime(10, 2) << Timeframe::Second << "16.01.2024 10:02:00 ";
+    QTest::newRow("in both, at minutes") << "5 мин" << day.addDays(1) << QTime(10, 5)
+                                         << Timeframe::Minutes5 << "16.01.2024 10:00 – 10:05 ";
+}
+
+void TestChartPage::goesToADayInTheTimeframeThatHasIt()
+{
+    QFETCH(const QString, chosen);
+    QFETCH(const QDate, date);
+    QFETCH(const QTime, time);
+    QFETCH(const Timeframe, timeframe);
+    QFETCH(const QString, begin);
+    QByteArray seconds;
+    for (int i = 0; i < 300; ++i)
+        seconds += testsupport::barLine(ten.addSecs(i), i + 1);
+    writeDays(5, 100);
+    for (const int days : {1, 8})
+        write(day.addDays(days), seconds, 1);
+    vexdesk::ChartMemory().store(); // none of what was open before
+    vexdesk::ChartTabs tabs(m_root->path(), *m_marks);
+    vexdesk::Charts charts(m_root->path(), tabs, *m_marks);
+    tabs.resize(800, 450);
+    tabs.show();
+    if (!chosen.isEmpty()) {
+        ChartPage& page = tabs.open(alfa());
+        QTRY_VERIFY(!page.isEmpty());
+        testsupport::choose(testsupport::child<QComboBox>(&page, "chartTimeframe"), chosen);
+    }
+    std::optional<vexdesk::ChartShown> shown;
+    charts.show(alfa(), date, time, [&shown](vexdesk::ChartShown told) { shown = told; });
+    QTRY_VERIFY(shown);
+    QCOMPARE(*shown, vexdesk::ChartShown::Moment);
+    ChartPage& page = *tabs.current();
+    auto* const readout = testsupport::child<QLabel>(&page, "chartReadout");
+    QTRY_VERIFY2(readout->text().startsWith(begin), qPrintable(readout->text()));
+    QCOMPARE(page.timeframe(), timeframe);
+    QCOMPARE(page.view().shownTimeframe(), timeframe);
+    QCOMPARE(testsupport::child<QComboBox>(&page, "chartTimeframe")->currentData().toInt(),
+             static_cast<int>(timeframe));
+}
+
+void TestChartPage::goesToSecondsWhileMinutesAreRead()
+{
+    writeDays(3, 100);
+    const QDate other = day.addDays(4);
+    write(other, testsupport::barLine(ten, 1), 1);
+    ChartState state;
+    state.series = alfa();
+    m_page = std::make_unique<ChartPage>(m_root->path(), state, *m_marks);
+    const auto goThere = [this, other] { m_page->goTo(other, ten, {1}); };
+    bool isTold = false;
+    connect(m_page.get(), &ChartPage::changed, this, [this, goThere, &isTold] {
+        if (!m_page->timeframes().isEmpty() && !std::exchange(isTold, true))
+            QTimer::singleShot(0, m_page.get(), goThere);
+    });
+    m_page->resize(800, 450);
+    m_page->show();
+    QTRY_VERIFY2(readout().startsWith(QStringLiteral("19.01.2024 10:00:00 ")),
+                 qPrintable(readout()));
+}
+
+void TestChartPage::goesToTheFirstSecondsThatCameWhileItWasHidden()
+{
+    writeDays(2, 20);
+    start();
+    QTRY_VERIFY(areBarsThere());
+    m_page->hide();
+    const QDate other = day.addDays(4);
+    write(other, testsupport::barLine(ten, 1), 1);
+    m_page->show();
+    m_page->goTo(other, ten, {1});
+    QTRY_VERIFY2(readout().startsWith(QStringLiteral("19.01.2024 10:00:00 ")),
+                 qPrintable(readout()));
 }
 
 void TestChartPage::comesBackAsItWas()
