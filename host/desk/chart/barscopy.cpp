@@ -67,11 +67,12 @@ bool BarsCopy::isInMemory(const SeriesDay& day) const
     return !needsBars || day.bars;
 }
 
-// All that the candles of a day depend on: its week or month, and a day on each side for the bars
-// at midnight.
+// All that the candles of a day depend on: its week or month, that of the day before if the day is
+// the first of its own, and a day on each side for the bars at midnight.
 qsizetype BarsCopy::windowBegin(qsizetype day) const
 {
-    const QDate begin = periodBegin(listed()[static_cast<size_t>(day)].day, m_stretch.timeframe);
+    const QDate before = listed()[static_cast<size_t>(day)].day.addDays(-1);
+    const QDate begin = periodBegin(before, m_stretch.timeframe);
     return std::max<qsizetype>(0, m_stretch.series->indexFrom(begin) - 1);
 }
 

@@ -100,7 +100,7 @@ qsizetype BarSeries::indexFrom(const QDate& day) const
 int BarSeries::candlesOf(qsizetype day, Timeframe timeframe) const
 {
     if (timeframe > Timeframe::Day)
-        return beginsPeriod(day, timeframe) ? 1 : 0;
+        return static_cast<int>(periodsFrom(day, timeframe).size());
     const Facts& facts = factsAt(day);
     if (!facts.isRead)
         return guessFor(timeframe).of(m_days[static_cast<size_t>(day)].bytes);
@@ -129,11 +129,14 @@ std::vector<qint64> BarSeries::candlesBefore(Timeframe timeframe) const
             count = facts.hasRest ? 1 : 0;
         else
             count = facts.candles[static_cast<size_t>(upToDay)];
-        if (timeframe > Timeframe::Day) {
-            const bool isBegin = count > 0 && (!end.isValid() || m_days[i].day >= end);
-            if (isBegin)
-                end = periodEnd(m_days[i].day, timeframe);
-            count = isBegin ? 1 : 0;
+        if (timeframe > Timeframe::Day && count > 0) {
+            count = 0;
+            for (const QDate& date : datesOf(static_cast<qsizetype>(i))) {
+                if (end.isValid() && date < end)
+                    continue;
+                end = periodEnd(date, timeframe);
+                ++count;
+            }
         }
         counts.push_back(counts.back() + count);
     }
@@ -156,14 +159,42 @@ bool BarSeries::endsDayBefore(qsizetype day, Timeframe timeframe) const
     return intervalEnd(factsAt(day - 1).lastSecond * msecs, seconds) == secondsPerDay;
 }
 
-bool BarSeries::beginsPeriod(qsizetype day, Timeframe timeframe) const
+// Of the candles of days that begin with a day: bars at midnight that end nothing stored stand at
+// the day before.
+QList<QDate> BarSeries::datesOf(qsizetype day) const
 {
-    if (candlesOf(day, Timeframe::Day) == 0)
-        return false;
-    const QDate begin = periodBegin(m_days[static_cast<size_t>(day)].day, timeframe);
+    const QDate& own = m_days[static_cast<size_t>(day)].day;
+    const Facts& facts = factsAt(day);
+    if (!facts.isRead || areDays())
+        return candlesOf(day, Timeframe::Day) > 0 ? QList<QDate>{own} : QList<QDate>();
+    QList<QDate> dates;
+    if (facts.hasMidnight && !endsDayBefore(day, Timeframe::Day))
+        dates.append(own.addDays(-1));
+    if (facts.hasRest)
+        dates.append(own);
+    return dates;
+}
+
+QList<QDate> BarSeries::periodsFrom(qsizetype day, Timeframe timeframe) const
+{
+    QList<QDate> begins;
+    QDate end; // of the week or month that has begun
+    for (const QDate& date : datesOf(day)) {
+        if (end.isValid() ? date >= end : isFirstOfPeriod(day, date, timeframe))
+            begins.append(date);
+        end = periodEnd(date, timeframe);
+    }
+    return begins;
+}
+
+// Of the dates of candles of days, of which this one is the first of its day.
+bool BarSeries::isFirstOfPeriod(qsizetype day, const QDate& date, Timeframe timeframe) const
+{
+    const QDate begin = periodBegin(date, timeframe);
     for (qsizetype i = day - 1; i >= 0 && m_days[static_cast<size_t>(i)].day >= begin; --i) {
-        if (candlesOf(i, Timeframe::Day) > 0)
-            return false;
+        const QList<QDate> dates = datesOf(i);
+        if (!dates.isEmpty())
+            return dates.constLast() < begin;
     }
     return true;
 }

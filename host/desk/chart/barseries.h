@@ -8,6 +8,7 @@
 #include <vexdesk/outcome.h>
 
 #include <QtCore/QDate>
+#include <QtCore/QList>
 
 #include <array>
 #include <memory>
@@ -55,8 +56,8 @@ public:
 
     /// How many candles begin with this day. Below the day: those of its file, exact where it was
     /// read and else a guess by the size of the file. Of days one; two where the bars at midnight
-    /// end a day that has no other bars. Of a week or a month one at its first day with bars, else
-    /// none.
+    /// end a day that has no other bars. Of weeks and months one for each that begins with a candle
+    /// of these.
     int candlesOf(qsizetype day, Timeframe timeframe) const;
     /// How many candles begin with the days before each of them, and with all days.
     std::vector<qint64> candlesBefore(Timeframe timeframe) const;
@@ -64,6 +65,8 @@ public:
     /// the day before: that is stored, and its last interval ends at this midnight. From the day on
     /// also where the day before was not read.
     bool endsDayBefore(qsizetype day, Timeframe timeframe) const;
+    /// The dates of the candles of days that begin with this day, at which weeks or months begin.
+    QList<QDate> periodsFrom(qsizetype day, Timeframe timeframe) const;
 
 private:
     // What is asked of all days at once lies side by side, and not in the summaries: with many days
@@ -93,7 +96,8 @@ private:
     void learnToGuess();
     const Facts& factsAt(qsizetype day) const { return m_facts[static_cast<size_t>(day)]; }
     Guess guessFor(Timeframe timeframe) const;
-    bool beginsPeriod(qsizetype day, Timeframe timeframe) const;
+    QList<QDate> datesOf(qsizetype day) const;
+    bool isFirstOfPeriod(qsizetype day, const QDate& date, Timeframe timeframe) const;
 
     int m_timeframe = 0;
     std::vector<SeriesDay> m_days;

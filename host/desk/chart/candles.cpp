@@ -91,16 +91,17 @@ std::vector<Candle> foldUpToDay(const BarSeries& series, qsizetype index, Timefr
     return candles;
 }
 
-std::vector<Candle> foldPeriod(const BarSeries& series, qsizetype index, Timeframe timeframe)
+// Up to the file of the day that the next one begins with, whose bars at midnight may be of it.
+std::vector<Candle> foldPeriod(const BarSeries& series, qsizetype index, const QDate& first,
+                               Timeframe timeframe)
 {
-    if (series.candlesOf(index, timeframe) == 0)
-        return {};
     const std::vector<SeriesDay>& days = series.days();
-    const QDate day = days[static_cast<size_t>(index)].day;
-    const QDate end = periodEnd(day, timeframe);
+    const QDate end = periodEnd(first, timeframe);
     std::vector<Candle> folded;
-    for (size_t i = static_cast<size_t>(index); i < days.size() && days[i].day < end; ++i) {
+    for (size_t i = static_cast<size_t>(index); i < days.size() && days[i].day <= end; ++i) {
         for (const Candle& part : foldUpToDay(series, static_cast<qsizetype>(i), Timeframe::Day)) {
+            if (part.day < first || part.day >= end)
+                continue;
             if (folded.empty())
                 folded.push_back(part);
             else
@@ -108,11 +109,21 @@ std::vector<Candle> foldPeriod(const BarSeries& series, qsizetype index, Timefra
         }
     }
     for (Candle& candle : folded) {
-        candle.begin = wallTime(periodBegin(day, timeframe));
+        candle.begin = wallTime(periodBegin(first, timeframe));
         candle.end = wallTime(end);
-        candle.day = day;
+        candle.day = first;
     }
     return folded;
+}
+
+std::vector<Candle> foldPeriods(const BarSeries& series, qsizetype index, Timeframe timeframe)
+{
+    std::vector<Candle> all;
+    for (const QDate& first : series.periodsFrom(index, timeframe)) {
+        const std::vector<Candle> folded = foldPeriod(series, index, first, timeframe);
+        all.insert(all.end(), folded.begin(), folded.end());
+    }
+    return all;
 }
 
 } // namespace
@@ -126,7 +137,7 @@ void extendCandle(Candle& candle, const Candle& next)
 
 std::vector<Candle> foldDay(const BarSeries& series, qsizetype day, Timeframe timeframe)
 {
-    return timeframe > Timeframe::Day ? foldPeriod(series, day, timeframe)
+    return timeframe > Timeframe::Day ? foldPeriods(series, day, timeframe)
                                       : foldUpToDay(series, day, timeframe);
 }
 

@@ -19,7 +19,8 @@ struct Candle
     Bar bar;
     qsizetype count = 0; ///< of bars, at least one
     /// Where the candle is shown: the day of its first bar's file, or the day before for bars at
-    /// midnight that are a day; of a week or a month the first day that has a file.
+    /// midnight that are a day; of a week or a month its first day with a candle or a file not
+    /// read.
     QDate day;
 
     bool operator==(const Candle&) const = default;

@@ -102,7 +102,10 @@ std::optional<TimeAxis::Stretch> TimeAxis::stretchAt(double time) const
     }
     if (startOf(first) == m_starts.back())
         return std::nullopt;
-    return stretchFrom(dayOfSlot(startOf(first)));
+    const Stretch stretch = stretchFrom(dayOfSlot(startOf(first)));
+    // Or in a week that has ended, with which the first day of the next one begins.
+    const qint64 next = stretch.first + stretch.count;
+    return stretch.end <= time && next < m_starts.back() ? stretchFrom(dayOfSlot(next)) : stretch;
 }
 
 double TimeAxis::timeIn(qint64 slot, double share) const
@@ -298,11 +301,12 @@ std::pair<qsizetype, qsizetype> TimeAxis::daysIn(const SlotRange& range) const
         return {0, 0};
     QDate from;
     QDate to;
+    const bool isPeriod = timeframe() > Timeframe::Day;
     if (m_areNightsShown) {
         from = dateAt(m_calendar.timeAt(range.begin));
         // A bar at midnight of the next day may be the last candle in the range, of which a part is
         // in it.
-        const bool mayBeNext = timeframe() <= Timeframe::Day;
+        const bool mayBeNext = !isPeriod;
         to = dateAt(m_calendar.timeAt(mayBeNext ? std::ceil(range.end) : range.end));
     } else {
         const auto dayOf = [this](double slot) {
@@ -312,7 +316,12 @@ std::pair<qsizetype, qsizetype> TimeAxis::daysIn(const SlotRange& range) const
         from = dayOf(std::floor(range.begin));
         to = dayOf(std::ceil(range.end) - 1);
     }
-    return {periodOf(from).first, periodOf(to).second};
+    qsizetype last = periodOf(to).second;
+    // The day after a week may begin with the bars at midnight that are all that the week has.
+    if (m_areNightsShown && isPeriod && last < dayCount() &&
+        dayAt(last).day == periodEnd(to, timeframe()))
+        ++last;
+    return {periodOf(from).first, last};
 }
 
 std::vector<SlotBegin> TimeAxis::calendarBegins(qint64 first, qint64 last) const

@@ -104,9 +104,8 @@ std::vector<Candle> plainCandles(const Files& files, Timeframe timeframe)
 {
     if (isBelowDay(timeframe))
         return exported(files, secondsOf(timeframe));
-    if (timeframe == Timeframe::Day)
-        return atTheirDays(exported(files, secondsOf(timeframe)));
-    return gathered(exported(files, secondsOf(Timeframe::Day)), timeframe);
+    const std::vector<Candle> days = atTheirDays(exported(files, secondsOf(Timeframe::Day)));
+    return timeframe == Timeframe::Day ? days : gathered(days, timeframe);
 }
 
 BarSeries seriesOf(const Files& files, int timeframe = 60)
@@ -196,6 +195,7 @@ private Q_SLOTS:
     void aDayIsShownAtItsDay();
     void aStoredDayAtMidnightIsShownAtItsDay();
     void weeksAndMonthsAreMadeOfDays();
+    void midnightIsOfTheWeekAndMonthOfItsDay();
     void weeksGoOnOverTheYearsEnd();
     void monthsAreThoseOfTheCalendar();
     void summariesAreEnoughForDays();
@@ -226,6 +226,7 @@ void TestCandles::foldsAsTheExport()
                 QCOMPARE(series.candlesOf(i, one), int(foldDay(series, i, one).size()));
                 acrossMidnight += series.endsDayBefore(i, one) ? 1 : 0;
             }
+            QCOMPARE(series.candlesBefore(one).back(), qint64(candles.size()));
             compared += qsizetype(candles.size());
         }
     }
@@ -349,6 +350,39 @@ void TestCandles::weeksAndMonthsAreMadeOfDays()
     QCOMPARE(months[0].count, qsizetype(3));
     QCOMPARE(months[1].begin, wallTime(QDate(2024, 2, 1)));
     QCOMPARE(months[1].day, monday.addDays(20));
+}
+
+// Of those of the day that it ends, as among candles of days, whether that day has a file or not.
+void TestCandles::midnightIsOfTheWeekAndMonthOfItsDay()
+{
+    const QDate first(2024, 4, 1); // a Monday
+    const auto files = [first](const QList<int>& before) {
+        Files all;
+        for (const int days : before)
+            all.push_back({first.addDays(-days), {barAt(first.addDays(-days), QTime(10, 0), 1)}});
+        all.push_back({first, {barAt(first, QTime(0, 0), 5), barAt(first, QTime(10, 0), 7)}});
+        return all;
+    };
+    for (const Timeframe timeframe : {Timeframe::Week, Timeframe::Month}) {
+        for (const QList<int>& before : {QList<int>{1}, {2}, {3, 2}}) {
+            const std::vector<Candle> candles = folded(seriesOf(files(before)), timeframe);
+            QCOMPARE(candles.size(), 2U);
+            QCOMPARE(candles[0].bar.close, 5.0);
+            QCOMPARE(candles[0].count, before.size() + 1);
+            QCOMPARE(candles[0].end, wallTime(first));
+            QCOMPARE(candles[0].day, first.addDays(-before.first()));
+            QCOMPARE(candles[1].bar.open, 7.0);
+            QCOMPARE(candles[1].begin, wallTime(first));
+        }
+        // Alone it is all that its week or month has.
+        const BarSeries alone = seriesOf(files({}));
+        QCOMPARE(alone.candlesOf(0, timeframe), 2);
+        const std::vector<Candle> candles = folded(alone, timeframe);
+        QCOMPARE(candles.size(), 2U);
+        QCOMPARE(candles[0].day, first.addDays(-1));
+        QCOMPARE(candles[0].end, candles[1].begin);
+        QCOMPARE(candles[1].day, first);
+    }
 }
 
 void TestCandles::weeksGoOnOverTheYearsEnd()

@@ -65,6 +65,7 @@ private Q_SLOTS:
     void aStoredDayAtMidnightIsFoundAtItsDay_data();
     void aStoredDayAtMidnightIsFoundAtItsDay();
     void whatEndsAMissingDayStandsThere();
+    void whatEndsAMissingWeekStandsThere();
     void aLoneBarAtMidnightIsDrawnWhereAPartOfItIsSeen();
     void theFirstSlotOfADayIsFound();
     void weeksAndMonthsAreMadeOfDays();
@@ -238,6 +239,44 @@ void TestTimeAxis::whatEndsAMissingDayStandsThere()
         }
         QCOMPARE(axis.candles({1.2, 2.6}).size(), 2U);
         QCOMPARE(axis.begins({-1, 10}).size(), 4U);
+    }
+}
+
+// Bars at midnight of Mondays, and others, with weeks between them of which there is nothing else.
+void TestTimeAxis::whatEndsAMissingWeekStandsThere()
+{
+    const auto monday = [](int week) { return firstDay.addDays(7 * week); };
+    const SeriesPointer series =
+        testsupport::seriesOf({{makeBar(monday(0), {0, 0}, 1), makeBar(monday(0), {10, 1}, 2)},
+                               {makeBar(monday(2), {0, 0}, 3)},
+                               {makeBar(monday(2).addDays(2), {9, 0}, 4)},
+                               {makeBar(monday(4), {0, 0}, 5), makeBar(monday(4), {9, 0}, 6)}});
+    for (const bool areNightsShown : {false, true}) {
+        const TimeAxis axis = axisOf(series, Timeframe::Week, areNightsShown);
+        QCOMPARE(axis.size(), 6);
+        const std::vector<PlacedCandle> candles = axis.candles({-1, 10});
+        QCOMPARE(candles.size(), 6U);
+        QVERIFY(axis.unread({-1, 10}).empty());
+        for (int i = 0; i < 6; ++i) {
+            const QDate week = monday(i - 1);
+            const PlacedCandle& placed = candles[static_cast<size_t>(i)];
+            QCOMPARE(placed.slot, i);
+            QCOMPARE(placed.candle.begin, wallTime(week));
+            QCOMPARE(placed.candle.count, qsizetype(1));
+            QCOMPARE(axis.firstSlotFrom(week.addDays(3)), std::optional<qint64>(i));
+            const double middle = at(week.addDays(3), QTime(12, 0));
+            QCOMPARE(axis.slotOf(middle), i + 0.5);
+            QCOMPARE(axis.timeAt(i + 0.5), middle);
+            const std::vector<PlacedCandle> alone = axis.candles({i + 0.25, i + 0.75});
+            QCOMPARE(alone.size(), 1U);
+            QCOMPARE(alone[0].slot, i);
+            if (i > 0) {
+                QCOMPARE(axis.candles({double(i), i + 1.0}, 1).size(), 2U);
+                QCOMPARE(axis.next(i - 1, true), std::optional<qint64>(i));
+                QCOMPARE(axis.next(i, false), std::optional<qint64>(i - 1));
+            }
+        }
+        QCOMPARE(axis.begins({-1, 10}).size(), 6U);
     }
 }
 
