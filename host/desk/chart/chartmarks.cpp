@@ -31,6 +31,12 @@ Stretch stretchOf(const ChartMark& mark)
     return stretch;
 }
 
+// A week or a month does not say of which of its days something is told.
+bool isWithinDay(const Candle& candle)
+{
+    return candle.end - candle.begin <= secondsPerDay;
+}
+
 } // namespace
 
 std::vector<CandleMark> marksOfCandles(const QList<ChartMark>& marks,
@@ -57,9 +63,10 @@ std::vector<CandleMark> marksOfCandles(const QList<ChartMark>& marks,
         }
         if (at == candles.end())
             continue;
+        const bool isDayKnown = isInside && isWithinDay(at->candle);
         const QString text =
-            isInside ? mark.text
-                     : QStringLiteral("%1: %2").arg(dateText(wallTime(mark.day)), mark.text);
+            isDayKnown ? mark.text
+                       : QStringLiteral("%1: %2").arg(dateText(wallTime(mark.day)), mark.text);
         const auto index = static_cast<size_t>(at - candles.begin());
         const auto [entry, isFirst] = found.try_emplace(index, CandleMark{index, mark.kind, text});
         if (isFirst)

@@ -20,8 +20,9 @@ struct CandleMark
 };
 
 /// Gives the marks to the candles, at most one to each, in their order: to the first one that the
-/// marked stretch has a part in or, where there is none, to the next one, with the day before the
-/// text. What is marked before the first candle or after the last one is left out. Any thread.
+/// marked stretch has a part in or, where there is none, to the next one. The day stands before the
+/// text there and at candles of several days. What is marked before the first candle or after the
+/// last one is left out. Any thread.
 std::vector<CandleMark> marksOfCandles(const QList<ChartMark>& marks,
                                        const std::vector<PlacedCandle>& candles);
 

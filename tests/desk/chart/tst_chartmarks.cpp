@@ -45,6 +45,7 @@ private Q_SLOTS:
     void whatIsOutOfViewIsLeftOut();
     void theWorstMarkOfACandleIsSeen();
     void longerTimeframesTakeTheirDaysMarks();
+    void candlesOfSeveralDaysSayWhichOneIsMarked();
     void barsAtMidnightAreMarkedAtTheirDay();
     void barsAtMidnightInACandleOfTheDayBeforeAreMarkedThere();
     void aStretchFromMidnightHasTheBarsAtMidnight();
@@ -119,6 +120,20 @@ void TestChartMarks::longerTimeframesTakeTheirDaysMarks()
                  .candle,
              1U);
     QCOMPARE(marked({mark(firstDay.addDays(2))}, Timeframe::Week).at(0).candle, 0U);
+}
+
+void TestChartMarks::candlesOfSeveralDaysSayWhichOneIsMarked()
+{
+    const QList<ChartMark> marks{mark(firstDay), mark(firstDay.addDays(2), QTime(10, 4))};
+    for (const Timeframe timeframe : {Timeframe::Week, Timeframe::Month}) {
+        const auto found = marked(marks, timeframe);
+        QCOMPARE(found.size(), 1U);
+        QCOMPARE(found[0].text, QStringLiteral("15.01.2024: %1\n17.01.2024: %1").arg(text));
+    }
+    const auto ofDays = marked(marks, Timeframe::Day);
+    QCOMPARE(ofDays.size(), 2U);
+    QCOMPARE(ofDays[0].text, text);
+    QCOMPARE(ofDays[1].text, text);
 }
 
 void TestChartMarks::barsAtMidnightAreMarkedAtTheirDay()
