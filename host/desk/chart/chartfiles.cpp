@@ -17,12 +17,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace vexdesk {
 
 namespace {
-
-constexpr int moneyDecimals = 2;
 
 struct Text
 {
@@ -59,6 +58,31 @@ QStringList timeOf(const Candle& candle, Timeframe timeframe)
 QString numberOf(double number, int decimals)
 {
     return numberText(number, decimals).replace(u'.', QLocale().decimalPoint());
+}
+
+// Whether an amount has no more digits than these. A sum has also what adding has lost.
+bool isWhole(const Candle& candle, double power)
+{
+    constexpr double mostExact = 9007199254740992.0; // every whole number up to it is a double
+    const double value = candle.bar.value;
+    if (std::abs(value * power) >= mostExact)
+        return true;
+    const double lost = std::abs(value) * std::numeric_limits<double>::epsilon() *
+                        static_cast<double>(candle.count - 1);
+    return std::abs(std::round(value * power) / power - value) <= lost;
+}
+
+// As the store has it: the digits of the prices, or more where an amount has more.
+int moneyDecimals(const std::vector<Candle>& candles, int decimals)
+{
+    constexpr int least = 2;
+    constexpr int most = 15; // more are not told apart by a double
+    int needed = std::max(least, decimals);
+    for (const Candle& candle : candles) {
+        while (needed < most && !isWhole(candle, std::pow(10.0, needed)))
+            ++needed;
+    }
+    return needed;
 }
 
 void paintOn(QPaintDevice& device, const ChartLayout& chart, const ChartColors& colors)
@@ -124,6 +148,7 @@ QString candlesAsText(const std::vector<Candle>& candles, const CandleKind& kind
         columns.hasValue |= candle.bar.value != 0;
         columns.hasOpenInterest |= candle.bar.openInterest != 0;
     }
+    const int ofMoney = moneyDecimals(candles, decimals);
     QString text = headingsOf(columns).join(u'\t') + u'\n';
     for (const Candle& candle : candles) {
         const Bar& bar = candle.bar;
@@ -132,7 +157,7 @@ QString candlesAsText(const std::vector<Candle>& candles, const CandleKind& kind
             line.append(numberOf(price, decimals));
         line.append(QString::number(bar.volume));
         if (columns.hasValue)
-            line.append(numberOf(bar.value, moneyDecimals));
+            line.append(numberOf(bar.value, ofMoney));
         if (columns.hasOpenInterest)
             line.append(QString::number(bar.openInterest));
         text += line.join(u'\t') + u'\n';

@@ -14,7 +14,8 @@ struct ChartColors;
 
 /// A line for each candle below one with the names of its columns, with tabs between them. Numbers
 /// are written as the default locale writes them, for a spreadsheet takes no others for numbers.
-/// The columns of money and open interest are left out where no candle has any. Any thread.
+/// The columns of money and open interest are left out where no candle has any. Prices have so many
+/// digits after the point, money at least as many, and all that it has. Any thread.
 QString candlesAsText(const std::vector<Candle>& candles, const CandleKind& kind, int decimals);
 
 /// The chart on its ground, with so many pixels for each of the layout's.

@@ -96,6 +96,8 @@ private Q_SLOTS:
 
     void barsAreLinesWithTabs();
     void moneyAndInterestWhereThereAreAny();
+    void moneyIsNotRounded_data();
+    void moneyIsNotRounded();
     void numbersAreThoseOfTheLanguage();
     void daysHaveNoTime_data();
     void daysHaveNoTime();
@@ -126,6 +128,50 @@ void TestChartFiles::moneyAndInterestWhereThereAreAny()
     QVERIFY(lines[0].endsWith(QStringLiteral("Объём\tОбъём в деньгах\tОткр. интерес")));
     QVERIFY(lines[1].endsWith(QStringLiteral("\t101\t0.00\t7")));
     QVERIFY(lines[2].endsWith(QStringLiteral("\t102\t12.50\t0")));
+}
+
+void TestChartFiles::moneyIsNotRounded_data()
+{
+    QTest::addColumn<double>("value");
+    QTest::addColumn<int>("count");
+    QTest::addColumn<int>("decimals");
+    QTest::addColumn<QString>("first");
+    QTest::addColumn<QString>("second");
+    QTest::newRow("few digits") << 12.5 << 1 << 0 << "12.50"
+                                << "1.25";
+    QTest::newRow("those of the prices") << 12.5 << 1 << 5 << "12.50000"
+                                         << "1.25000";
+    QTest::newRow("more than prices") << 12.3456 << 1 << 2 << "12.3456"
+                                      << "1.2500";
+    QTest::newRow("very many") << 0.123456789012345 << 1 << 2 << "0.123456789012345"
+                               << "1.250000000000000";
+    QTest::newRow("large") << 12345678901.2345 << 1 << 2 << "12345678901.2345"
+                           << "1.2500";
+    QTest::newRow("more than a double has") << 36028797018963.97 << 1 << 2 << "36028797018963.97"
+                                            << "1.25";
+    QTest::newRow("below zero") << -0.0625 << 1 << 2 << "-0.0625"
+                                << "1.2500";
+    QTest::newRow("a sum") << 0.1 + 0.2 << 2 << 2 << "0.30"
+                           << "1.25";
+    QTest::newRow("a sum of more digits") << 0.0001 + 0.0002 << 2 << 2 << "0.0003"
+                                          << "1.2500";
+}
+
+void TestChartFiles::moneyIsNotRounded()
+{
+    QFETCH(const double, value);
+    QFETCH(const int, count);
+    QFETCH(const int, decimals);
+    QFETCH(const QString, first);
+    QFETCH(const QString, second);
+    auto candles = candlesOf(makeSeries(1, 3), Timeframe::Minute, {0, 2});
+    candles[0].bar.value = value;
+    candles[0].count = count;
+    candles[1].bar.value = 1.25;
+    const QStringList lines =
+        vexdesk::candlesAsText(candles, {Timeframe::Minute, 60}, decimals).split(u'\n');
+    QCOMPARE(lines[1].section(u'\t', -1), first);
+    QCOMPARE(lines[2].section(u'\t', -1), second);
 }
 
 void TestChartFiles::numbersAreThoseOfTheLanguage()
