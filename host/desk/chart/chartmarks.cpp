@@ -45,18 +45,19 @@ std::vector<CandleMark> marksOfCandles(const QList<ChartMark>& marks,
     std::map<size_t, CandleMark> found;
     for (const ChartMark& mark : marks) {
         const Stretch stretch = stretchOf(mark);
-        const bool isFromMidnight = stretch.begin == wallTime(mark.day);
+        const bool isWholeDay = !mark.from.isValid();
         auto at =
             std::partition_point(candles.begin(), candles.end(), [&](const PlacedCandle& one) {
-                // A day has its bars at midnight, wherever their interval is.
-                const bool isOfDay = isFromMidnight && one.candle.day >= mark.day;
+                // A day has its bars at midnight, wherever their interval is; a stretch of its
+                // times begins after them.
+                const bool isOfDay = isWholeDay && one.candle.day >= mark.day;
                 return one.candle.end <= stretch.begin && !isOfDay;
             });
         if (candles.empty() || stretch.end <= candles.front().candle.begin)
             continue;
         bool isInside = at != candles.end() && at->candle.begin < stretch.end;
         // Nor are they lost where they are all that the day has, and in a candle of the day before.
-        if (!isInside && isFromMidnight && at != candles.begin() &&
+        if (!isInside && isWholeDay && at != candles.begin() &&
             std::prev(at)->candle.bar.time == stretch.begin) {
             --at;
             isInside = true;

@@ -48,7 +48,7 @@ private Q_SLOTS:
     void candlesOfSeveralDaysSayWhichOneIsMarked();
     void barsAtMidnightAreMarkedAtTheirDay();
     void barsAtMidnightInACandleOfTheDayBeforeAreMarkedThere();
-    void aStretchFromMidnightHasTheBarsAtMidnight();
+    void aStretchFromMidnightBeginsAfterTheBarsAtMidnight();
     void nothingIsMarkedWithoutCandles();
 };
 
@@ -168,22 +168,31 @@ void TestChartMarks::barsAtMidnightInACandleOfTheDayBeforeAreMarkedThere()
     for (const Timeframe timeframe : {Timeframe::Hour, Timeframe::Day}) {
         const auto candles = axisOf(series, timeframe).candles({-10, 10});
         QCOMPARE(candles.size(), 1U);
-        for (const QTime& from : {QTime(), QTime(0, 0)}) {
-            const auto found = vexdesk::marksOfCandles({mark(day, from)}, candles);
-            QCOMPARE(found, (std::vector<CandleMark>{{0, ChartMark::Kind::Warning, text}}));
-        }
+        const auto found = vexdesk::marksOfCandles({mark(day)}, candles);
+        QCOMPARE(found, (std::vector<CandleMark>{{0, ChartMark::Kind::Warning, text}}));
         // What is later on that day is behind the candle.
-        QVERIFY(vexdesk::marksOfCandles({mark(day, QTime(0, 1))}, candles).empty());
+        for (const QTime& from : {QTime(0, 0), QTime(0, 1)})
+            QVERIFY(vexdesk::marksOfCandles({mark(day, from)}, candles).empty());
     }
 }
 
-// They are of the day in whose file they stand, also for what is told of its first minutes.
-void TestChartMarks::aStretchFromMidnightHasTheBarsAtMidnight()
+// Where their interval ends, among minutes that follow on them and among days.
+void TestChartMarks::aStretchFromMidnightBeginsAfterTheBarsAtMidnight()
 {
-    const auto series = testsupport::seriesOf({{testsupport::makeBar(firstDay, QTime(0, 0), 1)}});
-    const auto candles = axisOf(series, Timeframe::Minute).candles({-10, 10});
-    const auto found = vexdesk::marksOfCandles({mark(firstDay, QTime(0, 0), QTime(0, 5))}, candles);
-    QCOMPARE(found, (std::vector<CandleMark>{{0, ChartMark::Kind::Warning, text}}));
+    using testsupport::makeBar;
+    const auto series = testsupport::seriesOf(
+        {{makeBar(firstDay, QTime(0, 0), 1), makeBar(firstDay, QTime(2, 10), 2)}});
+    const auto minutes = axisOf(series, Timeframe::Minute).candles({-10, 10});
+    QCOMPARE(minutes.size(), 2U);
+    const ChartMark gap = mark(firstDay, QTime(0, 0), QTime(2, 9));
+    const auto found = vexdesk::marksOfCandles({gap}, minutes);
+    QCOMPARE(found.size(), 1U);
+    QCOMPARE(found[0].candle, 1U);
+    QCOMPARE(found[0].text, QStringLiteral("15.01.2024: ") + text);
+    const auto days = axisOf(series, Timeframe::Day).candles({-10, 10});
+    QCOMPARE(days.size(), 2U);
+    QCOMPARE(vexdesk::marksOfCandles({gap}, days),
+             (std::vector<CandleMark>{{1, ChartMark::Kind::Warning, text}}));
 }
 
 void TestChartMarks::nothingIsMarkedWithoutCandles()
