@@ -116,6 +116,7 @@ bool FoldedDays::isSame(size_t day, const FoldedDays& before, size_t dayBefore) 
     const bool needsBars = isBelowDay(m_timeframe);
     return dayAt(day).day == before.dayAt(dayBefore).day &&
            dayAt(day).summary == before.dayAt(dayBefore).summary &&
+           bytesAt(day) == before.bytesAt(dayBefore) &&
            (!needsBars || dayAt(day).bars == before.dayAt(dayBefore).bars) &&
            summaryAt(day - 1) == before.summaryAt(dayBefore - 1) &&
            bytesAt(day - 1) == before.bytesAt(dayBefore - 1) &&

@@ -25,6 +25,7 @@ private Q_SLOTS:
     void foldsAsItIsAsked();
     void takesOverWhatIsTheSame();
     void whatHasChangedIsFoldedAnew();
+    void anUnreadDayThatIsNotEmptyAnyMoreIsFoldedAnew();
     void letsManyCandlesGo();
     void holdsNoBars();
     void whatIsTakenOverIsWhatIsFolded();
@@ -82,6 +83,24 @@ void TestFoldedDays::whatHasChangedIsFoldedAnew()
     QCOMPARE(week.of(0).front().count, 30);
     FoldedDays changed(now.sharedSeries(), Timeframe::Week, &week);
     QCOMPARE(changed.of(0).front().count, 24);
+}
+
+// It is shown with the bars at midnight of the next day as soon as it may have bars.
+void TestFoldedDays::anUnreadDayThatIsNotEmptyAnyMoreIsFoldedAnew()
+{
+    const QDate next = firstDay.addDays(1);
+    const std::vector<vexdesk::SeriesDay> days{
+        testsupport::unreadDay(firstDay, 0),
+        testsupport::readDay(next, {testsupport::makeBar(next, QTime(0, 0), 1),
+                                    testsupport::makeBar(next, QTime(10, 0), 2)})};
+    std::vector<vexdesk::SeriesDay> grown = days;
+    grown[0].bytes = 48;
+    FoldedDays before(std::make_shared<const BarSeries>(60, days), Timeframe::Day);
+    QCOMPARE(before.of(0).size(), 0U);
+    QCOMPARE(before.of(1).size(), 2U);
+    FoldedDays now(std::make_shared<const BarSeries>(60, grown), Timeframe::Day, &before);
+    QCOMPARE(now.of(0).size(), 1U);
+    QCOMPARE(now.of(1).size(), 1U);
 }
 
 void TestFoldedDays::letsManyCandlesGo()
