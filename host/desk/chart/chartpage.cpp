@@ -304,7 +304,7 @@ QWidget* ChartPage::makeChart()
 ChartState ChartPage::state() const
 {
     ChartState state = m_state;
-    if (m_series) {
+    if (!isEmpty()) {
         const ChartView::Place place = m_view->place();
         state.end = place.end;
         state.slotsInView = place.slots;
@@ -569,7 +569,9 @@ void ChartPage::updateNote()
 
 void ChartPage::showBars(const std::shared_ptr<const BarSeries>& series)
 {
-    const bool isFirst = !m_series;
+    const bool isFirst = isEmpty();
+    if (series->isEmpty())
+        m_state = state(); // for the case that its bars come back
     m_series = series;
     if (isFirst)
         beginToShow();

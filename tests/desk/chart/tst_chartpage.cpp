@@ -127,6 +127,7 @@ private Q_SLOTS:
     void comesBackAsItWas();
     void everythingComesBackInAnotherSize();
     void keepsItsPlaceWhenItIsHiddenAndShown();
+    void keepsItsPlaceWhileTheStoreIsAway();
     void keepsNoBarsWhileItIsHidden();
     void followsTheFiles();
     void asksForMarks();
@@ -757,6 +758,30 @@ void TestChartPage::keepsItsPlaceWhenItIsHiddenAndShown()
     QTRY_VERIFY(areBarsThere());
     QTRY_COMPARE(vexdesk::wallDate(candles().front().begin), day);
     QVERIFY(qAbs(m_page->state().slotsInView - before.slotsInView) < 1);
+}
+
+// A network drive that goes, and is there again.
+void TestChartPage::keepsItsPlaceWhileTheStoreIsAway()
+{
+    writeDays(10, 300);
+    start();
+    QTRY_VERIFY(areBarsThere());
+    QTest::keyClick(view(), Qt::Key_Home);
+    QTest::keyClick(view(), Qt::Key_Plus);
+    QTRY_VERIFY(areBarsThere());
+    const ChartState before = m_page->state();
+    const QString there = m_root->filePath(QStringLiteral("NORD"));
+    const QString away = m_root->filePath(QStringLiteral("away"));
+    for (int time = 0; time < 2; ++time) {
+        QVERIFY(QDir().rename(there, away));
+        QTRY_VERIFY(!message().isEmpty());
+        QVERIFY(m_page->state() == before);
+        QVERIFY(QDir().rename(away, there));
+        QTRY_VERIFY(message().isEmpty());
+        QTRY_VERIFY(areBarsThere());
+        QTRY_COMPARE(vexdesk::wallDate(candles().front().begin), day);
+        QVERIFY(qAbs(m_page->state().slotsInView - before.slotsInView) < 1);
+    }
 }
 
 void TestChartPage::keepsNoBarsWhileItIsHidden()
