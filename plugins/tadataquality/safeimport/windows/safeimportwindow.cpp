@@ -92,7 +92,9 @@ SafeImportWindow::SafeImportWindow(const QDir& root, QWidget* parent)
     m_change.setInterval(calm);
     m_change.setSingleShot(true);
     makeWidgets();
-    connectAll();
+    connectChoices();
+    connectPreparation();
+    connectRunner();
     fillProfiles();
     begin();
     constexpr QSize usual(780, 560);
@@ -204,7 +206,7 @@ QLayout* SafeImportWindow::buttonsRow()
     return row;
 }
 
-void SafeImportWindow::connectAll()
+void SafeImportWindow::connectChoices()
 {
     auto* const drop = new FileDrop(this, this);
     connect(drop, &FileDrop::dropped, this,
@@ -225,13 +227,29 @@ void SafeImportWindow::connectAll()
     connect(m_outlook, &OutlookPanel::lineChosen, this, &SafeImportWindow::showLine);
     connect(m_mode, &QButtonGroup::idClicked, this, &SafeImportWindow::takeWays);
     connect(m_skipBad, &QCheckBox::clicked, this, &SafeImportWindow::takeWays);
+}
 
+void SafeImportWindow::connectPreparation()
+{
     connect(m_preparation, &ImportPreparation::layoutsFound, this, &SafeImportWindow::takeLayouts);
     connect(m_preparation, &ImportPreparation::progressed, m_outlook, &OutlookPanel::showWaiting);
     connect(m_preparation, &ImportPreparation::checked, this, &SafeImportWindow::watch);
     connect(m_preparation, &ImportPreparation::checked, this, &SafeImportWindow::showOutlook);
     connect(m_preparation, &ImportPreparation::failed, m_outlook, &OutlookPanel::showNothing);
 
+    connect(m_watch, &tadata::ImportWatch::filesChanged, this, [this] { m_change.start(); });
+    connect(&m_change, &QTimer::timeout, this, &SafeImportWindow::readAnew);
+    auto* const again = new QAction(tr("Посмотреть заново"), this);
+    again->setShortcut(QKeySequence::Refresh);
+    connect(again, &QAction::triggered, this, &SafeImportWindow::lookAgain);
+    m_outlook->addAction(again);
+    m_outlook->setContextMenuPolicy(Qt::ActionsContextMenu);
+    // Somebody else has imported, or put back.
+    connect(m_watch, &tadata::ImportWatch::storeChanged, this, &SafeImportWindow::begin);
+}
+
+void SafeImportWindow::connectRunner()
+{
     connect(m_import, &QPushButton::clicked, this, &SafeImportWindow::startImport);
     connect(m_close, &QPushButton::clicked, this, &SafeImportWindow::reject);
     connect(m_undo, &QPushButton::clicked, this, &SafeImportWindow::startUndo);
@@ -251,16 +269,6 @@ void SafeImportWindow::connectAll()
         m_closesThen = false;
         lookAgain();
     });
-
-    connect(m_watch, &tadata::ImportWatch::filesChanged, this, [this] { m_change.start(); });
-    connect(&m_change, &QTimer::timeout, this, &SafeImportWindow::readAnew);
-    auto* const again = new QAction(tr("Посмотреть заново"), this);
-    again->setShortcut(QKeySequence::Refresh);
-    connect(again, &QAction::triggered, this, &SafeImportWindow::lookAgain);
-    m_outlook->addAction(again);
-    m_outlook->setContextMenuPolicy(Qt::ActionsContextMenu);
-    // Somebody else has imported, or put back.
-    connect(m_watch, &tadata::ImportWatch::storeChanged, this, &SafeImportWindow::begin);
 }
 
 void SafeImportWindow::take(const tadata::SafeImportRequest& request)

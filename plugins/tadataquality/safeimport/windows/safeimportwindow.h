@@ -56,7 +56,9 @@ private:
     QLayout* filesRow();
     QLayout* waysRow();
     QLayout* buttonsRow();
-    void connectAll();
+    void connectChoices();
+    void connectPreparation();
+    void connectRunner();
 
     void openFiles(const QStringList& files);
     void guessSeries();
