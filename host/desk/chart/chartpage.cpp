@@ -408,6 +408,8 @@ void ChartPage::takeStored(const Result<QList<int>>& stored)
         return;
     }
     m_stored = *stored;
+    if (m_stored.isEmpty()) // a series that comes back while it is looked for may not be told of
+        m_watcher.tellLater();
     offerTimeframes();
     chooseForAwaited();
     chooseSource();

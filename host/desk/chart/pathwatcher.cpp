@@ -10,8 +10,8 @@
 #include <QtCore/QHash>
 #include <QtCore/QSet>
 
-#include <algorithm>
 #include <fcntl.h>
+#include <mutex>
 #include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -89,7 +89,8 @@ private:
 
     const std::shared_ptr<Ear> m_ear;
     QSet<QString> m_wanted;
-    QHash<QString, std::optional<Look>> m_seen; // what is wanted and all above it
+    QHash<QString, std::optional<Look>> m_seen; // what is wanted and all above it, when watched
+    QHash<QString, std::optional<Look>> m_told; // the same, when a change of it was told last
     QHash<QString, QStringList> m_below;        // of what is above alone, those that were seen
 };
 
@@ -102,15 +103,21 @@ PathWatcher::Watch::Watch(std::shared_ptr<Ear> ear)
 
 void PathWatcher::Watch::take(const QString& path)
 {
-    const QStringList below = m_below.value(path);
-    const auto isAnother = [this](const QString& one) { return lookAt(one) != m_seen.value(one); };
-    if (m_wanted.contains(path) || std::any_of(below.begin(), below.end(), isAnother))
+    bool isAnother = m_wanted.contains(path);
+    // What was moved away and comes back is another change: the owner may have looked in between.
+    for (const QString& one : m_below.value(path)) {
+        const std::optional<Look> seen = lookAt(one);
+        isAnother = isAnother || seen != m_told.value(one);
+        m_told.insert(one, seen);
+    }
+    if (isAnother)
         m_ear->tell();
 }
 
 void PathWatcher::Watch::watchOnly(const QStringList& paths)
 {
     const QHash<QString, std::optional<Look>> before = std::exchange(m_seen, {});
+    const QHash<QString, std::optional<Look>> told = std::exchange(m_told, {});
     m_wanted.clear();
     m_below.clear();
     for (const QString& path : paths)
@@ -123,11 +130,12 @@ void PathWatcher::Watch::watchOnly(const QStringList& paths)
     for (auto seen = m_seen.begin(); seen != m_seen.end(); ++seen) {
         const std::optional<Look> known = before.value(seen.key());
         // The system tells of it later, when it is what was seen last, and so no change any more.
-        isAnother = isAnother || (known && known != seen.value());
+        isAnother = isAnother || told.value(seen.key(), seen.value()) != seen.value();
         // What has the name of another one is watched anew.
         if (known && seen.value() && !known->isSameFile(*seen.value()))
             removePath(seen.key());
     }
+    m_told = m_seen;
     removeOthers();
     if (addMissing() || isAnother)
         m_ear->tell();

@@ -63,7 +63,8 @@ void StoreFollower::take()
     const Listing stored = m_listing.result();
     m_watcher.watch(stored.directories);
     m_watcher.tellNoMoreLater();
-    if (!stored.problems.isEmpty())
+    // One that comes back before it is watched again may not be told of.
+    if (stored.isMissing || !stored.problems.isEmpty())
         m_watcher.tellLater();
     Q_EMIT troubled(stored.problems);
     Q_EMIT missed(stored.isMissing);
