@@ -38,17 +38,6 @@ bool isPlainDecimal(QByteArrayView text)
            place < wordSize - 1;
 }
 
-// At so many digits after the point, which it says when they are fewer than there were.
-bool readDecimal(QByteArrayView text, short decimals, decimal* number, bool* isRounded)
-{
-    const std::optional<decimal> read = decimal::fromText(QLatin1String(text.data(), text.size()));
-    if (!read)
-        return false;
-    *number = *read;
-    *isRounded = roundTo(*number, decimals) || *isRounded;
-    return true;
-}
-
 } // namespace
 
 PlainLineParser::PlainLineParser(const ImportDetails& details)
@@ -198,7 +187,14 @@ bool PlainLineParser::readFields(BarDescription* bar)
     const short decimals = this->decimals();
     bar->isRounded = false;
     const auto number = [this, decimals, bar](ColumnRole role, decimal* to) {
-        return readDecimal(field(static_cast<int>(role)), decimals, to, &bar->isRounded);
+        const QByteArrayView text = field(static_cast<int>(role));
+        const std::optional<decimal> read =
+            decimal::fromText(QLatin1String(text.data(), text.size()));
+        if (!read)
+            return false;
+        *to = *read;
+        bar->isRounded = roundTo(*to, decimals) || bar->isRounded;
+        return true;
     };
     if (!number(ColumnRole::Open, &bar->open) || !number(ColumnRole::High, &bar->high) ||
         !number(ColumnRole::Low, &bar->low) || !number(ColumnRole::Close, &bar->close))
