@@ -85,9 +85,13 @@ void widen(Bar& bar, const Bar& other)
 
 std::shared_ptr<const ChartStudy> makeStudy(Study study)
 {
-    if (study == Study::MovingAverage)
+    switch (study) {
+    case Study::MovingAverage:
         return std::make_shared<MovingAverage>(averagePeriod);
-    return std::make_shared<VolumeByPrice>(priceRows);
+    case Study::VolumeByPrice:
+        return std::make_shared<VolumeByPrice>(priceRows);
+    }
+    return nullptr;
 }
 
 } // namespace

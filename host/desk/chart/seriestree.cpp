@@ -75,12 +75,26 @@ SeriesTree::SeriesTree(const QString& root, QWidget* parent)
 {
     setObjectName(QStringLiteral("seriesTree"));
     m_found->setSourceModel(m_model);
+    setUpLine();
+    setUpView();
+    setUpMessages();
+    layOut();
+    connectParts();
+}
+
+void SeriesTree::setUpLine()
+{
     m_line->setObjectName(QStringLiteral("seriesFilter"));
     m_line->setPlaceholderText(tr("Найти серию"));
     m_line->setAccessibleName(m_line->placeholderText());
     m_line->setToolTip(tr("Часть кода или названия инструмента, режима торгов или площадки; Enter "
                           "открывает график"));
     m_line->setClearButtonEnabled(true);
+    m_line->installEventFilter(this);
+}
+
+void SeriesTree::setUpView()
+{
     m_view->setObjectName(QStringLiteral("seriesView"));
     m_view->setAccessibleName(tr("Серии"));
     m_view->setModel(m_found);
@@ -94,17 +108,26 @@ SeriesTree::SeriesTree(const QString& root, QWidget* parent)
     constexpr int leastTitle = 24;
     m_view->header()->resizeSection(SeriesTreeModel::TitleColumn, leastTitle);
     m_view->header()->setStretchLastSection(true);
+    m_view->installEventFilter(this);
+}
+
+void SeriesTree::setUpMessages()
+{
     m_message->setObjectName(QStringLiteral("seriesMessage"));
     m_message->setTextFormat(Qt::PlainText);
     m_message->setWordWrap(true);
     m_message->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
-    m_pages->addWidget(m_view);
-    m_pages->addWidget(m_message);
     m_problem->setObjectName(QStringLiteral("seriesProblem"));
     m_problem->setBackgroundRole(QPalette::ToolTipBase);
     m_problem->setForegroundRole(QPalette::ToolTipText);
     m_problem->setAutoFillBackground(true);
     m_problem->hide();
+}
+
+void SeriesTree::layOut()
+{
+    m_pages->addWidget(m_view);
+    m_pages->addWidget(m_message);
     auto* const layout = new QVBoxLayout(this);
     constexpr int margin = 4;
     layout->setContentsMargins(margin, margin, margin, margin);
@@ -112,9 +135,10 @@ SeriesTree::SeriesTree(const QString& root, QWidget* parent)
     layout->addWidget(m_line);
     layout->addWidget(m_problem);
     layout->addWidget(m_pages, 1);
+}
 
-    m_line->installEventFilter(this);
-    m_view->installEventFilter(this);
+void SeriesTree::connectParts()
+{
     connect(&m_follower, &StoreFollower::troubled, this, &SeriesTree::showProblems);
     connect(&m_follower, &StoreFollower::missed, this,
             [this](bool isMissing) { m_isRootMissing = isMissing; });

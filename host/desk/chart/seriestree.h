@@ -50,6 +50,11 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void setUpLine();
+    void setUpView();
+    void setUpMessages();
+    void layOut();
+    void connectParts();
     void setStored(const QList<StoredSeries>& stored);
     void showProblems(const QStringList& problems);
     void fitProblem();
