@@ -353,7 +353,7 @@ void ManyMachinesTest::daskGivesFiveMinuteBars()
 void ManyMachinesTest::duckdbWritesAndReadsParquet()
 {
     const QString program = nodeWithDuckdb();
-    NEEDS(program, "node with the modules of TADATA_NODE_MODULES");
+    NEEDS_DUCKDB(program);
     importHere();
     const QStringList wanted = exported(60);
     addOddDays();

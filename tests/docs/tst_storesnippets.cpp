@@ -163,7 +163,7 @@ void StoreSnippetsTest::pandasGivesBarsWithTimestamps()
 void StoreSnippetsTest::duckdbGivesDays()
 {
     const QString program = nodeWithDuckdb();
-    NEEDS(program, "node with the modules of TADATA_NODE_MODULES");
+    NEEDS_DUCKDB(program);
     const QString file = m_dir->filePath(QStringLiteral("days.sql"));
     writeFile(file, code("sql").toUtf8());
     const Outcome outcome =
