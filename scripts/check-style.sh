@@ -45,23 +45,24 @@ done)
 [ -z "$unlicensed" ] || complain "No SPDX-License-Identifier in the first lines of:
 $unlicensed"
 
-# may_not_include FOLDER PATTERN: no file in the folder includes what the pattern matches.
+# The compiler refuses most arrows, since it does not find what a library is not linked to. It does not
+# refuse these: may_not_include PATTERN FOLDER...
 may_not_include()
 {
     local found
-    found=$(grep -rnE "^#\s*include\s+[\"<]($2)" "$1" --include='*.h' --include='*.cpp' || true)
+    found=$(grep -rnE "^#\s*include\s+[\"<]($1)" "${@:2}" --include='*.h' --include='*.cpp' || true)
     [ -z "$found" ] || complain "Against the arrows:
 $found"
 }
-may_not_include host '(\.\./)*(src|cli|tests)/'
-may_not_include host/desk '(\.\./)*lib/'
-may_not_include host/desk/chart 'desk/[a-z]+\.h'
-may_not_include src '(\.\./)*host/|vexdesk/terminal/'
-may_not_include src '(\.\./)*plugins/'
-may_not_include plugins '(\.\./)*(host|src)/|vexdesk/terminal/'
+# Upwards every folder is found.
+may_not_include '\.\./' host src plugins cli tools tests fuzz bench
+# host/ is where the terminal's own folders are looked for: one finds another, and the libraries' sources.
+may_not_include 'lib/' host/desk
+may_not_include 'desk/[a-z]+\.h' host/desk/chart
+# Beside the headers for plug-ins lie those for terminals.
+may_not_include 'vexdesk/terminal/' src plugins
 # A window by its bare name alone, which the compiler finds only for what is built upon windows.
-may_not_include src '.*windows/'
-may_not_include plugins '.*windows/'
+may_not_include '.*windows/' src plugins
 
 # The commit that changes are counted from.
 base_commit()
