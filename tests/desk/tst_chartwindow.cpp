@@ -184,10 +184,7 @@ private:
     QTreeView* tree() const { return child<QTreeView>(m_window.get(), "seriesView"); }
     QLineEdit* filter() const { return child<QLineEdit>(m_window.get(), "seriesFilter"); }
     QDockWidget* dock() const { return child<QDockWidget>(m_window.get(), "seriesDock"); }
-    bool isStartPageShown() const
-    {
-        return m_window->findChild<vexdesk::StartPage*>()->isVisible();
-    }
+    bool isStartPageShown() const { return child<vexdesk::StartPage>(m_window.get())->isVisible(); }
     QList<vexdesk::RowButton*> rows() const;
     QMenu* viewMenu() const;
     QMenu* openContextMenu();

@@ -2,6 +2,7 @@
 #include "desk/daywatcher.h"
 #include "desk/deskapplication.h"
 #include "messageboxes.h"
+#include "support/child.h"
 #include "support/strictlog.h"
 
 #include <vexdesk/terminal/core.h>
@@ -84,8 +85,8 @@ void TestDayWatcher::theTimerLooks()
     vexdesk::Notifier notifier;
     const QSignalSpy spy(&notifier, &vexdesk::Notifier::aNewDay);
     vexdesk::DayWatcher watcher(&notifier, [&today] { return today; });
-    auto* const timer = watcher.findChild<QTimer*>();
-    QVERIFY(timer && timer->isActive());
+    auto* const timer = testsupport::child<QTimer>(&watcher);
+    QVERIFY(timer->isActive());
     today = today.addDays(1);
     timer->setInterval(1);
     QTRY_COMPARE(spy.count(), 1);
@@ -98,8 +99,7 @@ void TestDayWatcher::aThrowingSlotIsReportedOnce()
     connect(&notifier, &vexdesk::Notifier::aNewDay, this,
             [] { throw std::runtime_error("новый день не начат"); });
     vexdesk::DayWatcher watcher(&notifier, [&today] { return today; });
-    auto* const timer = watcher.findChild<QTimer*>();
-    QVERIFY(timer);
+    auto* const timer = testsupport::child<QTimer>(&watcher);
     const desktest::MessageBoxes boxes;
     today = today.addDays(1);
     timer->setInterval(1);

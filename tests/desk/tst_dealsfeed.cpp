@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "desk/dealsfeed.h"
 #include "desk/dealsreplay.h"
+#include "support/child.h"
 #include "support/strictlog.h"
 
 #include <vexdesk/database/irawqueue.h>
@@ -346,8 +347,8 @@ void TestDealsFeed::theTimerLooks()
     QDateTime now(day, QTime(10, 0));
     const DealsFeed feed(core, [&now] { return now; });
     QVERIFY(feed.interval() > 0 && feed.interval() <= 5000);
-    auto* const timer = feed.findChild<QTimer*>();
-    QVERIFY(timer && timer->isActive());
+    auto* const timer = testsupport::child<QTimer>(&feed);
+    QVERIFY(timer->isActive());
     const std::size_t before = rows(core).size();
     now = QDateTime(day, QTime(10, 1));
     timer->setInterval(1);

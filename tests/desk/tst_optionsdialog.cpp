@@ -458,7 +458,7 @@ void TestOptionsDialog::escapeCancels()
     addPage("Общее", "Связь");
     open();
     takeCalls();
-    auto* const widget = m_dialog->findChild<QWidget*>(focus);
+    auto* const widget = testsupport::child<QWidget>(m_dialog.get(), qPrintable(focus));
     widget->setFocus();
     QTest::keyClick(widget, Qt::Key_Escape);
     QVERIFY(!m_dialog->isVisible());

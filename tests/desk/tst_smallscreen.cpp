@@ -180,7 +180,8 @@ void TestSmallScreen::importCanBeUsed()
     steps.on<QFileDialog>([&](QFileDialog* dialog) {
         complaints.append(complaint(dialog));
         testsupport::child<QLineEdit>(dialog, "fileNameEdit")->setText(path);
-        testsupport::click(dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open));
+        testsupport::click(
+            testsupport::child<QDialogButtonBox>(dialog)->button(QDialogButtonBox::Open));
     });
     steps.on<QWizard>([&](QWizard* wizard) {
         const testsupport::ImportChoices choices;

@@ -3,6 +3,7 @@
 
 #include "exportertadata.h"
 
+#include "support/child.h"
 #include "support/filetree.h"
 #include "support/series.h"
 #include "support/strictlog.h"
@@ -105,7 +106,7 @@ void TestExportData::showsProgressFromWhereTheDialogStands()
     dialog.setAutoReset(false);
     dialog.setMinimumDuration(1000 * 1000);
     dialog.setValue(40);
-    const QSignalSpy shown(dialog.findChild<QProgressBar*>(), &QProgressBar::valueChanged);
+    const QSignalSpy shown(testsupport::child<QProgressBar>(&dialog), &QProgressBar::valueChanged);
     ExportDetails today = details();
     today.dateFrom = today.dateTo = QDate::currentDate();
     QCOMPARE(exportData(&dialog, today), QString());

@@ -2,6 +2,7 @@
 #include "exporttadatawizard.h"
 
 #include "exportdetails.h"
+#include "support/child.h"
 #include "support/filetree.h"
 #include "support/lineformats.h"
 #include "support/modalsteps.h"
@@ -130,8 +131,7 @@ void TestExportTADataWizard::goOn(const QString& how) const
         QCOMPARE(keys.count(), 1);
         QTest::keyClick(m_wizard.get(), keys[0].key(), keys[0].keyboardModifiers());
     } else {
-        auto* const field = m_wizard->currentPage()->findChild<QWidget*>(how);
-        QVERIFY(field);
+        auto* const field = testsupport::child<QWidget>(m_wizard->currentPage(), qPrintable(how));
         field->setFocus();
         QTest::keyClick(field, Qt::Key_Return);
     }

@@ -601,7 +601,7 @@ void TestColumnsImportPage::showsWholeLinesInAnotherWizard()
     wizard.addPage(page);
     wizard.show();
     QVERIFY(QTest::qWaitForWindowActive(&wizard));
-    const auto* const table = page->findChild<QTableWidget*>();
+    const auto* const table = testsupport::child<QTableWidget>(page);
     QCOMPARE(table->columnCount(), 1);
     QCOMPARE(table->rowCount(), 2);
     QCOMPARE(table->item(0, 0)->text(), lines.at(0));
@@ -615,7 +615,7 @@ void TestColumnsImportPage::showsWholeLinesWithoutAWizard()
     ColumnsImportPage page(lines);
     page.initializePage();
     QVERIFY(!page.isComplete());
-    const auto* const table = page.findChild<QTableWidget*>();
+    const auto* const table = testsupport::child<QTableWidget>(&page);
     QCOMPARE(table->columnCount(), 1);
     QCOMPARE(table->item(0, 0)->text(), lines.at(0));
 }

@@ -2,6 +2,7 @@
 #include "importertadata.h"
 
 #include "series.h"
+#include "support/child.h"
 #include "support/filetree.h"
 #include "support/strictlog.h"
 
@@ -55,7 +56,7 @@ void TestImportFromFile::showsItsProgressOnTheThreadOfTheDialog()
     QList<int> values;
     QList<QThread*> threads;
     connect(
-        dialog.findChild<QProgressBar*>(), &QProgressBar::valueChanged, &dialog,
+        testsupport::child<QProgressBar>(&dialog), &QProgressBar::valueChanged, &dialog,
         [&](int value) {
             values.append(value);
             threads.append(QThread::currentThread());

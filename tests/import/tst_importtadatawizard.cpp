@@ -3,6 +3,7 @@
 
 #include "importdetails.h"
 #include "importjob.h"
+#include "support/child.h"
 #include "support/filetree.h"
 #include "support/series.h"
 #include "support/userhands.h"
@@ -371,7 +372,7 @@ void TestImportTADataWizard::opensWideEnoughForEightColumns()
     fillFormatPage(m_wizard.get(), choices);
     click(button(QWizard::NextButton));
     QCoreApplication::processEvents();
-    const auto* const table = m_wizard->currentPage()->findChild<QTableWidget*>();
+    const auto* const table = testsupport::child<QTableWidget>(m_wizard->currentPage());
     const QList<QComboBox*> boxes = roleBoxes(m_wizard.get());
     QCOMPARE(boxes.size(), 8);
     if (m_wizard->width() == m_wizard->screen()->availableSize().width())

@@ -166,8 +166,7 @@ void TestOutcomeBox::isNeverWiderThanTheScreen()
                                       ? box.buttons().constLast()
                                       : box.buttons().constFirst();
     testsupport::click(more);
-    const auto* const details = box.findChild<QTextEdit*>();
-    QVERIFY(details);
+    const auto* const details = testsupport::child<QTextEdit>(&box);
     QVERIFY(details->isVisible());
     QCOMPARE(details->toPlainText().left(1000).simplified(), text.left(1000).simplified());
     QVERIFY(box.isVisible());

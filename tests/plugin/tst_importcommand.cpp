@@ -344,9 +344,7 @@ void TestImportCommand::leavesNoTraceWhenNoFileIsChosen()
 {
     ModalSteps steps;
     steps.on<QFileDialog>([](QFileDialog* dialog) {
-        auto* const buttons = dialog->findChild<QDialogButtonBox*>();
-        QVERIFY(buttons);
-        click(buttons->button(QDialogButtonBox::Cancel));
+        click(testsupport::child<QDialogButtonBox>(dialog)->button(QDialogButtonBox::Cancel));
     });
     testsupport::run(steps, command);
     QCOMPARE(everything(m_plugin->user()), QStringList{QStringLiteral("tadata")});
@@ -498,8 +496,7 @@ void TestImportCommand::showsTenLinesAtMost()
         fillSeriesPage(wizard, choices);
         click(wizard->button(QWizard::NextButton));
         fillFormatPage(wizard, choices);
-        const auto* const table = wizard->currentPage()->findChild<QTableWidget*>();
-        QVERIFY(table);
+        const auto* const table = testsupport::child<QTableWidget>(wizard->currentPage());
         for (int row = 0; row < table->rowCount(); ++row)
             seen.append(table->item(row, 0)->text());
         click(wizard->button(QWizard::CancelButton));
@@ -632,8 +629,7 @@ void TestImportCommand::showsTheProgressInOrder()
     QList<int> values;
     QList<QThread*> threads;
     const WhenShown watch("QProgressDialog", [&](QWidget* dialog) {
-        const auto* const bar = dialog->findChild<QProgressBar*>();
-        QVERIFY(bar);
+        const auto* const bar = testsupport::child<QProgressBar>(dialog);
         const auto note = [&values, &threads](int value) {
             values.append(value);
             threads.append(QThread::currentThread());

@@ -128,7 +128,7 @@ private:
     void import();
     QString textOf(const char* name) const { return child<QLabel>(m_window.get(), name)->text(); }
     QPushButton* button(const char* name) const { return child<QPushButton>(m_window.get(), name); }
-    PreviewView* preview() const { return m_window->findChild<PreviewView*>(); }
+    PreviewView* preview() const { return child<PreviewView>(m_window.get()); }
     QRadioButton* mode(const char* text) const;
 
     std::unique_ptr<QTemporaryDir> m_dir;
@@ -532,8 +532,8 @@ void TestSafeImportWindow::recentFilesAreOffered()
 void TestSafeImportWindow::filesAreChosenInADialog()
 {
     click(button("open"));
-    auto* const dialog = m_window->findChild<QFileDialog*>();
-    QVERIFY(dialog && dialog->isVisible());
+    auto* const dialog = child<QFileDialog>(m_window.get());
+    QVERIFY(dialog->isVisible());
     dialog->selectFile(path("new.csv"));
     QVERIFY(QMetaObject::invokeMethod(dialog, "accept"));
     EVENTUALLY_EQUAL(preview()->model().lineCount(), 25);
