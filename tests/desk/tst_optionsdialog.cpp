@@ -458,7 +458,7 @@ void TestOptionsDialog::escapeCancels()
     addPage("Общее", "Связь");
     open();
     takeCalls();
-    auto* const widget = testsupport::child<QWidget>(m_dialog.get(), qPrintable(focus));
+    auto* const widget = testsupport::child<QWidget>(m_dialog.get(), qUtf8Printable(focus));
     widget->setFocus();
     QTest::keyClick(widget, Qt::Key_Escape);
     QVERIFY(!m_dialog->isVisible());

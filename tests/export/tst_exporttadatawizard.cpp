@@ -131,7 +131,8 @@ void TestExportTADataWizard::goOn(const QString& how) const
         QCOMPARE(keys.count(), 1);
         QTest::keyClick(m_wizard.get(), keys[0].key(), keys[0].keyboardModifiers());
     } else {
-        auto* const field = testsupport::child<QWidget>(m_wizard->currentPage(), qPrintable(how));
+        auto* const field =
+            testsupport::child<QWidget>(m_wizard->currentPage(), qUtf8Printable(how));
         field->setFocus();
         QTest::keyClick(field, Qt::Key_Return);
     }

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QtCore/QLatin1String>
 #include <QtCore/QObject>
+#include <QtCore/QString>
 
 namespace testsupport {
 
@@ -11,7 +11,7 @@ namespace testsupport {
 template <typename Child>
 Child* child(const QObject* parent, const char* name = nullptr)
 {
-    auto* const found = parent->findChild<Child*>(QLatin1String(name));
+    auto* const found = parent->findChild<Child*>(QString::fromUtf8(name));
     if (!found)
         qFatal("no %s \"%s\" in %s", Child::staticMetaObject.className(), name ? name : "",
                parent->metaObject()->className());
