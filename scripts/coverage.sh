@@ -25,8 +25,8 @@ done
 failed=0
 ctest --preset coverage -LE 'packages|faults' -R "${1:-.}" >&2 || failed=1
 
-gcovr --root . build/coverage --filter 'src/' --filter 'host/' --filter 'cli/' \
-    --exclude '.*_autogen/' --exclude-throw-branches --json-summary - |
+gcovr --root . build/coverage --filter 'src/' --filter 'plugins/' --filter 'host/' --filter 'cli/' \
+    --filter 'tools/' --exclude '.*_autogen/' --exclude-throw-branches --json-summary - |
     python3 -c '
 import collections, json, os, sys
 
@@ -34,7 +34,7 @@ kinds = ("line", "branch")
 folders = collections.defaultdict(collections.Counter)
 for file in json.load(sys.stdin)["files"]:
     name = file["filename"]
-    parts = ["src", "host/lib/history", "cli"]
+    parts = ["src", "plugins", "host/lib/history", "cli"]
     wholes = [part + ", whole" for part in parts if name.startswith(part + "/")]
     for folder in (os.path.dirname(name), "all", *wholes):
         for kind in kinds:
