@@ -38,7 +38,7 @@ namespace {
 using namespace vexdesk;
 
 constexpr QSize pageSize(1200, 700);
-constexpr qint64 longest = 60 * 1000; // ms
+constexpr qint64 longest = 60'000; // ms
 
 const SeriesName series{QStringLiteral("NORD"), QStringLiteral("MAIN"), QStringLiteral("VEGA")};
 

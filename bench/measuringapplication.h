@@ -4,10 +4,9 @@
 #include <QtCore/QElapsedTimer>
 #include <QtWidgets/QApplication>
 
-#include <time.h>
-
 #include <algorithm>
 #include <cstdio>
+#include <ctime>
 #include <utility>
 
 namespace bench {

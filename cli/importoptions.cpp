@@ -2,10 +2,10 @@
 #include "importoptions.h"
 
 #include "guesstext.h"
-#include "series.h"
 
 #include "optionwords.h"
 #include "patterns.h"
+#include "seriespattern.h"
 
 #include "textformats.h"
 

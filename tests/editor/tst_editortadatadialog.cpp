@@ -41,6 +41,7 @@
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QTreeView>
 
+#include <algorithm>
 #include <memory>
 
 using testsupport::barLine;
@@ -1006,8 +1007,8 @@ void TestEditorTADataDialog::theKeyboardGoesOnFromTheFoundRow()
     QStringList expected = openPrices();
     for (const int row : {402, 401, 400})
         expected.removeAt(row);
-    for (auto row = selected.crbegin(); row != selected.crend(); ++row)
-        expected.removeAt(*row);
+    std::for_each(selected.crbegin(), selected.crend(),
+                  [&expected](int row) { expected.removeAt(row); });
     QTest::keyClick(table(), Qt::Key_Delete);
     QCOMPARE(openPrices(), expected);
 }

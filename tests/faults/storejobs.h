@@ -8,13 +8,12 @@
 #include <QtCore/QTemporaryDir>
 
 #include <atomic>
+#include <ctime>
 #include <functional>
 #include <map>
 #include <mutex>
 #include <set>
 #include <string>
-
-#include <time.h>
 
 /// Jobs on a small store, and what may happen to them at each call of the system.
 namespace testsupport {

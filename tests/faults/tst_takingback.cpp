@@ -5,7 +5,6 @@
 
 #include "faults/storejobs.h"
 
-#include "support/filetree.h"
 #include "support/strictlog.h"
 
 #include <QtCore/QFileInfo>

@@ -301,6 +301,7 @@ void TestHealthWindow::showsThePlaceInTheChart()
     if (byKey) {
         QTest::keyClick(widget, Qt::Key_Return);
     } else {
+        QVERIFY(items);
         const QPoint place = items->visualRect(items->currentIndex()).center();
         QTest::mouseClick(items->viewport(), Qt::LeftButton, {}, place);
         QTest::mouseDClick(items->viewport(), Qt::LeftButton, {}, place);

@@ -343,6 +343,7 @@ void TestImportChoices::secondsAndMinutesOfADayGoTogether()
 void TestImportChoices::fewReasonsAreTold()
 {
     std::vector<tadata::FileOutlook> files;
+    files.reserve(5001);
     for (int file = 0; file < 5000; ++file)
         files.push_back({.path = {}, .refusal = QStringLiteral("file %1").arg(file)});
     files.push_back(files.front());
@@ -353,6 +354,7 @@ void TestImportChoices::fewReasonsAreTold()
              QStringLiteral("file 0\nfile 1\nfile 2\nи ещё 4997"));
 }
 
+// NOLINTNEXTLINE(readability-function-size): a table
 void TestImportChoices::aFileNameTellsASeries_data()
 {
     QTest::addColumn<QString>("file");

@@ -7,7 +7,6 @@
 #include "filedrop.h"
 #include "importfiles.h"
 #include "previewview.h"
-#include "problemsmodel.h"
 #include "profiles.h"
 #include "recentfiles.h"
 #include "restoresettings.h"

@@ -10,7 +10,6 @@
 #include "desk/mainwindow.h"
 #include "desk/optionsdialog.h"
 #include "desk/pluginloader.h"
-#include "desk/pluginsdialog.h"
 #include "support/child.h"
 #include "support/commandwindows.h"
 #include "support/eventually.h"

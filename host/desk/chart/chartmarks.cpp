@@ -76,6 +76,7 @@ std::vector<CandleMark> marksOfCandles(const QList<ChartMark>& marks,
         entry->second.text += u'\n' + text;
     }
     std::vector<CandleMark> all;
+    all.reserve(found.size());
     for (const auto& [index, mark] : found)
         all.push_back(mark);
     return all;

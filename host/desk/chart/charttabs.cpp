@@ -179,8 +179,10 @@ void ChartTabs::showTabMenu(int index, const QPoint& globalPlace)
     menu->setObjectName(QStringLiteral("tabMenu"));
     menu->setAttribute(Qt::WA_DeleteOnClose);
     const QPointer<QWidget> tab(widget(index)); // it may be elsewhere when the user has chosen
-    menu->addAction(tr("&Закрыть"), this, [this, tab] { close(QTabWidget::indexOf(tab)); });
-    QAction* const others = menu->addAction(tr("Закрыть &остальные"), this, [this, tab] {
+    connect(menu->addAction(tr("&Закрыть")), &QAction::triggered, this,
+            [this, tab] { close(QTabWidget::indexOf(tab)); });
+    QAction* const others = menu->addAction(tr("Закрыть &остальные"));
+    connect(others, &QAction::triggered, this, [this, tab] {
         if (!tab)
             return;
         setCurrentWidget(tab);

@@ -9,7 +9,6 @@
 
 #include <dirent.h>
 #include <fcntl.h>
-#include <signal.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
@@ -18,6 +17,7 @@
 #include <array>
 #include <bit>
 #include <cerrno>
+#include <csignal>
 #include <cstring>
 #include <memory>
 #include <utility>

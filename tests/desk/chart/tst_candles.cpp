@@ -142,10 +142,10 @@ Files randomFiles(QRandomGenerator& random, int timeframe)
     const int count = 1 + random.bounded(40);
     for (int d = 0; d < count;
          ++d, day = day.addDays(random.bounded(4) == 0 ? 1 + random.bounded(9) : 1)) {
-        std::vector<int> seconds;
         const int bars = random.bounded(5) == 0 ? 0 : random.bounded(60);
-        for (int i = 0; i < bars; ++i)
-            seconds.push_back(randomSecond(random, timeframe));
+        std::vector<int> seconds(static_cast<std::size_t>(bars));
+        for (int& second : seconds)
+            second = randomSecond(random, timeframe);
         for (int i = random.bounded(4); i > 2; --i)
             seconds.insert(seconds.end(), {0, 86400 - timeframe});
         if (random.bounded(3) == 0)

@@ -53,7 +53,6 @@ using vexdesk::FittedLabel;
 using vexdesk::SeriesName;
 using vexdesk::Study;
 using vexdesk::Timeframe;
-using vexdesk::wallTime;
 
 namespace {
 

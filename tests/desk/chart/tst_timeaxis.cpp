@@ -132,7 +132,10 @@ void TestTimeAxis::timesGoThereAndBack()
     for (const Timeframe timeframe : vexdesk::allTimeframes) {
         const TimeAxis axis = axisOf(series, timeframe, areNightsShown);
         const auto size = static_cast<double>(axis.size());
-        for (double slot = -5; slot < size + 5; slot += size / 300 + 0.01) {
+        const double step = size / 300 + 0.01;
+        const auto steps = static_cast<int>((size + 10) / step);
+        for (int i = 0; i <= steps; ++i) {
+            const double slot = -5 + i * step;
             const double there = axis.timeAt(slot);
             QVERIFY2(std::abs(axis.slotOf(there) - slot) < 1e-4,
                      qPrintable(QStringLiteral("%1 of %2").arg(slot).arg(int(timeframe))));
@@ -245,7 +248,7 @@ void TestTimeAxis::whatEndsAMissingDayStandsThere()
 // Bars at midnight of Mondays, and others, with weeks between them of which there is nothing else.
 void TestTimeAxis::whatEndsAMissingWeekStandsThere()
 {
-    const auto monday = [](int week) { return firstDay.addDays(7 * week); };
+    const auto monday = [](int week) { return firstDay.addDays(qint64(7) * week); };
     const SeriesPointer series =
         testsupport::seriesOf({{makeBar(monday(0), {0, 0}, 1), makeBar(monday(0), {10, 1}, 2)},
                                {makeBar(monday(2), {0, 0}, 3)},
