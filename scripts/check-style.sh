@@ -1,17 +1,20 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# Fails when a file is not formatted, or when an include goes against the arrows of the terminal's
-# folders; those of src/ and plugins/ are refused by the compiler.
+# Fails when a file is not formatted, or when an include goes against the arrows and a compiler would
+# not say so.
 #
 #   scripts/check-style.sh            the above: seconds
 #   scripts/check-style.sh changed [COMMIT]
 #                                     and clang-tidy and unneeded includes, in files that have changed;
 #                                     and whether clang compiles what includes them, each by itself
+#   scripts/check-style.sh pushed     the same of what was pushed, in some eight minutes: of a large push
+#                                     it looks at the files that have changed most, names the others
 #   scripts/check-style.sh tidy BUILD and the same in every file: an hour. The preset "tidy" does this.
 #
 # Changed is what has changed since the commit; without one, since the branch left the main branch, and
 # on the main branch itself what the last commit has changed. Files that are not committed yet belong to
-# it. No headers are precompiled for this: a file that does not include what it uses is found.
+# it. A clone does not say what was pushed: that is what came in the six hours before its last commit.
+# No headers are precompiled for this: a file that does not include what it uses is found.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 . scripts/install-packages.sh
@@ -19,9 +22,16 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 mode=${1:-}
 since=
 build=build/tidy
+# How many files clang-tidy looks at, and how many more are compiled.
+most_tidied=
+most_compiled=
 case "$mode" in
     "") ;;
     changed) since=${2:-} ;;
+    pushed)
+        most_tidied=30
+        most_compiled=40
+        ;;
     tidy) build=${2:?the folder of a build, as the preset tidy gives it} ;;
     *) sed -n '2,/^set /{/^set /d;s/^# \{0,1\}//;p}' scripts/check-style.sh >&2; exit 2 ;;
 esac
@@ -64,10 +74,19 @@ may_not_include 'vexdesk/terminal/' src plugins
 # A window by its bare name alone, which the compiler finds only for what is built upon windows.
 may_not_include '.*windows/' src plugins
 
+# The last commit that is six hours older than the newest. Nothing in a clone that does not go back so far.
+commit_before_push()
+{
+    local newest
+    newest=$(git log -1 --format=%ct)
+    git log -1 --first-parent --until="$((newest - 6 * 60 * 60))" --format=%H
+}
+
 # The commit that changes are counted from.
 base_commit()
 {
     local branch base
+    [ "$mode" != pushed ] || since=$(commit_before_push)
     if [ -n "$since" ]; then
         git rev-parse --verify --quiet "$since" && return
     fi
@@ -83,23 +102,54 @@ base_commit()
         { git fetch --quiet --deepen=1 2>/dev/null && git rev-parse --verify --quiet HEAD~1; }
 }
 
-# The files that have changed, and for each header that has one source that includes it.
+# The files that have changed, and a source for each header that none of them includes. The product comes
+# first, and what has changed most.
 changed_files()
 {
-    local base file
+    local base added file users
+    local -A lines=()
     if ! base=$(base_commit); then
         echo "No earlier commit is known: every file counts as changed." >&2
         printf '%s\n' "${sources[@]}"
         return
     fi
-    printf '%s\n' "${sources[@]}" | grep -Fxf <(
-        git diff --name-only "$base"
-        git ls-files --others --exclude-standard
-    ) | while read -r file; do
-        echo "$file"
-        [[ "$file" != *.h ]] || sources_with "$file" | head -n 1
-    done | sort -u
+    echo "Changed is what came after $(git log -1 --format='%h of %ci' "$base")." >&2
+    while IFS=$'\t' read -r added _ file; do
+        [[ ! -f "$file" || "$file" != *.@(cpp|h) ]] || lines[$file]=$added
+    done < <(
+        git diff --numstat --no-renames "$base"
+        git ls-files --others --exclude-standard | sed 's/^/0\t0\t/'
+    )
+    for file in "${!lines[@]}"; do
+        echo "${lines[$file]} $file"
+        [[ "$file" == *.h ]] || continue
+        users=$(sources_with "$file")
+        grep -qFxf <(printf '%s\n' "${!lines[@]}") <<<"$users" ||
+            echo "${lines[$file]} $(head -n 1 <<<"$users")"
+    done | awk 'NF == 2 { lines[$2] += $1 }
+        END { for (file in lines) print (file ~ /^(tests|bench|fuzz)\//), lines[file], file }' |
+        sort -k 1,1n -k 2,2nr -k 3 | cut -d " " -f 3
 }
+
+# The sources that include a changed header and are none of the units; those with the most of them first.
+including_sources()
+{
+    local file
+    for file in "${files[@]}"; do
+        [[ "$file" != *.h ]] || sources_with "$file"
+    done | sort | uniq -c | sort -k 1,1nr -k 2 | awk '{ print $2 }' | built |
+        grep -vFxf <(printf '%s\n' "${units[@]}")
+}
+
+# at_most NUMBER WHAT: the units are no more than that; the others are named.
+at_most()
+{
+    [[ -n "$1" && "${#units[@]}" -gt "$1" ]] || return 0
+    echo "Of so many files these are not $2:" >&2
+    printf '  %s\n' "${units[@]:$1}" >&2
+    units=("${units[@]:0:$1}")
+}
+
 # The sources that include a header.
 sources_with() { git grep -lE "#include .*\\b$(basename "$1")[\">]" -- '*.cpp' || true; }
 
@@ -117,32 +167,37 @@ on_each() { printf '%s\0' "${units[@]}" | xargs -0 -n 1 -P "$(nproc)" "$@"; }
 # headers bring along is left alone.
 unneeded_includes()
 {
-    on_each clang-tidy-19 --quiet -p "$build" --config="{Checks: '-*,misc-include-cleaner',
+    on_each clang-tidy-19 --quiet -p "$build" --extra-arg=-w --config="{Checks: '-*,misc-include-cleaner',
         CheckOptions: [{key: misc-include-cleaner.IgnoreHeaders, value: '/usr/.*;.*[.]moc'}]}" 2>&1 |
         grep -E 'is not used directly|error:' | sort -u
 }
 
+# A pass of clang-tidy with the configuration of this tree or with these arguments.
+tidy() { [ "${#units[@]}" -eq 0 ] || on_each clang-tidy --quiet -p "$build" "$@" 2>/dev/null || failed=1; }
+
 if [ -n "$mode" ]; then
     install_packages "${tidy_packages[@]}"
     files=("${sources[@]}")
-    if [ "$mode" = changed ]; then
+    if [ "$mode" != tidy ]; then
         install_packages "${build_packages[@]}"
         cmake --preset tidy >/dev/null
         cmake --build --preset tidy --target autogen >/dev/null
         mapfile -t files < <(changed_files)
-        mapfile -t units < <(for file in "${files[@]}"; do
-            [[ "$file" != *.h ]] || sources_with "$file"
-        done | sort -u | built)
-        [ "${#units[@]}" -eq 0 ] || on_each clang-tidy --quiet -p "$build" \
-            --checks='-*,misc-definitions-in-headers,clang-diagnostic-*' 2>/dev/null || failed=1
     fi
     mapfile -t units < <(printf '%s\n' "${files[@]}" | built)
+    at_most "$most_tidied" "looked at by clang-tidy"
     echo "clang-tidy looks at ${#units[@]} files." >&2
+    tidy
     if [ "${#units[@]}" -gt 0 ]; then
-        on_each clang-tidy --quiet -p "$build" 2>/dev/null || failed=1
         unneeded=$(unneeded_includes || true)
         [ -z "$unneeded" ] || complain "Includes that are not needed:
 $unneeded"
+    fi
+    if [ "$mode" != tidy ]; then
+        mapfile -t units < <(including_sources)
+        at_most "$most_compiled" "compiled by clang"
+        echo "clang compiles ${#units[@]} files that include changed headers." >&2
+        tidy --checks='-*,misc-definitions-in-headers,clang-diagnostic-*'
     fi
 fi
 exit "$failed"
