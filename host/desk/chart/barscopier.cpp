@@ -106,6 +106,7 @@ void BarsCopier::take(const CopiedBars& copied)
 
 bool BarsCopier::isWantedWithoutMissing(const CopiedBars& copied)
 {
+    Q_EMIT told(QString()); // that days are read would stand under the question
     QMessageBox box(QMessageBox::Warning, tr("Копирование баров"),
                     tr("Бары прочитаны не за все дни. Не удалось прочитать дней: %1, первый из "
                        "них — %2.\n\n%3\n\nСкопировать остальные?")
