@@ -7,7 +7,7 @@
 #   scripts/check-style.sh changed [COMMIT]
 #                                     and clang-tidy and unneeded includes, in files that have changed;
 #                                     and whether clang compiles what includes them, each by itself
-#   scripts/check-style.sh pushed     the same of what was pushed, in some eight minutes: of a large push
+#   scripts/check-style.sh pushed     the same of what was pushed, in some seven minutes: of a large push
 #                                     it looks at the files that have changed most, names the others
 #   scripts/check-style.sh tidy BUILD and the same in every file: an hour. The preset "tidy" does this.
 #
