@@ -1065,6 +1065,14 @@ Former files that will be put back: %L3, created ones that will be removed: %L4,
         <source>Столбцы, которые не взяты: %1</source>
         <translation>Columns that are left out: %1</translation>
     </message>
+    <message>
+        <source>Первая строка файла — бар, и как заголовок она будет пропущена. Если это не названия столбцов, снимите флажок «Заголовок».</source>
+        <translation>The first line of the file is a bar, and as a header it will be passed over. If it does not name the columns, clear the box &quot;Header&quot;.</translation>
+    </message>
+    <message>
+        <source>Строк с тикером другого инструмента: %1 (%2). Все они попадут в серию %3. Чтобы у каждого тикера была своя серия, выберите инструмент «из столбца».</source>
+        <translation>Lines with the ticker of another security: %1 (%2). All of them will go into the series %3. For a series of its own for each ticker choose the instrument &quot;of a column&quot;.</translation>
+    </message>
 </context>
 <context>
     <name>SafeImportWindow</name>

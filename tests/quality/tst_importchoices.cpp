@@ -48,6 +48,8 @@ private Q_SLOTS:
     void aDayOfSeveralFilesCountsOnce();
     void secondsAndMinutesOfADayGoTogether();
     void fewReasonsAreTold();
+    void linesOfOtherTickersAreTold();
+    void aBarThatIsTakenForTheHeaderIsTold();
 
 private:
     QString path(const char* name) const { return m_dir->filePath(QLatin1String(name)); }
@@ -352,6 +354,54 @@ void TestImportChoices::fewReasonsAreTold()
     QLocale::setDefault(QLocale::c());
     QCOMPARE(tadata::whyItStops(outlook).remove(u','),
              QStringLiteral("file 0\nfile 1\nfile 2\nи ещё 4997"));
+}
+
+// All of them go into the one series that was chosen.
+void TestImportChoices::linesOfOtherTickersAreTold()
+{
+    QLocale::setDefault(QLocale::c());
+    const QDate monday(2024, 1, 15);
+    const QByteArray other = testsupport::barFile({monday.addDays(1)}, 5, 100, "Y");
+    QByteArray text =
+        testsupport::barFile({monday}, 90, 100, "X") + other.mid(other.indexOf('\n') + 1);
+    // An empty one is nobody's, small letters are the same, and a name with a slash is another.
+    text += "20240117,100000,1,2,1,2,3,\n20240117,100100,1,2,1,2,3,x\n"
+            "20240117,100200,1,2,1,2,3,A/B\nbad,100200,1,2,1,2,3,C\n";
+    writeFile(path("both.csv"), text);
+    auto choices = testsupport::choicesOf({path("both.csv")}, ImportMode::Fill);
+    choices.ways.skipsBad = true;
+    const ImportOutlook outlook = outlookFor(choices);
+    QVERIFY(outlook.wouldImport);
+    QCOMPARE(outlook.bars, 98);
+    QCOMPARE(outlook.warnings.size(), 1);
+    for (const char* part : {"инструмента: 6 (A/B, Y)", "S/B/X", "«из столбца»"})
+        QVERIFY2(outlook.warnings.first().contains(QString::fromUtf8(part)),
+                 qPrintable(outlook.warnings.first()));
+    QCOMPARE(tadata::whatToHeed(outlook), outlook.warnings.first());
+
+    // Each in its own series, and a file of one ticker: there is nothing to say.
+    choices.series = QStringLiteral("S/B/{ticker}");
+    QCOMPARE(outlookFor(choices).warnings, QStringList());
+    writeFile(path("one.csv"), testsupport::barFile({monday}, 9, 100, "X"));
+    QCOMPARE(outlookFor(testsupport::choicesOf({path("one.csv")}, ImportMode::Fill)).warnings,
+             QStringList());
+}
+
+void TestImportChoices::aBarThatIsTakenForTheHeaderIsTold()
+{
+    const QByteArray bars = testsupport::barFile({QDate(2024, 1, 15)}, 9, 100);
+    writeFile(path("bare.csv"), bars.mid(bars.indexOf('\n') + 1));
+    auto choices = testsupport::choicesOf({path("bare.csv")}, ImportMode::Merge);
+    QCOMPARE(outlookFor(choices).warnings, QStringList());
+    choices.given.hasHeader = true;
+    const ImportOutlook outlook = outlookFor(choices);
+    QCOMPARE(outlook.bars, 8);
+    QVERIFY(outlook.wouldImport);
+    QCOMPARE(outlook.warnings.size(), 1);
+    QVERIFY2(outlook.warnings.first().contains(QStringLiteral("«Заголовок»")),
+             qPrintable(outlook.warnings.first()));
+    choices.files = QStringList{path("in.csv")};
+    QCOMPARE(outlookFor(choices).warnings, QStringList());
 }
 
 // NOLINTNEXTLINE(readability-function-size): a table

@@ -89,6 +89,7 @@ private Q_SLOTS:
     void aProfileFillsIn();
     void tickersGoToTheirSeries();
     void aColumnOfTickersIsUsedByItself();
+    void otherTickersThanTheChosenOneAreSaid();
     void anotherFileHasAnotherSeries();
     void severalFilesAreImportedTogether();
     void filesWithADayInCommonAreNotReplaced();
@@ -417,6 +418,20 @@ void TestSafeImportWindow::aColumnOfTickersIsUsedByItself()
     open({path("new.csv")});
     QCOMPARE(child<QComboBox>(m_window.get(), "source")->currentIndex(), 0);
     EVENTUALLY(textOf("verdict").contains(QStringLiteral("Выберите площадку")));
+}
+
+// The series was asked for, and stays.
+void TestSafeImportWindow::otherTickersThanTheChosenOneAreSaid()
+{
+    writeFile(path("bark.csv"), barFile({monday}, 4, 200, "BARK"));
+    m_window->take({.series = QStringLiteral("NORD/MAIN/ALFA"), .timeframe = 60, .isFill = true});
+    m_window->take({.files = {path("bark.csv")}});
+    waitForOutlook();
+    for (const char* part : {"инструмента: 4 (BARK)", "NORD/MAIN/ALFA"})
+        QVERIFY2(textOf("verdict").contains(QString::fromUtf8(part)),
+                 qPrintable(textOf("verdict")));
+    choose(child<QComboBox>(m_window.get(), "source"), 1);
+    EVENTUALLY(textOf("verdict") == QStringLiteral("Импорт пройдёт до конца."));
 }
 
 void TestSafeImportWindow::anotherFileHasAnotherSeries()

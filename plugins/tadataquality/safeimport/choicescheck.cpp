@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "choicescheck.h"
 
+#include "filewarnings.h"
 #include "importfailures.h"
 
 #include <vexdesk/history/storepaths.h>
@@ -58,6 +59,26 @@ void nameTheButton(ImportCheck& check)
         check.stop->message.replace(QLatin1String("--mode merge"), Text::tr("режимом «Добавить»"));
 }
 
+ProgressSink secondHalfOf(const ProgressSink& progress)
+{
+    constexpr int half = 50;
+    return [&progress](int percent) { progress(half + percent / 2); };
+}
+
+// With what is found in its lines before they are checked.
+QStringList warningsOf(const LaidOutFile& file, const ImportChoices& choices,
+                       const ProgressSink& progress, const std::atomic<bool>& stop)
+{
+    const ProgressSink firstHalf = [&progress](int percent) { progress(percent / 2); };
+    QStringList warnings = file.layout.warnings;
+    for (const QString& warning :
+         {warningOfHeader(file, choices), warningOfTickers(file, choices, firstHalf, stop)}) {
+        if (!warning.isNull())
+            warnings.append(warning);
+    }
+    return warnings;
+}
+
 Result<FileOutlook> checkFile(const ImportChoices& choices, const LaidOutFile& file,
                               const QDir& root, qint64 maxProblems, const ProgressSink& progress,
                               const std::atomic<bool>& stop)
@@ -68,7 +89,7 @@ Result<FileOutlook> checkFile(const ImportChoices& choices, const LaidOutFile& f
                         .mode = choices.ways.mode,
                         .timeframe = details.timeframe,
                         .unused = file.layout.unused,
-                        .warnings = file.layout.warnings};
+                        .warnings = warningsOf(file, choices, progress, stop)};
     const CheckedSeries series{.directory =
                                    [&](const QString& ticker) {
                                        const QDir dir =
@@ -83,7 +104,8 @@ Result<FileOutlook> checkFile(const ImportChoices& choices, const LaidOutFile& f
                                    },
                                .countsBars = true};
     const Result<std::vector<TickerCheck>> checks =
-        checkTickers(file.path, details, choices.ways, series, maxProblems, progress, &stop);
+        checkTickers(file.path, details, choices.ways, series, maxProblems,
+                     leavesTickers(file, choices) ? secondHalfOf(progress) : progress, &stop);
     if (stop)
         return interrupted();
     if (!checks) {

@@ -64,7 +64,7 @@ struct FileOutlook
     ImportMode mode = ImportMode::Merge;
     int timeframe = 0;         ///< in seconds
     QStringList unused = {};   ///< of its layout
-    QStringList warnings = {}; ///< likewise
+    QStringList warnings = {}; ///< of its layout and of its lines
 };
 
 /// Checks one file after the other against what the store holds now. Fails once `stop` is set.

@@ -271,6 +271,11 @@ QString whyItStops(const ImportOutlook& outlook)
     return firstOf(outlook.stops, QStringLiteral("\n"));
 }
 
+QString whatToHeed(const ImportOutlook& outlook)
+{
+    return firstOf(outlook.warnings, QStringLiteral("\n"));
+}
+
 std::vector<OutlookCell> cellsOf(const std::vector<OutlookDay>& days, size_t mostCells)
 {
     std::vector<OutlookCell> cells;

@@ -37,7 +37,7 @@ struct ImportOutlook
 {
     bool wouldImport = false;
     QStringList stops;    ///< why it would not, or would end early; whole texts
-    QStringList warnings; ///< on what of the files is left out; sentences
+    QStringList warnings; ///< on what of the files is left out or goes elsewhere; sentences
     QStringList unused;   ///< columns of the files
     qint64 bars = 0;
     qint64 badLines = 0;
@@ -67,6 +67,8 @@ struct ImportOutlook
 ImportOutlook outlookOf(const std::vector<FileOutlook>& files);
 /// Why it would not come to its end, as long as a reader may want it: the first of the stops.
 QString whyItStops(const ImportOutlook& outlook);
+/// What is to be read before it begins, likewise; empty for nothing.
+QString whatToHeed(const ImportOutlook& outlook);
 
 /// At most so many cells, of as equal numbers of days as can be.
 std::vector<OutlookCell> cellsOf(const std::vector<OutlookDay>& days, size_t mostCells);

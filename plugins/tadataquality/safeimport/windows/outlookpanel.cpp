@@ -111,7 +111,8 @@ void OutlookPanel::showOutlook(const ImportOutlook& outlook,
 {
     m_isGood = outlook.wouldImport;
     QStringList verdict{m_isGood ? tr("Импорт пройдёт до конца.") : tadata::whyItStops(outlook)};
-    verdict += outlook.warnings;
+    if (!outlook.warnings.isEmpty())
+        verdict += tadata::whatToHeed(outlook);
     showVerdict(verdict.join(u'\n'), m_isGood && outlook.warnings.isEmpty());
     m_strip->setDays(outlook.days);
     const QStringList sentences = tadata::sentencesOf(outlook);
