@@ -1073,6 +1073,10 @@ Former files that will be put back: %L3, created ones that will be removed: %L4,
         <source>Строк с тикером другого инструмента: %1 (%2). Все они попадут в серию %3. Чтобы у каждого тикера была своя серия, выберите инструмент «из столбца».</source>
         <translation>Lines with the ticker of another security: %1 (%2). All of them will go into the series %3. For a series of its own for each ticker choose the instrument &quot;of a column&quot;.</translation>
     </message>
+    <message>
+        <source>Файл %1 сохранён в кодировке %2, и угадать его устройство нельзя. Сохраните его в UTF-8 или windows-1251 и откройте снова, или выберите всё сами.</source>
+        <translation>The file %1 is in the encoding %2, and its layout cannot be guessed. Save it as UTF-8 or windows-1251 and open it again, or choose everything yourself.</translation>
+    </message>
 </context>
 <context>
     <name>SafeImportWindow</name>

@@ -212,7 +212,18 @@ void TestImportChoices::whatNobodyGuessesCanBeGiven()
     QStringEncoder encode(QStringConverter::Utf16LE, QStringConverter::Flag::WriteBom);
     const QByteArray content = encode(QStringLiteral("20240115,100000,1,2,1,2\n"));
     writeFile(path("wide.csv"), content);
-    QVERIFY(!tadata::layoutOf(path("wide.csv"), {}));
+    const QString told = tadata::layoutOf(path("wide.csv"), {})->lacks().join(u' ');
+    for (const QString& part :
+         {path("wide.csv"), QStringLiteral("UTF-16"), QStringLiteral("UTF-8"),
+          QStringLiteral("windows-1251"), QStringLiteral("Выберите разделитель")})
+        QVERIFY2(told.contains(part), qPrintable(told));
+    QVERIFY2(!told.contains(QStringLiteral("--")), qPrintable(told));
+    // What was chosen stays, and nothing is asked for twice.
+    tadata::GivenLayout some;
+    some.separator = QStringLiteral(",");
+    const auto more = tadata::layoutOf(path("wide.csv"), some);
+    QCOMPARE(more->details.separator, QStringLiteral(","));
+    QVERIFY(!more->lacks().join(u' ').contains(QStringLiteral("Выберите разделитель")));
     const auto taken =
         tadata::withProfile({}, options("columns date=0,time=1,open=2,high=3,low=4,close=5"));
     const auto layout = tadata::layoutOf(path("wide.csv"), taken.choices.given);

@@ -90,6 +90,7 @@ private Q_SLOTS:
     void tickersGoToTheirSeries();
     void aColumnOfTickersIsUsedByItself();
     void otherTickersThanTheChosenOneAreSaid();
+    void aFileThatNobodyGuessesIsChosenByHand();
     void anotherFileHasAnotherSeries();
     void severalFilesAreImportedTogether();
     void filesWithADayInCommonAreNotReplaced();
@@ -432,6 +433,32 @@ void TestSafeImportWindow::otherTickersThanTheChosenOneAreSaid()
                  qPrintable(textOf("verdict")));
     choose(child<QComboBox>(m_window.get(), "source"), 1);
     EVENTUALLY(textOf("verdict") == QStringLiteral("Импорт пройдёт до конца."));
+}
+
+void TestSafeImportWindow::aFileThatNobodyGuessesIsChosenByHand()
+{
+    QStringEncoder encode(QStringConverter::Utf16LE, QStringConverter::Flag::WriteBom);
+    const QString text = QString::fromUtf8(barFile({monday}, 4, 200));
+    const QByteArray wide = encode(text.mid(text.indexOf(u'\n') + 1));
+    writeFile(path("wide.csv"), wide);
+    m_window->take({.files = {path("wide.csv")}, .series = QStringLiteral("NORD/MAIN/ALFA")});
+    EVENTUALLY(textOf("verdict").contains(QStringLiteral("UTF-16")));
+    QVERIFY(!textOf("verdict").contains(QStringLiteral("--")));
+    choose(child<QComboBox>(m_window.get(), "separator"), 0);
+    EVENTUALLY(preview()->roles().box(6));
+    const char* const roles[]{"Дата", "Время", "Открытие", "Максимум", "Минимум", "Закрытие"};
+    for (int column = 0; column < 6; ++column) {
+        EVENTUALLY(preview()->roles().box(column)->isEnabled());
+        choose(preview()->roles().box(column), QString::fromUtf8(roles[column]));
+        EVENTUALLY_EQUAL(preview()->roles().box(column)->currentText(),
+                         QString::fromUtf8(roles[column]));
+    }
+    choose(child<QComboBox>(m_window.get(), "dateFormat"), QStringLiteral("ггггммдд"));
+    choose(child<QComboBox>(m_window.get(), "timeFormat"), QStringLiteral("ччммсс"));
+    EVENTUALLY2(button("import")->isEnabled(), qPrintable(textOf("verdict")));
+    import();
+    QCOMPARE(readTree(store()).value(QStringLiteral("NORD/MAIN/ALFA/20240115_60.iss")).count('\n'),
+             4);
 }
 
 void TestSafeImportWindow::anotherFileHasAnotherSeries()

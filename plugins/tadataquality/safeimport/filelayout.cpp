@@ -6,6 +6,9 @@
 #include <vexdesk/history/dayfilenames.h>
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QStringConverter>
 
 #include <algorithm>
 
@@ -102,6 +105,26 @@ QStringList missingColumns(const ImportDetails& details)
     return names;
 }
 
+// By the mark at its start, as an import knows it; null for what a guess can read.
+QString wideEncodingOf(const QString& path)
+{
+    constexpr qint64 longestMark = 4;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        return {};
+    switch (QStringConverter::encodingForData(file.read(longestMark))
+                .value_or(QStringConverter::Utf8)) {
+    case QStringConverter::Utf16LE:
+    case QStringConverter::Utf16BE:
+        return QStringLiteral("UTF-16");
+    case QStringConverter::Utf32LE:
+    case QStringConverter::Utf32BE:
+        return QStringLiteral("UTF-32");
+    default:
+        return {};
+    }
+}
+
 } // namespace
 
 bool FileLayout::hasTicker() const
@@ -110,6 +133,14 @@ bool FileLayout::hasTicker() const
 }
 
 QStringList FileLayout::lacks() const
+{
+    QStringList lacks = unchosen();
+    if (!lacks.isEmpty() && !notGuessed.isNull())
+        lacks.prepend(notGuessed);
+    return lacks;
+}
+
+QStringList FileLayout::unchosen() const
 {
     if (details.separator.isEmpty())
         return {Text::tr("Выберите разделитель столбцов: угадать его не удалось.")};
@@ -132,10 +163,18 @@ QStringList FileLayout::lacks() const
 Result<FileLayout> layoutOf(const QString& file, const GivenLayout& given)
 {
     const Result<FormatGuess> guess = guessFormat(file, hintsOf(given));
-    // What nobody guesses, UTF-16 for example, can be imported all the same.
-    if (!guess && !isWhole(given))
+    if (guess)
+        return layoutOf(*guess, given);
+    const QString encoding = wideEncodingOf(file);
+    if (encoding.isNull() && !isWhole(given))
         return guess.failure();
-    return layoutOf(guess ? *guess : FormatGuess(), given);
+    FileLayout layout = layoutOf(FormatGuess(), given);
+    if (!encoding.isNull())
+        layout.notGuessed = Text::tr("Файл %1 сохранён в кодировке %2, и угадать его устройство "
+                                     "нельзя. Сохраните его в UTF-8 или windows-1251 и откройте "
+                                     "снова, или выберите всё сами.")
+                                .arg(QDir::toNativeSeparators(file), encoding);
+    return layout;
 }
 
 QString titleOfDateFormat(const QString& pattern)

@@ -19,15 +19,21 @@ struct FileLayout
     QStringList unused = {};
     /// Sentences on columns whose role is known, and which are left out all the same.
     QStringList warnings = {};
+    /// Why nothing was guessed, and what to do; null where a guess was made.
+    QString notGuessed = {};
 
     bool hasTicker() const;
     /// Sentences that tell what is still to be chosen, in the user's language; empty: the file can
     /// be imported.
     QStringList lacks() const;
+
+private:
+    QStringList unchosen() const;
 };
 
 /// Reads the first and the last lines of the file. Fails, with a whole message, where they cannot
-/// be read. Any thread.
+/// be read. Of a file whose encoding no guess reads, UTF-16 for example, all is left to be chosen:
+/// it can be imported. Any thread.
 vexdesk::Result<FileLayout> layoutOf(const QString& file, const GivenLayout& given);
 
 /// What the user sees of a pattern: its title, or itself.

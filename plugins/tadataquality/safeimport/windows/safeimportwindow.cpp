@@ -438,10 +438,12 @@ void SafeImportWindow::takeProfile(int index)
 // A role has one column at most, and a column one role.
 void SafeImportWindow::takeRole(int column, ColumnRole role)
 {
+    // What was chosen just now may not be looked at yet.
     const LaidOutFile* const file = currentFile();
-    if (!file)
+    if (!file && !m_choices.given.columns)
         return;
-    QMap<qint32, qint32> columns = file->layout.details.columns;
+    QMap<qint32, qint32> columns =
+        m_choices.given.columns ? *m_choices.given.columns : file->layout.details.columns;
     columns.removeIf([column](auto one) { return one.value() == column; });
     if (role != ColumnRole::None)
         columns.insert(static_cast<qint32>(role), column);
