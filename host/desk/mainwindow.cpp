@@ -15,6 +15,7 @@
 #include "desk/languagechoice.h"
 #include "desk/menubuilder.h"
 #include "desk/optionsdialog.h"
+#include "desk/pendingclose.h"
 #include "desk/pluginloader.h"
 #include "desk/pluginsdialog.h"
 #include "desk/problemnotice.h"
@@ -77,6 +78,7 @@ MainWindow::MainWindow(const PluginLoader& loader, QWidget* parent)
     : QMainWindow(parent)
     , m_loader(loader)
     , m_languageChoice(new LanguageChoice(loader.language(), this))
+    , m_pendingClose(new PendingClose(this))
 {
     setObjectName(QStringLiteral("mainWindow"));
     setWindowTitle(QStringLiteral("Vexdesk"));
@@ -87,6 +89,7 @@ MainWindow::MainWindow(const PluginLoader& loader, QWidget* parent)
     m_languageChoice->markItems(m_menuBuilder->findChildren<QAction*>());
     m_chartCommands->checkItems(*m_menuBuilder);
     connect(m_languageChoice, &LanguageChoice::restartWanted, this, &MainWindow::closeToRestart);
+    connect(m_pendingClose, &PendingClose::windowClosed, this, &QWidget::close);
     explainCommand(newDayCommand, tr("Сообщить модулям о начале нового торгового дня, не дожидаясь "
                                      "смены даты: для проверки модулей"));
     explainCommand(demoDealsCommand,
@@ -424,11 +427,13 @@ void MainWindow::showAbout()
 void MainWindow::closeToRestart()
 {
     m_restartWanted = true;
-    if (!close())
-        m_restartWanted = false;
+    if (close())
+        return;
+    m_restartWanted = false;
+    m_pendingClose->stop();
 }
 
-bool MainWindow::closeOtherWindows()
+QWidget* MainWindow::closeOtherWindows()
 {
     QList<QPointer<QWidget>> windows;
     for (QWidget* const window : QApplication::topLevelWidgets()) {
@@ -439,17 +444,20 @@ bool MainWindow::closeOtherWindows()
     }
     for (const QPointer<QWidget>& window : std::as_const(windows)) {
         if (window && !window->close())
-            return false;
+            return window;
     }
-    return true;
+    return nullptr;
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
-    if (!closeOtherWindows()) {
+    m_pendingClose->begin();
+    if (QWidget* const window = closeOtherWindows()) {
+        m_pendingClose->waitFor(window);
         event->ignore();
         return;
     }
+    m_pendingClose->stop();
     m_chartTabs->store();
     AppSettings settings(settingsGroup);
     settings.setValue(geometryKey, saveGeometry());

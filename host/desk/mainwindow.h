@@ -25,6 +25,7 @@ class GuideWindow;
 class LanguageChoice;
 class MarkSources;
 class MenuBuilder;
+class PendingClose;
 class PluginLoader;
 class SeriesTree;
 struct SeriesName;
@@ -36,6 +37,8 @@ class StatusLink;
 /// same way as those of plug-ins, through ActionManager. The core's charts are its own.
 ///
 /// Closing it closes every other window of the terminal first; one that refuses keeps it open.
+/// Where such a window closes by itself, having ended its work, before the user does anything else,
+/// this one follows.
 class MainWindow final : public QMainWindow
 {
     Q_OBJECT
@@ -90,11 +93,13 @@ private:
     void showAbout();
     void updatePlugins();
     void closeToRestart();
-    bool closeOtherWindows();
+    /// The first one that refuses; null once all are closed.
+    QWidget* closeOtherWindows();
 
     const PluginLoader& m_loader;
     LanguageChoice* m_languageChoice;
     QPointer<GuideWindow> m_guide;
+    PendingClose* m_pendingClose;
     bool m_restartWanted = false;
     QSet<QByteArray> m_ownCommands;
     MarkSources* m_marks = nullptr;

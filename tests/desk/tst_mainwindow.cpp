@@ -11,6 +11,7 @@
 #include "pluginfiles.h"
 #include "plugins/callrecord.h"
 #include "support/child.h"
+#include "support/eventually.h"
 #include "support/filetree.h"
 #include "support/modalsteps.h"
 #include "support/strictlog.h"
@@ -36,6 +37,8 @@
 #include <QtWidgets/QStatusBar>
 #include <QtWidgets/QToolButton>
 
+#include <functional>
+#include <memory>
 #include <thread>
 
 using vexdesk::CommandButton;
@@ -54,9 +57,14 @@ class Stubborn final : public QWidget
 
 public:
     bool mayClose = false;
+    std::function<void(QWidget*)> onClose = [](QWidget*) {};
 
 protected:
-    void closeEvent(QCloseEvent* event) override { event->setAccepted(mayClose); }
+    void closeEvent(QCloseEvent* event) override
+    {
+        onClose(this);
+        event->setAccepted(mayClose);
+    }
 };
 
 } // namespace
@@ -75,6 +83,8 @@ private Q_SLOTS:
     void exitClosesByShortcut();
     void closingClosesOtherWindows();
     void aWindowThatRefusesKeepsItOpen();
+    void aWindowThatClosesLaterIsWaitedFor();
+    void aWindowThatTheUserKeepsIsNotWaitedFor();
     void aboutNamesVersions();
     void remembersItsGeometry();
     void withoutPluginsItSaysWhereTheyAreLookedFor();
@@ -286,6 +296,60 @@ void TestMainWindow::aWindowThatRefusesKeepsItOpen()
     QTest::keyClick(m_window.get(), Qt::Key_Q, Qt::ControlModifier);
     QVERIFY(!m_window->isVisible());
     QVERIFY(!other.isVisible());
+}
+
+void TestMainWindow::aWindowThatClosesLaterIsWaitedFor()
+{
+    Stubborn first;
+    Stubborn second;
+    first.show();
+    second.show();
+    show();
+    QTest::keyClick(m_window.get(), Qt::Key_Q, Qt::ControlModifier);
+    QVERIFY(m_window->isVisible());
+    // Each has its work to end, and one is minimised meanwhile.
+    for (Stubborn* const other : {&first, &second}) {
+        other->showMinimized();
+        other->mayClose = true;
+        other->close();
+    }
+    EVENTUALLY(!m_window->isVisible());
+
+    auto gone = std::make_unique<Stubborn>();
+    gone->show();
+    show();
+    QTest::keyClick(m_window.get(), Qt::Key_Q, Qt::ControlModifier);
+    QVERIFY(m_window->isVisible());
+    gone.reset();
+    EVENTUALLY(!m_window->isVisible());
+}
+
+void TestMainWindow::aWindowThatTheUserKeepsIsNotWaitedFor()
+{
+    const QList<std::function<void(QWidget*)>> doings{
+        [](QWidget* window) { QTest::keyClick(window, Qt::Key_A); },
+        [](QWidget* window) { QTest::mouseClick(window, Qt::LeftButton); }};
+    show();
+    for (const auto& something : doings) {
+        Stubborn other;
+        other.show();
+        QTest::keyClick(m_window.get(), Qt::Key_Q, Qt::ControlModifier);
+        QVERIFY(m_window->isVisible());
+        something(&other);
+        other.mayClose = true;
+        QVERIFY(other.close());
+        QCoreApplication::processEvents();
+        QVERIFY(m_window->isVisible());
+    }
+    // Also what he does when the window asks him.
+    Stubborn asking;
+    asking.onClose = [](QWidget* window) { QTest::keyClick(window, Qt::Key_Escape); };
+    asking.show();
+    QTest::keyClick(m_window.get(), Qt::Key_Q, Qt::ControlModifier);
+    asking.mayClose = true;
+    QVERIFY(asking.close());
+    QCoreApplication::processEvents();
+    QVERIFY(m_window->isVisible());
 }
 
 void TestMainWindow::aboutNamesVersions()
