@@ -25,6 +25,14 @@ struct Text
 // As the text streams of Qt read, so that the progress comes at the same moments.
 constexpr qsizetype blockSize = 16384;
 
+void refuse(FileLine* line, const QString& why)
+{
+    line->bar.valid = false;
+    line->bar.error = why;
+}
+
+} // namespace
+
 // A text that is no UTF-8 has replacement characters, and so might stand for several codes. The
 // series' lock has the name and five characters more, which is what file systems take.
 bool isDirectoryName(const QString& code)
@@ -34,14 +42,6 @@ bool isDirectoryName(const QString& code)
            code != QLatin1String("..") && !code.contains(u'/') && !code.contains(QChar::Null) &&
            !code.contains(QChar::ReplacementCharacter);
 }
-
-void refuse(FileLine* line, const QString& why)
-{
-    line->bar.valid = false;
-    line->bar.error = why;
-}
-
-} // namespace
 
 FileBars::FileBars(const QString& path, const ImportDetails& details, const FileClock& clock,
                    SeriesOfTicker describe)

@@ -34,6 +34,9 @@ struct FileLine
     const QString& error() const { return bar.error; }
 };
 
+/// Whether a ticker can name the directory of a series. Any thread.
+bool isDirectoryName(const QString& code);
+
 /// The bars of a file that is imported, line after line, as every way of importing and what says
 /// beforehand how that will go see them. A line is bad where the parser refuses it, where its
 /// ticker cannot name a directory, and where its time is one that the file's clock skips.

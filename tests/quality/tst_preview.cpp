@@ -51,6 +51,7 @@ private Q_SLOTS:
     void cutsLongLines();
     void refusesAFileThatHasChanged();
     void dividesAndJudgesLines();
+    void badTickersAreJudged();
     void theModelHoldsWhatIsInView();
     void anotherFileDoesNotWaitForTheOneBefore();
     void theModelTellsWhatIsWrong();
@@ -223,6 +224,33 @@ void TestPreview::dividesAndJudgesLines()
     PreviewLayout open = layout;
     open.isComplete = false;
     QVERIFY(tadata::previewLines(lines, 0, open)[3].fault.isNull());
+}
+
+void TestPreview::badTickersAreJudged()
+{
+    writeFile(path("in.csv"), testsupport::barFile({QDate(2024, 1, 15)}, 5, 100, "X"));
+    const auto choices =
+        testsupport::choicesOf({path("in.csv")}, ImportMode::Merge, "S/B/{ticker}");
+    const auto order = testsupport::orderOf(choices, QDir(path("store")));
+    const QString file = path("in.csv");
+    const PreviewLayout layout{
+        tadata::detailsFor(order.files.front(), choices), {}, true, [&](const QString& ticker) {
+            return tadata::faultOfTicker(choices, file, ticker);
+        }};
+    std::vector<ShownLine> lines;
+    for (const char* const ticker : {"X", "", "..", "A/B", "NONE"})
+        lines.push_back({QStringLiteral("20240115,100000,1,2,1,2,3,") + QLatin1String(ticker)});
+    const auto shown = tadata::previewLines(lines, 7, layout);
+    QVERIFY2(shown[0].fault.isNull(), qPrintable(shown[0].fault));
+    for (size_t line = 1; line < lines.size(); ++line) {
+        QCOMPARE(shown[line].faultColumn, 7);
+        QVERIFY(!shown[line].fault.isEmpty());
+    }
+    QVERIFY2(shown[4].fault.contains(QStringLiteral("S/B/NONE")), qPrintable(shown[4].fault));
+    // In a series of its own the column says nothing.
+    PreviewLayout chosen = layoutOf(path("in.csv"));
+    chosen.faultOfTicker = layout.faultOfTicker;
+    QVERIFY(tadata::previewLines(lines, 7, chosen)[4].fault.isNull());
 }
 
 void TestPreview::theModelHoldsWhatIsInView()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "choicescheck.h"
 
+#include "filebars.h"
 #include "filewarnings.h"
 #include "importfailures.h"
 
@@ -189,6 +190,19 @@ QString unknownSeries(const SeriesCodes& codes)
     return Text::tr("Инструмента %1 нет в справочнике терминала: неизвестно, сколько знаков после "
                     "точки в его ценах.")
         .arg(codes.name());
+}
+
+QString notAName(const QString& ticker)
+{
+    return Text::tr("Код '%1' не может быть именем каталога").arg(ticker);
+}
+
+QString faultOfTicker(const ImportChoices& choices, const QString& file, const QString& ticker)
+{
+    const auto codes = seriesOf(choices, file, ticker);
+    if (!codes || !isDirectoryName(ticker))
+        return notAName(ticker);
+    return isKnown(*codes) ? QString() : unknownSeries(*codes);
 }
 
 Result<std::vector<FileOutlook>>

@@ -45,6 +45,10 @@ std::optional<SeriesCodes> seriesOf(const ImportChoices& choices, const QString&
 /// What is to be told of a series that the terminal does not know: its prices would be rounded to
 /// nothing.
 QString unknownSeries(const SeriesCodes& codes);
+QString notAName(const QString& ticker);
+/// Why the lines of a ticker are refused, or make the whole import impossible; null where they do
+/// not. Any thread.
+QString faultOfTicker(const ImportChoices& choices, const QString& file, const QString& ticker);
 /// Why a file cannot be imported, whatever its lines are: a whole text; null where it can.
 QString whyNot(const LaidOutFile& file, const ImportChoices& choices);
 

@@ -3,6 +3,7 @@
 
 #include "bardescription.h"
 #include "linefault.h"
+#include "lineparser.h"
 
 #include <QtCore/QDate>
 #include <QtCore/QTime>
@@ -35,7 +36,8 @@ class LineJudge final
 {
 public:
     explicit LineJudge(const PreviewLayout& layout)
-        : m_details(layout.details)
+        : m_layout(layout)
+        , m_details(layout.details)
         , m_clock(layout.clock, layout.details.timeframe)
     {}
 
@@ -48,15 +50,28 @@ public:
         } else if (const auto changed = m_clock.change(&bar.date, &bar.time); !changed) {
             line->fault = changed.message();
             line->faultColumn = columnOf(ColumnRole::Time);
+        } else {
+            judgeTicker(text, line);
         }
     }
 
 private:
+    void judgeTicker(const QString& text, PreviewLine* line) const
+    {
+        const int column = columnOf(ColumnRole::Ticker);
+        if (column < 0 || !m_layout.faultOfTicker)
+            return;
+        const auto ticker = fieldOfLine(text, m_details, ColumnRole::Ticker);
+        line->fault = m_layout.faultOfTicker(ticker.value_or(QString()));
+        line->faultColumn = line->fault.isNull() ? -1 : column;
+    }
+
     int columnOf(ColumnRole role) const
     {
         return m_details.columns.value(static_cast<qint32>(role), -1);
     }
 
+    const PreviewLayout& m_layout;
     const ImportDetails& m_details;
     ClockChange m_clock;
 };

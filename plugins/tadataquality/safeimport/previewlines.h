@@ -8,6 +8,7 @@
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
+#include <functional>
 #include <vector>
 
 /// The lines of a file as the preview shows them: in columns, and with what an import would say of
@@ -28,6 +29,8 @@ struct PreviewLayout
     ImportDetails details;
     FileClock clock = {};
     bool isComplete = false; ///< otherwise lines are only divided
+    /// Why no line of a ticker can be imported; null where it can. Any thread.
+    std::function<QString(const QString& ticker)> faultOfTicker = {};
 };
 
 /// No more columns are shown: of a file that is no table nothing else would be.

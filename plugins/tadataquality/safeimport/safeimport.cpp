@@ -32,11 +32,6 @@ struct Text
     Q_DECLARE_TR_FUNCTIONS(SafeImport)
 };
 
-Failure notAName(const QString& ticker)
-{
-    return {Text::tr("Код '%1' не может быть именем каталога").arg(ticker)};
-}
-
 // Whoever looked at the file has seen something else.
 Outcome isAsSeen(const LaidOutFile& file)
 {
@@ -228,7 +223,7 @@ private:
         for (const QString& ticker : std::as_const(tickers)) {
             const auto codes = seriesOf(m_order.choices, file.path, ticker);
             if (!codes)
-                return notAName(ticker);
+                return Failure{notAName(ticker)};
             if (!isKnown(*codes))
                 return Failure{unknownSeries(*codes)};
             names.append(codes->name());
@@ -301,7 +296,7 @@ private:
         for (const QString& ticker : tickers) {
             const auto codes = seriesOf(m_order.choices, file.path, ticker);
             if (!codes)
-                return notAName(ticker);
+                return Failure{notAName(ticker)};
             const QDir dir(
                 vexdesk::seriesPath(m_order.root, codes->stock, codes->board, codes->security));
             const bool makes = m_order.choices.ways.mode == ImportMode::Replace;

@@ -524,7 +524,10 @@ void SafeImportWindow::showLayout()
     m_preview->roles().setColumns(file->layout.details.columns);
     m_preview->model().setLayout(
         {tadata::detailsFor(*file, m_choices), m_choices.ways.clock,
-         file->refusal.isNull() && file->layout.lacks().isEmpty() && !m_choices.series.isEmpty()});
+         file->refusal.isNull() && file->layout.lacks().isEmpty() && !m_choices.series.isEmpty(),
+         [choices = m_choices, path = file->path](const QString& ticker) {
+             return tadata::faultOfTicker(choices, path, ticker);
+         }});
 }
 
 void SafeImportWindow::showOutlook()
