@@ -1077,6 +1077,10 @@ Former files that will be put back: %L3, created ones that will be removed: %L4,
         <source>Файл %1 сохранён в кодировке %2, и угадать его устройство нельзя. Сохраните его в UTF-8 или windows-1251 и откройте снова, или выберите всё сами.</source>
         <translation>The file %1 is in the encoding %2, and its layout cannot be guessed. Save it as UTF-8 or windows-1251 and open it again, or choose everything yourself.</translation>
     </message>
+    <message>
+        <source>Баров, которые файл заменяет сам, потому что возвращается к их дню: %1</source>
+        <translation>Bars that the file replaces itself, since it comes back to their day: %1</translation>
+    </message>
 </context>
 <context>
     <name>SafeImportWindow</name>
@@ -1185,10 +1189,6 @@ Former files that will be put back: %L3, created ones that will be removed: %L4,
         <translation>Putting everything back...</translation>
     </message>
     <message>
-        <source>Новых баров: %1, заменены значения баров: %2, записано дней: %3; баров файла, которые ничего не изменили: %4, ошибочных строк: %5.</source>
-        <translation>New bars: %1, values of bars replaced: %2, days written: %3; bars of the file that changed nothing: %4, bad lines: %5.</translation>
-    </message>
-    <message>
         <source>Пропало баров: %1.</source>
         <translation>Bars lost: %1.</translation>
     </message>
@@ -1211,6 +1211,10 @@ Former files that will be put back: %L3, created ones that will be removed: %L4,
     <message>
         <source>Инструмент выбран по имени файла: %1.</source>
         <translation>The security was chosen by the name of the file: %1.</translation>
+    </message>
+    <message>
+        <source>Новых баров: %1, заменены значения баров: %2, записано дней: %3, осталось прежними дней: %4; баров файла, которые ничего не изменили: %5, ошибочных строк: %6.</source>
+        <translation>New bars: %1, values of bars replaced: %2, days written: %3, days that stayed as they were: %4; bars of the file that changed nothing: %5, bad lines: %6.</translation>
     </message>
 </context>
 <context>

@@ -55,6 +55,10 @@ struct CheckedDay
     int added = 0;    ///< times that had no bar and get one; see CheckedSeries::countsBars
     int replaced = 0; ///< times whose bar gets other values; likewise
     int lost = 0;     ///< times of the stored bars and the file's that are not among those
+    /// Lines of the file that it replaces itself, since it comes back to the day; and times that
+    /// are lost with them, without those of stored bars; likewise.
+    qint64 wiped = 0;
+    int lostOfFile = 0;
     Outcome outcome = Outcome::New;
 };
 

@@ -8,6 +8,8 @@
 
 #include <vexdesk/outcome.h>
 
+#include <QtCore/QStringList>
+
 class QFile;
 class QTextStream;
 
@@ -20,6 +22,8 @@ struct ImportResult
     qint64 bars = 0;     ///< that were taken from the input
     qint64 days = 0;     ///< of series, that were written
     qint64 badLines = 0; ///< that were passed over
+    /// Paths of the file's days that merging and filling have left as they were.
+    QStringList unchanged = {};
 };
 
 /// Imports a text file into the day files of one series, whose directory is asked for once the

@@ -68,7 +68,7 @@ public:
             outcome = writeDays();
         if (outcome)
             m_progress.show(1, 100);
-        return {outcome, m_bars, m_written, m_bad.count()};
+        return {outcome, m_bars, m_written, m_bad.count(), m_unchanged};
     }
 
 private:
@@ -164,13 +164,16 @@ private:
             return hasChanged(m_file.path());
         if (Outcome begun = m_days.begin(&file, m_surroundings.stop); !begun)
             return begun;
+        m_unchanged.clear();
         while (m_days.next()) {
             m_progress.show(1, std::min(99, file.percentDone()));
             if (Outcome read = readStored(m_days.key()); !read)
                 return read;
             const MergedDay day = mergedDay(m_stored, m_days.day(), m_order.ways.mode);
-            if (day.isSame)
+            if (day.isSame) {
+                m_unchanged.append(m_stored.path());
                 continue;
+            }
             if (Outcome visited = visit(day); !visited)
                 return visited;
         }
@@ -230,6 +233,7 @@ private:
     std::optional<DayWriter> m_writer;
     int m_series = -1; ///< the writer's
     qint64 m_written = 0;
+    QStringList m_unchanged;
 };
 
 } // namespace

@@ -46,6 +46,7 @@ Outcome ReplacePreview::beginRun(const QDate& date, const DayInFile& file)
         m_day->isStored = !vexdesk::isMissing(pathOf(date));
     } else {
         m_day->lastRun.emplace();
+        m_day->linesBefore = file.bars - 1; // the first of this run is among them
     }
     return m_day->isStored ? m_comparison.open(pathOf(date)) : Outcome();
 }
@@ -122,6 +123,8 @@ CheckedDay ReplacePreview::dayAfter(const QDate& date, const Day& day)
         after.added = after.result;
     }
     after.lost = all.count() - after.result;
+    after.lostOfFile = after.lost - day.change.lost;
+    after.wiped = day.linesBefore;
     return after;
 }
 

@@ -26,6 +26,7 @@ private:
         bool isSame = false; ///< the last run is what is stored
         /// The times of the last run; none while it is the only one.
         std::optional<TimesOfDay> lastRun = {};
+        qint64 linesBefore = 0; ///< of the runs before it
         /// The times of what is stored, and what the last run makes of its bars; where that is
         /// something else.
         TimesOfDay stored = {};

@@ -51,6 +51,8 @@ private Q_SLOTS:
     void importsAndCounts();
     void countsWhatWasForetold_data();
     void countsWhatWasForetold();
+    void countsWhatAFileReplacesItself();
+    void aDayOfSeveralFilesCountsOnce();
     void undoGivesBackWhatWas_data() { modes(); }
     void undoGivesBackWhatWas();
     void undoIsRefusedWhereTheFilesHaveChanged();
@@ -161,6 +163,48 @@ void TestSafeImport::importsAndCounts()
     QCOMPARE(store().value(QStringLiteral("S/B/X/20240117_60.iss")).count('\n'), 8);
 }
 
+// The store has five bars of the day, from 10:00 on, of another price.
+void TestSafeImport::countsWhatAFileReplacesItself()
+{
+    QLocale::setDefault(QLocale::c());
+    const auto bars = [](const QDate& day, int minutes) {
+        const QByteArray text = barFile({day}, minutes, 200);
+        return text.mid(text.indexOf('\n') + 1);
+    };
+    writeFile(path("in.csv"), barFile({tuesday}, 7, 200) + bars(wednesday, 3) + bars(tuesday, 2));
+    SafeImportOrder wanted = order({path("in.csv")}, ImportMode::Replace);
+    const tadata::ImportOutlook foretold = outlook(wanted);
+    wanted.wiped = foretold.wiped;
+    wanted.lostOfFile = foretold.lostOfFile;
+    const SafeImportResult result = run(wanted);
+    QCOMPARE(result.message, QString());
+    // Two of tuesday stay, with other values; three of the store and two of the file are lost.
+    const QList<qint64> counts{3, 2, 5, 7, 0};
+    QCOMPARE((QList<qint64>{foretold.added, foretold.replaced, foretold.lost, foretold.wiped,
+                            foretold.idle()}),
+             counts);
+    QCOMPARE(
+        (QList<qint64>{result.added, result.replaced, result.lost, result.wiped, result.idle()}),
+        counts);
+    const QString told = tadata::sentencesOf(foretold).join(u'\n');
+    for (const char* const part :
+         {"Пропадёт баров: 5", "возвращается к их дню: 7", "из них ничего не изменят: 0"})
+        QVERIFY2(told.contains(QString::fromUtf8(part)), qPrintable(told));
+}
+
+void TestSafeImport::aDayOfSeveralFilesCountsOnce()
+{
+    // The second has one bar more for a day, and nothing new for another.
+    writeFile(path("first.csv"), barFile({tuesday, wednesday}, 6, 100));
+    writeFile(path("second.csv"), barFile({wednesday}, 7, 100));
+    writeFile(path("third.csv"), barFile({monday, tuesday}, 5, 100));
+    const SafeImportResult result =
+        run(order({path("first.csv"), path("second.csv"), path("third.csv")}, ImportMode::Merge));
+    QCOMPARE(result.message, QString());
+    QCOMPARE(result.days, 2);
+    QCOMPARE(result.sameDays, 1);
+}
+
 void TestSafeImport::countsWhatWasForetold_data()
 {
     QTest::addColumn<ImportMode>("mode");
@@ -194,6 +238,9 @@ void TestSafeImport::countsWhatWasForetold()
     const SafeImportResult result = run(wanted);
     QCOMPARE(result.message, QString());
     QCOMPARE((QList<qint64>{result.added, result.replaced, result.lost, result.idle()}), counts);
+    const qint64 same = foretold.count(tadata::CheckedDay::Outcome::Same);
+    QCOMPARE(result.sameDays, same);
+    QCOMPARE(result.days, static_cast<qint64>(foretold.days.size()) - same);
     QCOMPARE((QList<qint64>{foretold.added, foretold.replaced, foretold.lost, foretold.idle()}),
              counts);
     const bool isTold = tadata::sentencesOf(foretold).join(u'\n').contains(

@@ -79,6 +79,8 @@ struct SharedDay
     OutlookDay day;
     QStringList files;
     qint64 added = 0;
+    qint64 wiped = 0;
+    qint64 lostOfFile = 0;
     bool replaces = false;
 };
 
@@ -107,6 +109,8 @@ private:
         day.outcome = isNew ? checked.outcome : worse(day.outcome, checked.outcome);
         day.bars += checked.bars;
         shared.added += checked.added;
+        shared.wiped += checked.wiped;
+        shared.lostOfFile += checked.lostOfFile;
         day.replaced += checked.replaced;
         day.stored = std::max<qint64>(day.stored, checked.stored);
         day.result = std::max<qint64>(day.result, checked.result);
@@ -232,6 +236,8 @@ private:
             m_outlook.replaced += shared.day.replaced;
             m_outlook.replacedDays += shared.day.replaced > 0 ? 1 : 0;
             m_outlook.lost += shared.day.lost;
+            m_outlook.wiped += shared.wiped;
+            m_outlook.lostOfFile += shared.lostOfFile;
             m_outlook.sharedDays += isShared ? 1 : 0;
             addDay(shared.day, isShared, m_days);
             if (isShared && shared.replaces)
@@ -308,6 +314,12 @@ QString titleOf(Outcome outcome)
     return Text::tr("дополняется");
 }
 
+QString wordsOfWiped(qint64 bars)
+{
+    return Text::tr("Баров, которые файл заменяет сам, потому что возвращается к их дню: %1")
+        .arg(number(bars));
+}
+
 QStringList sentencesOf(const ImportOutlook& outlook)
 {
     if (outlook.countedFiles == 0)
@@ -326,6 +338,8 @@ QStringList sentencesOf(const ImportOutlook& outlook)
         sentences.append(Text::tr("Пропадёт баров: %1").arg(number(outlook.lost)));
     else if (outlook.wouldImport)
         sentences.append(Text::tr("Ни один бар не пропадёт"));
+    if (outlook.wiped > 0)
+        sentences.append(wordsOfWiped(outlook.wiped));
     if (outlook.sharedDays > 0)
         sentences.append(Text::tr("Дней, которые есть в нескольких файлах: %1; сказанное о них "
                                   "верно для каждого файла по отдельности")

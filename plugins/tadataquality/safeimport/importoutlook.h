@@ -48,6 +48,9 @@ struct ImportOutlook
     qint64 replaced = 0;     ///< bars that get other values
     qint64 replacedDays = 0; ///< of series, that have such bars
     qint64 lost = 0;         ///< bars
+    /// Bars of files that replace days, and come back to one that they had left.
+    qint64 wiped = 0;
+    qint64 lostOfFile = 0; ///< times among the lost that only those bars had
     /// Of series, that several files have. What is said of them is true of each file alone.
     qint64 sharedDays = 0;
     std::array<qint64, dayOutcomes> dayCounts = {}; ///< of days of series, by outcome
@@ -55,7 +58,7 @@ struct ImportOutlook
     std::vector<OutlookDay> days;                   ///< ascending, each once
 
     /// Bars of the files that change nothing: the store has them, or their times are taken.
-    qint64 idle() const { return std::max<qint64>(0, bars - added - replaced); }
+    qint64 idle() const { return std::max<qint64>(0, bars - added - replaced - wiped); }
     qint64 count(CheckedDay::Outcome outcome) const
     {
         return dayCounts[static_cast<size_t>(outcome)];
@@ -78,6 +81,8 @@ QString titleOf(CheckedDay::Outcome outcome);
 /// Sentences on the days, the bars that get lost, and the bad lines; none where nothing was
 /// counted.
 QStringList sentencesOf(const ImportOutlook& outlook);
+/// Of bars that a file replaces itself; without a full stop, as all of these.
+QString wordsOfWiped(qint64 bars);
 /// A day in words: what becomes of it, and its bars.
 QString sentenceOf(const OutlookDay& day);
 

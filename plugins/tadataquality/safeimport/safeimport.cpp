@@ -12,7 +12,9 @@
 #include <vexdesk/history/storepaths.h>
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
+#include <QtCore/QSet>
 #include <QtCore/QSysInfo>
 
 #include <algorithm>
@@ -100,6 +102,15 @@ private:
     int m_timeframe = 0;
     QMap<QString, QDate> m_days; ///< by paths
 };
+
+// A day that is replaced by itself is written all the same.
+bool haveSameBytes(const QString& left, const QString& right)
+{
+    QFile one(left);
+    QFile other(right);
+    return one.open(QIODevice::ReadOnly) && other.open(QIODevice::ReadOnly) &&
+           one.size() == other.size() && one.readAll() == other.readAll();
+}
 
 // What an import has made of a day, of which a copy was kept where it was there before.
 Result<DayChange> changeOf(const QString& path, const QString& copy, const QDate& day)
@@ -242,7 +253,7 @@ private:
             m_keeper.setTimeframe(file.layout.details.timeframe);
             const ImportResult result = importFile(file, shared.next());
             m_result.bars += result.bars;
-            m_result.days += result.days;
+            m_unchanged += QSet<QString>(result.unchanged.begin(), result.unchanged.end());
             m_result.badLines += result.badLines;
             if (!result.outcome)
                 return result.outcome;
@@ -267,6 +278,12 @@ private:
             const QString copy =
                 QStringLiteral("%1/%2/%3")
                     .arg(place->path, m_job.pointId(), day.key().section(u'/', -4));
+            if (haveSameBytes(day.key(), copy)) {
+                m_unchanged.insert(day.key());
+                continue;
+            }
+            m_unchanged.remove(day.key());
+            ++m_result.days;
             const Result<DayChange> change = changeOf(day.key(), copy, day.value());
             if (!change)
                 return change.failure();
@@ -274,6 +291,9 @@ private:
             m_result.replaced += change->replaced;
             m_result.lost += change->lost;
         }
+        m_result.sameDays = m_unchanged.size();
+        m_result.wiped = m_order.wiped;
+        m_result.lost += m_order.lostOfFile;
         return {};
     }
 
@@ -322,8 +342,7 @@ private:
     {
         const Outcome back = m_job.takeBack();
         removeMadeDirectories();
-        m_result.bars = m_result.days = m_result.badLines = 0;
-        m_result.added = m_result.replaced = m_result.lost = 0;
+        m_result = {.isCancelled = m_result.isCancelled};
         m_result.end = back ? SafeImportResult::End::TakenBack : SafeImportResult::End::Failed;
         QStringList messages{why.wholeMessage(), back.wholeMessage()};
         messages.removeAll(QString());
@@ -346,7 +365,8 @@ private:
     const WaitSink& m_waits;
     StoreJob m_job;
     DaysKeeper m_keeper;
-    QStringList m_missing; ///< directories that were not there before
+    QSet<QString> m_unchanged; ///< day files
+    QStringList m_missing;     ///< directories that were not there before
     SafeImportResult m_result;
 };
 

@@ -22,6 +22,9 @@ struct SafeImportOrder
     QDir root; ///< of the store
     /// Of the series as they were checked: one that has changed since ends the import.
     DayStamps stamps = {};
+    /// Of the outlook, which is true of the same files and the same store.
+    qint64 wiped = 0;
+    qint64 lostOfFile = 0;
     vexdesk::RestoreLimits limits = {};                  ///< of restore points
     std::chrono::milliseconds wait = vexdesk::usualWait; ///< for the locks
 };
@@ -38,17 +41,19 @@ struct SafeImportResult
     bool isCancelled = false;
     QString message = {}; ///< why it did not come to its end, or what went wrong behind it; or null
     qint64 bars = 0;      ///< of the files
-    qint64 days = 0;      ///< of series, that were written
+    qint64 days = 0;      ///< of series, that have another content now
+    qint64 sameDays = 0;  ///< of series, that the files have and that are what they were
     /// What has become of the bars of the store, as it is before and after.
     qint64 added = 0;
     qint64 replaced = 0; ///< have other values
-    qint64 lost = 0;
+    qint64 lost = 0;     ///< also of the files, see ImportOutlook::lostOfFile
+    qint64 wiped = 0;    ///< bars of the files, see ImportOutlook
     qint64 badLines = 0;
     /// Of the restore point with which it can be undone; null where none stays.
     QString point = {};
 
     /// Bars of the files that have changed nothing: the store had them, or their times were taken.
-    qint64 idle() const { return std::max<qint64>(0, bars - added - replaced); }
+    qint64 idle() const { return std::max<qint64>(0, bars - added - replaced - wiped); }
 };
 
 /// Imports all files, under the locks of all their series, and changes nothing at all unless all of

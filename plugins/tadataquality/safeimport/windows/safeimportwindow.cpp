@@ -53,13 +53,16 @@ constexpr QLatin1String settingsGroup("TADataQuality/SafeImport");
 QString countsOf(const SafeImportResult& result)
 {
     const auto number = [](qint64 value) { return QLocale().toString(value); };
-    QString text = SafeImportWindow::tr("Новых баров: %1, заменены значения баров: %2, записано "
-                                        "дней: %3; баров файла, которые ничего не изменили: %4, "
-                                        "ошибочных строк: %5.")
-                       .arg(number(result.added), number(result.replaced), number(result.days),
-                            number(result.idle()), number(result.badLines));
+    QString text =
+        SafeImportWindow::tr("Новых баров: %1, заменены значения баров: %2, записано "
+                             "дней: %3, осталось прежними дней: %4; баров файла, "
+                             "которые ничего не изменили: %5, ошибочных строк: %6.")
+            .arg(number(result.added), number(result.replaced), number(result.days),
+                 number(result.sameDays), number(result.idle()), number(result.badLines));
     if (result.lost > 0)
         text += u' ' + SafeImportWindow::tr("Пропало баров: %1.").arg(number(result.lost));
+    if (result.wiped > 0)
+        text += u' ' + tadata::wordsOfWiped(result.wiped) + u'.';
     return text;
 }
 
@@ -553,6 +556,8 @@ void SafeImportWindow::startImport()
                      .files = m_preparation->files(),
                      .root = m_root,
                      .stamps = m_preparation->stamps(),
+                     .wiped = m_preparation->outlook().wiped,
+                     .lostOfFile = m_preparation->outlook().lostOfFile,
                      .limits = tadata::restoreLimits()});
     showRunning(tr("Импортирую..."));
 }
