@@ -636,6 +636,10 @@
         <source>Невозможно создать каталог %1: %2</source>
         <translation>Cannot make the directory %1: %2</translation>
     </message>
+    <message>
+        <source>это не обычный файл</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>OutcomeBox</name>

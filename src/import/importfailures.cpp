@@ -2,6 +2,12 @@
 #include "importfailures.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QFile>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
 
 namespace tadata {
 
@@ -16,9 +22,24 @@ struct Text
 
 } // namespace
 
+QString whyNotOpened(const QString& path)
+{
+    const QByteArray name = QFile::encodeName(path);
+    struct stat found = {};
+    if (::stat(name.constData(), &found) != 0)
+        return qt_error_string(errno);
+    if (S_ISDIR(found.st_mode))
+        return qt_error_string(EISDIR);
+    // To open a pipe is to wait for somebody who writes into it.
+    if (!S_ISREG(found.st_mode))
+        return Text::tr("это не обычный файл");
+    return ::access(name.constData(), R_OK) == 0 ? QString() : qt_error_string(errno);
+}
+
 Failure cannotOpen(const QString& path, const QString& reason)
 {
-    return {Text::tr("Невозможно открыть файл %1").arg(path), reason};
+    return {Text::tr("Невозможно открыть файл %1").arg(path),
+            reason.isNull() ? whyNotOpened(path) : reason};
 }
 
 // Bars that did not reach the disk, because it is full, must not count as imported.

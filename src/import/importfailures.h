@@ -6,7 +6,10 @@
 /// Why imports end, as the user is told. Any thread.
 namespace tadata {
 
+/// What the system says against reading a file, now; null where it says nothing.
+QString whyNotOpened(const QString& path);
 /// The texts of these two are what the terminal's plug-in shows; the reason is kept beside them.
+/// Without a reason that of whyNotOpened().
 vexdesk::Failure cannotOpen(const QString& path, const QString& reason = {});
 vexdesk::Failure cannotWrite(const QString& path, const QString& reason);
 /// With the reason, which says what went wrong without the file's name.

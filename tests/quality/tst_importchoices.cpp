@@ -13,6 +13,9 @@
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
 
+#include <sys/stat.h>
+
+#include <cerrno>
 #include <memory>
 
 using tadata::ImportChoices;
@@ -501,6 +504,15 @@ void TestImportChoices::whatWasNotCountedHasNoNumbers()
     choices.files.append(path("gone.csv"));
     const QString told = tadata::sentencesOf(outlookFor(choices)).join(u' ');
     QVERIFY2(told.contains(QStringLiteral("ничего не сосчитано: 1")), qPrintable(told));
+
+    // Why, as the system has it.
+    QCOMPARE(::mkfifo(QFile::encodeName(path("pipe")).constData(), 0600), 0);
+    choices.files.append({path("pipe"), m_dir->path()});
+    const QString why = outlookFor(choices).stops.join(u'\n');
+    for (const QString& part : {path("gone.csv") + QStringLiteral(": ") + qt_error_string(ENOENT),
+                                path("pipe") + QStringLiteral(": это не обычный файл"),
+                                m_dir->path() + QStringLiteral(": ") + qt_error_string(EISDIR)})
+        QVERIFY2(why.contains(part), qPrintable(why));
 }
 
 QTEST_GUILESS_MAIN(TestImportChoices)

@@ -63,6 +63,7 @@ private Q_SLOTS:
     void cancelAtEachCallOfTheSystem();
     void cancelEndsTheWaitForALock();
     void aLockedSeriesIsLeftAlone();
+    void aLockThatCannotBeMadeIsSaid();
     void aFullDiskTakesEverythingBack_data() { modes(); }
     void aFullDiskTakesEverythingBack();
     void aStoreThatMayNotBeWrittenIsSaid_data() { modes(); }
@@ -386,6 +387,23 @@ void TestSafeImport::aLockedSeriesIsLeftAlone()
     QCOMPARE(store(), before);
     others.release();
     QVERIFY(run(order({path("new.csv")}, ImportMode::Merge)).end == End::Done);
+}
+
+void TestSafeImport::aLockThatCannotBeMadeIsSaid()
+{
+    const QString locks = path("store-restore") + QStringLiteral("/locks");
+    QVERIFY(QDir(locks).removeRecursively());
+    writeFile(locks, "");
+    const SafeImportResult result = run(order({path("new.csv")}, ImportMode::Merge));
+    QVERIFY(result.end == End::Failed);
+    for (const QString& part : {locks + QStringLiteral("/S/B/X.lock"), qt_error_string(ENOTDIR)})
+        QVERIFY2(result.message.contains(part), qPrintable(result.message));
+    // By the lock itself.
+    QVERIFY(QFile::remove(locks));
+    QVERIFY(QDir().mkpath(locks + QStringLiteral("/S/B")));
+    const testsupport::Fault full(testsupport::SystemCall::Open, QStringLiteral("/X.lock"), ENOSPC);
+    const QString message = run(order({path("new.csv")}, ImportMode::Merge)).message;
+    QVERIFY2(message.endsWith(qt_error_string(ENOSPC)), qPrintable(message));
 }
 
 void TestSafeImport::aFullDiskTakesEverythingBack()

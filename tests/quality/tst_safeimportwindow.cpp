@@ -22,6 +22,7 @@
 
 #include <vexdesk/history/storejob.h>
 #include <vexdesk/history/storepaths.h>
+#include <vexdesk/icore.h>
 
 #include <QtCore/QScopeGuard>
 #include <QtCore/QTemporaryDir>
@@ -112,6 +113,7 @@ private Q_SLOTS:
     void aKeyLooksAgain();
     void aLockedSeriesIsSaid();
     void aFullDiskIsSaid();
+    void aPlaceThatCannotBeMadeIsSaid();
     void saysWhereNothingCanBeUndone();
     void theStripIsWalkedByKeys();
     void allIsReachedByTab();
@@ -721,6 +723,7 @@ void TestSafeImportWindow::aFileThatChangesIsShownAnew()
     EVENTUALLY_EQUAL(preview()->model().lineCount(), 9);
     QVERIFY(QFile::remove(path("new.csv")));
     EVENTUALLY(textOf("verdict").contains(QStringLiteral("Невозможно открыть")));
+    QVERIFY2(textOf("verdict").contains(qt_error_string(ENOENT)), qPrintable(textOf("verdict")));
     QVERIFY(!button("import")->isEnabled());
 }
 
@@ -814,6 +817,19 @@ void TestSafeImportWindow::aFullDiskIsSaid()
     }
     for (const QString& part :
          {QStringLiteral("возвращено"), QStringLiteral("20240116_60.iss"), qt_error_string(ENOSPC)})
+        QVERIFY2(textOf("message").contains(part), qPrintable(textOf("message")));
+    QVERIFY(readTree(store()).isEmpty());
+}
+
+// With what the system says, wherever it cannot be made.
+void TestSafeImportWindow::aPlaceThatCannotBeMadeIsSaid()
+{
+    const QString beside = store().path() + QStringLiteral("-restore");
+    writeFile(beside, "");
+    writeFile(ICore::getDir(QString(), false).filePath(QStringLiteral("restore")), "");
+    openInto({path("new.csv")}, "NORD/MAIN/ALFA");
+    import();
+    for (const QString& part : {beside, qt_error_string(EEXIST), qt_error_string(ENOTDIR)})
         QVERIFY2(textOf("message").contains(part), qPrintable(textOf("message")));
     QVERIFY(readTree(store()).isEmpty());
 }

@@ -11,6 +11,8 @@
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
+#include <cerrno>
+
 namespace vexdesk {
 
 namespace {
@@ -73,14 +75,19 @@ Result<RestorePlace> makeRestorePlace(const QDir& root)
     Result<RestorePlace> place = restorePlace(root);
     if (!place || makeDirectory(place->path))
         return place;
+    QStringList reasons{qt_error_string(errno)};
     const QString inData = inDataDirectory(place->root);
     const bool mayBeThere = kindOf(place->path) == PathKind::Unknown;
     if (!mayBeThere && makeDirectory(inData))
         return RestorePlace{place->root, inData};
+    if (!mayBeThere)
+        reasons.append(qt_error_string(errno));
+    reasons.removeDuplicates();
     return Failure{
         Text::tr("Невозможно создать ни каталог %1, ни каталог %2 для блокировок и точек "
                  "возврата")
-            .arg(place->path, inData)};
+            .arg(place->path, inData),
+        reasons.join(QStringLiteral("; "))};
 }
 
 } // namespace vexdesk

@@ -34,9 +34,9 @@ QString lockPath(const RestorePlace& place, const QString& series)
     return QStringLiteral("%1/locks/%2.lock").arg(place.path, series);
 }
 
-Failure cannotBeMade(const QString& path)
+Failure cannotBeMade(const QString& path, int error)
 {
-    return {Text::tr("Невозможно создать файл блокировки %1").arg(path)};
+    return {Text::tr("Невозможно создать файл блокировки %1").arg(path), qt_error_string(error)};
 }
 
 // The number of a process may be another one's by now.
@@ -108,7 +108,12 @@ bool isBefore(const QString& left, const QString& right)
 }
 
 // What came of waiting for a lock.
-enum class LockWait { Taken, Held, CannotBeMade };
+struct LockWait
+{
+    enum class End { Taken, Held, CannotBeMade };
+    End end = End::Held;
+    int error = 0; // of the system, where it cannot be made
+};
 
 // One of a process that runs no more does not count.
 LockWait waitForLock(QLockFile& lock, std::chrono::milliseconds wait, const std::atomic<bool>* stop)
@@ -117,15 +122,18 @@ LockWait waitForLock(QLockFile& lock, std::chrono::milliseconds wait, const std:
     lock.setStaleLockTime(0);
     const QDeadlineTimer end(wait);
     for (;;) {
+        errno = 0;
         if (lock.tryLock(0))
-            return LockWait::Taken;
+            return {LockWait::End::Taken};
+        // The call that has failed was the last one.
+        const int error = errno;
         if (lock.error() != QLockFile::LockFailedError)
-            return LockWait::CannotBeMade;
+            return {LockWait::End::CannotBeMade, error};
         if (stop && *stop)
-            return LockWait::Held;
+            return {};
         removeIfUnfinished(lock.fileName());
         if (end.hasExpired())
-            return LockWait::Held;
+            return {};
         QThread::msleep(pause);
     }
 }
@@ -140,15 +148,17 @@ public:
     {
         const QString path = lockPath(place, series);
         if (!makeDirectory(QFileInfo(path).path()))
-            return cannotBeMade(path);
+            return cannotBeMade(path, errno);
         auto lock = std::make_unique<QLockFile>(path);
-        switch (waitForLock(*lock, std::chrono::milliseconds(end.remainingTime()), stop)) {
-        case LockWait::Taken:
+        const LockWait wait =
+            waitForLock(*lock, std::chrono::milliseconds(end.remainingTime()), stop);
+        switch (wait.end) {
+        case LockWait::End::Taken:
             locks.push_back(std::move(lock));
             return Outcome();
-        case LockWait::CannotBeMade:
-            return cannotBeMade(path);
-        case LockWait::Held:
+        case LockWait::End::CannotBeMade:
+            return cannotBeMade(path, wait.error);
+        case LockWait::End::Held:
             break;
         }
         return heldBy(path, series);

@@ -15,6 +15,7 @@
 
 namespace tadata {
 
+using vexdesk::Outcome;
 using vexdesk::Result;
 
 namespace {
@@ -32,7 +33,7 @@ LaidOutFile layOutFile(const QString& path, const GivenLayout& given)
     if (layout)
         file.layout = *layout;
     else
-        file.refusal = layout.message();
+        file.refusal = Outcome(layout.failure()).wholeMessage();
     return file;
 }
 
@@ -110,7 +111,7 @@ Result<FileOutlook> checkFile(const ImportChoices& choices, const LaidOutFile& f
     if (stop)
         return interrupted();
     if (!checks) {
-        outlook.refusal = checks.message();
+        outlook.refusal = Outcome(checks.failure()).wholeMessage();
         return outlook;
     }
     // Each ticker has its own; together they are not to be more.

@@ -4,6 +4,7 @@
 #include "textformats.h"
 
 #include <vexdesk/history/dayfilenames.h>
+#include <vexdesk/history/filestate.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
@@ -110,7 +111,8 @@ QString wideEncodingOf(const QString& path)
 {
     constexpr qint64 longestMark = 4;
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+    // To open a pipe is to wait for somebody who writes into it.
+    if (!vexdesk::fileState(path) || !file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         return {};
     switch (QStringConverter::encodingForData(file.read(longestMark))
                 .value_or(QStringConverter::Utf8)) {

@@ -90,9 +90,10 @@ void ImportPreparation::check()
 ImportPreparation::Checked ImportPreparation::addedUp(Result<Outlooks> files)
 {
     Checked checked;
-    checked.failure = files.message();
-    if (!files)
+    if (!files) {
+        checked.failure = vexdesk::Outcome(files.failure()).wholeMessage();
         return checked;
+    }
     checked.files = *std::move(files);
     checked.outlook = outlookOf(checked.files);
     for (FileOutlook& file : checked.files) {

@@ -302,9 +302,9 @@ void PointsWindow::showPutBack(const QString& id, const UndoResult& result)
         say(tr("Точка не возвращена: файлы с тех пор изменились. Ничего не тронуто."), true);
         askForForce(id, result.forbidding);
     } else if (!result.work) {
-        say(tr("Точка не возвращена. %1").arg(result.work.message()), true);
+        say(tr("Точка не возвращена. %1").arg(result.work.wholeMessage()), true);
     } else if (!result.end) {
-        say(tr("Файлы возвращены, но: %1").arg(result.end.message()), true);
+        say(tr("Файлы возвращены, но: %1").arg(result.end.wholeMessage()), true);
     } else {
         say(tr("Возвращено файлов: %L1, удалено: %L2. Чтобы отменить это, верните новую точку.")
                 .arg(result.returned)

@@ -267,7 +267,7 @@ void SafeImportWindow::connectRunner()
     });
     connect(m_runner, &ImportRunner::finished, this, &SafeImportWindow::showResult);
     connect(m_runner, &ImportRunner::undone, this, [this](const vexdesk::Outcome& outcome) {
-        say(outcome ? tr("Импорт отменён: всё стало, как было до него.") : outcome.message(),
+        say(outcome ? tr("Импорт отменён: всё стало, как было до него.") : outcome.wholeMessage(),
             bool(outcome));
         m_closesThen = false;
         lookAgain();
