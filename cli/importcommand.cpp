@@ -58,7 +58,8 @@ FileToImport fileOf(const CommandLine& line, const QString& path)
         const vexdesk::Result<FileLayout> layout = layoutOf(line, path);
         if (layout)
             return {path, layout->details, layout->decimals, layout->note, QString()};
-        return {path, {}, std::nullopt, QString(), layout.message()};
+        return {
+            path, {}, std::nullopt, QString(), vexdesk::Outcome(layout.failure()).wholeMessage()};
     } catch (const UsageError& error) {
         if (line.isSet("columns") || line.positional().size() == 1)
             throw;

@@ -269,7 +269,7 @@ QList<SeriesCodes> seriesBeforehand(FileToImport& file, const ImportCommand& com
         return {};
     QStringList tickers{QString()};
     if (FileBars bars(file.path, file.details); !bars.open()) {
-        file.refusal = cannotOpen(file.path).message;
+        file.refusal = Outcome(cannotOpen(file.path)).wholeMessage();
         return {};
     }
     if (command.request.series.hasTicker()) {

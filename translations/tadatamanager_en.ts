@@ -638,7 +638,7 @@
     </message>
     <message>
         <source>это не обычный файл</source>
-        <translation type="unfinished"></translation>
+        <translation>it is no regular file</translation>
     </message>
 </context>
 <context>

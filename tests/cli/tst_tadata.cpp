@@ -336,7 +336,7 @@ void TadataTest::everyLocaleGivesTheSameOutput()
                        environment),
              succeeded("Биржа/Режим/Сбер. ао\t60\t1\t2024-01-15\t2024-01-15\t36\n"));
     QCOMPARE(runTadata(import(path("Нет его")), environment),
-             failed(QStringLiteral("Невозможно открыть файл %1").arg(path("Нет его"))));
+             failed(QStringLiteral("Невозможно открыть файл %1").arg(path("Нет его")), ENOENT));
     QCOMPARE(runTadata({QStringLiteral("список")}, environment),
              refused(QStringLiteral("неизвестная команда «список»")));
 }

@@ -149,21 +149,23 @@ Outcome TadataBadInputTest::import(const QByteArray& content, const QStringList&
 void TadataBadInputTest::inputThatCannotBeOpenedLeavesTheStoreAlone_data()
 {
     QTest::addColumn<QString>("name");
-    QTest::newRow("missing") << QStringLiteral("missing.csv");
-    QTest::newRow("in a missing directory") << QStringLiteral("missing/bars.csv");
-    QTest::newRow("below a file") << QStringLiteral("file/bars.csv");
-    QTest::newRow("directory") << QStringLiteral("folder");
-    QTest::newRow("directory with a slash") << QStringLiteral("folder/");
-    QTest::newRow("link to nothing") << QStringLiteral("link");
-    QTest::newRow("link to itself") << QStringLiteral("circle");
-    QTest::newRow("device without an end") << QStringLiteral("zero");
-    QTest::newRow("Cyrillic and blanks") << QStringLiteral("Нет такого файла.csv");
-    QTest::newRow("placeholders") << QStringLiteral("%1 %2.csv");
+    QTest::addColumn<int>("error"); // 0: it is no file
+    QTest::newRow("missing") << QStringLiteral("missing.csv") << ENOENT;
+    QTest::newRow("in a missing directory") << QStringLiteral("missing/bars.csv") << ENOENT;
+    QTest::newRow("below a file") << QStringLiteral("file/bars.csv") << ENOTDIR;
+    QTest::newRow("directory") << QStringLiteral("folder") << EISDIR;
+    QTest::newRow("directory with a slash") << QStringLiteral("folder/") << EISDIR;
+    QTest::newRow("link to nothing") << QStringLiteral("link") << ENOENT;
+    QTest::newRow("link to itself") << QStringLiteral("circle") << ELOOP;
+    QTest::newRow("device without an end") << QStringLiteral("zero") << 0;
+    QTest::newRow("Cyrillic and blanks") << QStringLiteral("Нет такого файла.csv") << ENOENT;
+    QTest::newRow("placeholders") << QStringLiteral("%1 %2.csv") << ENOENT;
 }
 
 void TadataBadInputTest::inputThatCannotBeOpenedLeavesTheStoreAlone()
 {
     QFETCH(QString, name);
+    QFETCH(const int, error);
     QVERIFY(QDir().mkpath(path(QStringLiteral("folder"))));
     writeFile(path(QStringLiteral("file")), firstDay);
     QVERIFY(QFile::link(path(QStringLiteral("nothing")), path(QStringLiteral("link"))));
@@ -172,7 +174,7 @@ void TadataBadInputTest::inputThatCannotBeOpenedLeavesTheStoreAlone()
 
     const QString newSeries = QStringLiteral("NORD/MAIN/BARK");
     QCOMPARE(importFile(path(name), QStringList{QStringLiteral("--series"), newSeries}),
-             failed(cannotOpen(path(name))));
+             failed(cannotOpen(path(name)) + (error == 0 ? isNoFile : QString()), error));
     QCOMPARE(stored(), m_earlier);
     QVERIFY(!QFileInfo::exists(storePath(newSeries)));
 }
@@ -185,7 +187,7 @@ void TadataBadInputTest::unreadableInputLeavesTheStoreAlone()
     const QString file = path(QStringLiteral("secret.csv"));
     writeFile(file, firstDay);
     QVERIFY(QFile::setPermissions(file, QFile::WriteOwner));
-    QCOMPARE(importFile(file), failed(cannotOpen(file)));
+    QCOMPARE(importFile(file), failed(cannotOpen(file), EACCES));
     QCOMPARE(stored(), m_earlier);
 }
 
@@ -200,7 +202,7 @@ void TadataBadInputTest::pipeIsRefused()
     QCOMPARE(write(ends, content.constData(), content.size()), content.size());
     const Outcome outcome = importFile(pipe, words("--series NORD/MAIN/BARK"));
     close(ends);
-    QCOMPARE(outcome, failed(cannotOpen(pipe)));
+    QCOMPARE(outcome, failed(cannotOpen(pipe) + isNoFile));
     QCOMPARE(stored(), m_earlier);
     QVERIFY(!QFileInfo::exists(storePath(QStringLiteral("NORD/MAIN/BARK"))));
 }
@@ -632,7 +634,7 @@ void TadataBadInputTest::tooLongNameStopsTheImport()
     const QString lock = path(QStringLiteral("store-restore/locks/NORD/MAIN/%1.lock").arg(name));
     QCOMPARE(import(firstDay, {QStringLiteral("--series"), QStringLiteral("NORD/MAIN/") + name,
                                QStringLiteral("--decimals"), QStringLiteral("2")}),
-             failed(QStringLiteral("Невозможно создать файл блокировки ") + lock));
+             failed(QStringLiteral("Невозможно создать файл блокировки ") + lock, ENAMETOOLONG));
     QCOMPARE(stored(), m_earlier);
 }
 

@@ -190,8 +190,9 @@ void TadataManyTest::aFileThatFailsKeepsNoneBack()
         const Outcome outcome = importAll("one.csv missing.csv wrong.csv two.csv",
                                           words("--jobs") << QLatin1String(jobs));
         QCOMPARE(outcome.exitCode, 1);
-        QVERIFY2(outcome.err.startsWith("Файл missing.csv:\nНевозможно открыть файл missing.csv\n"
-                                        "Файл wrong.csv:\nОшибка при импорте 2-й строки:\n"),
+        QVERIFY2(outcome.err.startsWith("Файл missing.csv:\nНевозможно открыть файл missing.csv: " +
+                                        qt_error_string(ENOENT).toUtf8() +
+                                        "\nФайл wrong.csv:\nОшибка при импорте 2-й строки:\n"),
                  outcome.err.constData());
         QVERIFY(
             outcome.err.contains("Файлов: 4, не удалось: 2, не начато: 0, баров: 3, дней: 3, "));

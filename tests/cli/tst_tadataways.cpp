@@ -288,7 +288,8 @@ void TadataWaysTest::aFileThatCannotBeReadIsNoWrongLine()
 {
     const QStringList line = words("import nothing.csv --series NORD/MAIN/ALFA --store")
                              << path("store");
-    QCOMPARE(runTadata(line), failed(QStringLiteral("Невозможно открыть файл nothing.csv")));
+    QCOMPARE(runTadata(line),
+             failed(QStringLiteral("Невозможно открыть файл nothing.csv"), ENOENT));
 }
 
 void TadataWaysTest::aSeriesThatNobodyKnowsNeedsDecimals()
