@@ -260,6 +260,10 @@
         <source>Невозможно прочитать файл %1: %2</source>
         <translation>Cannot read the file %1: %2</translation>
     </message>
+    <message>
+        <source>это не обычный файл</source>
+        <translation>it is no regular file</translation>
+    </message>
 </context>
 <context>
     <name>HealthWindow</name>
@@ -374,6 +378,10 @@
     <message>
         <source>В хранилище нет дня %1 серии %2: график показывает ближайшее место.</source>
         <translation>Day %1 of series %2 is not in the store: the chart shows the nearest place.</translation>
+    </message>
+    <message>
+        <source>; остальное названо в подсказке</source>
+        <translation>; the rest is named in the tool tip</translation>
     </message>
 </context>
 <context>
@@ -626,6 +634,14 @@
         <source>Команда была прервана. То, что она успела изменить, можно вернуть.</source>
         <translation>The command was interrupted. What it has changed can be put back.</translation>
     </message>
+    <message>
+        <source>%1 (прервано, возвращено)</source>
+        <translation>%1 (interrupted, put back)</translation>
+    </message>
+    <message>
+        <source>Команда была прервана. То, что она успела изменить, уже возвращено.</source>
+        <translation>The command was interrupted. What it had changed is put back already.</translation>
+    </message>
 </context>
 <context>
     <name>PointsWindow</name>
@@ -752,6 +768,10 @@ Former files that will be put back: %L3, created ones that will be removed: %L4,
     <message>
         <source>Работа была прервана: изменились ли файлы с тех пор, неизвестно.</source>
         <translation>The work was interrupted: whether files have changed since is not known.</translation>
+    </message>
+    <message>
+        <source>Работа была прервана, и эта точка уже возвращена: возвращать нечего.</source>
+        <translation>The work was interrupted, and this point is put back already: nothing is left to be put back.</translation>
     </message>
 </context>
 <context>
@@ -1080,6 +1100,10 @@ Former files that will be put back: %L3, created ones that will be removed: %L4,
     <message>
         <source>Баров, которые файл заменяет сам, потому что возвращается к их дню: %1</source>
         <translation>Bars that the file replaces itself, since it comes back to their day: %1</translation>
+    </message>
+    <message>
+        <source>. Исправьте или удалите этот файл, или выберите «Заменить дни»: тогда день будет записан заново, а прежние его бары пропадут.</source>
+        <translation>. Mend or remove this file, or choose &quot;Replace days&quot;: the day is then written anew, and the bars that it had are lost.</translation>
     </message>
 </context>
 <context>

@@ -25,10 +25,10 @@ public:
     /// What ends the import; none so far.
     const std::optional<ImportStop>& stop() const { return m_stop; }
     /// Ends the import, unless it has ended.
-    void stopAt(qint64 line, const QString& message)
+    void stopAt(qint64 line, const QString& message, bool isOfStoredLine = false)
     {
         if (!m_stop)
-            m_stop = ImportStop{line, message};
+            m_stop = ImportStop{line, message, isOfStoredLine};
     }
 
     /// Once all bars were taken, or the import has ended: no bar may be taken by the file's days

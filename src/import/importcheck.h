@@ -67,6 +67,7 @@ struct ImportStop
 {
     std::optional<qint64> line = {}; ///< none where it does not even begin
     QString message = {};
+    bool isOfStoredLine = false; ///< a line of a stored day is no bar
 };
 
 struct ImportCheck

@@ -87,7 +87,7 @@ bool MergePreview::stopAtFirst(QString Day::*fault)
     });
     if (day == m_days.end())
         return false;
-    stopAt(day->second.file->firstLine, day->second.*fault);
+    stopAt(day->second.file->firstLine, day->second.*fault, fault == &Day::badLine);
     return true;
 }
 

@@ -70,6 +70,7 @@ private Q_SLOTS:
     void aStoreThatMayNotBeWrittenIsSaid();
     void aSeriesThatCannotBeListedIsNamed();
     void aBadLineTakesEverythingBack();
+    void aBadStoredLineIsNamedWithAWayOut();
     void badLinesAlonePassForNothing();
     void aFileThatHasChangedSinceIsNotImported();
     void aFileThatChangesMeanwhileIsTakenBack();
@@ -506,6 +507,25 @@ void TestSafeImport::aBadLineTakesEverythingBack()
     const SafeImportResult passed = run(passing);
     QVERIFY(passed.end == End::Done);
     QCOMPARE(passed.badLines, 1);
+}
+
+void TestSafeImport::aBadStoredLineIsNamedWithAWayOut()
+{
+    const QString day = root().filePath(QStringLiteral("S/B/X/20240116_60.iss"));
+    writeFile(day, "garbage\n");
+    for (const ImportMode mode : {ImportMode::Merge, ImportMode::Fill}) {
+        const tadata::ImportOutlook stopped = outlook(order({path("new.csv")}, mode));
+        QVERIFY(!stopped.wouldImport);
+        const QString why = tadata::whyItStops(stopped);
+        for (const QString& part : {day, QStringLiteral("«Заменить дни»")})
+            QVERIFY2(why.contains(part), qPrintable(why));
+    }
+    const SafeImportOrder replacing = order({path("new.csv")}, ImportMode::Replace);
+    QVERIFY(outlook(replacing).wouldImport);
+    const SafeImportResult result = run(replacing);
+    QCOMPARE(result.message, QString());
+    QVERIFY(result.end == End::Done);
+    QVERIFY(outlook(order({path("new.csv")}, ImportMode::Merge)).wouldImport);
 }
 
 void TestSafeImport::badLinesAlonePassForNothing()

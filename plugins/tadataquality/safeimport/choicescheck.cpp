@@ -57,8 +57,13 @@ void refuseUnknown(const std::optional<SeriesCodes>& codes, bool isTicker, Impor
 // The message as this window's user can follow it: the companion's option is a button here.
 void nameTheButton(ImportCheck& check)
 {
-    if (check.stop)
-        check.stop->message.replace(QLatin1String("--mode merge"), Text::tr("режимом «Добавить»"));
+    if (!check.stop)
+        return;
+    QString& message = check.stop->message;
+    message.replace(QLatin1String("--mode merge"), Text::tr("режимом «Добавить»"));
+    if (check.stop->isOfStoredLine)
+        message += Text::tr(". Исправьте или удалите этот файл, или выберите «Заменить дни»: тогда "
+                            "день будет записан заново, а прежние его бары пропадут.");
 }
 
 ProgressSink secondHalfOf(const ProgressSink& progress)
