@@ -260,6 +260,18 @@ void TestPointsWindow::asksBeforeItPutsBackWhatWasInterrupted()
     clickYes(dialog<QMessageBox>());
     EVENTUALLY_EQUAL(stored(monday), QByteArray("old"));
     EVENTUALLY(!label("summary").contains(QStringLiteral("Прервано")));
+    // Nothing more is offered, until the undo is undone.
+    const QModelIndex interrupted = view("points")->model()->index(1, PointsModel::By);
+    EVENTUALLY_EQUAL(rows("points"), 2);
+    QVERIFY(interrupted.data().toString().contains(QStringLiteral("возвращено")));
+    view("points")->setCurrentIndex(view("points")->model()->index(1, 0));
+    EVENTUALLY2(label("effect").contains(QStringLiteral("возвращать нечего")),
+                qPrintable(label("effect")));
+    QVERIFY(!button("putBack")->isEnabled());
+    view("points")->setCurrentIndex(view("points")->model()->index(0, 0));
+    EVENTUALLY(button("putBack")->isEnabled());
+    click(button("putBack"));
+    EVENTUALLY(label("summary").contains(QStringLiteral("Прервано")));
 }
 
 void TestPointsWindow::seesACommandDie()

@@ -33,7 +33,8 @@ PointsModel::PointsModel(QObject* parent)
 
 PointsModel::~PointsModel() = default;
 
-void PointsModel::setPoints(const QList<RestorePointRecord>& points, const QSet<QString>& running)
+void PointsModel::setPoints(const QList<RestorePointRecord>& points, const QSet<QString>& running,
+                            const QSet<QString>& putBack)
 {
     // Nothing is shown anew that is as it was: a reader or a screen reader is not disturbed.
     const auto areSame = [](const RestorePointRecord& left, const RestorePointRecord& right) {
@@ -41,12 +42,13 @@ void PointsModel::setPoints(const QList<RestorePointRecord>& points, const QSet<
                left.bytes == right.bytes && left.kept == right.kept &&
                left.created == right.created;
     };
-    if (running == m_running &&
+    if (running == m_running && putBack == m_putBack &&
         std::equal(points.begin(), points.end(), m_points.begin(), m_points.end(), areSame))
         return;
     beginResetModel();
     m_points = points;
     m_running = running;
+    m_putBack = putBack;
     endResetModel();
 }
 
@@ -95,6 +97,8 @@ QString PointsModel::makerOf(const RestorePointRecord& point) const
     const QString maker = makerOfPoint(point.by);
     if (point.isComplete)
         return maker;
+    if (m_putBack.contains(point.id))
+        return tr("%1 (прервано, возвращено)").arg(maker);
     return m_running.contains(point.id) ? tr("%1 (идёт)").arg(maker)
                                         : tr("%1 (прервано)").arg(maker);
 }
@@ -125,6 +129,8 @@ QString PointsModel::toolTipOf(const RestorePointRecord& point) const
     QStringList lines{tr("Точка %1").arg(point.id)};
     if (m_running.contains(point.id))
         lines.append(tr("Команда ещё идёт. Вернуть её можно будет, когда она закончится."));
+    else if (!point.isComplete && m_putBack.contains(point.id))
+        lines.append(tr("Команда была прервана. То, что она успела изменить, уже возвращено."));
     else if (!point.isComplete)
         lines.append(tr("Команда была прервана. То, что она успела изменить, можно вернуть."));
     lines += point.series.first(std::min(shown, point.series.size()));

@@ -17,10 +17,10 @@ public:
     explicit PointsModel(QObject* parent = nullptr);
     ~PointsModel() override;
 
-    /// With the ids of those whose command is at work. Points that stay keep their place among the
-    /// selected ones.
+    /// With the ids of those whose command is at work, and of those that are put back. Points that
+    /// stay keep their place among the selected ones.
     void setPoints(const QList<vexdesk::RestorePointRecord>& points,
-                   const QSet<QString>& running = {});
+                   const QSet<QString>& running = {}, const QSet<QString>& putBack = {});
     const QList<vexdesk::RestorePointRecord>& points() const { return m_points; }
     const vexdesk::RestorePointRecord& pointAt(int row) const { return m_points.at(row); }
     /// -1 where there is none.
@@ -41,4 +41,5 @@ private:
 
     QList<vexdesk::RestorePointRecord> m_points;
     QSet<QString> m_running; ///< ids
+    QSet<QString> m_putBack; ///< likewise
 };

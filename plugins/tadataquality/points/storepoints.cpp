@@ -17,11 +17,12 @@ public:
     {
         if (!point.isComplete)
             return;
-        if (point.by == u"undo")
+        if (point.by == u"undo" && !m_putBack.contains(point.id))
             m_putBack += QSet<QString>(point.source.begin(), point.source.end());
         const QStringList paths = point.paths();
         m_changed += QSet<QString>(paths.begin(), paths.end());
     }
+    const QSet<QString>& putBack() const { return m_putBack; }
     bool settles(const RestorePointRecord& point) const
     {
         const QStringList paths = point.paths();
@@ -45,7 +46,7 @@ vexdesk::Result<StorePoints> storePoints(const QDir& root)
     const auto found = vexdesk::restorePoints(*place);
     if (!found)
         return found.failure();
-    StorePoints points{*place, *found, {}, {}};
+    StorePoints points{*place, *found, {}, {}, {}};
     Since since;
     for (const RestorePointRecord& point : found->points) { // the newest first
         if (!point.isComplete && vexdesk::isJobRunning(*place, point.id))
@@ -54,6 +55,7 @@ vexdesk::Result<StorePoints> storePoints(const QDir& root)
             points.interrupted.append(point);
         since.add(point);
     }
+    points.putBack = since.putBack();
     return points;
 }
 

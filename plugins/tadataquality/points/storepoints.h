@@ -14,6 +14,7 @@ struct StorePoints
     vexdesk::RestorePlace place;
     vexdesk::RestorePoints found;
     QSet<QString> running; ///< ids of those whose command is at work
+    QSet<QString> putBack; ///< ids of those that are put back, by an undo that was not itself
     /// Of those whose command was interrupted. One that was put back since, or all of whose files
     /// later commands have changed, is not among them. The newest first.
     QList<vexdesk::RestorePointRecord> interrupted;

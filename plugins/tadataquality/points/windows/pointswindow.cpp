@@ -145,7 +145,8 @@ void PointsWindow::showPoints(const Points& points)
     }
     m_place = points->place;
     m_running = points->running;
-    m_points->setPoints(points->found.points, m_running);
+    m_putBackPoints = points->putBack;
+    m_points->setPoints(points->found.points, m_running, m_putBackPoints);
     watch();
     if (!m_running.isEmpty())
         m_again.start();
@@ -248,6 +249,13 @@ void PointsWindow::showCheck(const UndoCheck& check, bool isWorkKnown)
         return;
     }
     m_files->setForbidding(tadata::belowRoot(m_place, check.forbidding), isWorkKnown);
+    const std::optional<RestorePointRecord> point = chosen();
+    if (point && isSettled(*point)) {
+        m_effect->setText(tr("Работа была прервана, и эта точка уже возвращена: возвращать "
+                             "нечего."));
+        tadata::tintLabel(m_effect, true);
+        return;
+    }
     const auto& files = m_files->files();
     const auto returned = std::count_if(files.begin(), files.end(),
                                         [](const PointFile& file) { return file.returns(); });
@@ -262,6 +270,12 @@ void PointsWindow::showCheck(const UndoCheck& check, bool isWorkKnown)
         text += u' ' + tr("Работа была прервана: изменились ли файлы с тех пор, неизвестно.");
     m_effect->setText(text);
     tadata::tintLabel(m_effect, check.forbidding.isEmpty() && isWorkKnown);
+}
+
+// Of a work that ended by itself it is known what has changed since; here it would be guessed.
+bool PointsWindow::isSettled(const RestorePointRecord& point) const
+{
+    return !point.isComplete && m_putBackPoints.contains(point.id);
 }
 
 void PointsWindow::putChosenBack()
@@ -394,7 +408,7 @@ void PointsWindow::updateButtons()
 {
     const std::optional<RestorePointRecord> point = chosen();
     const bool hasFiles = point && !(point->kept.isEmpty() && point->created.isEmpty());
-    m_putBack->setEnabled(!m_isAtWork && hasFiles);
+    m_putBack->setEnabled(!m_isAtWork && hasFiles && !isSettled(*point));
     m_freeSpace->setEnabled(!m_isAtWork && m_points->rowCount() > 1);
 }
 

@@ -66,6 +66,8 @@ private:
     /// The chosen point, if there is one.
     std::optional<vexdesk::RestorePointRecord> chosen() const;
 
+    /// Whether nothing of a command that was interrupted is left to be put back.
+    bool isSettled(const vexdesk::RestorePointRecord& point) const;
     /// What the button does: where it is not known what would be replaced it asks before.
     void putChosenBack();
     void putBack(const QString& id, bool isForced);
@@ -96,6 +98,7 @@ private:
     QTimer m_again; // while a command is at work elsewhere: no file tells of its death
     vexdesk::RestorePlace m_place; // of the points that are shown
     QSet<QString> m_running;       // ids
+    QSet<QString> m_putBackPoints; // likewise
     QString m_shownId;
     bool m_isAtWork = false;
 
