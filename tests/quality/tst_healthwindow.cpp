@@ -15,6 +15,7 @@
 #include "support/textcheck.h"
 #include "support/userhands.h"
 
+#include <QtCore/QFile>
 #include <QtCore/QLocale>
 #include <QtCore/QScopeGuard>
 #include <QtCore/QTemporaryDir>
@@ -172,6 +173,17 @@ void TestHealthWindow::saysWhatCannotBeRead()
     EVENTUALLY2(label("summary").contains(QStringLiteral("Не прочитано: 1. ")),
                 qPrintable(label("summary")));
     QVERIFY2(label("summary").contains(path), qPrintable(label("summary")));
+    // Several are counted, with a reason for each, and all of them stand in the tool tip.
+    const QString other = root().filePath(testsupport::dayPath(vega, testsupport::brokenDay));
+    QVERIFY(QFile::resize(other, qint64(1024) * 1024 * 1024 + 1));
+    EVENTUALLY2(label("summary").contains(QStringLiteral("Не прочитано: 2. ")),
+                qPrintable(label("summary")));
+    const QString tip = child<QLabel>(m_window.get(), "summary")->toolTip();
+    for (const QString& part : {path, other + QStringLiteral(": файл больше 1 ГБ")})
+        QVERIFY2(tip.contains(part), qPrintable(tip));
+    QVERIFY2(label("summary").contains(QStringLiteral("подсказке")), qPrintable(label("summary")));
+    QVERIFY(QFile::remove(other));
+    testsupport::healDay(root(), testsupport::brokenDay);
     QCOMPARE(rows("series"), 1);
     // The others are there; this one comes back once it can be read.
     QVERIFY(QFile::remove(path));
@@ -420,6 +432,11 @@ void TestHealthWindow::followsTheStore()
 void TestHealthWindow::isReachedByKeysAlone()
 {
     open();
+    auto* const filter = child<QLineEdit>(m_window.get(), "filter");
+    QCOMPARE(m_window->focusWidget(), filter);
+    QTest::keyClicks(m_window->focusWidget(), QStringLiteral("veg"));
+    QCOMPARE(rows("series"), 1);
+    QTest::keyClick(filter, Qt::Key_Down);
     QCOMPARE(m_window->focusWidget(), view("series"));
     const QList<QWidget*> order = testsupport::tabOrder(m_window.get());
     for (QWidget* const widget :

@@ -6,9 +6,13 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QElapsedTimer>
+#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
+#include <unistd.h>
+
 #include <algorithm>
+#include <cerrno>
 
 namespace tadata {
 
@@ -21,13 +25,35 @@ struct Text
 
 using Board = std::vector<SeriesStamp>;
 
+// With what the system says against it now, if it does.
+QString withReason(const QString& text, const QString& path, int mode)
+{
+    if (::access(QFile::encodeName(path).constData(), mode) != 0)
+        return text + QStringLiteral(": ") + qt_error_string(errno);
+    return text;
+}
+
+QString notListed(const QString& path)
+{
+    return withReason(Text::tr("Невозможно прочитать каталог %1").arg(path), path, R_OK | X_OK);
+}
+
+QString notOpened(const QString& path)
+{
+    const QFileInfo info(path);
+    const QString text = Text::tr("Невозможно открыть файл %1").arg(path);
+    if (info.exists() && !info.isFile())
+        return text + QStringLiteral(": ") + Text::tr("это не обычный файл");
+    return withReason(text, path, R_OK);
+}
+
 QString textOf(const UnreadFile& file)
 {
     switch (file.reason) {
     case UnreadFile::Reason::NotListed:
-        return Text::tr("Невозможно прочитать каталог %1").arg(file.path);
+        return notListed(file.path);
     case UnreadFile::Reason::NotOpened:
-        return Text::tr("Невозможно открыть файл %1").arg(file.path);
+        return notOpened(file.path);
     case UnreadFile::Reason::Changing:
         return Text::tr("Файл %1 изменился, пока его читали").arg(file.path);
     case UnreadFile::Reason::Broken:
@@ -146,7 +172,7 @@ HealthPass lookAtStore(const HealthPassQuery& query, const std::atomic<bool>& st
         pass.problems.append(place.message());
     StoreStamps stamps = storeStamps(query.root, stop);
     for (const QString& path : std::as_const(stamps.unreadable))
-        pass.problems.append(Text::tr("Невозможно прочитать каталог %1").arg(path));
+        pass.problems.append(notListed(path));
     std::vector<Board> changed;
     qint64 days = 0;
     for (Board& board : boardsOf(std::move(stamps.series))) {

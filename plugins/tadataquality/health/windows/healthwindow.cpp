@@ -14,6 +14,7 @@
 #include <QtCore/QLocale>
 #include <QtCore/QPointer>
 #include <QtCore/QSaveFile>
+#include <QtGui/QKeyEvent>
 #include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QHeaderView>
@@ -91,12 +92,22 @@ HealthWindow::HealthWindow(tadata::HealthBook* book, ShowInChart showInChart, QW
     connectParts();
     showProgress(0);
     m_book->followAll(true);
-    m_seriesView->setFocus();
+    // What is typed at once is looked for.
+    m_filter->setFocus();
 }
 
 HealthWindow::~HealthWindow()
 {
     m_book->followAll(false);
+}
+
+void HealthWindow::keyPressEvent(QKeyEvent* event)
+{
+    // From what was typed to what was found.
+    if (event->key() == Qt::Key_Down && m_filter->hasFocus())
+        m_seriesView->setFocus(Qt::OtherFocusReason);
+    else
+        ToolWindow::keyPressEvent(event);
 }
 
 QWidget* HealthWindow::makeSeriesPart()
@@ -233,6 +244,8 @@ void HealthWindow::showSummary()
     const QStringList problems = m_book->problems();
     if (!problems.isEmpty())
         text += u'\n' + tr("Не прочитано: %L1. %2").arg(problems.size()).arg(problems.first());
+    if (problems.size() > 1)
+        text += tr("; остальное названо в подсказке");
     m_summary->setText(text);
     m_summary->setToolTip(problems.join(u'\n'));
     tadata::tintLabel(m_summary, problems.isEmpty());

@@ -48,6 +48,9 @@ Q_SIGNALS:
     /// The user wants to fill this series, "VENUE/BOARD/SECURITY", from a file.
     void fillRequested(const QString& series, int timeframe);
 
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
 private:
     QWidget* makeSeriesPart();
     QWidget* makeDaysPart();
