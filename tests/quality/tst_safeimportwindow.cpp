@@ -101,6 +101,7 @@ private Q_SLOTS:
     void filesAreChosenInADialog();
     void aRequestFillsIn();
     void aRequestIsForItsFilesAlone();
+    void theVenueIsRemembered();
     void tellsOfAVolumeThatIsLeftOut();
     void cancelTakesEverythingBack_data();
     void cancelTakesEverythingBack();
@@ -618,6 +619,33 @@ void TestSafeImportWindow::aRequestIsForItsFilesAlone()
         QCOMPARE(child<QComboBox>(m_window.get(), "security")->currentText().left(4),
                  QStringLiteral("ALFA"));
     }
+}
+
+void TestSafeImportWindow::theVenueIsRemembered()
+{
+    const auto textOfBox = [this](const char* name) {
+        return child<QComboBox>(m_window.get(), name)->currentText();
+    };
+    choose(child<QComboBox>(m_window.get(), "stock"), QStringLiteral("NORD —"));
+    choose(child<QComboBox>(m_window.get(), "board"), QStringLiteral("MAIN"));
+    choose(child<QComboBox>(m_window.get(), "security"), 0);
+    const QString stock = textOfBox("stock");
+    const QString board = textOfBox("board");
+    m_window->close();
+    // What the health's window asks for is not his choice.
+    m_window->show();
+    m_window->take({.series = QStringLiteral("ORIENT/FX/EURUSD"), .isFill = true});
+    m_window->take({.files = {path("new.csv")}});
+    m_window->close();
+    m_window = std::make_unique<SafeImportWindow>();
+    m_window->show();
+    QCOMPARE(textOfBox("stock"), stock);
+    QCOMPARE(textOfBox("board"), board);
+    QCOMPARE(textOfBox("security"), QString());
+    // A file that says otherwise is heard.
+    writeFile(path("ORIENT_FX_EURUSD.csv"), barFile({monday}, 5, 300));
+    open({path("ORIENT_FX_EURUSD.csv")});
+    EVENTUALLY(textOfBox("stock").startsWith(QStringLiteral("ORIENT")));
 }
 
 // A volume with a point is none; the stored bars would get 0 in its place.

@@ -20,6 +20,7 @@
 #include "textcolours.h"
 #include "windowsize.h"
 
+#include <vexdesk/appsettings.h>
 #include <vexdesk/history/storepaths.h>
 
 #include <QtCore/QFileInfo>
@@ -49,6 +50,7 @@ using tadata::SafeImportResult;
 namespace {
 
 constexpr QLatin1String settingsGroup("TADataQuality/SafeImport");
+const QString boardKey = QStringLiteral("board");
 
 QString countsOf(const SafeImportResult& result)
 {
@@ -95,6 +97,7 @@ SafeImportWindow::SafeImportWindow(const QDir& root, QWidget* parent)
     m_change.setInterval(calm);
     m_change.setSingleShot(true);
     makeWidgets();
+    m_series->chooseVenue(AppSettings(settingsGroup).value(boardKey).toString());
     connectChoices();
     connectPreparation();
     connectRunner();
@@ -657,6 +660,14 @@ void SafeImportWindow::closeEvent(QCloseEvent* event)
     QDialog::closeEvent(event);
 }
 
+// For the next time. What somebody else has asked for is not the user's choice.
+void SafeImportWindow::keepVenue() const
+{
+    const QStringList codes = m_series->board().split(u'/');
+    if (!m_beforeRequest && !codes.contains(QString()))
+        AppSettings(settingsGroup).setValue(boardKey, m_series->board());
+}
+
 void SafeImportWindow::changeEvent(QEvent* event)
 {
     // Colours that are mixed for the background.
@@ -677,5 +688,7 @@ void SafeImportWindow::hideEvent(QHideEvent* event)
     m_watch->stop();
     if (m_isSeriesWanted && !event->spontaneous())
         forgetRequest();
+    if (!event->spontaneous())
+        keepVenue();
     QDialog::hideEvent(event);
 }

@@ -88,6 +88,7 @@ private:
     void showResult(const tadata::SafeImportResult& result);
     void say(const QString& text, bool isGood);
     void enable();
+    void keepVenue() const;
 
     const QDir m_root;
     tadata::ImportChoices m_choices;

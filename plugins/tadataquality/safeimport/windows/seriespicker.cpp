@@ -150,6 +150,20 @@ void SeriesPicker::choose(const QString& series)
     follow();
 }
 
+void SeriesPicker::chooseVenue(const QString& board)
+{
+    const QString stock = board.section(u'/', 0, 0);
+    // To ask for the id of a word that is no venue would give it one.
+    if (StockDirectory::i().nameByCode(stock).isEmpty())
+        return;
+    {
+        const QScopedValueRollback quiet(m_isChoosing, true);
+        m_stock->chooseStock(StockDirectory::i().idByCode(stock));
+        chooseBoard(board.section(u'/', 1, 1));
+    }
+    follow();
+}
+
 void SeriesPicker::chooseBoard(const QString& code)
 {
     for (int at = 0; at < m_board->count() && m_board->getBoardCode() != code; ++at)

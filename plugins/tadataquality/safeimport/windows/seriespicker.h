@@ -27,6 +27,8 @@ public:
     QString series() const;
     /// Chooses a series as far as the terminal knows it.
     void choose(const QString& series);
+    /// Chooses "VENUE/BOARD" as far as the terminal knows it, and no security.
+    void chooseVenue(const QString& board);
     /// "VENUE/BOARD"; something of it is empty where that is not chosen.
     QString board() const;
     /// A security, or a column for it, is no longer chosen; tells whether one was.
