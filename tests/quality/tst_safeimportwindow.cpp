@@ -102,6 +102,7 @@ private Q_SLOTS:
     void aRequestFillsIn();
     void aRequestIsForItsFilesAlone();
     void theVenueIsRemembered();
+    void whatIsTypedInFullIsChosen();
     void tellsOfAVolumeThatIsLeftOut();
     void cancelTakesEverythingBack_data();
     void cancelTakesEverythingBack();
@@ -646,6 +647,34 @@ void TestSafeImportWindow::theVenueIsRemembered()
     writeFile(path("ORIENT_FX_EURUSD.csv"), barFile({monday}, 5, 300));
     open({path("ORIENT_FX_EURUSD.csv")});
     EVENTUALLY(textOfBox("stock").startsWith(QStringLiteral("ORIENT")));
+}
+
+void TestSafeImportWindow::whatIsTypedInFullIsChosen()
+{
+    const int interval = QApplication::keyboardInputInterval();
+    const auto restore =
+        qScopeGuard([interval] { QApplication::setKeyboardInputInterval(interval); });
+    constexpr int forEver = 600'000; // nothing that was typed is over
+    QApplication::setKeyboardInputInterval(forEver);
+    const QList<QPair<QString, QString>> codes{
+        {QStringLiteral("NORD"), QStringLiteral("NORD")},
+        {QStringLiteral("nord"), QStringLiteral("NORD")},
+        {QStringLiteral("nordf"), QStringLiteral("NORDFUT")}};
+    for (const bool inList : {false, true}) {
+        for (const auto& [typed, chosen] : codes) {
+            m_window = std::make_unique<SafeImportWindow>();
+            m_window->show();
+            QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+            auto* const box = child<QComboBox>(m_window.get(), "stock");
+            choose(box, QStringLiteral("NORD —"));
+            if (inList)
+                box->showPopup();
+            QWidget* const where = inList ? static_cast<QWidget*>(box->view()) : box;
+            QTest::keyClicks(where, typed);
+            QTest::keyClick(where, Qt::Key_Return);
+            EVENTUALLY_EQUAL(box->currentText().section(u' ', 0, 0), chosen);
+        }
+    }
 }
 
 // A volume with a point is none; the stored bars would get 0 in its place.

@@ -4,6 +4,7 @@
 #include "compactbox.h"
 #include "labelmark.h"
 #include "seriespattern.h"
+#include "typedcode.h"
 
 #include <vexdesk/boardselectorbox.h>
 #include <vexdesk/properties.h>
@@ -60,8 +61,10 @@ SeriesPicker::SeriesPicker(QWidget* parent)
     m_source->addItem(tr("из имени файла"));
     // The window is to fit a small screen.
     constexpr int fewest = 8;
-    for (QComboBox* const box : std::initializer_list<QComboBox*>{m_stock, m_board, m_security})
+    for (QComboBox* const box : std::initializer_list<QComboBox*>{m_stock, m_board, m_security}) {
         tadata::makeCompact(box, fewest);
+        tadata::preferTypedCode(box);
+    }
 
     auto* const layout = new QHBoxLayout(this);
     layout->setContentsMargins({});
