@@ -169,6 +169,7 @@ void BoardReader::readWeekday(const BoardSeries& series, const std::vector<size_
                               SeriesHealth& health)
 {
     std::vector<QDate> dates;
+    dates.reserve(days.size());
     for (const size_t day : days)
         dates.push_back(series.days[day]);
     UsualTimes usual(std::move(dates), m_scope.gap);

@@ -40,7 +40,7 @@ public:
 private:
     bool readMoment(QByteArrayView line, BarDescription* bar);
     bool split(QByteArrayView line);
-    bool readDate(QByteArrayView field, QDate* date);
+    bool readDate(QByteArrayView text, QDate* date);
     bool hasPlainNumbers() const;
     bool readFields(BarDescription* bar);
     short decimals();

@@ -30,7 +30,7 @@ struct Text
 };
 
 // File systems keep times of different coarseness, the coarsest of them two seconds.
-constexpr qint64 nanoseconds = 1000 * 1000; // of a millisecond
+constexpr qint64 nanoseconds = 1'000'000; // of a millisecond
 constexpr qint64 coarsestTime = 2000 * nanoseconds;
 
 DayStamp stampOf(const FileState& file)
