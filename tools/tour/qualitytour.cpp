@@ -76,6 +76,7 @@ struct State
     Files before = storedFiles();
     SettingsBefore settings{QStringList{
         QStringLiteral("TADataQuality/SafeImport/recent"),
+        QStringLiteral("TADataQuality/SafeImport/board"),
         QStringLiteral("TADataQuality/SafeImport/dialog_size"),
         QStringLiteral("TADataQuality/Health/dialog_size"),
         QStringLiteral("TADataQuality/Points/dialog_size"), QStringLiteral("Desk/Charts/recent"),
