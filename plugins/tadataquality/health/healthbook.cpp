@@ -7,7 +7,7 @@ namespace tadata {
 
 namespace {
 
-constexpr qint64 longestPause = 10 * 60 * 1000;
+constexpr qint64 longestPause = qint64(10) * 60 * 1000;
 constexpr std::chrono::milliseconds soon{300}; // a command changes many files
 
 } // namespace

@@ -3,7 +3,6 @@
 
 #include "textformats.h"
 
-#include <vexdesk/history/dayfilenames.h>
 #include <vexdesk/history/filestate.h>
 
 #include <QtCore/QCoreApplication>

@@ -219,7 +219,7 @@ void PreviewModel::takePage()
     } else if (m_rows > 0 && m_columns > 0) {
         Q_EMIT dataChanged(index(0, 0), index(m_rows - 1, m_columns - 1));
     }
-    Q_EMIT pageRead();
+    Q_EMIT pageRead(); // NOLINT(readability-misleading-indentation): the macro is empty
 }
 
 int PreviewModel::rowCount(const QModelIndex& parent) const
