@@ -346,6 +346,7 @@ void ICoreTest::problemsComeFromAnyThread()
     constexpr int threadCount = 4;
     constexpr int each = 250;
     std::vector<std::thread> threads;
+    threads.reserve(threadCount);
     for (int thread = 0; thread < threadCount; ++thread) {
         threads.emplace_back([thread] {
             for (int i = 0; i < each; ++i)

@@ -192,7 +192,7 @@ void rowsOfContent()
         ", no-header yyyyMMdd hhmm 60 date=0,time=1,open=2,high=3,low=4,close=5 15");
 }
 
-void rowsOfForms()
+void rowsOfDates()
 {
     const auto dates = [](const char* name, const QByteArrayList& texts, const QByteArray& form) {
         row(name, dated(texts), (", no-header " + form + " hh:mm 60 " + allFound + " 1").data());
@@ -221,6 +221,10 @@ void rowsOfForms()
     unknown("a step of 15 days", {"100110", "250110"}, "yyMMdd ddMMyy");
     unknown("no step", {"01/02/2024", "01/02/2024"}, "dd/MM/yyyy MM/dd/yyyy");
     unknown("two large steps", {"01/02/2024", "03/05/2024"}, "dd/MM/yyyy MM/dd/yyyy");
+}
+
+void rowsOfTimes()
+{
     row("hhmmss", timed({"20240115,100000"}),
         (", no-header yyyyMMdd hhmmss 60 " + QByteArray(allFound) + " 1").data());
     row("hh:mm:ss", timed({"20240115,10:00:00"}),
@@ -250,7 +254,8 @@ void TestFormatGuess::guesses_data()
     rowsOfSeparators();
     rowsOfNames();
     rowsOfContent();
-    rowsOfForms();
+    rowsOfDates();
+    rowsOfTimes();
 }
 
 void TestFormatGuess::guesses()

@@ -183,6 +183,8 @@ Meanwhile::~Meanwhile()
 }
 
 // What the libraries call, too: the program's own names come before those of the system.
+// The system's headers call the parameters by reserved names.
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
 #define TESTSUPPORT_INTERPOSED extern "C" __attribute__((visibility("default")))
 
 TESTSUPPORT_INTERPOSED ssize_t read(int descriptor, void* to, size_t count)
@@ -236,3 +238,4 @@ TESTSUPPORT_INTERPOSED int open64(const char* path, int flags, ...)
     va_end(rest);
     return openFile("open64", path, flags, mode);
 }
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
