@@ -36,7 +36,7 @@ ExitCode runDelete(const CommandLine& line)
         return fail(Text::tr("Нет каталога %1").arg(root.path()));
 
     if (const Outcome begun = job.begin(root, {codes.name()}); !begun)
-        return fail(begun.message());
+        return fail(begun.failure());
     const QDir dir = seriesDirIn(root, codes);
     const auto names = vexdesk::barFiles(dir, range);
     const Outcome removed =
@@ -72,12 +72,12 @@ ExitCode runTransfer(const CommandLine& line, const QString& by, Transfer transf
         return fail(Text::tr("У серии %1 нет ни одного файла").arg(from.name()));
     };
     if (const auto stored = vexdesk::barFiles(fromDir); !stored)
-        return fail(stored.message());
+        return fail(stored.failure());
     else if (stored->isEmpty())
         return noFile();
 
     if (const Outcome begun = job.begin(root, {from.name(), to.name()}); !begun)
-        return fail(begun.message());
+        return fail(begun.failure());
     const auto names = vexdesk::barFiles(fromDir);
     const Outcome done =
         names ? transferAll(fromDir, toDir, to.name(), *names, transfer, job.keeper())
@@ -103,7 +103,7 @@ ExitCode runUnlock(const CommandLine& line)
     const QString series = seriesWord(line, 0).name();
     const auto place = vexdesk::restorePlace(storeRootOf(line));
     if (!place)
-        return fail(place.message());
+        return fail(place.failure());
     const auto holder = vexdesk::lockHolder(*place, series);
     if (!holder)
         return printOutput(Text::tr("Серия %1 не заблокирована").arg(series) + u'\n');
@@ -117,7 +117,7 @@ ExitCode runUnlock(const CommandLine& line)
                              "всё равно: --force")
                         .arg(series, whose));
     if (const Outcome removed = vexdesk::removeLock(*place, series); !removed)
-        return fail(removed.message());
+        return fail(removed.failure());
     return printOutput(Text::tr("Блокировка серии %1 снята: %2").arg(series, whose) + u'\n');
 }
 

@@ -73,7 +73,7 @@ ExitCode checkInto(const CommandLine& line, const SeriesCodes& codes, const Impo
                            [&bar](int percent) { bar.show(percent); });
     }();
     if (!checked)
-        return fail(checked.message());
+        return fail(checked.failure());
     const ExitCode printed = line.isSet("json") ? printUtf8(checkReport(import, *checked).report())
                                                 : printOutput(checkText(import, *checked));
     const bool isFine = checked->wouldImport && (!line.isSet("strict") || isClean(*checked));
@@ -88,11 +88,11 @@ ExitCode runCheck(const CommandLine& line)
     checkSettings(line);
     vexdesk::Result<FileLayout> layout = layoutOf(line, line.positional().first());
     if (!layout)
-        return fail(layout.message());
+        return fail(layout.failure());
     if (!layout->note.isNull())
         printError(layout->note);
     if (const auto installed = installReferenceData(line); !installed)
-        return fail(installed.message());
+        return fail(installed.failure());
     if (const vexdesk::Outcome known = makeKnown(codes, decimals, layout->decimals); !known)
         throw UsageError{known.message()};
     setSeries(layout->details, codes);

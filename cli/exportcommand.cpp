@@ -157,16 +157,16 @@ ExitCode runExport(const CommandLine& line)
         return fail(Text::tr("Нет каталога %1").arg(*store));
 
     if (const auto installed = installReferenceData(line); !installed)
-        return fail(installed.message());
+        return fail(installed.failure());
     setSeries(details, codes);
     const QDir root = store ? QDir(*store) : vexdesk::storePlace();
     if (const auto output = checkOutput(details, root); !output)
-        return fail(output.message());
+        return fail(output.failure());
 
     vexdesk::Core core;
     if (const auto file = line.path("deals")) {
         if (const auto loaded = loadDealsOf(*file, codes, core); !loaded)
-            return fail(loaded.message());
+            return fail(loaded.failure());
     }
     setSeries(details, codes);
     const ExportResult result =

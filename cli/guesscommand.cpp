@@ -70,7 +70,7 @@ ExitCode runGuess(const CommandLine& line)
     const QString& file = line.positional().first();
     const vexdesk::Result<FormatGuess> guess = guessFormat(file, parseHints(line));
     if (!guess)
-        return fail(guess.message());
+        return fail(guess.failure());
     const ExitCode printed = line.isSet("json") ? printUtf8(guessReport(file, *guess).report())
                                                 : printOutput(commandText(file, *guess));
     if (!line.isSet("json")) {

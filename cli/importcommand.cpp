@@ -80,7 +80,7 @@ ExitCode runImport(const CommandLine& line)
     const ImportRequest request = parseRequest(line);
     const QList<FileToImport> files = filesOf(line);
     if (const auto installed = installReferenceData(line); !installed)
-        return fail(installed.message());
+        return fail(installed.failure());
     return importFiles(files, request);
 }
 

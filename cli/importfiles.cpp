@@ -237,7 +237,7 @@ ExitCode endStore(ImportStore& store, bool takesBack)
 {
     const Outcome ended = store.end(takesBack);
     if (!ended)
-        return fail(ended.message());
+        return fail(ended.failure());
     if (takesBack)
         printError(Text::tr("Всё, что импорт изменил, возвращено."));
     return ExitCode::Success;

@@ -67,6 +67,11 @@ ExitCode fail(const QString& reason)
     return ExitCode::Failure;
 }
 
+ExitCode fail(const vexdesk::Failure& why)
+{
+    return fail(vexdesk::Outcome(why).wholeMessage());
+}
+
 ExitCode printOutput(const QString& text)
 {
     return printUtf8(text.toUtf8());

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <vexdesk/outcome.h>
+
 #include <QtCore/QByteArrayView>
 #include <QtCore/QCoreApplication>
 #include <QtCore/QString>
@@ -28,6 +30,8 @@ void printError(const QString& text);
 
 /// The same, for the reason of a failure, which it returns.
 ExitCode fail(const QString& reason);
+/// The same, with what the system says of it, where it says anything.
+ExitCode fail(const vexdesk::Failure& why);
 
 /// Writes a text to standard output. A failure, which has been told to the user, when not all of it
 /// could be written.

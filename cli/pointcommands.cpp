@@ -57,10 +57,10 @@ ExitCode runPoints(const CommandLine& line)
 {
     const auto place = vexdesk::restorePlace(storeRootOf(line));
     if (!place)
-        return fail(place.message());
+        return fail(place.failure());
     const auto found = vexdesk::restorePoints(*place);
     if (!found)
-        return fail(found.message());
+        return fail(found.failure());
     const ExitCode printed =
         printOutput(line.isSet("json") ? jsonOf(found->points) : textOf(found->points));
     for (const QString& problem : found->problems)
@@ -112,7 +112,7 @@ ExitCode showPlan(const RestorePlace& place, const RestorePointRecord& point, bo
 {
     const UndoCheck check = checkUndo(place, point, isForced);
     if (!check.outcome)
-        return fail(check.outcome.message());
+        return fail(check.outcome.failure());
     return check.isAllowed() ? printOutput(planOf(point)) : refuse(point.id, check.forbidding);
 }
 
@@ -138,10 +138,10 @@ ExitCode runUndo(const CommandLine& line)
     const vexdesk::StoreJobSettings settings = storeJobSettings(line, QString());
     const auto place = vexdesk::restorePlace(root);
     if (!place)
-        return fail(place.message());
+        return fail(place.failure());
     const auto point = pointToPutBack(*place, line.positional().value(0));
     if (!point)
-        return fail(point.message());
+        return fail(point.failure());
     if (line.isSet("dry-run"))
         return showPlan(*place, *point, isForced);
     return tellUndo(point->id, undo(root, point->id, isForced, settings));

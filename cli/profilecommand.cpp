@@ -63,7 +63,7 @@ ExitCode save(const CommandLine& line)
             options[option.name] = QStringLiteral("true");
     }
     const Outcome saved = saveProfile(name, options);
-    return saved ? ExitCode::Success : fail(saved.message());
+    return saved ? ExitCode::Success : fail(saved.failure());
 }
 
 ExitCode show(const CommandLine& line)
@@ -98,7 +98,7 @@ ExitCode forget(const CommandLine& line)
     if (!profileOptions(name))
         return noSuchProfile(name);
     const Outcome deleted = deleteProfile(name);
-    return deleted ? ExitCode::Success : fail(deleted.message());
+    return deleted ? ExitCode::Success : fail(deleted.failure());
 }
 
 ExitCode runProfile(const CommandLine& line)

@@ -159,7 +159,7 @@ void TadataCheckTest::namesWhatItCannotRead()
 {
     QDir().mkpath(day("20240115_60.iss"));
     QCOMPARE(check(bars, words("--json")),
-             failed(QStringLiteral("Невозможно открыть файл ") + day("20240115_60.iss")));
+             failed(QStringLiteral("Невозможно открыть файл ") + day("20240115_60.iss"), EISDIR));
     QVERIFY(QDir(path("store")).removeRecursively());
     const QProcessEnvironment faulty =
         faultyEnvironment(QStringLiteral("read"), QStringLiteral("bars.csv"), EIO);

@@ -8,6 +8,8 @@
 #include <QtCore/QFile>
 #include <QtTest/QTest>
 
+#include <cerrno>
+
 using namespace testsupport;
 
 class TadataGuessTest final : public CommandTest
@@ -187,9 +189,11 @@ void TadataGuessTest::refusesWhatCannotBeRead_data()
     QTest::addColumn<QString>("file");
     QTest::addColumn<QString>("message");
     QTest::newRow("missing") << QStringLiteral("no.csv")
-                             << QStringLiteral("Невозможно открыть файл no.csv");
+                             << QStringLiteral("Невозможно открыть файл no.csv: ") +
+                                    qt_error_string(ENOENT);
     QTest::newRow("directory") << QStringLiteral(".")
-                               << QStringLiteral("Невозможно открыть файл .");
+                               << QStringLiteral("Невозможно открыть файл .: ") +
+                                      qt_error_string(EISDIR);
     QTest::newRow("UTF-16")
         << QStringLiteral("utf16.csv")
         << QStringLiteral("Невозможно прочитать файл utf16.csv: формат файлов в UTF-16 и UTF-32 не "
