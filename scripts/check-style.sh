@@ -56,23 +56,34 @@ done)
 $unlicensed"
 
 # The compiler refuses most arrows, since it does not find what a library is not linked to. It does not
-# refuse these: may_not_include PATTERN FOLDER...
+# refuse these: may_not_include PATTERN FOLDER-OR-FILE...
 may_not_include()
 {
     local found
-    found=$(grep -rnE "^#\s*include\s+[\"<]($1)" "${@:2}" --include='*.h' --include='*.cpp' || true)
+    found=$(grep -rnP "^#\s*include\s+[\"<]($1)" "${@:2}" --include='*.h' --include='*.cpp' || true)
     [ -z "$found" ] || complain "Against the arrows:
 $found"
 }
 # Upwards every folder is found.
 may_not_include '\.\./' host src plugins cli tools tests fuzz bench
 # host/ is where the terminal's own folders are looked for: one finds another, and the libraries' sources.
-may_not_include 'lib/' host/desk
+may_not_include 'lib/' host/desk tools tests fuzz bench
 may_not_include 'desk/[a-z]+\.h' host/desk/chart
-# Beside the headers for plug-ins lie those for terminals.
-may_not_include 'vexdesk/terminal/' src plugins
 # A window by its bare name alone, which the compiler finds only for what is built upon windows.
-may_not_include '.*windows/' src plugins
+may_not_include '.*windows/' src plugins cli tools tests fuzz bench
+# Whoever is linked to one library of host/ or of Qt finds the headers of all.
+may_not_include 'vexdesk/terminal/' src plugins
+may_not_include 'vexdesk/history/' host/lib/core host/lib/gui src/jobs
+mapfile -t chart_data < <(sed -n '/^add_library(vexdesk-desk-chartdata/,/)$/p' host/desk/chart/CMakeLists.txt |
+    grep -oE '[a-z]+\.(cpp|h)' | sed 's|^|host/desk/chart/|')
+chart_headers=$(printf '%s|' "${chart_data[@]#host/}")
+may_not_include "(?<=\")(?!${chart_headers%|})" "${chart_data[@]}"
+mapfile -t windowless < <(printf '%s\n' "${sources[@]}" |
+    grep -E '^(cli|src|plugins|host/lib/(core|history)|host/include/vexdesk/[a-z]+)/' |
+    grep -vE '/windows/|^src/widgets/|/plugin/tadata(manager|quality)\.')
+gui_headers=$(basename -s .cpp host/lib/gui/*.cpp | paste -sd '|')
+may_not_include "vexdesk/($gui_headers)\.h" "${windowless[@]}" host/desk/chart src/jobs
+may_not_include 'Qt(Gui|Svg|Widgets)/' "${windowless[@]}" "${chart_data[@]}"
 
 # The last commit that is six hours older than the newest. Nothing in a clone that does not go back so far.
 commit_before_push()
