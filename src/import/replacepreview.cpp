@@ -60,6 +60,7 @@ Outcome ReplacePreview::endRun()
     if (!isSame)
         return isSame.failure();
     m_day->isSame = *isSame;
+    m_day->change = {}; // of an earlier run
     if (*isSame)
         return Outcome();
     return m_countsBars ? lookAtBars() : lookAtTimes();

@@ -52,6 +52,7 @@ private Q_SLOTS:
     void countsWhatWasForetold_data();
     void countsWhatWasForetold();
     void countsWhatAFileReplacesItself();
+    void aDayThatComesBackAsItIsStoredLosesNothing();
     void aDayOfSeveralFilesCountsOnce();
     void undoGivesBackWhatWas_data() { modes(); }
     void undoGivesBackWhatWas();
@@ -192,6 +193,28 @@ void TestSafeImport::countsWhatAFileReplacesItself()
     for (const char* const part :
          {"Пропадёт баров: 5", "возвращается к их дню: 7", "из них ничего не изменят: 0"})
         QVERIFY2(told.contains(QString::fromUtf8(part)), qPrintable(told));
+}
+
+// The first run of tuesday would lose bars, the second is what the store has.
+void TestSafeImport::aDayThatComesBackAsItIsStoredLosesNothing()
+{
+    QByteArray content = barFile({tuesday, wednesday}, 1, 200);
+    for (const QByteArray& line : barFile({monday, tuesday}, 5, 100).split('\n')) {
+        if (line.contains("20240116"))
+            content += line + '\n';
+    }
+    writeFile(path("in.csv"), content);
+    SafeImportOrder wanted = order({path("in.csv")}, ImportMode::Replace);
+    const tadata::ImportOutlook foretold = outlook(wanted);
+    QCOMPARE(foretold.count(tadata::CheckedDay::Outcome::Same), 1);
+    QCOMPARE(foretold.lost, 0);
+    QCOMPARE(foretold.lostOfFile, 0);
+    wanted.wiped = foretold.wiped;
+    wanted.lostOfFile = foretold.lostOfFile;
+    const SafeImportResult result = run(wanted);
+    QCOMPARE(result.message, QString());
+    QCOMPARE(result.sameDays, 1);
+    QCOMPARE(result.lost, 0);
 }
 
 void TestSafeImport::aDayOfSeveralFilesCountsOnce()
