@@ -13,7 +13,10 @@ bool isOfTheUser(const QEvent& event)
 {
     switch (event.type()) {
     case QEvent::KeyPress:
+    case QEvent::Shortcut:
     case QEvent::MouseButtonPress:
+    case QEvent::Wheel:
+    case QEvent::Drop:
     case QEvent::TouchBegin:
     case QEvent::TabletPress:
         return true;

@@ -24,6 +24,7 @@
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QClipboard>
 #include <QtGui/QCloseEvent>
+#include <QtGui/QWheelEvent>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 #include <QtWidgets/QAbstractItemView>
@@ -328,7 +329,13 @@ void TestMainWindow::aWindowThatTheUserKeepsIsNotWaitedFor()
 {
     const QList<std::function<void(QWidget*)>> doings{
         [](QWidget* window) { QTest::keyClick(window, Qt::Key_A); },
-        [](QWidget* window) { QTest::mouseClick(window, Qt::LeftButton); }};
+        [](QWidget* window) { QTest::mouseClick(window, Qt::LeftButton); },
+        [](QWidget* window) {
+            const QPointF middle = window->rect().center();
+            QWheelEvent turn(middle, window->mapToGlobal(middle), {}, {0, 120}, Qt::NoButton,
+                             Qt::NoModifier, Qt::NoScrollPhase, false);
+            QCoreApplication::sendEvent(window, &turn);
+        }};
     show();
     for (const auto& something : doings) {
         Stubborn other;
