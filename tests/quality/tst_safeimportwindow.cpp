@@ -103,6 +103,8 @@ private Q_SLOTS:
     void aRequestIsForItsFilesAlone();
     void theVenueIsRemembered();
     void whatIsTypedInFullIsChosen();
+    void returnInABoxImportsNothing();
+    void whatCannotBeReadIsNotSaidToHaveChanged();
     void tellsOfAVolumeThatIsLeftOut();
     void cancelTakesEverythingBack_data();
     void cancelTakesEverythingBack();
@@ -239,6 +241,9 @@ void TestSafeImportWindow::importsAndUndoes()
     EVENTUALLY(textOf("sentences").contains(QStringLiteral("без изменений: 3")));
     QCOMPARE(tadata::recentFiles(), QStringList{path("new.csv")});
     QVERIFY(child<QToolButton>(m_window.get(), "recent")->isEnabled());
+    // Whoever presses twice has changed nothing, and can undo the first.
+    import();
+    EVENTUALLY(textOf("message").contains(QStringLiteral("записано дней: 0")));
     click(button("undo"));
     EVENTUALLY(textOf("message").contains(QStringLiteral("Импорт отменён")));
     QVERIFY(!button("undo")->isVisible());
@@ -352,7 +357,8 @@ void TestSafeImportWindow::modesAndBadLinesAreChosen()
     QVERIFY(textOf("sentences").contains(QStringLiteral("Ни один бар не пропадёт")));
     click(mode("Заменить дни"));
     EVENTUALLY(textOf("sentences").contains(QStringLiteral("заменяемых: 1")));
-    QVERIFY(textOf("sentences").contains(QStringLiteral("Пропадёт баров: 12")));
+    for (const char* const place : {"sentences", "verdict"})
+        QVERIFY(textOf(place).contains(QStringLiteral("Пропадёт баров: 12")));
     click(mode("Дозаполнить"));
     EVENTUALLY(textOf("sentences").contains(QStringLiteral("без изменений: 1")));
 }
@@ -674,6 +680,37 @@ void TestSafeImportWindow::whatIsTypedInFullIsChosen()
             QTest::keyClick(where, Qt::Key_Return);
             EVENTUALLY_EQUAL(box->currentText().section(u' ', 0, 0), chosen);
         }
+    }
+}
+
+// What will happen was not seen yet, and what was chosen stays.
+void TestSafeImportWindow::returnInABoxImportsNothing()
+{
+    writeFile(path("in.csv"), barFile({monday}, 10, 100));
+    openInto({path("in.csv")}, "NORD/MAIN/ALFA");
+    for (const char* const name : {"stock", "board", "security"}) {
+        auto* const box = child<QComboBox>(m_window.get(), name);
+        const QString chosen = box->currentText();
+        box->setFocus();
+        QTest::keyClicks(box, chosen.section(u' ', 0, 0));
+        QCOMPARE(box->currentText(), chosen);
+        waitForOutlook();
+        QTest::keyClick(box, Qt::Key_Return);
+        QVERIFY(button("import")->isEnabled()); // nothing runs
+    }
+    QVERIFY(readTree(store()).isEmpty());
+}
+
+void TestSafeImportWindow::whatCannotBeReadIsNotSaidToHaveChanged()
+{
+    for (const char* const name : {"none.csv", "."}) {
+        m_window->take(
+            {.files = {path(name), path("new.csv")}, .series = QStringLiteral("NORD/MAIN/ALFA")});
+        EVENTUALLY(textOf("verdict").contains(QStringLiteral("Невозможно открыть файл")));
+        constexpr int longerThanItWaits = 1000; // ms
+        QTest::qWait(longerThanItWaits);
+        QVERIFY2(!textOf("message").contains(QStringLiteral("прочитан заново")),
+                 qPrintable(textOf("message")));
     }
 }
 

@@ -314,6 +314,11 @@ QString titleOf(Outcome outcome)
     return Text::tr("дополняется");
 }
 
+QString wordsOfLost(qint64 bars)
+{
+    return Text::tr("Пропадёт баров: %1").arg(number(bars));
+}
+
 QString wordsOfWiped(qint64 bars)
 {
     return Text::tr("Баров, которые файл заменяет сам, потому что возвращается к их дню: %1")
@@ -335,7 +340,7 @@ QStringList sentencesOf(const ImportOutlook& outlook)
         bars += Text::tr(" (дней: %1)").arg(number(outlook.replacedDays));
     sentences.append(bars);
     if (outlook.lost > 0)
-        sentences.append(Text::tr("Пропадёт баров: %1").arg(number(outlook.lost)));
+        sentences.append(wordsOfLost(outlook.lost));
     else if (outlook.wouldImport)
         sentences.append(Text::tr("Ни один бар не пропадёт"));
     if (outlook.wiped > 0)

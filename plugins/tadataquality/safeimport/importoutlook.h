@@ -81,6 +81,8 @@ QString titleOf(CheckedDay::Outcome outcome);
 /// Sentences on the days, the bars that get lost, and the bad lines; none where nothing was
 /// counted.
 QStringList sentencesOf(const ImportOutlook& outlook);
+/// Of bars that get lost; without a full stop, as all of these.
+QString wordsOfLost(qint64 bars);
 /// Of bars that a file replaces itself; without a full stop, as all of these.
 QString wordsOfWiped(qint64 bars);
 /// A day in words: what becomes of it, and its bars.

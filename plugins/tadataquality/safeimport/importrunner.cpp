@@ -24,7 +24,6 @@ void ImportRunner::start(const SafeImportOrder& order)
     Q_ASSERT(!m_isRunning);
     m_isRunning = true;
     m_order = order;
-    m_point.clear();
     m_stop = std::make_shared<std::atomic<bool>>(false);
     const auto tell = [this](int percent) {
         QMetaObject::invokeMethod(
@@ -65,7 +64,10 @@ void ImportRunner::takeResult()
 {
     m_isRunning = false;
     const SafeImportResult result = m_import.result();
-    m_point = result.point;
+    // After one that had nothing to change the one before it can still be undone.
+    const bool isIdle = result.end == SafeImportResult::End::Done && result.days == 0;
+    if (!isIdle || !result.point.isEmpty())
+        m_point = result.point;
     Q_EMIT finished(result);
 }
 

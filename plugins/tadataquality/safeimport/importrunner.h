@@ -28,7 +28,7 @@ public:
     void cancel();
     /// Undoes the import that was done last.
     void undo();
-    bool canUndo() const { return !isRunning() && !m_point.isNull(); }
+    bool canUndo() const { return !isRunning() && !m_point.isEmpty(); }
 
 Q_SIGNALS:
     void progressed(int percent);

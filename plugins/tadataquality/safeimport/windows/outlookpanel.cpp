@@ -113,7 +113,10 @@ void OutlookPanel::showOutlook(const ImportOutlook& outlook,
     QStringList verdict{m_isGood ? tr("Импорт пройдёт до конца.") : tadata::whyItStops(outlook)};
     if (!outlook.warnings.isEmpty())
         verdict += tadata::whatToHeed(outlook);
-    showVerdict(verdict.join(u'\n'), m_isGood && outlook.warnings.isEmpty());
+    const bool loses = m_isGood && outlook.lost > 0;
+    if (loses)
+        verdict += tadata::wordsOfLost(outlook.lost) + u'.';
+    showVerdict(verdict.join(u'\n'), m_isGood && !loses && outlook.warnings.isEmpty());
     m_strip->setDays(outlook.days);
     const QStringList sentences = tadata::sentencesOf(outlook);
     m_sentences->setText(sentences.isEmpty() ? QString()

@@ -28,6 +28,7 @@
 #include <QtCore/QSignalBlocker>
 #include <QtGui/QAction>
 #include <QtGui/QCloseEvent>
+#include <QtGui/QKeyEvent>
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QButtonGroup>
 #include <QtWidgets/QCheckBox>
@@ -227,8 +228,13 @@ void SafeImportWindow::connectChoices()
     });
     connect(&m_preview->roles(), &RolesHeader::roleChosen, this, &SafeImportWindow::takeRole);
     connect(&m_preview->model(), &tadata::PreviewModel::failed, this, [this] {
+        const LaidOutFile* const file = currentFile();
+        // That it cannot be read is told already, and when it can be is watched.
+        if (file && !file->refusal.isNull())
+            return;
         m_shown.state.reset();
-        m_change.start();
+        if (file) // else it is looked at just now
+            m_change.start();
     });
     connect(m_outlook, &OutlookPanel::lineChosen, this, &SafeImportWindow::showLine);
     connect(m_mode, &QButtonGroup::idClicked, this, &SafeImportWindow::takeWays);
@@ -674,6 +680,14 @@ void SafeImportWindow::changeEvent(QEvent* event)
     if (event->type() == QEvent::PaletteChange && m_preparation->isChecked())
         showOutlook();
     QDialog::changeEvent(event);
+}
+
+// In a box it ends a choice, and whoever chooses has not seen yet what will happen.
+void SafeImportWindow::keyPressEvent(QKeyEvent* event)
+{
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!isReturn || !qobject_cast<QComboBox*>(focusWidget()))
+        QDialog::keyPressEvent(event);
 }
 
 void SafeImportWindow::showEvent(QShowEvent* event)

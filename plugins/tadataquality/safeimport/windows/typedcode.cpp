@@ -8,6 +8,8 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QComboBox>
 
+#include <optional>
+
 namespace tadata {
 
 namespace {
@@ -29,10 +31,11 @@ protected:
         if (event->type() != QEvent::KeyPress || m_isPassingOn ||
             !take(*static_cast<QKeyEvent*>(event)))
             return QObject::eventFilter(watched, event);
-        // First the box's own search.
+        if (choose())
+            return true;
+        // No code begins so: the box's own search, which knows titles.
         const QScopedValueRollback passing(m_isPassingOn, true);
         QCoreApplication::sendEvent(watched, event);
-        choose();
         return true;
     }
 
@@ -50,19 +53,41 @@ private:
         return isLetter;
     }
 
-    void choose()
+    QString codeOf(int entry) const
     {
+        return m_box->itemText(entry).section(QStringLiteral(" — "), 0, 0);
+    }
+
+    // Of the codes that begin so the one that ends so, too, or the one that is chosen already: what
+    // depends on it is not chosen anew on the way to it.
+    std::optional<int> found() const
+    {
+        std::optional<int> found;
+        const bool isInList = m_box->view()->isVisible();
+        const int current = isInList ? m_box->view()->currentIndex().row() : m_box->currentIndex();
         for (int entry = 0; entry < m_box->count(); ++entry) {
-            const QString code = m_box->itemText(entry).section(u' ', 0, 0);
-            if (code.compare(m_typed, Qt::CaseInsensitive) != 0)
+            const QString code = codeOf(entry);
+            if (!code.startsWith(m_typed, Qt::CaseInsensitive))
                 continue;
-            if (m_box->view()->isVisible())
-                m_box->view()->setCurrentIndex(
-                    m_box->model()->index(entry, m_box->modelColumn(), m_box->rootModelIndex()));
-            else
-                m_box->setCurrentIndex(entry);
-            break;
+            if (code.size() == m_typed.size())
+                return entry;
+            if (!found || entry == current)
+                found = entry;
         }
+        return found;
+    }
+
+    bool choose()
+    {
+        const std::optional<int> entry = found();
+        if (!entry)
+            return false;
+        if (m_box->view()->isVisible())
+            m_box->view()->setCurrentIndex(
+                m_box->model()->index(*entry, m_box->modelColumn(), m_box->rootModelIndex()));
+        else if (*entry != m_box->currentIndex())
+            m_box->setCurrentIndex(*entry);
+        return true;
     }
 
     QComboBox* m_box;
