@@ -15,10 +15,13 @@ class Since final
 public:
     void add(const RestorePointRecord& point)
     {
-        if (!point.isComplete)
+        // What is put back has changed nothing, and what has put it back neither.
+        if (!point.isComplete || m_putBack.contains(point.id))
             return;
-        if (point.by == u"undo" && !m_putBack.contains(point.id))
+        if (point.by == u"undo") {
             m_putBack += QSet<QString>(point.source.begin(), point.source.end());
+            return;
+        }
         const QStringList paths = point.paths();
         m_changed += QSet<QString>(paths.begin(), paths.end());
     }
