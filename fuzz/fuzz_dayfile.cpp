@@ -39,14 +39,6 @@ QStringList readLines(const QByteArray& content)
     return lines;
 }
 
-// Half a character, which a file in UTF-16 may have, becomes a replacement character: QString's own
-// function makes it a question mark.
-QByteArray inUtf8(const QString& text)
-{
-    QStringEncoder encoder(QStringEncoder::Utf8, QStringEncoder::Flag::Stateless);
-    return encoder(text);
-}
-
 void checkName(const QString& name)
 {
     if (const auto key = vexdesk::parseDayFileName(name)) {
@@ -227,7 +219,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         checkAgainstThePlainWay(line);
     require(bytes.size() == lines.size(), "a day file has the lines of its text");
     for (qsizetype i = 0; i < lines.size(); ++i)
-        require(bytes.at(i) == inUtf8(lines.at(i)), "lines are read as a text stream reads them");
+        require(bytes.at(i) == fuzz::inUtf8(lines.at(i)),
+                "lines are read as a text stream reads them");
     if (const auto text = plainTextOf(dayFilePath())) {
         QByteArrayList plain = text->split('\n');
         if (plain.last().isEmpty())

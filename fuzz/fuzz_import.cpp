@@ -130,7 +130,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (!result.outcome) {
         const QString message = result.outcome.message();
         require(message.contains(QString::number(wanted.wrongLine)) &&
-                    message.contains(wanted.error),
+                    message.contains(QString::fromUtf8(fuzz::inUtf8(wanted.error))),
                 "the message has the line and what is wrong with it");
     }
     require(filesIn(dir) == wanted.files, "the same files are stored");

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "target.h"
 
+#include <QtCore/QStringEncoder>
+
 #include <cstdio>
 #include <cstdlib>
 
@@ -12,6 +14,12 @@ void require(bool holds, const char* property)
         return;
     std::fprintf(stderr, "Property violated: %s\n", property);
     std::abort();
+}
+
+QByteArray inUtf8(const QString& text)
+{
+    QStringEncoder encoder(QStringEncoder::Utf8, QStringEncoder::Flag::Stateless);
+    return encoder(text);
 }
 
 InputFile::InputFile(const std::uint8_t* data, std::size_t size)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QtCore/QByteArray>
 #include <QtCore/QString>
 #include <QtCore/QTemporaryFile>
 
@@ -14,6 +15,10 @@ namespace fuzz {
 
 /// Ends the process, with the property's name on standard error, when a property does not hold.
 void require(bool holds, const char* property);
+
+/// Half a character, which a file in UTF-16 may have, becomes a replacement character, as it does
+/// where such a file is read: QString's own function makes it a question mark.
+QByteArray inUtf8(const QString& text);
 
 /// A file of an input's bytes, for as long as it lives.
 class InputFile final
