@@ -1,10 +1,25 @@
 #!/bin/sh
 # SPDX-License-Identifier: MIT
-# Renders the PNG files (24 and 48 pixels) of every drawing in the plug-ins' icon folders.
+# Renders the PNG files of every drawing in the icon folders: 24 and 48 pixels for those of commands, more
+# for the terminal's own.
 set -eu
 cd "$(dirname "$0")/.."
-for drawing in src/plugin/icons/*.svg plugins/*/plugin/icons/*.svg; do
-  name=${drawing%.svg}
-  rsvg-convert --width=24 --height=24 --output="$name.png" "$drawing"
-  rsvg-convert --width=48 --height=48 --output="$name@2x.png" "$drawing"
+
+render() # DRAWING SIZE ENDING
+{
+  rsvg-convert --width="$2" --height="$2" --output="${1%.svg}$3.png" "$1"
+}
+
+for drawing in src/plugin/icons/*.svg plugins/*/plugin/icons/*.svg host/desk/icons/*.svg; do
+  case $drawing in
+    */vexdesk.svg)
+      for size in 16 24 32 48 64 128 256; do
+        render "$drawing" "$size" "-$size"
+      done
+      ;;
+    *)
+      render "$drawing" 24 ""
+      render "$drawing" 48 "@2x"
+      ;;
+  esac
 done
