@@ -75,10 +75,16 @@ public:
     }
 
 private:
+    // A disk that becomes full takes a part, and says why it does not take the rest.
     void writeBytes(QByteArrayView bytes)
     {
-        if (m_written && m_file.write(bytes.data(), bytes.size()) != bytes.size())
-            m_written = notWritten();
+        while (m_written && !bytes.isEmpty()) {
+            const qint64 taken = m_file.write(bytes.data(), bytes.size());
+            if (taken > 0)
+                bytes = bytes.sliced(taken);
+            else
+                m_written = notWritten();
+        }
     }
 
     // The text is what the terminal's plug-in shows; the reason is kept beside it.

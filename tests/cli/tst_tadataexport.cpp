@@ -51,6 +51,7 @@ private Q_SLOTS:
     void aReadErrorIsNotTheEnd_data();
     void aReadErrorIsNotTheEnd();
     void aDiskThatSaysAtTheEndThatItIsFullIsNoSuccess();
+    void aFileThatMayNotBecomeLargerIsNoSuccess();
     void refusesDayFilesOfItsStoreAsOutput_data();
     void refusesDayFilesOfItsStoreAsOutput();
     void refusesToMakeADayFile_data();
@@ -329,6 +330,19 @@ void TadataExportTest::aDiskThatSaysAtTheEndThatItIsFullIsNoSuccess()
                   faultyEnvironment(QStringLiteral("close"), QStringLiteral("/out.txt"), EDQUOT));
     QCOMPARE(outcome,
              failed(QStringLiteral("Невозможно записать файл ") + path("out.txt"), EDQUOT));
+}
+
+// It takes a part first, and only of the rest it says why not.
+void TadataExportTest::aFileThatMayNotBecomeLargerIsNoSuccess()
+{
+    QByteArray bars;
+    for (int minute = 0; minute < 60; ++minute)
+        bars += QByteArray::number(100000 + minute * 100) + ";1.5;1.7;1.4;1.6;1;1;1\n";
+    writeFile(path("store/NORD/MAIN/ALFA/20240115_60.iss"), bars);
+    const QStringList limited{QStringLiteral("-c"), QStringLiteral("ulimit -f 1 && exec \"$@\""),
+                              QStringLiteral("bash"), tadataProgram()};
+    QCOMPARE(runProgram(QStringLiteral("bash"), limited + exportLine(path("out.txt"))),
+             failed(QStringLiteral("Невозможно записать файл ") + path("out.txt"), EFBIG));
 }
 
 void TadataExportTest::refusesDayFilesOfItsStoreAsOutput_data()
