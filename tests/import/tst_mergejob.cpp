@@ -54,6 +54,7 @@ private Q_SLOTS:
     void touchesNoDayThatStaysTheSame();
     void tellsOfBothFilesBeforeEitherIsTouched();
     void goesThroughLinksAndKeepsPermissions();
+    void makesNoDirectoryBehindALink();
     void writesADayWholeOrNotAtAll();
     void dropsTheOpenMinuteOfTheLastWrittenDayAlone();
     void eachTickerHasItsOwnLastDay();
@@ -427,6 +428,21 @@ void TestMergeJob::tellsOfBothFilesBeforeEitherIsTouched()
     QCOMPARE(result.outcome.message(), QStringLiteral("no"));
     QCOMPARE(result.days, 0);
     QCOMPARE(stored(), before);
+}
+
+// The disk that it leads to is not there now.
+void TestMergeJob::makesNoDirectoryBehindALink()
+{
+    const QDir archive(m_input->filePath(QStringLiteral("archive")));
+    QVERIFY(QFile::link(archive.filePath(dayFile), path(dayFile)));
+    for (const ImportMode mode : {ImportMode::Merge, ImportMode::Fill}) {
+        const auto result = merge(fileLine("20240115", "100100", 2), details(), {mode});
+        QVERIFY(result.outcome.message().contains(path(dayFile)));
+        QVERIFY(!archive.exists());
+    }
+    QVERIFY(QDir().mkpath(archive.path()));
+    QVERIFY(merge(fileLine("20240115", "100100", 2), details()).outcome);
+    QCOMPARE(readFile(archive.filePath(dayFile)), storedLine("100100", 2));
 }
 
 void TestMergeJob::goesThroughLinksAndKeepsPermissions()

@@ -254,7 +254,9 @@ Outcome writeDayFile(const QString& path, const QByteArray& content,
         return changed(path, work);
     if (!state) {
         const QString directory = QFileInfo(target).path();
-        if (!makeDirectory(directory))
+        // A link that leads to no directory leads to storage that is not there now: what it has of
+        // this day would be hidden behind what is written in its place.
+        if (target == path && !makeDirectory(directory))
             return failed(
                 path,
                 Text::tr("невозможно создать каталог %1")
