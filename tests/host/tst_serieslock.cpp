@@ -3,6 +3,7 @@
 #include <vexdesk/history/storejob.h>
 
 #include "support/filetree.h"
+#include "support/otheruser.h"
 #include "support/strictlog.h"
 
 #include <QtCore/QCryptographicHash>
@@ -50,6 +51,7 @@ private Q_SLOTS:
     void theSecondIsToldWhoHoldsIt();
     void allOfThemOrNone();
     void aLockThatCannotBeMadeIsAnErrorOfItsOwn();
+    void aLockThatCannotBeLookedAtMayBeOne();
     void aLockOfADeadProcessDoesNotLast();
     void anUnfinishedLockDoesNotLast();
     void leftoversOfDeadProcessesGo();
@@ -151,6 +153,18 @@ void TestSeriesLock::aLockThatCannotBeMadeIsAnErrorOfItsOwn()
     const auto refused = locks.take(place(), {series}, noWait);
     QVERIFY2(refused.message().contains(lockFile()), qPrintable(refused.message()));
     QVERIFY(!refused.message().contains(QString::number(::getpid())));
+}
+
+void TestSeriesLock::aLockThatCannotBeLookedAtMayBeOne()
+{
+    const testsupport::OtherUser user;
+    const QTemporaryDir dir;
+    const RestorePlace made =
+        *vexdesk::makeRestorePlace(QDir(dir.filePath(QStringLiteral("store"))));
+    QVERIFY(!lockHolder(made, series));
+    const testsupport::Permissions closed(made.path, 0);
+    QVERIFY(lockHolder(made, series));
+    QVERIFY(vexdesk::removeLock(made, series).message().contains(made.path));
 }
 
 void TestSeriesLock::aLockOfADeadProcessDoesNotLast()

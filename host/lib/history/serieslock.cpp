@@ -13,11 +13,11 @@
 #include <QtCore/QThread>
 
 #include <fcntl.h>
-#include <signal.h>
 #include <sys/file.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 #include <vector>
 
 namespace vexdesk {
@@ -53,7 +53,7 @@ bool mayRun(const LockHolder& holder)
 // The lock file as it is, without an object that could take it.
 std::optional<LockHolder> holderOf(const QString& path)
 {
-    if (!QFileInfo::exists(path))
+    if (isMissing(path))
         return std::nullopt;
     const QLockFile lock(path);
     LockHolder holder;

@@ -47,7 +47,7 @@ struct LockHolder
     bool runsHere = false; ///< or may do so
 };
 
-/// No value for a series that nobody has locked.
+/// No value for a series that nobody has locked. What cannot be looked at may be a lock.
 VEXDESK_HISTORY_EXPORT std::optional<LockHolder> lockHolder(const RestorePlace& place,
                                                             const QString& series);
 /// Removes the lock whoever holds it.
