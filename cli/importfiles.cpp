@@ -236,8 +236,11 @@ ExitCode failureCode()
 ExitCode endStore(ImportStore& store, bool takesBack)
 {
     const Outcome ended = store.end(takesBack);
-    if (!ended)
-        return fail(ended.failure());
+    if (!ended) {
+        printError(ended.wholeMessage());
+        return fail(takesBack ? Text::tr("Не всё, что импорт изменил, возвращено.")
+                              : Text::tr("То, что импорт изменил, осталось в хранилище."));
+    }
     if (takesBack)
         printError(Text::tr("Всё, что импорт изменил, возвращено."));
     return ExitCode::Success;

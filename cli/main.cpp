@@ -72,6 +72,9 @@ int main(int argc, char* argv[])
 {
     // A file that may not become larger is told as any other that cannot be written.
     std::signal(SIGXFSZ, SIG_IGN);
+    // Who reads what is printed may go at any time: what is being done to a store is done all the
+    // same.
+    std::signal(SIGPIPE, SIG_IGN);
     const QCoreApplication application(argc, argv);
     vexdesk::setApplicationIdentity();
     const auto translations = installTranslations();

@@ -5,6 +5,7 @@
 #include <QtCore/QTextStream>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 
 #include <sys/ioctl.h>
@@ -84,6 +85,9 @@ ExitCode printUtf8(QByteArrayView text)
     const bool isWritten = size == 0 || std::fwrite(text.data(), 1, size, stdout) == size;
     if (isWritten && std::fflush(stdout) == 0)
         return ExitCode::Success;
+    // Whoever has read enough is not told.
+    if (errno == EPIPE)
+        return ExitCode::Failure;
     return fail(Text::tr("Невозможно записать в стандартный вывод"));
 }
 

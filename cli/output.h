@@ -33,8 +33,8 @@ ExitCode fail(const QString& reason);
 /// The same, with what the system says of it, where it says anything.
 ExitCode fail(const vexdesk::Failure& why);
 
-/// Writes a text to standard output. A failure, which has been told to the user, when not all of it
-/// could be written.
+/// Writes a text to standard output. A failure when not all of it could be written; the user has
+/// been told, unless it is he who reads no more.
 ExitCode printOutput(const QString& text);
 /// The same of a text in UTF-8, which may be a large one.
 ExitCode printUtf8(QByteArrayView text);

@@ -77,14 +77,6 @@ Result<RestorePointRecord> pointToPutBack(const RestorePlace& place, const QStri
         return found.failure();
     if (found->newest.isNull())
         return Failure{Text::tr("В каталоге %1 нет ни одной точки возврата").arg(place.path)};
-    // A command that was killed before it touched anything has left nothing to put back.
-    const auto hasFiles = [](const RestorePointRecord& point) { return !point.paths().isEmpty(); };
-    const auto point = std::find_if(found->points.begin(), found->points.end(), hasFiles);
-    const bool isNewestEmpty = !found->points.isEmpty() &&
-                               found->points.first().id == found->newest &&
-                               !hasFiles(found->points.first());
-    if (isNewestEmpty && point != found->points.end())
-        return *point;
     return vexdesk::restorePoint(place, found->newest);
 }
 
@@ -116,7 +108,26 @@ ExitCode showPlan(const RestorePlace& place, const RestorePointRecord& point, bo
     return check.isAllowed() ? printOutput(planOf(point)) : refuse(point.id, check.forbidding);
 }
 
-ExitCode tellUndo(const QString& id, const UndoResult& result)
+// A command that was killed before it touched anything has left nothing to put back. The one before
+// it is taken back by whoever wants that, and not by somebody who has seen the newest one fail.
+QString earlierPoint(const RestorePlace& place, const RestorePointRecord& putBack)
+{
+    const auto found = vexdesk::restorePoints(place);
+    if (!putBack.paths().isEmpty() || !found)
+        return {};
+    auto point = std::find_if(found->points.begin(), found->points.end(),
+                              [&](const auto& one) { return one.id == putBack.id; });
+    const auto hasFiles = [](const RestorePointRecord& one) { return !one.paths().isEmpty(); };
+    point = std::find_if(point, found->points.end(), hasFiles);
+    if (point == found->points.end())
+        return Text::tr("Команда, которую она сохранила, ничего не изменила.") + u'\n';
+    return Text::tr("Команда, которую она сохранила, ничего не изменила. Вернуть то, что изменила "
+                    "предыдущая (%1, %2): tadata undo %3")
+               .arg(point->by, escaped(point->series.join(QStringLiteral(", "))), point->id) +
+           u'\n';
+}
+
+ExitCode tellUndo(const QString& id, const UndoResult& result, const QString& more)
 {
     if (!result.forbidding.isEmpty())
         static_cast<void>(refuse(id, result.forbidding));
@@ -127,7 +138,7 @@ ExitCode tellUndo(const QString& id, const UndoResult& result)
                ? printOutput(Text::tr("Точка %1: возвращено файлов: %2, удалено: %3")
                                  .arg(id, QString::number(result.returned),
                                       QString::number(result.removed)) +
-                             u'\n')
+                             u'\n' + more)
                : told;
 }
 
@@ -144,7 +155,8 @@ ExitCode runUndo(const CommandLine& line)
         return fail(point.failure());
     if (line.isSet("dry-run"))
         return showPlan(*place, *point, isForced);
-    return tellUndo(point->id, undo(root, point->id, isForced, settings));
+    return tellUndo(point->id, undo(root, point->id, isForced, settings),
+                    earlierPoint(*place, *point));
 }
 
 } // namespace

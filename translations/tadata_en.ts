@@ -1111,5 +1111,21 @@ Hint: tadata --help</translation>
         <source>%1: часы этого компьютера пропускают время с %2 до %3, и его бары могли слиться с соседними. С TZ=UTC перед командой каждый из них выгружается сам</source>
         <translation>%1: the clock of this computer skips the time from %2 to %3, and its bars may be folded with their neighbours. With TZ=UTC before the command each of them is exported by itself</translation>
     </message>
+    <message>
+        <source>Не всё, что импорт изменил, возвращено.</source>
+        <translation>Not all that the import has changed was put back.</translation>
+    </message>
+    <message>
+        <source>То, что импорт изменил, осталось в хранилище.</source>
+        <translation>What the import has changed stays in the store.</translation>
+    </message>
+    <message>
+        <source>Команда, которую она сохранила, ничего не изменила.</source>
+        <translation>The command of this point has changed nothing.</translation>
+    </message>
+    <message>
+        <source>Команда, которую она сохранила, ничего не изменила. Вернуть то, что изменила предыдущая (%1, %2): tadata undo %3</source>
+        <translation>The command of this point has changed nothing. To put back what the one before it has changed (%1, %2): tadata undo %3</translation>
+    </message>
 </context>
 </TS>

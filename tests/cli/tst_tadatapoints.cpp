@@ -37,7 +37,8 @@ private Q_SLOTS:
     void whatIsNoPointIsRefused();
     void aBrokenPointIsNamedBesideTheOthers();
     void anImportThatFailsIsPutBack();
-    void aPointWithoutFilesIsPassedOver();
+    void aPointWithoutFilesPutsNothingBack();
+    void nobodyReadsWhatIsPrinted();
     void anImportWithoutAPoint();
     void optionsDecideHowManyStay();
     void settingsDecideHowManyStay();
@@ -221,21 +222,59 @@ void TadataPointsTest::anImportThatFailsIsPutBack()
              refused(QStringLiteral("--undo-on-error нельзя вместе с --no-restore-point")));
 }
 
-// It was killed before it touched anything, and does not stand in the way of those before it.
-void TadataPointsTest::aPointWithoutFilesIsPassedOver()
+// It was killed before it touched anything. Who takes it back does not mean the one before it, but
+// is told how to.
+void TadataPointsTest::aPointWithoutFilesPutsNothingBack()
 {
+    const QString id = QStringLiteral("20990101-000000-1");
+    const auto killed = [&] {
+        writeFile(pointsPath(id + QStringLiteral("/point.json")),
+                  R"({"by":"delete","complete":false,"created":[],"id":")" + id.toUtf8() +
+                      R"(","kept":[],"left":{},"series":["S/B/X"],"source":[],)"
+                      R"("when":"2099-01-01T00:00:00"})"
+                      "\n");
+        writeFile(pointsPath(id + QStringLiteral("/journal")), "");
+    };
+    const QString told = QStringLiteral("Точка %1: возвращено файлов: 0, удалено: 0\n"
+                                        "Команда, которую она сохранила, ничего не изменила.")
+                             .arg(id);
+    killed();
+    QCOMPARE(run(QStringLiteral("undo")), succeeded(told.toUtf8() + '\n'));
+    QVERIFY(QDir(pointsPath(id)).removeRecursively());
     const Tree before = stored();
     QCOMPARE(import(first), succeeded());
-    const QString id = QStringLiteral("20990101-000000-1");
-    writeFile(pointsPath(id + QStringLiteral("/point.json")),
-              R"({"by":"delete","complete":false,"created":[],"id":")" + id.toUtf8() +
-                  R"(","kept":[],"left":{},"series":["S/B/X"],"source":[],)"
-                  R"("when":"2099-01-01T00:00:00"})"
-                  "\n");
-    writeFile(pointsPath(id + QStringLiteral("/journal")), "");
+    const QString imported = newest();
+    const Tree after = stored();
+    killed();
     QCOMPARE(points().size(), 2);
-    QCOMPARE(run(QStringLiteral("undo")).exitCode, 0);
+    QCOMPARE(run(QStringLiteral("undo")),
+             succeeded(QStringLiteral("%1 Вернуть то, что изменила предыдущая (import, "
+                                      "NORD/MAIN/ALFA): tadata undo %2\n")
+                           .arg(told, imported)
+                           .toUtf8()));
+    QCOMPARE(stored(), after);
+    QCOMPARE(run(QStringLiteral("undo"), {imported}).exitCode, 0);
     QCOMPARE(stored(), before);
+}
+
+// As by "2>&1 | head": the signal for it would end the import before all is put back.
+void TadataPointsTest::nobodyReadsWhatIsPrinted()
+{
+    QCOMPARE(import(first), succeeded());
+    const Tree before = stored();
+    const QJsonArray pointsBefore = points();
+    writeFile(path("bars.csv"), second + QByteArray("rubbish\n"));
+    const QStringList shell{
+        QStringLiteral("-c"),
+        QStringLiteral("mkfifo pipe; exec 3<>pipe 4>pipe 3>&-; \"$@\" >&4 2>&4"),
+        QStringLiteral("bash"), tadataProgram()};
+    const Outcome outcome = runProgram(
+        QStringLiteral("bash"), shell + importLine(path("bars.csv"), words("--undo-on-error")),
+        testsupport::plainEnvironment(), directory().path());
+    QCOMPARE(outcome, (Outcome{1, QByteArray(), QByteArray()}));
+    QCOMPARE(stored(), before);
+    QCOMPARE(points(), pointsBefore);
+    QVERIFY(readTree(QDir(pointsPath(QStringLiteral("locks")))).isEmpty());
 }
 
 void TadataPointsTest::anImportWithoutAPoint()

@@ -176,6 +176,7 @@ void TestTakingBack::interruptedAtEachStep_data()
     QTest::addColumn<int>("signal");
     QTest::addColumn<QStringList>("options");
     QTest::newRow("SIGHUP, put back") << SIGHUP << words("--undo-on-error");
+    QTest::newRow("SIGHUP") << SIGHUP << QStringList();
     QTest::newRow("SIGINT") << SIGINT << QStringList();
     QTest::newRow("SIGTERM") << SIGTERM << QStringList();
     QTest::newRow("SIGINT, put back") << SIGINT << words("--undo-on-error");
