@@ -3,11 +3,20 @@
 
 import argparse
 import collections
+import contextlib
+import functools
+import json
+import os
 import pathlib
 import random
 import re
+import resource
+import shutil
+import signal
 import subprocess
 import sys
+import tempfile
+import time
 
 Mutant = collections.namedtuple("Mutant", "file line kind begin end text")
 
@@ -39,7 +48,7 @@ def places(code):
     """Everything that can be changed: what kind of change, from where to where, and into what."""
     for match in re.finditer(r" (==|!=|<=|>=|<|>) ", code):
         yield "comparison", match.start(1), match.end(1), COMPARISONS[match[1]]
-    for match in re.finditer(r" (&&|\|\|) ", code):
+    for match in re.finditer(r" (&&|\|\|)\s", code):
         yield "condition", match.start(1), match.end(1), JUNCTIONS[match[1]]
     for match in re.finditer(r"(?<![\w.'])\d+(?![\w.'])", code):
         yield "constant", match.start(), match.end(), str(int(match.group()) + 1)
@@ -70,40 +79,135 @@ def run(words, **options):
     return subprocess.run(words, capture_output=True, text=True, **options)
 
 
+class Test:
+    """A test of CTest, run without it: a change may make it endless, or greedy."""
+
+    NOT_RUN = {"packages", "x11"}
+
+    def __init__(self, shown, targets):
+        properties = {p["name"]: p["value"] for p in shown["properties"]}
+        self.name = shown["name"]
+        self.command = shown["command"]
+        self.directory = properties["WORKING_DIRECTORY"]
+        self.environment = dict(words.split("=", 1) for words in properties.get("ENVIRONMENT", []))
+        self.is_run = not self.NOT_RUN & set(properties.get("LABELS", []))
+        programs = (pathlib.PurePath(word).name for word in self.command)
+        self.target = next((name for name in programs if name in targets), None)
+        self.seconds = 0.0  # that it takes when nothing is changed
+
+    @staticmethod
+    def limits():
+        resource.setrlimit(resource.RLIMIT_AS, (16 << 30, 16 << 30))
+        resource.setrlimit(resource.RLIMIT_FSIZE, (4 << 30, 4 << 30))
+
+    def passes(self, counts, seconds=1500.0):
+        """Counts of lines go below a folder, which is made. Endless is what takes too many seconds."""
+        environment = os.environ | self.environment | {"GCOV_PREFIX": str(counts)}
+        with subprocess.Popen(
+            self.command, cwd=self.directory, env=environment, stdin=subprocess.DEVNULL,
+            stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, start_new_session=True,
+            preexec_fn=self.limits,
+        ) as process:
+            try:
+                result = process.wait(seconds)
+            except subprocess.TimeoutExpired:
+                result = "endless"
+            if result == "endless" or result < 0:
+                with contextlib.suppress(ProcessLookupError):
+                    os.killpg(process.pid, signal.SIGKILL)
+        # What a test that has crashed leaves would let the next one fail.
+        shutil.rmtree(pathlib.Path(self.command[0]).parent / "user", ignore_errors=True)
+        return result == 0
+
+    def fails(self):
+        """Whether it fails twice: some would fail now and then, and kill a change that nobody sees."""
+        for _ in range(2):
+            with tempfile.TemporaryDirectory() as counts:
+                if self.passes(counts, 20 + 10 * self.seconds):
+                    return False
+        return True
+
+
 class Tests:
-    """The tests of a build, and what each is built of."""
+    """The tests of a build that counts lines, and which of them run which line."""
 
-    def __init__(self, source, build):
-        self.source, self.build = source, build
-        targets = run(["ninja", "-C", build, "-t", "targets", "all"]).stdout
-        self.names = sorted(set(re.findall(r"^(tst_\w+|fuzz_\w+): phony", targets, re.M)))
-        self.inputs = {name: self.inputs_of(name) for name in self.names}
+    def __init__(self, build):
+        self.build = pathlib.Path(build).resolve()
+        self.counts = self.build.parent / "counts"
+        subprocess.run(["ninja", "-C", build, "all"], check=True, stdout=sys.stderr)
+        listed = run(["ninja", "-C", build, "-t", "targets", "all"]).stdout
+        targets = set(re.findall(r"^(\w+): phony", listed, re.M))
+        shown = json.loads(run(["ctest", "--test-dir", build, "--show-only=json-v1"]).stdout)
+        tests = [Test(each, targets) for each in shown["tests"]]
+        self.tests = [test for test in tests if test.is_run and test.target]
+        self.run_all()
+        commands = json.loads((self.build / "compile_commands.json").read_text())
+        self.objects = collections.defaultdict(list)
+        for command in commands:
+            self.objects[command["file"]].append(command["output"])
 
-    def inputs_of(self, name):
-        lines = run(["ninja", "-C", self.build, "-t", "inputs", name]).stdout.splitlines()
-        return {pathlib.PurePath(line).as_posix() for line in lines}
+    def run_all(self):
+        """Each by itself, unchanged; those that fail so are not asked any more."""
+        shutil.rmtree(self.counts, ignore_errors=True)
+        failing = []
+        for test in self.tests:
+            begin = time.monotonic()
+            if not test.passes(self.counts / test.name):
+                failing.append(test)
+                print(f"fails without a change: {test.name}", flush=True)
+            test.seconds = time.monotonic() - begin
+        self.tests = [test for test in self.tests if test not in failing]
+        seconds = sum(test.seconds for test in self.tests)
+        print(f"{len(self.tests)} tests, {seconds:.0f} seconds unchanged", flush=True)
 
-    def of(self, file):
-        """Those that are linked with a file, the smallest first. A header has its source's."""
-        stem = (self.source / file).with_suffix(".cpp").resolve().as_posix()
-        near = [name for name in self.names if stem in self.inputs[name]]
-        return sorted(near, key=lambda name: len(self.inputs[name]))
+    @functools.cache
+    def lines_run(self, file, test_name):
+        """How often a test has run the lines of a file; those without a number are not there."""
+        lines = collections.Counter()
+        for output in self.objects[file]:
+            notes = (self.build / output).with_suffix(".gcno")
+            counted = (self.counts / test_name).joinpath(*notes.with_suffix(".gcda").parts[1:])
+            if not counted.exists():
+                continue
+            beside = counted.with_suffix(".gcno")
+            if not beside.exists():
+                beside.symlink_to(notes)
+            told = run(["gcov", "--json-format", "--stdout", counted.name], cwd=counted.parent)
+            for report in map(json.loads, told.stdout.splitlines()):
+                for of_file in report["files"]:
+                    if (self.build / of_file["file"]).resolve().as_posix() == file:
+                        for line in of_file["lines"]:
+                            lines[line["line_number"]] += line["count"]
+        return lines
 
-    def fails(self, name):
-        """Why a test sees the change; None where it does not."""
-        if run(["ninja", "-C", self.build, name]).returncode != 0:
+    def reaching(self, file, line):
+        """The tests that run a line, the quickest first. What is no statement, they run with the file."""
+        found = []
+        for test in self.tests:
+            lines = self.lines_run(file, test.name)
+            if lines[line] > 0 or (line not in lines and any(lines.values())):
+                found.append(test)
+        return sorted(found, key=lambda test: test.seconds)
+
+    def build_of(self, names):
+        return run(["ninja", "-C", str(self.build), *names]).returncode == 0
+
+    def judge(self, file, line):
+        """Why the change of a line is seen; None where it is not."""
+        tests = self.reaching(file, line)
+        if not self.build_of(self.objects[file]):
             return "does not build"
-        wanted = f"^{name}(_corpus)?$"
-        tested = run(["ctest", "--test-dir", self.build, "-R", wanted, "--timeout", "300"])
-        return name if tested.returncode != 0 else None
-
-
-def judge(tests, mutant):
-    for name in tests.of(mutant.file):
-        reason = tests.fails(name)
-        if reason:
-            return reason
-    return None
+        begin = 0
+        # To link many programs at once is quick; mostly the first ones do.
+        for end in (2, 8, len(tests)):
+            some = tests[begin:end]
+            if some and not self.build_of(sorted({test.target for test in some})):
+                return "does not build"
+            for test in some:
+                if test.fails():
+                    return test.name
+            begin = end
+        return None if tests else "no test runs it"
 
 
 def changed_line(root, mutant):
@@ -116,7 +220,7 @@ def try_out(root, tests, mutant):
     original = path.read_text()
     path.write_text(original[: mutant.begin] + mutant.text + original[mutant.end :])
     try:
-        return judge(tests, mutant), changed_line(root, mutant)
+        return tests.judge(path.resolve().as_posix(), mutant.line), changed_line(root, mutant)
     finally:
         path.write_text(original)
 
@@ -140,7 +244,7 @@ def main():
               for m in mutants_of(options.source, file)]
     chosen = random.Random(options.seed).sample(all_of, min(options.count, len(all_of)))
     print(f"{len(all_of)} places, {len(chosen)} changes, seed {options.seed}", flush=True)
-    tests = None if options.list else Tests(options.source, options.build)
+    tests = None if options.list else Tests(options.build)
     results = collections.Counter()
     for mutant in chosen:
         where = f"{mutant.file}:{mutant.line}: {mutant.kind}"
@@ -148,10 +252,10 @@ def main():
             print(where, repr(mutant.text))
             continue
         reason, line = try_out(options.source, tests, mutant)
-        result = {"does not build": "no program", None: "survived"}.get(reason, "killed")
+        result = {"does not build": "no program", "no test runs it": "survived", None: "survived"}
+        result = result.get(reason, "killed")
         results[result] += 1
-        print(f"{result}: {where}: {line}" + (f" ({reason})" if result == "killed" else ""),
-              flush=True)
+        print(f"{result}: {where}: {line}" + (f" ({reason})" if reason else ""), flush=True)
     print(", ".join(f"{name}: {count}" for name, count in sorted(results.items())))
     return 1 if results["survived"] else 0
 

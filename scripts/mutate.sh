@@ -1,24 +1,28 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# Changes the product in one place at a time, builds it and runs the tests that are linked with that
-# place: a change that no test sees is printed. It works on a copy in build/mutants.
+# Changes the product in one place at a time, builds it and runs the tests that reach that place: a
+# change that no test sees is printed. It works on a copy in build/mutants, where all tests run once
+# beforehand to count the lines that each reaches.
 #
 #   scripts/mutate.sh [--count N] [--seed S] [--list] [FILE...]
 #
 #   --count N    how many changes, chosen at random (10)
 #   --seed S     with which seed (1); the same seed at the same commit makes the same changes
 #   --list       only says what they would be
-#   FILE...      in these files of src/ and host/lib/history; without them in all
+#   FILE...      in these sources of src/ and host/lib/history; without them in all
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 . scripts/install-packages.sh
 
-install_packages "${build_packages[@]}" "${test_packages[@]}"
+install_packages "${build_packages[@]}" "${test_packages[@]}" "${coverage_packages[@]}"
 copy=build/mutants/source
 mkdir -p "$copy"
-# Files keep their times, so that what is the same is not built anew.
-git ls-files -z | xargs -0 cp --parents -u -p -t "$copy"
+# What is the same is not built anew; what is copied is, since it is new.
+(cd "$copy" && find . -type f) | sed 's|^\./||' | sort | comm -23 - <(git ls-files | sort) |
+    sed "s|^|$copy/|" | xargs -r -d '\n' rm
+git ls-files | while read -r file; do cmp -s "$file" "$copy/$file" || echo "$file"; done |
+    xargs -r -d '\n' cp --parents -t "$copy"
 cmake -S "$copy" -B build/mutants/build -G Ninja -DCMAKE_BUILD_TYPE=Debug \
+    -DCMAKE_CXX_FLAGS_DEBUG=-O0 -DCMAKE_EXPORT_COMPILE_COMMANDS=ON -DTADATA_COVERAGE=ON \
     -DTADATA_PRECOMPILED_HEADERS=ON -DTADATA_WARNINGS_AS_ERRORS=OFF >/dev/null
-exec env QT_QPA_PLATFORM=offscreen CCACHE_READONLY=1 \
-    python3 scripts/mutate.py "$copy" build/mutants/build "$@"
+exec env TZ=UTC LC_ALL=C.UTF-8 python3 scripts/mutate.py "$copy" build/mutants/build "$@"
