@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr size_t blockSize = 256 * 1024;
+constexpr size_t blockSize = size_t(256) * 1024;
 constexpr std::string_view unusedColumns = ";0.00;0\n";
 
 [[noreturn]] void fail(const char* what, const std::string& name)

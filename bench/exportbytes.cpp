@@ -20,7 +20,7 @@
 
 namespace {
 
-constexpr size_t blockSize = 256 * 1024;
+constexpr size_t blockSize = size_t(256) * 1024;
 constexpr int secondsOfDay = 24 * 60 * 60;
 constexpr std::string_view heading =
     "\xef\xbb\xbf<TICKER>,<PER>,<DATE>,<TIME>,<OPEN>,<HIGH>,<LOW>,<CLOSE>,<VOL>,<VAL>,<OPEN_INT>\n";

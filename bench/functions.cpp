@@ -284,6 +284,7 @@ BENCHMARK(decimalToString)->Name("decimal::toString");
 void decimalsById(benchmark::State& state)
 {
     std::vector<qint64> ids;
+    ids.reserve(securities);
     for (int i = 0; i < securities; ++i)
         ids.push_back(firstSecurityId + i * qint64(37) % securities);
     forEach(state, ids, [](qint64 id) {
@@ -329,7 +330,7 @@ void editorLoad(benchmark::State& state)
 {
     const StoredSeries& series = StoredSeries::instance();
     EditorTADataModel model(nullptr);
-    for (auto _ : state)
+    for ([[maybe_unused]] auto _ : state)
         series.loadInto(model);
     constexpr int rows = days * barsOfDay;
     if (model.rowCount() != rows)

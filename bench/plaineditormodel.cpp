@@ -6,6 +6,8 @@
 #include <QtCore/QTextStream>
 
 #include <algorithm>
+#include <functional>
+#include <utility>
 
 PlainEditorModel::PlainEditorModel(QObject* parent)
     : QAbstractTableModel(parent)
@@ -34,7 +36,7 @@ void PlainEditorModel::load(const QDir& dir, const QDateTime& from, const QDateT
             DataRow row;
             if (fields.size() == columns) {
                 row.fields[0] = QLocale().toString(time, QLocale::ShortFormat);
-                std::copy(fields.begin() + 1, fields.end(), row.fields + 1);
+                std::copy(fields.begin() + 1, fields.end(), row.fields.begin() + 1);
                 row.key = time.toString(QStringLiteral("yyyyMMdd hhmmss"));
             }
             m_rows.append(row);
@@ -56,10 +58,10 @@ int PlainEditorModel::find(const QString& key) const
 
 void PlainEditorModel::delRows(QList<int> rows)
 {
-    std::sort(rows.begin(), rows.end());
-    for (auto row = rows.crbegin(); row != rows.crend(); ++row) {
-        beginRemoveRows(QModelIndex(), *row, *row);
-        m_rows.removeAt(*row);
+    std::sort(rows.begin(), rows.end(), std::greater<>());
+    for (const int row : std::as_const(rows)) {
+        beginRemoveRows(QModelIndex(), row, row);
+        m_rows.removeAt(row);
         endRemoveRows();
     }
 }

@@ -6,6 +6,8 @@
 #include <QtCore/QDir>
 #include <QtCore/QList>
 
+#include <array>
+
 /// What the editor's model is measured against: the same table in the plain way, with nine strings
 /// a row made when the files are read, and rows taken out of the list one by one.
 class PlainEditorModel final : public QAbstractTableModel
@@ -28,7 +30,7 @@ private:
 
     struct DataRow
     {
-        QString fields[columns];
+        std::array<QString, columns> fields;
         QString key;
     };
 

@@ -122,7 +122,7 @@ int main(int argc, char** argv)
     for (int run = 0; run < runs; ++run) {
         const Filled filled = fillModels();
         if (filled.securities != found || found != series || filled.stocks != stockCount ||
-            filled.boards != stockCount * boardsOfStock) {
+            filled.boards != qsizetype(stockCount) * boardsOfStock) {
             std::fprintf(stderr, "Of %d series %lld are shown and %lld found\n", series,
                          static_cast<long long>(filled.securities), static_cast<long long>(found));
             return EXIT_FAILURE;

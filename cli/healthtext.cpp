@@ -215,7 +215,7 @@ QStringList WorstDays::lines() const
 QString monthCalendar(const SeriesHealth& health, const QDate& month, bool inAscii)
 {
     constexpr int daysOfWeek = 7;
-    constexpr int cell = 4;
+    constexpr qsizetype cell = 4;
     QString text = QStringLiteral("%1, %2\n%3\n")
                        .arg(nameOf(health), month.toString(QStringLiteral("yyyy-MM")),
                             Text::tr(" Пн  Вт  Ср  Чт  Пт  Сб  Вс"));

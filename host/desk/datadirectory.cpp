@@ -16,7 +16,7 @@ struct Text
     Q_DECLARE_TR_FUNCTIONS(vexdesk::DataDirectory)
 };
 
-constexpr qsizetype leastRoom = 64 * 1024; // bytes; less is as good as nothing
+constexpr qsizetype leastRoom = qsizetype(64) * 1024; // bytes; less is as good as nothing
 
 } // namespace
 

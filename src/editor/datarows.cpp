@@ -49,7 +49,7 @@ void DataRows::appendBlank()
 void DataRows::expectDays(qsizetype count)
 {
     // Should the days be much shorter, squeeze() takes back what is too much.
-    constexpr qsizetype most = 8 * 1000 * 1000;
+    constexpr qsizetype most = qsizetype(8) * 1000 * 1000;
     m_rows.reserve(static_cast<size_t>(std::min(most, size() * count)));
 }
 
@@ -68,7 +68,7 @@ void DataRows::squeeze()
 
 qsizetype DataRows::memory() const
 {
-    auto bytes = static_cast<qsizetype>(m_rows.capacity() * sizeof(DataRow));
+    auto bytes = static_cast<qsizetype>(m_rows.capacity()) * qsizetype(sizeof(DataRow));
     for (const Day& day : m_days)
         bytes += day.text.capacity() + static_cast<qsizetype>(sizeof(Day));
     return bytes;

@@ -10,6 +10,7 @@
 #include <vexdesk/history/filestate.h>
 
 #include <algorithm>
+#include <functional>
 #include <utility>
 
 using tadata::TimeOfDayRange;
@@ -159,12 +160,12 @@ int EditorTADataModel::find(const QString& key) const
 
 void EditorTADataModel::delRows(QList<int> rows)
 {
-    std::sort(rows.begin(), rows.end());
-    for (auto row = rows.crbegin(); row != rows.crend(); ++row) {
-        if (*row < 0 || *row >= rowCount())
+    std::sort(rows.begin(), rows.end(), std::greater<>());
+    for (const int row : std::as_const(rows)) {
+        if (row < 0 || row >= rowCount())
             continue;
-        beginRemoveRows(QModelIndex(), *row, *row);
-        m_rows.remove(*row);
+        beginRemoveRows(QModelIndex(), row, row);
+        m_rows.remove(row);
         endRemoveRows();
     }
 }

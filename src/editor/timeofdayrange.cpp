@@ -6,7 +6,7 @@ namespace tadata {
 namespace {
 
 constexpr qint64 msPerSecond = 1000;
-constexpr qint64 msPerDay = 24 * 60 * 60 * msPerSecond;
+constexpr qint64 msPerDay = msPerSecond * 24 * 60 * 60;
 
 qint64 sinceMidnight(const QDate& day, const QDateTime& time)
 {

@@ -169,7 +169,7 @@ public:
     }
 
 private:
-    static constexpr qint64 length = 24 * 60 * 60 * 1000;
+    static constexpr qint64 length = qint64(24) * 60 * 60 * 1000;
 
     qint64 m_begin;
 };

@@ -71,6 +71,7 @@ MissingDays missingDays(const std::vector<QDate>& days, const BoardDays& board)
     if (days.empty())
         return found;
     std::vector<WeekdayHabit> habits;
+    habits.reserve(daysOfWeek);
     for (int day = 0; day < daysOfWeek; ++day)
         habits.emplace_back(days, days.front().addDays(day));
     auto next = days.begin();

@@ -123,7 +123,8 @@ Outcome BarSorter::spill()
 {
     sortEntries();
     QByteArray part;
-    part.reserve(m_text.size() + static_cast<qsizetype>(m_entries.size() * sizeof(Head)));
+    part.reserve(m_text.size() +
+                 static_cast<qsizetype>(m_entries.size()) * qsizetype(sizeof(Head)));
     for (const Entry& entry : m_entries) {
         const Head head{entry.day, entry.second, static_cast<qint32>(entry.size)};
         part.append(reinterpret_cast<const char*>(&head), sizeof head);

@@ -18,7 +18,6 @@
 
 namespace tadata {
 
-using vexdesk::Failure;
 using vexdesk::Outcome;
 using vexdesk::Result;
 
@@ -212,7 +211,7 @@ Result<FileSample> sampleFile(const QString& path)
         return marked.failure();
 
     FileSample sample;
-    sample.lines.reserve(2 * linesOfHalf);
+    sample.lines.reserve(size_t(2) * linesOfHalf);
     take(reader, linesOfHalf, &sample);
     const qint64 rest = reader.position();
     const qint64 size = reader.size();

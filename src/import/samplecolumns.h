@@ -73,7 +73,7 @@ public:
     Column column(int index);
 
 private:
-    QByteArrayView nextField(size_t line);
+    QByteArrayView nextField(size_t index);
 
     const SampleBody* m_body;
     int m_next = 0;                  ///< column

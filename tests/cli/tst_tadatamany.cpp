@@ -111,7 +111,7 @@ void TadataManyTest::filesOfOneSeriesComeInTheirOrder()
         const QByteArray name = "file" + QByteArray::number(i) + ".csv";
         const QByteArray price = QByteArray::number(i + 1);
         // The earlier, the longer.
-        write(name, bar("20240116", price.constData()).repeated((12 - i) * 200) +
+        write(name, bar("20240116", price.constData()).repeated(qsizetype(12 - i) * 200) +
                         bar("20240115", price.constData()));
         names += name + ' ';
     }

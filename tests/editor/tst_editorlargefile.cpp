@@ -20,14 +20,14 @@ using testsupport::editedBarLine;
 
 namespace {
 
-constexpr qint64 megabyte = 1024 * 1024;
+constexpr qint64 megabyte = qint64(1024) * 1024;
 constexpr qint64 large = 100 * megabyte;
 const QDate day(2023, 1, 5);
 
 // Many bars have the same second.
 QTime timeOf(int number, int count)
 {
-    constexpr qint64 secondsPerDay = 24 * 60 * 60;
+    constexpr qint64 secondsPerDay = qint64(24) * 60 * 60;
     return QTime(0, 0).addSecs(static_cast<int>(number * secondsPerDay / count));
 }
 

@@ -272,7 +272,7 @@ QByteArray TestCrowd::takeAllBack() const
     const Outcome listed = runTadata(words("points --json") + where);
     const QJsonArray points =
         QJsonDocument::fromJson(listed.out)[QStringLiteral("points")].toArray();
-    for (const QJsonValue& point : points) {
+    for (const auto& point : points) {
         const QString id = point[QStringLiteral("id")].toString();
         const Outcome undone = runTadata(words("undo --keep 100000") + where + QStringList{id});
         if (undone.exitCode != 0)

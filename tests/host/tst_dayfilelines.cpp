@@ -23,7 +23,7 @@ using vexdesk::DayFileLines;
 namespace {
 
 // Of those who read day files, and of an import.
-constexpr qsizetype blockSize = 256 * 1024;
+constexpr qsizetype blockSize = qsizetype(256) * 1024;
 constexpr qsizetype smallBlockSize = 16384;
 const QByteArray bar = "093000;1.50;1.70;1.40;1.60;12;345.60;7";
 

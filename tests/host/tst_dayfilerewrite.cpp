@@ -49,7 +49,7 @@ QByteArray rewritten(const QByteArray& line)
 QByteArray manyLines(char character)
 {
     QByteArray lines;
-    for (int size = 1; lines.size() < 3 * 1024 * 1024; size = size % 5000 + 7)
+    for (int size = 1; lines.size() < qsizetype(3) * 1024 * 1024; size = size % 5000 + 7)
         lines += QByteArray(size, character) + '\n';
     return lines;
 }

@@ -534,7 +534,7 @@ void TestImportCommand::showsANameAsItIs()
 void TestImportCommand::tellsTheBeginningOfAHugeField()
 {
     constexpr qsizetype length = 10'000'000;
-    constexpr qsizetype shownLength = 32 * 1024;
+    constexpr qsizetype shownLength = qsizetype(32) * 1024;
     const QByteArray bars = QByteArray("20240115;100000;1;1;1;1\n").repeated(11);
     const QString beginning = QStringLiteral("Ошибка при импорте 12-й строки:\n"
                                              "Некорректное число '");

@@ -39,7 +39,7 @@ bool hasUnits(double number, double power)
 
 double doubleAt(const quint32* words)
 {
-    double number;
+    double number = 0;
     std::memcpy(&number, words, sizeof(number));
     return number;
 }
@@ -152,7 +152,7 @@ double BarBlock::moneyOf(const quint32* row) const
         return doubleAt(row + m_moneyAt);
     if (!m_isMoneyShared)
         return 0;
-    qint64 both;
+    qint64 both = 0;
     std::memcpy(&both, row, sizeof(both));
     return static_cast<double>(both >> secondBits) / m_moneyPower;
 }
@@ -162,7 +162,8 @@ Bar BarBlock::at(qsizetype index) const
     const quint32* const words = row(index);
     const quint32* const prices = words + m_volumeAt + 1;
     const auto price = [this, prices](Price one) {
-        return m_hasUnits ? priceOf(prices[one]) : doubleAt(prices + wordsOfDouble * one);
+        return m_hasUnits ? priceOf(prices[one])
+                          : doubleAt(prices + qsizetype(wordsOfDouble) * one);
     };
     Bar bar;
     bar.time = m_midnight + secondOf(index);
@@ -209,7 +210,8 @@ Bar BarBlock::sum(qsizetype first, qsizetype last) const
 
 qsizetype BarBlock::bytes() const
 {
-    return static_cast<qsizetype>(sizeof(*this) + m_words.capacity() * sizeof(quint32));
+    return static_cast<qsizetype>(sizeof(*this)) +
+           static_cast<qsizetype>(m_words.capacity()) * static_cast<qsizetype>(sizeof(quint32));
 }
 
 } // namespace vexdesk

@@ -9,7 +9,7 @@
 /// skips has its place like any other, so nothing here knows a time zone. Any thread.
 namespace vexdesk {
 
-constexpr qint64 secondsPerDay = 24 * 60 * 60;
+constexpr qint64 secondsPerDay = qint64(24) * 60 * 60;
 
 /// The largest integer that is not above numerator / denominator.
 constexpr qint64 floorDivided(qint64 numerator, qint64 denominator)

@@ -62,7 +62,8 @@ public:
         const QJsonValue value = take(name);
         m_isRight = m_isRight && value.isArray();
         QStringList list;
-        for (const QJsonValue& one : value.toArray()) {
+        const QJsonArray array = value.toArray();
+        for (const auto& one : array) {
             m_isRight = m_isRight && one.isString();
             list.append(one.toString());
         }

@@ -24,7 +24,8 @@ constexpr qsizetype longestShown = 4096;
 
 bool isBigEndian(const std::optional<QStringConverter::Encoding>& encoding)
 {
-    return encoding == QStringConverter::Utf16BE || encoding == QStringConverter::Utf32BE;
+    return encoding &&
+           (*encoding == QStringConverter::Utf16BE || *encoding == QStringConverter::Utf32BE);
 }
 
 qsizetype markSize(const std::optional<QStringConverter::Encoding>& encoding)

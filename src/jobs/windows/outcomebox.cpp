@@ -12,7 +12,7 @@ constexpr qsizetype shownCharacters = 600;
 constexpr qsizetype shownLines = 12;
 // What has no place for a line break is shown on one line, and a box is never wider than this.
 constexpr qsizetype unbrokenCharacters = 100;
-constexpr qsizetype detailsCharacters = 32 * 1024;
+constexpr qsizetype detailsCharacters = qsizetype(32) * 1024;
 
 // Where a text may be cut at this place or just before it.
 qsizetype cutBefore(const QString& text, qsizetype at)

@@ -270,7 +270,7 @@ void TestSeriesFeed::summariesAreEnoughForLongCandles()
 void TestSeriesFeed::keepsWhatWasWantedLast()
 {
     constexpr int days = 30;
-    constexpr int bars = 500;
+    constexpr qsizetype bars = 500;
     writeDays(days, bars);
     const qint64 oneDay = vexdesk::readDay(path(dayFile(day)), day).bars->bytes();
     const qint64 most = 6 * oneDay + oneDay / 2;
@@ -473,7 +473,7 @@ void TestSeriesFeed::seesADirectoryThatGoesAndComesBack()
 
 void TestSeriesFeed::readsOnlyTheDaysThatHaveChanged()
 {
-    constexpr int days = 30;
+    constexpr qsizetype days = 30;
     writeDays(days, 5);
     m_feed->choose(alfa);
     QTRY_COMPARE(barCount(), 5 * days);
@@ -490,7 +490,7 @@ void TestSeriesFeed::tellsManyFilesInFewTurns()
     m_feed->choose(alfa);
     QTRY_COMPARE(barCount(), 0);
     m_told = 0;
-    constexpr int days = 500;
+    constexpr qsizetype days = 500;
     QElapsedTimer timer;
     timer.start();
     for (int i = 0; i < days; ++i) {

@@ -37,7 +37,6 @@ using testsupport::Permissions;
 using testsupport::writeFile;
 using vexdesk::ChartPage;
 using vexdesk::ChartState;
-using vexdesk::SeriesName;
 using vexdesk::SeriesTree;
 
 namespace {
