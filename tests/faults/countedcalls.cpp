@@ -282,6 +282,7 @@ INTERPOSED_OPEN(open64)
 INTERPOSED_OPENAT(openat)
 INTERPOSED_OPENAT(openat64)
 
+// NOLINTBEGIN(bugprone-macro-parentheses): "declared" has its own
 // A call that is known by a path (the one that it makes or removes), or by a descriptor.
 #define INTERPOSED_CALL(name, kind, by, declared, given)                                           \
     INTERPOSED int name declared noexcept                                                          \
@@ -296,6 +297,7 @@ INTERPOSED_OPENAT(openat64)
         static const auto call = real<int(*) declared>(#name);                                     \
         return carryOut(fateOf(#name, kind, directory, path), -1, [&] { return call given; });     \
     }
+// NOLINTEND(bugprone-macro-parentheses)
 
 INTERPOSED_CALL(rename, Kind::Changes, to, (const char* from, const char* to), (from, to))
 INTERPOSED_AT(renameat2, Kind::Changes, toDir, to,

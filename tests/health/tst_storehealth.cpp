@@ -19,7 +19,6 @@
 using tadata::DayHealth;
 using tadata::Gap;
 using tadata::HealthQuery;
-using tadata::HealthScope;
 using tadata::SeriesHealth;
 using tadata::StoreHealth;
 using tadata::UnreadFile;

@@ -95,7 +95,7 @@ void TestLanguage::translationsAreBesideTheProgramOrInstalled()
     const QDir program(QCoreApplication::applicationDirPath());
     QCOMPARE(directories.value(0), program.filePath(QStringLiteral("translations")));
     QCOMPARE(directories.size(), 2);
-    const QString installed = directories.at(1);
+    const QString& installed = directories.at(1);
     QVERIFY2(QDir::isAbsolutePath(installed), qPrintable(installed));
     QVERIFY2(installed.endsWith(QStringLiteral("/vexdesk/translations")), qPrintable(installed));
     QCOMPARE(installed, QDir::cleanPath(installed));

@@ -32,7 +32,6 @@ using vexdesk::Crosshair;
 using vexdesk::PlacedCandle;
 using vexdesk::SlotRange;
 using vexdesk::Timeframe;
-using vexdesk::wallTime;
 
 namespace {
 

@@ -10,7 +10,6 @@
 
 using vexdesk::MovingAverage;
 using vexdesk::PlacedCandle;
-using vexdesk::StudyRow;
 using vexdesk::StudyShapes;
 using vexdesk::VolumeByPrice;
 

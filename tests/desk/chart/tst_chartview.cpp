@@ -33,7 +33,6 @@ using testsupport::moveMouse;
 using testsupport::placeOf;
 using testsupport::SeriesPointer;
 using vexdesk::BarSeries;
-using vexdesk::Candle;
 using vexdesk::ChartColors;
 using vexdesk::ChartLayout;
 using vexdesk::ChartMark;

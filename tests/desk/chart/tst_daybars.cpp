@@ -236,7 +236,7 @@ void TestDayBars::putsBarsInOrder()
     for (int i = 0; i < count; ++i) {
         QCOMPARE(day->secondOf(i), i / 2);
         // Of the same time, the one that came first is the first.
-        QCOMPARE(day->at(i).open, double(count - 2 - i / 2 * 2 + i % 2));
+        QCOMPARE(day->at(i).open, double(count - 2 - (i - i % 2) + i % 2));
     }
 }
 
