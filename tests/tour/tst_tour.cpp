@@ -34,7 +34,7 @@ QMap<QString, QByteArray> wantedDayFiles(const QByteArray& input)
         const QByteArray time = QByteArray(fields.at(1)).remove(2, 1) + "00";
         if (day == "20240115" && time >= "102000" && time < "103000")
             continue;
-        const QByteArray volume = fields.at(6);
+        const QByteArray& volume = fields.at(6);
         files[QString::fromLatin1(day) + QStringLiteral("_60.iss")] +=
             time + ';' + fields.mid(2, 4).join(';') +
             (day == "20240117" ? ';' + volume + ";0.00" : ";0.00;" + volume) + ";0\n";
