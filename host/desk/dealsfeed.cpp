@@ -2,7 +2,6 @@
 #include "desk/dealsfeed.h"
 
 #include <vexdesk/terminal/core.h>
-#include <vexdesk/terminal/database.h>
 #include <vexdesk/terminal/rawqueue.h>
 #include <vexdesk/terminal/referencedata.h>
 

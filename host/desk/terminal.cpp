@@ -9,7 +9,6 @@
 #include "desk/languagechoice.h"
 #include "desk/mainwindow.h"
 
-#include <vexdesk/terminal/database.h>
 #include <vexdesk/terminal/deals.h>
 #include <vexdesk/terminal/referencedata.h>
 

@@ -18,7 +18,6 @@
 #include "support/userhands.h"
 
 #include <vexdesk/terminal/core.h>
-#include <vexdesk/terminal/database.h>
 #include <vexdesk/terminal/deals.h>
 
 #include <QtCore/QTemporaryDir>

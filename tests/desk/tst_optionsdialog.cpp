@@ -5,7 +5,6 @@
 #include "desk/pluginloader.h"
 #include "messageboxes.h"
 #include "support/child.h"
-#include "support/filetree.h"
 #include "support/modalsteps.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"

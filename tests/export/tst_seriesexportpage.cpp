@@ -9,7 +9,6 @@
 #include "support/strictlog.h"
 #include "support/userhands.h"
 
-#include <vexdesk/boarddirectory.h>
 #include <vexdesk/boardselectorbox.h>
 #include <vexdesk/securityselectorbox.h>
 #include <vexdesk/stockdirectory.h>

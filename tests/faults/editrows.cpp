@@ -5,7 +5,6 @@
 
 #include "editortadatamodel.h"
 
-#include <vexdesk/history/seriesfiles.h>
 #include <vexdesk/history/storejob.h>
 
 #include <QtCore/QCoreApplication>

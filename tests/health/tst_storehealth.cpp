@@ -5,7 +5,6 @@
 #include "support/dayfiles.h"
 #include "support/filetree.h"
 #include "support/localzone.h"
-#include "support/otheruser.h"
 #include "support/strictlog.h"
 
 #include <vexdesk/history/dayfilenames.h>

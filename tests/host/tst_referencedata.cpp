@@ -2,7 +2,6 @@
 #include <vexdesk/boarddirectory.h>
 #include <vexdesk/securitydirectory.h>
 #include <vexdesk/stockdirectory.h>
-#include <vexdesk/terminal/core.h>
 #include <vexdesk/terminal/referencedata.h>
 
 #include "support/filetree.h"

@@ -4,7 +4,6 @@
 #include "support/strictlog.h"
 #include "support/userhands.h"
 
-#include <vexdesk/boarddirectory.h>
 #include <vexdesk/boardselectorbox.h>
 #include <vexdesk/boardselectormodel.h>
 #include <vexdesk/database/table.h>

@@ -7,8 +7,6 @@
 #include "lineparser.h"
 #include "support/strictlog.h"
 
-#include <vexdesk/history/utf8.h>
-
 #include <QtCore/QRandomGenerator>
 #include <QtTest/QTest>
 

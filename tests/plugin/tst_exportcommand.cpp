@@ -14,7 +14,6 @@
 #include <vexdesk/database/exception.h>
 #include <vexdesk/terminal/core.h>
 #include <vexdesk/terminal/deals.h>
-#include <vexdesk/terminal/referencedata.h>
 
 #include <QtCore/QScopeGuard>
 #include <QtCore/QTemporaryDir>

@@ -13,7 +13,6 @@
 #include "support/terminal.h"
 #include "support/userhands.h"
 
-#include <vexdesk/appsettings.h>
 #include <vexdesk/ioptionspage.h>
 #include <vexdesk/terminal/core.h>
 

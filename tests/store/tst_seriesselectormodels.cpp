@@ -5,7 +5,6 @@
 #include "support/strictlog.h"
 #include "support/userhands.h"
 
-#include <vexdesk/boarddirectory.h>
 #include <vexdesk/boardselectorbox.h>
 #include <vexdesk/database/record.h>
 #include <vexdesk/properties.h>

@@ -5,7 +5,6 @@
 #include "restorefiles.h"
 
 #include <vexdesk/history/filestate.h>
-#include <vexdesk/history/serieslock.h>
 
 #include <QtCore/QCryptographicHash>
 #include <QtCore/QFile>

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 // Where everything on the chart stands, at every size.
 
-#include "chartsupport.h"
-#include "desk/chart/axisticks.h"
+#include "chartseries.h"
+#include "desk/chart/chartlayout.h"
 #include "desk/chart/movingaverage.h"
 #include "desk/chart/volumebyprice.h"
-#include "desk/chart/wallclock.h"
 #include "support/strictlog.h"
 
 #include <QtCore/QLocale>

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "chartseries.h"
 #include "desk/chart/movingaverage.h"
 #include "desk/chart/volumebyprice.h"
 #include "support/strictlog.h"

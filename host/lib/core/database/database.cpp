@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <vexdesk/terminal/database.h>
 
-#include <vexdesk/database/masterindex.h>
-
 #include <QtCore/QCoreApplication>
 
 #include <mutex>
