@@ -112,17 +112,20 @@ ExitCode showPlan(const RestorePlace& place, const RestorePointRecord& point, bo
 // it is taken back by whoever wants that, and not by somebody who has seen the newest one fail.
 QString earlierPoint(const RestorePlace& place, const RestorePointRecord& putBack)
 {
-    const auto found = vexdesk::restorePoints(place);
-    if (!putBack.paths().isEmpty() || !found)
+    if (!putBack.paths().isEmpty())
         return {};
+    const QString nothing = Text::tr("Команда, которую она сохранила, ничего не изменила.");
+    const auto found = vexdesk::restorePoints(place);
+    if (!found)
+        return nothing + u'\n';
     auto point = std::find_if(found->points.begin(), found->points.end(),
                               [&](const auto& one) { return one.id == putBack.id; });
     const auto hasFiles = [](const RestorePointRecord& one) { return !one.paths().isEmpty(); };
     point = std::find_if(point, found->points.end(), hasFiles);
     if (point == found->points.end())
-        return Text::tr("Команда, которую она сохранила, ничего не изменила.") + u'\n';
-    return Text::tr("Команда, которую она сохранила, ничего не изменила. Вернуть то, что изменила "
-                    "предыдущая (%1, %2): tadata undo %3")
+        return nothing + u'\n';
+    return nothing + u' ' +
+           Text::tr("Вернуть то, что изменила предыдущая (%1, %2): tadata undo %3")
                .arg(point->by, escaped(point->series.join(QStringLiteral(", "))), point->id) +
            u'\n';
 }

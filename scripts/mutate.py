@@ -116,7 +116,8 @@ class Test:
                 with contextlib.suppress(ProcessLookupError):
                     os.killpg(process.pid, signal.SIGKILL)
         # What a test that has crashed leaves would let the next one fail.
-        shutil.rmtree(pathlib.Path(self.command[0]).parent / "user", ignore_errors=True)
+        program = next(w for w in self.command if pathlib.PurePath(w).name == self.target)
+        shutil.rmtree(pathlib.Path(program).parent / "user", ignore_errors=True)
         return result == 0
 
     def fails(self):

@@ -1124,8 +1124,8 @@ Hint: tadata --help</translation>
         <translation>The command of this point has changed nothing.</translation>
     </message>
     <message>
-        <source>Команда, которую она сохранила, ничего не изменила. Вернуть то, что изменила предыдущая (%1, %2): tadata undo %3</source>
-        <translation>The command of this point has changed nothing. To put back what the one before it has changed (%1, %2): tadata undo %3</translation>
+        <source>Вернуть то, что изменила предыдущая (%1, %2): tadata undo %3</source>
+        <translation>To put back what the one before it has changed (%1, %2): tadata undo %3</translation>
     </message>
 </context>
 </TS>

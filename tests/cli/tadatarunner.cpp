@@ -88,6 +88,13 @@ Outcome runTadata(const QStringList& words, const QProcessEnvironment& environme
     return runProgram(tadataProgram(), words, environment, directory);
 }
 
+Outcome runTadataLimited(const QStringList& words)
+{
+    const QStringList limited{QStringLiteral("-c"), QStringLiteral("ulimit -f 1 && exec \"$@\""),
+                              QStringLiteral("bash"), tadataProgram()};
+    return runProgram(QStringLiteral("bash"), limited + words);
+}
+
 QStringList words(const char* text)
 {
     return QString::fromUtf8(text).split(u' ', Qt::SkipEmptyParts);

@@ -52,6 +52,9 @@ Outcome runTadata(const QStringList& words,
                   const QProcessEnvironment& environment = plainEnvironment(),
                   const QString& directory = QString());
 
+/// The same, by a shell that lets no file become larger than a kilobyte.
+Outcome runTadataLimited(const QStringList& words);
+
 /// The words of a command line, separated by blanks. For those that hold no blank themselves.
 QStringList words(const char* text);
 

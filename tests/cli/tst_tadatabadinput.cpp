@@ -502,12 +502,8 @@ void TadataBadInputTest::fileThatMayNotBecomeLarger()
         lines +=
             "20240115," + QByteArray::number(100'000 + minute * 100) + ",1.5,1.7,1.4,1.6,1,1,1\n";
     writeFile(path("bars.csv"), lines);
-    const QStringList limited{QStringLiteral("-c"), QStringLiteral("ulimit -f 1 && exec \"$@\""),
-                              QStringLiteral("bash"), tadataProgram()};
-    const Outcome outcome =
-        runProgram(QStringLiteral("bash"),
-                   limited + importLine(path("bars.csv"),
-                                        {QStringLiteral("--columns"), QLatin1String(allColumns)}));
+    const Outcome outcome = runTadataLimited(
+        importLine(path("bars.csv"), {QStringLiteral("--columns"), QLatin1String(allColumns)}));
     QCOMPARE(outcome.exitCode, 1);
     const QString file = path("store") + u'/' + ::stored("20240115_60.iss");
     QVERIFY2(QString::fromUtf8(outcome.err).contains(cannotWrite(file)), outcome.err.constData());

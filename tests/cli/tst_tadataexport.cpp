@@ -339,9 +339,7 @@ void TadataExportTest::aFileThatMayNotBecomeLargerIsNoSuccess()
     for (int minute = 0; minute < 60; ++minute)
         bars += QByteArray::number(100000 + minute * 100) + ";1.5;1.7;1.4;1.6;1;1;1\n";
     writeFile(path("store/NORD/MAIN/ALFA/20240115_60.iss"), bars);
-    const QStringList limited{QStringLiteral("-c"), QStringLiteral("ulimit -f 1 && exec \"$@\""),
-                              QStringLiteral("bash"), tadataProgram()};
-    QCOMPARE(runProgram(QStringLiteral("bash"), limited + exportLine(path("out.txt"))),
+    QCOMPARE(runTadataLimited(exportLine(path("out.txt"))),
              failed(QStringLiteral("Невозможно записать файл ") + path("out.txt"), EFBIG));
 }
 

@@ -392,7 +392,7 @@ void TestFormatImportPage::itsTextsAreItsOwn()
 void TestFormatImportPage::showsTheBeginningOfAHugeField()
 {
     const QString usual(1000, u'1');
-    const QString huge(10000000, u'X');
+    const QString huge(10'000'000, u'X');
     const QList<QString> lines{usual + u',' + huge};
     FormatImportPage page(lines);
     testsupport::child<QComboBox>(&page, "separator")->setCurrentIndex(Comma);

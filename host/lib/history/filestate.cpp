@@ -17,7 +17,7 @@ std::optional<FileState> stateOf(const struct stat& status)
 {
     if (!S_ISREG(status.st_mode))
         return std::nullopt;
-    constexpr qint64 nanosecondsOfSecond = 1000000000;
+    constexpr qint64 nanosecondsOfSecond = 1'000'000'000;
     FileState state;
     state.device = status.st_dev;
     state.inode = status.st_ino;
