@@ -11,6 +11,7 @@
 #include <vexdesk/database/exception.h>
 #include <vexdesk/history/dayfilenames.h>
 #include <vexdesk/history/filestate.h>
+#include <vexdesk/history/links.h>
 #include <vexdesk/history/storepaths.h>
 #include <vexdesk/terminal/core.h>
 
@@ -22,6 +23,7 @@ namespace tadata::cli {
 
 using vexdesk::Failure;
 using vexdesk::Outcome;
+using vexdesk::Result;
 
 namespace {
 
@@ -95,26 +97,40 @@ void refuseInputAsOutput(const CommandLine& line, const QString& path)
 
 // A day that is not stored yet must not come to be one that no import has written: neither under
 // the name that was given nor under the one to which links lead from there.
-bool isNewDayFile(const QString& output, const QDir& root)
+Result<bool> isNewDayFile(const QString& output, const QDir& root)
 {
-    QFileInfo target(output);
-    constexpr int longestChain = 40;
-    for (int i = 0; i < longestChain && target.isSymLink(); ++i)
-        target.setFile(target.symLinkTarget());
+    const auto unknown = [](const QString& path) {
+        return Failure{
+            Text::tr("Невозможно узнать, куда ведёт %1: %2").arg(path, qt_error_string())};
+    };
+    const auto target = vexdesk::behindLinks(output);
+    if (!target)
+        return unknown(output);
+    const QFileInfo file(*target);
+    if (vexdesk::isMissing(root.path()) || vexdesk::isMissing(file.path()) ||
+        !vexdesk::isBarFileName(file.fileName()))
+        return false;
+    const auto place = vexdesk::withoutLinks(file.path());
+    if (!place)
+        return unknown(output);
+    const auto store = vexdesk::withoutLinks(root.path());
+    if (!store)
+        return unknown(root.path());
     const auto isBelow = [](const QString& path, const QString& directory) {
         return path == directory || path.startsWith(directory + u'/');
     };
     const QString named = QDir::cleanPath(QFileInfo(output).absolutePath());
-    return root.exists() && vexdesk::isBarFileName(target.fileName()) &&
-           (isBelow(target.dir().canonicalPath(), root.canonicalPath()) ||
-            isBelow(named, QDir::cleanPath(root.absolutePath())));
+    return isBelow(*place, *store) || isBelow(named, QDir::cleanPath(root.absolutePath()));
 }
 
 Outcome checkOutput(const ExportDetails& details, const QDir& root)
 {
     if (Outcome allowed = mayWriteOutput(details, root); !allowed)
         return allowed;
-    if (isNewDayFile(details.outputPath, root))
+    const Result<bool> isNew = isNewDayFile(details.outputPath, root);
+    if (!isNew)
+        return isNew.failure();
+    if (*isNew)
         return Failure{Text::tr("Файл %1 стал бы файлом дня в хранилище: их пишет только "
                                 "импорт. Выберите другой файл")
                            .arg(details.outputPath)};

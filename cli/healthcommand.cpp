@@ -7,6 +7,7 @@
 #include "healthreport.h"
 #include "storehealth.h"
 
+#include <vexdesk/history/links.h>
 #include <vexdesk/history/storepaths.h>
 
 #include <functional>
@@ -187,7 +188,8 @@ QString textOf(const UnreadFile& file)
     case UnreadFile::Reason::NotListed:
         return Text::tr("Невозможно прочитать каталог %1").arg(path);
     case UnreadFile::Reason::NotOpened:
-        return Text::tr("Невозможно открыть файл %1").arg(path);
+        return vexdesk::isLostLink(file.path) ? vexdesk::lostLink(path).message
+                                              : Text::tr("Невозможно открыть файл %1").arg(path);
     case UnreadFile::Reason::Changing:
         return Text::tr("Файл %1 изменился, пока его читали").arg(path);
     case UnreadFile::Reason::Broken:
@@ -216,9 +218,14 @@ ExitCode readAndPrint(StoreHealth& store, Report& report)
             [&bar](int percent) { bar.show(percent); });
     }
     print(report.end());
-    for (const UnreadFile& file : unread)
+    QStringList lost = store.lostLinks();
+    for (const UnreadFile& file : unread) {
         printError(Text::tr("%1: серии нет в отчёте").arg(textOf(file)));
-    return unread.empty() && isHealthy ? printed : ExitCode::Failure;
+        lost.removeOne(file.path);
+    }
+    for (const QString& link : std::as_const(lost))
+        printError(vexdesk::lostLink(escaped(link)).message);
+    return unread.empty() && store.lostLinks().isEmpty() && isHealthy ? printed : ExitCode::Failure;
 }
 
 ExitCode runHealth(const CommandLine& line)

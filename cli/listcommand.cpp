@@ -2,6 +2,7 @@
 #include "commands.h"
 #include "series.h"
 
+#include <vexdesk/history/links.h>
 #include <vexdesk/history/storecatalog.h>
 #include <vexdesk/history/storepaths.h>
 
@@ -31,7 +32,10 @@ ExitCode runList(const CommandLine& line)
     for (const QString& directory : catalog.unreadable)
         printError(Text::tr("Невозможно прочитать каталог %1: того, что в нём, в списке нет")
                        .arg(escaped(directory)));
-    return catalog.unreadable.isEmpty() ? printed : ExitCode::Failure;
+    for (const QString& path : catalog.lostLinks)
+        printError(vexdesk::lostLink(escaped(path)).message);
+    return catalog.unreadable.isEmpty() && catalog.lostLinks.isEmpty() ? printed
+                                                                       : ExitCode::Failure;
 }
 
 } // namespace
@@ -44,8 +48,8 @@ Command listCommand()
                 "Печатает по строке на каждую серию и таймфрейм, через табуляцию: серия, "
                 "таймфрейм в секундах, число файлов дней, первый и последний день, байты. "
                 "Управляющие символы в кодах печатаются в виде \\x0a и \\u2028. Каталог, который "
-                "нельзя прочитать, назван в стандартном выводе ошибок; код завершения тогда 1, "
-                "остальное напечатано."),
+                "нельзя прочитать, и ссылка, которая никуда не ведёт, названы в стандартном "
+                "выводе ошибок; код завершения тогда 1, остальное напечатано."),
             .options = {storeOption()},
             .run = runList};
 }

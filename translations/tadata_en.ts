@@ -334,10 +334,6 @@ Hint: tadata --help</translation>
         <translation>Show what is stored.</translation>
     </message>
     <message>
-        <source>Печатает по строке на каждую серию и таймфрейм, через табуляцию: серия, таймфрейм в секундах, число файлов дней, первый и последний день, байты. Управляющие символы в кодах печатаются в виде \x0a и \u2028. Каталог, который нельзя прочитать, назван в стандартном выводе ошибок; код завершения тогда 1, остальное напечатано.</source>
-        <translation>Prints one line for each series and timeframe, separated by tabs: series, timeframe in seconds, number of day files, first and last day, bytes. Control characters in codes are printed as \x0a and \u2028. A directory that cannot be read is named on standard error; the exit status is then 1, and the rest is printed.</translation>
-    </message>
-    <message>
         <source>--%1 и --%2 нельзя задать вместе</source>
         <translation>--%1 and --%2 cannot be given together</translation>
     </message>
@@ -1126,6 +1122,14 @@ Hint: tadata --help</translation>
     <message>
         <source>Вернуть то, что изменила предыдущая (%1, %2): tadata undo %3</source>
         <translation>To put back what the one before it has changed (%1, %2): tadata undo %3</translation>
+    </message>
+    <message>
+        <source>Невозможно узнать, куда ведёт %1: %2</source>
+        <translation>Cannot tell where %1 leads: %2</translation>
+    </message>
+    <message>
+        <source>Печатает по строке на каждую серию и таймфрейм, через табуляцию: серия, таймфрейм в секундах, число файлов дней, первый и последний день, байты. Управляющие символы в кодах печатаются в виде \x0a и \u2028. Каталог, который нельзя прочитать, и ссылка, которая никуда не ведёт, названы в стандартном выводе ошибок; код завершения тогда 1, остальное напечатано.</source>
+        <translation>Prints one line for each series and timeframe, separated by tabs: series, timeframe in seconds, number of day files, first and last day, bytes. Control characters in codes are printed as \x0a and \u2028. A directory that cannot be read, and a link that leads nowhere, are named on standard error; the exit status is then 1, and the rest is printed.</translation>
     </message>
 </context>
 </TS>

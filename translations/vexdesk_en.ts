@@ -612,6 +612,13 @@ If both change history or settings, the changes of one of them will be lost.</tr
     </message>
 </context>
 <context>
+    <name>vexdesk::DayFileNames</name>
+    <message>
+        <source>Невозможно узнать, что за файл %1: %2</source>
+        <translation>Cannot tell what file %1 is: %2</translation>
+    </message>
+</context>
+<context>
     <name>vexdesk::DayFileRewrite</name>
     <message>
         <source>Файл %1 не переписан: %2; %3.</source>
@@ -796,6 +803,17 @@ If both change history or settings, the changes of one of them will be lost.</tr
     <message>
         <source>Выбор языка не записан: каталог %1 или файл vexdesk.ini в нём не принимает запись. На один запуск язык задаёт параметр --language.</source>
         <translation>The choice of the language was not written: the directory %1 or the file vexdesk.ini in it takes no writing. For one run the option --language sets the language.</translation>
+    </message>
+</context>
+<context>
+    <name>vexdesk::Links</name>
+    <message>
+        <source>Ссылка %1 никуда не ведёт: подключите диск, на который она указывает, или удалите её</source>
+        <translation>The link %1 leads nowhere: connect the disk that it points to, or delete it</translation>
+    </message>
+    <message>
+        <source>Ссылка %1 не читается: %2</source>
+        <translation>Cannot read the link %1: %2</translation>
     </message>
 </context>
 <context>
@@ -1326,6 +1344,14 @@ If both change history or settings, the changes of one of them will be lost.</tr
         <source>%1. Точка возврата %2 остаётся: когда причины не будет, вернуть всё можно по ней</source>
         <translation>%1. The restore point %2 stays: once the cause is gone, everything can be put back by it</translation>
     </message>
+    <message>
+        <source>Точка возврата %1 не читается: %2</source>
+        <translation>Cannot read the restore point %1: %2</translation>
+    </message>
+    <message>
+        <source>Файл %1 не читается: %2</source>
+        <translation>Cannot read the file %1: %2</translation>
+    </message>
 </context>
 <context>
     <name>vexdesk::SeriesFiles</name>
@@ -1399,12 +1425,12 @@ To import them from a file, choose the import command of a loaded plug-in in the
         <translation>There is no directory &quot;%1&quot;.</translation>
     </message>
     <message>
-        <source>Всего таких каталогов: %1</source>
-        <translation>Such directories in all: %1</translation>
-    </message>
-    <message>
         <source>Нет такой серии</source>
         <translation>There is no such series</translation>
+    </message>
+    <message>
+        <source>Всего таких мест: %1</source>
+        <translation>Such places in all: %1</translation>
     </message>
 </context>
 <context>

@@ -206,16 +206,6 @@ private:
     QStringList m_unopened;
 };
 
-// Whether a directory that cannot be listed may have the file: under another name, or as a file of
-// its own.
-bool mayBeIn(const QString& directory, const QString& path)
-{
-    const auto file = vexdesk::fileState(path);
-    const QString canonical = QFileInfo(directory).canonicalFilePath();
-    return !file || file->links > 1 || canonical.isEmpty() ||
-           QFileInfo(path).canonicalFilePath().startsWith(canonical + u'/');
-}
-
 // That the file is no day file of any series. Links to directories are followed, as by those who
 // read the store.
 Outcome isOutsideStore(const QString& path, const QDir& root)
@@ -223,7 +213,7 @@ Outcome isOutsideStore(const QString& path, const QDir& root)
     const vexdesk::StoreDirectories store = vexdesk::storeDirectories(root);
     for (const QString& directory : store.series) {
         const auto name = vexdesk::barFileThatIs(path, QDir(directory));
-        if (!name && mayBeIn(directory, path))
+        if (!name && vexdesk::mayBeIn(QDir(directory), path))
             return name.failure();
         if (name && !name->isEmpty())
             return Failure{Text::tr("Файл %1 — файл дня в хранилище: выгрузка стёрла бы его бары. "
@@ -231,7 +221,7 @@ Outcome isOutsideStore(const QString& path, const QDir& root)
                                .arg(path)};
     }
     for (const QString& directory : store.unreadable) {
-        if (mayBeIn(directory, path))
+        if (vexdesk::mayBeIn(QDir(directory), path))
             return Failure{Text::tr("Невозможно прочитать каталог %1").arg(directory)};
     }
     return {};
@@ -241,8 +231,11 @@ Outcome isOutsideStore(const QString& path, const QDir& root)
 
 Outcome mayWriteOutput(const ExportDetails& details, const QDir& root)
 {
-    return QFileInfo(details.outputPath).isFile() ? isOutsideStore(details.outputPath, root)
-                                                  : Outcome();
+    const QFileInfo output(details.outputPath);
+    // What cannot be looked at may be a day file, a device is none.
+    const bool mayBeFile =
+        output.isFile() || (!output.exists() && !vexdesk::isMissing(details.outputPath));
+    return mayBeFile ? isOutsideStore(details.outputPath, root) : Outcome();
 }
 
 ExportResult exportBars(const ExportDetails& details, const ExportStart& start,

@@ -45,6 +45,7 @@ void StoreHealth::list(const QDir& root)
 {
     const vexdesk::StoreCatalog catalog = vexdesk::storeCatalog(root);
     m_unlisted = catalog.unreadable;
+    m_lostLinks = catalog.lostLinks;
     for (const StoredSeries& stored : catalog.series) {
         if (stored.timeframe != vexdesk::minuteTimeframe &&
             stored.timeframe != vexdesk::secondTimeframe)

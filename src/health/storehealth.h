@@ -33,6 +33,8 @@ public:
     const QStringList& notStored() const { return m_notStored; }
     /// Directories that could not be listed to their end.
     const QStringList& unlisted() const { return m_unlisted; }
+    /// Links that lead nowhere. Days of series that are read are among what read() returns, too.
+    const QStringList& lostLinks() const { return m_lostLinks; }
 
     /// Gives each series that could be read to `sink` and returns what could not. A series that is
     /// stored, but not at the timeframe of the query, has no days; without series in the query only
@@ -60,6 +62,7 @@ private:
     std::vector<Series> m_series; // by code point
     QStringList m_notStored;
     QStringList m_unlisted;
+    QStringList m_lostLinks;
     ProgressSink m_progress;
     qint64 m_days = 0;
     qint64 m_daysRead = 0;

@@ -4,6 +4,7 @@
 #include "importfailures.h"
 
 #include <vexdesk/history/dayfilelines.h>
+#include <vexdesk/history/links.h>
 #include <vexdesk/history/recordline.h>
 
 #include <algorithm>
@@ -132,7 +133,7 @@ Outcome StoredDay::read(const QString& path, const QDate& day,
     vexdesk::DayFileLines lines(path);
     lines.beStrict();
     if (!lines.open())
-        return vexdesk::isMissing(path) ? Outcome() : cannotOpen(path);
+        return vexdesk::isMissing(path) ? vexdesk::mayBeMade(path) : cannotOpen(path);
     m_state = lines.state();
     m_isFaultless = faultless && m_state->isUnchanged(*faultless);
     if (std::optional<QByteArray> text = lines.plainText()) {

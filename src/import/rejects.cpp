@@ -5,6 +5,8 @@
 #include "importfailures.h"
 
 #include <vexdesk/history/dayfilenames.h>
+#include <vexdesk/history/filestate.h>
+#include <vexdesk/history/links.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
@@ -61,11 +63,14 @@ bool areZero(QByteArrayView bytes)
     return std::all_of(bytes.begin(), bytes.end(), [](char byte) { return byte == 0; });
 }
 
-bool isSamePlace(const QString& directory, const QDir& other)
+// What the system does not tell of a directory that is there may be so.
+bool maybeSamePlace(const QString& directory, const QDir& other)
 {
-    const QString canonical = QDir(directory).canonicalPath();
-    return QDir::cleanPath(directory) == QDir::cleanPath(other.absolutePath()) ||
-           (!canonical.isEmpty() && canonical == other.canonicalPath());
+    const auto place = vexdesk::withoutLinks(directory);
+    const auto otherPlace = vexdesk::withoutLinks(other.path());
+    const bool isKnown = place && (otherPlace || vexdesk::isMissing(other.path()));
+    return !isKnown || place == otherPlace ||
+           QDir::cleanPath(directory) == QDir::cleanPath(other.absolutePath());
 }
 
 } // namespace
@@ -200,7 +205,9 @@ Outcome checkRejectsPlace(const QString& rejects, const QList<QDir>& directories
         return cannotOpen(rejects, qt_error_string());
     if (!vexdesk::isBarFileName(file.fileName()))
         return {};
-    const auto isThere = [&file](const QDir& dir) { return isSamePlace(file.absolutePath(), dir); };
+    const auto isThere = [&file](const QDir& dir) {
+        return maybeSamePlace(file.absolutePath(), dir);
+    };
     return std::none_of(directories.begin(), directories.end(), isThere)
                ? Outcome()
                : Failure{Text::tr("Файл %1 для ошибочных строк стал бы файлом дня этой же серии. "

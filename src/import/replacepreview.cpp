@@ -5,6 +5,7 @@
 
 #include <vexdesk/history/dayfilenames.h>
 #include <vexdesk/history/filestate.h>
+#include <vexdesk/history/links.h>
 
 namespace tadata {
 
@@ -48,7 +49,7 @@ Outcome ReplacePreview::beginRun(const QDate& date, const DayInFile& file)
         m_day->lastRun.emplace();
         m_day->linesBefore = file.bars - 1; // the first of this run is among them
     }
-    return m_day->isStored ? m_comparison.open(pathOf(date)) : Outcome();
+    return m_day->isStored ? m_comparison.open(pathOf(date)) : vexdesk::mayBeMade(pathOf(date));
 }
 
 Outcome ReplacePreview::endRun()

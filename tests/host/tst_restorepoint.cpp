@@ -14,6 +14,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
+#include <cstring>
 #include <functional>
 #include <memory>
 
@@ -64,6 +66,8 @@ private Q_SLOTS:
     void theHashDecidesWhereOnlyTheTimeDiffers();
     void aBrokenPointTouchesNothing_data();
     void aBrokenPointTouchesNothing();
+    void whatCannotBeReadIsNotTakenForAnotherContent_data();
+    void whatCannotBeReadIsNotTakenForAnotherContent();
     void anIdThatIsNoneIsRefused_data();
     void anIdThatIsNoneIsRefused();
     void theOldestGo();
@@ -439,6 +443,43 @@ void TestRestorePoint::aBrokenPointTouchesNothing()
         QVERIFY2(point.message().contains(id), qPrintable(point.message()));
     }
     QCOMPARE(stored(), before);
+}
+
+void TestRestorePoint::whatCannotBeReadIsNotTakenForAnotherContent_data()
+{
+    QTest::addColumn<testsupport::SystemCall>("call");
+    QTest::addColumn<QString>("file");
+    QTest::newRow("copy opened") << testsupport::SystemCall::Open << monday;
+    QTest::newRow("copy read") << testsupport::SystemCall::Read << monday;
+    QTest::newRow("sums opened") << testsupport::SystemCall::Open << QStringLiteral("sums/%1");
+    QTest::newRow("sums read") << testsupport::SystemCall::Read << QStringLiteral("sums/%1");
+    QTest::newRow("point opened") << testsupport::SystemCall::Open << QStringLiteral("point.json");
+    QTest::newRow("point read") << testsupport::SystemCall::Read << QStringLiteral("point.json");
+    QTest::newRow("directory") << testsupport::SystemCall::Open
+                               << QStringLiteral("store-restore/%1");
+}
+
+void TestRestorePoint::whatCannotBeReadIsNotTakenForAnotherContent()
+{
+    QFETCH(const testsupport::SystemCall, call);
+    QFETCH(const QString, file);
+    const QString id = job(QStringLiteral("import"), {{monday, "new\n"}});
+    const Tree before = stored();
+    const QString pathEnd = u'/' + QString(file).replace(QStringLiteral("%1"), id);
+    const auto whyNot = [&]() -> QString {
+        const testsupport::Fault broken(call, pathEnd, EIO);
+        const auto point = restorePoint(m_place, id);
+        if (!point)
+            return point.message();
+        return vexdesk::PuttingBack(m_place, *point).begin().message();
+    };
+    const QString message = whyNot();
+    QVERIFY2(message.contains(id) && message.contains(pathEnd.section(u'/', -1)),
+             qPrintable(message));
+    QVERIFY2(message.contains(QString::fromLatin1(strerror(EIO))), qPrintable(message));
+    QCOMPARE(stored(), before);
+    const QString undone = putBack(id);
+    QCOMPARE(undone, ids().first());
 }
 
 void TestRestorePoint::anIdThatIsNoneIsRefused_data()

@@ -17,7 +17,7 @@ private Q_SLOTS:
     void countsDayFilesBySeriesAndTimeframe();
     void passesOverWhatIsNoDayFile();
     void listsInTheOrderOfCodes();
-    void passesOverLinksThatLeadNowhere();
+    void namesLinksThatLeadNowhere();
 };
 
 using vexdesk::StoredSeries;
@@ -78,20 +78,27 @@ void TestStoreCatalog::listsInTheOrderOfCodes()
 }
 
 // All the rest is listed, whatever stands beside it.
-void TestStoreCatalog::passesOverLinksThatLeadNowhere()
+void TestStoreCatalog::namesLinksThatLeadNowhere()
 {
     const QTemporaryDir store;
     const QDir root(store.path());
     for (const char* stock : {"A", "M", "Z"})
         testsupport::writeFile(root.filePath(QLatin1String(stock) + "/B/C/20240115_60.iss"), "x");
+    QStringList lost;
     for (int link = 0; link < 8; ++link) {
         const QString number = QString::number(link);
         QVERIFY(QFile::link(QStringLiteral("/nonexistent"), root.filePath("x" + number)));
         QVERIFY(QFile::link(root.filePath("loop" + number), root.filePath("loop" + number)));
         QVERIFY(QFile::link(QStringLiteral("/nonexistent"),
                             root.filePath("A/B/C/2024012" + number + "_60.iss")));
+        QVERIFY(QFile::link(QStringLiteral("/nonexistent"), root.filePath("M/B/C/note" + number)));
+        lost << root.filePath("x" + number) << root.filePath("loop" + number)
+             << root.filePath("A/B/C/2024012" + number + "_60.iss");
     }
-    const vexdesk::StoreCatalog catalog = vexdesk::storeCatalog(root);
+    vexdesk::StoreCatalog catalog = vexdesk::storeCatalog(root);
+    catalog.lostLinks.sort();
+    lost.sort();
+    QCOMPARE(catalog.lostLinks, lost);
     QCOMPARE(catalog.series.size(), 3);
     QCOMPARE(catalog.series.first().dayFiles, 1);
     QVERIFY(catalog.unreadable.isEmpty());

@@ -202,7 +202,7 @@ void SeriesTree::showProblems(const QStringList& problems)
 {
     QString text = problems.value(0);
     if (problems.size() > 1)
-        text += QStringLiteral("   ") + tr("Всего таких каталогов: %1").arg(problems.size());
+        text += QStringLiteral("   ") + tr("Всего таких мест: %1").arg(problems.size());
     m_problem->setText(text);
     m_problem->setVisible(!text.isEmpty());
     fitProblem();

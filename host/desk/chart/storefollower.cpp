@@ -4,6 +4,7 @@
 #include "desk/chart/directorynames.h"
 
 #include <vexdesk/history/filestate.h>
+#include <vexdesk/history/links.h>
 #include <vexdesk/history/storepaths.h>
 
 #include <QtConcurrent/QtConcurrentRun>
@@ -28,6 +29,8 @@ StoreFollower::Listing StoreFollower::listingOf(const QString& root)
     QStringList problems;
     for (const QString& directory : stored.unreadable)
         problems.append(unreadableDirectory(directory).message);
+    for (const QString& link : stored.lostLinks)
+        problems.append(lostLink(link).message);
     return {stored.series, problems, isMissing(root),
             QStringList{root} + below.stocks + below.boards + below.series};
 }

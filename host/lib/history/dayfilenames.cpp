@@ -4,7 +4,9 @@
 #include "systemfile.h"
 
 #include <vexdesk/history/filestate.h>
+#include <vexdesk/history/links.h>
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QFileInfo>
 
 #include <algorithm>
@@ -12,6 +14,11 @@
 namespace vexdesk {
 
 namespace {
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(vexdesk::DayFileNames)
+};
 
 constexpr qsizetype dayLength = 8;
 const QString dayForm = QStringLiteral("yyyyMMdd");
@@ -36,6 +43,12 @@ QDate dayAtStart(const QString& name)
         number = number * 10 + (name[i].unicode() - u'0');
     }
     return QDate(number / 10000, number / 100 % 100, number % 100);
+}
+
+// By the error of the call that failed last.
+Failure notLookedAt(const QString& path)
+{
+    return {Text::tr("Невозможно узнать, что за файл %1: %2").arg(path, Step::failed().reason())};
 }
 
 } // namespace
@@ -82,25 +95,36 @@ QDate dayInName(const QString& name)
 
 Result<QString> barFileThatIs(const QString& path, const QDir& seriesDir)
 {
-    const std::optional<FileState> file = fileState(path);
-    if (!file)
+    const PathLook file = lookAt(path);
+    if (file.kind == PathKind::Unknown)
+        return notLookedAt(path);
+    if (!file.state)
         return QString();
-    const QString name = QFileInfo(QFileInfo(path).canonicalFilePath()).fileName();
-    const auto isIt = [&](const QString& candidate) {
-        const QString stored = seriesDir.filePath(candidate);
-        // What is no link, and has no other name, is the file under its own name alone.
-        const bool mayBeIt = file->links > 1 || candidate == name || QFileInfo(stored).isSymLink();
-        const std::optional<FileState> state = mayBeIt ? fileState(stored) : std::nullopt;
-        return state && state->isSameFile(*file);
-    };
     QString found;
+    Outcome looked;
     const Outcome listed =
         visitNamesIn(seriesDir.path(), EntryKind::Files, [&](const QString& candidate) {
-            if (isBarFileName(candidate) && isIt(candidate))
+            if (!isBarFileName(candidate))
+                return true;
+            const QString stored = seriesDir.filePath(candidate);
+            const PathLook look = lookAt(stored);
+            if (look.kind == PathKind::Unknown)
+                looked = notLookedAt(stored);
+            else if (look.state && look.state->isSameFile(*file.state))
                 found = candidate;
-            return found.isEmpty();
+            return looked && found.isEmpty();
         });
-    return listed ? Result<QString>(found) : listed.failure();
+    if (!listed || !looked)
+        return listed ? looked.failure() : listed.failure();
+    return found;
+}
+
+bool mayBeIn(const QDir& directory, const QString& path)
+{
+    const std::optional<FileState> file = fileState(path);
+    const std::optional<QString> own = withoutLinks(path);
+    const std::optional<QString> place = withoutLinks(directory.path());
+    return !file || file->links > 1 || !own || !place || own->startsWith(*place + u'/');
 }
 
 Result<QList<QDate>> storedDays(const QDir& seriesDir, int timeframe, const QDate& from,

@@ -4,6 +4,7 @@
 #include "systemfile.h"
 
 #include <vexdesk/history/filestate.h>
+#include <vexdesk/history/links.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
@@ -151,8 +152,10 @@ Outcome Rewrite::write(const QByteArray& content) const
 
 std::optional<Outcome> Rewrite::replaceWhole(const QByteArray& content) const
 {
-    const QFileInfo target(QFileInfo(m_path).canonicalFilePath());
-    const QByteArray path = QFile::encodeName(temporaryPathIn(target.path()));
+    const std::optional<QString> target = behindLinks(m_path);
+    if (!target)
+        return failed(m_path, Step::failed(), m_work);
+    const QByteArray path = QFile::encodeName(temporaryPathIn(QFileInfo(*target).path()));
     constexpr mode_t nobodyElse = 0600;
     Descriptor file(::open(path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, nobodyElse));
     if (!file.isOpen()) {
@@ -170,7 +173,7 @@ std::optional<Outcome> Rewrite::replaceWhole(const QByteArray& content) const
         return failed(m_path, step, m_work);
     if (!isUnchanged(fileState(m_path), m_asRead))
         return changed(m_path, m_work);
-    step = name.renameTo(QFile::encodeName(target.filePath()));
+    step = name.renameTo(QFile::encodeName(*target));
     if (step.isDone())
         return Outcome();
     return step.isRefused() ? std::nullopt : std::optional<Outcome>(failed(m_path, step, m_work));
@@ -245,7 +248,6 @@ Outcome writeDayFile(const QString& path, const QByteArray& content,
 {
     constexpr Work work = Work::Import;
     const auto [kind, state] = lookAt(path);
-    const QString target = behindLinks(path);
     if (kind == PathKind::Other)
         return isNoFile(path);
     if (kind == PathKind::Unknown)
@@ -253,16 +255,18 @@ Outcome writeDayFile(const QString& path, const QByteArray& content,
     if (state.has_value() != asRead.has_value() || (state && !state->isUnchanged(*asRead)))
         return changed(path, work);
     if (!state) {
-        const QString directory = QFileInfo(target).path();
-        // A link that leads to no directory leads to storage that is not there now: what it has of
-        // this day would be hidden behind what is written in its place.
-        if (target == path && !makeDirectory(directory))
+        const std::optional<QString> target = behindLinks(path);
+        if (!target)
+            return failed(path, Step::failed(), work);
+        const QString directory = QFileInfo(*target).path();
+        // Behind a link no directory is made, see mayBeMade().
+        if (*target == path && !makeDirectory(directory))
             return failed(
                 path,
                 Text::tr("невозможно создать каталог %1")
                     .arg(QStringLiteral("%1 (%2)").arg(directory, Step::failed().reason())),
                 work);
-        const Step written = writeWhole(target, content);
+        const Step written = writeWhole(*target, content);
         return written.isDone() ? Outcome() : failed(path, written, work);
     }
     Descriptor file(::open(QFile::encodeName(path).constData(), O_RDWR | O_NONBLOCK | O_CLOEXEC));

@@ -65,6 +65,11 @@ QString pathOf(const RestorePlace& place, const QString& relative)
     return place.root + u'/' + relative;
 }
 
+Failure unreadable(const QString& directory, const Step& step)
+{
+    return {Text::tr("Точка возврата %1 не читается: %2").arg(directory, step.reason())};
+}
+
 // One that cannot be read may hold anything.
 Result<QStringList> pathsOfNewer(const RestorePlace& place, const RestorePointRecord& point)
 {
@@ -109,9 +114,18 @@ Result<RestorePoints> restorePoints(const RestorePlace& place)
 
 Result<RestorePointRecord> restorePoint(const RestorePlace& place, const QString& id)
 {
-    const QFileInfo directory(restore::directoryOf(place, id));
-    if (!restore::takeIdApart(id) || !directory.isDir() || directory.isSymLink())
+    const auto none = [&] {
         return Failure{Text::tr("Точки возврата %1 в каталоге %2 нет").arg(id, place.path)};
+    };
+    if (!restore::takeIdApart(id))
+        return none();
+    const QString path = restore::directoryOf(place, id);
+    struct stat status = {};
+    const Step looked = stepOf(::lstat(QFile::encodeName(path).constData(), &status));
+    if (!looked.isDone() && !isMissing(path))
+        return unreadable(path, looked);
+    if (!looked.isDone() || !S_ISDIR(status.st_mode))
+        return none();
     return restore::readRecord(place, id);
 }
 
@@ -141,6 +155,7 @@ public:
         , point(which)
         , directory(::open(QFile::encodeName(restore::directoryOf(where, which.id)).constData(),
                            O_RDONLY | O_DIRECTORY | O_CLOEXEC))
+        , opened(directory.isOpen() ? Step::done() : Step::failed())
     {}
 
     QString copyOf(const QString& relative) const
@@ -154,11 +169,13 @@ public:
         const Descriptor file(::open(QFile::encodeName(copy).constData(),
                                      O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC));
         if (!file.isOpen())
-            return Failure{
-                Text::tr("Сохранённый файл %1 не читается: %2").arg(copy, Step::failed().reason())};
+            return notRead(copy, Step::failed());
         struct stat status = {};
-        const bool isFile = ::fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode);
+        const Step looked = stepOf(::fstat(file.get(), &status));
+        const bool isFile = looked.isDone() && S_ISREG(status.st_mode);
         const std::optional<ContentSum> now = isFile ? copyContent(file.get(), -1) : std::nullopt;
+        if (!looked.isDone() || (isFile && !now))
+            return notRead(copy, looked.isDone() ? Step::failed() : looked);
         const bool isRight =
             now && (!sums || (sums->contains(relative) && sums->value(relative) == *now));
         return isRight
@@ -167,9 +184,15 @@ public:
                          Text::tr("Сохранённый файл %1 уже не тот, что был сохранён").arg(copy)};
     }
 
+    static Failure notRead(const QString& copy, const Step& step)
+    {
+        return {Text::tr("Сохранённый файл %1 не читается: %2").arg(copy, step.reason())};
+    }
+
     RestorePlace place;
     RestorePointRecord point;
     Descriptor directory;
+    Step opened; ///< what came of opening it
 };
 
 PuttingBack::PuttingBack(const RestorePlace& place, const RestorePointRecord& point)
@@ -180,15 +203,17 @@ PuttingBack::~PuttingBack() = default;
 
 Outcome PuttingBack::begin()
 {
-    const int directory = m_d->directory.get();
-    if (!m_d->directory.isOpen() ||
-        (::flock(directory, LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK))
+    if (!m_d->directory.isOpen())
+        return unreadable(restore::directoryOf(m_d->place, m_d->point.id), m_d->opened);
+    if (::flock(m_d->directory.get(), LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK)
         return Failure{Text::tr("Точка возврата %1 занята: её задание ещё идёт или её удаляют")
                            .arg(restore::directoryOf(m_d->place, m_d->point.id))};
-    const auto sums =
-        m_d->point.isComplete ? restore::readSums(m_d->place, m_d->point.id) : std::nullopt;
+    const auto sums = m_d->point.isComplete ? restore::readSums(m_d->place, m_d->point.id)
+                                            : Result<std::optional<restore::Sums>>(std::nullopt);
+    if (!sums)
+        return sums.failure();
     for (const QString& relative : m_d->point.kept) {
-        if (Outcome checked = m_d->check(relative, sums); !checked)
+        if (Outcome checked = m_d->check(relative, *sums); !checked)
             return checked;
     }
     return {};

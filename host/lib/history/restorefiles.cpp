@@ -3,6 +3,7 @@
 
 #include <vexdesk/history/dayfilenames.h>
 #include <vexdesk/history/filestate.h>
+#include <vexdesk/history/links.h>
 #include <vexdesk/history/serieslock.h>
 
 #include <QtCore/QDir>
@@ -331,7 +332,10 @@ Result<RestorePointRecord> readRecord(const RestorePlace& place, const QString& 
     QFile file(directoryOf(place, id) + QStringLiteral("/point.json"));
     if (!file.open(QIODevice::ReadOnly))
         return broken(place, id, QStringLiteral("point.json: ") + file.errorString());
-    Result<RestorePointRecord> point = recordFrom(place, id, file.readAll());
+    const QByteArray json = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        return broken(place, id, QStringLiteral("point.json: ") + file.errorString());
+    Result<RestorePointRecord> point = recordFrom(place, id, json);
     if (!point)
         return point;
     if (!point->isComplete) {
@@ -369,13 +373,19 @@ Step writeSums(const RestorePlace& place, const QString& id, const TouchedFiles&
     return sums.finish();
 }
 
-std::optional<Sums> readSums(const RestorePlace& place, const QString& id)
+Result<std::optional<Sums>> readSums(const RestorePlace& place, const QString& id)
 {
     QFile file(sumsPath(place, id));
+    const auto notRead = [&file] {
+        return Failure{
+            Text::tr("Файл %1 не читается: %2").arg(file.fileName(), file.errorString())};
+    };
     if (!file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    Sums sums;
+        return isMissing(file.fileName()) ? Result<std::optional<Sums>>(std::nullopt) : notRead();
     QByteArrayList lines = file.readAll().split('\n');
+    if (file.error() != QFileDevice::NoError)
+        return notRead();
+    Sums sums;
     lines.removeLast();
     for (const QByteArray& line : lines.mid(1)) {
         const QByteArrayList parts = line.split(' ');
@@ -383,7 +393,7 @@ std::optional<Sums> readSums(const RestorePlace& place, const QString& id)
         sums.insert(QString::fromUtf8(path),
                     {parts.value(1).toLongLong(), parts.value(0).toULongLong(nullptr, 16)});
     }
-    return sums;
+    return std::optional(sums);
 }
 
 qint64 bytesOf(const RestorePlace& place, const QString& id)
@@ -424,7 +434,12 @@ Outcome putBack(const QString& copy, const QString& path, CopyUse use)
         ::open(QFile::encodeName(copy).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     if (!from.isOpen())
         return notPutBack(path, Step::failed().reason());
-    const QString target = behindLinks(path);
+    if (const Outcome made = mayBeMade(path); !made)
+        return notPutBack(path, made.message());
+    const std::optional<QString> behind = behindLinks(path);
+    if (!behind)
+        return notPutBack(path, Step::failed().reason());
+    const QString& target = *behind;
     const QByteArray name = QFile::encodeName(target);
     const PathKind kind = kindOf(target);
     if (kind == PathKind::Other)
@@ -458,15 +473,15 @@ Outcome putLastCopyBack(const QString& copy, const QString& path)
 
 Outcome removeCreated(const QString& path)
 {
-    const QString target = behindLinks(path);
-    const PathKind kind = kindOf(target);
+    const std::optional<QString> target = behindLinks(path);
+    const PathKind kind = target ? kindOf(*target) : PathKind::Unknown;
     if (kind == PathKind::Missing)
         return {};
     if (kind == PathKind::Other)
         return Failure{Text::tr("Файл %1 не удалён: это не обычный файл").arg(path)};
     const Step removed = kind == PathKind::Unknown
                              ? Step::failed()
-                             : stepOf(::unlink(QFile::encodeName(target).constData()));
+                             : stepOf(::unlink(QFile::encodeName(*target).constData()));
     return removed.isDone()
                ? Outcome()
                : Failure{Text::tr("Файл %1 не удалён: %2").arg(path, removed.reason())};

@@ -45,7 +45,7 @@ QByteArray journalLine(char kind, const QString& path);
 using Sums = QMap<QString, ContentSum>;
 Step writeSums(const RestorePlace& place, const QString& id, const TouchedFiles& files);
 /// No value for a point that has none: its job was killed.
-std::optional<Sums> readSums(const RestorePlace& place, const QString& id);
+Result<std::optional<Sums>> readSums(const RestorePlace& place, const QString& id);
 /// The size of all copies of a point; quicker than to read what is said about them.
 qint64 bytesOf(const RestorePlace& place, const QString& id);
 void removeSums(const RestorePlace& place, const QString& id);

@@ -4,6 +4,7 @@
 #include "systemfile.h"
 
 #include <vexdesk/history/filestate.h>
+#include <vexdesk/history/links.h>
 #include <vexdesk/icore.h>
 
 #include <QtCore/QCoreApplication>
@@ -22,12 +23,12 @@ struct Text
     Q_DECLARE_TR_FUNCTIONS(vexdesk::RestorePlace)
 };
 
-// Empty where the system does not say.
-QString canonicalRoot(const QDir& root)
+// No value where the system does not say; errno then says why.
+std::optional<QString> canonicalRoot(const QDir& root)
 {
     // By the system, for which ".." after a link is another directory than it looks.
     if (!isMissing(root.path()))
-        return QFileInfo(root.path()).canonicalFilePath();
+        return withoutLinks(root.path());
     QString existing = QDir::cleanPath(root.absolutePath());
     QString rest;
     while (isMissing(existing) && existing != u"/") {
@@ -35,8 +36,10 @@ QString canonicalRoot(const QDir& root)
         rest = u'/' + missing.fileName() + rest;
         existing = missing.path();
     }
-    const QString canonical = QFileInfo(existing).canonicalFilePath();
-    return canonical == u"/" && !rest.isEmpty() ? rest : canonical + rest;
+    const std::optional<QString> canonical = withoutLinks(existing);
+    if (!canonical)
+        return std::nullopt;
+    return *canonical == u"/" && !rest.isEmpty() ? rest : *canonical + rest;
 }
 
 QString besideStore(const QString& root)
@@ -56,9 +59,11 @@ QString inDataDirectory(const QString& root)
 
 Result<RestorePlace> restorePlace(const QDir& root)
 {
-    const QString canonical = canonicalRoot(root);
-    if (!canonical.startsWith(u'/'))
-        return Failure{Text::tr("Невозможно прочитать каталог %1").arg(root.path())};
+    const std::optional<QString> found = canonicalRoot(root);
+    if (!found)
+        return Failure{Text::tr("Невозможно прочитать каталог %1").arg(root.path()),
+                       qt_error_string(errno)};
+    const QString& canonical = *found;
     const QString beside = besideStore(canonical);
     // What cannot be looked at is not taken for missing: locks in two places would lock nothing.
     if (isMissing(beside) || kindOf(beside) == PathKind::File) {

@@ -5,6 +5,7 @@
 
 #include <vexdesk/history/dayfilenames.h>
 #include <vexdesk/history/filekeeper.h>
+#include <vexdesk/history/links.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
@@ -47,6 +48,13 @@ QStringList pathsIn(const QDir& dir, const QStringList& names)
     for (const QString& name : names)
         paths.append(dir.filePath(name));
     return paths;
+}
+
+// What a link that leads nowhere stands for could neither be kept nor copied.
+Outcome areThere(const QStringList& paths)
+{
+    const auto lost = std::find_if(paths.begin(), paths.end(), isLostLink);
+    return lost == paths.end() ? Outcome() : lostLink(*lost);
 }
 
 Outcome tell(FileKeeper* keeper, const QStringList& paths)
@@ -128,6 +136,8 @@ Result<bool> hasBarFiles(const QDir& seriesDir)
 Outcome removeBarFiles(const QDir& seriesDir, const QStringList& names, FileKeeper* keeper)
 {
     const QStringList paths = pathsIn(seriesDir, names);
+    if (Outcome there = areThere(paths); !there)
+        return there;
     if (Outcome kept = tell(keeper, paths); !kept)
         return kept;
     for (const QString& path : paths) {
@@ -139,12 +149,16 @@ Outcome removeBarFiles(const QDir& seriesDir, const QStringList& names, FileKeep
 
 Outcome copyBarFiles(const QDir& from, const QDir& to, const QStringList& names, FileKeeper* keeper)
 {
+    if (Outcome there = areThere(pathsIn(from, names)); !there)
+        return there;
     const Outcome kept = tell(keeper, pathsIn(to, names));
     return kept ? bringFiles(from, to, names, copyFile) : kept;
 }
 
 Outcome moveBarFiles(const QDir& from, const QDir& to, const QStringList& names, FileKeeper* keeper)
 {
+    if (Outcome there = areThere(pathsIn(from, names)); !there)
+        return there;
     const Outcome kept = tell(keeper, pathsIn(from, names) + pathsIn(to, names));
     return kept ? bringFiles(from, to, names, moveFile) : kept;
 }

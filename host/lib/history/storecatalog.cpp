@@ -2,6 +2,7 @@
 #include <vexdesk/history/storecatalog.h>
 
 #include <vexdesk/history/dayfilenames.h>
+#include <vexdesk/history/links.h>
 
 #include <QtCore/QFile>
 #include <QtCore/QMap>
@@ -65,16 +66,27 @@ private:
             std::error_code unknown;
             visit(*entry, unknown);
             isWhole = isWhole && !isUnreadable(unknown);
+            if (isAbsence(unknown))
+                noteLostLink(*entry);
         }
         if (!isWhole || isUnreadable(error))
             m_catalog.unreadable.append(QFile::decodeName(directory.c_str()));
     }
 
     // A directory may go while the store is listed, and a link may lead nowhere or to itself.
-    static bool isUnreadable(const std::error_code& error)
+    static bool isAbsence(const std::error_code& error)
     {
-        return error && error != std::errc::no_such_file_or_directory &&
-               error != std::errc::too_many_symbolic_link_levels;
+        return error == std::errc::no_such_file_or_directory ||
+               error == std::errc::too_many_symbolic_link_levels;
+    }
+
+    static bool isUnreadable(const std::error_code& error) { return error && !isAbsence(error); }
+
+    void noteLostLink(const Entry& entry)
+    {
+        const QString path = QFile::decodeName(entry.path().c_str());
+        if (isLostLink(path))
+            m_catalog.lostLinks.append(path);
     }
 
     // Not in the order of the locale: the list is for programs too.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "systemfile.h"
 
+#include <vexdesk/history/links.h>
+
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
@@ -124,7 +126,8 @@ bool isOfKind(const QString& directory, const dirent& entry, EntryKind kind)
     struct stat status = {};
     const QByteArray path = QFile::encodeName(directory) + '/' + entry.d_name;
     if ((ownOnly ? ::lstat(path.constData(), &status) : ::stat(path.constData(), &status)) != 0)
-        return !isAbsence(errno) && errno != ELOOP;
+        return (!isAbsence(errno) && errno != ELOOP) ||
+               (wanted == DT_REG && isLostLink(QFile::decodeName(path)));
     return wanted == DT_REG ? S_ISREG(status.st_mode) : S_ISDIR(status.st_mode);
 }
 
@@ -197,15 +200,6 @@ void removeLeftovers(const QString& directory)
         else
             ::unlink(QFile::encodeName(path).constData());
     }
-}
-
-QString behindLinks(const QString& path)
-{
-    QString target = path;
-    constexpr int most = 40;
-    for (int i = 0; i < most && QFileInfo(target).isSymLink(); ++i)
-        target = QFileInfo(target).symLinkTarget();
-    return target;
 }
 
 Outcome visitNamesIn(const QString& directory, EntryKind kind,

@@ -89,9 +89,6 @@ QString temporaryPathIn(const QString& directory);
 /// Removes from a directory what processes that run no more have left under such names.
 void removeLeftovers(const QString& directory);
 
-/// What a path leads to through symbolic links, whether it is there or not.
-QString behindLinks(const QString& path);
-
 /// What a path leads to, through links. Unknown where the system cannot look; errno then says why.
 enum class PathKind { Missing, File, Other, Unknown };
 struct PathLook
@@ -105,8 +102,8 @@ inline PathKind kindOf(const QString& path)
     return lookAt(path).kind;
 }
 
-/// What of a directory is listed: links count as what they lead to, but for OwnDirectories. What
-/// cannot be looked at is listed.
+/// What of a directory is listed: links count as what they lead to, but for OwnDirectories, and one
+/// that leads nowhere as a file: who opens it says so. What cannot be looked at is listed.
 enum class EntryKind { Anything, Files, Directories, OwnDirectories };
 
 /// Gives each name in a directory to the visitor, hidden ones too, in no order, until he returns

@@ -2,6 +2,7 @@
 #include "healthpass.h"
 
 #include <vexdesk/history/dayfilenames.h>
+#include <vexdesk/history/links.h>
 #include <vexdesk/history/restoreplace.h>
 
 #include <QtCore/QCoreApplication>
@@ -53,7 +54,8 @@ QString textOf(const UnreadFile& file)
     case UnreadFile::Reason::NotListed:
         return notListed(file.path);
     case UnreadFile::Reason::NotOpened:
-        return notOpened(file.path);
+        return vexdesk::isLostLink(file.path) ? vexdesk::lostLink(file.path).message
+                                              : notOpened(file.path);
     case UnreadFile::Reason::Changing:
         return Text::tr("Файл %1 изменился, пока его читали").arg(file.path);
     case UnreadFile::Reason::Broken:
@@ -173,6 +175,8 @@ HealthPass lookAtStore(const HealthPassQuery& query, const std::atomic<bool>& st
     StoreStamps stamps = storeStamps(query.root, stop);
     for (const QString& path : std::as_const(stamps.unreadable))
         pass.problems.append(notListed(path));
+    for (const QString& link : std::as_const(stamps.lostLinks))
+        pass.problems.append(vexdesk::lostLink(link).message);
     std::vector<Board> changed;
     qint64 days = 0;
     for (Board& board : boardsOf(std::move(stamps.series))) {

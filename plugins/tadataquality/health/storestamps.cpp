@@ -7,6 +7,7 @@
 #include <vexdesk/history/storecatalog.h>
 #include <vexdesk/history/storepaths.h>
 
+#include <QtCore/QFileInfo>
 #include <QtCore/QHash>
 
 #include <algorithm>
@@ -71,6 +72,13 @@ StoreStamps storeStamps(const QDir& root, const std::atomic<bool>& stop)
             continue;
         }
         stamps.series.push_back(std::move(series));
+    }
+    for (const QString& link : catalog.lostLinks) {
+        const bool isRead = std::any_of(
+            stamps.series.begin(), stamps.series.end(),
+            [&link](const SeriesStamp& one) { return one.path == QFileInfo(link).path(); });
+        if (!isRead)
+            stamps.lostLinks.append(link);
     }
     std::sort(stamps.series.begin(), stamps.series.end(),
               [](const SeriesStamp& left, const SeriesStamp& right) {

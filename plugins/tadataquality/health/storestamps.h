@@ -28,6 +28,7 @@ struct StoreStamps
 {
     std::vector<SeriesStamp> series; ///< in the order of code points
     QStringList unreadable;          ///< directories that could not be listed to their end
+    QStringList lostLinks;           ///< that lead nowhere, but for days of the series
 };
 
 /// Any thread. Once `stop` is set it ends soon with something that is not all.

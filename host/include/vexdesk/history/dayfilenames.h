@@ -48,12 +48,15 @@ VEXDESK_HISTORY_EXPORT QDate dayInName(const QString& name);
 
 /// The name of the day file or derived minute file in a series' directory that is the very file to
 /// which the path leads, by whatever other name or link; empty when none is. Fails where the
-/// directory cannot be read.
+/// directory cannot be read, or the system cannot tell what one of the files is.
 VEXDESK_HISTORY_EXPORT Result<QString> barFileThatIs(const QString& path, const QDir& seriesDir);
+/// Whether the file may be in a directory for which barFileThatIs() has failed: under another name,
+/// or as a file of its own.
+VEXDESK_HISTORY_EXPORT bool mayBeIn(const QDir& directory, const QString& path);
 
-/// The days of an interval, both ends included, for which a directory holds a day file, in
-/// ascending order. None when the interval is reversed or an end of it is no date. Fails where the
-/// directory cannot be read.
+/// The days of an interval, both ends included, for which a directory holds a day file, or a link
+/// that leads nowhere, in ascending order. None when the interval is reversed or an end of it is no
+/// date. Fails where the directory cannot be read.
 VEXDESK_HISTORY_EXPORT Result<QList<QDate>> storedDays(const QDir& seriesDir, int timeframe,
                                                        const QDate& from, const QDate& to);
 

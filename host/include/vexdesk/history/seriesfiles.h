@@ -24,8 +24,8 @@ struct BarFileRange
     std::optional<int> timeframe = {}; ///< in seconds; derived files are of the seconds'
 };
 
-/// Their names in a series' directory, in ascending order; through links. Fails where the directory
-/// cannot be read: who changes a series changes all of it.
+/// Their names in a series' directory, in ascending order; through links, and of links that lead
+/// nowhere. Fails where the directory cannot be read: who changes a series changes all of it.
 VEXDESK_HISTORY_EXPORT Result<QStringList> barFiles(const QDir& seriesDir,
                                                     const BarFileRange& range = {});
 

@@ -31,6 +31,7 @@ struct StoreCatalog
 {
     QList<StoredSeries> series; ///< in the order of codes (by code unit) and timeframe
     QStringList unreadable;     ///< the paths of directories that could not be read to their end
+    QStringList lostLinks;      ///< day files and directories of which only a link is there
 };
 
 /// Lists a store by its day files. Files with other names are passed over. Any thread.
