@@ -86,8 +86,7 @@ class Test:
     # Those with faults are thousands of short programs, which would mostly write counts.
     NOT_RUN = {"packages", "x11", "faults"}
 
-    def __init__(self, shown, targets, count_files):
-        self.count_files = count_files
+    def __init__(self, shown, targets):
         properties = {p["name"]: p["value"] for p in shown["properties"]}
         self.name = shown["name"]
         self.command = shown["command"]
@@ -100,21 +99,15 @@ class Test:
 
     @staticmethod
     def limits():
-        os.umask(0o022)
         resource.setrlimit(resource.RLIMIT_AS, (16 << 30, 16 << 30))
 
-    def passes(self, counts, seconds=1500.0):
-        """Counts of lines go below a folder, which is made. Endless is what takes too many seconds."""
-        # Some programs become another user, who could not make files there, and would say so.
-        for file in self.count_files:
-            path = counts.joinpath(*file.parts[1:])
-            path.parent.mkdir(parents=True, exist_ok=True)
-            path.touch()
+    def passes(self, seconds=1500.0, **more):
+        """Whether it ends so, within that time, with more in its environment."""
         # What a test that has crashed leaves would fill the disk, or let the next one fail.
         with tempfile.TemporaryDirectory(ignore_cleanup_errors=True) as scratch:
-            own = {"GCOV_PREFIX": str(counts), "TMPDIR": scratch}
             os.chmod(scratch, 0o1777)
-            result = self.run(os.environ | self.environment | own, seconds)
+            own = os.environ | self.environment | {"TMPDIR": scratch}
+            result = self.run(own | more, seconds)
         program = next(w for w in self.command if pathlib.PurePath(w).name == self.target)
         shutil.rmtree(pathlib.Path(program).parent / "user", ignore_errors=True)
         return result == 0
@@ -137,47 +130,57 @@ class Test:
 
     def fails(self):
         """Whether it fails twice: some would fail now and then, and kill a change that nobody sees."""
-        for _ in range(2):
-            with tempfile.TemporaryDirectory() as counts:
-                os.chmod(counts, 0o777)
-                if self.passes(pathlib.Path(counts), 20 + 10 * self.seconds):
-                    return False
-        return True
+        return not any(self.passes(20 + 10 * self.seconds) for _ in range(2))
+
+
+def on_all_cores(work, items):
+    with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+        return list(pool.map(work, items))
+
+
+def tests_of(build):
+    """All of a build, which is made."""
+    subprocess.run(["ninja", "-C", build, "all"], check=True, stdout=sys.stderr)
+    listed = run(["ninja", "-C", build, "-t", "targets", "all"]).stdout
+    targets = set(re.findall(r"^(\w+): phony", listed, re.M))
+    shown = json.loads(run(["ctest", "--test-dir", build, "--show-only=json-v1"]).stdout)
+    tests = [Test(each, targets) for each in shown["tests"]]
+    return [test for test in tests if test.is_run and test.target]
 
 
 class Tests:
-    """The tests of a build that counts lines, and which of them run which line."""
+    """The tests of a plain build, and, by the tests of one that counts, which of them run which line."""
 
-    def __init__(self, build):
+    def __init__(self, build, counting):
         self.build = pathlib.Path(build).resolve()
+        self.counting = pathlib.Path(counting).resolve()
         self.counts = self.build.parent / "counts"
-        subprocess.run(["ninja", "-C", build, "all"], check=True, stdout=sys.stderr)
-        listed = run(["ninja", "-C", build, "-t", "targets", "all"]).stdout
-        targets = set(re.findall(r"^(\w+): phony", listed, re.M))
-        shown = json.loads(run(["ctest", "--test-dir", build, "--show-only=json-v1"]).stdout)
-        count_files = [notes.with_suffix(".gcda") for notes in self.build.rglob("*.gcno")]
-        tests = [Test(each, targets, count_files) for each in shown["tests"]]
-        self.tests = [test for test in tests if test.is_run and test.target]
+        self.count()
+        self.tests = tests_of(build)
         self.run_all()
         commands = json.loads((self.build / "compile_commands.json").read_text())
         self.objects = collections.defaultdict(list)
         for command in commands:
             self.objects[command["file"]].append(command["output"])
 
-    def run_all(self):
-        """Each by itself, unchanged; those that fail so are not asked any more."""
+    def count(self):
+        """Whether a test passes there does not count: programs say that they cannot write counts."""
         shutil.rmtree(self.counts, ignore_errors=True)
+        tests = tests_of(self.counting)
+        on_all_cores(lambda test: test.passes(GCOV_PREFIX=str(self.counts / test.name)), tests)
+
+    def run_all(self):
+        """Each unchanged; those that fail so are not asked any more."""
 
         def passes(test):
             begin = time.monotonic()
-            is_right = test.passes(self.counts / test.name)
+            is_right = test.passes()
             test.seconds = time.monotonic() - begin
             if not is_right:
                 print(f"fails without a change: {test.name}", flush=True)
             return is_right
 
-        with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
-            right = list(pool.map(passes, self.tests))
+        right = on_all_cores(passes, self.tests)
         self.tests = [test for test, is_right in zip(self.tests, right) if is_right]
         seconds = sum(test.seconds for test in self.tests)
         print(f"{len(self.tests)} tests, {seconds:.0f} seconds unchanged", flush=True)
@@ -187,9 +190,9 @@ class Tests:
         """How often a test has run the lines of a file; those without a number are not there."""
         lines = collections.Counter()
         for output in self.objects[file]:
-            notes = (self.build / output).with_suffix(".gcno")
+            notes = (self.counting / output).with_suffix(".gcno")
             counted = (self.counts / test_name).joinpath(*notes.with_suffix(".gcda").parts[1:])
-            if not counted.exists() or counted.stat().st_size == 0:
+            if not counted.exists():
                 continue
             beside = counted.with_suffix(".gcno")
             if not beside.exists():
@@ -197,7 +200,7 @@ class Tests:
             told = run(["gcov", "--json-format", "--stdout", counted.name], cwd=counted.parent)
             for report in map(json.loads, told.stdout.splitlines()):
                 for of_file in report["files"]:
-                    if (self.build / of_file["file"]).resolve().as_posix() == file:
+                    if (self.counting / of_file["file"]).resolve().as_posix() == file:
                         for line in of_file["lines"]:
                             lines[line["line_number"]] += line["count"]
         return lines
@@ -256,18 +259,18 @@ def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("source", type=pathlib.Path)
     parser.add_argument("build")
+    parser.add_argument("counting")
     parser.add_argument("--count", type=int, default=10)
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--list", action="store_true")
     parser.add_argument("files", nargs="*")
     options = parser.parse_args()
 
-    os.umask(0)
     all_of = [m for file in options.files or sources(options.source)
               for m in mutants_of(options.source, file)]
     chosen = random.Random(options.seed).sample(all_of, min(options.count, len(all_of)))
     print(f"{len(all_of)} places, {len(chosen)} changes, seed {options.seed}", flush=True)
-    tests = None if options.list else Tests(options.build)
+    tests = None if options.list else Tests(options.build, options.counting)
     results = collections.Counter()
     for mutant in chosen:
         where = f"{mutant.file}:{mutant.line}: {mutant.kind}"

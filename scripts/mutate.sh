@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
 # Changes the product in one place at a time, builds it and runs the tests that reach that place: a
-# change that no test sees is printed. It works on a copy in build/mutants, where all tests run once
-# beforehand to count the lines that each reaches.
+# change that no test sees is printed. It works on a copy in build/mutants, with two builds: in one all
+# tests run once beforehand to count the lines that each reaches, the other judges.
 #
 #   scripts/mutate.sh [--count N] [--seed S] [--list] [FILE...]
 #
@@ -22,7 +22,10 @@ mkdir -p "$copy"
     sed "s|^|$copy/|" | xargs -r -d '\n' rm
 git ls-files | while read -r file; do cmp -s "$file" "$copy/$file" || echo "$file"; done |
     xargs -r -d '\n' cp --parents -t "$copy"
-cmake -S "$copy" -B build/mutants/build -G Ninja -DCMAKE_BUILD_TYPE=Debug \
-    -DCMAKE_CXX_FLAGS_DEBUG=-O0 -DCMAKE_EXPORT_COMPILE_COMMANDS=ON -DTADATA_COVERAGE=ON \
-    -DTADATA_PRECOMPILED_HEADERS=ON -DTADATA_WARNINGS_AS_ERRORS=OFF >/dev/null
-exec env TZ=UTC LC_ALL=C.UTF-8 python3 scripts/mutate.py "$copy" build/mutants/build "$@"
+for counts in OFF ON; do
+    cmake -S "$copy" -B build/mutants/counts-$counts -G Ninja -DCMAKE_BUILD_TYPE=Debug \
+        -DCMAKE_CXX_FLAGS_DEBUG=-O0 -DCMAKE_EXPORT_COMPILE_COMMANDS=ON -DTADATA_COVERAGE=$counts \
+        -DTADATA_PRECOMPILED_HEADERS=ON -DTADATA_WARNINGS_AS_ERRORS=OFF >/dev/null
+done
+exec env TZ=UTC LC_ALL=C.UTF-8 python3 scripts/mutate.py \
+    "$copy" build/mutants/counts-OFF build/mutants/counts-ON "$@"
