@@ -23,6 +23,11 @@ ExitCode runList(const CommandLine& line)
     QTextStream out(&text);
     const vexdesk::StoreCatalog catalog = vexdesk::storeCatalog(root);
     for (const vexdesk::StoredSeries& series : catalog.series) {
+        // Of which some days were read, and others were not.
+        const QString directory =
+            vexdesk::seriesPath(root, series.stockCode, series.boardCode, series.securityName);
+        if (catalog.unreadable.contains(directory))
+            continue;
         out << escaped(series.stockCode) << '/' << escaped(series.boardCode) << '/'
             << escaped(series.securityName) << '\t' << series.timeframe << '\t' << series.dayFiles
             << '\t' << series.firstDay.toString(Qt::ISODate) << '\t'

@@ -186,6 +186,11 @@ void TadataTest::listNamesWhatItCannotRead()
     writeFile(path("store/A/X/C/20240115_60.iss"), oneRecord);
     const Permissions series(path("store/A/B/D"), 0);
     const Permissions board(path("store/A/X"), 0);
+    // Of two days one can be looked at.
+    writeFile(path("store/A/B/E/20240115_60.iss"), oneRecord);
+    writeFile(path("hidden/20240116_60.iss"), oneRecord);
+    QVERIFY(QFile::link(path("hidden/20240116_60.iss"), path("store/A/B/E/20240116_60.iss")));
+    const Permissions hidden(path("hidden"), 0);
     const QByteArray rest = "A/B/C\t60\t1\t2024-01-15\t2024-01-15\t" +
                             QByteArray::number(qsizetype(qstrlen(oneRecord))) + "\n";
     const auto told = [](const QString& directory) {
@@ -193,7 +198,9 @@ void TadataTest::listNamesWhatItCannotRead()
             .arg(directory)
             .toUtf8();
     };
-    QCOMPARE(list(), (Outcome{1, rest, told(path("store/A/B/D")) + told(path("store/A/X"))}));
+    QCOMPARE(list(), (Outcome{1, rest,
+                              told(path("store/A/B/D")) + told(path("store/A/B/E")) +
+                                  told(path("store/A/X"))}));
 }
 
 void TadataTest::listShowsEveryNameOnItsOwnLine()
