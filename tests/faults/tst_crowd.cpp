@@ -106,11 +106,14 @@ private:
     QString store() const { return path(QStringLiteral("bin/user/tadata")); }
     QStringList importLine(int file, const QString& series, int timeframe, const QString& mode,
                            const QString& place) const;
+    QStringList exportLine(const QString& series) const;
     QStringList jobLine(int program, QRandomGenerator& random) const;
     void startTerminal(QProcess& terminal) const;
     void work(int program, int seed);
     void learnLines();
     QByteArray wrongLines() const;
+    QByteArray wrongExport() const;
+    QByteArray wrongExportAtEnd() const;
     QByteArray takeAllBack() const;
 
     std::unique_ptr<QTemporaryDir> m_dir;
@@ -134,6 +137,12 @@ void TestCrowd::init()
     for (const QString& series : allSeries)
         QCOMPARE(runTadata(importLine(0, series, 60, QStringLiteral("replace"), store())).exitCode,
                  0);
+}
+
+QStringList TestCrowd::exportLine(const QString& series) const
+{
+    return words("export --finished-only --from 2024-01-14 --to 2024-01-19 --series")
+           << series << QStringLiteral("--store") << store() << path(QStringLiteral("out.txt"));
 }
 
 QStringList TestCrowd::importLine(int file, const QString& series, int timeframe,
@@ -183,8 +192,7 @@ QStringList TestCrowd::jobLine(int program, QRandomGenerator& random) const
                words(oneOf(random, std::array{"--to 2024-01-15", "--from 2024-01-18"})) + keeps +
                where;
     case 5:
-        return words("export --from 2024-01-14 --to 2024-01-19 --series") + QStringList{series} +
-               where + QStringList{path(QStringLiteral("out.txt"))};
+        return exportLine(series);
     case 6:
         return QStringList{oneOf(random, words("list health points"))} + where;
     default:
@@ -205,12 +213,16 @@ void TestCrowd::work(int program, int seed)
         const bool isTold = outcome.exitCode == 1 && !(outcome.err + outcome.out).isEmpty();
         ++m_done;
         m_refused += isTold ? 1 : 0;
-        if (outcome.exitCode == 0 || (isTold && !mustSucceed))
+        QByteArray problem;
+        if (outcome.exitCode != 0 && (!isTold || mustSucceed))
+            problem = "exit code " + QByteArray::number(outcome.exitCode) + ": " +
+                      outcome.err.left(300) + outcome.out.left(300);
+        else if (outcome.exitCode == 0 && program == 5)
+            problem = wrongExport();
+        if (problem.isEmpty())
             continue;
         const std::lock_guard lock(m_mutex);
-        m_problems.append(line.join(u' ').toUtf8() + ": exit code " +
-                          QByteArray::number(outcome.exitCode) + ": " + outcome.err.left(300) +
-                          outcome.out.left(300));
+        m_problems.append(line.join(u' ').toUtf8() + ": " + problem);
     }
 }
 
@@ -265,6 +277,45 @@ QByteArray TestCrowd::wrongLines() const
     return {};
 }
 
+// Each line is a bar that an import stores, sorted and only once.
+QByteArray TestCrowd::wrongExport() const
+{
+    static const QRegularExpression form(
+        QStringLiteral("^(?:ALFA|BETA),60,(\\d{8}),((\\d{6}),.*)$"));
+    QByteArrayList lines = readFile(path(QStringLiteral("out.txt"))).split('\n');
+    if (!lines.takeLast().isEmpty() || !lines.takeFirst().contains("<TICKER>"))
+        return "the output is not whole";
+    QString last;
+    for (const QByteArray& line : lines) {
+        const auto bar = form.match(QString::fromUtf8(line));
+        const QString moment = bar.captured(1) + bar.captured(3);
+        if (!m_lines.contains(bar.captured(2).replace(u',', u';').toUtf8()))
+            return "exported was '" + line + '\'';
+        if (moment <= last)
+            return "exported out of order was '" + line + '\'';
+        last = moment;
+    }
+    return {};
+}
+
+// All that is stored in minutes.
+QByteArray TestCrowd::wrongExportAtEnd() const
+{
+    for (const QString& series : allSeries) {
+        if (const Outcome outcome = runTadata(exportLine(series)); outcome.exitCode != 0)
+            return "not exported: " + outcome.err;
+        qsizetype bars = 0;
+        const auto stored = readTree(QDir(store() + u'/' + series));
+        for (auto file = stored.begin(); file != stored.end(); ++file)
+            bars += file.key().endsWith(u"_60.iss") ? file->count('\n') : 0;
+        if (readFile(path(QStringLiteral("out.txt"))).count('\n') != bars + 1)
+            return "not all bars are exported";
+        if (QByteArray wrong = wrongExport(); !wrong.isEmpty())
+            return wrong;
+    }
+    return {};
+}
+
 // From the newest point to the oldest.
 QByteArray TestCrowd::takeAllBack() const
 {
@@ -309,6 +360,7 @@ void TestCrowd::allAtOnce()
     QCOMPARE(said, QByteArray());
 
     QCOMPARE(wrongLines(), QByteArray());
+    QCOMPARE(wrongExportAtEnd(), QByteArray());
     QDirIterator left(m_dir->path(), {QStringLiteral("*.lock"), QStringLiteral("*.tmp")},
                       QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
     while (left.hasNext())
