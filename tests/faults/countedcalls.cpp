@@ -3,9 +3,10 @@
 // something happen at one of them. A program under test is started with it in LD_PRELOAD:
 //   TADATA_TEST_BELOW=DIRECTORY  by its canonical path; calls on other files do not count
 //   TADATA_TEST_COUNTED=changing only the calls that change something on a disk count
-//   TADATA_TEST_CALLS=FILE       the calls that there were, a line each: "NAME PATH"; written when
-//   the
-//                                program ends by itself
+//   TADATA_TEST_CALLS=FILE       the calls that there were, a line each: "NAME PATH", of a rename
+//   and
+//                                a link "NAME PATH FROM"; with "!" before the name where something
+//                                happened to it. Written when the program ends by itself
 //   TADATA_TEST_ORDER=N DEED E   what happens at the N-th call (see Deed), with this number
 // What is done by a file's descriptor counts where the file was opened below the directory.
 
@@ -97,18 +98,19 @@ public:
                std::string_view(path).substr(0, m_below.size()) == m_below;
     }
 
-    Fate next(const char* name, Kind kind, const std::string& path)
+    // With the line that tells of it.
+    Fate next(const std::string& line, Kind kind)
     {
         const std::lock_guard lock(m_mutex);
         if (m_onlyChanging && kind == Kind::Looks)
             return Fate::Passes;
-        m_made += std::string(name) + ' ' + path + '\n';
         ++m_count;
-        if (m_count == m_order.at && m_order.deed == Deed::Signal)
+        const bool isSignal = m_count == m_order.at && m_order.deed == Deed::Signal;
+        const bool isBefore = m_count < m_order.at || m_order.at == 0;
+        const Fate fate = isBefore ? Fate::Passes : fateFrom(kind);
+        m_made += (isSignal || fate != Fate::Passes ? "!" : "") + line + '\n';
+        if (isSignal)
             ::raise(m_order.number);
-        if (m_count < m_order.at || m_order.at == 0)
-            return Fate::Passes;
-        const Fate fate = fateFrom(kind);
         if (fate == Fate::Fails)
             errno = m_order.number;
         return fate;
@@ -188,14 +190,28 @@ std::string pathOf(int descriptor)
     return size > 0 ? std::string(path.data(), static_cast<size_t>(size)) : std::string();
 }
 
+std::string lineOf(const char* name, const std::string& path)
+{
+    return std::string(name) + ' ' + path;
+}
+
 Fate fateOf(const char* name, Kind kind, const char* path)
 {
-    return calls().isBelow(path) ? calls().next(name, kind, path) : Fate::Passes;
+    return calls().isBelow(path) ? calls().next(lineOf(name, path), kind) : Fate::Passes;
+}
+
+// Of a call that gives something another name.
+Fate fateOfMove(const char* name, const char* from, const char* to)
+{
+    if (!calls().isBelow(to))
+        return Fate::Passes;
+    return calls().next(lineOf(name, to) + ' ' + from, Kind::Changes);
 }
 
 Fate fateOf(const char* name, Kind kind, int descriptor)
 {
-    return isKnown(descriptor, Below) ? calls().next(name, kind, pathOf(descriptor)) : Fate::Passes;
+    return isKnown(descriptor, Below) ? calls().next(lineOf(name, pathOf(descriptor)), kind)
+                                      : Fate::Passes;
 }
 
 // By a path from a directory, or by the directory itself.
@@ -206,7 +222,7 @@ Fate fateOf(const char* name, Kind kind, int directory, const char* path)
     if (!isKnown(directory, Below))
         return Fate::Passes;
     const std::string from = pathOf(directory);
-    return calls().next(name, kind, path && *path ? from + '/' + path : from);
+    return calls().next(lineOf(name, path && *path ? from + '/' + path : from), kind);
 }
 
 template <typename Result, typename Call>
@@ -297,18 +313,26 @@ INTERPOSED_OPENAT(openat64)
         static const auto call = real<int(*) declared>(#name);                                     \
         return carryOut(fateOf(#name, kind, directory, path), -1, [&] { return call given; });     \
     }
+
+#define INTERPOSED_MOVE(name, from, to, declared, given)                                           \
+    INTERPOSED int name declared noexcept                                                          \
+    {                                                                                              \
+        static const auto call = real<int(*) declared>(#name);                                     \
+        return carryOut(fateOfMove(#name, from, to), -1, [&] { return call given; });              \
+    }
 // NOLINTEND(bugprone-macro-parentheses)
 
-INTERPOSED_CALL(rename, Kind::Changes, to, (const char* from, const char* to), (from, to))
-INTERPOSED_AT(renameat2, Kind::Changes, toDir, to,
-              (int fromDir, const char* from, int toDir, const char* to, unsigned flags),
-              (fromDir, from, toDir, to, flags))
+INTERPOSED_MOVE(rename, from, to, (const char* from, const char* to), (from, to))
+INTERPOSED_MOVE(link, from, to, (const char* from, const char* to), (from, to))
+// The names are whole: nobody works with a directory's descriptor.
+INTERPOSED_MOVE(renameat2, from, to,
+                (int fromDir, const char* from, int toDir, const char* to, unsigned flags),
+                (fromDir, from, toDir, to, flags))
 INTERPOSED_CALL(unlink, Kind::Changes, path, (const char* path), (path))
 INTERPOSED_AT(unlinkat, Kind::Changes, dir, path, (int dir, const char* path, int flags),
               (dir, path, flags))
 INTERPOSED_CALL(rmdir, Kind::Changes, path, (const char* path), (path))
 INTERPOSED_CALL(mkdir, Kind::Changes, path, (const char* path, mode_t mode), (path, mode))
-INTERPOSED_CALL(link, Kind::Changes, to, (const char* from, const char* to), (from, to))
 INTERPOSED_CALL(symlink, Kind::Changes, to, (const char* from, const char* to), (from, to))
 INTERPOSED_CALL(ftruncate, Kind::Changes, file, (int file, off_t size), (file, size))
 INTERPOSED_CALL(ftruncate64, Kind::Changes, file, (int file, off64_t size), (file, size))

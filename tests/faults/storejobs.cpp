@@ -26,24 +26,18 @@ namespace fs = std::filesystem;
 
 const QString columns = QStringLiteral("date=0,time=1,open=2,high=3,low=4,close=5");
 
+// In whole minutes, each of which has but one bar of seconds.
 QByteArray bars(std::initializer_list<const char*> days, std::initializer_list<int> minutes,
                 int price)
 {
     QByteArray lines;
     for (const char* day : days) {
         for (const int minute : minutes)
-            lines += QByteArray(day) + ",1000" + QByteArray::number(minute) + ',' +
+            lines += QByteArray(day) + ",10" + QByteArray::number(minute) + "00," +
                      QByteArray::number(price) + ',' + QByteArray::number(price + 1) + ',' +
                      QByteArray::number(price - 1) + ',' + QByteArray::number(price) + '\n';
     }
     return lines;
-}
-
-QByteArray replaced(QByteArray text, const char* pattern, const char* with)
-{
-    return QString::fromUtf8(text)
-        .replace(QRegularExpression(QLatin1String(pattern)), QLatin1String(with))
-        .toUtf8();
 }
 
 } // namespace
@@ -68,15 +62,14 @@ Files withoutTemporary(Files files)
     return files;
 }
 
-Files withoutEmpty(Files files)
-{
-    files.removeIf([](Files::iterator file) { return file.value().first.isEmpty(); });
-    return files;
-}
-
 QByteArray toText(const CallOrder& order)
 {
     return QByteArray::number(order.at) + ' ' + order.deed + ' ' + QByteArray::number(order.number);
+}
+
+QByteArray toText(const MadeCall& call)
+{
+    return call.name + ' ' + call.path;
 }
 
 void KeptTree::take(const QString& root)
@@ -120,11 +113,38 @@ void KeptTree::putBack() const
     }
 }
 
+// An import, by its name among the jobs. DIR is the test's directory.
+struct StoreJobs::Import
+{
+    const char* name;
+    const char* mode;
+    int timeframe;
+    const char* files;
+    const char* series = "S/B/X";
+    const char* options = "";
+};
+
+const std::array<StoreJobs::Import, 12> StoreJobs::imports{{
+    {"import", "replace", 60, "DIR/new.csv"},
+    {"import seconds", "replace", 1, "DIR/new.csv"},
+    {"import new", "replace", 1, "DIR/new.csv"},
+    {"import files", "replace", 60, "DIR/X.csv DIR/Z.csv", "S/B/{name}"},
+    {"import rejects", "replace", 60, "DIR/spoiled.csv", "S/B/X", "--rejects DIR/rejects.csv"},
+    {"import prune", "replace", 60, "DIR/new.csv", "S/B/X", "--keep 2"},
+    {"import undo", "replace", 1, "DIR/new.csv", "S/B/X", "--undo-on-error"},
+    {"import spoiled", "replace", 1, "DIR/spoiled.csv", "S/B/X", "--undo-on-error"},
+    {"merge", "merge", 60, "DIR/more.csv"},
+    {"merge seconds", "merge", 1, "DIR/more.csv"},
+    {"fill", "fill", 60, "DIR/more.csv"},
+    {"fill seconds", "fill", 1, "DIR/more.csv"},
+}};
+
 QStringList StoreJobs::changing()
 {
-    return QStringLiteral("import,import seconds,merge,merge seconds,fill,fill seconds,undo,edit,"
-                          "delete,copy,rename")
-        .split(u',');
+    QStringList names;
+    for (const Import& import : imports)
+        names.append(QLatin1String(import.name));
+    return names + QStringLiteral("undo,edit,delete,delete all,copy,rename").split(u',');
 }
 
 QStringList StoreJobs::reading()
@@ -132,41 +152,85 @@ QStringList StoreJobs::reading()
     return QStringLiteral("export,list,health,points,check,check merge").split(u',');
 }
 
-StoreJobs::StoreJobs()
+bool StoreJobs::isVariant(const QString& job)
 {
-    writeFile(path("old.csv"), bars({"20240115", "20240116"}, {10, 25, 40}, 50));
-    writeFile(path("second.csv"), bars({"20240116"}, {10, 25, 40}, 70));
-    writeFile(path("new.csv"), bars({"20240115", "20240116", "20240117"}, {10, 25, 40}, 90));
-    writeFile(path("more.csv"), bars({"20240115", "20240117"}, {25, 55}, 51));
-    for (const int timeframe : {60, 1})
-        expect(importLine(QStringLiteral("replace"), timeframe, "old.csv"));
-    expect(importLine(QStringLiteral("replace"), 60, "second.csv"));
+    return job == u"delete all" || (job.startsWith(u"import ") && job != u"import seconds");
+}
+
+bool StoreJobs::putsBack(const QString& job)
+{
+    return job == u"import undo" || job == u"import spoiled";
+}
+
+StoreJobs::StoreJobs(const QString& job)
+{
+    writeInputs();
+    if (job != u"import new")
+        makeStore();
     m_pointsBefore = points();
     m_firstPoint = m_pointsBefore.value(0);
     m_kept.take(m_dir.path());
     m_before = filesBelow(store());
-    if (m_before.size() != 6 || m_pointsBefore.size() != 3)
+}
+
+StoreJobs::~StoreJobs()
+{
+    QDir(placeInUserFolder()).removeRecursively();
+}
+
+QString StoreJobs::placeInUserFolder() const
+{
+    const QByteArray sum = QCryptographicHash::hash(store().toUtf8(), QCryptographicHash::Sha256);
+    return QFileInfo(tadataProgram()).path() + QStringLiteral("/user/restore/") +
+           QString::fromLatin1(sum.toHex());
+}
+
+QString StoreJobs::place() const
+{
+    const QString inUserFolder = placeInUserFolder();
+    return QFileInfo::exists(inUserFolder) ? inUserFolder : path("store-restore");
+}
+
+void StoreJobs::writeInputs() const
+{
+    const QByteArray some = bars({"20240115", "20240116", "20240117"}, {10, 25, 40}, 90);
+    const QByteArray later = bars({"20240115", "20240117"}, {25, 55}, 51);
+    writeFile(path("old.csv"), bars({"20240115", "20240116"}, {10, 25, 40}, 50));
+    writeFile(path("second.csv"), bars({"20240116"}, {10, 25, 40}, 70));
+    writeFile(path("new.csv"), some);
+    writeFile(path("more.csv"), later);
+    writeFile(path("X.csv"), later);
+    writeFile(path("Z.csv"), some);
+    writeFile(path("spoiled.csv"), bars({"20240115", "20240116"}, {10, 25, 40}, 90) +
+                                       "20240116,spoiled\n" + bars({"20240117"}, {10, 25}, 90));
+}
+
+void StoreJobs::makeStore()
+{
+    for (const Import& import :
+         {Import{"", "replace", 60, "DIR/old.csv"}, Import{"", "replace", 1, "DIR/old.csv"},
+          Import{"", "replace", 60, "DIR/second.csv"}}) {
+        if (const Outcome made = runTadata(importLine(import)); made.exitCode != 0)
+            m_problem += made.err;
+    }
+    if (filesBelow(store()).size() != 6 || points().size() != 3)
         m_problem += "there is no such store";
 }
 
-void StoreJobs::expect(const QStringList& line)
+QStringList StoreJobs::importLine(const Import& import) const
 {
-    const Outcome outcome = runTadata(line);
-    if (outcome.exitCode != 0)
-        m_problem += outcome.err;
-}
-
-QStringList StoreJobs::importLine(const QString& mode, int timeframe, const char* file) const
-{
-    return words("import --series S/B/X --decimals 0 --no-header")
-           << QStringLiteral("--columns") << columns << QStringLiteral("--mode") << mode
-           << QStringLiteral("--timeframe") << QString::number(timeframe)
-           << QStringLiteral("--store") << store() << path(file);
+    QStringList line = words("import --decimals 0 --no-header --columns") << columns;
+    line << QStringLiteral("--mode") << QLatin1String(import.mode) << QStringLiteral("--timeframe")
+         << QString::number(import.timeframe) << QStringLiteral("--series")
+         << QLatin1String(import.series) << QStringLiteral("--store") << store();
+    line += words(import.options) + words(import.files);
+    return line.replaceInStrings(QStringLiteral("DIR"), m_dir.path());
 }
 
 void StoreJobs::refresh()
 {
     m_kept.putBack();
+    QDir(placeInUserFolder()).removeRecursively();
 }
 
 QStringList StoreJobs::commandLine(const QString& job) const
@@ -175,20 +239,21 @@ QStringList StoreJobs::commandLine(const QString& job) const
         return {QStringLiteral(EDIT_ROWS), store(), QStringLiteral("S/B/X")};
     const QStringList program{tadataProgram()};
     const QStringList where{QStringLiteral("--store"), store()};
-    const QString first = job.section(u' ', 0, 0);
-    if (first == u"import")
-        return program +
-               importLine(QStringLiteral("replace"), job == u"import" ? 60 : 1, "new.csv");
-    if (first == u"merge" || first == u"fill")
-        return program + importLine(first, job == first ? 60 : 1, "more.csv");
-    if (first == u"check") {
-        const QStringList line = importLine(
-            job == first ? QStringLiteral("replace") : QStringLiteral("merge"), 60, "more.csv");
-        return program + QStringList{first} + line.mid(1);
+    const auto import = std::find_if(imports.begin(), imports.end(), [&job](const Import& one) {
+        return job == QLatin1String(one.name);
+    });
+    if (import != imports.end())
+        return program + importLine(*import);
+    if (job == u"check" || job == u"check merge") {
+        const char* const mode = job == u"check" ? "replace" : "merge";
+        const QStringList line = importLine({"", mode, 60, "DIR/more.csv"});
+        return program + QStringList{QStringLiteral("check")} + line.mid(1);
     }
     if (job == u"export")
         return program + words("export --series S/B/X --from 2024-01-14 --to 2024-01-17") + where +
                QStringList{path("out.txt")};
+    if (job == u"delete all")
+        return program + words("delete S/B/X --all") + where;
     if (job == u"delete")
         return program + words("delete S/B/X --to 2024-01-15") + where;
     if (job == u"undo")
@@ -214,18 +279,31 @@ Outcome StoreJobs::run(const QString& job, Counted counted, const CallOrder& ord
     return runProgram(line.first(), line.mid(1), environment);
 }
 
-QByteArrayList StoreJobs::calls() const
+QList<MadeCall> StoreJobs::calls() const
 {
     QByteArrayList lines = readFile(path("calls")).split('\n');
     lines.removeLast();
-    return lines;
+    QList<MadeCall> calls;
+    for (const QByteArray& line : lines) {
+        const bool isMet = line.startsWith('!');
+        const QByteArrayList parts = line.mid(isMet ? 1 : 0).split(' ');
+        calls.append({parts[0], parts.value(1), parts.value(2), isMet});
+    }
+    return calls;
+}
+
+Files StoreJobs::outputs() const
+{
+    Files files = filesBelow(m_dir.path());
+    const QStringList outputs{QStringLiteral("out.txt"), QStringLiteral("rejects.csv")};
+    files.removeIf([&](Files::iterator file) { return !outputs.contains(file.key()); });
+    return files;
 }
 
 QStringList StoreJobs::points() const
 {
     static const QRegularExpression id(QStringLiteral("^\\d{8}-\\d{6}-\\d+$"));
-    QStringList ids =
-        QDir(path("store-restore")).entryList(QDir::Dirs | QDir::NoDotAndDotDot).filter(id);
+    QStringList ids = QDir(place()).entryList(QDir::Dirs | QDir::NoDotAndDotDot).filter(id);
     // Fewer than ten points are made in a second.
     std::sort(ids.begin(), ids.end(), std::greater<>());
     return ids;
@@ -254,11 +332,20 @@ QByteArray StoreJobs::takeBack() const
 
 QByteArray StoreJobs::plain(QByteArray text) const
 {
+    text.replace(placeInUserFolder().toUtf8(), "DIR/store-restore");
     text.replace(m_dir.path().toUtf8(), "DIR");
-    text = replaced(text, "\\.tadata-\\d+-\\d+\\.tmp", "TEMPORARY");
-    text = replaced(text, "\"modified\":\\d+", "MODIFIED");
-    text = replaced(text, "\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\d", "MOMENT");
-    const QStringList ids = points();
+    QString plain = QString::fromUtf8(text);
+    static const std::array patterns{
+        std::pair(QRegularExpression(QStringLiteral("\\.tadata-\\d+-\\d+\\.tmp")), "TEMPORARY"),
+        std::pair(QRegularExpression(QStringLiteral("\"modified\":\\d+")), "MODIFIED"),
+        std::pair(QRegularExpression(QStringLiteral("\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\d")),
+                  "MOMENT"),
+    };
+    for (const auto& [pattern, with] : patterns)
+        plain.replace(pattern, QLatin1String(with));
+    text = plain.toUtf8();
+    static const QRegularExpression id(QStringLiteral("\\d{8}-\\d{6}-\\d"));
+    const QStringList ids = plain.contains(id) ? points() : QStringList();
     for (qsizetype i = 0; i < ids.size(); ++i)
         text.replace(ids[i].toLatin1(), "POINT" + QByteArray::number(ids.size() - i));
     return text;
@@ -267,14 +354,11 @@ QByteArray StoreJobs::plain(QByteArray text) const
 QByteArray StoreJobs::state() const
 {
     QByteArray text;
-    for (const char* name : {"store", "store-restore", "out.txt"}) {
-        const Files files = QFileInfo(path(name)).isDir()
-                                ? filesBelow(path(name))
-                                : Files{{QString(), {readFile(path(name)), 0}}};
+    for (const Files& files : {filesBelow(store()), filesBelow(place()), outputs()}) {
+        text += '\n';
         for (auto file = files.begin(); file != files.end(); ++file) {
             const bool isLock = file.key().endsWith(u".lock");
-            text += QByteArray(name) + '/' + file.key().toUtf8() + ' ' +
-                    QByteArray::number(file->second) + '\n' +
+            text += file.key().toUtf8() + ' ' + QByteArray::number(file->second) + '\n' +
                     (isLock ? QByteArray() : file->first) + '\n';
         }
     }
@@ -287,14 +371,15 @@ bool SeenStates::add(const QByteArray& state)
     return m_states.insert(state).second;
 }
 
-QByteArray forEach(int count, const std::function<QByteArray(StoreJobs& jobs, int number)>& act)
+QByteArray forEach(const QString& job, int count,
+                   const std::function<QByteArray(StoreJobs& jobs, int number)>& act)
 {
     constexpr qsizetype enough = 20;
     std::atomic<int> next = 0;
     std::mutex mutex;
     QByteArrayList problems;
     const auto work = [&] {
-        StoreJobs jobs;
+        StoreJobs jobs(job);
         QByteArray problem = jobs.problem();
         for (int number = next++; number < count; number = next++) {
             if (problem.isEmpty())
@@ -312,6 +397,9 @@ QByteArray forEach(int count, const std::function<QByteArray(StoreJobs& jobs, in
         threads.emplace_back(work);
     for (std::thread& thread : threads)
         thread.join();
+    // What was there is what they had made, if anything.
+    for (const char* name : {"/user/restore", "/user"})
+        QDir().rmdir(QFileInfo(tadataProgram()).path() + QLatin1String(name));
     return problems.join('\n');
 }
 

@@ -7,6 +7,7 @@
 #include <QtCore/QStringList>
 #include <QtCore/QTemporaryDir>
 
+#include <array>
 #include <atomic>
 #include <ctime>
 #include <functional>
@@ -24,8 +25,6 @@ using Files = QMap<QString, std::pair<QByteArray, int>>;
 Files filesBelow(const QString& root);
 /// What a program that was killed may leave is not a part of the store.
 Files withoutTemporary(Files files);
-/// The editor empties a file that it may not remove.
-Files withoutEmpty(Files files);
 
 /// What happens at one call of a job, see countedcalls.cpp.
 struct CallOrder
@@ -36,6 +35,17 @@ struct CallOrder
 };
 
 QByteArray toText(const CallOrder& order);
+
+/// A call that a job has made on its files.
+struct MadeCall
+{
+    QByteArray name;
+    QByteArray path;
+    QByteArray from;    ///< of a rename or a link
+    bool isMet = false; ///< something happened at it
+};
+
+QByteArray toText(const MadeCall& call);
 
 /// Which calls are counted.
 enum class Counted { All, Changing };
@@ -60,21 +70,29 @@ private:
 };
 
 /// A store with both timeframes of two days, the last of them changed by another import, and files
-/// to import into it. Each is on its own: several may be worked with in several threads.
+/// to import into it; of the job "import new", only the files. Each is on its own: several may be
+/// worked with in several threads.
 class StoreJobs final
 {
 public:
     /// The names of the jobs that change the store, and of those that only read it.
     static QStringList changing();
     static QStringList reading();
+    /// Whether it makes most of its calls as another job does.
+    static bool isVariant(const QString& job);
+    /// Whether it takes back by itself what it has done, where it fails.
+    static bool putsBack(const QString& job);
 
-    StoreJobs();
+    explicit StoreJobs(const QString& job);
+    ~StoreJobs();
     Q_DISABLE_COPY_MOVE(StoreJobs)
 
     /// Why there is no such store; empty where there is one.
     QByteArray problem() const { return m_problem; }
     QString path(const char* name) const { return m_dir.filePath(QLatin1String(name)); }
     QString store() const { return path("store"); }
+    /// The place of its restore points: beside it, or where they go if that cannot be made.
+    QString place() const;
     const Files& before() const { return m_before; }
 
     /// The store as it was at first.
@@ -82,8 +100,11 @@ public:
     QStringList commandLine(const QString& job) const;
     Outcome run(const QString& job, Counted counted = Counted::All, const CallOrder& order = {},
                 const QStringList& options = {}) const;
-    /// The calls of the last run that ended by itself: "NAME PATH".
-    QByteArrayList calls() const;
+    /// The calls of the last run that ended by itself.
+    QList<MadeCall> calls() const;
+
+    /// The files that it has written beside the store.
+    Files outputs() const;
 
     /// The ids of the restore points, the newest first.
     QStringList points() const;
@@ -97,8 +118,14 @@ public:
     QByteArray plain(QByteArray text) const;
 
 private:
-    QStringList importLine(const QString& mode, int timeframe, const char* file) const;
-    void expect(const QStringList& line);
+    struct Import;
+    static const std::array<Import, 12> imports;
+
+    QStringList importLine(const Import& import) const;
+    void writeInputs() const;
+    void makeStore();
+
+    QString placeInUserFolder() const;
 
     QTemporaryDir m_dir;
     QString m_firstPoint;
@@ -122,6 +149,7 @@ private:
 
 /// Does something for each number below a count, in as many threads as the machine has, each with a
 /// store of its own. The texts that come of it are the result, a line each; twenty are enough.
-QByteArray forEach(int count, const std::function<QByteArray(StoreJobs& jobs, int number)>& act);
+QByteArray forEach(const QString& job, int count,
+                   const std::function<QByteArray(StoreJobs& jobs, int number)>& act);
 
 } // namespace testsupport
