@@ -46,7 +46,7 @@ Files filesBelow(const QString& root)
 {
     Files files;
     QDirIterator walk(root, QDir::Files | QDir::Hidden | QDir::System,
-                      QDirIterator::Subdirectories);
+                      QDirIterator::Subdirectories | QDirIterator::FollowSymlinks);
     while (walk.hasNext()) {
         const QString path = walk.next();
         files.insert(QDir(root).relativeFilePath(path),
@@ -77,6 +77,7 @@ void KeptTree::take(const QString& root)
     m_root = root.toStdString();
     m_directories.clear();
     m_files.clear();
+    m_links.clear();
     const auto statusOf = [](const fs::path& path) {
         struct stat status = {};
         ::lstat(path.c_str(), &status);
@@ -86,7 +87,9 @@ void KeptTree::take(const QString& root)
     for (const fs::directory_entry& entry : fs::recursive_directory_iterator(m_root)) {
         const struct stat status = statusOf(entry.path());
         const mode_t mode = status.st_mode & 07777;
-        if (entry.is_directory())
+        if (entry.is_symlink())
+            m_links[entry.path()] = fs::read_symlink(entry.path());
+        else if (entry.is_directory())
             m_directories[entry.path()] = mode;
         else
             m_files[entry.path()] = {readFile(QString::fromStdString(entry.path())), mode,
@@ -111,6 +114,8 @@ void KeptTree::putBack() const
             ::futimens(descriptor, times) != 0 || ::close(descriptor) != 0)
             qFatal("A file cannot be put back: %s", path.c_str());
     }
+    for (const auto& [path, target] : m_links)
+        fs::create_symlink(target, path);
 }
 
 // An import, by its name among the jobs. DIR is the test's directory.
@@ -124,7 +129,7 @@ struct StoreJobs::Import
     const char* options = "";
 };
 
-const std::array<StoreJobs::Import, 12> StoreJobs::imports{{
+const std::array<StoreJobs::Import, 13> StoreJobs::imports{{
     {"import", "replace", 60, "DIR/new.csv"},
     {"import seconds", "replace", 1, "DIR/new.csv"},
     {"import new", "replace", 1, "DIR/new.csv"},
@@ -133,6 +138,7 @@ const std::array<StoreJobs::Import, 12> StoreJobs::imports{{
     {"import prune", "replace", 60, "DIR/new.csv", "S/B/X", "--keep 2"},
     {"import undo", "replace", 1, "DIR/new.csv", "S/B/X", "--undo-on-error"},
     {"import spoiled", "replace", 1, "DIR/spoiled.csv", "S/B/X", "--undo-on-error"},
+    {"import linked", "replace", 60, "DIR/new.csv"},
     {"merge", "merge", 60, "DIR/more.csv"},
     {"merge seconds", "merge", 1, "DIR/more.csv"},
     {"fill", "fill", 60, "DIR/more.csv"},
@@ -144,17 +150,21 @@ QStringList StoreJobs::changing()
     QStringList names;
     for (const Import& import : imports)
         names.append(QLatin1String(import.name));
-    return names + QStringLiteral("undo,edit,delete,delete all,copy,rename").split(u',');
+    return names +
+           QStringLiteral("undo,undo linked,edit,delete,delete all,copy,rename").split(u',');
 }
 
 QStringList StoreJobs::reading()
 {
-    return QStringLiteral("export,list,health,points,check,check merge").split(u',');
+    return QStringLiteral("export,list,health,points,check,check merge,export linked,"
+                          "list linked,health linked,points linked")
+        .split(u',');
 }
 
 bool StoreJobs::isVariant(const QString& job)
 {
-    return job == u"delete all" || (job.startsWith(u"import ") && job != u"import seconds");
+    return job == u"delete all" || job == u"undo linked" ||
+           (job.startsWith(u"import ") && job != u"import seconds");
 }
 
 bool StoreJobs::putsBack(const QString& job)
@@ -167,6 +177,8 @@ StoreJobs::StoreJobs(const QString& job)
     writeInputs();
     if (job != u"import new")
         makeStore();
+    if (job.endsWith(u" linked"))
+        moveBehindLinks();
     m_pointsBefore = points();
     m_firstPoint = m_pointsBefore.value(0);
     m_kept.take(m_dir.path());
@@ -180,7 +192,8 @@ StoreJobs::~StoreJobs()
 
 QString StoreJobs::placeInUserFolder() const
 {
-    const QByteArray sum = QCryptographicHash::hash(store().toUtf8(), QCryptographicHash::Sha256);
+    const QString root = path(QFileInfo(store()).isSymLink() ? "disk" : "store");
+    const QByteArray sum = QCryptographicHash::hash(root.toUtf8(), QCryptographicHash::Sha256);
     return QFileInfo(tadataProgram()).path() + QStringLiteral("/user/restore/") +
            QString::fromLatin1(sum.toHex());
 }
@@ -188,7 +201,9 @@ QString StoreJobs::placeInUserFolder() const
 QString StoreJobs::place() const
 {
     const QString inUserFolder = placeInUserFolder();
-    return QFileInfo::exists(inUserFolder) ? inUserFolder : path("store-restore");
+    if (QFileInfo::exists(inUserFolder))
+        return inUserFolder;
+    return path(QFileInfo(store()).isSymLink() ? "disk-restore" : "store-restore");
 }
 
 void StoreJobs::writeInputs() const
@@ -215,6 +230,19 @@ void StoreJobs::makeStore()
     }
     if (filesBelow(store()).size() != 6 || points().size() != 3)
         m_problem += "there is no such store";
+}
+
+void StoreJobs::moveBehindLinks()
+{
+    const auto move = [this](const char* from, const char* to) {
+        if (!QFile::rename(path(from), path(to)) || !QFile::link(path(to), path(from)))
+            m_problem += "there is no such link";
+    };
+    QDir(m_dir.path()).mkpath(QStringLiteral("days"));
+    move("store/S/B/X/20240116_60.iss", "days/20240116_60.iss");
+    move("store/S/B/X", "series");
+    move("store", "disk");
+    m_problem += QDir().rename(path("store-restore"), path("disk-restore")) ? "" : "nor points";
 }
 
 QStringList StoreJobs::importLine(const Import& import) const
@@ -249,18 +277,19 @@ QStringList StoreJobs::commandLine(const QString& job) const
         const QStringList line = importLine({"", mode, 60, "DIR/more.csv"});
         return program + QStringList{QStringLiteral("check")} + line.mid(1);
     }
-    if (job == u"export")
+    const QString reader = QString(job).remove(QStringLiteral(" linked"));
+    if (reader == u"export")
         return program + words("export --series S/B/X --from 2024-01-14 --to 2024-01-17") + where +
                QStringList{path("out.txt")};
     if (job == u"delete all")
         return program + words("delete S/B/X --all") + where;
     if (job == u"delete")
         return program + words("delete S/B/X --to 2024-01-15") + where;
-    if (job == u"undo")
+    if (reader == u"undo")
         return program + words("undo") + where + QStringList{m_firstPoint};
     if (job == u"copy" || job == u"rename")
         return program + QStringList{job} + words("S/B/X S/B/Y") + where;
-    return program + QStringList{job} + where;
+    return program + QStringList{reader} + where;
 }
 
 Outcome StoreJobs::run(const QString& job, Counted counted, const CallOrder& order,
@@ -334,6 +363,9 @@ QByteArray StoreJobs::plain(QByteArray text) const
 {
     text.replace(placeInUserFolder().toUtf8(), "DIR/store-restore");
     text.replace(m_dir.path().toUtf8(), "DIR");
+    text.replace("DIR/disk", "DIR/store");
+    text.replace("DIR/series", "DIR/store/S/B/X");
+    text.replace("DIR/days", "DIR/store/S/B/X");
     QString plain = QString::fromUtf8(text);
     static const std::array patterns{
         std::pair(QRegularExpression(QStringLiteral("\\.tadata-\\d+-\\d+\\.tmp")), "TEMPORARY"),
@@ -393,7 +425,8 @@ QByteArray forEach(const QString& job, int count,
         }
     };
     std::vector<std::thread> threads;
-    for (unsigned i = 0; i < std::max(1U, std::thread::hardware_concurrency()); ++i)
+    // One more than there are processors: each waits for its programs.
+    for (unsigned i = 0; i <= std::max(1U, std::thread::hardware_concurrency()); ++i)
         threads.emplace_back(work);
     for (std::thread& thread : threads)
         thread.join();

@@ -67,11 +67,13 @@ private:
     std::string m_root;
     std::map<std::string, File> m_files;
     std::map<std::string, mode_t> m_directories;
+    std::map<std::string, std::string> m_links;
 };
 
 /// A store with both timeframes of two days, the last of them changed by another import, and files
-/// to import into it; of the job "import new", only the files. Each is on its own: several may be
-/// worked with in several threads.
+/// to import into it; of the job "import new", only the files. Where a job is "linked", the store,
+/// its series and a day of it are symbolic links. Each is on its own: several may be worked with in
+/// several threads.
 class StoreJobs final
 {
 public:
@@ -119,11 +121,12 @@ public:
 
 private:
     struct Import;
-    static const std::array<Import, 12> imports;
+    static const std::array<Import, 13> imports;
 
     QStringList importLine(const Import& import) const;
     void writeInputs() const;
     void makeStore();
+    void moveBehindLinks();
 
     QString placeInUserFolder() const;
 
@@ -147,8 +150,9 @@ private:
     std::set<QByteArray> m_states;
 };
 
-/// Does something for each number below a count, in as many threads as the machine has, each with a
-/// store of its own. The texts that come of it are the result, a line each; twenty are enough.
+/// Does something for each number below a count, in a thread more than the machine has processors,
+/// each with a store of its own. The texts that come of it are the result, a line each; twenty are
+/// enough.
 QByteArray forEach(const QString& job, int count,
                    const std::function<QByteArray(StoreJobs& jobs, int number)>& act);
 
