@@ -34,6 +34,8 @@ ExitCode runDelete(const CommandLine& line)
     vexdesk::StoreJob job(storeJobSettings(line, QStringLiteral("delete")));
     if (!root.exists())
         return fail(Text::tr("Нет каталога %1").arg(root.path()));
+    if (const auto reached = checkReached(root, codes); !reached)
+        return fail(reached.failure());
 
     if (const Outcome begun = job.begin(root, {codes.name()}); !begun)
         return fail(begun.failure());
@@ -71,6 +73,10 @@ ExitCode runTransfer(const CommandLine& line, const QString& by, Transfer transf
     const auto noFile = [&from] {
         return fail(Text::tr("У серии %1 нет ни одного файла").arg(from.name()));
     };
+    for (const SeriesCodes& codes : {from, to}) {
+        if (const auto reached = checkReached(root, codes); !reached)
+            return fail(reached.failure());
+    }
     if (const auto stored = vexdesk::barFiles(fromDir); !stored)
         return fail(stored.failure());
     else if (stored->isEmpty())

@@ -66,7 +66,10 @@ ExitCode checkInto(const CommandLine& line, const SeriesCodes& codes, const Impo
     const CheckedImport import{line.positional().first(), codes.name(), details.timeframe,
                                ways.mode};
     const int maxProblems = *line.number("max-problems", 0, anyNumber);
-    const QDir dir = seriesDirIn(storeRootOf(line), codes);
+    const QDir root = storeRootOf(line);
+    if (const auto reached = checkReached(root, codes); !reached)
+        return fail(reached.failure());
+    const QDir dir = seriesDirIn(root, codes);
     const auto checked = [&] {
         ProgressBar bar;
         return checkImport(import.file, details, ways, dir, maxProblems,

@@ -156,9 +156,12 @@ ExitCode report(const ExportResult& result)
 {
     for (const QString& path : result.unopened)
         printError(Text::tr("Невозможно открыть файл %1: его баров в выгрузке нет").arg(path));
+    for (const QString& path : result.changed)
+        printError(Text::tr("Файл %1 изменился, пока шла выгрузка: повторите её").arg(path));
     if (!result.outcome)
         printError(result.outcome.wholeMessage());
-    return result.outcome && result.unopened.isEmpty() ? ExitCode::Success : ExitCode::Failure;
+    const bool isWhole = result.outcome && result.unopened.isEmpty() && result.changed.isEmpty();
+    return isWhole ? ExitCode::Success : ExitCode::Failure;
 }
 
 ExitCode runExport(const CommandLine& line)
@@ -176,6 +179,8 @@ ExitCode runExport(const CommandLine& line)
         return fail(installed.failure());
     setSeries(details, codes);
     const QDir root = store ? QDir(*store) : vexdesk::storePlace();
+    if (const auto reached = checkReached(root, codes); !reached)
+        return fail(reached.failure());
     if (const auto output = checkOutput(details, root); !output)
         return fail(output.failure());
 

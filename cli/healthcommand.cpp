@@ -239,6 +239,10 @@ ExitCode runHealth(const CommandLine& line)
     for (const QString& directory : store.unlisted())
         printError(Text::tr("Невозможно прочитать каталог %1: того, что в нём, в отчёте нет")
                        .arg(escaped(directory)));
+    for (const QString& link : store.lostLinks()) {
+        if (!store.notStored().isEmpty())
+            printError(vexdesk::lostLink(escaped(link)).message);
+    }
     for (const QString& name : store.notStored())
         printError(Text::tr("Серия %1 не хранится").arg(escaped(name)));
     if (store.unlisted().contains(root.path()) || !store.notStored().isEmpty())

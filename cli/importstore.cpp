@@ -42,6 +42,8 @@ Result<QList<QDir>> ImportStore::directories(const QList<SeriesCodes>& series)
         return begun.failure();
     QList<QDir> directories;
     for (const SeriesCodes& codes : series) {
+        if (Outcome reached = checkReached(root(), codes); !reached)
+            return reached.failure();
         directories.append(seriesDirIn(root(), codes));
         if (Outcome made = m_makesDirectories ? makeDirectory(directories.last()) : Outcome();
             !made)

@@ -13,6 +13,7 @@
 #include <QtCore/QTranslator>
 
 #include <csignal>
+#include <exception>
 #include <memory>
 #include <vector>
 
@@ -83,5 +84,10 @@ int main(int argc, char* argv[])
     } catch (const UsageError& error) {
         printError(Text::tr("tadata: %1\nПодсказка: tadata --help").arg(error.text));
         return static_cast<int>(ExitCode::WrongUsage);
+    } catch (const std::exception& error) {
+        // No memory, or no thread. Locks and points are let go of on the way here.
+        printError(
+            Text::tr("tadata: команда не закончена: %1").arg(QString::fromLocal8Bit(error.what())));
+        return static_cast<int>(ExitCode::Failure);
     }
 }

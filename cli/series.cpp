@@ -3,6 +3,7 @@
 
 #include "suggestion.h"
 
+#include <vexdesk/history/links.h>
 #include <vexdesk/history/storepaths.h>
 #include <vexdesk/terminal/referencedata.h>
 
@@ -58,6 +59,17 @@ SeriesCodes parseSeries(const CommandLine& line)
 std::optional<QString> parseStore(const CommandLine& line)
 {
     return line.path("store");
+}
+
+Outcome checkReached(const QDir& root, const SeriesCodes& codes)
+{
+    QString path = root.path();
+    for (const QString& name : {codes.stock, codes.board, codes.security}) {
+        path += u'/' + name;
+        if (vexdesk::isLostLink(path))
+            return vexdesk::lostLink(path);
+    }
+    return {};
 }
 
 QDir makeSeriesDirIn(const std::optional<QString>& store, const SeriesCodes& codes)

@@ -23,6 +23,10 @@ SeriesCodes parseSeries(const CommandLine& line);
 /// The value of --store, none for the terminal's own store. Throws UsageError for an empty one.
 std::optional<QString> parseStore(const CommandLine& line);
 
+/// That no link on the way to the series' directory leads nowhere: what is stored of it would seem
+/// to be nothing.
+vexdesk::Outcome checkReached(const QDir& root, const SeriesCodes& codes);
+
 /// The directory of the series in this store or the terminal's own, made when it is missing. One
 /// that cannot be made shows when a file in it is opened.
 QDir makeSeriesDirIn(const std::optional<QString>& store, const SeriesCodes& codes);

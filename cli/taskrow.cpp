@@ -2,6 +2,7 @@
 #include "taskrow.h"
 
 #include <algorithm>
+#include <system_error>
 #include <thread>
 #include <vector>
 
@@ -19,8 +20,12 @@ void TaskRow::run(int threads)
 {
     const auto wanted = std::clamp<qsizetype>(threads, 1, std::max<qsizetype>(m_tasks.size(), 1));
     std::vector<std::thread> others;
-    for (qsizetype i = 1; i < wanted; ++i)
-        others.emplace_back([this] { work(); });
+    try {
+        for (qsizetype i = 1; i < wanted; ++i)
+            others.emplace_back([this] { work(); });
+    } catch (const std::system_error&) {
+        // As many as the system gives.
+    }
     work();
     for (std::thread& other : others)
         other.join();

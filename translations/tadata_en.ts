@@ -1131,5 +1131,13 @@ Hint: tadata --help</translation>
         <source>Печатает по строке на каждую серию и таймфрейм, через табуляцию: серия, таймфрейм в секундах, число файлов дней, первый и последний день, байты. Управляющие символы в кодах печатаются в виде \x0a и \u2028. Каталог, который нельзя прочитать, и ссылка, которая никуда не ведёт, названы в стандартном выводе ошибок; код завершения тогда 1, остальное напечатано.</source>
         <translation>Prints one line for each series and timeframe, separated by tabs: series, timeframe in seconds, number of day files, first and last day, bytes. Control characters in codes are printed as \x0a and \u2028. A directory that cannot be read, and a link that leads nowhere, are named on standard error; the exit status is then 1, and the rest is printed.</translation>
     </message>
+    <message>
+        <source>Файл %1 изменился, пока шла выгрузка: повторите её</source>
+        <translation>The file %1 changed during the export: repeat it</translation>
+    </message>
+    <message>
+        <source>tadata: команда не закончена: %1</source>
+        <translation>tadata: the command did not end: %1</translation>
+    </message>
 </context>
 </TS>

@@ -1352,6 +1352,10 @@ If both change history or settings, the changes of one of them will be lost.</tr
         <source>Файл %1 не читается: %2</source>
         <translation>Cannot read the file %1: %2</translation>
     </message>
+    <message>
+        <source>это не обычный файл</source>
+        <translation type="unfinished">it is no regular file</translation>
+    </message>
 </context>
 <context>
     <name>vexdesk::SeriesFiles</name>

@@ -19,6 +19,7 @@
 #include <filesystem>
 #include <optional>
 #include <utility>
+#include <vector>
 
 namespace tadata {
 
@@ -144,6 +145,16 @@ public:
     /// Whether all was read.
     const Outcome& outcome() const { return m_outcome; }
     QStringList unopened() const { return m_unopened; }
+    QStringList changed() const
+    {
+        QStringList paths;
+        for (const auto& [path, asRead] : m_read) {
+            const auto now = vexdesk::fileState(path);
+            if (!now || !now->isUnchanged(asRead))
+                paths.append(path);
+        }
+        return paths;
+    }
 
     void show(int percent)
     {
@@ -168,10 +179,12 @@ private:
         const QString path =
             m_dir->filePath(vexdesk::dayFileName(day, m_details.storedTimeframe()));
         vexdesk::DayFileLines lines(path);
-        if (lines.open())
+        if (lines.open()) {
+            m_read.emplace_back(path, lines.state());
             writeLines(lines, day);
-        else if (isThere(path))
+        } else if (isThere(path)) {
             m_unopened.append(path);
+        }
     }
 
     void writeLines(vexdesk::DayFileLines& lines, const QDate& day)
@@ -204,6 +217,7 @@ private:
     std::optional<QDir> m_dir;
     Outcome m_outcome;
     QStringList m_unopened;
+    std::vector<std::pair<QString, vexdesk::FileState>> m_read;
 };
 
 // That the file is no day file of any series. Links to directories are followed, as by those who
@@ -243,7 +257,7 @@ ExportResult exportBars(const ExportDetails& details, const ExportStart& start,
 {
     OutputFile output(details.outputPath);
     if (const Outcome opened = output.open(); !opened)
-        return {opened, {}};
+        return {opened, {}, {}};
     if (details.addHeader)
         output.write(heading(details));
 
@@ -252,13 +266,13 @@ ExportResult exportBars(const ExportDetails& details, const ExportStart& start,
         run.writeDays();
     } catch (const QString& message) {
         // Money that no number of the host can hold.
-        return {Failure{message}, run.unopened()};
+        return {Failure{message}, run.unopened(), {}};
     }
     if (const Outcome written = output.close(); !written)
-        return {written, run.unopened()};
+        return {written, run.unopened(), {}};
     if (run.outcome())
         run.show(100);
-    return {run.outcome(), run.unopened()};
+    return {run.outcome(), run.unopened(), run.changed()};
 }
 
 } // namespace tadata

@@ -23,7 +23,10 @@ struct ExportResult
     vexdesk::Outcome outcome;
     /// The day files of the interval that are there and could not be opened: their bars are not in
     /// the output.
-    QStringList unopened;
+    QStringList unopened = {};
+    /// The day files that were not the same any more when all was written: an import that replaced
+    /// them may have left the output without some of their bars.
+    QStringList changed = {};
 };
 
 /// Whether an export may write to its output: not where that is a day file of the store with this

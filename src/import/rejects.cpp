@@ -137,6 +137,13 @@ BadLines::BadLines(const QString& input, const ImportWays& ways, bool hasHeader)
     , m_rejects(ways.rejects)
 {}
 
+// Of an import that has failed, too.
+BadLines::~BadLines()
+{
+    if (m_rejects.isOpen())
+        static_cast<void>(writeOut());
+}
+
 Outcome BadLines::take(const FileLine& line)
 {
     if (!m_passesOver)
@@ -160,7 +167,8 @@ Outcome BadLines::begin()
 {
     if (!m_lines.open())
         return cannotOpen(m_lines.path());
-    if (!m_rejects.open(QIODevice::WriteOnly | QIODevice::NewOnly))
+    // Without a buffer of Qt's, which does not know why a part was not written.
+    if (!m_rejects.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered))
         return cannotOpen(m_rejects.fileName(), m_rejects.errorString());
     if (Outcome written = write(m_lines.mark()); !written)
         return written;
@@ -175,7 +183,24 @@ Outcome BadLines::copyLine(qint64 number)
 
 Outcome BadLines::write(const QByteArray& bytes)
 {
-    return m_rejects.write(bytes) == bytes.size() ? Outcome() : notWritten();
+    constexpr qsizetype enough = qsizetype(64) * 1024;
+    m_unwritten += bytes;
+    return m_unwritten.size() < enough ? Outcome() : writeOut();
+}
+
+Outcome BadLines::writeOut()
+{
+    QByteArrayView bytes = m_unwritten;
+    while (!bytes.isEmpty()) {
+        const qint64 taken = m_rejects.write(bytes.data(), bytes.size());
+        if (taken <= 0) {
+            m_unwritten.clear();
+            return notWritten();
+        }
+        bytes = bytes.sliced(taken);
+    }
+    m_unwritten.clear();
+    return {};
 }
 
 Failure BadLines::notWritten() const
@@ -187,9 +212,8 @@ Outcome BadLines::finish()
 {
     if (!m_rejects.isOpen())
         return {};
-    // A closed file no longer knows why it was not written.
-    if (!m_rejects.flush())
-        return notWritten();
+    if (Outcome written = writeOut(); !written)
+        return written;
     m_rejects.close();
     return m_rejects.error() == QFileDevice::NoError ? Outcome() : notWritten();
 }

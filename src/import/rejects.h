@@ -47,6 +47,8 @@ class BadLines final
 {
 public:
     BadLines(const QString& input, const ImportWays& ways, bool hasHeader);
+    ~BadLines();
+    Q_DISABLE_COPY_MOVE(BadLines)
 
     /// Fails for the line that ends the import, and where the rejects cannot be written.
     vexdesk::Outcome take(const FileLine& line);
@@ -60,6 +62,7 @@ private:
     vexdesk::Outcome begin();
     vexdesk::Outcome copyLine(qint64 number);
     vexdesk::Outcome write(const QByteArray& bytes);
+    vexdesk::Outcome writeOut();
     vexdesk::Failure notWritten() const;
 
     bool m_passesOver;
@@ -67,6 +70,7 @@ private:
     qint64 m_count = 0;
     RawLines m_lines;
     QFile m_rejects;
+    QByteArray m_unwritten; ///< lines that the rejects have not got yet
 };
 
 /// Whether the file for rejects can be made where it is to be. It must not become one of the files

@@ -41,6 +41,8 @@ private Q_SLOTS:
     void importsNothing_data();
     void importsNothing();
     void undoMakesNoDirectoryBehindThem();
+    void aLostSeriesIsNoEmptyOne_data();
+    void aLostSeriesIsNoEmptyOne();
 
 private:
     QString day(const char* name) const { return path("store/NORD/MAIN/ALFA/") + name; }
@@ -158,6 +160,45 @@ void TadataLostLinksTest::undoMakesNoDirectoryBehindThem()
     QVERIFY(!QFileInfo::exists(path("gone")));
     QVERIFY(QFile::rename(path("away"), path("gone")));
     QCOMPARE(runTadata({"undo", "--force", "--store", path("store")}).exitCode, 0);
+}
+
+void TadataLostLinksTest::aLostSeriesIsNoEmptyOne_data()
+{
+    QTest::addColumn<QString>("command");
+    QTest::addColumn<QString>("directory");
+    for (const char* directory : {"store/NORD/MAIN/ALFA", "store/NORD/MAIN", "store/NORD"}) {
+        for (const char* command :
+             {"export out.txt --from 2024-01-15 --to 2024-01-17 --series NORD/MAIN/ALFA",
+              "delete NORD/MAIN/ALFA --all", "copy NORD/MAIN/ALFA NORD/MAIN/BETA",
+              "rename SOUTH/MAIN/GAMMA NORD/MAIN/ALFA", "health NORD/MAIN/ALFA",
+              "import in.txt --series NORD/MAIN/ALFA --decimals 2 --no-header --columns "
+              "date=0,time=1,open=2,high=3,low=4,close=5",
+              "check in.txt --series NORD/MAIN/ALFA --decimals 2 --no-header --columns "
+              "date=0,time=1,open=2,high=3,low=4,close=5"}) {
+            QTest::addRow("%s: %s", directory, command)
+                << QString::fromLatin1(command) << QString::fromLatin1(directory);
+        }
+    }
+}
+
+void TadataLostLinksTest::aLostSeriesIsNoEmptyOne()
+{
+    QFETCH(const QString, command);
+    QFETCH(const QString, directory);
+    writeFile(path("store/SOUTH/MAIN/GAMMA/20240115_60.iss"), bar);
+    writeFile(path("in.txt"), "20240116,100000,1,1,1,1\n");
+    writeFile(path("out.txt"), "of yesterday");
+    QVERIFY(QDir().rename(path(directory), path("away")));
+    QVERIFY(QFile::link(path("gone"), path(directory)));
+    const Tree before = stored();
+    const Outcome outcome =
+        runTadata(words(qPrintable(command)) + QStringList{"--store", path("store")},
+                  plainEnvironment(), m_dir->path());
+    QCOMPARE(outcome.exitCode, 1);
+    QVERIFY2(outcome.err.contains(lost(path(directory)).toUtf8()), outcome.err.constData());
+    QCOMPARE(stored(), before);
+    QCOMPARE(readFile(path("out.txt")), QByteArray("of yesterday"));
+    QVERIFY(!QFileInfo::exists(path("gone")));
 }
 
 QTEST_GUILESS_MAIN(TadataLostLinksTest)

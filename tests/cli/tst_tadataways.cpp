@@ -12,6 +12,7 @@
 #include <QtTest/QTest>
 
 #include <cerrno>
+#include <cstring>
 
 using namespace testsupport;
 
@@ -51,6 +52,7 @@ private Q_SLOTS:
     void badLinesArePassedOver();
     void rejectsAreTheLinesThemselves();
     void rejectsThatCannotBeMadeCostNothing();
+    void rejectsThatCannotBeWrittenSayWhy();
     void onlyBadLinesAreAFailure();
     void aFailureIsPutBack();
     void aFormatIsGuessed();
@@ -197,6 +199,17 @@ void TadataWaysTest::rejectsAreTheLinesThemselves()
 }
 
 // Known before a day is replaced, and not only when the first bad line comes.
+void TadataWaysTest::rejectsThatCannotBeWrittenSayWhy()
+{
+    writeFile(path("in.txt"), QByteArray("wrong\n").repeated(1000));
+    const QString rejects = path("rejects.csv");
+    const Outcome outcome =
+        runTadataLimited(importLine(path("in.txt"), {QStringLiteral("--rejects"), rejects}));
+    QCOMPARE(outcome.exitCode, 1);
+    QVERIFY2(outcome.err.contains(rejects.toUtf8()), outcome.err.constData());
+    QVERIFY2(outcome.err.contains(strerror(EFBIG)), outcome.err.constData());
+}
+
 void TadataWaysTest::rejectsThatCannotBeMadeCostNothing()
 {
     QCOMPARE(import(threeBars, {}), succeeded());

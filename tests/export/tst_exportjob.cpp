@@ -69,6 +69,7 @@ private Q_SLOTS:
     void asksForTheDirectoryOnceAndOnlyForAPastDay();
     void takesTodayFromNoFile();
     void replacesTheOutput();
+    void tellsOfDaysThatAreReplacedMeanwhile();
     void namesAnOutputThatCannotBeOpened_data();
     void namesAnOutputThatCannotBeOpened();
     void namesAnOutputThatCannotBeWritten();
@@ -368,6 +369,33 @@ void TestExportJob::replacesTheOutput()
     details.lineFormat = QStringLiteral("OPEN");
     QVERIFY(run(details).isNull());
     QCOMPARE(written(), mark + "1\n");
+}
+
+// An import empties a day before it writes it anew: who reads it then finds nothing, or a part.
+void TestExportJob::tellsOfDaysThatAreReplacedMeanwhile()
+{
+    for (const char* day : {"20240115_60.iss", "20240116_60.iss", "20240117_60.iss"})
+        store(day, "100000;1;1;1;1;0;0;0\n");
+    ExportDetails details = detailsOf(output());
+    details.dateTo = QDate(2024, 1, 17);
+    const QDir series(m_dir->filePath(QStringLiteral("series")));
+    const auto seriesDir = [&series] { return series; };
+    const auto changed = [&] {
+        return tadata::exportBars(details, {m_today, -1}, seriesDir, [](int) {}).changed;
+    };
+    QCOMPARE(changed(), QStringList());
+    const testsupport::Meanwhile empties(testsupport::SystemCall::Open,
+                                         QStringLiteral("20240116_60.iss"),
+                                         [this] { store("20240116_60.iss", QByteArray()); });
+    const testsupport::Meanwhile writes(testsupport::SystemCall::Open,
+                                        QStringLiteral("20240117_60.iss"), [this] {
+                                            store("20240115_60.iss", "100000;2;2;2;2;0;0;0\n");
+                                            store("20240116_60.iss", "100000;2;2;2;2;0;0;0\n");
+                                            store("20240118_60.iss", "100000;2;2;2;2;0;0;0\n");
+                                        });
+    QCOMPARE(changed(), QStringList({series.filePath(QStringLiteral("20240115_60.iss")),
+                                     series.filePath(QStringLiteral("20240116_60.iss"))}));
+    QCOMPARE(changed(), QStringList());
 }
 
 void TestExportJob::namesAnOutputThatCannotBeOpened_data()

@@ -73,6 +73,9 @@ private Q_SLOTS:
     void theOldestGo();
     void theNewestAndThoseAtWorkStay();
     void pointsOfOneSecondAreNumbered();
+    void aClockThatWasAheadHidesNoPoint();
+    void aPipeIsNoPoint();
+    void aPlaceThatIsALostLinkIsNoPlace();
     void takingBackLeavesNoPoint();
     void takingBackNeedsNoRoom();
     void takingBackThatFailsNamesThePoint();
@@ -535,6 +538,65 @@ void TestRestorePoint::pointsOfOneSecondAreNumbered()
     for (int i = 0; i < 12; ++i)
         QCOMPARE(readFile(m_place.path + u'/' + found[i] + u'/' + monday),
                  i == 11 ? QByteArray("old monday\n") : QByteArray::number(10 - i));
+}
+
+void TestRestorePoint::aClockThatWasAheadHidesNoPoint()
+{
+    const QString before = job(QStringLiteral("import"), {{monday, "new\n"}});
+    const QString ahead =
+        QDateTime::currentDateTimeUtc().addDays(7).toString(QStringLiteral("yyyyMMdd-hhmmss")) +
+        QStringLiteral("-1");
+    const QDir place(m_place.path);
+    QVERIFY(QDir().rename(place.filePath(before), place.filePath(ahead)));
+    QVERIFY(QFile::rename(place.filePath(QStringLiteral("sums/") + before),
+                          place.filePath(QStringLiteral("sums/") + ahead)));
+    const QString json = place.filePath(ahead + QStringLiteral("/point.json"));
+    writeFile(json, readFile(json).replace(before.toUtf8(), ahead.toUtf8()));
+    const QString last = job(QStringLiteral("delete"), {{monday, QByteArray()}});
+    QCOMPARE(ids(), QStringList({last, ahead}));
+    QVERIFY(record(last).when.secsTo(QDateTime::currentDateTimeUtc()) < 3600);
+    QVERIFY(pruneRestorePoints(m_place, {.keep = 1}));
+    QCOMPARE(ids(), QStringList(last));
+    QVERIFY(!putBack(last).isEmpty());
+    QCOMPARE(stored().value(monday), QByteArray("new\n"));
+}
+
+// To open it would be to wait for somebody who writes.
+void TestRestorePoint::aPipeIsNoPoint()
+{
+    const QString id = job(QStringLiteral("import"), {{monday, "new\n"}});
+    const QDir point(m_place.path + u'/' + id);
+    const auto makePipe = [](const QString& path) {
+        QVERIFY(QFile::remove(path) || !QFileInfo::exists(path));
+        QCOMPARE(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+    };
+    const QByteArray json = readFile(point.filePath(QStringLiteral("point.json")));
+    makePipe(m_place.path + QStringLiteral("/sums/") + id);
+    QVERIFY(!vexdesk::PuttingBack(m_place, record(id)).begin());
+    makePipe(point.filePath(QStringLiteral("point.json")));
+    const auto points = restorePoints(m_place);
+    QVERIFY(points && points->points.isEmpty());
+    QVERIFY(points->problems.join(u' ').contains(QStringLiteral("point.json")));
+    QVERIFY(QFile::remove(point.filePath(QStringLiteral("point.json"))));
+    writeFile(point.filePath(QStringLiteral("point.json")),
+              QByteArray(json).replace("\"complete\":true", "\"complete\":false"));
+    makePipe(point.filePath(QStringLiteral("journal")));
+    QVERIFY(restorePoint(m_place, id).message().contains(QStringLiteral("journal")));
+}
+
+void TestRestorePoint::aPlaceThatIsALostLinkIsNoPlace()
+{
+    const QString id = job(QStringLiteral("import"), {{monday, "new\n"}});
+    const QString away = m_dir->filePath(QStringLiteral("away"));
+    const QString disk = m_dir->filePath(QStringLiteral("disk"));
+    QVERIFY(QDir().rename(m_place.path, disk));
+    QVERIFY(QFile::link(disk, m_place.path));
+    QCOMPARE(vexdesk::restorePlace(QDir(m_root))->path, m_place.path);
+    QVERIFY(QDir().rename(disk, away));
+    QVERIFY(vexdesk::restorePlace(QDir(m_root)).message().contains(m_place.path));
+    QVERIFY(!vexdesk::makeRestorePlace(QDir(m_root)));
+    QVERIFY(QDir().rename(away, disk));
+    QCOMPARE(ids(), QStringList(id));
 }
 
 void TestRestorePoint::takingBackLeavesNoPoint()

@@ -107,6 +107,14 @@ private:
     bool m_isRight = true;
 };
 
+// Never a pipe, for whose writer it would wait.
+Outcome openToRead(QFile& file)
+{
+    if (kindOf(file.fileName()) == PathKind::Other)
+        return Failure{Text::tr("это не обычный файл")};
+    return file.open(QIODevice::ReadOnly) ? Outcome() : Failure{file.errorString()};
+}
+
 Failure broken(const RestorePlace& place, const QString& id, const QString& why)
 {
     return {Text::tr("Точка возврата %1 испорчена: %2").arg(directoryOf(place, id), why)};
@@ -147,8 +155,8 @@ Outcome addJournal(const RestorePlace& place, RestorePointRecord& point)
     QFile journal(directoryOf(place, point.id) + QStringLiteral("/journal"));
     if (isMissing(journal.fileName()))
         return {};
-    if (!journal.open(QIODevice::ReadOnly))
-        return broken(place, point.id, journal.errorString());
+    if (const Outcome opened = openToRead(journal); !opened)
+        return broken(place, point.id, QStringLiteral("journal: ") + opened.message());
     QByteArrayList lines = journal.readAll().split('\n');
     if (journal.error() != QFileDevice::NoError)
         return broken(place, point.id, journal.errorString());
@@ -330,8 +338,8 @@ Outcome writeRecord(const QString& directory, const RestorePointRecord& point,
 Result<RestorePointRecord> readRecord(const RestorePlace& place, const QString& id)
 {
     QFile file(directoryOf(place, id) + QStringLiteral("/point.json"));
-    if (!file.open(QIODevice::ReadOnly))
-        return broken(place, id, QStringLiteral("point.json: ") + file.errorString());
+    if (const Outcome opened = openToRead(file); !opened)
+        return broken(place, id, QStringLiteral("point.json: ") + opened.message());
     const QByteArray json = file.readAll();
     if (file.error() != QFileDevice::NoError)
         return broken(place, id, QStringLiteral("point.json: ") + file.errorString());
@@ -376,15 +384,16 @@ Step writeSums(const RestorePlace& place, const QString& id, const TouchedFiles&
 Result<std::optional<Sums>> readSums(const RestorePlace& place, const QString& id)
 {
     QFile file(sumsPath(place, id));
-    const auto notRead = [&file] {
-        return Failure{
-            Text::tr("Файл %1 не читается: %2").arg(file.fileName(), file.errorString())};
+    const auto notRead = [&file](const QString& why) {
+        return Failure{Text::tr("Файл %1 не читается: %2").arg(file.fileName(), why)};
     };
-    if (!file.open(QIODevice::ReadOnly))
-        return isMissing(file.fileName()) ? Result<std::optional<Sums>>(std::nullopt) : notRead();
+    if (isMissing(file.fileName()))
+        return std::optional<Sums>();
+    if (const Outcome opened = openToRead(file); !opened)
+        return notRead(opened.message());
     QByteArrayList lines = file.readAll().split('\n');
     if (file.error() != QFileDevice::NoError)
-        return notRead();
+        return notRead(file.errorString());
     Sums sums;
     lines.removeLast();
     for (const QByteArray& line : lines.mid(1)) {
@@ -399,7 +408,7 @@ Result<std::optional<Sums>> readSums(const RestorePlace& place, const QString& i
 qint64 bytesOf(const RestorePlace& place, const QString& id)
 {
     QFile file(sumsPath(place, id));
-    if (file.open(QIODevice::ReadOnly))
+    if (openToRead(file))
         return file.readLine().trimmed().toLongLong();
     const Result<RestorePointRecord> point = readRecord(place, id);
     return point ? point->bytes : 0;

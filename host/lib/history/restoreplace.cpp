@@ -65,6 +65,9 @@ Result<RestorePlace> restorePlace(const QDir& root)
                        qt_error_string(errno)};
     const QString& canonical = *found;
     const QString beside = besideStore(canonical);
+    // Points and locks are behind it, and others would not be found once it leads there again.
+    if (isLostLink(beside))
+        return lostLink(beside);
     // What cannot be looked at is not taken for missing: locks in two places would lock nothing.
     if (isMissing(beside) || kindOf(beside) == PathKind::File) {
         // Once points are kept there, they and the locks stay together.

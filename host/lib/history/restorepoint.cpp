@@ -233,13 +233,18 @@ Outcome RestorePoint::Private::make(const QString& firstPath)
     if (!ids)
         return notKept(firstPath, ids.message());
     record.when = QDateTime::currentDateTimeUtc();
+    QDateTime moment = record.when;
+    // The last command's point is the newest, also of a clock that was ahead and has been set
+    // right.
+    if (const auto newest = restore::takeIdApart(ids->value(0)))
+        moment = std::max(moment, newest->first);
     qint64 number = 0;
-    const QString second = restore::idOf(record.when, 0).chopped(1);
+    const QString second = restore::idOf(moment, 0).chopped(1);
     for (const QString& id : *ids) {
         if (id.startsWith(second))
             number = std::max(number, restore::takeIdApart(id)->second);
     }
-    record.id = restore::idOf(record.when, number + 1);
+    record.id = restore::idOf(moment, number + 1);
     const Outcome made = makePoint();
     if (made)
         return {};
