@@ -1354,7 +1354,7 @@ If both change history or settings, the changes of one of them will be lost.</tr
     </message>
     <message>
         <source>это не обычный файл</source>
-        <translation type="unfinished">it is no regular file</translation>
+        <translation>it is no regular file</translation>
     </message>
 </context>
 <context>
