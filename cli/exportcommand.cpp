@@ -12,6 +12,8 @@
 #include <vexdesk/history/dayfilenames.h>
 #include <vexdesk/history/filestate.h>
 #include <vexdesk/history/links.h>
+#include <vexdesk/history/restoreplace.h>
+#include <vexdesk/history/serieslock.h>
 #include <vexdesk/history/storepaths.h>
 #include <vexdesk/terminal/core.h>
 
@@ -152,15 +154,32 @@ void tellOfSkippedTimes(const ExportDetails& details, const QDir& series)
     }
 }
 
-ExitCode report(const ExportResult& result)
+// What a writer of the series that is still at work has touched since it began: it empties a day
+// before it writes it anew.
+QStringList beingReplaced(const QDir& root, const SeriesCodes& codes, const ExportResult& result)
+{
+    const auto place = vexdesk::restorePlace(root);
+    const auto holder = place ? vexdesk::lockHolder(*place, codes.name()) : std::nullopt;
+    QStringList paths;
+    if (!holder || !holder->runsHere)
+        return paths;
+    for (const auto& [path, asRead] : result.read) {
+        // A file that is being emptied still has its old time.
+        if (asRead.modified >= holder->since || asRead.size == 0)
+            paths.append(path);
+    }
+    return paths;
+}
+
+ExitCode report(const ExportResult& result, const QStringList& changed)
 {
     for (const QString& path : result.unopened)
         printError(Text::tr("Невозможно открыть файл %1: его баров в выгрузке нет").arg(path));
-    for (const QString& path : result.changed)
-        printError(Text::tr("Файл %1 изменился, пока шла выгрузка: повторите её").arg(path));
+    for (const QString& path : changed)
+        printError(Text::tr("Файл %1 меняли, пока шла выгрузка: повторите её").arg(path));
     if (!result.outcome)
         printError(result.outcome.wholeMessage());
-    const bool isWhole = result.outcome && result.unopened.isEmpty() && result.changed.isEmpty();
+    const bool isWhole = result.outcome && result.unopened.isEmpty() && changed.isEmpty();
     return isWhole ? ExitCode::Success : ExitCode::Failure;
 }
 
@@ -195,7 +214,11 @@ ExitCode runExport(const CommandLine& line)
     if (result.outcome)
         tellOfSkippedTimes(
             details, QDir(vexdesk::seriesPath(root, codes.stock, codes.board, codes.security)));
-    return report(result);
+    // In this order: who has let go of the series by now has changed what is looked at next.
+    QStringList changed = beingReplaced(root, codes, result);
+    changed += result.changed();
+    changed.removeDuplicates();
+    return report(result, changed);
 }
 
 // One end of the interval, of which both must be given.

@@ -1132,8 +1132,8 @@ Hint: tadata --help</translation>
         <translation>Prints one line for each series and timeframe, separated by tabs: series, timeframe in seconds, number of day files, first and last day, bytes. Control characters in codes are printed as \x0a and \u2028. A directory that cannot be read, and a link that leads nowhere, are named on standard error; the exit status is then 1, and the rest is printed.</translation>
     </message>
     <message>
-        <source>Файл %1 изменился, пока шла выгрузка: повторите её</source>
-        <translation>The file %1 changed during the export: repeat it</translation>
+        <source>Файл %1 меняли, пока шла выгрузка: повторите её</source>
+        <translation>The file %1 was being changed during the export: repeat it</translation>
     </message>
     <message>
         <source>tadata: команда не закончена: %1</source>

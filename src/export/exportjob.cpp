@@ -145,16 +145,7 @@ public:
     /// Whether all was read.
     const Outcome& outcome() const { return m_outcome; }
     QStringList unopened() const { return m_unopened; }
-    QStringList changed() const
-    {
-        QStringList paths;
-        for (const auto& [path, asRead] : m_read) {
-            const auto now = vexdesk::fileState(path);
-            if (!now || !now->isUnchanged(asRead))
-                paths.append(path);
-        }
-        return paths;
-    }
+    std::vector<std::pair<QString, vexdesk::FileState>> takeRead() { return std::move(m_read); }
 
     void show(int percent)
     {
@@ -243,6 +234,17 @@ Outcome isOutsideStore(const QString& path, const QDir& root)
 
 } // namespace
 
+QStringList ExportResult::changed() const
+{
+    QStringList paths;
+    for (const auto& [path, asRead] : read) {
+        const auto now = vexdesk::fileState(path);
+        if (!now || !now->isUnchanged(asRead))
+            paths.append(path);
+    }
+    return paths;
+}
+
 Outcome mayWriteOutput(const ExportDetails& details, const QDir& root)
 {
     const QFileInfo output(details.outputPath);
@@ -272,7 +274,7 @@ ExportResult exportBars(const ExportDetails& details, const ExportStart& start,
         return {written, run.unopened(), {}};
     if (run.outcome())
         run.show(100);
-    return {run.outcome(), run.unopened(), run.changed()};
+    return {run.outcome(), run.unopened(), run.takeRead()};
 }
 
 } // namespace tadata

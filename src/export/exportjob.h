@@ -4,9 +4,13 @@
 #include "exportdetails.h"
 #include "job.h"
 
+#include <vexdesk/history/filestate.h>
 #include <vexdesk/outcome.h>
 
 #include <QtCore/QStringList>
+
+#include <utility>
+#include <vector>
 
 namespace tadata {
 
@@ -24,9 +28,12 @@ struct ExportResult
     /// The day files of the interval that are there and could not be opened: their bars are not in
     /// the output.
     QStringList unopened = {};
-    /// The day files that were not the same any more when all was written: an import that replaced
-    /// them may have left the output without some of their bars.
-    QStringList changed = {};
+    /// The day files that were read, as they were then.
+    std::vector<std::pair<QString, vexdesk::FileState>> read = {};
+
+    /// Those that are not the same any more: an import that replaced them meanwhile may have left
+    /// the output without some of their bars.
+    QStringList changed() const;
 };
 
 /// Whether an export may write to its output: not where that is a day file of the store with this

@@ -5,7 +5,9 @@
 
 #include "support/filetree.h"
 
+#include <QtCore/QDateTime>
 #include <QtCore/QFile>
+#include <QtCore/QLockFile>
 #include <QtTest/QTest>
 
 #include <sys/stat.h>
@@ -54,6 +56,7 @@ private Q_SLOTS:
     void aFileThatMayNotBecomeLargerIsNoSuccess();
     void refusesDayFilesOfItsStoreAsOutput_data();
     void refusesDayFilesOfItsStoreAsOutput();
+    void tellsOfDaysThatAreBeingReplaced();
     void refusesToMakeADayFile_data();
     void refusesToMakeADayFile();
     void namesWhatCannotBeOpened_data();
@@ -385,6 +388,32 @@ void TadataExportTest::refusesDayFilesOfItsStoreAsOutput()
                         .arg(output)));
     QCOMPARE(stored(), before);
     QCOMPARE(QFile::exists(other), output == other);
+}
+
+// By who holds the series: what he has not touched is as it was.
+void TadataExportTest::tellsOfDaysThatAreBeingReplaced()
+{
+    const QString day = path("store/NORD/MAIN/ALFA/20240115_60.iss");
+    const QByteArray bar = "100000;1;1;1;1;0;0;0\n";
+    writeFile(day, bar);
+    QVERIFY(QDir(path("store")).mkpath(path("store-restore/locks/NORD/MAIN")));
+    QFile old(day);
+    QVERIFY(old.open(QIODevice::ReadWrite));
+    QVERIFY(old.setFileTime(QDateTime::currentDateTime().addSecs(-60),
+                            QFileDevice::FileModificationTime));
+    old.close();
+    QLockFile lock(path("store-restore/locks/NORD/MAIN/ALFA.lock"));
+    QVERIFY(lock.tryLock());
+    const auto exported = [this] { return runTadata(exportLine(path("out.txt"))); };
+    const Outcome told =
+        failed(QStringLiteral("Файл %1 меняли, пока шла выгрузка: повторите её").arg(day));
+    QCOMPARE(exported(), succeeded());
+    writeFile(day, QByteArray());
+    QCOMPARE(exported(), told);
+    writeFile(day, bar);
+    QCOMPARE(exported(), told);
+    lock.unlock();
+    QCOMPARE(exported(), succeeded());
 }
 
 void TadataExportTest::refusesToMakeADayFile_data()

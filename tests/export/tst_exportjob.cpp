@@ -381,7 +381,7 @@ void TestExportJob::tellsOfDaysThatAreReplacedMeanwhile()
     const QDir series(m_dir->filePath(QStringLiteral("series")));
     const auto seriesDir = [&series] { return series; };
     const auto changed = [&] {
-        return tadata::exportBars(details, {m_today, -1}, seriesDir, [](int) {}).changed;
+        return tadata::exportBars(details, {m_today, -1}, seriesDir, [](int) {}).changed();
     };
     QCOMPARE(changed(), QStringList());
     const testsupport::Meanwhile empties(testsupport::SystemCall::Open,

@@ -57,6 +57,8 @@ std::optional<LockHolder> holderOf(const QString& path)
         return std::nullopt;
     const QLockFile lock(path);
     LockHolder holder;
+    if (const auto state = fileState(path))
+        holder.since = state->modified;
     if (!lock.getLockInfo(&holder.process, &holder.host, &holder.program))
         return holder;
     const bool isHere = holder.host.isEmpty() || holder.host == QSysInfo::machineHostName();

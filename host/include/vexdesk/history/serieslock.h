@@ -45,6 +45,7 @@ struct LockHolder
     QString program;
     QString host;
     bool runsHere = false; ///< or may do so
+    qint64 since = 0;      ///< when it took the lock: nanoseconds since the epoch; 0 likewise
 };
 
 /// No value for a series that nobody has locked. What cannot be looked at may be a lock.
