@@ -36,7 +36,7 @@ build_packages=(
 )
 # What the test suite needs beyond that.
 test_packages=(
-    locales tzdata clang-format xvfb openbox mawk gawk python3-pandas
+    locales tzdata clang-format xvfb openbox libxtst-dev mawk gawk python3-pandas
     python3-dask python3-distributed dpkg-dev file appstream desktop-file-utils lintian lld clang
 )
 # What scripts/check-style.sh looks at changed files with, and scripts/coverage.sh counts with.
