@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "messageboxes.h"
+#include "support/hands.h"
 
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
@@ -25,7 +26,7 @@ void MessageBoxes::answer()
     m_titles.append(box->windowTitle());
     if (m_whileOpen)
         m_whileOpen(box);
-    QTest::keyClick(box, Qt::Key_Enter);
+    hands::keyClick(box, Qt::Key_Enter);
     m_busy = false;
 }
 

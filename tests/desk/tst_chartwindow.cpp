@@ -22,6 +22,7 @@
 #include "support/eventually.h"
 #include "support/filesizelimit.h"
 #include "support/filetree.h"
+#include "support/hands.h"
 #include "support/modalsteps.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"
@@ -251,7 +252,7 @@ void TestChartWindow::open(const char* security)
     }
     QTRY_VERIFY(tree()->model()->rowCount() > 0);
     filter()->selectAll();
-    QTest::keyClicks(filter(), QLatin1String(security));
+    hands::keyClicks(filter(), QLatin1String(security));
     key(Qt::Key_Return);
     QVERIFY(page());
     QCOMPARE(page()->series().securityName, QLatin1String(security));
@@ -261,7 +262,7 @@ void TestChartWindow::open(const char* security)
 void TestChartWindow::key(Qt::Key key, Qt::KeyboardModifiers modifiers)
 {
     QWidget* const focus = QApplication::focusWidget();
-    QTest::keyClick(focus ? focus : m_window.get(), key, modifiers);
+    hands::keyClick(focus ? focus : m_window.get(), key, modifiers);
 }
 
 QStringList TestChartWindow::titles() const
@@ -329,8 +330,8 @@ void TestChartWindow::aSeriesOpensByMouseAndOnlyOnce()
         while (row.isValid() && row.data().toString() != QLatin1String(security))
             row = tree()->indexBelow(row);
         const QPoint place = tree()->visualRect(row).center();
-        QTest::mouseClick(tree()->viewport(), Qt::LeftButton, {}, place);
-        QTest::mouseDClick(tree()->viewport(), Qt::LeftButton, {}, place);
+        hands::mouseClick(tree()->viewport(), Qt::LeftButton, {}, place);
+        hands::mouseDClick(tree()->viewport(), Qt::LeftButton, {}, place);
         QTRY_VERIFY(areBarsThere());
     }
     QCOMPARE(titles(), QStringList({"ALFA", "VEGA"}));
@@ -344,12 +345,12 @@ void TestChartWindow::tabsAreClosedByKeyAndMouse()
     key(Qt::Key_W, Qt::ControlModifier);
     QCOMPARE(titles(), QStringList({"ALFA", "VEGA"}));
     QVERIFY(page()->isAncestorOf(QApplication::focusWidget()));
-    QTest::mouseClick(tabs()->tabBar(), Qt::MiddleButton, {},
+    hands::mouseClick(tabs()->tabBar(), Qt::MiddleButton, {},
                       tabs()->tabBar()->tabRect(0).center());
     QCOMPARE(titles(), QStringList{"VEGA"});
     QWidget* const button = tabs()->tabBar()->tabButton(0, QTabBar::RightSide);
     QVERIFY(button);
-    QTest::mouseClick(button, Qt::LeftButton);
+    hands::mouseClick(button, Qt::LeftButton);
     QCOMPARE(titles(), QStringList());
 }
 
@@ -395,7 +396,7 @@ void TestChartWindow::aTabThatWasGoneToIsRecent()
     for (const char* security : {"ALFA", "VEGA", "BETA"})
         open(security);
     start(); // the tabs are there again, and one of them is gone to
-    QTest::mouseClick(tabs()->tabBar(), Qt::LeftButton, {}, tabs()->tabBar()->tabRect(0).center());
+    hands::mouseClick(tabs()->tabBar(), Qt::LeftButton, {}, tabs()->tabBar()->tabRect(0).center());
     QCOMPARE(page()->series().securityName, QStringLiteral("ALFA"));
     while (page()) // what comes to the front by itself was not gone to
         key(Qt::Key_W, Qt::ControlModifier);
@@ -464,7 +465,7 @@ void TestChartWindow::aClickOnATabLeavesTheKeysToTheChart()
     start(); // charts that had no keys yet
     for (const int tab : {0, 1, 1, 0}) {
         filter()->setFocus();
-        QTest::mouseClick(tabs()->tabBar(), Qt::LeftButton, {},
+        hands::mouseClick(tabs()->tabBar(), Qt::LeftButton, {},
                           tabs()->tabBar()->tabRect(tab).center());
         QCOMPARE(tabs()->currentIndex(), tab);
         QCOMPARE(QApplication::focusWidget(), view());
@@ -529,13 +530,13 @@ void TestChartWindow::theKeyLooksForASeries()
         key(Qt::Key_G, Qt::ControlModifier);
         QVERIFY2(dock()->isVisible() && filter()->hasFocus(), "it is searched, and stays");
     }
-    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("veg"));
+    hands::keyClicks(QApplication::focusWidget(), QStringLiteral("veg"));
     key(Qt::Key_Return);
     QTRY_COMPARE(titles(), QStringList{"VEGA"});
     QCOMPARE(QApplication::focusWidget(), view());
     // What was looked for last is not in the way.
     key(Qt::Key_G, Qt::ControlModifier);
-    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("alf"));
+    hands::keyClicks(QApplication::focusWidget(), QStringLiteral("alf"));
     key(Qt::Key_Return);
     QCOMPARE(titles(), QStringList({"VEGA", "ALFA"}));
     dock()->close();
@@ -653,7 +654,7 @@ void TestChartWindow::aChartHasRoomOnASmallScreen()
     // The values under the crosshair take more lines here than they did.
     QVERIFY2(m_window->height() <= 290, qPrintable(QString::number(m_window->height())));
     QTRY_VERIFY(view()->chart().prices.place.height() > 30);
-    QVERIFY(view()->chart().prices.lines.size() > 1);
+    QTRY_VERIFY(view()->chart().prices.lines.size() > 1);
 }
 
 // In columns, half of them would be beside the screen.
@@ -664,7 +665,7 @@ void TestChartWindow::menusOnASmallScreenScroll()
     QVERIFY(context);
     for (const QMenu* const menu : {context, static_cast<const QMenu*>(viewMenu())})
         QCOMPARE(menu->style()->styleHint(QStyle::SH_Menu_Scrollable, nullptr, menu), 1);
-    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+    hands::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
 }
 
 void TestChartWindow::theMenuIsForTheChartInFront()
@@ -720,8 +721,8 @@ void TestChartWindow::goesToADateByKeysAlone()
         const auto* const edit = child<QLineEdit>(dialog, "goToDay");
         QVERIFY(child<QLabel>(dialog, "goToReach")->text().contains(QStringLiteral("15.01.2024")));
         QCOMPARE(dialog->focusWidget(), edit);
-        QTest::keyClicks(dialog->focusWidget(), QStringLiteral("16"));
-        QTest::keyClick(dialog->focusWidget(), Qt::Key_Return);
+        hands::keyClicks(dialog->focusWidget(), QStringLiteral("16"));
+        hands::keyClick(dialog->focusWidget(), Qt::Key_Return);
     });
     key(Qt::Key_L, Qt::ControlModifier);
     QCOMPARE(steps.complaint(), QString());
@@ -744,11 +745,11 @@ void TestChartWindow::aDayThatIsNotStoredIsTheNearestOne()
     testsupport::ModalSteps steps;
     steps.on<vexdesk::GoToDialog>([last](vexdesk::GoToDialog* dialog) {
         QWidget* const edit = dialog->focusWidget();
-        QTest::keyClicks(edit, QStringLiteral("01022030"));
+        hands::keyClicks(edit, QStringLiteral("01022030"));
         const QString said = child<QLabel>(dialog, "goToReach")->text();
         QCOMPARE(said, QStringLiteral("За 01.02.2030 показать нечего: будет показан 19.01.2024"));
         QCOMPARE(dialog->day(), last);
-        QTest::keyClick(edit, Qt::Key_Return);
+        hands::keyClick(edit, Qt::Key_Return);
     });
     key(Qt::Key_L, Qt::ControlModifier);
     QCOMPARE(steps.complaint(), QString());
@@ -765,10 +766,10 @@ void TestChartWindow::aDayBetweenThoseThatAreStoredIsTheNextOne()
     open("ALFA");
     testsupport::ModalSteps steps;
     steps.on<vexdesk::GoToDialog>([](vexdesk::GoToDialog* dialog) {
-        QTest::keyClicks(dialog->focusWidget(), QStringLiteral("20.01"));
+        hands::keyClicks(dialog->focusWidget(), QStringLiteral("20.01"));
         QCOMPARE(child<QLabel>(dialog, "goToReach")->text(),
                  QStringLiteral("За 20.01.2024 показать нечего: будет показан 22.01.2024"));
-        QTest::keyClick(dialog->focusWidget(), Qt::Key_Return);
+        hands::keyClick(dialog->focusWidget(), Qt::Key_Return);
     });
     key(Qt::Key_L, Qt::ControlModifier);
     QCOMPARE(steps.complaint(), QString());
@@ -793,7 +794,7 @@ void TestChartWindow::arrowsGoThroughTheStoredDays()
         const auto after = [edit](const char* typed, const QList<Qt::Key>& keys) {
             testsupport::type(edit, QLatin1String(typed));
             for (const Qt::Key key : keys)
-                QTest::keyClick(edit, key);
+                hands::keyClick(edit, key);
             return edit->text();
         };
         QCOMPARE(after("18.01.2024", {Qt::Key_Up}), QStringLiteral("19.01.2024"));
@@ -832,12 +833,12 @@ void TestChartWindow::aDayOfALeapYearCanBeTyped()
     steps.on<vexdesk::GoToDialog>([&keys](vexdesk::GoToDialog* dialog) {
         const auto* const edit = child<QLineEdit>(dialog, "goToDay");
         QVERIFY2(edit->text().endsWith(QStringLiteral("2023")), qPrintable(edit->text()));
-        QTest::keyClicks(dialog->focusWidget(), keys);
+        hands::keyClicks(dialog->focusWidget(), keys);
         QCOMPARE(edit->text(), keys);
         const QString reach = child<QLabel>(dialog, "goToReach")->text();
         QVERIFY2(keys == QStringLiteral("29.02.2020") || reach.startsWith(u"29.02.2020"),
                  qPrintable(reach));
-        QTest::keyClick(dialog->focusWidget(), Qt::Key_Return);
+        hands::keyClick(dialog->focusWidget(), Qt::Key_Return);
     });
     key(Qt::Key_L, Qt::ControlModifier);
     QCOMPARE(steps.complaint(), QString());
@@ -851,17 +852,17 @@ void TestChartWindow::whatIsNoDateIsSaid()
     testsupport::ModalSteps steps;
     steps.on<vexdesk::GoToDialog>([](vexdesk::GoToDialog* dialog) {
         QWidget* const edit = dialog->focusWidget();
-        QTest::keyClicks(edit, QStringLiteral("30.02"));
+        hands::keyClicks(edit, QStringLiteral("30.02"));
         const QString said = child<QLabel>(dialog, "goToReach")->text();
         QVERIFY2(said.startsWith(QStringLiteral("Это не дата")), qPrintable(said));
-        QTest::keyClick(edit, Qt::Key_Return);
+        hands::keyClick(edit, Qt::Key_Return);
         QVERIFY(dialog->isVisible());
         // The arrow keys go on from what was proposed.
-        QTest::keyClick(edit, Qt::Key_Up);
+        hands::keyClick(edit, Qt::Key_Up);
         const QString up = qobject_cast<QLineEdit*>(edit)->text();
-        QTest::keyClick(edit, Qt::Key_Down);
+        hands::keyClick(edit, Qt::Key_Down);
         QVERIFY(up != qobject_cast<QLineEdit*>(edit)->text());
-        QTest::keyClick(dialog, Qt::Key_Escape);
+        hands::keyClick(dialog, Qt::Key_Escape);
     });
     key(Qt::Key_L, Qt::ControlModifier);
     QCOMPARE(steps.complaint(), QString());
@@ -874,13 +875,18 @@ void TestChartWindow::aDayIsChosenInTheCalendar()
     testsupport::ModalSteps steps;
     steps.on<vexdesk::GoToDialog>([](vexdesk::GoToDialog* dialog) {
         testsupport::type(child<QLineEdit>(dialog, "goToDay"), QStringLiteral("17.01.2024"));
-        QTimer::singleShot(0, dialog, [dialog] {
+        QTimer whenOpen;
+        connect(&whenOpen, &QTimer::timeout, dialog, [&whenOpen, dialog] {
+            if (!QApplication::activePopupWidget())
+                return;
+            whenOpen.stop();
             auto* const calendar = child<QCalendarWidget>(dialog, "goToCalendar");
             QCOMPARE(calendar->selectedDate(), QDate(2024, 1, 17));
             QWidget* const days = child<QWidget>(calendar, "qt_calendar_calendarview");
-            QTest::keyClick(days, Qt::Key_Left);
-            QTest::keyClick(days, Qt::Key_Return);
+            hands::keyClick(days, Qt::Key_Left);
+            hands::keyClick(days, Qt::Key_Return);
         });
+        whenOpen.start(1);
         testsupport::click(child<QToolButton>(dialog, "goToCalendarButton"));
         QTRY_VERIFY(!QApplication::activePopupWidget());
         QCOMPARE(child<QLineEdit>(dialog, "goToDay")->text(), QStringLiteral("16.01.2024"));
@@ -899,11 +905,11 @@ void TestChartWindow::goesToAMoment()
         testsupport::type(child<QLineEdit>(dialog, "goToDay"), QStringLiteral("17.01.2024"));
         auto* const time = child<QTimeEdit>(dialog, "goToTime");
         QVERIFY(!time->isEnabled());
-        QTest::keyClick(child<QCheckBox>(dialog, "goToHasTime"), Qt::Key_Space);
+        hands::keyClick(child<QCheckBox>(dialog, "goToHasTime"), Qt::Key_Space);
         time->setFocus();
         time->setSelectedSection(QDateTimeEdit::HourSection);
-        QTest::keyClicks(time, QStringLiteral("113000"));
-        QTest::keyClick(time, Qt::Key_Return);
+        hands::keyClicks(time, QStringLiteral("113000"));
+        hands::keyClick(time, Qt::Key_Return);
     });
     key(Qt::Key_L, Qt::ControlModifier);
     QCOMPARE(steps.complaint(), QString());
@@ -916,7 +922,7 @@ void TestChartWindow::goingToADateCanBeGivenUp()
     const auto before = page()->state();
     testsupport::ModalSteps steps;
     steps.on<vexdesk::GoToDialog>(
-        [](vexdesk::GoToDialog* dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
+        [](vexdesk::GoToDialog* dialog) { hands::keyClick(dialog, Qt::Key_Escape); });
     key(Qt::Key_L, Qt::ControlModifier);
     QCOMPARE(steps.complaint(), QString());
     QVERIFY(page()->state() == before);
@@ -937,7 +943,7 @@ void TestChartWindow::theContextMenuHasWhatTheMenusHave()
     QCOMPARE(textsOf(plugin), QStringList{"История"});
     QCOMPARE(textsOf(plugin->actions().constFirst()->menu()),
              QStringList({"Импорт...", "Экспорт...", "Правка..."}));
-    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+    hands::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
 }
 
 void TestChartWindow::theContextMenuComesByKey()
@@ -945,7 +951,7 @@ void TestChartWindow::theContextMenuComesByKey()
     open("ALFA");
     key(Qt::Key_F10, Qt::ShiftModifier);
     QVERIFY(qobject_cast<QMenu*>(QApplication::activePopupWidget()));
-    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+    hands::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
     QTRY_VERIFY(!QApplication::activePopupWidget());
 }
 
@@ -959,7 +965,7 @@ void TestChartWindow::whatThePluginsHaveWorksFromTheContextMenu()
     const QMenu* const history = menu->actions().constLast()->menu()->actions().at(0)->menu();
     itemOf(history, QStringLiteral("Правка..."))->trigger();
     QCOMPARE(desktest::takeCalls(), QStringList{"GOOD.Edit"});
-    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+    hands::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
 }
 
 void TestChartWindow::shortcutsOfPluginsWorkInTheChart()
@@ -1072,7 +1078,7 @@ void TestChartWindow::savePictureAs(const QString& path)
         auto* const edit = child<QLineEdit>(dialog, "fileNameEdit");
         QVERIFY2(edit->text().contains(QStringLiteral("NORD_MAIN_ALFA")), qPrintable(edit->text()));
         edit->setText(path);
-        QTest::keyClick(edit, Qt::Key_Return);
+        hands::keyClick(edit, Qt::Key_Return);
     });
     steps.letPass<QMessageBox>();
     key(Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
@@ -1172,13 +1178,13 @@ void TestChartWindow::theTreeGetsItsWidthBack()
     const auto line = [this] {
         return QPoint(dock()->geometry().right() + 3, dock()->geometry().center().y());
     };
-    QTest::mousePress(m_window.get(), Qt::LeftButton, {}, line());
+    hands::mousePress(m_window.get(), Qt::LeftButton, {}, line());
     const QPointF aside = line() - QPoint(60, 0);
     QMouseEvent move(QEvent::MouseMove, aside, m_window->mapToGlobal(aside), Qt::NoButton,
                      Qt::LeftButton, {});
     QApplication::sendEvent(m_window.get(), &move);
     QTRY_VERIFY(dock()->width() < usual);
-    QTest::mouseRelease(m_window.get(), Qt::LeftButton, {}, aside.toPoint());
+    hands::mouseRelease(m_window.get(), Qt::LeftButton, {}, aside.toPoint());
     const int chosen = dock()->width();
     squeeze();
     QTRY_COMPARE(dock()->width(), chosen);

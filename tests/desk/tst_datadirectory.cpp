@@ -3,6 +3,7 @@
 #include "desk/deskapplication.h"
 #include "messageboxes.h"
 #include "support/filetree.h"
+#include "support/hands.h"
 #include "support/modalsteps.h"
 #include "support/otheruser.h"
 #include "support/strictlog.h"
@@ -116,7 +117,7 @@ void TestDataDirectory::enterEndsTheSecond()
     QVERIFY(!second.mayBeUsed());
     QCOMPARE(boxes.titles(), QStringList{QStringLiteral("Терминал уже запущен")});
     testsupport::ModalSteps steps;
-    steps.on<QMessageBox>([](QMessageBox* box) { QTest::keyClick(box, Qt::Key_Escape); });
+    steps.on<QMessageBox>([](QMessageBox* box) { hands::keyClick(box, Qt::Key_Escape); });
     QVERIFY(!second.mayBeUsed());
 }
 

@@ -2,6 +2,7 @@
 #include "desk/deskapplication.h"
 #include "desk/errorreport.h"
 #include "messageboxes.h"
+#include "support/hands.h"
 #include "support/strictlog.h"
 
 #include <QtCore/QScopeGuard>
@@ -127,11 +128,11 @@ void TestDeskApplication::showsWhatASlotThrows()
     button.show();
     connect(&button, &QPushButton::clicked, this, [kind] { throwOfKind(Kind(kind)); });
     const desktest::MessageBoxes boxes;
-    QTest::mouseClick(&button, Qt::LeftButton);
+    hands::mouseClick(&button, Qt::LeftButton);
     QCOMPARE(boxes.texts(), QStringList{text});
     QCOMPARE(boxes.titles(), QStringList{QStringLiteral("Ошибка")});
     // The terminal goes on.
-    QTest::mouseClick(&button, Qt::LeftButton);
+    hands::mouseClick(&button, Qt::LeftButton);
     QCOMPARE(boxes.texts(), QStringList({text, text}));
 }
 
@@ -139,8 +140,9 @@ void TestDeskApplication::showsWhatAnEventHandlerThrows()
 {
     [[maybe_unused]] const ThroughQt throughQt{};
     ThrowingWidget widget;
+    widget.show();
     const desktest::MessageBoxes boxes;
-    QTest::keyClick(&widget, Qt::Key_A);
+    hands::keyClick(&widget, Qt::Key_A);
     QCOMPARE(boxes.texts(), QStringList{QStringLiteral("клавиша")});
 }
 
@@ -166,7 +168,7 @@ void TestDeskApplication::aWorkingHandlerIsLeftAlone()
     int clicks = 0;
     connect(&button, &QPushButton::clicked, this, [&clicks] { ++clicks; });
     const desktest::MessageBoxes boxes;
-    QTest::mouseClick(&button, Qt::LeftButton);
+    hands::mouseClick(&button, Qt::LeftButton);
     QCOMPARE(clicks, 1);
     QCOMPARE(boxes.texts(), QStringList());
 }

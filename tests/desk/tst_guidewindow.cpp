@@ -5,6 +5,7 @@
 #include "messageboxes.h"
 #include "support/child.h"
 #include "support/filetree.h"
+#include "support/hands.h"
 #include "support/strictlog.h"
 #include "support/terminal.h"
 
@@ -88,7 +89,7 @@ void TestGuideWindow::helpOpensTheGuideOfTheLanguage()
     QFETCH(const int, language);
     QFETCH(const QString, heading);
     makeTerminal(static_cast<Language>(language));
-    QTest::keyClick(m_terminal->window(), Qt::Key_F1);
+    hands::keyClick(m_terminal->window(), Qt::Key_F1);
     QVERIFY(guide() && guide()->isVisible());
     QCOMPARE(guide()->windowTitle(), QStringLiteral("Руководство"));
     QCOMPARE(pages(*guide())->document()->firstBlock().text(), heading);
@@ -98,18 +99,18 @@ void TestGuideWindow::helpOpensTheGuideOfTheLanguage()
 void TestGuideWindow::itIsOpenOnceAndGoesWithTheTerminal()
 {
     makeTerminal(Language::Russian);
-    QTest::keyClick(m_terminal->window(), Qt::Key_F1);
+    hands::keyClick(m_terminal->window(), Qt::Key_F1);
     const QPointer<GuideWindow> first = guide();
     m_terminal->window()->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(m_terminal->window()));
-    QTest::keyClick(m_terminal->window(), Qt::Key_F1);
+    hands::keyClick(m_terminal->window(), Qt::Key_F1);
     QCOMPARE(m_terminal->window()->findChildren<GuideWindow*>(), QList<GuideWindow*>{first});
     QVERIFY(QTest::qWaitForWindowActive(first));
-    QTest::keyClick(first, Qt::Key_Escape);
+    hands::keyClick(first, Qt::Key_Escape);
     QVERIFY(!first || !first->isVisible());
     m_terminal->window()->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(m_terminal->window()));
-    QTest::keyClick(m_terminal->window(), Qt::Key_F1);
+    hands::keyClick(m_terminal->window(), Qt::Key_F1);
     const QPointer<GuideWindow> second =
         m_terminal->window()->findChildren<GuideWindow*>().constLast();
     QVERIFY(second->isVisible());
@@ -122,7 +123,7 @@ void TestGuideWindow::withoutAGuideItSaysWhereItWasSought()
     makeTerminal(Language::Russian);
     QVERIFY(QFile::remove(path("guide.ru.md")));
     const desktest::MessageBoxes boxes;
-    QTest::keyClick(m_terminal->window(), Qt::Key_F1);
+    hands::keyClick(m_terminal->window(), Qt::Key_F1);
     QCOMPARE(boxes.texts(),
              QStringList{QStringLiteral("Руководства нет ни в одном из каталогов:\n") +
                          vexdesk::guideDirectories().join(u'\n')});

@@ -4,6 +4,7 @@
 #include "desk/deskapplication.h"
 #include "desk/languagechoice.h"
 #include "desk/mainwindow.h"
+#include "support/hands.h"
 #include "support/strictlog.h"
 #include "support/terminal.h"
 #include "support/userhands.h"
@@ -185,7 +186,7 @@ void TestLanguageChoice::aChoiceThatIsNotKeptIsTold()
     QList<QMessageBox::Icon> icons;
     choose(Language::English, [&icons](QMessageBox* box) {
         icons.append(box->icon());
-        QTest::keyClick(box, Qt::Key_Return);
+        hands::keyClick(box, Qt::Key_Return);
     });
     QVERIFY(QDir(file).removeRecursively());
     QCOMPARE(icons, QList<QMessageBox::Icon>{QMessageBox::Warning});
@@ -201,7 +202,7 @@ void TestLanguageChoice::aChoiceThatIsNotKeptIsTold()
 
 void TestLanguageChoice::escapeMeansLater()
 {
-    choose(Language::English, [](QMessageBox* box) { QTest::keyClick(box, Qt::Key_Escape); });
+    choose(Language::English, [](QMessageBox* box) { hands::keyClick(box, Qt::Key_Escape); });
     QCOMPARE(m_boxes.size(), 1);
     QVERIFY(m_terminal->window()->isVisible());
     QVERIFY(!m_terminal->window()->isRestartWanted());

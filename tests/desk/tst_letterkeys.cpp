@@ -3,6 +3,7 @@
 #include "desk/deskapplication.h"
 #include "desk/menubuilder.h"
 #include "support/eventually.h"
+#include "support/hands.h"
 #include "support/strictlog.h"
 
 #include <vexdesk/action.h>
@@ -69,7 +70,7 @@ private:
     {
         field->setFocus();
         EVENTUALLY(field->hasFocus());
-        QTest::keyClick(field, Qt::Key_I, modifiers);
+        hands::keyClick(field, Qt::Key_I, modifiers);
     }
     void open(QWidget* window)
     {
@@ -135,7 +136,7 @@ void TestLetterKeys::anOpenListOfABoxTakesItsLetters()
     open(m_other.get());
     m_other->box->showPopup();
     EVENTUALLY(m_other->box->view()->isVisible());
-    QTest::keyClick(m_other->box->view(), Qt::Key_I, Qt::ShiftModifier);
+    hands::keyClick(m_other->box->view(), Qt::Key_I, Qt::ShiftModifier);
     QCOMPARE(m_other->box->view()->currentIndex().data().toString(), QStringLiteral("IRIS"));
     QCOMPARE(m_runs, 0);
     m_other->box->hidePopup();

@@ -13,6 +13,7 @@
 #include "support/child.h"
 #include "support/eventually.h"
 #include "support/filetree.h"
+#include "support/hands.h"
 #include "support/modalsteps.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"
@@ -196,8 +197,8 @@ void TestMainWindow::choose(const QStringList& path)
         auto* const bar = qobject_cast<QMenuBar*>(level);
         const QRect place =
             bar ? bar->actionGeometry(found) : qobject_cast<QMenu*>(level)->actionGeometry(found);
-        QTest::mouseMove(level, place.center());
-        QTest::mouseClick(level, Qt::LeftButton, {}, place.center());
+        hands::mouseMove(level, place.center());
+        hands::mouseClick(level, Qt::LeftButton, {}, place.center());
         if (!found->menu())
             return;
         level = found->menu();
@@ -215,7 +216,7 @@ void TestMainWindow::whenPluginsDialogOpens(const std::function<void(PluginsDial
         m_poll->stop();
         m_dialogSeen = true;
         action(dialog);
-        QTest::keyClick(dialog, Qt::Key_Escape);
+        hands::keyClick(dialog, Qt::Key_Escape);
     });
     m_poll->start(1);
 }
@@ -271,7 +272,7 @@ void TestMainWindow::exitClosesByMouse()
 void TestMainWindow::exitClosesByShortcut()
 {
     show();
-    QTest::keyClick(m_window.get(), Qt::Key_Q, Qt::ControlModifier);
+    hands::keyClick(m_window.get(), Qt::Key_Q, Qt::ControlModifier);
     QVERIFY(!m_window->isVisible());
 }
 
@@ -289,11 +290,11 @@ void TestMainWindow::aWindowThatRefusesKeepsItOpen()
     Stubborn other;
     other.show();
     show();
-    QTest::keyClick(m_window.get(), Qt::Key_Q, Qt::ControlModifier);
+    hands::keyClick(m_window.get(), Qt::Key_Q, Qt::ControlModifier);
     QVERIFY(m_window->isVisible());
     QVERIFY(other.isVisible());
     other.mayClose = true;
-    QTest::keyClick(m_window.get(), Qt::Key_Q, Qt::ControlModifier);
+    hands::keyClick(m_window.get(), Qt::Key_Q, Qt::ControlModifier);
     QVERIFY(!m_window->isVisible());
     QVERIFY(!other.isVisible());
 }
@@ -305,7 +306,7 @@ void TestMainWindow::aWindowThatClosesLaterIsWaitedFor()
     first.show();
     second.show();
     show();
-    QTest::keyClick(m_window.get(), Qt::Key_Q, Qt::ControlModifier);
+    hands::keyClick(m_window.get(), Qt::Key_Q, Qt::ControlModifier);
     QVERIFY(m_window->isVisible());
     // Each has its work to end, and one is minimised meanwhile.
     for (Stubborn* const other : {&first, &second}) {
@@ -318,7 +319,7 @@ void TestMainWindow::aWindowThatClosesLaterIsWaitedFor()
     auto gone = std::make_unique<Stubborn>();
     gone->show();
     show();
-    QTest::keyClick(m_window.get(), Qt::Key_Q, Qt::ControlModifier);
+    hands::keyClick(m_window.get(), Qt::Key_Q, Qt::ControlModifier);
     QVERIFY(m_window->isVisible());
     gone.reset();
     EVENTUALLY(!m_window->isVisible());
@@ -327,8 +328,8 @@ void TestMainWindow::aWindowThatClosesLaterIsWaitedFor()
 void TestMainWindow::aWindowThatTheUserKeepsIsNotWaitedFor()
 {
     const QList<std::function<void(QWidget*)>> doings{
-        [](QWidget* window) { QTest::keyClick(window, Qt::Key_A); },
-        [](QWidget* window) { QTest::mouseClick(window, Qt::LeftButton); },
+        [](QWidget* window) { hands::keyClick(window, Qt::Key_A); },
+        [](QWidget* window) { hands::mouseClick(window, Qt::LeftButton); },
         [](QWidget* window) {
             const QPointF middle = window->rect().center();
             QWheelEvent turn(middle, window->mapToGlobal(middle), {}, {0, 120}, Qt::NoButton,
@@ -339,7 +340,7 @@ void TestMainWindow::aWindowThatTheUserKeepsIsNotWaitedFor()
     for (const auto& something : doings) {
         Stubborn other;
         other.show();
-        QTest::keyClick(m_window.get(), Qt::Key_Q, Qt::ControlModifier);
+        hands::keyClick(m_window.get(), Qt::Key_Q, Qt::ControlModifier);
         QVERIFY(m_window->isVisible());
         something(&other);
         other.mayClose = true;
@@ -349,9 +350,9 @@ void TestMainWindow::aWindowThatTheUserKeepsIsNotWaitedFor()
     }
     // Also what he does when the window asks him.
     Stubborn asking;
-    asking.onClose = [](QWidget* window) { QTest::keyClick(window, Qt::Key_Escape); };
+    asking.onClose = [](QWidget* window) { hands::keyClick(window, Qt::Key_Escape); };
     asking.show();
-    QTest::keyClick(m_window.get(), Qt::Key_Q, Qt::ControlModifier);
+    hands::keyClick(m_window.get(), Qt::Key_Q, Qt::ControlModifier);
     asking.mayClose = true;
     QVERIFY(asking.close());
     QCoreApplication::processEvents();
@@ -417,9 +418,9 @@ void TestMainWindow::thePluginsCommandsWork()
         {QStringLiteral("Тех. &анализ"), QStringLiteral("&История"), QStringLiteral("&Правка...")});
     QTRY_COMPARE(desktest::calls(), QStringList{"GOOD.Edit"});
     desktest::takeCalls();
-    QTest::keyClick(m_window.get(), Qt::Key_I, Qt::ShiftModifier);
+    hands::keyClick(m_window.get(), Qt::Key_I, Qt::ShiftModifier);
     QCOMPARE(desktest::takeCalls(), QStringList{"GOOD.Import"});
-    QTest::mouseClick(rows().constLast(), Qt::LeftButton);
+    hands::mouseClick(rows().constLast(), Qt::LeftButton);
     QCOMPARE(desktest::takeCalls(), QStringList{"GOOD.Edit"});
 }
 
@@ -432,7 +433,7 @@ void TestMainWindow::thePluginsCommandsGoWithIt()
     QCOMPARE(menuTitles(), QStringList({"&Файл", "&Вид", "&Сервис", "С&правка"}));
     QCOMPARE(rows().size(), 0);
     desktest::takeCalls();
-    QTest::keyClick(m_window.get(), Qt::Key_I, Qt::ShiftModifier);
+    hands::keyClick(m_window.get(), Qt::Key_I, Qt::ShiftModifier);
     QCOMPARE(desktest::takeCalls(), QStringList());
 }
 
@@ -441,12 +442,12 @@ void TestMainWindow::anErrorInAPluginIsShownAndTheWindowGoesOn()
     load({QStringLiteral("good")});
     show();
     const desktest::MessageBoxes boxes;
-    QTest::keyClick(m_window.get(), Qt::Key_X, Qt::ShiftModifier);
+    hands::keyClick(m_window.get(), Qt::Key_X, Qt::ShiftModifier);
     QTRY_COMPARE(boxes.texts(), QStringList{QStringLiteral("Экспорт невозможен")});
     QTRY_VERIFY(!QApplication::activeModalWidget());
     desktest::takeCalls();
     show(); // without a window manager nobody activates the window behind the box
-    QTest::keyClick(m_window.get(), Qt::Key_I, Qt::ShiftModifier);
+    hands::keyClick(m_window.get(), Qt::Key_I, Qt::ShiftModifier);
     QCOMPARE(desktest::takeCalls(), QStringList{"GOOD.Import"});
 }
 
@@ -473,7 +474,7 @@ void TestMainWindow::refusedPluginsAreHintedAt()
     QVERIFY(button->isVisible());
     QCOMPARE(button->text(), QStringLiteral("Отклонено модулей: 2. Подробнее..."));
     whenPluginsDialogOpens([](const PluginsDialog*) {});
-    QTest::mouseClick(button, Qt::LeftButton);
+    hands::mouseClick(button, Qt::LeftButton);
     QTRY_VERIFY(m_dialogSeen);
     QTRY_VERIFY(!QApplication::activeModalWidget());
 }
@@ -626,8 +627,8 @@ void TestMainWindow::theProblemsAreReadAndCopiedInTheirList()
         auto* const texts = testsupport::child<QPlainTextEdit>(dialog, "texts");
         QCOMPARE(texts->toPlainText(), all);
         QVERIFY(texts->isReadOnly());
-        QTest::keyClick(texts, Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClick(texts, Qt::Key_C, Qt::ControlModifier);
+        hands::keyClick(texts, Qt::Key_A, Qt::ControlModifier);
+        hands::keyClick(texts, Qt::Key_C, Qt::ControlModifier);
         QCOMPARE(QGuiApplication::clipboard()->text(), all);
         QGuiApplication::clipboard()->clear();
         testsupport::click(testsupport::child<QPushButton>(dialog, "copyButton"));
@@ -650,15 +651,15 @@ void TestMainWindow::theListOpensByKeyboard()
     m_core->reportProblem(QStringLiteral("Файл А не записан."));
     // Without plug-ins and series it is what comes after the search for one.
     QTRY_VERIFY(testsupport::child<QLabel>(m_window.get(), "seriesMessage")->isVisible());
-    QTest::keyClick(m_window.get(), Qt::Key_Tab);
+    hands::keyClick(m_window.get(), Qt::Key_Tab);
     QCOMPARE(QApplication::focusWidget(), problemLink());
     for (const int key : {Qt::Key_Return, Qt::Key_Space}) {
         m_core->reportProblem(QStringLiteral("Файл А не записан."));
         problemLink()->setFocus(Qt::TabFocusReason);
         testsupport::ModalSteps steps;
         steps.on<ProblemsDialog>(
-            [](ProblemsDialog* dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
-        QTest::keyClick(problemLink(), static_cast<Qt::Key>(key));
+            [](ProblemsDialog* dialog) { hands::keyClick(dialog, Qt::Key_Escape); });
+        hands::keyClick(problemLink(), static_cast<Qt::Key>(key));
         QCOMPARE(steps.complaint(), QString());
         QCOMPARE(m_core->problems(), QStringList());
     }
@@ -673,7 +674,7 @@ void TestMainWindow::whatIsReportedWhileTheListIsOpenIsShownThere()
         m_core->reportProblem(QStringLiteral("Файл Б не записан."));
         QCOMPARE(testsupport::child<QPlainTextEdit>(dialog, "texts")->toPlainText(),
                  QStringLiteral("Файл А не записан.\n\nФайл Б не записан."));
-        QTest::keyClick(dialog, Qt::Key_Escape);
+        hands::keyClick(dialog, Qt::Key_Escape);
     });
     testsupport::click(problemLink());
     QCOMPARE(steps.complaint(), QString());
@@ -690,6 +691,7 @@ void TestMainWindow::whatTheListHasNotShownStaysUnread()
         std::thread([] {
             ICore::instance()->reportProblem(QStringLiteral("Файл Б не записан."));
         }).join();
+        // A key of the X server's would come after it.
         QTest::keyClick(dialog, Qt::Key_Escape);
     });
     testsupport::click(problemLink());

@@ -3,6 +3,7 @@
 #include "desk/deskapplication.h"
 #include "desk/menubuilder.h"
 #include "messageboxes.h"
+#include "support/hands.h"
 #include "support/strictlog.h"
 
 #include <vexdesk/action.h>
@@ -136,10 +137,10 @@ void TestMenuBuilder::choose(QMenu* menu, const QString& text)
     QVERIFY(menu);
     QAction* const item = find(menu, text);
     QVERIFY(item);
-    QTest::mouseClick(bar(), Qt::LeftButton, {},
+    hands::mouseClick(bar(), Qt::LeftButton, {},
                       bar()->actionGeometry(menu->menuAction()).center());
     QTRY_VERIFY(menu->isVisible());
-    QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(item).center());
+    hands::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(item).center());
 }
 
 void TestMenuBuilder::ordersMenusByKey()
@@ -398,17 +399,17 @@ void TestMenuBuilder::aShortcutTriggers()
     const Action action("c");
     const QSignalSpy spy(&action, &Action::triggered);
     show();
-    QTest::keyClick(m_window.get(), Qt::Key_I, Qt::ShiftModifier);
+    hands::keyClick(m_window.get(), Qt::Key_I, Qt::ShiftModifier);
     QCOMPARE(spy.count(), 1);
     command->setDefaultShortcut(QKeySequence(Qt::SHIFT | Qt::Key_J));
     m_builder->rebuild();
-    QTest::keyClick(m_window.get(), Qt::Key_I, Qt::ShiftModifier);
+    hands::keyClick(m_window.get(), Qt::Key_I, Qt::ShiftModifier);
     QCOMPARE(spy.count(), 1);
-    QTest::keyClick(m_window.get(), Qt::Key_J, Qt::ShiftModifier);
+    hands::keyClick(m_window.get(), Qt::Key_J, Qt::ShiftModifier);
     QCOMPARE(spy.count(), 2);
     command->setContext(Command::NoContext);
     m_builder->rebuild();
-    QTest::keyClick(m_window.get(), Qt::Key_J, Qt::ShiftModifier);
+    hands::keyClick(m_window.get(), Qt::Key_J, Qt::ShiftModifier);
     QCOMPARE(spy.count(), 2);
 }
 
@@ -432,8 +433,8 @@ void TestMenuBuilder::aGlobalShortcutWorksInAnotherWindow()
     other.show();
     other.activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(&other));
-    QTest::keyClick(&other, Qt::Key_G, Qt::ControlModifier);
-    QTest::keyClick(&other, Qt::Key_L, Qt::ControlModifier);
+    hands::keyClick(&other, Qt::Key_G, Qt::ControlModifier);
+    hands::keyClick(&other, Qt::Key_L, Qt::ControlModifier);
     QCOMPARE(globalSpy.count(), 1);
     QCOMPARE(localSpy.count(), 0);
 }
@@ -450,9 +451,9 @@ void TestMenuBuilder::aDisabledCommandDoesNotTrigger()
     show();
     QMenu* const menu = shownMenu(QStringLiteral("Меню"));
     choose(menu, QStringLiteral("команда"));
-    QTest::keyClick(menu, Qt::Key_Escape);
+    hands::keyClick(menu, Qt::Key_Escape);
     QVERIFY(!menu->isVisible());
-    QTest::keyClick(m_window.get(), Qt::Key_I, Qt::ShiftModifier);
+    hands::keyClick(m_window.get(), Qt::Key_I, Qt::ShiftModifier);
     QCOMPARE(spy.count(), 0);
 }
 
@@ -483,9 +484,9 @@ void TestMenuBuilder::aThrowingSlotIsReportedAfterAShortcut()
     desktest::MessageBoxes boxes;
     // The open box shields the window: the shortcut does not start the command a second time.
     boxes.whileOpen([this](const QMessageBox*) {
-        QTest::keyClick(m_window.get(), Qt::Key_I, Qt::ShiftModifier);
+        hands::keyClick(m_window.get(), Qt::Key_I, Qt::ShiftModifier);
     });
-    QTest::keyClick(m_window.get(), Qt::Key_I, Qt::ShiftModifier);
+    hands::keyClick(m_window.get(), Qt::Key_I, Qt::ShiftModifier);
     QTRY_COMPARE(boxes.texts(), QStringList{QStringLiteral("файл занят")});
     QCOMPARE(boxes.titles(), QStringList{QStringLiteral("Ошибка")});
     QVERIFY(!QApplication::activeModalWidget());
@@ -532,7 +533,7 @@ void TestMenuBuilder::aCommandMayCloseTheWindow()
     const Action action("c");
     connect(&action, &Action::triggered, this, [this] { m_builder.reset(); });
     show();
-    QTest::keyClick(m_window.get(), Qt::Key_I, Qt::ShiftModifier);
+    hands::keyClick(m_window.get(), Qt::Key_I, Qt::ShiftModifier);
     QVERIFY(!m_builder);
     QCOMPARE(textsOf(bar()), QStringList());
 }

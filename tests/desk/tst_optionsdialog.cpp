@@ -5,6 +5,7 @@
 #include "desk/pluginloader.h"
 #include "messageboxes.h"
 #include "support/child.h"
+#include "support/hands.h"
 #include "support/modalsteps.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"
@@ -271,13 +272,13 @@ void TestOptionsDialog::chooseCategory(int row)
 {
     const QRect place = list()->visualItemRect(list()->item(row));
     QVERIFY(place.isValid());
-    QTest::mouseClick(list()->viewport(), Qt::LeftButton, {}, place.center());
+    hands::mouseClick(list()->viewport(), Qt::LeftButton, {}, place.center());
 }
 
 void TestOptionsDialog::chooseTab(int index)
 {
     QTabBar* const bar = tabs()->tabBar();
-    QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(index).center());
+    hands::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(index).center());
 }
 
 void TestOptionsDialog::search(const QString& text)
@@ -285,7 +286,7 @@ void TestOptionsDialog::search(const QString& text)
     auto* const field = child<QLineEdit>("search");
     field->setFocus();
     field->selectAll();
-    QTest::keyClick(field, Qt::Key_Delete);
+    hands::keyClick(field, Qt::Key_Delete);
     // keyClicks() knows Latin letters only.
     for (const QChar letter : text)
         QTest::sendKeyEvent(QTest::Click, field, Qt::Key_unknown, QString(letter), Qt::NoModifier);
@@ -373,7 +374,7 @@ void TestOptionsDialog::makesAPageWhenItIsFirstShown()
     QCOMPARE(title(), QStringLiteral("Цвета"));
     QVERIFY(second->widget->isVisible());
     chooseCategory(0);
-    QTest::keyClick(list(), Qt::Key_Down);
+    hands::keyClick(list(), Qt::Key_Down);
     QCOMPARE(takeCalls(), QStringList());
     QVERIFY(second->widget->isVisible());
 }
@@ -425,7 +426,7 @@ void TestOptionsDialog::enterIsOk()
     open();
     page->widget->setFocus();
     takeCalls();
-    QTest::keyClick(page->widget, Qt::Key_Return);
+    hands::keyClick(page->widget, Qt::Key_Return);
     QCOMPARE(takeCalls(), QStringList{"Общее.apply"});
     QCOMPARE(m_dialog->result(), int(QDialog::Accepted));
     QVERIFY(!m_dialog->isVisible());
@@ -459,7 +460,7 @@ void TestOptionsDialog::escapeCancels()
     takeCalls();
     auto* const widget = testsupport::child<QWidget>(m_dialog.get(), qUtf8Printable(focus));
     widget->setFocus();
-    QTest::keyClick(widget, Qt::Key_Escape);
+    hands::keyClick(widget, Qt::Key_Escape);
     QVERIFY(!m_dialog->isVisible());
     QCOMPARE(m_dialog->result(), int(QDialog::Rejected));
     QCOMPARE(takeCalls(), QStringList());
@@ -488,7 +489,7 @@ void TestOptionsDialog::pagesFinishBeforeTheirWidgetsGo()
     else if (way == "cancel")
         testsupport::click(button(QDialogButtonBox::Cancel));
     else if (way == "escape")
-        QTest::keyClick(m_dialog.get(), Qt::Key_Escape);
+        hands::keyClick(m_dialog.get(), Qt::Key_Escape);
     else if (way == "window")
         QVERIFY(m_dialog->close());
     if (way == "ok")
@@ -600,7 +601,7 @@ void TestOptionsDialog::afterTheSearchTheChosenCategoryIsBack()
     QCOMPARE(list()->currentRow(), 1);
     // Once it is clicked, what was found is chosen.
     search(QStringLiteral("связь"));
-    QTest::keyClick(child<QLineEdit>("search"), Qt::Key_Return);
+    hands::keyClick(child<QLineEdit>("search"), Qt::Key_Return);
     chooseCategory(0);
     search(QString());
     QCOMPARE(list()->currentRow(), 1);
@@ -624,7 +625,7 @@ void TestOptionsDialog::theSearchLeadsToTheList()
     addPage("Цвета", "Вид");
     open();
     search(QStringLiteral("вид"));
-    QTest::keyClick(child<QLineEdit>("search"), Qt::Key(key));
+    hands::keyClick(child<QLineEdit>("search"), Qt::Key(key));
     QVERIFY(m_dialog->isVisible());
     QCOMPARE(QApplication::focusWidget(), list());
     QCOMPARE(title(), QStringLiteral("Цвета"));
@@ -704,7 +705,7 @@ void TestOptionsDialog::withoutPagesItSaysSo()
     QVERIFY(!list()->isVisible());
     QVERIFY(!child<QLineEdit>("search")->isVisible());
     QVERIFY(!button(QDialogButtonBox::Apply)->isEnabled());
-    QTest::keyClick(m_dialog.get(), Qt::Key_Return);
+    hands::keyClick(m_dialog.get(), Qt::Key_Return);
     QVERIFY(!m_dialog->isVisible());
 }
 
@@ -1034,8 +1035,8 @@ struct Terminal
             auto* const bar = qobject_cast<QMenuBar*>(level);
             const QRect place = bar ? bar->actionGeometry(*found)
                                     : qobject_cast<QMenu*>(level)->actionGeometry(*found);
-            QTest::mouseMove(level, place.center());
-            QTest::mouseClick(level, Qt::LeftButton, {}, place.center());
+            hands::mouseMove(level, place.center());
+            hands::mouseClick(level, Qt::LeftButton, {}, place.center());
             if (!(*found)->menu())
                 return;
             level = (*found)->menu();
@@ -1065,7 +1066,7 @@ void TestOptionsDialog::opensFromTheMenuAndByItsShortcut()
     int opened = 0;
     const auto close = [&opened](OptionsDialog* dialog) {
         ++opened;
-        QTest::keyClick(dialog, Qt::Key_Escape);
+        hands::keyClick(dialog, Qt::Key_Escape);
     };
     testsupport::ModalSteps steps;
     steps.on<OptionsDialog>(close);
@@ -1074,7 +1075,7 @@ void TestOptionsDialog::opensFromTheMenuAndByItsShortcut()
     QTRY_VERIFY(!QApplication::activeModalWidget());
     terminal.activate();
     steps.on<OptionsDialog>(close);
-    QTest::keySequence(&terminal.window, item->shortcut());
+    hands::keySequence(&terminal.window, item->shortcut());
     QTRY_COMPARE(opened, 2);
     QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
 }
@@ -1090,7 +1091,7 @@ void TestOptionsDialog::showsThePagesOfTheCore()
         const auto* const categories = testsupport::child<QListWidget>(dialog, "categories");
         for (int row = 0; row < categories->count(); ++row)
             titles.append(categories->item(row)->text());
-        QTest::keyClick(dialog, Qt::Key_Return);
+        hands::keyClick(dialog, Qt::Key_Return);
     });
     terminal.choose({QStringLiteral("&Сервис"), QStringLiteral("&Настройки...")});
     QTRY_COMPARE(titles, QStringList({"Связь", "Вид"}));

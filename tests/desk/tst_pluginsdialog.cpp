@@ -3,6 +3,7 @@
 #include "desk/pluginmodel.h"
 #include "desk/pluginsdialog.h"
 #include "support/child.h"
+#include "support/hands.h"
 #include "support/strictlog.h"
 
 #include <QtGui/QClipboard>
@@ -111,7 +112,7 @@ void TestPluginsDialog::showsTheSelectedPlugin()
                             "Название: История котировок\nВерсия: 7.6\nАвтор: Мастерская\n"
                             "Описание: Импорт, экспорт и правка истории")
                  .arg(QDir::toNativeSeparators(someRecords().at(0).path)));
-    QTest::keyClick(child<QTableView>(&dialog, "table"), Qt::Key_Down);
+    hands::keyClick(child<QTableView>(&dialog, "table"), Qt::Key_Down);
     QCOMPARE(
         details->toPlainText(),
         QStringLiteral("Файл: %1\nСостояние: Отклонён\nПричина отказа: %2")
@@ -124,7 +125,7 @@ void TestPluginsDialog::whatQtSaysIsALineOfItsOwn()
     records[1].details = QStringLiteral("undefined symbol: x");
     PluginsDialog dialog(records, {});
     show(&dialog);
-    QTest::keyClick(child<QTableView>(&dialog, "table"), Qt::Key_Down);
+    hands::keyClick(child<QTableView>(&dialog, "table"), Qt::Key_Down);
     QCOMPARE(child<QPlainTextEdit>(&dialog, "details")->toPlainText().section(u'\n', 2),
              QStringLiteral("Причина отказа: %1\nПодробности: undefined symbol: x")
                  .arg(records.at(1).reason));
@@ -136,7 +137,7 @@ void TestPluginsDialog::clickingARowSelectsIt()
     show(&dialog);
     auto* const table = child<QTableView>(&dialog, "table");
     const QRect cell = table->visualRect(table->model()->index(1, PluginModel::FileColumn));
-    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, cell.center());
+    hands::mouseClick(table->viewport(), Qt::LeftButton, {}, cell.center());
     QVERIFY(child<QPlainTextEdit>(&dialog, "details")
                 ->toPlainText()
                 .contains(someRecords().at(1).reason));
@@ -201,12 +202,12 @@ void TestPluginsDialog::detailsCanBeCopied()
     auto* const details = child<QPlainTextEdit>(&dialog, "details");
     details->setFocus();
     QGuiApplication::clipboard()->clear();
-    QTest::keySequence(details, QKeySequence(QKeySequence::SelectAll));
-    QTest::keySequence(details, QKeySequence(QKeySequence::Copy));
+    hands::keySequence(details, QKeySequence(QKeySequence::SelectAll));
+    hands::keySequence(details, QKeySequence(QKeySequence::Copy));
     QCOMPARE(QGuiApplication::clipboard()->text(), details->toPlainText());
     // It is there to be read only.
     const QString before = details->toPlainText();
-    QTest::keyClick(details, Qt::Key_A);
+    hands::keyClick(details, Qt::Key_A);
     QCOMPARE(details->toPlainText(), before);
 }
 
@@ -215,11 +216,11 @@ void TestPluginsDialog::tabGoesThroughTheWindow()
     PluginsDialog dialog(someRecords(), {});
     show(&dialog);
     QCOMPARE(QApplication::focusWidget(), child<QTableView>(&dialog, "table"));
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    hands::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     QCOMPARE(QApplication::focusWidget(), child<QPlainTextEdit>(&dialog, "details"));
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    hands::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     QCOMPARE(QApplication::focusWidget(), child<QPushButton>(&dialog, "closeButton"));
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    hands::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     QCOMPARE(QApplication::focusWidget(), child<QTableView>(&dialog, "table"));
 }
 
@@ -227,7 +228,7 @@ void TestPluginsDialog::theButtonCloses()
 {
     PluginsDialog dialog(someRecords(), {});
     show(&dialog);
-    QTest::mouseClick(child<QPushButton>(&dialog, "closeButton"), Qt::LeftButton);
+    hands::mouseClick(child<QPushButton>(&dialog, "closeButton"), Qt::LeftButton);
     QVERIFY(!dialog.isVisible());
 }
 
@@ -246,7 +247,7 @@ void TestPluginsDialog::escapeCloses()
     show(&dialog);
     auto* const widget = child<QWidget>(&dialog, focus.constData());
     widget->setFocus();
-    QTest::keyClick(widget, Qt::Key_Escape);
+    hands::keyClick(widget, Qt::Key_Escape);
     QVERIFY(!dialog.isVisible());
 }
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "desk/deskapplication.h"
+#include "support/hands.h"
 #include "support/strictlog.h"
 
 #include <QtGui/QScreen>
@@ -160,7 +161,7 @@ void TestScreenFitter::everythingInALargeDialogCanBeReached()
         QVERIFY(tile->width() >= 250 && tile->height() >= 250);
         for (const QScrollBar* const bar : barsOf(window))
             QVERIFY(!bar->geometry().intersects(placeOf(tile)));
-        QTest::keyClick(tile, Qt::Key_Tab);
+        hands::keyClick(tile, Qt::Key_Tab);
     }
 }
 

@@ -4,6 +4,7 @@
 #include "desk/startpage.h"
 #include "messageboxes.h"
 #include "support/child.h"
+#include "support/hands.h"
 #include "support/strictlog.h"
 
 #include <vexdesk/action.h>
@@ -199,9 +200,9 @@ void TestStartPage::aClickTriggers()
     const Action action("import");
     const QSignalSpy spy(&action, &Action::triggered);
     show();
-    QTest::mouseClick(buttons().at(0), Qt::LeftButton);
+    hands::mouseClick(buttons().at(0), Qt::LeftButton);
     QCOMPARE(spy.count(), 0); // the other command has no action
-    QTest::mouseClick(buttons().at(1), Qt::LeftButton);
+    hands::mouseClick(buttons().at(1), Qt::LeftButton);
     QCOMPARE(spy.count(), 1);
 }
 
@@ -212,11 +213,11 @@ void TestStartPage::aKeyTriggers()
     show();
     m_page->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(m_page.get()));
-    QTest::keyClick(m_page.get(), Qt::Key_Tab);
+    hands::keyClick(m_page.get(), Qt::Key_Tab);
     QCOMPARE(QApplication::focusWidget(), buttons().at(1));
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+    hands::keyClick(QApplication::focusWidget(), Qt::Key_Space);
     QCOMPARE(spy.count(), 1);
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    hands::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     QCOMPARE(spy.count(), 2);
 }
 
@@ -226,7 +227,7 @@ void TestStartPage::aThrowingSlotIsReported()
     connect(&action, &Action::triggered, this, [] { throw QStringLiteral("не вышло"); });
     show();
     const desktest::MessageBoxes boxes;
-    QTest::mouseClick(buttons().at(1), Qt::LeftButton);
+    hands::mouseClick(buttons().at(1), Qt::LeftButton);
     QCOMPARE(boxes.texts(), QStringList{QStringLiteral("не вышло")});
 }
 
@@ -242,7 +243,7 @@ void TestStartPage::aCommandMayDestroyItselfWhileItRuns()
         ran = true;
     });
     show();
-    QTest::mouseClick(buttons().at(1), Qt::LeftButton);
+    hands::mouseClick(buttons().at(1), Qt::LeftButton);
     QVERIFY(ran);
     QTRY_COMPARE(texts(), QStringList({"Тех. анализ", "Другое"}));
 }

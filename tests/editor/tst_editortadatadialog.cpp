@@ -5,6 +5,7 @@
 #include "support/dayfiles.h"
 #include "support/faults.h"
 #include "support/filetree.h"
+#include "support/hands.h"
 #include "support/markingtranslator.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"
@@ -229,7 +230,7 @@ Tree TestEditorTADataDialog::openAndDeleteARow()
 {
     openWith(3);
     clickRow(1);
-    QTest::keyClick(table(), Qt::Key_Delete);
+    hands::keyClick(table(), Qt::Key_Delete);
     return stored();
 }
 
@@ -241,7 +242,7 @@ void TestEditorTADataDialog::type(const char* field, const QDateTime& moment) co
     // As Tab and a double click do: what is typed then takes the place of the selected part, and
     // the next part is selected when it is complete.
     edit->setSelectedSection(QDateTimeEdit::DaySection);
-    QTest::keyClicks(edit, moment.toString(QStringLiteral("ddMMyyyyhhmmss")));
+    hands::keyClicks(edit, moment.toString(QStringLiteral("ddMMyyyyhhmmss")));
     QCOMPARE(edit->dateTime(), moment);
 }
 
@@ -262,7 +263,7 @@ void TestEditorTADataDialog::clickRow(int row, Qt::KeyboardModifiers modifiers) 
     const QModelIndex index = table()->model()->index(row, 0);
     QVERIFY(index.isValid());
     table()->scrollTo(index);
-    QTest::mouseClick(table()->viewport(), Qt::LeftButton, modifiers,
+    hands::mouseClick(table()->viewport(), Qt::LeftButton, modifiers,
                       table()->visualRect(index).center());
 }
 
@@ -511,7 +512,7 @@ void TestEditorTADataDialog::tabFollowsTheEye()
         const QString name = m_dialog->focusWidget()->objectName();
         if (names.isEmpty() || names.last() != name)
             names.append(name);
-        QTest::keyClick(m_dialog->focusWidget(), Qt::Key_Tab);
+        hands::keyClick(m_dialog->focusWidget(), Qt::Key_Tab);
         if (m_dialog->focusWidget()->objectName() == names.first())
             break;
     }
@@ -722,9 +723,9 @@ void TestEditorTADataDialog::isReadyWhereNothingIsToBeDone()
 {
     open();
     click(button("findButton"));
-    QTest::keyClick(table(), Qt::Key_Delete);
-    QTest::keyClick(table(), Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClick(child<QWidget>("findDateTime"), Qt::Key_Return);
+    hands::keyClick(table(), Qt::Key_Delete);
+    hands::keyClick(table(), Qt::Key_A, Qt::ControlModifier);
+    hands::keyClick(child<QWidget>("findDateTime"), Qt::Key_Return);
     QVERIFY(m_dialog->isVisible());
     QVERIFY(!button("delButton")->isEnabled());
     click(button("closeButton"));
@@ -903,9 +904,9 @@ void TestEditorTADataDialog::findsARow()
     if (how == u"button")
         click(button("findButton"));
     else if (how == u"Return")
-        QTest::keyClick(child<QWidget>("findDateTime"), Qt::Key_Return);
+        hands::keyClick(child<QWidget>("findDateTime"), Qt::Key_Return);
     else
-        QTest::keyClick(child<QWidget>("findDateTime"), Qt::Key_Enter, Qt::KeypadModifier);
+        hands::keyClick(child<QWidget>("findDateTime"), Qt::Key_Enter, Qt::KeypadModifier);
     QFETCH(const int, row);
     QCOMPARE(selectedRows(), QList<int>{row});
     QVERIFY(table()->hasFocus());
@@ -998,18 +999,18 @@ void TestEditorTADataDialog::theKeyboardGoesOnFromTheFoundRow()
     }
     QCOMPARE(selectedRows(), selected);
     type("findDateTime", QDateTime(day, QTime(16, 40)));
-    QTest::keyClick(child<QWidget>("findDateTime"), Qt::Key_Return);
+    hands::keyClick(child<QWidget>("findDateTime"), Qt::Key_Return);
     QCOMPARE(selectedRows(), selected + QList<int>{400});
     QCOMPARE(table()->currentIndex().row(), 400);
-    QTest::keyClick(table(), Qt::Key_Down, Qt::ShiftModifier);
-    QTest::keyClick(table(), Qt::Key_Down, Qt::ShiftModifier);
+    hands::keyClick(table(), Qt::Key_Down, Qt::ShiftModifier);
+    hands::keyClick(table(), Qt::Key_Down, Qt::ShiftModifier);
     QCOMPARE(selectedRows(), selected + QList<int>({400, 401, 402}));
     QStringList expected = openPrices();
     for (const int row : {402, 401, 400})
         expected.removeAt(row);
     std::for_each(selected.crbegin(), selected.crend(),
                   [&expected](int row) { expected.removeAt(row); });
-    QTest::keyClick(table(), Qt::Key_Delete);
+    hands::keyClick(table(), Qt::Key_Delete);
     QCOMPARE(openPrices(), expected);
 }
 
@@ -1019,8 +1020,8 @@ void TestEditorTADataDialog::returnElsewhereDoesNothing()
     type("findDateTime", QDateTime(day, QTime(10, 2)));
     for (const char* name : {"stock", "timeFrame", "fromDateTime", "toDateTime", "dataTable"}) {
         child<QWidget>(name)->setFocus();
-        QTest::keyClick(child<QWidget>(name), Qt::Key_Return);
-        QTest::keyClick(child<QWidget>(name), Qt::Key_Enter);
+        hands::keyClick(child<QWidget>(name), Qt::Key_Return);
+        hands::keyClick(child<QWidget>(name), Qt::Key_Enter);
         QVERIFY2(selectedRows().isEmpty(), name);
         QVERIFY2(m_dialog->isVisible(), name);
     }
@@ -1041,7 +1042,7 @@ void TestEditorTADataDialog::deletesTheSelectedRows()
     clickRow(3, Qt::ShiftModifier);
     QCOMPARE(selectedRows(), QList<int>({1, 2, 3}));
     if (byKey)
-        QTest::keyClick(table(), Qt::Key_Delete);
+        hands::keyClick(table(), Qt::Key_Delete);
     else
         click(button("delButton"));
     QCOMPARE(openPrices(), QStringList({"1.10", "5.10"}));
@@ -1067,7 +1068,7 @@ void TestEditorTADataDialog::deletesRowsThatLieApart()
     clickRow(5);
     for (const int row : {0, 2, 6})
         clickRow(row, Qt::ControlModifier);
-    QTest::keyClick(table(), Qt::Key_Delete);
+    hands::keyClick(table(), Qt::Key_Delete);
     QCOMPARE(openPrices(), QStringList({"2.10", "4.10", "5.10"}));
     click(button("closeButton"));
     QCOMPARE(stored(), Tree({{dayFile(day), editedBarLine(QTime(10, 1), 2) +
@@ -1077,12 +1078,12 @@ void TestEditorTADataDialog::deletesRowsThatLieApart()
 void TestEditorTADataDialog::deletesEverything()
 {
     openWith(300);
-    QTest::keyClick(table(), Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClick(table(), Qt::Key_Delete);
+    hands::keyClick(table(), Qt::Key_A, Qt::ControlModifier);
+    hands::keyClick(table(), Qt::Key_Delete);
     QCOMPARE(table()->model()->rowCount(), 0);
     QVERIFY(!button("delButton")->isEnabled());
     // Once more, with nothing there.
-    QTest::keyClick(table(), Qt::Key_Delete);
+    hands::keyClick(table(), Qt::Key_Delete);
     click(button("closeButton"));
     QVERIFY(stored().isEmpty());
     QVERIFY(seriesDir().exists());
@@ -1094,14 +1095,14 @@ void TestEditorTADataDialog::deletesOneRowAfterTheOther()
     openWith(5);
     for (int row = 0; row < 2; ++row) {
         clickRow(1);
-        QTest::keyClick(table(), Qt::Key_Delete);
+        hands::keyClick(table(), Qt::Key_Delete);
     }
     QCOMPARE(openPrices(), QStringList({"1.10", "4.10", "5.10"}));
     // The row that took the place is where the keyboard goes on.
     QCOMPARE(table()->currentIndex().row(), 1);
-    QTest::keyClick(table(), Qt::Key_Down);
+    hands::keyClick(table(), Qt::Key_Down);
     QCOMPARE(selectedRows(), QList<int>{2});
-    QTest::keyClick(table(), Qt::Key_Delete);
+    hands::keyClick(table(), Qt::Key_Delete);
     QCOMPARE(openPrices(), QStringList({"1.10", "4.10"}));
     QCOMPARE(table()->currentIndex().row(), 1);
 }
@@ -1114,7 +1115,7 @@ void TestEditorTADataDialog::deleteButtonFollowsTheSelection()
     QVERIFY(button("delButton")->isEnabled());
     clickRow(2, Qt::ControlModifier);
     QVERIFY(!button("delButton")->isEnabled());
-    QTest::keyClick(table(), Qt::Key_A, Qt::ControlModifier);
+    hands::keyClick(table(), Qt::Key_A, Qt::ControlModifier);
     QVERIFY(button("delButton")->isEnabled());
 }
 
@@ -1126,7 +1127,7 @@ void TestEditorTADataDialog::deleteButtonIsOffAfterShowing()
     click(button("loadDataButton"));
     QVERIFY(selectedRows().isEmpty());
     QVERIFY(!button("delButton")->isEnabled());
-    QTest::keyClick(table(), Qt::Key_Delete);
+    hands::keyClick(table(), Qt::Key_Delete);
     click(button("closeButton"));
     QCOMPARE(stored(), Tree({{dayFile(day), barLines(QTime(10, 0), 5)}}));
 }
@@ -1135,7 +1136,7 @@ void TestEditorTADataDialog::deleteKeyDoesNothingWithoutASelection()
 {
     openWith(5);
     table()->setFocus();
-    QTest::keyClick(table(), Qt::Key_Delete);
+    hands::keyClick(table(), Qt::Key_Delete);
     QCOMPARE(table()->model()->rowCount(), 5);
     QVERIFY(m_dialog->isVisible());
     click(button("closeButton"));
@@ -1148,7 +1149,7 @@ void TestEditorTADataDialog::deleteKeyInAFieldDeletesText()
     clickRow(2);
     for (const char* name : {"findDateTime", "fromDateTime", "toDateTime"}) {
         child<QWidget>(name)->setFocus();
-        QTest::keyClick(child<QWidget>(name), Qt::Key_Delete);
+        hands::keyClick(child<QWidget>(name), Qt::Key_Delete);
         QCOMPARE(table()->model()->rowCount(), 5);
     }
 }
@@ -1173,7 +1174,7 @@ void TestEditorTADataDialog::writesWhenItIsClosed()
     if (how == u"button")
         click(button("closeButton"));
     else if (how == u"escape")
-        QTest::keyClick(m_dialog->focusWidget(), Qt::Key_Escape);
+        hands::keyClick(m_dialog->focusWidget(), Qt::Key_Escape);
     else
         closeWindow();
     QVERIFY(!m_dialog->isVisible());
@@ -1199,7 +1200,7 @@ void TestEditorTADataDialog::writesNothingWithoutADeletion()
     if (how == u"button")
         click(button("closeButton"));
     else if (how == u"escape")
-        QTest::keyClick(m_dialog->focusWidget(), Qt::Key_Escape);
+        hands::keyClick(m_dialog->focusWidget(), Qt::Key_Escape);
     else
         closeWindow();
     QVERIFY(!m_dialog->isVisible());
@@ -1277,7 +1278,7 @@ void TestEditorTADataDialog::tellsTheTerminalWhatItCouldNotWrite()
     const vexdesk::Core core;
     openWith(3);
     clickRow(1);
-    QTest::keyClick(table(), Qt::Key_Delete);
+    hands::keyClick(table(), Qt::Key_Delete);
     store(dayFile(day), barLines(QTime(10, 0), 4));
     QVERIFY(core.problems().isEmpty());
     click(button(closed ? "closeButton" : "loadDataButton"));
@@ -1351,7 +1352,7 @@ void TestEditorTADataDialog::doesNotNeedTheTerminal()
     QVERIFY(!ICore::instance());
     openWith(3);
     clickRow(1);
-    QTest::keyClick(table(), Qt::Key_Delete);
+    hands::keyClick(table(), Qt::Key_Delete);
     store(dayFile(day), barLines(QTime(10, 0), 4));
     click(button("closeButton"));
     QCOMPARE(stored(), Tree({{dayFile(day), barLines(QTime(10, 0), 4)}}));
@@ -1365,7 +1366,7 @@ void TestEditorTADataDialog::storesOnlyWhatTheRangeShowed()
     showRange(QTime(10, 0), QTime(11, 0));
     QCOMPARE(table()->model()->rowCount(), 61);
     clickRow(60);
-    QTest::keyClick(table(), Qt::Key_Delete);
+    hands::keyClick(table(), Qt::Key_Delete);
     click(button("closeButton"));
     QCOMPARE(stored(), Tree({{dayFile(day), editedBarLines(QTime(10, 0), 60)}}));
 }
@@ -1376,9 +1377,9 @@ void TestEditorTADataDialog::removesTheFileOfADayThatIsEmpty()
     store(dayFile(day, 1), barLines(QTime(10, 0), 2));
     open();
     showDay();
-    QTest::keyClick(table(), Qt::Key_A, Qt::ControlModifier);
+    hands::keyClick(table(), Qt::Key_A, Qt::ControlModifier);
     click(button("delButton"));
-    QTest::keyClick(m_dialog.get(), Qt::Key_Escape);
+    hands::keyClick(m_dialog.get(), Qt::Key_Escape);
     QCOMPARE(stored(), Tree({{dayFile(day, 1), barLines(QTime(10, 0), 2)}}));
 }
 
@@ -1398,7 +1399,7 @@ void TestEditorTADataDialog::keepsItsSize()
     if (how == u"button")
         click(button("closeButton"));
     else if (how == u"escape")
-        QTest::keyClick(m_dialog.get(), Qt::Key_Escape);
+        hands::keyClick(m_dialog.get(), Qt::Key_Escape);
     else if (how == u"window")
         closeWindow();
     QVERIFY(!settings().contains(sizeKey));

@@ -4,6 +4,7 @@
 #include "exportdetails.h"
 #include "support/child.h"
 #include "support/filetree.h"
+#include "support/hands.h"
 #include "support/modalsteps.h"
 #include "support/series.h"
 #include "support/strictlog.h"
@@ -705,8 +706,8 @@ void TestSeriesExportPage::takesTheDirectoryThatIsChosen()
         auto* const edit = testsupport::child<QLineEdit>(dialog, "fileNameEdit");
         QVERIFY(edit);
         edit->selectAll();
-        QTest::keyClicks(edit, QStringLiteral("bars"));
-        QTest::keyClick(edit, Qt::Key_Return);
+        hands::keyClicks(edit, QStringLiteral("bars"));
+        hands::keyClick(edit, Qt::Key_Return);
     });
     click(child<QPushButton>("chooseDir"));
     QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
@@ -721,7 +722,7 @@ void TestSeriesExportPage::startsWithTheDirectoryThatIsShown()
     ModalSteps steps;
     steps.on<QFileDialog>([&directory](QFileDialog* dialog) {
         QCOMPARE(dialog->directory().canonicalPath(), QDir(directory.path()).canonicalPath());
-        QTest::keyClick(dialog, Qt::Key_Escape);
+        hands::keyClick(dialog, Qt::Key_Escape);
     });
     click(child<QPushButton>("chooseDir"));
     QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
@@ -733,7 +734,7 @@ void TestSeriesExportPage::keepsTheDirectoryWhenNoneIsChosen()
     for (const QString& shown : {QString(), QStringLiteral("/tmp")}) {
         type("outputDir", shown);
         ModalSteps steps;
-        steps.on<QFileDialog>([](QFileDialog* dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
+        steps.on<QFileDialog>([](QFileDialog* dialog) { hands::keyClick(dialog, Qt::Key_Escape); });
         click(child<QPushButton>("chooseDir"));
         QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
         QCOMPARE(text("outputDir"), shown);
@@ -779,7 +780,7 @@ void TestSeriesExportPage::takesADateAsItIsTyped()
     edit->setFocus(Qt::TabFocusReason);
     edit->setSelectedSection(edit->sectionAt(0));
     for (const char digit : typed)
-        QTest::keyClick(edit, digit);
+        hands::keyClick(edit, digit);
     QCOMPARE(edit->date(), QDate(2024, 3, 5));
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The boxes in which a user chooses a venue, a board and a security.
 
+#include "support/hands.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"
 
@@ -604,7 +605,7 @@ void TestSelectorBoxes::typingTheBeginningOfACodeChoosesIt()
     choose(form.stock, QStringLiteral("NORD "));
     choose(form.board, QStringLiteral("MAIN "));
     form.security->setFocus();
-    QTest::keyClicks(form.security, typed);
+    hands::keyClicks(form.security, typed);
     QTEST(form.security->getSecurityCode(), "code");
 }
 
@@ -612,15 +613,15 @@ void TestSelectorBoxes::arrowKeysChoose()
 {
     const Form form;
     form.stock->setFocus();
-    QTest::keyClick(form.stock, Qt::Key_Down);
+    hands::keyClick(form.stock, Qt::Key_Down);
     QCOMPARE(form.stock->getStockCode(), QStringLiteral("NORD"));
-    QTest::keyClick(form.stock, Qt::Key_Tab);
+    hands::keyClick(form.stock, Qt::Key_Tab);
     QCOMPARE(form.focusWidget(), form.board);
-    QTest::keyClick(form.board, Qt::Key_End);
+    hands::keyClick(form.board, Qt::Key_End);
     QCOMPARE(form.board->getBoardCode(), QStringLiteral("REPO"));
-    QTest::keyClick(form.board, Qt::Key_Tab);
+    hands::keyClick(form.board, Qt::Key_Tab);
     QCOMPARE(form.focusWidget(), form.security);
-    QTest::keyClick(form.security, Qt::Key_Home);
+    hands::keyClick(form.security, Qt::Key_Home);
     QCOMPARE(form.security->getSecurityId(), 301);
 }
 

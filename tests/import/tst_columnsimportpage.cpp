@@ -7,6 +7,7 @@
 #include "importtadatawizard.h"
 #include "support/child.h"
 #include "support/filetree.h"
+#include "support/hands.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"
 #include "support/wizardchoices.h"
@@ -66,7 +67,7 @@ void scrollOn(QScrollBar* bar)
     const QRect arrow = bar->style()->subControlRect(QStyle::CC_ScrollBar, &option,
                                                      QStyle::SC_ScrollBarAddLine, bar);
     const int before = bar->value();
-    QTest::mouseClick(bar, Qt::LeftButton, {}, arrow.center());
+    hands::mouseClick(bar, Qt::LeftButton, {}, arrow.center());
     QVERIFY(bar->value() > before);
 }
 
@@ -416,10 +417,10 @@ void TestColumnsImportPage::boxesFollowAColumnThatIsResized()
     QWidget* const strip = header()->viewport();
     const int y = strip->height() / 2;
     const int edge = header()->sectionViewportPosition(2) - 1;
-    QTest::mousePress(strip, Qt::LeftButton, {}, QPoint(edge, y));
-    QTest::mouseMove(strip, QPoint(edge + 20, y));
-    QTest::mouseMove(strip, QPoint(edge + 40, y));
-    QTest::mouseRelease(strip, Qt::LeftButton, {}, QPoint(edge + 40, y));
+    hands::mousePress(strip, Qt::LeftButton, {}, QPoint(edge, y));
+    hands::mouseMove(strip, QPoint(edge + 20, y));
+    hands::mouseMove(strip, QPoint(edge + 40, y));
+    hands::mouseRelease(strip, Qt::LeftButton, {}, QPoint(edge + 40, y));
     QCOMPARE(header()->box(1)->geometry(), before.adjusted(0, 0, 40, 0));
     QCOMPARE(header()->box(2)->x(), nextX + 40);
     QVERIFY2(misplaced().isNull(), qPrintable(misplaced()));
@@ -489,7 +490,7 @@ void TestColumnsImportPage::tabReachesEveryBoxAndShowsIt()
     enter({line(12).join(u',')});
     table()->setFocus();
     for (int section = 0; section < 12; ++section) {
-        QTest::keyClick(m_wizard->focusWidget(), Qt::Key_Tab);
+        hands::keyClick(m_wizard->focusWidget(), Qt::Key_Tab);
         const QComboBox* const box = header()->box(section);
         QCOMPARE(m_wizard->focusWidget(), box);
         QVERIFY2(header()->viewport()->rect().contains(box->geometry()),
@@ -497,14 +498,14 @@ void TestColumnsImportPage::tabReachesEveryBoxAndShowsIt()
         QVERIFY2(misplaced().isNull(), qPrintable(misplaced()));
     }
     for (int section = 10; section >= 0; --section) {
-        QTest::keyClick(m_wizard->focusWidget(), Qt::Key_Backtab);
+        hands::keyClick(m_wizard->focusWidget(), Qt::Key_Backtab);
         const QComboBox* const box = header()->box(section);
         QCOMPARE(m_wizard->focusWidget(), box);
         QVERIFY2(header()->viewport()->rect().contains(box->geometry()),
                  qPrintable(QString::number(section)));
         QVERIFY2(misplaced().isNull(), qPrintable(misplaced()));
     }
-    QTest::keyClick(m_wizard->focusWidget(), Qt::Key_Backtab);
+    hands::keyClick(m_wizard->focusWidget(), Qt::Key_Backtab);
     QCOMPARE(m_wizard->focusWidget(), table());
 }
 
@@ -520,9 +521,9 @@ void TestColumnsImportPage::aClickDoesNotScroll()
     const QPoint seen(5, box->height() / 2);
     QVERIFY(header()->viewport()->rect().contains(box->pos() + seen));
     const QRect before = box->geometry();
-    QTest::mouseClick(box, Qt::LeftButton, {}, seen);
+    hands::mouseClick(box, Qt::LeftButton, {}, seen);
     QVERIFY(box->view()->isVisible());
-    QTest::keyClick(box->view(), Qt::Key_Escape);
+    hands::keyClick(box->view(), Qt::Key_Escape);
     QCOMPARE(m_wizard->focusWidget(), box);
     QCOMPARE(box->geometry(), before);
 }
@@ -531,10 +532,10 @@ void TestColumnsImportPage::keysChooseARole()
 {
     enter({"1,2,3"});
     header()->box(1)->setFocus();
-    QTest::keyClick(header()->box(1), Qt::Key_End);
+    hands::keyClick(header()->box(1), Qt::Key_End);
     QCOMPARE(header()->box(1)->currentText(), QStringLiteral("Откр. инт."));
-    QTest::keyClick(header()->box(1), Qt::Key_Home);
-    QTest::keyClick(header()->box(1), Qt::Key_Down);
+    hands::keyClick(header()->box(1), Qt::Key_Home);
+    hands::keyClick(header()->box(1), Qt::Key_Down);
     QCOMPARE(header()->box(1)->currentText(), QStringLiteral("Дата окон-я"));
     QCOMPARE(warning()->text(),
              QString::fromUtf8(QByteArray(oneTime) + oneOpen + oneHigh + oneLow + oneClose));

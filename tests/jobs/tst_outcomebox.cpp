@@ -2,6 +2,7 @@
 #include "outcomebox.h"
 
 #include "support/child.h"
+#include "support/hands.h"
 #include "support/modalsteps.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"
@@ -193,7 +194,7 @@ void TestOutcomeBox::isClosedByItsOnlyButton()
 {
     for (const int key : {Qt::Key_Escape, Qt::Key_Return}) {
         ModalSteps steps;
-        steps.on<OutcomeBox>([key](OutcomeBox* box) { QTest::keyClick(box, Qt::Key(key)); });
+        steps.on<OutcomeBox>([key](OutcomeBox* box) { hands::keyClick(box, Qt::Key(key)); });
         OutcomeBox::tell(QMessageBox::Warning, title, QString(1000, u'x'));
         QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
     }

@@ -6,6 +6,7 @@
 #include "support/commandwindows.h"
 #include "support/dayfiles.h"
 #include "support/filetree.h"
+#include "support/hands.h"
 #include "support/loadedplugin.h"
 #include "support/modalsteps.h"
 #include "support/strictlog.h"
@@ -51,7 +52,7 @@ public:
         auto* const edit = child<QDateTimeEdit>(field);
         edit->setFocus();
         edit->setSelectedSection(QDateTimeEdit::DaySection);
-        QTest::keyClicks(edit, moment.toString(QStringLiteral("ddMMyyyyhhmmss")));
+        hands::keyClicks(edit, moment.toString(QStringLiteral("ddMMyyyyhhmmss")));
         QCOMPARE(edit->dateTime(), moment);
     }
     void show(const QDateTime& from, const QDateTime& to) const
@@ -63,7 +64,7 @@ public:
     void find(const QDateTime& moment) const
     {
         type("findDateTime", moment);
-        QTest::keyClick(child<QWidget>("findDateTime"), Qt::Key_Return);
+        hands::keyClick(child<QWidget>("findDateTime"), Qt::Key_Return);
     }
     void press(const char* button) const { click(child<QPushButton>(button)); }
     void choose(const char* box, const char* beginning) const
@@ -158,7 +159,7 @@ void TestEditCommand::deletesABarThatWasFound()
         const QModelIndexList found = editor.table()->selectionModel()->selectedRows(1);
         QCOMPARE(found.size(), 1);
         QCOMPARE(found.first().data().toString(), QStringLiteral("31.10"));
-        QTest::keyClick(editor.table(), Qt::Key_Delete);
+        hands::keyClick(editor.table(), Qt::Key_Delete);
         QCOMPARE(editor.rows(), 59);
         QCOMPARE(stored(), Tree({{QStringLiteral("NORD/MAIN/GRAN/20230105_60.iss"),
                                   barLines(QTime(10, 0), 61)}}));
@@ -213,7 +214,7 @@ void TestEditCommand::writesHoweverItIsClosed()
         if (how == u"button")
             editor.press("closeButton");
         else if (how == u"escape")
-            QTest::keyClick(editor.table(), Qt::Key_Escape);
+            hands::keyClick(editor.table(), Qt::Key_Escape);
         else
             editor.closeFromOutside();
     });

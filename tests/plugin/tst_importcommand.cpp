@@ -6,6 +6,7 @@
 #include "support/commandwindows.h"
 #include "support/faults.h"
 #include "support/filetree.h"
+#include "support/hands.h"
 #include "support/loadedplugin.h"
 #include "support/markingtranslator.h"
 #include "support/modalsteps.h"
@@ -198,8 +199,8 @@ void TestImportCommand::typeFileName(QFileDialog* dialog, const QString& name)
     auto* const edit = testsupport::child<QLineEdit>(dialog, "fileNameEdit");
     QVERIFY(edit);
     edit->clear();
-    QTest::keyClicks(edit, name);
-    QTest::keyClick(edit, Qt::Key_Return);
+    hands::keyClicks(edit, name);
+    hands::keyClick(edit, Qt::Key_Return);
 }
 
 void TestImportCommand::chooseFile(ModalSteps& steps, const QString& path)
@@ -248,7 +249,7 @@ void TestImportCommand::asksForATextFile()
                  QStringList{QStringLiteral("Текстовые файлы (*.txt *.csv)")});
         QCOMPARE(dialog->acceptMode(), QFileDialog::AcceptOpen);
         QCOMPARE(dialog->fileMode(), QFileDialog::ExistingFile);
-        QTest::keyClick(dialog, Qt::Key_Escape);
+        hands::keyClick(dialog, Qt::Key_Escape);
     });
     testsupport::run(steps, command);
 }
@@ -381,7 +382,7 @@ void TestImportCommand::leavesNoTraceWhenTheWizardIsCancelled()
         if (how == u"button")
             click(wizard->button(QWizard::CancelButton));
         else if (how == u"escape")
-            QTest::keyClick(wizard, Qt::Key_Escape);
+            hands::keyClick(wizard, Qt::Key_Escape);
         else
             QVERIFY(closeFromOutside(wizard));
     });
@@ -400,6 +401,7 @@ void TestImportCommand::staysInTheFileDialogForADirectory()
         typeFileName(dialog, directory);
         QVERIFY(dialog->isVisible());
         QCOMPARE(dialog->directory(), QDir(directory));
+        // Not to the list of names below the field, which may open at any moment and would take it.
         QTest::keyClick(dialog, Qt::Key_Escape);
     });
     testsupport::run(steps, command);
@@ -418,7 +420,7 @@ void TestImportCommand::staysInTheFileDialogForAMissingFile()
     steps.on<QMessageBox>([](QMessageBox* box) { click(box->button(QMessageBox::Ok)); });
     steps.on<QFileDialog>([&asking](QFileDialog* dialog) {
         QCOMPARE(dialog, asking.data());
-        QTest::keyClick(dialog, Qt::Key_Escape);
+        hands::keyClick(dialog, Qt::Key_Escape);
     });
     testsupport::run(steps, command);
     QCOMPARE(everything(m_plugin->user()), QStringList{QStringLiteral("tadata")});

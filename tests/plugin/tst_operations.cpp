@@ -13,6 +13,7 @@
 #include "seriesimportpage.h"
 #include "seriesselectormodels.h"
 #include "support/child.h"
+#include "support/hands.h"
 #include "support/modalsteps.h"
 #include "support/strictlog.h"
 #include "tadatamanager.h"
@@ -172,7 +173,7 @@ void TestOperations::asksForADirectory()
 {
     SeriesExportPage page;
     testsupport::ModalSteps steps;
-    steps.on<QFileDialog>([](QFileDialog* dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
+    steps.on<QFileDialog>([](QFileDialog* dialog) { hands::keyClick(dialog, Qt::Key_Escape); });
     page.on_chooseDir_clicked();
     QVERIFY2(steps.complaint().isNull(), qPrintable(steps.complaint()));
 }

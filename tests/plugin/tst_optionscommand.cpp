@@ -8,6 +8,7 @@
 #include "desk/optionsdialog.h"
 #include "support/child.h"
 #include "support/filetree.h"
+#include "support/hands.h"
 #include "support/modalsteps.h"
 #include "support/strictlog.h"
 #include "support/terminal.h"
@@ -51,7 +52,7 @@ void press(const QWidget* dialog, QDialogButtonBox::StandardButton which)
 void switchPurge(const QWidget* dialog)
 {
     QCheckBox* const box = deleteSeconds(dialog);
-    QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(8, box->height() / 2));
+    hands::mouseClick(box, Qt::LeftButton, {}, QPoint(8, box->height() / 2));
 }
 
 void typeDays(const QWidget* dialog, const char* days)
@@ -59,7 +60,7 @@ void typeDays(const QWidget* dialog, const char* days)
     QSpinBox* const box = storeForDays(dialog);
     box->setFocus();
     box->selectAll();
-    QTest::keyClicks(box, QLatin1String(days));
+    hands::keyClicks(box, QLatin1String(days));
     QCOMPARE(box->value(), QByteArray(days).toInt());
 }
 
@@ -194,7 +195,7 @@ void TestOptionsCommand::cancelStoresNothing()
     withOptions([](OptionsDialog* dialog) {
         typeDays(dialog, "40");
         switchPurge(dialog);
-        QTest::keyClick(dialog, Qt::Key_Escape);
+        hands::keyClick(dialog, Qt::Key_Escape);
         QVERIFY(!dialog->isVisible());
     });
     QVERIFY(storedValues().isEmpty());

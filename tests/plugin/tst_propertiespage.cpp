@@ -4,6 +4,7 @@
 
 #include "support/child.h"
 #include "support/filetree.h"
+#include "support/hands.h"
 #include "support/markingtranslator.h"
 #include "support/settingsfile.h"
 #include "support/strictlog.h"
@@ -88,7 +89,7 @@ private:
     static void click(QCheckBox* box)
     {
         // In the middle of a wide one there is nothing to click on.
-        QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(8, box->height() / 2));
+        hands::mouseClick(box, Qt::LeftButton, {}, QPoint(8, box->height() / 2));
     }
     static QVariant stored(const QString& key) { return AppSettings(group).value(key); }
     static bool hasStored(const QString& key) { return AppSettings(group).contains(key); }
@@ -183,14 +184,14 @@ void TestPropertiesPage::theDaysAreBounded()
     days->setFocus();
     const auto type = [days](const char* text) {
         days->selectAll();
-        QTest::keyClicks(days, QLatin1String(text));
+        hands::keyClicks(days, QLatin1String(text));
         return days->value();
     };
     QCOMPARE(type("0"), 0);
-    QTest::keyClick(days, Qt::Key_Down);
+    hands::keyClick(days, Qt::Key_Down);
     QCOMPARE(days->value(), 0);
     QCOMPARE(type("99"), 99);
-    QTest::keyClick(days, Qt::Key_Up);
+    hands::keyClick(days, Qt::Key_Up);
     QCOMPARE(days->value(), 99);
     QCOMPARE(type("100"), 10); // the third digit is not taken
     QCOMPARE(type("-5"), 5);   // nor is the sign

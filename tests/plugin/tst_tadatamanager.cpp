@@ -2,6 +2,7 @@
 // The plug-in as the terminal meets it: loaded from its file into a real core.
 
 #include "support/filetree.h"
+#include "support/hands.h"
 #include "support/loadedplugin.h"
 #include "support/localzone.h"
 #include "support/markingtranslator.h"
@@ -497,12 +498,12 @@ void TestTADataManager::answersEveryCommand()
     m_plugin->start();
     testsupport::ModalSteps steps;
     if (id == "1_Import") {
-        steps.on<QFileDialog>([](QFileDialog* dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
+        steps.on<QFileDialog>([](QFileDialog* dialog) { hands::keyClick(dialog, Qt::Key_Escape); });
     } else {
         const QByteArray window = id == "3_Edit" ? "EditorTADataDialog" : "ExportTADataWizard";
         steps.on<QDialog>([window](QDialog* dialog) {
             QCOMPARE(QByteArray(dialog->metaObject()->className()), window);
-            QTest::keyClick(dialog, Qt::Key_Escape);
+            hands::keyClick(dialog, Qt::Key_Escape);
         });
     }
     LoadedPlugin::trigger(id);
@@ -517,7 +518,7 @@ void TestTADataManager::destroysTheWindowOfACommand()
     testsupport::ModalSteps steps;
     steps.on<QDialog>([&window](QDialog* dialog) {
         window = dialog;
-        QTest::keyClick(dialog, Qt::Key_Escape);
+        hands::keyClick(dialog, Qt::Key_Escape);
     });
     const QWidgetList before = QApplication::topLevelWidgets();
     LoadedPlugin::trigger(id);

@@ -11,6 +11,7 @@
 #include "support/child.h"
 #include "support/eventually.h"
 #include "support/filetree.h"
+#include "support/hands.h"
 #include "support/strictlog.h"
 #include "support/textcheck.h"
 #include "support/userhands.h"
@@ -139,7 +140,7 @@ void TestHealthWindow::choose(const QString& series)
     for (int row = 0; row < list->model()->rowCount(); ++row) {
         const QModelIndex index = list->model()->index(row, 0);
         if (index.data().toString() == series)
-            QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+            hands::mouseClick(list->viewport(), Qt::LeftButton, {},
                               list->visualRect(index).center());
     }
     QCOMPARE(chosen(), series);
@@ -215,8 +216,8 @@ void TestHealthWindow::keepsTheChosenSeries()
     QHeaderView* const header = view("series")->header();
     const QPoint title(header->sectionViewportPosition(SeriesModel::Gaps) + 5,
                        header->height() / 2);
-    QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, title);
-    QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, title);
+    hands::mouseClick(header->viewport(), Qt::LeftButton, {}, title);
+    hands::mouseClick(header->viewport(), Qt::LeftButton, {}, title);
     QCOMPARE(view("series")->model()->index(0, 0).data().toString(), vega);
     QCOMPARE(chosen(), vega);
     calendar()->setDay(gapDay);
@@ -236,7 +237,7 @@ void TestHealthWindow::showsTheFaultsOfADay()
              QStringLiteral("Не записи баров: строки 2"));
     const QModelIndex gap = static_cast<CalendarModel*>(calendar()->model())->indexOf(gapDay);
     calendar()->scrollTo(gap);
-    QTest::mouseClick(calendar()->viewport(), Qt::LeftButton, {},
+    hands::mouseClick(calendar()->viewport(), Qt::LeftButton, {},
                       calendar()->visualRect(gap).center());
     QCOMPARE(calendar()->day(), gapDay);
     QCOMPARE(view("remarks")->model()->index(0, RemarksModel::What).data().toString(),
@@ -253,7 +254,7 @@ void TestHealthWindow::walksTheCalendarByKeys()
     days->setDay(gapDay);
     days->setFocus();
     const auto press = [days](Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
-        QTest::keyClick(days, key, modifiers);
+        hands::keyClick(days, key, modifiers);
         return days->day();
     };
     QCOMPARE(press(Qt::Key_Right), gapDay.addDays(7));
@@ -311,11 +312,11 @@ void TestHealthWindow::showsThePlaceInTheChart()
     if (items && !items->currentIndex().isValid())
         items->setCurrentIndex(items->model()->index(0, 0));
     if (byKey) {
-        QTest::keyClick(widget, Qt::Key_Return);
+        hands::keyClick(widget, Qt::Key_Return);
     } else if (items) {
         const QPoint place = items->visualRect(items->currentIndex()).center();
-        QTest::mouseClick(items->viewport(), Qt::LeftButton, {}, place);
-        QTest::mouseDClick(items->viewport(), Qt::LeftButton, {}, place);
+        hands::mouseClick(items->viewport(), Qt::LeftButton, {}, place);
+        hands::mouseDClick(items->viewport(), Qt::LeftButton, {}, place);
     }
     QCOMPARE(m_places.size(), 1);
     QCOMPARE(tadata::pathOf(m_places.first().series), vega);
@@ -434,16 +435,16 @@ void TestHealthWindow::isReachedByKeysAlone()
     open();
     auto* const filter = child<QLineEdit>(m_window.get(), "filter");
     QCOMPARE(m_window->focusWidget(), filter);
-    QTest::keyClicks(m_window->focusWidget(), QStringLiteral("veg"));
+    hands::keyClicks(m_window->focusWidget(), QStringLiteral("veg"));
     QCOMPARE(rows("series"), 1);
-    QTest::keyClick(filter, Qt::Key_Down);
+    hands::keyClick(filter, Qt::Key_Down);
     QCOMPARE(m_window->focusWidget(), view("series"));
     const QList<QWidget*> order = testsupport::tabOrder(m_window.get());
     for (QWidget* const widget :
          QList<QWidget*>{child<QLineEdit>(m_window.get(), "filter"), view("series"), calendar(),
                          view("remarks"), button("show"), button("fill"), button("list")})
         QVERIFY2(order.contains(widget), qPrintable(widget->objectName()));
-    QTest::keyClick(m_window.get(), Qt::Key_Escape);
+    hands::keyClick(m_window.get(), Qt::Key_Escape);
     QVERIFY(!m_window->isVisible());
 }
 

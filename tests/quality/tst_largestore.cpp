@@ -11,6 +11,7 @@
 #include "support/dayfiles.h"
 #include "support/eventually.h"
 #include "support/filetree.h"
+#include "support/hands.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"
 
@@ -133,7 +134,7 @@ void TestLargeStore::sortBy(int column, Qt::SortOrder order)
     const QPoint title(header->sectionViewportPosition(column) + 5, header->height() / 2);
     for (int click = 0; click < 2; ++click) {
         if (header->sortIndicatorSection() != column || header->sortIndicatorOrder() != order)
-            QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, title);
+            hands::mouseClick(header->viewport(), Qt::LeftButton, {}, title);
     }
     QCOMPARE(header->sortIndicatorSection(), column);
     QCOMPARE(header->sortIndicatorOrder(), order);

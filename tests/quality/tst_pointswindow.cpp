@@ -10,6 +10,7 @@
 #include "support/eventually.h"
 #include "support/faults.h"
 #include "support/filetree.h"
+#include "support/hands.h"
 #include "support/hold.h"
 #include "support/strictlog.h"
 #include "support/textcheck.h"
@@ -164,7 +165,7 @@ void TestPointsWindow::putsTheChosenPointBack()
     QTreeView* const points = view("points");
     // The older one, by the mouse.
     const QRect row = points->visualRect(points->model()->index(1, 0));
-    QTest::mouseClick(points->viewport(), Qt::LeftButton, {}, row.center());
+    hands::mouseClick(points->viewport(), Qt::LeftButton, {}, row.center());
     QCOMPARE(points->currentIndex().row(), 1);
     const QSignalSpy changes(m_window.get(), &PointsWindow::storeChanged);
     click(button("putBack"));
@@ -184,13 +185,13 @@ void TestPointsWindow::putsBackByKeys()
     EVENTUALLY_EQUAL(rows("points"), 1);
     QCOMPARE(m_window->focusWidget(), view("points"));
     // Return in a list does nothing that cannot be seen.
-    QTest::keyClick(view("points"), Qt::Key_Return);
+    hands::keyClick(view("points"), Qt::Key_Return);
     QVERIFY(m_window->isVisible());
     const QList<QWidget*> order = testsupport::tabOrder(m_window.get());
     QVERIFY(order.contains(view("files")));
     QVERIFY(order.contains(button("putBack")));
     button("putBack")->setFocus();
-    QTest::keyClick(button("putBack"), Qt::Key_Return);
+    hands::keyClick(button("putBack"), Qt::Key_Return);
     EVENTUALLY_EQUAL(stored(monday), QByteArray("old"));
 }
 
@@ -219,7 +220,7 @@ void TestPointsWindow::leavesItWhenTheUserSaysNo()
     EVENTUALLY_EQUAL(rows("points"), 1);
     click(button("putBack"));
     EVENTUALLY(dialog<QMessageBox>());
-    QTest::keyClick(dialog<QMessageBox>(), Qt::Key_Return);
+    hands::keyClick(dialog<QMessageBox>(), Qt::Key_Return);
     EVENTUALLY(!dialog<QMessageBox>());
     EVENTUALLY(button("putBack")->isEnabled());
     QCOMPARE(stored(monday), QByteArray("by hand"));
@@ -251,7 +252,7 @@ void TestPointsWindow::asksBeforeItPutsBackWhatWasInterrupted()
     QVERIFY2(dialog<QMessageBox>()->text().contains(
                  QStringLiteral("Возврат вернёт прежних файлов: 1 и удалит созданных: 1")),
              qPrintable(dialog<QMessageBox>()->text()));
-    QTest::keyClick(dialog<QMessageBox>(), Qt::Key_Return); // no
+    hands::keyClick(dialog<QMessageBox>(), Qt::Key_Return); // no
     EVENTUALLY(!dialog<QMessageBox>());
     QCOMPARE(stored(monday), QByteArray("half"));
     QVERIFY(button("putBack")->isEnabled());
@@ -359,12 +360,12 @@ void TestPointsWindow::freesSpace()
     QVERIFY(!remove->isEnabled());
     keep->setFocus();
     keep->selectAll();
-    QTest::keyClicks(keep, QStringLiteral("2"));
+    hands::keyClicks(keep, QStringLiteral("2"));
     QVERIFY(remove->isEnabled());
     QVERIFY(child<QLabel>(first, "preview")
                 ->text()
                 .startsWith(QStringLiteral("Будет удалено точек: 2")));
-    QTest::keyClick(first, Qt::Key_Escape);
+    hands::keyClick(first, Qt::Key_Escape);
     EVENTUALLY(!dialog<QDialog>());
     QCOMPARE(rows("points"), 4);
     click(button("freeSpace"));
@@ -391,7 +392,7 @@ void TestPointsWindow::keepsTheChosenPoint()
     const QString older = changeStore(root(), QStringLiteral("edit"), {{monday, "second"}});
     open();
     EVENTUALLY_EQUAL(rows("points"), 2);
-    QTest::keyClick(view("points"), Qt::Key_Down);
+    hands::keyClick(view("points"), Qt::Key_Down);
     QCOMPARE(view("points")->currentIndex().row(), 1);
     changeStore(root(), QStringLiteral("copy"), {{tuesday, "made"}});
     EVENTUALLY_EQUAL(rows("points"), 3);
@@ -408,13 +409,13 @@ void TestPointsWindow::doesNotCloseWhileItIsAtWork()
                         std::chrono::seconds(0)));
     click(button("putBack"));
     QVERIFY(!button("putBack")->isEnabled());
-    QTest::keyClick(m_window.get(), Qt::Key_Escape);
+    hands::keyClick(m_window.get(), Qt::Key_Escape);
     QVERIFY(m_window->isVisible());
     QVERIFY(label("status").startsWith(QStringLiteral("Подождите")));
     locks.reset();
     EVENTUALLY_EQUAL(stored(monday), QByteArray("old"));
     EVENTUALLY(button("putBack")->isEnabled());
-    QTest::keyClick(m_window.get(), Qt::Key_Escape);
+    hands::keyClick(m_window.get(), Qt::Key_Escape);
     QVERIFY(!m_window->isVisible());
 }
 
@@ -451,7 +452,7 @@ void TestPointsWindow::goesWithoutWaitingForWhatItLooksAt()
 void TestPointsWindow::closesByEscape()
 {
     open();
-    QTest::keyClick(m_window.get(), Qt::Key_Escape);
+    hands::keyClick(m_window.get(), Qt::Key_Escape);
     QVERIFY(!m_window->isVisible());
 }
 

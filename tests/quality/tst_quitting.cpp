@@ -6,6 +6,7 @@
 #include "support/child.h"
 #include "support/eventually.h"
 #include "support/filetree.h"
+#include "support/hands.h"
 #include "support/hold.h"
 #include "support/loadedplugin.h"
 #include "support/strictlog.h"
@@ -130,7 +131,7 @@ void TestQuitting::quitWhileWriting(const testsupport::Hold& hold)
 {
     import();
     EVENTUALLY(hold.isReached());
-    QTest::keyClick(m_terminal->window(), Qt::Key_Q, Qt::ControlModifier);
+    hands::keyClick(m_terminal->window(), Qt::Key_Q, Qt::ControlModifier);
 }
 
 void TestQuitting::anImportIsTakenBackFirst()
@@ -151,7 +152,7 @@ void TestQuitting::whoGoesOnWorkingStays()
     const Tree before = readTree(store());
     testsupport::Hold hold(writing, secondDay);
     quitWhileWriting(hold);
-    QTest::mouseClick(m_terminal->window(), Qt::LeftButton);
+    hands::mouseClick(m_terminal->window(), Qt::LeftButton);
     hold.letGo();
     EVENTUALLY(!safeImport());
     QCoreApplication::processEvents();

@@ -15,6 +15,7 @@
 #include "support/eventually.h"
 #include "support/faults.h"
 #include "support/filetree.h"
+#include "support/hands.h"
 #include "support/hold.h"
 #include "support/strictlog.h"
 #include "support/textcheck.h"
@@ -201,7 +202,7 @@ void TestSafeImportWindow::beginsWithoutAFile()
     QVERIFY(!button("import")->isEnabled());
     QVERIFY(!button("undo")->isVisible());
     QVERIFY(textOf("sentences").contains(QStringLiteral("перетащите")));
-    QTest::keyClick(m_window.get(), Qt::Key_Escape);
+    hands::keyClick(m_window.get(), Qt::Key_Escape);
     QVERIFY(!m_window->isVisible());
 }
 
@@ -279,7 +280,7 @@ void TestSafeImportWindow::aProblemIsShownWhereItIs()
     const QModelIndex line = tree->model()->index(0, 0, tree->model()->index(0, 0));
     EVENTUALLY(tree->visualRect(line).isValid());
     EVENTUALLY_EQUAL(preview()->model().lineCount(), 802);
-    QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualRect(line).center());
+    hands::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualRect(line).center());
     const auto row = [this] { return preview()->table()->currentIndex().row(); };
     EVENTUALLY_EQUAL(preview()->model().firstLine() + row() + 1, 802);
     EVENTUALLY(preview()->model().index(row(), 0).data(PreviewModel::FaultRole).toBool());
@@ -301,17 +302,17 @@ void TestSafeImportWindow::thePreviewGoesThroughTheWholeFile()
     QVERIFY(model.rowCount() < 60);
     auto* const table = preview()->table();
     table->setFocus();
-    QTest::keyClick(table, Qt::Key_End, Qt::ControlModifier);
+    hands::keyClick(table, Qt::Key_End, Qt::ControlModifier);
     QCOMPARE(model.firstLine() + table->currentIndex().row(), 60'000);
     EVENTUALLY(model.index(model.rowCount() - 1, 0).data().toString().startsWith(u'2'));
-    QTest::keyClick(table, Qt::Key_PageUp);
+    hands::keyClick(table, Qt::Key_PageUp);
     QCOMPARE(model.firstLine(), 60'001 - 2 * model.pageSize());
-    QTest::keyClick(table, Qt::Key_Home, Qt::ControlModifier);
+    hands::keyClick(table, Qt::Key_Home, Qt::ControlModifier);
     QCOMPARE(model.firstLine(), 0);
-    QTest::keyClick(table, Qt::Key_Up);
+    hands::keyClick(table, Qt::Key_Up);
     QCOMPARE(model.firstLine(), 0);
     for (int line = 0; line < model.pageSize(); ++line)
-        QTest::keyClick(table, Qt::Key_Down);
+        hands::keyClick(table, Qt::Key_Down);
     QCOMPARE(model.firstLine(), 1);
     auto* const bar = child<QScrollBar>(m_window.get(), "previewBar");
     QCOMPARE(bar->value(), 1);
@@ -676,8 +677,8 @@ void TestSafeImportWindow::whatIsTypedInFullIsChosen()
             if (inList)
                 box->showPopup();
             QWidget* const where = inList ? static_cast<QWidget*>(box->view()) : box;
-            QTest::keyClicks(where, typed);
-            QTest::keyClick(where, Qt::Key_Return);
+            hands::keyClicks(where, typed);
+            hands::keyClick(where, Qt::Key_Return);
             EVENTUALLY_EQUAL(box->currentText().section(u' ', 0, 0), chosen);
         }
     }
@@ -692,10 +693,10 @@ void TestSafeImportWindow::returnInABoxImportsNothing()
         auto* const box = child<QComboBox>(m_window.get(), name);
         const QString chosen = box->currentText();
         box->setFocus();
-        QTest::keyClicks(box, chosen.section(u' ', 0, 0));
+        hands::keyClicks(box, chosen.section(u' ', 0, 0));
         QCOMPARE(box->currentText(), chosen);
         waitForOutlook();
-        QTest::keyClick(box, Qt::Key_Return);
+        hands::keyClick(box, Qt::Key_Return);
         QVERIFY(button("import")->isEnabled()); // nothing runs
     }
     QVERIFY(readTree(store()).isEmpty());
@@ -758,7 +759,7 @@ void TestSafeImportWindow::cancelTakesEverythingBack()
         if (way == 0)
             click(button("close"));
         else if (way == 1)
-            QTest::keyClick(m_window.get(), Qt::Key_Escape);
+            hands::keyClick(m_window.get(), Qt::Key_Escape);
         else
             QVERIFY(!m_window->close());
         QVERIFY(m_window->isVisible());
@@ -871,7 +872,7 @@ void TestSafeImportWindow::whatBarsAnImportIsLookedAtAgain()
 void TestSafeImportWindow::aKeyLooksAgain()
 {
     openInto({path("new.csv")}, "NORD/MAIN/ALFA");
-    QTest::keyClick(m_window.get(), Qt::Key_F5);
+    hands::keyClick(m_window.get(), Qt::Key_F5);
     QVERIFY(!button("import")->isEnabled());
     waitForOutlook();
 }
@@ -886,7 +887,7 @@ void TestSafeImportWindow::aLockedSeriesIsSaid()
     // For whom it waits, and that can be ended.
     EVENTUALLY(textOf("message").contains(QStringLiteral("освободит серию NORD/MAIN/ALFA")));
     QVERIFY(child<QLabel>(m_window.get(), "message")->isVisible());
-    QTest::keyClick(m_window.get(), Qt::Key_Escape);
+    hands::keyClick(m_window.get(), Qt::Key_Escape);
     EVENTUALLY(textOf("message").contains(QStringLiteral("прерван")));
     waitForOutlook();
     click(button("import"));
@@ -946,16 +947,16 @@ void TestSafeImportWindow::theStripIsWalkedByKeys()
     openInto({path("new.csv")}, "NORD/MAIN/ALFA");
     auto* const strip = child<DayStrip>(m_window.get(), "days");
     strip->setFocus();
-    QTest::keyClick(strip, Qt::Key_Home);
+    hands::keyClick(strip, Qt::Key_Home);
     QCOMPARE(strip->currentDay(), 0);
-    QTest::keyClick(strip, Qt::Key_Right);
+    hands::keyClick(strip, Qt::Key_Right);
     QCOMPARE(strip->currentDay(), 1);
     QVERIFY(strip->accessibleDescription().contains(QStringLiteral("баров в файле: 8")));
     QCOMPARE(textOf("legend"), strip->accessibleDescription().toHtmlEscaped());
-    QTest::keyClick(strip, Qt::Key_End);
-    QTest::keyClick(strip, Qt::Key_Right);
+    hands::keyClick(strip, Qt::Key_End);
+    hands::keyClick(strip, Qt::Key_Right);
     QCOMPARE(strip->currentDay(), 2);
-    QTest::mouseClick(strip, Qt::LeftButton, {}, strip->placeOf(1).center());
+    hands::mouseClick(strip, Qt::LeftButton, {}, strip->placeOf(1).center());
     QCOMPARE(strip->currentDay(), 1);
 }
 

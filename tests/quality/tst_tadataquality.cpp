@@ -7,6 +7,7 @@
 #include "support/child.h"
 #include "support/eventually.h"
 #include "support/filetree.h"
+#include "support/hands.h"
 #include "support/loadedplugin.h"
 #include "support/markingtranslator.h"
 #include "support/strictlog.h"
@@ -295,7 +296,7 @@ void TestTADataQuality::showsEachWindowOnce()
     QCOMPARE(shown.size(), 1);
     QVERIFY(!shown.first()->isModal());
     QVERIFY(!shown.first()->testAttribute(Qt::WA_QuitOnClose));
-    QTest::keyClick(shown.first(), Qt::Key_Escape);
+    hands::keyClick(shown.first(), Qt::Key_Escape);
     EVENTUALLY(visibleWindows(window.constData()).isEmpty());
     LoadedPlugin::trigger(command);
     QCOMPARE(visibleWindows(window.constData()).size(), 1);
@@ -400,14 +401,14 @@ void TestTADataQuality::showsAPlaceInTheChart()
     QWidget* const window = openHealth();
     auto* const series = child<QTreeView>(window, "series");
     EVENTUALLY_EQUAL(series->model()->rowCount(), 2);
-    QTest::keyClick(series, Qt::Key_Down);
-    QTest::keyClick(series, Qt::Key_Return);
+    hands::keyClick(series, Qt::Key_Down);
+    hands::keyClick(series, Qt::Key_Return);
     QCOMPARE(charts.shown.size(), 1);
     QVERIFY(charts.shown.first().first == theSeries);
     QCOMPARE(charts.shown.first().second, testsupport::brokenDay);
     QVERIFY(child<QLabel>(window, "status")->text().isEmpty());
     charts.hasSeries = false;
-    QTest::keyClick(series, Qt::Key_Return);
+    hands::keyClick(series, Qt::Key_Return);
     QVERIFY(
         child<QLabel>(window, "status")->text().startsWith(QStringLiteral("График не показан")));
     plugin()->tini();

@@ -38,7 +38,7 @@ void ModalSteps::timerEvent(QTimerEvent* event)
 void ModalSteps::look()
 {
     const QPointer<QWidget> window = QApplication::activeModalWidget();
-    if (!window || !window->isVisible() || window == m_last)
+    if (!window || !window->isVisible() || window == m_last || m_busy.contains(window))
         return;
     // What a user types goes to the active window.
     if (!window->isActiveWindow()) {
@@ -54,7 +54,10 @@ void ModalSteps::look()
     }
     m_last = window;
     const Step step = m_steps.takeFirst();
+    // A step may wait for what it does, and meanwhile another's window opens and closes above it.
+    m_busy.append(window);
     step.act(window);
+    m_busy.removeLast();
     if (step.after == After::Closed && window && window->isVisible())
         complain(QStringLiteral("did not close"), window);
 }

@@ -73,6 +73,7 @@ private:
 
     QList<Step> m_steps;
     QPointer<QWidget> m_last; // the window of the step that was taken last
+    QList<QPointer<QWidget>> m_busy; // those in which a step is being taken
     QString m_complaint;
 };
 

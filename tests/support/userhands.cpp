@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "support/userhands.h"
 
+#include "support/hands.h"
+
 #include <QtCore/QMimeData>
 #include <QtCore/QUrl>
 #include <QtGui/QDropEvent>
@@ -30,7 +32,7 @@ void click(QAbstractButton* button)
     QVERIFY(button);
     QVERIFY2(button->isVisible(), qPrintable(button->text()));
     QVERIFY2(button->isEnabled(), qPrintable(button->text()));
-    QTest::mouseClick(button, Qt::LeftButton);
+    hands::mouseClick(button, Qt::LeftButton);
 }
 
 void choose(QComboBox* box, int index)
@@ -38,13 +40,16 @@ void choose(QComboBox* box, int index)
     QVERIFY(box);
     QVERIFY2(box->isVisible() && box->isEnabled(), qPrintable(box->objectName()));
     QVERIFY2(index >= 0 && index < box->count(), qPrintable(box->objectName()));
-    QTest::mouseClick(box, Qt::LeftButton);
+    // The header of a table scrolls to the box of a column that Tab reaches.
+    if (box->visibleRegion().boundingRect() != box->rect())
+        box->setFocus(Qt::TabFocusReason);
+    hands::mouseClick(box, Qt::LeftButton);
     QWidget* const list = box->view();
     QVERIFY2(list->isVisible(), qPrintable(box->objectName()));
-    QTest::keyClick(list, Qt::Key_Home);
+    hands::keyClick(list, Qt::Key_Home);
     for (int i = 0; i < index; ++i)
-        QTest::keyClick(list, Qt::Key_Down);
-    QTest::keyClick(list, Qt::Key_Return);
+        hands::keyClick(list, Qt::Key_Down);
+    hands::keyClick(list, Qt::Key_Return);
     QVERIFY2(!list->isVisible(), qPrintable(box->objectName()));
     QCOMPARE(box->currentIndex(), index);
     giveBackActivation(box);
@@ -66,8 +71,8 @@ void type(QLineEdit* edit, const QString& text)
     edit->setFocus();
     edit->selectAll();
     if (text.isEmpty())
-        QTest::keyClick(edit, Qt::Key_Delete);
-    QTest::keyClicks(edit, text);
+        hands::keyClick(edit, Qt::Key_Delete);
+    hands::keyClicks(edit, text);
     QCOMPARE(edit->text(), text);
 }
 
@@ -79,7 +84,7 @@ void typeDate(QDateEdit* edit, const QDate& date)
     // In whatever order they are shown: a day fits into its month when it comes last.
     const auto type = [edit, &date](QDateTimeEdit::Section section, const char* format) {
         edit->setSelectedSection(section);
-        QTest::keyClicks(edit, date.toString(QLatin1String(format)));
+        hands::keyClicks(edit, date.toString(QLatin1String(format)));
     };
     type(QDateTimeEdit::YearSection, "yyyy");
     type(QDateTimeEdit::MonthSection, "MM");
@@ -122,7 +127,7 @@ QList<QWidget*> tabOrder(QWidget* window)
             break;
         if (!stays)
             order.append(widget);
-        QTest::keyClick(widget, Qt::Key_Tab);
+        hands::keyClick(widget, Qt::Key_Tab);
     }
     return order;
 }

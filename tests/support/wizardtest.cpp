@@ -2,6 +2,7 @@
 #include "support/wizardtest.h"
 
 #include "support/filetree.h"
+#include "support/hands.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"
 
@@ -116,7 +117,7 @@ void WizardTest::keepsItsSize()
     else if (how == u"cancel")
         click(button(QWizard::CancelButton));
     else if (how == u"escape")
-        QTest::keyClick(m_wizard.get(), Qt::Key_Escape);
+        hands::keyClick(m_wizard.get(), Qt::Key_Escape);
     QVERIFY(!settingsOf(m_expected.settings).contains(sizeKey));
     m_wizard.reset();
     QCOMPARE(settingsOf(m_expected.settings).value(sizeKey).toSize(), size);

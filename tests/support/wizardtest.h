@@ -2,6 +2,7 @@
 #pragma once
 
 #include "support/child.h"
+#include "support/hands.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QLatin1String>
@@ -54,10 +55,10 @@ protected:
     }
     /// Where Tab goes from the widget that has the focus, by names.
     QStringList tabNames() const;
-    void type(Qt::Key key) const { QTest::keyClick(m_wizard->focusWidget(), key); }
+    void type(Qt::Key key) const { hands::keyClick(m_wizard->focusWidget(), key); }
     void type(const char* text) const
     {
-        QTest::keyClicks(m_wizard->focusWidget(), QLatin1String(text));
+        hands::keyClicks(m_wizard->focusWidget(), QLatin1String(text));
     }
     /// Chooses the series ORIENT, FX, GBPUSD on the first page by the keyboard alone, and goes on.
     void typeSeries() const;

@@ -113,16 +113,22 @@ XServerInput::XServerInput()
     m_server->display = XOpenDisplay(nullptr);
     int event = 0;
     int error = 0;
-    int major = 0;
+    int major = 2;
     int minor = 0;
     if (!m_server->display ||
+        !XQueryExtension(m_server->display, "XInputExtension", &m_server->inputExtension, &event,
+                         &error) ||
+        XIQueryVersion(m_server->display, &major, &minor) != Success ||
         !XTestQueryExtension(m_server->display, &event, &error, &major, &minor))
-        qFatal("The X server has no extension XTEST");
+        qFatal("The X server lacks XTEST or XInput 2");
+    int count = 0;
+    XIDeviceInfo* const devices = XIQueryDevice(m_server->display, XIAllMasterDevices, &count);
+    for (int i = 0; i < count; ++i) {
+        if (devices[i].use == XIMasterPointer)
+            m_server->pointer = devices[i].deviceid;
+    }
+    XIFreeDeviceInfo(devices);
     m_server->mark = XInternAtom(m_server->display, "_TADATA_TEST_MARK", False);
-    if (!XQueryExtension(m_server->display, "XInputExtension", &m_server->inputExtension, &event,
-                         &error))
-        qFatal("The X server has no input extension");
-    XIGetClientPointer(m_server->display, None, &m_server->pointer);
     QCoreApplication::instance()->installNativeEventFilter(this);
 }
 
@@ -267,12 +273,12 @@ bool XServerInput::nativeEventFilter(const QByteArray& type, void* message, qint
     const auto* const event = static_cast<const xcb_generic_event_t*>(message);
     switch (event->response_type & ~0x80) {
     case XCB_KEY_PRESS:
-    case XCB_BUTTON_PRESS:
         ++m_pressesSeen;
         break;
     case XCB_GE_GENERIC: {
-        const auto* const input = static_cast<const xcb_ge_generic_event_t*>(message);
-        if (input->extension == m_server->inputExtension && input->event_type == XCB_BUTTON_PRESS)
+        const auto* const input = static_cast<const xXIDeviceEvent*>(message);
+        if (input->extension == m_server->inputExtension && input->evtype == XI_ButtonPress &&
+            input->deviceid == m_server->pointer)
             ++m_pressesSeen;
         break;
     }

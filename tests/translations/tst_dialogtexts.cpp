@@ -14,6 +14,7 @@
 #include "support/commandwindows.h"
 #include "support/eventually.h"
 #include "support/filetree.h"
+#include "support/hands.h"
 #include "support/modalsteps.h"
 #include "support/strictlog.h"
 #include "support/terminal.h"
@@ -168,7 +169,7 @@ void TestDialogTexts::lookAndClose(ModalSteps& steps)
 {
     steps.on<QDialog>([this](QDialog* dialog) {
         look(dialog);
-        QTest::keyClick(dialog, Qt::Key_Escape);
+        hands::keyClick(dialog, Qt::Key_Escape);
     });
 }
 
@@ -191,7 +192,7 @@ void TestDialogTexts::chooseFile(ModalSteps& steps, const QString& path)
     steps.on<QFileDialog>([path](QFileDialog* dialog) {
         auto* const edit = child<QLineEdit>(dialog, "fileNameEdit");
         edit->setText(path);
-        QTest::keyClick(edit, Qt::Key_Return);
+        hands::keyClick(edit, Qt::Key_Return);
     });
 }
 
@@ -373,7 +374,7 @@ void TestDialogTexts::languageBox()
         m_faults += testsupport::foreignTexts(box, toRussian ? testsupport::Speech::Russian
                                                              : testsupport::Speech::English);
         m_faults += testsupport::cutTexts(box);
-        QTest::keyClick(box, Qt::Key_Escape);
+        hands::keyClick(box, Qt::Key_Escape);
     });
     run(steps, toRussian ? "Desk.Language.ru" : "Desk.Language.en");
     QVERIFY(m_terminal->window()->isVisible());
@@ -388,7 +389,7 @@ void TestDialogTexts::importWizard()
                                                           : testsupport::Speech::Russian);
         auto* const edit = child<QLineEdit>(dialog, "fileNameEdit");
         edit->setText(input(bars));
-        QTest::keyClick(edit, Qt::Key_Return);
+        hands::keyClick(edit, Qt::Key_Return);
     });
     steps.on<QWizard>([this](QWizard* wizard) {
         fillImport(wizard, true);
@@ -447,7 +448,7 @@ void TestDialogTexts::exportQuestion()
     ModalSteps steps;
     steps.during<QWizard>([this](QWizard* wizard) {
         fillExport(wizard, false);
-        QTest::keyClick(wizard, Qt::Key_Escape);
+        hands::keyClick(wizard, Qt::Key_Escape);
     });
     lookAndClose(steps);
     run(steps, "2_Export");
@@ -466,7 +467,7 @@ void TestDialogTexts::editor()
         }
         click(child<QPushButton>(dialog, "loadDataButton"));
         look(dialog);
-        QTest::keyClick(dialog, Qt::Key_Escape);
+        hands::keyClick(dialog, Qt::Key_Escape);
     });
     run(steps, "3_Edit");
 }
@@ -543,7 +544,7 @@ void TestDialogTexts::windowsOfTheDataQuality()
     look(*shown);
     m_faults += testsupport::sharedAccessKeys(*shown);
     QVERIFY2(m_faults.isEmpty(), qPrintable(m_faults.join(u'\n')));
-    QTest::keyClick(*shown, Qt::Key_Escape);
+    hands::keyClick(*shown, Qt::Key_Escape);
 }
 
 int main(int argc, char** argv)

@@ -14,6 +14,7 @@
 #include "support/child.h"
 #include "support/dayfiles.h"
 #include "support/filetree.h"
+#include "support/hands.h"
 #include "support/modalsteps.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"
@@ -407,9 +408,9 @@ void TestChartPage::saysWhenALongerTimeframeIsShown()
     QTRY_VERIFY2(note->text().startsWith(QStringLiteral("показаны свечи: ")),
                  qPrintable(note->text()));
     QCOMPARE(timeframeBox()->currentText(), QStringLiteral("1 мин"));
-    QTest::keyClick(view(), Qt::Key_End);
+    hands::keyClick(view(), Qt::Key_End);
     for (int i = 0; i < 30; ++i)
-        QTest::keyClick(view(), Qt::Key_Plus);
+        hands::keyClick(view(), Qt::Key_Plus);
     QCOMPARE(view()->shownTimeframe(), Timeframe::Minute);
     QCOMPARE(note->text(), QString());
 }
@@ -425,7 +426,7 @@ void TestChartPage::nightsAreSwitched()
     QVERIFY(view()->areNightsShown());
     QVERIFY(m_page->areNightsShown() && m_page->state().areNightsShown);
     button->setFocus();
-    QTest::keyClick(button, Qt::Key_Space);
+    hands::keyClick(button, Qt::Key_Space);
     QVERIFY(!view()->areNightsShown());
 }
 
@@ -468,12 +469,12 @@ void TestChartPage::readsOutTheBarOfTheKeyboard()
     start();
     QTRY_COMPARE(candles().size(), 20U);
     view()->setFocus();
-    QTest::keyClick(view(), Qt::Key_Left);
+    hands::keyClick(view(), Qt::Key_Left);
     QVERIFY(readout().startsWith(QStringLiteral("15.01.2024 10:")));
     const QString first = readout();
-    QTest::keyClick(view(), Qt::Key_Left);
+    hands::keyClick(view(), Qt::Key_Left);
     QVERIFY(!readout().isEmpty() && readout() != first);
-    QTest::keyClick(view(), Qt::Key_Escape);
+    hands::keyClick(view(), Qt::Key_Escape);
     QCOMPARE(readout(), QString());
 }
 
@@ -537,7 +538,7 @@ void TestChartPage::showsAllByTheButton()
     writeDays(3, 20);
     start();
     QTRY_VERIFY(areBarsThere());
-    QTest::keyClick(view(), Qt::Key_Plus);
+    hands::keyClick(view(), Qt::Key_Plus);
     testsupport::click(widget<QPushButton>("chartShowAll"));
     QTRY_COMPARE(candles().size(), 60U);
 }
@@ -552,11 +553,11 @@ void TestChartPage::theScrollBarMovesTheView()
     QVERIFY(bar->value() > bar->maximum() * 9 / 10);
     const double length = view()->range().length();
     bar->setFocus();
-    QTest::keyClick(bar, Qt::Key_Home);
+    hands::keyClick(bar, Qt::Key_Home);
     QVERIFY(qAbs(view()->range().begin - view()->reach().begin) < 1);
     QVERIFY(qAbs(view()->range().length() - length) < 1e-3);
     const double begin = view()->range().begin;
-    QTest::keyClick(bar, Qt::Key_PageDown);
+    hands::keyClick(bar, Qt::Key_PageDown);
     QVERIFY(qAbs(view()->range().begin - begin - length) < 1);
 }
 
@@ -568,9 +569,9 @@ void TestChartPage::theViewMovesTheScrollBar()
     const auto* const bar = widget<QScrollBar>("chartScrollBar");
     QTRY_VERIFY(bar->maximum() > 0);
     view()->setFocus();
-    QTest::keyClick(view(), Qt::Key_Home);
+    hands::keyClick(view(), Qt::Key_Home);
     QVERIFY(bar->value() < bar->maximum() / 10);
-    QTest::keyClick(view(), Qt::Key_End);
+    hands::keyClick(view(), Qt::Key_End);
     QVERIFY(bar->value() > bar->maximum() * 9 / 10);
 }
 
@@ -707,8 +708,8 @@ void TestChartPage::comesBackAsItWas()
     testsupport::choose(timeframeBox(), QStringLiteral("5 мин"));
     m_page->show(Study::MovingAverage, true);
     view()->setFocus();
-    QTest::keyClick(view(), Qt::Key_PageUp);
-    QTest::keyClick(view(), Qt::Key_Plus);
+    hands::keyClick(view(), Qt::Key_PageUp);
+    hands::keyClick(view(), Qt::Key_Plus);
     QTRY_VERIFY(areBarsThere());
     const ChartState before = m_page->state();
     QVERIFY(before.end > 0 && before.slotsInView > 0);
@@ -746,7 +747,7 @@ void TestChartPage::keepsItsPlaceWhenItIsHiddenAndShown()
     writeDays(10, 300);
     start();
     QTRY_VERIFY(areBarsThere());
-    QTest::keyClick(view(), Qt::Key_Home);
+    hands::keyClick(view(), Qt::Key_Home);
     QTRY_VERIFY(areBarsThere());
     const ChartState before = m_page->state();
     m_page->hide();
@@ -765,8 +766,8 @@ void TestChartPage::keepsItsPlaceWhileTheStoreIsAway()
     writeDays(10, 300);
     start();
     QTRY_VERIFY(areBarsThere());
-    QTest::keyClick(view(), Qt::Key_Home);
-    QTest::keyClick(view(), Qt::Key_Plus);
+    hands::keyClick(view(), Qt::Key_Home);
+    hands::keyClick(view(), Qt::Key_Plus);
     QTRY_VERIFY(areBarsThere());
     const ChartState before = m_page->state();
     const QString there = m_root->filePath(QStringLiteral("NORD"));
@@ -827,7 +828,7 @@ void TestChartPage::asksForMarks()
     QCoreApplication::processEvents();
     const auto count = source.asked.size();
     for (int i = 0; i < 20; ++i)
-        QTest::keyClick(view(), Qt::Key_Left);
+        hands::keyClick(view(), Qt::Key_Left);
     QCoreApplication::processEvents();
     QVERIFY2(source.asked.size() <= count + 1, qPrintable(QString::number(source.asked.size())));
     m_marks->remove(&source);
@@ -877,7 +878,7 @@ void TestChartPage::copiesTheBars()
     start();
     QTRY_COMPARE(candles().size(), 20U);
     view()->setFocus();
-    QTest::keyClick(view(), Qt::Key_C, Qt::ControlModifier);
+    hands::keyClick(view(), Qt::Key_C, Qt::ControlModifier);
     const QStringList lines = QGuiApplication::clipboard()->text().split(u'\n', Qt::SkipEmptyParts);
     QCOMPARE(lines.size(), 21); // with a heading
     QVERIFY2(lines.at(1).contains(u'\t'), qPrintable(lines.at(1)));
@@ -893,6 +894,7 @@ void TestChartPage::markManyDays()
     QCOMPARE(view()->shownTimeframe(), Timeframe::Day);
     QTRY_COMPARE(candles().size(), 40U);
     view()->setFocus();
+    // No event by the way: the days would be read that are shown meanwhile.
     for (int i = 0; i < 40; ++i)
         QTest::keyClick(view(), Qt::Key_Left, i == 0 ? Qt::NoModifier : Qt::ShiftModifier);
     for (int i = 0; i < 40; ++i)
@@ -907,6 +909,7 @@ void TestChartPage::copiesBarsThatWereNotRead()
     QSignalSpy told(m_page.get(), &ChartPage::told);
     QClipboard* const clipboard = QGuiApplication::clipboard();
     clipboard->setText(QStringLiteral("before"));
+    // No event by the way: the bars are read from one to the next.
     QTest::keyClick(view(), Qt::Key_C, Qt::ControlModifier);
     // Nothing in part: the clipboard waits for all, and the chart says what it is waiting for.
     QCOMPARE(clipboard->text(), QStringLiteral("before"));
@@ -930,6 +933,7 @@ void TestChartPage::copyingIsGivenUpByKey()
     QSignalSpy told(m_page.get(), &ChartPage::told);
     QClipboard* const clipboard = QGuiApplication::clipboard();
     clipboard->setText(QStringLiteral("before"));
+    // No event by the way: the bars would have been read by then.
     QTest::keyClick(view(), Qt::Key_C, Qt::ControlModifier);
     // First the mark and the crosshair go, as ever.
     for (int i = 0; i < 3; ++i)
@@ -937,7 +941,7 @@ void TestChartPage::copyingIsGivenUpByKey()
     QCOMPARE(told.last().front().toString(), QStringLiteral("Копирование баров отменено"));
     const auto count = told.count();
     QCOMPARE(note()->text(), QString());
-    QTest::keyClick(view(), Qt::Key_Escape);
+    hands::keyClick(view(), Qt::Key_Escape);
     QCoreApplication::processEvents();
     QCOMPARE(told.count(), count);
     QCOMPARE(clipboard->text(), QStringLiteral("before"));
@@ -955,7 +959,7 @@ void TestChartPage::asksBeforeDaysAreLeftOut()
     testsupport::ModalSteps steps;
     steps.on<QMessageBox>([](QMessageBox* box) {
         QVERIFY2(box->text().contains(QStringLiteral("16.01.2024")), qPrintable(box->text()));
-        QTest::keyClick(box, Qt::Key_Escape);
+        hands::keyClick(box, Qt::Key_Escape);
     });
     steps.on<QMessageBox>([clipboard](QMessageBox* box) {
         QCOMPARE(clipboard->text(), QStringLiteral("before"));
@@ -967,7 +971,7 @@ void TestChartPage::asksBeforeDaysAreLeftOut()
     // The day is looked at once more: it may be readable by now.
     for (int i = 0; i < 2; ++i) {
         QSignalSpy told(m_page.get(), &ChartPage::told);
-        QTest::keyClick(view(), Qt::Key_C, Qt::ControlModifier);
+        hands::keyClick(view(), Qt::Key_C, Qt::ControlModifier);
         QTRY_VERIFY(!told.isEmpty() &&
                     !told.back().front().toString().contains(QStringLiteral("Esc")));
     }
@@ -1023,9 +1027,9 @@ void TestChartPage::aClickLeavesTheKeysToTheChart()
     QTRY_VERIFY(areBarsThere());
     const auto keysAreTheCharts = [this] {
         QCOMPARE(QApplication::focusWidget(), view());
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Left);
+        hands::keyClick(QApplication::focusWidget(), Qt::Key_Left);
         QVERIFY(view()->pointed());
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+        hands::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
     };
     // Else a list that was opened just now would take the click for a second one.
     const int interval = QApplication::doubleClickInterval();
@@ -1035,13 +1039,13 @@ void TestChartPage::aClickLeavesTheKeysToTheChart()
     for (const bool hadKeys : {false, true}) {
         if (hadKeys)
             timeframeBox()->setFocus(Qt::TabFocusReason);
-        QTest::mouseClick(timeframeBox(), Qt::LeftButton);
+        hands::mouseClick(timeframeBox(), Qt::LeftButton);
         QAbstractItemView* const list = timeframeBox()->view();
         QTRY_VERIFY(list->isVisible());
         const QModelIndex row = list->model()->index(hadKeys ? 0 : 2, 0);
         const QPoint place = list->visualRect(row).center();
         testsupport::moveMouse(list->viewport(), place);
-        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
+        hands::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
         QTRY_VERIFY(!list->isVisible());
         m_page->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(m_page.get()));
@@ -1060,9 +1064,9 @@ void TestChartPage::theBoxIsDrivenByKeysToo()
     start();
     QTRY_VERIFY(areBarsThere());
     timeframeBox()->setFocus(Qt::TabFocusReason);
-    QTest::keyClick(timeframeBox(), Qt::Key_Down);
+    hands::keyClick(timeframeBox(), Qt::Key_Down);
     QCOMPARE(view()->timeframe(), Timeframe::Minutes5);
-    QTest::keyClick(timeframeBox(), Qt::Key_Down);
+    hands::keyClick(timeframeBox(), Qt::Key_Down);
     QCOMPARE(view()->timeframe(), Timeframe::Minutes10);
     QCOMPARE(QApplication::focusWidget(), timeframeBox());
 }

@@ -6,6 +6,7 @@
 #include "desk/chart/chartview.h"
 #include "desk/chart/movingaverage.h"
 #include "desk/chart/wallclock.h"
+#include "support/hands.h"
 #include "support/strictlog.h"
 
 #include <QtCore/QFile>
@@ -192,7 +193,7 @@ void TestChartView::wheel(QPoint place, QPoint angle, Qt::KeyboardModifiers modi
 void TestChartView::key(Qt::Key key, Qt::KeyboardModifiers modifiers, int count)
 {
     for (int i = 0; i < count; ++i)
-        QTest::keyClick(m_view.get(), key, modifiers);
+        hands::keyClick(m_view.get(), key, modifiers);
 }
 
 const PlacedCandle& TestChartView::candleAt(const QTime& time) const
@@ -318,13 +319,13 @@ void TestChartView::theMouseDragsTheTimes()
 {
     const SlotRange before = m_view->range();
     const double slot = m_view->chart().slotAt(middle().x());
-    QTest::mousePress(m_view.get(), Qt::LeftButton, {}, middle());
+    hands::mousePress(m_view.get(), Qt::LeftButton, {}, middle());
     moveMouse(m_view.get(), middle() + QPoint(60, 5), Qt::LeftButton);
     moveMouse(m_view.get(), middle() + QPoint(100, 5), Qt::LeftButton);
     // What was below the mouse still is.
     QVERIFY(isNear(m_view->chart().slotAt(middle().x() + 100), slot, 0.1));
     QVERIFY(isNear(m_view->range().length(), before.length()));
-    QTest::mouseRelease(m_view.get(), Qt::LeftButton, {}, middle() + QPoint(100, 5));
+    hands::mouseRelease(m_view.get(), Qt::LeftButton, {}, middle() + QPoint(100, 5));
     const SlotRange dragged = m_view->range();
     moveMouse(m_view.get(), middle());
     QCOMPARE(m_view->range(), dragged);
@@ -332,13 +333,13 @@ void TestChartView::theMouseDragsTheTimes()
 
 void TestChartView::readingDoesNotEndADrag()
 {
-    QTest::mousePress(m_view.get(), Qt::LeftButton, {}, middle());
+    hands::mousePress(m_view.get(), Qt::LeftButton, {}, middle());
     moveMouse(m_view.get(), middle() + QPoint(60, 0), Qt::LeftButton);
     m_view->updateSeries(makeSeries(10, 120));
     const double slot = m_view->chart().slotAt(middle().x() + 60);
     moveMouse(m_view.get(), middle() + QPoint(120, 0), Qt::LeftButton);
     QVERIFY(isNear(m_view->chart().slotAt(middle().x() + 120), slot, 0.1));
-    QTest::mouseRelease(m_view.get(), Qt::LeftButton, {}, middle());
+    hands::mouseRelease(m_view.get(), Qt::LeftButton, {}, middle());
 }
 
 void TestChartView::aRangeIsMarkedWithTheMouse()
@@ -349,32 +350,32 @@ void TestChartView::aRangeIsMarkedWithTheMouse()
     const QPoint to = middle() + QPoint(150, 0);
     const double first = std::floor(m_view->chart().slotAt(from.x()));
     const double last = std::floor(m_view->chart().slotAt(to.x()));
-    QTest::mousePress(m_view.get(), Qt::LeftButton, Qt::ShiftModifier, from);
+    hands::mousePress(m_view.get(), Qt::LeftButton, Qt::ShiftModifier, from);
     moveMouse(m_view.get(), to, Qt::LeftButton);
     QVERIFY(m_view->hasMark());
     QVERIFY(spy.count() > 0);
     const QImage marked = picture();
-    QTest::mouseRelease(m_view.get(), Qt::LeftButton, Qt::ShiftModifier, to);
+    hands::mouseRelease(m_view.get(), Qt::LeftButton, Qt::ShiftModifier, to);
     QVERIFY(!m_view->hasMark());
     QVERIFY(isNear(m_view->range(), {first, last + 1}));
     QVERIFY(marked != picture());
     m_view->goBack();
     QVERIFY(isNear(m_view->range(), {1000, 1080}));
     // A click with Shift that marks nothing leaves all as it is.
-    QTest::mouseClick(m_view.get(), Qt::LeftButton, Qt::ShiftModifier, from);
+    hands::mouseClick(m_view.get(), Qt::LeftButton, Qt::ShiftModifier, from);
     QVERIFY(isNear(m_view->range(), {1000, 1080}));
 }
 
 void TestChartView::escapeGivesUpAMark()
 {
     const SlotRange before = m_view->range();
-    QTest::mousePress(m_view.get(), Qt::LeftButton, Qt::ShiftModifier, middle());
+    hands::mousePress(m_view.get(), Qt::LeftButton, Qt::ShiftModifier, middle());
     moveMouse(m_view.get(), middle() + QPoint(100, 0), Qt::LeftButton);
     QVERIFY(m_view->hasMark());
     key(Qt::Key_Escape);
     QVERIFY(!m_view->hasMark());
     moveMouse(m_view.get(), middle() + QPoint(110, 0), Qt::LeftButton);
-    QTest::mouseRelease(m_view.get(), Qt::LeftButton, Qt::ShiftModifier, middle());
+    hands::mouseRelease(m_view.get(), Qt::LeftButton, Qt::ShiftModifier, middle());
     QCOMPARE(m_view->range(), before);
 }
 
@@ -599,7 +600,7 @@ void TestChartView::controlZeroAndADoubleClickShowEverything()
     QVERIFY(isAll());
     m_view->goBack();
     QVERIFY(!isAll());
-    QTest::mouseDClick(m_view.get(), Qt::LeftButton, {}, middle());
+    hands::mouseDClick(m_view.get(), Qt::LeftButton, {}, middle());
     QVERIFY(isAll());
 }
 
@@ -870,11 +871,11 @@ void TestChartView::aCrosshairThatMovesPaintsItsPlaceOnly()
 void TestChartView::aDragHidesTheCrosshair()
 {
     moveMouse(m_view.get(), middle());
-    QTest::mousePress(m_view.get(), Qt::LeftButton, {}, middle());
+    hands::mousePress(m_view.get(), Qt::LeftButton, {}, middle());
     QVERIFY(!m_view->pointed());
     moveMouse(m_view.get(), middle() + QPoint(10, 0), Qt::LeftButton);
     QVERIFY(!m_view->pointed());
-    QTest::mouseRelease(m_view.get(), Qt::LeftButton, {}, middle() + QPoint(10, 0));
+    hands::mouseRelease(m_view.get(), Qt::LeftButton, {}, middle() + QPoint(10, 0));
     QVERIFY(m_view->pointed());
 }
 
@@ -1065,8 +1066,8 @@ void TestChartView::anEmptySeriesTakesMouseAndKeys()
     QVERIFY(m_view->isEmpty());
     wheel(middle(), {0, 120});
     moveMouse(m_view.get(), middle());
-    QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, middle());
-    QTest::mouseDClick(m_view.get(), Qt::LeftButton, {}, middle());
+    hands::mouseClick(m_view.get(), Qt::LeftButton, {}, middle());
+    hands::mouseDClick(m_view.get(), Qt::LeftButton, {}, middle());
     for (const Qt::Key one : {Qt::Key_Left, Qt::Key_Plus, Qt::Key_Home, Qt::Key_End, Qt::Key_PageUp,
                               Qt::Key_Backspace, Qt::Key_Return})
         key(one);

@@ -6,6 +6,7 @@
 #include "support/child.h"
 #include "support/dayfiles.h"
 #include "support/filetree.h"
+#include "support/hands.h"
 #include "support/strictlog.h"
 #include "support/userhands.h"
 
@@ -199,7 +200,7 @@ void TestSeriesTree::looksForEveryWord()
         write(series);
     start();
     QTRY_COMPARE(seen().size(), 9);
-    QTest::keyClicks(line(), text);
+    hands::keyClicks(line(), text);
     QTEST(seen(), "found");
     // A tree without a row says why.
     const auto* const message = testsupport::child<QLabel>(m_tree.get(), "seriesMessage");
@@ -207,7 +208,7 @@ void TestSeriesTree::looksForEveryWord()
     QCOMPARE(view()->isVisible(), !seen().isEmpty());
     if (seen().isEmpty())
         QCOMPARE(message->text(), QStringLiteral("Нет такой серии"));
-    QTest::keyClick(line(), Qt::Key_Escape);
+    hands::keyClick(line(), Qt::Key_Escape);
     if (!text.isEmpty())
         QCOMPARE(seen().size(), 9);
 }
@@ -231,17 +232,17 @@ void TestSeriesTree::typingInTheTreeLooks()
     start();
     QTRY_COMPARE(seen().size(), 4);
     view()->setFocus();
-    QTest::keyClick(view(), 'v');
+    hands::keyClick(view(), 'v');
     QCOMPARE(QApplication::focusWidget(), line());
-    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("ega"));
+    hands::keyClicks(QApplication::focusWidget(), QStringLiteral("ega"));
     QCOMPARE(line()->text(), QStringLiteral("vega"));
     QCOMPARE(seen(), QStringList({"NORD", "MAIN", "VEGA"}));
     // Backspace goes on with the text too, and the other keys are the tree's.
     view()->setFocus();
-    QTest::keyClick(view(), Qt::Key_Backspace);
+    hands::keyClick(view(), Qt::Key_Backspace);
     QCOMPARE(line()->text(), QStringLiteral("veg"));
     view()->setFocus();
-    QTest::keyClick(view(), Qt::Key_Up);
+    hands::keyClick(view(), Qt::Key_Up);
     QCOMPARE(QApplication::focusWidget(), view());
 }
 
@@ -253,7 +254,7 @@ void TestSeriesTree::escapeEndsTheSearch()
     QTRY_COMPARE(seen().size(), 4);
     testsupport::type(line(), QStringLiteral("vega"));
     QCOMPARE(seen().size(), 3);
-    QTest::keyClick(line(), Qt::Key_Escape);
+    hands::keyClick(line(), Qt::Key_Escape);
     QCOMPARE(line()->text(), QString());
     QCOMPARE(seen().size(), 4);
 }
@@ -265,10 +266,10 @@ void TestSeriesTree::returnOpensTheFirstThatIsFound()
     start();
     QTRY_COMPARE(seen().size(), 7);
     testsupport::type(line(), QStringLiteral("ve"));
-    QTest::keyClick(line(), Qt::Key_Return);
+    hands::keyClick(line(), Qt::Key_Return);
     QCOMPARE(opened(), QStringList{"NORD/MAIN/VEGA"});
     testsupport::type(line(), QStringLiteral("xyz"));
-    QTest::keyClick(line(), Qt::Key_Return);
+    hands::keyClick(line(), Qt::Key_Return);
     QCOMPARE(opened().size(), 1);
 }
 
@@ -280,6 +281,7 @@ void TestSeriesTree::returnBeforeTheStoreIsListedOpensThen()
     m_opened = std::make_unique<QSignalSpy>(m_tree.get(), &SeriesTree::opened);
     m_tree->show();
     QCOMPARE(view()->model()->rowCount(), 0);
+    // Keys of the X server's would come when the store has been listed.
     QTest::keyClicks(line(), QStringLiteral("veg"));
     QTest::keyClick(line(), Qt::Key_Return);
     QCOMPARE(opened(), QStringList());
@@ -295,10 +297,10 @@ void TestSeriesTree::escapeLeavesTheTree()
     write("NORD/MAIN/ALFA");
     start();
     QSignalSpy left(m_tree.get(), &SeriesTree::left);
-    QTest::keyClicks(line(), QStringLiteral("a"));
-    QTest::keyClick(line(), Qt::Key_Escape);
+    hands::keyClicks(line(), QStringLiteral("a"));
+    hands::keyClick(line(), Qt::Key_Escape);
     QCOMPARE(left.count(), 0);
-    QTest::keyClick(line(), Qt::Key_Escape);
+    hands::keyClick(line(), Qt::Key_Escape);
     QCOMPARE(left.count(), 1);
 }
 
@@ -309,11 +311,11 @@ void TestSeriesTree::arrowsAndReturnOpen()
     start();
     QTRY_COMPARE(seen().size(), 4);
     line()->setFocus();
-    QTest::keyClick(line(), Qt::Key_Down);
+    hands::keyClick(line(), Qt::Key_Down);
     QCOMPARE(QApplication::focusWidget(), view());
     QCOMPARE(view()->currentIndex().data().toString(), QStringLiteral("ALFA"));
-    QTest::keyClick(view(), Qt::Key_Down);
-    QTest::keyClick(view(), Qt::Key_Return);
+    hands::keyClick(view(), Qt::Key_Down);
+    hands::keyClick(view(), Qt::Key_Return);
     QCOMPARE(opened(), QStringList{"NORD/MAIN/VEGA"});
 }
 
@@ -327,20 +329,20 @@ void TestSeriesTree::downGoesToTheSeriesThatIsFound()
     for (const char* above : {"NORD", "MAIN"}) {
         view()->setCurrentIndex(row(QLatin1String(above)));
         line()->setFocus();
-        QTest::keyClick(line(), Qt::Key_Down);
+        hands::keyClick(line(), Qt::Key_Down);
         QCOMPARE(QApplication::focusWidget(), view());
         QCOMPARE(view()->currentIndex().data().toString(), QStringLiteral("VEGA"));
     }
-    QTest::keyClick(view(), Qt::Key_Return);
+    hands::keyClick(view(), Qt::Key_Return);
     QCOMPARE(opened(), QStringList{"NORD/MAIN/VEGA"});
     // The series to which the user has gone stays.
     view()->setCurrentIndex(row(QStringLiteral("VEGB")));
     line()->setFocus();
-    QTest::keyClick(line(), Qt::Key_Down);
+    hands::keyClick(line(), Qt::Key_Down);
     QCOMPARE(view()->currentIndex().data().toString(), QStringLiteral("VEGB"));
     // Where nothing is found the keys stay in the line.
     testsupport::type(line(), QStringLiteral("xyz"));
-    QTest::keyClick(line(), Qt::Key_Down);
+    hands::keyClick(line(), Qt::Key_Down);
     QCOMPARE(QApplication::focusWidget(), line());
 }
 
@@ -350,9 +352,9 @@ void TestSeriesTree::aDoubleClickOpens()
     start();
     QTRY_COMPARE(seen().size(), 3);
     const QPoint place = view()->visualRect(row(QStringLiteral("ALFA"))).center();
-    QTest::mouseClick(view()->viewport(), Qt::LeftButton, {}, place);
+    hands::mouseClick(view()->viewport(), Qt::LeftButton, {}, place);
     QCOMPARE(opened(), QStringList());
-    QTest::mouseDClick(view()->viewport(), Qt::LeftButton, {}, place);
+    hands::mouseDClick(view()->viewport(), Qt::LeftButton, {}, place);
     QCOMPARE(opened(), QStringList{"NORD/MAIN/ALFA"});
 }
 
@@ -363,7 +365,7 @@ void TestSeriesTree::aVenueIsNotOpened()
     QTRY_COMPARE(seen().size(), 3);
     for (const char* code : {"NORD", "MAIN"}) {
         view()->setCurrentIndex(row(QLatin1String(code)));
-        QTest::keyClick(view(), Qt::Key_Return);
+        hands::keyClick(view(), Qt::Key_Return);
     }
     QCOMPARE(opened(), QStringList());
 }

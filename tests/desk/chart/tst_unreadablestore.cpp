@@ -10,6 +10,7 @@
 #include "support/child.h"
 #include "support/dayfiles.h"
 #include "support/filetree.h"
+#include "support/hands.h"
 #include "support/modalsteps.h"
 #include "support/otheruser.h"
 #include "support/strictlog.h"
@@ -323,7 +324,7 @@ void TestUnreadableStore::aDayThatLosesItsFileIsToldByKeyToo()
     const auto* const button = testsupport::child<QPushButton>(m_page.get(), "chartReadAgain");
     QVERIFY(button->isVisible());
     QVERIFY(QFile::setPermissions(path(day), QFile::ReadOwner));
-    QTest::keyClick(&m_page->view(), Qt::Key_F5);
+    hands::keyClick(&m_page->view(), Qt::Key_F5);
     TRY_COMPARE(problem(), QString());
     QVERIFY(!button->isVisible());
 }
