@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# Fails when a file is not formatted, or when an include goes against the arrows and a compiler would
-# not say so.
+# Fails when a file is not formatted, when an include goes against the arrows and a compiler would
+# not say so, or when a test posts mouse and keys itself.
 #
 #   scripts/check-style.sh            the above: seconds
 #   scripts/check-style.sh changed [COMMIT]
@@ -84,6 +84,13 @@ mapfile -t windowless < <(printf '%s\n' "${sources[@]}" |
 gui_headers=$(basename -s .cpp host/lib/gui/*.cpp | paste -sd '|')
 may_not_include "vexdesk/($gui_headers)\.h" "${windowless[@]}" host/desk/chart src/jobs
 may_not_include 'Qt(Gui|Svg|Widgets)/' "${windowless[@]}" "${chart_data[@]}"
+
+# Qt Test's mouse and keys reach what no user can. Who wants them says why in the lines above.
+posted=$(printf '%s\n' "${sources[@]}" | grep '^tests/' | grep -v '^tests/support/hands\.cpp$' |
+    xargs awk 'FNR == 1 { said = -9 } /^ *\/\// { said = FNR }
+        /QTest::(mouse|key)[A-Z]/ && FNR - said > 4 { print FILENAME ":" FNR }')
+[ -z "$posted" ] || complain "Mouse and keys that are not those of support/hands.h, and no comment why:
+$posted"
 
 # The last commit that is six hours older than the newest. Nothing in a clone that does not go back so far.
 commit_before_push()

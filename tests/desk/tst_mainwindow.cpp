@@ -418,6 +418,7 @@ void TestMainWindow::thePluginsCommandsWork()
         {QStringLiteral("Тех. &анализ"), QStringLiteral("&История"), QStringLiteral("&Правка...")});
     QTRY_COMPARE(desktest::calls(), QStringList{"GOOD.Edit"});
     desktest::takeCalls();
+    rows().constFirst()->setFocus(); // the field for the search writes letters
     hands::keyClick(m_window.get(), Qt::Key_I, Qt::ShiftModifier);
     QCOMPARE(desktest::takeCalls(), QStringList{"GOOD.Import"});
     hands::mouseClick(rows().constLast(), Qt::LeftButton);
@@ -442,6 +443,7 @@ void TestMainWindow::anErrorInAPluginIsShownAndTheWindowGoesOn()
     load({QStringLiteral("good")});
     show();
     const desktest::MessageBoxes boxes;
+    rows().constFirst()->setFocus(); // the field for the search writes letters
     hands::keyClick(m_window.get(), Qt::Key_X, Qt::ShiftModifier);
     QTRY_COMPARE(boxes.texts(), QStringList{QStringLiteral("Экспорт невозможен")});
     QTRY_VERIFY(!QApplication::activeModalWidget());

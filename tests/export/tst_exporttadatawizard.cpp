@@ -437,7 +437,8 @@ void TestExportTADataWizard::aNextThatIsDisabledIsLeftAlone()
     QVERIFY(!wizard()->eventFilter(next, &shortcut));
     ModalSteps steps; // complains of every window
     hands::mouseClick(next, Qt::LeftButton);
-    // Whoever has the focus is given the keys; a button that is disabled has it in no window system.
+    // Whoever has the focus is given the keys; a button that is disabled has it in no window
+    // system.
     QTest::keyClick(next, Qt::Key_Space);
     QTest::keyClick(next, Qt::Key_Return);
     QCoreApplication::processEvents();

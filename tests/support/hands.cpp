@@ -22,19 +22,13 @@ ServerHands* server()
 #endif
 }
 
-// Qt Test means the middle by no place.
-QPoint placeIn(const QWidget* widget, QPoint place)
-{
-    return place.isNull() ? widget->rect().center() : place;
-}
-
 } // namespace
 
 void mouseClick(QWidget* widget, Qt::MouseButton button, Qt::KeyboardModifiers modifiers,
                 QPoint place)
 {
     if (ServerHands* const hands = server())
-        hands->press(widget, Press::Once, button, modifiers, placeIn(widget, place));
+        hands->press(widget, Press::Once, button, modifiers, place);
     else
         QTest::mouseClick(widget, button, modifiers, place);
 }
@@ -43,7 +37,7 @@ void mouseDClick(QWidget* widget, Qt::MouseButton button, Qt::KeyboardModifiers 
                  QPoint place)
 {
     if (ServerHands* const hands = server())
-        hands->press(widget, Press::Twice, button, modifiers, placeIn(widget, place));
+        hands->press(widget, Press::Twice, button, modifiers, place);
     else
         QTest::mouseDClick(widget, button, modifiers, place);
 }
@@ -52,7 +46,7 @@ void mousePress(QWidget* widget, Qt::MouseButton button, Qt::KeyboardModifiers m
                 QPoint place)
 {
     if (ServerHands* const hands = server())
-        hands->press(widget, Press::Held, button, modifiers, placeIn(widget, place));
+        hands->press(widget, Press::Held, button, modifiers, place);
     else
         QTest::mousePress(widget, button, modifiers, place);
 }
@@ -61,7 +55,7 @@ void mouseRelease(QWidget* widget, Qt::MouseButton button, Qt::KeyboardModifiers
                   QPoint place)
 {
     if (ServerHands* const hands = server())
-        hands->release(widget, button, modifiers, placeIn(widget, place));
+        hands->release(widget, button, modifiers, place);
     else
         QTest::mouseRelease(widget, button, modifiers, place);
 }
@@ -69,7 +63,7 @@ void mouseRelease(QWidget* widget, Qt::MouseButton button, Qt::KeyboardModifiers
 void mouseMove(QWidget* widget, QPoint place)
 {
     if (ServerHands* const hands = server())
-        hands->move(widget, placeIn(widget, place));
+        hands->move(widget, place);
     else
         QTest::mouseMove(widget, place);
 }

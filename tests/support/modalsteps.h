@@ -72,7 +72,7 @@ private:
     void complain(const QString& what, QWidget* window);
 
     QList<Step> m_steps;
-    QPointer<QWidget> m_last; // the window of the step that was taken last
+    QPointer<QWidget> m_last;        // the window of the step that was taken last
     QList<QPointer<QWidget>> m_busy; // those in which a step is being taken
     QString m_complaint;
 };

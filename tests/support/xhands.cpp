@@ -28,6 +28,19 @@ QString says(const QWidget* widget, const char* what)
     return nameOf(widget) + u' ' + QLatin1String(what);
 }
 
+// As Qt Test does: no place is the middle, wherever that is by then.
+QPoint placeIn(const QWidget* widget, QPoint place)
+{
+    return place.isNull() ? widget->rect().center() : place;
+}
+
+bool isOnTop(const QWidget* widget, QPoint place)
+{
+    const QWidget* const there =
+        QApplication::widgetAt(widget->mapToGlobal(placeIn(widget, place)));
+    return there == widget || widget->isAncestorOf(there);
+}
+
 // Whether a dialog keeps the user from it.
 bool isBlocked(const QWidget* window)
 {
@@ -73,10 +86,11 @@ private:
 
     // What keeps a user from it; null when nothing does.
     QString obstacleTo(QWidget* window) const;
+    // The mouse goes there.
     QString obstacleTo(QWidget* widget, QPoint place) const;
+    QString obstacleToPress(QWidget* widget, QPoint place);
     QString obstacleToKeys(QWidget* widget) const;
 
-    bool part(const QWidget* widget, QPoint place);
     void type(QWidget* widget, std::optional<XServerInput::Stroke> stroke,
               Qt::KeyboardModifiers modifiers);
 
@@ -114,34 +128,34 @@ std::optional<QPoint> XHands::placeOnScreen(const QWidget* widget, QPoint place)
 {
     const QWidget* const window = widget->window();
     const std::optional<QPoint> origin = m_input.placeOf(window->effectiveWinId());
+    const QPoint inWindow = widget->mapTo(window, placeIn(widget, place));
     const qreal ratio = window->devicePixelRatioF();
     if (!origin || *origin != (QPointF(window->mapToGlobal(QPoint())) * ratio).toPoint())
         return std::nullopt;
-    return *origin + (QPointF(widget->mapTo(window, place)) * ratio).toPoint();
+    return *origin + (QPointF(inWindow) * ratio).toPoint();
 }
 
 QString XHands::obstacleTo(QWidget* widget, QPoint place) const
 {
     if (const QString obstacle = obstacleTo(widget->window()); !obstacle.isNull())
         return obstacle;
-    // A window that has just been shown is still being laid out.
-    const auto rests = [&] {
-        const std::optional<QPoint> before = placeOnScreen(widget, place);
-        return m_input.arrived() && before && placeOnScreen(widget, place) == before;
+    const auto isReached = [&] {
+        const std::optional<QPoint> where = placeOnScreen(widget, place);
+        if (!where || !isOnTop(widget, place))
+            return false;
+        m_input.moveTo(*where);
+        // What has just been shown is still being laid out.
+        return m_input.arrived() && placeOnScreen(widget, place) == where && isOnTop(widget, place);
     };
-    if (!QTest::qWaitFor(rests, patience))
-        return says(widget->window(), "does not come to rest");
-    const auto there = [&] { return QApplication::widgetAt(widget->mapToGlobal(place)); };
-    const auto onTop = [&] { return there() == widget || widget->isAncestorOf(there()); };
-    if (!onTop())
-        widget->window()->raise();
-    if (QTest::qWaitFor(onTop, patience))
+    if (isReached())
         return {};
-    return QStringLiteral("%1 is not what is shown at %2, %3 of it, but %4")
-        .arg(nameOf(widget))
-        .arg(place.x())
-        .arg(place.y())
-        .arg(there() ? nameOf(there()) : QStringLiteral("nothing"));
+    widget->window()->raise();
+    if (QTest::qWaitFor(isReached, patience))
+        return {};
+    const QWidget* const there =
+        QApplication::widgetAt(widget->mapToGlobal(placeIn(widget, place)));
+    return QStringLiteral("%1 does not come to lie below the mouse, but %2")
+        .arg(nameOf(widget), there ? nameOf(there) : QStringLiteral("nothing"));
 }
 
 QString XHands::obstacleToKeys(QWidget* widget) const
@@ -163,28 +177,27 @@ QString XHands::obstacleToKeys(QWidget* widget) const
     return widget->hasFocus() ? QString() : says(widget, "cannot have the focus");
 }
 
-// Two clicks are no double click when the mouse has been elsewhere in between.
-bool XHands::part(const QWidget* widget, QPoint place)
+QString XHands::obstacleToPress(QWidget* widget, QPoint place)
 {
+    const QString obstacle = obstacleTo(widget, place);
+    const QPoint where = placeOnScreen(widget, place).value_or(QPoint());
     const int distance = 4 * QGuiApplication::styleHints()->mouseDoubleClickDistance();
-    if ((place - m_pressedAt).manhattanLength() >= distance)
-        return true;
+    if (!obstacle.isNull() || (where - m_pressedAt).manhattanLength() >= distance)
+        return obstacle;
+    // Two clicks are no double click when the mouse has been elsewhere in between.
     const int middle = widget->window()->frameGeometry().center().x();
-    m_input.moveTo(place + QPoint(place.x() < middle ? distance : -distance, 0));
-    return m_input.arrived();
+    m_input.moveTo(where + QPoint(where.x() < middle ? distance : -distance, 0));
+    return m_input.arrived() ? obstacleTo(widget, place) : says(widget, "is left by no mouse");
 }
 
 void XHands::press(QWidget* widget, Press how, Qt::MouseButton button,
                    Qt::KeyboardModifiers modifiers, QPoint place)
 {
-    const QString obstacle = obstacleTo(widget, place);
+    const QString obstacle = obstacleToPress(widget, place);
     QVERIFY2(obstacle.isNull(), qPrintable(obstacle));
-    const QPoint where = placeOnScreen(widget, place).value_or(QPoint());
-    QVERIFY2(part(widget, where), qPrintable(nameOf(widget)));
     const QString name = nameOf(widget); // it may be gone afterwards
-    m_pressedAt = where;
+    m_pressedAt = placeOnScreen(widget, place).value_or(QPoint());
     m_input.hold(modifiers);
-    m_input.moveTo(where);
     for (int presses = how == Press::Twice ? 2 : 1; presses > 0; --presses) {
         m_input.press(button);
         if (how != Press::Held)
@@ -213,7 +226,9 @@ void XHands::move(QWidget* widget, QPoint place)
     if (QGuiApplication::mouseButtons() == Qt::NoButton) {
         const QString obstacle = obstacleTo(widget, place);
         QVERIFY2(obstacle.isNull(), qPrintable(obstacle));
+        return;
     }
+    // What is dragged may be anywhere.
     const std::optional<QPoint> where = placeOnScreen(widget, place);
     QVERIFY2(where, qPrintable(nameOf(widget)));
     m_input.moveTo(*where);
