@@ -134,6 +134,7 @@ private:
     void openInto(const QStringList& files, const char* series);
     void waitForOutlook() const;
     void import();
+    void showAgain();
     QString textOf(const char* name) const { return child<QLabel>(m_window.get(), name)->text(); }
     QPushButton* button(const char* name) const { return child<QPushButton>(m_window.get(), name); }
     PreviewView* preview() const { return child<PreviewView>(m_window.get()); }
@@ -364,6 +365,15 @@ void TestSafeImportWindow::modesAndBadLinesAreChosen()
     EVENTUALLY(textOf("sentences").contains(QStringLiteral("без изменений: 1")));
 }
 
+void TestSafeImportWindow::showAgain()
+{
+    m_window->hide();
+    // An X server tells of it later, and whoever is shown before is not known to be active.
+    EVENTUALLY(!QGuiApplication::focusWindow());
+    m_window->show();
+    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+}
+
 void TestSafeImportWindow::aProfileFillsIn()
 {
     QVERIFY(tadata::saveProfile(QStringLiteral("broker"),
@@ -371,10 +381,7 @@ void TestSafeImportWindow::aProfileFillsIn()
                                  {QStringLiteral("mode"), QStringLiteral("fill")},
                                  {QStringLiteral("skip-bad"), QStringLiteral("true")},
                                  {QStringLiteral("decimals"), QStringLiteral("2")}}));
-    m_window->hide();
-    EVENTUALLY(!QGuiApplication::focusWindow()); // a server tells of it later
-    m_window->show();
-    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    showAgain();
     open({path("new.csv")});
     choose(child<QComboBox>(m_window.get(), "profile"), QStringLiteral("broker"));
     waitForOutlook();
@@ -383,8 +390,7 @@ void TestSafeImportWindow::aProfileFillsIn()
     QVERIFY(textOf("message").contains(QStringLiteral("decimals")));
     QVERIFY(tadata::saveProfile(QStringLiteral("other"),
                                 {{QStringLiteral("separator"), QStringLiteral("comma")}}));
-    m_window->hide();
-    m_window->show();
+    showAgain();
     for (const int profile : {2, 0}) {
         // What the first one said is not said by another, nor by none.
         choose(child<QComboBox>(m_window.get(), "profile"), profile);

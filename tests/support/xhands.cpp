@@ -3,6 +3,7 @@
 #include "support/serverhands.h"
 #include "support/xserverinput.h"
 
+#include <QtGui/QCursor>
 #include <QtGui/QStyleHints>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
@@ -223,6 +224,11 @@ void XHands::release(QWidget* widget, Qt::MouseButton button, Qt::KeyboardModifi
 
 void XHands::move(QWidget* widget, QPoint place)
 {
+    // A mouse that is there already has to come from beside it.
+    if (const auto there = placeOnScreen(widget, place); there && *there == QCursor::pos()) {
+        m_input.moveTo(*there + QPoint(1, 0));
+        QVERIFY(m_input.arrived());
+    }
     if (QGuiApplication::mouseButtons() == Qt::NoButton) {
         const QString obstacle = obstacleTo(widget, place);
         QVERIFY2(obstacle.isNull(), qPrintable(obstacle));

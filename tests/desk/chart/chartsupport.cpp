@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "chartsupport.h"
 
+#include "support/hands.h"
+
 #include <QtGui/QMouseEvent>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QWidget>
@@ -14,6 +16,12 @@ QPoint placeOf(const vexdesk::ChartLayout& chart, const vexdesk::PlacedCandle& c
 
 void moveMouse(QWidget* widget, const QPoint& place, Qt::MouseButtons buttons)
 {
+    if (QGuiApplication::platformName() == QLatin1String("xcb")) {
+        hands::mouseMove(widget, place);
+        return;
+    }
+    // Qt Test would move the cursor, of which the offscreen platform tells nobody before the next
+    // event.
     QMouseEvent event(QEvent::MouseMove, place, widget->mapToGlobal(QPointF(place)), Qt::NoButton,
                       buttons, Qt::NoModifier);
     QApplication::sendEvent(widget, &event);
