@@ -369,7 +369,8 @@ void TestSafeImportWindow::showAgain()
 {
     m_window->hide();
     // An X server tells of it later, and whoever is shown before is not known to be active.
-    EVENTUALLY(!QGuiApplication::focusWindow());
+    if (QGuiApplication::platformName() == QLatin1String("xcb"))
+        EVENTUALLY(!QGuiApplication::focusWindow());
     m_window->show();
     QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
 }
@@ -590,7 +591,9 @@ void TestSafeImportWindow::recentFilesAreOffered()
 
 void TestSafeImportWindow::filesAreChosenInADialog()
 {
-    click(button("open"));
+    // No event by the way: with some, the dialog does not always take a file that is chosen by its
+    // name.
+    QTest::mouseClick(button("open"), Qt::LeftButton);
     auto* const dialog = child<QFileDialog>(m_window.get());
     QVERIFY(dialog->isVisible());
     dialog->selectFile(path("new.csv"));
