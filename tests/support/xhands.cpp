@@ -117,11 +117,13 @@ QString XHands::obstacleTo(QWidget* window) const
         return {};
     // The window manager may have thought of another one meanwhile.
     constexpr int asksAgain = 1000;
-    for (int waited = 0; !isActive(window) && waited < patience; waited += asksAgain) {
+    for (int waited = 0; waited < patience; waited += asksAgain) {
+        if (QTest::qWaitFor([this, window] { return isActive(window); },
+                            waited > 0 ? asksAgain : 0))
+            return {};
         window->activateWindow();
-        (void)QTest::qWaitFor([this, window] { return isActive(window); }, asksAgain);
     }
-    return isActive(window) ? QString() : says(window, "does not become the active window");
+    return says(window, "does not become the active window");
 }
 
 // Nothing while the application believes that the window is where the server does not show it.
