@@ -15,7 +15,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstring>
 #include <functional>
 #include <memory>
 
@@ -479,7 +478,7 @@ void TestRestorePoint::whatCannotBeReadIsNotTakenForAnotherContent()
     const QString message = whyNot();
     QVERIFY2(message.contains(id) && message.contains(pathEnd.section(u'/', -1)),
              qPrintable(message));
-    QVERIFY2(message.contains(QString::fromLatin1(strerror(EIO))), qPrintable(message));
+    QVERIFY2(message.contains(qt_error_string(EIO)), qPrintable(message));
     QCOMPARE(stored(), before);
     const QString undone = putBack(id);
     QCOMPARE(undone, ids().first());
