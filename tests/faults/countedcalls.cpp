@@ -3,10 +3,9 @@
 // something happen at one of them. A program under test is started with it in LD_PRELOAD:
 //   TADATA_TEST_BELOW=DIRECTORY  by its canonical path; calls on other files do not count
 //   TADATA_TEST_COUNTED=changing only the calls that change something on a disk count
-//   TADATA_TEST_CALLS=FILE       the calls that there were, a line each: "NAME PATH", of a rename
-//   and
-//                                a link "NAME PATH FROM"; with "!" before the name where something
-//                                happened to it. Written when the program ends by itself
+//   TADATA_TEST_CALLS=FILE       the calls that there were, a line each: "NAME PATH", of renames
+//                                and links "NAME PATH FROM"; "!" stands before the name where
+//                                something happened. Written when the program ends by itself
 //   TADATA_TEST_ORDER=N DEED E   what happens at the N-th call (see Deed), with this number
 // What is done by a file's descriptor counts where the file was opened below the directory.
 
