@@ -239,8 +239,9 @@ ExitCode runHealth(const CommandLine& line)
     for (const QString& directory : store.unlisted())
         printError(Text::tr("Невозможно прочитать каталог %1: того, что в нём, в отчёте нет")
                        .arg(escaped(directory)));
-    for (const QString& link : store.lostLinks()) {
-        if (!store.notStored().isEmpty())
+    // A series that is asked for may lie behind one; of the others the report tells.
+    if (!store.notStored().isEmpty()) {
+        for (const QString& link : store.lostLinks())
             printError(vexdesk::lostLink(escaped(link)).message);
     }
     for (const QString& name : store.notStored())

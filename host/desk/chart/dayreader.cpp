@@ -8,11 +8,11 @@
 #include <vexdesk/history/dayfilelines.h>
 #include <vexdesk/history/dayfilenames.h>
 #include <vexdesk/history/filestate.h>
+#include <vexdesk/history/links.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDateTime>
 #include <QtCore/QFile>
-#include <QtCore/QFileInfo>
 
 #include <algorithm>
 #include <filesystem>
@@ -48,7 +48,7 @@ std::shared_ptr<const DaySummary> shared(const DaySummary& summary)
 // A link that leads nowhere is not nothing: the day was stored once.
 bool isNothing(const QString& path)
 {
-    return isMissing(path) && !QFileInfo(path).isSymLink();
+    return isMissing(path) && !isLostLink(path);
 }
 
 Failure whyNotOpened(const QString& path)

@@ -443,8 +443,6 @@ Outcome putBack(const QString& copy, const QString& path, CopyUse use)
         ::open(QFile::encodeName(copy).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     if (!from.isOpen())
         return notPutBack(path, Step::failed().reason());
-    if (const Outcome made = mayBeMade(path); !made)
-        return notPutBack(path, made.message());
     const std::optional<QString> behind = behindLinks(path);
     if (!behind)
         return notPutBack(path, Step::failed().reason());
@@ -455,6 +453,8 @@ Outcome putBack(const QString& copy, const QString& path, CopyUse use)
         return notPutBack(path, Text::tr("на его месте не обычный файл"));
     if (kind == PathKind::Unknown)
         return notPutBack(path, Step::failed().reason());
+    if (const Outcome made = kind == PathKind::Missing ? mayBeMade(path) : Outcome(); !made)
+        return notPutBack(path, made.message());
     if (const QString directory = QFileInfo(target).path(); !makeDirectory(directory))
         return notPutBack(path, Text::tr("невозможно создать каталог %1").arg(directory));
     const Descriptor old(::open(name.constData(), O_PATH | O_CLOEXEC));
