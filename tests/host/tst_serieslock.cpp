@@ -9,6 +9,7 @@
 #include <QtCore/QCryptographicHash>
 #include <QtCore/QFileInfo>
 #include <QtCore/QLockFile>
+#include <QtCore/QRegularExpression>
 #include <QtCore/QScopeGuard>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
@@ -54,6 +55,7 @@ private Q_SLOTS:
     void aLockThatCannotBeLookedAtMayBeOne();
     void aLockOfADeadProcessDoesNotLast();
     void anUnfinishedLockDoesNotLast();
+    void usersWithPlacesOfTheirOwnSeeEachOther();
     void leftoversOfDeadProcessesGo();
     void aJobWithoutPointsKeepsNothing();
     void aPointThatTheJobNeedsGoesAtItsEnd();
@@ -198,6 +200,33 @@ void TestSeriesLock::anUnfinishedLockDoesNotLast()
     QCOMPARE(::utimensat(AT_FDCWD, name.constData(), longAgo.data(), 0), 0);
     constexpr std::chrono::seconds shortWait{1};
     QVERIFY(locks.take(place(), {series}, shortWait));
+}
+
+// Those who can make nothing beside the store have their lock files where nobody else looks.
+void TestSeriesLock::usersWithPlacesOfTheirOwnSeeEachOther()
+{
+    const RestorePlace shared = place();
+    const RestorePlace one{shared.root, path("one")};
+    const RestorePlace two{shared.root, path("two")};
+    SeriesLocks first;
+    QVERIFY(first.take(one, {series}, noWait));
+    for (const RestorePlace& other : {two, shared}) {
+        SeriesLocks second;
+        const auto refused = second.take(other, {series}, noWait);
+        QVERIFY2(refused.message().contains(shared.root + QStringLiteral("/S/B/X")),
+                 qPrintable(refused.message()));
+        QVERIFY(!lockHolder(other, series));
+        QVERIFY(second.take(other, {QStringLiteral("S/B/NEW")}, noWait));
+    }
+    first.release();
+    SeriesLocks ofAll;
+    QVERIFY(ofAll.take(shared, {series}, noWait));
+    QVERIFY(!first.take(one, {series}, noWait));
+    // Where all see the lock file, removing it is enough.
+    QVERIFY(vexdesk::removeLock(shared, series));
+    SeriesLocks next;
+    QVERIFY(next.take(shared, {series}, noWait));
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("own lock file")));
 }
 
 void TestSeriesLock::leftoversOfDeadProcessesGo()

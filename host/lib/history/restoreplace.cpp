@@ -57,6 +57,11 @@ QString inDataDirectory(const QString& root)
 
 } // namespace
 
+bool RestorePlace::isBesideStore() const
+{
+    return path == besideStore(root);
+}
+
 Result<RestorePlace> restorePlace(const QDir& root)
 {
     const std::optional<QString> found = canonicalRoot(root);

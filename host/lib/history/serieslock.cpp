@@ -82,12 +82,16 @@ void removeIfUnfinished(const QString& path)
         ::unlink(name.constData());
 }
 
+Failure heldBySomebody(const QString& path, const QString& series)
+{
+    return {Text::tr("Серию %1 сейчас меняет другая программа; блокировка: %2").arg(series, path)};
+}
+
 Failure heldBy(const QString& path, const QString& series)
 {
     const LockHolder holder = holderOf(path).value_or(LockHolder());
     if (holder.process == 0)
-        return {
-            Text::tr("Серию %1 сейчас меняет другая программа; блокировка: %2").arg(series, path)};
+        return heldBySomebody(path, series);
     return {Text::tr("Серию %1 сейчас меняет %2 (процесс %3, компьютер %4); блокировка: %5")
                 .arg(series, holder.program, QString::number(holder.process), holder.host, path)};
 }
@@ -117,10 +121,11 @@ struct LockWait
     int error = 0; // of the system, where it cannot be made
 };
 
+constexpr unsigned long pause = 20; // ms between two looks at a lock
+
 // One of a process that runs no more does not count.
 LockWait waitForLock(QLockFile& lock, std::chrono::milliseconds wait, const std::atomic<bool>* stop)
 {
-    constexpr unsigned long pause = 20;
     lock.setStaleLockTime(0);
     const QDeadlineTimer end(wait);
     for (;;) {
@@ -140,6 +145,22 @@ LockWait waitForLock(QLockFile& lock, std::chrono::milliseconds wait, const std:
     }
 }
 
+// Users for whom nothing can be made beside the store have their lock files where nobody else
+// looks: each of them holds the directory of the series alone, by a lock of the system. Those whose
+// lock files everybody sees hold it together: among them the files decide. A file system without
+// such locks has none, and a directory that may not be read.
+bool waitForDirectory(const Descriptor& directory, bool alone, const QDeadlineTimer& end,
+                      const std::atomic<bool>* stop)
+{
+    while (::flock(directory.get(), (alone ? LOCK_EX : LOCK_SH) | LOCK_NB) != 0 &&
+           errno == EWOULDBLOCK) {
+        if ((stop && *stop) || end.hasExpired())
+            return false;
+        QThread::msleep(pause);
+    }
+    return true;
+}
+
 } // namespace
 
 class SeriesLocks::Private final
@@ -157,7 +178,7 @@ public:
         switch (wait.end) {
         case LockWait::End::Taken:
             locks.push_back(std::move(lock));
-            return Outcome();
+            return takeDirectory(place, series, end, stop);
         case LockWait::End::CannotBeMade:
             return cannotBeMade(path, wait.error);
         case LockWait::End::Held:
@@ -167,6 +188,21 @@ public:
     }
 
     std::vector<std::unique_ptr<QLockFile>> locks;
+    std::vector<std::unique_ptr<Descriptor>> directories;
+
+private:
+    Outcome takeDirectory(const RestorePlace& place, const QString& series,
+                          const QDeadlineTimer& end, const std::atomic<bool>* stop)
+    {
+        const QString path = QStringLiteral("%1/%2").arg(place.root, series);
+        const int flags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
+        auto directory =
+            std::make_unique<Descriptor>(::open(QFile::encodeName(path).constData(), flags));
+        if (!waitForDirectory(*directory, !place.isBesideStore(), end, stop))
+            return heldBySomebody(path, series);
+        directories.push_back(std::move(directory));
+        return {};
+    }
 };
 
 SeriesLocks::SeriesLocks()
@@ -193,6 +229,7 @@ Outcome SeriesLocks::take(const RestorePlace& place, const QStringList& series,
 
 void SeriesLocks::release()
 {
+    m_d->directories.clear();
     m_d->locks.clear();
 }
 

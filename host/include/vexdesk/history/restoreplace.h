@@ -11,10 +11,13 @@ namespace vexdesk {
 
 /// A store and the directory beside it that has its locks and restore points. One store has one
 /// place, by whatever path or link it is named. A plain value; any thread.
-struct RestorePlace
+struct VEXDESK_HISTORY_EXPORT RestorePlace
 {
     QString root; ///< canonical; of one that is not there yet as it will be
     QString path;
+
+    /// Whether all users of the store have this place; else it is one user's own.
+    bool isBesideStore() const;
 };
 
 /// Where the place is, or would be: nothing is made. It is "<root>-restore" and, while that is not
