@@ -12,6 +12,7 @@
 #include "importfailures.h"
 #include "importjob.h"
 
+#include <vexdesk/history/dayfilenames.h>
 #include <vexdesk/history/utf8.h>
 
 #include <QtCore/QElapsedTimer>
@@ -165,10 +166,26 @@ QStringList firstBadLine(const FileToImport& file, const ImportCommand& command)
     return {};
 }
 
+// A day of seconds that is right already is left alone, with its minutes, when the import is done
+// again. Null where nothing is to be said.
+QString aboutMinutes(const FileToImport& file, const ImportRequest& request,
+                     const ImportResult& result)
+{
+    if (file.details.timeframe != vexdesk::secondTimeframe || result.days == 0 ||
+        request.ways.mode == ImportMode::Replace || request.settings.needsPoint)
+        return {};
+    if (!request.settings.makesPoint)
+        return Text::tr("Минутные файлы записанных дней могут быть неполными.");
+    return Text::tr("Минутные файлы записанных дней могут быть неполными: прежде чем повторять "
+                    "импорт, отмените этот (tadata undo).");
+}
+
 void addFailure(const FileToImport& file, const ImportCommand& command, FileReport& report)
 {
     const QString message = report.result.outcome.message();
     report.errors.append(report.result.outcome.wholeMessage());
+    if (const QString note = aboutMinutes(file, command.request, report.result); !note.isNull())
+        report.errors.append(note);
     if (Interruption::flag()->load())
         return;
     // Others are not about a line of the file.

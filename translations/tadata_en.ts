@@ -1139,5 +1139,13 @@ Hint: tadata --help</translation>
         <source>tadata: команда не закончена: %1</source>
         <translation>tadata: the command did not end: %1</translation>
     </message>
+    <message>
+        <source>Минутные файлы записанных дней могут быть неполными.</source>
+        <translation>The minute files of the days written may lack bars.</translation>
+    </message>
+    <message>
+        <source>Минутные файлы записанных дней могут быть неполными: прежде чем повторять импорт, отмените этот (tadata undo).</source>
+        <translation>The minute files of the days written may lack bars: before repeating the import, take this one back (tadata undo).</translation>
+    </message>
 </context>
 </TS>

@@ -55,6 +55,7 @@ private Q_SLOTS:
     void rejectsThatCannotBeWrittenSayWhy();
     void onlyBadLinesAreAFailure();
     void aFailureIsPutBack();
+    void aFailedMergeOfSecondsIsToBeTakenBack();
     void aFormatIsGuessed();
     void whatIsGivenIsNotGuessed();
     void aGuessThatIsNotEnoughIsRefused();
@@ -245,6 +246,28 @@ void TadataWaysTest::aFailureIsPutBack()
     QCOMPARE(import(failing).exitCode, 1);
     QCOMPARE(stored().size(), 2);
     QCOMPARE(points().size(), 2);
+}
+
+// Done again it would leave the days alone whose seconds are right, and their minutes short.
+void TadataWaysTest::aFailedMergeOfSecondsIsToBeTakenBack()
+{
+    const QByteArray days = "20240115,100000,1,1,1,1\n20240116,100000,2,2,2,2\n";
+    const QString inTheWay = path("store/NORD/MAIN/ALFA/20240116_60");
+    QVERIFY(QDir().mkpath(inTheWay));
+    const auto advice = [&](const char* more) {
+        const Outcome outcome = import(days, words("--timeframe 1 --mode merge") + words(more));
+        return outcome.exitCode == 1 && outcome.err.contains(inTheWay.toUtf8())
+                   ? outcome.err.mid(outcome.err.indexOf("Минутные"))
+                   : QByteArray("not failed so");
+    };
+    const QByteArray mayBeShort = "Минутные файлы записанных дней могут быть неполными";
+    QCOMPARE(advice("--undo-on-error").count(mayBeShort), 0);
+    QCOMPARE(advice(""), mayBeShort + ": прежде чем повторять импорт, отмените этот "
+                                      "(tadata undo).\n");
+    // Nothing new is written, and nothing is short for it.
+    QCOMPARE(advice("").count(mayBeShort), 0);
+    QCOMPARE(runTadata(words("undo --store") << path("store")).exitCode, 0);
+    QCOMPARE(advice("--no-restore-point"), mayBeShort + ".\n");
 }
 
 void TadataWaysTest::aFormatIsGuessed()
