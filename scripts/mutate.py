@@ -6,6 +6,7 @@ import collections
 import concurrent.futures
 import contextlib
 import functools
+import hashlib
 import json
 import os
 import pathlib
@@ -148,16 +149,34 @@ def tests_of(build):
     return [test for test in tests if test.is_run and test.target]
 
 
+def digest_of(root):
+    """What tells one state of the sources from another."""
+    digest = hashlib.sha256()
+    for path in sorted(path for path in root.rglob("*") if path.is_file()):
+        digest.update(path.relative_to(root).as_posix().encode() + b"\0" + path.read_bytes())
+    return digest.hexdigest()
+
+
 class Tests:
     """The tests of a plain build, and, by the tests of one that counts, which of them run which line."""
 
-    def __init__(self, build, counting):
+    def __init__(self, root, build, counting):
         self.build = pathlib.Path(build).resolve()
         self.counting = pathlib.Path(counting).resolve()
         self.counts = self.build.parent / "counts"
-        self.count()
         self.tests = tests_of(build)
-        self.run_all()
+        # Other seeds at the same commit need not count again.
+        done = self.counts / "done.json"
+        known = json.loads(done.read_text()) if done.exists() else {}
+        if known.get("sources") != digest_of(root):
+            self.count()
+            self.run_all()
+            known = {"sources": digest_of(root), "seconds": {t.name: t.seconds for t in self.tests}}
+            done.write_text(json.dumps(known))
+        self.tests = [test for test in self.tests if test.name in known["seconds"]]
+        for test in self.tests:
+            test.seconds = known["seconds"][test.name]
+        print(f"{len(self.tests)} tests, {sum(known['seconds'].values()):.0f} seconds unchanged", flush=True)
         commands = json.loads((self.build / "compile_commands.json").read_text())
         self.objects = collections.defaultdict(list)
         for command in commands:
@@ -182,8 +201,6 @@ class Tests:
 
         right = on_all_cores(passes, self.tests)
         self.tests = [test for test, is_right in zip(self.tests, right) if is_right]
-        seconds = sum(test.seconds for test in self.tests)
-        print(f"{len(self.tests)} tests, {seconds:.0f} seconds unchanged", flush=True)
 
     @functools.cache
     def lines_run(self, file, test_name):
@@ -270,7 +287,7 @@ def main():
               for m in mutants_of(options.source, file)]
     chosen = random.Random(options.seed).sample(all_of, min(options.count, len(all_of)))
     print(f"{len(all_of)} places, {len(chosen)} changes, seed {options.seed}", flush=True)
-    tests = None if options.list else Tests(options.build, options.counting)
+    tests = None if options.list else Tests(options.source, options.build, options.counting)
     results = collections.Counter()
     for mutant in chosen:
         where = f"{mutant.file}:{mutant.line}: {mutant.kind}"
