@@ -54,6 +54,7 @@ private Q_SLOTS:
 
     void showsTheSeries();
     void saysThatThereIsNothing();
+    void whatCannotBeReadIsNotNothing();
     void saysWhatCannotBeRead();
     void findsByTyping();
     void keepsTheChosenSeries();
@@ -163,6 +164,16 @@ void TestHealthWindow::saysThatThereIsNothing()
     QCOMPARE(label("summary"), QStringLiteral("В хранилище нет серий."));
     for (const char* const name : {"show", "fill", "list"})
         QVERIFY(!button(name)->isEnabled());
+}
+
+void TestHealthWindow::whatCannotBeReadIsNotNothing()
+{
+    QVERIFY(QDir(root()).removeRecursively());
+    QVERIFY(root().mkpath(QStringLiteral(".")));
+    QVERIFY(QFile::link(QStringLiteral("/nowhere"), root().filePath(QStringLiteral("LOST"))));
+    open();
+    EVENTUALLY2(label("summary").startsWith(QStringLiteral("Не прочитано: 1. ")),
+                qPrintable(label("summary")));
 }
 
 void TestHealthWindow::saysWhatCannotBeRead()

@@ -229,6 +229,7 @@ void HealthWindow::showSummary()
     const QList<SharedDigest> shown = m_series->shown();
     const auto wrong = std::count_if(shown.begin(), shown.end(),
                                      [](const SharedDigest& one) { return one->isWrong; });
+    const QStringList problems = m_book->problems();
     QString text;
     if (shown.size() < m_series->allCount())
         text = tr("Показано серий: %L1 из %L2, с замечаниями: %L3.")
@@ -237,13 +238,14 @@ void HealthWindow::showSummary()
                    .arg(wrong);
     else if (!shown.isEmpty())
         text = tr("Серий: %L1, с замечаниями: %L2.").arg(shown.size()).arg(wrong);
-    else if (m_book->isKnown())
-        text = tr("В хранилище нет серий.");
-    else
+    else if (!m_book->isKnown())
         text = tr("Хранилище читается...");
-    const QStringList problems = m_book->problems();
+    else if (problems.isEmpty())
+        text = tr("В хранилище нет серий.");
+    if (!problems.isEmpty() && !text.isEmpty())
+        text += u'\n';
     if (!problems.isEmpty())
-        text += u'\n' + tr("Не прочитано: %L1. %2").arg(problems.size()).arg(problems.first());
+        text += tr("Не прочитано: %L1. %2").arg(problems.size()).arg(problems.first());
     if (problems.size() > 1)
         text += tr("; остальное названо в подсказке");
     m_summary->setText(text);
