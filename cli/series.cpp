@@ -50,7 +50,11 @@ SeriesPattern parseSeriesPattern(const CommandLine& line)
 
 SeriesCodes parseSeries(const CommandLine& line)
 {
-    const std::optional<SeriesCodes> codes = seriesFrom(line.text("series"));
+    const QString series = line.text("series");
+    // It would name a directory that is not there, and that the export would make.
+    if (series.contains(QChar::ReplacementCharacter))
+        line.refuse("series", Text::tr("в кодах не может быть того, что не UTF-8"));
+    const std::optional<SeriesCodes> codes = seriesFrom(series);
     if (!codes)
         line.refuse("series");
     return *codes;

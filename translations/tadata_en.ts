@@ -1147,5 +1147,9 @@ Hint: tadata --help</translation>
         <source>Минутные файлы записанных дней могут быть неполными: прежде чем повторять импорт, отмените этот (tadata undo).</source>
         <translation>The minute files of the days written may lack bars: before repeating the import, take this one back (tadata undo).</translation>
     </message>
+    <message>
+        <source>в кодах не может быть того, что не UTF-8</source>
+        <translation>the codes may hold nothing that is not UTF-8</translation>
+    </message>
 </context>
 </TS>

@@ -44,6 +44,7 @@ private Q_SLOTS:
     void foldsDealsInTheOrderOfTheFile();
     void skipsDaysAfterToday();
     void exportsASeriesThatNothingIsStoredOf();
+    void aSeriesThatIsNoTextMakesNoDirectory();
     void changesNothingInTheStore();
 
     void leavesTheOutputAloneWhenNothingIsToBeExported();
@@ -234,6 +235,18 @@ void TadataExportTest::exportsASeriesThatNothingIsStoredOf()
     }
     QCOMPARE(run("--series NORD/MAIN/NOBODY --no-header"), succeeded());
     QCOMPARE(written(), QByteArray());
+}
+
+void TadataExportTest::aSeriesThatIsNoTextMakesNoDirectory()
+{
+    // What a byte that is no UTF-8 becomes in a word of the command line.
+    const QString series = QStringLiteral("NORD/MAIN/AL\ufffd");
+    const QString reason = QStringLiteral(
+        "--series: неверное значение «%1»: в кодах не может быть того, что не UTF-8");
+    const Outcome outcome = run({QStringLiteral("--series"), series});
+    QCOMPARE(outcome.exitCode, 2);
+    QVERIFY2(outcome.err.contains(reason.arg(series).toUtf8()), outcome.err.constData());
+    QCOMPARE(readDirectories(QDir(path("store"))), words("NORD NORD/MAIN NORD/MAIN/ALFA"));
 }
 
 void TadataExportTest::changesNothingInTheStore()
