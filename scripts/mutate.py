@@ -85,8 +85,7 @@ def run(words, **options):
 class Test:
     """A test of CTest, run without it: a change may make it endless, or greedy."""
 
-    # Those with faults are thousands of short programs, which would mostly write counts.
-    NOT_RUN = {"packages", "x11", "faults"}
+    NOT_RUN = {"packages", "x11"}
 
     def __init__(self, shown, targets):
         properties = {p["name"]: p["value"] for p in shown["properties"]}
@@ -94,10 +93,14 @@ class Test:
         self.command = shown["command"]
         self.directory = properties["WORKING_DIRECTORY"]
         self.environment = dict(words.split("=", 1) for words in properties.get("ENVIRONMENT", []))
-        self.is_run = not self.NOT_RUN & set(properties.get("LABELS", []))
+        labels = set(properties.get("LABELS", []))
+        self.is_run = not self.NOT_RUN & labels
+        # They are thousands of short programs, which would mostly write counts.
+        self.is_of_faults = "faults" in labels
         programs = (pathlib.PurePath(word).name for word in self.command)
         self.target = next((name for name in programs if name in targets), None)
-        self.seconds = 0.0  # that it takes when nothing is changed
+        # That it takes when nothing is changed; of those of faults it is not measured.
+        self.seconds = 100.0
 
     @staticmethod
     def limits():
@@ -166,7 +169,9 @@ class Tests:
         self.build = pathlib.Path(build).resolve()
         self.counting = pathlib.Path(counting).resolve()
         self.counts = self.build.parent / "counts"
-        self.tests = tests_of(build)
+        all_tests = tests_of(build)
+        self.tests = without_faults(all_tests)
+        self.of_faults = [test for test in all_tests if test.is_of_faults]
         # Other seeds at the same commit need not count again.
         done = self.counts / "done.json"
         known = json.loads(done.read_text()) if done.exists() else {}
@@ -188,7 +193,7 @@ class Tests:
     def count(self):
         """Whether a test passes there does not count: programs say that they cannot write counts."""
         shutil.rmtree(self.counts, ignore_errors=True)
-        tests = tests_of(self.counting)
+        tests = without_faults(tests_of(self.counting))
         on_all_cores(lambda test: test.passes(GCOV_PREFIX=str(self.counts / test.name)), tests)
 
     def run_all(self):
@@ -237,7 +242,7 @@ class Tests:
     def build_of(self, names):
         return run(["ninja", "-C", str(self.build), *names]).returncode == 0
 
-    def judge(self, file, line):
+    def judge(self, file, line, asks_faults):
         """Why the change of a line is seen; None where it is not."""
         tests = self.reaching(file, line)
         if not self.build_of(self.objects[file]):
@@ -252,7 +257,12 @@ class Tests:
                 if test.fails():
                     return test.name
             begin = end
+        if asks_faults and self.is_seen_by_faults():
+            return "faults"
         return None if tests else "no test runs it"
+
+    def is_seen_by_faults(self):
+        return self.build_of(["all"]) and any(on_all_cores(Test.fails, self.of_faults))
 
 
 def changed_line(root, mutant):
@@ -260,12 +270,13 @@ def changed_line(root, mutant):
     return lines[mutant.line - 1].strip()
 
 
-def try_out(root, tests, mutant):
+def try_out(root, tests, mutant, asks_faults):
     path = root / mutant.file
     original = path.read_text()
     path.write_text(original[: mutant.begin] + mutant.text + original[mutant.end :])
     try:
-        return tests.judge(path.resolve().as_posix(), mutant.line), changed_line(root, mutant)
+        reason = tests.judge(path.resolve().as_posix(), mutant.line, asks_faults)
+        return reason, changed_line(root, mutant)
     finally:
         path.write_text(original)
 
@@ -282,6 +293,8 @@ def main():
     parser.add_argument("counting")
     parser.add_argument("--count", type=int, default=10)
     parser.add_argument("--seed", type=int, default=1)
+    parser.add_argument("--only", type=lambda text: [int(n) for n in text.split(",")])
+    parser.add_argument("--faults", action="store_true")
     parser.add_argument("--list", action="store_true")
     parser.add_argument("files", nargs="*")
     options = parser.parse_args()
@@ -292,16 +305,18 @@ def main():
     print(f"{len(all_of)} places, {len(chosen)} changes, seed {options.seed}", flush=True)
     tests = None if options.list else Tests(options.source, options.build, options.counting)
     results = collections.Counter()
-    for mutant in chosen:
-        where = f"{mutant.file}:{mutant.line}: {mutant.kind}"
+    for number, mutant in enumerate(chosen, 1):
+        if options.only and number not in options.only:
+            continue
+        where = f"{number}: {mutant.file}:{mutant.line}: {mutant.kind}"
         if options.list:
             print(where, repr(mutant.text))
             continue
-        reason, line = try_out(options.source, tests, mutant)
+        reason, line = try_out(options.source, tests, mutant, options.faults)
         result = {"does not build": "no program", "no test runs it": "survived", None: "survived"}
         result = result.get(reason, "killed")
         results[result] += 1
-        print(f"{result}: {where}: {line}" + (f" ({reason})" if reason else ""), flush=True)
+        print(f"{result} {where}: {line}" + (f" ({reason})" if reason else ""), flush=True)
     print(", ".join(f"{name}: {count}" for name, count in sorted(results.items())))
     return 1 if results["survived"] else 0
 

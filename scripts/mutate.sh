@@ -4,10 +4,13 @@
 # change that no test sees is printed. It works on a copy in build/mutants, with two builds: in one all
 # tests run once beforehand to count the lines that each reaches, the other judges.
 #
-#   scripts/mutate.sh [--count N] [--seed S] [--list] [FILE...]
+#   scripts/mutate.sh [--count N] [--seed S] [--only N,...] [--faults] [--list] [FILE...]
 #
 #   --count N    how many changes, chosen at random (10)
 #   --seed S     with which seed (1); the same seed at the same commit makes the same changes
+#   --only N,... of these changes only those with these numbers
+#   --faults     also asks the tests of faults, the last and for minutes: which lines they reach is not
+#                counted
 #   --list       only says what they would be
 #   FILE...      in these sources of src/ and host/lib/history; without them in all
 set -euo pipefail
