@@ -297,7 +297,7 @@ def main():
     parser.add_argument("--faults", action="store_true")
     parser.add_argument("--list", action="store_true")
     parser.add_argument("files", nargs="*")
-    options = parser.parse_args()
+    options = parser.parse_intermixed_args()
 
     all_of = [m for file in options.files or sources(options.source)
               for m in mutants_of(options.source, file)]
