@@ -153,6 +153,10 @@ def tests_of(build):
     return [test for test in tests if test.is_run and test.target]
 
 
+def without_faults(tests):
+    return [test for test in tests if not test.is_of_faults]
+
+
 def digest_of(root):
     """What tells one state of the sources from another; this script is none of them."""
     digest = hashlib.sha256()
