@@ -66,7 +66,8 @@ def places(code):
         if end > 0 and ";" not in code[match.end() : end]:
             yield "condition dropped", match.end(), end, "true"
             yield "condition dropped", match.end(), end, "false"
-    for match in re.finditer(r"(?<=\()([\w.]+), ([\w.]+)(?=\))", code):
+    # The order is all the same to a minimum and a maximum.
+    for match in re.finditer(r"(?<!std::m(?:in|ax)\()(?<=\()([\w.]+), ([\w.]+)(?=\))", code):
         if match[1] != match[2]:
             yield "arguments exchanged", match.start(), match.end(), f"{match[2]}, {match[1]}"
 

@@ -1105,6 +1105,10 @@ void TestEditorTADataDialog::deletesOneRowAfterTheOther()
     hands::keyClick(table(), Qt::Key_Delete);
     QCOMPARE(openPrices(), QStringList({"1.10", "4.10"}));
     QCOMPARE(table()->currentIndex().row(), 1);
+    clickRow(1);
+    hands::keyClick(table(), Qt::Key_Delete);
+    QCOMPARE(openPrices(), QStringList{"1.10"});
+    QCOMPARE(table()->currentIndex().row(), 0);
 }
 
 void TestEditorTADataDialog::deleteButtonFollowsTheSelection()
