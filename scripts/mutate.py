@@ -13,7 +13,6 @@ import pathlib
 import random
 import re
 import resource
-import shlex
 import shutil
 import signal
 import subprocess
@@ -189,11 +188,17 @@ class Tests:
         for test in self.tests:
             test.seconds = known["seconds"][test.name]
         print(f"{len(self.tests)} tests, {sum(known['seconds'].values()):.0f} seconds unchanged", flush=True)
-        commands = json.loads((self.build / "compile_commands.json").read_text())
-        self.objects = collections.defaultdict(list)
-        for command in commands:
-            output = shlex.split(command["command"])
-            self.objects[command["file"]].append(output[output.index("-o") + 1])
+        self.objects = self.objects_by_source()
+
+    def objects_by_source(self):
+        """Which object files a source, or a header, is compiled into."""
+        objects = collections.defaultdict(list)
+        for line in run(["ninja", "-C", str(self.build), "-t", "deps"]).stdout.splitlines():
+            if line.startswith(" "):
+                objects[line.strip()].append(output)
+            else:
+                output = line.partition(":")[0]
+        return objects
 
     def count(self):
         """Whether a test passes there does not count: programs say that they cannot write counts."""
@@ -215,15 +220,19 @@ class Tests:
         right = on_all_cores(passes, self.tests)
         self.tests = [test for test, is_right in zip(self.tests, right) if is_right]
 
+    def counted(self, file, test_name):
+        """What a test has counted of the object files of a source: their notes, and the counts."""
+        for output in self.objects[file]:
+            notes = (self.counting / output).with_suffix(".gcno")
+            counts = (self.counts / test_name).joinpath(*notes.with_suffix(".gcda").parts[1:])
+            if counts.exists():
+                yield notes, counts
+
     @functools.cache
     def lines_run(self, file, test_name):
         """How often a test has run the lines of a file; those without a number are not there."""
         lines = collections.Counter()
-        for output in self.objects[file]:
-            notes = (self.counting / output).with_suffix(".gcno")
-            counted = (self.counts / test_name).joinpath(*notes.with_suffix(".gcda").parts[1:])
-            if not counted.exists():
-                continue
+        for notes, counted in self.counted(file, test_name):
             beside = counted.with_suffix(".gcno")
             if not beside.exists():
                 beside.symlink_to(notes)
@@ -236,9 +245,13 @@ class Tests:
         return lines
 
     def reaching(self, file, line):
-        """The tests that run a line, the quickest first. What is no statement, they run with the file."""
+        """The tests that run a line, the quickest first. What is no statement, they run with the file;
+        what is in a header, with any that includes it."""
         found = []
         for test in self.tests:
+            if file.endswith(".h"):
+                found += [test] if any(self.counted(file, test.name)) else []
+                continue
             lines = self.lines_run(file, test.name)
             if lines[line] > 0 or (line not in lines and any(lines.values())):
                 found.append(test)
@@ -250,7 +263,7 @@ class Tests:
     def judge(self, file, line, asks_faults):
         """Why the change of a line is seen; None where it is not."""
         tests = self.reaching(file, line)
-        if not self.build_of(self.objects[file]):
+        if file.endswith(".cpp") and not self.build_of(self.objects[file]):
             return "does not build"
         begin = 0
         # To link many programs at once is quick; mostly the first ones do.
@@ -287,7 +300,8 @@ def try_out(root, tests, mutant, asks_faults):
 
 
 def sources(root):
-    found = [*root.glob("src/**/*.cpp"), *root.glob("host/lib/history/*.cpp")]
+    found = [*root.glob("src/**/*.cpp"), *root.glob("src/**/*.h")]
+    found += [*root.glob("host/lib/history/*.cpp"), *root.glob("host/lib/history/*.h")]
     return sorted(path.relative_to(root).as_posix() for path in found)
 
 
