@@ -1,0 +1,432 @@
+// SPDX-License-Identifier: MIT
+// What a restore point has on disk, and how its files come back.
+#include <vexdesk/history/restorepoint.h>
+
+#include "support/faults.h"
+#include "support/filetree.h"
+#include "support/localzone.h"
+#include "support/otheruser.h"
+#include "support/strictlog.h"
+
+#include <vexdesk/history/filestate.h>
+
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QTest>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <memory>
+
+using testsupport::Fault;
+using testsupport::readFile;
+using testsupport::SystemCall;
+using testsupport::writeFile;
+using vexdesk::fileState;
+using vexdesk::Outcome;
+using vexdesk::PuttingBack;
+using vexdesk::RestorePlace;
+using vexdesk::RestorePoint;
+using vexdesk::RestorePointRecord;
+using vexdesk::Result;
+
+namespace {
+
+const QString day = QStringLiteral("S/B/X/20240115_60.iss");
+const QString other = QStringLiteral("S/B/X/20240116_60.iss");
+const QString newer = QStringLiteral("более новой версией");
+const QString wrong = QStringLiteral("не то, что должно быть");
+const QString unreadable = QStringLiteral("не читается");
+
+} // namespace
+
+class TestPuttingBack final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup() { m_dir.reset(); }
+    void aDirectoryIsAPointByItsName_data();
+    void aDirectoryIsAPointByItsName();
+    void theTimeOfAPointIsNotThatOfTheClockOnTheWall();
+    void aPointThatIsOlderDoesNotHoldTheClockBack();
+    void saysWhatIsWrongWithARecord_data();
+    void saysWhatIsWrongWithARecord();
+    void saysWhatIsWrongWithAJournal_data();
+    void saysWhatIsWrongWithAJournal();
+    void aJournalThatCannotBeReadIsNotPassedOver_data();
+    void aJournalThatCannotBeReadIsNotPassedOver();
+    void anUnfinishedPointWithoutAJournalHasNoFiles();
+    void aCopyThatIsGoneHasNoSize();
+    void aCopyThatCannotBeLookedAtIsTold();
+    void aFileIsWrittenInPlaceWhereItsDirectoryRefuses_data();
+    void aFileIsWrittenInPlaceWhereItsDirectoryRefuses();
+    void aFileOfSomebodyElseIsWrittenInPlace();
+    void saysWhyAFileDidNotComeBack_data();
+    void saysWhyAFileDidNotComeBack();
+    void whatStandsInItsPlaceStays_data();
+    void whatStandsInItsPlaceStays();
+
+private:
+    QString path(const QString& relative) const { return m_root + u'/' + relative; }
+    QString inPoint(const QString& id, const QString& name) const
+    {
+        return m_place.path + u'/' + id + u'/' + name;
+    }
+    // A job that writes this into a file, and ends if it is to.
+    QString job(const QString& relative, const QByteArray& content, bool ends = true) const;
+    void renamePoint(const QString& from, const QString& to) const;
+    void changeRecord(const QString& id, const QByteArray& from, const QByteArray& to) const;
+    QString putBack(const QString& id) const;
+
+    std::unique_ptr<QTemporaryDir> m_dir;
+    QString m_root;
+    RestorePlace m_place;
+};
+
+void TestPuttingBack::init()
+{
+    testsupport::failOnStrayWarnings();
+    m_dir = std::make_unique<QTemporaryDir>();
+    m_root = m_dir->filePath(QStringLiteral("store"));
+    writeFile(path(day), "old\n");
+    const auto place = vexdesk::makeRestorePlace(QDir(m_root));
+    QVERIFY(place);
+    m_place = *place;
+}
+
+QString TestPuttingBack::job(const QString& relative, const QByteArray& content, bool ends) const
+{
+    RestorePoint point(m_place, QStringLiteral("import"), {QStringLiteral("S/B/X")}, {});
+    if (!point.keep({path(relative)}))
+        return QString();
+    writeFile(path(relative), content);
+    return !ends || point.finish() ? point.id() : QString();
+}
+
+void TestPuttingBack::renamePoint(const QString& from, const QString& to) const
+{
+    QVERIFY(QDir(m_place.path).rename(from, to));
+    changeRecord(to, from.toUtf8(), to.toUtf8());
+}
+
+void TestPuttingBack::changeRecord(const QString& id, const QByteArray& from,
+                                   const QByteArray& to) const
+{
+    const QString file = inPoint(id, QStringLiteral("point.json"));
+    const QByteArray old = readFile(file);
+    QVERIFY2(old.contains(from), old.constData());
+    writeFile(file, QByteArray(old).replace(from, to));
+}
+
+// With nothing that would keep what is there now.
+QString TestPuttingBack::putBack(const QString& id) const
+{
+    const Result<RestorePointRecord> point = restorePoint(m_place, id);
+    if (!point)
+        return point.message();
+    PuttingBack back(m_place, *point);
+    const Outcome begun = back.begin();
+    return begun ? back.run(nullptr).message() : begun.message();
+}
+
+void TestPuttingBack::aDirectoryIsAPointByItsName_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("isPoint");
+    for (const char* name : {"20240115-100000-1", "20240115-100000-10", "20240229-235959-909"})
+        QTest::newRow(name) << name << true;
+    for (const char* name :
+         {"20240115-100000", "20240115-100000-", "20240115-100000-0", "20240115-100000-01",
+          "20240115-100000--1", "20240115-100000-+1", "20240115-100000- 1",
+          "20240115-100000-1:", "20240115-100000-1/", "20240115-100000-x", "20240115-100000_1",
+          "20240230-100000-1", "20240115-240000-1", "20240115100000-1", "x20240115-100000-1",
+          "20240115-100000-99999999999999999999"})
+        QTest::newRow(name) << QString::fromLatin1(name).replace(u'/', u'.') << false;
+}
+
+void TestPuttingBack::aDirectoryIsAPointByItsName()
+{
+    QFETCH(const QString, name);
+    QFETCH(const bool, isPoint);
+    renamePoint(job(day, "new\n"), name);
+    const auto points = restorePoints(m_place);
+    QVERIFY(points && points->problems.isEmpty());
+    QCOMPARE(points->points.size(), isPoint ? 1 : 0);
+    QCOMPARE(bool(restorePoint(m_place, name)), isPoint);
+}
+
+void TestPuttingBack::theTimeOfAPointIsNotThatOfTheClockOnTheWall()
+{
+    const testsupport::LocalZone zone("America/New_York");
+    const QString id = job(day, "new\n");
+    const QDateTime when = restorePoint(m_place, id)->when;
+    QVERIFY(std::abs(when.secsTo(QDateTime::currentDateTimeUtc())) < 3600);
+    // There the clock went from two to three.
+    const QString skipped = QStringLiteral("20240310-023000-1");
+    renamePoint(id, skipped);
+    QVERIFY(restorePoint(m_place, skipped));
+}
+
+void TestPuttingBack::aPointThatIsOlderDoesNotHoldTheClockBack()
+{
+    const testsupport::LocalZone zone("America/New_York");
+    const QString form = QStringLiteral("yyyyMMdd-hhmmss");
+    const QDateTime hourAgo = QDateTime::currentDateTimeUtc().addSecs(-3600);
+    const QString old = hourAgo.toString(form) + QStringLiteral("-1");
+    renamePoint(job(day, "new\n"), old);
+    const QString next = job(day, "newest\n");
+    QVERIFY(next > hourAgo.addSecs(1800).toString(form));
+    QVERIFY(next.endsWith(QStringLiteral("-1")));
+}
+
+// NOLINTNEXTLINE(readability-function-size): a table
+void TestPuttingBack::saysWhatIsWrongWithARecord_data()
+{
+    QTest::addColumn<QByteArray>("from");
+    QTest::addColumn<QByteArray>("to");
+    QTest::addColumn<QString>("message");
+    const auto row = [](const char* from, const char* to, const QString& message) {
+        QTest::newRow(to) << QByteArray(from) << QByteArray(to) << message;
+    };
+    row("{\"by\"", "[\"by\"", unreadable);
+    row("{\"by\"", "{\"also\":1,\"by\"", newer);
+    row("\"import\"", "\"dream\"", newer);
+    row("\"by\":\"import\",", "", wrong);
+    row("\"import\"", "1", wrong);
+    row("\"complete\":true", "\"complete\":1", wrong);
+    row("\"complete\":true", "\"complete\":\"true\"", wrong);
+    row("\"complete\":true,", "", wrong);
+    row("\"created\":[]", "\"created\":{}", wrong);
+    row("\"created\":[]", "\"created\":[1]", wrong);
+    row("\"created\":[]", "\"created\":[\"S/B/X/notes\"]", wrong);
+    row("\"kept\":[\"S/", "\"kept\":[\"/", wrong);
+    row("\"kept\":[\"S/", "\"kept\":[1,\"S/", wrong);
+    row("\"id\":\"2", "\"id\":\"3", wrong);
+    row("\"left\":{", "\"left\":[],\"also\":{", newer);
+    row("\"modified\":", "\"modified\":\"1\",\"was\":", wrong);
+    row("\"size\":4", "\"size\":\"4\"", wrong);
+    row("\"sha256\":null", "\"sha256\":4", wrong);
+    row("\"sha256\":null", "\"sha256\":[]", wrong);
+    row("\"series\":[", "\"series\":[4,", wrong);
+    row("\"series\":[\"S/B/X\"]", "\"series\":\"S/B/X\"", wrong);
+    row("\"source\":[]", "\"source\":[null]", wrong);
+    row("\"source\":[]", "\"source\":\"file.csv\"", wrong);
+    row("\"when\":\"2", "\"when\":\"x", wrong);
+    row("\"when\":\"2", "\"when\":2,\"was\":\"", newer);
+}
+
+void TestPuttingBack::saysWhatIsWrongWithARecord()
+{
+    QFETCH(const QByteArray, from);
+    QFETCH(const QByteArray, to);
+    QFETCH(const QString, message);
+    const QString id = job(day, "new\n");
+    changeRecord(id, from, to);
+    const QString told = restorePoint(m_place, id).message();
+    QVERIFY2(told.contains(message), qPrintable(told));
+    QVERIFY2(told.contains(m_place.path + u'/' + id), qPrintable(told));
+}
+
+void TestPuttingBack::saysWhatIsWrongWithAJournal_data()
+{
+    QTest::addColumn<QByteArray>("line");
+    QTest::addColumn<bool>("isRight");
+    const QByteArray name = other.toUtf8();
+    QTest::newRow("kept") << "K " + name << true;
+    QTest::newRow("made") << "C " + name << true;
+    QTest::newRow("neither") << "D " + name << false;
+    QTest::newRow("no mark") << name << false;
+    QTest::newRow("kept, outside of the store") << QByteArray("K ../B/X/20240115_60.iss") << false;
+    QTest::newRow("made, no bar file") << QByteArray("C S/B/X/notes") << false;
+    QTest::newRow("empty") << QByteArray() << false;
+}
+
+void TestPuttingBack::saysWhatIsWrongWithAJournal()
+{
+    QFETCH(const QByteArray, line);
+    QFETCH(const bool, isRight);
+    const QString id = job(day, "new\n", false);
+    const QString journal = inPoint(id, QStringLiteral("journal"));
+    writeFile(journal, readFile(journal) + line + '\n');
+    const Result<RestorePointRecord> point = restorePoint(m_place, id);
+    QCOMPARE(bool(point), isRight);
+    if (isRight)
+        QCOMPARE(point->paths(), QStringList({day, other}));
+    else
+        QVERIFY2(point.message().contains(QStringLiteral("journal ") + unreadable),
+                 qPrintable(point.message()));
+}
+
+void TestPuttingBack::aJournalThatCannotBeReadIsNotPassedOver_data()
+{
+    QTest::addColumn<SystemCall>("call");
+    QTest::newRow("opening") << SystemCall::Open;
+    QTest::newRow("reading") << SystemCall::Read;
+}
+
+void TestPuttingBack::aJournalThatCannotBeReadIsNotPassedOver()
+{
+    QFETCH(const SystemCall, call);
+    const QString id = job(day, "new\n", false);
+    const Fault fault(call, QStringLiteral("/journal"), EIO);
+    const Result<RestorePointRecord> point = restorePoint(m_place, id);
+    QVERIFY(!point);
+    QVERIFY2(point.message().contains(qt_error_string(EIO)), qPrintable(point.message()));
+}
+
+void TestPuttingBack::anUnfinishedPointWithoutAJournalHasNoFiles()
+{
+    const QString id = job(day, "new\n", false);
+    QVERIFY(QFile::remove(inPoint(id, QStringLiteral("journal"))));
+    const Result<RestorePointRecord> point = restorePoint(m_place, id);
+    QVERIFY2(point, qPrintable(point.message()));
+    QVERIFY(!point->isComplete && point->paths().isEmpty());
+}
+
+void TestPuttingBack::aCopyThatIsGoneHasNoSize()
+{
+    const QString id = job(day, "new\n");
+    QCOMPARE(restorePoint(m_place, id)->bytes, 4);
+    QVERIFY(QFile::remove(inPoint(id, day)));
+    QCOMPARE(restorePoint(m_place, id)->bytes, 0);
+}
+
+// No file system has a name of that length.
+void TestPuttingBack::aCopyThatCannotBeLookedAtIsTold()
+{
+    const QString id = job(day, "new\n");
+    const QByteArray endless(300, 'x');
+    changeRecord(id, "\"kept\":[\"S/B/X/", "\"kept\":[\"S/B/" + endless + '/');
+    const QString message = restorePoint(m_place, id).message();
+    QVERIFY2(message.contains(QString::fromLatin1(endless)), qPrintable(message));
+}
+
+void TestPuttingBack::aFileIsWrittenInPlaceWhereItsDirectoryRefuses_data()
+{
+    QTest::addColumn<QByteArray>("old");
+    QTest::addColumn<SystemCall>("call");
+    QTest::addColumn<int>("error");
+    for (const char* old : {"", "old\n"}) {
+        QTest::addRow("no new file, %d bytes", int(qstrlen(old)))
+            << QByteArray(old) << SystemCall::Open << EACCES;
+        QTest::addRow("nothing in its place, %d bytes", int(qstrlen(old)))
+            << QByteArray(old) << SystemCall::Rename << EBUSY;
+    }
+}
+
+void TestPuttingBack::aFileIsWrittenInPlaceWhereItsDirectoryRefuses()
+{
+    QFETCH(const QByteArray, old);
+    QFETCH(const SystemCall, call);
+    QFETCH(const int, error);
+    constexpr mode_t mode = 0640;
+    const QByteArray file = QFile::encodeName(path(other));
+    writeFile(path(other), old);
+    QCOMPARE(::chmod(file.constData(), mode), 0);
+    const vexdesk::FileState before = *fileState(path(other));
+    const QString id = job(other, "new and longer than it was\n");
+    QCOMPARE(::chmod(file.constData(), 0600), 0);
+    {
+        const Fault refused(call, call == SystemCall::Open ? QStringLiteral(".tmp") : path(other),
+                            error);
+        QCOMPARE(putBack(id), QString());
+        QCOMPARE(refused.failed(), 1);
+    }
+    QCOMPARE(readFile(path(other)), old);
+    QVERIFY(fileState(path(other))->isUnchanged(before));
+    struct stat status = {};
+    QCOMPARE(::stat(file.constData(), &status), 0);
+    QCOMPARE(status.st_mode & 07777, mode);
+}
+
+// Who may write to it need not be allowed to change its permissions and its time.
+void TestPuttingBack::aFileOfSomebodyElseIsWrittenInPlace()
+{
+    if (::geteuid() != 0)
+        QSKIP("Only the superuser has files of somebody else.");
+    const testsupport::Permissions seen(m_dir->path(), 0755);
+    const testsupport::Permissions writable(path(day), 0666);
+    const QString id = job(day, "new and longer\n");
+    {
+        const testsupport::OtherUser user;
+        QCOMPARE(putBack(id), QString());
+    }
+    QCOMPARE(readFile(path(day)), QByteArray("old\n"));
+}
+
+void TestPuttingBack::saysWhyAFileDidNotComeBack_data()
+{
+    QTest::addColumn<SystemCall>("call");
+    QTest::addColumn<QString>("pathEnd");
+    QTest::addColumn<int>("passed");
+    QTest::addColumn<bool>("isRefused");
+    const QString file = QStringLiteral("/store/") + day;
+    const QString copy = QStringLiteral("/store-restore/%1/") + day;
+    QTest::newRow("the copy is not opened") << SystemCall::Open << copy << 1 << false;
+    QTest::newRow("the old file is not opened") << SystemCall::Open << file << 0 << false;
+    QTest::newRow("the new file is not made")
+        << SystemCall::Open << QStringLiteral(".tmp") << 0 << false;
+    QTest::newRow("the new file is not written")
+        << SystemCall::Write << QStringLiteral(".tmp") << 0 << false;
+    QTest::newRow("the new file is not closed")
+        << SystemCall::Close << QStringLiteral(".tmp") << 0 << false;
+    QTest::newRow("the new file is not named") << SystemCall::Rename << file << 0 << false;
+    QTest::newRow("in place, not opened") << SystemCall::Open << file << 1 << true;
+    QTest::newRow("in place, not written") << SystemCall::Write << file << 0 << true;
+    // The first one that is closed was opened to know what stood there.
+    QTest::newRow("in place, not closed") << SystemCall::Close << file << 0 << true;
+}
+
+void TestPuttingBack::saysWhyAFileDidNotComeBack()
+{
+    QFETCH(const SystemCall, call);
+    QFETCH(const QString, pathEnd);
+    QFETCH(const int, passed);
+    QFETCH(const bool, isRefused);
+    const QString id = job(day, "new\n");
+    std::unique_ptr<Fault> refusal;
+    if (isRefused)
+        refusal = std::make_unique<Fault>(SystemCall::Open, QStringLiteral(".tmp"), EACCES);
+    const QString where = QString(pathEnd).replace(QStringLiteral("%1"), id);
+    const Fault fault(call, where, EIO, passed);
+    const QString message = putBack(id);
+    QVERIFY2(message.contains(
+                 QStringLiteral("Файл %1 не возвращён: %2").arg(path(day), qt_error_string(EIO))),
+             qPrintable(message));
+}
+
+void TestPuttingBack::whatStandsInItsPlaceStays_data()
+{
+    QTest::addColumn<bool>("wasMade");
+    QTest::addColumn<bool>("isDirectory");
+    for (const bool wasMade : {false, true}) {
+        const char* const name = wasMade ? "a file to remove" : "a file to write";
+        QTest::addRow("%s, a directory", name) << wasMade << true;
+        QTest::addRow("%s, a link that leads to itself", name) << wasMade << false;
+    }
+}
+
+void TestPuttingBack::whatStandsInItsPlaceStays()
+{
+    QFETCH(const bool, wasMade);
+    QFETCH(const bool, isDirectory);
+    const QString name = path(wasMade ? other : day);
+    const QString id = job(wasMade ? other : day, "new\n");
+    QVERIFY(QFile::remove(name));
+    if (isDirectory)
+        QVERIFY(QDir().mkdir(name));
+    else
+        QVERIFY(QFile::link(name, name));
+    const QString message = putBack(id);
+    QVERIFY2(message.contains(name), qPrintable(message));
+    const QString why = isDirectory ? QStringLiteral("не обычный файл") : qt_error_string(ELOOP);
+    QVERIFY2(message.contains(why), qPrintable(message));
+    QCOMPARE(QFileInfo(name).isSymLink(), !isDirectory);
+    QCOMPARE(QFileInfo(name).isDir(), isDirectory);
+}
+
+QTEST_GUILESS_MAIN(TestPuttingBack)
+#include "tst_puttingback.moc"
