@@ -68,6 +68,21 @@ private Q_SLOTS:
     void saysWhyAFileDidNotComeBack();
     void whatStandsInItsPlaceStays_data();
     void whatStandsInItsPlaceStays();
+    void aLinkThatLeadsNowhereIsNotFollowed();
+    void whatIsGoneAlreadyNeedNotBeRemoved();
+    void aPointWithoutSumsIsPutBackAsItIs();
+    void aFinishedPointNeedsNoJournal();
+    void saysWhyAFileIsNotKept_data();
+    void saysWhyAFileIsNotKept();
+    void aRecordIsNotWrittenOfWhatCannotBeLookedAt();
+    void aPlaceThatIsNoDirectoryIsSaid_data();
+    void aPlaceThatIsNoDirectoryIsSaid();
+    void aPlaceThatMayNotBeReadIsSaid_data();
+    void aPlaceThatMayNotBeReadIsSaid();
+    void aSeriesThatMayNotBeEnteredIsSaid();
+    void whatIsNotKeptTakesNoRoom();
+    void aPointGoesWithItsSums();
+    void aPointThatCannotBeRemovedIsSaid();
 
 private:
     QString path(const QString& relative) const { return m_root + u'/' + relative; }
@@ -202,6 +217,10 @@ void TestPuttingBack::saysWhatIsWrongWithARecord_data()
     row("\"created\":[]", "\"created\":{}", wrong);
     row("\"created\":[]", "\"created\":[1]", wrong);
     row("\"created\":[]", "\"created\":[\"S/B/X/notes\"]", wrong);
+    for (const char* path : {"S/B\\nC/X", "S/B\\u0000/X", "S//X", "S/./X", "S/../X"})
+        QTest::newRow(path) << QByteArray("\"created\":[]")
+                            << "\"created\":[\"" + QByteArray(path) + "/20240115_60.iss\"]"
+                            << wrong;
     row("\"kept\":[\"S/", "\"kept\":[\"/", wrong);
     row("\"kept\":[\"S/", "\"kept\":[1,\"S/", wrong);
     row("\"id\":\"2", "\"id\":\"3", wrong);
@@ -426,6 +445,209 @@ void TestPuttingBack::whatStandsInItsPlaceStays()
     QVERIFY2(message.contains(why), qPrintable(message));
     QCOMPARE(QFileInfo(name).isSymLink(), !isDirectory);
     QCOMPARE(QFileInfo(name).isDir(), isDirectory);
+}
+
+// Who connects the disk again finds there what was there.
+void TestPuttingBack::aLinkThatLeadsNowhereIsNotFollowed()
+{
+    const QString disk = m_dir->filePath(QStringLiteral("disk"));
+    writeFile(disk + QStringLiteral("/bars"), "old\n");
+    QVERIFY(QFile::link(disk + QStringLiteral("/bars"), path(other)));
+    const QString id = job(other, "new\n");
+    QVERIFY(QDir(disk).removeRecursively());
+    const QString message = putBack(id);
+    QVERIFY2(message.contains(QStringLiteral("никуда не ведёт")), qPrintable(message));
+    QVERIFY(!QFileInfo::exists(disk));
+}
+
+void TestPuttingBack::whatIsGoneAlreadyNeedNotBeRemoved()
+{
+    const QString id = job(other, "new\n");
+    QVERIFY(QFile::remove(path(other)));
+    QCOMPARE(putBack(id), QString());
+}
+
+void TestPuttingBack::aPointWithoutSumsIsPutBackAsItIs()
+{
+    const QString id = job(day, "new\n");
+    QVERIFY(QFile::remove(m_place.path + QStringLiteral("/sums/") + id));
+    QCOMPARE(putBack(id), QString());
+    QCOMPARE(readFile(path(day)), QByteArray("old\n"));
+}
+
+void TestPuttingBack::aFinishedPointNeedsNoJournal()
+{
+    const QString id = job(day, "new\n");
+    writeFile(inPoint(id, QStringLiteral("journal")), "K " + other.toUtf8() + '\n');
+    QCOMPARE(restorePoint(m_place, id)->paths(), QStringList(day));
+}
+
+void TestPuttingBack::saysWhyAFileIsNotKept_data()
+{
+    QTest::addColumn<SystemCall>("call");
+    QTest::addColumn<QString>("pathEnd");
+    QTest::addColumn<int>("passed");
+    QTest::newRow("it is not opened") << SystemCall::Open << day << 0;
+    QTest::newRow("it is not read") << SystemCall::Read << day << 0;
+    QTest::newRow("the copy is not made") << SystemCall::Open << day << 1;
+    QTest::newRow("the copy is not written") << SystemCall::Write << day << 0;
+    QTest::newRow("the copy is not closed") << SystemCall::Close << day << 0;
+    const QString journal = QStringLiteral("/journal");
+    QTest::newRow("the journal is not made") << SystemCall::Open << journal << 0;
+    QTest::newRow("the journal is not written") << SystemCall::Write << journal << 0;
+    const QString temporary = QStringLiteral(".tmp");
+    QTest::newRow("the record is not made") << SystemCall::Open << temporary << 1;
+    QTest::newRow("the record is not written") << SystemCall::Write << temporary << 0;
+    QTest::newRow("the point is not opened") << SystemCall::Open << temporary << 0;
+    QTest::newRow("the place is not opened") << SystemCall::Open << QStringLiteral("/locks") << 0;
+}
+
+void TestPuttingBack::saysWhyAFileIsNotKept()
+{
+    QFETCH(const SystemCall, call);
+    QFETCH(const QString, pathEnd);
+    QFETCH(const int, passed);
+    RestorePoint point(m_place, QStringLiteral("import"), {}, {});
+    const Fault fault(call, pathEnd, EIO, passed);
+    const Outcome kept = point.keep({path(day)});
+    QVERIFY(!kept);
+    QVERIFY2(kept.message().contains(QStringLiteral("Файл %1 не тронут").arg(path(day))),
+             qPrintable(kept.message()));
+    QVERIFY2(kept.message().contains(m_place.path) && kept.message().contains(qt_error_string(EIO)),
+             qPrintable(kept.message()));
+}
+
+// It would be taken for removed.
+void TestPuttingBack::aRecordIsNotWrittenOfWhatCannotBeLookedAt()
+{
+    m_dir.reset();
+    const testsupport::OtherUser user;
+    init();
+    RestorePoint point(m_place, QStringLiteral("import"), {}, {});
+    QVERIFY(point.keep({path(day)}));
+    writeFile(path(day), "new\n");
+    {
+        const testsupport::Permissions barred(path(QStringLiteral("S/B/X")), 0);
+        const Outcome finished = point.finish();
+        QVERIFY(!finished);
+        QVERIFY2(
+            finished.message().contains(path(day) + QStringLiteral(": ") + qt_error_string(EACCES)),
+            qPrintable(finished.message()));
+    }
+    QVERIFY(!restorePoint(m_place, point.id())->isComplete);
+    m_dir.reset();
+}
+
+void TestPuttingBack::aPlaceThatIsNoDirectoryIsSaid_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::newRow("a file") << 0644;
+    QTest::newRow("a program") << 0755;
+}
+
+void TestPuttingBack::aPlaceThatIsNoDirectoryIsSaid()
+{
+    QFETCH(const int, mode);
+    QVERIFY(QDir(m_place.path).removeRecursively());
+    writeFile(m_place.path, "");
+    QCOMPARE(::chmod(QFile::encodeName(m_place.path).constData(), static_cast<mode_t>(mode)), 0);
+    const auto points = restorePoints(m_place);
+    QVERIFY(!points);
+    QVERIFY2(points.message().contains(m_place.path), qPrintable(points.message()));
+}
+
+void TestPuttingBack::aPlaceThatMayNotBeReadIsSaid_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::newRow("not listed") << 0111;
+    QTest::newRow("not entered") << 0444;
+}
+
+void TestPuttingBack::aPlaceThatMayNotBeReadIsSaid()
+{
+    QFETCH(const int, mode);
+    m_dir.reset();
+    const testsupport::OtherUser user;
+    init();
+    job(day, "new\n");
+    {
+        const testsupport::Permissions barred(m_place.path, static_cast<mode_t>(mode));
+        const auto points = restorePoints(m_place);
+        QVERIFY(!points);
+        QVERIFY2(points.message().contains(m_place.path), qPrintable(points.message()));
+        RestorePoint next(m_place, QStringLiteral("import"), {}, {});
+        QVERIFY(!next.keep({path(day)}));
+    }
+    m_dir.reset();
+}
+
+void TestPuttingBack::aSeriesThatMayNotBeEnteredIsSaid()
+{
+    m_dir.reset();
+    const testsupport::OtherUser user;
+    init();
+    const QString changed = job(day, "new\n");
+    const QString made = job(other, "made\n");
+    {
+        const testsupport::Permissions barred(path(QStringLiteral("S/B/X")), 0);
+        for (const QString& id : {changed, made}) {
+            const QString message = putBack(id);
+            QVERIFY2(message.contains(path(id == made ? other : day)), qPrintable(message));
+            QVERIFY2(message.endsWith(qt_error_string(EACCES)), qPrintable(message));
+        }
+    }
+    m_dir.reset();
+}
+
+// What a job has made is not there, and of a broken point nobody knows.
+void TestPuttingBack::whatIsNotKeptTakesNoRoom()
+{
+    RestorePoint oldest(m_place, QStringLiteral("import"), {}, {});
+    QVERIFY(oldest.keep({path(day), path(other)}));
+    writeFile(path(day), "new\n");
+    writeFile(path(other), "made\n");
+    QVERIFY(oldest.finish());
+    const QString broken = job(day, "next\n");
+    writeFile(inPoint(broken, QStringLiteral("point.json")), "");
+    QVERIFY(QFile::remove(m_place.path + QStringLiteral("/sums/") + broken));
+    const QString newest = job(day, "last\n");
+    const QDir place(m_place.path);
+    QVERIFY(pruneRestorePoints(m_place, {.keep = 3, .bytes = 9}));
+    for (const QString& id : {oldest.id(), broken, newest})
+        QVERIFY(place.exists(id));
+    QVERIFY(pruneRestorePoints(m_place, {.keep = 3, .bytes = 8}));
+    QVERIFY(!place.exists(oldest.id()) && place.exists(broken) && place.exists(newest));
+    QVERIFY(pruneRestorePoints(m_place, {.keep = 1, .bytes = 8}));
+    QVERIFY(!place.exists(broken) && place.exists(newest));
+}
+
+void TestPuttingBack::aPointGoesWithItsSums()
+{
+    const QDir place(m_place.path);
+    RestorePoint point(m_place, QStringLiteral("import"), {}, {});
+    QVERIFY(point.keep({path(day)}));
+    writeFile(path(day), "new\n");
+    QVERIFY(point.finish());
+    const QString sums = QStringLiteral("sums/") + point.id();
+    QVERIFY(place.exists(sums));
+    point.remove();
+    QVERIFY(point.id().isEmpty());
+    QVERIFY(!place.exists(QStringLiteral("sums")));
+    QCOMPARE(place.entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+             QStringList(QStringLiteral("locks")));
+}
+
+void TestPuttingBack::aPointThatCannotBeRemovedIsSaid()
+{
+    const QString first = job(day, "new\n");
+    job(day, "newer\n");
+    const Fault fault(SystemCall::Rename, QStringLiteral(".tmp"), EIO);
+    const Outcome pruned = pruneRestorePoints(m_place, {.keep = 1, .bytes = 100});
+    QVERIFY(!pruned);
+    QVERIFY2(pruned.message().contains(m_place.path + u'/' + first) &&
+                 pruned.message().contains(qt_error_string(EIO)),
+             qPrintable(pruned.message()));
+    QCOMPARE(restorePoints(m_place)->points.size(), 2);
 }
 
 QTEST_GUILESS_MAIN(TestPuttingBack)
