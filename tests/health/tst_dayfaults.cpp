@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "dayfaults.h"
 
+#include "support/faults.h"
 #include "support/filetree.h"
 #include "support/strictlog.h"
 
@@ -26,6 +27,7 @@ private Q_SLOTS:
     void countsLines_data();
     void countsLines();
     void tellsWhatItCannotRead();
+    void tellsWhatIsWrittenMeanwhile();
 
 private:
     DayFile read(const QByteArray& content, int jumpPercent = 10) const
@@ -51,6 +53,7 @@ void TestDayFaults::findsFaults_data()
     const QByteArray bar = "100000;1.00;1.10;0.90;1.00;5;5.00;0\n";
     row("nothing", "", "0 0 0 0 0 0");
     row("one", bar, "1 0 0 0 0 0");
+    row("one at midnight", "000000;1.00;1.10;0.90;1.00;5;5.00;0\n", "1 0 0 0 0 0");
     row("edited", "100000;1.00;1.10;0.90;1.00;5.00;5;0\n", "1 1 0 0 0 0");
     row("three of a time", bar + bar + bar, "3 0 2 0 0 0");
     row("backwards", "100100;1;1;1;1;1;1;0\n" + bar + "100030;1;1;1;1;1;1;0\n", "3 0 0 1 0 0");
@@ -151,6 +154,8 @@ void TestDayFaults::countsLines_data()
     QTest::newRow("carriage returns") << bar + "\r\n\r\n" + bar + "\r" << 2 << Lines{2};
     QTest::newRow("carriage return alone") << bar + "\n\r" << 1 << Lines{2};
     QTest::newRow("carriage return within") << bar + "\r\r\n" << 0 << Lines{1};
+    QTest::newRow("line end of two characters alone") << QByteArray("\r\n") << 0 << Lines{1};
+    QTest::newRow("three bytes with it") << QByteArray("1\r\n") << 0 << Lines{1};
     QTest::newRow("mark") << mark + bar + "\n" << 1 << Lines{};
     QTest::newRow("mark later") << bar + "\n" + mark + bar + "\n" << 1 << Lines{2};
     QTest::newRow("mark alone") << mark << 0 << Lines{};
@@ -188,6 +193,23 @@ void TestDayFaults::tellsWhatItCannotRead()
     QVERIFY(tooLarge.failure);
     QCOMPARE(tooLarge.failure->reason, UnreadFile::Reason::Broken);
     QVERIFY(!tooLarge.failure->message.isEmpty());
+}
+
+// The rest of its last line comes between two reads.
+void TestDayFaults::tellsWhatIsWrittenMeanwhile()
+{
+    const QByteArray bar = "100000;1;1;1;1;1;1;0\n";
+    const QString path = m_dir.filePath(QStringLiteral("day"));
+    testsupport::writeFile(path, bar + "\r\n" + bar.first(4));
+    bool isWritten = false;
+    const testsupport::Meanwhile meanwhile(testsupport::SystemCall::ReadEnd, path, [&] {
+        QFile file(path);
+        isWritten = file.open(QIODevice::Append) && file.write(bar.mid(4)) == bar.size() - 4;
+    });
+    const DayFile file = readDayFile(path, QDate(2024, 1, 15), 10);
+    QVERIFY(isWritten && file.failure);
+    QCOMPARE(file.failure->path, path);
+    QCOMPARE(file.failure->reason, UnreadFile::Reason::Changing);
 }
 
 QTEST_GUILESS_MAIN(TestDayFaults)

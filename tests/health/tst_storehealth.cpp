@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "boardhealth.h"
 #include "healthreport.h"
 #include "storehealth.h"
 
@@ -12,6 +13,7 @@
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
 
+#include <atomic>
 #include <filesystem>
 #include <memory>
 
@@ -48,6 +50,10 @@ private Q_SLOTS:
     void tellsOfNamesThatAreNoText();
     void tellsDaysToAskFor();
     void isTheSameInEveryOrderOfEntries();
+    void countsTheDaysThatAreAskedFor_data();
+    void countsTheDaysThatAreAskedFor();
+    void expectsNothingOfAWeekdayWithoutBars();
+    void stopsBetweenDays();
 
 private:
     using Times = QList<int>; // minutes of the day
@@ -463,6 +469,75 @@ void TestStoreHealth::isTheSameInEveryOrderOfEntries()
         QCOMPARE(reports, wanted);
     }
     QVERIFY(wanted.contains("\"from\""));
+}
+
+void TestStoreHealth::countsTheDaysThatAreAskedFor_data()
+{
+    QTest::addColumn<QStringList>("series");
+    QTest::addColumn<int>("timeframe"); // 0: both
+    QTest::addColumn<QList<int>>("percents");
+    const QStringList all;
+    QTest::newRow("all") << all << 0 << QList<int>{12, 25, 37, 50, 62, 75, 87, 100};
+    QTest::newRow("minutes") << all << 60 << QList<int>{20, 40, 60, 80, 100};
+    QTest::newRow("seconds") << all << 1 << QList<int>{33, 66, 100};
+    QTest::newRow("a series") << QStringList(alfa) << 0 << QList<int>{20, 40, 60, 80, 100};
+    QTest::newRow("its minutes") << QStringList(alfa) << 60 << QList<int>{50, 100};
+    QTest::newRow("its seconds") << QStringList(alfa) << 1 << QList<int>{33, 66, 100};
+    QTest::newRow("another's seconds") << QStringList(vega) << 1 << QList<int>{};
+}
+
+void TestStoreHealth::countsTheDaysThatAreAskedFor()
+{
+    QFETCH(const QStringList, series);
+    QFETCH(const int, timeframe);
+    for (int day = 0; day < 3; ++day) {
+        write(alfa, someDay.addDays(day), session(), 1);
+        write(vega, someDay.addDays(day), session());
+    }
+    write(alfa, someDay, session());
+    write(alfa, someDay.addDays(1), session());
+    HealthQuery query;
+    query.series = series;
+    if (timeframe != 0)
+        query.timeframe = timeframe;
+    QList<int> percents;
+    StoreHealth(QDir(m_dir->path()), query)
+        .read([](const SeriesHealth&) {}, [&percents](int percent) { percents.append(percent); });
+    QTEST(percents, "percents");
+}
+
+// Another series of the board has one on a Saturday.
+void TestStoreHealth::expectsNothingOfAWeekdayWithoutBars()
+{
+    writeDays(alfa, session());
+    writeDays(vega, session());
+    const QDate saturday(2024, 6, 8);
+    write(vega, saturday, session());
+    const SeriesHealth health = first();
+    QCOMPARE(health.missingDays, QList<QDate>{saturday});
+    QCOMPARE(qint64(health.missedBars), 0);
+    QCOMPARE(coverageOf(health), QStringLiteral("1.0000"));
+}
+
+void TestStoreHealth::stopsBetweenDays()
+{
+    writeDays(alfa, session(), QDate(2024, 2, 29));
+    writeDays(vega, session(), QDate(2024, 2, 29));
+    std::vector<QDate> days;
+    for (QDate day(2024, 1, 1); day <= QDate(2024, 2, 29); day = day.addDays(1)) {
+        if (day.dayOfWeek() < 6)
+            days.push_back(day);
+    }
+    const std::vector<tadata::BoardSeries> board{{alfa, QDir(m_dir->filePath(alfa)), days, true},
+                                                 {vega, QDir(m_dir->filePath(vega)), days, true}};
+    for (const int enough : {1, 10, 44, 45}) {
+        std::atomic<bool> stop = false;
+        int read = 0;
+        tadata::boardHealth(
+            board, 60, {}, [&] { stop = ++read >= enough; }, &stop);
+        // The window of the weekday is read to its end.
+        QVERIFY2(read >= enough && read < enough + 9, qPrintable(QString::number(read)));
+    }
 }
 
 QTEST_GUILESS_MAIN(TestStoreHealth)

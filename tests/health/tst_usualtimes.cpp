@@ -25,6 +25,7 @@ private Q_SLOTS:
     void needsFiveOtherDays();
     void needsFourFifthsOfThem_data();
     void needsFourFifthsOfThem();
+    void knowsTheWholeDay();
     void prefersTheEarlierOfEquallyNearDays();
     void findsGaps_data();
     void findsGaps();
@@ -160,6 +161,22 @@ void TestUsualTimes::needsFourFifthsOfThem()
         stored[dates[day]] = minutes({0});
     QTEST(judged(stored)[dates[0]].expected, "expected");
     QCOMPARE(judged(stored)[dates[0]].missing, judged(stored)[dates[0]].expected);
+}
+
+// From midnight to the second before the next one.
+void TestUsualTimes::knowsTheWholeDay()
+{
+    Days days = weeks(6, {0, 60, 120, 86339, 86340, 86399});
+    const QDate date = days.firstKey();
+    days[date] = {120};
+    const DayHealth health = judged(days, 1)[date];
+    QCOMPARE(health.expected, 6);
+    QCOMPARE(health.missing, 5);
+    QCOMPARE(health.gaps.size(), size_t(2));
+    QCOMPARE(health.gaps[0].from, 0);
+    QCOMPARE(health.gaps[0].to, 60);
+    QCOMPARE(health.gaps[1].from, 86339);
+    QCOMPARE(health.gaps[1].to, 86399);
 }
 
 void TestUsualTimes::prefersTheEarlierOfEquallyNearDays()

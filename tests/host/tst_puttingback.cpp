@@ -588,8 +588,8 @@ void TestPuttingBack::aSeriesThatMayNotBeEnteredIsSaid()
     init();
     const QString changed = job(day, "new\n");
     const QString made = job(other, "made\n");
-    {
-        const testsupport::Permissions barred(path(QStringLiteral("S/B/X")), 0);
+    for (const char* directory : {"S/B/X", "S/B"}) {
+        const testsupport::Permissions barred(path(QLatin1String(directory)), 0);
         for (const QString& id : {changed, made}) {
             const QString message = putBack(id);
             QVERIFY2(message.contains(path(id == made ? other : day)), qPrintable(message));

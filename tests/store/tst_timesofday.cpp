@@ -18,6 +18,7 @@ private Q_SLOTS:
     void hasASlotForEachSecond();
     void putsWholeMinutesFirst();
     void isASet();
+    void countsTheEndsOfASpan();
 };
 
 namespace {
@@ -84,6 +85,18 @@ void TestTimesOfDay::isASet()
         times.clear();
         QCOMPARE(secondsOf(times), QSet<int>());
         QVERIFY(!times.contains(0));
+    }
+}
+
+void TestTimesOfDay::countsTheEndsOfASpan()
+{
+    for (const int step : {1, 60}) {
+        const TimesOfDay times = made({10 * step, 11 * step, 12 * step});
+        QCOMPARE(times.countWithin(10 * step, 12 * step), 3);
+        QCOMPARE(times.countWithin(10 * step + 1, 12 * step), 2);
+        QCOMPARE(times.countWithin(10 * step, 12 * step - 1), 2);
+        QCOMPARE(times.countWithin(11 * step, 11 * step), 1);
+        QCOMPARE(times.countWithin(12 * step, 10 * step), 0);
     }
 }
 
