@@ -13,6 +13,7 @@
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
 
+#include <algorithm>
 #include <atomic>
 #include <filesystem>
 #include <memory>
@@ -533,8 +534,11 @@ void TestStoreHealth::stopsBetweenDays()
     for (const int enough : {1, 10, 44, 45}) {
         std::atomic<bool> stop = false;
         int read = 0;
-        tadata::boardHealth(
+        const tadata::BoardHealth health = tadata::boardHealth(
             board, 60, {}, [&] { stop = ++read >= enough; }, &stop);
+        for (const SeriesHealth& found : health.series)
+            QVERIFY(std::all_of(found.days.begin(), found.days.end(),
+                                [](const DayHealth& day) { return day.day.isValid(); }));
         // The window of the weekday is read to its end.
         QVERIFY2(read >= enough && read < enough + 9, qPrintable(QString::number(read)));
     }

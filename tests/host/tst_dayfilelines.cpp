@@ -186,6 +186,11 @@ private Q_SLOTS:
     void saysWhyItStopped_data();
     void saysWhyItStopped();
     void waitsForTheRestOfALineThatIsBeingWritten();
+    void readsNoMoreThanItMay_data();
+    void readsNoMoreThanItMay();
+    void readsNoMoreThanItMayOfAFileThatGrows();
+    void isMixedOfMoreThanOneRead();
+    void passesOverWhatTheEndHasCutAsATextStreamDoes();
 
 private:
     QTemporaryDir m_dir;
@@ -497,6 +502,87 @@ void TestDayFileLines::waitsForTheRestOfALineThatIsBeingWritten()
     });
     QVERIFY(reader.next(&line));
     QCOMPARE(line, QByteArrayView(bar));
+}
+
+void TestDayFileLines::readsNoMoreThanItMay_data()
+{
+    QTest::addColumn<int>("beyond");
+    QTest::newRow("one less") << -1;
+    QTest::newRow("as much") << 0;
+    QTest::newRow("one more") << 1;
+}
+
+void TestDayFileLines::readsNoMoreThanItMay()
+{
+    QFETCH(const int, beyond);
+    const QByteArray content = barsOf(40'000);
+    writeOldFile(path(), content);
+    const qint64 most = content.size() - beyond;
+    DayFileLines whole(path(), most);
+    QVERIFY(whole.open());
+    QCOMPARE(whole.plainText().has_value(), beyond <= 0);
+    DayFileLines reader(path(), most, smallBlockSize);
+    QVERIFY(reader.open());
+    QCOMPARE(reader.position(), 0);
+    QByteArrayView line;
+    qsizetype bytes = 0;
+    while (reader.next(&line))
+        bytes += line.size() + 1;
+    QCOMPARE(bool(reader.outcome()), beyond <= 0);
+    if (beyond <= 0) {
+        QCOMPARE(bytes, content.size());
+        QCOMPARE(reader.position(), content.size());
+    }
+}
+
+// It is as large as it may be when it is opened.
+void TestDayFileLines::readsNoMoreThanItMayOfAFileThatGrows()
+{
+    writeOldFile(path(), bar + '\n');
+    DayFileLines reader(path(), bar.size() + 1);
+    QByteArrayView line;
+    QVERIFY(reader.open() && reader.next(&line));
+    QFile writer(path());
+    QVERIFY(writer.open(QIODevice::Append));
+    QCOMPARE(writer.write("1"), 1);
+    writer.close();
+    QVERIFY(!reader.next(&line));
+    QVERIFY(!reader.outcome());
+}
+
+void TestDayFileLines::isMixedOfMoreThanOneRead()
+{
+    writeOldFile(path(), barsOf(2 * smallBlockSize));
+    for (const int reads : {1, 2}) {
+        DayFileLines reader(path(), DayFileLines::unlimited, smallBlockSize);
+        QByteArrayView line;
+        QVERIFY(reader.open());
+        while (reader.position() < reads * smallBlockSize)
+            QVERIFY(reader.next(&line));
+        QVERIFY(!reader.isMixed());
+        writeFile(path(), barsOf(2 * smallBlockSize));
+        QCOMPARE(reader.isMixed(), reads > 1);
+        QVERIFY(reader.isChanged());
+    }
+}
+
+void TestDayFileLines::passesOverWhatTheEndHasCutAsATextStreamDoes()
+{
+    const QByteArrayList ends{"\x7f",         "\x80",         "\xbf",
+                              "\xc0",         "\xc1",         "\xc2",
+                              "\xdf",         "\xe0",         "\xe1",
+                              "\xef",         "\xf0",         "\xf3",
+                              "\xf4",         "\xf5",         "\xff",
+                              "\xc2\x80",     "\xdf\xbf",     "\xe1\x80",
+                              "\xef\xbe",     "\xe1\x80\x80", "\xef\xbe\xbf",
+                              "\xf0\x90",     "\xf1\x80",     "\xf4\x8f",
+                              "\xf1\x80\x80", "\xf4\x8f\xbf", "\xf1\x80\x80\x80"};
+    for (const QByteArray& end : ends) {
+        for (const QByteArray& before : {QByteArray(), QByteArray("1"), QByteArray("\xd0\x81")}) {
+            writeOldFile(path(), before + end);
+            QCOMPARE(linesOf(path()), streamedLinesOf(path()));
+        }
+    }
 }
 
 QTEST_GUILESS_MAIN(TestDayFileLines)

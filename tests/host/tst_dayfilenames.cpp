@@ -12,6 +12,7 @@
 #include <QtTest/QTest>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 
@@ -46,6 +47,8 @@ private Q_SLOTS:
     void takesNothingElseForTheRoot_data();
     void takesNothingElseForTheRoot();
     void findsABarFileByWhateverName();
+    void tellsWhetherAFileMayBeInADirectory_data();
+    void tellsWhetherAFileMayBeInADirectory();
     void makesTheDirectoryOfASeries_data();
     void makesTheDirectoryOfASeries();
     void keepsPlaceholdersInCodes();
@@ -85,6 +88,7 @@ void TestDayFile::namesDayFilesWithAnUnpaddedTimeframe()
     QCOMPARE(vexdesk::dayFileName(day, 60), QStringLiteral("20181214_60.iss"));
     QCOMPARE(vexdesk::dayFileName(day, 1), QStringLiteral("20181214_1.iss"));
     QCOMPARE(vexdesk::dayFileName(QDate(987, 6, 5), 1), QStringLiteral("09870605_1.iss"));
+    QCOMPARE(vexdesk::dayFileName(QDate(1, 2, 3), 1), QStringLiteral("00010203_1.iss"));
 }
 
 void TestDayFile::namesMinuteFilesWithoutAnExtension()
@@ -104,6 +108,11 @@ void TestDayFile::readsOnlyNamesThatItMakes_data()
     QTest::newRow("no timeframe") << QStringLiteral("20181214_.iss") << 0;
     QTest::newRow("timeframe 0") << QStringLiteral("20181214_0.iss") << 0;
     QTest::newRow("no such day") << QStringLiteral("20181314_60.iss") << 0;
+    QTest::newRow("no mark of the timeframe") << QStringLiteral("20181214.iss") << 0;
+    QTest::newRow("no digit, below") << QStringLiteral("2018121/_60.iss") << 0;
+    QTest::newRow("no digit, above") << QStringLiteral("2018121:_60.iss") << 0;
+    QTest::newRow("seven digits") << QStringLiteral("2018121") << 0;
+    QTest::newRow("eight digits") << QStringLiteral("20181214") << 0;
     QTest::newRow("other extension") << QStringLiteral("20181214_60.txt") << 0;
     QTest::newRow("backup copy") << QStringLiteral("20181214_60.iss.bak") << 0;
     QTest::newRow("upper case") << QStringLiteral("20181214_60.ISS") << 0;
@@ -180,6 +189,48 @@ void TestDayFile::findsABarFileByWhateverName()
     QCOMPARE(found(other), QStringLiteral("20240116_60"));
     QVERIFY(!vexdesk::fileState(dir.path()));
     QVERIFY(!vexdesk::fileState(dir.filePath(QStringLiteral("missing"))));
+}
+
+void TestDayFile::tellsWhetherAFileMayBeInADirectory_data()
+{
+    QTest::addColumn<QString>("directory");
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<bool>("mayBe");
+    const auto row = [](const char* directory, const char* file, bool mayBe) {
+        QTest::addRow("%s, %s", directory, file)
+            << QString::fromLatin1(directory) << QString::fromLatin1(file) << mayBe;
+    };
+    row("store", "store/S/bars", true);
+    row("store/S", "store/S/bars", true);
+    row("store", "elsewhere/bars", false);
+    row("store", "store-2/bars", false);
+    row("elsewhere", "store/S/bars", false);
+    row("store", "linkToBars", true);
+    row("linkToStore", "store/S/bars", true);
+    row("store", "elsewhere/second", true); // which is the name of another one, too
+    row("store", "missing", true);
+    row("missing", "elsewhere/bars", true);
+    row("store", "elsewhere", true); // no file
+}
+
+void TestDayFile::tellsWhetherAFileMayBeInADirectory()
+{
+    QFETCH(const QString, directory);
+    QFETCH(const QString, file);
+    QFETCH(const bool, mayBe);
+    const QTemporaryDir dir;
+    for (const char* name : {"store/S/bars", "elsewhere/bars", "store-2/bars", "elsewhere/first"})
+        testsupport::writeFile(dir.filePath(QLatin1String(name)), "x");
+    const auto encoded = [&dir](const char* name) {
+        return QFile::encodeName(dir.filePath(QLatin1String(name)));
+    };
+    QCOMPARE(
+        ::link(encoded("elsewhere/first").constData(), encoded("elsewhere/second").constData()), 0);
+    QVERIFY(QFile::link(dir.filePath(QStringLiteral("store/S/bars")),
+                        dir.filePath(QStringLiteral("linkToBars"))));
+    QVERIFY(QFile::link(dir.filePath(QStringLiteral("store")),
+                        dir.filePath(QStringLiteral("linkToStore"))));
+    QCOMPARE(vexdesk::mayBeIn(QDir(dir.filePath(directory)), dir.filePath(file)), mayBe);
 }
 
 void TestDayFile::makesTheDirectoryOfASeries_data()
