@@ -120,6 +120,17 @@ private Q_SLOTS:
     void emptiesTheTargetOfALinkThatItCannotRemove();
     void tellsWhatItCouldNotEmpty();
 
+    void saysWhatToDo_data();
+    void saysWhatToDo();
+    void leavesAFileAloneThatIsCutMeanwhile();
+    void rewritesOneByteInPlace();
+    void saysWhatCannotBeLookedAt();
+    void saysWhatMayNotBeOpened();
+    void importsIntoTheFileThatWasRead_data();
+    void importsIntoTheFileThatWasRead();
+    void importsIntoADirectoryThatIsNotThereYet();
+    void makesNoDirectoryBehindALink();
+
 private:
     QDir dir() const { return QDir(m_store->path()); }
     QString path(const QString& file = name) const { return m_store->filePath(file); }
@@ -603,6 +614,147 @@ void TestDayFileRewrite::tellsWhatItCouldNotEmpty()
     makeReadOnlyDirectory("old\n");
     const Fault fault(SystemCall::Close, name, EIO);
     QVERIFY(isToldOf(rewrite(QByteArray())));
+}
+
+void TestDayFileRewrite::saysWhatToDo_data()
+{
+    QTest::addColumn<bool>("isImport");
+    QTest::addColumn<bool>("hasChanged");
+    QTest::addColumn<QString>("why");
+    QTest::addColumn<QString>("advice");
+    const QString disk = QStringLiteral("проверьте диск и права на файл и ");
+    QTest::newRow("deletion, changed")
+        << false << true << QStringLiteral("он изменился после того, как был показан")
+        << QStringLiteral("покажите интервал ещё раз и повторите удаление");
+    QTest::newRow("deletion, failed")
+        << false << false << qt_error_string(EIO) << disk + QStringLiteral("повторите удаление");
+    QTest::newRow("import, changed")
+        << true << true << QStringLiteral("он изменился, пока его читали")
+        << QStringLiteral("повторите импорт");
+    QTest::newRow("import, failed")
+        << true << false << qt_error_string(EIO) << disk + QStringLiteral("повторите импорт");
+}
+
+void TestDayFileRewrite::saysWhatToDo()
+{
+    QFETCH(const bool, isImport);
+    QFETCH(const bool, hasChanged);
+    QFETCH(const QString, why);
+    QFETCH(const QString, advice);
+    writeFile(path(), "old\n");
+    FileState asRead = *fileState(path());
+    asRead.size += hasChanged ? 1 : 0;
+    const Fault fault(SystemCall::Write, QStringLiteral(".tmp"), EIO);
+    const QString message = isImport
+                                ? vexdesk::writeDayFile(path(), "new\n", asRead).message()
+                                : vexdesk::rewriteDayFile(dir(), name, "new\n", asRead).message();
+    QCOMPARE(message, QStringLiteral("Файл %1 не переписан: %2; %3.").arg(path(), why, advice));
+}
+
+// Before it is read for the case that it has to be put back.
+void TestDayFileRewrite::leavesAFileAloneThatIsCutMeanwhile()
+{
+    writeFile(path(), "old and longer\n");
+    const testsupport::Meanwhile meanwhile(SystemCall::Open, QStringLiteral(".tmp"),
+                                           [this] { writeFile(path(), "o"); });
+    const Fault fault(SystemCall::Open, QStringLiteral(".tmp"), EACCES);
+    const QString message = rewrite("new\n");
+    QVERIFY2(message.contains(QStringLiteral("изменился")), qPrintable(message));
+    QCOMPARE(stored(), (Tree{{name, "o"}}));
+}
+
+void TestDayFileRewrite::rewritesOneByteInPlace()
+{
+    makeReadOnlyDirectory("o");
+    QCOMPARE(rewrite("new\n"), QString());
+    QCOMPARE(stored(), (Tree{{name, "new\n"}}));
+}
+
+// No file system has a name of that length.
+void TestDayFileRewrite::saysWhatCannotBeLookedAt()
+{
+    const QString endless(300, u'x');
+    for (const QString& message :
+         {vexdesk::rewriteDayFile(dir(), endless, "new\n", FileState()).message(),
+          vexdesk::writeDayFile(path(endless), "new\n", std::nullopt).message()}) {
+        QVERIFY2(message.contains(endless) && message.contains(qt_error_string(ENAMETOOLONG)),
+                 qPrintable(message));
+    }
+}
+
+void TestDayFileRewrite::saysWhatMayNotBeOpened()
+{
+    writeFile(path(), "old\n");
+    const FileState asRead = *fileState(path());
+    const Fault fault(SystemCall::Open, path(), EACCES);
+    for (const QString& message : {vexdesk::rewriteDayFile(dir(), name, "new\n", asRead).message(),
+                                   vexdesk::writeDayFile(path(), "new\n", asRead).message()}) {
+        QVERIFY2(message.contains(path()) && message.contains(qt_error_string(EACCES)),
+                 qPrintable(message));
+    }
+}
+
+void TestDayFileRewrite::importsIntoTheFileThatWasRead_data()
+{
+    QTest::addColumn<bool>("isThere");
+    QTest::addColumn<bool>("wasThere");
+    QTest::addColumn<int>("more"); // bytes that it had when it was read
+    QTest::addColumn<bool>("isWritten");
+    QTest::newRow("the same") << true << true << 0 << true;
+    QTest::newRow("another") << true << true << 1 << false;
+    QTest::newRow("made meanwhile") << true << false << 0 << false;
+    QTest::newRow("removed meanwhile") << false << true << 0 << false;
+    QTest::newRow("none") << false << false << 0 << true;
+}
+
+void TestDayFileRewrite::importsIntoTheFileThatWasRead()
+{
+    QFETCH(const bool, isThere);
+    QFETCH(const bool, wasThere);
+    QFETCH(const int, more);
+    QFETCH(const bool, isWritten);
+    writeFile(path(), "old\n");
+    std::optional<FileState> asRead;
+    if (wasThere) {
+        asRead = fileState(path());
+        asRead->size += more;
+    }
+    if (!isThere)
+        QVERIFY(QFile::remove(path()));
+    const Tree before = stored();
+    const auto written = vexdesk::writeDayFile(path(), "new\n", asRead);
+    QCOMPARE(bool(written), isWritten);
+    QCOMPARE(stored(), isWritten ? (Tree{{name, "new\n"}}) : before);
+    if (!isWritten)
+        QVERIFY2(written.message().contains(QStringLiteral("изменился")),
+                 qPrintable(written.message()));
+}
+
+void TestDayFileRewrite::importsIntoADirectoryThatIsNotThereYet()
+{
+    const QString below = path(QStringLiteral("S/B/X/") + name);
+    QVERIFY(vexdesk::writeDayFile(below, "new\n", std::nullopt));
+    QCOMPARE(readFile(below), QByteArray("new\n"));
+    writeFile(path(QStringLiteral("file")), "");
+    const QString message =
+        vexdesk::writeDayFile(path(QStringLiteral("file/X/") + name), "new\n", std::nullopt)
+            .message();
+    QVERIFY2(message.contains(path(QStringLiteral("file/X"))), qPrintable(message));
+    QVERIFY2(message.contains(QStringLiteral("невозможно создать каталог")), qPrintable(message));
+}
+
+// The disk that it leads to is to be connected.
+void TestDayFileRewrite::makesNoDirectoryBehindALink()
+{
+    const QString gone = path(QStringLiteral("gone"));
+    QVERIFY(QFile::link(gone + QStringLiteral("/bars"), path()));
+    const auto written = vexdesk::writeDayFile(path(), "new\n", std::nullopt);
+    QVERIFY2(written.message().contains(qt_error_string(ENOENT)), qPrintable(written.message()));
+    QVERIFY(!QFileInfo::exists(gone));
+    QVERIFY(QDir().mkdir(gone));
+    QVERIFY(vexdesk::writeDayFile(path(), "new\n", std::nullopt));
+    QCOMPARE(readFile(gone + QStringLiteral("/bars")), QByteArray("new\n"));
+    QVERIFY(QFileInfo(path()).isSymLink());
 }
 
 QTEST_GUILESS_MAIN(TestDayFileRewrite)

@@ -68,6 +68,7 @@ private Q_SLOTS:
     void saysWhyAFileDidNotComeBack();
     void whatStandsInItsPlaceStays_data();
     void whatStandsInItsPlaceStays();
+    void eachByteOfACopyCounts();
     void aLinkThatLeadsNowhereIsNotFollowed();
     void whatIsGoneAlreadyNeedNotBeRemoved();
     void aPointWithoutSumsIsPutBackAsItIs();
@@ -445,6 +446,25 @@ void TestPuttingBack::whatStandsInItsPlaceStays()
     QVERIFY2(message.contains(why), qPrintable(message));
     QCOMPARE(QFileInfo(name).isSymLink(), !isDirectory);
     QCOMPARE(QFileInfo(name).isDir(), isDirectory);
+}
+
+void TestPuttingBack::eachByteOfACopyCounts()
+{
+    QByteArray content;
+    for (int i = 0; i < 200; ++i)
+        content += static_cast<char>('0' + i % 10);
+    writeFile(path(day), content);
+    const QString id = job(day, "new\n");
+    const QString copy = inPoint(id, day);
+    const RestorePointRecord point = *restorePoint(m_place, id);
+    for (qsizetype i = 0; i < content.size(); ++i) {
+        QByteArray changed = content;
+        changed[i] = '!';
+        writeFile(copy, changed);
+        QVERIFY2(!PuttingBack(m_place, point).begin(), qPrintable(QString::number(i)));
+    }
+    writeFile(copy, content);
+    QVERIFY(PuttingBack(m_place, point).begin());
 }
 
 // Who connects the disk again finds there what was there.
