@@ -84,6 +84,9 @@ private Q_SLOTS:
     void whatIsNotKeptTakesNoRoom();
     void aPointGoesWithItsSums();
     void aPointThatCannotBeRemovedIsSaid();
+    void newerPointsForbidAnUnfinishedOne();
+    void aNewerPointThatCannotBeReadMayForbid();
+    void aRecordMayBeOfAnyLength();
 
 private:
     QString path(const QString& relative) const { return m_root + u'/' + relative; }
@@ -668,6 +671,61 @@ void TestPuttingBack::aPointThatCannotBeRemovedIsSaid()
                  pruned.message().contains(qt_error_string(EIO)),
              qPrintable(pruned.message()));
     QCOMPARE(restorePoints(m_place)->points.size(), 2);
+}
+
+// Nobody knows what it had left.
+void TestPuttingBack::newerPointsForbidAnUnfinishedOne()
+{
+    const QString unfinished = job(day, "half\n", false);
+    const auto forbidding = [&] {
+        return *whatForbidsPuttingBack(m_place, *restorePoint(m_place, unfinished));
+    };
+    QCOMPARE(forbidding(), QStringList());
+    job(other, "new\n");
+    QCOMPARE(forbidding(), QStringList());
+    const QString newest = job(day, "newer\n");
+    QCOMPARE(forbidding(), QStringList(path(day)));
+    // An undo that was not finished has not put it back.
+    RestorePoint undo(m_place, QStringLiteral("undo"), {}, {newest});
+    QVERIFY(undo.keep({path(other)}));
+    writeFile(path(other), "undone\n");
+    QCOMPARE(forbidding(), QStringList(path(day)));
+    QVERIFY(undo.finish());
+    QCOMPARE(forbidding(), QStringList());
+}
+
+void TestPuttingBack::aNewerPointThatCannotBeReadMayForbid()
+{
+    const QString first = job(day, "new\n");
+    const RestorePointRecord point = *restorePoint(m_place, first);
+    const QString broken = job(other, "newer\n");
+    writeFile(inPoint(broken, QStringLiteral("point.json")), "");
+    const auto forbidding = whatForbidsPuttingBack(m_place, point);
+    QVERIFY(!forbidding);
+    QVERIFY2(forbidding.message().contains(broken), qPrintable(forbidding.message()));
+    QVERIFY(QDir(m_place.path).removeRecursively());
+    writeFile(m_place.path, "");
+    QVERIFY(!whatForbidsPuttingBack(m_place, point));
+}
+
+void TestPuttingBack::aRecordMayBeOfAnyLength()
+{
+    constexpr int files = 400;
+    const QStringList source{QString(40'000, u'x'), QStringLiteral("y")};
+    RestorePoint point(m_place, QStringLiteral("import"), {QString(20'000, u'z')}, source);
+    QStringList made;
+    for (int i = 0; i < files; ++i)
+        made.append(QStringLiteral("S/B/X%1/20240115_60.iss").arg(i, 3, 10, QChar(u'0')));
+    for (const QString& relative : std::as_const(made)) {
+        QVERIFY(point.keep({path(relative)}));
+        writeFile(path(relative), "new\n");
+    }
+    QVERIFY(point.finish());
+    const Result<RestorePointRecord> record = restorePoint(m_place, point.id());
+    QVERIFY2(record, qPrintable(record.message()));
+    QCOMPARE(record->created, made);
+    QCOMPARE(record->source, source);
+    QCOMPARE(record->left.size(), files);
 }
 
 QTEST_GUILESS_MAIN(TestPuttingBack)

@@ -19,7 +19,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
+#include <atomic>
 #include <memory>
 
 using testsupport::readTree;
@@ -60,6 +62,10 @@ private Q_SLOTS:
     void aJobWithoutPointsKeepsNothing();
     void aPointThatTheJobNeedsGoesAtItsEnd();
     void textsAreSortedByCodePoint();
+    void theEndsOfThePlanesAreSortedByCodePoint();
+    void aLockOfNobodyKnowsWhomIsNamed();
+    void whoIsStoppedDoesNotWait();
+    void aLockThatMayNotBeMadeIsNobodys();
     void filesOfAnInterval();
     void aSeriesIsCopiedMovedAndRemoved();
 
@@ -343,6 +349,61 @@ void TestSeriesLock::aSeriesIsCopiedMovedAndRemoved()
     QVERIFY(vexdesk::removeBarFiles(to, {day}, nullptr));
     QCOMPARE(readTree(to).keys(), QStringList(linked));
     QVERIFY(!vexdesk::removeBarFiles(to, {day}, nullptr));
+}
+
+void TestSeriesLock::theEndsOfThePlanesAreSortedByCodePoint()
+{
+    const QStringList sorted{QStringLiteral("a"),          QStringLiteral("\ud7ff"),
+                             QStringLiteral("\ue000"),     QStringLiteral("\ue001"),
+                             QStringLiteral("\ufffd"),     QStringLiteral("\U00010000"),
+                             QStringLiteral("\U00010400"), QStringLiteral("\U0010fffd")};
+    QStringList texts = sorted;
+    std::reverse(texts.begin(), texts.end());
+    QCOMPARE(vexdesk::sortedByCodePoint(texts), sorted);
+    QCOMPARE(vexdesk::sortedByCodePoint(texts + sorted), sorted);
+}
+
+void TestSeriesLock::aLockOfNobodyKnowsWhomIsNamed()
+{
+    const QString text =
+        QStringLiteral("Серию S/B/X сейчас меняет другая программа; блокировка: %1");
+    writeFile(lockFile(), "");
+    SeriesLocks locks;
+    QCOMPARE(locks.take(place(), {series}, noWait).message(), text.arg(lockFile()));
+    QVERIFY(QFile::remove(lockFile()));
+
+    const RestorePlace own{place().root, path("own")};
+    QVERIFY(locks.take(own, {series}, noWait));
+    SeriesLocks second;
+    QCOMPARE(second.take(place(), {series}, noWait).message(),
+             text.arg(place().root + QStringLiteral("/S/B/X")));
+}
+
+void TestSeriesLock::whoIsStoppedDoesNotWait()
+{
+    constexpr std::chrono::hours longTime{1};
+    const std::atomic<bool> stop = true;
+    SeriesLocks held;
+    QVERIFY(held.take(place(), {series}, noWait, &stop));
+    SeriesLocks second;
+    QVERIFY(!second.take(place(), {series}, longTime, &stop));
+    // The lock file of the other one is elsewhere.
+    QVERIFY(!second.take({place().root, path("own")}, {series}, longTime, &stop));
+}
+
+void TestSeriesLock::aLockThatMayNotBeMadeIsNobodys()
+{
+    const testsupport::OtherUser user;
+    const QTemporaryDir dir;
+    const RestorePlace made =
+        *vexdesk::makeRestorePlace(QDir(dir.filePath(QStringLiteral("store"))));
+    QVERIFY(QDir().mkpath(made.path + QStringLiteral("/locks/S/B")));
+    const testsupport::Permissions readOnly(made.path + QStringLiteral("/locks/S/B"), 0555);
+    SeriesLocks locks;
+    const auto refused = locks.take(made, {series}, noWait);
+    QVERIFY(!refused);
+    QVERIFY2(refused.message().contains(QStringLiteral("Невозможно создать файл блокировки")),
+             qPrintable(refused.message()));
 }
 
 QTEST_GUILESS_MAIN(TestSeriesLock)
