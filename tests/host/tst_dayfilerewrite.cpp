@@ -125,6 +125,7 @@ private Q_SLOTS:
     void leavesAFileAloneThatIsCutMeanwhile();
     void rewritesOneByteInPlace();
     void saysWhatCannotBeLookedAt();
+    void importsIntoNothingThatIsNoFile();
     void saysWhatMayNotBeOpened();
     void importsIntoTheFileThatWasRead_data();
     void importsIntoTheFileThatWasRead();
@@ -676,10 +677,24 @@ void TestDayFileRewrite::saysWhatCannotBeLookedAt()
     const QString endless(300, u'x');
     for (const QString& message :
          {vexdesk::rewriteDayFile(dir(), endless, "new\n", FileState()).message(),
-          vexdesk::writeDayFile(path(endless), "new\n", std::nullopt).message()}) {
+          vexdesk::writeDayFile(path(endless), "new\n", std::nullopt).message(),
+          vexdesk::writeDayFile(path(endless), "new\n", FileState()).message()}) {
         QVERIFY2(message.contains(endless) && message.contains(qt_error_string(ENAMETOOLONG)),
                  qPrintable(message));
     }
+}
+
+void TestDayFileRewrite::importsIntoNothingThatIsNoFile()
+{
+    QVERIFY(dir().mkdir(name));
+    const QString message = vexdesk::writeDayFile(path(), "new\n", std::nullopt).message();
+    QVERIFY2(message.contains(QStringLiteral("это не обычный файл")), qPrintable(message));
+    QVERIFY(dir().rmdir(name));
+    QVERIFY(QFile::link(path(), path()));
+    const QString circle = vexdesk::writeDayFile(path(), "new\n", std::nullopt).message();
+    QVERIFY2(circle.contains(path()) && circle.contains(qt_error_string(ELOOP)),
+             qPrintable(circle));
+    QVERIFY(QFileInfo(path()).isSymLink());
 }
 
 void TestDayFileRewrite::saysWhatMayNotBeOpened()

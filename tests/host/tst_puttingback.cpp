@@ -69,6 +69,8 @@ private Q_SLOTS:
     void whatStandsInItsPlaceStays_data();
     void whatStandsInItsPlaceStays();
     void eachByteOfACopyCounts();
+    void aLargeFileComesBackWhole_data();
+    void aLargeFileComesBackWhole();
     void aLinkThatLeadsNowhereIsNotFollowed();
     void whatIsGoneAlreadyNeedNotBeRemoved();
     void aPointWithoutSumsIsPutBackAsItIs();
@@ -468,6 +470,26 @@ void TestPuttingBack::eachByteOfACopyCounts()
     }
     writeFile(copy, content);
     QVERIFY(PuttingBack(m_place, point).begin());
+}
+
+void TestPuttingBack::aLargeFileComesBackWhole_data()
+{
+    QTest::addColumn<int>("size");
+    for (const int size : {65'535, 65'536, 65'537, 131'072, 300'000})
+        QTest::addRow("%d bytes", size) << size;
+}
+
+void TestPuttingBack::aLargeFileComesBackWhole()
+{
+    QFETCH(const int, size);
+    QByteArray content;
+    for (int i = 0; content.size() < size; ++i)
+        content += QByteArray::number(i) + '\n';
+    content.truncate(size);
+    writeFile(path(day), content);
+    const QString id = job(day, "new\n");
+    QCOMPARE(putBack(id), QString());
+    QVERIFY(readFile(path(day)) == content);
 }
 
 // Who connects the disk again finds there what was there.

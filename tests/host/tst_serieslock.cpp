@@ -63,6 +63,8 @@ private Q_SLOTS:
     void aPointThatTheJobNeedsGoesAtItsEnd();
     void textsAreSortedByCodePoint();
     void theEndsOfThePlanesAreSortedByCodePoint();
+    void textsThatBeginAlikeAreSorted();
+    void leftDirectoriesGoWithWhatIsInThem();
     void aLockOfNobodyKnowsWhomIsNamed();
     void whoIsStoppedDoesNotWait();
     void aLockThatMayNotBeMadeIsNobodys();
@@ -361,6 +363,35 @@ void TestSeriesLock::theEndsOfThePlanesAreSortedByCodePoint()
     std::reverse(texts.begin(), texts.end());
     QCOMPARE(vexdesk::sortedByCodePoint(texts), sorted);
     QCOMPARE(vexdesk::sortedByCodePoint(texts + sorted), sorted);
+}
+
+void TestSeriesLock::textsThatBeginAlikeAreSorted()
+{
+    const QStringList sorted{QStringLiteral("A"), QStringLiteral("A/"), QStringLiteral("AB"),
+                             QStringLiteral("AC"), QStringLiteral("ACA")};
+    QStringList texts = sorted;
+    do
+        QCOMPARE(vexdesk::sortedByCodePoint(texts), sorted);
+    while (std::next_permutation(texts.begin(), texts.end()));
+}
+
+void TestSeriesLock::leftDirectoriesGoWithWhatIsInThem()
+{
+    const pid_t child = ::fork();
+    if (child == 0)
+        ::_exit(0);
+    QCOMPARE(::waitpid(child, nullptr, 0), child);
+    const QDir dir(path("store/S/B/X"));
+    const QString directory = QStringLiteral(".tadata-%1-77.tmp").arg(child);
+    const QString link = QStringLiteral(".tadata-%1-78.tmp").arg(child);
+    writeFile(dir.filePath(directory + QStringLiteral("/file")), "x");
+    writeFile(path("kept/file"), "x");
+    QVERIFY(QFile::link(path("kept"), dir.filePath(link)));
+    SeriesLocks locks;
+    QVERIFY(locks.take(place(), {series}, noWait));
+    QCOMPARE(dir.entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot),
+             QStringList());
+    QVERIFY(QFileInfo::exists(path("kept/file")));
 }
 
 void TestSeriesLock::aLockOfNobodyKnowsWhomIsNamed()
