@@ -78,11 +78,11 @@ std::optional<PlainDate> FieldPattern::date(QByteArrayView field) const
         const Part& part = m_parts[i];
         const int number = numbers[static_cast<size_t>(i)];
         hasCentury = hasCentury || (part.letter == 'y' && part.length == 4);
-        if (part.letter == 'y' && (part.length == 2 || part.length == 4) && date.year < 0)
+        if (part.letter == 'y' && (part.length == 2 || part.length == 4))
             date.year = number;
-        else if (part.letter == 'M' && part.length == 2 && date.month < 0)
+        else if (part.letter == 'M' && part.length == 2)
             date.month = number;
-        else if (part.letter == 'd' && part.length == 2 && date.day < 0)
+        else if (part.letter == 'd' && part.length == 2)
             date.day = number;
         else
             return std::nullopt;

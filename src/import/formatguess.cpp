@@ -76,8 +76,8 @@ public:
     void clear() { m_count = 0; }
     void add(int index, const Column& column)
     {
-        m_count = m_count > 0 && index == m_last + 1 ? m_count + 1 : 1;
-        m_last = index;
+        ++m_count;
+        m_next = index + 1;
         std::rotate(m_numbers.begin(), m_numbers.begin() + 1, m_numbers.end());
         m_numbers.back() = numbersOf(column);
     }
@@ -86,8 +86,7 @@ public:
     // What has to be added so that this is the last of four.
     int firstMissing(int index) const
     {
-        const int first = index - int(m_numbers.size()) + 1;
-        return m_count == 0 ? first : std::max(first, m_last + 1);
+        return std::max(index - int(m_numbers.size()) + 1, m_next);
     }
     PriceColumns columns() const
     {
@@ -96,8 +95,8 @@ public:
 
 private:
     std::array<Numbers, priceRoles.size()> m_numbers;
-    int m_count = 0; // of adjacent columns
-    int m_last = -1;
+    int m_count = 0; // of columns since it was cleared
+    int m_next = 0;  // behind the column that was read last
 };
 
 // Which fits into every integer and needs no Qt to be read.
@@ -421,8 +420,7 @@ void Guessing::findPrices(ColumnReader& reader, const SampleBody& body, qsizetyp
         for (size_t i = 0; i < priceRoles.size(); ++i)
             take(priceRoles[i], index - int(priceRoles.size()) + 1 + int(i));
         takeDecimals(window.columns());
-        if (index + 1 < fields)
-            findVolume(body, reader.column(index + 1), index + 1);
+        findVolume(body, reader.column(index + 1), index + 1);
         return;
     }
     miss(pricesMissing);

@@ -24,6 +24,10 @@ private Q_SLOTS:
     void readsTimesAsTheParser();
     void readsDaysOfThisCentury();
     void readsOtherPatternsOfAnyLength();
+    void readsUnusualDatesAsTheParser_data();
+    void readsUnusualDatesAsTheParser();
+    void readsUnusualTimesAsTheParser_data();
+    void readsUnusualTimesAsTheParser();
 };
 
 namespace {
@@ -120,6 +124,82 @@ void TestFieldForms::readsOtherPatternsOfAnyLength()
     QCOMPARE(time.read("9:30:00.500"), std::optional(QTime(9, 30, 0, 500)));
     QCOMPARE(time.read("9:60:00.500"), std::nullopt);
     QCOMPARE(TimeForm(QStringLiteral("hh-mm")).read("10-30"), std::optional(QTime(10, 30)));
+}
+
+void TestFieldForms::readsUnusualDatesAsTheParser_data()
+{
+    QTest::addColumn<QString>("pattern");
+    QTest::addColumn<QString>("text");
+    const auto form = [](const char* pattern, const char* text) {
+        QTest::addRow("%s: %s", pattern, text)
+            << QString::fromUtf8(pattern) << QString::fromUtf8(text);
+    };
+    form("yyyy年MM月dd", "2024年01月15");
+    form("yyyy年MM月dd", "2024?01?15");
+    form("yyyy'-'MM'-'dd", "2024-01-15");
+    form("yyyy'-'MM'-'dd", "2024'-'01'-'15");
+    form("dd.MM", "15.01");
+    form("dd.yyyy", "15.2024");
+    form("MM.yyyy", "01.2024");
+    form("MM.yyyy", "00.2024");
+    form("dd.MM.yyy", "15.01.024");
+    form("dd.MMM.yyyy", "15.001.2024");
+    form("ddd.MM.yyyy", "015.01.2024");
+    form("yyyyMMhh", "20240115");
+    form("hhyyyyMM", "15202401");
+    form("yyyyMMMM", "20240101");
+    form("ddMMMM", "150101");
+    form("dd.MM.dd", "15.01.15");
+    form("dd.MM.dd", "15.01.16");
+    form("yyyyy.MM.dd", "02024.01.15");
+    form("yyyy.MM.dd.dd", "2024.01.15.15");
+    form("yyyy_MM_dd", "0000_01_15");
+    form("yyyy_MM_dd", "2024_00_15");
+    form("yyyy_MM_dd", "2024_01_00");
+    form("yyyy_MM_dd", "2023_02_29");
+    form("yyyy_MM_dd", "2024_02_29");
+    form("yy_MM_dd", "00_02_29");
+    form("yy_MM_dd", "04_02_29");
+}
+
+void TestFieldForms::readsUnusualDatesAsTheParser()
+{
+    QFETCH(const QString, pattern);
+    QFETCH(const QString, text);
+    QCOMPARE(DateForm(pattern).read(text.toUtf8()).value_or(QDate()), dateOfField(text, pattern));
+}
+
+void TestFieldForms::readsUnusualTimesAsTheParser_data()
+{
+    QTest::addColumn<QString>("pattern");
+    QTest::addColumn<QString>("text");
+    const auto form = [](const char* pattern, const char* text) {
+        QTest::addRow("%s: %s", pattern, text)
+            << QString::fromUtf8(pattern) << QString::fromUtf8(text);
+    };
+    form("mm:hh", "30:10");
+    form("ss:mm", "30:10");
+    form("hh:ss", "10:30");
+    form("hh:mm:hh", "10:30:10");
+    form("h:mm", "9:30");
+    form("hhh:mm", "010:30");
+    form("hh'h'mm", "10h30");
+    form("hh'h'mm", "10'h'30");
+    form("hh", "10");
+    form("hh:mm:ss.zzz", "10:30:15.500");
+    form("hh:mm ap", "10:30 pm");
+    form("hh-mm", "24-00");
+    form("hh-mm", "23-60");
+    form("hh-mm-ss", "23-59-60");
+    form("hh-mm-ss", "23-59-59");
+}
+
+void TestFieldForms::readsUnusualTimesAsTheParser()
+{
+    QFETCH(const QString, pattern);
+    QFETCH(const QString, text);
+    QCOMPARE(TimeForm(pattern).read(text.toUtf8()).value_or(QTime()),
+             QTime::fromString(text, pattern));
 }
 
 QTEST_GUILESS_MAIN(TestFieldForms)

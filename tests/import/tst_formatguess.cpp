@@ -26,7 +26,13 @@ private Q_SLOTS:
     void guesses();
     void takesOnlyWhatIsGiven_data();
     void takesOnlyWhatIsGiven();
+    void knowsALineOfBarsByOneField_data();
+    void knowsALineOfBarsByOneField();
     void toleratesOneDamagedLineOfTwenty();
+    void looksForStepsPastADamagedLine();
+    void looksForDistancesPastADamagedLine();
+    void aDayMayBeWrittenInTwoWays();
+    void takesTheDayOfAnyOfTheForms();
     void looksForStepsWithinAHalf();
     void looksForDistancesWithinAHalf();
     void addsUpDistancesExactly();
@@ -117,6 +123,8 @@ void rowsOfSeparators()
         "low=4,close=5,volume=6 2");
     row("the one of more fields", "a b c d e f;20240115;1000;1;2;1;2\n",
         "; no-header yyyyMMdd hhmm 60 date=1,time=2,open=3,high=4,low=5,close=6 0");
+    row("the one of one field more", QByteArray("20240115;1000;1;2;1;2;,,,,,\n").repeated(2),
+        "; no-header yyyyMMdd hhmm 60 date=0,time=1,open=2,high=3,low=4,close=5 0");
     row("the first of as many", "a;a;a;a;a;20240115,1000,1,2,1,2\n",
         ", no-header ? hhmm 60 time=1,open=2,high=3,low=4,close=5 0 missing: date");
     row("five fields", "20240115,1,2,1,2\n20240116,1,2,1,2\n",
@@ -162,6 +170,10 @@ void rowsOfNames()
         ", header ? ? 60  - missing: date prices time");
     row("wrong date and time", named("time,date,open,high,low,close", "20240115,1000,1,2,1,2"),
         ", header ? ? 60 open=2,high=3,low=4,close=5 0 missing: date time");
+    for (const char* prices : {"1.25,2,1,2", "1,2.25,1,2", "1,2,0.25,2", "1,2,1,1.25"}) {
+        row(prices, named("date,time,open,high,low,close", QByteArray("20240115,1000,") + prices),
+            ", header yyyyMMdd hhmm 60 date=0,time=1,open=2,high=3,low=4,close=5 2");
+    }
     row("numbers that are none",
         named("date,time,open,high,low,close,vol,oi", "20240115,1000,x,2,1,2,5.0,2147483648"),
         ", header yyyyMMdd hhmm 60 date=0,time=1,open=2,high=3,low=4,close=5 0 missing: oi volume");
@@ -175,6 +187,20 @@ void rowsOfContent()
         ", no-header yyyyMMdd hhmm 60 date=0,time=1,open=3,high=4,low=5,close=6 1");
     row("a column between", "1.5,1.7,20240115,1.4,1.6,1000,1.5,1.7,1.4,1.6\n",
         ", no-header yyyyMMdd hhmm 60 date=2,time=5,open=6,high=7,low=8,close=9 1");
+    row("prices before all", "1,2,1,2,20240115,1000\n",
+        ", no-header yyyyMMdd hhmm 60 date=4,time=5,open=0,high=1,low=2,close=3 0");
+    row("a date that could be a price", "5,20240115,30000000,1,6,10:00\n",
+        ", no-header yyyyMMdd hh:mm 60 date=1,time=5 - missing: prices");
+    row("a time that could be a price", "20240115,5,1000,3000,1,1006\n",
+        ", no-header yyyyMMdd hhmm 60 date=0,time=2 - missing: prices");
+    row("numbers before, between and behind",
+        "9,8,1000,7,20240115,9,8,7,1.5,1.7,1.4,1.6,3\n9,8,1001,7,20240115,9,8,7,1.5,1.7,1.4,1.6,"
+        "3\n",
+        ", no-header yyyyMMdd hhmm 60 date=4,time=2,open=8,high=9,low=10,close=11,volume=12 1");
+    row("two times before the date", "1000,1100,20240115,1,2,1,2\n",
+        ", no-header yyyyMMdd hhmm 60 date=2,time=0,open=3,high=4,low=5,close=6 0");
+    row("two dates before the time", "20240115,20240116,1000,1,2,1,2\n",
+        ", no-header yyyyMMdd hhmm 60 date=0,time=2,open=3,high=4,low=5,close=6 0");
     row("time before date", "1000,20240115,1,2,1,2\n",
         ", no-header yyyyMMdd hhmm 60 date=1,time=0,open=2,high=3,low=4,close=5 0");
     row("either a date or a time", "101112,101112,1,2,1,2\n",
@@ -184,6 +210,8 @@ void rowsOfContent()
         ", no-header yyyyMMdd hhmm 60 date=0,time=1 - missing: prices");
     row("closes first", "20240115,1000,2,3,1,1\n20240115,1001,3,4,2,2\n20240115,1002,4,5,3,3\n",
         ", no-header yyyyMMdd hhmm 60 date=0,time=1 - missing: prices");
+    row("numbers that do not move before", "20240115,1000,2,2,2,2,3,1,2.5\n",
+        ", no-header yyyyMMdd hhmm 60 date=0,time=1,open=5,high=6,low=7,close=8 1");
     row("no integer beside", "20240115,1000,1,2,1,2,5.5\n",
         ", no-header yyyyMMdd hhmm 60 date=0,time=1,open=2,high=3,low=4,close=5 0");
     row("a time beside", "20240115,1,2,1,2,1000\n",
@@ -308,6 +336,27 @@ void TestFormatGuess::takesOnlyWhatIsGiven()
     QCOMPARE(shown(guessOf(content, hints)), expected);
 }
 
+void TestFormatGuess::knowsALineOfBarsByOneField_data()
+{
+    QTest::addColumn<QByteArray>("field");
+    QTest::addColumn<bool>("isOfBars");
+    QTest::newRow("a known date") << QByteArray("20240115") << true;
+    QTest::newRow("a known time") << QByteArray("10:00") << true;
+    QTest::newRow("a date in the form that is given") << QByteArray("15_01_2024") << true;
+    QTest::newRow("a time in the form that is given") << QByteArray("10-00") << true;
+    QTest::newRow("neither") << QByteArray("15-01-2024") << false;
+}
+
+// The first line is no header where one of its fields is a date or a time.
+void TestFormatGuess::knowsALineOfBarsByOneField()
+{
+    QFETCH(const QByteArray, field);
+    QFETCH(const bool, isOfBars);
+    const GuessHints hints{.dateFormat = QStringLiteral("dd_MM_yyyy"),
+                           .timeFormat = QStringLiteral("hh-mm")};
+    QCOMPARE(guessOf("a,b,c,d,e," + field + "\n1,2,3,4,5,6\n", hints).hasHeader, !isOfBars);
+}
+
 void TestFormatGuess::toleratesOneDamagedLineOfTwenty()
 {
     const QByteArray good = timed({"20240115,1000"});
@@ -322,6 +371,40 @@ void TestFormatGuess::toleratesOneDamagedLineOfTwenty()
         QVERIFY(shown(guessOf(good.repeated(37) + bad + bad + good)) == found);
         QVERIFY(shown(guessOf(good.repeated(36) + bad + bad + good)) != found);
     }
+}
+
+void TestFormatGuess::looksForStepsPastADamagedLine()
+{
+    const QByteArray content =
+        dated({"01/02/2024"}) + "damaged\n" + dated({"02/02/2024"}).repeated(18);
+    QCOMPARE(guessOf(content).dateFormat, QStringLiteral("dd/MM/yyyy"));
+}
+
+void TestFormatGuess::looksForDistancesPastADamagedLine()
+{
+    for (const QByteArray& bad : {QByteArray("20241315,100000"), QByteArray("20240115,250000")}) {
+        const QByteArray begin = timed({"20240115,100000"});
+        const QByteArray end = timed({"20240115,100100"}).repeated(18);
+        QCOMPARE(guessOf(begin + timed({bad}) + end).timeframe, 60);
+        const QByteArray later = timed({"20240115,100001"}).repeated(18);
+        QCOMPARE(guessOf(begin + timed({bad}) + later).timeframe, 1);
+    }
+}
+
+void TestFormatGuess::aDayMayBeWrittenInTwoWays()
+{
+    const QByteArray content = timed({"1 2 2024,100000", "01 02 2024,100001"});
+    QCOMPARE(guessOf(content, {.dateFormat = QStringLiteral("d M yyyy")}).timeframe, 1);
+}
+
+// A line in twenty has a month of one of the forms alone.
+void TestFormatGuess::takesTheDayOfAnyOfTheForms()
+{
+    const QByteArray content = timed({"01/02/2024,100000"}).repeated(38) +
+                               timed({"01/13/2024,100000", "01/13/2024,100001"});
+    const FormatGuess guess = guessOf(content);
+    QCOMPARE(guess.ambiguous.size(), 2);
+    QCOMPARE(guess.timeframe, 1);
 }
 
 void TestFormatGuess::looksForStepsWithinAHalf()
@@ -382,6 +465,8 @@ void TestFormatGuess::saysWhichNamedColumnsItLeavesOut()
         guessOf("date;time;open;high;low;close; Объём в шт.;;vol;<PER>\n" + line + line).unused,
         (QStringList{QStringLiteral("Объём в шт."), QStringLiteral("<PER>")}));
     QCOMPARE(guessOf(line + line).unused, QStringList());
+    QCOMPARE(guessOf("no;date;time;open;high;low;close\n5;20240115;1000;1;2;1;2\n").unused,
+             QStringList{QStringLiteral("no")});
 }
 
 void TestFormatGuess::isEnoughWithoutVolume()
