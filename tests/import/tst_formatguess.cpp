@@ -35,6 +35,7 @@ private Q_SLOTS:
     void takesTheDayOfAnyOfTheForms();
     void looksForStepsWithinAHalf();
     void looksForDistancesWithinAHalf();
+    void looksForOpensWithinAHalf();
     void addsUpDistancesExactly();
     void passesOverLinesTooLongForBars();
     void isEnoughWithoutVolume();
@@ -168,6 +169,8 @@ void rowsOfNames()
         ", header yyyyMMdd hhmm 60 date=0,time=1,volume=5 - missing: prices");
     row("one price, no date", named("a,b,open,c,d,e", "20240115,1000,1,2,1,2"),
         ", header ? ? 60  - missing: date prices time");
+    row("no name for the first", named(",date,time,open,high,low,close", "7,20240115,1000,1,2,1,2"),
+        ", header yyyyMMdd hhmm 60 date=1,time=2,open=3,high=4,low=5,close=6 0");
     row("wrong date and time", named("time,date,open,high,low,close", "20240115,1000,1,2,1,2"),
         ", header ? ? 60 open=2,high=3,low=4,close=5 0 missing: date time");
     for (const char* prices : {"1.25,2,1,2", "1,2.25,1,2", "1,2,0.25,2", "1,2,1,1.25"}) {
@@ -187,6 +190,10 @@ void rowsOfContent()
         ", no-header yyyyMMdd hhmm 60 date=0,time=1,open=3,high=4,low=5,close=6 1");
     row("a column between", "1.5,1.7,20240115,1.4,1.6,1000,1.5,1.7,1.4,1.6\n",
         ", no-header yyyyMMdd hhmm 60 date=2,time=5,open=6,high=7,low=8,close=9 1");
+    row("nothing in the first column", ",20240115,1000,1,2,1,2\n",
+        ", no-header yyyyMMdd hhmm 60 date=1,time=2,open=3,high=4,low=5,close=6 0");
+    row("from the high to the low", "20240115,1000,2,2,1,1\n",
+        ", no-header yyyyMMdd hhmm 60 date=0,time=1,open=2,high=3,low=4,close=5 0");
     row("prices before all", "1,2,1,2,20240115,1000\n",
         ", no-header yyyyMMdd hhmm 60 date=4,time=5,open=0,high=1,low=2,close=3 0");
     row("a date that could be a price", "5,20240115,30000000,1,6,10:00\n",
@@ -308,6 +315,10 @@ void TestFormatGuess::takesOnlyWhatIsGiven_data()
     hinted("long separator", QByteArray(plain).replace(",", "::"),
            {.separator = QStringLiteral("::")},
            ":: no-header yyyyMMdd hhmmss 60 " + found + ",volume=6 2");
+    hinted("long separator of a sign that stands alone, too",
+           "20240115::10:00:00::1::2::1::2::a:b:c\n20240115::10:01:00::1::2::1::2::d\n",
+           {.separator = QStringLiteral("::")},
+           ":: no-header yyyyMMdd hh:mm:ss 60 " + found + " 0");
     hinted("no separator", plain, {.separator = QString()},
            "none no-header ? ? 60  - missing: date prices separator time");
     hinted("date form", dated({"01/02/2024"}), {.dateFormat = QStringLiteral("MM/dd/yyyy")},
@@ -367,6 +378,7 @@ void TestFormatGuess::toleratesOneDamagedLineOfTwenty()
           timed({"20240115,1000"}).replace('7', 'x'),
           timed({"20240115,1000"}).replace("1.7", "1.3")}) {
         QCOMPARE(shown(guessOf(good.repeated(19) + bad)), found);
+        QCOMPARE(shown(guessOf(good.repeated(10) + bad + good.repeated(9))), found);
         QVERIFY(shown(guessOf(good.repeated(18) + bad)) != found);
         QVERIFY(shown(guessOf(good.repeated(37) + bad + bad + good)) == found);
         QVERIFY(shown(guessOf(good.repeated(36) + bad + bad + good)) != found);
@@ -428,6 +440,16 @@ void TestFormatGuess::looksForDistancesWithinAHalf()
     QCOMPARE(guessOf(content.first(content.lastIndexOf('\n', -2) + 1)).timeframe, 1);
 }
 
+// Between both halves lies what opens and closes do not tell of each other.
+void TestFormatGuess::looksForOpensWithinAHalf()
+{
+    const QByteArray content = QByteArray("20240115,1000,2,20,1,8\n").repeated(1000) +
+                               QByteArray("20240115,1000,20,20,1,2\n").repeated(1000);
+    QCOMPARE(guessOf(content).missing, QStringList());
+    const QByteArray whole = content.first(content.lastIndexOf('\n', -2) + 1);
+    QCOMPARE(guessOf(whole).missing, QStringList{QStringLiteral("prices")});
+}
+
 void TestFormatGuess::addsUpDistancesExactly()
 {
     const auto misses = [](const QByteArrayList& opensAndCloses) {
@@ -456,6 +478,11 @@ void TestFormatGuess::passesOverLinesTooLongForBars()
     const QByteArray tooLong = good.chopped(1) + QByteArray(100'000, '6') + '\n';
     QCOMPARE(guessOf(good.repeated(19) + tooLong).dateFormat, QStringLiteral("yyyyMMdd"));
     QCOMPARE(guessOf(good.repeated(18) + tooLong).separator, std::nullopt);
+    // None of its fields counts.
+    const QByteArray other = timed({"20241315,1000"});
+    QCOMPARE(guessOf(good.repeated(19) + other).dateFormat, QStringLiteral("yyyyMMdd"));
+    QCOMPARE(guessOf(tooLong + good.repeated(18) + other).dateFormat, std::nullopt);
+    QCOMPARE(guessOf(good.repeated(18) + tooLong + other).dateFormat, std::nullopt);
 }
 
 void TestFormatGuess::saysWhichNamedColumnsItLeavesOut()
