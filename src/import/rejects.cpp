@@ -140,8 +140,7 @@ BadLines::BadLines(const QString& input, const ImportWays& ways, bool hasHeader)
 // Of an import that has failed, too.
 BadLines::~BadLines()
 {
-    if (m_rejects.isOpen())
-        static_cast<void>(writeOut());
+    static_cast<void>(writeOut());
 }
 
 Outcome BadLines::take(const FileLine& line)
@@ -210,8 +209,6 @@ Failure BadLines::notWritten() const
 
 Outcome BadLines::finish()
 {
-    if (!m_rejects.isOpen())
-        return {};
     if (Outcome written = writeOut(); !written)
         return written;
     m_rejects.close();

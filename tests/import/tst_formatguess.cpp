@@ -8,6 +8,8 @@
 #include "support/filetree.h"
 #include "support/strictlog.h"
 
+#include <vexdesk/decimal.h>
+
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
 
@@ -29,6 +31,7 @@ private Q_SLOTS:
     void knowsALineOfBarsByOneField_data();
     void knowsALineOfBarsByOneField();
     void toleratesOneDamagedLineOfTwenty();
+    void countsTheFirstLineToo();
     void looksForStepsPastADamagedLine();
     void looksForDistancesPastADamagedLine();
     void aDayMayBeWrittenInTwoWays();
@@ -380,9 +383,18 @@ void TestFormatGuess::toleratesOneDamagedLineOfTwenty()
         QCOMPARE(shown(guessOf(good.repeated(19) + bad)), found);
         QCOMPARE(shown(guessOf(good.repeated(10) + bad + good.repeated(9))), found);
         QVERIFY(shown(guessOf(good.repeated(18) + bad)) != found);
+        QVERIFY(shown(guessOf(good + bad + good.repeated(17) + bad)) != found);
         QVERIFY(shown(guessOf(good.repeated(37) + bad + bad + good)) == found);
         QVERIFY(shown(guessOf(good.repeated(36) + bad + bad + good)) != found);
     }
+}
+
+void TestFormatGuess::countsTheFirstLineToo()
+{
+    const QByteArray good = timed({"20240115,1000"});
+    const QByteArray bad = QByteArray(good).replace("1.7", "1.3");
+    QCOMPARE(guessOf(bad + good.repeated(19)).missing, QStringList());
+    QCOMPARE(guessOf(bad + good.repeated(18) + bad).missing, QStringList{QStringLiteral("prices")});
 }
 
 void TestFormatGuess::looksForStepsPastADamagedLine()
@@ -464,12 +476,14 @@ void TestFormatGuess::addsUpDistancesExactly()
     QVERIFY(misses({"0 0", "1 0"}));
     QVERIFY(!misses({"0 0", "1 1"}));
     QVERIFY(!misses({"0 0", "0 1"}));
-    // The sums of distances differ in the 200th digit after the point, and have 17 before it.
-    const QByteArray one = "0." + QByteArray(199, '0') + '1';
+    // The sums of distances differ far behind the point, and have 17 digits before it.
     const QByteArray much = "36028797018963967";
-    QVERIFY(misses({"0 0", much + ' ' + much, "0 " + one}));
-    QVERIFY(!misses({"0 0", much + ' ' + much, one + " 0"}));
-    QVERIFY(!misses({"0 0", much + ' ' + much, one + ' ' + one}));
+    for (const int digits : {200, int(decimal::maxScale)}) {
+        const QByteArray one = "0." + QByteArray(digits - 1, '0') + '1';
+        QVERIFY(misses({"0 0", much + ' ' + much, "0 " + one}));
+        QVERIFY(!misses({"0 0", much + ' ' + much, one + " 0"}));
+        QVERIFY(!misses({"0 0", much + ' ' + much, one + ' ' + one}));
+    }
 }
 
 void TestFormatGuess::passesOverLinesTooLongForBars()

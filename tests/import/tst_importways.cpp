@@ -42,8 +42,11 @@ private Q_SLOTS:
     void countsEachDayOnce();
     void rejectsAreTheBytesOfTheFile_data();
     void rejectsAreTheBytesOfTheFile();
+    void aFileThatChangesGivesNoRejects();
     void rejectsMendedAreTheRest();
+    void anImportThatFailsKeepsItsRejects();
     void makesNoRejectsWithoutBadLines();
+    void refusesAPlaceOfRejectsThatIsMissing();
     void overwritesNoRejects();
     void namesRejectsThatCannotBeWritten_data();
     void namesRejectsThatCannotBeWritten();
@@ -191,8 +194,10 @@ void TestImportWays::rejectsAreTheBytesOfTheFile_data()
 {
     QTest::addColumn<QByteArray>("mark");
     QTest::addColumn<int>("encoding");
+    QTest::addColumn<bool>("hasHeader");
     const auto row = [](const char* name, const QByteArray& mark, QStringConverter::Encoding to) {
-        QTest::newRow(name) << mark << int(to);
+        QTest::newRow(name) << mark << int(to) << false;
+        QTest::addRow("%s, with a header", name) << mark << int(to) << true;
     };
     row("UTF-8", "", QStringConverter::Utf8);
     row("UTF-8 with a mark", "\xef\xbb\xbf", QStringConverter::Utf8);
@@ -206,17 +211,21 @@ void TestImportWays::rejectsAreTheBytesOfTheFile()
 {
     QFETCH(const QByteArray, mark);
     QFETCH(const int, encoding);
+    QFETCH(const bool, hasHeader);
     QStringEncoder encoder{QStringConverter::Encoding(encoding)};
     const auto encoded = [&encoder](const QString& text) -> QByteArray { return encoder(text); };
     // Characters that have the byte of a line feed in some encoding, on either side.
-    const QString odd = QString(QChar(0x0a0d)) + QChar(0x0d0a) + QChar(0x010a) + QChar(0x0a0a);
-    const QByteArray header = encoded(QStringLiteral("<дата>;") + odd + QStringLiteral("\r\n"));
+    const QString odd = QString(QChar(0x0a0d)) + QChar(0x0d0a) + QChar(0x010a) + QChar(0x0a0a) +
+                        QChar(0x0a0d) + QChar(0x0100) + QChar(0x0a0d);
+    const QByteArray header =
+        hasHeader ? encoded(QStringLiteral("<дата>;") + odd + QStringLiteral("\r\n"))
+                  : QByteArray();
     const QByteArray good = encoded(QString::fromLatin1(bar));
     const QByteArray first = encoded(odd + QStringLiteral(";1\r\n"));
     const QByteArray second = encoded(QStringLiteral("20240115;\r;1\n"));
     const QByteArray last = encoded(odd + QStringLiteral("x"));
     ImportDetails details = detailsOfSeries(0);
-    details.firstLineIsHeader = true;
+    details.firstLineIsHeader = hasHeader;
     const QByteArray text =
         mark + header + good + first + good + encoded(QStringLiteral(" \n")) + second + good + last;
     const ImportResult result = import(text, details, {.rejects = rejects()});
@@ -226,11 +235,47 @@ void TestImportWays::rejectsAreTheBytesOfTheFile()
     QCOMPARE(readFile(rejects()), mark + header + first + second + last);
 }
 
+// It is read a second time for them.
+void TestImportWays::aFileThatChangesGivesNoRejects()
+{
+    writeFile(input(), bar + QByteArray("x\ny\n"));
+    const auto change = [this](int) { writeFile(input(), bar); };
+    const auto directory = [this](const QStringList&) {
+        return vexdesk::Result<QList<QDir>>(QList<QDir>{QDir(m_store->path())});
+    };
+    const auto result = tadata::importByWays(input(), detailsOfSeries(0), {.rejects = rejects()},
+                                             {directory, {}}, change);
+    QCOMPARE(
+        result.outcome.message(),
+        QStringLiteral("Невозможно прочитать файл %1: он изменился, пока его читали").arg(input()));
+    QCOMPARE(readFile(rejects()), QByteArray());
+}
+
 void TestImportWays::rejectsMendedAreTheRest()
 {
     const QByteArray bytes = QByteArray("20240115;\xff\xfe;1\0\n", 15) + bar + "20240115;1\r\n\xd0";
     QVERIFY(import(bytes, detailsOfSeries(0), {.rejects = rejects()}).outcome);
     QCOMPARE(readFile(rejects()), QByteArray("20240115;\xff\xfe;1\0\n", 15) + "20240115;1\r\n");
+}
+
+void TestImportWays::anImportThatFailsKeepsItsRejects()
+{
+    ImportDetails details = with(detailsOfSeries(0), ColumnRole::Value, 6);
+    details.timeframe = 1;
+    const QByteArray text = "x\n20240115;100001;1;1;1;1;30000000000000000\n"
+                            "20240115;100002;1;1;1;1;30000000000000000\n";
+    QVERIFY(!import(text, details, {.rejects = rejects()}).outcome);
+    QCOMPARE(readFile(rejects()), QByteArray("x\n"));
+}
+
+// Whether there are any or not.
+void TestImportWays::refusesAPlaceOfRejectsThatIsMissing()
+{
+    const QString out = m_input->filePath(QStringLiteral("missing/rejects.txt"));
+    QVERIFY(import(bar, detailsOfSeries(0), {.rejects = out})
+                .outcome.message()
+                .startsWith(QStringLiteral("Невозможно открыть файл ") + out));
+    QVERIFY(stored().isEmpty());
 }
 
 void TestImportWays::makesNoRejectsWithoutBadLines()
@@ -295,6 +340,9 @@ void TestImportWays::refusesRejectsAmongTheDayFiles()
     const QString out = m_input->filePath(QStringLiteral("20240116_60.iss"));
     QVERIFY(import("x\n", detailsOfSeries(0), {.rejects = out}).outcome);
     QCOMPARE(readFile(out), QByteArray("x\n"));
+    const QString beside = path(QStringLiteral("rejects.txt"));
+    QVERIFY(import("y\n", detailsOfSeries(0), {.rejects = beside}).outcome);
+    QCOMPARE(readFile(beside), QByteArray("y\n"));
 }
 
 void TestImportWays::changesTheClock()
