@@ -184,10 +184,6 @@ private:
     // An import does not look at the ticker of such a line: it changes to none and begins none.
     Outcome passOver(const FileLine& line)
     {
-        if (!m_hasTickers || (m_part && m_ticker == line.ticker)) {
-            m_part->takeBad(line);
-            return Outcome();
-        }
         SeriesCheck& part = *m_parts[partOf(line.ticker)].check;
         part.takeBad(line);
         return m_end ? part.endAt(*m_end) : Outcome();

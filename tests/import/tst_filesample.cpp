@@ -26,6 +26,7 @@ private Q_SLOTS:
     void takesAllOfSmallFiles();
     void takesBothEnds_data();
     void takesBothEnds();
+    void findsALineThatBeginsWithABlock();
     void leavesOutBlanks();
     void keepsLongLinesShort();
     void readsTheEndsOfAHugeFile();
@@ -141,6 +142,19 @@ void TestFileSample::takesBothEnds()
     QCOMPARE(sample.lines.back().text, expected.last());
 }
 
+// It is read backwards in blocks: the last thousand lines are as long as one.
+void TestFileSample::findsALineThatBeginsWithABlock()
+{
+    const QByteArrayList begin = numbers(1, 1000);
+    const QByteArrayList end = QByteArrayList(999, QByteArray(64, 'x')) << QByteArray(600, 'y');
+    const QByteArray last = end.join('\n') + '\n';
+    QCOMPARE(last.size(), 65536);
+    for (const int between : {1, 2}) {
+        const QByteArray middle = QByteArray("middle\n").repeated(between);
+        QCOMPARE(textsOf(sampleOf(begin.join('\n') + '\n' + middle + last)), begin + end);
+    }
+}
+
 void TestFileSample::leavesOutBlanks()
 {
     const FileSample sample =
@@ -195,6 +209,7 @@ void TestFileSample::knowsTheEncoding_data()
     QTest::newRow("half a character") << QByteArray("\xd0\na\n") << false;
     QTest::newRow("longer than needed") << QByteArray("\xc0\xaf\n") << false;
     QTest::newRow("half a pair") << QByteArray("\xed\xa0\x80\n") << false;
+    QTest::newRow("cut in a character") << 'x' + QByteArray("ж").repeated(40'000) + '\n' << true;
     QTest::newRow("in the second half") << QByteArray("a\n").repeated(2500) + "\xff\n" << false;
     QTest::newRow("in between") << QByteArray("a\n").repeated(1000) + "\xff\n" +
                                        QByteArray("a\n").repeated(1000)

@@ -59,6 +59,7 @@ private Q_SLOTS:
     void aTickerHasItsOwnDecimals();
     void refusesTickersThatNameNoDirectory_data();
     void refusesTickersThatNameNoDirectory();
+    void aTickerMayHaveTwoHundredFiftyBytes();
     void asksForAllDirectoriesBeforehand();
     void whoRefusesADirectoryEndsTheImport();
     void tellsLinesAsTheyAre();
@@ -466,6 +467,17 @@ void TestImportWays::refusesTickersThatNameNoDirectory()
         QCOMPARE(result.badLines, 1);
         QCOMPARE(stored(), Tree({{"OK/20240115_60.iss", storedBar}}));
     }
+}
+
+// The lock beside it has as long a name as file systems take.
+void TestImportWays::aTickerMayHaveTwoHundredFiftyBytes()
+{
+    for (const QByteArray& code : {QByteArray(250, 'x'), QByteArray("ж").repeated(125)}) {
+        QVERIFY(import(QByteArray(bar).chopped(1) + ';' + code + '\n', tickerDetails(0)).outcome);
+        QVERIFY(stored().contains(QString::fromUtf8(code) + QStringLiteral("/20240115_60.iss")));
+    }
+    const QByteArray tooLong = QByteArray("ж").repeated(125) + 'x';
+    QVERIFY(!import(QByteArray(bar).chopped(1) + ';' + tooLong + '\n', tickerDetails(0)).outcome);
 }
 
 void TestImportWays::asksForAllDirectoriesBeforehand()
