@@ -193,6 +193,25 @@ void rowsOfContent()
         ", no-header yyyyMMdd hhmm 60 date=0,time=1,open=3,high=4,low=5,close=6 1");
     row("a column between", "1.5,1.7,20240115,1.4,1.6,1000,1.5,1.7,1.4,1.6\n",
         ", no-header yyyyMMdd hhmm 60 date=2,time=5,open=6,high=7,low=8,close=9 1");
+    row("time before date", "1000,20240115,1,2,1,2\n",
+        ", no-header yyyyMMdd hhmm 60 date=1,time=0,open=2,high=3,low=4,close=5 0");
+    row("either a date or a time", "101112,101112,1,2,1,2\n",
+        ", no-header ? hhmmss 60 date=0,time=1,open=2,high=3,low=4,close=5 0 "
+        "ambiguous: yyMMdd ddMMyy");
+    row("prices that do not move", "20240115,1000,2,2,2,2\n20240115,1001,3,3,3,3\n",
+        ", no-header yyyyMMdd hhmm 60 date=0,time=1 - missing: prices");
+    row("closes first", "20240115,1000,2,3,1,1\n20240115,1001,3,4,2,2\n20240115,1002,4,5,3,3\n",
+        ", no-header yyyyMMdd hhmm 60 date=0,time=1 - missing: prices");
+    row("no integer beside", "20240115,1000,1,2,1,2,5.5\n",
+        ", no-header yyyyMMdd hhmm 60 date=0,time=1,open=2,high=3,low=4,close=5 0");
+    row("a time beside", "20240115,1,2,1,2,1000\n",
+        ", no-header yyyyMMdd hhmm 60 date=0,time=5,open=1,high=2,low=3,close=4 0");
+    row("many digits", "20240115,1000,1.0000000000000000,2,1,2\n",
+        ", no-header yyyyMMdd hhmm 60 date=0,time=1,open=2,high=3,low=4,close=5 15");
+}
+
+void rowsOfOrders()
+{
     row("nothing in the first column", ",20240115,1000,1,2,1,2\n",
         ", no-header yyyyMMdd hhmm 60 date=1,time=2,open=3,high=4,low=5,close=6 0");
     row("from the high to the low", "20240115,1000,2,2,1,1\n",
@@ -211,23 +230,8 @@ void rowsOfContent()
         ", no-header yyyyMMdd hhmm 60 date=2,time=0,open=3,high=4,low=5,close=6 0");
     row("two dates before the time", "20240115,20240116,1000,1,2,1,2\n",
         ", no-header yyyyMMdd hhmm 60 date=0,time=2,open=3,high=4,low=5,close=6 0");
-    row("time before date", "1000,20240115,1,2,1,2\n",
-        ", no-header yyyyMMdd hhmm 60 date=1,time=0,open=2,high=3,low=4,close=5 0");
-    row("either a date or a time", "101112,101112,1,2,1,2\n",
-        ", no-header ? hhmmss 60 date=0,time=1,open=2,high=3,low=4,close=5 0 "
-        "ambiguous: yyMMdd ddMMyy");
-    row("prices that do not move", "20240115,1000,2,2,2,2\n20240115,1001,3,3,3,3\n",
-        ", no-header yyyyMMdd hhmm 60 date=0,time=1 - missing: prices");
-    row("closes first", "20240115,1000,2,3,1,1\n20240115,1001,3,4,2,2\n20240115,1002,4,5,3,3\n",
-        ", no-header yyyyMMdd hhmm 60 date=0,time=1 - missing: prices");
     row("numbers that do not move before", "20240115,1000,2,2,2,2,3,1,2.5\n",
         ", no-header yyyyMMdd hhmm 60 date=0,time=1,open=5,high=6,low=7,close=8 1");
-    row("no integer beside", "20240115,1000,1,2,1,2,5.5\n",
-        ", no-header yyyyMMdd hhmm 60 date=0,time=1,open=2,high=3,low=4,close=5 0");
-    row("a time beside", "20240115,1,2,1,2,1000\n",
-        ", no-header yyyyMMdd hhmm 60 date=0,time=5,open=1,high=2,low=3,close=4 0");
-    row("many digits", "20240115,1000,1.0000000000000000,2,1,2\n",
-        ", no-header yyyyMMdd hhmm 60 date=0,time=1,open=2,high=3,low=4,close=5 15");
 }
 
 void rowsOfDates()
@@ -292,6 +296,7 @@ void TestFormatGuess::guesses_data()
     rowsOfSeparators();
     rowsOfNames();
     rowsOfContent();
+    rowsOfOrders();
     rowsOfDates();
     rowsOfTimes();
 }
