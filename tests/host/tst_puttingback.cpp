@@ -13,9 +13,11 @@
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <memory>
 
@@ -77,6 +79,8 @@ private Q_SLOTS:
     void aFinishedPointNeedsNoJournal();
     void saysWhyAFileIsNotKept_data();
     void saysWhyAFileIsNotKept();
+    void whatIsNoDayFileIsNotKept();
+    void theFirstOfSeveralFilesIsNamed();
     void aRecordIsNotWrittenOfWhatCannotBeLookedAt();
     void aPlaceThatIsNoDirectoryIsSaid_data();
     void aPlaceThatIsNoDirectoryIsSaid();
@@ -89,6 +93,10 @@ private Q_SLOTS:
     void newerPointsForbidAnUnfinishedOne();
     void aNewerPointThatCannotBeReadMayForbid();
     void aRecordMayBeOfAnyLength();
+    void saysThatThereIsNoSuchPoint();
+    void aCopyThatIsNoFileIsNotPutBack();
+    void aPointIsNotPutBackWhileItsJobRuns();
+    void aChangeOfTheSameMomentCounts();
 
 private:
     QString path(const QString& relative) const { return m_root + u'/' + relative; }
@@ -532,7 +540,7 @@ void TestPuttingBack::saysWhyAFileIsNotKept_data()
     QTest::addColumn<SystemCall>("call");
     QTest::addColumn<QString>("pathEnd");
     QTest::addColumn<int>("passed");
-    QTest::newRow("it is not opened") << SystemCall::Open << day << 0;
+    QTest::newRow("it is not opened") << SystemCall::Open << QStringLiteral("/store/") + day << 0;
     QTest::newRow("it is not read") << SystemCall::Read << day << 0;
     QTest::newRow("the copy is not made") << SystemCall::Open << day << 1;
     QTest::newRow("the copy is not written") << SystemCall::Write << day << 0;
@@ -560,6 +568,37 @@ void TestPuttingBack::saysWhyAFileIsNotKept()
              qPrintable(kept.message()));
     QVERIFY2(kept.message().contains(m_place.path) && kept.message().contains(qt_error_string(EIO)),
              qPrintable(kept.message()));
+}
+
+void TestPuttingBack::whatIsNoDayFileIsNotKept()
+{
+    RestorePoint point(m_place, QStringLiteral("import"), {}, {});
+    QVERIFY(QDir().mkdir(path(other)));
+    QVERIFY(point.keep({path(other)}));
+    QVERIFY(point.id().isEmpty());
+    const QString notes = path(QStringLiteral("S/B/X/notes"));
+    writeFile(notes, "");
+    const QString message = point.keep({notes}).message();
+    QVERIFY2(message.contains(notes) && message.contains(QStringLiteral("это не файл дня")),
+             qPrintable(message));
+    QVERIFY(point.id().isEmpty());
+    // No file system has a name of that length.
+    RestorePoint next(m_place, QStringLiteral("import"), {}, {});
+    const QString endless = path(QStringLiteral("S/B/%1/20240115_60.iss").arg(QString(300, u'x')));
+    const QString why = next.keep({endless}).message();
+    QVERIFY2(why.contains(endless) && why.contains(qt_error_string(ENAMETOOLONG)), qPrintable(why));
+    QVERIFY(next.id().isEmpty());
+}
+
+// They are written into the journal at once.
+void TestPuttingBack::theFirstOfSeveralFilesIsNamed()
+{
+    writeFile(path(other), "old\n");
+    RestorePoint point(m_place, QStringLiteral("import"), {}, {});
+    const Fault fault(SystemCall::Write, QStringLiteral("/journal"), EIO);
+    const QString message = point.keep({path(other), path(day)}).message();
+    QVERIFY2(message.contains(path(other)), qPrintable(message));
+    QVERIFY2(message.contains(m_place.path + u'/' + point.id()), qPrintable(message));
 }
 
 // It would be taken for removed.
@@ -614,7 +653,7 @@ void TestPuttingBack::aPlaceThatMayNotBeReadIsSaid()
     m_dir.reset();
     const testsupport::OtherUser user;
     init();
-    job(day, "new\n");
+    const QString id = job(day, "new\n");
     {
         const testsupport::Permissions barred(m_place.path, static_cast<mode_t>(mode));
         const auto points = restorePoints(m_place);
@@ -622,6 +661,12 @@ void TestPuttingBack::aPlaceThatMayNotBeReadIsSaid()
         QVERIFY2(points.message().contains(m_place.path), qPrintable(points.message()));
         RestorePoint next(m_place, QStringLiteral("import"), {}, {});
         QVERIFY(!next.keep({path(day)}));
+        const Result<RestorePointRecord> point = restorePoint(m_place, id);
+        QCOMPARE(bool(point), (mode & 0100) != 0);
+        if (!point)
+            QVERIFY2(point.message().contains(unreadable) &&
+                         point.message().endsWith(qt_error_string(EACCES)),
+                     qPrintable(point.message()));
     }
     m_dir.reset();
 }
@@ -748,6 +793,57 @@ void TestPuttingBack::aRecordMayBeOfAnyLength()
     QCOMPARE(record->created, made);
     QCOMPARE(record->source, source);
     QCOMPARE(record->left.size(), files);
+}
+
+void TestPuttingBack::saysThatThereIsNoSuchPoint()
+{
+    const QString id = QStringLiteral("20240115-100000-1");
+    const QString text =
+        QStringLiteral("Точки возврата %1 в каталоге %2 нет").arg(id, m_place.path);
+    QCOMPARE(restorePoint(m_place, id).message(), text);
+    writeFile(m_place.path + u'/' + id, "");
+    QCOMPARE(restorePoint(m_place, id).message(), text);
+}
+
+void TestPuttingBack::aCopyThatIsNoFileIsNotPutBack()
+{
+    const QString id = job(day, "new\n");
+    QVERIFY(QFile::remove(inPoint(id, day)));
+    QVERIFY(QDir().mkdir(inPoint(id, day)));
+    const QString message = putBack(id);
+    QVERIFY2(message.contains(inPoint(id, day) + QStringLiteral(" уже не тот")),
+             qPrintable(message));
+}
+
+void TestPuttingBack::aPointIsNotPutBackWhileItsJobRuns()
+{
+    RestorePoint point(m_place, QStringLiteral("import"), {}, {});
+    QVERIFY(point.keep({path(day)}));
+    writeFile(path(day), "new\n");
+    QVERIFY(isJobRunning(m_place, point.id()));
+    const QString message = putBack(point.id());
+    QVERIFY2(message.contains(QStringLiteral("занята")), qPrintable(message));
+    QCOMPARE(readFile(path(day)), QByteArray("new\n"));
+    QVERIFY(point.finish());
+    QVERIFY(!isJobRunning(m_place, point.id()));
+    QCOMPARE(putBack(point.id()), QString());
+    QCOMPARE(readFile(path(day)), QByteArray("old\n"));
+}
+
+// The file has the size and the time that it had.
+void TestPuttingBack::aChangeOfTheSameMomentCounts()
+{
+    struct stat before = {};
+    const QByteArray file = QFile::encodeName(path(day));
+    QCOMPARE(::stat(file.constData(), &before), 0);
+    RestorePoint point(m_place, QStringLiteral("import"), {}, {});
+    QVERIFY(point.keep({path(day)}));
+    writeFile(path(day), "new\n");
+    const std::array<timespec, 2> times{before.st_atim, before.st_mtim};
+    QCOMPARE(::utimensat(AT_FDCWD, file.constData(), times.data(), 0), 0);
+    QVERIFY(point.finish());
+    QVERIFY(!point.id().isEmpty());
+    QCOMPARE(restorePoint(m_place, point.id())->kept, QStringList(day));
 }
 
 QTEST_GUILESS_MAIN(TestPuttingBack)

@@ -26,13 +26,6 @@ namespace {
 const QString idForm = QStringLiteral("yyyyMMdd-hhmmss");
 const QString momentForm = QStringLiteral("yyyy-MM-ddThh:mm:ss");
 
-bool isDigits(QStringView text)
-{
-    return !text.isEmpty() && std::all_of(text.begin(), text.end(), [](QChar character) {
-        return character >= u'0' && character <= u'9';
-    });
-}
-
 QString sumsPath(const RestorePlace& place, const QString& id)
 {
     return QStringLiteral("%1/sums/%2").arg(place.path, id);
@@ -253,9 +246,9 @@ std::optional<std::pair<QDateTime, qint64>> takeIdApart(const QString& id)
     const QStringView number = QStringView(id).mid(idForm.size() + 1);
     QDateTime when = QDateTime::fromString(moment.toString(), idForm);
     when.setTimeSpec(Qt::UTC);
-    const bool isId = when.isValid() && isDigits(number) && !number.startsWith(u'0') &&
-                      idOf(when, number.toLongLong()) == id;
-    return isId ? std::optional(std::pair(when, number.toLongLong())) : std::nullopt;
+    const qint64 ofSecond = number.toLongLong();
+    const bool isId = when.isValid() && ofSecond > 0 && idOf(when, ofSecond) == id;
+    return isId ? std::optional(std::pair(when, ofSecond)) : std::nullopt;
 }
 
 QString idOf(const QDateTime& when, qint64 number)

@@ -171,8 +171,6 @@ Outcome RestorePoint::Private::keep(const QStringList& paths)
         if (Outcome kept = keepOne(path, relative, journal); !kept)
             return kept;
     }
-    if (journal.isEmpty())
-        return {};
     const Step written = writeAll(m_journal, journal);
     return written.isDone() ? Outcome() : notKept(first, written.reason());
 }
