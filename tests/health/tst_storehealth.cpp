@@ -55,6 +55,7 @@ private Q_SLOTS:
     void countsTheDaysThatAreAskedFor();
     void expectsNothingOfAWeekdayWithoutBars();
     void stopsBetweenDays();
+    void knowsTheFirstDayAndTheLast();
 
 private:
     using Times = QList<int>; // minutes of the day
@@ -542,6 +543,17 @@ void TestStoreHealth::stopsBetweenDays()
         // The window of the weekday is read to its end.
         QVERIFY2(read >= enough && read < enough + 9, qPrintable(QString::number(read)));
     }
+}
+
+void TestStoreHealth::knowsTheFirstDayAndTheLast()
+{
+    const QDate last(9999, 12, 31);
+    write(alfa, last, session());
+    write(vega, QDate(1, 1, 1), session());
+    const QList<SeriesHealth> found = read();
+    QCOMPARE(found.size(), 2);
+    QCOMPARE(found[0].last, last);
+    QCOMPARE(found[1].first, QDate(1, 1, 1));
 }
 
 QTEST_GUILESS_MAIN(TestStoreHealth)

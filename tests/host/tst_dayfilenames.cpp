@@ -89,6 +89,7 @@ void TestDayFile::namesDayFilesWithAnUnpaddedTimeframe()
     QCOMPARE(vexdesk::dayFileName(day, 1), QStringLiteral("20181214_1.iss"));
     QCOMPARE(vexdesk::dayFileName(QDate(987, 6, 5), 1), QStringLiteral("09870605_1.iss"));
     QCOMPARE(vexdesk::dayFileName(QDate(1, 2, 3), 1), QStringLiteral("00010203_1.iss"));
+    QCOMPARE(vexdesk::parseDayFileName(QStringLiteral("19990909_1.iss"))->day, QDate(1999, 9, 9));
 }
 
 void TestDayFile::namesMinuteFilesWithoutAnExtension()
