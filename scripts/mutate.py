@@ -247,15 +247,14 @@ class Tests:
     def reaching(self, file, line):
         """The tests that run a line, the quickest first. What is no statement, they run with the file;
         what is in a header, with any that includes it."""
-        found = []
-        for test in self.tests:
-            if file.endswith(".h"):
-                found += [test] if any(self.counted(file, test.name)) else []
-                continue
-            lines = self.lines_run(file, test.name)
-            if lines[line] > 0 or (line not in lines and any(lines.values())):
-                found.append(test)
+        found = [test for test in self.tests if self.reaches(test, file, line)]
         return sorted(found, key=lambda test: test.seconds)
+
+    def reaches(self, test, file, line):
+        if file.endswith(".h"):
+            return any(self.counted(file, test.name))
+        lines = self.lines_run(file, test.name)
+        return lines[line] > 0 or (line not in lines and any(lines.values()))
 
     def build_of(self, names):
         return run(["ninja", "-C", str(self.build), *names]).returncode == 0

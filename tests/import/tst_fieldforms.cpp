@@ -57,6 +57,17 @@ void addForms(const QStringList& forms)
 
 constexpr int attempts = 5'000;
 
+void addFormColumns()
+{
+    QTest::addColumn<QString>("pattern");
+    QTest::addColumn<QString>("text");
+}
+
+void form(const char* pattern, const char* text)
+{
+    QTest::addRow("%s: %s", pattern, text) << QString::fromUtf8(pattern) << QString::fromUtf8(text);
+}
+
 } // namespace
 
 void TestFieldForms::readsDatesAsTheParser_data()
@@ -128,12 +139,7 @@ void TestFieldForms::readsOtherPatternsOfAnyLength()
 
 void TestFieldForms::readsUnusualDatesAsTheParser_data()
 {
-    QTest::addColumn<QString>("pattern");
-    QTest::addColumn<QString>("text");
-    const auto form = [](const char* pattern, const char* text) {
-        QTest::addRow("%s: %s", pattern, text)
-            << QString::fromUtf8(pattern) << QString::fromUtf8(text);
-    };
+    addFormColumns();
     form("yyyy年MM月dd", "2024年01月15");
     form("yyyy年MM月dd", "2024?01?15");
     form("yyyy'-'MM'-'dd", "2024-01-15");
@@ -171,12 +177,7 @@ void TestFieldForms::readsUnusualDatesAsTheParser()
 
 void TestFieldForms::readsUnusualTimesAsTheParser_data()
 {
-    QTest::addColumn<QString>("pattern");
-    QTest::addColumn<QString>("text");
-    const auto form = [](const char* pattern, const char* text) {
-        QTest::addRow("%s: %s", pattern, text)
-            << QString::fromUtf8(pattern) << QString::fromUtf8(text);
-    };
+    addFormColumns();
     form("mm:hh", "30:10");
     form("ss:mm", "30:10");
     form("hh:ss", "10:30");
