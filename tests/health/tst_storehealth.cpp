@@ -48,7 +48,10 @@ private Q_SLOTS:
     void ordersSeriesByCodePoint();
     void listsWhatIsNamed();
     void goesOnAfterAnUnreadableFile();
+    void passesOverOtherTimeframes();
+    void listsASeriesOfTwoTimeframesOnce();
     void tellsOfNamesThatAreNoText();
+    void opensNoBoardThatIsNotAskedFor();
     void tellsDaysToAskFor();
     void isTheSameInEveryOrderOfEntries();
     void countsTheDaysThatAreAskedFor_data();
@@ -408,6 +411,30 @@ void TestStoreHealth::listsWhatIsNamed()
     QCOMPARE(StoreHealth(QDir(m_dir->path()), query).notStored(), QStringList{vega});
 }
 
+void TestStoreHealth::passesOverOtherTimeframes()
+{
+    write(alfa, someDay, session(), 300);
+    QVERIFY(read().isEmpty());
+    HealthQuery query;
+    query.series = QStringList{alfa};
+    QCOMPARE(StoreHealth(QDir(m_dir->path()), query).notStored(), QStringList{alfa});
+}
+
+void TestStoreHealth::listsASeriesOfTwoTimeframesOnce()
+{
+    write(alfa, someDay, session(), 1);
+    write(alfa, someDay, session(), 60);
+    HealthQuery query;
+    query.series = QStringList{alfa};
+    for (const int timeframe : {1, 60}) {
+        query.timeframe = timeframe;
+        const QList<SeriesHealth> found = read(query);
+        QCOMPARE(found.size(), 1);
+        QCOMPARE(found[0].timeframe, timeframe);
+        QCOMPARE(found[0].days.size(), size_t(1));
+    }
+}
+
 void TestStoreHealth::goesOnAfterAnUnreadableFile()
 {
     writeDays(alfa, session());
@@ -436,6 +463,23 @@ void TestStoreHealth::tellsOfNamesThatAreNoText()
     QCOMPARE(found[0].series, alfa);
     QCOMPARE(m_unread.size(), size_t(1));
     QCOMPARE(m_unread[0].reason, UnreadFile::Reason::NotListed);
+    std::filesystem::remove_all(board / "\xff"); // Qt cannot
+}
+
+// What cannot be read there is nothing to those who ask for another board.
+void TestStoreHealth::opensNoBoardThatIsNotAskedFor()
+{
+    write(alfa, someDay, session());
+    const QString other = QStringLiteral("NORD/OTHER/ALFA");
+    write(other, someDay, session());
+    const std::filesystem::path board = m_dir->filePath(QStringLiteral("NORD/OTHER")).toStdString();
+    std::filesystem::rename(board / "ALFA", board / "\xff");
+    HealthQuery query;
+    query.series = QStringList{alfa};
+    QCOMPARE(read(query).size(), 1);
+    QCOMPARE(m_unread.size(), size_t(0));
+    QCOMPARE(read().size(), 1);
+    QCOMPARE(m_unread.size(), size_t(1));
     std::filesystem::remove_all(board / "\xff"); // Qt cannot
 }
 
