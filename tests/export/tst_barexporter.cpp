@@ -13,6 +13,9 @@
 #include <QtCore/QTextStream>
 #include <QtTest/QTest>
 
+#include <limits>
+#include <utility>
+
 class TestBarExporter final : public QObject
 {
     Q_OBJECT
@@ -23,6 +26,7 @@ private Q_SLOTS:
     void writesARowAsBarByBar();
     void writesTimesOfEveryPattern_data();
     void writesTimesOfEveryPattern();
+    void givesItsLinesAwayAsItGoes();
 };
 
 namespace {
@@ -146,6 +150,27 @@ void TestBarExporter::writesTimesOfEveryPattern()
     writeBar(bar, out, details);
     out.flush();
     QCOMPARE(line, QStringLiteral("\n"));
+}
+
+// Many at a time, but never all of a long row.
+void TestBarExporter::givesItsLinesAwayAsItGoes()
+{
+    const ExportDetails details = detailsOf(1, QStringLiteral("hhmmss"));
+    constexpr int count = 3000;
+    QByteArrayList pieces;
+    tadata::BarExporter exporter(
+        details, [&pieces](QByteArrayView lines) { pieces.append(lines.toByteArray()); });
+    QRandomGenerator random(20240115);
+    for (int i = 0; i < count; ++i)
+        exporter.writeBar(randomBar(random, QDate(2024, 1, 15)));
+    QVERIFY(pieces.size() > 1 && pieces.size() < count / 10);
+    exporter.flush();
+    for (const QByteArray& piece : std::as_const(pieces))
+        QVERIFY(piece.endsWith('\n') && piece.size() < 65536);
+    QCOMPARE(pieces.join().count('\n'), count);
+    const qsizetype before = pieces.size();
+    exporter.flush();
+    QCOMPARE(pieces.size(), before);
 }
 
 QTEST_GUILESS_MAIN(TestBarExporter)

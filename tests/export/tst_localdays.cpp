@@ -14,6 +14,7 @@ private Q_SLOTS:
     void init() { testsupport::failOnStrayWarnings(); }
     void knowsADayThatIsAskedForOften();
     void knowsEachDayOfAYearByItself();
+    void knowsTwoDaysAtATime();
 };
 
 namespace {
@@ -46,8 +47,28 @@ void TestLocalDays::knowsEachDayOfAYearByItself()
         QVERIFY(isEvenAtLast(days, change.addDays(-10)));
         for (int near = -1; near <= 1; ++near)
             QVERIFY(!isEvenAtLast(days, change.addDays(near)));
+        for (const int further : {-2, 2})
+            QVERIFY(isEvenAtLast(days, change.addDays(further)));
         QVERIFY(isEvenAtLast(days, change.addDays(10)));
     }
+}
+
+// The day that is read and the one to which its last bar belongs.
+void TestLocalDays::knowsTwoDaysAtATime()
+{
+    const testsupport::LocalZone zone("Europe/Berlin");
+    tadata::LocalDays days;
+    const QDate day(2024, 6, 3);
+    for (int round = 0; round < 10; ++round) {
+        days.isKnownAsEven(day);
+        days.isKnownAsEven(day.addDays(1));
+    }
+    QVERIFY(days.isKnownAsEven(day));
+    QVERIFY(days.isKnownAsEven(day.addDays(1)));
+    // A third one takes the place of the first.
+    QVERIFY(isEvenAtLast(days, day.addDays(2)));
+    QVERIFY(days.isKnownAsEven(day.addDays(1)));
+    QVERIFY(!days.isKnownAsEven(day));
 }
 
 QTEST_GUILESS_MAIN(TestLocalDays)
