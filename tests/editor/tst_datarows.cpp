@@ -29,6 +29,10 @@ private Q_SLOTS:
     void init() { testsupport::failOnStrayWarnings(); }
     void hasNothingOfADayThatWasNotBegun();
     void takesBackADay();
+    void tellsBlankRows();
+    void keepsRowsWhileMemoryIsGivenBack();
+    void givesBackWhatItDoesNotNeed();
+    void makesNoMoreRoomThanIsSensible();
 };
 
 void TestDataRows::hasNothingOfADayThatWasNotBegun()
@@ -63,6 +67,63 @@ void TestDataRows::takesBackADay()
     QCOMPARE(rows.size(), 2);
     QCOMPARE(rows.rewritten(day), editedBarLine(QTime(10, 0), 1));
     QCOMPARE(rows.rewritten(day.addDays(2)), editedBarLine(QTime(10, 0), 3));
+}
+
+void TestDataRows::tellsBlankRows()
+{
+    DataRows rows;
+    rows.beginDay(day);
+    appendBar(rows, QTime(0, 0), 1);
+    rows.appendBlank();
+    QVERIFY(!rows.isBlank(0));
+    QVERIFY(rows.isBlank(1));
+    QCOMPARE(rows.key(0), QStringLiteral("20230105 000000"));
+    QCOMPARE(rows.key(1), QString());
+}
+
+// Wherever rows were removed before.
+void TestDataRows::keepsRowsWhileMemoryIsGivenBack()
+{
+    for (const int removed : {0, 1, 4, 8, 9}) {
+        DataRows rows;
+        rows.beginDay(day);
+        for (int minute = 0; minute < 10; ++minute)
+            appendBar(rows, QTime(10, minute), minute);
+        rows.remove(removed);
+        QByteArray left = rows.rewritten(day);
+        rows.squeeze();
+        QCOMPARE(rows.size(), 9);
+        QCOMPARE(rows.rewritten(day), left);
+        rows.remove(8);
+        rows.squeeze();
+        left.resize(left.lastIndexOf('\n', left.size() - 2) + 1);
+        QCOMPARE(rows.rewritten(day), left);
+    }
+}
+
+void TestDataRows::givesBackWhatItDoesNotNeed()
+{
+    DataRows rows;
+    rows.beginDay(day);
+    appendBar(rows, QTime(10, 0), 1);
+    const qsizetype before = rows.memory();
+    rows.expectDays(1000);
+    QVERIFY(rows.memory() >= before + 999 * 16);
+    rows.squeeze();
+    QVERIFY(rows.memory() <= before);
+    QCOMPARE(rows.rewritten(day), editedBarLine(QTime(10, 0), 1));
+}
+
+void TestDataRows::makesNoMoreRoomThanIsSensible()
+{
+    DataRows rows;
+    rows.beginDay(day);
+    appendBar(rows, QTime(10, 0), 1);
+    rows.expectDays(3'000'000);
+    QVERIFY(rows.memory() > qsizetype(3) * 1000 * 1000 * 16);
+    rows.squeeze();
+    rows.expectDays(qsizetype(1) << 40);
+    QVERIFY(rows.memory() < qsizetype(200) * 1000 * 1000);
 }
 
 QTEST_GUILESS_MAIN(TestDataRows)
