@@ -40,6 +40,8 @@ private Q_SLOTS:
     void showsAShortMessageAsItIs();
     void leavesOutTheMiddleOfALongMessage_data();
     void leavesOutTheMiddleOfALongMessage();
+    void leavesOutNoMoreThanItMust_data();
+    void leavesOutNoMoreThanItMust();
     void cutsNoCharacterInTwo();
     void theDetailsEndSomewhere();
     void isNeverWiderThanTheScreen_data();
@@ -61,6 +63,7 @@ void TestOutcomeBox::showsAShortMessageAsItIs_data()
     QTest::newRow("a path of 200 characters")
         << QStringLiteral("Невозможно открыть файл ") +
                QStringLiteral("/folder-of-20-letter").repeated(10);
+    QTest::newRow("a word of 100") << QString(99, u'x') + u' ' + QString(100, u'y');
     QTest::newRow("just short enough") << QStringLiteral("слово ").repeated(100);
     QTest::newRow("twelve lines") << QStringLiteral("line\n").repeated(11) + QStringLiteral("end");
     QTest::newRow("nothing") << QString();
@@ -112,6 +115,34 @@ void TestOutcomeBox::leavesOutTheMiddleOfALongMessage()
     QVERIFY(box.detailedText().startsWith(text.left(32000)));
     QCOMPARE(box.standardButtons(), QMessageBox::Ok);
     QCOMPARE(box.buttons().size(), 2);
+}
+
+void TestOutcomeBox::leavesOutNoMoreThanItMust_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<qsizetype>("begin"); // what is left of it, in characters
+    QTest::addColumn<qsizetype>("end");
+    const QString words = QStringLiteral("слово ").repeated(100);
+    const QString picture = QStringLiteral("\U0001F4C8"); // two code units
+    const auto row = [](const char* name, const QString& text, qsizetype begin, qsizetype end) {
+        QTest::newRow(name) << text << begin << end;
+    };
+    row("one letter too much", words + u'!', 400, 199);
+    row("twice as much", words + words, 400, 199);
+    row("a picture at the cut", words.left(399) + picture + words.left(300), 399, 200);
+    row("a picture behind the cut", words.left(400) + picture + words.left(300), 400, 199);
+    row("a picture where it goes on", words + picture + words.left(198), 400, 200);
+    row("a word of 101 letters", QString(101, u'x'), 66, 33);
+    row("a word behind others", words.left(300) + QString(200, u'x'), 366, 33);
+    row("thirteen lines", QStringLiteral("a\n").repeated(12) + u'a', 12, 12);
+}
+
+void TestOutcomeBox::leavesOutNoMoreThanItMust()
+{
+    QFETCH(const QString, text);
+    QFETCH(const qsizetype, begin);
+    QFETCH(const qsizetype, end);
+    QCOMPARE(OutcomeBox::shown(text), QString(text.left(begin) + u'…' + text.right(end)));
 }
 
 void TestOutcomeBox::cutsNoCharacterInTwo()

@@ -14,12 +14,10 @@ constexpr qsizetype shownLines = 12;
 constexpr qsizetype unbrokenCharacters = 100;
 constexpr qsizetype detailsCharacters = qsizetype(32) * 1024;
 
-// Where a text may be cut at this place or just before it.
+// Where a text may be cut: within it, at this place or just before it.
 qsizetype cutBefore(const QString& text, qsizetype at)
 {
-    const bool insidePair = at > 0 && at < text.size() && text.at(at).isLowSurrogate() &&
-                            text.at(at - 1).isHighSurrogate();
-    return insidePair ? at - 1 : at;
+    return text.at(at).isLowSurrogate() ? at - 1 : at;
 }
 
 // The beginning says what went wrong and where, the end names the file or the reason.
