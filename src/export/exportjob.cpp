@@ -186,8 +186,7 @@ private:
             m_exporter.exportBar(barFromRecordLine(line, day), target);
             // After every line, not only when a bar is finished: files that are read while the day
             // goes on hold the bar as far as it has come.
-            if (target.valid)
-                m_exporter.writeBar(target);
+            m_exporter.writeBar(target);
         }
         m_exporter.flush();
         const Outcome read =

@@ -27,6 +27,7 @@ private Q_SLOTS:
     void writesTimesOfEveryPattern_data();
     void writesTimesOfEveryPattern();
     void givesItsLinesAwayAsItGoes();
+    void keepsTheLastLineOfAMomentWhereOneIsEnough();
 };
 
 namespace {
@@ -171,6 +172,42 @@ void TestBarExporter::givesItsLinesAwayAsItGoes()
     const qsizetype before = pieces.size();
     exporter.flush();
     QCOMPARE(pieces.size(), before);
+}
+
+void TestBarExporter::keepsTheLastLineOfAMomentWhereOneIsEnough()
+{
+    ExportDetails details = detailsOf(60, QStringLiteral("hhmm"));
+    details.lineFormat = QStringLiteral("DATE,TIME,OPEN");
+    QByteArray text;
+    BarDescription bar;
+    const auto write = [&](tadata::BarExporter& exporter) {
+        int number = 0;
+        for (const auto& [day, minute] : {std::pair(15, 0), {15, 0}, {15, 1}, {16, 1}, {16, 1}}) {
+            bar.date = QDate(2024, 1, day);
+            bar.time = QTime(10, minute);
+            bar.open = decimal(++number, 0);
+            exporter.writeBar(bar);
+        }
+        exporter.flush();
+    };
+    const tadata::LineSink sink = [&text](QByteArrayView lines) { text += lines; };
+    {
+        tadata::BarExporter all(details, sink);
+        write(all);
+        QCOMPARE(text, QByteArray("2024-01-15;1000;1\n2024-01-15;1000;2\n2024-01-15;1001;3\n"
+                                  "2024-01-16;1001;4\n2024-01-16;1001;5\n"));
+    }
+    text.clear();
+    details.finishedOnly = true;
+    tadata::BarExporter finished(details, sink);
+    write(finished);
+    const QByteArray first = "2024-01-15;1000;2\n2024-01-15;1001;3\n";
+    QCOMPARE(text, first);
+    // Of the last one nobody knows that no other comes.
+    finished.finish();
+    QCOMPARE(text, first + "2024-01-16;1001;5\n");
+    finished.finish();
+    QCOMPARE(text, first + "2024-01-16;1001;5\n");
 }
 
 QTEST_GUILESS_MAIN(TestBarExporter)

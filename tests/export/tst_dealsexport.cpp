@@ -125,6 +125,7 @@ private Q_SLOTS:
     void goesOnFromTheLastProgressOfTheDays();
     void followsTheStoredDays();
     void scansOnceForEachDayFromTodayOn();
+    void scansNoMoreWhenTheDiskIsFull();
     void holdsTheTableWhileItScans();
     void scansWhileDealsArrive();
 
@@ -605,6 +606,23 @@ void TestDealsExport::scansOnceForEachDayFromTodayOn()
     QVERIFY(result.outcome);
     QCOMPARE(testsupport::readFile(details.outputPath), QByteArray("\xef\xbb\xbf"
                                                                    "5\n5\n5\n"));
+    QCOMPARE(progress, QList<int>({100}));
+}
+
+void TestDealsExport::scansNoMoreWhenTheDiskIsFull()
+{
+    for (int i = 0; i < 1000; ++i)
+        add(dealAt(at(10, 0), "5"));
+    ExportDetails details = detailsOfAlfa();
+    details.outputPath = QStringLiteral("/dev/full");
+    if (!QFile::exists(details.outputPath))
+        QSKIP("there is no file that is always full here");
+    details.dateTo = today.addDays(2);
+    QList<int> progress;
+    const auto result = tadata::exportBars(
+        details, {today, 0}, [] { return QDir(); },
+        [&progress](int percent) { progress.append(percent); });
+    QVERIFY(!result.outcome);
     QCOMPARE(progress, QList<int>({100}));
 }
 

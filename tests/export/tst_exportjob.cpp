@@ -3,6 +3,7 @@
 
 #include "support/faults.h"
 #include "support/filetree.h"
+#include "support/otheruser.h"
 #include "support/strictlog.h"
 
 #include <QtCore/QFile>
@@ -73,6 +74,7 @@ private Q_SLOTS:
     void namesAnOutputThatCannotBeOpened_data();
     void namesAnOutputThatCannotBeOpened();
     void namesAnOutputThatCannotBeWritten();
+    void aFullDiskEndsTheExportWithTheDay();
     void anErrorOfClosingIsNoSuccess();
     void aDayThatCannotBeReadToItsEndEndsTheExport();
     void aDayThatIsWrittenAnewMeanwhileEndsTheExport();
@@ -80,6 +82,8 @@ private Q_SLOTS:
     void namesTheDaysThatCannotBeOpened();
     void anIntervalWithoutDatesIsEmpty();
     void saysWhenASumDoesNotFit();
+    void refusesToReplaceADayFile();
+    void refusesWhatMayBeADayFile();
 
 private:
     QString run(const ExportDetails& details);
@@ -131,6 +135,11 @@ void TestExportJob::writesABarAtEveryLineAndOnceMoreWhenItIsFinished()
     QVERIFY(run(detailsOf(output())).isNull());
     QCOMPARE(written(), mark + "20240115;100100;1.50;1.70;1.40;1.60;12;345.60;7\n"
                                "20240115;100100;1.50;1.70;1.40;1.60;12;345.60;7\n"
+                               "20240115;100200;1.60;1.80;1.50;1.70;13;100.00;8\n");
+    ExportDetails finished = detailsOf(output());
+    finished.finishedOnly = true;
+    QVERIFY(run(finished).isNull());
+    QCOMPARE(written(), mark + "20240115;100100;1.50;1.70;1.40;1.60;12;345.60;7\n"
                                "20240115;100200;1.60;1.80;1.50;1.70;13;100.00;8\n");
 }
 
@@ -430,6 +439,20 @@ void TestExportJob::namesAnOutputThatCannotBeWritten()
     QVERIFY(!m_progress.contains(100));
 }
 
+// A day or two are not too short to tell.
+void TestExportJob::aFullDiskEndsTheExportWithTheDay()
+{
+    const QString full = QStringLiteral("/dev/full");
+    if (!QFile::exists(full))
+        QSKIP("there is no file that is always full here");
+    for (const char* day : {"20240115_60.iss", "20240116_60.iss", "20240117_60.iss"})
+        store(day, "100000;1;1;1;1;0;0;0\n");
+    ExportDetails details = detailsOf(full);
+    details.dateTo = details.dateFrom.addDays(3);
+    QCOMPARE(run(details), QStringLiteral("Невозможно записать файл %1").arg(full));
+    QCOMPARE(m_progress, QList<int>{75});
+}
+
 void TestExportJob::anErrorOfClosingIsNoSuccess()
 {
     store("20240115_60.iss", "100000;1;1;1;1;0;0;0\n");
@@ -515,6 +538,56 @@ void TestExportJob::saysWhenASumDoesNotFit()
                              "100000;1;1;1;1;0;1;0\n");
     QVERIFY(!run(detailsOf(output())).isEmpty());
     QCOMPARE(written(), mark + "20240115;100000;1;1;1;1;0;36028797018963967;0\n");
+}
+
+void TestExportJob::refusesToReplaceADayFile()
+{
+    const QDir root(m_dir->filePath(QStringLiteral("store")));
+    const QString day = root.filePath(QStringLiteral("NORD/MAIN/ALFA/20240115_60.iss"));
+    const QString notes = root.filePath(QStringLiteral("NORD/MAIN/ALFA/notes.txt"));
+    writeFile(day, "100000;1;1;1;1;0;0;0\n");
+    const auto refusal = [&root](const QString& path) {
+        return tadata::mayWriteOutput(detailsOf(path), root).message();
+    };
+    for (const QString& path : {output(), notes}) {
+        QCOMPARE(refusal(path), QString());
+        writeFile(path, "old");
+        QCOMPARE(refusal(path), QString());
+    }
+    QCOMPARE(refusal(day), QStringLiteral("Файл %1 — файл дня в хранилище: выгрузка стёрла бы его "
+                                          "бары. Выберите другой файл")
+                               .arg(day));
+}
+
+// Where a directory cannot be looked into, what lies elsewhere is none of its files.
+void TestExportJob::refusesWhatMayBeADayFile()
+{
+    const testsupport::OtherUser user;
+    const QTemporaryDir own;
+    const QDir root(own.filePath(QStringLiteral("store")));
+    const QString board = root.filePath(QStringLiteral("NORD/MAIN"));
+    const QString series = board + QStringLiteral("/ALFA");
+    const QString day = series + QStringLiteral("/20240115_60.iss");
+    const QString outside = own.filePath(QStringLiteral("out.txt"));
+    writeFile(day, "100000;1;1;1;1;0;0;0\n");
+    writeFile(outside, "old");
+    const auto refusal = [&root](const QString& path) {
+        return tadata::mayWriteOutput(detailsOf(path), root).message();
+    };
+    const QStringList free{outside, own.filePath(QStringLiteral("new.txt")),
+                           QStringLiteral("/dev/null")};
+    {
+        const testsupport::Permissions noList(board, 0300);
+        QCOMPARE(refusal(day), QStringLiteral("Невозможно прочитать каталог %1").arg(board));
+        for (const QString& path : free)
+            QCOMPARE(refusal(path), QString());
+    }
+    for (const mode_t mode : {0300, 0600}) {
+        const testsupport::Permissions closed(series, mode);
+        QVERIFY(!refusal(day).isNull());
+        for (const QString& path : free)
+            QCOMPARE(refusal(path), QString());
+    }
 }
 
 QTEST_GUILESS_MAIN(TestExportJob)

@@ -14,6 +14,7 @@ private Q_SLOTS:
     void init() { testsupport::failOnStrayWarnings(); }
     void knowsADayThatIsAskedForOften();
     void knowsEachDayOfAYearByItself();
+    void knowsADayOnWhichMidnightComesTwice();
     void knowsTwoDaysAtATime();
 };
 
@@ -51,6 +52,17 @@ void TestLocalDays::knowsEachDayOfAYearByItself()
             QVERIFY(isEvenAtLast(days, change.addDays(further)));
         QVERIFY(isEvenAtLast(days, change.addDays(10)));
     }
+}
+
+// At one o'clock it is midnight again.
+void TestLocalDays::knowsADayOnWhichMidnightComesTwice()
+{
+    const testsupport::LocalZone zone("America/Havana");
+    tadata::LocalDays days;
+    const QDate change(2024, 11, 3);
+    for (int near = -1; near <= 1; ++near)
+        QVERIFY(!isEvenAtLast(days, change.addDays(near)));
+    QVERIFY(isEvenAtLast(days, change.addDays(-10)) && isEvenAtLast(days, change.addDays(10)));
 }
 
 // The day that is read and the one to which its last bar belongs.
