@@ -68,7 +68,7 @@ void addMissedBars(SeriesHealth& health)
     for (const QDate& day : std::as_const(health.missingDays))
         ++weekdayOf(day).missing;
     for (const Weekday& weekday : weekdays) {
-        if (weekday.missing == 0 || weekday.days == 0)
+        if (weekday.days == 0)
             continue;
         const Wide parts = health.missedParts * weekday.days;
         const Wide bars = health.missedBars * weekday.days +

@@ -58,6 +58,8 @@ private Q_SLOTS:
     void countsTheDaysThatAreAskedFor();
     void expectsNothingOfAWeekdayWithoutBars();
     void stopsBetweenDays();
+    void looksAtNoOtherSeriesAfterAStop();
+    void tellsOfAFileOnce();
     void knowsTheFirstDayAndTheLast();
 
 private:
@@ -584,8 +586,61 @@ void TestStoreHealth::stopsBetweenDays()
         for (const SeriesHealth& found : health.series)
             QVERIFY(std::all_of(found.days.begin(), found.days.end(),
                                 [](const DayHealth& day) { return day.day.isValid(); }));
+        // The second one was begun only after the first.
+        QCOMPARE(health.series.size(), size_t(enough <= 44 ? 1 : 2));
         // The window of the weekday is read to its end.
         QVERIFY2(read >= enough && read < enough + 9, qPrintable(QString::number(read)));
+    }
+}
+
+// Two that are asked for have gaps on the same days, on which the third one cannot be read.
+void TestStoreHealth::tellsOfAFileOnce()
+{
+    const QString gran = QStringLiteral("NORD/MAIN/GRAN");
+    const QDate other = someDay.addDays(1);
+    for (const QString& series : {alfa, gran}) {
+        writeDays(series, session());
+        write(series, someDay, span(600, 20));
+        write(series, other, span(600, 20));
+    }
+    QStringList paths;
+    for (const QDate& day : {someDay, other}) {
+        write(vega, day, session());
+        paths.append(m_dir->filePath(vega + u'/' + vexdesk::dayFileName(day, 60)));
+        QVERIFY(QFile::resize(paths.last(), qint64(1024) * 1024 * 1024 + 1));
+    }
+    HealthQuery query;
+    query.series = QStringList{alfa, gran};
+    QCOMPARE(read(query).size(), 2);
+    QStringList unread;
+    for (const UnreadFile& file : m_unread)
+        unread.append(file.path);
+    QCOMPARE(unread, paths);
+}
+
+void TestStoreHealth::looksAtNoOtherSeriesAfterAStop()
+{
+    writeDays(alfa, session());
+    write(alfa, someDay, span(600, 20));
+    write(vega, someDay, session());
+    const QString path = m_dir->filePath(vega + u'/' + vexdesk::dayFileName(someDay, 60));
+    QVERIFY(QFile::resize(path, qint64(1024) * 1024 * 1024 + 1));
+    std::vector<QDate> days;
+    for (QDate day(2024, 1, 1); day <= QDate(2024, 7, 31); day = day.addDays(1)) {
+        if (day.dayOfWeek() < 6)
+            days.push_back(day);
+    }
+    const std::vector<tadata::BoardSeries> board{
+        {alfa, QDir(m_dir->filePath(alfa)), days, true},
+        {vega, QDir(m_dir->filePath(vega)), {someDay}, false}};
+    for (const bool stops : {false, true}) {
+        std::atomic<bool> stop = false;
+        size_t read = 0;
+        const tadata::BoardHealth health = tadata::boardHealth(
+            board, 60, {}, [&] { stop = stops && ++read == days.size(); }, &stop);
+        // The last days that were read are Fridays.
+        QVERIFY(!dayOf(health.series[0], someDay).gaps.empty());
+        QCOMPARE(health.unread.size(), size_t(stops ? 0 : 1));
     }
 }
 
