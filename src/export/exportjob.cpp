@@ -105,7 +105,6 @@ QByteArray heading(const ExportDetails& details)
     QString text;
     QTextStream stream(&text);
     writeHeader(stream, details);
-    stream.flush();
     return text.toUtf8();
 }
 

@@ -70,6 +70,7 @@ private Q_SLOTS:
     void asksForTheDirectoryOnceAndOnlyForAPastDay();
     void takesTodayFromNoFile();
     void replacesTheOutput();
+    void writesASingleByte();
     void tellsOfDaysThatAreReplacedMeanwhile();
     void namesAnOutputThatCannotBeOpened_data();
     void namesAnOutputThatCannotBeOpened();
@@ -378,6 +379,17 @@ void TestExportJob::replacesTheOutput()
     details.lineFormat = QStringLiteral("OPEN");
     QVERIFY(run(details).isNull());
     QCOMPARE(written(), mark + "1\n");
+}
+
+// One bar with nothing behind its only number.
+void TestExportJob::writesASingleByte()
+{
+    store("20240115_60.iss", "100000;7;7;7;7;0;0;0\n");
+    ExportDetails details = detailsOf(output());
+    details.separator.clear();
+    details.lineFormat = QStringLiteral("OPEN,");
+    QVERIFY(run(details).isNull());
+    QCOMPARE(written(), mark + "7");
 }
 
 // An import empties a day before it writes it anew: who reads it then finds nothing, or a part.
