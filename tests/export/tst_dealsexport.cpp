@@ -118,6 +118,7 @@ private Q_SLOTS:
     void clampsOpenInterest();
     void throwsForATypeThatDealsDoNotHave_data();
     void throwsForATypeThatDealsDoNotHave();
+    void takesAbsentFieldsOfAnyTypeForNothing();
     void doesNotLookAtTheFieldsOfOtherSeries();
     void throwsForAKeyThatDoesNotFit_data();
     void throwsForAKeyThatDoesNotFit();
@@ -491,6 +492,22 @@ void TestDealsExport::throwsForATypeThatDealsDoNotHave()
     QVERIFY(isUnlocked());
 }
 
+void TestDealsExport::takesAbsentFieldsOfAnyTypeForNothing()
+{
+    for (const char* column : {"moment", "price", "value", "quantity", "open_interest"}) {
+        m_core = nullptr;
+        m_core = std::make_unique<vexdesk::Core>();
+        QVERIFY(dealsWith(QString::fromLatin1(column), FieldType::Double));
+        Deal deal;
+        deal.stockId = nord;
+        deal.boardId = board;
+        deal.securityId = alfa;
+        add(deal);
+        QCOMPARE(run(detailsOfAlfa(), QDate(1970, 1, 1)),
+                 QByteArray("19700101;000000;0;0;0;0;0;0;0\n"));
+    }
+}
+
 void TestDealsExport::doesNotLookAtTheFieldsOfOtherSeries()
 {
     QVERIFY(dealsWith(QStringLiteral("quantity"), FieldType::Text));
@@ -535,12 +552,18 @@ void TestDealsExport::throwsForAKeyThatDoesNotFit()
 
 void TestDealsExport::tellsItsProgressEveryThousandRows()
 {
-    for (int i = 0; i < 2500; ++i) {
-        Deal deal = dealAt(at(10, 0), "5");
-        // Rows that are left out count too.
-        deal.boardId = i % 10 == 0 ? board : board + 1;
-        add(deal);
-    }
+    auto addTo = [this, i = 0](int count) mutable {
+        for (; i < count; ++i) {
+            Deal deal = dealAt(at(10, 0), "5");
+            // Rows that are left out count too.
+            deal.boardId = i % 10 == 0 ? board : board + 1;
+            add(deal);
+        }
+    };
+    addTo(999);
+    QVERIFY(!run().isEmpty());
+    QCOMPARE(m_progress, QList<int>());
+    addTo(2500);
     QVERIFY(!run(detailsOfAlfa(), today, -1).isEmpty());
     // 1000 / 2500 of the way from -1 to 100, and twice that.
     QCOMPARE(m_progress, QList<int>({39, 79}));
