@@ -127,7 +127,8 @@ void TestBarExporter::writesTimesOfEveryPattern_data()
     for (const char* pattern :
          {"hhmmss",    "hhmm",   "hh:mm:ss", "hh:mm",       "h:m:s",  "hh:mm:ss.zzz", "HH:mm",
           "hh 'h' mm", "hhhmm",  "hh:mm ap", "mm hh ss hh", "",       "ss",           "hh-mm-t",
-          "hh😀mm",     "час hh", "hh'mm'ss", "hh''mm",      "'hh'mm", "hh'"})
+          "hh😀mm",     "час hh", "hh'mm'ss", "hh''mm",      "'hh'mm", "hh'",          "''",
+          "HH",        "tt",     "zz",       "hm",          "h:m "})
         QTest::newRow(*pattern ? pattern : "empty") << QString::fromUtf8(pattern);
 }
 

@@ -248,6 +248,10 @@ void TestColumnsImportPage::showsTheFields()
         }
     }
     QCOMPARE(texts, QStringList({"a", "b", "c", "d", "", "f", "g", "h", "i", "k", "-", "-"}));
+    // No row is higher than its text needs.
+    const int height = table()->rowHeight(0);
+    table()->resizeRowsToContents();
+    QCOMPARE(table()->rowHeight(0), height);
 }
 
 void TestColumnsImportPage::offersEveryRoleInEveryColumn()
@@ -392,6 +396,9 @@ void TestColumnsImportPage::boxesFollowTheScrollBar()
     table()->horizontalScrollBar()->triggerAction(QAbstractSlider::SliderToMaximum);
     QVERIFY2(misplaced().isNull(), qPrintable(misplaced()));
     QVERIFY(header()->rect().contains(header()->box(11)->geometry()));
+    // Back by one column.
+    table()->horizontalScrollBar()->triggerAction(QAbstractSlider::SliderSingleStepSub);
+    QVERIFY2(misplaced().isNull(), qPrintable(misplaced()));
     table()->horizontalScrollBar()->triggerAction(QAbstractSlider::SliderToMinimum);
     QVERIFY2(misplaced().isNull(), qPrintable(misplaced()));
     QCOMPARE(header()->box(0)->x(), first);
