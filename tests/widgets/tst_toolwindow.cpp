@@ -10,8 +10,10 @@
 #include <vexdesk/appsettings.h>
 
 #include <QtCore/QStringListModel>
+#include <QtGui/QHideEvent>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
+#include <QtTest/qtestspontaneevent.h>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
@@ -68,6 +70,7 @@ private Q_SLOTS:
     void whatItSaysIsTheLastLine();
     void itsTableHasNoBranches();
     void itsSizeIsRemembered();
+    void remembersNoSizeOfAMinimizedWindow();
     void returnPressesTheButtonThatHasTheFocus();
     void escapeClosesIt();
 
@@ -159,6 +162,18 @@ void TestToolWindow::itsSizeIsRemembered()
     m_window->close();
     open();
     EVENTUALLY_EQUAL(m_window->size(), larger);
+}
+
+// The window system hides it then, not the user.
+void TestToolWindow::remembersNoSizeOfAMinimizedWindow()
+{
+    const QString key = QStringLiteral("dialog_size");
+    QHideEvent hide;
+    QSpontaneKeyEvent::setSpontaneous(&hide);
+    QCoreApplication::instance()->notify(m_window.get(), &hide);
+    QVERIFY(!AppSettings(group).contains(key));
+    m_window->close();
+    QVERIFY(AppSettings(group).contains(key));
 }
 
 void TestToolWindow::returnPressesTheButtonThatHasTheFocus()

@@ -46,8 +46,8 @@ public:
 protected:
     void showEvent(QShowEvent* event) override
     {
-        QWizard::showEvent(event);
         tadata::widenForPage(*this, m_pageWidth);
+        QWizard::showEvent(event);
     }
 
 private:
