@@ -23,6 +23,12 @@ QString dayName(const char* day, int timeframe = vexdesk::minuteTimeframe)
     return QStringLiteral("%1_%2.iss").arg(QLatin1String(day)).arg(timeframe);
 }
 
+// Longer than the name of any file: what it leads to cannot be looked at.
+QString tooLong()
+{
+    return QString(300, u'x');
+}
+
 QStringList sorted(QStringList names)
 {
     std::sort(names.begin(), names.end());
@@ -42,11 +48,16 @@ private Q_SLOTS:
     void namesMinuteFilesWithoutAnExtension();
     void readsOnlyNamesThatItMakes_data();
     void readsOnlyNamesThatItMakes();
+    void tellsTheNamesOfBarFiles_data();
+    void tellsTheNamesOfBarFiles();
     void readsTheDayThatANameBeginsWith();
     void makesTheRootBelowTheDataDirectory();
     void takesNothingElseForTheRoot_data();
     void takesNothingElseForTheRoot();
     void findsABarFileByWhateverName();
+    void doesNotGuessWhichBarFileItIs();
+    void findsABarFileAmongThoseThatCannotBeLookedAt();
+    void whatIsNoFileIsNoBarFile();
     void tellsWhetherAFileMayBeInADirectory_data();
     void tellsWhetherAFileMayBeInADirectory();
     void makesTheDirectoryOfASeries_data();
@@ -62,6 +73,7 @@ private Q_SLOTS:
     void listsTheDaysOfADirectory_data();
     void listsTheDaysOfADirectory();
     void listsADayBehindALink();
+    void listsNoDaysOfWhatCannotBeRead();
     void listsSubdirectories();
     void listsTheDirectoriesOfAStore();
     void listsNoSubdirectoriesOfWhatIsNoDirectory();
@@ -134,6 +146,31 @@ void TestDayFile::readsOnlyNamesThatItMakes()
     }
 }
 
+void TestDayFile::tellsTheNamesOfBarFiles_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("isOne");
+    const auto row = [](const char* name, bool isOne) {
+        QTest::newRow(name) << QString::fromLatin1(name) << isOne;
+    };
+    row("20181214_60.iss", true);
+    row("20181214_1.iss", true);
+    row("20181214_60", true);
+    row("20181214_1", false);
+    row("20181214_60.txt", false);
+    row("20181214_060", false);
+    row("20181314_60", false);
+    row("20181214", false);
+    row("_60", false); // with no day at all
+    row("", false);
+}
+
+void TestDayFile::tellsTheNamesOfBarFiles()
+{
+    QFETCH(const QString, name);
+    QTEST(vexdesk::isBarFileName(name), "isOne");
+}
+
 void TestDayFile::readsTheDayThatANameBeginsWith()
 {
     const QDate day(2024, 1, 15);
@@ -190,6 +227,56 @@ void TestDayFile::findsABarFileByWhateverName()
     QCOMPARE(found(other), QStringLiteral("20240116_60"));
     QVERIFY(!vexdesk::fileState(dir.path()));
     QVERIFY(!vexdesk::fileState(dir.filePath(QStringLiteral("missing"))));
+}
+
+void TestDayFile::doesNotGuessWhichBarFileItIs()
+{
+    const QTemporaryDir dir;
+    const QDir series(dir.filePath(QStringLiteral("series")));
+    const QString file = dir.filePath(QStringLiteral("bars.txt"));
+    testsupport::writeFile(file, "1");
+    testsupport::writeFile(series.filePath(QStringLiteral("notes")), "2");
+    QVERIFY(QFile::link(tooLong(), series.filePath(QStringLiteral("note"))));
+    QCOMPARE(*vexdesk::barFileThatIs(file, series), QString());
+
+    const QString stored = series.filePath(dayName("20240115"));
+    QVERIFY(QFile::link(tooLong(), stored));
+    const QString text = QStringLiteral("Невозможно узнать, что за файл %1: ");
+    const QString byStored = vexdesk::barFileThatIs(file, series).message();
+    QVERIFY2(byStored.startsWith(text.arg(stored)), qPrintable(byStored));
+
+    const QString unknown = dir.filePath(tooLong());
+    const QString byPath = vexdesk::barFileThatIs(unknown, series).message();
+    QVERIFY2(byPath.startsWith(text.arg(unknown)), qPrintable(byPath));
+
+    const QString byDirectory = vexdesk::barFileThatIs(file, QDir(unknown)).message();
+    QVERIFY2(byDirectory.contains(QStringLiteral("каталог ") + unknown), qPrintable(byDirectory));
+}
+
+// Whichever of them the directory has first.
+void TestDayFile::findsABarFileAmongThoseThatCannotBeLookedAt()
+{
+    const QTemporaryDir dir;
+    const QDir series(dir.path());
+    for (int day = 10; day < 30; ++day) {
+        const QByteArray date = "202401" + QByteArray::number(day);
+        const QString name = series.filePath(dayName(date.constData()));
+        if (day == 20)
+            testsupport::writeFile(name, "1");
+        else
+            QVERIFY(QFile::link(tooLong(), name));
+    }
+    const QString file = dayName("20240120");
+    QCOMPARE(*vexdesk::barFileThatIs(series.filePath(file), series), file);
+}
+
+// Nothing is said about the series then: it is not asked.
+void TestDayFile::whatIsNoFileIsNoBarFile()
+{
+    const QTemporaryDir dir;
+    const QDir series(dir.filePath(tooLong()));
+    QCOMPARE(*vexdesk::barFileThatIs(dir.filePath(QStringLiteral("missing")), series), QString());
+    QCOMPARE(*vexdesk::barFileThatIs(dir.path(), series), QString());
 }
 
 void TestDayFile::tellsWhetherAFileMayBeInADirectory_data()
@@ -383,6 +470,19 @@ void TestDayFile::listsADayBehindALink()
     QVERIFY(QFile::link(dir.filePath(QStringLiteral("gone")), dir.filePath(dayName("20181215"))));
     QCOMPARE(*vexdesk::storedDays(dir, 60, QDate(2018, 12, 1), QDate(2018, 12, 31)),
              QList<QDate>({QDate(2018, 12, 14), QDate(2018, 12, 15)}));
+}
+
+void TestDayFile::listsNoDaysOfWhatCannotBeRead()
+{
+    const QTemporaryDir parent;
+    const QString path = parent.filePath(tooLong());
+    const QDate day(2018, 12, 14);
+    const auto days = vexdesk::storedDays(QDir(path), 60, day, day);
+    QVERIFY(!days);
+    QVERIFY2(days.message().contains(path), qPrintable(days.message()));
+    // An interval without an end has no days, whatever there is.
+    QVERIFY(vexdesk::storedDays(QDir(path), 60, QDate(), day)->isEmpty());
+    QVERIFY(vexdesk::storedDays(QDir(path), 60, day, QDate())->isEmpty());
 }
 
 void TestDayFile::listsSubdirectories()

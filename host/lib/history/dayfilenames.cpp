@@ -66,10 +66,10 @@ QString minuteFileName(const QDate& day)
 std::optional<DayFileKey> parseDayFileName(const QString& name)
 {
     const QDate day = dayAtStart(name);
-    const qsizetype dot = name.indexOf(u'.');
-    if (!day.isValid() || dot <= dayLength)
+    if (!day.isValid())
         return std::nullopt;
-    const int timeframe = QStringView(name).mid(dayLength + 1, dot - dayLength - 1).toInt();
+    const QStringView rest = QStringView(name).sliced(dayLength);
+    const int timeframe = rest.left(rest.indexOf(u'.')).mid(1).toInt();
     if (timeframe <= 0 || dayFileName(day, timeframe) != name)
         return std::nullopt;
     return DayFileKey{day, timeframe};
@@ -112,11 +112,12 @@ Result<QString> barFileThatIs(const QString& path, const QDir& seriesDir)
                 looked = notLookedAt(stored);
             else if (look.state && look.state->isSameFile(*file.state))
                 found = candidate;
-            return looked && found.isEmpty();
+            return found.isEmpty();
         });
-    if (!listed || !looked)
-        return listed ? looked.failure() : listed.failure();
-    return found;
+    // Which of the others cannot be looked at is all the same once it is found.
+    if (found.isEmpty() && !looked)
+        return looked.failure();
+    return listed ? Result<QString>(found) : listed.failure();
 }
 
 bool mayBeIn(const QDir& directory, const QString& path)
