@@ -25,6 +25,7 @@ private Q_SLOTS:
     void leavesLinksAmongTheDirectories();
     void knowsACircle();
     void followsAsManyAsTheSystem();
+    void saysWhatCannotBeRead();
     void saysWhatHasNoLinks();
     void tellsALostLink_data();
     void tellsALostLink();
@@ -125,6 +126,22 @@ void TestLinks::followsAsManyAsTheSystem()
         const bool isFollowed = QFile::exists(file);
         QCOMPARE(behindLinks(file).has_value(), isFollowed);
         QCOMPARE(isFollowed, i < most);
+    }
+}
+
+// The name is longer than that of any file, at the end of a link too.
+void TestLinks::saysWhatCannotBeRead()
+{
+    const QString name(300, u'x');
+    link(name, QStringLiteral("series/unknown"));
+    for (const QString& file : {m_dir->filePath(name), path("series/unknown")}) {
+        errno = 0;
+        QCOMPARE(behindLinks(file), std::nullopt);
+        QCOMPARE(errno, ENAMETOOLONG);
+        QVERIFY(!isLostLink(file));
+        QCOMPARE(
+            mayBeMade(file).message(),
+            QStringLiteral("Ссылка %1 не читается: %2").arg(file, qt_error_string(ENAMETOOLONG)));
     }
 }
 

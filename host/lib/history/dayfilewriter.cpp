@@ -49,7 +49,7 @@ public:
     void cutLine() const
     {
         const qint64 taken = ::lseek(file->get(), 0, SEEK_CUR) - written;
-        if (taken <= 0 || taken > size)
+        if (taken <= 0)
             return;
         const qsizetype end = QByteArrayView(lines.data(), taken).lastIndexOf('\n') + 1;
         // Where even that fails, the import has said that the file is not what it should be.
