@@ -76,6 +76,7 @@ private Q_SLOTS:
     void listsNoDaysOfWhatCannotBeRead();
     void listsSubdirectories();
     void listsTheDirectoriesOfAStore();
+    void saysWhichDirectoriesCannotBeRead();
     void listsNoSubdirectoriesOfWhatIsNoDirectory();
 
 private:
@@ -519,6 +520,25 @@ void TestDayFile::listsTheDirectoriesOfAStore()
     QCOMPARE(sorted(found.series), paths({"N/MAIN/A", "N/MAIN/.B", "N/.REPO/A", ".M/MAIN/A",
                                           "link/MAIN/A", "link/MAIN/.B", "link/.REPO/A"}));
     QVERIFY(vexdesk::storeDirectories(QDir(dir.filePath("missing"))).series.isEmpty());
+}
+
+void TestDayFile::saysWhichDirectoriesCannotBeRead()
+{
+    const QTemporaryDir parent;
+    const QDir dir(parent.path());
+    QVERIFY(dir.mkpath(QStringLiteral("N/MAIN/A")));
+    QVERIFY(vexdesk::storeDirectories(dir).unreadable.isEmpty());
+    QStringList unreadable;
+    for (const char* link : {"M", "N/B"}) {
+        unreadable.append(dir.filePath(QLatin1String(link)));
+        QVERIFY(QFile::link(tooLong(), unreadable.last()));
+    }
+    const vexdesk::StoreDirectories found = vexdesk::storeDirectories(dir);
+    QCOMPARE(found.unreadable, unreadable);
+    QCOMPARE(sorted(found.stocks), QStringList({unreadable[0], dir.filePath(QStringLiteral("N"))}));
+    QCOMPARE(found.series, QStringList(dir.filePath(QStringLiteral("N/MAIN/A"))));
+    const QString none = dir.filePath(tooLong());
+    QCOMPARE(vexdesk::storeDirectories(QDir(none)).unreadable, QStringList(none));
 }
 
 void TestDayFile::listsNoSubdirectoriesOfWhatIsNoDirectory()

@@ -31,7 +31,7 @@ std::optional<QString> canonicalRoot(const QDir& root)
         return withoutLinks(root.path());
     QString existing = QDir::cleanPath(root.absolutePath());
     QString rest;
-    while (isMissing(existing) && existing != u"/") {
+    while (isMissing(existing)) {
         const QFileInfo missing(existing);
         rest = u'/' + missing.fileName() + rest;
         existing = missing.path();
@@ -39,7 +39,7 @@ std::optional<QString> canonicalRoot(const QDir& root)
     const std::optional<QString> canonical = withoutLinks(existing);
     if (!canonical)
         return std::nullopt;
-    return *canonical == u"/" && !rest.isEmpty() ? rest : *canonical + rest;
+    return *canonical == u"/" ? rest : *canonical + rest;
 }
 
 QString besideStore(const QString& root)
@@ -93,8 +93,7 @@ Result<RestorePlace> makeRestorePlace(const QDir& root)
     const bool mayBeThere = kindOf(place->path) == PathKind::Unknown;
     if (!mayBeThere && makeDirectory(inData))
         return RestorePlace{place->root, inData};
-    if (!mayBeThere)
-        reasons.append(qt_error_string(errno));
+    reasons.append(qt_error_string(errno));
     reasons.removeDuplicates();
     return Failure{
         Text::tr("Невозможно создать ни каталог %1, ни каталог %2 для блокировок и точек "

@@ -63,8 +63,6 @@ QString StoreJob::pointId() const
 
 Outcome StoreJob::end()
 {
-    if (m_d->place.path.isNull())
-        return {};
     Outcome outcome;
     if (m_d->point && m_d->keepsNothing())
         m_d->point->remove();
@@ -75,8 +73,6 @@ Outcome StoreJob::end()
 
 Outcome StoreJob::takeBack()
 {
-    if (m_d->place.path.isNull())
-        return {};
     return m_d->prune(m_d->point ? m_d->point->takeBack() : Outcome());
 }
 
