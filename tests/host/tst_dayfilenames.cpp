@@ -76,6 +76,7 @@ private Q_SLOTS:
     void listsNoDaysOfWhatCannotBeRead();
     void listsSubdirectories();
     void listsTheDirectoriesOfAStore();
+    void takesLinksForWhatTheyLeadTo();
     void saysWhichDirectoriesCannotBeRead();
     void listsNoSubdirectoriesOfWhatIsNoDirectory();
 
@@ -520,6 +521,30 @@ void TestDayFile::listsTheDirectoriesOfAStore()
     QCOMPARE(sorted(found.series), paths({"N/MAIN/A", "N/MAIN/.B", "N/.REPO/A", ".M/MAIN/A",
                                           "link/MAIN/A", "link/MAIN/.B", "link/.REPO/A"}));
     QVERIFY(vexdesk::storeDirectories(QDir(dir.filePath("missing"))).series.isEmpty());
+}
+
+// And those that lead nowhere for files: who opens them says so.
+void TestDayFile::takesLinksForWhatTheyLeadTo()
+{
+    const QTemporaryDir parent;
+    const QDir dir(parent.path());
+    QVERIFY(dir.mkdir(QStringLiteral("directory")));
+    testsupport::writeFile(dir.filePath(QStringLiteral("file")), "");
+    const auto link = [&dir](const QString& target, const QString& name) {
+        QVERIFY(QFile::link(target, dir.filePath(name)));
+    };
+    link(QStringLiteral("directory"), dayName("20181210"));
+    link(QStringLiteral("file"), dayName("20181211"));
+    link(QStringLiteral("nothing"), dayName("20181212"));
+    link(QStringLiteral("file/below"), dayName("20181213"));
+    link(dayName("20181214"), dayName("20181214"));
+    link(tooLong(), dayName("20181215"));
+    QCOMPARE(sorted(vexdesk::subdirectories(dir.path())),
+             QStringList({dayName("20181210"), dayName("20181215"), QStringLiteral("directory")}));
+    QList<QDate> days;
+    for (int day = 11; day <= 15; ++day)
+        days.append(QDate(2018, 12, day));
+    QCOMPARE(*vexdesk::storedDays(dir, 60, QDate(2018, 12, 1), QDate(2018, 12, 31)), days);
 }
 
 void TestDayFile::saysWhichDirectoriesCannotBeRead()

@@ -70,6 +70,7 @@ private Q_SLOTS:
     void whatIsKeptOnlyInPartIsSaidAtTheEnd();
     void writesNothingMoreAfterAFailure();
     void whatIsNoFileIsNotOpened();
+    void aNewFileHasThePermissionsOfAnyFile();
     void closesTheFileWhenItGoes();
 
 private:
@@ -114,7 +115,7 @@ void TestDayFileWriter::handsOverWholeLines()
     QVERIFY(writer.close());
     QCOMPARE(readFile(path("day")), lines(5000));
     const QByteArrayList pieces = written.pieces();
-    QVERIFY(pieces.size() > 2);
+    QVERIFY(pieces.size() > 2 && pieces.size() < 100);
     for (const QByteArray& piece : pieces)
         QVERIFY(piece.endsWith('\n'));
     QCOMPARE(pieces.join(), lines(5000));
@@ -198,6 +199,21 @@ void TestDayFileWriter::whatIsNoFileIsNotOpened()
     write(writer, 1);
     QVERIFY(writer.close());
     QCOMPARE(readFile(path("target")), lines(1));
+}
+
+void TestDayFileWriter::aNewFileHasThePermissionsOfAnyFile()
+{
+    for (const mode_t mask : {0, 027}) {
+        const QString name = path(mask == 0 ? "open" : "closed");
+        const mode_t before = ::umask(mask);
+        DayFileWriter writer;
+        const Outcome opened = writer.open(name);
+        ::umask(before);
+        QVERIFY(opened && writer.close());
+        struct stat status = {};
+        QCOMPARE(::stat(QFile::encodeName(name).constData(), &status), 0);
+        QCOMPARE(status.st_mode & 07777, mode_t(0666) & ~mask);
+    }
 }
 
 void TestDayFileWriter::closesTheFileWhenItGoes()

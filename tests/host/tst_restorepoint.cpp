@@ -3,6 +3,7 @@
 
 #include "support/faults.h"
 #include "support/filetree.h"
+#include "support/otheruser.h"
 #include "support/strictlog.h"
 
 #include <QtCore/QFileInfo>
@@ -11,6 +12,8 @@
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -78,6 +81,12 @@ private Q_SLOTS:
     void takingBackLeavesNoPoint();
     void takingBackNeedsNoRoom();
     void takingBackThatFailsNamesThePoint();
+    void takingBackTakesNoCopyThatIsALink();
+    void takingBackTakesNoCopyOfSomebodyElse_data();
+    void takingBackTakesNoCopyOfSomebodyElse();
+    void thoseWhoMayReadTheStoreMayReadThePoint();
+    void waitsForWhoeverMakesAPoint();
+    void aPlaceWithoutLocksOfTheSystemIsNobodys();
 
 private:
     QString path(const QString& relative) const { return m_root + u'/' + relative; }
@@ -637,6 +646,107 @@ void TestRestorePoint::takingBackThatFailsNamesThePoint()
     QCOMPARE(ids(), QStringList(id));
     QVERIFY(!putBack(id).isEmpty());
     QCOMPARE(readFile(path(monday)), QByteArray("old monday\n"));
+}
+
+void TestRestorePoint::takingBackTakesNoCopyThatIsALink()
+{
+    RestorePoint point(m_place, QStringLiteral("import"), series, {});
+    QVERIFY(point.keep({path(monday)}));
+    apply({{monday, "half"}});
+    const QString copy = m_place.path + u'/' + point.id() + u'/' + monday;
+    const QString aside = m_dir->filePath(QStringLiteral("aside"));
+    QVERIFY(QFile::rename(copy, aside));
+    QVERIFY(QFile::link(aside, copy));
+    const testsupport::Fault full(testsupport::SystemCall::Write, QStringLiteral(".tmp"), ENOSPC);
+    const auto back = point.takeBack();
+    QVERIFY2(back.message().contains(qt_error_string(ENOSPC)), qPrintable(back.message()));
+    QCOMPARE(QFileInfo(path(monday)).isSymLink(), false);
+    QCOMPARE(readFile(path(monday)), QByteArray("half"));
+}
+
+void TestRestorePoint::takingBackTakesNoCopyOfSomebodyElse_data()
+{
+    QTest::addColumn<uid_t>("user");
+    QTest::addColumn<gid_t>("group");
+    QTest::newRow("of another user") << testsupport::nobody << gid_t(0);
+    QTest::newRow("of another group") << uid_t(0) << testsupport::noGroup;
+}
+
+// Full as the disk is: who may read the file would be another one.
+void TestRestorePoint::takingBackTakesNoCopyOfSomebodyElse()
+{
+    QFETCH(const uid_t, user);
+    QFETCH(const gid_t, group);
+    if (::geteuid() != 0)
+        QSKIP("Only the superuser gives files away.");
+    const QByteArray file = QFile::encodeName(path(monday));
+    RestorePoint point(m_place, QStringLiteral("import"), series, {});
+    QVERIFY(point.keep({path(monday)}));
+    apply({{monday, "half"}});
+    QCOMPARE(::chown(file.constData(), user, group), 0);
+    {
+        const testsupport::Fault full(testsupport::SystemCall::Write, QStringLiteral(".tmp"),
+                                      ENOSPC);
+        QVERIFY(!point.takeBack());
+    }
+    QCOMPARE(readFile(path(monday)), QByteArray("half"));
+    // With room on the disk it comes back, and stays theirs.
+    const QString undone = putBack(ids().first());
+    QCOMPARE(undone, ids().first());
+    QCOMPARE(readFile(path(monday)), QByteArray("old monday\n"));
+    struct stat status = {};
+    QCOMPARE(::stat(file.constData(), &status), 0);
+    QCOMPARE(status.st_uid, user);
+    QCOMPARE(status.st_gid, group);
+}
+
+void TestRestorePoint::thoseWhoMayReadTheStoreMayReadThePoint()
+{
+    const mode_t mask = ::umask(027);
+    const QString id = job(QStringLiteral("import"), {{monday, "new\n"}});
+    RestorePoint running(m_place, QStringLiteral("import"), series, {});
+    QVERIFY(running.keep({path(monday)}));
+    ::umask(mask);
+    const auto modeOf = [this](const QString& name) {
+        struct stat status = {};
+        const QByteArray file = QFile::encodeName(m_place.path + u'/' + name);
+        return ::stat(file.constData(), &status) == 0 ? status.st_mode & 07777 : 0;
+    };
+    QCOMPARE(modeOf(id), mode_t(0750));
+    QCOMPARE(modeOf(id + QStringLiteral("/point.json")), mode_t(0640));
+    QCOMPARE(modeOf(QStringLiteral("sums/") + id), mode_t(0640));
+    QCOMPARE(modeOf(running.id() + QStringLiteral("/journal")), mode_t(0640));
+}
+
+void TestRestorePoint::waitsForWhoeverMakesAPoint()
+{
+    const QString locks = m_place.path + QStringLiteral("/locks");
+    QVERIFY(QDir().mkpath(locks));
+    const int directory =
+        ::open(QFile::encodeName(locks).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    QVERIFY(directory >= 0);
+    QCOMPARE(::flock(directory, LOCK_EX), 0);
+    const testsupport::Meanwhile ends(testsupport::SystemCall::LockRefused,
+                                      QStringLiteral("/locks"),
+                                      [directory] { ::close(directory); });
+    const QString id = job(QStringLiteral("import"), {{monday, "new\n"}});
+    QVERIFY(!id.isNull());
+    QCOMPARE(ids(), QStringList(id));
+}
+
+void TestRestorePoint::aPlaceWithoutLocksOfTheSystemIsNobodys()
+{
+    const testsupport::Fault none(testsupport::SystemCall::Lock, QString(), ENOLCK);
+    const QString first = job(QStringLiteral("import"), {{monday, "new\n"}});
+    RestorePoint running(m_place, QStringLiteral("import"), series, {});
+    QVERIFY(running.keep({path(monday)}));
+    writeFile(path(monday), "newer\n");
+    QVERIFY(!isJobRunning(m_place, running.id()));
+    QVERIFY(!putBack(first).isEmpty());
+    QCOMPARE(readFile(path(monday)), QByteArray("old monday\n"));
+    QVERIFY(none.failed() > 0);
+    QVERIFY(pruneRestorePoints(m_place, {.keep = 1}));
+    QCOMPARE(ids().size(), 1);
 }
 
 QTEST_GUILESS_MAIN(TestRestorePoint)

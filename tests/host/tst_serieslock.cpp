@@ -2,6 +2,7 @@
 #include <vexdesk/history/seriesfiles.h>
 #include <vexdesk/history/storejob.h>
 
+#include "support/faults.h"
 #include "support/filetree.h"
 #include "support/otheruser.h"
 #include "support/strictlog.h"
@@ -11,10 +12,12 @@
 #include <QtCore/QLockFile>
 #include <QtCore/QRegularExpression>
 #include <QtCore/QScopeGuard>
+#include <QtCore/QSysInfo>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -22,7 +25,9 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <cerrno>
 #include <memory>
+#include <utility>
 
 using testsupport::readTree;
 using testsupport::writeFile;
@@ -37,6 +42,16 @@ namespace {
 
 const QString series = QStringLiteral("S/B/X");
 constexpr std::chrono::milliseconds noWait{0};
+constexpr std::chrono::minutes longWait{10};
+
+// The number of a process that has ended.
+pid_t deadProcess()
+{
+    const pid_t child = ::fork();
+    if (child == 0)
+        ::_exit(0);
+    return ::waitpid(child, nullptr, 0) == child ? child : -1;
+}
 
 } // namespace
 
@@ -68,6 +83,16 @@ private Q_SLOTS:
     void aLockOfNobodyKnowsWhomIsNamed();
     void whoIsStoppedDoesNotWait();
     void aLockThatMayNotBeMadeIsNobodys();
+    void tellsWhetherTheHolderMayRun_data();
+    void tellsWhetherTheHolderMayRun();
+    void aProcessOfSomebodyElseMayRun();
+    void waitsUntilTheDirectoryIsFree_data();
+    void waitsUntilTheDirectoryIsFree();
+    void anUnfinishedLockLastsWhileSomebodyIsAtIt();
+    void aLockOfOldIsNotUnfinished();
+    void withoutLocksOfTheSystemTheFilesDecide();
+    void leftoversAreKnownByTheirWholeName();
+    void whatSomebodyElseIsAtWorkOnIsNoLeftover();
     void filesOfAnInterval();
     void aSeriesIsCopiedMovedAndRemoved();
 
@@ -75,6 +100,17 @@ private:
     QString path(const char* name) const { return m_dir->filePath(QLatin1String(name)); }
     RestorePlace place() const { return *vexdesk::makeRestorePlace(QDir(path("store"))); }
     QString lockFile() const { return path("store-restore/locks/S/B/X.lock"); }
+    static void makeOld(const QString& file)
+    {
+        const std::array<timespec, 2> longAgo{timespec{1000, 0}, timespec{1000, 0}};
+        const QByteArray name = QFile::encodeName(file);
+        QCOMPARE(::utimensat(AT_FDCWD, name.constData(), longAgo.data(), 0), 0);
+    }
+    void writeLock(qint64 process, const QString& program, const QString& host) const
+    {
+        writeFile(lockFile(),
+                  QStringLiteral("%1\n%2\n%3\n").arg(process).arg(program, host).toUtf8());
+    }
 
     std::unique_ptr<QTemporaryDir> m_dir;
 };
@@ -203,9 +239,7 @@ void TestSeriesLock::anUnfinishedLockDoesNotLast()
     writeFile(lockFile(), "");
     SeriesLocks locks;
     QVERIFY(!locks.take(place(), {series}, noWait));
-    const std::array<timespec, 2> longAgo{timespec{1000, 0}, timespec{1000, 0}};
-    const QByteArray name = QFile::encodeName(lockFile());
-    QCOMPARE(::utimensat(AT_FDCWD, name.constData(), longAgo.data(), 0), 0);
+    makeOld(lockFile());
     constexpr std::chrono::seconds shortWait{1};
     QVERIFY(locks.take(place(), {series}, shortWait));
 }
@@ -239,10 +273,8 @@ void TestSeriesLock::usersWithPlacesOfTheirOwnSeeEachOther()
 
 void TestSeriesLock::leftoversOfDeadProcessesGo()
 {
-    const pid_t child = ::fork();
-    if (child == 0)
-        ::_exit(0);
-    QCOMPARE(::waitpid(child, nullptr, 0), child);
+    const pid_t child = deadProcess();
+    QVERIFY(child > 0);
     const QString dir = path("store/S/B/X/");
     const QString dead = QStringLiteral(".tadata-%1-77.tmp").arg(child);
     const QString alive = QStringLiteral(".tadata-%1-77.tmp").arg(::getpid());
@@ -377,10 +409,8 @@ void TestSeriesLock::textsThatBeginAlikeAreSorted()
 
 void TestSeriesLock::leftDirectoriesGoWithWhatIsInThem()
 {
-    const pid_t child = ::fork();
-    if (child == 0)
-        ::_exit(0);
-    QCOMPARE(::waitpid(child, nullptr, 0), child);
+    const pid_t child = deadProcess();
+    QVERIFY(child > 0);
     const QDir dir(path("store/S/B/X"));
     const QString directory = QStringLiteral(".tadata-%1-77.tmp").arg(child);
     const QString link = QStringLiteral(".tadata-%1-78.tmp").arg(child);
@@ -435,6 +465,140 @@ void TestSeriesLock::aLockThatMayNotBeMadeIsNobodys()
     QVERIFY(!refused);
     QVERIFY2(refused.message().contains(QStringLiteral("Невозможно создать файл блокировки")),
              qPrintable(refused.message()));
+}
+
+void TestSeriesLock::tellsWhetherTheHolderMayRun_data()
+{
+    QTest::addColumn<qint64>("process");
+    QTest::addColumn<QString>("program");
+    QTest::addColumn<QString>("host");
+    QTest::addColumn<bool>("mayRun");
+    const qint64 own = ::getpid();
+    const qint64 dead = deadProcess();
+    const QString program = QFileInfo(QCoreApplication::applicationFilePath()).fileName();
+    const QString here = QSysInfo::machineHostName();
+    const QString elsewhere = here + QStringLiteral("-2");
+    QTest::newRow("this process") << own << program << here << true;
+    QTest::newRow("this process, on a host without a name") << own << program << QString() << true;
+    QTest::newRow("another program, by now") << own << QStringLiteral("other") << here << false;
+    QTest::newRow("another host") << own << program << elsewhere << false;
+    QTest::newRow("a process that has ended") << dead << program << here << false;
+}
+
+void TestSeriesLock::tellsWhetherTheHolderMayRun()
+{
+    QFETCH(const qint64, process);
+    QFETCH(const QString, program);
+    QFETCH(const QString, host);
+    writeLock(process, program, host);
+    const auto holder = lockHolder(place(), series);
+    QVERIFY(holder);
+    QCOMPARE(holder->process, process);
+    QCOMPARE(holder->program, program);
+    QCOMPARE(holder->host, host);
+    QVERIFY(holder->since > 0);
+    QTEST(holder->runsHere, "mayRun");
+}
+
+// The system says nothing about it but that it is there.
+void TestSeriesLock::aProcessOfSomebodyElseMayRun()
+{
+    m_dir.reset();
+    const testsupport::OtherUser user;
+    init();
+    if (!QFile::symLinkTarget(QStringLiteral("/proc/1/exe")).isEmpty())
+        QSKIP("Here the first process is the user's own.");
+    writeLock(1, QStringLiteral("first"), QSysInfo::machineHostName());
+    QVERIFY(lockHolder(place(), series)->runsHere);
+    m_dir.reset();
+}
+
+void TestSeriesLock::waitsUntilTheDirectoryIsFree_data()
+{
+    QTest::addColumn<bool>("canBeStopped");
+    QTest::newRow("to the end") << false;
+    QTest::newRow("until it is stopped") << true;
+}
+
+void TestSeriesLock::waitsUntilTheDirectoryIsFree()
+{
+    QFETCH(const bool, canBeStopped);
+    SeriesLocks held;
+    QVERIFY(held.take({place().root, path("own")}, {series}, noWait));
+    const testsupport::Meanwhile ends(testsupport::SystemCall::LockRefused,
+                                      QStringLiteral("/S/B/X"), [&held] { held.release(); });
+    const std::atomic<bool> stop = false;
+    SeriesLocks next;
+    QVERIFY(next.take(place(), {series}, longWait, canBeStopped ? &stop : nullptr));
+}
+
+// It has the file locked by the system, and writes who it is next.
+void TestSeriesLock::anUnfinishedLockLastsWhileSomebodyIsAtIt()
+{
+    writeFile(lockFile(), "");
+    makeOld(lockFile());
+    const int file = ::open(QFile::encodeName(lockFile()).constData(), O_RDWR | O_CLOEXEC);
+    QVERIFY(file >= 0);
+    QCOMPARE(::flock(file, LOCK_EX), 0);
+    SeriesLocks locks;
+    QVERIFY(!locks.take(place(), {series}, noWait));
+    QVERIFY(QFileInfo::exists(lockFile()));
+    const testsupport::Meanwhile ends(testsupport::SystemCall::LockRefused,
+                                      QStringLiteral("/X.lock"), [file] { ::close(file); });
+    const std::atomic<bool> stop = false;
+    QVERIFY(locks.take(place(), {series}, longWait, &stop));
+}
+
+void TestSeriesLock::aLockOfOldIsNotUnfinished()
+{
+    const QString program = QFileInfo(QCoreApplication::applicationFilePath()).fileName();
+    writeLock(::getpid(), program, QSysInfo::machineHostName());
+    makeOld(lockFile());
+    SeriesLocks locks;
+    QVERIFY(!locks.take(place(), {series}, noWait));
+    QVERIFY(QFileInfo::exists(lockFile()));
+    QCOMPARE(lockHolder(place(), series)->since, 1000 * qint64(1'000'000'000));
+}
+
+void TestSeriesLock::withoutLocksOfTheSystemTheFilesDecide()
+{
+    const testsupport::Fault none(testsupport::SystemCall::Lock, QStringLiteral("/S/B/X"), ENOLCK);
+    SeriesLocks locks;
+    QVERIFY(locks.take(place(), {series}, noWait));
+    SeriesLocks second;
+    QVERIFY(!second.take(place(), {series}, noWait));
+}
+
+void TestSeriesLock::leftoversAreKnownByTheirWholeName()
+{
+    const pid_t dead = deadProcess();
+    QVERIFY(dead > 0);
+    QStringList names;
+    for (const char* form : {".tadata-%1-77", ".tadata-%1-77.tmp~", "tadata-%1-77.tmp",
+                             "x.tadata-%1-77.tmp", ".tadata--%1-77.tmp", ".tadata-0%1x-77.tmp"})
+        names.append(QString::fromLatin1(form).arg(dead));
+    names.sort();
+    const QString dir = path("store/S/B/X/");
+    for (const QString& name : std::as_const(names))
+        writeFile(dir + name, "x");
+    writeFile(dir + QStringLiteral(".tadata-%1-77.tmp").arg(dead), "x");
+    SeriesLocks locks;
+    QVERIFY(locks.take(place(), {series}, noWait));
+    QCOMPARE(readTree(QDir(dir)).keys(), names);
+}
+
+void TestSeriesLock::whatSomebodyElseIsAtWorkOnIsNoLeftover()
+{
+    m_dir.reset();
+    const testsupport::OtherUser user;
+    init();
+    const QString name = path("store/S/B/X/.tadata-1-77.tmp");
+    writeFile(name, "x");
+    SeriesLocks locks;
+    QVERIFY(locks.take(place(), {series}, noWait));
+    QVERIFY(QFileInfo::exists(name));
+    locks.release();
+    m_dir.reset();
 }
 
 QTEST_GUILESS_MAIN(TestSeriesLock)

@@ -6,6 +6,7 @@
 
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 #include <array>
@@ -219,6 +220,19 @@ TESTSUPPORT_INTERPOSED int rename(const char* from, const char* to) noexcept
 {
     static const auto call = real<int (*)(const char*, const char*)>("rename");
     return ruleCount != 0 && fails(SystemCall::Rename, to) ? -1 : call(from, to);
+}
+
+TESTSUPPORT_INTERPOSED int flock(int descriptor, int operation) noexcept
+{
+    static const auto call = real<int (*)(int, int)>("flock");
+    if (failsOn(SystemCall::Lock, descriptor))
+        return -1;
+    const int result = call(descriptor, operation);
+    const int error = errno;
+    if (result != 0 && failsOn(SystemCall::LockRefused, descriptor))
+        return -1;
+    errno = error;
+    return result;
 }
 
 TESTSUPPORT_INTERPOSED int open(const char* path, int flags, ...)

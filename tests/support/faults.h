@@ -12,8 +12,8 @@
 namespace testsupport {
 
 /// The calls of the system that can be made to fail. ReadEnd is a read that has found the end of
-/// the file, before the reader hears of it.
-enum class SystemCall { Open, Read, Write, Close, Rename, ReadEnd };
+/// the file, LockRefused a lock that somebody else holds, before the caller hears of it.
+enum class SystemCall { Open, Read, Write, Close, Rename, ReadEnd, Lock, LockRefused };
 
 /// Makes a call of the system fail on some files, in the whole process, as long as the object
 /// lives: a disk that is full or broken, a network file system that says only at the end what it
