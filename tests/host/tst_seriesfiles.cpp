@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexdesk/history/dayfilenames.h>
 #include <vexdesk/history/filekeeper.h>
+#include <vexdesk/history/filestate.h>
 #include <vexdesk/history/links.h>
 #include <vexdesk/history/seriesfiles.h>
 
@@ -70,6 +71,7 @@ private Q_SLOTS:
     void whatStandsInTheWayIsSaid();
     void aDirectoryThatCannotBeMadeIsSaid_data();
     void aDirectoryThatCannotBeMadeIsSaid();
+    void aMovedFileIsTheSameFile();
     void aMovedLinkLeavesWhatItLedTo();
     void whateverHasTheNameIsABarFile();
     void whatCannotBeReadIsSaid();
@@ -196,6 +198,17 @@ void TestSeriesFiles::aDirectoryThatCannotBeMadeIsSaid()
     const QDir to(m_from.filePath(day) + QStringLiteral("/below"));
     const Outcome changed = change(m_from, to, {day}, nullptr);
     QCOMPARE(changed.message(), QStringLiteral("Невозможно создать каталог ") + to.path());
+}
+
+// Where it stays on its disk; that may be full.
+void TestSeriesFiles::aMovedFileIsTheSameFile()
+{
+    const auto before = vexdesk::fileState(m_from.filePath(day));
+    QVERIFY(vexdesk::moveBarFiles(m_from, m_to, {day}, nullptr));
+    const auto after = vexdesk::fileState(m_to.filePath(day));
+    QVERIFY(before && after && after->isUnchanged(*before));
+    QVERIFY(vexdesk::copyBarFiles(m_to, m_from, {day}, nullptr));
+    QVERIFY(!vexdesk::fileState(m_from.filePath(day))->isSameFile(*after));
 }
 
 void TestSeriesFiles::aMovedLinkLeavesWhatItLedTo()

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include <vexdesk/history/filekeeper.h>
 #include <vexdesk/history/seriesfiles.h>
 #include <vexdesk/history/storejob.h>
 
@@ -76,6 +77,8 @@ private Q_SLOTS:
     void leftoversOfDeadProcessesGo();
     void aJobWithoutPointsKeepsNothing();
     void aPointThatTheJobNeedsGoesAtItsEnd();
+    void aJobThatHasNotBegunTouchesNothing();
+    void tellsThePointOfAJob();
     void textsAreSortedByCodePoint();
     void theEndsOfThePlanesAreSortedByCodePoint();
     void textsThatBeginAlikeAreSorted();
@@ -322,6 +325,49 @@ void TestSeriesLock::aPointThatTheJobNeedsGoesAtItsEnd()
     QVERIFY(done.end());
     QVERIFY(!QFileInfo::exists(day));
     QVERIFY(restorePoints(place())->points.isEmpty());
+}
+
+void TestSeriesLock::aJobThatHasNotBegunTouchesNothing()
+{
+    SeriesLocks held;
+    QVERIFY(held.take(place(), {series}, noWait));
+    writeFile(path("store-restore/20240115-100000-1/point.json"), "");
+    writeFile(path("store-restore/20240115-100000-2/point.json"), "");
+    StoreJob job({.by = QStringLiteral("import"), .limits = {.keep = 1}, .wait = noWait});
+    QVERIFY(job.end());
+    QVERIFY(job.takeBack());
+    // Longer than the name of any file.
+    const QDir unknown(m_dir->filePath(QString(300, u'x')));
+    QVERIFY2(job.begin(unknown, {series}).message().contains(unknown.path()), "another reason");
+    QVERIFY(job.end());
+    QVERIFY(!job.begin(QDir(path("store")), {series}));
+    QVERIFY(job.end());
+    QVERIFY(job.pointId().isNull());
+    QVERIFY(lockHolder(place(), series));
+    QCOMPARE(restorePoints(place())->problems.size(), 2);
+}
+
+void TestSeriesLock::tellsThePointOfAJob()
+{
+    const QString day = path("store/S/B/X/20240115_60.iss");
+    writeFile(day, "old\n");
+    for (const int keep : {0, 1}) {
+        StoreJob job({.by = QStringLiteral("delete"), .limits = {.keep = keep}});
+        QVERIFY(job.begin(QDir(path("store")), {series}));
+        QVERIFY(job.pointId().isNull());
+        QVERIFY(job.keeper()->keep({day}));
+        QCOMPARE(job.pointId().isNull(), keep == 0);
+        QVERIFY(QFile::remove(day));
+        const QString id = job.pointId();
+        QVERIFY(job.end());
+        QVERIFY(job.pointId().isNull());
+        QVERIFY(!lockHolder(place(), series));
+        const auto points = restorePoints(place())->points;
+        QCOMPARE(points.size(), keep);
+        if (keep == 1)
+            QCOMPARE(points.first().id, id);
+        writeFile(day, "old\n");
+    }
 }
 
 void TestSeriesLock::textsAreSortedByCodePoint()
