@@ -81,6 +81,14 @@ private Q_SLOTS:
     void takingBackLeavesNoPoint();
     void takingBackNeedsNoRoom();
     void takingBackThatFailsNamesThePoint();
+    void whatWasMadeGoesBeforeAnythingComesBack();
+    void whatCannotBeComparedWasTouched_data();
+    void whatCannotBeComparedWasTouched();
+    void theSameWrittenAgainWasTouched();
+    void aDirectoryInPlaceOfAFileWasNotMade();
+    void directoriesOfForgottenCopiesGo();
+    void aPointThatCannotBeFinishedCanBePutBack_data();
+    void aPointThatCannotBeFinishedCanBePutBack();
     void takingBackTakesNoCopyThatIsALink();
     void takingBackTakesNoCopyOfSomebodyElse_data();
     void takingBackTakesNoCopyOfSomebodyElse();
@@ -646,6 +654,154 @@ void TestRestorePoint::takingBackThatFailsNamesThePoint()
     QCOMPARE(ids(), QStringList(id));
     QVERIFY(!putBack(id).isEmpty());
     QCOMPARE(readFile(path(monday)), QByteArray("old monday\n"));
+}
+
+// On a full disk that makes room; where it fails nothing else is touched.
+void TestRestorePoint::whatWasMadeGoesBeforeAnythingComesBack()
+{
+    m_dir.reset();
+    const testsupport::OtherUser user;
+    init();
+    RestorePoint point(m_place, QStringLiteral("import"), series, {});
+    QVERIFY(point.keep({path(monday), path(tuesday)}));
+    apply({{monday, "half"}, {tuesday, "made"}});
+    const QString id = point.id();
+    {
+        const testsupport::Permissions closed(path(series.first()), 0555);
+        const auto back = point.takeBack();
+        QVERIFY2(back.message().contains(path(tuesday)), qPrintable(back.message()));
+    }
+    QCOMPARE(readFile(path(monday)), QByteArray("half"));
+    QVERIFY(record(id).isComplete);
+    QVERIFY(!isJobRunning(m_place, id));
+    QVERIFY(!putBack(id).isEmpty());
+    QCOMPARE(stored(), Tree({{monday, "old monday\n"}}));
+    m_dir.reset();
+}
+
+void TestRestorePoint::whatCannotBeComparedWasTouched_data()
+{
+    QTest::addColumn<testsupport::SystemCall>("call");
+    QTest::addColumn<QString>("pathEnd");
+    QTest::addColumn<QByteArray>("content");
+    for (const char* content : {"", "old monday\n"}) {
+        const auto row = [content](const char* name, testsupport::SystemCall call,
+                                   const QString& pathEnd) {
+            QTest::addRow("%s, %d bytes", name, int(qstrlen(content)))
+                << call << pathEnd << QByteArray(content);
+        };
+        const QString file = QStringLiteral("/store/") + monday;
+        row("file not opened", testsupport::SystemCall::Open, file);
+        row("file not read", testsupport::SystemCall::Read, file);
+        row("copy not opened", testsupport::SystemCall::Open, QStringLiteral("-1/") + monday);
+        row("copy not read", testsupport::SystemCall::Read, QStringLiteral("-1/") + monday);
+    }
+}
+
+void TestRestorePoint::whatCannotBeComparedWasTouched()
+{
+    QFETCH(const testsupport::SystemCall, call);
+    QFETCH(const QString, pathEnd);
+    QFETCH(const QByteArray, content);
+    writeFile(path(monday), content);
+    RestorePoint point(m_place, QStringLiteral("import"), series, {});
+    QVERIFY(point.keep({path(monday)}));
+    const testsupport::Fault fault(call, pathEnd, EIO);
+    QVERIFY(point.finish());
+    QVERIFY(fault.failed() > 0);
+    QCOMPARE(record(point.id()).kept, QStringList(monday));
+}
+
+void TestRestorePoint::theSameWrittenAgainWasTouched()
+{
+    RestorePoint point(m_place, QStringLiteral("import"), series, {});
+    QVERIFY(point.keep({path(monday)}));
+    QVERIFY(QFile::remove(path(monday)));
+    writeFile(path(monday), "old monday\n");
+    QVERIFY(point.finish());
+    QCOMPARE(record(point.id()).kept, QStringList(monday));
+}
+
+// No job makes one.
+void TestRestorePoint::aDirectoryInPlaceOfAFileWasNotMade()
+{
+    RestorePoint point(m_place, QStringLiteral("import"), series, {});
+    QVERIFY(point.keep({path(tuesday)}));
+    QVERIFY(QDir().mkdir(path(tuesday)));
+    QVERIFY(point.finish());
+    QVERIFY(point.id().isNull());
+    QVERIFY(QFileInfo(path(tuesday)).isDir());
+}
+
+void TestRestorePoint::directoriesOfForgottenCopiesGo()
+{
+    const QString forgotten = QStringLiteral("S/C/X/20240115_60.iss");
+    const QString besideMonday = QStringLiteral("S/B/Y/20240115_60.iss");
+    writeFile(path(forgotten), "other\n");
+    writeFile(path(besideMonday), "another\n");
+    writeFile(path(tuesday), "tuesday\n");
+    RestorePoint point(m_place, QStringLiteral("import"), series, {});
+    QVERIFY(point.keep({path(monday), path(tuesday), path(forgotten), path(besideMonday)}));
+    writeFile(path(monday), "new\n");
+    QVERIFY(point.finish());
+    const QDir directory(m_place.path + u'/' + point.id());
+    QCOMPARE(readTree(directory).keys(), QStringList({monday, QStringLiteral("point.json")}));
+    const auto below = [&directory](const char* name) {
+        return QDir(directory.filePath(QLatin1String(name)))
+            .entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
+    };
+    QCOMPARE(below("S"), QStringList(QStringLiteral("B")));
+    QCOMPARE(below("S/B"), QStringList(QStringLiteral("X")));
+}
+
+using Obstacle = std::function<std::unique_ptr<testsupport::Fault>(const QString& directory)>;
+Q_DECLARE_METATYPE(Obstacle)
+
+void TestRestorePoint::aPointThatCannotBeFinishedCanBePutBack_data()
+{
+    QTest::addColumn<Obstacle>("obstacle");
+    const auto fault = [](testsupport::SystemCall call, const char* pathEnd) -> Obstacle {
+        return [call, pathEnd](const QString&) {
+            return std::make_unique<testsupport::Fault>(call, QLatin1String(pathEnd), EIO);
+        };
+    };
+    using testsupport::SystemCall;
+    QTest::newRow("no new file") << fault(SystemCall::Open, ".tmp");
+    QTest::newRow("nothing written") << fault(SystemCall::Write, ".tmp");
+    QTest::newRow("record not named") << fault(SystemCall::Rename, "/point.json");
+    QTest::newRow("no directory for the sums") << Obstacle([](const QString& directory) {
+        writeFile(directory + QStringLiteral("/../sums"), "in the way");
+        return nullptr;
+    });
+    QTest::newRow("journal not removed") << Obstacle([](const QString& directory) {
+        const QString journal = directory + QStringLiteral("/journal");
+        if (QFile::rename(journal, journal + QStringLiteral("-2")))
+            QDir().mkdir(journal);
+        return nullptr;
+    });
+}
+
+void TestRestorePoint::aPointThatCannotBeFinishedCanBePutBack()
+{
+    QFETCH(const Obstacle, obstacle);
+    const Tree before = stored();
+    RestorePoint point(m_place, QStringLiteral("import"), series, {});
+    QVERIFY(point.keep({path(monday), path(tuesday)}));
+    apply({{monday, "new\n"}, {tuesday, "made\n"}});
+    const QString directory = m_place.path + u'/' + point.id();
+    {
+        const auto fault = obstacle(directory);
+        const auto finished = point.finish();
+        const QString text = QStringLiteral("Точка возврата %1 не дописана: ").arg(directory);
+        QVERIFY2(finished.message().startsWith(text), qPrintable(finished.message()));
+        QVERIFY2(!fault || finished.message().contains(qt_error_string(EIO)),
+                 qPrintable(finished.message()));
+    }
+    QVERIFY(!isJobRunning(m_place, point.id()));
+    QFile::remove(m_place.path + QStringLiteral("/sums"));
+    QCOMPARE(record(point.id()).paths(), QStringList({monday, tuesday}));
+    QVERIFY(!putBack(point.id()).isEmpty());
+    QCOMPARE(stored(), before);
 }
 
 void TestRestorePoint::takingBackTakesNoCopyThatIsALink()
