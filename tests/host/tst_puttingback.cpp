@@ -8,6 +8,7 @@
 #include "support/otheruser.h"
 #include "support/strictlog.h"
 
+#include <vexdesk/history/filekeeper.h>
 #include <vexdesk/history/filestate.h>
 
 #include <QtCore/QTemporaryDir>
@@ -97,6 +98,9 @@ private Q_SLOTS:
     void aCopyThatIsNoFileIsNotPutBack();
     void aPointIsNotPutBackWhileItsJobRuns();
     void aChangeOfTheSameMomentCounts();
+    void theKeeperIsToldBeforeAnythingComesBack();
+    void theFirstThatDoesNotComeBackEndsTheWork();
+    void aCopyWithoutASumIsNotWhatItWas();
 
 private:
     QString path(const QString& relative) const { return m_root + u'/' + relative; }
@@ -844,6 +848,65 @@ void TestPuttingBack::aChangeOfTheSameMomentCounts()
     QVERIFY(point.finish());
     QVERIFY(!point.id().isEmpty());
     QCOMPARE(restorePoint(m_place, point.id())->kept, QStringList(day));
+}
+
+void TestPuttingBack::theKeeperIsToldBeforeAnythingComesBack()
+{
+    struct Listener final : vexdesk::FileKeeper
+    {
+        Outcome keep(const QStringList& paths) override
+        {
+            told += paths;
+            return vexdesk::Failure{QStringLiteral("refused")};
+        }
+        QStringList told;
+    };
+    RestorePoint point(m_place, QStringLiteral("import"), {}, {});
+    QVERIFY(point.keep({path(day), path(other)}));
+    writeFile(path(day), "new\n");
+    writeFile(path(other), "made\n");
+    QVERIFY(point.finish());
+    PuttingBack back(m_place, *restorePoint(m_place, point.id()));
+    QVERIFY(back.begin());
+    Listener keeper;
+    QCOMPARE(back.run(&keeper).message(), QStringLiteral("refused"));
+    QCOMPARE(keeper.told, QStringList({path(day), path(other)}));
+    QCOMPARE(readFile(path(day)), QByteArray("new\n"));
+    QCOMPARE(readFile(path(other)), QByteArray("made\n"));
+}
+
+void TestPuttingBack::theFirstThatDoesNotComeBackEndsTheWork()
+{
+    const QString second = QStringLiteral("S/B/Y/20240115_60.iss");
+    const QString made = QStringLiteral("S/B/A/20240115_60.iss");
+    writeFile(path(second), "old\n");
+    RestorePoint point(m_place, QStringLiteral("import"), {}, {});
+    QVERIFY(point.keep({path(day), path(second), path(other), path(made)}));
+    for (const QString& relative : {day, second, other, made})
+        writeFile(path(relative), "new\n");
+    QVERIFY(point.finish());
+    for (const QString& relative : {day, made}) {
+        const QString name = path(relative);
+        QVERIFY(QFile::rename(name, m_dir->filePath(QStringLiteral("aside"))));
+        QVERIFY(QDir().mkdir(name));
+        const QString message = putBack(point.id());
+        QVERIFY2(message.contains(name), qPrintable(message));
+        QCOMPARE(readFile(path(second)), QByteArray(relative == day ? "new\n" : "old\n"));
+        QCOMPARE(readFile(path(other)), QByteArray("new\n"));
+        QVERIFY(QDir().rmdir(name));
+        QVERIFY(QFile::rename(m_dir->filePath(QStringLiteral("aside")), name));
+    }
+    QCOMPARE(putBack(point.id()), QString());
+    QVERIFY(!fileState(path(other)) && !fileState(path(made)));
+}
+
+void TestPuttingBack::aCopyWithoutASumIsNotWhatItWas()
+{
+    const QString id = job(day, "new\n");
+    writeFile(m_place.path + QStringLiteral("/sums/") + id, "4\n");
+    const QString message = putBack(id);
+    QVERIFY2(message.contains(inPoint(id, day) + QStringLiteral(" уже не тот")),
+             qPrintable(message));
 }
 
 QTEST_GUILESS_MAIN(TestPuttingBack)

@@ -768,6 +768,7 @@ void TestRestorePoint::aPointThatCannotBeFinishedCanBePutBack_data()
     using testsupport::SystemCall;
     QTest::newRow("no new file") << fault(SystemCall::Open, ".tmp");
     QTest::newRow("nothing written") << fault(SystemCall::Write, ".tmp");
+    QTest::newRow("not closed") << fault(SystemCall::Close, ".tmp");
     QTest::newRow("record not named") << fault(SystemCall::Rename, "/point.json");
     QTest::newRow("no directory for the sums") << Obstacle([](const QString& directory) {
         writeFile(directory + QStringLiteral("/../sums"), "in the way");

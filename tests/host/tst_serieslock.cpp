@@ -96,6 +96,7 @@ private Q_SLOTS:
     void withoutLocksOfTheSystemTheFilesDecide();
     void leftoversAreKnownByTheirWholeName();
     void whatSomebodyElseIsAtWorkOnIsNoLeftover();
+    void aSeriesThatMayNotBeReadCanBeLocked();
     void filesOfAnInterval();
     void aSeriesIsCopiedMovedAndRemoved();
 
@@ -644,6 +645,22 @@ void TestSeriesLock::whatSomebodyElseIsAtWorkOnIsNoLeftover()
     QVERIFY(locks.take(place(), {series}, noWait));
     QVERIFY(QFileInfo::exists(name));
     locks.release();
+    m_dir.reset();
+}
+
+// Whoever wants its files is told then.
+void TestSeriesLock::aSeriesThatMayNotBeReadCanBeLocked()
+{
+    m_dir.reset();
+    const testsupport::OtherUser user;
+    init();
+    {
+        const testsupport::Permissions closed(path("store/S/B/X"), 0);
+        SeriesLocks locks;
+        QVERIFY(locks.take(place(), {series}, noWait));
+        SeriesLocks second;
+        QVERIFY(!second.take(place(), {series}, noWait));
+    }
     m_dir.reset();
 }
 
