@@ -6,7 +6,9 @@
 #include "importjob.h"
 #include "problemtitles.h"
 #include "series.h"
+#include "support/faults.h"
 #include "support/filetree.h"
+#include "support/otheruser.h"
 #include "support/strictlog.h"
 
 #include <vexdesk/history/dayfilenames.h>
@@ -60,7 +62,9 @@ private Q_SLOTS:
     void prefersABadLineToABadStoredOne();
     void endsWhereASumDoesNotFit_data();
     void endsWhereASumDoesNotFit();
+    void addsUpOnlyWhatIsWrittenAndOnlySeconds();
     void passesOverBadLines();
+    void takesNoBadLineOfADayThatComesAgain();
     void takesNoFileOfBadLinesAlone();
     void listsTheProblemsOfALineInOrder();
     void countsTheProblemsThatItDoesNotList();
@@ -71,7 +75,11 @@ private Q_SLOTS:
     void saysWhenDatesAreReadWrongly();
     void looksAtTimesAfterTheClock();
     void refusesADayFileOfTheSeries();
+    void aRefusedSeriesIsToldBeforeABadLine();
     void failsWhereSomethingCannotBeRead();
+    void failsWhereADirectoryCannotBeLookedInto();
+    void failsWhereTheFileCannotBeReadAgain_data();
+    void failsWhereTheFileCannotBeReadAgain();
     void checksEachTickerByItself();
     void oneTickersFaultEndsTheImportOfAll();
     void aTickerThatComesBackEndsReplacing();
@@ -81,6 +89,11 @@ private Q_SLOTS:
     void keepsLittleOfEachOfManyTickers();
     void farDistancesCountAsNearOnes();
     void endsOnceItIsStopped();
+    void endsOnceItIsStoppedAmongDaysThatComeAgain();
+    void tellsItsProgressWithEachRunOfADay();
+    void countsBarsOnlyWhereThatIsWanted();
+    void readsEachTickerWithItsOwnDecimals();
+    void asksForNoDecimalsWithoutTickers();
     void saysWhatAnImportThenDoes_data();
     void saysWhatAnImportThenDoes();
     void saysWhatAnImportOfTickersThenDoes_data();
@@ -369,6 +382,7 @@ void TestImportCheck::namesABadStoredLineAtItsDaysFirstLine()
     QCOMPARE(checked.stop->line, std::optional<qint64>(3));
     QCOMPARE(checked.stop->message, QStringLiteral("Файл %1, строка 2: не запись бара")
                                         .arg(series().filePath(QLatin1String(day1File))));
+    QVERIFY(checked.stop->isOfStoredLine);
     QVERIFY(checked.days.empty());
 }
 
@@ -407,7 +421,27 @@ void TestImportCheck::endsWhereASumDoesNotFit()
              QStringLiteral("Ошибка при импорте %1-й строки:\nНекорректное число "
                             "'36028797018963967+36028797018963967'.")
                  .arg(line));
+    QVERIFY(!checked.stop->isOfStoredLine);
     QTEST(shownDays(checked), "dayLines");
+}
+
+// Bars of minutes are never, and those of a day that stays as it is are not again.
+void TestImportCheck::addsUpOnlyWhatIsWrittenAndOnlySeconds()
+{
+    ImportDetails details = with(detailsOfSeries(0), ColumnRole::Value, 6);
+    const QByteArray large = ";1;1;1;1;36028797018963967\n";
+    const QByteArray minutes = "20240115;100000" + large + "20240115;100100" + large;
+    for (const ImportMode mode : {ImportMode::Replace, ImportMode::Merge, ImportMode::Fill})
+        QVERIFY(check(minutes, details, waysOf(mode)).wouldImport);
+    details.timeframe = 1;
+    const QByteArray stored = "100001;1;1;1;1;0;36028797018963967;0\n"
+                              "100002;1;1;1;1;0;36028797018963967;0\n";
+    store("20240115_1.iss", stored);
+    const QByteArray seconds = "20240115;100001" + large + "20240115;100002" + large;
+    for (const ImportMode mode : {ImportMode::Merge, ImportMode::Fill}) {
+        const ImportCheck checked = check(seconds, details, waysOf(mode));
+        QCOMPARE(shownDays(checked), days("2024-01-15 bars 2 stored 2 result 2 lost 0 same"));
+    }
 }
 
 void TestImportCheck::passesOverBadLines()
@@ -422,6 +456,16 @@ void TestImportCheck::passesOverBadLines()
     ImportWays rejecting;
     rejecting.rejects = path("rejects");
     QVERIFY(check(bar1 + "bad\n", rejecting).wouldImport);
+}
+
+// The line has a time, which no bar of the day has.
+void TestImportCheck::takesNoBadLineOfADayThatComesAgain()
+{
+    const ImportCheck checked =
+        check(bar1 + bar3 + "20240115;103000;1;2;1;x\n" + bar2, waysOf(ImportMode::Merge, true));
+    QCOMPARE(checked.badLines, 1);
+    QCOMPARE(shownDays(checked), days("2024-01-15 bars 2 stored 0 result 2 lost 0 new|"
+                                      "2024-01-16 bars 1 stored 0 result 1 lost 0 new"));
 }
 
 void TestImportCheck::takesNoFileOfBadLinesAlone()
@@ -554,6 +598,20 @@ void TestImportCheck::refusesADayFileOfTheSeries()
     QCOMPARE(checked->bars, 2);
 }
 
+// Since the import does not even come to the line.
+void TestImportCheck::aRefusedSeriesIsToldBeforeABadLine()
+{
+    store(day1File, bar1 + "bad\n");
+    for (const ImportMode mode : {ImportMode::Replace, ImportMode::Merge}) {
+        const auto checked =
+            checkImport(series().filePath(QLatin1String(day1File)), detailsOfSeries(2),
+                        waysOf(mode), series(), 100, [](int) {});
+        QVERIFY(checked && !checked->stop->line);
+        QVERIFY(checked->stop->message.contains(QStringLiteral("импорт стёр бы его")));
+        QCOMPARE(checked->badLines, 1);
+    }
+}
+
 void TestImportCheck::failsWhereSomethingCannotBeRead()
 {
     QCOMPARE(failure(path("nothing")),
@@ -569,6 +627,55 @@ void TestImportCheck::failsWhereSomethingCannotBeRead()
     writeFile(path("store"), "no directory");
     QCOMPARE(failure(path("in.csv")),
              QStringLiteral("Невозможно прочитать каталог %1").arg(path("store")));
+}
+
+void TestImportCheck::failsWhereADirectoryCannotBeLookedInto()
+{
+    cleanup();
+    const testsupport::OtherUser nobody;
+    init(); // in directories of his own
+    writeFile(path("in.csv"), bar1);
+    QVERIFY(QDir().mkpath(series().path()));
+    {
+        const testsupport::Permissions closed(series().path(), 0600);
+        QCOMPARE(failure(path("in.csv")),
+                 QStringLiteral("Невозможно прочитать каталог %1").arg(series().path()));
+    }
+    QCOMPARE(failure(path("in.csv")), QString());
+    // The disk that a link leads to is not there now.
+    QVERIFY(QDir(path("store/S")).removeRecursively());
+    QVERIFY(QFile::link(path("elsewhere"), path("store/S")));
+    QCOMPARE(failure(path("in.csv")),
+             QStringLiteral("Невозможно прочитать каталог %1").arg(path("store/S")));
+    cleanup();
+}
+
+void TestImportCheck::failsWhereTheFileCannotBeReadAgain_data()
+{
+    QTest::addColumn<testsupport::SystemCall>("call");
+    QTest::addColumn<QString>("beginning");
+    QTest::newRow("open") << testsupport::SystemCall::Open
+                          << QStringLiteral("Невозможно открыть файл ");
+    QTest::newRow("read") << testsupport::SystemCall::Read
+                          << QStringLiteral("Невозможно прочитать файл ");
+}
+
+// As it is for the days that it comes back to.
+void TestImportCheck::failsWhereTheFileCannotBeReadAgain()
+{
+    QFETCH(const testsupport::SystemCall, call);
+    QFETCH(const QString, beginning);
+    writeFile(path("in.csv"), bar1 + bar3 + bar2);
+    int passed = 0;
+    for (;; ++passed) {
+        const testsupport::Fault broken(call, path("in.csv"), EIO, passed);
+        const QString error = failure(path("in.csv"), waysOf(ImportMode::Merge));
+        if (broken.failed() == 0)
+            break;
+        QVERIFY2(error.startsWith(beginning + path("in.csv")), qPrintable(error));
+    }
+    QVERIFY(passed >= 2);
+    QCOMPARE(failure(path("in.csv"), waysOf(ImportMode::Merge)), QString());
 }
 
 // Of lines whose last column is the ticker; its series is S/B/<ticker>.
@@ -770,6 +877,87 @@ void TestImportCheck::endsOnceItIsStopped()
     const auto checked = tadata::checkTickers(
         path("in.csv"), detailsOfSeries(2), {}, into, 100, [&stop](int) { stop = true; }, &stop);
     QVERIFY(!checked);
+}
+
+void TestImportCheck::endsOnceItIsStoppedAmongDaysThatComeAgain()
+{
+    writeFile(path("in.csv"), bar1 + bar3 + bar2);
+    store(day2File, stored1);
+    std::atomic<bool> stop = false;
+    // The last day of the file is looked at once all its lines were read.
+    const testsupport::Meanwhile meanwhile(testsupport::SystemCall::Open, QLatin1String(day2File),
+                                           [&stop] { stop = true; });
+    const tadata::CheckedSeries into{[this](const QString&) { return series(); }};
+    const auto checked = tadata::checkTickers(
+        path("in.csv"), detailsOfSeries(2), waysOf(ImportMode::Merge), into, 100, [](int) {},
+        &stop);
+    QVERIFY(stop);
+    QCOMPARE(checked.message(), QStringLiteral("Импорт прерван"));
+}
+
+void TestImportCheck::tellsItsProgressWithEachRunOfADay()
+{
+    writeFile(path("in.csv"), bar1 + bar2 + bar3 + bar2);
+    for (const ImportMode mode : {ImportMode::Replace, ImportMode::Merge}) {
+        int told = 0;
+        QVERIFY(checkImport(path("in.csv"), detailsOfSeries(2), waysOf(mode), series(), 100,
+                            [&told](int) { ++told; }));
+        QCOMPARE(told, 4); // and at the end
+    }
+}
+
+void TestImportCheck::countsBarsOnlyWhereThatIsWanted()
+{
+    store(day1File, "100100;1.00;9.00;1.00;2.00;0;0.00;0\n");
+    for (const ImportMode mode : {ImportMode::Replace, ImportMode::Merge}) {
+        const std::vector<CheckedDay> all = check(bar1 + bar2 + bar3, waysOf(mode)).days;
+        QCOMPARE(all.at(0).added, 0);
+        QCOMPARE(all.at(0).replaced, 0);
+        const std::vector<CheckedDay> counted = countedDays(detailsOfSeries(2), waysOf(mode));
+        QCOMPARE(counted.at(0).added, 1);
+        QCOMPARE(counted.at(0).replaced, 1);
+        QCOMPARE(counted.at(1).added, 1);
+    }
+}
+
+// Also those of the days that the file comes back to.
+void TestImportCheck::readsEachTickerWithItsOwnDecimals()
+{
+    const ImportDetails details = with(detailsOfSeries(2), ColumnRole::Ticker, 6);
+    auto data = vexdesk::ReferenceData::demonstration();
+    data.setSeries(QStringLiteral("S"), QStringLiteral("B"), QStringLiteral("FIVE"), 5);
+    vexdesk::ReferenceData::install(data);
+    writeFile(path("store/S/B/FIVE/20240115_60.iss"),
+              "100000;1.00000;2.00000;1.00000;2.00000;0;0.00000;0\n"
+              "100100;1.00000;2.00000;1.00000;2.00000;0;0.00000;0\n");
+    writeFile(path("in.csv"), bar1.chopped(1) + ";FIVE\n" + bar3.chopped(1) + ";FIVE\n" +
+                                  bar2.chopped(1) + ";FIVE\n");
+    const tadata::CheckedSeries ofTickers{
+        .directory =
+            [this](const QString& ticker) { return QDir(path("store/S/B")).filePath(ticker); },
+        .describe =
+            [](const QString& ticker, TADataDescription* series) {
+                testsupport::setSeries(*series, "S", "B", ticker.toLatin1().constData());
+            }};
+    const auto checks = tadata::checkTickers(
+        path("in.csv"), details, waysOf(ImportMode::Merge), ofTickers, 100, [](int) {}, nullptr);
+    QVERIFY(checks);
+    QCOMPARE(shownDays(checks->front().check),
+             days("2024-01-15 bars 2 stored 2 result 2 lost 0 same|"
+                  "2024-01-16 bars 1 stored 0 result 1 lost 0 new"));
+}
+
+void TestImportCheck::asksForNoDecimalsWithoutTickers()
+{
+    writeFile(path("in.csv"), bar1 + bar3 + bar2);
+    int asked = 0;
+    const tadata::CheckedSeries into{
+        .directory = [this](const QString&) { return series(); },
+        .describe = [&asked](const QString&, TADataDescription*) { ++asked; }};
+    QVERIFY(tadata::checkTickers(
+        path("in.csv"), detailsOfSeries(2), waysOf(ImportMode::Merge), into, 100, [](int) {},
+        nullptr));
+    QCOMPARE(asked, 0);
 }
 
 void TestImportCheck::saysWhatAnImportThenDoes_data()

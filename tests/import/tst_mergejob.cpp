@@ -63,8 +63,12 @@ private Q_SLOTS:
     void aSumThatDoesNotFitIsFoundBeforehand_data();
     void aSumThatDoesNotFitIsFoundBeforehand();
     void largeAmountsThatFitAreNoError();
+    void minuteBarsAreNotAddedUp();
     void anInputThatChangesIsAnError();
+    void anInputThatCannotBeReadIsAnError_data();
+    void anInputThatCannotBeReadIsAnError();
     void aStoredDayThatCannotBeReadIsAnError();
+    void ofTwoFilesThatCannotBeWrittenTheFirstIsNamed();
     void refusesADayFileOfTheSeriesAsInput();
     void refusesItsInputWhereTheDirectoryCannotBeListed();
     void endsWhenItIsStopped();
@@ -406,6 +410,7 @@ void TestMergeJob::touchesNoDayThatStaysTheSame()
     QVERIFY(result.outcome);
     QCOMPARE(result.bars, 2);
     QCOMPARE(result.days, 1);
+    QCOMPARE(result.unchanged, QStringList{path(dayFile)});
     QCOMPARE(keeper.calls, QList<QStringList>({{"20240116_60.iss"}}));
     QVERIFY(vexdesk::fileState(path(dayFile))->isUnchanged(*before));
     QCOMPARE(stored().value("20240116_60.iss"), storedLine("100000", 2) + storedLine("100100", 3));
@@ -597,6 +602,25 @@ void TestMergeJob::largeAmountsThatFitAreNoError()
     const ImportResult result = merge(text, details);
     QVERIFY2(result.outcome, qPrintable(result.outcome.message()));
     QCOMPARE(stored().value("20240115_60").count('\n'), 2);
+    // They are added up before anything is written, and the days are gone through once more for it.
+    const ImportResult again = merge(text + secondOf("20240116", "100001", "1"), details);
+    QVERIFY(again.outcome);
+    QCOMPARE(again.days, 1);
+    QCOMPARE(again.unchanged, QStringList{path(QStringLiteral("20240115_1.iss"))});
+}
+
+// No minute is derived from them, however large the amounts of two that follow each other are.
+void TestMergeJob::minuteBarsAreNotAddedUp()
+{
+    ImportDetails details = this->details();
+    detailsOfSeries(0);
+    const QByteArray large = secondOf("20240115", "100000", "30000000000000000") +
+                             secondOf("20240115", "100100", "30000000000000000");
+    const ImportResult fromFile = merge(large, details);
+    QVERIFY2(fromFile.outcome, qPrintable(fromFile.outcome.message()));
+    const ImportResult amongStored = merge(secondOf("20240115", "110000", "1"), details);
+    QVERIFY2(amongStored.outcome, qPrintable(amongStored.outcome.message()));
+    QCOMPARE(stored().value(dayFile).count('\n'), 3);
 }
 
 void TestMergeJob::anInputThatChangesIsAnError()
@@ -615,6 +639,39 @@ void TestMergeJob::anInputThatChangesIsAnError()
     QCOMPARE(stored(), before);
 }
 
+void TestMergeJob::anInputThatCannotBeReadIsAnError_data()
+{
+    QTest::addColumn<testsupport::SystemCall>("call");
+    QTest::addColumn<QString>("beginning");
+    QTest::newRow("open") << testsupport::SystemCall::Open
+                          << QStringLiteral("Невозможно открыть файл ");
+    QTest::newRow("read") << testsupport::SystemCall::Read
+                          << QStringLiteral("Невозможно прочитать файл ");
+}
+
+// It is read twice, and may fail each time.
+void TestMergeJob::anInputThatCannotBeReadIsAnError()
+{
+    QFETCH(const testsupport::SystemCall, call);
+    QFETCH(const QString, beginning);
+    setStore({{dayFile, storedLine("100000", 1)}});
+    const StoreTree before = stored();
+    const QByteArray text = fileLine("20240115", "100100", 1);
+    // It is opened once more by the test, which writes it.
+    const int first = call == testsupport::SystemCall::Open ? 1 : 0;
+    int passed = first;
+    for (;; ++passed) {
+        const testsupport::Fault broken(call, input(), EIO, passed);
+        const QString error = merge(text, details()).outcome.message();
+        if (broken.failed() == 0)
+            break;
+        QVERIFY2(error.startsWith(beginning + input()), qPrintable(error));
+        QCOMPARE(stored(), before);
+    }
+    QVERIFY(passed - first >= 2);
+    QVERIFY(stored() != before);
+}
+
 void TestMergeJob::aStoredDayThatCannotBeReadIsAnError()
 {
     setStore({{dayFile, storedLine("100000", 1)}});
@@ -629,6 +686,23 @@ void TestMergeJob::aStoredDayThatCannotBeReadIsAnError()
     QCOMPARE(merge(text, details()).outcome.message(),
              QStringLiteral("Невозможно открыть файл ") + path(QStringLiteral("20240116_60.iss")));
     QCOMPARE(readFile(path(dayFile)), storedLine("100000", 1));
+}
+
+// The minutes of a day are written with the next one, or at the end.
+void TestMergeJob::ofTwoFilesThatCannotBeWrittenTheFirstIsNamed()
+{
+    setStore(
+        {{"20240115_1.iss", ""}, {"20240115_60", ""}, {"20240116_1.iss", ""}, {"20240116_60", ""}});
+    const testsupport::Fault day(testsupport::SystemCall::Rename, QStringLiteral("20240116_1.iss"),
+                                 ENOSPC);
+    const testsupport::Fault minutes(testsupport::SystemCall::Rename, QStringLiteral("20240115_60"),
+                                     ENOSPC);
+    const auto result =
+        merge(fileLine("20240115", "100001", 1) + fileLine("20240116", "100001", 1), details(1));
+    QVERIFY2(result.outcome.message().contains(path(QStringLiteral("20240116_1.iss"))),
+             qPrintable(result.outcome.message()));
+    QCOMPARE(result.days, 1);
+    QCOMPARE(minutes.failed(), 1);
 }
 
 void TestMergeJob::refusesADayFileOfTheSeriesAsInput()
@@ -666,10 +740,19 @@ void TestMergeJob::refusesItsInputWhereTheDirectoryCannotBeListed()
 void TestMergeJob::endsWhenItIsStopped()
 {
     const std::atomic<bool> stop = true;
-    const auto result =
-        merge(fileLine("20240115", "100000", 1), details(), {ImportMode::Merge}, {.stop = &stop});
+    const auto result = merge(fileLine("20240115", "100000", 1) + "x\n", details(),
+                              {ImportMode::Merge}, {.stop = &stop});
     QCOMPARE(result.outcome.message(), QStringLiteral("Импорт прерван"));
     QVERIFY(stored().isEmpty());
+    // Also between two of the days that are stored.
+    setStore({{dayFile, storedLine("100000", 1)}, {"20240116_60.iss", "text\n"}});
+    std::atomic<bool> stopsLater = false;
+    const testsupport::Meanwhile meanwhile(testsupport::SystemCall::Open, path(dayFile),
+                                           [&stopsLater] { stopsLater = true; });
+    const auto later = merge(fileLine("20240115", "100100", 1) + fileLine("20240116", "100000", 1),
+                             details(), {ImportMode::Merge}, {.stop = &stopsLater});
+    QCOMPARE(later.outcome.message(), QStringLiteral("Импорт прерван"));
+    QCOMPARE(stored().value(dayFile), storedLine("100000", 1));
 }
 
 void TestMergeJob::tellsItsProgress()
@@ -681,6 +764,8 @@ void TestMergeJob::tellsItsProgress()
     QVERIFY(m_progress.first() < 50);
     QCOMPARE(m_progress.count(100), 1);
     QCOMPARE(m_progress.last(), 100);
+    // While the last day is written.
+    QCOMPARE(m_progress.at(m_progress.size() - 2), 99);
 }
 
 void TestMergeJob::makesTheDirectoryWithTheFirstDay()
