@@ -38,6 +38,9 @@ private Q_SLOTS:
     void holdsTheBytesOfItsFileAlone();
     void knowsWhetherTheFilesBarsAscend();
     void keepsTheLinesOfTheFile();
+    void writesEditedLinesInTheRegularOrder();
+    void mergesTheFilesBarsIn_data();
+    void mergesTheFilesBarsIn();
     void measuresAmountsWithoutTheirSign();
 
 private:
@@ -255,6 +258,75 @@ void TestDayOfBars::keepsTheLinesOfTheFile()
         QCOMPARE(text.mid(first.begin, first.size), QByteArray("100001;0;0;0;0;5;0;0"));
         QCOMPARE(text.mid(last.begin, last.size), eleven.chopped(1));
         QVERIFY(!first.isEdited && !last.isEdited);
+    }
+}
+
+// An edited line is written as an import writes it.
+void TestDayOfBars::writesEditedLinesInTheRegularOrder()
+{
+    const QByteArray regular = "120000;1;1;1;1;5;2.5;0\n";
+    FileDay file;
+    file.add(11 * 3600 + 1, eleven.chopped(1));
+    const StoredDay stored = read(ten + edited);
+    for (const ImportMode mode : {ImportMode::Merge, ImportMode::Fill})
+        QCOMPARE(tadata::mergedDay(stored, file, mode).content, ten + eleven + regular);
+}
+
+void TestDayOfBars::mergesTheFilesBarsIn_data()
+{
+    QTest::addColumn<QByteArrayList>("stored");
+    QTest::addColumn<QByteArrayList>("file");
+    QTest::addColumn<QByteArrayList>("merged");
+    QTest::addColumn<QByteArrayList>("filled");
+    QTest::addColumn<qint64>("times");
+    using Names = QByteArrayList;
+    const auto row = [](const char* name, const Names& stored, const Names& file,
+                        const Names& merged, const Names& filled, qint64 times) {
+        QTest::newRow(name) << stored << file << merged << filled << times;
+    };
+    row("the file alone", {}, {"10a", "11b"}, {"10a", "11b"}, {"10a", "11b"}, 2);
+    row("the file alone, not in order", {}, {"11a", "10b", "12c"}, {"10b", "11a", "12c"},
+        {"10b", "11a", "12c"}, 3);
+    row("the last of the file's", {}, {"10a", "10b", "11c"}, {"10b", "11c"}, {"10b", "11c"}, 2);
+    row("what is stored alone", {"10a", "11b"}, {}, {"10a", "11b"}, {"10a", "11b"}, 2);
+    row("stored not in order", {"11a", "10b"}, {}, {"10b", "11a"}, {"10b", "11a"}, 2);
+    row("stored twice", {"10a", "11b", "10c"}, {}, {"10a", "10c", "11b"}, {"10a", "10c", "11b"}, 2);
+    row("before", {"11a"}, {"10b"}, {"10b", "11a"}, {"10b", "11a"}, 2);
+    row("behind", {"10a"}, {"11b"}, {"10a", "11b"}, {"10a", "11b"}, 2);
+    row("between", {"10a", "12b"}, {"11c"}, {"10a", "11c", "12b"}, {"10a", "11c", "12b"}, 3);
+    row("around", {"11a"}, {"10b", "12c"}, {"10b", "11a", "12c"}, {"10b", "11a", "12c"}, 3);
+    row("the same time", {"10a"}, {"10b"}, {"10b"}, {"10a"}, 1);
+    row("all that is stored of a time", {"10a", "10b", "11c"}, {"10d"}, {"10d", "11c"},
+        {"10a", "10b", "11c"}, 2);
+    row("the same bars", {"10a", "11b"}, {"11b", "10a"}, {"10a", "11b"}, {"10a", "11b"}, 2);
+}
+
+void TestDayOfBars::mergesTheFilesBarsIn()
+{
+    QFETCH(const QByteArrayList, stored);
+    QFETCH(const QByteArrayList, file);
+    QFETCH(const QByteArrayList, merged);
+    QFETCH(const QByteArrayList, filled);
+    // "10a" is a bar of ten o'clock that is like no other.
+    const auto lineOf = [](const QByteArray& name) {
+        return name.first(2) + "0000;1;1;1;1;" + QByteArray::number(int(name.back())) + ";2.5;0";
+    };
+    const auto textOf = [&lineOf](const QByteArrayList& names) {
+        QByteArray text("");
+        for (const QByteArray& name : names)
+            text += lineOf(name) + '\n';
+        return text;
+    };
+    const StoredDay before = read(textOf(stored));
+    FileDay bars;
+    for (const QByteArray& name : file)
+        bars.add(name.first(2).toInt() * 3600, lineOf(name));
+    for (const ImportMode mode : {ImportMode::Merge, ImportMode::Fill}) {
+        const QByteArray wanted = textOf(mode == ImportMode::Merge ? merged : filled);
+        const tadata::MergedDay after = tadata::mergedDay(before, bars, mode);
+        QCOMPARE(after.content, wanted);
+        QTEST(after.keyCount, "times");
+        QCOMPARE(after.isSame, wanted == textOf(stored));
     }
 }
 
