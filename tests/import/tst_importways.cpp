@@ -50,6 +50,7 @@ private Q_SLOTS:
     void overwritesNoRejects();
     void namesRejectsThatCannotBeWritten_data();
     void namesRejectsThatCannotBeWritten();
+    void anUnreadableFileIsToldBeforeItsRejects();
     void refusesRejectsAmongTheDayFiles();
     void changesTheClock();
     void aSkippedTimeIsABadLine();
@@ -321,6 +322,26 @@ void TestImportWays::namesRejectsThatCannotBeWritten()
         // Merging has changed nothing yet.
         QCOMPARE(stored(),
                  mode == ImportMode::Merge ? Tree() : Tree({{"20240115_60.iss", storedBar}}));
+        cleanup();
+        init();
+    }
+}
+
+// Neither can be done to its end; what comes of the rejects follows from the other.
+void TestImportWays::anUnreadableFileIsToldBeforeItsRejects()
+{
+    for (const ImportMode mode : {ImportMode::Replace, ImportMode::Merge}) {
+        // The first block, and the beginning of the file for the bad line.
+        const testsupport::Fault broken(testsupport::SystemCall::Read, input(), EIO, 2);
+        const testsupport::Fault full(testsupport::SystemCall::Write, rejects(), ENOSPC);
+        const ImportResult result =
+            import("x\n" + QByteArray(bar).repeated(10'000), detailsOfSeries(0),
+                   {.mode = mode, .rejects = rejects()});
+        QVERIFY2(result.outcome.message().startsWith(QStringLiteral("Невозможно прочитать файл ") +
+                                                     input()),
+                 qPrintable(result.outcome.message()));
+        QCOMPARE(result.badLines, 1);
+        QVERIFY(full.failed() > 0);
         cleanup();
         init();
     }
