@@ -9,6 +9,7 @@
 #include <QtTest/QTest>
 
 #include <algorithm>
+#include <functional>
 #include <utility>
 
 using tadata::BarSorter;
@@ -21,6 +22,7 @@ private Q_SLOTS:
     void keepsTheOrderWithinADay_data();
     void keepsTheOrderWithinADay();
     void givesTheBarsAgain();
+    void beginsAgainBeforeItsEnd();
     void isEmptyWithoutBars();
     void saysThatItsFileCannotBeMade();
     void saysThatItsFileCannotBeWritten();
@@ -30,14 +32,19 @@ namespace {
 
 using Bars = QList<std::pair<qint64, QByteArray>>;
 
+Bars barsOfDays(int count, const std::function<qint64(int)>& dayOf)
+{
+    Bars bars;
+    for (int i = 0; i < count; ++i)
+        bars.append({dayOf(i), QByteArray::number(i).leftJustified(60, '.')});
+    return bars;
+}
+
 // Some megabytes of a hundred thousand go into a temporary file.
 Bars randomBars(int count)
 {
     QRandomGenerator random(7);
-    Bars bars;
-    for (int i = 0; i < count; ++i)
-        bars.append({random.bounded(50), QByteArray::number(i).leftJustified(60, '.')});
-    return bars;
+    return barsOfDays(count, [&random](int) { return random.bounded(50); });
 }
 
 vexdesk::Outcome addAll(BarSorter& sorter, const Bars& bars)
@@ -64,16 +71,18 @@ Bars takeAll(BarSorter& sorter)
 
 void TestBarSorter::keepsTheOrderWithinADay_data()
 {
-    QTest::addColumn<int>("count");
-    QTest::newRow("one") << 1;
-    QTest::newRow("in memory") << 1000;
-    QTest::newRow("in a file") << 300'000;
+    QTest::addColumn<Bars>("bars");
+    QTest::newRow("one") << randomBars(1);
+    QTest::newRow("in memory") << randomBars(1000);
+    QTest::newRow("in a file") << randomBars(300'000);
+    // Each part of the file begins earlier than the one before.
+    QTest::newRow("in a file, the last day first")
+        << barsOfDays(300'000, [](int i) { return 300 - i / 1000; });
 }
 
 void TestBarSorter::keepsTheOrderWithinADay()
 {
-    QFETCH(const int, count);
-    Bars bars = randomBars(count);
+    QFETCH(Bars, bars);
     BarSorter sorter;
     QVERIFY(addAll(sorter, bars));
     QVERIFY(sorter.begin());
@@ -94,6 +103,21 @@ void TestBarSorter::givesTheBarsAgain()
         QVERIFY(sorter.begin());
         QVERIFY(takeAll(sorter) == first);
         QCOMPARE(first.size(), count);
+    }
+}
+
+void TestBarSorter::beginsAgainBeforeItsEnd()
+{
+    for (const int count : {1000, 200'000}) {
+        BarSorter sorter;
+        QVERIFY(addAll(sorter, randomBars(count)));
+        for (int round = 0; round < 2; ++round) {
+            QVERIFY(sorter.begin());
+            for (int i = 0; i < 100; ++i)
+                QVERIFY(sorter.advance());
+        }
+        QVERIFY(sorter.begin());
+        QCOMPARE(takeAll(sorter).size(), count);
     }
 }
 

@@ -27,6 +27,7 @@ private Q_SLOTS:
 
     void namesTheFirstLineThatIsNoBar_data();
     void namesTheFirstLineThatIsNoBar();
+    void takesTheBarsBesideABadLine();
     void aMissingDayHasNoState();
     void countsTimes_data();
     void countsTimes();
@@ -126,6 +127,20 @@ void TestDayOfBars::namesTheFirstLineThatIsNoBar()
 {
     QFETCH(const QByteArray, content);
     QTEST(read(content).firstBadLine(), "line");
+}
+
+void TestDayOfBars::takesTheBarsBesideABadLine()
+{
+    for (const QByteArray& line : {QByteArray(), QByteArray("x"), QByteArray("x\r")}) {
+        for (const QByteArray& content :
+             {line + '\n' + ten + eleven, ten + line + '\n' + eleven, ten + eleven + line + '\n'}) {
+            const StoredDay stored = read(content);
+            QVERIFY(stored.firstBadLine() > 0);
+            QCOMPARE(stored.lines().size(), size_t(2));
+            QCOMPARE(stored.lines().front().second, 36000);
+            QCOMPARE(stored.lines().back().second, 39601);
+        }
+    }
 }
 
 void TestDayOfBars::aMissingDayHasNoState()

@@ -85,6 +85,8 @@ private Q_SLOTS:
     void aTickerThatComesBackEndsReplacing();
     void aBadLinePassedOverChangesNoTicker();
     void asksForNoSeriesOfBadLinesAlone();
+    void saysOfAFileWithoutLinesThatItWouldBeImported();
+    void looksAtThePlaceOfTheRejects();
     void keepsLittleOfEachOfManyTickers_data();
     void keepsLittleOfEachOfManyTickers();
     void farDistancesCountAsNearOnes();
@@ -636,10 +638,12 @@ void TestImportCheck::failsWhereADirectoryCannotBeLookedInto()
     init(); // in directories of his own
     writeFile(path("in.csv"), bar1);
     QVERIFY(QDir().mkpath(series().path()));
-    {
-        const testsupport::Permissions closed(series().path(), 0600);
-        QCOMPARE(failure(path("in.csv")),
-                 QStringLiteral("Невозможно прочитать каталог %1").arg(series().path()));
+    for (const mode_t mode : {0600, 0300}) { // not to be entered, and not to be listed
+        const testsupport::Permissions closed(series().path(), mode);
+        const QString error = failure(path("in.csv"));
+        QVERIFY2(error.startsWith(
+                     QStringLiteral("Невозможно прочитать каталог %1").arg(series().path())),
+                 qPrintable(error));
     }
     QCOMPARE(failure(path("in.csv")), QString());
     // The disk that a link leads to is not there now.
@@ -792,6 +796,31 @@ void TestImportCheck::asksForNoSeriesOfBadLinesAlone()
     asked.clear();
     const auto none = check("20240115;bad;1;2;1;2;X\n");
     QVERIFY(none && !none->front().check.wouldImport && asked.isEmpty());
+    QVERIFY(!none->front().check.stop);
+}
+
+void TestImportCheck::saysOfAFileWithoutLinesThatItWouldBeImported()
+{
+    const auto checks = checkTickers("");
+    QCOMPARE(checks.size(), size_t(1));
+    QVERIFY(checks[0].ticker.isNull() && checks[0].check.wouldImport && !checks[0].check.stop);
+}
+
+// As an import does, whether it comes to a series or not.
+void TestImportCheck::looksAtThePlaceOfTheRejects()
+{
+    ImportWays ways;
+    ways.rejects = path("missing/rejects");
+    const QByteArray good = bar1.chopped(1) + ";X\n";
+    const QByteArray bad = "20240115;bad;1;2;1;2;Y\n";
+    for (const QByteArray& content : {bad, good, good + bad, QByteArray()}) {
+        for (const tadata::TickerCheck& one : checkTickers(content, ways)) {
+            QVERIFY(!one.check.wouldImport && one.check.days.empty());
+            QCOMPARE(one.check.stop->line, std::nullopt);
+            QCOMPARE(one.check.stop->message,
+                     QStringLiteral("Невозможно открыть файл %1").arg(ways.rejects));
+        }
+    }
 }
 
 namespace {
@@ -925,6 +954,7 @@ void TestImportCheck::readsEachTickerWithItsOwnDecimals()
 {
     const ImportDetails details = with(detailsOfSeries(2), ColumnRole::Ticker, 6);
     auto data = vexdesk::ReferenceData::demonstration();
+    data.setSeries(QStringLiteral("S"), QStringLiteral("B"), QStringLiteral("X"), 2);
     data.setSeries(QStringLiteral("S"), QStringLiteral("B"), QStringLiteral("FIVE"), 5);
     vexdesk::ReferenceData::install(data);
     writeFile(path("store/S/B/FIVE/20240115_60.iss"),

@@ -540,6 +540,7 @@ void TestMergeJob::aBadLineOfTheInputComesBeforeABadStoredLine()
         merge(text, details(), {.mode = ImportMode::Merge, .skipsBad = true}).outcome.message(),
         QStringLiteral("Файл %1, строка 1: не запись бара").arg(path(dayFile)));
     QCOMPARE(stored(), before);
+    QVERIFY(m_progress.isEmpty()); // and never at its end
 }
 
 void TestMergeJob::ofBadDaysTheEarliestIsNamed()
@@ -570,6 +571,13 @@ void TestMergeJob::aSumThatDoesNotFitIsFoundBeforehand_data()
     QTest::newRow("in any order") << QByteArray() << next + first + large + first;
     QTest::newRow("with a stored bar")
         << QByteArray("100001;1;1;1;1;1;30000000000000000;3\n") << first + first + next;
+    const QByteArray small = secondOf("20240115", "100003", "1");
+    QTest::newRow("of stored bars alone")
+        << QByteArray("100001;1;1;1;1;1;30000000000000000;3\n").repeated(2)
+        << first + first + small;
+    QTest::newRow("of many stored bars")
+        << QByteArray("100001;1;1;1;1;1;1000000000000000;3\n").repeated(40)
+        << first + first + small;
     QTest::newRow("with an edited one")
         << QByteArray("100001;1;1;1;1;3000000000000000.5;1;3\n").repeated(3)
         << first + first + next;
@@ -766,6 +774,11 @@ void TestMergeJob::tellsItsProgress()
     QCOMPARE(m_progress.last(), 100);
     // While the last day is written.
     QCOMPARE(m_progress.at(m_progress.size() - 2), 99);
+    // What is told once is not told of the next day again.
+    m_progress.clear();
+    QVERIFY(merge(fileLine("20240115", "100000", 1) + fileLine("20240116", "100000", 1), details())
+                .outcome);
+    QCOMPARE(m_progress, QList<int>({99, 100}));
 }
 
 void TestMergeJob::makesTheDirectoryWithTheFirstDay()
