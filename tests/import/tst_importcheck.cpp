@@ -60,6 +60,7 @@ private Q_SLOTS:
     void touchesNothingWhereMergingStops();
     void namesABadStoredLineAtItsDaysFirstLine();
     void prefersABadLineToABadStoredOne();
+    void prefersABadLineToADayThatCannotBeRead();
     void endsWhereASumDoesNotFit_data();
     void endsWhereASumDoesNotFit();
     void addsUpOnlyWhatIsWrittenAndOnlySeconds();
@@ -394,6 +395,17 @@ void TestImportCheck::prefersABadLineToABadStoredOne()
     QCOMPARE(check(bar1 + "bad\n", waysOf(ImportMode::Fill)).stop->line, std::optional<qint64>(2));
     const ImportCheck skipping = check(bar1 + "bad\n", waysOf(ImportMode::Fill, true));
     QCOMPARE(skipping.stop->line, std::optional<qint64>(1));
+}
+
+// Once the import has ended, no stored day matters.
+void TestImportCheck::prefersABadLineToADayThatCannotBeRead()
+{
+    QVERIFY(QDir().mkpath(series().filePath(QLatin1String(day1File))));
+    for (const ImportMode mode : {ImportMode::Merge, ImportMode::Fill}) {
+        const ImportCheck checked = check(bar1 + "bad\n", waysOf(mode));
+        QCOMPARE(checked.stop->line, std::optional<qint64>(2));
+        QVERIFY(checked.days.empty());
+    }
 }
 
 void TestImportCheck::endsWhereASumDoesNotFit_data()
