@@ -69,7 +69,6 @@ const ZoneClock::Offsets& ZoneClock::offsetsOn(qint64 day)
         if (!offsets.contains(offset))
             offsets.append(offset);
     }
-    std::sort(offsets.begin(), offsets.end(), std::greater());
     return *m_on.insert(day, offsets);
 }
 

@@ -111,7 +111,7 @@ void FileDays::takeSorted()
 void FileDays::readAhead()
 {
     m_hasAhead = false;
-    while (m_outcome && m_file->next(&m_ahead)) {
+    while (m_file->next(&m_ahead)) {
         if (m_stop && m_stop->load(std::memory_order_relaxed)) {
             m_outcome = interrupted();
             return;
@@ -125,8 +125,7 @@ void FileDays::readAhead()
         m_hasAhead = true;
         return;
     }
-    if (m_outcome)
-        m_outcome = m_file->outcome();
+    m_outcome = m_file->outcome();
 }
 
 } // namespace tadata

@@ -68,6 +68,10 @@ private Q_SLOTS:
     void takesNoBadLineOfADayThatComesAgain();
     void takesNoFileOfBadLinesAlone();
     void listsTheProblemsOfALineInOrder();
+    void saysWhichPricesAreImpossible_data();
+    void saysWhichPricesAreImpossible();
+    void saysWhenTheFileBeginsAndEnds();
+    void aBarOfTheSameTimeIsNotOutOfOrder();
     void countsTheProblemsThatItDoesNotList();
     void eachKindOfProblemHasATitleOfItsOwn();
     void saysWhenBarsAreNotOfTheTimeframe_data();
@@ -79,6 +83,7 @@ private Q_SLOTS:
     void aRefusedSeriesIsToldBeforeABadLine();
     void failsWhereSomethingCannotBeRead();
     void failsWhereADirectoryCannotBeLookedInto();
+    void failsWhereAStoredDayCannotBeReadAgain();
     void failsWhereTheFileCannotBeReadAgain_data();
     void failsWhereTheFileCannotBeReadAgain();
     void checksEachTickerByItself();
@@ -502,6 +507,52 @@ void TestImportCheck::listsTheProblemsOfALineInOrder()
     QCOMPARE(check("20240115;100000;2.4;2;2;2;1\n", details).count(ProblemKind::Prices), 0);
 }
 
+void TestImportCheck::saysWhichPricesAreImpossible_data()
+{
+    QTest::addColumn<QByteArray>("prices");
+    QTest::addColumn<bool>("areImpossible");
+    for (const char* prices : {"1;1;1;1", "1;2;1;2", "2;2;1;1", "2;3;1;2", "-2;-1;-3;-2"})
+        QTest::newRow(prices) << QByteArray(prices) << false;
+    for (const char* prices : {"3;2;1;1", "1;2;1;3", "1;3;2;3", "3;3;2;1", "2;1;3;2", "3;2;1;3",
+                               "1;3;2;1", "-2;-3;-3;-3"})
+        QTest::newRow(prices) << QByteArray(prices) << true;
+}
+
+void TestImportCheck::saysWhichPricesAreImpossible()
+{
+    QFETCH(const QByteArray, prices);
+    const ImportCheck checked = check("20240115;100000;" + prices + '\n');
+    QCOMPARE(checked.bars, 1);
+    QTEST(checked.count(ProblemKind::Prices) == 1, "areImpossible");
+}
+
+// A bar of midnight alone is the first and the last of its file.
+void TestImportCheck::saysWhenTheFileBeginsAndEnds()
+{
+    const auto ends = [this](const QByteArray& times) {
+        QByteArray content;
+        for (const QByteArray& time : times.split(' '))
+            content += time + ";1;2;1;2\n";
+        const ImportCheck checked = check(content);
+        return checked.first->day.toString(QStringLiteral("dd ")) +
+               checked.first->time.toString(QStringLiteral("hhmmss ")) +
+               checked.last->day.toString(QStringLiteral("dd ")) +
+               checked.last->time.toString(QStringLiteral("hhmmss"));
+    };
+    QCOMPARE(ends("20240115;000000"), QStringLiteral("15 000000 15 000000"));
+    QCOMPARE(ends("20240115;235959"), QStringLiteral("15 235959 15 235959"));
+    QCOMPARE(ends("20240115;100000 20240115;095959 20240115;100001 20240115;100000"),
+             QStringLiteral("15 095959 15 100001"));
+    QCOMPARE(ends("20240116;100000 20240116;110000 20240115;120000 20240115;130000"),
+             QStringLiteral("15 120000 16 110000"));
+}
+
+void TestImportCheck::aBarOfTheSameTimeIsNotOutOfOrder()
+{
+    QCOMPARE(shownProblems(check(bar1 + bar1)), days("3:2"));
+    QCOMPARE(shownProblems(check(bar2 + bar1 + bar2)), days("2:2|3:3"));
+}
+
 void TestImportCheck::countsTheProblemsThatItDoesNotList()
 {
     const ImportCheck checked = check("bad\nbad\nbad\n", {}, 2);
@@ -664,6 +715,31 @@ void TestImportCheck::failsWhereADirectoryCannotBeLookedInto()
     QCOMPARE(failure(path("in.csv")),
              QStringLiteral("Невозможно прочитать каталог %1").arg(path("store/S")));
     cleanup();
+}
+
+// A day that is another one is read once more, for its times or for its bars.
+void TestImportCheck::failsWhereAStoredDayCannotBeReadAgain()
+{
+    writeFile(path("in.csv"), bar1);
+    store(day1File, stored2);
+    for (const bool counts : {false, true}) {
+        const tadata::CheckedSeries into{.directory = [this](const QString&) { return series(); },
+                                         .countsBars = counts};
+        int passed = 0;
+        for (;; ++passed) {
+            const testsupport::Fault broken(testsupport::SystemCall::Read, QLatin1String(day1File),
+                                            EIO, passed);
+            const auto checks = tadata::checkTickers(
+                path("in.csv"), detailsOfSeries(2), {}, into, 100, [](int) {}, nullptr);
+            if (broken.failed() == 0)
+                break;
+            QVERIFY2(
+                checks.message().startsWith(QStringLiteral("Невозможно прочитать файл %1:")
+                                                .arg(series().filePath(QLatin1String(day1File)))),
+                qPrintable(checks.message()));
+        }
+        QVERIFY(passed >= 2);
+    }
 }
 
 void TestImportCheck::failsWhereTheFileCannotBeReadAgain_data()
@@ -907,6 +983,16 @@ void TestImportCheck::farDistancesCountAsNearOnes()
     QVERIFY(hours.isStrangeFor(60) && hours.isStrangeFor(1));
     hours.add(302);
     QVERIFY(hours.isStrangeFor(60) && !hours.isStrangeFor(1));
+    // One that is no multiple of five minutes is enough.
+    tadata::BarSpacing fives;
+    for (int i = 0; i < 20; ++i)
+        fives.add(300);
+    QVERIFY(fives.isStrangeFor(60));
+    fives.add(60);
+    QVERIFY(!fives.isStrangeFor(60));
+    tadata::BarSpacing seconds;
+    seconds.add(1);
+    QCOMPARE(seconds.usual(), std::optional(1));
 }
 
 void TestImportCheck::endsOnceItIsStopped()

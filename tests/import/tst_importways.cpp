@@ -12,6 +12,7 @@
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
 
+#include <atomic>
 #include <memory>
 
 using tadata::FileBars;
@@ -40,6 +41,8 @@ private Q_SLOTS:
     void aBlankLineIsBadAsEver();
     void sumsThatDoNotFitStillEndTheImport();
     void countsEachDayOnce();
+    void countsNoDayThatCannotBeOpened();
+    void endsWhenItIsStopped();
     void rejectsAreTheBytesOfTheFile_data();
     void rejectsAreTheBytesOfTheFile();
     void aFileThatChangesGivesNoRejects();
@@ -58,6 +61,7 @@ private Q_SLOTS:
     void endsWhereATickerComesBack();
     void dropsTheLastMinuteOfEachTicker();
     void aTickerHasItsOwnDecimals();
+    void aFileOfTickersThatCannotBeReadIsAnError();
     void refusesTickersThatNameNoDirectory_data();
     void refusesTickersThatNameNoDirectory();
     void aTickerMayHaveTwoHundredFiftyBytes();
@@ -190,6 +194,28 @@ void TestImportWays::countsEachDayOnce()
     const ImportResult result = import(bar + other + bar, detailsOfSeries(0));
     QCOMPARE(result.bars, 3);
     QCOMPARE(result.days, 2);
+}
+
+void TestImportWays::countsNoDayThatCannotBeOpened()
+{
+    QVERIFY(QDir(m_store->path()).mkdir(QStringLiteral("20240116_60.iss")));
+    const ImportResult result =
+        import(bar + QByteArray("20240116;100000;1;1;1;1\n"), detailsOfSeries(0));
+    QVERIFY(!result.outcome);
+    QCOMPARE(result.days, 1);
+}
+
+void TestImportWays::endsWhenItIsStopped()
+{
+    writeFile(input(), QByteArray(bar) + "x\n");
+    const auto directory = [this](const QStringList&) {
+        return vexdesk::Result<QList<QDir>>(QList<QDir>{QDir(m_store->path())});
+    };
+    std::atomic<bool> stop = false;
+    const auto result = tadata::importByWays(input(), detailsOfSeries(0), {}, {directory, {}},
+                                             [&stop](int) { stop = true; }, {.stop = &stop});
+    QCOMPARE(result.outcome.message(), QStringLiteral("Импорт прерван"));
+    QCOMPARE(stored(), Tree({{"20240115_60.iss", storedBar}}));
 }
 
 void TestImportWays::rejectsAreTheBytesOfTheFile_data()
@@ -413,6 +439,7 @@ void TestImportWays::endsWhereATickerComesBack()
             result.outcome.message().contains(QStringLiteral("--mode merge")),
         qPrintable(result.outcome.message()));
     QCOMPARE(stored(), Tree({{"A/20240115_60.iss", storedBar}, {"B/20240115_60.iss", storedBar}}));
+    QCOMPARE(result.days, 2);
     const ImportResult merged = import(text, tickerDetails(0), {ImportMode::Merge});
     QVERIFY(merged.outcome);
     QCOMPARE(stored().value("A/20240115_60.iss"), QByteArray(storedBar) + "100100;1;1;1;1;0;0;0\n");
@@ -461,6 +488,32 @@ void TestImportWays::aTickerHasItsOwnDecimals()
                         "100100;1.00000;1.00000;1.00000;1.00000;0;0.00000;0\n"));
     QCOMPARE(stored().value("ONE/20240116_60.iss"),
              QByteArray("100000;900000000000000.0;1.0;1.0;1.0;0;0.0;0\n"));
+}
+
+// First for its tickers alone.
+void TestImportWays::aFileOfTickersThatCannotBeReadIsAnError()
+{
+    const QByteArray text = "20240115;100000;1;1;1;1;A\n20240115;100000;1;1;1;1;B\n";
+    for (const ImportMode mode : {ImportMode::Replace, ImportMode::Merge}) {
+        for (const auto call : {testsupport::SystemCall::Open, testsupport::SystemCall::Read}) {
+            const bool opens = call == testsupport::SystemCall::Open;
+            // It is opened once more by the test, which writes it.
+            const int first = opens ? 1 : 0;
+            int passed = first;
+            for (;; ++passed) {
+                const testsupport::Fault broken(call, input(), EIO, passed);
+                const QString error =
+                    import(text, tickerDetails(0), {.mode = mode}).outcome.message();
+                if (broken.failed() == 0)
+                    break;
+                QVERIFY2(error.startsWith((opens ? QStringLiteral("Невозможно открыть файл ")
+                                                 : QStringLiteral("Невозможно прочитать файл ")) +
+                                          input()),
+                         qPrintable(error));
+            }
+            QVERIFY(passed - first >= 2);
+        }
+    }
 }
 
 void TestImportWays::refusesTickersThatNameNoDirectory_data()

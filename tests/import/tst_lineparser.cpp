@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "bardescription.h"
 #include "importdetails.h"
+#include "lineparser.h"
 #include "series.h"
 
 #include "support/strictlog.h"
@@ -41,6 +42,8 @@ private Q_SLOTS:
     void readsColumnsInAnyOrder();
     void readsTheFirstFieldForAMissingRole();
     void splitsAtASeparatorOfSeveralCharacters();
+    void splitsIntoCharactersWithoutASeparator();
+    void needsTheColumnsOfUnknownRoles();
     void splitsWithRegardToCase();
     void keepsQuotesAndBlanksAsText();
     void looksTheDecimalsUpForEveryLine();
@@ -412,6 +415,41 @@ void TestLineParser::splitsAtASeparatorOfSeveralCharacters()
     ImportDetails details = detailsOfSeries(0);
     details.separator = QStringLiteral("||");
     QVERIFY(BarDescription().init(QStringLiteral("20240115||100000||1||2||3||4"), details));
+    BarDescription bar;
+    QVERIFY(!bar.init(QStringLiteral("2024|0115||100000||1||2||3||4"), details));
+    QVERIFY2(bar.error.startsWith(QStringLiteral("Дата '2024|0115' ")), qPrintable(bar.error));
+}
+
+// Before the first of them and behind the last there is an empty field, too.
+void TestLineParser::splitsIntoCharactersWithoutASeparator()
+{
+    ImportDetails details;
+    details.columns = {{1, 1}, {2, 3}, {3, 0}, {4, 4}};
+    const auto field = [&details](const char* line, ColumnRole role) {
+        return tadata::fieldOfLine(QString::fromLatin1(line), details, role);
+    };
+    QCOMPARE(field("abc", ColumnRole::Date), QStringLiteral("a"));
+    QCOMPARE(field("abc", ColumnRole::Time), QStringLiteral("c"));
+    QCOMPARE(field("abc", ColumnRole::Open), QString());
+    QCOMPARE(field("abc", ColumnRole::High), QString());
+    QCOMPARE(field("abcd", ColumnRole::High), QStringLiteral("d"));
+    QVERIFY(!field("ab", ColumnRole::Date));
+}
+
+// What they are for is not known; their columns must be there.
+void TestLineParser::needsTheColumnsOfUnknownRoles()
+{
+    for (const int role : {-1, 11, 12, 42}) {
+        ImportDetails details = detailsOfSeries(0);
+        details.columns.insert(role, 0);
+        BarDescription bar;
+        QVERIFY(!bar.init(QStringLiteral("20240115;100000;1;1;1"), details));
+        QCOMPARE(bar.error, QStringLiteral("Недостаточное количество столбцов"));
+        QVERIFY(bar.init(QStringLiteral("20240115;100000;1;1;1;1"), details));
+        details.columns.insert(role, 7);
+        QVERIFY(!bar.init(QStringLiteral("20240115;100000;1;1;1;1;1"), details));
+        QVERIFY(bar.init(QStringLiteral("20240115;100000;1;1;1;1;1;1"), details));
+    }
 }
 
 void TestLineParser::splitsWithRegardToCase()

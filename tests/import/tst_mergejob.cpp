@@ -761,6 +761,17 @@ void TestMergeJob::endsWhenItIsStopped()
                              details(), {ImportMode::Merge}, {.stop = &stopsLater});
     QCOMPARE(later.outcome.message(), QStringLiteral("Импорт прерван"));
     QCOMPARE(stored().value(dayFile), storedLine("100000", 1));
+    // And between two that are written.
+    setStore({{dayFile, storedLine("100000", 1)}});
+    std::atomic<bool> stopsAtLast = false;
+    const testsupport::Meanwhile written(testsupport::SystemCall::Rename, path(dayFile),
+                                         [&stopsAtLast] { stopsAtLast = true; });
+    const auto atLast =
+        merge(fileLine("20240115", "100100", 1) + fileLine("20240116", "100000", 1) +
+                  fileLine("20240117", "100000", 1),
+              details(), {ImportMode::Merge}, {.stop = &stopsAtLast});
+    QCOMPARE(atLast.outcome.message(), QStringLiteral("Импорт прерван"));
+    QVERIFY(!stored().contains("20240117_60.iss"));
 }
 
 void TestMergeJob::tellsItsProgress()

@@ -19,6 +19,8 @@ private Q_SLOTS:
     void aWholeMinuteOpensTheMinuteAfterIt();
     void keepsOpenDateAndStampWhileFolding();
     void foldsHighLowCloseVolumeValueAndOpenInterest();
+    void takesHighAndLowFromAnySecond();
+    void takesTheFirstOfEqualHighsAndTheLastOfEqualLows();
     void takesAnEarlierSecondIntoTheOpenMinute();
     void writesEachSecondOfTheLastMinuteOfTheDay();
     void skipsMinutesWithoutBars();
@@ -92,6 +94,34 @@ void TestMinuteBuilder::foldsHighLowCloseVolumeValueAndOpenInterest()
     builder.add(second(QTime(10, 0, 2), 120, 20));
     builder.add(second(QTime(10, 0, 3), 90, 30));
     QCOMPARE(lineOf(*builder.take()), QStringLiteral("100100;100;125;85;91;60;3100;90"));
+}
+
+void TestMinuteBuilder::takesHighAndLowFromAnySecond()
+{
+    for (const QList<int>& prices : {QList<int>{100, 120, 90, 110}, QList<int>{100, 90, 120, 110},
+                                     QList<int>{90, 100, 120}, QList<int>{120, 100, 90}}) {
+        MinuteBuilder builder;
+        for (int i = 0; i < prices.size(); ++i)
+            QVERIFY(!builder.add(second(QTime(10, 0, 1 + i), prices[i])));
+        const auto minute = builder.take();
+        QCOMPARE(minute->high.toString(), QStringLiteral("125"));
+        QCOMPARE(minute->low.toString(), QStringLiteral("85"));
+        QCOMPARE(minute->openInterest, prices.last());
+    }
+}
+
+// Which differ in their zeros alone.
+void TestMinuteBuilder::takesTheFirstOfEqualHighsAndTheLastOfEqualLows()
+{
+    MinuteBuilder builder;
+    BarDescription bar = second(QTime(10, 0, 1), 100);
+    builder.add(bar);
+    bar.high = decimal(1050, 1);
+    bar.low = decimal(950, 1);
+    builder.add(bar);
+    const auto minute = builder.take();
+    QCOMPARE(minute->high.toString(), QStringLiteral("105"));
+    QCOMPARE(minute->low.toString(), QStringLiteral("95.0"));
 }
 
 void TestMinuteBuilder::takesAnEarlierSecondIntoTheOpenMinute()
