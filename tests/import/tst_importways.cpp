@@ -7,6 +7,8 @@
 #include "support/filetree.h"
 #include "support/strictlog.h"
 
+#include <vexdesk/history/filekeeper.h>
+
 #include <QtCore/QFile>
 #include <QtCore/QStringConverter>
 #include <QtCore/QTemporaryDir>
@@ -42,6 +44,7 @@ private Q_SLOTS:
     void sumsThatDoNotFitStillEndTheImport();
     void countsEachDayOnce();
     void countsNoDayThatCannotBeOpened();
+    void tellsOfTheFilesOfADayBeforeTheyAreTouched();
     void endsWhenItIsStopped();
     void rejectsAreTheBytesOfTheFile_data();
     void rejectsAreTheBytesOfTheFile();
@@ -92,6 +95,19 @@ ImportDetails tickerDetails(int decimals)
 {
     return with(detailsOfSeries(decimals), ColumnRole::Ticker, 6);
 }
+
+class Keeper final : public vexdesk::FileKeeper
+{
+public:
+    vexdesk::Outcome keep(const QStringList& paths) override
+    {
+        calls.append(paths);
+        return answer;
+    }
+
+    QList<QStringList> calls;
+    vexdesk::Outcome answer;
+};
 
 } // namespace
 
@@ -203,6 +219,35 @@ void TestImportWays::countsNoDayThatCannotBeOpened()
         import(bar + QByteArray("20240116;100000;1;1;1;1\n"), detailsOfSeries(0));
     QVERIFY(!result.outcome);
     QCOMPARE(result.days, 1);
+}
+
+// Of both where minutes are derived.
+void TestImportWays::tellsOfTheFilesOfADayBeforeTheyAreTouched()
+{
+    writeFile(input(), QByteArray(bar) + "20240116;100000;1;1;1;1\n");
+    const auto directory = [this](const QStringList&) {
+        return vexdesk::Result<QList<QDir>>(QList<QDir>{QDir(m_store->path())});
+    };
+    const auto importKept = [&](Keeper& keeper, int timeframe) {
+        ImportDetails details = detailsOfSeries(0);
+        details.timeframe = timeframe;
+        return tadata::importByWays(input(), details, {}, {directory, {}}, [](int) {},
+                                    {.keeper = &keeper});
+    };
+    Keeper refusing;
+    refusing.answer = vexdesk::Failure{QStringLiteral("no")};
+    QCOMPARE(importKept(refusing, 1).outcome.message(), QStringLiteral("no"));
+    QVERIFY(stored().isEmpty());
+    Keeper seconds;
+    QVERIFY(importKept(seconds, 1).outcome);
+    QCOMPARE(seconds.calls,
+             QList<QStringList>(
+                 {{path(QStringLiteral("20240115_1.iss")), path(QStringLiteral("20240115_60"))},
+                  {path(QStringLiteral("20240116_1.iss")), path(QStringLiteral("20240116_60"))}}));
+    Keeper minutes;
+    QVERIFY(importKept(minutes, 60).outcome);
+    QCOMPARE(minutes.calls, QList<QStringList>({{path(QStringLiteral("20240115_60.iss"))},
+                                                {path(QStringLiteral("20240116_60.iss"))}}));
 }
 
 void TestImportWays::endsWhenItIsStopped()
