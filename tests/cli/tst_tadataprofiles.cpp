@@ -5,6 +5,8 @@
 
 #include "support/filetree.h"
 
+#include <QtCore/QDir>
+#include <QtCore/QFile>
 #include <QtTest/QTest>
 
 using namespace testsupport;
@@ -20,6 +22,8 @@ private Q_SLOTS:
     void takeThePlaceOfOptions();
     void theCommandLineWins();
     void lieInTheSettings();
+    void groupsOfGroupsAreNone();
+    void saysThatTheSettingsCannotBeWritten();
     void narrowAGuess();
     void wrongOnesAreRefused_data();
     void wrongOnesAreRefused();
@@ -105,6 +109,28 @@ void TadataProfilesTest::lieInTheSettings()
               "Profiles\\b\\of-a-later-version=1\n");
     QCOMPARE(importWith("--profile b --series NORD/MAIN/ALFA"), succeeded());
     QCOMPARE(stored().size(), 1);
+}
+
+// In the settings, which somebody may have written by hand, they would be some.
+void TadataProfilesTest::groupsOfGroupsAreNone()
+{
+    writeFile(path("user/vexdesk.ini"), "[TADataManager]\n"
+                                        "Profiles\\a\\b\\date-format=dd.MM.yyyy\n");
+    for (const char* name : {"a/b", "a\\b"}) {
+        const Outcome outcome = importWith(
+            QByteArray("--series NORD/MAIN/ALFA --profile " + QByteArray(name)).constData());
+        QCOMPARE(outcome.exitCode, 2);
+        QVERIFY2(QString::fromUtf8(outcome.err)
+                     .contains(QStringLiteral("профиля «%1» нет").arg(QLatin1String(name))),
+                 outcome.err.constData());
+    }
+}
+
+void TadataProfilesTest::saysThatTheSettingsCannotBeWritten()
+{
+    QVERIFY(QDir().mkpath(path("user/vexdesk.ini")));
+    QCOMPARE(run("profile save b --timeframe 1"),
+             failed(QStringLiteral("Невозможно записать файл настроек терминала")));
 }
 
 void TadataProfilesTest::narrowAGuess()
