@@ -100,6 +100,7 @@ private Q_SLOTS:
     void endsOnceItIsStoppedAmongDaysThatComeAgain();
     void tellsItsProgressWithEachRunOfADay();
     void countsBarsOnlyWhereThatIsWanted();
+    void countsTheBarsOfTheLastRunAlone();
     void readsEachTickerWithItsOwnDecimals();
     void asksForNoDecimalsWithoutTickers();
     void saysWhatAnImportThenDoes_data();
@@ -275,6 +276,9 @@ void TestImportCheck::losesTheEarlierRunOfADay()
     const ImportCheck checked = check(bar1 + bar3 + bar2);
     QCOMPARE(shownDays(checked), days("2024-01-15 bars 2 stored 1 result 1 lost 1 same|"
                                       "2024-01-16 bars 1 stored 0 result 1 lost 0 new"));
+    QCOMPARE(checked.days[0].wiped, 1);
+    QCOMPARE(checked.days[0].lostOfFile, 1);
+    QCOMPARE(checked.days[1].wiped, 0);
     QCOMPARE(shownProblems(checked), days("1:3"));
     QCOMPARE(check(bar1 + bar3 + bar2, waysOf(ImportMode::Merge)).problems.size(), size_t(0));
 }
@@ -1045,6 +1049,32 @@ void TestImportCheck::countsBarsOnlyWhereThatIsWanted()
         QCOMPARE(counted.at(0).replaced, 1);
         QCOMPARE(counted.at(1).added, 1);
     }
+}
+
+// Of a run those that came before it are no part, whatever became of them.
+void TestImportCheck::countsTheBarsOfTheLastRunAlone()
+{
+    store(day1File, stored1 + stored2);
+    store(day2File, stored2);
+    const QByteArray other = "20240115;100100;5;5;5;5\n";
+    const auto counted = [this](const QByteArray& content) {
+        check(content);
+        const std::vector<CheckedDay> all =
+            countedDays(detailsOfSeries(2), waysOf(ImportMode::Replace));
+        QStringList texts;
+        for (const CheckedDay& day : all)
+            texts.append(QStringLiteral("added %1 replaced %2 lost %3")
+                             .arg(day.added)
+                             .arg(day.replaced)
+                             .arg(day.lost));
+        return texts;
+    };
+    QCOMPARE(counted(bar1 + bar2 + bar3),
+             days("added 0 replaced 0 lost 0|added 1 replaced 0 lost 1"));
+    QCOMPARE(counted(bar1 + bar2 + bar3 + bar1 + other),
+             days("added 0 replaced 1 lost 0|added 1 replaced 0 lost 1"));
+    QCOMPARE(counted(bar1 + other + bar3 + bar1 + bar2),
+             days("added 0 replaced 0 lost 0|added 1 replaced 0 lost 1"));
 }
 
 // Also those of the days that the file comes back to.

@@ -79,6 +79,7 @@ private Q_SLOTS:
     void tellsItsProgressBeforeADayIsOpened();
     void dropsTheOpenMinuteWhenTheNextDayCannotBeOpened();
     void refusesASumThatDoesNotFit();
+    void minuteBarsAreNotAddedUp();
     void tellsItsProgressAtEachDay();
     void refusesAPipe();
     void worksBesideOtherImports();
@@ -655,6 +656,17 @@ void TestImportJob::refusesASumThatDoesNotFit()
     QVERIFY2(
         error.startsWith(QStringLiteral("Ошибка при импорте 2-й строки:\nНекорректное число '")),
         qPrintable(error));
+}
+
+// No minute is derived from them.
+void TestImportJob::minuteBarsAreNotAddedUp()
+{
+    const ImportDetails details = with(detailsOfSeries(0), ColumnRole::Value, 6);
+    const QString error = import("20240115;100000;1;1;1;1;30000000000000000\n"
+                                 "20240115;100100;1;1;1;1;30000000000000000\n",
+                                 details);
+    QVERIFY2(error.isNull(), qPrintable(error));
+    QCOMPARE(stored().keys(), QStringList{QStringLiteral("20240115_60.iss")});
 }
 
 void TestImportJob::tellsItsProgressAtEachDay()

@@ -40,6 +40,7 @@ private Q_SLOTS:
     void rescalesTheValueToThePriceScale();
     void leavesOutWhatHasNoColumn();
     void readsColumnsInAnyOrder();
+    void readsAmountsFromTheFirstColumn();
     void readsTheFirstFieldForAMissingRole();
     void splitsAtASeparatorOfSeveralCharacters();
     void splitsIntoCharactersWithoutASeparator();
@@ -397,6 +398,23 @@ void TestLineParser::readsColumnsInAnyOrder()
     QCOMPARE(bar.high.toString(), QStringLiteral("3"));
     QCOMPARE(bar.open.toString(), QStringLiteral("4"));
     QCOMPARE(bar.volume, 5);
+}
+
+// The first one as well as any other.
+void TestLineParser::readsAmountsFromTheFirstColumn()
+{
+    for (const ColumnRole role :
+         {ColumnRole::Volume, ColumnRole::Value, ColumnRole::OpenInterest}) {
+        ImportDetails details = detailsOfSeries(0);
+        details.columns = {{1, 1}, {2, 2}, {3, 3}, {4, 4}, {5, 5}, {6, 6}};
+        details.columns.insert(static_cast<qint32>(role), 0);
+        BarDescription bar;
+        QVERIFY(bar.init(QStringLiteral("7;20240115;100000;1;1;1;1"), details));
+        QCOMPARE(bar.volume, role == ColumnRole::Volume ? 7 : 0);
+        QCOMPARE(bar.value, decimal(role == ColumnRole::Value ? 7 : 0, 0));
+        QCOMPARE(bar.openInterest, role == ColumnRole::OpenInterest ? 7 : 0);
+        QVERIFY(!bar.init(QStringLiteral("x;20240115;100000;1;1;1;1"), details));
+    }
 }
 
 void TestLineParser::readsTheFirstFieldForAMissingRole()
