@@ -1055,7 +1055,7 @@ void TestImportCheck::countsBarsOnlyWhereThatIsWanted()
 void TestImportCheck::countsTheBarsOfTheLastRunAlone()
 {
     store(day1File, stored1 + stored2);
-    store(day2File, stored2);
+    store(day2File, "100100;9.00;9.00;9.00;9.00;0;0.00;0\n");
     const QByteArray other = "20240115;100100;5;5;5;5\n";
     const auto counted = [this](const QByteArray& content) {
         check(content);

@@ -33,6 +33,8 @@ private Q_SLOTS:
     void acceptsOrdinaryLines();
     void leavesFarColumnsToTheOther();
     void leavesUnknownRolesToTheOther();
+    void leavesOtherSeparatorsToTheOther();
+    void readsAmountsFromTheFirstColumn();
     void leavesLongPartsOfAPatternToQt();
     void leavesQuotesToQt();
     void readsOtherFormsOfDatesAndTimes_data();
@@ -175,16 +177,53 @@ void TestPlainLineParser::leavesFarColumnsToTheOther()
 // Every column of the settings must be there, whatever is to be made of it.
 void TestPlainLineParser::leavesUnknownRolesToTheOther()
 {
+    for (const int role : {-1, 11, 42, 1'000'000}) {
+        ImportDetails details = detailsOfSeries(0);
+        details.columns.insert(role, 8);
+        const QByteArray line = "20240115;100000;1;1;1;1";
+        BarDescription bar;
+        QVERIFY(!tadata::PlainLineParser(details).parse(line, &bar));
+        QVERIFY(!tadata::PlainLineParser(details).parse(line + ";2;2;2", &bar));
+        bar = BarDescription();
+        QVERIFY(!bar.init(QString::fromLatin1(line), details));
+        QCOMPARE(bar.error, QStringLiteral("Недостаточное количество столбцов"));
+        QVERIFY(bar.init(QString::fromLatin1(line + ";2;2;2"), details));
+    }
+}
+
+// Of several characters no one is enough, also where every other column is read.
+void TestPlainLineParser::leavesOtherSeparatorsToTheOther()
+{
     ImportDetails details = detailsOfSeries(0);
-    details.columns.insert(42, 8);
-    const QByteArray line = "20240115;100000;1;1;1;1";
+    details.columns = {{1, 0}, {2, 2}, {3, 4}, {4, 6}, {5, 8}, {6, 10}};
+    const QByteArray line = "20240115::100000::1::1::1::1";
+    for (const char* separator : {"::", ":,", "", "ж"}) {
+        details.separator = QString::fromUtf8(separator);
+        BarDescription bar;
+        QVERIFY2(!tadata::PlainLineParser(details).parse(line, &bar), separator);
+    }
+    details.separator = QStringLiteral(":");
     BarDescription bar;
-    QVERIFY(!tadata::PlainLineParser(details).parse(line, &bar));
-    QVERIFY(!tadata::PlainLineParser(details).parse(line + ";2;2;2", &bar));
-    bar = BarDescription();
-    QVERIFY(!bar.init(QString::fromLatin1(line), details));
-    QCOMPARE(bar.error, QStringLiteral("Недостаточное количество столбцов"));
-    QVERIFY(bar.init(QString::fromLatin1(line + ";2;2;2"), details));
+    QVERIFY(tadata::PlainLineParser(details).parse(line, &bar));
+}
+
+// The first one as well as any other.
+void TestPlainLineParser::readsAmountsFromTheFirstColumn()
+{
+    for (const ColumnRole role :
+         {ColumnRole::Volume, ColumnRole::Value, ColumnRole::OpenInterest}) {
+        ImportDetails details = detailsOfSeries(2);
+        details.columns = {{1, 1}, {2, 2}, {3, 3}, {4, 4}, {5, 5}, {6, 6}};
+        details.columns.insert(static_cast<qint32>(role), 0);
+        BarDescription plain;
+        QVERIFY(plain.init(QStringLiteral("7;20240115;100000;1;1;1;1"), details));
+        tadata::PlainLineParser parser(details);
+        BarDescription bar;
+        QVERIFY(parser.parse("7;20240115;100000;1;1;1;1", &bar));
+        QCOMPARE(shown(bar), shown(plain));
+        QVERIFY(!parser.parse("x;20240115;100000;1;1;1;1", &bar));
+        QVERIFY(!parser.check("x;20240115;100000;1;1;1;1", &bar));
+    }
 }
 
 void TestPlainLineParser::leavesLongPartsOfAPatternToQt()
@@ -342,8 +381,10 @@ void TestPlainLineParser::leavesPlainNumbersForLater()
     const ImportDetails details = allColumns(2);
     tadata::PlainLineParser parser(details);
     const QByteArray line = "20240115;100000;120.07;1;12345.67;12345678;12;345.6;7";
+    // Until the decimals are known, whether they have room for all digits is not.
     BarDescription first;
     QVERIFY(parser.check(line, &first));
+    QCOMPARE(first.open.toString(), QStringLiteral("120.07"));
     BarDescription bar;
     QVERIFY(parser.check(line, &bar));
     QVERIFY(bar.valid);
