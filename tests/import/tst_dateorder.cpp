@@ -42,6 +42,8 @@ void TestDateOrder::seesDatesThatWereReadWrongly_data()
     row("two weeks back the other way", "ddMMyy", {{2015, 5, 20}, {2001, 5, 20}}, true);
     row("no more than two weeks", "yyMMdd", {{2001, 5, 1}, {2001, 5, 15}}, false);
     row("days for years of six digits", "ddMMyy", {{2020, 5, 1}, {2021, 5, 1}}, true);
+    row("the last of February the other way", "yyMMdd", {{2028, 2, 4}, {2029, 2, 4}}, true);
+    row("no such day the other way", "yyMMdd", {{2028, 2, 5}, {2029, 2, 5}}, false);
     row("and with four", "ddMMyyyy", {{2020, 5, 24}, {2021, 5, 24}}, false);
     row("the last of a century", "yyMMdd", {{2001, 5, 24}, {2102, 5, 24}}, true);
     // No day 0, as which the year 2000 would be read.

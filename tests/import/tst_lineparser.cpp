@@ -44,6 +44,7 @@ private Q_SLOTS:
     void readsTheFirstFieldForAMissingRole();
     void splitsAtASeparatorOfSeveralCharacters();
     void splitsIntoCharactersWithoutASeparator();
+    void needsNoMoreThanTheFirstColumn();
     void needsTheColumnsOfUnknownRoles();
     void splitsWithRegardToCase();
     void keepsQuotesAndBlanksAsText();
@@ -452,6 +453,17 @@ void TestLineParser::splitsIntoCharactersWithoutASeparator()
     QCOMPARE(field("abc", ColumnRole::High), QString());
     QCOMPARE(field("abcd", ColumnRole::High), QStringLiteral("d"));
     QVERIFY(!field("ab", ColumnRole::Date));
+}
+
+void TestLineParser::needsNoMoreThanTheFirstColumn()
+{
+    ImportDetails details;
+    details.separator = QStringLiteral(";");
+    details.columns = {{1, 0}};
+    for (const char* line : {"a", "a;", "a;b"}) {
+        QCOMPARE(tadata::fieldOfLine(QString::fromLatin1(line), details, ColumnRole::Date),
+                 QStringLiteral("a"));
+    }
 }
 
 // What they are for is not known; their columns must be there.
