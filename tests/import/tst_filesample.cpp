@@ -4,6 +4,7 @@
 
 #include "filesample.h"
 
+#include "support/faults.h"
 #include "support/filetree.h"
 #include "support/strictlog.h"
 
@@ -30,6 +31,8 @@ private Q_SLOTS:
     void leavesOutBlanks();
     void keepsLongLinesShort();
     void readsTheEndsOfAHugeFile();
+    void readsLongLinesAtTheEnd();
+    void saysThatAFileCannotBeRead();
     void knowsTheEncoding_data();
     void knowsTheEncoding();
     void refuses_data();
@@ -85,6 +88,10 @@ void TestFileSample::takesAllOfSmallFiles_data()
     QTest::addColumn<QByteArrayList>("lines");
 
     QTest::newRow("nothing") << QByteArray() << QByteArrayList();
+    QTest::newRow("one character") << QByteArray("a") << QByteArrayList{"a"};
+    QTest::newRow("one line end") << QByteArray("\n") << QByteArrayList();
+    QTest::newRow("one more than is read at a time")
+        << QByteArray("\n").repeated(500) + QByteArray(65035, ' ') + "\na" << QByteArrayList{"a"};
     QTest::newRow("a mark alone") << QByteArray("\xef\xbb\xbf") << QByteArrayList();
     QTest::newRow("a mark") << QByteArray("\xef\xbb\xbf"
                                           "a\n")
@@ -198,6 +205,42 @@ void TestFileSample::readsTheEndsOfAHugeFile()
     QCOMPARE(textsOf(*sample), numbers(1, 1000) + numbers(5001, 1000));
 }
 
+// Together they may be longer than one may be.
+void TestFileSample::readsLongLinesAtTheEnd()
+{
+    constexpr qint64 length = 300'000;
+    const QByteArray head = numbers(1, 1000).join('\n') + '\n';
+    writeFile(path("file"), head);
+    QFile file(path("file"));
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    // Holes, which take no room.
+    for (int line = 1; line <= 1000; ++line)
+        QVERIFY(file.seek(head.size() + line * length - 1) && file.write("\n") == 1);
+    file.close();
+    const vexdesk::Result<FileSample> sample = sampleFile(path("file"));
+    QVERIFY2(sample, qPrintable(sample.message()));
+    QCOMPARE(sample->lines.size(), 2000U);
+    QCOMPARE(sample->secondHalf, 1000U);
+    QVERIFY(sample->lines.back().isCut);
+}
+
+void TestFileSample::saysThatAFileCannotBeRead()
+{
+    writeFile(path("file"), numbers(1, 9000, 50).join('\n'));
+    int passed = 0;
+    for (;; ++passed) {
+        const testsupport::Fault broken(testsupport::SystemCall::Read, path("file"), EIO, passed);
+        const vexdesk::Result<FileSample> sample = sampleFile(path("file"));
+        if (broken.failed() == 0)
+            break;
+        QVERIFY2(sample.message().startsWith(
+                     QStringLiteral("Невозможно прочитать файл %1:").arg(path("file"))),
+                 qPrintable(sample.message()));
+    }
+    QVERIFY(passed > 2);
+    QCOMPARE(sampleFile(path("file"))->lines.size(), 2000U);
+}
+
 void TestFileSample::knowsTheEncoding_data()
 {
     QTest::addColumn<QByteArray>("content");
@@ -249,6 +292,7 @@ void TestFileSample::refusesEndlessLines_data()
     QTest::addColumn<QByteArray>("head");
     QTest::newRow("the first") << QByteArray();
     QTest::newRow("the last") << QByteArray("a\n").repeated(1000);
+    QTest::newRow("the last, behind many") << QByteArray("a\n").repeated(3000);
 }
 
 void TestFileSample::refusesEndlessLines()
