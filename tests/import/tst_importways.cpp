@@ -46,6 +46,7 @@ private Q_SLOTS:
     void countsNoDayThatCannotBeOpened();
     void tellsOfTheFilesOfADayBeforeTheyAreTouched();
     void endsWhenItIsStopped();
+    void readsNoTickersOnceItIsStopped();
     void rejectsAreTheBytesOfTheFile_data();
     void rejectsAreTheBytesOfTheFile();
     void aFileThatChangesGivesNoRejects();
@@ -261,6 +262,24 @@ void TestImportWays::endsWhenItIsStopped()
                                              [&stop](int) { stop = true; }, {.stop = &stop});
     QCOMPARE(result.outcome.message(), QStringLiteral("Импорт прерван"));
     QCOMPARE(stored(), Tree({{"20240115_60.iss", storedBar}}));
+}
+
+// Nor is anybody asked for the directories of some of them.
+void TestImportWays::readsNoTickersOnceItIsStopped()
+{
+    writeFile(input(), "20240115;100000;1;1;1;1;A\n20240115;100000;1;1;1;1;B\n");
+    int asked = 0;
+    const auto directories = [&asked](const QStringList& tickers) {
+        ++asked;
+        return vexdesk::Result<QList<QDir>>(QList<QDir>(tickers.size()));
+    };
+    const std::atomic<bool> stop = true;
+    for (const ImportMode mode : {ImportMode::Replace, ImportMode::Merge}) {
+        const auto result = tadata::importByWays(input(), tickerDetails(0), {.mode = mode},
+                                                 {directories, {}}, [](int) {}, {.stop = &stop});
+        QCOMPARE(result.outcome.message(), QStringLiteral("Импорт прерван"));
+    }
+    QCOMPARE(asked, 0);
 }
 
 void TestImportWays::rejectsAreTheBytesOfTheFile_data()
