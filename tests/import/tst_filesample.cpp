@@ -14,6 +14,8 @@
 
 #include <sys/stat.h>
 
+#include <memory>
+
 using namespace tadata;
 using testsupport::writeFile;
 
@@ -33,6 +35,7 @@ private Q_SLOTS:
     void readsTheEndsOfAHugeFile();
     void readsLongLinesAtTheEnd();
     void saysThatAFileCannotBeRead();
+    void saysThatAFileHasBecomeShorter();
     void knowsTheEncoding_data();
     void knowsTheEncoding();
     void refuses_data();
@@ -90,6 +93,8 @@ void TestFileSample::takesAllOfSmallFiles_data()
     QTest::newRow("nothing") << QByteArray() << QByteArrayList();
     QTest::newRow("one character") << QByteArray("a") << QByteArrayList{"a"};
     QTest::newRow("one line end") << QByteArray("\n") << QByteArrayList();
+    QTest::newRow("one behind the first thousand")
+        << QByteArray("a\n").repeated(1001) << QByteArrayList(1001, "a");
     QTest::newRow("one more than is read at a time")
         << QByteArray("\n").repeated(500) + QByteArray(65035, ' ') + "\na" << QByteArrayList{"a"};
     QTest::newRow("a mark alone") << QByteArray("\xef\xbb\xbf") << QByteArrayList();
@@ -239,6 +244,22 @@ void TestFileSample::saysThatAFileCannotBeRead()
     }
     QVERIFY(passed > 2);
     QCOMPARE(sampleFile(path("file"))->lines.size(), 2000U);
+}
+
+// Between the reading of its beginning and that of its end.
+void TestFileSample::saysThatAFileHasBecomeShorter()
+{
+    writeFile(path("file"), numbers(1, 9000, 50).join('\n'));
+    const auto shorten = [this] { QVERIFY(QFile::resize(path("file"), 1000)); };
+    std::unique_ptr<testsupport::Meanwhile> atSecond;
+    const testsupport::Meanwhile atFirst(
+        testsupport::SystemCall::Read, path("file"), [this, &atSecond, &shorten] {
+            atSecond = std::make_unique<testsupport::Meanwhile>(testsupport::SystemCall::Read,
+                                                                path("file"), shorten);
+        });
+    QCOMPARE(sampleFile(path("file")).message(),
+             QStringLiteral("Невозможно прочитать файл %1: файл стал короче, пока его читали")
+                 .arg(path("file")));
 }
 
 void TestFileSample::knowsTheEncoding_data()
