@@ -65,6 +65,7 @@ private Q_SLOTS:
     void largeAmountsThatFitAreNoError();
     void minuteBarsAreNotAddedUp();
     void anInputThatChangesIsAnError();
+    void anInputThatChangesAtTheEndIsAnError();
     void anInputThatCannotBeReadIsAnError_data();
     void anInputThatCannotBeReadIsAnError();
     void aStoredDayThatCannotBeReadIsAnError();
@@ -645,6 +646,21 @@ void TestMergeJob::anInputThatChangesIsAnError()
         error,
         QStringLiteral("Невозможно прочитать файл %1: он изменился, пока его читали").arg(input()));
     QCOMPARE(stored(), before);
+}
+
+// What was read before is written then.
+void TestMergeJob::anInputThatChangesAtTheEndIsAnError()
+{
+    setStore({{dayFile, storedLine("100000", 1)}});
+    const testsupport::Meanwhile meanwhile(testsupport::SystemCall::Rename, path(dayFile), [this] {
+        QFile file(input());
+        QVERIFY(file.open(QIODevice::Append));
+        file.write(fileLine("20240116", "100000", 1));
+    });
+    QCOMPARE(
+        merge(fileLine("20240115", "100100", 1), details()).outcome.message(),
+        QStringLiteral("Невозможно прочитать файл %1: он изменился, пока его читали").arg(input()));
+    QCOMPARE(stored().value(dayFile), storedLine("100000", 1) + storedLine("100100", 1));
 }
 
 void TestMergeJob::anInputThatCannotBeReadIsAnError_data()
