@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include <vexdesk/history/filestate.h>
 #include <vexdesk/history/restorepoint.h>
 
 #include "support/faults.h"
@@ -79,7 +80,9 @@ private Q_SLOTS:
     void aPipeIsNoPoint();
     void aPlaceThatIsALostLinkIsNoPlace();
     void takingBackLeavesNoPoint();
+    void takingBackNeedsNoRoom_data();
     void takingBackNeedsNoRoom();
+    void aFullDiskDoesNotUseUpAPoint();
     void takingBackThatFailsNamesThePoint();
     void whatWasMadeGoesBeforeAnythingComesBack();
     void whatCannotBeComparedWasTouched_data();
@@ -626,17 +629,43 @@ void TestRestorePoint::takingBackLeavesNoPoint()
     QCOMPARE(inPlace(), QStringList());
 }
 
+void TestRestorePoint::takingBackNeedsNoRoom_data()
+{
+    QTest::addColumn<int>("error");
+    QTest::newRow("a full disk") << ENOSPC;
+    QTest::newRow("as much as the user may have") << EDQUOT;
+}
+
 void TestRestorePoint::takingBackNeedsNoRoom()
 {
+    QFETCH(const int, error);
     const Tree before = stored();
     RestorePoint point(m_place, QStringLiteral("import"), series, {});
     QVERIFY(point.keep({path(monday), path(tuesday)}));
     apply({{monday, "half"}, {tuesday, "made"}});
-    const testsupport::Fault full(testsupport::SystemCall::Write, QStringLiteral(".tmp"), ENOSPC);
+    const testsupport::Fault full(testsupport::SystemCall::Write, QStringLiteral(".tmp"), error);
     QVERIFY(point.takeBack());
     QCOMPARE(stored(), before);
     QCOMPARE(inPlace(), QStringList());
     QCOMPARE(QFileInfo(path(monday)).isSymLink(), false);
+}
+
+// It may be put back once more.
+void TestRestorePoint::aFullDiskDoesNotUseUpAPoint()
+{
+    const QString id = job(QStringLiteral("import"), {{monday, "new\n"}});
+    vexdesk::PuttingBack back(m_place, record(id));
+    QVERIFY(back.begin());
+    {
+        const testsupport::Fault full(testsupport::SystemCall::Write, QStringLiteral(".tmp"),
+                                      ENOSPC);
+        const auto put = back.run(nullptr);
+        QVERIFY2(put.message().contains(qt_error_string(ENOSPC)), qPrintable(put.message()));
+    }
+    QCOMPARE(readFile(path(monday)), QByteArray("new\n"));
+    QCOMPARE(vexdesk::fileState(m_place.path + u'/' + id + u'/' + monday)->links, 1U);
+    QVERIFY(back.run(nullptr));
+    QCOMPARE(readFile(path(monday)), QByteArray("old monday\n"));
 }
 
 void TestRestorePoint::takingBackThatFailsNamesThePoint()
