@@ -16,6 +16,7 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -75,6 +76,7 @@ private Q_SLOTS:
     void anIdThatIsNoneIsRefused();
     void theOldestGo();
     void theNewestAndThoseAtWorkStay();
+    void whatKilledProcessesHaveLeftGoes();
     void pointsOfOneSecondAreNumbered();
     void aClockThatWasAheadHidesNoPoint();
     void aPipeIsNoPoint();
@@ -545,6 +547,25 @@ void TestRestorePoint::theNewestAndThoseAtWorkStay()
     QVERIFY(pruneRestorePoints(m_place, {.keep = 0, .bytes = 0}));
     QCOMPARE(ids(), QStringList({newest, backed, running.id()}));
     QVERIFY(!ids().contains(gone));
+}
+
+// Half a point that was about to be made, or to go.
+void TestRestorePoint::whatKilledProcessesHaveLeftGoes()
+{
+    const pid_t dead = ::fork();
+    if (dead == 0)
+        ::_exit(0);
+    QCOMPARE(::waitpid(dead, nullptr, 0), dead);
+    const QString form = m_place.path + QStringLiteral("/.tadata-%1-77.tmp/S/B/X/20240115_60.iss");
+    writeFile(form.arg(dead), "x");
+    writeFile(form.arg(::getpid()), "x");
+    QVERIFY(pruneRestorePoints(m_place, {}));
+    QCOMPARE(readTree(QDir(m_place.path)).keys(),
+             QStringList(QDir(m_place.path).relativeFilePath(form.arg(::getpid()))));
+    // Where there is no place none is made.
+    QVERIFY(QDir(m_place.path).removeRecursively());
+    QVERIFY(pruneRestorePoints(m_place, {}));
+    QVERIFY(!QFileInfo::exists(m_place.path));
 }
 
 void TestRestorePoint::pointsOfOneSecondAreNumbered()
