@@ -101,6 +101,7 @@ private Q_SLOTS:
     void theKeeperIsToldBeforeAnythingComesBack();
     void theFirstThatDoesNotComeBackEndsTheWork();
     void aCopyWithoutASumIsNotWhatItWas();
+    void theNewestIsKnownThoughItIsBroken();
 
 private:
     QString path(const QString& relative) const { return m_root + u'/' + relative; }
@@ -572,6 +573,11 @@ void TestPuttingBack::saysWhyAFileIsNotKept()
              qPrintable(kept.message()));
     QVERIFY2(kept.message().contains(m_place.path) && kept.message().contains(qt_error_string(EIO)),
              qPrintable(kept.message()));
+    // Nothing is left of a point that was not made.
+    QStringList names =
+        QDir(m_place.path).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    names.removeOne(point.id());
+    QCOMPARE(names, QStringList(QStringLiteral("locks")));
 }
 
 void TestPuttingBack::whatIsNoDayFileIsNotKept()
@@ -907,6 +913,20 @@ void TestPuttingBack::aCopyWithoutASumIsNotWhatItWas()
     const QString message = putBack(id);
     QVERIFY2(message.contains(inPoint(id, day) + QStringLiteral(" уже не тот")),
              qPrintable(message));
+}
+
+void TestPuttingBack::theNewestIsKnownThoughItIsBroken()
+{
+    QVERIFY(restorePoints(m_place)->newest.isNull());
+    const QString first = job(day, "new\n");
+    QCOMPARE(restorePoints(m_place)->newest, first);
+    const QString second = job(day, "newer\n");
+    writeFile(inPoint(second, QStringLiteral("point.json")), "");
+    const auto points = restorePoints(m_place);
+    QCOMPARE(points->newest, second);
+    QCOMPARE(points->points.size(), 1);
+    QCOMPARE(points->points.first().id, first);
+    QCOMPARE(points->problems.size(), 1);
 }
 
 QTEST_GUILESS_MAIN(TestPuttingBack)
