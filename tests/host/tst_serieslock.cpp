@@ -285,6 +285,9 @@ void TestSeriesLock::leftoversOfDeadProcessesGo()
     for (const QString& name : {dead, alive, QStringLiteral(".tadata-x-77.tmp"),
                                 QStringLiteral(".tadata-77"), QStringLiteral("20240115_60.iss")})
         writeFile(dir + name, "x");
+    // Whichever of them the directory has first.
+    for (int number = 1; number <= 20; ++number)
+        writeFile(dir + QStringLiteral(".tadata-%1-%2.tmp").arg(child).arg(number), "x");
     SeriesLocks locks;
     QVERIFY(locks.take(place(), {series}, noWait));
     QStringList left{QStringLiteral(".tadata-77"), alive, QStringLiteral(".tadata-x-77.tmp"),
