@@ -218,7 +218,7 @@ void TestOutcomeBox::isAsWideAsItsTitle()
     bold.setBold(true);
     const int titleWidth = QFontMetrics(bold).horizontalAdvance(longTitle);
     const int button = box.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &box);
-    QVERIFY(box.width() >= titleWidth + 4 * button);
+    QVERIFY(box.width() >= titleWidth + 6 * button);
 }
 
 void TestOutcomeBox::isClosedByItsOnlyButton()
