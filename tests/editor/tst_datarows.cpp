@@ -32,6 +32,7 @@ private Q_SLOTS:
     void tellsBlankRows();
     void keepsRowsWhileMemoryIsGivenBack();
     void givesBackWhatItDoesNotNeed();
+    void givesBackTheRoomBehindItsTexts();
     void makesNoMoreRoomThanIsSensible();
 };
 
@@ -62,6 +63,12 @@ void TestDataRows::takesBackADay()
         QCOMPARE(rows.size(), 1);
         QVERIFY(rows.rewritten(day.addDays(1)).isEmpty());
     }
+    // Nor does its text stay.
+    constexpr qsizetype large = 100'000;
+    const qsizetype memory = rows.memory();
+    rows.beginDay(day.addDays(1), QByteArray(large, 'x'));
+    rows.takeBackDay();
+    QVERIFY(rows.memory() < memory + large);
     rows.beginDay(day.addDays(2));
     appendBar(rows, QTime(10, 0), 3);
     QCOMPARE(rows.size(), 2);
@@ -112,6 +119,21 @@ void TestDataRows::givesBackWhatItDoesNotNeed()
     rows.squeeze();
     QVERIFY(rows.memory() <= before);
     QCOMPARE(rows.rewritten(day), editedBarLine(QTime(10, 0), 1));
+}
+
+// The texts of lines that came one by one.
+void TestDataRows::givesBackTheRoomBehindItsTexts()
+{
+    constexpr int count = 1000;
+    DataRows rows;
+    rows.beginDay(day);
+    qsizetype text = 0;
+    for (int number = 0; number < count; ++number) {
+        appendBar(rows, QTime(10, 0), number);
+        text += barLine(QTime(10, 0), number).size();
+    }
+    rows.squeeze();
+    QVERIFY(rows.memory() < text + count * 20);
 }
 
 void TestDataRows::makesNoMoreRoomThanIsSensible()
