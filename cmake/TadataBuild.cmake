@@ -51,7 +51,8 @@ if(TADATA_SANITIZE)
   target_link_options(tadata_options INTERFACE -fsanitize=${TADATA_SANITIZE})
 endif()
 if(TADATA_COVERAGE)
-  target_compile_options(tadata_options INTERFACE --coverage)
+  # Threads count as well: without atomic counters they lose counts, and gcov gets negative numbers.
+  target_compile_options(tadata_options INTERFACE --coverage -fprofile-update=atomic)
   target_link_options(tadata_options INTERFACE --coverage)
 endif()
 
