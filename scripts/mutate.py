@@ -368,9 +368,12 @@ class Program:
         return subprocess.run(words, check=check, stdout=sys.stderr).returncode == 0
 
     def errors_of(self, path):
-        """What the compiler says against a source, or against a header as a source beside it."""
-        beside = [each for each in self.commands if pathlib.Path(each["file"]).parent == path.parent]
-        command = next((each for each in beside if each["file"] == str(path)), beside[0])
+        """What the compiler says against a source, or against a header as the nearest source."""
+        def distance(command):
+            source = pathlib.Path(command["file"])
+            return source != path, -len(os.path.commonpath([source, path]))
+
+        command = min(self.commands, key=distance)
         words = shlex.split(command["command"])
         words = words[: words.index("-o")] + ["-fsyntax-only", "-w", "-fmax-errors=0", "-x", "c++", str(path)]
         result = run(words, cwd=command["directory"])
