@@ -190,6 +190,7 @@ private Q_SLOTS:
     void readsNoMoreThanItMay();
     void readsNoMoreThanItMayOfAFileThatGrows();
     void isMixedOfMoreThanOneRead();
+    void isNotMixedWhereOneReadGaveAll();
     void passesOverWhatTheEndHasCutAsATextStreamDoes();
 
 private:
@@ -564,6 +565,19 @@ void TestDayFileLines::isMixedOfMoreThanOneRead()
         QCOMPARE(reader.isMixed(), reads > 1);
         QVERIFY(reader.isChanged());
     }
+}
+
+// The read that finds the end gives nothing, so nothing of another state.
+void TestDayFileLines::isNotMixedWhereOneReadGaveAll()
+{
+    writeOldFile(path(), bar + '\n');
+    DayFileLines reader(path());
+    QByteArrayView line;
+    QVERIFY(reader.open() && reader.next(&line));
+    QVERIFY(!reader.next(&line));
+    writeFile(path(), bar + '\n' + bar + '\n');
+    QVERIFY(reader.isChanged());
+    QVERIFY(!reader.isMixed());
 }
 
 void TestDayFileLines::passesOverWhatTheEndHasCutAsATextStreamDoes()
