@@ -39,12 +39,9 @@ public:
     ~BackgroundTask()
     {
         stop();
-        if (m_atEnd == AtEnd::Leaves) {
+        // The pool waits when it goes with the object.
+        if (m_atEnd == AtEnd::Leaves)
             LeftPools::instance().take(std::move(m_pool));
-            return;
-        }
-        for (const std::shared_ptr<Run>& run : m_runs)
-            run->watcher->waitForFinished();
     }
     Q_DISABLE_COPY_MOVE(BackgroundTask)
 
