@@ -71,6 +71,8 @@ void TestFileClock::changesAsItIsTold_data()
         "2024-01-16 00:00:00");
     row("before 1970", {false, zone("UTC"), zone("Etc/GMT-1"), 0}, 60, "1960-12-31 23:30:00",
         "1961-01-01 00:30:00");
+    row("changed in the last hour of a day", {false, zone("UTC"), zone("Europe/Zurich"), 0}, 60,
+        "1894-05-31 23:45:00", "1894-06-01 00:45:00");
 }
 
 void TestFileClock::changesAsItIsTold()
