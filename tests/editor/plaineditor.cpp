@@ -148,3 +148,15 @@ QStringList PlainEditor::keys() const
         keys.append(row.key);
     return keys;
 }
+
+QList<QStringList> tableOf(const QAbstractItemModel& model)
+{
+    QList<QStringList> rows;
+    for (int row = 0; row < model.rowCount(); ++row) {
+        QStringList texts;
+        for (int column = 0; column < model.columnCount(); ++column)
+            texts.append(model.index(row, column).data().toString());
+        rows.append(texts);
+    }
+    return rows;
+}

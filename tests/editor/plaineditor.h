@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QtCore/QAbstractItemModel>
 #include <QtCore/QDateTime>
 #include <QtCore/QDir>
 #include <QtCore/QList>
@@ -37,3 +38,6 @@ private:
     QDate m_to;
     int m_timeframe = 0;
 };
+
+/// The texts that a model shows: what table() is to be compared with.
+QList<QStringList> tableOf(const QAbstractItemModel& model);

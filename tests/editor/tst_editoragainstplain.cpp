@@ -26,18 +26,6 @@ namespace {
 
 constexpr int secondsPerDay = 24 * 60 * 60;
 
-QList<QStringList> table(const EditorTADataModel& model)
-{
-    QList<QStringList> rows;
-    for (int row = 0; row < model.rowCount(); ++row) {
-        QStringList texts;
-        for (int column = 0; column < model.columnCount(); ++column)
-            texts.append(model.index(row, column).data().toString());
-        rows.append(texts);
-    }
-    return rows;
-}
-
 QTime timeOfDay(int second)
 {
     return QTime(0, 0).addSecs(second);
@@ -230,7 +218,7 @@ void TestEditorAgainstPlain::doesWhatAPlainEditorDoes()
                                      to.toString(Qt::ISODateWithMs).toLatin1();
             model.load(dir, from, to, 60);
             plain.load(plainDir, from, to, 60);
-            QVERIFY2(table(model) == plain.table(), about.constData());
+            QVERIFY2(tableOf(model) == plain.table(), about.constData());
 
             for (const QString& key : plain.keys() + randomKeys(chance, day))
                 QVERIFY2(model.find(key) == plain.find(key), about.constData());
@@ -239,7 +227,7 @@ void TestEditorAgainstPlain::doesWhatAPlainEditorDoes()
                 const QList<int> rows = chance.rows(model.rowCount());
                 model.delRows(rows);
                 plain.remove(rows);
-                QVERIFY2(table(model) == plain.table(), about.constData());
+                QVERIFY2(tableOf(model) == plain.table(), about.constData());
             }
             if (chance.oneOf(4))
                 continue;
