@@ -668,10 +668,6 @@ If both change history or settings, the changes of one of them will be lost.</tr
         <source>проверьте диск и права на файл и повторите импорт</source>
         <translation>check the disk and the permissions of the file and repeat the import</translation>
     </message>
-    <message>
-        <source>невозможно создать каталог %1</source>
-        <translation>the directory %1 cannot be made</translation>
-    </message>
 </context>
 <context>
     <name>vexdesk::DayFileWriter</name>

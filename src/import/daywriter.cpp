@@ -2,6 +2,7 @@
 #include "daywriter.h"
 
 #include "bardescription.h"
+#include "importseries.h"
 #include "minutebuilder.h"
 
 #include <vexdesk/history/dayfilenames.h>
@@ -73,6 +74,9 @@ Outcome DayWriter::write(const QDate& day, const QByteArray& content,
     }
     if (Outcome kept = m_keeper ? m_keeper->keep(paths) : Outcome(); !kept)
         return kept;
+    if (Outcome made = m_hasDirectory ? Outcome() : makeDirectory(m_directory); !made)
+        return made;
+    m_hasDirectory = true;
     if (Outcome written = vexdesk::writeDayFile(path, content, asRead); !written)
         return written;
     Outcome before = writeWaiting(false);

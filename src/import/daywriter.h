@@ -28,7 +28,8 @@ struct DerivedMinutes
 DerivedMinutes derivedMinutes(const QByteArray& content);
 
 /// Writes days of one series, each whole or not at all, in ascending order, and the minute files of
-/// second bars beside them. One thread at a time.
+/// second bars beside them. Makes the directory for the first of them, but not again: where it has
+/// gone by the next one, so has the disk. One thread at a time.
 class DayWriter final
 {
 public:
@@ -55,6 +56,7 @@ private:
     QDir m_directory;
     int m_timeframe;
     vexdesk::FileKeeper* m_keeper;
+    bool m_hasDirectory = false;
     std::optional<Waiting> m_waiting;
 };
 

@@ -86,6 +86,8 @@ private Q_SLOTS:
     void takingBackNeedsNoRoom();
     void aFullDiskDoesNotUseUpAPoint();
     void takingBackThatFailsNamesThePoint();
+    void whatHasGoneWithItsDirectoryWasTouched();
+    void nothingIsTakenBackIntoADirectoryThatHasGone();
     void whatWasMadeGoesBeforeAnythingComesBack();
     void whatCannotBeComparedWasTouched_data();
     void whatCannotBeComparedWasTouched();
@@ -704,6 +706,37 @@ void TestRestorePoint::takingBackThatFailsNamesThePoint()
     QCOMPARE(ids(), QStringList(id));
     QVERIFY(!putBack(id).isEmpty());
     QCOMPARE(readFile(path(monday)), QByteArray("old monday\n"));
+}
+
+// A disk that is away: it may have what the job has made.
+void TestRestorePoint::whatHasGoneWithItsDirectoryWasTouched()
+{
+    const QString directory = QFileInfo(path(tuesday)).path();
+    RestorePoint point(m_place, QStringLiteral("import"), series, {});
+    QVERIFY(point.keep({path(tuesday)}));
+    writeFile(path(tuesday), "made\n");
+    QVERIFY(QDir().rename(directory, directory + u'2'));
+    QVERIFY(point.finish());
+    QCOMPARE(record(point.id()).paths(), QStringList(tuesday));
+}
+
+void TestRestorePoint::nothingIsTakenBackIntoADirectoryThatHasGone()
+{
+    const Tree before = stored();
+    const QString directory = QFileInfo(path(monday)).path();
+    RestorePoint point(m_place, QStringLiteral("import"), series, {});
+    QVERIFY(point.keep({path(monday), path(tuesday)}));
+    apply({{monday, "half"}, {tuesday, "made"}});
+    const QString id = point.id();
+    QVERIFY(QDir().rename(directory, directory + u'2'));
+    const auto back = point.takeBack();
+    QVERIFY(!back && back.message().contains(id) && back.message().contains(directory));
+    QVERIFY(!QFileInfo::exists(directory));
+    QCOMPARE(ids(), QStringList(id));
+
+    QVERIFY(QDir().rename(directory + u'2', directory));
+    QVERIFY(!putBack(id).isEmpty());
+    QCOMPARE(stored(), before);
 }
 
 // On a full disk that makes room; where it fails nothing else is touched.

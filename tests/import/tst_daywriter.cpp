@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "daywriter.h"
 
+#include "support/filetree.h"
+
+#include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
 
 class TestDayWriter final : public QObject
@@ -10,6 +13,7 @@ class TestDayWriter final : public QObject
 private Q_SLOTS:
     void derivesMinutes_data();
     void derivesMinutes();
+    void makesItsDirectoryOnce();
 };
 
 void TestDayWriter::derivesMinutes_data()
@@ -36,6 +40,25 @@ void TestDayWriter::derivesMinutes()
     const tadata::DerivedMinutes minutes = tadata::derivedMinutes(seconds);
     QTEST(minutes.whole, "whole");
     QTEST(minutes.open, "open");
+}
+
+// A disk that goes in between takes it along: the days after it must not lie elsewhere.
+void TestDayWriter::makesItsDirectoryOnce()
+{
+    const QTemporaryDir store;
+    const QDir series(store.filePath(QStringLiteral("S/B/X")));
+    const QDate day(2024, 1, 15);
+    tadata::DayWriter writer(series, 60, nullptr);
+    QVERIFY(writer.write(day, "new\n", std::nullopt));
+    QCOMPARE(testsupport::readFile(series.filePath(QStringLiteral("20240115_60.iss"))),
+             QByteArray("new\n"));
+
+    QVERIFY(
+        QDir().rename(store.filePath(QStringLiteral("S")), store.filePath(QStringLiteral("T"))));
+    const auto written = writer.write(day.addDays(1), "new\n", std::nullopt);
+    QVERIFY(!written);
+    QVERIFY(written.message().contains(series.filePath(QStringLiteral("20240116_60.iss"))));
+    QVERIFY(!QFileInfo::exists(store.filePath(QStringLiteral("S"))));
 }
 
 QTEST_GUILESS_MAIN(TestDayWriter)

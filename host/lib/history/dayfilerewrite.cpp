@@ -258,14 +258,6 @@ Outcome writeDayFile(const QString& path, const QByteArray& content,
         const std::optional<QString> target = behindLinks(path);
         if (!target)
             return failed(path, Step::failed(), work);
-        const QString directory = QFileInfo(*target).path();
-        // Behind a link no directory is made, see mayBeMade().
-        if (*target == path && !makeDirectory(directory))
-            return failed(
-                path,
-                Text::tr("невозможно создать каталог %1")
-                    .arg(QStringLiteral("%1 (%2)").arg(directory, Step::failed().reason())),
-                work);
         const Step written = writeWhole(*target, content);
         return written.isDone() ? Outcome() : failed(path, written, work);
     }

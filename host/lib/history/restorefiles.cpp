@@ -178,11 +178,6 @@ Outcome addSizes(const RestorePlace& place, RestorePointRecord& point)
     return {};
 }
 
-Failure notPutBack(const QString& path, const QString& reason)
-{
-    return {Text::tr("Файл %1 не возвращён: %2").arg(path, reason)};
-}
-
 Step fillInPlace(int from, const QByteArray& target)
 {
     Descriptor file(::open(target.constData(), O_WRONLY | O_NONBLOCK | O_CLOEXEC));
@@ -239,6 +234,11 @@ void writeList(WholeFile& to, const TouchedFiles& files,
 }
 
 } // namespace
+
+Failure notPutBack(const QString& path, const QString& reason)
+{
+    return {Text::tr("Файл %1 не возвращён: %2").arg(path, reason)};
+}
 
 std::optional<std::pair<QDateTime, qint64>> takeIdApart(const QString& id)
 {

@@ -58,6 +58,7 @@ Outcome putCopyBack(const QString& copy, const QString& path);
 /// The same with a copy that nobody needs afterwards: where the disk is full it is the file itself
 /// that comes back.
 Outcome putLastCopyBack(const QString& copy, const QString& path);
+Failure notPutBack(const QString& path, const QString& reason);
 /// Makes a file go that a job has made; through links.
 Outcome removeCreated(const QString& path);
 

@@ -10,6 +10,7 @@
 #include <QtCore/QDeadlineTimer>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
+#include <QtCore/QSet>
 #include <QtCore/QThread>
 
 #include <fcntl.h>
@@ -137,12 +138,14 @@ private:
     void closeAll();
     QStringList forgetUntouched();
     bool isUntouched(const TouchedFiles::File& file) const;
+    bool isAway(const TouchedFiles::File& file) const;
     Outcome putBackAll() const;
     Outcome writeComplete();
     Failure notKept(const QString& path, const QString& reason);
 
     TouchedFiles m_touched;
-    QString m_lastDirectory; ///< that was made in the point
+    QSet<QString> m_directories; ///< of these files, as far as they were there
+    QString m_lastDirectory;     ///< that was made in the point
     std::optional<Failure> m_failure;
     int m_journal = -1;
     int m_lock = -1; ///< the open directory
@@ -198,6 +201,9 @@ Outcome RestorePoint::Private::keepOne(const QString& path, const QString& relat
     }
     journal += restore::journalLine(kept ? 'K' : 'C', relative);
     m_touched.insert(path, relative, kept);
+    const QString directory = QFileInfo(path).path();
+    if (!m_directories.contains(directory) && QFileInfo(directory).isDir())
+        m_directories.insert(directory);
     return {};
 }
 
@@ -289,9 +295,17 @@ bool RestorePoint::Private::isUntouched(const TouchedFiles::File& file) const
 {
     const auto [kind, left] = lookAt(file.path);
     if (!file.kept)
-        return kind == PathKind::Missing || kind == PathKind::Other;
+        return (kind == PathKind::Missing && !isAway(file)) || kind == PathKind::Other;
     return left && left->isUnchanged(file.kept->state) &&
            haveSameContent(file.path, copyOf(file.relative));
+}
+
+// Where the disk has gone, or the directory bears another name: what became of the file is not
+// seen.
+bool RestorePoint::Private::isAway(const TouchedFiles::File& file) const
+{
+    const QString directory = QFileInfo(file.path).path();
+    return m_directories.contains(directory) && !QFileInfo(directory).isDir();
 }
 
 QStringList RestorePoint::Private::forgetUntouched()
@@ -362,6 +376,10 @@ Outcome RestorePoint::Private::takeBack()
 Outcome RestorePoint::Private::putBackAll() const
 {
     Outcome back;
+    m_touched.forEach([this, &back](const TouchedFiles::File& file) {
+        if (back && isAway(file))
+            back = restore::notPutBack(file.path, qt_error_string(ENOENT));
+    });
     m_touched.forEach([this, &back](const TouchedFiles::File& file) {
         if (back && !file.kept && !isUntouched(file))
             back = restore::removeCreated(file.path);

@@ -34,9 +34,9 @@ namespace vexdesk {
 VEXDESK_HISTORY_EXPORT Outcome rewriteDayFile(const QDir& dir, const QString& name,
                                               const QByteArray& content, const FileState& asRead);
 
-/// Gives a day file, or a derived one, this content in the same way, or makes it, with its
-/// directory, where there was none when it was read. One that is no longer what it was then is left
-/// alone. Empty content makes an empty file. The message of a failure is such a sentence too.
+/// Gives a day file, or a derived one, this content in the same way, or makes it where there was
+/// none when it was read; its directory must be there. One that is no longer what it was then is
+/// left alone. Empty content makes an empty file. The message of a failure is such a sentence too.
 VEXDESK_HISTORY_EXPORT Outcome writeDayFile(const QString& path, const QByteArray& content,
                                             const std::optional<FileState>& asRead);
 
